@@ -1,0 +1,19 @@
+# find_package(VendrelModel) and pkg-config after `cmake --install`.
+install(TARGETS vendrelmodel_static vendrelmodel_shared EXPORT VendrelModelTargets
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS vendrelmodel RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(DIRECTORY src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vendrelmodel
+        FILES_MATCHING PATTERN "*.h" PATTERN "cli" EXCLUDE)
+install(EXPORT VendrelModelTargets NAMESPACE VendrelModel::
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/VendrelModel)
+configure_package_config_file(cmake/VendrelModelConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/VendrelModelConfig.cmake
+  INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/VendrelModel)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/VendrelModelConfigVersion.cmake
+                                 COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/VendrelModelConfig.cmake
+              ${PROJECT_BINARY_DIR}/VendrelModelConfigVersion.cmake
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/VendrelModel)
+configure_file(cmake/vendrelmodel.pc.in ${PROJECT_BINARY_DIR}/vendrelmodel.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/vendrelmodel.pc
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

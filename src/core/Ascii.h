@@ -1,0 +1,73 @@
+#pragma once
+// The few text operations that every room needs. Keywords of the language are ASCII, so letters
+// are folded in ASCII only and positions hold; names are folded by core/CaseFold.h.
+
+#include <string>
+#include <string_view>
+
+namespace vendrel {
+
+constexpr char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
+constexpr char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
+constexpr bool IsDigitAscii(char c) { return c >= '0' && c <= '9'; }
+constexpr bool IsLetterAscii(char c) { return UpperAscii(c) >= 'A' && UpperAscii(c) <= 'Z'; }
+
+inline std::string UpperAscii(std::string_view text) {
+  std::string result(text);
+  for (char& c : result) c = UpperAscii(c);
+  return result;
+}
+
+inline std::string LowerAscii(std::string_view text) {
+  std::string result(text);
+  for (char& c : result) c = LowerAscii(c);
+  return result;
+}
+
+/// Equal but for the case of ASCII letters.
+constexpr bool EqualsNoCaseAscii(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i)
+    if (UpperAscii(a[i]) != UpperAscii(b[i])) return false;
+  return true;
+}
+
+constexpr bool StartsWithNoCaseAscii(std::string_view text, std::string_view prefix) {
+  return text.size() >= prefix.size() && EqualsNoCaseAscii(text.substr(0, prefix.size()), prefix);
+}
+
+constexpr bool EndsWithNoCaseAscii(std::string_view text, std::string_view suffix) {
+  return text.size() >= suffix.size() &&
+         EqualsNoCaseAscii(text.substr(text.size() - suffix.size()), suffix);
+}
+
+/// 0-based position of `sought` in `text` with ASCII case ignored, from `start` on; npos if absent.
+std::size_t FindNoCaseAscii(std::string_view text, std::string_view sought, std::size_t start = 0);
+
+inline bool ContainsNoCaseAscii(std::string_view text, std::string_view sought) {
+  return FindNoCaseAscii(text, sought) != std::string_view::npos;
+}
+
+/// Without leading / trailing / outer blanks. Only the blank counts: tabs stay.
+constexpr std::string_view TrimLeft(std::string_view text) {
+  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+  return text;
+}
+constexpr std::string_view TrimRight(std::string_view text) {
+  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+  return text;
+}
+constexpr std::string_view Trim(std::string_view text) { return TrimRight(TrimLeft(text)); }
+
+/// Takes the text up to `delimiter` off the front of `rest` and returns it; at the end all of it.
+inline std::string_view TakeField(std::string_view& rest, char delimiter) {
+  const std::size_t at = rest.find(delimiter);
+  const std::string_view field = rest.substr(0, at);
+  rest = at == std::string_view::npos ? std::string_view() : rest.substr(at + 1);
+  return field;
+}
+
+/// Every occurrence of `from` replaced by `to`.
+std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
+
+}  // namespace vendrel

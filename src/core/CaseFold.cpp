@@ -1,0 +1,77 @@
+#include "core/CaseFold.h"
+
+#include <utf8proc.h>
+
+#include "core/Ascii.h"
+
+namespace vendrel {
+namespace {
+
+// The first byte beyond ASCII; everything before it needs no table.
+std::size_t AsciiPrefix(std::string_view text) {
+  std::size_t i = 0;
+  while (i < text.size() && static_cast<unsigned char>(text[i]) < 0x80) ++i;
+  return i;
+}
+
+// Simple folding is upper-case then lower-case: it joins the letters whose two lower-case forms
+// share one capital (final sigma, long s), as a full folding table would.
+utf8proc_int32_t FoldOne(utf8proc_int32_t c) {
+  return utf8proc_tolower(utf8proc_toupper(c));
+}
+
+template <typename Map>
+void AppendMapped(std::string& out, std::string_view text, Map map) {
+  const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data());
+  std::size_t i = 0;
+  while (i < text.size()) {
+    utf8proc_int32_t c = 0;
+    const utf8proc_ssize_t n =
+        utf8proc_iterate(bytes + i, static_cast<utf8proc_ssize_t>(text.size() - i), &c);
+    if (n <= 0) {  // not text we made: keep the byte, names stay distinct
+      out.push_back(text[i++]);
+      continue;
+    }
+    utf8proc_uint8_t buffer[4];
+    const utf8proc_ssize_t length = utf8proc_encode_char(map(c), buffer);
+    out.append(reinterpret_cast<const char*>(buffer), static_cast<std::size_t>(length));
+    i += static_cast<std::size_t>(n);
+  }
+}
+
+}  // namespace
+
+void AppendFolded(std::string& out, std::string_view text) {
+  const std::size_t ascii = AsciiPrefix(text);
+  for (std::size_t i = 0; i < ascii; ++i) out.push_back(LowerAscii(text[i]));
+  if (ascii < text.size()) AppendMapped(out, text.substr(ascii), FoldOne);
+}
+
+std::string FoldKey(std::string_view text) {
+  std::string key;
+  key.reserve(text.size());
+  AppendFolded(key, text);
+  return key;
+}
+
+bool EqualsNoCase(std::string_view a, std::string_view b) {
+  if (a.size() == b.size() && EqualsNoCaseAscii(a, b)) return true;
+  if (AsciiPrefix(a) == a.size() && AsciiPrefix(b) == b.size()) return false;
+  return FoldKey(a) == FoldKey(b);
+}
+
+int CompareNoCase(std::string_view a, std::string_view b) { return FoldKey(a).compare(FoldKey(b)); }
+
+std::string UpperCase(std::string_view text) {
+  std::string result;
+  AppendMapped(result, text, utf8proc_toupper);
+  return result;
+}
+
+std::string LowerCase(std::string_view text) {
+  std::string result;
+  AppendMapped(result, text, utf8proc_tolower);
+  return result;
+}
+
+}  // namespace vendrel

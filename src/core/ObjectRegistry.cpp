@@ -1,0 +1,24 @@
+#include "core/ObjectRegistry.h"
+
+#include <unordered_map>
+
+#include "core/CaseFold.h"
+
+namespace vendrel {
+namespace {
+std::unordered_map<std::string, std::any>& Entries() {
+  static std::unordered_map<std::string, std::any> entries;
+  return entries;
+}
+}  // namespace
+
+void ObjectRegistry::Store(std::string_view progId, std::any factory) {
+  Entries()[FoldKey(progId)] = std::move(factory);
+}
+
+const std::any* ObjectRegistry::Find(std::string_view progId) {
+  const auto found = Entries().find(FoldKey(progId));
+  return found == Entries().end() ? nullptr : &found->second;
+}
+
+}  // namespace vendrel

@@ -1,0 +1,62 @@
+#pragma once
+// The values that all projects of a process share. There is one instance; loads run one at a time
+// on the caller's thread.
+
+#include <cstdint>
+#include <string>
+
+#include "core/Enums.h"
+#include "core/ReadingRules.h"
+
+namespace vendrel {
+
+/// State shared by every object of the process. `Reset()` puts the start values back and reads the
+/// one persisted setting; it runs by itself when the library is first used.
+struct ProcessState {
+  /// True: no message box is shown. False until the first project exists.
+  bool Silent = false;
+  /// Text of the last failure of `FileCopy`; cleared by `VBProject::Load`.
+  std::string FileCopy_LastError;
+  /// Assigned at start (10) and by each load (5); nothing reads it.
+  std::int32_t lLineNumber = 10;
+  /// Next identity of a code line; each load starts at 1 again.
+  std::int32_t LineID = 1;
+  /// Next identity of a block; each load starts at 1 again.
+  std::int32_t BlockID = 1;
+  /// Next free source line number; raised by numbered lines.
+  std::int32_t CurrentLineNumber = 0;
+  std::int32_t LineNumberIncrement = 0;
+  std::int32_t LineNumberInterval = 0;
+  /// Number of living `VBProject` objects.
+  std::int32_t mInstanceIncrement = 0;
+  /// Number behind the next `Key`.
+  std::int32_t mKeyIncrement = 0;
+  /// Language of the project being read.
+  LanguageVersionEnum CurrentLanguageVersion = lvVisualBasic5or6;
+  /// Rules of the project being read, set wherever `CurrentLanguageVersion` is.
+  ReadingRules CurrentReading;
+  /// Untagged comment lines continue the tagged comment above them.
+  bool AutoAppendUntagged = false;
+  bool mUpgradeLegacyTaggedcomments = false;
+  std::string mTaggedCommentUpgradeFlag;
+
+  /// The one instance.
+  static ProcessState& Get();
+
+  /// Start values, then the setting "AutoAppendUntagged". `Silent` becomes false again.
+  void Reset();
+
+  /// Present block identity; the next call gives one more.
+  std::int32_t NextBlockID() { return BlockID++; }
+  /// Present key as decimal text ("0" first); the next call gives the next number.
+  std::string Key() { return std::to_string(mKeyIncrement++); }
+
+  /// Reads the setting behind `AutoAppendUntagged`; installed by the services room.
+  using AutoAppendReader = bool (*)();
+  static void SetAutoAppendReader(AutoAppendReader reader);
+};
+
+/// The state, in short.
+inline ProcessState& State() { return ProcessState::Get(); }
+
+}  // namespace vendrel

@@ -1,0 +1,97 @@
+#pragma once
+// Links that do not own. Elements are shared pointers, since one element stands in several
+// collections; every other link (parent, last element, event source) is a WeakHandle, so that
+// dropping the root frees the tree. A std::weak_ptr would do the same at fourteen times the price
+// and not for objects on the stack.
+
+#include <cstdint>
+
+namespace vendrel {
+
+class HandleTarget;
+
+namespace detail {
+/// What a handle points at: emptied by the destructor of the target, freed with its last handle.
+struct HandleCell {
+  HandleTarget* Target;
+  std::uint32_t Handles;
+};
+}  // namespace detail
+
+/// Base of everything that a WeakHandle can point at. A copy is another object: handles to the
+/// original do not follow it.
+class HandleTarget {
+ public:
+  HandleTarget() = default;
+  HandleTarget(const HandleTarget&) {}
+  HandleTarget& operator=(const HandleTarget&) { return *this; }
+  virtual ~HandleTarget() {
+    if (mCell) mCell->Target = nullptr;
+  }
+
+ private:
+  template <typename T>
+  friend class WeakHandle;
+
+  detail::HandleCell* AcquireCell() const {
+    if (!mCell) mCell = new detail::HandleCell{const_cast<HandleTarget*>(this), 0};
+    ++mCell->Handles;
+    return mCell;
+  }
+  static void ReleaseCell(detail::HandleCell* cell) {
+    if (!cell || --cell->Handles > 0) return;
+    if (cell->Target) cell->Target->mCell = nullptr;
+    delete cell;
+  }
+
+  mutable detail::HandleCell* mCell = nullptr;
+};
+
+/// Holds one object without keeping it alive. Valid from the target's constructor on; gives nothing
+/// once the target has gone. One thread only.
+template <typename T>
+class WeakHandle {
+ public:
+  WeakHandle() = default;
+  WeakHandle(T* object) { Set(object); }  // NOLINT: a link is assigned like a pointer
+  WeakHandle(const WeakHandle& other) : mCell(other.mCell) {
+    if (mCell) ++mCell->Handles;
+  }
+  WeakHandle(WeakHandle&& other) noexcept : mCell(other.mCell) { other.mCell = nullptr; }
+  ~WeakHandle() { HandleTarget::ReleaseCell(mCell); }
+
+  WeakHandle& operator=(const WeakHandle& other) {
+    if (other.mCell) ++other.mCell->Handles;
+    HandleTarget::ReleaseCell(mCell);
+    mCell = other.mCell;
+    return *this;
+  }
+  WeakHandle& operator=(WeakHandle&& other) noexcept {
+    if (this == &other) return *this;
+    HandleTarget::ReleaseCell(mCell);
+    mCell = other.mCell;
+    other.mCell = nullptr;
+    return *this;
+  }
+  WeakHandle& operator=(T* object) {
+    Set(object);
+    return *this;
+  }
+
+  /// Stores the object; nullptr empties the handle.
+  void Set(T* object) {
+    detail::HandleCell* old = mCell;
+    mCell = object ? static_cast<const HandleTarget*>(object)->AcquireCell() : nullptr;
+    HandleTarget::ReleaseCell(old);
+  }
+  /// The object, or nullptr when none was stored or it has gone.
+  T* Get() const { return mCell ? static_cast<T*>(mCell->Target) : nullptr; }
+
+  explicit operator bool() const { return mCell && mCell->Target; }
+  T* operator->() const { return Get(); }
+
+ private:
+  detail::HandleCell* mCell = nullptr;
+};
+
+}  // namespace vendrel

@@ -1,0 +1,85 @@
+#include "diagnostics/Diagnostic.h"
+
+#include <algorithm>
+
+#include "core/MessageService.h"
+#include "core/ProcessState.h"
+
+namespace vendrel {
+namespace {
+
+struct Entry {
+  std::string_view Code;
+  Severity Level;
+  std::string_view Text;
+};
+
+constexpr Entry kEntries[] = {
+#define VENDREL_ENTRY(id, code, severity, text) {code, Severity::severity, text},
+    VENDREL_DIAGNOSTICS(VENDREL_ENTRY)
+#undef VENDREL_ENTRY
+};
+
+const Entry& EntryOf(DiagnosticCode code) { return kEntries[static_cast<std::size_t>(code)]; }
+
+const DiagnosticScope* gScope = nullptr;
+
+std::string Fill(std::string_view text, std::initializer_list<std::string_view> arguments) {
+  std::string result;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool marker = text[i] == '%' && i + 1 < text.size() && text[i + 1] >= '1' &&
+                        text[i + 1] < static_cast<char>('1' + arguments.size());
+    if (!marker) {
+      result += text[i];
+      continue;
+    }
+    result += *(arguments.begin() + (text[++i] - '1'));
+  }
+  return result;
+}
+
+}  // namespace
+
+std::string_view CodeName(DiagnosticCode code) { return EntryOf(code).Code; }
+Severity SeverityOf(DiagnosticCode code) { return EntryOf(code).Level; }
+
+std::string_view SeverityName(Severity severity) {
+  switch (severity) {
+    case Severity::Note: return "note";
+    case Severity::Warning: return "warning";
+    case Severity::Error: break;
+  }
+  return "error";
+}
+
+std::size_t Diagnostics::CountOf(DiagnosticCode code) const {
+  return static_cast<std::size_t>(std::count_if(
+      mItems.begin(), mItems.end(), [&](const Diagnostic& item) { return item.Code == code; }));
+}
+
+DiagnosticScope::DiagnosticScope(Diagnostics* list, std::string file, const std::int32_t* line)
+    : mList(list), mFile(std::move(file)), mLine(line), mOuter(gScope) {
+  gScope = this;
+}
+
+DiagnosticScope::~DiagnosticScope() { gScope = mOuter; }
+
+const DiagnosticScope* DiagnosticScope::Current() { return gScope; }
+
+void Tell(DiagnosticCode code, std::initializer_list<std::string_view> arguments) {
+  if (gScope) TellAt(code, gScope->File(), gScope->Line(), arguments);
+}
+
+void TellAt(DiagnosticCode code, std::string_view file, std::int32_t line,
+            std::initializer_list<std::string_view> arguments) {
+  if (!gScope || !gScope->List()) return;
+  gScope->List()->Add({code, std::string(file), line, Fill(EntryOf(code).Text, arguments)});
+}
+
+void TellBox(DiagnosticCode code, std::initializer_list<std::string_view> arguments,
+             std::string_view boxText, std::string_view caption, int style) {
+  Tell(code, arguments);
+  if (!State().Silent) MessageService::Current().Show(boxText, caption, style);
+}
+
+}  // namespace vendrel

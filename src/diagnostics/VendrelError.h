@@ -1,0 +1,67 @@
+#pragma once
+// The one exception of the library: number and text, and the context that each procedure adds in a
+// catch clause while the failure passes. Nothing is formatted until a report is asked for.
+
+#include <exception>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vendrel {
+
+/// Failure numbers that callers test.
+enum ErrorNumber : int {
+  errInvalidArgument = 5,
+  errOverflow = 6,
+  errSubscript = 9,
+  errDivisionByZero = 11,
+  errTypeMismatch = 13,
+  errFileNotFound = 53,
+  errDiskFull = 61,
+  errPermissionDenied = 70,
+  errPathAccess = 75,
+  errObjectNotSet = 91,
+  errReadOnlyProperty = 383,
+  errCannotCreate = 429,
+  errDuplicateKey = 457,
+  errScriptSyntax = 1002,
+};
+
+/// The standard text of a failure number; "Application-defined error" for others.
+std::string_view ErrorText(int number);
+
+/// What one procedure knew when a failure passed through it.
+struct ErrorContext {
+  std::string Procedure;
+  std::string Module;
+  /// Line or step reached, as the procedure counts them; 0 if it keeps none.
+  long Line = 0;
+  /// Named values: parameters, locals and fields, already as text.
+  std::vector<std::pair<std::string, std::string>> Values;
+};
+
+/// A failure on its way to the caller.
+class VendrelError : public std::exception {
+ public:
+  explicit VendrelError(int number, std::string_view detail = {});
+
+  /// One of `ErrorNumber`, or the number an outside object gave.
+  int Number() const { return mNumber; }
+  /// Standard text, with the detail behind it where there is one.
+  const std::string& Text() const { return mText; }
+  const char* what() const noexcept override { return mText.c_str(); }
+
+  /// Contexts from the innermost procedure outwards.
+  const std::vector<ErrorContext>& Contexts() const { return mContexts; }
+  void AddContext(ErrorContext context) { mContexts.push_back(std::move(context)); }
+  /// For a catch clause: adds procedure, module and line.
+  void AddContext(std::string_view procedure, std::string_view module, long line = 0);
+
+ private:
+  int mNumber;
+  std::string mText;
+  std::vector<ErrorContext> mContexts;
+};
+
+}  // namespace vendrel

@@ -1,0 +1,22 @@
+#include <gtest/gtest.h>
+
+#include "core/MessageService.h"
+#include "core/ProcessState.h"
+
+namespace {
+
+// Process-wide state is reset around each case, so that the order of cases cannot matter.
+class FreshState final : public testing::EmptyTestEventListener {
+  void OnTestStart(const testing::TestInfo&) override {
+    vendrel::State().Reset();
+    vendrel::MessageService::Install(nullptr);
+  }
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  testing::UnitTest::GetInstance()->listeners().Append(new FreshState);
+  return RUN_ALL_TESTS();
+}
