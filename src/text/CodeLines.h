@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "text/Classifier.h"
 #include "text/CodeLine.h"
 
 namespace vendrel {
@@ -19,9 +20,9 @@ namespace vendrel {
 class CodeLines {
  public:
   CodeLines() = default;
-  /// Lines that point into `text`, classified by `language` and `reading`.
+  /// Lines that point into `text`, classified by `language` and `rules`.
   CodeLines(std::shared_ptr<const std::string> text, LanguageVersionEnum language,
-            const ReadingRules* reading);
+            const ClassifierRules& rules);
 
   /// A copy of the record at that position.
   CodeLine Item(std::int32_t Key) const;
@@ -85,7 +86,7 @@ class CodeLines {
 
   std::vector<Line> mLines;
   std::shared_ptr<const std::string> mText;
-  const ReadingRules* mReading = nullptr;
+  ClassifierRules mRules;
   std::unique_ptr<std::vector<CodeLine>> mWhole;
   std::int32_t mContinuations = 0;
   LanguageVersionEnum mLanguage = lvVisualBasic5or6;
