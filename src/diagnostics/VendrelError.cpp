@@ -14,10 +14,12 @@ std::string_view ErrorText(int number) {
     case errPermissionDenied: return "Permission denied";
     case errPathAccess: return "Path/File access error";
     case errObjectNotSet: return "Object variable or With block variable not set";
+    case errInvalidPattern: return "Invalid pattern string";
     case errReadOnlyProperty: return "Property is read-only";
     case errCannotCreate: return "Component cannot create object";
     case errDuplicateKey: return "This key is already associated with an element of this collection";
     case errScriptSyntax: return "Syntax error";
+    case errRegExpSyntax: return "Syntax error in regular expression";
     default: return "Application-defined error";
   }
 }

@@ -22,10 +22,12 @@ enum ErrorNumber : int {
   errPermissionDenied = 70,
   errPathAccess = 75,
   errObjectNotSet = 91,
+  errInvalidPattern = 93,
   errReadOnlyProperty = 383,
   errCannotCreate = 429,
   errDuplicateKey = 457,
   errScriptSyntax = 1002,
+  errRegExpSyntax = 5017,
 };
 
 /// The standard text of a failure number; "Application-defined error" for others.
