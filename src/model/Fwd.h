@@ -47,6 +47,7 @@ class VBProject;
 class VBProjectGroup;
 class Variable;
 class Variables;
+class XmlDocument;
 class XmlElement;
 struct CodeLine;
 struct ParsedLine;

@@ -18,10 +18,6 @@
 #include "project/TypeResolver.h"
 #include "services/FileSystemObject.h"
 
-namespace pugi {
-class xml_document;
-}
-
 namespace vendrel {
 
 /// Free values of a client, by name (case ignored).
@@ -156,7 +152,7 @@ class VBProject : public ProjectOptions {
   void SetUpgradeLegacyTaggedcomments(bool value);
   std::string TaggedCommentUpgradeFlag() const;
   void SetTaggedCommentUpgradeFlag(std::string_view value);
-  vendrel::VBProjectGroup* VBProjectGroup() const { return mGroup.Get(); }
+  vendrel::VBProjectGroup* VBProjectGroup() const;
   void SetVBProjectGroup(vendrel::VBProjectGroup* group);
   const std::string& MajorVersion() const { return mMajorVersion; }
   const std::string& MinorVersion() const { return mMinorVersion; }
@@ -198,7 +194,7 @@ class VBProject : public ProjectOptions {
 
   // output/
   /// XML dump of the project; without its modules if `JustProject`.
-  std::shared_ptr<pugi::xml_document> Manifest(bool JustProject, bool IncludeTaggedComments);
+  std::shared_ptr<XmlDocument> Manifest(bool JustProject, bool IncludeTaggedComments);
   void WriteManifestToFile(std::string_view FileName, bool JustProject, bool IncludeTaggedComments);
   /// Removes empty descendants of `e`; true when `e` itself is empty.
   static bool StripElement(XmlElement& e);
