@@ -1,6 +1,6 @@
 #pragma once
-// The manifest: an XML dump of a loaded project, by which two loads are compared as text. It compares
-// structure and attributes: an element that holds text alone is dropped.
+// The manifest: an XML dump of a loaded project, by which two loads are compared as text. It
+// compares structure and attributes: an element that holds text alone is dropped.
 
 #include "model/Fwd.h"
 

@@ -19,9 +19,7 @@ bool NeedsCare(std::string_view text) {
 // The value to hand over: the text itself where nothing need be replaced.
 class Valid {
  public:
-  explicit Valid(std::string_view text) {
-    AppendXmlText(mText, text);
-  }
+  explicit Valid(std::string_view text) { AppendXmlText(mText, text); }
   const char* Text() const { return mText.c_str(); }
 
  private:

@@ -11,8 +11,8 @@
 
 namespace vendrel {
 
-/// Appends `text` as XML can hold it: each control character that XML forbids, and each byte that is
-/// no UTF-8, becomes U+FFFD.
+/// Appends `text` as XML can hold it: each control character that XML forbids, and each byte that
+/// is no UTF-8, becomes U+FFFD.
 void AppendXmlText(std::string& out, std::string_view text);
 
 /// One attribute; a missing one converts to false and has an empty value.
