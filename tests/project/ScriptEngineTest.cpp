@@ -72,7 +72,8 @@ TEST(ScriptControl, RefusesStatementsThatItDoesNotKnow) {
       {"Function F(a)\nEnd Function", errScriptParenthesis},
       {"1 = 1", errScriptSyntax},
       {"x = 1 / 0", errDivisionByZero}};
-  for (const auto& [code, number] : cases) {
+  for (const auto& [text, number] : cases) {
+    const std::string_view code = text;
     ScriptControl control;
     const auto module = control.Modules().Add("Code");
     EXPECT_EQ(NumberOf([&] { module->AddCode(code); }), number) << code;
