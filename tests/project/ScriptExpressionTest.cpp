@@ -310,7 +310,7 @@ TEST(EvaluateExpression, TakesAnyDepthInLinearTime) {
   EXPECT_THROW(EvaluateExpression(open, {}), VendrelError);
   EXPECT_THROW(EvaluateExpression(open + "1", {}), VendrelError);
   EXPECT_THROW(EvaluateExpression(repeat("\"a\"&(", depth) + "1" + close, {}), VendrelError);
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
 }
 
 }  // namespace
