@@ -22,16 +22,26 @@ struct Alias {
 
 // Pages whose number or common name is not what the C library calls them.
 constexpr Alias Aliases[] = {
-    {"65001", "utf-8", "UTF-8"},           {"utf8", "utf-8", "UTF-8"},
-    {"utf-8", "utf-8", "UTF-8"},           {"54936", "gb18030", "GB18030"},
-    {"shift_jis", "cp932", "CP932"},       {"shift-jis", "cp932", "CP932"},
-    {"sjis", "cp932", "CP932"},            {"gbk", "cp936", "CP936"},
-    {"gb2312", "cp936", "CP936"},          {"euc-kr", "cp949", "CP949"},
-    {"uhc", "cp949", "CP949"},             {"big5", "cp950", "CP950"},
-    {"1361", "cp1361", "JOHAB"},           {"20866", "koi8-r", "KOI8-R"},
-    {"21866", "koi8-u", "KOI8-U"},         {"51932", "euc-jp", "EUC-JP"},
-    {"10000", "macintosh", "MACINTOSH"},   {"20127", "windows-1252", "CP1252"},
-    {"us-ascii", "windows-1252", "CP1252"}, {"ascii", "windows-1252", "CP1252"},
+    {"65001", "utf-8", "UTF-8"},
+    {"utf8", "utf-8", "UTF-8"},
+    {"utf-8", "utf-8", "UTF-8"},
+    {"54936", "gb18030", "GB18030"},
+    {"shift_jis", "cp932", "CP932"},
+    {"shift-jis", "cp932", "CP932"},
+    {"sjis", "cp932", "CP932"},
+    {"gbk", "cp936", "CP936"},
+    {"gb2312", "cp936", "CP936"},
+    {"euc-kr", "cp949", "CP949"},
+    {"uhc", "cp949", "CP949"},
+    {"big5", "cp950", "CP950"},
+    {"1361", "cp1361", "JOHAB"},
+    {"20866", "koi8-r", "KOI8-R"},
+    {"21866", "koi8-u", "KOI8-U"},
+    {"51932", "euc-jp", "EUC-JP"},
+    {"10000", "macintosh", "MACINTOSH"},
+    {"20127", "windows-1252", "CP1252"},
+    {"us-ascii", "windows-1252", "CP1252"},
+    {"ascii", "windows-1252", "CP1252"},
     {"ansi", "windows-1252", "CP1252"},
 };
 
@@ -82,7 +92,8 @@ struct CodePage::Converters {
     std::size_t fromLeft = 1, toLeft = sizeof buffer;
     iconv(ToText, nullptr, nullptr, nullptr, nullptr);
     const std::size_t result = iconv(ToText, &from, &fromLeft, &to, &toLeft);
-    if (result == static_cast<std::size_t>(-1)) return errno == EINVAL ? IllFormed : ReplacementCharacter;
+    if (result == static_cast<std::size_t>(-1))
+      return errno == EINVAL ? IllFormed : ReplacementCharacter;
     // Some pages hold a letter back to join it with an accent behind it.
     iconv(ToText, nullptr, nullptr, &to, &toLeft);
     std::size_t at = 0;

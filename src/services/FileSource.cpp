@@ -16,12 +16,16 @@ std::shared_ptr<FileSource>& Installed() {
 
 int NumberOf(int systemError) {
   switch (systemError) {
-    case ENOENT: return errFileNotFound;
+    case ENOENT:
+      return errFileNotFound;
     case EACCES:
-    case EPERM: return errPermissionDenied;
+    case EPERM:
+      return errPermissionDenied;
     case ENOSPC:
-    case EDQUOT: return errDiskFull;
-    default: return errPathAccess;
+    case EDQUOT:
+      return errDiskFull;
+    default:
+      return errPathAccess;
   }
 }
 
@@ -53,8 +57,7 @@ void FileSource::Install(std::shared_ptr<FileSource> source) {
 VendrelError FileError(int systemError, std::string_view path) {
   const int number = NumberOf(systemError);
   std::string detail(path);
-  if (number == errPathAccess)
-    detail += " (" + std::generic_category().message(systemError) + ")";
+  if (number == errPathAccess) detail += " (" + std::generic_category().message(systemError) + ")";
   return VendrelError(number, detail);
 }
 

@@ -67,7 +67,9 @@ void FileSystemObject::StorePath(std::string path) {
 
 void FileSystemObject::SetFullPath(std::string_view path) {
   const bool native = !path.empty() && path[0] == '/';
-  StorePath(native ? WindowsPath(path) : IsAbsolutePath(path) ? NormalPath(path) : std::string(path));
+  StorePath(native                 ? WindowsPath(path)
+            : IsAbsolutePath(path) ? NormalPath(path)
+                                   : std::string(path));
   mIsRelative = !path.empty() && !IsAbsolutePath(mPath);
   Freeze();
 }

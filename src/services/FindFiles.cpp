@@ -91,7 +91,8 @@ class FolderWalk {
   void Skip(int systemError, const std::string& native, bool isRoot) {
     const VendrelError error = FileError(systemError, native);
     if (isRoot)
-      throw systemError == ENOENT ? VendrelError(errPathAccess, native + " (no such folder)") : error;
+      throw systemError == ENOENT ? VendrelError(errPathAccess, native + " (no such folder)")
+                                  : error;
     Tell(DiagnosticCode::FolderSkipped, {native, ErrorText(error.Number())});
   }
 
@@ -112,7 +113,8 @@ void FileSystemObject::FindFiles(std::string_view pattern, int flag,
   const FoundPath folder = Find();
   if (folder.Path.empty()) throw VendrelError(errPathAccess, windows);
   FolderWalk walk(pattern, flag == 0);
-  walk.Run(folder.Path, folder.Match == PathMatch::Exact ? windows : WindowsPath(folder.Path + "/"));
+  walk.Run(folder.Path,
+           folder.Match == PathMatch::Exact ? windows : WindowsPath(folder.Path + "/"));
   std::sort(walk.Found.begin(), walk.Found.end());
   for (const auto& entry : walk.Found) result.emplace_back(entry.second);
 }

@@ -35,7 +35,7 @@ PathMatch Worse(PathMatch a, PathMatch b) { return std::max(a, b); }
 std::string_view ParentOf(std::string_view path) {
   const std::size_t slash = path.rfind('/');
   return slash == std::string_view::npos || slash == 0 ? std::string_view("/")
-                                                        : path.substr(0, slash);
+                                                       : path.substr(0, slash);
 }
 
 std::string_view LeafOf(std::string_view path) { return path.substr(path.rfind('/') + 1); }
@@ -201,7 +201,7 @@ void ForgetFolderOf(std::string_view nativePath) {
   const std::string parent(ParentOf(nativePath));
   for (auto entry = folders.begin(); entry != folders.end();)
     entry = !entry->second.Exists || entry->second.Path == parent ? folders.erase(entry)
-                                                                   : std::next(entry);
+                                                                  : std::next(entry);
 }
 
 }  // namespace vendrel

@@ -1,7 +1,7 @@
 #pragma once
-// Project files name their files as a machine without letter case did. A path that is there as it is
-// written costs one system call; only one that is not is looked up in listings of its folders, and
-// each folder is listed once.
+// Project files name their files as a machine without letter case did. A path that is there as it
+// is written costs one system call; only one that is not is looked up in listings of its folders,
+// and each folder is listed once.
 
 #include <cstdint>
 #include <string>

@@ -72,7 +72,8 @@ void DriveMap::Reset() {
 
 void DriveMap::Set(char letter, std::string_view nativeFolder) {
   if (!IsLetterAscii(letter) || (!nativeFolder.empty() && nativeFolder[0] != '/'))
-    throw VendrelError(errInvalidArgument, std::string(1, letter) + "=" + std::string(nativeFolder));
+    throw VendrelError(errInvalidArgument,
+                       std::string(1, letter) + "=" + std::string(nativeFolder));
   Drive& drive = mDrives[static_cast<std::size_t>(UpperAscii(letter) - 'A')];
   drive.Mapped = !nativeFolder.empty();
   while (!nativeFolder.empty() && nativeFolder.back() == '/') nativeFolder.remove_suffix(1);
@@ -170,8 +171,9 @@ std::string NormalPath(std::string_view given) {
       kept.push_back(part);
     }
   }
-  const bool closed = path.size() > root.size() &&
-                      (path.back() == '\\' || (!parts.empty() && (parts.back() == "." || parts.back() == "..")));
+  const bool closed =
+      path.size() > root.size() &&
+      (path.back() == '\\' || (!parts.empty() && (parts.back() == "." || parts.back() == "..")));
   return Joined(root, kept, closed);
 }
 

@@ -1,5 +1,6 @@
 #include "services/SourceText.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "services/FileSource.h"
@@ -145,13 +146,11 @@ void DecodeBytes(std::string bytes, const CodePage& page, SourceText& text) {
   if (summary.Ascii || isUtf8) {
     text.Text = std::move(bytes);
   } else if (marked) {
-    DecodeLines(bytes, text, [](std::string_view line, std::string& out) {
-      return AppendSanitised(out, line);
-    });
+    DecodeLines(bytes, text,
+                [](std::string_view line, std::string& out) { return AppendSanitised(out, line); });
   } else {
-    DecodeLines(bytes, text, [&](std::string_view line, std::string& out) {
-      return page.Decode(line, out);
-    });
+    DecodeLines(bytes, text,
+                [&](std::string_view line, std::string& out) { return page.Decode(line, out); });
   }
   DescribeLines(text, summary);
 }
@@ -177,10 +176,14 @@ std::shared_ptr<const SourceText> SourceText::Read(const std::string& nativePath
 
 std::string_view ByteOrderMark(const TextForm& like) {
   switch (like.Encoding) {
-    case TextEncoding::Utf8Bom: return Utf8Mark;
-    case TextEncoding::Utf16LE: return LittleMark;
-    case TextEncoding::Utf16BE: return BigMark;
-    default: return {};
+    case TextEncoding::Utf8Bom:
+      return Utf8Mark;
+    case TextEncoding::Utf16LE:
+      return LittleMark;
+    case TextEncoding::Utf16BE:
+      return BigMark;
+    default:
+      return {};
   }
 }
 
@@ -192,11 +195,15 @@ const CodePage& PageOf(const TextForm& like) {
 std::optional<std::string> Encode(std::string_view utf8, const TextForm& like) {
   switch (like.Encoding) {
     case TextEncoding::Utf8:
-    case TextEncoding::Utf8Bom: return std::string(utf8);
-    case TextEncoding::Utf16LE: return EncodeUtf16(utf8, false);
-    case TextEncoding::Utf16BE: return EncodeUtf16(utf8, true);
+    case TextEncoding::Utf8Bom:
+      return std::string(utf8);
+    case TextEncoding::Utf16LE:
+      return EncodeUtf16(utf8, false);
+    case TextEncoding::Utf16BE:
+      return EncodeUtf16(utf8, true);
     case TextEncoding::Ascii:
-    case TextEncoding::CodePage: break;
+    case TextEncoding::CodePage:
+      break;
   }
   std::string bytes;
   if (!PageOf(like).Encode(utf8, bytes)) return std::nullopt;

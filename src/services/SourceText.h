@@ -1,6 +1,7 @@
 #pragma once
-// One file, decoded once. Everything above works on its text; whoever writes it back finds here what
-// the file was: encoding, line ends, and the bytes of lines that its encoding could not explain.
+// One file, decoded once. Everything above works on its text; whoever writes it back finds here
+// what the file was: encoding, line ends, and the bytes of lines that its encoding could not
+// explain.
 
 #include <cstdint>
 #include <map>
@@ -51,8 +52,8 @@ struct SourceText : TextForm {
   /// By byte order mark; else UTF-8 if that is what it is; else by `page`. No bytes are refused.
   static std::shared_ptr<const SourceText> Decode(std::string bytes, const CodePage& page);
   /// The file at a native path. Raises as `ReadWholeFile` does.
-  static std::shared_ptr<const SourceText> Read(const std::string& nativePath,
-                                                const CodePage& page = FileOptions::Current().Page());
+  static std::shared_ptr<const SourceText> Read(
+      const std::string& nativePath, const CodePage& page = FileOptions::Current().Page());
 };
 
 /// What stands before the text of a file of that form; often empty.

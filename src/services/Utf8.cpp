@@ -109,8 +109,8 @@ char32_t TakeCharacter(std::string_view text, std::size_t& position) {
     return value;
   }
   if (a >= 0xF0 && a <= 0xF4 && IsContinuation(b) && IsContinuation(c) && IsContinuation(d)) {
-    const char32_t value = static_cast<char32_t>((a & 0x07) << 18 | (b & 0x3F) << 12 |
-                                                 (c & 0x3F) << 6 | (d & 0x3F));
+    const char32_t value =
+        static_cast<char32_t>((a & 0x07) << 18 | (b & 0x3F) << 12 | (c & 0x3F) << 6 | (d & 0x3F));
     if (value < 0x10000 || value > 0x10FFFF) return IllFormed;
     position = start + 4;
     return value;
