@@ -130,7 +130,9 @@ std::string FileSystemObject::FolderPath() const { return std::string(FolderPart
 void FileSystemObject::SetFolderPath(std::string_view folder) {
   const std::string leaf = LeafName();
   std::string path(folder);
-  if (!path.empty() && path.back() != '\\' && path.back() != '/') path.push_back('\\');
+  const bool native = !path.empty() && path[0] == '/';
+  if (!path.empty() && path.back() != '/' && (native || path.back() != '\\'))
+    path.push_back(native ? '/' : '\\');
   SetFullPath(path);
   StorePath(mPath + leaf);
 }
