@@ -222,9 +222,11 @@ std::string FileSystemObject::ReadAll() {
 
 void FileSystemObject::WriteLine(std::string_view text) {
   if (!mWriter) throw NotOpen(FullPath());
-  std::string line(text);
-  line += "\r\n";
-  if (const auto bytes = Encode(line, mWriteForm)) return WriteBytes(*bytes);
+  const auto bytes = Encode(text, mWriteForm);
+  if (bytes) {
+    mWriter->Write(*bytes);
+    return mWriter->Write(*Encode("\r\n", mWriteForm));
+  }
   const std::string& page = PageOf(mWriteForm).Name();
   Tell(DiagnosticCode::CharactersNotHeld, {FullPath(), page});
   mWriter->Spoil();
