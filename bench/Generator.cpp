@@ -30,12 +30,9 @@ Module NextModule(Dice& dice, int number) {
 
 std::string ProjectLine(const Module& module) {
   switch (module.kind) {
-    case ModuleKind::Class:
-      return "Class=" + module.name + "; " + module.fileName + "\r\n";
-    case ModuleKind::Standard:
-      return "Module=" + module.name + "; " + module.fileName + "\r\n";
-    case ModuleKind::Form:
-      break;
+    case ModuleKind::Class: return "Class=" + module.name + "; " + module.fileName + "\r\n";
+    case ModuleKind::Standard: return "Module=" + module.name + "; " + module.fileName + "\r\n";
+    case ModuleKind::Form: break;
   }
   return "Form=" + module.fileName + "\r\n";
 }

@@ -75,9 +75,7 @@ void ModuleText::OpenBlock() {
       Indented("For " + Variable() + " = 1 To " + Variable());
       mOpen.push_back("Next");
       break;
-    case 2:
-      SelectBlock();
-      break;
+    case 2: SelectBlock(); break;
     case 3:
       Indented("Do While " + Condition());
       mOpen.push_back("Loop");
@@ -86,9 +84,7 @@ void ModuleText::OpenBlock() {
       Indented("With " + Variable());
       mOpen.push_back("End With");
       break;
-    default:
-      Indented("If " + Condition() + " Then");
-      mOpen.push_back(kEndIf);
+    default: Indented("If " + Condition() + " Then"); mOpen.push_back(kEndIf);
   }
 }
 
@@ -114,29 +110,16 @@ void ModuleText::CloseBlock() {
 
 void ModuleText::SimpleStatement() {
   switch (mDice.Between(1, 12)) {
-    case 1:
-      Indented("If " + Condition() + " Then " + Variable() + " = " + Literal());
-      break;
-    case 2:
-      Indented(Callee() + " " + Variable() + ", " + Value());
-      break;
-    case 3:
-      Indented("Set " + Variable() + " = Nothing");
-      break;
-    case 4:
-      Indented(Variable() + "." + mDice.Pick(kNouns) + " = " + Value());
-      break;
+    case 1: Indented("If " + Condition() + " Then " + Variable() + " = " + Literal()); break;
+    case 2: Indented(Callee() + " " + Variable() + ", " + Value()); break;
+    case 3: Indented("Set " + Variable() + " = Nothing"); break;
+    case 4: Indented(Variable() + "." + mDice.Pick(kNouns) + " = " + Value()); break;
     case 5:
       Indented(Variable() + " = " + Literal() + (mDice.Chance(25) ? " ' " + Phrase(2, 4) : ""));
       break;
-    case 6:
-      Indented("MsgBox \"" + Phrase(2, 7) + ": \" & " + Variable());
-      break;
-    case 7:
-      Indented(mDice.Chance(10) ? Variable() + " = 0: " + Assignment() : Assignment());
-      break;
-    default:
-      Indented(Assignment());
+    case 6: Indented("MsgBox \"" + Phrase(2, 7) + ": \" & " + Variable()); break;
+    case 7: Indented(mDice.Chance(10) ? Variable() + " = 0: " + Assignment() : Assignment()); break;
+    default: Indented(Assignment());
   }
 }
 
@@ -158,51 +141,35 @@ std::string ModuleText::Variable() {
 
 std::string ModuleText::Value() {
   switch (mDice.Between(1, 7)) {
-    case 1:
-      return Variable() + " + " + std::to_string(mDice.Between(1, 9));
-    case 2:
-      return Variable() + " & " + Literal();
-    case 3:
-      return std::string(mDice.Pick(kNouns)) + "s(" + Variable() + ")";
-    case 4:
-      return "Left$(" + Variable() + ", " + std::to_string(mDice.Between(1, 20)) + ")";
-    case 5:
-      return Variable();
-    default:
-      return Literal();
+    case 1: return Variable() + " + " + std::to_string(mDice.Between(1, 9));
+    case 2: return Variable() + " & " + Literal();
+    case 3: return std::string(mDice.Pick(kNouns)) + "s(" + Variable() + ")";
+    case 4: return "Left$(" + Variable() + ", " + std::to_string(mDice.Between(1, 20)) + ")";
+    case 5: return Variable();
+    default: return Literal();
   }
 }
 
 std::string ModuleText::Condition() {
   constexpr const char* operators[] = {" = ", " <> ", " > ", " < ", " >= "};
   switch (mDice.Between(1, 5)) {
-    case 1:
-      return "Len(" + Variable() + ") > 0";
-    case 2:
-      return "Not " + Variable() + " Is Nothing";
+    case 1: return "Len(" + Variable() + ") > 0";
+    case 2: return "Not " + Variable() + " Is Nothing";
     case 3:
       return Variable() + " = 0 And " + Variable() + " < " + std::to_string(mDice.Between(1, 99));
-    default:
-      return Variable() + mDice.Pick(operators) + Literal();
+    default: return Variable() + mDice.Pick(operators) + Literal();
   }
 }
 
 std::string ModuleText::Literal() {
   switch (mDice.Between(1, 8)) {
-    case 1:
-      return "\"" + Phrase(1, 4) + "\"";
-    case 2:
-      return "\"" + Phrase(1, 1) + " \"\"" + Phrase(1, 1) + "\"\" '\"";
-    case 3:
-      return "vbNullString";
-    case 4:
-      return "&H" + std::to_string(mDice.Between(10, 99)) + "&";
-    case 5:
-      return mDice.Chance(50) ? "True" : "False";
-    case 6:
-      return std::to_string(mDice.Between(0, 99)) + ".5";
-    default:
-      return std::to_string(mDice.Between(0, 100));
+    case 1: return "\"" + Phrase(1, 4) + "\"";
+    case 2: return "\"" + Phrase(1, 1) + " \"\"" + Phrase(1, 1) + "\"\" '\"";
+    case 3: return "vbNullString";
+    case 4: return "&H" + std::to_string(mDice.Between(10, 99)) + "&";
+    case 5: return mDice.Chance(50) ? "True" : "False";
+    case 6: return std::to_string(mDice.Between(0, 99)) + ".5";
+    default: return std::to_string(mDice.Between(0, 100));
   }
 }
 

@@ -90,17 +90,10 @@ void ModuleText::Declarations(std::int64_t budget) {
   ConstantOrField();
   while (mLines < end) {
     switch (mDice.Between(1, 16)) {
-      case 1:
-        Enumeration();
-        break;
-      case 2:
-        Structure();
-        break;
-      case 3:
-        Declare();
-        break;
-      default:
-        ConstantOrField();
+      case 1: Enumeration(); break;
+      case 2: Structure(); break;
+      case 3: Declare(); break;
+      default: ConstantOrField();
     }
   }
   Blank();
