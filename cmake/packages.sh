@@ -67,25 +67,30 @@ packages_install() {
     fi
     sudo=(sudo)
   fi
-  "${sudo[@]}" apt-get update -qq >&2
-  "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive \
-    apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
+  quietly "${sudo[@]}" apt-get update
+  quietly "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y --no-install-recommends "${missing[@]}"
 }
 
-# build_preset PRESET [TARGET]: configures and builds, and says something only when there is
-# something to say: that a first build begins, and what went wrong.
-build_preset() {
+# quietly COMMAND...: runs it, and shows what it said only if it fails.
+quietly() {
   local log
   log=$(mktemp)
-  if [ ! -f "build/$1/build.ninja" ]; then
-    echo "Building into build/$1; the first time takes some minutes." >&2
-  fi
-  if ! cmake --preset "$1" >"$log" 2>&1; then
+  if ! "$@" >"$log" 2>&1; then
     cat "$log" >&2
     rm -f "$log"
     return 1
   fi
   rm -f "$log"
+}
+
+# build_preset PRESET [TARGET]: configures and builds, and says something only when there is
+# something to say: that a first build begins, and what went wrong.
+build_preset() {
+  if [ ! -f "build/$1/build.ninja" ]; then
+    echo "Building into build/$1; the first time takes some minutes." >&2
+  fi
+  quietly cmake --preset "$1"
   cmake --build --preset "$1" ${2:+--target "$2"} -- --quiet |
     { grep -v '^ninja: no work to do' || true; } >&2
 }

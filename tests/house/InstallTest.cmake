@@ -29,7 +29,7 @@ step("${prefix}/bin/vendrelmodel" --version)
 
 foreach(shared IN ITEMS OFF ON)
   set(folder "${WORK}/package-${shared}")
-  step(${CMAKE_COMMAND} -S "${SOURCE}/tests/house/consumer" -B "${folder}"
+  step(${CMAKE_COMMAND} -S "${SOURCE}/tests/house/consumer" -B "${folder}" -G Ninja
        "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_CXX_COMPILER=${CXX}" -DBUILD_SHARED_LIBS=${shared})
   step(${CMAKE_COMMAND} --build "${folder}")
   step("${folder}/consumer")
