@@ -57,7 +57,8 @@ std::string MissingOf(const std::string& command) {
   std::istringstream input(command.substr(0, command.find(" #")));
   const std::vector<std::string> words{std::istream_iterator<std::string>(input), {}};
   if (words.empty()) return {};
-  if (words[0].rfind("./", 0) == 0 && access((kRoot / words[0]).c_str(), X_OK) != 0)
+  const bool built = words[0].rfind("./build/", 0) == 0;  // there only after the lines before it
+  if (!built && words[0].rfind("./", 0) == 0 && access((kRoot / words[0]).c_str(), X_OK) != 0)
     return words[0];
   for (size_t i = 1; i < words.size(); ++i) {
     if (words[i].rfind("samples/", 0) == 0 && !fs::exists(kRoot / words[i])) return words[i];
