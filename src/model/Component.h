@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "core/Enums.h"
@@ -79,6 +80,8 @@ class Component : public CodeElement {
   std::string CommentBuffer;
   std::string VMCommentBuffer;
   std::string ClassHierarchy;
+  /// The file as it was decoded; empty before the load and after `UnloadSourceCode`.
+  std::shared_ptr<const SourceText> SourceForm;
   /// The line of the project file that named the module.
   std::string ProjectLineRaw;
   bool IsNew = false;
@@ -106,6 +109,8 @@ class Component : public CodeElement {
   WeakHandle<vendrel::Namespace> Namespace;
   /// Names of references that the documentation leaves out; the first spelling of each stays.
   std::vector<std::string> IgnoreReferences;
+  /// Their folded names; only comments/ touches it.
+  OnDemand<std::unordered_set<std::string>> IgnoreReferenceKeys;
 
   std::string_view ClassName() const override { return "Component"; }
   std::string ElementName() const override { return Name; }
@@ -140,7 +145,7 @@ class Component : public CodeElement {
   /// Extension of a file of this kind, without the dot.
   std::string Extension() const;
   /// The line of the project file that names the module; without folder if `NoPath`.
-  std::string ProjectLine(bool NoPath = false) const;
+  std::string ProjectLine(bool NoPath = false);
 
   // Reading (intake/).
   /// Loads the file; only header and declarations if `OnlyHeader`, a later call goes on behind them.
@@ -163,14 +168,17 @@ class Component : public CodeElement {
   bool Ignore() const;
   void UnloadSourceCode();
   /// `Def...` statements in order.
-  std::vector<DefaultTypeEntry>& DefaultTypes() { return mDefaultTypes; }
+  std::vector<DefaultTypeEntry>& DefaultTypes() {
+    mLetterTypes.clear();
+    return mDefaultTypes;
+  }
   const std::vector<DefaultTypeEntry>& DefaultTypes() const { return mDefaultTypes; }
   ModuleIntake& Intake();
   ModuleIntake* IntakeIfAny() const { return mIntake.get(); }
   /// Frees what only a load needs.
   void DropIntake() { mIntake.reset(); }
 
-  // Properties as one element (model/PropertyGroup.cpp).
+  // Properties as one element (model/PropertyGroup.cpp, comments/PropertyComments.cpp).
   void AddPropertyBlockToPropertyGroup(Block* block);
   Block* ConsolidatedPropertyBlock(std::string_view Name, bool IncludePrivate = true);
   bool IsFirstPropertyBlock(const Block* block) const;
@@ -245,6 +253,8 @@ class Component : public CodeElement {
  private:
   WeakHandle<ProjectOptions> mProject;
   std::vector<DefaultTypeEntry> mDefaultTypes;
+  /// Answer of `DefaultType` for each ASCII letter asked for so far.
+  mutable std::vector<std::string_view> mLetterTypes;
   std::shared_ptr<ModuleIntake> mIntake;
   std::shared_ptr<vendrel::CompilerConstants> mCompilerConstants;
   bool mIsMDI = false;
