@@ -34,10 +34,14 @@ std::string InNamespace(const Namespace* space, std::string_view name) {
 
 std::string_view PropertySuffix(BlockTypeEnum type) {
   switch (type) {
-    case btPropertyGet: return "_PG";
-    case btPropertyLet: return "_PL";
-    case btPropertySet: return "_PS";
-    default: return {};
+    case btPropertyGet:
+      return "_PG";
+    case btPropertyLet:
+      return "_PL";
+    case btPropertySet:
+      return "_PS";
+    default:
+      return {};
   }
 }
 
@@ -46,7 +50,8 @@ std::string_view PropertySuffix(BlockTypeEnum type) {
 template <typename Declared>
 const Block* OwnProcedure(const Declared& element) {
   const Block* block = element.Procedure.Get();
-  return block && !block->Name().empty() && block->Options().Reading.CompleteNames ? block : nullptr;
+  return block && !block->Name().empty() && block->Options().Reading.CompleteNames ? block
+                                                                                   : nullptr;
 }
 
 std::string NameInProcedure(const Block& block, std::string_view name) {
@@ -82,9 +87,7 @@ std::string Constant::QualifiedName() const {
   return Joined({NameOf(Component.Get()), "~", Name});
 }
 
-std::string Parameter::QualifiedName() const {
-  return Joined({NameOf(Parent.Get()), ":", Name()});
-}
+std::string Parameter::QualifiedName() const { return Joined({NameOf(Parent.Get()), ":", Name()}); }
 
 std::string EventDeclaration::QualifiedName() const {
   return Joined({NameOf(Component.Get()), "~", Name, "_EV"});

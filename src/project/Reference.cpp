@@ -196,8 +196,7 @@ bool Reference::MustRebuild() const {
   const vendrel::VBProject* parent = ParentProject();
   if (parent && parent->Reading.KeepAbsentReferences && !FileName.Exists()) return false;
   return FileName.IsRelocatable() ||
-         (parent &&
-          !EqualsNoCase(parent->FileName.FullPath(), parent->OutputFileName.FullPath()));
+         (parent && !EqualsNoCase(parent->FileName.FullPath(), parent->OutputFileName.FullPath()));
 }
 
 std::string Reference::CompiledForm(std::string_view classId, std::string_view path) const {

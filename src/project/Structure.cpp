@@ -29,8 +29,7 @@ ParentsByProject FindParents(const VBProjects& projects) {
 }
 
 void AppendRelation(pugi::xml_node element, const char* name, const VBProject& project) {
-  element.append_child(name).append_attribute("ProjectName").set_value(
-      project.ProjectName.c_str());
+  element.append_child(name).append_attribute("ProjectName").set_value(project.ProjectName.c_str());
 }
 
 }  // namespace

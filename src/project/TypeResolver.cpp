@@ -2,8 +2,8 @@
 
 namespace vendrel {
 
-bool TypeResolver::AddTypeLibByID(std::string_view classId, std::int32_t major,
-                                  std::int32_t minor, std::int32_t locale) {
+bool TypeResolver::AddTypeLibByID(std::string_view classId, std::int32_t major, std::int32_t minor,
+                                  std::int32_t locale) {
   Libraries.push_back({std::string(classId), major, minor, locale, {}});
   return false;
 }

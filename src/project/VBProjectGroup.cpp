@@ -81,8 +81,9 @@ bool VBProjectGroup::Load(std::string_view FileName, bool Silent, bool DoNotPopu
 void VBProjectGroup::LoadLine(std::string_view line, bool silent, bool doNotPopulate) {
   if (line.starts_with("VBGROUP ") || Trim(line).empty()) return;
   const std::size_t equals = line.find('=');
-  const std::string_view path =
-      equals == std::string_view::npos ? std::string_view() : StripQuotes(Trim(line.substr(equals + 1)));
+  const std::string_view path = equals == std::string_view::npos
+                                    ? std::string_view()
+                                    : StripQuotes(Trim(line.substr(equals + 1)));
   if (path.empty()) return Tell(DiagnosticCode::GroupLineSkipped, {line});
   FileSystemObject file;
   file.SetBaseFile(&mFileName);

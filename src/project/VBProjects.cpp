@@ -16,7 +16,8 @@ bool IsExcludedFolder(std::string_view folder) {
 
 void IncludePublicComponents(VBProject& project) {
   for (Component& component : project.Components)
-    if (project.WasReadFromTypeLibrary || component.Access == "PUBLIC") component.IncludeFlag = true;
+    if (project.WasReadFromTypeLibrary || component.Access == "PUBLIC")
+      component.IncludeFlag = true;
 }
 
 // Silent about projects of one key: there the first stays, as a matter of course.

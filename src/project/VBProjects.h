@@ -15,7 +15,8 @@ struct VBProjectFamily {
   static constexpr bool Placed = true;
 };
 
-/// A set of projects, keyed by `ProjectName`. Fill it by `Add`, or from a folder or a list of files.
+/// A set of projects, keyed by `ProjectName`. Fill it by `Add`, or from a folder or a list of
+/// files.
 class VBProjects : public ElementCollection<VBProject, VBProjectFamily> {
  public:
   /// Called for each project that `Load` and `LoadCollection` make, before it is read: the place to
@@ -31,8 +32,9 @@ class VBProjects : public ElementCollection<VBProject, VBProjectFamily> {
            const Position& after = {}, bool SetIncludeFlagForPublic = false);
 
   /// Loads every project file ("*.vbp") in a folder and below it, but for those directly in a
-  /// folder whose name ends in "FolioVB" or "ForgeVBCode". A file that cannot be read, and one whose
-  /// project name is taken, is told and left out. Raises 75 or 70 if the folder cannot be read.
+  /// folder whose name ends in "FolioVB" or "ForgeVBCode". A file that cannot be read, and one
+  /// whose project name is taken, is told and left out. Raises 75 or 70 if the folder cannot be
+  /// read.
   void Load(std::string_view RootPath);
   /// Loads each path; what is missing or cannot be read is told and left out.
   void LoadCollection(const std::vector<std::string>& ProjectPaths);
