@@ -63,6 +63,8 @@ class Block : public CodeElement {
   bool IsSealed = false;
   bool IsAbstract = false;
   bool IsShadow = false;
+  /// The set half of a VB.NET property, which has no lines of its own; null for other blocks.
+  std::shared_ptr<Block> Setter;
   /// Every comment of the lines read so far; the last one.
   std::shared_ptr<TaggedComment> LastTaggedComment;
   /// The control, variable or module whose event this procedure handles.
@@ -222,6 +224,7 @@ class Block : public CodeElement {
     bool FoundActualCodeInBlock = false;
     bool mEnumOpen = false;
     bool mUDTOpen = false;
+    bool mEnded = false;
     SharedText mLastTagIdentifier;
     SharedText mLastQualifier;
   };

@@ -14,6 +14,7 @@
 #include "model/Component.h"
 #include "project/CompilerConstants.h"
 #include "project/Components.h"
+#include "project/NetResolver.h"
 #include "project/Reference.h"
 #include "project/TypeResolver.h"
 #include "services/FileSystemObject.h"
@@ -144,6 +145,8 @@ class VBProject : public ProjectOptions {
   std::string ClsID() const;
   vendrel::TypeResolver& TypeResolver() const { return *mTypeResolver; }
   void SetTypeResolver(std::shared_ptr<vendrel::TypeResolver> resolver);
+  /// The resolver of .NET type names; null while none is registered.
+  vendrel::NetResolver* NetResolver();
   /// The process-wide flag: true shows no message box for any project.
   bool Silent() const;
   void SetSilent(bool value);
@@ -278,6 +281,7 @@ class VBProject : public ProjectOptions {
   CodeElement* ResolveInOtherProjects(std::string_view Name, TypeClassEnum& TypeClass);
 
   std::shared_ptr<vendrel::TypeResolver> mTypeResolver;
+  std::shared_ptr<vendrel::NetResolver> mNetResolver;
   WeakHandle<vendrel::VBProjectGroup> mGroup;
 };
 

@@ -130,7 +130,9 @@ std::string FileSystemObject::FolderPath() const { return std::string(FolderPart
 void FileSystemObject::SetFolderPath(std::string_view folder) {
   const std::string leaf = LeafName();
   std::string path(folder);
-  if (!path.empty() && path.back() != '\\' && path.back() != '/') path.push_back('\\');
+  const bool native = !path.empty() && path[0] == '/';
+  if (!path.empty() && path.back() != '/' && (native || path.back() != '\\'))
+    path.push_back(native ? '/' : '\\');
   SetFullPath(path);
   StorePath(mPath + leaf);
 }
@@ -220,9 +222,11 @@ std::string FileSystemObject::ReadAll() {
 
 void FileSystemObject::WriteLine(std::string_view text) {
   if (!mWriter) throw NotOpen(FullPath());
-  std::string line(text);
-  line += "\r\n";
-  if (const auto bytes = Encode(line, mWriteForm)) return WriteBytes(*bytes);
+  const auto bytes = Encode(text, mWriteForm);
+  if (bytes) {
+    mWriter->Write(*bytes);
+    return mWriter->Write(*Encode("\r\n", mWriteForm));
+  }
   const std::string& page = PageOf(mWriteForm).Name();
   Tell(DiagnosticCode::CharactersNotHeld, {FullPath(), page});
   mWriter->Spoil();

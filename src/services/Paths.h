@@ -8,8 +8,8 @@
 
 namespace vendrel {
 
-/// Which folder of this machine stands behind a drive letter. Z is the root at first, as under the
-/// usual compatibility layer, so that a Windows compiler called through it understands our paths.
+/// Which folder of this machine stands behind a drive letter. Z is the root at first, as under
+/// Wine, so that a Windows compiler called through it understands our paths.
 class DriveMap {
  public:
   /// `letter` in either case, `nativeFolder` absolute; an empty folder takes the drive away.

@@ -232,8 +232,8 @@ class RegistryParser {
     return text;
   }
 
-  // Takes text up to `end` (or the end of the line) off the front of `line`. The compatibility
-  // layer escapes more than quotes and backslashes.
+  // Takes text up to `end` (or the end of the line) off the front of `line`. Wine escapes more
+  // than quotes and backslashes.
   std::string Unescape(std::string_view& line, char end) const {
     std::string text;
     while (!line.empty() && line[0] != end) {

@@ -1,6 +1,6 @@
 #pragma once
 // One file of registry text: an export ("Windows Registry Editor Version 5.00", "REGEDIT4") or the
-// form in which the usual compatibility layer keeps its registry ("WINE REGISTRY Version 2").
+// form in which Wine keeps its registry ("WINE REGISTRY Version 2").
 
 #include <map>
 #include <memory>

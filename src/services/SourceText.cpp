@@ -205,6 +205,7 @@ std::optional<std::string> Encode(std::string_view utf8, const TextForm& like) {
     case TextEncoding::CodePage:
       break;
   }
+  if (FirstNonAscii(utf8) == utf8.size()) return std::string(utf8);
   std::string bytes;
   if (!PageOf(like).Encode(utf8, bytes)) return std::nullopt;
   return bytes;

@@ -9,134 +9,35 @@
 namespace vendrel {
 namespace {
 
-constexpr std::string_view kKeywords[] = {
-    "ABS",
-    "ALIAS",
-    "AND",
-    "ARRAY",
-    "AS",
-    "BOOLEAN",
-    "BYTE",
-    "BYVAL",
-    "CALL",
-    "CASE",
-    "CLASS",
-    "CLOSE",
-    "COLLECTION",
-    "CONST",
-    "CURRENCY",
-    "DATE",
-    "DECIMAL",
-    "DECLARE",
-    "DEFBOOL",
-    "DEFBYTE",
-    "DEFCUR",
-    "DEFDATE",
-    "DEFDBL",
-    "DEFDEC",
-    "DEFINT",
-    "DEFLNG",
-    "DEFOBJ",
-    "DEFSNG",
-    "DEFSTR",
-    "DEFVAR",
-    "DIM",
-    "DO",
-    "DOEVENTS",
-    "DOUBLE",
-    "EACH",
-    "ELSE",
-    "ELSEIF",
-    "END",
-    "ENUM",
-    "EQV",
-    "ERASE",
-    "ERROR",
-    "EVENT",
-    "EXIT",
-    "FALSE",
-    "FIX",
-    "FOR",
-    "FUNCTION",
-    "GET",
-    "GLOBAL",
-    "GOSUB",
-    "GOTO",
-    "IF",
-    "IMP",
-    "IMPLEMENTS",
-    "IMPORTS",
-    "IN",
-    "INPUT",
-    "INT",
-    "INTEGER",
-    "IS",
-    "LBOUND",
-    "LET",
-    "LIB",
-    "LIKE",
-    "LINE",
-    "LOCK",
-    "LONG",
-    "LOOP",
-    "LSET",
-    "ME",
-    "MODULE",
-    "MUSTINHERIT",
-    "NAMESPACE",
-    "NEW",
-    "NEXT",
-    "NOT",
-    "NOTHING",
-    "NOTINHERITABLE",
-    "NOTOVERRIDABLE",
-    "OBJECT",
-    "ON",
-    "OPEN",
-    "OPTION",
-    "OPTIONAL",
-    "OR",
-    "OVERLOADS",
-    "OVERRIDABLE",
-    "PARAMARRAY",
-    "PRINT",
-    "PRIVATE",
-    "PROPERTY",
-    "PROTECTED",
-    "PUBLIC",
-    "PUT",
-    "RAISEEVENT",
-    "READONLY",
-    "REDIM",
-    "RESUME",
-    "RETURN",
-    "RSET",
-    "SEEK",
-    "SELECT",
-    "SET",
-    "SGN",
-    "SHADOWS",
-    "SINGLE",
-    "SPC",
-    "STATIC",
-    "STOP",
-    "STRING",
-    "SUB",
-    "TAB",
-    "THEN",
-    "TO",
-    "TRUE",
-    "TYPE",
-    "UBOUND",
-    "UNLOCK",
-    "VARIANT",
-    "VIRTUAL",
-    "WEND",
-    "WHILE",
-    "WITH",
-    "WITHEVENTS",
-    "XOR",
-};
+// Lists of words stand as one text each, cut at compile time.
+constexpr std::size_t CountWords(std::string_view text) {
+  std::size_t count = 1;
+  for (const char c : text) count += c == ' ';
+  return count;
+}
+
+template <std::size_t Count>
+constexpr std::array<std::string_view, Count> WordsOf(std::string_view text) {
+  std::array<std::string_view, Count> words;
+  for (std::string_view& word : words) {
+    word = text.substr(0, text.find(' '));
+    text.remove_prefix(word.size() < text.size() ? word.size() + 1 : word.size());
+  }
+  return words;
+}
+
+constexpr std::string_view kKeywordsText =
+    "ABS ALIAS AND ARRAY AS BOOLEAN BYTE BYVAL CALL CASE CLASS CLOSE COLLECTION CONST "
+    "CURRENCY DATE DECIMAL DECLARE DEFBOOL DEFBYTE DEFCUR DEFDATE DEFDBL DEFDEC DEFINT DEFLNG "
+    "DEFOBJ DEFSNG DEFSTR DEFVAR DIM DO DOEVENTS DOUBLE EACH ELSE ELSEIF END ENUM EQV ERASE "
+    "ERROR EVENT EXIT FALSE FIX FOR FUNCTION GET GLOBAL GOSUB GOTO IF IMP IMPLEMENTS IMPORTS "
+    "IN INPUT INT INTEGER IS LBOUND LET LIB LIKE LINE LOCK LONG LOOP LSET ME MODULE "
+    "MUSTINHERIT NAMESPACE NEW NEXT NOT NOTHING NOTINHERITABLE NOTOVERRIDABLE OBJECT ON OPEN "
+    "OPTION OPTIONAL OR OVERLOADS OVERRIDABLE PARAMARRAY PRINT PRIVATE PROPERTY PROTECTED "
+    "PUBLIC PUT RAISEEVENT READONLY REDIM RESUME RETURN RSET SEEK SELECT SET SGN SHADOWS "
+    "SINGLE SPC STATIC STOP STRING SUB TAB THEN TO TRUE TYPE UBOUND UNLOCK VARIANT VIRTUAL "
+    "WEND WHILE WITH WITHEVENTS XOR";
+constexpr auto kKeywords = WordsOf<CountWords(kKeywordsText)>(kKeywordsText);
 constexpr std::size_t kLongestKeyword = 14;
 
 // Open hashing over the upper-cased letters; 0 marks a free slot, n the n-th keyword.
@@ -169,42 +70,13 @@ bool IsKeywordWord(std::string_view word) {
 }
 
 // The words that can begin a declaration, in groups by their first letter.
-constexpr std::string_view kDeclarationWords[] = {
-    "class",
-    "default",
-    "dim",
-    "declare",
-    "event",
-    "enum",
-    "friend",
-    "function",
-    "get",
-    "implements",
-    "imports",
-    "inherits",
-    "module",
-    "mustoverride",
-    "mustinherit",
-    "namespace",
-    "notoverridable",
-    "notinheritable",
-    "overridable",
-    "overrides",
-    "overloads",
-    "public",
-    "private",
-    "protected",
-    "property",
-    "readonly",
-    "structure",
-    "start",
-    "sub",
-    "set(",
-    "shadows",
-    "shared",
-    "static",
-    "writeonly",
-};
+constexpr std::string_view kDeclarationWordsText =
+    "class default dim declare event enum friend function get implements imports inherits "
+    "module mustoverride mustinherit namespace notoverridable notinheritable overridable "
+    "overrides overloads public private protected property readonly structure start sub set( "
+    "shadows shared static writeonly";
+constexpr auto kDeclarationWords =
+    WordsOf<CountWords(kDeclarationWordsText)>(kDeclarationWordsText);
 
 // For each letter the range of its words in the list above.
 struct WordRange {
