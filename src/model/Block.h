@@ -252,6 +252,7 @@ class Block : public CodeElement {
   bool mOverloaded = false;
   bool mIsDelegate = false;
   bool mCompletelyLoaded = false;
+  bool mShared = false;  // has stood in more than one collection
 };
 
 }  // namespace vendrel

@@ -65,18 +65,33 @@ class Blocks {
 
  private:
   friend class Block;
-  void Adopt(Block& block);
+  void Adopt(Block& block, bool atEnd);
   void Renamed(Block& block, std::string_view oldName);
   void Retyped(Block& block, BlockTypeEnum oldType);
-  void Unlink(Block& block);
+  void Forget(Block& block);
+  void DropIndex() const;
+  void Refresh() const;
   void BuildIndex() const;
+  void File(Block* block) const;
+  void Unfile(const Block* block, std::string_view name) const;
+  std::size_t OrdinalOf(const Block* block) const;
+  std::size_t PlaceOf(const Block* block) const;
   Block* FirstMatch(std::string_view base, std::string_view key, bool withArguments) const;
 
   KeyedCollection<Block> mCol;
   mutable std::unordered_map<std::string, std::vector<Block*>> mByName;
+  /// Rising numbers in the order of the blocks; made when the place of a block is asked for.
+  mutable std::unordered_map<const Block*, std::size_t> mOrdinals;
+  mutable std::size_t mLastOrdinal = 0;
   mutable std::array<Block*, 17> mFirstOfType{};
   mutable std::uint32_t mTypesKnown = 0;  // bit per type: the entry above is right
   mutable bool mIndexed = false;
+  bool mNamespaced = false;  // a block with a namespace has been here
+  // A block in several collections tells only the last one of its changes; the others see by the
+  // running number of such changes that their index is stale.
+  bool mHasShared = false;
+  mutable std::uint64_t mSharedChangesSeen = 0;
+  static inline std::uint64_t sSharedChanges = 0;
 };
 
 }  // namespace vendrel

@@ -140,7 +140,7 @@ class Component : public CodeElement {
   /// Extension of a file of this kind, without the dot.
   std::string Extension() const;
   /// The line of the project file that names the module; without folder if `NoPath`.
-  std::string ProjectLine(bool NoPath = false) const;
+  std::string ProjectLine(bool NoPath = false);
 
   // Reading (intake/).
   /// Loads the file; only header and declarations if `OnlyHeader`, a later call goes on behind them.
@@ -163,14 +163,17 @@ class Component : public CodeElement {
   bool Ignore() const;
   void UnloadSourceCode();
   /// `Def...` statements in order.
-  std::vector<DefaultTypeEntry>& DefaultTypes() { return mDefaultTypes; }
+  std::vector<DefaultTypeEntry>& DefaultTypes() {
+    mLetterTypes.clear();
+    return mDefaultTypes;
+  }
   const std::vector<DefaultTypeEntry>& DefaultTypes() const { return mDefaultTypes; }
   ModuleIntake& Intake();
   ModuleIntake* IntakeIfAny() const { return mIntake.get(); }
   /// Frees what only a load needs.
   void DropIntake() { mIntake.reset(); }
 
-  // Properties as one element (model/PropertyGroup.cpp).
+  // Properties as one element (model/PropertyGroup.cpp, comments/PropertyComments.cpp).
   void AddPropertyBlockToPropertyGroup(Block* block);
   Block* ConsolidatedPropertyBlock(std::string_view Name, bool IncludePrivate = true);
   bool IsFirstPropertyBlock(const Block* block) const;
@@ -245,6 +248,8 @@ class Component : public CodeElement {
  private:
   WeakHandle<ProjectOptions> mProject;
   std::vector<DefaultTypeEntry> mDefaultTypes;
+  /// Answer of `DefaultType` for each ASCII letter asked for so far.
+  mutable std::vector<std::string_view> mLetterTypes;
   std::shared_ptr<ModuleIntake> mIntake;
   std::shared_ptr<vendrel::CompilerConstants> mCompilerConstants;
   bool mIsMDI = false;

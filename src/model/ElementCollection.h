@@ -85,4 +85,10 @@ class PlainCollection {
   KeyedCollection<T> mCol;
 };
 
+/// Adds under `key` if that is free, else without a key.
+template <typename T>
+void AddUnderFreeKey(PlainCollection<T>& col, std::shared_ptr<T> item, std::string_view key) {
+  col.Add(std::move(item), col.HasKey(key) ? std::string_view() : key);
+}
+
 }  // namespace vendrel

@@ -70,7 +70,7 @@ class Parameter : public CodeElement {
  private:
   friend class Parameters;
   std::string mName;
-  Parameters* mOwner = nullptr;
+  bool mListed = false;  // stands in a list, whose index a new name makes stale
 };
 
 struct ParameterFamily {
@@ -81,7 +81,6 @@ struct ParameterFamily {
 /// The parameter list of one procedure, event or `Declare`.
 class Parameters : public ElementCollection<Parameter, ParameterFamily> {
  public:
-  ~Parameters();
   WeakHandle<vendrel::Component> Component;
 
   using ElementCollection::Item;
@@ -105,7 +104,6 @@ class Parameters : public ElementCollection<Parameter, ParameterFamily> {
  private:
   friend class Parameter;
   struct NameIndex;
-  void Release();
   mutable std::shared_ptr<NameIndex> mIndex;  // made at the first look-up of a long list
 };
 
