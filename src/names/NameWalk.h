@@ -18,9 +18,9 @@ const std::vector<std::string_view>& AllKinds();
 
 /// Calls `visit` for the project, its libraries, its modules, and module by module for what each
 /// declares and holds: controls, constants, variables, enumerations, types, events, Declares,
-/// interfaces, and procedures with their parameters, constants and variables. A property comes once,
-/// as the block that stands for it, followed by the parameters and variables of all its procedures.
-/// Walks what is loaded; loads nothing.
+/// interfaces, and procedures with their parameters, constants and variables. A property comes
+/// once, as the block that stands for it, followed by the parameters and variables of all its
+/// procedures. Walks what is loaded; loads nothing.
 void ForEachNamedElement(VBProject& project, const std::function<void(CodeElement&)>& visit);
 
 /// The same for one module.
