@@ -25,9 +25,9 @@ bool ImplementsExcluded(const Component& component, const Block& block) {
 // Get before Let before Set.
 void Rank(RankedBlocks& ranked, Block* block) {
   ranked.Type |= block->BlockType() == btPropertyGet ? ptRead : ptWrite;
-  const bool higher = !ranked.Result || block->BlockType() == btPropertyGet ||
-                      (block->BlockType() == btPropertyLet &&
-                       ranked.Result->BlockType() == btPropertySet);
+  const bool higher =
+      !ranked.Result || block->BlockType() == btPropertyGet ||
+      (block->BlockType() == btPropertyLet && ranked.Result->BlockType() == btPropertySet);
   if (!higher) {
     ranked.Others.push_back(block);
     return;

@@ -62,8 +62,9 @@ Block* Blocks::Item(std::string_view Key) const {
   return overloads && overloads->Count() > 0 ? overloads->Item(sought.Key) : found;
 }
 
-// The first block at which a walk over all of them would stop. Only blocks filed under the name, the
-// name with arguments, or (delegates of a namespace) the part behind one of its dots can be that.
+// The first block at which a walk over all of them would stop. Only blocks filed under the name,
+// the name with arguments, or (delegates of a namespace) the part behind one of its dots can be
+// that.
 Block* Blocks::FirstMatch(std::string_view base, std::string_view key, bool withArguments) const {
   const auto stops = [&](const Block& block) {
     if (block.IsDelegate() && EqualsNoCase(base, block.Name())) return true;

@@ -6,8 +6,8 @@
 namespace vendrel {
 namespace {
 
-// The first character of a text, with its case mapped up. UTF-8 orders as code points do, so letters
-// compare as texts.
+// The first character of a text, with its case mapped up. UTF-8 orders as code points do, so
+// letters compare as texts.
 std::string FirstLetter(std::string_view text) {
   std::size_t length = 1;
   while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)

@@ -79,6 +79,8 @@ class Component : public CodeElement {
   std::string CommentBuffer;
   std::string VMCommentBuffer;
   std::string ClassHierarchy;
+  /// The file as it was decoded; empty before the load and after `UnloadSourceCode`.
+  std::shared_ptr<const SourceText> SourceForm;
   /// The line of the project file that named the module.
   std::string ProjectLineRaw;
   bool IsNew = false;

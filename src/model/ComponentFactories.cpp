@@ -22,12 +22,9 @@ Interface* Component::netCreateImplementedInterface(std::string_view name) {
   return Interfaces.Add(interface, name) ? interface.get() : Interfaces.Item(name);
 }
 
-std::shared_ptr<Variable> Component::netCreateField(std::string_view name,
-                                                    std::string_view typeName,
-                                                    std::string_view access, bool isStatic,
-                                                    bool implemented,
-                                                    std::string_view inheritedFrom,
-                                                    bool addToModuleVariables) {
+std::shared_ptr<Variable> Component::netCreateField(
+    std::string_view name, std::string_view typeName, std::string_view access, bool isStatic,
+    bool implemented, std::string_view inheritedFrom, bool addToModuleVariables) {
   auto field = std::make_shared<Variable>();
   field->Name = name;
   field->TypeName = typeName;

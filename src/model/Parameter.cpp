@@ -10,8 +10,8 @@ namespace {
 // Below this many parameters a walk is cheaper than an index.
 constexpr std::size_t kWalked = 16;
 
-// Counts the new names of listed parameters. One parameter may stand in the lists of an event and of
-// its delegate, so an index compares this number instead of being told.
+// Counts the new names of listed parameters. One parameter may stand in the lists of an event and
+// of its delegate, so an index compares this number instead of being told.
 std::uint64_t gNamesChanged = 0;
 
 }  // namespace

@@ -30,10 +30,10 @@ std::string MaxAccess(const Block* block, std::string_view Current) {
   if (!block) return std::string(Current);
   const std::string access = LowerAscii(block->Access);
   const std::string current = UpperAscii(Current);
-  const bool wider = access == "public" || (access == "private" && current.empty()) ||
-                     (access == "friend" && (current.empty() || current == "PRIVATE")) ||
-                     (access == "protected" &&
-                      (current.empty() || current == "PRIVATE" || current == "FRIEND"));
+  const bool wider =
+      access == "public" || (access == "private" && current.empty()) ||
+      (access == "friend" && (current.empty() || current == "PRIVATE")) ||
+      (access == "protected" && (current.empty() || current == "PRIVATE" || current == "FRIEND"));
   return wider ? block->Access.str() : std::string(Current);
 }
 
