@@ -18,7 +18,7 @@ class EventList {
   void Raise(Arguments... arguments) const {
     const std::size_t count = mHandlers.size();
     for (std::size_t i = 0; i < count; ++i) {
-      const Handler handler = mHandlers[i];  // a copy: the list may grow meanwhile
+      const Handler handler = mHandlers[i];  // a copy: the list may move while it runs
       handler(arguments...);
     }
   }
