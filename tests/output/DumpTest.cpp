@@ -27,8 +27,7 @@ TEST(Describe, GivesEveryClassDistinctNamesAndReaders) {
   for (const ClassDescription* description : AllClasses()) {
     std::set<std::string_view> names;
     for (const PropertyDescription& property : description->Properties) {
-      EXPECT_TRUE(names.insert(property.Name).second)
-          << description->Name << "." << property.Name;
+      EXPECT_TRUE(names.insert(property.Name).second) << description->Name << "." << property.Name;
       EXPECT_TRUE(property.Read ? !property.Count : property.Count && property.At);
       // A collection that is not marked as one would be owned twice.
       const bool owns = property.Count != nullptr;

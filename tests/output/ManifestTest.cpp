@@ -59,10 +59,11 @@ TEST(Manifest, OfEachDeclarationHasItsNamesInOrder) {
   declare.Name = "Sleep";
   declare.Library = "kernel32.dll";
   declare.Access = "PRIVATE";
-  EXPECT_EQ(ManifestOf(declare),
-            "<e Name=\"Sleep\" Alias=\"\" Library=\"kernel32.dll\" Access=\"PRIVATE\" "
-            "IsFunction=\"False\" ReturnType=\"\" ReturnTypeIsArray=\"False\" ExcludeFlag=\"False\">"
-            "<UnTaggedDescription/><TaggedDescription/></e>");
+  EXPECT_EQ(
+      ManifestOf(declare),
+      "<e Name=\"Sleep\" Alias=\"\" Library=\"kernel32.dll\" Access=\"PRIVATE\" "
+      "IsFunction=\"False\" ReturnType=\"\" ReturnTypeIsArray=\"False\" ExcludeFlag=\"False\">"
+      "<UnTaggedDescription/><TaggedDescription/></e>");
 
   Constant constant;
   constant.Name = "Rate";
