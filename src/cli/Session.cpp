@@ -6,6 +6,7 @@
 #include "cli/ProjectSettings.h"
 #include "cli/Report.h"
 #include "core/Ascii.h"
+#include "core/ProcessState.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"
 
@@ -53,6 +54,8 @@ std::shared_ptr<VBProject> LoadFile(const std::string& path, InputKind kind,
   auto project = NewProject(options);
   const bool read = kind == InputKind::Project ? project->Load(path) : project->LoadModule(path);
   if (!read) throw ToolError(exFailed, path + ": cannot be read: " + project->LastErrorString);
+  // Nothing is written, but what is shown must not depend on the current folder.
+  project->OutputFileName.SetFolderPath(project->FileName.FolderPath());
   return project;
 }
 
@@ -72,6 +75,8 @@ std::shared_ptr<VBProject> LoadWithCodePage(const std::string& path, InputKind k
   const std::string chosen = chooser.Choose();
   if (chosen == CodePage::Default().Name()) return project;
   FileOptions::Current().CodePage = chosen;
+  project.reset();
+  State().Reset();  // the second listing counts as the first: keys and ids begin anew
   project = LoadFile(path, kind, options);
   const DiagnosticScope scope(&project->Diagnostics, project->FileName.FullPath());
   Tell(DiagnosticCode::CodePageGuessed, {chosen, "guessed; --codepage sets another"});

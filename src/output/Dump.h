@@ -21,7 +21,7 @@ struct DumpOptions {
   /// Properties that say nothing too: empty texts and collections, 0, false, no link.
   bool Empty = true;
   /// A folder in Windows form ("Z:\home\me\ledger") that paths show as `Z:\root`; empty: none.
-  std::string Root;
+  std::string Root = {};
   /// A line for each member.
   bool Indented = true;
 };

@@ -17,18 +17,18 @@ namespace {
 using nlohmann::json;
 
 // What a run of the tool gave.
-struct Run {
+struct Result {
   int Code = -1;
   std::string Out;
   std::string Err;
 };
 
-Run Tool(const std::vector<std::string>& arguments, bool terminal = false) {
+Result Tool(const std::vector<std::string>& arguments, bool terminal = false) {
   std::vector<const char*> argv{"vendrelmodel"};
   for (const std::string& argument : arguments) argv.push_back(argument.c_str());
   std::ostringstream out, err;
   const Streams streams{out, err, terminal, terminal};
-  Run run;
+  Result run;
   run.Code = RunTool(static_cast<int>(argv.size()), argv.data(), streams);
   run.Out = out.str();
   run.Err = err.str();
@@ -58,12 +58,12 @@ class ToolOnAProject : public testing::Test {
 };
 
 TEST_F(ToolOnAProject, TreeShowsEveryElementWithItsPlace) {
-  const Run run = Tool({"tree", "/p/Shop.vbp", "--depth", "4"});
+  const Result run = Tool({"tree", "/p/Shop.vbp", "--depth", "4"});
   EXPECT_EQ(run.Code, exDone);
   for (const char* part :
        {"project Shop  (EXE, 3 modules, 1 procedure)  /p/Shop.vbp:1\n",
         "  module modMain  (10 lines, 1 procedure)  /p/modMain.bas:1\n",
-        "    variable PUBLIC Total As Currency  /p/modMain.bas:3\n",
+        "    variable Public Total As Currency  /p/modMain.bas:3\n",
         "    enum Public Colour  (1 member)  /p/modMain.bas:4\n",
         "      member Red  (1)  /p/modMain.bas:5\n",
         "    procedure Public Sub Post(ByVal Amount As Currency)  /p/modMain.bas:8\n",
@@ -78,10 +78,10 @@ TEST_F(ToolOnAProject, TreeGoesAsFarAsAsked) {
   EXPECT_FALSE(Has(Tool({"tree", "/p/Shop.vbp", "--depth", "1"}).Out, "module modMain"));
   EXPECT_FALSE(Has(Tool({"tree", "/p/Shop.vbp", "--depth", "2"}).Out, "Post"));
   EXPECT_FALSE(Has(Tool({"tree", "/p/Shop.vbp"}).Out, "parameter"));
-  const Run one = Tool({"tree", "/p/Shop.vbp", "--module", "MODMAIN"});
+  const Result one = Tool({"tree", "/p/Shop.vbp", "--module", "MODMAIN"});
   EXPECT_TRUE(Has(one.Out, "module modMain"));
   EXPECT_FALSE(Has(one.Out, "Item"));
-  const Run none = Tool({"tree", "/p/Shop.vbp", "--module", "other"});
+  const Result none = Tool({"tree", "/p/Shop.vbp", "--module", "other"});
   EXPECT_EQ(none.Code, exNo);
   EXPECT_TRUE(Has(none.Err, "no module 'other'"));
 }
@@ -112,7 +112,7 @@ TEST_F(ToolOnAProject, DumpAndManifestGiveWholeDocuments) {
 }
 
 TEST_F(ToolOnAProject, CheckCountsAndSaysNoWhenAModuleIsMissing) {
-  const Run run = Tool({"check", "/p/Shop.vbp"});
+  const Result run = Tool({"check", "/p/Shop.vbp"});
   EXPECT_EQ(run.Code, exNo);
   EXPECT_TRUE(Has(run.Out, "[missing-module]")) << run.Out;
   EXPECT_TRUE(Has(run.Out,
@@ -121,7 +121,7 @@ TEST_F(ToolOnAProject, CheckCountsAndSaysNoWhenAModuleIsMissing) {
       << run.Out;
   EXPECT_EQ(Tool({"check", "/p/whole"}).Code, exDone);
 
-  const Run folder = Tool({"check", "/p", "--diagnostics", "json"});
+  const Result folder = Tool({"check", "/p", "--diagnostics", "json"});
   EXPECT_EQ(folder.Code, exNo);
   std::istringstream lines(folder.Out);
   json last;
@@ -131,7 +131,7 @@ TEST_F(ToolOnAProject, CheckCountsAndSaysNoWhenAModuleIsMissing) {
 }
 
 TEST_F(ToolOnAProject, DiagnosticsComeAsAsked) {
-  const Run asJson = Tool({"tree", "/p/Shop.vbp", "--diagnostics", "json"});
+  const Result asJson = Tool({"tree", "/p/Shop.vbp", "--diagnostics", "json"});
   const json first = json::parse(asJson.Err.substr(0, asJson.Err.find('\n')));
   EXPECT_TRUE(first.contains("Severity") && first.contains("Text") && first.contains("Line"));
   EXPECT_EQ(Tool({"tree", "/p/Shop.vbp", "--quiet"}).Err, "");
@@ -140,23 +140,23 @@ TEST_F(ToolOnAProject, DiagnosticsComeAsAsked) {
 }
 
 TEST_F(ToolOnAProject, ResultsGoToAFileThatAppearsWholeOrNotAtAll) {
-  const Run run = Tool({"dump", "/p/Shop.vbp", "-o", "/p/out.json"});
+  const Result run = Tool({"dump", "/p/Shop.vbp", "-o", "/p/out.json"});
   EXPECT_EQ(run.Code, exDone) << run.Err;
   EXPECT_EQ(run.Out, "");
   EXPECT_EQ(mFiles["/p/out.json"], Tool({"dump", "/p/Shop.vbp"}).Out);
 
-  const Run itself = Tool({"dump", "/p/Shop.vbp", "-o", "/p/Shop.vbp"});
+  const Result itself = Tool({"dump", "/p/Shop.vbp", "-o", "/p/Shop.vbp"});
   EXPECT_EQ(itself.Code, exUsage);
   EXPECT_EQ(mFiles["/p/Shop.vbp"], kProject);
 
-  const Run nowhere = Tool({"dump", "/p/Shop.vbp", "-o", "/no/folder/out.json"});
+  const Result nowhere = Tool({"dump", "/p/Shop.vbp", "-o", "/no/folder/out.json"});
   EXPECT_EQ(nowhere.Code, exFailed);
   EXPECT_TRUE(Has(nowhere.Err, "/no/folder/out.json: cannot be written")) << nowhere.Err;
 }
 
 TEST_F(ToolOnAProject, OddLinesAreKeptAndTold) {
   mFiles.Add("/p/odd.bas", "Attribute VB_Name = \"odd\"\r\nOption Explicit\r\nPublic\r\nDim a\r\n");
-  const Run run = Tool({"tree", "/p/odd.bas"});
+  const Result run = Tool({"tree", "/p/odd.bas"});
   EXPECT_EQ(run.Code, exDone);
   EXPECT_TRUE(Has(run.Out, "variable")) << run.Out;
   EXPECT_TRUE(Has(run.Err, "/p/odd.bas:3: warning: ")) << run.Err;
@@ -169,18 +169,18 @@ TEST_F(ToolOnAProject, CodePageIsGuessedOnceForTheWholeProject) {
   mFiles.Add("/p/Модуль.bas",
              "Attribute VB_Name = \"m\"\r\n' \xDD\xF2\xEE \xEE\xE1\xFB\xF7\xED\xFB\xE9 "
              "\xF2\xE5\xEA\xF1\xF2 \xED\xE0 \xF0\xF3\xF1\xF1\xEA\xEE\xEC \xFF\xE7\xFB\xEA\xE5\r\n");
-  const Run guessed = Tool({"dump", "/p/Ru.vbp"});
+  const Result guessed = Tool({"dump", "/p/Ru.vbp"});
   EXPECT_TRUE(Has(guessed.Err, "windows-1251")) << guessed.Err;
   EXPECT_EQ(json::parse(guessed.Out)["Components"][0]["FileName"], "Z:\\p\\Модуль.bas");
-  const Run given = Tool({"dump", "/p/Ru.vbp", "--codepage", "1251"});
+  const Result given = Tool({"dump", "/p/Ru.vbp", "--codepage", "1251"});
   EXPECT_EQ(given.Out, guessed.Out);
   EXPECT_FALSE(Has(given.Err, "windows-1251"));
 }
 
-TEST(Tool, LinesClassifiesEachLineByItself) {
+TEST(ToolAlone, LinesClassifiesEachLineByItself) {
   const test::MemoryFiles files{
-      {"/a.bas", "Public Sub A()\r\n120 x = 1: y = 2\nPublic\r\n' c\rend"}};
-  const Run text = Tool({"lines", "/a.bas"});
+      {"/a.bas", "Public Sub A()\r\n120 x = 1 : y = 2\nPublic\r\n' c\rend"}};
+  const Result text = Tool({"lines", "/a.bas"});
   EXPECT_EQ(text.Code, exDone);
   EXPECT_TRUE(Has(text.Out, "/a.bas:1: START_SUB               Public Sub A()\n")) << text.Out;
   EXPECT_TRUE(Has(text.Out, "/a.bas:3: ? ")) << text.Out;
@@ -197,7 +197,7 @@ TEST(Tool, LinesClassifiesEachLineByItself) {
   EXPECT_EQ(records[3]["CommentPart"], "c");
 }
 
-TEST(Tool, EvaluateAnswersAndShowsItsScript) {
+TEST(ToolAlone, EvaluateAnswersAndShowsItsScript) {
   const auto answer = [](std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "evaluate");
     return Tool(arguments).Out;
@@ -213,7 +213,7 @@ TEST(Tool, EvaluateAnswersAndShowsItsScript) {
   EXPECT_TRUE(Has(answer({"#If A Then", "--project", "A = 1", "--script"}), "Evaluate = (cc1)"));
 }
 
-TEST(Tool, WrongUsageAndInputSayWhatAndWhatToDo) {
+TEST(ToolAlone, WrongUsageAndInputSayWhatAndWhatToDo) {
   const test::MemoryFiles files{{"/p/a.txt", "text"},
                                 {"/p/G.vbg", "VBGROUP 5.0\r\n"},
                                 {"/p/n.vbproj", "<x/>"},
@@ -247,14 +247,14 @@ TEST(Tool, WrongUsageAndInputSayWhatAndWhatToDo) {
       {{"tree", "--help"}, exDone, ""},
   };
   for (const auto& sample : cases) {
-    const Run run = Tool(sample.Arguments);
+    const Result run = Tool(sample.Arguments);
     EXPECT_EQ(run.Code, sample.Code) << testing::PrintToString(sample.Arguments) << run.Err;
     EXPECT_TRUE(Has(run.Err, sample.Part)) << run.Err << "lacks " << sample.Part;
   }
   EXPECT_TRUE(Tool({"--version"}).Out.starts_with("vendrelmodel "));
 }
 
-TEST(Tool, OptionsReachTheProject) {
+TEST(ToolAlone, OptionsReachTheProject) {
   const test::MemoryFiles files{
       {"/p/a.bas", "Attribute VB_Name = \"a\"\r\nSub S()\r\nDim x\r\nRem why\r\nEnd Sub\r\n"}};
   const auto lineType = [](const std::vector<std::string>& more) {

@@ -99,7 +99,7 @@ TEST(Dump, ShowsCodeLinesOnlyWhereAsked) {
   EXPECT_EQ(line["LineTypeName"], "OTHER");
   EXPECT_EQ(line["Text"], "x = 1 ' why");
   EXPECT_EQ(line["CommentPart"], "why");
-  block.CodeLines->UnloadSourceCode();
+  block.UnloadSourceCode();
   EXPECT_EQ(DumpOf(block, {.Lines = true})["CodeLines"], json::array());
 }
 

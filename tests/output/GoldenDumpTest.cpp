@@ -38,6 +38,7 @@ std::string DumpOfSample(const ReadingRules& reading) {
   VBProject project;
   project.Reading = reading;
   if (!project.Load(WindowsPath(VENDREL_SOURCE_ROOT "/samples/Ledger/Ledger.vbp"))) return {};
+  project.OutputFileName.SetFolderPath(project.FileName.FolderPath());
   project.Components.Populate();
   DumpOptions options;
   options.Empty = false;

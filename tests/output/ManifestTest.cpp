@@ -135,7 +135,7 @@ TEST(Manifest, OfAnUnloadedBlockCountsNoLines) {
   line.Text = "x = 1";
   block.CodeLines->Add(line);
   EXPECT_NE(ManifestOf(block).find(" LineCount=\"1\" "), std::string::npos);
-  block.CodeLines->UnloadSourceCode();
+  block.UnloadSourceCode();
   EXPECT_NE(ManifestOf(block).find(" LineCount=\"0\" "), std::string::npos);
 }
 
