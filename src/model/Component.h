@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "core/Enums.h"
@@ -79,6 +80,8 @@ class Component : public CodeElement {
   std::string CommentBuffer;
   std::string VMCommentBuffer;
   std::string ClassHierarchy;
+  /// The file as it was decoded; empty before the load and after `UnloadSourceCode`.
+  std::shared_ptr<const SourceText> SourceForm;
   /// The line of the project file that named the module.
   std::string ProjectLineRaw;
   bool IsNew = false;
@@ -106,6 +109,8 @@ class Component : public CodeElement {
   WeakHandle<vendrel::Namespace> Namespace;
   /// Names of references that the documentation leaves out; the first spelling of each stays.
   std::vector<std::string> IgnoreReferences;
+  /// Their folded names; only comments/ touches it.
+  OnDemand<std::unordered_set<std::string>> IgnoreReferenceKeys;
 
   std::string_view ClassName() const override { return "Component"; }
   std::string ElementName() const override { return Name; }

@@ -159,7 +159,7 @@ class VBProject : public ProjectOptions {
   void SetUpgradeLegacyTaggedcomments(bool value);
   std::string TaggedCommentUpgradeFlag() const;
   void SetTaggedCommentUpgradeFlag(std::string_view value);
-  vendrel::VBProjectGroup* VBProjectGroup() const { return mGroup.Get(); }
+  vendrel::VBProjectGroup* VBProjectGroup() const;
   void SetVBProjectGroup(vendrel::VBProjectGroup* group);
   const std::string& MajorVersion() const { return mMajorVersion; }
   const std::string& MinorVersion() const { return mMinorVersion; }
@@ -171,6 +171,8 @@ class VBProject : public ProjectOptions {
   /// Reads a project file: settings, references and the list of modules, which stay unread until
   /// `Components` is walked. False if the file does not exist (`LastErrorString` says so).
   bool Load(std::string_view ProjectFileName);
+  /// Reads a VB.NET project file. Not built yet: gives false and says so in `LastErrorString`.
+  bool LoadDotNet(std::string_view ProjectFileName);
   /// Loads one module as a project of its own, named after it.
   bool LoadModule(std::string_view FileName);
   void UnloadSourceCode();

@@ -18,7 +18,7 @@ void AppendParagraph(std::string& description, std::string_view text) {
 
 }  // namespace
 
-std::string& AppendDescription(std::string& Description, std::string_view NewText,
+std::string& AppendDescription(std::string& Description, std::string_view& NewText,
                                WrapTypeEnum& WrapType, LanguageVersionEnum Language) {
   if (Language == lvVisualBasicDotNet && TrimLeft(NewText).starts_with('_')) {
     WrapType = wrapSpace;

@@ -13,7 +13,8 @@ namespace vendrel {
 /// `wrapParagraph` as a paragraph of its own, anything else with a blank between. Empty `NewText`
 /// counts as one blank, unless both are empty. In VB.NET, text that begins with "_" continues the
 /// description: the "_" goes, and `WrapType` becomes `wrapSpace` and stays so for the caller.
-std::string& AppendDescription(std::string& Description, std::string_view NewText,
+/// `NewText` receives the text as it was appended; it must not lie in `Description`.
+std::string& AppendDescription(std::string& Description, std::string_view& NewText,
                                WrapTypeEnum& WrapType, LanguageVersionEnum Language);
 
 /// The same for the language of the project being read.
