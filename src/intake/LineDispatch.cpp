@@ -137,8 +137,10 @@ void LineIntake::AddVariable(std::shared_ptr<Variable> variable) {
   const std::string name = variable->Name;
   if (IsDotNet() && !mBlock.Name().empty() && mBlock.CompletelyLoaded())
     mComponent.BlockOfType(btDeclarations, true)->Variables->Add(std::move(variable), name);
-  else
+  else {
+    if (!mBlock.Name().empty()) variable->Procedure = &mBlock;
     mBlock.Variables->Add(std::move(variable), name);
+  }
 }
 
 void LineIntake::TakeConstants() {
@@ -146,6 +148,7 @@ void LineIntake::TakeConstants() {
   while (!reader.AtEnd()) {
     auto constant = std::make_shared<Constant>();
     constant->Component = &mComponent;
+    if (!mBlock.Name().empty()) constant->Procedure = &mBlock;
     constant->SetSourceLine(mIntake.StatementLine);
     reader.Read(*constant);
     if (IsDotNet()) constant->TypeName = DotNetType(constant->TypeName);

@@ -33,6 +33,8 @@ class Constant : public CodeElement {
   std::int32_t RefCount = 0;
   OnDemand<vendrel::TaggedComments> TaggedComments;
   WeakHandle<vendrel::Component> Component;
+  /// The procedure that declares it; empty for a constant of the module.
+  WeakHandle<Block> Procedure;
 
   std::string_view ClassName() const override { return "Constant"; }
   std::string ElementName() const override { return Name; }

@@ -45,6 +45,7 @@ class VBControl;
 class VBControls;
 class VBProject;
 class VBProjectGroup;
+class VBProjects;
 class Variable;
 class Variables;
 class XmlElement;

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -26,6 +27,8 @@ class VBControls {
   VBControl* Item(std::string_view key) const { return mCol.Find(key); }
   std::shared_ptr<VBControl> Share(std::size_t index) const { return mCol.Share(index); }
   bool HasKey(std::string_view key) const { return mCol.HasKey(key); }
+  /// The first control of that whole name, array index included (case ignored); null if none.
+  VBControl* Named(std::string_view name) const;
   /// Adds a control; a key that is taken adds it without one.
   void Add(std::shared_ptr<VBControl> item, std::string_view key = {});
   void Remove(std::size_t index) { mCol.Remove(index); }
@@ -35,7 +38,11 @@ class VBControls {
 
  private:
   friend class VBControl;
+  void IndexNames() const;
+
   KeyedCollection<VBControl> mCol;
+  // Folded whole name to position; made at the first look-up by name.
+  mutable std::shared_ptr<std::unordered_map<std::string, std::size_t>> mNames;
 };
 
 /// One control of a form-like module, or the form itself at the root.

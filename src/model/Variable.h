@@ -46,6 +46,8 @@ class Variable : public CodeElement {
   /// a loader.
   WeakHandle<CodeElement> Parent;
   WeakHandle<vendrel::Component> Component;
+  /// The procedure that declares it; empty for a variable of the module and for a member.
+  WeakHandle<Block> Procedure;
   OnDemand<vendrel::TaggedComments> TaggedComments;
   OnDemand<vendrel::Examples> Examples;
 

@@ -41,7 +41,8 @@ class Reference : public CodeElement {
   std::string ClsID() const;
   /// The name of the line or library, else the leaf name of the file.
   std::string Name() const;
-  /// The line in compiled and in project form; empty where the form does not apply.
+  /// The line in compiled and in project form; empty where the form does not apply. Both are built
+  /// afresh, with relative paths as seen from the project file.
   std::string CompiledLine();
   std::string CodeLine();
 
@@ -51,6 +52,11 @@ class Reference : public CodeElement {
   void SetReferencedProject(ProjectOptions* project) { mReferencedProject.Set(project); }
   FileSystemObject* RelativeTo() const { return mRelativeTo.Get(); }
   void SetRelativeTo(FileSystemObject* file);
+
+  /// How the name of a library is read from its file (a native path); gives empty text for a file
+  /// that is none. Installed by the room that reads type libraries.
+  using LibraryNameReader = std::string (*)(const std::string& nativePath);
+  static void SetLibraryNameReader(LibraryNameReader reader);
 
   static constexpr auto Properties() {
     return std::tuple{Prop{"Name", &Reference::Name},
@@ -69,6 +75,16 @@ class Reference : public CodeElement {
   }
 
  private:
+  void LoadObject(std::string_view text);
+  void LoadReference(std::string_view text);
+  void FindRegisteredFile();
+  std::string RegisteredPath(std::string_view version) const;
+  std::string NewerRegisteredPath() const;
+  void NameFromLibrary();
+  bool MustRebuild() const;
+  std::string CompiledForm(std::string_view classId, std::string_view path) const;
+  static std::string HexVersion(std::string_view Version);
+
   std::string mName;
   WeakHandle<FileSystemObject> mRelativeTo;
   WeakHandle<ProjectOptions> mParentProject;

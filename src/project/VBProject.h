@@ -159,6 +159,7 @@ class VBProject : public ProjectOptions {
   void SetUpgradeLegacyTaggedcomments(bool value);
   std::string TaggedCommentUpgradeFlag() const;
   void SetTaggedCommentUpgradeFlag(std::string_view value);
+  /// The group that the project stands in; null if none.
   vendrel::VBProjectGroup* VBProjectGroup() const;
   void SetVBProjectGroup(vendrel::VBProjectGroup* group);
   const std::string& MajorVersion() const { return mMajorVersion; }
@@ -182,6 +183,10 @@ class VBProject : public ProjectOptions {
     NewTaggedComment.Raise(block, comment, line);
   }
 
+  /// Ties each reference to the project of `projects` with its library id or, if `SearchByName`, with
+  /// the leaf name of its file. References without such a project stay as they are.
+  void CementReferences(const VBProjects& projects, bool SearchByName = false);
+
   // comments/
   void AddTaggedComment(vendrel::TaggedComments& col, const std::shared_ptr<TaggedComment>& tc,
                         bool IsBuffer) const;
@@ -196,10 +201,22 @@ class VBProject : public ProjectOptions {
   CodeElement* GetObjectByName_MainObject(std::string_view Name);
   /// Declared for clients; gives nothing.
   CodeElement* GetComponentByName(std::string_view) { return nullptr; }
+  /// The module, enumeration or structure that a type name means in `component` (may be null): the
+  /// module first, then the project, then the projects it refers to, of which the last one wins.
+  /// `TypeClass` must come in as 0 and tells where it was found; an intrinsic type gives 9 and
+  /// nothing. Keyed look-ups in the type caches. Raises 9 if a cached element has gone.
   CodeElement* ResolveType(Component* component, std::string_view Name, TypeClassEnum& TypeClass);
+  /// The structure or enumeration that a name means in a module, if it stands there or is public.
   UDT* FindUDT(std::string_view Name, Component* component);
   Enumeration* FindEnum(std::string_view Name, Component* MustBeVisibleTo);
   static bool IsIntrinsicType(std::string_view TypeName);
+  /// Every module visible to this project, each under its name and under "Project.Name". Built at
+  /// the first call and kept, even if projects change.
+  vendrel::Components& AllVisibleComponents();
+  /// Public variables of the standard modules, by name.
+  std::shared_ptr<Variables> GlobalVariables();
+  /// Procedures of the standard modules, private ones too, by name.
+  std::shared_ptr<Blocks> GlobalBlocks();
 
   // output/
   /// XML dump of the project; without its modules if `JustProject`.
@@ -261,6 +278,10 @@ class VBProject : public ProjectOptions {
   std::int32_t mHighestHelpContextID = 0;
 
  private:
+  static CodeElement* GetCachedMember(const ProjectTypeCache::Entry& Source, std::string_view Name,
+                                      bool IsLocal, VBProject& vbp, TypeClassEnum& TypeClass);
+  CodeElement* ResolveInOtherProjects(std::string_view Name, TypeClassEnum& TypeClass);
+
   std::shared_ptr<vendrel::TypeResolver> mTypeResolver;
   std::shared_ptr<vendrel::NetResolver> mNetResolver;
   WeakHandle<vendrel::VBProjectGroup> mGroup;
