@@ -91,22 +91,6 @@ std::shared_ptr<TaggedComment> TaggedComment::Clone() const {
   return copy;
 }
 
-TaggedComment* TaggedComments::Item(std::string_view key) const {
-  if (TaggedComment* found = mCol.Find(key)) return found;
-  if (!CollectionIsNotKeyed_SearchByTagID) return nullptr;
-  for (TaggedComment& comment : mCol)
-    if (EqualsNoCase(comment.TagIdentifier, key)) return &comment;
-  return nullptr;
-}
-
-void TaggedComments::Remove(std::size_t index) {
-  if (mCol.Find(index)) mCol.Remove(index);
-}
-
-void TaggedComments::Remove(std::string_view key) {
-  if (mCol.HasKey(key)) mCol.Remove(key);
-}
-
 void TaggedComments::RemoveMarked(std::size_t first, const std::vector<bool>& marked) {
   mCol.RemoveMarked(first, marked);
 }

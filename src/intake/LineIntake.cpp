@@ -111,7 +111,16 @@ void LineIntake::TakeTaggedComment() {
 
 void LineIntake::HandOverTaggedComments() {
   if (mOptions.TaggedCommentsBeforeElement) OfferTaggedComments(mComponent, mBlock);
-  if (mComment) RouteTaggedComment(mBlock, mComment, !mLine.StatementPart.empty());
+  if (mComment) {
+    const std::string& tag = mComment->TagIdentifier;
+    const bool atOnce =
+        !mLine.StatementPart.empty() || !mOptions.TaggedCommentsBeforeElement ||
+        (mBlock.Name().empty() && (EqualsNoCaseAscii(tag, "##ED") || EqualsNoCaseAscii(tag, "##PD")));
+    if (atOnce)
+      mBlock.ApplyTaggedComment(mComment);
+    else
+      mBlock.HandleTaggedComment(mComment);
+  }
   if (mClearLastElement) mComponent.LastElement = nullptr;
   if (mClearTaggedCommentBuffer && mComponent.TaggedCommentBuffer.IfAny())
     mComponent.TaggedCommentBuffer.Renew();

@@ -77,9 +77,6 @@ void VBProject::SetTaggedCommentUpgradeFlag(std::string_view value) {
   State().mTaggedCommentUpgradeFlag = value;
 }
 
-vendrel::VBProjectGroup* VBProject::VBProjectGroup() const { return mGroup.Get(); }
-void VBProject::SetVBProjectGroup(vendrel::VBProjectGroup* group) { mGroup = group; }
-
 void VBProject::LoadedHelpContextID(std::int32_t id) {
   if (id > mHighestHelpContextID) mHighestHelpContextID = id;
 }

@@ -19,10 +19,6 @@
 #include "project/TypeResolver.h"
 #include "services/FileSystemObject.h"
 
-namespace pugi {
-class xml_document;
-}
-
 namespace vendrel {
 
 /// Free values of a client, by name (case ignored).
@@ -220,7 +216,7 @@ class VBProject : public ProjectOptions {
 
   // output/
   /// XML dump of the project; without its modules if `JustProject`.
-  std::shared_ptr<pugi::xml_document> Manifest(bool JustProject, bool IncludeTaggedComments);
+  std::shared_ptr<XmlDocument> Manifest(bool JustProject, bool IncludeTaggedComments);
   void WriteManifestToFile(std::string_view FileName, bool JustProject, bool IncludeTaggedComments);
   /// Removes empty descendants of `e`; true when `e` itself is empty.
   static bool StripElement(XmlElement& e);
