@@ -78,6 +78,19 @@ std::shared_ptr<VBProject> LoadWithCodePage(const std::string& path, InputKind k
   return project;
 }
 
+std::string_view WordsFor(InputKind kind) {
+  switch (kind) {
+    case InputKind::Group:
+      return "project groups";
+    case InputKind::DotNetProject:
+      return "VB.NET projects";
+    case InputKind::TypeLibrary:
+      return "type libraries";
+    default:
+      return "folders of projects";
+  }
+}
+
 }  // namespace
 
 InputKind KindOfInput(const std::string& path) {
@@ -91,26 +104,14 @@ InputKind KindOfInput(const std::string& path) {
 }
 
 void RefuseInput(const std::string& path, InputKind kind) {
-  const auto later = [&](const char* what) -> ToolError {
-    return ToolError(exFailed, path + ": " + what + " come later; this version reads a project " +
-                                  "(.vbp) or a single module (.bas, .cls, .frm, ...)");
-  };
-  switch (kind) {
-    case InputKind::Group:
-      throw later("project groups");
-    case InputKind::DotNetProject:
-      throw later("VB.NET projects");
-    case InputKind::TypeLibrary:
-      throw later("type libraries");
-    case InputKind::Folder:
-      throw later("folders of projects");
-    case InputKind::Missing:
-      throw ToolError(exFailed, path + ": no such file; check the path, and --drive for a drive");
-    default:
-      break;
-  }
-  throw ToolError(exFailed, path + ": neither a project (.vbp) nor a module (.bas, .cls, .frm, " +
-                                ".ctl, .dob, .pag, .dsr), by its extension");
+  if (kind == InputKind::Missing)
+    throw ToolError(exFailed, path + ": no such file; check the path, and --drive for a drive");
+  if (kind == InputKind::Unknown)
+    throw ToolError(exFailed, path + ": neither a project (.vbp) nor a module (.bas, .cls, .frm, " +
+                                  ".ctl, .dob, .pag, .dsr), by its extension");
+  throw ToolError(exFailed, path + ": " + std::string(WordsFor(kind)) +
+                                " come later; this version reads a project (.vbp) or a single " +
+                                "module (.bas, .cls, .frm, ...)");
 }
 
 std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOptions& options,
