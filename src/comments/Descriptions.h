@@ -13,7 +13,8 @@ namespace vendrel {
 
 /// Appends `NewText` to `Description` and returns it, in the language of the project being read.
 /// All three arguments are changed as documented at the text routine: `NewText` is left as it was
-/// appended, and `WrapType` becomes 1 (and stays so for the caller) where the text continues a line.
+/// appended, and `WrapType` becomes 1 (and stays so for the caller) where the text continues a
+/// line.
 std::string& AppendDescription(std::string& Description, std::string& NewText, int& WrapType);
 /// The same for callers who need neither effect.
 std::string& AppendDescription(std::string& Description, std::string_view NewText, int WrapType);

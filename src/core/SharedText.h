@@ -1,6 +1,7 @@
 #pragma once
-// Text of which a tree holds many equal copies: access words and type names. One pointer wide; equal
-// well-known words share one buffer, so that a million variables of type Long cost no million texts.
+// Text of which a tree holds many equal copies: access words and type names. One pointer wide;
+// equal well-known words share one buffer, so that a million variables of type Long cost no million
+// texts.
 
 #include <string>
 #include <string_view>

@@ -4,6 +4,7 @@
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
 #include "model/ProjectOptions.h"
+#include "text/CodeLine.h"
 #include "text/Names.h"
 #include "text/StartLine.h"
 

@@ -32,20 +32,6 @@ void StoreLine(Block& block, const ParsedLine& line, std::int32_t before, std::i
   intake.LineStored = true;
 }
 
-std::int32_t NumericValue(std::string_view text) {
-  text = Trim(text);
-  const bool negative = text.starts_with('-');
-  if (negative || text.starts_with('+')) text.remove_prefix(1);
-  std::int64_t value = 0;
-  for (const char c : text) {
-    if (!IsDigitAscii(c)) break;
-    value = value * 10 + (c - '0');
-    if (value > 0x80000000LL) value = 0x80000000LL;
-  }
-  if (negative) return static_cast<std::int32_t>(-value);
-  return static_cast<std::int32_t>(value > 0x7FFFFFFFLL ? 0x7FFFFFFFLL : value);
-}
-
 void ReportHelpContextID(Component& component, std::int32_t id) {
   if (VBProject* project = component.VBProject()) project->LoadedHelpContextID(id);
 }
@@ -125,7 +111,16 @@ void LineIntake::TakeTaggedComment() {
 
 void LineIntake::HandOverTaggedComments() {
   if (mOptions.TaggedCommentsBeforeElement) OfferTaggedComments(mComponent, mBlock);
-  if (mComment) RouteTaggedComment(mBlock, mComment, !mLine.StatementPart.empty());
+  if (mComment) {
+    const std::string& tag = mComment->TagIdentifier;
+    const bool atOnce =
+        !mLine.StatementPart.empty() || !mOptions.TaggedCommentsBeforeElement ||
+        (mBlock.Name().empty() && (EqualsNoCaseAscii(tag, "##ED") || EqualsNoCaseAscii(tag, "##PD")));
+    if (atOnce)
+      mBlock.ApplyTaggedComment(mComment);
+    else
+      mBlock.HandleTaggedComment(mComment);
+  }
   if (mClearLastElement) mComponent.LastElement = nullptr;
   if (mClearTaggedCommentBuffer && mComponent.TaggedCommentBuffer.IfAny())
     mComponent.TaggedCommentBuffer.Renew();

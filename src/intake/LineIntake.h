@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/NumericText.h"
 #include "model/Block.h"
 #include "model/Component.h"
 #include "text/CodeLine.h"
@@ -20,9 +21,6 @@ void AddParsedCode(Component& component, ParsedLine& line, bool addLine);
 
 /// Stores a line in a block without interpreting it.
 void StoreLine(Block& block, const ParsedLine& line, std::int32_t before = 0, std::int32_t after = 0);
-
-/// Leading number of a text (sign, decimal digits), 0 if there is none; beyond 32 bits the nearest.
-std::int32_t NumericValue(std::string_view text);
 
 /// Offers a help context ID read from a module to its project.
 void ReportHelpContextID(Component& component, std::int32_t id);

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "core/Enums.h"
@@ -108,6 +109,8 @@ class Component : public CodeElement {
   WeakHandle<vendrel::Namespace> Namespace;
   /// Names of references that the documentation leaves out; the first spelling of each stays.
   std::vector<std::string> IgnoreReferences;
+  /// Their folded names; only comments/ touches it.
+  OnDemand<std::unordered_set<std::string>> IgnoreReferenceKeys;
 
   std::string_view ClassName() const override { return "Component"; }
   std::string ElementName() const override { return Name; }

@@ -48,6 +48,7 @@ class VBProjectGroup;
 class VBProjects;
 class Variable;
 class Variables;
+class XmlDocument;
 class XmlElement;
 struct CodeLine;
 struct ParsedLine;

@@ -97,6 +97,18 @@ class KeyedCollection {
     mOrder.erase(mOrder.begin() + static_cast<std::ptrdiff_t>(index - 1));
   }
   void Remove(std::string_view key) { Remove(PlaceOf(Position(key)) + 1); }
+  /// Removes the elements at the 0-based positions `first + i` where `marked[i]`, in one pass.
+  void RemoveMarked(std::size_t first, const std::vector<bool>& marked) {
+    std::size_t to = first;
+    for (std::size_t from = first; from < mOrder.size(); ++from) {
+      const bool goes = from - first < marked.size() && marked[from - first];
+      if (goes)
+        Unindex(mOrder[from].get());
+      else if (to++ != from)
+        mOrder[to - 1] = std::move(mOrder[from]);
+    }
+    mOrder.resize(to);
+  }
   void Clear() {
     mOrder.clear();
     mSlots.clear();

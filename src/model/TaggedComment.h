@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/Enums.h"
 #include "core/WeakHandle.h"
@@ -72,6 +73,12 @@ class TaggedComments : public PlainCollection<TaggedComment> {
   /// Removes by position or key; a missing one is ignored.
   void Remove(std::size_t index);
   void Remove(std::string_view key);
+  void Remove(int index) { Remove(static_cast<std::size_t>(index > 0 ? index : 0)); }
+
+  // For the walk over waiting comments (comments/WaitingComments.cpp).
+  /// Removes the comments at the marked 0-based positions from `first` on.
+  void RemoveMarked(std::size_t first, const std::vector<bool>& marked);
+  std::shared_ptr<struct OfferMemory> mOffers;
 };
 
 }  // namespace vendrel

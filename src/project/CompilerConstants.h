@@ -19,7 +19,7 @@ class CompilerConstant : public HandleTarget {
  public:
   std::string Name;
   std::string Value;
-  void Manifest(XmlElement& e) const;
+  void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
   static constexpr auto Properties() {
     return std::tuple{Prop{"Name", &CompilerConstant::Name}, Prop{"Value", &CompilerConstant::Value}};
   }

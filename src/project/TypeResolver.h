@@ -19,7 +19,7 @@ class TypeResolver : public HandleTarget {
     std::int32_t Locale = 0;
     std::string Path;
   };
-  virtual ~TypeResolver() = default;
+  ~TypeResolver() override = default;
   /// True if the registered library of that id could be taken; this recorder keeps the id and answers
   /// false, so that the path follows.
   virtual bool AddTypeLibByID(std::string_view classId, std::int32_t major, std::int32_t minor,

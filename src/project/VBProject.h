@@ -19,10 +19,6 @@
 #include "project/TypeResolver.h"
 #include "services/FileSystemObject.h"
 
-namespace pugi {
-class xml_document;
-}
-
 namespace vendrel {
 
 /// Free values of a client, by name (case ignored).
@@ -172,6 +168,8 @@ class VBProject : public ProjectOptions {
   /// Reads a project file: settings, references and the list of modules, which stay unread until
   /// `Components` is walked. False if the file does not exist (`LastErrorString` says so).
   bool Load(std::string_view ProjectFileName);
+  /// Reads a VB.NET project file. Not built yet: gives false and says so in `LastErrorString`.
+  bool LoadDotNet(std::string_view ProjectFileName);
   /// Loads one module as a project of its own, named after it.
   bool LoadModule(std::string_view FileName);
   void UnloadSourceCode();
@@ -218,7 +216,7 @@ class VBProject : public ProjectOptions {
 
   // output/
   /// XML dump of the project; without its modules if `JustProject`.
-  std::shared_ptr<pugi::xml_document> Manifest(bool JustProject, bool IncludeTaggedComments);
+  std::shared_ptr<XmlDocument> Manifest(bool JustProject, bool IncludeTaggedComments);
   void WriteManifestToFile(std::string_view FileName, bool JustProject, bool IncludeTaggedComments);
   /// Removes empty descendants of `e`; true when `e` itself is empty.
   static bool StripElement(XmlElement& e);

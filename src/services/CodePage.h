@@ -79,6 +79,8 @@ class CodePageChooser {
  private:
   std::string mName;
   bool mFed = false;
+  /// Bytes beyond ASCII, and those of them that only central European words have.
+  std::size_t mTellingBytes = 0, mCentralEuropeanBytes = 0;
   void* mDetector = nullptr;
 };
 

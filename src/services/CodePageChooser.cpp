@@ -38,6 +38,12 @@ constexpr Counterpart Counterparts[] = {
     {"ISO-8859-4", "windows-1257"},
 };
 
+// Letters of windows-1250 whose bytes are no letters of western European words: without a fair
+// share of them the guess is French taken for Czech.
+constexpr std::string_view CentralEuropeanBytes =
+    "\x8A\x8E\x9A\x9E\xA3\xA5\xB3\xB9\xBE\xCC\xD8\xEC\xF0\xF5\xF8\xFE";
+constexpr std::size_t CentralEuropeanShare = 20;
+
 uchardet_t Detector(void* held) { return static_cast<uchardet_t>(held); }
 
 // Calls `feed` with each line that holds a byte beyond ASCII: the rest tells nothing.
@@ -75,6 +81,11 @@ void CodePageChooser::Feed(std::string_view bytes) {
   ForEachTellingLine(bytes, [&](std::string_view line) {
     uchardet_handle_data(Detector(mDetector), line.data(), line.size());
     mFed = true;
+    for (const char c : line) {
+      if (static_cast<unsigned char>(c) < 0x80) continue;
+      ++mTellingBytes;
+      if (CentralEuropeanBytes.find(c) != std::string_view::npos) ++mCentralEuropeanBytes;
+    }
   });
 }
 
@@ -88,6 +99,8 @@ std::string CodePageChooser::Choose() {
     if (counterpart.Guess == guess) mName = counterpart.Page;
   if (guess.compare(0, 8, "WINDOWS-") == 0)
     if (const CodePage* page = CodePage::Find(guess)) mName = page->Name();
+  if (mName == "windows-1250" && mCentralEuropeanBytes * CentralEuropeanShare < mTellingBytes)
+    mName = CodePage::Default().Name();
   return mName;
 }
 

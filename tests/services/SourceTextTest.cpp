@@ -166,6 +166,17 @@ TEST(CodePage, IsGuessedOnceForAllFilesFed) {
       "' この関数は一覧にあるすべての値の合計を計算します\r\n"
       "' ファイルが見つからない場合はエラーを表示する\r\n",
       japanese);
+  std::string french, czech;
+  CodePage::Default().Encode(
+      "' désassemble le code commençant à l'entrée du fichier ouvert\r\n"
+      "' recherche le nom de l'instruction à partir du début, même très loin où il est\r\n",
+      french);
+  CodePage::Named("1250").Encode(
+      "' Tato funkce vypočítá součet všech hodnot v seznamu a vrátí jej volajícímu\r\n"
+      "' Pokud soubor nebyl nalezen, zobrazí se chybové hlášení a běh končí příkazem\r\n",
+      czech);
+  EXPECT_EQ(guess({french}), "windows-1252");
+  EXPECT_EQ(guess({czech}), "windows-1250");
   EXPECT_EQ(guess({"Dim a\r\n", russian}), "windows-1251");
   EXPECT_EQ(guess({japanese, "x"}), "cp932");
   EXPECT_EQ(guess({"only ascii", "größe",
