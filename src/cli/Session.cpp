@@ -91,19 +91,19 @@ InputKind KindOfInput(const std::string& path) {
 }
 
 void RefuseInput(const std::string& path, InputKind kind) {
-  const auto later = [&](const char* what) {
-    throw ToolError(exFailed, path + ": " + what + " come later; this version reads a project " +
+  const auto later = [&](const char* what) -> ToolError {
+    return ToolError(exFailed, path + ": " + what + " come later; this version reads a project " +
                                   "(.vbp) or a single module (.bas, .cls, .frm, ...)");
   };
   switch (kind) {
     case InputKind::Group:
-      later("project groups");
+      throw later("project groups");
     case InputKind::DotNetProject:
-      later("VB.NET projects");
+      throw later("VB.NET projects");
     case InputKind::TypeLibrary:
-      later("type libraries");
+      throw later("type libraries");
     case InputKind::Folder:
-      later("folders of projects");
+      throw later("folders of projects");
     case InputKind::Missing:
       throw ToolError(exFailed, path + ": no such file; check the path, and --drive for a drive");
     default:

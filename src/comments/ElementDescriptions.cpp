@@ -63,9 +63,4 @@ std::string PropertyGroup::Description() const {
                  OptionsOf(Component.Get()).UnTaggedBlocks);
 }
 
-std::string Reference::Description() const {
-  const vendrel::VBProject* project = ReferencedProject();
-  return project ? project->Description() : Name();
-}
-
 }  // namespace vendrel

@@ -3,6 +3,7 @@
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
+#include "model/Component.h"
 #include "model/ProjectOptions.h"
 #include "text/CodeLine.h"
 #include "text/Names.h"

@@ -145,7 +145,7 @@ class Component : public CodeElement {
   /// Extension of a file of this kind, without the dot.
   std::string Extension() const;
   /// The line of the project file that names the module; without folder if `NoPath`.
-  std::string ProjectLine(bool NoPath = false);
+  std::string ProjectLine(bool NoPath = false) const;
 
   // Reading (intake/).
   /// Loads the file; only header and declarations if `OnlyHeader`, a later call goes on behind them.

@@ -31,10 +31,11 @@ std::string KeyPart(const Component& component) {
 
 }  // namespace
 
-std::string Component::ProjectLine(bool NoPath) {
+std::string Component::ProjectLine(bool NoPath) const {
   if (NoPath) return KeyPart(*this) + FileName.LeafName();
-  if (vendrel::VBProject* project = VBProject()) FileName.SetBaseFile(&project->FileName);
-  return KeyPart(*this) + FileName.RelativePath();
+  FileSystemObject file = FileName;
+  if (vendrel::VBProject* project = VBProject()) file.SetBaseFile(&project->FileName);
+  return KeyPart(*this) + file.RelativePath();
 }
 
 }  // namespace vendrel
