@@ -14,6 +14,7 @@ std::string_view ErrorText(int number) {
     case errPermissionDenied: return "Permission denied";
     case errPathAccess: return "Path/File access error";
     case errObjectNotSet: return "Object variable or With block variable not set";
+    case errInvalidFileFormat: return "Invalid file format";
     case errReadOnlyProperty: return "Property is read-only";
     case errCannotCreate: return "Component cannot create object";
     case errDuplicateKey: return "This key is already associated with an element of this collection";

@@ -22,6 +22,7 @@ enum ErrorNumber : int {
   errPermissionDenied = 70,
   errPathAccess = 75,
   errObjectNotSet = 91,
+  errInvalidFileFormat = 321,
   errReadOnlyProperty = 383,
   errCannotCreate = 429,
   errDuplicateKey = 457,
