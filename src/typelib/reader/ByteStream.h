@@ -44,6 +44,11 @@ class ByteStream {
   /// The whole part again, with the cursor at `offset`.
   ByteStream At(std::size_t offset) const;
 
+  /// The byte at the cursor, which stays.
+  std::uint8_t Peek() const {
+    if (Left() == 0) Fail(1);
+    return mBytes[mAt];
+  }
   std::uint8_t U8() { return *Take(1); }
   std::uint16_t U16() {
     const std::uint8_t* p = Take(2);

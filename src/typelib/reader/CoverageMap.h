@@ -26,6 +26,7 @@ class CoverageMap {
   void Mark(const std::uint8_t* start, std::size_t count);
   /// Names a region; bytes in no region are reported as "between".
   void AddRegion(std::string name, std::size_t offset, std::size_t length);
+  bool IsRead(std::size_t offset) const { return mRead[offset] != 0; }
   /// The regions that have unread bytes.
   std::vector<Leftover> Leftovers() const;
 

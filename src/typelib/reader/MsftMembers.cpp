@@ -72,12 +72,14 @@ void MsftReader::ReadTypeInfo(ByteStream record, TypeInfo& type, MemberBlock& bl
   type.VTableSize = record.U16();
   type.InstanceSize = record.U32();
   const std::int32_t dataType = record.I32();
-  record.Skip(12);
+  record.Skip(8);
+  const std::int32_t helpDll = record.I32();
   // Each may fail alone.
   Guarded("name of a type", [&] { type.Name = Name(name); });
   const std::string what(type.Name);
   Guarded(what.c_str(), [&] { type.Id = ReadGuid(id); });
   Guarded(what.c_str(), [&] { type.HelpString = String(help); });
+  Guarded(what.c_str(), [&] { type.HelpStringDll = String(helpDll); });
   Guarded(what.c_str(), [&] { type.CustomData = CustomData(customData); });
   Guarded(what.c_str(), [&] { ReadBase(type, dataType, implemented); });
 }
@@ -200,12 +202,15 @@ void MsftReader::ReadFunction(ByteStream record, MemberInfo& member) {
       Guarded("custom data", [&] { parameter.CustomData = CustomData(parameterData[i]); });
     mLibrary.Parameters.push_back(parameter);
   }
+  if (parameterData.size() > parameters)
+    Guarded("help string DLL", [&] { member.HelpStringDll = String(parameterData[parameters]); });
   member.AllParameters = static_cast<std::uint16_t>(parameters);
   ArrangeParameters(mLibrary, member);
 }
 
 // Help context, help string, entry, two reserved words, help string context, custom data, then a
-// word of custom data for each parameter; each only where the record is long enough.
+// word of custom data for each parameter, then the help string DLL; each only where the record is
+// long enough.
 void MsftReader::ReadFunctionExtras(ByteStream& record, std::size_t count, std::uint32_t bits,
                                     MemberInfo& member, std::vector<std::int32_t>& parameterData) {
   for (std::size_t i = 0; i < count; ++i) {

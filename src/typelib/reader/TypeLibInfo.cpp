@@ -195,6 +195,10 @@ const TypeInfo* TypeLibInfo::FindImported(std::size_t index) const {
     if (const TypeInfo* found = BuiltInLibrary().FindType(type.Id)) return found;
   if (type.Library >= Imports.size()) return nullptr;
   const LibraryImport& import = Imports[type.Library];
+  // The first entries of that library have the same positions in all its versions.
+  if (!type.ByGuid && import.LibraryId == BuiltInLibrary().Id &&
+      type.Number < BuiltInLibrary().TypeInfos.size())
+    return &BuiltInLibrary().TypeInfos[type.Number];
   const TypeLibInfo* library = nullptr;
   if (import.LibraryId == Id && !Id.IsNull()) {
     library = this;

@@ -104,6 +104,8 @@ struct MemberInfo {
   const TypeLibValue* Value = nullptr;
   /// Entry of a module function in its DLL: a name, or "#" and the ordinal.
   std::string_view DllEntry;
+  /// As of the entry.
+  std::string_view HelpStringDll;
   /// Place in the library's `CustomDataLists`, -1: none.
   std::int32_t CustomData = -1;
 
@@ -167,6 +169,8 @@ class TypeInfo {
   std::uint16_t VTableSize = 0;
   /// Of a module.
   std::string_view DllName;
+  /// Where help strings with a context number are kept, when not where the library says.
+  std::string_view HelpStringDll;
   /// The interface above this one; for a dispatch interface the one whose members it shows.
   TypeReference Base;
   /// Target of an alias.
