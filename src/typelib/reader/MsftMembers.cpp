@@ -208,9 +208,9 @@ void MsftReader::ReadFunction(ByteStream record, MemberInfo& member) {
   ArrangeParameters(mLibrary, member);
 }
 
-// Help context, help string, entry, two reserved words, help string context, custom data, then a
-// word of custom data for each parameter, then the help string DLL; each only where the record is
-// long enough.
+// Help context, help string, entry, help file, a reserved word, help string context, custom data,
+// then a word of custom data for each parameter, then the help string DLL; each only where the
+// record is long enough.
 void MsftReader::ReadFunctionExtras(ByteStream& record, std::size_t count, std::uint32_t bits,
                                     MemberInfo& member, std::vector<std::int32_t>& parameterData) {
   for (std::size_t i = 0; i < count; ++i) {
@@ -224,13 +224,16 @@ void MsftReader::ReadFunctionExtras(ByteStream& record, std::size_t count, std::
         break;
       case 2:
         if ((bits & kEntryIsOrdinal) != 0) {
-          member.DllEntry = mTexts->Keep("#" + std::to_string(word));
+          member.DllOrdinal = word & 0xFFFF;
         } else if (member.StoredKind == 3) {
           Guarded("entry", [&] { member.DllEntry = String(word); });
         } else if (word >= 0) {
           // widl puts a string here for members of every kind.
           Guarded("entry", [&] { String(word); });
         }
+        break;
+      case 3:
+        Guarded("help file", [&] { member.HelpFile = String(word); });
         break;
       case 5:
         member.HelpStringContext = ContextOrZero(word);

@@ -102,9 +102,11 @@ struct MemberInfo {
   VarTypeInfo StoredReturnType;
   /// Value of a constant; nothing for other members.
   const TypeLibValue* Value = nullptr;
-  /// Entry of a module function in its DLL: a name, or "#" and the ordinal.
+  /// Entry of a module function in its DLL: a name, or the ordinal in the other (-1: none).
   std::string_view DllEntry;
-  /// As of the entry.
+  std::int32_t DllOrdinal = -1;
+  /// Where help is kept, when not where the library says.
+  std::string_view HelpFile;
   std::string_view HelpStringDll;
   /// Place in the library's `CustomDataLists`, -1: none.
   std::int32_t CustomData = -1;

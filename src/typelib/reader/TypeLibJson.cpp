@@ -100,6 +100,7 @@ Json MemberJson(const TypeLibInfo& library, const MemberInfo& member) {
     stored["Parameters"] = member.AllParameters;
   }
   if (!member.DllEntry.empty()) stored["DllEntry"] = member.DllEntry;
+  if (member.DllOrdinal >= 0) stored["DllOrdinal"] = member.DllOrdinal;
   result["Stored"] = std::move(stored);
   AddCustomData(result, library, member.CustomData);
   return result;

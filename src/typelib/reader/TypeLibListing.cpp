@@ -10,7 +10,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-// "[a, b] " or nothing.
+// "[a, b]" or nothing.
 std::string Bracketed(const Words& words) {
   if (words.empty()) return {};
   std::string text = "[";
@@ -18,7 +18,12 @@ std::string Bracketed(const Words& words) {
     if (text.size() > 1) text += ", ";
     text += word;
   }
-  return text + "] ";
+  return text + "]";
+}
+
+// The same in front of a declaration.
+std::string Prefix(const Words& words) {
+  return words.empty() ? std::string() : Bracketed(words) + " ";
 }
 
 std::string ValueText(const TypeLibValue& value) {
@@ -70,7 +75,7 @@ class Listing {
   Words TypeWords(const TypeInfo& type) const;
   void WriteFunction(const MemberInfo& member);
   Words FunctionWords(const MemberInfo& member) const;
-  std::string ParameterText(const MemberInfo& member, const ParameterInfo& parameter) const;
+  std::string ParameterText(const ParameterInfo& parameter) const;
   void WriteVariable(const MemberInfo& member, bool isEnum);
   // Name of an array's dimensions goes behind the name of what is declared.
   static std::string Declaration(const VarTypeInfo& type, std::string_view name);
@@ -120,7 +125,8 @@ Words Listing::TypeWords(const TypeInfo& type) const {
 
 void Listing::WriteType(const TypeInfo& type) {
   const std::string name(type.Name);
-  mText += "\n    " + Bracketed(TypeWords(type)) + "\n    ";
+  const std::string attributes = Bracketed(TypeWords(type));
+  mText += attributes.empty() ? "\n    " : "\n    " + attributes + "\n    ";
   switch (type.TypeKind) {
     case tkAlias:
       mText += "typedef " + Declaration(type.AliasType, type.Name) + ";\n";
@@ -146,7 +152,7 @@ void Listing::WriteType(const TypeInfo& type) {
       Words words =
           FlagTexts(static_cast<std::uint32_t>(item.AttributeMask), ImplementedFlagWords());
       AddCustomData(words, mLibrary, item.CustomData);
-      mText += "        " + Bracketed(words) + "interface " +
+      mText += "        " + Prefix(words) + "interface " +
                ReferenceText(*item.Library, item.Reference) + ";\n";
     }
   }
@@ -168,12 +174,10 @@ Words Listing::FunctionWords(const MemberInfo& member) const {
   if (member.OptionalCount == -1) words.emplace_back("vararg");
   for (std::string& word : FlagTexts(member.AttributeMask, FunctionFlagWords()))
     words.push_back(std::move(word));
-  if (!member.DllEntry.empty())
-    words.push_back("entry(" +
-                    (member.DllEntry[0] == '#' ? std::string(member.DllEntry.substr(1))
-                                               : QuotedText(member.DllEntry)) +
-                    ")");
+  if (!member.DllEntry.empty()) words.push_back("entry(" + QuotedText(member.DllEntry) + ")");
+  if (member.DllOrdinal >= 0) words.push_back("entry(" + std::to_string(member.DllOrdinal) + ")");
   AddHelp(words, member.HelpString, member.HelpContext, member.HelpStringContext);
+  if (!member.HelpFile.empty()) words.push_back("helpfile(" + QuotedText(member.HelpFile) + ")");
   if (!member.HelpStringDll.empty())
     words.push_back("helpstringdll(" + QuotedText(member.HelpStringDll) + ")");
   AddCustomData(words, mLibrary, member.CustomData);
@@ -181,7 +185,7 @@ Words Listing::FunctionWords(const MemberInfo& member) const {
 }
 
 void Listing::WriteFunction(const MemberInfo& member) {
-  mText += "        " + Bracketed(FunctionWords(member)) + TypeText(member.StoredReturnType);
+  mText += "        " + Prefix(FunctionWords(member)) + TypeText(member.StoredReturnType);
   if (member.CallConv != 4)
     mText += member.CallConv == 1   ? " __cdecl"
              : member.CallConv == 2 ? " __pascal"
@@ -194,12 +198,12 @@ void Listing::WriteFunction(const MemberInfo& member) {
   });
   for (const ParameterInfo* parameter : stored) {
     if (parameter != stored.front()) mText += ", ";
-    mText += ParameterText(member, *parameter);
+    mText += ParameterText(*parameter);
   }
   mText += ");\n";
 }
 
-std::string Listing::ParameterText(const MemberInfo& member, const ParameterInfo& parameter) const {
+std::string Listing::ParameterText(const ParameterInfo& parameter) const {
   Words words =
       FlagTexts(parameter.Flags & ~(paramDefault | paramCustomData), ParameterFlagWords());
   if (parameter.Optional && (parameter.Flags & paramOptional) == 0 && !parameter.IsParamArray)
@@ -207,8 +211,7 @@ std::string Listing::ParameterText(const MemberInfo& member, const ParameterInfo
   if (parameter.DefaultValue != nullptr)
     words.push_back("defaultvalue(" + ValueText(*parameter.DefaultValue) + ")");
   AddCustomData(words, mLibrary, parameter.CustomData);
-  static_cast<void>(member);
-  return Bracketed(words) + Declaration(parameter.VarTypeInfo, parameter.Name);
+  return Prefix(words) + Declaration(parameter.VarTypeInfo, parameter.Name);
 }
 
 void Listing::WriteVariable(const MemberInfo& member, bool isEnum) {
@@ -219,7 +222,7 @@ void Listing::WriteVariable(const MemberInfo& member, bool isEnum) {
     words.push_back(std::move(word));
   AddHelp(words, member.HelpString, member.HelpContext, member.HelpStringContext);
   AddCustomData(words, mLibrary, member.CustomData);
-  mText += "        " + Bracketed(words);
+  mText += "        " + Prefix(words);
   if (!isEnum) {
     if (member.StoredKind == vkConstant) mText += "const ";
     if (member.StoredKind == vkStatic) mText += "static ";
