@@ -6,7 +6,7 @@
 #include <random>
 
 #include "diagnostics/VendrelError.h"
-#include "typelib/ImageBuilders.h"
+#include "typelib/SampleImages.h"
 #include "typelib/Widl.h"
 #include "typelib/reader/TypeLibListing.h"
 #include "typelib/reader/TypeLibReader.h"
@@ -14,10 +14,10 @@
 namespace vendrel::typelib {
 namespace {
 
-using test::Bytes;
 using test::Image;
 using test::MsftBuilder;
 using test::PeBuilder;
+using test::SmallLibrary;
 
 // Everything that a client can ask for.
 std::size_t ReadAll(const Image& file) {
@@ -39,30 +39,15 @@ std::size_t ReadAll(const Image& file) {
   }
 }
 
-MsftBuilder SmallLibrary() {
-  MsftBuilder builder;
-  builder.AddGuid(0x11);
-  builder.LibraryName = builder.AddName("Small");
-  MsftBuilder::Type record;
-  record.Kind = tkRecord;
-  record.Name = builder.AddName("Pair");
-  const std::int32_t pointer = builder.AddNode(vtPointer, MsftBuilder::Plain(vtI4));
-  MsftBuilder::AddField(record, pointer, builder.AddName("First"), vkField, 0);
-  MsftBuilder::AddField(record, builder.AddNode(vtUserDefined, 0), builder.AddName("Next"), vkField,
-                        4);
-  builder.Types.push_back(record);
-  return builder;
-}
-
 TEST(HostileTypeLib, MayEndAnywhereOrHoldAnyByte) {
   PeBuilder compiled;
   compiled.TypeLibraries = {{1, SmallLibrary().Build()}};
   compiled.VersionBlock = PeBuilder::Version(1, 2, 3, 4);
-  for (const Image& file : {SmallLibrary().Build(), compiled.Build()}) {
+  for (const Image& file : {SmallLibrary().Build(), compiled.Build(), test::OldLibrary().Build()}) {
     for (std::size_t length = 0; length < file.size(); ++length)
       ReadAll(Image(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(length)));
     for (std::size_t at = 0; at < file.size(); ++at) {
-      for (unsigned value : {0x00u, 0x81u, 0xFFu}) {
+      for (unsigned value : {0x00u, 0xFFu}) {
         Image changed = file;
         changed[at] = static_cast<std::uint8_t>(value);
         ReadAll(changed);

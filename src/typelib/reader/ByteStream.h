@@ -65,6 +65,7 @@ class ByteStream {
   }
   std::int16_t I16() { return static_cast<std::int16_t>(U16()); }
   std::int32_t I32() { return static_cast<std::int32_t>(U32()); }
+  std::int64_t I64() { return static_cast<std::int64_t>(U64()); }
 
   std::span<const std::uint8_t> Bytes(std::size_t count) { return {Take(count), count}; }
   /// `count` bytes as they stand, in the code page of the file.

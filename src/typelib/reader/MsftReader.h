@@ -60,6 +60,8 @@ class MsftReader {
   std::string_view String(std::int32_t offset);
   Guid ReadGuid(std::int32_t offset);
   const TypeLibValue* Value(std::int32_t stored);
+  TypeLibValue StoredValue(std::size_t offset);
+  void ReadText(ByteStream& entry, TypeLibValue& value);
   std::int32_t CustomData(std::int32_t offset);
   TypeReference Reference(std::int32_t stored) const;
   TypeCode Code(std::int32_t stored) const;

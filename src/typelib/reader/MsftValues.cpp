@@ -68,66 +68,71 @@ TypeLibValue UnpackValue(std::uint32_t packed) {
 const TypeLibValue* MsftReader::Value(std::int32_t stored) {
   auto [known, isNew] = mValueByOffset.try_emplace(stored, nullptr);
   if (!isNew) return known->second;
-  TypeLibValue value;
-  if (stored < 0) {
-    value = UnpackValue(static_cast<std::uint32_t>(stored));
-  } else {
-    ByteStream entry = mSegments[segValues].At(static_cast<std::size_t>(stored));
-    value.VarType = entry.U16() & vtTypeMask;
-    switch (value.VarType) {
-      case vtI1:
-        value.Integer = static_cast<std::int8_t>(entry.U32());
-        break;
-      case vtUI1:
-        value.Integer = static_cast<std::uint8_t>(entry.U32());
-        break;
-      case vtI2:
-      case vtBool:
-        value.Integer = static_cast<std::int16_t>(entry.U32());
-        break;
-      case vtUI2:
-        value.Integer = static_cast<std::uint16_t>(entry.U32());
-        break;
-      case vtI4:
-      case vtInt:
-      case vtHresult:
-      case vtError:
-        value.Integer = entry.I32();
-        break;
-      case vtUI4:
-      case vtUInt:
-        value.Integer = entry.U32();
-        break;
-      case vtCurrency:
-      case vtI8:
-      case vtUI8:
-        value.Integer = static_cast<std::int64_t>(entry.U64());
-        break;
-      case vtR4:
-        value.Real = BitsToSingle(entry.U32());
-        break;
-      case vtR8:
-      case vtDate:
-        value.Real = BitsToDouble(entry.U64());
-        break;
-      case vtDecimal:
-        ReadDecimal(entry, value);
-        break;
-      case vtBstr:
-      case vtLpStr:
-      case vtLpWStr: {
-        const std::int32_t length = entry.I32();
-        value.IsNull = length < 0;
-        if (length > 0)
-          value.String = mTexts->String(entry.Chars(static_cast<std::size_t>(length)));
-        break;
-      }
-      default:
-        throw DataError("a value of unknown type " + std::to_string(value.VarType));
-    }
-    entry.Cover((4 - (entry.Position() - static_cast<std::size_t>(stored)) % 4) % 4);
-  }
+  const TypeLibValue value = stored < 0 ? UnpackValue(static_cast<std::uint32_t>(stored))
+                                        : StoredValue(static_cast<std::size_t>(stored));
   return known->second = &mLibrary.Values.emplace_back(value);
+}
+
+// {type, value}, padded to 4; whole numbers of up to 32 bits take four bytes.
+TypeLibValue MsftReader::StoredValue(std::size_t offset) {
+  ByteStream entry = mSegments[segValues].At(offset);
+  TypeLibValue value;
+  value.VarType = entry.U16() & vtTypeMask;
+  switch (value.VarType) {
+    case vtI1:
+      value.Integer = static_cast<std::int8_t>(entry.U32());
+      break;
+    case vtUI1:
+      value.Integer = static_cast<std::uint8_t>(entry.U32());
+      break;
+    case vtI2:
+    case vtBool:
+      value.Integer = static_cast<std::int16_t>(entry.U32());
+      break;
+    case vtUI2:
+      value.Integer = static_cast<std::uint16_t>(entry.U32());
+      break;
+    case vtI4:
+    case vtInt:
+    case vtHresult:
+    case vtError:
+      value.Integer = entry.I32();
+      break;
+    case vtUI4:
+    case vtUInt:
+      value.Integer = entry.U32();
+      break;
+    case vtCurrency:
+    case vtI8:
+    case vtUI8:
+      value.Integer = entry.I64();
+      break;
+    case vtR4:
+      value.Real = BitsToSingle(entry.U32());
+      break;
+    case vtR8:
+    case vtDate:
+      value.Real = BitsToDouble(entry.U64());
+      break;
+    case vtDecimal:
+      ReadDecimal(entry, value);
+      break;
+    case vtBstr:
+    case vtLpStr:
+    case vtLpWStr:
+      ReadText(entry, value);
+      break;
+    default:
+      throw DataError("a value of unknown type " + std::to_string(value.VarType));
+  }
+  entry.Cover((4 - (entry.Position() - offset) % 4) % 4);
+  return value;
+}
+
+void MsftReader::ReadText(ByteStream& entry, TypeLibValue& value) {
+  const std::int32_t length = entry.I32();
+  value.IsNull = length < 0;
+  if (length > 0) value.String = mTexts->String(entry.Chars(static_cast<std::size_t>(length)));
 }
 
 // A list of {key, value, next}; lists are shared, so each is read once.

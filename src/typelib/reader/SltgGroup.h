@@ -29,4 +29,14 @@ struct SltgReader::Group {
   std::size_t ParametersLeft = 0;
 };
 
+/// Runs one step; what it cannot read becomes a message with `what` in front.
+template <typename Step>
+void SltgReader::Guarded(std::string_view what, Step step) {
+  try {
+    step();
+  } catch (const DataError& error) {
+    mLibrary.Warn(std::string(what) + ": " + error.what());
+  }
+}
+
 }  // namespace vendrel::typelib

@@ -10,6 +10,8 @@ namespace vendrel::typelib {
 namespace {
 
 constexpr std::uint16_t kEnd = 0xFFFF;
+// In the first byte of a member: a word of flags ends the record.
+constexpr unsigned kHasFlags = 0x20;
 constexpr std::size_t kVariableBytes = 18, kFunctionBytes = 22, kImplementedBytes = 22;
 
 double ReadReal(ByteStream& bytes, bool isDouble) {
@@ -36,16 +38,21 @@ std::uint16_t ParameterFlags(std::uint16_t word) {
   return flags;
 }
 
-}  // namespace
-
-template <typename Step>
-void SltgReader::Guarded(std::string_view what, Step step) {
-  try {
-    step();
-  } catch (const DataError& error) {
-    mLibrary.Warn(std::string(what) + ": " + error.what());
+// 1 virtual, 3 static, 4 dispatch, 0 for other kinds.
+std::uint8_t StoredFunctionKind(unsigned kind) {
+  switch (kind & ~kHasFlags) {
+    case 0x4C:
+      return 1;
+    case 0x8B:
+      return 3;
+    case 0xCB:
+      return 4;
+    default:
+      return 0;
   }
 }
+
+}  // namespace
 
 // The tail: counts, first members, type of an alias, help context, sizes.
 void SltgReader::ReadGroup(Group& group, TypeInfo& type) {
@@ -140,7 +147,7 @@ std::uint16_t SltgReader::ReadVariable(Group& group, TypeInfo& type, std::uint16
     readOnly = 0x80
   };
   ByteStream record = group.Records.At(place);
-  const bool hasFlags = (record.U8() & 0x20) != 0;
+  const bool hasFlags = (record.U8() & kHasFlags) != 0;
   const unsigned bits = record.U8();
   const std::uint16_t next = record.U16();
   MemberInfo member;
@@ -152,13 +159,7 @@ std::uint16_t SltgReader::ReadVariable(Group& group, TypeInfo& type, std::uint16
   const std::uint16_t helpContext = record.U16(), helpString = record.U16();
   member.AttributeMask = hasFlags ? record.U16() : 0;
   if ((bits & readOnly) != 0) member.AttributeMask |= 1;
-  member.ReturnType.Library = &mLibrary;
-  Guarded(member.Name, [&] {
-    ByteStream none;
-    member.ReturnType.Code = (bits & typeInPlace) != 0 ? ReadTypeWords(group, none, typeWord)
-                                                       : ReadTypeAt(group, typeWord);
-  });
-  member.StoredReturnType = member.ReturnType;
+  ReadMemberType(group, member, typeWord, (bits & typeInPlace) != 0);
   member.StoredKind = (bits & constant) != 0   ? vkConstant
                       : (bits & property) != 0 ? vkDispatch
                                                : vkField;
@@ -170,8 +171,7 @@ std::uint16_t SltgReader::ReadVariable(Group& group, TypeInfo& type, std::uint16
   } else if (member.StoredKind == vkField) {
     member.Offset = value;
   }
-  Guarded(member.Name, [&] { member.HelpContext = HelpContext(group, helpContext); });
-  Guarded(member.Name, [&] { member.HelpString = HelpString(group, helpString); });
+  ReadHelp(group, member, helpContext, helpString);
   type.OwnMembers.push_back(member);
   return next;
 }
@@ -183,6 +183,8 @@ std::uint16_t SltgReader::ReadFunction(Group& group, TypeInfo& type, std::uint16
   const unsigned kind = record.U8();
   MemberInfo member;
   member.DescKind = dkFunction;
+  member.StoredKind = StoredFunctionKind(kind);
+  if (member.StoredKind == 0) mLibrary.Warn("a function of unknown kind " + std::to_string(kind));
   member.InvokeKind = record.U8() >> 4;
   const std::uint16_t next = record.U16();
   member.Name = MemberName(group, record.U16());
@@ -190,47 +192,46 @@ std::uint16_t SltgReader::ReadFunction(Group& group, TypeInfo& type, std::uint16
   const std::uint16_t helpContext = record.U16(), helpString = record.U16();
   const std::uint16_t parameters = record.U16();
   const unsigned counts = record.U8(), returnBits = record.U8();
-  const std::uint16_t returnWord = record.U16();
-  const std::uint16_t offset = record.U16();
-  member.AttributeMask = (kind & 0x20) != 0 ? record.U16() : 0;
-  switch (kind & ~0x20u) {
-    case 0x4C:
-      member.StoredKind = 1;
-      break;
-    case 0xCB:
-      member.StoredKind = 4;
-      break;
-    case 0x8B:
-      member.StoredKind = 3;
-      break;
-    default:
-      throw DataError("a function of unknown kind " + std::to_string(kind));
-  }
+  const std::uint16_t returnWord = record.U16(), offset = record.U16();
+  member.AttributeMask = (kind & kHasFlags) != 0 ? record.U16() : 0;
   member.CallConv = counts & 7;
   const int optional = returnBits >> 1 & 0x3F;
   member.OptionalCount = static_cast<std::int16_t>(optional == 0x3F ? -1 : optional);
   member.Offset = offset == kEnd ? 0 : offset & ~1;
-  member.ReturnType.Library = &mLibrary;
-  Guarded(member.Name, [&] {
-    ByteStream none;
-    member.ReturnType.Code = (returnBits & 0x80) != 0 ? ReadTypeWords(group, none, returnWord)
-                                                      : ReadTypeAt(group, returnWord);
-  });
-  member.StoredReturnType = member.ReturnType;
+  ReadMemberType(group, member, returnWord, (returnBits & 0x80) != 0);
   member.FirstParameter = static_cast<std::uint32_t>(mLibrary.Parameters.size());
   Guarded(member.Name, [&] { ReadParameters(group, parameters, counts >> 3); });
   member.AllParameters =
       static_cast<std::uint16_t>(mLibrary.Parameters.size() - member.FirstParameter);
   ArrangeParameters(mLibrary, member);
-  // The older format says it by the count alone.
+  MarkOptional(member);
+  ReadHelp(group, member, helpContext, helpString);
+  type.OwnMembers.push_back(member);
+  return next;
+}
+
+void SltgReader::ReadMemberType(Group& group, MemberInfo& member, std::uint16_t word,
+                                bool isInPlace) {
+  member.ReturnType.Library = &mLibrary;
+  Guarded(member.Name, [&] {
+    ByteStream none;
+    member.ReturnType.Code = isInPlace ? ReadTypeWords(group, none, word) : ReadTypeAt(group, word);
+  });
+  member.StoredReturnType = member.ReturnType;
+}
+
+// The newer format marks each optional parameter, the older one says it by the count alone.
+void SltgReader::MarkOptional(const MemberInfo& member) {
   for (std::size_t i = 0; i < member.VisibleParameters; ++i) {
     ParameterInfo& parameter = mLibrary.Parameters[member.FirstParameter + i];
     if (parameter.Optional && !parameter.IsParamArray) parameter.Flags |= paramOptional;
   }
-  Guarded(member.Name, [&] { member.HelpContext = HelpContext(group, helpContext); });
-  Guarded(member.Name, [&] { member.HelpString = HelpString(group, helpString); });
-  type.OwnMembers.push_back(member);
-  return next;
+}
+
+void SltgReader::ReadHelp(Group& group, MemberInfo& member, std::uint16_t context,
+                          std::uint16_t text) {
+  Guarded(member.Name, [&] { member.HelpContext = HelpContext(group, context); });
+  Guarded(member.Name, [&] { member.HelpString = HelpString(group, text); });
 }
 
 // Names: FFFF and FFFE unnamed; the type follows in words behind FFFF and odd names, through an
@@ -312,7 +313,7 @@ const TypeLibValue* SltgReader::ReadConstant(Group& group, const VarTypeInfo& ty
 }
 
 std::string_view SltgReader::MemberName(Group& group, std::uint16_t offset) {
-  if (offset != kPreviousName) group.LastName = Name(offset);
+  if (offset != kPreviousName) Guarded("name of a member", [&] { group.LastName = Name(offset); });
   return group.LastName;
 }
 

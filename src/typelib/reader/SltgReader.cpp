@@ -31,15 +31,6 @@ SltgReader::SltgReader(TypeLibInfo& library, const TypeLibOptions& options)
 
 SltgReader::~SltgReader() = default;
 
-template <typename Step>
-void SltgReader::Guarded(std::string_view what, Step step) {
-  try {
-    step();
-  } catch (const DataError& error) {
-    mLibrary.Warn(std::string(what) + ": " + error.what());
-  }
-}
-
 void SltgReader::Read() {
   mLibrary.Format = LibraryFormat::Sltg;
   ReadFrame();

@@ -41,6 +41,9 @@ class SltgReader {
   void ReadFunctions(Group& group, TypeInfo& type, std::uint16_t first, std::size_t count);
   std::uint16_t ReadVariable(Group& group, TypeInfo& type, std::uint16_t place);
   std::uint16_t ReadFunction(Group& group, TypeInfo& type, std::uint16_t place);
+  void ReadMemberType(Group& group, MemberInfo& member, std::uint16_t word, bool isInPlace);
+  void ReadHelp(Group& group, MemberInfo& member, std::uint16_t context, std::uint16_t text);
+  void MarkOptional(const MemberInfo& member);
   void ReadParameters(Group& group, std::uint16_t place, std::size_t count);
   const TypeLibValue* ReadConstant(Group& group, const VarTypeInfo& type, std::uint16_t value,
                                    bool isInPlace);

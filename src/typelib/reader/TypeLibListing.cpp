@@ -72,6 +72,7 @@ class Listing {
  private:
   void WriteHead();
   void WriteType(const TypeInfo& type);
+  void WriteImplemented(const TypeInfo& type);
   Words TypeWords(const TypeInfo& type) const;
   void WriteFunction(const MemberInfo& member);
   Words FunctionWords(const MemberInfo& member) const;
@@ -147,15 +148,7 @@ void Listing::WriteType(const TypeInfo& type) {
       break;
   }
   mText += " {\n";
-  if (type.TypeKind == tkCoclass) {
-    for (const InterfaceInfo& item : type.Interfaces) {
-      Words words =
-          FlagTexts(static_cast<std::uint32_t>(item.AttributeMask), ImplementedFlagWords());
-      AddCustomData(words, mLibrary, item.CustomData);
-      mText += "        " + Prefix(words) + "interface " +
-               ReferenceText(*item.Library, item.Reference) + ";\n";
-    }
-  }
+  if (type.TypeKind == tkCoclass) WriteImplemented(type);
   for (const MemberInfo& member : type.OwnMembers) {
     if (member.DescKind == dkFunction) {
       WriteFunction(member);
@@ -164,6 +157,15 @@ void Listing::WriteType(const TypeInfo& type) {
     }
   }
   mText += "    };\n";
+}
+
+void Listing::WriteImplemented(const TypeInfo& type) {
+  for (const InterfaceInfo& item : type.Interfaces) {
+    Words words = FlagTexts(static_cast<std::uint32_t>(item.AttributeMask), ImplementedFlagWords());
+    AddCustomData(words, mLibrary, item.CustomData);
+    mText += "        " + Prefix(words) + "interface " +
+             ReferenceText(*item.Library, item.Reference) + ";\n";
+  }
 }
 
 Words Listing::FunctionWords(const MemberInfo& member) const {

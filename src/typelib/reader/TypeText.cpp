@@ -7,65 +7,44 @@
 namespace vendrel::typelib {
 namespace {
 
+struct PlainWord {
+  int VarType;
+  const char* Text;
+};
+constexpr PlainWord kPlainWords[] = {
+    {vtEmpty, "void /* empty */"},
+    {vtNull, "void /* null */"},
+    {vtI2, "short"},
+    {vtI4, "long"},
+    {vtR4, "single"},
+    {vtR8, "double"},
+    {vtCurrency, "CURRENCY"},
+    {vtDate, "DATE"},
+    {vtBstr, "BSTR"},
+    {vtDispatch, "IDispatch*"},
+    {vtError, "SCODE"},
+    {vtBool, "VARIANT_BOOL"},
+    {vtVariant, "VARIANT"},
+    {vtUnknown, "IUnknown*"},
+    {vtDecimal, "DECIMAL"},
+    {vtI1, "char"},
+    {vtUI1, "unsigned char"},
+    {vtUI2, "unsigned short"},
+    {vtUI4, "unsigned long"},
+    {vtI8, "int64"},
+    {vtUI8, "uint64"},
+    {vtInt, "int"},
+    {vtUInt, "unsigned int"},
+    {vtVoid, "void"},
+    {vtHresult, "HRESULT"},
+    {vtLpStr, "LPSTR"},
+    {vtLpWStr, "LPWSTR"},
+};
+
 std::string PlainText(int varType) {
-  switch (varType) {
-    case vtEmpty:
-      return "void /* empty */";
-    case vtNull:
-      return "void /* null */";
-    case vtI2:
-      return "short";
-    case vtI4:
-      return "long";
-    case vtR4:
-      return "single";
-    case vtR8:
-      return "double";
-    case vtCurrency:
-      return "CURRENCY";
-    case vtDate:
-      return "DATE";
-    case vtBstr:
-      return "BSTR";
-    case vtDispatch:
-      return "IDispatch*";
-    case vtError:
-      return "SCODE";
-    case vtBool:
-      return "VARIANT_BOOL";
-    case vtVariant:
-      return "VARIANT";
-    case vtUnknown:
-      return "IUnknown*";
-    case vtDecimal:
-      return "DECIMAL";
-    case vtI1:
-      return "char";
-    case vtUI1:
-      return "unsigned char";
-    case vtUI2:
-      return "unsigned short";
-    case vtUI4:
-      return "unsigned long";
-    case vtI8:
-      return "int64";
-    case vtUI8:
-      return "uint64";
-    case vtInt:
-      return "int";
-    case vtUInt:
-      return "unsigned int";
-    case vtVoid:
-      return "void";
-    case vtHresult:
-      return "HRESULT";
-    case vtLpStr:
-      return "LPSTR";
-    case vtLpWStr:
-      return "LPWSTR";
-    default:
-      return "VT_" + std::to_string(varType);
-  }
+  for (const PlainWord& word : kPlainWords)
+    if (word.VarType == varType) return word.Text;
+  return "VT_" + std::to_string(varType);
 }
 
 std::string BoundsText(const TypeLibInfo& library, const TypeNode& node) {
