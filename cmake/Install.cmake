@@ -14,6 +14,9 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/VendrelModelConfigVersion
 install(FILES ${PROJECT_BINARY_DIR}/VendrelModelConfig.cmake
               ${PROJECT_BINARY_DIR}/VendrelModelConfigVersion.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/VendrelModel)
+# The file names its prefix from its own place, so that `cmake --install --prefix` may choose one.
+file(RELATIVE_PATH VENDREL_PC_TO_PREFIX "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+string(REGEX REPLACE "/$" "" VENDREL_PC_TO_PREFIX "${VENDREL_PC_TO_PREFIX}")
 configure_file(cmake/vendrelmodel.pc.in ${PROJECT_BINARY_DIR}/vendrelmodel.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/vendrelmodel.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,3 +1,12 @@
+#include <unistd.h>
+
+#include <iostream>
+
 #include "cli/Tool.h"
 
-int main(int argc, char** argv) { return vendrel::cli::RunTool(argc, argv); }
+int main(int argc, char** argv) {
+  std::ios::sync_with_stdio(false);
+  const vendrel::cli::Streams streams{std::cout, std::cerr, isatty(STDOUT_FILENO) != 0,
+                                      isatty(STDERR_FILENO) != 0};
+  return vendrel::cli::RunTool(argc, argv, streams);
+}

@@ -1,14 +1,101 @@
 #include "cli/Tool.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "cli/Commands.h"
+#include "cli/Options.h"
+#include "diagnostics/VendrelError.h"
 
 namespace vendrel::cli {
+namespace {
 
-int RunTool(int argc, char** argv) {
-  CLI::App app{"vendrelmodel: the object model of Visual Basic code"};
-  app.set_version_flag("--version", "vendrelmodel 2.0.0");
-  CLI11_PARSE(app, argc, argv);
-  return 0;
+constexpr const char* kVersion = "vendrelmodel 2.0.0";
+
+void AddCommands(CLI::App& app, Job& job) {
+  AddTreeCommand(app, job);
+  AddDumpCommand(app, job);
+  AddManifestCommand(app, job);
+  AddCheckCommand(app, job);
+  AddLinesCommand(app, job);
+  AddEvaluateCommand(app, job);
+}
+
+bool IsOneOf(const std::string& text, std::initializer_list<const char*> names) {
+  return std::find(names.begin(), names.end(), text) != names.end();
+}
+
+bool LooksLikeFile(const std::string& text) {
+  std::error_code ignored;
+  return text.find_first_of("./\\:") != std::string::npos || std::filesystem::exists(text, ignored);
+}
+
+std::string CommandNames(const CLI::App& app) {
+  std::string names;
+  for (const CLI::App* command : app.get_subcommands({})) {
+    if (!names.empty()) names += ", ";
+    names += command->get_name();
+  }
+  return names;
+}
+
+bool IsCommand(const CLI::App& app, const std::string& text) {
+  for (const CLI::App* command : app.get_subcommands({}))
+    if (command->get_name() == text) return true;
+  return false;
+}
+
+// A first argument that is a file, or an option of a command, means `tree`.
+void InsertDefaultCommand(const CLI::App& app, std::vector<std::string>& arguments) {
+  if (arguments.empty()) return;
+  const std::string& first = arguments.front();
+  if (IsCommand(app, first) || IsOneOf(first, {"-h", "--help", "--version"})) return;
+  if (!first.starts_with('-') && !LooksLikeFile(first))
+    throw ToolError(exUsage, "'" + first + "' is neither a command nor a file; commands are " +
+                                 CommandNames(app));
+  arguments.insert(arguments.begin(), "tree");
+}
+
+int Parse(CLI::App& app, std::vector<std::string> arguments, const Streams& streams) {
+  try {
+    InsertDefaultCommand(app, arguments);
+    std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
+    app.parse(arguments);
+    return exDone;
+  } catch (const CLI::ParseError& error) {
+    const int code = app.exit(error, streams.Out, streams.Err);
+    return code == 0 ? -1 : exUsage;
+  }
+}
+
+}  // namespace
+
+int RunTool(int argc, const char* const* argv, const Streams& streams) {
+  const auto fail = [&](int code, const std::string& text) {
+    streams.Err << "vendrelmodel: " << text << '\n';
+    return code;
+  };
+  try {
+    CLI::App app{"The object model of Visual Basic code: reads projects and shows what is in them.",
+                 "vendrelmodel"};
+    app.set_version_flag("--version", kVersion);
+    app.require_subcommand(1);
+    app.footer("vendrelmodel FILE is short for vendrelmodel tree FILE.");
+    Job job{streams, {}};
+    AddCommands(app, job);
+    const int parsed = Parse(app, {argv + (argc > 0 ? 1 : 0), argv + argc}, streams);
+    if (parsed != exDone) return parsed < 0 ? exDone : parsed;
+    return job.Run();
+  } catch (const ToolError& error) {
+    return fail(error.Code(), error.what());
+  } catch (const VendrelError& error) {
+    return fail(exFailed, error.Text());
+  } catch (const std::exception& error) {
+    return fail(exFailed, error.what());
+  }
 }
 
 }  // namespace vendrel::cli

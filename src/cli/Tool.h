@@ -1,10 +1,32 @@
 #pragma once
 // The command-line tool as a function, so that tests can call it.
 
+#include <ostream>
+
 namespace vendrel::cli {
 
-/// Runs the tool; gives its exit code (0 done, 1 not read or written, 2 wrong usage, 3 warnings
-/// under --strict, 4 the answer is no).
-int RunTool(int argc, char** argv);
+/// Exit codes of the tool.
+enum ExitCode : int {
+  exDone = 0,
+  /// The input could not be read or the output not written.
+  exFailed = 1,
+  /// Wrong usage.
+  exUsage = 2,
+  /// Done, but there were warnings, under --strict.
+  exWarnings = 3,
+  /// The answer is no: nothing found, something missing.
+  exNo = 4,
+};
+
+/// Where results go, and what is told on the way.
+struct Streams {
+  std::ostream& Out;
+  std::ostream& Err;
+  bool OutIsTerminal = false;
+  bool ErrIsTerminal = false;
+};
+
+/// Runs the tool on a command line, the program's name first; gives its exit code.
+int RunTool(int argc, const char* const* argv, const Streams& streams);
 
 }  // namespace vendrel::cli

@@ -16,9 +16,7 @@ std::size_t AsciiPrefix(std::string_view text) {
 
 // Simple folding is upper-case then lower-case: it joins the letters whose two lower-case forms
 // share one capital (final sigma, long s), as a full folding table would.
-utf8proc_int32_t FoldOne(utf8proc_int32_t c) {
-  return utf8proc_tolower(utf8proc_toupper(c));
-}
+utf8proc_int32_t FoldOne(utf8proc_int32_t c) { return utf8proc_tolower(utf8proc_toupper(c)); }
 
 template <typename Map>
 void AppendMapped(std::string& out, std::string_view text, Map map) {

@@ -17,7 +17,10 @@ class EventList {
   bool Empty() const { return mHandlers.empty(); }
   void Raise(Arguments... arguments) const {
     const std::size_t count = mHandlers.size();
-    for (std::size_t i = 0; i < count; ++i) Handler(mHandlers[i])(arguments...);
+    for (std::size_t i = 0; i < count; ++i) {
+      const Handler handler = mHandlers[i];  // a copy: the list may move while it runs
+      handler(arguments...);
+    }
   }
 
  private:

@@ -6,8 +6,8 @@
 
 namespace vendrel {
 
-/// Reads like the collection itself: `element.TaggedComments->Count()`. Reading a const one that was
-/// never used reads an empty collection; anything else creates it.
+/// Reads like the collection itself: `element.TaggedComments->Count()`. Reading a const one that
+/// was never used reads an empty collection; anything else creates it.
 template <typename T>
 class OnDemand {
  public:

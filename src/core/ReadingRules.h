@@ -8,40 +8,41 @@
 namespace vendrel {
 
 // X(name, what the complete reading does)
-#define VENDREL_READING_RULES(X)                                                                  \
-  X(KeepLinesBehindSeparators,                                                                    \
-    "The physical line behind a line with \" : \" waits until the remainders are done.")          \
-  X(KeepDirectives, "Directives and false branches stay as they stand in the source.")            \
-  X(ConstantExpressions,                                                                          \
-    "#Const values are expressions; constants are whole words; Win16, Win32, VBA6 are known.")    \
-  X(LeadingComments, "A run of comment lines directly above a declaration belongs to it.")        \
-  X(RemComments, "A Rem line is a comment.")                                                      \
-  X(WholeCharacters, "Whole characters are compared; doubled quotes are understood.")             \
-  X(QuotedCompanions, "Only \"file\":offset is a reference into the companion file of a form.")   \
-  X(ControlIndexes, "Each member of a control array carries its own index.")                      \
-  X(KeepHelpAttributes, "Help ID attribute lines stay where they stood.")                         \
-  X(KeepAttributePlaces, "Attribute lines of a property stay under their procedure.")             \
-  X(LocalStatics, "Static x As Long in a procedure makes a variable.")                            \
+#define VENDREL_READING_RULES(X)                                                                   \
+  X(KeepLinesBehindSeparators,                                                                     \
+    "The physical line behind a line with \" : \" waits until the remainders are done.")           \
+  X(KeepDirectives, "Directives and false branches stay as they stand in the source.")             \
+  X(ConstantExpressions,                                                                           \
+    "#Const values are expressions; constants are whole words; Win16, Win32, VBA6 are known.")     \
+  X(LeadingComments, "A run of comment lines directly above a declaration belongs to it.")         \
+  X(RemComments, "A Rem line is a comment.")                                                       \
+  X(WholeCharacters, "Whole characters are compared; doubled quotes are understood.")              \
+  X(QuotedCompanions, "Only \"file\":offset is a reference into the companion file of a form.")    \
+  X(ControlIndexes, "Each member of a control array carries its own index.")                       \
+  X(KeepHelpAttributes, "Help ID attribute lines stay where they stood.")                          \
+  X(KeepAttributePlaces, "Attribute lines of a property stay under their procedure.")              \
+  X(LocalStatics, "Static x As Long in a procedure makes a variable.")                             \
   X(EarlyDeclarations, "Event, Declare, Implements, Def... and directives open the declarations.") \
-  X(KeywordStatic, "IsStatic of a procedure needs the keyword.")                                  \
-  X(ReturnTypes, "The return type stands behind the parameter list; a Sub has none.")             \
-  X(OneLineProcedures, "Header, body and end of a one-line procedure are taken apart.")           \
-  X(WholeDefaults, "Default values, fixed-length strings and lists without blanks are read whole.") \
-  X(InitialiseProcedures, "Form_Load, Class_Initialize and their kin are read as any procedure.") \
-  X(DefaultAccess, "Event and Declare without an access word get the access the language gives.") \
-  X(NumberableLines, "Line numbers keep away from labels and places the compiler refuses.")       \
-  X(KeepAbsentReferences, "A reference path that names no file stays as it was read.")            \
-  X(KeepLineEnds, "A written module has the line ends of the file it was read from.")             \
-  X(SharedLibraries, "Every Declare has its library, repeated names too.")                        \
-  X(EnumerationValues, "Every enumeration member gets its number.")                               \
-  X(CompleteNames, "Declares, libraries, controls and local variables are found by name.")        \
-  X(KeepBackups, "Backups of two modules of one name do not overwrite each other.")               \
-  X(ClosedQuotes, "The compiler command closes the quotation mark behind the project path.")      \
-  X(KeepUnreadable, "A library member of an unreadable type stays, without the type.")            \
-  X(ModuleConstants, "Constants of a library module are constants of its component.")             \
-  X(HideComMembers, "The members of IUnknown and IDispatch are left out.")                        \
-  X(ByRefObjects, "Pointer level 2 is by reference, for objects too.")                            \
-  X(LibraryTypeNames, "Types of library members carry the element's name.")                       \
+  X(KeywordStatic, "IsStatic of a procedure needs the keyword.")                                   \
+  X(ReturnTypes, "The return type stands behind the parameter list; a Sub has none.")              \
+  X(OneLineProcedures, "Header, body and end of a one-line procedure are taken apart.")            \
+  X(WholeDefaults,                                                                                 \
+    "Default values, fixed-length strings and lists without blanks are read whole.")               \
+  X(InitialiseProcedures, "Form_Load, Class_Initialize and their kin are read as any procedure.")  \
+  X(DefaultAccess, "Event and Declare without an access word get the access the language gives.")  \
+  X(NumberableLines, "Line numbers keep away from labels and places the compiler refuses.")        \
+  X(KeepAbsentReferences, "A reference path that names no file stays as it was read.")             \
+  X(KeepLineEnds, "A written module has the line ends of the file it was read from.")              \
+  X(SharedLibraries, "Every Declare has its library, repeated names too.")                         \
+  X(EnumerationValues, "Every enumeration member gets its number.")                                \
+  X(CompleteNames, "Declares, libraries, controls and local variables are found by name.")         \
+  X(KeepBackups, "Backups of two modules of one name do not overwrite each other.")                \
+  X(ClosedQuotes, "The compiler command closes the quotation mark behind the project path.")       \
+  X(KeepUnreadable, "A library member of an unreadable type stays, without the type.")             \
+  X(ModuleConstants, "Constants of a library module are constants of its component.")              \
+  X(HideComMembers, "The members of IUnknown and IDispatch are left out.")                         \
+  X(ByRefObjects, "Pointer level 2 is by reference, for objects too.")                             \
+  X(LibraryTypeNames, "Types of library members carry the element's name.")                        \
   X(LibraryParamArrays, "ParamArray and _NewEnum are known in libraries.")
 
 /// One named flag for each place where the described behaviour loses text or misreads everyday

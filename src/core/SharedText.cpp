@@ -17,12 +17,12 @@ constexpr std::array kKnown{
     std::string_view("Control"), std::string_view("Any"),      std::string_view("PROTECTED"),
 };
 
-// A known word is told by its length and first letters; two words of one slot would only cost the
-// sharing of one of them.
+constexpr std::size_t kSlots = 128;  // far more than words: a look-up ends at its first step
+
 constexpr std::size_t Slot(std::string_view text) {
   return (text.size() * 7 + static_cast<unsigned char>(text[0]) * 3 +
           static_cast<unsigned char>(text[1])) &
-         127;
+         (kSlots - 1);
 }
 
 }  // namespace
@@ -35,19 +35,27 @@ SharedText::Node* SharedText::NewNode(std::string_view text) {
   return node;
 }
 
+std::string_view SharedText::TextOf(const Node* node) {
+  return {reinterpret_cast<const char*>(node + 1), node->Length};
+}
+
 void SharedText::Assign(std::string_view text) {
   if (text.empty()) return;
+  // Kept for the life of the process: texts may outlive every other static object.
   static const auto known = [] {
-    // Kept for the life of the process: texts may outlive every other static object.
-    auto* table = new std::array<Node*, 128>{};
-    for (const std::string_view word : kKnown) (*table)[Slot(word)] = NewNode(word);
+    auto* table = new std::array<Node*, kSlots>{};
+    for (const std::string_view word : kKnown) {
+      std::size_t slot = Slot(word);
+      while ((*table)[slot]) slot = (slot + 1) & (kSlots - 1);
+      (*table)[slot] = NewNode(word);
+    }
     return table;
   }();
   if (text.size() >= 3 && text.size() <= 10) {
-    if (Node* node = (*known)[Slot(text)];
-        node && std::string_view(reinterpret_cast<const char*>(node + 1), node->Length) == text) {
-      ++node->Uses;
-      mNode = node;
+    for (std::size_t slot = Slot(text); (*known)[slot]; slot = (slot + 1) & (kSlots - 1)) {
+      if (TextOf((*known)[slot]) != text) continue;
+      mNode = (*known)[slot];
+      ++mNode->Uses;
       return;
     }
   }

@@ -1,6 +1,7 @@
 #pragma once
-// Text of which a tree holds many equal copies: access words and type names. One pointer wide; equal
-// well-known words share one buffer, so that a million variables of type Long cost no million texts.
+// Text of which a tree holds many equal copies: access words and type names. One pointer wide;
+// equal well-known words share one buffer, so that a million variables of type Long cost no million
+// texts.
 
 #include <string>
 #include <string_view>
@@ -25,8 +26,7 @@ class SharedText {
   }
 
   std::string_view view() const {
-    return mNode ? std::string_view(reinterpret_cast<const char*>(mNode + 1), mNode->Length)
-                 : std::string_view();
+    return mNode ? TextOf(mNode) : std::string_view();
   }
   operator std::string_view() const { return view(); }  // NOLINT
   std::string str() const { return std::string(view()); }
@@ -49,6 +49,7 @@ class SharedText {
     unsigned Length;
   };
   static Node* NewNode(std::string_view text);
+  static std::string_view TextOf(const Node* node);
   void Assign(std::string_view text);
   void Release();
 

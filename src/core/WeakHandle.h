@@ -24,7 +24,7 @@ class HandleTarget {
  public:
   HandleTarget() = default;
   HandleTarget(const HandleTarget&) {}
-  HandleTarget& operator=(const HandleTarget&) { return *this; }
+  HandleTarget& operator=(const HandleTarget&) { return *this; }  // NOLINT: keeps its own cell
   virtual ~HandleTarget() {
     if (mCell) mCell->Target = nullptr;
   }
@@ -60,7 +60,7 @@ class WeakHandle {
   WeakHandle(WeakHandle&& other) noexcept : mCell(other.mCell) { other.mCell = nullptr; }
   ~WeakHandle() { HandleTarget::ReleaseCell(mCell); }
 
-  WeakHandle& operator=(const WeakHandle& other) {
+  WeakHandle& operator=(const WeakHandle& other) {  // NOLINT: counts up before it counts down
     if (other.mCell) ++other.mCell->Handles;
     HandleTarget::ReleaseCell(mCell);
     mCell = other.mCell;

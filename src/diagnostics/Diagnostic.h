@@ -21,16 +21,19 @@ enum class Severity : std::uint8_t { Note, Warning, Error };
   X(NotAFile, "not-a-file", Error, "%1 is not a regular file")                                     \
   X(BinaryModule, "binary-module", Warning, "%1 holds binary data, not source; it is not read")    \
   X(EmptyModule, "empty-module", Warning, "%1 is empty")                                           \
-  X(OtherKind, "other-kind", Warning, "%1 does not look like a %2; it is read as one all the same") \
+  X(OtherKind, "other-kind", Warning,                                                              \
+    "%1 does not look like a %2; it is read as one all the same")                                  \
   X(NulCharacters, "nul-characters", Warning, "%1 holds NUL characters; they are kept")            \
-  X(LineNotUnderstood, "line-not-understood", Warning, "line kept as it stands, not interpreted: %1") \
+  X(LineNotUnderstood, "line-not-understood", Warning,                                             \
+    "line kept as it stands, not interpreted: %1")                                                 \
   X(ConditionFailed, "condition-failed", Warning, "condition taken as false (%2): %1")             \
   X(UnbalancedDirective, "unbalanced-directive", Warning, "%1 without an open #If")                \
   X(LostLine, "lost-line", Warning, "line behind a statement separator is lost: %1")               \
   X(ProjectLineSkipped, "project-line", Warning, "project line kept, but not understood: %1")      \
   X(MissingReference, "missing-reference", Note, "file of the reference not found: %1")            \
   X(CodePageGuessed, "code-page", Note, "read with code page %1 (%2)")                             \
-  X(CharactersNotHeld, "characters-not-held", Error, "%1 holds characters that code page %2 lacks") \
+  X(CharactersNotHeld, "characters-not-held", Error,                                               \
+    "%1 holds characters that code page %2 lacks")                                                 \
   X(ControlTreeOpen, "control-tree-open", Warning, "the description of control '%1' has no End")   \
   X(CompanionUnreadable, "companion-file", Note, "text of control '%1' not read from %2")          \
   X(MissingProject, "missing-project", Warning, "project of the group not found: %1")              \

@@ -1,0 +1,24 @@
+#pragma once
+// One function a command: it adds the command with its options and says what runs.
+
+#include <CLI/CLI.hpp>
+#include <functional>
+
+#include "cli/Tool.h"
+
+namespace vendrel::cli {
+
+/// What the command line asked for, run once it has been read whole.
+struct Job {
+  const vendrel::cli::Streams& Streams;
+  std::function<int()> Run;
+};
+
+void AddTreeCommand(CLI::App& app, Job& job);
+void AddDumpCommand(CLI::App& app, Job& job);
+void AddManifestCommand(CLI::App& app, Job& job);
+void AddCheckCommand(CLI::App& app, Job& job);
+void AddLinesCommand(CLI::App& app, Job& job);
+void AddEvaluateCommand(CLI::App& app, Job& job);
+
+}  // namespace vendrel::cli

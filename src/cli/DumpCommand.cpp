@@ -1,0 +1,57 @@
+#include <memory>
+
+#include "cli/Commands.h"
+#include "cli/Report.h"
+#include "cli/Results.h"
+#include "cli/Session.h"
+#include "output/Dump.h"
+#include "services/Paths.h"
+
+namespace vendrel::cli {
+namespace {
+
+struct DumpArguments {
+  CommonOptions Common;
+  std::string File;
+  bool Lines = false;
+  bool Comparable = false;
+  bool Compact = false;
+  std::string Root;
+};
+
+DumpOptions OptionsOf(const DumpArguments& arguments) {
+  DumpOptions options;
+  options.Lines = arguments.Lines;
+  options.Identity = options.SourceLines = !arguments.Comparable;
+  options.Indented = !arguments.Compact;
+  if (!arguments.Root.empty()) options.Root = WindowsPath(AbsolutePath(arguments.Root));
+  while (options.Root.ends_with('\\')) options.Root.pop_back();
+  return options;
+}
+
+int RunDump(const DumpArguments& arguments, const Streams& streams) {
+  const auto project = LoadInput(arguments.File, arguments.Common, streams);
+  WriteResult(arguments.Common, streams, arguments.File,
+              [&](std::ostream& out) { Dump(out, Describe(*project), OptionsOf(arguments)); });
+  return ReportDiagnostics(*project, arguments.Common, streams.Err);
+}
+
+}  // namespace
+
+void AddDumpCommand(CLI::App& app, Job& job) {
+  auto* command = app.add_subcommand("dump", "The whole tree as JSON");
+  const auto arguments = std::make_shared<DumpArguments>();
+  command->add_option("file", arguments->File, "A project or a module")->required();
+  command->add_flag("--lines", arguments->Lines, "With the code lines");
+  command->add_flag("--comparable", arguments->Comparable,
+                    "Without what differs from load to load: keys, ids, paths, line numbers");
+  command->add_flag("--compact", arguments->Compact, "On one line");
+  command->add_option("--root", arguments->Root, "A folder that paths show as Z:\\root")
+      ->type_name("FOLDER");
+  AddCommonOptions(*command, arguments->Common);
+  command->callback([arguments, &job] {
+    job.Run = [arguments, &streams = job.Streams] { return RunDump(*arguments, streams); };
+  });
+}
+
+}  // namespace vendrel::cli

@@ -1,0 +1,113 @@
+#include <memory>
+
+#include "cli/Commands.h"
+#include "cli/ProjectSettings.h"
+#include "cli/Report.h"
+#include "cli/Results.h"
+#include "cli/Session.h"
+#include "core/ProcessState.h"
+#include "output/Dump.h"
+#include "output/Json.h"
+#include "services/SourceText.h"
+#include "text/CodeLine.h"
+
+namespace vendrel::cli {
+namespace {
+
+struct LinesArguments {
+  CommonOptions Common;
+  std::string File;
+  bool DotNet = false;
+  bool Json = false;
+};
+
+// A line of the file, classified by itself, or why it could not be.
+struct ClassifiedLine {
+  CodeLine Record;
+  std::string Failure;
+};
+
+ClassifiedLine Classify(std::string_view text, LanguageVersionEnum language,
+                        const ReadingRules& reading) {
+  ClassifiedLine line;
+  try {
+    line.Record = InitialiseCodeLine(text, language, reading);
+  } catch (const VendrelError& error) {
+    line.Record.Text = text;
+    line.Failure = error.Text();
+  }
+  return line;
+}
+
+void WriteAsJson(JsonWriter& json, const ClassifiedLine& line, std::int32_t number) {
+  json.BeginObject();
+  json.Key("SourceLine");
+  json.Number(number);
+  DumpLineMembers(json, line.Record);
+  json.Key("CurrentLineNumber");
+  json.Number(State().CurrentLineNumber);
+  if (!line.Failure.empty()) {
+    json.Key("Failure");
+    json.String(line.Failure);
+  }
+  json.EndObject();
+  json.NewLine();
+}
+
+void AppendAsText(std::string& out, const ClassifiedLine& line, const std::string& place) {
+  std::string type(line.Failure.empty() ? LineTypeName(line.Record.LineType) : "?");
+  if (line.Record.Continued) type += " continued";
+  if (line.Record.MoreLines) type += " more";
+  type.resize(std::max<std::size_t>(type.size(), 22), ' ');
+  out.append(place).append(": ").append(type).append("  ").append(line.Record.Text);
+  if (!line.Failure.empty()) out.append("  (").append(line.Failure).append(")");
+  out += '\n';
+}
+
+void WriteLines(std::ostream& out, const LinesArguments& arguments, const SourceText& source,
+                const std::string& windowsPath) {
+  VBProject settings;
+  ApplyToProject(arguments.Common, settings);
+  const auto language = arguments.DotNet ? lvVisualBasicDotNet : lvVisualBasic5or6;
+  ShownPaths paths;
+  JsonWriter json(out, false);
+  std::string_view rest = source.Text;
+  std::string text;
+  for (std::int32_t number = 1; !rest.empty(); ++number) {
+    const ClassifiedLine line = Classify(TakeLine(rest), language, settings.Reading);
+    if (arguments.Json) {
+      WriteAsJson(json, line, number);
+      continue;
+    }
+    text.clear();
+    AppendAsText(text, line, paths.Place(windowsPath, number));
+    out << text;
+  }
+}
+
+int RunLines(const LinesArguments& arguments, const Streams& streams) {
+  ApplyToProcess(arguments.Common);
+  const FileSystemObject file(AbsolutePath(arguments.File));
+  if (!file.Exists()) RefuseInput(arguments.File, InputKind::Missing);
+  std::string bytes = ReadByOptions(file.NativePath(), arguments.Common);
+  const auto source = SourceText::Decode(std::move(bytes), FileOptions::Current().Page());
+  WriteResult(arguments.Common, streams, arguments.File,
+              [&](std::ostream& out) { WriteLines(out, arguments, *source, file.FullPath()); });
+  return exDone;
+}
+
+}  // namespace
+
+void AddLinesCommand(CLI::App& app, Job& job) {
+  auto* command = app.add_subcommand("lines", "Each physical line, classified by itself");
+  const auto arguments = std::make_shared<LinesArguments>();
+  command->add_option("file", arguments->File, "A file of source")->required();
+  command->add_flag("--dotnet", arguments->DotNet, "By the rules of VB.NET");
+  command->add_flag("--json", arguments->Json, "One JSON object a line");
+  AddCommonOptions(*command, arguments->Common);
+  command->callback([arguments, &job] {
+    job.Run = [arguments, &streams = job.Streams] { return RunLines(*arguments, streams); };
+  });
+}
+
+}  // namespace vendrel::cli

@@ -1,0 +1,92 @@
+#include "cli/Options.h"
+
+#include <filesystem>
+
+#include "core/ProcessState.h"
+#include "diagnostics/VendrelError.h"
+#include "services/CodePage.h"
+#include "services/Paths.h"
+
+namespace vendrel::cli {
+namespace {
+
+void CheckCodePage(const std::string& name) {
+  try {
+    const CodePageChooser chooser(name);
+  } catch (const VendrelError&) {
+    throw ToolError(exUsage, "--codepage: no code page is named '" + name +
+                                 "'; give a number such as 1251, or auto");
+  }
+}
+
+void ApplyDrives(const std::vector<std::string>& drives) {
+  DriveMap::Current().Reset();
+  for (const std::string& text : drives) {
+    const NamedValue drive = CutNamedValue("--drive", text);
+    try {
+      DriveMap::Current().SetFromText(drive.Name + "=" + AbsolutePath(drive.Value));
+    } catch (const VendrelError&) {
+      throw ToolError(
+          exUsage, "--drive: '" + text + "' is not a letter and a folder, as in " + "C=/home/me/c");
+    }
+  }
+}
+
+}  // namespace
+
+const ReadingRules& CommonOptions::Preset() const {
+  return Reading == "classic" ? ReadingRules::Classic() : ReadingRules::Complete();
+}
+
+void AddCommonOptions(CLI::App& command, CommonOptions& options) {
+  auto* group = command.add_option_group("Options of all commands");
+  group->add_option("-o,--output", options.Output, "Write the result to this file")
+      ->type_name("FILE");
+  group->add_option("--reading", options.Reading, "How source is read: classic or complete")
+      ->check(CLI::IsMember({"classic", "complete"}))
+      ->capture_default_str();
+  group->add_option("--define", options.Defines, "A constant of conditional compilation")
+      ->type_name("NAME=VALUE")
+      ->allow_extra_args(false);
+  group
+      ->add_option("--codepage", options.CodePage,
+                   "Code page of files that are neither ASCII nor Unicode: a number, a name, auto")
+      ->capture_default_str();
+  group->add_option("--drive", options.Drives, "The folder behind a drive letter")
+      ->type_name("LETTER=FOLDER")
+      ->allow_extra_args(false);
+  group->add_option("--set", options.Settings, "An option of the project or a flag of the reading")
+      ->type_name("NAME=VALUE")
+      ->allow_extra_args(false);
+  group->add_option("--tags", options.Tags, "Tag definitions (JSON) in place of the built-in ones")
+      ->type_name("FILE");
+  group->add_flag("--strict", options.Strict, "Exit code 3 if there were warnings");
+  group->add_flag("--quiet", options.Quiet, "Tell errors only; no progress");
+  group
+      ->add_option("--diagnostics", options.Diagnostics,
+                   "How diagnostics are written: text or json")
+      ->check(CLI::IsMember({"text", "json"}))
+      ->capture_default_str();
+}
+
+void ApplyToProcess(const CommonOptions& options) {
+  State().Reset();
+  FileOptions::Current() = {};
+  CheckCodePage(options.CodePage);
+  ApplyDrives(options.Drives);
+}
+
+NamedValue CutNamedValue(const std::string& option, const std::string& text) {
+  const std::size_t equals = text.find('=');
+  if (equals == std::string::npos || equals == 0)
+    throw ToolError(exUsage, option + ": '" + text + "' has no name and value; write " + option +
+                                 " Name=Value");
+  return {text.substr(0, equals), text.substr(equals + 1)};
+}
+
+std::string AbsolutePath(const std::string& path) {
+  if (path.empty() || IsAbsolutePath(path)) return path;
+  return std::filesystem::absolute(path).lexically_normal().string();
+}
+
+}  // namespace vendrel::cli

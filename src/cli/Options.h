@@ -1,0 +1,60 @@
+#pragma once
+// The options that all commands share.
+
+#include <CLI/CLI.hpp>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "cli/Tool.h"
+#include "core/ReadingRules.h"
+
+namespace vendrel::cli {
+
+/// Ends a command with an exit code and a text: what, where, what to do.
+class ToolError : public std::runtime_error {
+ public:
+  ToolError(ExitCode code, const std::string& text) : std::runtime_error(text), mCode(code) {}
+  ExitCode Code() const { return mCode; }
+
+ private:
+  ExitCode mCode;
+};
+
+/// Name and value of an option such as --define.
+struct NamedValue {
+  std::string Name;
+  std::string Value;
+};
+
+/// Values of the shared options.
+struct CommonOptions {
+  std::string Output;
+  std::string Reading = "complete";
+  std::vector<std::string> Defines;
+  std::string CodePage = "auto";
+  std::vector<std::string> Drives;
+  std::vector<std::string> Settings;
+  std::string Tags;
+  bool Strict = false;
+  bool Quiet = false;
+  std::string Diagnostics = "text";
+
+  /// The preset that --reading names, without the flags of --set.
+  const ReadingRules& Preset() const;
+  bool DiagnosticsAsJson() const { return Diagnostics == "json"; }
+};
+
+/// Adds the shared options to a command.
+void AddCommonOptions(CLI::App& command, CommonOptions& options);
+
+/// Puts what holds for the process in force: drives, tag definitions, start values.
+void ApplyToProcess(const CommonOptions& options);
+
+/// Cuts "Name=Value"; raises a usage error that names the option where there is no name or no "=".
+NamedValue CutNamedValue(const std::string& option, const std::string& text);
+
+/// The absolute form of a path as a user types it; a Windows path stays.
+std::string AbsolutePath(const std::string& path);
+
+}  // namespace vendrel::cli

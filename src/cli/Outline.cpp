@@ -1,0 +1,239 @@
+#include "cli/Outline.h"
+
+#include <vector>
+
+#include "core/CaseFold.h"
+
+namespace vendrel::cli {
+namespace {
+
+constexpr std::string_view kWordColour = "\033[36m";
+constexpr std::string_view kRemarkColour = "\033[33m";
+constexpr std::string_view kPlaceColour = "\033[2m";
+constexpr int kMemberDepth = 3;
+constexpr int kPartDepth = 4;
+constexpr int kDeepestIndent = 40;  // controls nest as deep as their input makes them
+
+std::string_view WordOf(FileTypeEnum type) {
+  switch (type) {
+    case ftClass:
+      return "class";
+    case ftModule:
+      return "module";
+    case ftForm:
+      return "form";
+    case ftUserControl:
+      return "user control";
+    case ftUserDocument:
+      return "user document";
+    case ftDesigner:
+      return "designer";
+    case ftPropertyPage:
+      return "property page";
+    default:
+      return "file";
+  }
+}
+
+std::string Joined(std::initializer_list<std::string> parts) {
+  std::string joined;
+  for (const std::string& part : parts) {
+    if (part.empty()) continue;
+    if (!joined.empty()) joined += ", ";
+    joined += part;
+  }
+  return joined;
+}
+
+bool IsProcedure(const Block& block) {
+  return block.BlockType() != btDeclarations && block.BlockType() != btAttributes;
+}
+
+std::size_t ProcedureCount(const Component& component) {
+  std::size_t count = 0;
+  for (const Block& block : component.Blocks) count += IsProcedure(block) ? 1 : 0;
+  return count;
+}
+
+std::string StateOf(const Component& component) {
+  if (component.LoadState != lsNotLoaded || component.LinesAlreadyRead > 0) return {};
+  return component.FileName.Exists() ? "not read" : "missing";
+}
+
+std::string TypedName(std::string_view access, std::string_view name, bool isArray,
+                      std::string_view subscript, std::string_view type) {
+  std::string text(access);
+  if (!text.empty()) text += ' ';
+  text += name;
+  if (isArray) text.append("(").append(subscript).append(")");
+  if (!type.empty()) text.append(" As ").append(type);
+  return text;
+}
+
+std::string AccessAndName(std::string_view access, std::string_view name) {
+  return TypedName(access, name, false, {}, {});
+}
+
+}  // namespace
+
+std::string CountOf(std::size_t count, std::string_view singular) {
+  if (count == 0) return {};
+  std::string text = std::to_string(count).append(" ").append(singular);
+  if (count == 1) return text;
+  if (!text.ends_with("y")) return text + "s";
+  text.pop_back();
+  return text + "ies";
+}
+
+bool Outline::Write(const VBProject& project) {
+  if (mOptions.Module.empty()) WriteProject(project);
+  bool found = mOptions.Module.empty();
+  for (const Component& component : project.Components.Listed()) {
+    if (!mOptions.Module.empty() && !EqualsNoCase(component.Name, mOptions.Module)) continue;
+    found = true;
+    if (Shows(2)) WriteModule(component);
+  }
+  return found;
+}
+
+void Outline::WriteProject(const VBProject& project) {
+  mFile = project.FileName.FullPath();
+  std::size_t procedures = 0;
+  for (const Component& component : project.Components.Listed())
+    procedures += ProcedureCount(component);
+  Line(1, "project", project.ProjectName,
+       Joined({std::string(project.ProjectTypeDescription()),
+               CountOf(project.Components.Count(), "module"), CountOf(procedures, "procedure"),
+               CountOf(project.References.Count(), "reference")}),
+       1);
+  if (!Shows(2)) return;
+  for (const Reference& reference : project.References)
+    Line(2, reference.ReferenceType == "Object" ? "object" : "reference", reference.Name(),
+         reference.Version, reference.SourceLine());
+}
+
+void Outline::WriteModule(const Component& component) {
+  mFile = component.FileName.FullPath();
+  const auto lines = static_cast<std::size_t>(std::max(component.LinesAlreadyRead, 0));
+  Line(2, WordOf(component.FileType), component.Name,
+       Joined({StateOf(component), CountOf(lines, "line"),
+               CountOf(ProcedureCount(component), "procedure"),
+               CountOf(component.AllVBControls.Count(), "control")}),
+       1);
+  if (!Shows(kMemberDepth)) return;
+  WriteControls(component);
+  WriteDeclarations(component);
+  for (const Block& block : component.Blocks)
+    if (IsProcedure(block)) WriteBlock(block);
+}
+
+void Outline::WriteDeclarations(const Component& component) {
+  for (const Interface& item : component.Interfaces)
+    Line(kMemberDepth, "implements", item.Name, {}, item.SourceLine());
+  for (const EventDeclaration& item : component.EventDeclarations) {
+    const Parameters* parameters = item.Parameters.IfAny();
+    Line(kMemberDepth, "event", item.Name,
+         CountOf(parameters ? parameters->Count() : 0, "parameter"), item.SourceLine());
+    WriteParameters(parameters);
+  }
+  for (const Enumeration& item : component.Enumerations) {
+    Line(kMemberDepth, "enum", AccessAndName(item.Access, item.Name),
+         CountOf(item.Members().Count(), "member"), item.SourceLine());
+    if (!Shows(kPartDepth)) continue;
+    for (const EnumMember& member : item.Members())
+      Line(kPartDepth, "member", member.Name, member.Value, member.SourceLine());
+  }
+  for (const UDT& item : component.UDTs) {
+    Line(kMemberDepth, "type", AccessAndName(item.Access, item.Name),
+         CountOf(item.Members.Count(), "member"), item.SourceLine());
+    WriteVariables(kPartDepth, &item.Members, "member");
+  }
+  const Constants* constants = component.Constants();
+  for (std::size_t i = 1; constants && i <= constants->Count(); ++i) {
+    const Constant& item = *constants->Item(i);
+    Line(kMemberDepth, "constant", AccessAndName(item.Access, item.Name), item.Value,
+         item.SourceLine());
+  }
+  const Block* declarations = component.Blocks.FirstOfType(btDeclarations);
+  WriteVariables(kMemberDepth, declarations ? declarations->Variables.IfAny() : nullptr,
+                 "variable");
+  for (const DeclareDeclaration& item : component.Declarations) {
+    Line(kMemberDepth, "declare", TypedName(item.Access, item.Name, false, {}, item.ReturnType),
+         item.Library, item.SourceLine());
+    WriteParameters(item.Parameters.IfAny());
+  }
+}
+
+void Outline::WriteBlock(const Block& block) {
+  const Variables* variables = block.Variables.IfAny();
+  const std::string_view definition = block.DefinitionLine;
+  Line(kMemberDepth, block.IsPropertyType() ? "property" : "procedure",
+       definition.empty() ? AccessAndName(block.Access, block.Name()) : std::string(definition),
+       CountOf(variables ? variables->Count() : 0, "variable"), block.SourceLine());
+  WriteParameters(block.Parameters.IfAny());
+  WriteVariables(kPartDepth, variables, "variable");
+}
+
+template <typename Collection>
+void Outline::WriteVariables(int depth, const Collection* variables, std::string_view word) {
+  if (!variables || !Shows(depth)) return;
+  for (const Variable& item : *variables)
+    Line(depth, word,
+         TypedName(depth == kMemberDepth ? item.Access : SharedText(), item.Name, item.IsArray,
+                   item.ArraySubscript, item.TypeName),
+         {}, item.SourceLine());
+}
+
+void Outline::WriteParameters(const Parameters* parameters) {
+  if (!parameters || !Shows(kPartDepth)) return;
+  for (const Parameter& item : *parameters)
+    Line(kPartDepth, "parameter", TypedName({}, item.Name(), item.IsArray, {}, item.VariableType),
+         item.DefaultValue, item.SourceLine());
+}
+
+// From the root down, siblings in order: with a stack of its own.
+void Outline::WriteControls(const Component& component) {
+  struct Open {
+    const VBControls* Children;
+    std::size_t Next;
+  };
+  if (!component.VBControl || !Shows(kPartDepth)) return;
+  std::vector<Open> stack{{&component.VBControl->VBControls, 1}};
+  while (!stack.empty()) {
+    Open& open = stack.back();
+    if (open.Next > open.Children->Count()) {
+      stack.pop_back();
+      continue;
+    }
+    const VBControl& control = *open.Children->Item(open.Next++);
+    Line(kMemberDepth + static_cast<int>(stack.size()) - 1, "control", control.Name, control.ProgID,
+         control.SourceLine());
+    stack.push_back({&control.VBControls, 1});
+  }
+}
+
+void Outline::Line(int depth, std::string_view word, std::string_view text, std::string_view remark,
+                   std::int32_t line) {
+  mLine.assign(static_cast<std::size_t>(std::min(depth - 1, kDeepestIndent)) * 2, ' ');
+  Paint(kWordColour, word);
+  mLine.append(" ").append(text);
+  if (!remark.empty()) {
+    mLine += "  (";
+    Paint(kRemarkColour, remark);
+    mLine += ')';
+  }
+  mLine += "  ";
+  Paint(kPlaceColour, mPaths.Place(mFile, line));
+  mLine += '\n';
+  mOut << mLine;
+}
+
+void Outline::Paint(std::string_view colour, std::string_view text) {
+  if (!mOptions.Coloured) {
+    mLine.append(text);
+    return;
+  }
+  mLine.append(colour).append(text).append("\033[0m");
+}
+
+}  // namespace vendrel::cli

@@ -1,0 +1,55 @@
+#pragma once
+// What is told on the way: diagnostics and progress.
+
+#include <chrono>
+#include <cstdint>
+#include <ostream>
+#include <string>
+#include <unordered_map>
+
+#include "cli/Options.h"
+#include "diagnostics/Diagnostic.h"
+#include "project/VBProject.h"
+
+namespace vendrel::cli {
+
+/// Paths as people are shown them: on this machine, spelled as the disk does, relative to the
+/// current folder where they lie below it. Keeps what it looked up.
+class ShownPaths {
+ public:
+  /// Of a path in Windows form; that form itself where its drive is not mapped.
+  const std::string& Of(const std::string& windowsPath);
+  /// "path:line", or the path alone for line 0.
+  std::string Place(const std::string& windowsPath, std::int32_t line);
+
+ private:
+  std::unordered_map<std::string, std::string> mKnown;
+};
+
+/// Writes one diagnostic as a line: "file:line: severity: text [code]", or a JSON object.
+void WriteDiagnostic(std::ostream& out, const Diagnostic& diagnostic, ShownPaths& paths, bool json);
+
+/// Writes the diagnostics of a project to the error stream, as the options want them; gives the
+/// exit code: 3 for warnings under --strict, else 0.
+int ReportDiagnostics(const VBProject& project, const CommonOptions& options, std::ostream& err);
+
+/// Whether a diagnostic above a note is among them.
+bool HasWarnings(const Diagnostics& diagnostics);
+
+/// A bar on the terminal while the modules of a project load; gone when they are.
+class ProgressBar {
+ public:
+  ProgressBar(VBProject& project, const CommonOptions& options, const Streams& streams);
+  /// Takes the bar away.
+  void Finish();
+
+ private:
+  void Show(std::size_t done);
+
+  VBProject& mProject;
+  std::ostream& mErr;
+  bool mShown = false;
+  std::chrono::steady_clock::time_point mNext;
+};
+
+}  // namespace vendrel::cli

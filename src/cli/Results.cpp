@@ -1,0 +1,74 @@
+#include "cli/Results.h"
+
+#include <array>
+#include <filesystem>
+#include <streambuf>
+
+#include "diagnostics/VendrelError.h"
+#include "services/AtomicFile.h"
+#include "services/Paths.h"
+
+namespace vendrel::cli {
+namespace {
+
+class FileBuffer final : public std::streambuf {
+ public:
+  explicit FileBuffer(AtomicFile& file) : mFile(file) { Reset(); }
+  ~FileBuffer() override = default;
+
+ private:
+  void Reset() { setp(mBuffer.data(), mBuffer.data() + mBuffer.size()); }
+  int sync() override {
+    mFile.Write({pbase(), static_cast<std::size_t>(pptr() - pbase())});
+    Reset();
+    return 0;
+  }
+  int_type overflow(int_type c) override {
+    sync();
+    return c == traits_type::eof() ? traits_type::not_eof(c) : sputc(traits_type::to_char_type(c));
+  }
+  std::streamsize xsputn(const char* text, std::streamsize size) override {
+    sync();
+    mFile.Write({text, static_cast<std::size_t>(size)});
+    return size;
+  }
+
+  AtomicFile& mFile;
+  std::array<char, 4096> mBuffer;
+};
+
+std::string NativeTarget(const std::string& path) {
+  const std::string absolute = AbsolutePath(path);
+  return IsAbsolutePath(absolute) ? NativePath(absolute) : absolute;
+}
+
+void WriteToFile(const std::string& path, const std::function<void(std::ostream&)>& write) {
+  try {
+    AtomicFile file(NativeTarget(path));
+    FileBuffer buffer(file);
+    std::ostream out(&buffer);
+    out.exceptions(std::ios::badbit);  // a failure of the file passes through the stream
+    write(out);
+    out.flush();
+    file.Commit();
+  } catch (const VendrelError& error) {
+    throw ToolError(exFailed, path + ": cannot be written: " + error.Text());
+  }
+}
+
+}  // namespace
+
+void WriteResult(const CommonOptions& options, const Streams& streams, const std::string& input,
+                 const std::function<void(std::ostream&)>& write) {
+  if (!options.Output.empty()) {
+    std::error_code ignored;
+    if (std::filesystem::equivalent(options.Output, input, ignored))
+      throw ToolError(exUsage, "-o: '" + options.Output + "' is the input; name another file");
+    return WriteToFile(options.Output, write);
+  }
+  write(streams.Out);
+  streams.Out.flush();
+  if (!streams.Out) throw ToolError(exFailed, "the result could not be written to standard output");
+}
+
+}  // namespace vendrel::cli

@@ -1,0 +1,16 @@
+#pragma once
+// Where a result goes: the output stream, or the file of -o, which appears whole or not at all.
+
+#include <functional>
+#include <ostream>
+
+#include "cli/Options.h"
+
+namespace vendrel::cli {
+
+/// Calls `write` with the stream of the result. Raises a `ToolError` where it could not be written,
+/// or where -o names the input.
+void WriteResult(const CommonOptions& options, const Streams& streams, const std::string& input,
+                 const std::function<void(std::ostream&)>& write);
+
+}  // namespace vendrel::cli

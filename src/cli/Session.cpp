@@ -1,0 +1,137 @@
+#include "cli/Session.h"
+
+#include <array>
+#include <filesystem>
+
+#include "cli/ProjectSettings.h"
+#include "cli/Report.h"
+#include "core/Ascii.h"
+#include "services/CodePage.h"
+#include "services/FileSource.h"
+
+namespace vendrel::cli {
+namespace {
+
+struct Extension {
+  std::string_view Text;
+  InputKind Kind;
+};
+constexpr std::array kExtensions{
+    Extension{"vbp", InputKind::Project},     Extension{"bas", InputKind::Module},
+    Extension{"cls", InputKind::Module},      Extension{"frm", InputKind::Module},
+    Extension{"ctl", InputKind::Module},      Extension{"dob", InputKind::Module},
+    Extension{"pag", InputKind::Module},      Extension{"dsr", InputKind::Module},
+    Extension{"vbg", InputKind::Group},       Extension{"vbproj", InputKind::DotNetProject},
+    Extension{"tlb", InputKind::TypeLibrary}, Extension{"olb", InputKind::TypeLibrary},
+    Extension{"dll", InputKind::TypeLibrary}, Extension{"ocx", InputKind::TypeLibrary},
+    Extension{"exe", InputKind::TypeLibrary},
+};
+
+// Shows the chooser every file of a project; one that cannot be read is told when it is loaded.
+void FeedFiles(CodePageChooser& chooser, const VBProject& project) {
+  const auto feed = [&](const FileSystemObject& file) {
+    try {
+      if (file.Exists()) chooser.Feed(ReadWholeFile(file.NativePath()));
+    } catch (const VendrelError&) {
+    }
+  };
+  feed(project.FileName);
+  for (const Component& component : project.Components.Listed()) feed(component.FileName);
+}
+
+std::shared_ptr<VBProject> NewProject(const CommonOptions& options) {
+  auto project = std::make_shared<VBProject>();
+  ApplyToProject(options, *project);
+  project->OnLineFailure = [](const VendrelError&, std::string_view, std::int32_t) {
+    return StepOver::SkipLine;
+  };
+  return project;
+}
+
+std::shared_ptr<VBProject> LoadFile(const std::string& path, InputKind kind,
+                                    const CommonOptions& options) {
+  auto project = NewProject(options);
+  const bool read = kind == InputKind::Project ? project->Load(path) : project->LoadModule(path);
+  if (!read) throw ToolError(exFailed, path + ": cannot be read: " + project->LastErrorString);
+  return project;
+}
+
+// The guess needs the list of files, and that list may need the guess: names of files are text of
+// the project file. So the project is listed once, and again if the guess is not what it was listed
+// by.
+std::shared_ptr<VBProject> LoadWithCodePage(const std::string& path, InputKind kind,
+                                            const CommonOptions& options) {
+  CodePageChooser chooser(options.CodePage);
+  if (!chooser.Guesses()) {
+    FileOptions::Current().CodePage = chooser.Choose();
+    return LoadFile(path, kind, options);
+  }
+  FileOptions::Current().CodePage = CodePage::Default().Name();
+  auto project = LoadFile(path, kind, options);
+  FeedFiles(chooser, *project);
+  const std::string chosen = chooser.Choose();
+  if (chosen == CodePage::Default().Name()) return project;
+  FileOptions::Current().CodePage = chosen;
+  project = LoadFile(path, kind, options);
+  const DiagnosticScope scope(&project->Diagnostics, project->FileName.FullPath());
+  Tell(DiagnosticCode::CodePageGuessed, {chosen, "guessed; --codepage sets another"});
+  return project;
+}
+
+}  // namespace
+
+InputKind KindOfInput(const std::string& path) {
+  const FileSystemObject file(AbsolutePath(path));
+  if (file.IsFolder()) return InputKind::Folder;
+  if (!file.Exists()) return InputKind::Missing;
+  const std::string extension = file.Extension();
+  for (const Extension& known : kExtensions)
+    if (EqualsNoCaseAscii(known.Text, extension)) return known.Kind;
+  return InputKind::Unknown;
+}
+
+void RefuseInput(const std::string& path, InputKind kind) {
+  const auto later = [&](const char* what) -> ToolError {
+    return ToolError(exFailed, path + ": " + what + " come later; this version reads a project " +
+                                  "(.vbp) or a single module (.bas, .cls, .frm, ...)");
+  };
+  switch (kind) {
+    case InputKind::Group:
+      throw later("project groups");
+    case InputKind::DotNetProject:
+      throw later("VB.NET projects");
+    case InputKind::TypeLibrary:
+      throw later("type libraries");
+    case InputKind::Folder:
+      throw later("folders of projects");
+    case InputKind::Missing:
+      throw ToolError(exFailed, path + ": no such file; check the path, and --drive for a drive");
+    default:
+      break;
+  }
+  throw ToolError(exFailed, path + ": neither a project (.vbp) nor a module (.bas, .cls, .frm, " +
+                                ".ctl, .dob, .pag, .dsr), by its extension");
+}
+
+std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOptions& options,
+                                     const Streams& streams, LoadDepth depth) {
+  ApplyToProcess(options);
+  const InputKind kind = KindOfInput(path);
+  if (kind != InputKind::Project && kind != InputKind::Module) RefuseInput(path, kind);
+  auto project = LoadWithCodePage(AbsolutePath(path), kind, options);
+  if (depth == LoadDepth::ProjectFile) return project;
+  ProgressBar bar(*project, options, streams);
+  project->Components.Populate();
+  bar.Finish();
+  return project;
+}
+
+std::string ReadByOptions(const std::string& nativePath, const CommonOptions& options) {
+  std::string bytes = ReadWholeFile(nativePath);
+  CodePageChooser chooser(options.CodePage);
+  chooser.Feed(bytes);
+  FileOptions::Current().CodePage = chooser.Choose();
+  return bytes;
+}
+
+}  // namespace vendrel::cli

@@ -1,0 +1,42 @@
+#pragma once
+// From a file on the command line to a loaded project.
+
+#include <memory>
+#include <string>
+
+#include "cli/Options.h"
+#include "project/VBProject.h"
+
+namespace vendrel::cli {
+
+/// What a path on the command line is.
+enum class InputKind {
+  Project,
+  Module,
+  Group,
+  DotNetProject,
+  TypeLibrary,
+  Folder,
+  Unknown,
+  Missing
+};
+
+/// By what is there and by its extension.
+InputKind KindOfInput(const std::string& path);
+
+/// How far a load goes.
+enum class LoadDepth { ProjectFile, Modules };
+
+/// Loads a project or a single module by the shared options, going on over lines and files that
+/// fail. Raises a `ToolError` that says what to do where the input is none of these.
+std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOptions& options,
+                                     const Streams& streams, LoadDepth depth = LoadDepth::Modules);
+
+/// Puts the code page for one file in force, guessing it from the file where the options say so.
+/// Gives the bytes of the file.
+std::string ReadByOptions(const std::string& nativePath, const CommonOptions& options);
+
+/// Raises the error for an input that a command does not take.
+[[noreturn]] void RefuseInput(const std::string& path, InputKind kind);
+
+}  // namespace vendrel::cli

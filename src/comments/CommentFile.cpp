@@ -1,0 +1,239 @@
+#include "comments/CommentFile.h"
+
+#include <ostream>
+#include <pugixml.hpp>
+
+#include "comments/TagDefinitions.h"
+#include "comments/TaggedCommentRules.h"
+#include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
+#include "model/Block.h"
+#include "model/Component.h"
+#include "project/VBProject.h"
+
+namespace vendrel {
+namespace {
+
+// ---- Reading -----------------------------------------------------------------------------------
+
+// Text of an element with everything below it, walked without recursion.
+std::string TextOf(const pugi::xml_node& element) {
+  std::string text;
+  pugi::xml_node node = element.first_child();
+  while (node) {
+    if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) text += node.value();
+    if (node.first_child()) {
+      node = node.first_child();
+      continue;
+    }
+    while (!node.next_sibling() && node.parent() != element) node = node.parent();
+    node = node.next_sibling();
+  }
+  return text;
+}
+
+// Where a comment for an element is offered.
+struct Place {
+  CodeElement* LastElement = nullptr;
+  vendrel::Component* Component = nullptr;
+  vendrel::Block* Block = nullptr;
+};
+
+bool IsOneOf(const CodeElement& element, std::initializer_list<std::string_view> classNames) {
+  for (const std::string_view name : classNames)
+    if (TypeMatch(&element, name)) return true;
+  return false;
+}
+
+Place PlaceFor(VBProject& project, CodeElement* element, std::string_view name) {
+  Place place;
+  if (IsOneOf(*element, {"EnumMember", "Variable", "Parameter"}))
+    element = project.GetObjectByName_MainObject(name);
+  if (!element) return place;
+  if (IsOneOf(*element, {"VBProject", "VBProjectGroup"})) {
+    place.Component = project.Components.Item(1);
+  } else if (IsOneOf(*element, {"Component", "Block", "EventDeclaration", "DeclareDeclaration",
+                                "Enumeration", "UDT", "Variable", "Interface"})) {
+    place.Component = element->OwnComponent();
+    if (element != place.Component) place.LastElement = element;
+  }
+  if (!place.Component) return place;
+  place.Block = dynamic_cast<Block*>(element);
+  if (!place.Block) place.Block = place.Component->BlockOfType(btDeclarations, true);
+  return place;
+}
+
+template <typename Collection>
+auto ShareOf(const Collection& collection, const typename Collection::Element& element) {
+  auto found = collection.Share(std::string_view(element.Name));
+  if (found.get() == &element) return found;
+  for (std::size_t i = 1; i <= collection.Count(); ++i)
+    if (collection.Item(i) == &element) return collection.Share(i);
+  return decltype(found)();
+}
+
+// The state that placing a comment expects, as if the element had just been read.
+void Prepare(const Place& place) {
+  place.Component->LastElement = place.LastElement;
+  if (auto* enumeration = dynamic_cast<Enumeration*>(place.LastElement))
+    place.Block->CurrentEnum = ShareOf(place.Component->Enumerations, *enumeration);
+  if (auto* udt = dynamic_cast<UDT*>(place.LastElement))
+    place.Block->CurrentUDT = ShareOf(place.Component->UDTs, *udt);
+}
+
+void ApplyOne(VBProject& project, const pugi::xml_node& item) {
+  const std::string_view name = item.attribute("eid").value();
+  CodeElement* element = project.GetObjectByName(name);
+  if (!element) return Tell(DiagnosticCode::ElementNotFound, {name});
+  auto comment = std::make_shared<TaggedComment>();
+  comment->TagIdentifier = item.attribute("tid").value();
+  comment->Qualifier = item.attribute("q").value();
+  comment->Text = TextOf(item);
+  const Place place = PlaceFor(project, element, name);
+  const bool canPlace = place.Block != nullptr;
+  if (canPlace) Prepare(place);
+  if (!canPlace || !place.Block->ApplyTaggedComment(comment))
+    Tell(DiagnosticCode::CommentUnplaced, {comment->TagIdentifier});
+}
+
+// ---- Writing -----------------------------------------------------------------------------------
+
+struct WrittenForm {
+  std::string_view ClassName;
+  std::string_view Prefix;
+  ElementTypeEnum Kind;
+  bool NamesMember;
+};
+
+// Elements that a bare tag misses when it is read from a file: the last element is another one
+// there, or the open declaration takes the comment for its last member.
+constexpr WrittenForm kForms[] = {
+    {"VBProject", "PROJECT", etProject, false},
+    {"Component", "MODULE", etModule, false},
+    {"Enumeration", "ENUMERATION", etEnumeration, false},
+    {"EnumMember", "ENUMERATION_MEMBER", etEnumerationMember, true},
+    {"UDT", "STRUCTURE", etStructure, false},
+    {"Variable", "STRUCTURE_MEMBER", etStructureMember, true},
+    {"Parameter", "PARAMETER", etParameter, true},
+};
+
+const WrittenForm* FormOf(const CodeElement& element) {
+  if (TypeMatch(&element, "Variable") &&
+      !TypeMatch(static_cast<const Variable&>(element).Parent.Get(), "UDT"))
+    return nullptr;
+  for (const WrittenForm& form : kForms)
+    if (TypeMatch(&element, form.ClassName)) return &form;
+  return nullptr;
+}
+
+std::string WrittenTag(const WrittenForm& form, const std::string& tag) {
+  const TaggedCommentDef* definition = FindTagDefinition(tag);
+  if (definition && definition->ElementType == form.Kind) return tag;
+  const std::string word = tag.size() > 2 ? tag.substr(2) : "SUMMARY";
+  const std::string prefix(form.Prefix);
+  for (const std::string& candidate : {"##" + prefix + "_" + word, "##" + word + "_" + prefix}) {
+    definition = FindTagDefinition(candidate);
+    if (definition && definition->ElementType == form.Kind) return candidate;
+  }
+  return tag;
+}
+
+struct Writer {
+  pugi::xml_node Root;
+
+  void Write(const CodeElement& element, const std::string& tag, const std::string& qualifier,
+             const std::string& text) {
+    const WrittenForm* form = FormOf(element);
+    pugi::xml_node item = Root.append_child("TaggedComment");
+    item.append_attribute("eid").set_value(element.QualifiedName().c_str());
+    item.append_attribute("tid").set_value((form ? WrittenTag(*form, tag) : tag).c_str());
+    const std::string member = form && form->NamesMember ? element.ElementName() : qualifier;
+    item.append_attribute("q").set_value(member.c_str());
+    if (!text.empty()) item.append_child(pugi::node_pcdata).set_value(text.c_str());
+  }
+
+  void WriteAll(CodeElement& element) {
+    const auto* parameter = dynamic_cast<const Parameter*>(&element);
+    const std::string* description =
+        parameter ? &parameter->mDescription : element.TaggedDescriptionField();
+    if (description && !description->empty()) Write(element, "##SUMMARY", {}, *description);
+    OnDemand<TaggedComments>* comments = element.TaggedCommentsField();
+    if (!comments || !comments->IfAny()) return;
+    for (const TaggedComment& comment : **comments)
+      Write(element, comment.TagIdentifier, comment.Qualifier, comment.Text);
+  }
+};
+
+template <typename Elements, typename Visitor>
+void VisitAll(const Elements* elements, const Visitor& visit) {
+  if (!elements) return;
+  for (CodeElement& element : *elements) visit(element);
+}
+
+void VisitBlock(Block& block, const std::function<void(CodeElement&)>& visit) {
+  if (!block.Name().empty()) visit(block);
+  VisitAll(block.Parameters.IfAny(), visit);
+  VisitAll(block.Variables.IfAny(), visit);
+  VisitAll(block.Constants.IfAny(), visit);
+}
+
+void VisitModule(Component& component, const std::function<void(CodeElement&)>& visit) {
+  visit(component);
+  for (EventDeclaration& event : component.EventDeclarations) {
+    visit(event);
+    VisitAll(event.Parameters.IfAny(), visit);
+  }
+  for (Enumeration& enumeration : component.Enumerations) {
+    visit(enumeration);
+    VisitAll(&enumeration.Members(), visit);
+  }
+  for (UDT& udt : component.UDTs) {
+    visit(udt);
+    VisitAll(&udt.Members, visit);
+  }
+  for (DeclareDeclaration& declare : component.Declarations) {
+    visit(declare);
+    VisitAll(declare.Parameters.IfAny(), visit);
+  }
+  VisitAll(&component.Interfaces, visit);
+  for (Block& block : component.Blocks) VisitBlock(block, visit);
+}
+
+}  // namespace
+
+void VBProject::ApplyCommentFile() {
+  if (!CommentFile.Exists()) return;
+  CommentFile.OpenFile(omRead);
+  const std::string text = CommentFile.ReadAll();
+  CommentFile.CloseFile();
+  std::int32_t line = 1;
+  const DiagnosticScope scope(&Diagnostics, CommentFile.FullPath(), &line);
+  pugi::xml_document document;
+  ParseXml(document, text, CommentFile.FullPath());
+  std::size_t counted = 0;
+  for (const pugi::xml_node& item : document.document_element().children()) {
+    if (item.type() != pugi::node_element) continue;
+    for (const auto at = static_cast<std::size_t>(item.offset_debug()); counted < at; ++counted)
+      line += text[counted] == '\n';
+    try {
+      ApplyOne(*this, item);
+    } catch (VendrelError& failure) {
+      failure.AddContext("ApplyCommentFile", CommentFile.FullPath(), line);
+      throw;
+    }
+  }
+}
+
+void ForEachCommentedElement(VBProject& project, const std::function<void(CodeElement&)>& visit) {
+  visit(project);
+  for (Component& component : project.Components.Listed()) VisitModule(component, visit);
+}
+
+void WriteCommentFile(VBProject& project, std::ostream& out) {
+  pugi::xml_document document;
+  Writer writer{document.append_child("TaggedComments")};
+  ForEachCommentedElement(project, [&](CodeElement& element) { writer.WriteAll(element); });
+  document.save(out, "  ", pugi::format_default, pugi::encoding_utf8);
+}
+
+}  // namespace vendrel

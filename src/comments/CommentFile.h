@@ -1,0 +1,33 @@
+#pragma once
+// Comment files: tagged comments kept outside the source, as XML. Below a root of any name stands
+// one element for each comment: "eid" names the code element (its qualified name), "tid" the tag,
+// "q" the qualifier, and the text of the element is the comment.
+
+#include <functional>
+#include <iosfwd>
+#include <string_view>
+
+#include "model/CodeElement.h"
+
+namespace pugi {
+class xml_document;
+}
+
+namespace vendrel {
+
+/// Calls `visit` for every element of the project that can carry tagged comments, in the order of
+/// the tree: the project, each module, its events, enumerations, structures, declarations and
+/// interfaces with their members and parameters, its blocks with parameters and variables. Loads
+/// nothing.
+void ForEachCommentedElement(VBProject& project, const std::function<void(CodeElement&)>& visit);
+
+/// Writes every tagged comment of the project as a comment file: those kept on elements, and each
+/// tagged description as a summary. A tag that would find another element when it is read back from
+/// a file is written in its element-prefixed form. Load the project with
+/// `PreserveOriginalTaggedComments` to have every comment apart.
+void WriteCommentFile(VBProject& project, std::ostream& out);
+
+/// Parses XML text whole. Raises 5 with `name`, line and column where it is not well-formed.
+void ParseXml(pugi::xml_document& document, std::string_view text, std::string_view name);
+
+}  // namespace vendrel

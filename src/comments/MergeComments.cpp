@@ -1,0 +1,59 @@
+// Comments of one tag folded into the descriptions of their elements, after loading.
+
+#include "comments/Descriptions.h"
+#include "model/Block.h"
+#include "model/Component.h"
+#include "project/VBProject.h"
+
+namespace vendrel {
+namespace {
+
+struct MergeRequest {
+  std::string_view TagID;
+  bool OnlyUseIfBlank;
+  bool Overwrite;
+
+  void Into(CodeElement& element) const {
+    const TaggedComments* comments = element.TaggedCommentsField()->IfAny();
+    if (!comments || comments->Count() == 0) return;
+    std::string& description = *element.TaggedDescriptionField();
+    description = MergedTaggedDescription(description, *comments, TagID, OnlyUseIfBlank, Overwrite);
+  }
+  template <typename Elements>
+  void IntoEach(const Elements& elements) const {
+    for (CodeElement& element : elements) Into(element);
+  }
+};
+
+}  // namespace
+
+void Block::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank, bool Overwrite) {
+  const MergeRequest merge{TagID, OnlyUseIfBlank, Overwrite};
+  if (BlockType() != btDeclarations) return merge.Into(*this);
+  if (const vendrel::Variables* variables = Variables.IfAny()) merge.IntoEach(*variables);
+}
+
+void Component::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank, bool Overwrite) {
+  const MergeRequest merge{TagID, OnlyUseIfBlank, Overwrite};
+  merge.Into(*this);
+  merge.IntoEach(EventDeclarations);
+  for (Enumeration& enumeration : Enumerations) {
+    merge.Into(enumeration);
+    merge.IntoEach(enumeration.Members());
+  }
+  for (UDT& udt : UDTs) {
+    merge.Into(udt);
+    merge.IntoEach(udt.Members);
+  }
+  for (Block& block : Blocks)
+    if (block.IsMethod() ||
+        (block.IsProperty() && ConsolidatedPropertyBlock(block.Name(), true) == &block))
+      block.MergeTaggedComment(TagID, OnlyUseIfBlank, Overwrite);
+}
+
+void VBProject::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank, bool Overwrite) {
+  for (Component& component : Components)
+    component.MergeTaggedComment(TagID, OnlyUseIfBlank, Overwrite);
+}
+
+}  // namespace vendrel

@@ -1,0 +1,106 @@
+// Stage 4: what an Attribute line says about the module, the block or one of its elements.
+
+#include "core/Ascii.h"
+#include "diagnostics/VendrelError.h"
+#include "intake/LineIntake.h"
+#include "intake/ModuleIntake.h"
+
+namespace vendrel {
+namespace {
+
+// The n-th blank-separated word, 1-based; raises 9 when there are fewer.
+std::string_view Word(std::string_view statement, int n) {
+  std::string_view rest = statement;
+  for (int i = 1; i < n; ++i) {
+    if (rest.find(' ') == std::string_view::npos)
+      throw VendrelError(errSubscript, "too few words: " + std::string(statement));
+    TakeField(rest, ' ');
+  }
+  return TakeField(rest, ' ');
+}
+
+// The element an attribute belongs to: the text from character 11 up to the first ".".
+std::string_view Subject(std::string_view statement) {
+  if (statement.size() <= 10) return {};
+  const std::string_view behind = statement.substr(10);
+  return behind.substr(0, behind.find('.'));
+}
+
+bool IsBlockHelpID(std::string_view statement, std::string_view name) {
+  constexpr std::string_view kAttribute = "ATTRIBUTE ";
+  constexpr std::string_view kSuffix = ".VB_HELPID";
+  if (!StartsWithNoCaseAscii(statement, kAttribute)) return false;
+  const std::string_view behind = statement.substr(kAttribute.size());
+  return StartsWithNoCaseAscii(behind, name) &&
+         StartsWithNoCaseAscii(behind.substr(name.size()), kSuffix);
+}
+
+}  // namespace
+
+// False when the line is used up and not stored.
+bool LineIntake::TakeAttribute() {
+  const std::string_view statement = mLine.StatementPart;
+  const std::size_t events = mComponent.EventDeclarations.Count();
+  if (mState.mEventLast && events > 0 &&
+      ContainsNoCaseAscii(statement, mComponent.EventDeclarations.Item(events)->Name))
+    mFoundEventComment = true;
+  if (mBlock.BlockType() == btUnrecognised) mBlock.SetBlockType(btAttributes);
+  if (TakeHelpIDs(statement)) {
+    if (!mIntake.Reading.KeepHelpAttributes) return false;
+  } else {
+    TakeFlags(statement);
+  }
+  mBlock.AddAttribute(mLine.Text);
+  if (statement == "Attribute VB_Exposed = True") mComponent.Access = "PUBLIC";
+  return true;
+}
+
+bool LineIntake::TakeHelpIDs(std::string_view statement) {
+  const auto valueBehindEquals = [&] {
+    const std::size_t equals = statement.find('=');
+    return equals == std::string_view::npos ? 0 : NumericValue(statement.substr(equals + 1));
+  };
+  if (StartsWithNoCaseAscii(statement, "ATTRIBUTE VB_HELPID")) {
+    mComponent.HelpContextID = valueBehindEquals();
+    ReportHelpContextID(mComponent, mComponent.HelpContextID);
+    return true;
+  }
+  if (IsBlockHelpID(statement, mBlock.Name())) {
+    mBlock.HelpContextID = valueBehindEquals();
+    ReportHelpContextID(mComponent, mBlock.HelpContextID);
+    return true;
+  }
+  if (!ContainsNoCaseAscii(statement, ".VB_VARHELPID")) return false;
+  std::string_view name = Word(statement, 2);
+  name = TakeField(name, '.');
+  Variable* variable = mBlock.Variables.IfAny() ? mBlock.Variables->Item(name) : nullptr;
+  if (variable) {
+    variable->HelpContextID = NumericValue(Word(statement, 4));
+    ReportHelpContextID(mComponent, variable->HelpContextID);
+  }
+  return true;
+}
+
+void LineIntake::TakeFlags(std::string_view statement) {
+  if (ContainsNoCaseAscii(statement, "ATTRIBUTE VB_EXPOSED = TRUE")) {
+    mComponent.Access = "PUBLIC";
+  } else if (ContainsNoCaseAscii(statement, ".VB_MEMBERFLAGS = \"40\"")) {
+    const std::string_view subject = Subject(statement);
+    if (EqualsNoCase(subject, mBlock.Name()))
+      mBlock.IsHiddenMember = true;
+    else if (Variable* variable = mBlock.Variables.IfAny() ? mBlock.Variables->Item(subject) : nullptr)
+      variable->IsHiddenMember = true;
+    else if (EventDeclaration* event = mComponent.EventDeclarations.Item(subject))
+      event->IsHiddenMember = true;
+    else if (Enumeration* enumeration = mComponent.Enumerations.Item(subject))
+      enumeration->IsHiddenMember = true;
+    else if (UDT* structure = mComponent.UDTs.Item(subject))
+      structure->IsHiddenMember = true;
+  } else if (ContainsNoCaseAscii(statement, "USERMEMID = 0")) {
+    mComponent.DefaultMemberName = Subject(statement);
+  } else if (ContainsNoCaseAscii(statement, "USERMEMID = -4")) {
+    mComponent.SetIsCollection(true);
+  }
+}
+
+}  // namespace vendrel

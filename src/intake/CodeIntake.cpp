@@ -1,0 +1,96 @@
+// The choice of the block that receives a line: a start line opens a block, the first declaration the
+// declarations section.
+
+#include "core/Ascii.h"
+#include "core/ProcessState.h"
+#include "intake/LineIntake.h"
+#include "intake/ModuleIntake.h"
+#include "intake/Overloads.h"
+#include "model/Component.h"
+
+namespace vendrel {
+namespace {
+
+// The eleven start types, and what DetectNewBlocksOnAddCode allows.
+bool OpensBlock(const Component& component, const ParsedLine& line) {
+  return component.Options().DetectNewBlocksOnAddCode && IsStartLineType(line.LineType);
+}
+
+// What the previous block holds as a pending comment goes with the procedure that follows.
+void OpenProcedure(Component& component) {
+  if (Block* previous = component.CurrentBlock.Get()) {
+    component.CommentBuffer = std::move(previous->CommentBuffer);
+    previous->CommentBuffer.clear();
+    if (CodeLines* lines = previous->CodeLines.IfAny(); lines && !lines->Unloaded()) lines->Shrink();
+  }
+  Block* block = component.NewBlock();
+  component.CurrentBlock = block;
+  block->CommentBuffer = component.CommentBuffer;
+}
+
+// Statements that the documented list of declarations leaves out.
+bool IsEarlyDeclaration(const ParsedLine& line) {
+  switch (line.LineType) {
+    case DECLARE_STATEMENT:
+    case EVENT_DECLARATION:
+    case COMPILER_DIRECTIVE:
+      return true;
+    case OTHER:
+      return StartsWithNoCaseAscii(line.StatementPart, "implements ") ||
+             StartsWithNoCaseAscii(line.StatementPart, "def");
+    default:
+      return false;
+  }
+}
+
+bool OpensDeclarations(const ModuleIntake& intake, const ParsedLine& line) {
+  const bool early = intake.Reading.EarlyDeclarations;
+  if (!intake.ContinuationBuffer.empty() && !early) return false;
+  return IsDeclarationsLineType(line.LineType, line.StatementPart) ||
+         (early && IsEarlyDeclaration(line));
+}
+
+void ChooseSection(Component& component, const ModuleIntake& intake, const ParsedLine& line) {
+  if (!component.CurrentBlock) component.CurrentBlock = component.NewBlock();
+  Block* current = component.CurrentBlock.Get();
+  if (current->BlockType() != btAttributes || component.Blocks.Count() != 1) return;
+  if (!OpensDeclarations(intake, line)) return;
+  if (component.Options().DetectNewBlocksOnAddCode)
+    component.CurrentBlock = component.NewBlock(btDeclarations);
+  else
+    current->SetBlockType(btDeclarations);
+}
+
+void FlushContinuations(Component& component, ModuleIntake& intake) {
+  std::vector<PendingLine> pending;
+  pending.swap(intake.ContinuationBuffer);
+  for (PendingLine& line : pending) component.CurrentBlock.Get()->AddParsedLine(line.Line);
+  pending.clear();
+  intake.ContinuationBuffer.swap(pending);  // keeps the room
+}
+
+}  // namespace
+
+void AddParsedCode(Component& component, ParsedLine& line, bool addLine) {
+  ModuleIntake& intake = component.Intake();
+  const bool opens = OpensBlock(component, line);
+  if (opens)
+    OpenProcedure(component);
+  else if (intake.ContinuationBuffer.empty() || intake.Reading.EarlyDeclarations)
+    ChooseSection(component, intake, line);
+  if (!intake.ContinuationBuffer.empty()) FlushContinuations(component, intake);
+  if (addLine) component.CurrentBlock.Get()->AddParsedLine(line);
+  if (intake.Language == lvVisualBasicDotNet && IsStartLineType(line.LineType))
+    CollectOverloads(component);
+}
+
+void Component::AddCode(std::string_view Source, bool AddLine) {
+  AddCode(InitialiseCodeLine(Source, State().CurrentLanguageVersion, Options().Reading), AddLine);
+}
+
+void Component::AddCode(const CodeLine& Source, bool AddLine) {
+  ParsedLine line = ParsedLine::Of(Source);
+  AddParsedCode(*this, line, AddLine);
+}
+
+}  // namespace vendrel

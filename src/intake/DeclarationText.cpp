@@ -1,0 +1,296 @@
+// The text of enumerations, structures, events and Declare statements.
+
+#include "comments/Descriptions.h"
+#include "core/Ascii.h"
+#include "core/ProcessState.h"
+#include "intake/StartLineText.h"
+#include "model/Component.h"
+#include "model/Namespace.h"
+#include "text/StartLine.h"
+#include "text/Words.h"
+
+namespace vendrel {
+namespace {
+
+// The words of a head line behind the name: a comment there is a description.
+void DescribeFromWords(CodeElement& element, WordCursor& words) {
+  std::string comment;
+  std::string_view word;
+  bool found = false;
+  while (words.Next(word)) {
+    if (!found && !word.starts_with('\'')) continue;
+    if (!found) word.remove_prefix(1);
+    if (found && !comment.empty()) comment += ' ';
+    found = true;
+    comment += word;
+  }
+  if (found) AddObjectDescription(element, comment);
+}
+
+std::string_view WithoutBrackets(std::string_view name) {
+  if (name.starts_with('[')) name.remove_prefix(1);
+  if (name.ends_with(']')) name.remove_suffix(1);
+  return name;
+}
+
+const ProjectOptions& OptionsOf(const WeakHandle<Component>& component) {
+  return component ? component->Options() : ProjectOptions::Defaults();
+}
+
+}  // namespace
+
+void Enumeration::Initialise(std::string_view Source) {
+  Access = "PUBLIC";
+  WordCursor words(Source);
+  std::string_view word;
+  while (words.Next(word)) {
+    if (EqualsNoCaseAscii(word, "PRIVATE")) Access = "PRIVATE";
+    if (!EqualsNoCaseAscii(word, "ENUM")) continue;
+    if (words.Next(word)) Name = word;
+    break;
+  }
+  if (OptionsOf(Component).UnTaggedEnumerations) DescribeFromWords(*this, words);
+}
+
+std::shared_ptr<EnumMember> Enumeration::AddMember(std::string_view Source) {
+  auto member = std::make_shared<EnumMember>();
+  member->Initialise(Source, this);
+  Members().Add(member, member->Name);
+  return member;
+}
+
+void EnumMember::Initialise(std::string_view Source, vendrel::Enumeration* parent) {
+  Enumeration = parent;
+  const ProcessState& state = State();
+  const CodeLine line =
+      InitialiseCodeLine(Source, state.CurrentLanguageVersion, state.CurrentReading);
+  if (parent && !line.CommentPart.empty() && OptionsOf(parent->Component).UnTaggedEnumerations)
+    AddObjectDescription(*this, line.CommentPart);
+  std::string_view rest = line.StatementPart;
+  std::string name;
+  WordCursor words(rest);
+  std::string_view word;
+  while (words.Next(word)) {
+    if (word == "=") {
+      std::string value;
+      while (words.Next(word)) {
+        if (!value.empty()) value += ' ';
+        value += word;
+      }
+      Value = value;
+      break;
+    }
+    if (!name.empty()) name += ' ';
+    name += word;
+  }
+  if (state.CurrentReading.WholeDefaults && Value.empty()) {
+    const std::size_t equals = name.find('=');
+    if (equals != std::string::npos) {
+      Value = Trim(std::string_view(name).substr(equals + 1));
+      name = TrimRight(std::string_view(name).substr(0, equals));
+    }
+  }
+  Name = WithoutBrackets(name);
+}
+
+void UDT::Initialise(std::string_view Source) {
+  const vendrel::Component* component = Component.Get();
+  const bool open = component && !component->OptionPrivate &&
+                    (component->FileType == ftModule || component->FileType == ftClass);
+  Access = open ? "PUBLIC" : "PRIVATE";
+  WordCursor words(Source);
+  std::string_view word;
+  while (words.Next(word)) {
+    if (EqualsNoCaseAscii(word, "PUBLIC")) Access = "PUBLIC";
+    if (EqualsNoCaseAscii(word, "PRIVATE")) Access = "PRIVATE";
+    if (!EqualsNoCaseAscii(word, "TYPE")) continue;
+    if (words.Next(word)) Name = word;
+    break;
+  }
+  if (OptionsOf(Component).UnTaggedUDTs) DescribeFromWords(*this, words);
+}
+
+std::shared_ptr<Variable> UDT::AddMember(std::string_view Source) {
+  auto member = std::make_shared<Variable>();
+  member->Parent = this;
+  if (vendrel::Component* component = Component.Get()) member->SetVBProject(component->Project());
+  std::string text = "Dim " + std::string(Source);
+  member->Initialise(text);
+  Members.Add(member, member->Name);
+  return member;
+}
+
+namespace {
+// Name of an event whose statement may have no parentheses: the word behind "Event".
+std::string_view EventWord(std::string_view statement) {
+  WordCursor words(statement);
+  std::string_view word;
+  while (words.Next(word)) {
+    if (!EqualsNoCaseAscii(word, "EVENT")) continue;
+    if (!words.Next(word)) break;
+    return word.substr(0, word.find('('));
+  }
+  return GetName(statement);
+}
+}  // namespace
+
+namespace {
+
+// Every event of VB.NET has a delegate: a procedure with the parameters of the event.
+void MakeDelegate(EventDeclaration& o) {
+  Component* component = o.Component.Get();
+  Namespace* space = component ? component->Namespace.Get() : nullptr;
+  if (!space) return;
+  auto block = std::make_shared<Block>();
+  block->Component = component;
+  block->SetVBProject(component->Project());
+  block->SetBlockType(btSub);
+  block->SetName(o.Name + "EventHandler");
+  block->Access = o.Access;
+  block->Parameters->Component = component;
+  for (const Parameter& parameter : *o.Parameters) {
+    std::shared_ptr<Parameter> copy = parameter.Clone(true);
+    copy->Parent = block.get();
+    block->Parameters->Add(copy, copy->Name());
+  }
+  o.DelegateName = space->Name + "." + block->Name();
+  const std::string name = block->Name();
+  space->Delegates.Add(std::move(block), name);
+}
+
+}  // namespace
+
+void EventDeclaration::Initialise(std::string_view Source) {
+  Parameters.Renew();
+  Parameters->Component = Component.Get();
+  const ProcessState& state = State();
+  if (state.CurrentLanguageVersion == lvVisualBasicDotNet) {
+    ParseStartLine(Source, *this);
+    MakeDelegate(*this);
+    return;
+  }
+  const CodeLine line =
+      InitialiseCodeLine(Source, state.CurrentLanguageVersion, state.CurrentReading);
+  const ReadingRules& reading = state.CurrentReading;
+  Name = reading.WholeDefaults ? EventWord(line.StatementPart) : GetName(line.StatementPart);
+  if (reading.DefaultAccess)
+    Access = StartsWithNoCaseAscii(line.StatementPart, "PRIVATE") ? "PRIVATE" : "PUBLIC";
+  Parameters->LoadStatement(line.StatementPart, this, false);
+}
+
+namespace {
+
+// The words of a Declare statement up to and behind its parameter list.
+struct DeclareWords {
+  DeclareDeclaration& Target;
+  bool LibNext = false;
+  bool AliasNext = false;
+  bool NameNext = false;
+  bool TypeNext = false;
+  int Depth = 0;        // of parentheses, once the library is known
+  bool Opened = false;  // the parameter list has begun
+
+  bool ListClosed() const { return Opened && Depth <= 0; }
+  void Take(std::string_view word);
+  bool TakeKeyword(std::string_view word);
+  void TakeName(std::string_view word);
+  void TakeReturnType(std::string_view word);
+  void CountParentheses(std::string_view word);
+};
+
+bool DeclareWords::TakeKeyword(std::string_view word) {
+  if (Opened) return false;
+  const auto is = [&](std::string_view keyword) { return EqualsNoCaseAscii(word, keyword); };
+  if (is("declare")) return true;
+  if (is("public") || is("private"))
+    Target.Access = UpperAscii(word);
+  else if (is("lib"))
+    LibNext = true;
+  else if (is("alias"))
+    AliasNext = true;
+  else if (is("sub") || is("function")) {
+    Target.IsFunction = is("function");
+    NameNext = true;
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void DeclareWords::TakeName(std::string_view word) {
+  NameNext = false;
+  Target.ReturnType = TypeFromName(word);
+  if (!Target.ReturnType.empty()) word.remove_suffix(1);
+  Target.Name = word;
+}
+
+void DeclareWords::TakeReturnType(std::string_view word) {
+  TypeNext = false;
+  if (word.ends_with("()")) {
+    Target.ReturnTypeIsArray = true;
+    word.remove_suffix(2);
+  }
+  Target.ReturnType = word;
+}
+
+void DeclareWords::CountParentheses(std::string_view word) {
+  bool inString = false;
+  for (const char c : word) {
+    if (c == '"') inString = !inString;
+    if (inString) continue;
+    if (c == '(') {
+      ++Depth;
+      Opened = true;
+    }
+    if (c == ')') --Depth;
+  }
+}
+
+// The text between the quotes, for a word such as "kernel32"() that the list follows at once.
+std::string_view Quoted(std::string_view word) {
+  if (word.starts_with('"') && word.find('"', 1) != std::string_view::npos)
+    return word.substr(1, word.find('"', 1) - 1);
+  return StripQuotes(word);
+}
+
+void DeclareWords::Take(std::string_view word) {
+  if (TakeKeyword(word)) return;
+  if (TypeNext) {
+    TakeReturnType(word);
+  } else if (ListClosed() && EqualsNoCaseAscii(word, "as")) {
+    TypeNext = true;
+  } else if (LibNext) {
+    LibNext = false;
+    std::string library(Quoted(word));
+    if (library.find('.') == std::string::npos) library += ".dll";
+    Target.Library = library;
+    CountParentheses(word);
+  } else if (AliasNext) {
+    AliasNext = false;
+    Target.Alias = Quoted(word);
+    CountParentheses(word);
+  } else if (NameNext) {
+    TakeName(word);
+  } else if (!Target.Library.empty()) {
+    CountParentheses(word);
+  }
+}
+
+}  // namespace
+
+void DeclareDeclaration::Initialise(const CodeLine& oLine) { InitialiseFrom(oLine.StatementPart); }
+
+void DeclareDeclaration::InitialiseFrom(std::string_view statement) {
+  DeclareWords reader{*this};
+  WordCursor words(statement);
+  std::string_view word;
+  while (words.Next(word)) reader.Take(word);
+  const vendrel::Component* component = Component.Get();
+  if (Access.empty() && State().CurrentReading.DefaultAccess)
+    Access = component && component->FileType == ftModule ? "PUBLIC" : "PRIVATE";
+  Parameters.Renew();
+  Parameters->Component = Component.Get();
+  Parameters->LoadStatement(statement, this, false);
+}
+
+}  // namespace vendrel

@@ -1,0 +1,326 @@
+#include "intake/Declarators.h"
+
+#include "comments/Descriptions.h"
+#include "core/Ascii.h"
+#include "core/ProcessState.h"
+#include "model/Component.h"
+#include "model/ProjectOptions.h"
+#include "text/CodeLine.h"
+#include "text/Names.h"
+#include "text/StartLine.h"
+
+namespace vendrel {
+
+DeclaratorWords::DeclaratorWords(std::string_view statement, bool cutAtCommas)
+    : mRest(statement), mCutAtCommas(cutAtCommas) {
+  Advance();
+}
+
+std::string_view DeclaratorWords::Take() {
+  const std::string_view word = mNext;
+  mRest.remove_prefix(word.size());
+  Advance();
+  return word;
+}
+
+void DeclaratorWords::Advance() {
+  mRest = TrimLeft(mRest);
+  if (!mCutAtCommas) {
+    mNext = mRest.substr(0, mRest.find(' '));
+    return;
+  }
+  int depth = 0;
+  std::size_t i = 0;
+  for (; i < mRest.size() && mRest[i] != ' '; ++i) {
+    if (mRest[i] == '(') ++depth;
+    if (mRest[i] == ')') --depth;
+    if (mRest[i] == ',' && depth <= 0) {
+      ++i;
+      break;
+    }
+  }
+  mNext = mRest.substr(0, i);
+}
+
+DeclaratorReader::DeclaratorReader(std::string_view statement, bool wholeLists)
+    : mWords(Trim(statement), wholeLists),
+      mWholeLists(wholeLists),
+      mDotNet(State().CurrentLanguageVersion == lvVisualBasicDotNet) {
+  mKeyword = mWords.Take();
+}
+
+std::string DeclaratorReader::Remainder() const {
+  if (AtEnd()) return {};
+  std::string rest(mKeyword);
+  DeclaratorWords words = mWords;
+  while (!words.AtEnd()) rest.append(" ").append(words.Take());
+  return rest + " ";
+}
+
+void DeclaratorReader::Read(Variable& variable) {
+  mSubscript.clear();
+  mInSubscript = mFoundAs = mFoundType = false;
+  const std::string_view name = mDotNet ? ReadDotNetModifiers(variable) : ReadModifiers(variable);
+  if (ReadName(variable, name)) ReadBehindName(variable);
+  variable.ArraySubscript = TrimRight(mSubscript);
+  if (variable.TypeName.empty())
+    variable.ImplicitType = true;
+  else if (mDotNet)
+    variable.TypeName = DotNetType(variable.TypeName);
+}
+
+// Only the first word counts as a modifier; gives the name.
+std::string_view DeclaratorReader::ReadModifiers(Variable& variable) {
+  if (EqualsNoCaseAscii(mKeyword, "PUBLIC") || EqualsNoCaseAscii(mKeyword, "GLOBAL"))
+    variable.Access = "PUBLIC";
+  else if (EqualsNoCaseAscii(mKeyword, "DIM") || EqualsNoCaseAscii(mKeyword, "PRIVATE") ||
+           EqualsNoCaseAscii(mKeyword, "FRIEND") || EqualsNoCaseAscii(mKeyword, "STATIC"))
+    variable.Access = "PRIVATE";
+  if (EqualsNoCaseAscii(mKeyword, "STATIC")) variable.IsStatic = true;
+  const std::string_view word = mWords.Take();
+  if (word != "WithEvents" && word != "Event") return word;
+  if (word == "WithEvents") variable.IsWithEvents = true;
+  return mWords.Take();
+}
+
+// Walks modifiers up to the first word that is none: the name.
+std::string_view DeclaratorReader::ReadDotNetModifiers(Variable& variable) {
+  for (std::string_view word = mKeyword;; word = mWords.Take()) {
+    const auto is = [&](std::string_view keyword) { return EqualsNoCaseAscii(word, keyword); };
+    if (is("DIM") || is("PRIVATE")) {
+      variable.Access = "PRIVATE";
+    } else if (is("PUBLIC") || is("GLOBAL")) {
+      variable.Access = "PUBLIC";
+    } else if (is("STATIC")) {
+      variable.Access = "PRIVATE";
+      variable.IsStatic = true;
+    } else if (is("PROTECTED")) {
+      variable.Access = "PROTECTED";
+    } else if (is("FRIEND")) {
+      variable.Access = variable.Access == "PROTECTED" ? "PROTECTED FRIEND" : "FRIEND";
+    } else if (is("SHADOWS")) {
+      variable.IsShadow = true;
+    } else if (is("SHARED")) {
+      variable.IsStatic = true;
+    } else if (!is("READONLY") && !is("WITHEVENTS")) {
+      return word;
+    }
+    if (mWords.AtEnd()) return {};
+  }
+}
+
+// Cleans the name; false when the next declarator follows at once.
+bool DeclaratorReader::ReadName(Variable& variable, std::string_view name) {
+  bool more = true;
+  const std::size_t parenthesis = name.find('(');
+  if (parenthesis == std::string_view::npos) {
+    if (name.ends_with(',')) {
+      name.remove_suffix(1);
+      more = false;
+    }
+  } else {
+    variable.IsArray = true;
+    const std::string_view behind = name.substr(parenthesis + 1);
+    const std::size_t close = behind.find(')');
+    mSubscript = behind.substr(0, close);
+    if (close == std::string_view::npos) {
+      mInSubscript = true;
+      if (!mSubscript.empty()) mSubscript += ' ';
+    } else if (behind.ends_with(',')) {
+      more = false;
+    }
+    name = name.substr(0, parenthesis);
+  }
+  variable.TypeName = TypeFromName(name);
+  if (!variable.TypeName.empty()) name.remove_suffix(1);
+  variable.Name = name;
+  return more;
+}
+
+void DeclaratorReader::ReadBehindName(Variable& variable) {
+  while (!mWords.AtEnd()) {
+    const std::string_view word = mWords.Take();
+    if (mWholeLists && word == "," && !mInSubscript) return;
+    bool goesOn = true;
+    if (mInSubscript)
+      goesOn = TakeSubscriptWord(word);
+    else if (mFoundAs && !mFoundType && !EqualsNoCaseAscii(word, "new"))
+      goesOn = TakeTypeWord(variable, word);
+    else
+      goesOn = TakeOtherWord(variable, word);
+    if (!goesOn) return;
+  }
+}
+
+// These three give whether the declarator goes on behind the word.
+bool DeclaratorReader::TakeSubscriptWord(std::string_view word) {
+  const std::size_t close = word.find(')');
+  if (close == std::string_view::npos) {
+    mSubscript.append(word).append(" ");
+    return true;
+  }
+  mSubscript.append(word.substr(0, close));
+  mInSubscript = false;
+  return !word.ends_with(',');
+}
+
+bool DeclaratorReader::TakeTypeWord(Variable& variable, std::string_view word) {
+  std::string_view type = word;
+  if (mDotNet && type.find('(') != std::string_view::npos) {
+    type = type.substr(0, type.find('('));
+    if (!word.ends_with(')') && !word.ends_with("),")) SkipConstructorArguments(word);
+    if (word.ends_with("),")) {
+      variable.TypeName = type;
+      return false;
+    }
+  }
+  if (type.ends_with(',')) {
+    type.remove_suffix(1);
+    variable.TypeName = type;
+    return false;
+  }
+  mFoundType = true;
+  if (mWholeLists && StartsWithNoCaseAscii(type, "String*")) {
+    variable.TypeName = type.substr(0, 6);
+    variable.FixedLengthString = true;
+    return true;
+  }
+  variable.TypeName = type;
+  if (type == "String" && mWords.Peek() == "*") variable.FixedLengthString = true;
+  if (mWholeLists && EqualsNoCaseAscii(type, "String") && mWords.Peek().starts_with('*'))
+    return TakeLength(variable);
+  return true;
+}
+
+// "* 10, t As Long": the length ends in the comma.
+bool DeclaratorReader::TakeLength(Variable& variable) {
+  variable.FixedLengthString = true;
+  std::string_view word = mWords.Take();
+  if (word == "*") word = mWords.Take();
+  return !word.ends_with(',');
+}
+
+void DeclaratorReader::SkipConstructorArguments(std::string_view) {
+  while (!mWords.AtEnd() && !mWords.Take().ends_with(')')) {
+  }
+}
+
+bool DeclaratorReader::TakeOtherWord(Variable& variable, std::string_view word) {
+  if (EqualsNoCaseAscii(word, "AS")) {
+    mFoundAs = true;
+    return true;
+  }
+  if (word.starts_with('\'')) {
+    std::string comment(word.substr(1));
+    if (!comment.empty()) comment += ' ';
+    while (!mWords.AtEnd()) comment.append(mWords.Take()).append(" ");
+    const ProjectOptions* options = variable.Options();
+    if (!comment.empty() && options && options->UnTaggedVariables)
+      AddObjectDescription(variable, comment);
+    return false;
+  }
+  if (word.starts_with('(') && mWholeLists && word.ends_with(')')) {
+    variable.IsArray = true;
+    mSubscript = word.substr(1, word.size() - 2);
+    return true;
+  }
+  if (!word.starts_with('(') || word.ends_with(')')) {
+    return !(mWholeLists && word.ends_with(','));
+  }
+  variable.IsArray = true;
+  if (word.ends_with("),")) {
+    mSubscript = word.substr(1, word.size() - 3);
+    return false;
+  }
+  mInSubscript = true;
+  if (word.size() > 1) mSubscript.append(" ").append(word.substr(1)).append(" ");
+  return true;
+}
+
+void Variable::Initialise(std::string& s) {
+  const std::string statement(Trim(s));
+  s.clear();
+  if (statement.empty()) return;
+  const ProjectOptions* options = Options();
+  DeclaratorReader reader(statement, options && options->Reading.WholeDefaults);
+  reader.Read(*this);
+  s = reader.Remainder();
+}
+
+ConstantReader::ConstantReader(std::string_view statement, bool wholeLists)
+    : mRest(Trim(statement)), mWholeLists(wholeLists) {}
+
+std::string ConstantReader::Remainder() const {
+  if (mAtEnd) return {};
+  return std::string(Trim(mHeading)).append(" ").append(Trim(mRest));
+}
+
+void ConstantReader::Read(Constant& constant) {
+  constant.Access = mAccess;
+  ReadHead(constant);
+  if (constant.TypeName.empty()) {
+    constant.TypeName = TypeFromName(constant.Name);
+    if (!constant.TypeName.empty()) constant.Name.pop_back();
+  }
+  if (constant.Name.starts_with('[')) constant.Name.erase(0, 1);
+  if (constant.Name.ends_with(']')) constant.Name.pop_back();
+  ReadValue(constant);
+}
+
+// Heading, name and type: the words in front of "=".
+void ConstantReader::ReadHead(Constant& constant) {
+  bool foundAs = false;
+  while (!(mRest = TrimLeft(mRest)).empty()) {
+    std::string_view word = mRest.substr(0, mRest.find(' '));
+    const std::size_t equals = mWholeLists ? word.find('=') : std::string_view::npos;
+    if (equals != std::string_view::npos && equals > 0) word = word.substr(0, equals);
+    if (equals == 0) word = word.substr(0, 1);
+    mRest.remove_prefix(word.size());
+    if (word == "=") return;
+    const auto is = [&](std::string_view keyword) { return EqualsNoCaseAscii(word, keyword); };
+    if (foundAs) {
+      if (word.ends_with(',')) word.remove_suffix(1);
+      if (constant.TypeName.empty()) constant.TypeName = word;
+    } else if (is("AS")) {
+      foundAs = true;
+    } else if (is("PRIVATE") || is("PUBLIC") || is("CONST") || is("GLOBAL")) {
+      mHeading.append(word).append(" ");
+      if (!is("CONST")) mAccess = is("GLOBAL") ? "PUBLIC" : UpperAscii(word);
+      constant.Access = mAccess;
+    } else {
+      if (!constant.Name.empty()) constant.Name += ' ';
+      constant.Name += word;
+    }
+  }
+}
+
+// The words behind "=", joined by single blanks, up to a comma outside of strings.
+void ConstantReader::ReadValue(Constant& constant) {
+  bool inString = false;
+  int depth = 0;
+  mRest = TrimLeft(mRest);
+  std::size_t i = 0;
+  for (; i < mRest.size(); ++i) {
+    const char c = mRest[i];
+    if (c == '"') inString = !inString;
+    if (c == '(' && !inString) ++depth;
+    if (c == ')' && !inString) --depth;
+    if (c == ',' && !inString && !(mWholeLists && depth > 0)) break;
+    if (c == ' ' && i > 0 && mRest[i - 1] == ' ') continue;
+    constant.Value += c;
+  }
+  constant.Value.resize(TrimRight(constant.Value).size());
+  mAtEnd = i >= mRest.size();
+  mRest.remove_prefix(mAtEnd ? i : i + 1);
+}
+
+void Constant::Initialise(std::string_view Source, std::string& Remainder) {
+  const ReadingRules& reading = State().CurrentReading;
+  const CodeLine line = InitialiseCodeLine(Source, State().CurrentLanguageVersion, reading);
+  mDescription = line.CommentPart;
+  ConstantReader reader(line.StatementPart, reading.WholeDefaults);
+  reader.Read(*this);
+  Remainder = reader.Remainder();
+}
+
+}  // namespace vendrel

@@ -1,0 +1,83 @@
+#pragma once
+// The declarators of one statement, read from left to right by a cursor: a list of any length is
+// walked once.
+
+#include <string>
+#include <string_view>
+
+#include "model/Declarations.h"
+#include "model/Variable.h"
+
+namespace vendrel {
+
+/// Non-empty words of a statement, cut at blanks. In the complete reading a comma outside of
+/// parentheses and strings ends a word too ("a,b" is two).
+class DeclaratorWords {
+ public:
+  DeclaratorWords(std::string_view statement, bool cutAtCommas);
+  /// The next word without taking it; empty at the end.
+  std::string_view Peek() const { return mNext; }
+  std::string_view Take();
+  bool AtEnd() const { return mNext.empty(); }
+  /// Everything from the next word on.
+  std::string_view Rest() const { return mRest; }
+
+ private:
+  void Advance();
+  std::string_view mRest;
+  std::string_view mNext;
+  bool mCutAtCommas;
+};
+
+/// The variables of a `Dim`, `Public`, `Private`, `Global`, `Static` or field statement.
+class DeclaratorReader {
+ public:
+  DeclaratorReader(std::string_view statement, bool wholeLists);
+  bool AtEnd() const { return mWords.AtEnd(); }
+  /// Reads the next declarator into a fresh variable.
+  void Read(Variable& variable);
+  /// The statement of the declarators not read yet: its keyword and the rest.
+  std::string Remainder() const;
+
+ private:
+  std::string_view ReadModifiers(Variable& variable);
+  std::string_view ReadDotNetModifiers(Variable& variable);
+  bool ReadName(Variable& variable, std::string_view name);
+  void ReadBehindName(Variable& variable);
+  bool TakeSubscriptWord(std::string_view word);
+  bool TakeTypeWord(Variable& variable, std::string_view word);
+  bool TakeOtherWord(Variable& variable, std::string_view word);
+  bool TakeLength(Variable& variable);
+  void SkipConstructorArguments(std::string_view word);
+
+  DeclaratorWords mWords;
+  std::string_view mKeyword;
+  std::string mSubscript;
+  bool mWholeLists;
+  bool mDotNet;
+  bool mInSubscript = false;
+  bool mFoundAs = false;
+  bool mFoundType = false;
+};
+
+/// The constants of a `Const` statement.
+class ConstantReader {
+ public:
+  ConstantReader(std::string_view statement, bool wholeLists);
+  bool AtEnd() const { return mAtEnd; }
+  void Read(Constant& constant);
+  /// The statement of the constants not read yet; empty at the end.
+  std::string Remainder() const;
+
+ private:
+  void ReadHead(Constant& constant);
+  void ReadValue(Constant& constant);
+
+  std::string_view mRest;
+  std::string mHeading;
+  std::string mAccess = "PRIVATE";
+  bool mAtEnd = false;
+  bool mWholeLists;
+};
+
+}  // namespace vendrel

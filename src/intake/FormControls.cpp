@@ -1,0 +1,183 @@
+#include "intake/FormControls.h"
+
+#include <charconv>
+
+#include "core/Ascii.h"
+#include "diagnostics/Diagnostic.h"
+#include "intake/LineIntake.h"
+#include "services/FileSource.h"
+#include "services/SourceText.h"
+#include "text/Masking.h"
+#include "text/Words.h"
+
+namespace vendrel {
+namespace {
+
+// A caption in a companion file runs on until a byte that may never come.
+constexpr std::size_t kLongestCaption = 64 * 1024;
+constexpr unsigned char kCaptionEnd = 235;
+
+// Whether a value refers into the companion file: "file":offset, with the colon behind the quotes.
+bool IsQuotedReference(std::string_view value) {
+  if (!value.starts_with('"')) return false;
+  const std::size_t close = value.find('"', 1);
+  return close != std::string_view::npos && value.substr(close + 1).starts_with(':');
+}
+
+std::size_t HexValue(std::string_view text) {
+  std::size_t value = 0;
+  text = Trim(text);
+  std::from_chars(text.data(), text.data() + text.size(), value, 16);
+  return value;
+}
+
+}  // namespace
+
+ControlReader::ControlReader(Component& component, Block& block, ModuleIntake& intake)
+    : mComponent(component), mBlock(block), mIntake(intake) {}
+
+std::shared_ptr<VBControl> ControlReader::Read(std::string_view beginLine) {
+  Open(beginLine);
+  while (!mOpen.empty() && !mComponent.FileName.AtEnd()) TakeLine(Trim(NextLine()));
+  if (!mOpen.empty()) Tell(DiagnosticCode::ControlTreeOpen, {mOpen.back().Control->Name});
+  while (!mOpen.empty()) Close(false);
+  return mRoot;
+}
+
+// Every line of the description stays part of the source.
+std::string_view ControlReader::NextLine() {
+  ++mIntake.PhysicalLine;
+  mIntake.StatementLine = mIntake.PhysicalLine;
+  const std::string_view text = mComponent.FileName.NextLine();
+  ++mComponent.LinesAlreadyRead;
+  ParsedLine line;
+  mIntake.Classifier.First(text, line);
+  StoreLine(mBlock, line);
+  return text;
+}
+
+void ControlReader::Open(std::string_view beginLine) {
+  OpenControl open;
+  open.Control = std::make_shared<VBControl>();
+  WordCursor words(Trim(beginLine));
+  std::string_view word;
+  words.Next(word);
+  if (words.Next(word)) open.Control->ProgID = word;
+  if (words.Next(word)) open.Control->Name = word;
+  open.Control->Component = &mComponent;
+  open.Control->SetSourceLine(mIntake.PhysicalLine);
+  if (!mOpen.empty()) open.Control->Parent = mOpen.back().Control.get();
+  mOpen.push_back(std::move(open));
+}
+
+void ControlReader::TakeLine(std::string_view line) {
+  if (line == "End")
+    Close(true);
+  else if (line.starts_with("Begin "))
+    Open(line);
+  else if (line.starts_with("BeginProperty "))
+    SkipProperty();
+  else if (line.find('=') != std::string_view::npos)
+    TakeProperty(line);
+}
+
+void ControlReader::Close(bool atEndLine) {
+  OpenControl closed = std::move(mOpen.back());
+  mOpen.pop_back();
+  VBControl& control = *closed.Control;
+  if (atEndLine && closed.Indexed) {
+    const std::string number = mIntake.Reading.ControlIndexes
+                                   ? std::to_string(control.Index)
+                                   : std::to_string(closed.CaptionPosition);
+    control.Name += "(" + number + ")";
+  }
+  if (mOpen.empty()) {
+    mRoot = std::move(closed.Control);
+    return;
+  }
+  const std::string key = control.ShortName();
+  mOpen.back().Control->VBControls.Add(closed.Control, key);
+  mComponent.AllVBControls.Add(std::move(closed.Control), key);
+}
+
+void ControlReader::SkipProperty() {
+  while (!mComponent.FileName.AtEnd() && Trim(NextLine()) != "EndProperty") {
+  }
+}
+
+void ControlReader::TakeProperty(std::string_view line) {
+  const std::size_t equals = line.find('=');
+  const std::string_view name = Trim(line.substr(0, equals));
+  std::string_view value = Trim(line.substr(equals + 1));
+  if (const std::size_t comment = InStrEx(1, value, "'"); comment > 0)
+    value = TrimRight(value.substr(0, comment - 1));
+  OpenControl& open = mOpen.back();
+  VBControl& control = *open.Control;
+  if (name == "Caption") return TakeCaption(value);
+  if (value.find('"') != std::string_view::npos) value = StripQuotes(value);
+  if (name == "Left") {
+    control.x = NumericValue(value);
+  } else if (name == "Top") {
+    control.y = NumericValue(value);
+  } else if (name == "Text") {
+    control.Text = value;
+  } else if (name == "Index") {
+    control.Index = NumericValue(value);
+    if (control.Property("Index").empty())
+      control.Properties_.emplace_back(
+          "Index", std::to_string(open.CaptionPosition) + ":" + std::string(value));
+    open.Indexed = true;
+  }
+}
+
+void ControlReader::TakeCaption(std::string_view value) {
+  if (value.starts_with('$')) value.remove_prefix(1);
+  const bool reference = mIntake.Reading.QuotedCompanions
+                             ? IsQuotedReference(value)
+                             : value.find(':') != std::string_view::npos;
+  if (!reference) {
+    mOpen.back().Control->Caption = StripQuotes(value);
+    return;
+  }
+  mOpen.back().Control->Caption.clear();
+  if (!ReadCompanion(value))
+    Tell(DiagnosticCode::CompanionUnreadable, {mOpen.back().Control->Name, value});
+}
+
+// A caption in the binary companion: characters behind two zero bytes, up to the end mark. False if the
+// file could not be read.
+bool ControlReader::ReadCompanion(std::string_view value) {
+  const std::size_t colon = mIntake.Reading.QuotedCompanions ? value.rfind(':') : value.find(':');
+  const std::string_view file = StripQuotes(Trim(value.substr(0, colon)));
+  const std::size_t offset = HexValue(value.substr(colon + 1));
+  if (file.empty()) return false;
+  if (mCompanionName != file) {
+    mCompanionName = file;
+    mCompanionBytes.clear();
+    FileSystemObject companion(mComponent.FileName.FolderPath() + std::string(file));
+    try {
+      if (companion.Exists()) mCompanionBytes = ReadWholeFile(companion.NativePath());
+    } catch (const VendrelError&) {
+      return false;  // told by the caller, with the control
+    }
+  }
+  if (mCompanionBytes.empty()) return false;
+  OpenControl& open = mOpen.back();
+  std::string bytes;
+  int zeros = 0;
+  std::size_t at = offset;
+  for (; at < mCompanionBytes.size() && bytes.size() < kLongestCaption; ++at) {
+    const auto byte = static_cast<unsigned char>(mCompanionBytes[at]);
+    if (byte == 0) {
+      ++zeros;
+    } else if (zeros >= 2) {
+      if (byte == kCaptionEnd) break;
+      bytes += static_cast<char>(byte);
+    }
+  }
+  open.CaptionPosition = at;
+  open.Control->Caption = SourceText::Decode(bytes, FileOptions::Current().Page())->Text;
+  return true;
+}
+
+}  // namespace vendrel

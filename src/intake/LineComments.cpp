@@ -1,0 +1,199 @@
+// Stage 3: where an untagged comment goes, and what a start line settles once it is dispatched.
+
+#include "core/Ascii.h"
+#include "comments/Descriptions.h"
+#include "intake/LineIntake.h"
+#include "intake/ModuleIntake.h"
+#include "model/Namespace.h"
+#include "project/VBProject.h"
+
+namespace vendrel {
+
+void LineIntake::AttachComments() {
+  if (mLine.LineType == BLANK_LINE)
+    AttachAtBlankLine();
+  else if (mLine.LineType == Comment)
+    AttachCommentLine();
+  else
+    AttachAtStatement();
+  AttachModuleComment();
+  FinishStartLine();
+}
+
+void LineIntake::DescribeFromBuffer(CodeElement& element) {
+  if (mBlock.CommentBuffer.empty()) return;
+  AddObjectDescription(element, mBlock.CommentBuffer);
+  mBlock.CommentBuffer.clear();
+}
+
+// A blank line detaches pending comments from what follows; the first one of the declarations ends the
+// header of the module.
+void LineIntake::AttachAtBlankLine() {
+  mIntake.LeadingComment.clear();
+  const BlockTypeEnum type = mBlock.BlockType();
+  if (type == btDeclarations && !mState.mFoundItem) {
+    DescribeFromBuffer(mComponent);
+    SetLast(&mComponent);
+    mClearLastElement = true;
+  } else if (mBlock.IsMethod() || type == btPropertyGet || type == btPropertyLet ||
+             (type == btPropertySet && !mState.FoundActualCodeInBlock)) {
+    DescribeFromBuffer(mBlock);
+  } else {
+    SetLast(nullptr);
+    mBlock.CommentBuffer.clear();
+  }
+}
+
+namespace {
+// Joins a comment line to a buffer: a line that ends in " _" goes on in the next.
+void JoinComment(std::string& buffer, std::string_view text) {
+  if (buffer.ends_with(" _"))
+    buffer.pop_back();
+  else if (!buffer.empty())
+    buffer += "<crlf>";
+  buffer += Trim(text);
+}
+}  // namespace
+
+void LineIntake::AttachCommentLine() {
+  if (mBlock.Name().empty()) {
+    JoinComment(mBlock.CommentBuffer, mUntagged);
+  } else if (mIntake.Reading.LeadingComments && mState.mEnded) {
+    JoinComment(mIntake.LeadingComment, mUntagged);
+  } else if (!mState.FoundActualCodeInBlock) {
+    AddObjectDescription(mBlock, Trim(mUntagged));
+  }
+}
+
+void LineIntake::AttachAtStatement() {
+  const bool declarations = mBlock.BlockType() == btDeclarations;
+  const LineTypeEnum type = mLine.LineType;
+  if (type == OTHER && !declarations) mState.FoundActualCodeInBlock = true;
+  if (declarations && (type == VAR_DECLARATION || type == CONST_DECLARATION))
+    mState.mFoundItem = true;
+  if (IsStartLineType(type)) {
+    AddDelegate();
+    FindEventSource();
+    DescribeFromBuffer(mBlock);
+    if (!mIntake.LeadingComment.empty()) AddObjectDescription(mBlock, mIntake.LeadingComment);
+    JudgeStatic();
+  } else if (type == VAR_DECLARATION && !mBlock.CommentBuffer.empty() &&
+             mBlock.Variables.IfAny() && mBlock.Variables->Count() > 0 &&
+             mOptions.UnTaggedVariables) {
+    DescribeFromBuffer(*mBlock.Variables->Item(mBlock.Variables->Count()));
+  }
+  if (type != ATTRIBUTE_LINE && type != TAGGED_COMMENT) mIntake.LeadingComment.clear();
+  if (type != ATTRIBUTE_LINE) mBlock.CommentBuffer.clear();
+}
+
+void LineIntake::AttachModuleComment() {
+  if (mComponent.VMCommentBuffer.empty()) return;
+  switch (mLine.LineType) {
+    case START_FUNCTION:
+    case START_SUB:
+    case START_PROPERTY:
+    case START_CLASS_INITIALISE:
+    case START_CLASS_TERMINATE:
+      AddObjectDescription(mBlock, mComponent.VMCommentBuffer);
+      break;
+    case VAR_DECLARATION:
+      if (!mBlock.Variables.IfAny() || mBlock.Variables->Count() == 0) return;
+      AddObjectDescription(*mBlock.Variables->Item(mBlock.Variables->Count()),
+                           mComponent.VMCommentBuffer);
+      break;
+    default:
+      return;
+  }
+  mComponent.VMCommentBuffer.clear();
+}
+
+// A delegate is no member of its class.
+void LineIntake::AddDelegate() {
+  if (!IsDotNet() || !mBlock.IsDelegate()) return;
+  Blocks& blocks = mComponent.Blocks;
+  if (blocks.Count() == 0 || blocks.Last() != &mBlock) return;
+  const std::shared_ptr<Block> self = blocks.Share(blocks.Count());
+  if (Namespace* space = mComponent.Namespace.Get()) space->Delegates.Add(self, mBlock.Name());
+  mIntake.DetachedBlock = self;
+  blocks.Remove(blocks.Count());
+}
+
+void LineIntake::FindEventSource() {
+  const std::size_t underscore = mBlock.Name().find('_');
+  if (underscore == std::string::npos || !mBlock.Interface.empty()) return;
+  const std::string_view name = mBlock.Name();
+  const std::string_view prefix = name.substr(0, underscore);
+  CodeElement* source = nullptr;
+  if (EqualsNoCaseAscii(name.substr(0, underscore + 1), mComponent.EventProcedureHeader())) {
+    source = &mComponent;
+  } else if (VBControl* control = mComponent.AllVBControls.Item(prefix)) {
+    source = control;
+  } else if (Block* declarations = mComponent.Blocks.FirstOfType(btDeclarations)) {
+    Variable* variable =
+        declarations->Variables.IfAny() ? declarations->Variables->Item(prefix) : nullptr;
+    if (variable && variable->IsWithEvents) source = variable;
+  }
+  if (!source) return;
+  mBlock.IsEventProcedure = true;
+  mBlock.EventSource = source;
+}
+
+// An absent keyword counts as position 0, in front of the name: documented, and kept.
+void LineIntake::JudgeStatic() {
+  if (IsDotNet()) return;
+  const std::size_t name = mBlock.Name().empty() ? std::string_view::npos
+                                                 : mLine.StatementPart.find(mBlock.Name());
+  const std::size_t keyword = FindNoCaseAscii(mLine.StatementPart, "STATIC");
+  const std::size_t namePosition = name == std::string_view::npos ? 0 : name + 1;
+  const std::size_t keywordPosition = keyword == std::string_view::npos ? 0 : keyword + 1;
+  if (!mIntake.Reading.KeywordStatic) {
+    if (keywordPosition < namePosition) mBlock.IsStatic = true;
+    return;
+  }
+  std::string_view rest = mLine.StatementPart;
+  const std::string_view first = TakeField(rest, ' ');
+  mBlock.IsStatic =
+      EqualsNoCaseAscii(first, "STATIC") || EqualsNoCaseAscii(TakeField(rest, ' '), "STATIC");
+}
+
+void LineIntake::FinishStartLine() {
+  const LineTypeEnum type = mLine.LineType;
+  const bool plain = type == START_FUNCTION || type == START_SUB || type == START_PROPERTY;
+  if (!plain && !(mIntake.Reading.InitialiseProcedures && IsStartLineType(type))) return;
+  if (IsDotNet()) {
+    if (mComponent.IsInterface || mBlock.IsAbstract) mClearLastElement = true;
+  } else {
+    mBlock.Parameters.Renew();
+    mBlock.Parameters->Component = &mComponent;
+    mBlock.Parameters->LoadStatement(mLine.StatementPart, &mBlock, true);
+    SettleAccess();
+  }
+  SettlePropertyType();
+}
+
+void LineIntake::SettleAccess() {
+  if (mComponent.OptionPrivate) {
+    mBlock.Access = "PRIVATE";
+  } else if (StartsWithNoCaseAscii(mLine.StatementPart, "PRIVATE")) {
+    mBlock.Access = "PRIVATE";
+  } else if (StartsWithNoCaseAscii(mLine.StatementPart, "FRIEND")) {
+    mBlock.Access = "FRIEND";
+    mBlock.IsFriend = true;
+  } else {
+    mBlock.Access = "PUBLIC";
+  }
+}
+
+// The type of a property that is set comes from its last parameter.
+void LineIntake::SettlePropertyType() {
+  if (mBlock.BlockType() != btPropertyLet && mBlock.BlockType() != btPropertySet) return;
+  if (!mBlock.Parameters.IfAny() || mBlock.Parameters->Count() == 0) return;
+  const Parameter& last = *mBlock.Parameters->Item(mBlock.Parameters->Count());
+  if (!last.ImplicitType)
+    mBlock.ReturnType = last.VariableType;
+  else
+    mBlock.ReturnType =
+        IsDotNet() ? std::string_view("System.Object") : mComponent.DefaultType(mBlock.Name());
+}
+
+}  // namespace vendrel

@@ -1,0 +1,181 @@
+// From physical lines to statements: continuations joined, statements behind separators taken apart,
+// branches of conditional compilation resolved.
+
+#include "core/Ascii.h"
+#include "core/ProcessState.h"
+#include "intake/Conditions.h"
+#include "intake/LineIntake.h"
+#include "intake/ModuleIntake.h"
+#include "model/Component.h"
+#include "project/VBProject.h"
+
+namespace vendrel {
+namespace {
+
+constexpr std::string_view kDirectiveMessage =
+    "Commented by vbTrapline (Directives are parsed out as part of build)";
+constexpr std::string_view kFalseBranchMessage =
+    "Commented by vbTrapline (#IF or #ELSEIF statement evaluates to false)";
+
+bool KeepsDirectives(const Component& component, const ModuleIntake& intake) {
+  return component.Options().OutputConditionalCompilationBlocks || intake.Reading.KeepDirectives;
+}
+
+// Holds the line and those continued into it, as comments that tell why.
+void CommentOut(PendingLine& pending, std::string_view message) {
+  if (!pending.Held) pending.Held = std::make_unique<CodeLine>(pending.Line.Record());
+  CodeLine& record = *pending.Held;
+  record.Text = "' " + std::string(message) + "  " + record.Text;
+  if (record.LineType != COMPILER_DIRECTIVE) record.LineType = Comment;
+  pending.Line = ParsedLine::Of(record);
+}
+
+void CommentOutLine(PendingLine& line, std::vector<PendingLine>& continuations,
+                    std::string_view message) {
+  for (PendingLine& continued : continuations) CommentOut(continued, message);
+  CommentOut(line, message);
+}
+
+// A line in a false branch is stored and never interpreted.
+void StoreIgnored(Component& component, ModuleIntake& intake, PendingLine& line) {
+  Block& block = *component.CurrentBlock.Get();
+  for (PendingLine& continued : intake.ContinuationBuffer) StoreLine(block, continued.Line);
+  intake.ContinuationBuffer.clear();
+  StoreLine(block, line.Line);
+}
+
+void TakeIgnored(Component& component, ModuleIntake& intake, PendingLine& line) {
+  if (!KeepsDirectives(component, intake)) {
+    CommentOutLine(line, intake.ContinuationBuffer,
+                   line.Line.LineType == COMPILER_DIRECTIVE ? kDirectiveMessage
+                                                            : kFalseBranchMessage);
+  }
+  StoreIgnored(component, intake, line);
+}
+
+void TakeDirective(Component& component, ModuleIntake& intake, PendingLine& line) {
+  if (!KeepsDirectives(component, intake))
+    CommentOutLine(line, intake.ContinuationBuffer, kDirectiveMessage);
+  AddParsedCode(component, line.Line, true);
+}
+
+// "Attribute Changed.VB_HelpID = 5" for an event of the module: true if the line is used up.
+bool TakeEventHelpID(Component& component, const ModuleIntake& intake, const ParsedLine& line) {
+  std::string_view rest = line.StatementPart;
+  TakeField(rest, ' ');
+  const std::string_view word = Trim(TakeField(rest, ' '));
+  if (!EndsWithNoCaseAscii(word, ".VB_HELPID")) return false;
+  TakeField(rest, ' ');
+  const std::int32_t id = NumericValue(TakeField(rest, ' '));
+  EventDeclaration* event = component.EventDeclarations.Item(word.substr(0, word.size() - 10));
+  if (!event) return false;
+  event->HelpContextID = id;
+  ReportHelpContextID(component, id);
+  return !intake.Reading.KeepHelpAttributes;
+}
+
+// Keeps what the next line needs of this one. The remainder of a line with tabs stands in a buffer
+// that the next line overwrites, so it is held.
+void Remember(ModuleIntake& intake, const ParsedLine& line) {
+  intake.PreviousContinued = line.Continued;
+  intake.PreviousMoreLines = line.MoreLines;
+  intake.Remainder = {};
+  if (!line.MoreLines) return;
+  if (intake.InText(line.Remainder)) {
+    intake.Remainder = line.Remainder;
+    return;
+  }
+  std::string held(line.Remainder);  // the remainder may lie in the old one
+  intake.HeldRemainder = std::move(held);
+  intake.Remainder = intake.HeldRemainder;
+}
+
+void KeepPending(ModuleIntake& intake, const ParsedLine& line) {
+  PendingLine pending;
+  pending.Line = line;
+  pending.SourceLine = intake.StatementLine;
+  if (!intake.InText(line.Text)) {
+    pending.Held = std::make_unique<CodeLine>(line.Record());
+    pending.Line = ParsedLine::Of(*pending.Held);
+  }
+  intake.ContinuationBuffer.push_back(std::move(pending));
+}
+
+// The record of the previous line counts as consumed, whatever happens to this one.
+void RefuseLine(ModuleIntake& intake, const ParsedLine& line) {
+  intake.PreviousContinued = intake.PreviousMoreLines = false;
+  throw VendrelError(errSubscript,
+                     "the statement needs another word: " + std::string(Trim(line.Text)));
+}
+
+void Classify(ModuleIntake& intake, std::string_view text, bool notInSource, ParsedLine& line) {
+  const bool continuation = intake.PreviousContinued;
+  intake.Classifier.SplitAtEveryColon = intake.InOneLineProcedure && notInSource;
+  const LineClassifier::Result result = continuation ? intake.Classifier.Next(text, line)
+                                                     : intake.Classifier.First(text, line);
+  line.Continuation = continuation;
+  line.NotInSource = notInSource;
+  line.OwnText = intake.Classifier.SplitAtEveryColon;
+  if (!continuation) intake.StatementLine = intake.PhysicalLine;
+  if (result == LineClassifier::Result::MissingWord) RefuseLine(intake, line);
+}
+
+void TakeStatement(Component& component, ModuleIntake& intake, std::string_view text,
+                   bool notInSource) {
+  PendingLine pending;
+  ParsedLine& line = pending.Line;
+  Classify(intake, text, notInSource, line);
+  Remember(intake, line);
+  if (line.Continued) {
+    KeepPending(intake, line);
+    return;
+  }
+  if (intake.Reading.OneLineProcedures) {
+    if (IsStartLineType(line.LineType) && line.MoreLines) intake.InOneLineProcedure = true;
+    if (!line.MoreLines) intake.InOneLineProcedure = false;
+  }
+  const LineTypeEnum type = line.LineType;
+  const std::string statement =
+      type == COMPILER_DIRECTIVE ? std::string(line.StatementPart) : std::string();
+  if (intake.Conditions.Ignore())
+    TakeIgnored(component, intake, pending);
+  else if (type == COMPILER_DIRECTIVE)
+    TakeDirective(component, intake, pending);
+  else if (type != ATTRIBUTE_LINE || !TakeEventHelpID(component, intake, line))
+    AddParsedCode(component, line, true);
+  if (type == COMPILER_DIRECTIVE) UpdateConditions(component, intake, statement);
+}
+
+bool RemainderWaits(const Component& component, const ModuleIntake& intake) {
+  return intake.PreviousMoreLines && component.CurrentBlock.Get()->BlockType() != btAttributes;
+}
+
+}  // namespace
+
+ModuleIntake& Component::Intake() {
+  if (!mIntake) {
+    mIntake = std::make_shared<ModuleIntake>(State().CurrentLanguageVersion,
+                                             Project() ? Options().Reading : State().CurrentReading);
+  }
+  return *mIntake;
+}
+
+bool Component::Ignore() const { return mIntake && mIntake->Conditions.Ignore(); }
+
+void Component::AddLineOfCode(std::string_view Source) {
+  ModuleIntake& intake = Intake();
+  if (!CurrentBlock) NewBlock(btUnrecognised);
+  if (intake.Reading.KeepLinesBehindSeparators) {
+    TakeStatement(*this, intake, Source, false);
+    while (RemainderWaits(*this, intake)) TakeStatement(*this, intake, intake.Remainder, true);
+    return;
+  }
+  if (RemainderWaits(*this, intake)) {
+    Tell(DiagnosticCode::LostLine, {Trim(Source)});
+    TakeStatement(*this, intake, intake.Remainder, true);
+    return;
+  }
+  TakeStatement(*this, intake, Source, false);
+}
+
+}  // namespace vendrel

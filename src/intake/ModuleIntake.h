@@ -1,0 +1,94 @@
+#pragma once
+// What a component keeps between two lines of its load. It lives from the first line on and outlives
+// the load, since code can be added later and a load can stop behind the declarations.
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/ReadingRules.h"
+#include "text/Classifier.h"
+#include "model/Fwd.h"
+#include "text/CodeLine.h"
+
+namespace vendrel {
+
+/// A line of a statement that is not complete yet. Text of the module is only pointed at; any other
+/// text is held.
+struct PendingLine {
+  ParsedLine Line;
+  std::unique_ptr<CodeLine> Held;
+  std::int32_t SourceLine = 0;
+};
+
+/// The open `#If`s of a module: one entry each for whether its present branch is false, and whether one
+/// of its branches has been live.
+class ConditionStack {
+ public:
+  void Push(bool ignore, bool executed);
+  /// Takes the innermost `#If` off. Raises 9 when none is open.
+  void Pop();
+  /// Any present branch is false.
+  bool Ignore() const { return mIgnoring > 0; }
+  /// A branch of the innermost `#If` has been live; false when none is open.
+  bool Executed() const { return !mEntries.empty() && mEntries.back().Executed; }
+  bool TopIgnores() const { return !mEntries.empty() && mEntries.back().Ignored; }
+  /// These change the innermost entry; raise 9 when there is none.
+  void SetTopIgnores(bool value);
+  void SetTopExecuted(bool value);
+  std::size_t Depth() const { return mEntries.size(); }
+
+ private:
+  struct Entry {
+    bool Ignored;
+    bool Executed;
+  };
+  std::vector<Entry> mEntries;
+  std::size_t mIgnoring = 0;
+};
+
+struct ModuleIntake {
+  ModuleIntake(LanguageVersionEnum language, const ReadingRules& reading)
+      : Language(language), Reading(reading), Classifier(language, reading) {}
+
+  LanguageVersionEnum Language;
+  ReadingRules Reading;
+  LineClassifier Classifier;
+  /// The decoded file, shared by the lines of all blocks.
+  std::shared_ptr<const std::string> Text;
+
+  // The previous line, as far as the next one needs it.
+  bool PreviousContinued = false;
+  bool PreviousMoreLines = false;
+  bool InOneLineProcedure = false;
+  std::string_view Remainder;
+  std::string HeldRemainder;
+  std::vector<PendingLine> ContinuationBuffer;
+
+  ConditionStack Conditions;
+
+  /// Comment lines directly above what comes next (complete reading).
+  std::string LeadingComment;
+  /// A delegate that left the blocks of its module keeps its lines until the next block.
+  std::shared_ptr<Block> DetachedBlock;
+
+  // Places, 1-based physical lines of the file.
+  std::int32_t PhysicalLine = 0;
+  std::int32_t StatementLine = 0;
+
+  bool AlreadyPopulated = false;
+  bool PreScannedFile = false;
+  bool Told = false;
+  /// The line at hand has been put into a block.
+  bool LineStored = false;
+
+  /// Whether a text lies in the module's text, and so can be pointed at.
+  bool InText(std::string_view text) const {
+    return Text && text.data() >= Text->data() &&
+           text.data() + text.size() <= Text->data() + Text->size();
+  }
+};
+
+}  // namespace vendrel

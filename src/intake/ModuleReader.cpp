@@ -1,0 +1,313 @@
+// Reads a module file: the header, the attributes, and then every line through `AddLineOfCode`.
+
+#include <string>
+
+#include "core/Ascii.h"
+#include "core/ProcessState.h"
+#include "comments/TaggedCommentRules.h"
+#include "diagnostics/Diagnostic.h"
+#include "intake/FormControls.h"
+#include "intake/LineIntake.h"
+#include "intake/ModuleIntake.h"
+#include "model/Component.h"
+#include "project/VBProject.h"
+
+namespace vendrel {
+namespace {
+
+bool IsFormLike(FileTypeEnum type) {
+  return type == ftDesigner || type == ftForm || type == ftPropertyPage ||
+         type == ftUserControl || type == ftUserDocument;
+}
+
+std::string_view KindName(FileTypeEnum type) {
+  switch (type) {
+    case ftClass: return "class module";
+    case ftModule: return "standard module";
+    case ftForm: return "form";
+    case ftUserControl: return "user control";
+    case ftUserDocument: return "user document";
+    case ftDesigner: return "designer";
+    case ftPropertyPage: return "property page";
+    default: return "module";
+  }
+}
+
+// One module on its way from file to tree.
+class ModuleReader {
+ public:
+  explicit ModuleReader(Component& component)
+      : mComponent(component), mIntake(component.Intake()), mFile(component.FileName) {}
+
+  void Load(bool onlyHeader);
+
+ private:
+  bool Open();
+  bool OpenAgain();
+  void TellMissing();
+  bool LooksBinary() const;
+  void TellKind() const;
+  void ReadFirstLine();
+  void ReadHeader();
+  void ReadControls();
+  void ReadAttributes();
+  bool ReadBody(bool onlyHeader);
+  void AddLineOfCode(std::string_view text);
+  void StepOver(const VendrelError& error, std::string_view text);
+  void Finish();
+  std::string_view NextLine();
+  ParsedLine Classify(std::string_view text);
+
+  Component& mComponent;
+  ModuleIntake& mIntake;
+  FileSystemObject& mFile;
+  std::string_view mText;       // the last physical line read
+  bool mHoldsLine = false;      // that line is not consumed yet
+};
+
+void ModuleReader::Load(bool onlyHeader) {
+  VBProject* project = mComponent.VBProject();
+  const DiagnosticScope scope(project ? &project->Diagnostics : nullptr, mFile.FullPath(),
+                              &mIntake.PhysicalLine);
+  if (!mFile.Exists()) return TellMissing();
+  mIntake.ContinuationBuffer.clear();
+  if (mIntake.AlreadyPopulated && !mIntake.PreScannedFile) return Finish();
+  if (mIntake.PreScannedFile) {
+    if (!OpenAgain()) return;
+  } else {
+    if (!Open()) return;
+    mIntake.AlreadyPopulated = true;
+    ReadFirstLine();
+    ReadHeader();
+    ReadAttributes();
+    mComponent.LoadState = lsLoadedHeader;
+  }
+  if (!ReadBody(onlyHeader)) return;
+  mFile.CloseFile();
+  if (mComponent.CurrentBlock && mComponent.TaggedCommentBuffer.IfAny())
+    OfferTaggedComments(mComponent, *mComponent.CurrentBlock.Get());
+  mComponent.LoadState = lsFullyLoaded;
+  Finish();
+}
+
+void ModuleReader::Finish() {
+  Block* block = mComponent.CurrentBlock.Get();
+  if (!block) return;
+  block->CommentBuffer.clear();
+  if (CodeLines* lines = block->CodeLines.IfAny(); lines && !lines->Unloaded()) lines->Shrink();
+}
+
+void ModuleReader::TellMissing() {
+  if (mIntake.Told) return;
+  mIntake.Told = true;
+  const std::string path = mFile.FullPath();
+  if (path.empty()) return;
+  if (mFile.IsFolder())
+    Tell(DiagnosticCode::NotAFile, {path});
+  else
+    Tell(DiagnosticCode::MissingModule, {path});
+}
+
+bool ModuleReader::Open() {
+  if (mIntake.Told) return false;
+  try {
+    mFile.OpenFile(omRead);
+  } catch (const VendrelError& error) {
+    mIntake.Told = true;
+    Tell(DiagnosticCode::UnreadableFile, {mFile.FullPath(), error.Text()});
+    return false;
+  }
+  if (LooksBinary()) {
+    mFile.CloseFile();
+    mIntake.Told = true;
+    Tell(DiagnosticCode::BinaryModule, {mFile.FullPath()});
+    return false;
+  }
+  if (mFile.Match() == PathMatch::OtherCase)
+    Tell(DiagnosticCode::ModuleUnderOtherCase, {mFile.NativePath()});
+  const std::shared_ptr<const SourceText>& source = mFile.Source();
+  mIntake.Text = std::shared_ptr<const std::string>(source, &source->Text);
+  mComponent.SourceForm = source;
+  if (source->Text.empty()) Tell(DiagnosticCode::EmptyModule, {mFile.FullPath()});
+  if (source->HasNul) Tell(DiagnosticCode::NulCharacters, {mFile.FullPath()});
+  TellKind();
+  return true;
+}
+
+// Goes on behind the lines that an earlier load took.
+bool ModuleReader::OpenAgain() {
+  try {
+    mFile.OpenFile(omRead);
+  } catch (const VendrelError& error) {
+    Tell(DiagnosticCode::UnreadableFile, {mFile.FullPath(), error.Text()});
+    return false;
+  }
+  mIntake.PreScannedFile = false;
+  mIntake.PhysicalLine = 0;
+  const std::shared_ptr<const SourceText>& source = mFile.Source();
+  mIntake.Text = std::shared_ptr<const std::string>(source, &source->Text);
+  for (std::int32_t i = 0; i < mComponent.LinesAlreadyRead && !mFile.AtEnd(); ++i)
+    mText = NextLine();
+  return true;
+}
+
+// A table of a database that has the extension of a form, or the like: nothing a reader of text can use.
+bool ModuleReader::LooksBinary() const {
+  const std::string& text = mFile.Source()->Text;
+  const std::string_view head = std::string_view(text).substr(0, 1024);
+  std::size_t odd = 0;
+  for (const char c : head)
+    if (static_cast<unsigned char>(c) < 32 && c != '\t' && c != '\r' && c != '\n' && c != '\f') ++odd;
+  return odd > 8 && odd * 10 > head.size();
+}
+
+// The first line tells the kind that the file has, whatever its extension says.
+void ModuleReader::TellKind() const {
+  const std::string_view text = *mIntake.Text;
+  const std::string_view first = TrimLeft(text.substr(0, 256));
+  if (first.empty()) return;
+  const bool version = StartsWithNoCaseAscii(first, "VERSION ");
+  const bool classFile = StartsWithNoCaseAscii(first, "VERSION 1.0 CLASS");
+  bool fits = true;
+  if (mComponent.FileType == ftClass) fits = classFile;
+  if (IsFormLike(mComponent.FileType)) fits = version && !classFile;
+  if (mComponent.FileType == ftModule) fits = !version;
+  if (!fits) Tell(DiagnosticCode::OtherKind, {mFile.FullPath(), KindName(mComponent.FileType)});
+}
+
+std::string_view ModuleReader::NextLine() {
+  ++mIntake.PhysicalLine;
+  return mFile.NextLine();
+}
+
+// A header line is stored as it is; one that cannot be judged stays `OTHER`.
+ParsedLine ModuleReader::Classify(std::string_view text) {
+  ParsedLine line;
+  mIntake.Classifier.First(text, line);
+  mIntake.StatementLine = mIntake.PhysicalLine;
+  return line;
+}
+
+void ModuleReader::ReadFirstLine() {
+  Block* block = mComponent.NewBlock(btAttributes);
+  mComponent.CurrentBlock = block;
+  mText = NextLine();
+  ++mComponent.LinesAlreadyRead;
+  ParsedLine line = Classify(mText);
+  try {
+    block->AddParsedLine(line);
+  } catch (const VendrelError& error) {
+    StepOver(error, mText);
+  }
+}
+
+void ModuleReader::ReadHeader() {
+  std::int32_t beginCount = 0;
+  bool started = false;
+  Block& block = *mComponent.CurrentBlock.Get();
+  while (!mFile.AtEnd()) {
+    if (StartsWithNoCaseAscii(mText, "attribute ") || mComponent.FileType == ftModule) return;
+    if (StartsWithNoCaseAscii(mText, "begin")) {
+      if (StartsWithNoCaseAscii(Trim(mText), "begin vb.mdiform ")) mComponent.SetIsMDI(true);
+      if (IsFormLike(mComponent.FileType))
+        ReadControls();
+      else
+        ++beginCount;
+      started = true;
+    } else if (StartsWithNoCaseAscii(mText, "end")) {
+      --beginCount;
+    }
+    if (mFile.AtEnd()) return;
+    mText = NextLine();
+    ++mComponent.LinesAlreadyRead;
+    StoreLine(block, Classify(mText));
+    if (beginCount == 0 && started) return;
+  }
+}
+
+void ModuleReader::ReadControls() {
+  ControlReader reader(mComponent, *mComponent.CurrentBlock.Get(), mIntake);
+  mComponent.VBControl = reader.Read(mText);
+}
+
+void ModuleReader::ReadAttributes() {
+  Block& block = *mComponent.CurrentBlock.Get();
+  while (!mFile.AtEnd()) {
+    mText = NextLine();
+    ++mComponent.LinesAlreadyRead;
+    if (!StartsWithNoCaseAscii(mText, "ATTRIBUTE ")) {
+      mHoldsLine = true;
+      return;
+    }
+    ParsedLine line = Classify(mText);
+    mIntake.LineStored = false;
+    try {
+      block.AddParsedLine(line);
+    } catch (const VendrelError& error) {
+      StepOver(error, mText);
+    }
+  }
+}
+
+// False when the load stops behind the declarations.
+bool ModuleReader::ReadBody(bool onlyHeader) {
+  while (!mFile.AtEnd()) {
+    const Block* block = mComponent.CurrentBlock.Get();
+    const BlockTypeEnum type = block ? block->BlockType() : btUnrecognised;
+    if (onlyHeader && type != btAttributes && type != btDeclarations) {
+      mFile.CloseFile();
+      mIntake.PreScannedFile = true;
+      return false;
+    }
+    if (mHoldsLine) {
+      mHoldsLine = false;
+      AddLineOfCode(mText);
+    } else {
+      AddLineOfCode(NextLine());
+      ++mComponent.LinesAlreadyRead;
+    }
+  }
+  if (mHoldsLine) AddLineOfCode(mText);
+  mHoldsLine = false;
+  return true;
+}
+
+void ModuleReader::AddLineOfCode(std::string_view text) {
+  mIntake.LineStored = false;
+  try {
+    mComponent.AddLineOfCode(text);
+  } catch (const VendrelError& error) {
+    StepOver(error, text);
+  }
+}
+
+// A host may say that the odd line is kept as it stands; else its failure ends the load.
+void ModuleReader::StepOver(const VendrelError& error, std::string_view text) {
+  VBProject* project = mComponent.VBProject();
+  if (!project || !project->OnLineFailure ||
+      project->OnLineFailure(error, mFile.FullPath(), mIntake.PhysicalLine) == StepOver::Raise) {
+    VendrelError passed = error;
+    passed.AddContext("Component.Load", "intake", mIntake.PhysicalLine);
+    mFile.CloseFile();
+    throw passed;
+  }
+  Tell(DiagnosticCode::LineNotUnderstood, {Trim(text)});
+  Block& block = *mComponent.CurrentBlock.Get();
+  for (PendingLine& pending : mIntake.ContinuationBuffer) StoreLine(block, pending.Line);
+  mIntake.ContinuationBuffer.clear();
+  if (mIntake.LineStored) return;
+  ParsedLine line;
+  line.Text = text;
+  line.StatementPart = text;
+  ++block.Intake().mCurrentLineIndex;
+  StoreLine(block, line);
+}
+
+}  // namespace
+
+bool Component::Load(bool OnlyHeader) {
+  ModuleReader(*this).Load(OnlyHeader);
+  return false;
+}
+
+}  // namespace vendrel

@@ -1,0 +1,95 @@
+// Name, type and modifiers of a procedure from its start line.
+
+#include "core/Ascii.h"
+#include "core/CaseFold.h"
+#include "intake/LineIntake.h"
+#include "intake/ModuleIntake.h"
+#include "intake/StartLineText.h"
+#include "text/Names.h"
+#include "text/StartLine.h"
+
+namespace vendrel {
+namespace {
+
+// A name that begins with an implemented interface belongs to it.
+std::string_view InterfacePrefix(const Component& component, std::string_view name) {
+  const std::size_t underscore = name.find('_');
+  if (underscore == std::string_view::npos) return {};
+  const std::string_view prefix = name.substr(0, underscore);
+  return component.Interfaces.HasKey(prefix) ? prefix : std::string_view();
+}
+
+}  // namespace
+
+void LineIntake::ReadSignature() {
+  if (IsDotNet()) {
+    ParseStartLine(mLine.StatementPart, mBlock);
+    return;
+  }
+  const ReturnTypeText type =
+      GetReturnType(mLine.StatementPart, mIntake.Language, mIntake.Reading.ReturnTypes);
+  mBlock.ReturnType = type.ReturnType;
+  if (type.IsArray) mBlock.ReturnTypeIsArray = true;
+  NameAndType();
+  if (!type.TakesDefault) mBlock.ReturnType = {};
+}
+
+void LineIntake::NameAndType() {
+  std::string_view name = GetName(mLine.StatementPart);
+  const std::string_view suffix = TypeFromName(name);
+  if (!suffix.empty()) {
+    mBlock.ReturnType = suffix;
+    name = Trim(name);
+    name.remove_suffix(1);
+  }
+  mBlock.SetName(name);
+  if (mBlock.ReturnType.empty()) mBlock.ReturnType = mComponent.DefaultType(mBlock.Name());
+  mBlock.Interface = InterfacePrefix(mComponent, mBlock.Name());
+  if (mBlock.Name() == "NewEnum") {
+    mComponent.SetIsCollection(true);
+  } else if (IsDotNet() && mBlock.Name() == "New") {
+    mBlock.IsConstructor = true;
+    mBlock.SetName("_ctor");
+  }
+  if (IsDotNet()) mBlock.ReturnType = DotNetType(mBlock.ReturnType);
+}
+
+void LineIntake::TakeProperty() {
+  mBlock.SetSourceLine(mIntake.StatementLine);
+  const std::string_view statement = mLine.StatementPart;
+  const bool complete = mIntake.Reading.ReturnTypes;
+  if (!IsDotNet()) NameAndType();
+  if (IsDotNet() || ContainsNoCaseAscii(statement, "PROPERTY GET")) {
+    mBlock.SetBlockType(btPropertyGet);
+    if (IsDotNet()) {
+      mBlock.PropertyType = ptReadWrite;
+      ParseStartLine(statement, mBlock);
+    } else {
+      const SharedText suffixType = TypeFromName(GetName(statement));
+      const ReturnTypeText type = GetReturnType(statement, mIntake.Language, complete);
+      mBlock.ReturnType = type.ReturnType;
+      if (type.IsArray) mBlock.ReturnTypeIsArray = true;
+      if (mBlock.ReturnType.empty() && complete) mBlock.ReturnType = suffixType;
+      if (mBlock.ReturnType.empty()) mBlock.ReturnType = mComponent.DefaultType(mBlock.Name());
+    }
+    if (StartsWithNoCaseAscii(TrimLeft(statement), "Default "))
+      mComponent.DefaultMemberName = mBlock.Name();
+  } else if (ContainsNoCaseAscii(statement, "PROPERTY LET")) {
+    mBlock.SetBlockType(btPropertyLet);
+  } else if (ContainsNoCaseAscii(statement, "PROPERTY SET")) {
+    mBlock.SetBlockType(btPropertySet);
+  }
+  if (!IsDotNet()) {
+    // A first judgement; the start line settles the access below.
+    mBlock.IsFriend = !mComponent.OptionPrivate && statement.starts_with("FRIEND ");
+    mBlock.Access = !mComponent.OptionPrivate &&
+                            (statement.starts_with("PUBLIC ") || mBlock.IsFriend)
+                        ? "PUBLIC"
+                        : "PRIVATE";
+  }
+  mBlock.DefinitionLine = statement;
+  SetLast(&mBlock);
+  mComponent.AddPropertyBlockToPropertyGroup(&mBlock);
+}
+
+}  // namespace vendrel

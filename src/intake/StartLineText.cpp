@@ -1,0 +1,237 @@
+#include "intake/StartLineText.h"
+
+#include <string>
+
+#include "core/Ascii.h"
+#include "core/CaseFold.h"
+#include "core/ProcessState.h"
+#include "model/Component.h"
+#include "model/Namespace.h"
+#include "text/Masking.h"
+#include "text/Names.h"
+#include "text/StartLine.h"
+#include "text/Words.h"
+
+namespace vendrel {
+namespace {
+
+bool IsDotNet() { return State().CurrentLanguageVersion == lvVisualBasicDotNet; }
+
+// A declaration cut at its parameter list.
+struct StartLineParts {
+  std::string_view Prefix;
+  std::string_view Parameters;
+  std::string_view Suffix;
+};
+
+StartLineParts CutStartLine(std::string_view s) {
+  StartLineParts parts;
+  const std::size_t open = InStrEx(1, s, "(");
+  if (open == 0) {
+    const std::size_t as = FindNoCaseAscii(s, " AS ");
+    parts.Prefix = as == std::string_view::npos ? s : Trim(s.substr(0, as));
+    if (as != std::string_view::npos) parts.Suffix = Trim(s.substr(as));
+    return parts;
+  }
+  parts.Prefix = s.substr(0, open - 1);
+  std::size_t close = s.rfind(')');
+  const bool arrayEnd = s.ends_with("()") || (IsDotNet() && s.ends_with("(,)"));
+  if (arrayEnd && open + 1 < s.size()) {
+    const std::size_t before = s.substr(0, s.size() - 1).rfind(')');
+    if (before != std::string_view::npos) close = before;
+  }
+  if (close == std::string_view::npos || close < open) return parts;
+  parts.Parameters = s.substr(open, close - open);
+  parts.Suffix = Trim(s.substr(close + 1));
+  return parts;
+}
+
+// What modifiers do that any of the three classes has.
+template <typename Element>
+bool TakeCommonModifier(Element& o, std::string_view word, std::string_view base) {
+  const auto is = [&](std::string_view keyword) { return EqualsNoCaseAscii(word, keyword); };
+  if (is("OVERLOADS")) {
+    o.Implemented = true;
+  } else if (is("OVERRIDES")) {
+    o.Implemented = true;
+    o.InheritedFrom = base;
+  } else if (is("OVERRIDABLE")) {
+    o.IsVirtual = true;
+  } else if (is("MUSTOVERRIDE")) {
+    o.IsAbstract = true;
+  } else if (is("SHADOWS")) {
+    o.IsShadow = true;
+  } else if (is("SHARED")) {
+    o.IsStatic = true;
+  } else if (is("PUBLIC") || is("PROTECTED") || is("PRIVATE")) {
+    o.Access = UpperAscii(word);
+  } else if (is("FRIEND")) {
+    o.Access = o.Access == "PROTECTED" ? "PROTECTED FRIEND" : "FRIEND";
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void TakeBlockModifier(Block& o, std::string_view word) {
+  if (EqualsNoCaseAscii(word, "NOTOVERRIDABLE")) o.IsSealed = true;
+  if (EqualsNoCaseAscii(word, "READONLY")) o.PropertyType = ptRead;
+  if (EqualsNoCaseAscii(word, "WRITEONLY")) o.PropertyType = ptWrite;
+  if (EqualsNoCaseAscii(word, "DELEGATE")) o.SetIsDelegate(true);
+  if (EqualsNoCaseAscii(word, "DEFAULT") && o.Component) o.Component->DefaultMemberName = o.Name();
+}
+
+// The name: the last word of the prefix; a type suffix is cut and told.
+std::string_view TakeName(std::string_view prefix, std::string_view& suffixType) {
+  std::string_view name, word;
+  SplitCursor words(prefix, " ", true);
+  while (words.Next(word)) name = word;
+  suffixType = TypeFromName(name);
+  if (!suffixType.empty()) name.remove_suffix(1);
+  return name;
+}
+
+struct SuffixWords {
+  std::string_view Type;
+  bool IsArray = false;
+  std::string_view ImplementsName;
+};
+
+SuffixWords ReadSuffix(std::string_view suffix) {
+  SuffixWords result;
+  SplitCursor words(suffix, " ", true);
+  std::string_view word;
+  bool typeNext = false, implementsNext = false;
+  while (words.Next(word)) {
+    if (typeNext) {
+      result.Type = word;
+      typeNext = false;
+    } else if (EqualsNoCaseAscii(word, "AS")) {
+      typeNext = true;
+    } else if (EqualsNoCaseAscii(word, "IMPLEMENTS")) {
+      implementsNext = true;
+    } else if (implementsNext) {
+      result.ImplementsName = word;
+    }
+  }
+  return result;
+}
+
+// "Integer()" names an array.
+void CutArray(SuffixWords& words) {
+  for (const std::string_view mark : {std::string_view("()"), std::string_view("(,)")}) {
+    if (mark == "(,)" && !IsDotNet()) continue;
+    if (!words.Type.ends_with(mark)) continue;
+    words.Type.remove_suffix(mark.size());
+    words.IsArray = true;
+    return;
+  }
+}
+
+std::string StartLine(std::string_view text) {
+  return IsDotNet() ? StripAttributes(text) : std::string(text);
+}
+
+// The list parser expects its parentheses.
+void LoadParameters(Parameters& parameters, Component* component, std::string_view list,
+                    CodeElement* parent) {
+  parameters.Component = component;
+  if (list.empty()) return;
+  parameters.LoadStatement("(" + std::string(list) + ")", parent, true);
+}
+
+void SettleBlock(Block& o) {
+  Component* component = o.Component.Get();
+  if (o.Access.empty()) o.Access = component && component->OptionPrivate ? "PRIVATE" : "PUBLIC";
+  const bool returns = o.BlockType() == btPropertyGet || o.BlockType() == btFunction;
+  if (o.ReturnType.empty() && returns) {
+    if (IsDotNet())
+      o.ReturnType = "System.Object";
+    else if (component)
+      o.ReturnType = component->DefaultType(o.Name());
+  }
+  const std::size_t underscore = o.Name().find('_');
+  if (component && underscore != std::string::npos) {
+    const std::string_view prefix = std::string_view(o.Name()).substr(0, underscore);
+    if (component->Interfaces.HasKey(prefix)) o.Interface = prefix;
+  }
+  if (!IsDotNet()) {
+    if (component && o.Name() == "NewEnum") component->SetIsCollection(true);
+    return;
+  }
+  if (EqualsNoCaseAscii(o.Name(), "New")) {
+    o.IsConstructor = true;
+    o.SetName("_ctor");
+  }
+  o.ReturnType = DotNetType(o.ReturnType);
+}
+
+}  // namespace
+
+void ParseStartLine(std::string_view Text, Block& o) {
+  const std::string line = StartLine(Text);
+  const StartLineParts parts = CutStartLine(line);
+  o.Access = {};
+  const std::string base = o.Component ? o.Component->InheritsFrom.str() : std::string();
+  if (!parts.Prefix.empty()) {
+    std::string_view suffixType;
+    o.SetName(TakeName(parts.Prefix, suffixType));
+    if (!suffixType.empty()) o.ReturnType = suffixType;
+    SplitCursor words(parts.Prefix, " ", true);
+    std::string_view word;
+    while (words.Next(word))
+      if (!TakeCommonModifier(o, word, base)) TakeBlockModifier(o, word);
+  }
+  LoadParameters(*o.Parameters, o.Component.Get(), parts.Parameters, &o);
+  SuffixWords suffix = ReadSuffix(parts.Suffix);
+  if (!suffix.ImplementsName.empty()) o.ImplementsName = suffix.ImplementsName;
+  if (!suffix.Type.empty()) {
+    CutArray(suffix);
+    o.ReturnType = suffix.Type;
+    if (suffix.IsArray) o.ReturnTypeIsArray = true;
+  }
+  SettleBlock(o);
+}
+
+void ParseStartLine(std::string_view Text, Variable& o) {
+  const std::string line = StartLine(Text);
+  const StartLineParts parts = CutStartLine(line);
+  o.Access = {};
+  const auto* owner = dynamic_cast<const Component*>(o.Parent.Get());
+  const std::string base = owner ? owner->InheritsFrom.str() : std::string();
+  if (!parts.Prefix.empty()) {
+    std::string_view suffixType;
+    o.Name = TakeName(parts.Prefix, suffixType);
+    if (!suffixType.empty()) o.TypeName = suffixType;
+    SplitCursor words(parts.Prefix, " ", true);
+    std::string_view word;
+    while (words.Next(word)) TakeCommonModifier(o, word, base);
+  }
+  SuffixWords suffix = ReadSuffix(parts.Suffix);
+  if (!suffix.Type.empty()) {
+    CutArray(suffix);
+    o.TypeName = suffix.Type;
+    if (suffix.IsArray) o.IsArray = true;
+  }
+  if (o.Access.empty()) o.Access = "PUBLIC";
+}
+
+void ParseStartLine(std::string_view Text, EventDeclaration& o) {
+  const std::string line = StartLine(Text);
+  const StartLineParts parts = CutStartLine(line);
+  const std::string base = o.Component ? o.Component->InheritsFrom.str() : std::string();
+  if (!parts.Prefix.empty()) {
+    std::string_view suffixType;
+    o.Name = TakeName(parts.Prefix, suffixType);
+    SplitCursor words(parts.Prefix, " ", true);
+    std::string_view word;
+    while (words.Next(word))
+      if (!TakeCommonModifier(o, word, base) && EqualsNoCaseAscii(word, "NOTOVERRIDABLE"))
+        o.IsSealed = true;
+  }
+  LoadParameters(*o.Parameters, o.Component.Get(), parts.Parameters, &o);
+  const SuffixWords suffix = ReadSuffix(parts.Suffix);
+  if (!suffix.Type.empty()) o.DelegateName = suffix.Type;
+}
+
+}  // namespace vendrel

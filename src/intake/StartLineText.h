@@ -1,0 +1,14 @@
+#pragma once
+#include <string_view>
+
+#include "model/Fwd.h"
+
+namespace vendrel {
+
+/// Parses a declaration with modifiers, parameters, type and implemented member into an element: the
+/// way VB.NET members are read.
+void ParseStartLine(std::string_view Text, Block& o);
+void ParseStartLine(std::string_view Text, Variable& o);
+void ParseStartLine(std::string_view Text, EventDeclaration& o);
+
+}  // namespace vendrel

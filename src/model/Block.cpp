@@ -1,0 +1,158 @@
+#include "model/Block.h"
+
+#include "core/ProcessState.h"
+#include "model/Component.h"
+#include "text/Names.h"
+
+namespace vendrel {
+
+Block::Block() : BlockID(State().NextBlockID()) {}
+Block::~Block() = default;
+
+void Block::SetName(std::string_view name) {
+  const std::string old = std::exchange(mName, std::string(name));
+  if (mShared)
+    ++Blocks::sSharedChanges;
+  else if (mOwner)
+    mOwner->Renamed(*this, old);
+}
+
+void Block::SetBlockType(BlockTypeEnum type) {
+  const BlockTypeEnum old = std::exchange(mBlockType, type);
+  if (mShared)
+    ++Blocks::sSharedChanges;
+  else if (mOwner)
+    mOwner->Retyped(*this, old);
+}
+
+void Block::SetOverloaded(bool value) { mOverloaded = value; }
+void Block::SetIsDelegate(bool value) { mIsDelegate = value; }
+
+void Block::SetNamespace(vendrel::Namespace* value) {
+  mNamespace = value;
+  if (mShared)
+    ++Blocks::sSharedChanges;
+  else if (mOwner)
+    mOwner->mNamespaced = true;
+}
+
+const ProjectOptions& Block::Options() const {
+  const ProjectOptions* project = mProject.Get();
+  return project ? *project : ProjectOptions::Defaults();
+}
+
+std::string Block::FullName() const {
+  const vendrel::Namespace* space = mIsDelegate ? mNamespace.Get() : nullptr;
+  return space ? space->Name + "." + mName : mName;
+}
+
+std::string Block::OverloadedMethodSignature() const {
+  std::string signature(ShortName(mName));
+  signature += '(';
+  bool first = true;
+  for (const Parameter& parameter : *Parameters) {
+    if (!first) signature += ',';
+    first = false;
+    signature += ShortName(parameter.VariableType);
+    if (parameter.IsArray) signature += "[]";
+  }
+  return signature += ')';
+}
+
+std::string Block::DotNetSignature() const { return Parameters->DotNetSignature(); }
+
+std::string Block::DotNetName() const {
+  const vendrel::Component* component = Component.Get();
+  std::string name = mIsDelegate ? "T:" : IsMethod() ? "M:" : "P:";
+  if (component) name += component->FullName();
+  name += '.';
+  if (!mOverloaded) return name += mName;
+  name += ShortName(mName);
+  return name += "(" + Parameters->DotNetSignature() + ")";
+}
+
+bool Block::IsMethod() const {
+  switch (mBlockType) {
+    case btFunction:
+    case btSub:
+    case btClassInitialize:
+    case btClassTerminate:
+    case btFormLoad:
+    case btFormUnload:
+    case btUserControlInitialise:
+    case btUserControlTerminate:
+    case btUserDocumentInitialise:
+    case btUserDocumentTerminate:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool Block::IsPropertyType() const {
+  return mBlockType == btPropertyGet || mBlockType == btPropertyLet || mBlockType == btPropertySet;
+}
+
+const std::vector<std::string>& Block::Attributes() const { return *mAttributes; }
+
+void Block::AddAttribute(std::string_view text) { mAttributes->emplace_back(text); }
+
+void Block::UnloadSourceCode() {
+  if (mBlockType != btDeclarations)
+    Variables.Drop();
+  else if (const vendrel::Variables* variables = Variables.IfAny())
+    for (Variable& variable : *variables) variable.UnTaggedDescription.clear();
+  DefinitionLine = {};
+  UnTaggedDescription.clear();
+  CommentBuffer.clear();
+  CodeLines.Drop();
+  Parameters.Drop();
+  CurrentEnum.reset();
+  CurrentUDT.reset();
+  mAttributes.Drop();
+  Constants.Drop();
+}
+
+std::shared_ptr<Block> Block::Clone(vendrel::Component* NewComponent, bool CopyComments) const {
+  auto copy = std::make_shared<Block>();
+  copy->Component = NewComponent;
+  if (NewComponent) copy->SetVBProject(NewComponent->Project());
+  copy->mBlockType = mBlockType;
+  copy->mName = mName;
+  copy->Access = Access;
+  copy->ReturnType = ReturnType;
+  copy->ReturnTypeIsArray = ReturnTypeIsArray;
+  copy->IsStatic = IsStatic;
+  copy->IsVirtual = IsVirtual;
+  copy->IsShadow = IsShadow;
+  copy->IsSealed = IsSealed;
+  copy->ExcludeFlag = ExcludeFlag;
+  copy->IsConstructor = IsConstructor;
+  copy->mOverloaded = mOverloaded;
+  copy->PropertyType = PropertyType;
+  if (CopyComments) {
+    copy->UnTaggedDescription = UnTaggedDescription;
+    copy->TaggedDescription = TaggedDescription;
+    for (const TaggedComment& comment : *TaggedComments)
+      AddUnderFreeKey<TaggedComment>(*copy->TaggedComments, comment.Clone(), comment.TagIdentifier);
+  }
+  for (const Parameter& parameter : *Parameters) {
+    const auto parameterCopy = parameter.Clone(CopyComments);
+    parameterCopy->Parent = copy.get();
+    copy->Parameters->Add(parameterCopy, parameter.Name());
+  }
+  if (const Blocks* overloads = OverloadBlocks.IfAny())
+    for (const Block& overload : *overloads)
+      copy->OverloadBlocks->Add(overload.Clone(NewComponent, false), overload.Name());
+  return copy;
+}
+
+Parameter* Block::netCreateParameter(std::string_view name, std::string_view typeName,
+                                     std::string_view defaultValue, bool isOptional,
+                                     std::string_view parameterType) {
+  const auto parameter = CreateParameter(name, typeName, defaultValue, isOptional, parameterType);
+  parameter->Parent = this;
+  return Parameters->Add(parameter, name) ? parameter.get() : Parameters->Item(name);
+}
+
+}  // namespace vendrel

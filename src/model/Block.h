@@ -1,0 +1,258 @@
+#pragma once
+// A procedure, or the attributes or declarations section of a module.
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/Enums.h"
+#include "model/CodeElement.h"
+#include "model/Declarations.h"
+#include "model/Example.h"
+#include "model/Parameter.h"
+#include "model/ProjectOptions.h"
+#include "model/TaggedComment.h"
+#include "model/Variable.h"
+#include "text/CodeLines.h"
+
+namespace vendrel {
+
+/// One block of a module. Every line of the module passes through `AddLine` of its block once; from it
+/// grow name, signature, variables and declarations.
+class Block : public CodeElement {
+ public:
+  Block();
+  ~Block() override;
+
+  /// The open `Enum` or `Type` statement.
+  std::shared_ptr<Enumeration> CurrentEnum;
+  std::shared_ptr<UDT> CurrentUDT;
+  /// Identity within the process since the last load.
+  std::int32_t BlockID;
+  std::int32_t HelpContextID = 0;
+  SharedText Access = "PRIVATE";
+  SharedText ReturnType;
+  /// Statement of the start line, as written.
+  SharedText DefinitionLine;
+  /// Name of the interface whose member this implements; empty if none.
+  SharedText Interface;
+  SharedText InheritedFrom;
+  SharedText ImplementsName;
+  SharedText DelegateQualifiedName;
+  std::string TaggedDescription;
+  std::string UnTaggedDescription;
+  std::string ReturnDescription;
+  /// Pending text of untagged comments, "<crlf>" between lines.
+  std::string CommentBuffer;
+  /// Which procedures the property has; 0 for other blocks.
+  PropertyTypeEnum PropertyType = ptNone;
+  bool ReturnTypeIsArray = false;
+  bool IsFriend = false;
+  bool IsStatic = false;
+  bool IsHiddenMember = false;
+  bool IsNew = false;
+  bool IsExample = false;
+  bool ExcludeFlag = false;
+  /// The comments of the other procedures of the property have been merged into this one.
+  bool Consolidated = false;
+  bool IsEventProcedure = false;
+  bool IsConstructor = false;
+  bool Implemented = false;
+  bool IsVirtual = false;
+  bool IsSealed = false;
+  bool IsAbstract = false;
+  bool IsShadow = false;
+  /// The set half of a VB.NET property, which has no lines of its own; null for other blocks.
+  std::shared_ptr<Block> Setter;
+  /// Every comment of the lines read so far; the last one.
+  std::shared_ptr<TaggedComment> LastTaggedComment;
+  /// The control, variable or module whose event this procedure handles.
+  WeakHandle<CodeElement> EventSource;
+  WeakHandle<vendrel::Component> Component;
+  OnDemand<vendrel::Parameters> Parameters;
+  OnDemand<vendrel::Variables> Variables;
+  OnDemand<vendrel::Constants> Constants;
+  OnDemand<vendrel::CodeLines> CodeLines;
+  OnDemand<Blocks> OverloadBlocks;
+  OnDemand<vendrel::Examples> Examples;
+  OnDemand<vendrel::TaggedComments> TaggedComments;
+
+  std::string_view ClassName() const override { return "Block"; }
+  std::string ElementName() const override { return mName; }
+  std::string Description() const override;
+  std::string QualifiedName() const override;
+  vendrel::Component* OwnComponent() const override { return Component.Get(); }
+  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  bool* ExcludeFlagField() override { return &ExcludeFlag; }
+  bool* IsNewField() override { return &IsNew; }
+  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
+  OnDemand<vendrel::Examples>* ExamplesField() override { return &Examples; }
+
+  // Properties by which `Blocks` finds its elements.
+  const std::string& Name() const { return mName; }
+  void SetName(std::string_view name);
+  BlockTypeEnum BlockType() const { return mBlockType; }
+  void SetBlockType(BlockTypeEnum type);
+  bool Overloaded() const { return mOverloaded; }
+  void SetOverloaded(bool value);
+  bool IsDelegate() const { return mIsDelegate; }
+  void SetIsDelegate(bool value);
+  /// Namespace of a delegate; null for any other block.
+  vendrel::Namespace* Namespace() const { return mNamespace.Get(); }
+  void SetNamespace(vendrel::Namespace* value);
+
+  /// The options that hold for this block: those of its project, else the defaults.
+  const ProjectOptions& Options() const;
+  ProjectOptions* Project() const { return mProject.Get(); }
+  vendrel::VBProject* VBProject() const;
+  void SetVBProject(ProjectOptions* project) { mProject.Set(project); }
+  AccessTypeEnum AccessType() const { return AccessTypeFromstring(Access); }
+
+  /// Namespace and name of a delegate, else the name.
+  std::string FullName() const;
+  /// Name with the parameter types in parentheses: how an overload is told from the others.
+  std::string OverloadedMethodSignature() const;
+  std::string DotNetSignature() const;
+  std::string DotNetName() const;
+
+  /// Whether the block is a procedure but no property.
+  bool IsMethod() const;
+  /// Whether the block counts as its property: a `Get` does, a `Let` or `Set` unless a public `Get` of
+  /// that name exists.
+  bool IsProperty() const;
+  /// Whether the block type is one of the three property types.
+  bool IsPropertyType() const;
+
+  /// Takes in one line: classifies a text, stores the line and interprets it. A position that is not 0
+  /// says where in `CodeLines` it is stored.
+  void AddLine(std::string_view Line, std::int32_t Before = 0, std::int32_t After = 0);
+  void AddLine(const CodeLine& Line, std::int32_t Before = 0, std::int32_t After = 0);
+  /// The same for the readers; the type of the line may change on the way.
+  void AddParsedLine(ParsedLine& line, std::int32_t before = 0, std::int32_t after = 0);
+
+  /// 1-based line that opens the body (behind attribute lines); 0 if there is none.
+  std::int32_t StartLine() const;
+  /// 1-based first physical line of the start line; 0 if there is none.
+  std::int32_t FirstLine() const;
+  /// 1-based line of the end line; the count of lines where there is none.
+  std::int32_t EndLine() const;
+  /// The block has seen its end line, with comments standing before their elements.
+  bool CompletelyLoaded() const { return mCompletelyLoaded; }
+  /// Records of that type from behind the end line of the previous block to the end line of this one.
+  std::vector<CodeLine> LinesOfType(LineTypeEnum LineType) const;
+  /// Texts of the attribute lines, in order.
+  const std::vector<std::string>& Attributes() const;
+
+  void UnloadSourceCode();
+  /// A copy without lines and variables, for another component.
+  std::shared_ptr<Block> Clone(vendrel::Component* NewComponent, bool CopyComments) const;
+
+  /// Recomputes `PropertyType` from the procedures of that name that count.
+  void SetPropertyType(bool IncludeFriend, bool IncludePrivate);
+  /// Access of the property as a whole.
+  AccessTypeEnum ConsolidatedAccessType() const;
+
+  /// Places a tagged comment on its element; true if it need not be kept.
+  bool ApplyTaggedComment(const std::shared_ptr<TaggedComment>& tc);
+  /// Applies a comment, or parks it in the buffer of the module.
+  void HandleTaggedComment(const std::shared_ptr<TaggedComment>& tc);
+  void MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank, bool Overwrite);
+
+  Parameter* netCreateParameter(std::string_view Name, std::string_view TypeName,
+                                std::string_view DefaultValue, bool IsOptional,
+                                std::string_view ParameterType = {});
+  void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
+
+  static constexpr auto Properties() {
+    return std::tuple{
+        Prop{"Name", &Block::Name},
+        Prop{"BlockType", &Block::BlockType},
+        Prop{"BlockID", &Block::BlockID, PropertyKind::Identity},
+        Prop{"Access", &Block::Access},
+        Prop{"ReturnType", &Block::ReturnType},
+        Prop{"ReturnTypeIsArray", &Block::ReturnTypeIsArray},
+        Prop{"DefinitionLine", &Block::DefinitionLine},
+        Prop{"IsFriend", &Block::IsFriend},
+        Prop{"IsStatic", &Block::IsStatic},
+        Prop{"TaggedDescription", &Block::TaggedDescription},
+        Prop{"UnTaggedDescription", &Block::UnTaggedDescription},
+        Prop{"ReturnDescription", &Block::ReturnDescription},
+        Prop{"Description", &Block::Description, PropertyKind::Derived},
+        Prop{"IsHiddenMember", &Block::IsHiddenMember},
+        Prop{"IsNew", &Block::IsNew},
+        Prop{"IsExample", &Block::IsExample},
+        Prop{"ExcludeFlag", &Block::ExcludeFlag},
+        Prop{"Consolidated", &Block::Consolidated},
+        Prop{"PropertyType", &Block::PropertyType},
+        Prop{"Interface", &Block::Interface},
+        Prop{"IsEventProcedure", &Block::IsEventProcedure},
+        Prop{"EventSource", &Block::EventSource, PropertyKind::Link},
+        Prop{"HelpContextID", &Block::HelpContextID},
+        Prop{"IsMethod", &Block::IsMethod, PropertyKind::Derived},
+        Prop{"IsProperty", &Block::IsProperty, PropertyKind::Derived},
+        Prop{"IsConstructor", &Block::IsConstructor},
+        Prop{"Overloaded", &Block::Overloaded},
+        Prop{"IsDelegate", &Block::IsDelegate},
+        Prop{"InheritedFrom", &Block::InheritedFrom},
+        Prop{"Implemented", &Block::Implemented},
+        Prop{"IsVirtual", &Block::IsVirtual},
+        Prop{"IsSealed", &Block::IsSealed},
+        Prop{"IsAbstract", &Block::IsAbstract},
+        Prop{"IsShadow", &Block::IsShadow},
+        Prop{"StartLine", &Block::StartLine, PropertyKind::Derived},
+        Prop{"EndLine", &Block::EndLine, PropertyKind::Derived},
+        Prop{"CommentBuffer", &Block::CommentBuffer},
+        Prop{"Attributes", &Block::Attributes},
+        Prop{"Parameters", &Block::Parameters, PropertyKind::Children},
+        Prop{"Variables", &Block::Variables, PropertyKind::Children},
+        Prop{"Constants", &Block::Constants, PropertyKind::Children},
+        Prop{"Examples", &Block::Examples, PropertyKind::Children},
+        Prop{"TaggedComments", &Block::TaggedComments, PropertyKind::Children},
+        Prop{"OverloadBlocks", &Block::OverloadBlocks, PropertyKind::Children},
+        Prop{"CodeLines", &Block::CodeLines, PropertyKind::Source},
+        Prop{"QualifiedName", &Block::QualifiedName, PropertyKind::Derived},
+        Prop{"SourceLine", &Block::SourceLine}};
+  }
+
+  // State of the intake that outlives a line; only the intake touches it.
+  struct IntakeState {
+    std::int32_t mCurrentLineIndex = 0;
+    bool mEventLast = false;
+    bool mFoundItem = false;
+    bool FoundActualCodeInBlock = false;
+    bool mEnumOpen = false;
+    bool mUDTOpen = false;
+    bool mEnded = false;
+    SharedText mLastTagIdentifier;
+    SharedText mLastQualifier;
+  };
+  IntakeState& Intake() { return mIntake; }
+  const IntakeState& Intake() const { return mIntake; }
+  void SetCompletelyLoaded() { mCompletelyLoaded = true; }
+  void AddAttribute(std::string_view text);
+  void SetStoredLines(std::int32_t start, std::int32_t end) {
+    mStartLine = start;
+    mEndLine = end;
+  }
+
+ private:
+  friend class Blocks;
+
+  std::string mName;
+  Blocks* mOwner = nullptr;
+  WeakHandle<ProjectOptions> mProject;
+  WeakHandle<vendrel::Namespace> mNamespace;
+  OnDemand<std::vector<std::string>> mAttributes;
+  IntakeState mIntake;
+  std::int32_t mStartLine = -1;
+  std::int32_t mEndLine = -1;
+  BlockTypeEnum mBlockType = btUnrecognised;
+  bool mOverloaded = false;
+  bool mIsDelegate = false;
+  bool mCompletelyLoaded = false;
+  bool mShared = false;  // has stood in more than one collection
+};
+
+}  // namespace vendrel

@@ -1,0 +1,300 @@
+#include "model/Blocks.h"
+
+#include <algorithm>
+
+#include "core/Ascii.h"
+#include "core/CaseFold.h"
+#include "model/Component.h"
+#include "text/Names.h"
+
+namespace vendrel {
+namespace {
+
+// What a look-up by name compares: the name in front of the parentheses, and all of it.
+struct SoughtName {
+  std::string Base;
+  std::string Key;
+  bool WithArguments = false;
+};
+
+SoughtName Sought(std::string_view key) {
+  const std::size_t open = key.find('(');
+  SoughtName sought;
+  sought.WithArguments = open != std::string_view::npos;
+  sought.Base = key.substr(0, open);
+  if (sought.Base == "#ctor") sought.Base = "_ctor";
+  if (!sought.WithArguments) return sought;
+  std::string_view arguments = key.substr(open + 1);
+  arguments = arguments.substr(0, arguments.find(')'));
+  if (arguments.find('.') == std::string_view::npos) {
+    sought.Key = sought.Base;
+    sought.Key += key.substr(open);
+    return sought;
+  }
+  sought.Key = sought.Base + "(";
+  for (bool first = true; first || !arguments.empty(); first = false) {
+    if (!first) sought.Key += ',';
+    sought.Key += ShortName(TakeField(arguments, ','));
+  }
+  sought.Key += ')';
+  return sought;
+}
+
+constexpr std::uint32_t TypeBit(BlockTypeEnum type) { return std::uint32_t{1} << type; }
+
+}  // namespace
+
+Blocks::~Blocks() {
+  for (Block& block : mCol)
+    if (block.mOwner == this) block.mOwner = nullptr;
+}
+
+Block* Blocks::Item(std::size_t index) const { return &mCol.At(index); }
+
+Block* Blocks::Item(std::string_view Key) const {
+  const SoughtName sought = Sought(Key);
+  Block* found = FirstMatch(sought.Base, sought.Key, sought.WithArguments);
+  if (!found || !sought.WithArguments) return found;
+  const bool isAnswer = (found->IsDelegate() && EqualsNoCase(sought.Base, found->Name())) ||
+                        (found->Overloaded() && EqualsNoCase(found->FullName(), sought.Key));
+  if (isAnswer) return found;
+  const Blocks* overloads = found->OverloadBlocks.IfAny();
+  return overloads && overloads->Count() > 0 ? overloads->Item(sought.Key) : found;
+}
+
+// The first block at which a walk over all of them would stop. Only blocks filed under the name,
+// the name with arguments, or (delegates of a namespace) the part behind one of its dots can be
+// that.
+Block* Blocks::FirstMatch(std::string_view base, std::string_view key, bool withArguments) const {
+  const auto stops = [&](const Block& block) {
+    if (block.IsDelegate() && EqualsNoCase(base, block.Name())) return true;
+    if (withArguments && block.Overloaded()) return EqualsNoCase(block.FullName(), key);
+    return EqualsNoCase(block.FullName(), base);
+  };
+  Block* best = nullptr;
+  const auto offer = [&](std::string_view name) {
+    for (Block* block : Named(name)) {
+      if (!stops(*block)) continue;
+      if (!best || (best != block && OrdinalOf(block) < OrdinalOf(best))) best = block;
+      return;
+    }
+  };
+  const auto offerParts = [&](std::string_view name) {
+    offer(name);
+    if (!mNamespaced && !mHasShared) return;
+    for (std::size_t dot = name.find('.'); dot != std::string_view::npos;
+         dot = name.find('.', dot + 1))
+      offer(name.substr(dot + 1));
+  };
+  offerParts(base);
+  if (withArguments) offerParts(key);
+  return best;
+}
+
+std::shared_ptr<Block> Blocks::ShareOf(const Block* block) const {
+  return mCol.Share(PlaceOf(block));
+}
+
+Block* Blocks::ItemByDotNetSignature(std::string_view Signature) const {
+  for (Block& block : mCol)
+    if (EqualsNoCase(block.DotNetSignature(), Signature)) return &block;
+  return nullptr;
+}
+
+bool Blocks::Add(std::shared_ptr<Block> item, std::string_view Key, const Position& Before,
+                 const Position& After) {
+  Block& block = *item;
+  if (Key.empty()) {
+    mCol.Insert(std::move(item));
+    Adopt(block, true);
+  } else {
+    if (CheckForDuplicateKey(mCol, "Block", Key)) return false;
+    mCol.Insert(std::move(item), Key, Before, After);
+    Adopt(block, !Before.Given() && !After.Given());
+  }
+  Sorted = false;
+  return true;
+}
+
+void Blocks::Remove(std::size_t index) {
+  const std::shared_ptr<Block> block = mCol.Share(index);
+  mCol.Remove(index);
+  Forget(*block);
+}
+
+void Blocks::Remove(std::string_view key) {
+  const std::shared_ptr<Block> block = mCol.Share(key);
+  mCol.Remove(key);
+  Forget(*block);
+}
+
+void Blocks::Clear() {
+  for (Block& block : mCol)
+    if (block.mOwner == this) block.mOwner = nullptr;
+  mCol.Clear();
+  DropIndex();
+}
+
+void Blocks::Sort() {
+  std::vector<std::shared_ptr<Block>> named, nameless;
+  std::size_t namelessBeforeLast = 0;
+  const Block* last = nullptr;
+  for (std::size_t i = 1; i <= mCol.Count(); ++i) {
+    std::shared_ptr<Block> block = mCol.Share(i);
+    if (block->Name().empty()) {
+      nameless.push_back(std::move(block));
+      continue;
+    }
+    if (!last || block->Name() <= last->Name()) {
+      last = block.get();
+      namelessBeforeLast = nameless.size();
+    }
+    named.push_back(std::move(block));
+  }
+  // Nameless blocks are taken from where the last named one stood; that works from the front only.
+  if (!nameless.empty() && (!last || namelessBeforeLast > 0)) throw VendrelError(errSubscript);
+  std::stable_sort(named.begin(), named.end(),
+                   [](const auto& a, const auto& b) { return a->Name() > b->Name(); });
+  KeyedCollection<Block> sorted;
+  for (auto& block : named) sorted.Insert(std::move(block));
+  for (auto& block : nameless) sorted.Insert(std::move(block));
+  mCol = std::move(sorted);
+  DropIndex();
+  Sorted = true;
+}
+
+Block* Blocks::FirstOfType(BlockTypeEnum type) const {
+  Refresh();
+  if (!(mTypesKnown & TypeBit(type))) {
+    const auto found =
+        std::find_if(begin(), end(), [type](const Block& b) { return b.BlockType() == type; });
+    mFirstOfType[type] = found == end() ? nullptr : &*found;
+    mTypesKnown |= TypeBit(type);
+  }
+  return mFirstOfType[type];
+}
+
+const std::vector<Block*>& Blocks::Named(std::string_view name) const {
+  static const std::vector<Block*> none;
+  Refresh();
+  if (!mIndexed) BuildIndex();
+  const auto found = mByName.find(FoldKey(name));
+  return found == mByName.end() ? none : found->second;
+}
+
+Block* Blocks::Previous(const Block* block) const {
+  const std::size_t place = PlaceOf(block);
+  return place > 1 ? mCol.Find(place - 1) : nullptr;
+}
+
+// A block has come in; at the end, the index goes on.
+void Blocks::Adopt(Block& block, bool atEnd) {
+  if (block.mOwner && block.mOwner != this) {
+    block.mShared = true;
+    block.mOwner->mHasShared = true;
+  }
+  block.mOwner = this;
+  if (block.mShared) mHasShared = true;
+  if (block.Namespace()) mNamespaced = true;
+  if (!atEnd) {
+    DropIndex();
+    return;
+  }
+  if (!mOrdinals.empty()) mOrdinals[&block] = ++mLastOrdinal;
+  if (mIndexed) File(&block);
+  const BlockTypeEnum type = block.BlockType();
+  if ((mTypesKnown & TypeBit(type)) && !mFirstOfType[type]) mFirstOfType[type] = &block;
+}
+
+void Blocks::Renamed(Block& block, std::string_view oldName) {
+  if (!mIndexed) return;
+  Unfile(&block, oldName);
+  File(&block);
+}
+
+void Blocks::Retyped(Block& block, BlockTypeEnum oldType) {
+  const BlockTypeEnum type = block.BlockType();
+  if (mFirstOfType[oldType] == &block) mTypesKnown &= ~TypeBit(oldType);
+  if (!(mTypesKnown & TypeBit(type))) return;
+  if (!mFirstOfType[type])
+    mFirstOfType[type] = &block;
+  else if (Last() != &block)
+    mTypesKnown &= ~TypeBit(type);
+}
+
+// A block has gone.
+void Blocks::Forget(Block& block) {
+  if (block.mOwner == this) block.mOwner = nullptr;
+  Refresh();
+  if (mIndexed) Unfile(&block, block.Name());
+  if (mFirstOfType[block.BlockType()] == &block) mTypesKnown &= ~TypeBit(block.BlockType());
+  mOrdinals.erase(&block);
+}
+
+void Blocks::DropIndex() const {
+  mByName.clear();
+  mOrdinals.clear();
+  mTypesKnown = 0;
+  mIndexed = false;
+}
+
+// Drops the index if a block that stands here too was changed elsewhere.
+void Blocks::Refresh() const {
+  if (!mHasShared || mSharedChangesSeen == sSharedChanges) return;
+  mSharedChangesSeen = sSharedChanges;
+  DropIndex();
+}
+
+void Blocks::BuildIndex() const {
+  mByName.clear();
+  for (Block& block : mCol) mByName[FoldKey(block.Name())].push_back(&block);
+  mIndexed = true;
+}
+
+// Enters a block under its name, in the order of the blocks.
+void Blocks::File(Block* block) const {
+  std::vector<Block*>& list = mByName[FoldKey(block->Name())];
+  if (list.empty() || block == Last()) {
+    list.push_back(block);
+    return;
+  }
+  const std::size_t ordinal = OrdinalOf(block);
+  const auto behind = std::find_if(list.rbegin(), list.rend(),
+                                   [&](Block* other) { return OrdinalOf(other) < ordinal; });
+  list.insert(behind.base(), block);
+}
+
+void Blocks::Unfile(const Block* block, std::string_view name) const {
+  const auto list = mByName.find(FoldKey(name));
+  if (list == mByName.end()) return;
+  const auto at = std::find(list->second.rbegin(), list->second.rend(), block);
+  if (at != list->second.rend()) list->second.erase(std::next(at).base());
+  if (list->second.empty()) mByName.erase(list);
+}
+
+// Rises with the place of the block; 0 if it is not here.
+std::size_t Blocks::OrdinalOf(const Block* block) const {
+  if (mOrdinals.empty()) {
+    mLastOrdinal = 0;
+    for (const Block& each : mCol) mOrdinals[&each] = ++mLastOrdinal;
+  }
+  const auto found = mOrdinals.find(block);
+  return found == mOrdinals.end() ? 0 : found->second;
+}
+
+// 1-based position; 0 if the block is not here.
+std::size_t Blocks::PlaceOf(const Block* block) const {
+  const std::size_t ordinal = OrdinalOf(block);
+  if (ordinal == 0) return 0;
+  std::size_t low = 1, high = mCol.Count();
+  while (low < high) {
+    const std::size_t middle = low + (high - low) / 2;
+    if (OrdinalOf(mCol.Find(middle)) < ordinal)
+      low = middle + 1;
+    else
+      high = middle;
+  }
+  return low;
+}
+
+}  // namespace vendrel

@@ -1,0 +1,97 @@
+#pragma once
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "model/Block.h"
+#include "model/KeyedCollection.h"
+
+namespace vendrel {
+
+/// The blocks of a module in source order. A block is mostly added before it has a name, and so has no
+/// key for its whole life; look-ups by name go through an index that follows renamed blocks.
+class Blocks {
+ public:
+  using Element = Block;
+  Blocks() = default;
+  ~Blocks();
+
+  /// True after `Sort`; `Add` clears it.
+  bool Sorted = false;
+
+  /// The block at a 1-based position; raises 9 outside.
+  Block* Item(std::size_t index) const;
+  Block* Item(int index) const { return Item(static_cast<std::size_t>(index)); }
+  /// By name; a name with parameter types in parentheses finds the overload. "#ctor" reads "_ctor".
+  /// Nothing when there is none.
+  Block* Item(std::string_view Key) const;
+  Block* Item(const char* Key) const { return Item(std::string_view(Key)); }
+  std::shared_ptr<Block> Share(std::size_t index) const { return mCol.Share(index); }
+  /// The block a pointer stands for, with a share of the ownership; nothing if it is not here.
+  std::shared_ptr<Block> ShareOf(const Block* block) const;
+  /// First block whose `DotNetSignature` equals `Signature`, case ignored.
+  Block* ItemByDotNetSignature(std::string_view Signature) const;
+  /// Whether a block was added under that key.
+  bool HasKey(std::string_view key) const { return mCol.HasKey(key); }
+
+  /// Adds a block; a key that is taken is told and the block dropped. `Before` and `After` count in the
+  /// keyed form only.
+  bool Add(std::shared_ptr<Block> item, std::string_view Key = {}, const Position& Before = {},
+           const Position& After = {});
+  /// Removes by 1-based position or by key; raises 9 when there is none.
+  void Remove(std::size_t index);
+  void Remove(int index) { Remove(static_cast<std::size_t>(index)); }
+  void Remove(std::string_view key);
+  void Clear();
+  std::size_t Count() const { return mCol.Count(); }
+
+  /// Puts the blocks in descending ordinal order of their names; equal names keep their order, keys
+  /// are lost. A list with a nameless block raises 9 once only nameless ones are left.
+  void Sort();
+
+  /// First block of that type; null if none. Answered from an index.
+  Block* FirstOfType(BlockTypeEnum type) const;
+  /// All blocks of that name, in order; case ignored. Answered from an index.
+  const std::vector<Block*>& Named(std::string_view name) const;
+  /// The block in front of this one; null for the first.
+  Block* Previous(const Block* block) const;
+  Block* Last() const { return mCol.Find(mCol.Count()); }
+
+  auto begin() const { return mCol.begin(); }
+  auto end() const { return mCol.end(); }
+
+ private:
+  friend class Block;
+  void Adopt(Block& block, bool atEnd);
+  void Renamed(Block& block, std::string_view oldName);
+  void Retyped(Block& block, BlockTypeEnum oldType);
+  void Forget(Block& block);
+  void DropIndex() const;
+  void Refresh() const;
+  void BuildIndex() const;
+  void File(Block* block) const;
+  void Unfile(const Block* block, std::string_view name) const;
+  std::size_t OrdinalOf(const Block* block) const;
+  std::size_t PlaceOf(const Block* block) const;
+  Block* FirstMatch(std::string_view base, std::string_view key, bool withArguments) const;
+
+  KeyedCollection<Block> mCol;
+  mutable std::unordered_map<std::string, std::vector<Block*>> mByName;
+  /// Rising numbers in the order of the blocks; made when the place of a block is asked for.
+  mutable std::unordered_map<const Block*, std::size_t> mOrdinals;
+  mutable std::size_t mLastOrdinal = 0;
+  mutable std::array<Block*, 17> mFirstOfType{};
+  mutable std::uint32_t mTypesKnown = 0;  // bit per type: the entry above is right
+  mutable bool mIndexed = false;
+  bool mNamespaced = false;  // a block with a namespace has been here
+  // A block in several collections tells only the last one of its changes; the others see by the
+  // running number of such changes that their index is stale.
+  bool mHasShared = false;
+  mutable std::uint64_t mSharedChangesSeen = 0;
+  static inline std::uint64_t sSharedChanges = 0;
+};
+
+}  // namespace vendrel

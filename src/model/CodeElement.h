@@ -1,0 +1,55 @@
+#pragma once
+// The base of everything in the tree: what can be asked of an element without knowing its class.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "core/OnDemand.h"
+#include "core/SharedText.h"
+#include "core/WeakHandle.h"
+#include "model/Fwd.h"
+
+namespace vendrel {
+
+/// An element of the tree. Virtual functions stand where the rules reach a property by name,
+/// whatever the class; each gives null where a class has no such property.
+class CodeElement : public HandleTarget {
+ public:
+  /// Name of the class, as the rules compare it, e.g. "EventDeclaration".
+  virtual std::string_view ClassName() const = 0;
+  /// The `Name` property; empty for a class without one.
+  virtual std::string ElementName() const { return {}; }
+  /// Tagged and untagged description combined by the rule of the class.
+  virtual std::string Description() const { return {}; }
+  /// Text that identifies the element across a group of projects.
+  virtual std::string QualifiedName() const { return {}; }
+  /// The module the element stands in; null if none.
+  virtual Component* OwnComponent() const { return nullptr; }
+
+  virtual std::string* TaggedDescriptionField() { return nullptr; }
+  virtual std::string* UnTaggedDescriptionField() { return nullptr; }
+  virtual bool* ExcludeFlagField() { return nullptr; }
+  virtual bool* IsNewField() { return nullptr; }
+  virtual OnDemand<vendrel::TaggedComments>* TaggedCommentsField() { return nullptr; }
+  virtual OnDemand<vendrel::Examples>* ExamplesField() { return nullptr; }
+
+  const std::string* TaggedDescriptionField() const {
+    return const_cast<CodeElement*>(this)->TaggedDescriptionField();
+  }
+
+  /// Assigning a description by name: read-only on most classes (raises 383).
+  virtual void SetDescription(std::string_view text);
+
+  /// 1-based physical line in the file of its module; 0: none.
+  std::int32_t SourceLine() const { return mSourceLine; }
+  void SetSourceLine(std::int32_t line) { mSourceLine = line; }
+
+ private:
+  std::int32_t mSourceLine = 0;
+};
+
+/// Whether `element` is there and of that class (case ignored).
+bool TypeMatch(const CodeElement* element, std::string_view className);
+
+}  // namespace vendrel

@@ -1,0 +1,264 @@
+#pragma once
+// One module of a project.
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "core/Enums.h"
+#include "model/Blocks.h"
+#include "model/CodeElement.h"
+#include "model/Declarations.h"
+#include "model/Events.h"
+#include "model/Example.h"
+#include "model/Namespace.h"
+#include "model/ProjectOptions.h"
+#include "model/PropertyGroup.h"
+#include "model/TaggedComment.h"
+#include "model/VBControl.h"
+#include "services/FileSystemObject.h"
+
+namespace vendrel {
+
+struct ModuleIntake;
+
+/// Type names of a module: name to 3 (enumeration) or 6 (structure). The first entry of a name stays.
+class ComponentTypeCache {
+ public:
+  void Add(std::string_view name, std::int32_t number);
+  /// The number under that name, case ignored; 0 if none.
+  std::int32_t Find(std::string_view name) const;
+  std::size_t Count() const { return mEntries.size(); }
+
+ private:
+  std::unordered_map<std::string, std::int32_t> mEntries;
+};
+
+/// The letter ranges of one `Def...` statement: short type name ("Int") and ranges such as "A:C".
+struct DefaultTypeEntry {
+  std::string Name;
+  std::vector<std::string> Ranges;
+};
+
+/// A module: class, standard module, form, user control, user document, designer or property page.
+class Component : public CodeElement {
+ public:
+  Component();
+  ~Component() override;
+
+  vendrel::Blocks Blocks;
+  vendrel::EventDeclarations EventDeclarations;
+  vendrel::DeclareDeclarations Declarations;
+  vendrel::UDTs UDTs;
+  vendrel::Interfaces Interfaces;
+  vendrel::Enumerations Enumerations;
+  vendrel::PropertyGroups PropertyGroups;
+  ComponentTypeCache TypeCache;
+  FileSystemObject FileName;
+  std::string Name;
+  FileTypeEnum FileType = ftUnknown;
+  /// "PUBLIC" once the module is exposed.
+  SharedText Access = "PRIVATE";
+  bool OptionExplicit = false;
+  bool OptionPrivate = false;
+  SharedText OptionCompare;
+  std::int32_t OptionBase = 0;
+  std::string DefaultMemberName;
+  SharedText InheritsFrom = "System.Object";
+  LoadStateEnum LoadState = lsNotLoaded;
+  /// Physical lines taken from the file so far.
+  std::int32_t LinesAlreadyRead = 0;
+  std::int32_t HelpContextID = 0;
+  std::int32_t RelationshipLevels = 0;
+  std::string TaggedDescription;
+  std::string UnTaggedDescription;
+  /// A comment on its way from one block to the next.
+  std::string CommentBuffer;
+  std::string VMCommentBuffer;
+  std::string ClassHierarchy;
+  /// The file as it was decoded; empty before the load and after `UnloadSourceCode`.
+  std::shared_ptr<const SourceText> SourceForm;
+  /// The line of the project file that named the module.
+  std::string ProjectLineRaw;
+  bool IsNew = false;
+  bool IncludeFlag = false;
+  bool IsExample = false;
+  bool ExcludeFlag = false;
+  bool RootFlag = false;
+  bool NoLineNumbers = false;
+  bool IsInterface = false;
+  bool IsAbstract = false;
+  bool IsSealed = false;
+  bool IsStructure = false;
+  /// Root of the control tree of a form-like module; null for others.
+  std::shared_ptr<vendrel::VBControl> VBControl;
+  /// Every control but the root, children before their container.
+  vendrel::VBControls AllVBControls;
+  OnDemand<vendrel::Examples> Examples;
+  OnDemand<vendrel::TaggedComments> TaggedComments;
+  /// Tagged comments waiting for the element they precede.
+  OnDemand<vendrel::TaggedComments> TaggedCommentBuffer;
+  /// The block that receives lines.
+  WeakHandle<Block> CurrentBlock;
+  /// The code element read last, for comments that follow it.
+  WeakHandle<CodeElement> LastElement;
+  WeakHandle<vendrel::Namespace> Namespace;
+  /// Names of references that the documentation leaves out; the first spelling of each stays.
+  std::vector<std::string> IgnoreReferences;
+  /// Their folded names; only comments/ touches it.
+  OnDemand<std::unordered_set<std::string>> IgnoreReferenceKeys;
+
+  std::string_view ClassName() const override { return "Component"; }
+  std::string ElementName() const override { return Name; }
+  std::string Description() const override;
+  std::string QualifiedName() const override;
+  Component* OwnComponent() const override { return const_cast<Component*>(this); }
+  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  bool* ExcludeFlagField() override { return &ExcludeFlag; }
+  bool* IsNewField() override { return &IsNew; }
+  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
+  OnDemand<vendrel::Examples>* ExamplesField() override { return &Examples; }
+
+  const ProjectOptions& Options() const;
+  ProjectOptions* Project() const { return mProject.Get(); }
+  vendrel::VBProject* VBProject() const;
+  void SetVBProject(ProjectOptions* project) { mProject.Set(project); }
+  AccessTypeEnum AccessType() const { return AccessTypeFromstring(Access); }
+  /// Namespace and name, or the name alone.
+  std::string FullName() const;
+  bool IsMDI() const { return mIsMDI; }
+  void SetIsMDI(bool value) { mIsMDI = value; }
+  /// Set by a comment, an attribute or a loader; no list sets it.
+  bool IsCollection() const { return mIsCollection; }
+  void SetIsCollection(bool value) { mIsCollection = value; }
+  /// Constants of the declarations block; null without one.
+  vendrel::Constants* Constants() const;
+  /// `#Const` values of this module; made at first use.
+  vendrel::CompilerConstants& CompilerConstants();
+  /// Prefix of the event procedures of the module itself ("Form_"); empty for kinds without one.
+  std::string_view EventProcedureHeader() const;
+  /// Extension of a file of this kind, without the dot.
+  std::string Extension() const;
+  /// The line of the project file that names the module; without folder if `NoPath`.
+  std::string ProjectLine(bool NoPath = false) const;
+
+  // Reading (intake/).
+  /// Loads the file; only header and declarations if `OnlyHeader`, a later call goes on behind them.
+  /// The result is false in every case.
+  bool Load(bool OnlyHeader = false);
+  /// One physical line into the current block, with continuation, separators, conditions.
+  void AddLineOfCode(std::string_view Source);
+  /// Chooses the block and hands on the line; also the way to add generated code.
+  void AddCode(std::string_view Source, bool AddLine = true);
+  void AddCode(const CodeLine& Source, bool AddLine = true);
+  /// A new block at the end; procedures with a fixed name get their skeleton.
+  Block* NewBlock(BlockTypeEnum BlockType = btUnrecognised);
+  /// First block of that type; created for the types that allow it if asked. Null if none.
+  Block* BlockOfType(BlockTypeEnum BlockType, bool CreateIfNotFound = false);
+  Block* InitBlock(bool CreateIfNotFound = false);
+  Block* TermBlock(bool CreateIfNotFound = false);
+  /// Type that the `Def...` statements give a name; "Variant" where none does, empty for no name.
+  std::string_view DefaultType(std::string_view Name) const;
+  /// True while the line at hand lies in a false branch of `#If`.
+  bool Ignore() const;
+  void UnloadSourceCode();
+  /// `Def...` statements in order.
+  std::vector<DefaultTypeEntry>& DefaultTypes() {
+    mLetterTypes.clear();
+    return mDefaultTypes;
+  }
+  const std::vector<DefaultTypeEntry>& DefaultTypes() const { return mDefaultTypes; }
+  ModuleIntake& Intake();
+  ModuleIntake* IntakeIfAny() const { return mIntake.get(); }
+  /// Frees what only a load needs.
+  void DropIntake() { mIntake.reset(); }
+
+  // Properties as one element (model/PropertyGroup.cpp, comments/PropertyComments.cpp).
+  void AddPropertyBlockToPropertyGroup(Block* block);
+  Block* ConsolidatedPropertyBlock(std::string_view Name, bool IncludePrivate = true);
+  bool IsFirstPropertyBlock(const Block* block) const;
+  std::string PropertyDescription(std::string_view Name) const;
+  /// Texts of the attribute lines of all procedures of the property `Name`, for the writer.
+  std::vector<std::string> AttributeLines(std::string_view Name) const;
+
+  void MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank, bool Overwrite);
+  void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
+
+  // Factories for loaders (dotnet/, typelib/).
+  EventDeclaration* netCreateEvent(std::string_view Name, std::string_view DelegateName,
+                                   bool Implemented, std::string_view InheritedFrom);
+  vendrel::Interface* netCreateImplementedInterface(std::string_view Name);
+  std::shared_ptr<Variable> netCreateField(std::string_view Name, std::string_view TypeName,
+                                           std::string_view Access, bool IsStatic,
+                                           bool Implemented, std::string_view InheritedFrom,
+                                           bool AddToModuleVariables);
+  Block* netCreateBlock(BlockTypeEnum BlockType, std::string_view Name, std::string_view Access,
+                        std::string_view ReturnType, bool Implemented,
+                        std::string_view InheritedFrom, bool IsStatic, bool IsVirtual,
+                        bool IsAbstract, bool IsShadow);
+  std::string DotNetName() const;
+
+  static constexpr auto Properties() {
+    return std::tuple{
+        Prop{"Name", &Component::Name},
+        Prop{"FileName", &Component::FileName, PropertyKind::Identity},
+        Prop{"FileType", &Component::FileType},
+        Prop{"Access", &Component::Access},
+        Prop{"OptionExplicit", &Component::OptionExplicit},
+        Prop{"OptionPrivate", &Component::OptionPrivate},
+        Prop{"OptionCompare", &Component::OptionCompare},
+        Prop{"OptionBase", &Component::OptionBase},
+        Prop{"DefaultMemberName", &Component::DefaultMemberName},
+        Prop{"InheritsFrom", &Component::InheritsFrom},
+        Prop{"ClassHierarchy", &Component::ClassHierarchy},
+        Prop{"LoadState", &Component::LoadState},
+        Prop{"LinesAlreadyRead", &Component::LinesAlreadyRead, PropertyKind::Identity},
+        Prop{"IsMDI", &Component::IsMDI},
+        Prop{"IsCollection", &Component::IsCollection},
+        Prop{"IsInterface", &Component::IsInterface},
+        Prop{"IsAbstract", &Component::IsAbstract},
+        Prop{"IsSealed", &Component::IsSealed},
+        Prop{"IsStructure", &Component::IsStructure},
+        Prop{"HelpContextID", &Component::HelpContextID},
+        Prop{"RelationshipLevels", &Component::RelationshipLevels},
+        Prop{"TaggedDescription", &Component::TaggedDescription},
+        Prop{"UnTaggedDescription", &Component::UnTaggedDescription},
+        Prop{"Description", &Component::Description, PropertyKind::Derived},
+        Prop{"IsNew", &Component::IsNew},
+        Prop{"IncludeFlag", &Component::IncludeFlag},
+        Prop{"IsExample", &Component::IsExample},
+        Prop{"ExcludeFlag", &Component::ExcludeFlag},
+        Prop{"RootFlag", &Component::RootFlag},
+        Prop{"NoLineNumbers", &Component::NoLineNumbers},
+        Prop{"IgnoreReferences", &Component::IgnoreReferences},
+        Prop{"VBControl", &Component::VBControl, PropertyKind::Children},
+        Prop{"EventDeclarations", &Component::EventDeclarations, PropertyKind::Children},
+        Prop{"Enumerations", &Component::Enumerations, PropertyKind::Children},
+        Prop{"UDTs", &Component::UDTs, PropertyKind::Children},
+        Prop{"Declarations", &Component::Declarations, PropertyKind::Children},
+        Prop{"Interfaces", &Component::Interfaces, PropertyKind::Children},
+        Prop{"PropertyGroups", &Component::PropertyGroups, PropertyKind::Children},
+        Prop{"Blocks", &Component::Blocks, PropertyKind::Children},
+        Prop{"Examples", &Component::Examples, PropertyKind::Children},
+        Prop{"TaggedComments", &Component::TaggedComments, PropertyKind::Children},
+        Prop{"TaggedCommentBuffer", &Component::TaggedCommentBuffer, PropertyKind::Children},
+        Prop{"QualifiedName", &Component::QualifiedName, PropertyKind::Derived}};
+  }
+
+ private:
+  WeakHandle<ProjectOptions> mProject;
+  std::vector<DefaultTypeEntry> mDefaultTypes;
+  /// Answer of `DefaultType` for each ASCII letter asked for so far.
+  mutable std::vector<std::string_view> mLetterTypes;
+  std::shared_ptr<ModuleIntake> mIntake;
+  std::shared_ptr<vendrel::CompilerConstants> mCompilerConstants;
+  bool mIsMDI = false;
+  bool mIsCollection = false;
+};
+
+}  // namespace vendrel

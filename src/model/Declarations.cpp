@@ -1,0 +1,44 @@
+#include "model/Declarations.h"
+
+#include "diagnostics/VendrelError.h"
+#include "model/Component.h"
+#include "model/Events.h"
+#include "text/StartLine.h"
+
+namespace vendrel {
+
+AccessTypeEnum Variable::AccessType() const { return AccessTypeFromstring(Access); }
+
+std::string Variable::DotNetName() const {
+  const vendrel::Component* component = Component.Get();
+  return "F:" + (component ? component->FullName() : std::string()) + "." + Name;
+}
+
+Component* EnumMember::OwnComponent() const {
+  const vendrel::Enumeration* enumeration = Enumeration.Get();
+  return enumeration ? enumeration->Component.Get() : nullptr;
+}
+
+void Enumeration::SetMembers(std::shared_ptr<EnumMembers> members) {
+  if (!members)
+    throw VendrelError(errObjectNotSet, "Enumeration.Members - attempt to set to Nothing");
+  mMembers = std::move(members);
+}
+
+EventDeclaration::EventDeclaration() = default;
+EventDeclaration::~EventDeclaration() = default;
+
+Parameter* EventDeclaration::netCreateParameter(std::string_view name, std::string_view typeName,
+                                                std::string_view defaultValue, bool isOptional,
+                                                std::string_view parameterType) {
+  const auto parameter = CreateParameter(name, typeName, defaultValue, isOptional, parameterType);
+  parameter->Parent = this;
+  return Parameters->Add(parameter, name) ? parameter.get() : Parameters->Item(name);
+}
+
+std::string EventDeclaration::DotNetName() const {
+  const vendrel::Component* component = Component.Get();
+  return "E:" + (component ? component->FullName() : std::string()) + "." + Name;
+}
+
+}  // namespace vendrel

@@ -1,0 +1,284 @@
+#pragma once
+// What a module declares besides procedures and variables: constants, enumerations, structures,
+// events, Declare statements with their libraries, implemented interfaces. Each parses its own text.
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "core/Enums.h"
+#include "model/CodeElement.h"
+#include "model/Example.h"
+#include "model/Parameter.h"
+#include "model/TaggedComment.h"
+#include "model/Variable.h"
+
+namespace vendrel {
+
+/// "PUBLIC" atPublic, "FRIEND" atFriend, anything else atPrivate; case ignored.
+AccessTypeEnum AccessTypeFromstring(std::string_view Access);
+
+/// A constant of a module or procedure.
+class Constant : public CodeElement {
+ public:
+  SharedText Access;
+  std::string Name;
+  /// Text behind "=", string quotes included.
+  std::string Value;
+  SharedText TypeName;
+  /// Comment on the line of the constant.
+  std::string mDescription;
+  std::string TaggedDescription;
+  std::string UnTaggedDescription;
+  std::int32_t RefCount = 0;
+  OnDemand<vendrel::TaggedComments> TaggedComments;
+  WeakHandle<vendrel::Component> Component;
+  /// The procedure that declares it; empty for a constant of the module.
+  WeakHandle<Block> Procedure;
+
+  std::string_view ClassName() const override { return "Constant"; }
+  std::string ElementName() const override { return Name; }
+  std::string Description() const override { return mDescription; }
+  void SetDescription(std::string_view text) override { mDescription = text; }
+  std::string QualifiedName() const override;
+  vendrel::Component* OwnComponent() const override { return Component.Get(); }
+  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
+
+  AccessTypeEnum AccessType() const { return AccessTypeFromstring(Access); }
+  /// Parses one constant of a statement; `Remainder` gets the statement of the next one, or nothing.
+  void Initialise(std::string_view Source, std::string& Remainder);
+  void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
+
+  static constexpr auto Properties() {
+    return std::tuple{Prop{"Access", &Constant::Access},
+                      Prop{"Name", &Constant::Name},
+                      Prop{"Value", &Constant::Value},
+                      Prop{"TypeName", &Constant::TypeName},
+                      Prop{"Description", &Constant::mDescription},
+                      Prop{"TaggedDescription", &Constant::TaggedDescription},
+                      Prop{"UnTaggedDescription", &Constant::UnTaggedDescription},
+                      Prop{"RefCount", &Constant::RefCount},
+                      Prop{"TaggedComments", &Constant::TaggedComments, PropertyKind::Children},
+                      Prop{"QualifiedName", &Constant::QualifiedName, PropertyKind::Derived},
+                      Prop{"SourceLine", &Constant::SourceLine}};
+  }
+};
+struct ConstantFamily {
+  static constexpr std::string_view TypeText = "Constant";
+  static constexpr bool Placed = false;
+};
+class Constants : public ElementCollection<Constant, ConstantFamily> {};
+
+/// One member of an enumeration.
+class EnumMember : public CodeElement {
+ public:
+  std::string Name;
+  /// Value as text; empty where the source gives none (the complete reading fills it).
+  std::string Value;
+  /// Value as the source has it, where `Value` was resolved to something else.
+  std::string ValueAsWritten;
+  std::string TaggedDescription;
+  std::string UnTaggedDescription;
+  bool ExcludeFlag = false;
+  /// The enumeration it stands in.
+  WeakHandle<vendrel::Enumeration> Enumeration;
+  OnDemand<vendrel::TaggedComments> TaggedComments;
+
+  std::string_view ClassName() const override { return "EnumMember"; }
+  std::string ElementName() const override { return Name; }
+  std::string Description() const override;
+  std::string QualifiedName() const override;
+  Component* OwnComponent() const override;
+  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  bool* ExcludeFlagField() override { return &ExcludeFlag; }
+  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
+
+  void Initialise(std::string_view Source, vendrel::Enumeration* parent);
+  void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
+
+  static constexpr auto Properties() {
+    return std::tuple{Prop{"Name", &EnumMember::Name},
+                      Prop{"Value", &EnumMember::Value},
+                      Prop{"ValueAsWritten", &EnumMember::ValueAsWritten},
+                      Prop{"TaggedDescription", &EnumMember::TaggedDescription},
+                      Prop{"UnTaggedDescription", &EnumMember::UnTaggedDescription},
+                      Prop{"Description", &EnumMember::Description, PropertyKind::Derived},
+                      Prop{"ExcludeFlag", &EnumMember::ExcludeFlag},
+                      Prop{"TaggedComments", &EnumMember::TaggedComments, PropertyKind::Children},
+                      Prop{"QualifiedName", &EnumMember::QualifiedName, PropertyKind::Derived},
+                      Prop{"SourceLine", &EnumMember::SourceLine}};
+  }
+};
+struct EnumMemberFamily {
+  static constexpr std::string_view TypeText = "Enumeration Member";
+  static constexpr bool Placed = true;
+};
+class EnumMembers : public ElementCollection<EnumMember, EnumMemberFamily> {};
+
+/// An `Enum` of a module.
+class Enumeration : public CodeElement {
+ public:
+  std::string Name;
+  SharedText Access;
+  std::int32_t HelpContextID = 0;
+  std::string TaggedDescription;
+  std::string UnTaggedDescription;
+  std::int32_t LineIndex = 0;
+  bool IsHiddenMember = false;
+  bool ExcludeFlag = false;
+  std::shared_ptr<EnumMembers> mMembers = std::make_shared<EnumMembers>();
+  OnDemand<vendrel::Examples> Examples;
+  OnDemand<vendrel::TaggedComments> TaggedComments;
+  WeakHandle<vendrel::Component> Component;
+
+  std::string_view ClassName() const override { return "Enumeration"; }
+  std::string ElementName() const override { return Name; }
+  std::string Description() const override;
+  std::string QualifiedName() const override;
+  vendrel::Component* OwnComponent() const override { return Component.Get(); }
+  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  bool* ExcludeFlagField() override { return &ExcludeFlag; }
+  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
+  OnDemand<vendrel::Examples>* ExamplesField() override { return &Examples; }
+
+  EnumMembers& Members() const { return *mMembers; }
+  /// Raises 91 with "Enumeration.Members - attempt to set to Nothing" for an empty pointer.
+  void SetMembers(std::shared_ptr<EnumMembers> members);
+  AccessTypeEnum AccessType() const { return AccessTypeFromstring(Access); }
+  /// Parses the first line, e.g. "Private Enum Colour".
+  void Initialise(std::string_view Source);
+  /// Parses a member line and adds the member under its name; gives it even if it was a duplicate.
+  std::shared_ptr<EnumMember> AddMember(std::string_view Source);
+  void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
+
+  static constexpr auto Properties() {
+    return std::tuple{Prop{"Name", &Enumeration::Name},
+                      Prop{"Access", &Enumeration::Access},
+                      Prop{"HelpContextID", &Enumeration::HelpContextID},
+                      Prop{"TaggedDescription", &Enumeration::TaggedDescription},
+                      Prop{"UnTaggedDescription", &Enumeration::UnTaggedDescription},
+                      Prop{"Description", &Enumeration::Description, PropertyKind::Derived},
+                      Prop{"LineIndex", &Enumeration::LineIndex},
+                      Prop{"IsHiddenMember", &Enumeration::IsHiddenMember},
+                      Prop{"ExcludeFlag", &Enumeration::ExcludeFlag},
+                      Prop{"Members", &Enumeration::Members, PropertyKind::Children},
+                      Prop{"Examples", &Enumeration::Examples, PropertyKind::Children},
+                      Prop{"TaggedComments", &Enumeration::TaggedComments, PropertyKind::Children},
+                      Prop{"QualifiedName", &Enumeration::QualifiedName, PropertyKind::Derived},
+                      Prop{"SourceLine", &Enumeration::SourceLine}};
+  }
+};
+struct EnumerationFamily {
+  static constexpr std::string_view TypeText = "Enumeration";
+  static constexpr bool Placed = true;
+};
+class Enumerations : public ElementCollection<Enumeration, EnumerationFamily> {};
+
+/// A `Type` of a module.
+class UDT : public CodeElement {
+ public:
+  std::string Name;
+  SharedText Access;
+  /// The members, parsed as variables, each with this as `Parent`.
+  Variables Members;
+  std::int32_t HelpContextID = 0;
+  std::string TaggedDescription;
+  std::string UnTaggedDescription;
+  bool ExcludeFlag = false;
+  bool IsHiddenMember = false;
+  std::int32_t LineIndex = 0;
+  OnDemand<vendrel::Examples> Examples;
+  OnDemand<vendrel::TaggedComments> TaggedComments;
+  WeakHandle<vendrel::Component> Component;
+
+  std::string_view ClassName() const override { return "UDT"; }
+  std::string ElementName() const override { return Name; }
+  std::string Description() const override;
+  std::string QualifiedName() const override;
+  vendrel::Component* OwnComponent() const override { return Component.Get(); }
+  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  bool* ExcludeFlagField() override { return &ExcludeFlag; }
+  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
+  OnDemand<vendrel::Examples>* ExamplesField() override { return &Examples; }
+
+  AccessTypeEnum AccessType() const { return AccessTypeFromstring(Access); }
+  void Initialise(std::string_view Source);
+  std::shared_ptr<Variable> AddMember(std::string_view Source);
+  void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
+
+  static constexpr auto Properties() {
+    return std::tuple{Prop{"Name", &UDT::Name},
+                      Prop{"Access", &UDT::Access},
+                      Prop{"HelpContextID", &UDT::HelpContextID},
+                      Prop{"TaggedDescription", &UDT::TaggedDescription},
+                      Prop{"UnTaggedDescription", &UDT::UnTaggedDescription},
+                      Prop{"Description", &UDT::Description, PropertyKind::Derived},
+                      Prop{"ExcludeFlag", &UDT::ExcludeFlag},
+                      Prop{"IsHiddenMember", &UDT::IsHiddenMember},
+                      Prop{"LineIndex", &UDT::LineIndex},
+                      Prop{"Members", &UDT::Members, PropertyKind::Children},
+                      Prop{"Examples", &UDT::Examples, PropertyKind::Children},
+                      Prop{"TaggedComments", &UDT::TaggedComments, PropertyKind::Children},
+                      Prop{"QualifiedName", &UDT::QualifiedName, PropertyKind::Derived},
+                      Prop{"SourceLine", &UDT::SourceLine}};
+  }
+};
+struct UDTFamily {
+  static constexpr std::string_view TypeText = "UDT";
+  static constexpr bool Placed = false;
+};
+class UDTs : public ElementCollection<UDT, UDTFamily> {};
+
+/// An interface that a class implements.
+class Interface : public CodeElement {
+ public:
+  std::string Name;
+  std::string TaggedDescription;
+  std::string UnTaggedDescription;
+  bool IsNew = false;
+  bool ExcludeFlag = false;
+  std::int32_t LineIndex = 0;
+  bool IsHiddenMember = false;
+  std::string DocumentationLocation;
+  OnDemand<vendrel::TaggedComments> TaggedComments;
+  WeakHandle<vendrel::Component> Component;
+
+  std::string_view ClassName() const override { return "Interface"; }
+  std::string ElementName() const override { return Name; }
+  std::string Description() const override { return TaggedDescription; }
+  std::string QualifiedName() const override;
+  vendrel::Component* OwnComponent() const override { return Component.Get(); }
+  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  bool* ExcludeFlagField() override { return &ExcludeFlag; }
+  bool* IsNewField() override { return &IsNew; }
+  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
+  void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
+
+  static constexpr auto Properties() {
+    return std::tuple{Prop{"Name", &Interface::Name},
+                      Prop{"TaggedDescription", &Interface::TaggedDescription},
+                      Prop{"UnTaggedDescription", &Interface::UnTaggedDescription},
+                      Prop{"Description", &Interface::Description, PropertyKind::Derived},
+                      Prop{"IsNew", &Interface::IsNew},
+                      Prop{"ExcludeFlag", &Interface::ExcludeFlag},
+                      Prop{"LineIndex", &Interface::LineIndex},
+                      Prop{"IsHiddenMember", &Interface::IsHiddenMember},
+                      Prop{"DocumentationLocation", &Interface::DocumentationLocation},
+                      Prop{"TaggedComments", &Interface::TaggedComments, PropertyKind::Children},
+                      Prop{"QualifiedName", &Interface::QualifiedName, PropertyKind::Derived},
+                      Prop{"SourceLine", &Interface::SourceLine}};
+  }
+};
+struct InterfaceFamily {
+  static constexpr std::string_view TypeText = "Interfaces";
+  static constexpr bool Placed = true;
+};
+class Interfaces : public ElementCollection<Interface, InterfaceFamily> {};
+
+}  // namespace vendrel

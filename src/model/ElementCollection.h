@@ -1,0 +1,94 @@
+#pragma once
+// What the plural classes share: typed Item, keyed Add with the duplicate report, Remove, Count. A
+// duplicate name in source is told and dropped, and loading goes on with the first element in place.
+
+#include "diagnostics/Diagnostic.h"
+#include "model/KeyedCollection.h"
+
+namespace vendrel {
+
+/// Tells a duplicate: a diagnostic, and the box "Duplicate ..." while `Silent` is false.
+void ReportDuplicateKey(std::string_view typeName, std::string_view key);
+
+/// True if `col` has the key; then the duplicate has been told.
+template <typename T>
+bool CheckForDuplicateKey(const KeyedCollection<T>& col, std::string_view typeName,
+                          std::string_view key) {
+  if (!col.HasKey(key)) return false;
+  ReportDuplicateKey(typeName, key);
+  return true;
+}
+
+/// One plural class. `Family` gives `TypeText`, the word in the duplicate message, and `Placed`,
+/// whether `Add` passes on `before` and `after`.
+template <typename T, typename Family>
+class ElementCollection {
+ public:
+  using Element = T;
+
+  /// The element at a 1-based position or under a key; nothing when there is none.
+  T* Item(std::size_t index) const { return mCol.Find(index); }
+  T* Item(int index) const { return index > 0 ? mCol.Find(static_cast<std::size_t>(index)) : nullptr; }
+  T* Item(std::string_view key) const { return mCol.Find(key); }
+  std::shared_ptr<T> Share(std::size_t index) const { return mCol.Share(index); }
+  std::shared_ptr<T> Share(std::string_view key) const { return mCol.Share(key); }
+  bool HasKey(std::string_view key) const { return mCol.HasKey(key); }
+
+  /// Adds an element. A key that is taken is told, and the element is dropped: whoever holds it keeps
+  /// it. An empty key adds without one. Gives whether it was added.
+  bool Add(std::shared_ptr<T> item, std::string_view key = {}, const Position& before = {},
+           const Position& after = {}) {
+    if (!key.empty() && CheckForDuplicateKey(mCol, Family::TypeText, key)) return false;
+    if constexpr (Family::Placed)
+      mCol.Insert(std::move(item), key, before, after);
+    else
+      mCol.Insert(std::move(item), key);
+    return true;
+  }
+  /// Removes by position or key; raises 9 when there is none.
+  void Remove(std::size_t index) { mCol.Remove(index); }
+  void Remove(std::string_view key) { mCol.Remove(key); }
+  void Clear() { mCol.Clear(); }
+  std::size_t Count() const { return mCol.Count(); }
+
+  auto begin() const { return mCol.begin(); }
+  auto end() const { return mCol.end(); }
+
+ protected:
+  KeyedCollection<T> mCol;
+};
+
+/// A plural class with an `Add` of its own shape: no duplicate report, 457 is raised instead.
+template <typename T>
+class PlainCollection {
+ public:
+  using Element = T;
+
+  T* Item(std::size_t index) const { return mCol.Find(index); }
+  T* Item(int index) const { return index > 0 ? mCol.Find(static_cast<std::size_t>(index)) : nullptr; }
+  T* Item(std::string_view key) const { return mCol.Find(key); }
+  std::shared_ptr<T> Share(std::size_t index) const { return mCol.Share(index); }
+  std::shared_ptr<T> Share(std::string_view key) const { return mCol.Share(key); }
+  bool HasKey(std::string_view key) const { return mCol.HasKey(key); }
+  void Add(std::shared_ptr<T> item, std::string_view key = {}, const Position& before = {},
+           const Position& after = {}) {
+    mCol.Insert(std::move(item), key, before, after);
+  }
+  void Remove(std::size_t index) { mCol.Remove(index); }
+  void Remove(std::string_view key) { mCol.Remove(key); }
+  void Clear() { mCol.Clear(); }
+  std::size_t Count() const { return mCol.Count(); }
+  auto begin() const { return mCol.begin(); }
+  auto end() const { return mCol.end(); }
+
+ protected:
+  KeyedCollection<T> mCol;
+};
+
+/// Adds under `key` if that is free, else without a key.
+template <typename T>
+void AddUnderFreeKey(PlainCollection<T>& col, std::shared_ptr<T> item, std::string_view key) {
+  col.Add(std::move(item), col.HasKey(key) ? std::string_view() : key);
+}
+
+}  // namespace vendrel

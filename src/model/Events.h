@@ -1,0 +1,197 @@
+#pragma once
+// Events, Declare statements and the libraries that these name.
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "model/Declarations.h"
+#include "text/CodeLine.h"
+
+namespace vendrel {
+
+class EventDeclarations;
+
+/// An `Event` of a class-like module.
+class EventDeclaration : public CodeElement {
+ public:
+  EventDeclaration();
+  ~EventDeclaration() override;
+
+  std::string Name;
+  OnDemand<vendrel::Parameters> Parameters;
+  std::int32_t HelpContextID = 0;
+  std::string TaggedDescription;
+  std::string UnTaggedDescription;
+  bool IsHiddenMember = false;
+  bool IsNew = false;
+  bool ExcludeFlag = false;
+  bool Implemented = false;
+  bool Overloaded = false;
+  bool IsVirtual = false;
+  bool IsSealed = false;
+  bool IsAbstract = false;
+  bool IsShadow = false;
+  bool IsStatic = false;
+  std::int32_t LineIndex = 0;
+  SharedText InheritedFrom;
+  SharedText DelegateName;
+  SharedText Access;
+  OnDemand<EventDeclarations> OverloadEventDeclarations;
+  OnDemand<vendrel::Examples> Examples;
+  OnDemand<vendrel::TaggedComments> TaggedComments;
+  WeakHandle<vendrel::Component> Component;
+
+  std::string_view ClassName() const override { return "EventDeclaration"; }
+  std::string ElementName() const override { return Name; }
+  std::string Description() const override;
+  std::string QualifiedName() const override;
+  vendrel::Component* OwnComponent() const override { return Component.Get(); }
+  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  bool* ExcludeFlagField() override { return &ExcludeFlag; }
+  bool* IsNewField() override { return &IsNew; }
+  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
+  OnDemand<vendrel::Examples>* ExamplesField() override { return &Examples; }
+
+  AccessTypeEnum AccessType() const { return AccessTypeFromstring(Access); }
+  void Initialise(std::string_view Source);
+  /// Adds a parameter for a loader.
+  Parameter* netCreateParameter(std::string_view Name, std::string_view TypeName,
+                                std::string_view DefaultValue, bool IsOptional,
+                                std::string_view ParameterType = {});
+  std::string DotNetName() const;
+  void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
+
+  static constexpr auto Properties() {
+    return std::tuple{
+        Prop{"Name", &EventDeclaration::Name},
+        Prop{"Parameters", &EventDeclaration::Parameters, PropertyKind::Children},
+        Prop{"HelpContextID", &EventDeclaration::HelpContextID},
+        Prop{"TaggedDescription", &EventDeclaration::TaggedDescription},
+        Prop{"UnTaggedDescription", &EventDeclaration::UnTaggedDescription},
+        Prop{"Description", &EventDeclaration::Description, PropertyKind::Derived},
+        Prop{"IsHiddenMember", &EventDeclaration::IsHiddenMember},
+        Prop{"IsNew", &EventDeclaration::IsNew},
+        Prop{"ExcludeFlag", &EventDeclaration::ExcludeFlag},
+        Prop{"LineIndex", &EventDeclaration::LineIndex},
+        Prop{"InheritedFrom", &EventDeclaration::InheritedFrom},
+        Prop{"Implemented", &EventDeclaration::Implemented},
+        Prop{"Overloaded", &EventDeclaration::Overloaded},
+        Prop{"IsVirtual", &EventDeclaration::IsVirtual},
+        Prop{"IsAbstract", &EventDeclaration::IsAbstract},
+        Prop{"IsShadow", &EventDeclaration::IsShadow},
+        Prop{"DelegateName", &EventDeclaration::DelegateName},
+        Prop{"Access", &EventDeclaration::Access},
+        Prop{"Examples", &EventDeclaration::Examples, PropertyKind::Children},
+        Prop{"TaggedComments", &EventDeclaration::TaggedComments, PropertyKind::Children},
+        Prop{"QualifiedName", &EventDeclaration::QualifiedName, PropertyKind::Derived},
+        Prop{"SourceLine", &EventDeclaration::SourceLine}};
+  }
+};
+struct EventFamily {
+  static constexpr std::string_view TypeText = "Event Declaration";
+  static constexpr bool Placed = true;
+};
+class EventDeclarations : public ElementCollection<EventDeclaration, EventFamily> {};
+
+/// A `Declare` statement.
+class DeclareDeclaration : public CodeElement {
+ public:
+  SharedText Access;
+  bool IsFunction = false;
+  bool ReturnTypeIsArray = false;
+  bool ExcludeFlag = false;
+  SharedText ReturnType;
+  OnDemand<vendrel::Parameters> Parameters;
+  std::string Name;
+  SharedText Alias;
+  /// The file named behind `Lib`, with ".dll" where it had no extension.
+  SharedText Library;
+  std::string TaggedDescription;
+  std::string UnTaggedDescription;
+  std::int32_t LineIndex = 0;
+  /// The library of the project; none for a repeated name (classic reading).
+  WeakHandle<vendrel::Library> LibraryObject;
+  OnDemand<vendrel::TaggedComments> TaggedComments;
+  WeakHandle<vendrel::Component> Component;
+
+  std::string_view ClassName() const override { return "DeclareDeclaration"; }
+  std::string ElementName() const override { return Name; }
+  std::string Description() const override;
+  /// Does nothing: assigning the description of a Declare is ignored.
+  void SetDescription(std::string_view) override {}
+  std::string QualifiedName() const override;
+  vendrel::Component* OwnComponent() const override { return Component.Get(); }
+  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  bool* ExcludeFlagField() override { return &ExcludeFlag; }
+  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
+
+  AccessTypeEnum AccessType() const { return AccessTypeFromstring(Access); }
+  void Initialise(const CodeLine& oLine);
+  /// The same from the statement alone.
+  void InitialiseFrom(std::string_view statement);
+  void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
+
+  static constexpr auto Properties() {
+    return std::tuple{
+        Prop{"Access", &DeclareDeclaration::Access},
+        Prop{"IsFunction", &DeclareDeclaration::IsFunction},
+        Prop{"ReturnType", &DeclareDeclaration::ReturnType},
+        Prop{"ReturnTypeIsArray", &DeclareDeclaration::ReturnTypeIsArray},
+        Prop{"Parameters", &DeclareDeclaration::Parameters, PropertyKind::Children},
+        Prop{"Name", &DeclareDeclaration::Name},
+        Prop{"Alias", &DeclareDeclaration::Alias},
+        Prop{"Library", &DeclareDeclaration::Library},
+        Prop{"TaggedDescription", &DeclareDeclaration::TaggedDescription},
+        Prop{"UnTaggedDescription", &DeclareDeclaration::UnTaggedDescription},
+        Prop{"Description", &DeclareDeclaration::Description, PropertyKind::Derived},
+        Prop{"ExcludeFlag", &DeclareDeclaration::ExcludeFlag},
+        Prop{"LineIndex", &DeclareDeclaration::LineIndex},
+        Prop{"LibraryObject", &DeclareDeclaration::LibraryObject, PropertyKind::Link},
+        Prop{"TaggedComments", &DeclareDeclaration::TaggedComments, PropertyKind::Children},
+        Prop{"QualifiedName", &DeclareDeclaration::QualifiedName, PropertyKind::Derived},
+        Prop{"SourceLine", &DeclareDeclaration::SourceLine}};
+  }
+};
+struct DeclareFamily {
+  static constexpr std::string_view TypeText = "DeclareDeclarations";
+  static constexpr bool Placed = true;
+};
+class DeclareDeclarations : public ElementCollection<DeclareDeclaration, DeclareFamily> {};
+
+/// One DLL named by the Declare statements of a project.
+class Library : public CodeElement {
+ public:
+  std::string Name;
+  std::string TaggedDescription;
+  OnDemand<vendrel::TaggedComments> TaggedComments;
+  /// The declarations that name this library; of repeated names the first.
+  vendrel::DeclareDeclarations DeclareDeclarations;
+
+  std::string_view ClassName() const override { return "Library"; }
+  std::string ElementName() const override { return Name; }
+  std::string Description() const override { return TaggedDescription; }
+  std::string QualifiedName() const override;
+  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
+  vendrel::VBProject* VBProject() const;
+  ProjectOptions* Options() const { return mProject.Get(); }
+  void SetVBProject(ProjectOptions* project) { mProject.Set(project); }
+  void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
+
+  static constexpr auto Properties() {
+    return std::tuple{Prop{"Name", &Library::Name},
+                      Prop{"TaggedDescription", &Library::TaggedDescription},
+                      Prop{"Description", &Library::Description, PropertyKind::Derived},
+                      Prop{"TaggedComments", &Library::TaggedComments, PropertyKind::Children},
+                      Prop{"QualifiedName", &Library::QualifiedName, PropertyKind::Derived}};
+  }
+
+ private:
+  WeakHandle<ProjectOptions> mProject;
+};
+class Libraries : public PlainCollection<Library> {};
+
+}  // namespace vendrel

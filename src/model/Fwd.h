@@ -1,0 +1,57 @@
+#pragma once
+// Forward declarations of the tree's classes.
+
+namespace vendrel {
+
+class Assembly;
+class Block;
+class Blocks;
+class CodeElement;
+class CodeLines;
+class CompilerConstants;
+class Component;
+class Components;
+class Constant;
+class Constants;
+class DeclareDeclaration;
+class DeclareDeclarations;
+class EnumMember;
+class EnumMembers;
+class Enumeration;
+class Enumerations;
+class EventDeclaration;
+class EventDeclarations;
+class Example;
+class Examples;
+class FileSystemObject;
+class Interface;
+class Interfaces;
+class Libraries;
+class Library;
+class Namespace;
+class Parameter;
+class Parameters;
+class PropertyGroup;
+class PropertyGroups;
+class Reference;
+class References;
+class TaggedComment;
+class TaggedCommentDef;
+class TaggedComments;
+class TypeResolver;
+class UDT;
+class UDTs;
+class VBControl;
+class VBControls;
+class VBProject;
+class VBProjectGroup;
+class VBProjects;
+class Variable;
+class Variables;
+class XmlDocument;
+class XmlElement;
+struct CodeLine;
+struct ParsedLine;
+struct ProjectOptions;
+
+}  // namespace vendrel

@@ -1,0 +1,236 @@
+#pragma once
+// The collection under every plural class: insertion order, 1-based positions, keys fixed when an
+// element is added and compared without regard to case, elements without a key. The order is a
+// vector, the keys are a hash of entries (never of positions), so that nothing shifts when an
+// element goes.
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/CaseFold.h"
+#include "diagnostics/VendrelError.h"
+
+namespace vendrel {
+
+/// Where an element goes: in front of or behind the element at a 1-based index or under a key. An
+/// index of 0 with no key means: not given.
+struct Position {
+  Position() = default;
+  Position(int index) : Index(static_cast<std::size_t>(index > 0 ? index : 0)) {}  // NOLINT
+  Position(std::size_t index) : Index(index) {}                                    // NOLINT
+  Position(std::string_view key) : Key(key) {}                                     // NOLINT
+  Position(const char* key) : Key(key) {}                                          // NOLINT
+  bool Given() const { return Index > 0 || !Key.empty(); }
+  std::size_t Index = 0;
+  std::string_view Key;
+};
+
+template <typename T>
+class KeyedCollection {
+ public:
+  KeyedCollection() = default;
+  KeyedCollection(const KeyedCollection&) = delete;
+  KeyedCollection& operator=(const KeyedCollection&) = delete;
+  KeyedCollection(KeyedCollection&& other) noexcept
+      : mOrder(std::move(other.mOrder)), mSlots(std::move(other.mSlots)), mKeyed(other.mKeyed) {
+    other.mKeyed = 0;
+  }
+  KeyedCollection& operator=(KeyedCollection&& other) noexcept {
+    mOrder.swap(other.mOrder);
+    mSlots.swap(other.mSlots);
+    std::swap(mKeyed, other.mKeyed);
+    return *this;
+  }
+
+  std::size_t Count() const { return mOrder.size(); }
+  bool Empty() const { return mOrder.empty(); }
+
+  /// The element at a 1-based position, or nothing.
+  T* Find(std::size_t index) const {
+    return index >= 1 && index <= mOrder.size() ? mOrder[index - 1]->Item.get() : nullptr;
+  }
+  /// The element under a key, or nothing.
+  T* Find(std::string_view key) const {
+    const Entry* entry = FindEntry(key);
+    return entry ? entry->Item.get() : nullptr;
+  }
+  /// The same with a share of the ownership.
+  std::shared_ptr<T> Share(std::size_t index) const {
+    return index >= 1 && index <= mOrder.size() ? mOrder[index - 1]->Item : nullptr;
+  }
+  std::shared_ptr<T> Share(std::string_view key) const {
+    const Entry* entry = FindEntry(key);
+    return entry ? entry->Item : nullptr;
+  }
+  /// The element at a position or under a key; raises 9 when there is none.
+  T& At(std::size_t index) const { return Required(Find(index)); }
+  T& At(std::string_view key) const { return Required(Find(key)); }
+  /// Whether an element stands under that key.
+  bool HasKey(std::string_view key) const { return FindEntry(key) != nullptr; }
+
+  /// Adds an element; an empty key adds it without one. Raises 457 if the key is taken and 9 if
+  /// `before` or `after` names nothing.
+  void Insert(std::shared_ptr<T> item, std::string_view key = {}, const Position& before = {},
+              const Position& after = {}) {
+    std::string folded = FoldKey(key);
+    const std::uint32_t hash = Hash(folded);
+    if (!folded.empty() && FindFolded(folded, hash))
+      throw VendrelError(errDuplicateKey, std::string(key));
+    std::size_t at = mOrder.size();
+    if (before.Given())
+      at = PlaceOf(before);
+    else if (after.Given())
+      at = PlaceOf(after) + 1;
+    auto entry = std::make_unique<Entry>(Entry{std::move(item), std::move(folded), hash});
+    Entry* added = entry.get();
+    mOrder.insert(mOrder.begin() + static_cast<std::ptrdiff_t>(at), std::move(entry));
+    if (!added->Key.empty()) Index(added);
+  }
+
+  /// Removes the element at a position or under a key; raises 9 when there is none.
+  void Remove(std::size_t index) {
+    if (index < 1 || index > mOrder.size()) throw VendrelError(errSubscript);
+    Unindex(mOrder[index - 1].get());
+    mOrder.erase(mOrder.begin() + static_cast<std::ptrdiff_t>(index - 1));
+  }
+  void Remove(std::string_view key) { Remove(PlaceOf(Position(key)) + 1); }
+  /// Removes the elements at the 0-based positions `first + i` where `marked[i]`, in one pass.
+  void RemoveMarked(std::size_t first, const std::vector<bool>& marked) {
+    std::size_t to = first;
+    for (std::size_t from = first; from < mOrder.size(); ++from) {
+      const bool goes = from - first < marked.size() && marked[from - first];
+      if (goes)
+        Unindex(mOrder[from].get());
+      else if (to++ != from)
+        mOrder[to - 1] = std::move(mOrder[from]);
+    }
+    mOrder.resize(to);
+  }
+  void Clear() {
+    mOrder.clear();
+    mSlots.clear();
+    mKeyed = 0;
+  }
+
+  /// The key under which the element at a 1-based position was added, folded; empty if none.
+  std::string_view KeyOf(std::size_t index) const { return mOrder.at(index - 1)->Key; }
+
+  class Iterator {
+   public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = T;
+    using difference_type = std::ptrdiff_t;
+    using pointer = T*;
+    using reference = T&;
+    Iterator() = default;
+    Iterator(const KeyedCollection* owner, std::size_t at) : mOwner(owner), mAt(at) {}
+    T& operator*() const { return *mOwner->mOrder[mAt]->Item; }
+    T* operator->() const { return mOwner->mOrder[mAt]->Item.get(); }
+    Iterator& operator++() {
+      ++mAt;
+      return *this;
+    }
+    Iterator operator++(int) {
+      Iterator old = *this;
+      ++mAt;
+      return old;
+    }
+    bool operator==(const Iterator& other) const { return mAt == other.mAt; }
+
+   private:
+    const KeyedCollection* mOwner = nullptr;
+    std::size_t mAt = 0;
+  };
+  Iterator begin() const { return {this, 0}; }
+  Iterator end() const { return {this, mOrder.size()}; }
+
+ private:
+  struct Entry {
+    std::shared_ptr<T> Item;
+    std::string Key;
+    std::uint32_t Hash;
+  };
+  static constexpr std::size_t kUnhashed = 8;  // below this a walk is cheaper than a table
+
+  static T& Required(T* item) {
+    if (!item) throw VendrelError(errSubscript);
+    return *item;
+  }
+  static std::uint32_t Hash(std::string_view folded) {
+    std::uint32_t hash = 2166136261u;
+    for (const char c : folded) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
+    return hash ^ (hash >> 15);
+  }
+  const Entry* FindEntry(std::string_view key) const {
+    if (mKeyed == 0 || key.empty()) return nullptr;
+    const std::string folded = FoldKey(key);
+    return FindFolded(folded, Hash(folded));
+  }
+  const Entry* FindFolded(std::string_view folded, std::uint32_t hash) const {
+    if (mSlots.empty()) {
+      for (const auto& entry : mOrder)
+        if (entry->Hash == hash && entry->Key == folded) return entry.get();
+      return nullptr;
+    }
+    for (std::size_t i = hash & (mSlots.size() - 1);; i = (i + 1) & (mSlots.size() - 1)) {
+      if (!mSlots[i]) return nullptr;
+      if (mSlots[i] != Gone() && mSlots[i]->Hash == hash && mSlots[i]->Key == folded)
+        return mSlots[i];
+    }
+  }
+  std::size_t PlaceOf(const Position& position) const {
+    if (position.Index > 0) {
+      if (position.Index > mOrder.size()) throw VendrelError(errSubscript);
+      return position.Index - 1;
+    }
+    const Entry* entry = FindEntry(position.Key);
+    for (std::size_t i = 0; entry && i < mOrder.size(); ++i)
+      if (mOrder[i].get() == entry) return i;
+    throw VendrelError(errSubscript, std::string(position.Key));
+  }
+  void Index(Entry* entry) {
+    ++mKeyed;
+    if (mSlots.empty() && mKeyed <= kUnhashed && mOrder.size() <= 2 * kUnhashed) return;
+    if (mSlots.empty() || (mUsed + 1) * 4 > mSlots.size() * 3)
+      Rehash();
+    else
+      Place(entry);
+  }
+  void Rehash() {
+    std::size_t size = 32;
+    while (size < mKeyed * 2) size *= 2;
+    mSlots.assign(size, nullptr);
+    mUsed = 0;
+    for (const auto& entry : mOrder)
+      if (!entry->Key.empty()) Place(entry.get());
+  }
+  void Place(Entry* entry) {
+    std::size_t i = entry->Hash & (mSlots.size() - 1);
+    while (mSlots[i]) i = (i + 1) & (mSlots.size() - 1);
+    mSlots[i] = entry;
+    ++mUsed;
+  }
+  void Unindex(const Entry* entry) {
+    if (entry->Key.empty()) return;
+    --mKeyed;
+    if (mSlots.empty()) return;
+    std::size_t i = entry->Hash & (mSlots.size() - 1);
+    while (mSlots[i] != entry) i = (i + 1) & (mSlots.size() - 1);
+    mSlots[i] = Gone();
+  }
+  // Marks a slot whose entry went, so that chains behind it stay reachable.
+  static Entry* Gone() {
+    static Entry gone{};
+    return &gone;
+  }
+
+  std::vector<std::unique_ptr<Entry>> mOrder;
+  std::vector<Entry*> mSlots;
+  std::size_t mKeyed = 0;
+  std::size_t mUsed = 0;
+};
+
+}  // namespace vendrel

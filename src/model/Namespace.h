@@ -1,0 +1,26 @@
+#pragma once
+#include <string>
+
+#include "model/Blocks.h"
+
+namespace vendrel {
+
+/// A .NET namespace: its name and the delegates declared in it.
+class Namespace : public CodeElement {
+ public:
+  std::string Name;
+  std::string TaggedDescription;
+  Blocks Delegates;
+  /// The assembly it stands in.
+  WeakHandle<CodeElement> Assembly;
+  OnDemand<vendrel::TaggedComments> TaggedComments;
+
+  std::string_view ClassName() const override { return "Namespace"; }
+  std::string ElementName() const override { return Name; }
+  std::string Description() const override { return TaggedDescription; }
+  std::string QualifiedName() const override;
+  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
+};
+
+}  // namespace vendrel

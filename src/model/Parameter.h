@@ -1,0 +1,116 @@
+#pragma once
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "model/CodeElement.h"
+#include "model/TaggedComment.h"
+
+namespace vendrel {
+
+/// One parameter of a procedure, event or `Declare`.
+class Parameter : public CodeElement {
+ public:
+  /// Text of the comments for this parameter.
+  std::string mDescription;
+  /// Type as written; of an untyped one, the default type.
+  SharedText VariableType;
+  bool IsOptional = false;
+  bool IsByRef = false;
+  /// The last parameter takes any number of arguments; it is optional then.
+  bool IsParamArray = false;
+  bool IsArray = false;
+  SharedText DefaultValue;
+  /// No type was written.
+  bool ImplicitType = false;
+  bool RelationshipResolved = false;
+  /// The `Block`, event or `Declare` it belongs to.
+  WeakHandle<CodeElement> Parent;
+  std::string TaggedDescription;
+  SharedText RelationshipTo;
+  OnDemand<vendrel::TaggedComments> TaggedComments;
+
+  std::string_view ClassName() const override { return "Parameter"; }
+  std::string ElementName() const override { return mName; }
+  std::string Description() const override { return mDescription; }
+  void SetDescription(std::string_view text) override { mDescription = text; }
+  std::string QualifiedName() const override;
+  Component* OwnComponent() const override;
+  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
+
+  const std::string& Name() const { return mName; }
+  void SetName(std::string_view name);
+
+  /// Parses one parameter, e.g. "Optional ByVal a As Long = 5", in the language now in force.
+  void Load(std::string_view Text);
+  std::shared_ptr<Parameter> Clone(bool CopyComments) const;
+  /// Whether the type is a user-defined type visible from `Component`.
+  bool IsUDT(vendrel::Component* Component) const;
+  void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
+
+  static constexpr auto Properties() {
+    return std::tuple{Prop{"Name", &Parameter::Name},
+                      Prop{"VariableType", &Parameter::VariableType},
+                      Prop{"Description", &Parameter::mDescription},
+                      Prop{"IsOptional", &Parameter::IsOptional},
+                      Prop{"IsByRef", &Parameter::IsByRef},
+                      Prop{"IsParamArray", &Parameter::IsParamArray},
+                      Prop{"IsArray", &Parameter::IsArray},
+                      Prop{"DefaultValue", &Parameter::DefaultValue},
+                      Prop{"ImplicitType", &Parameter::ImplicitType},
+                      Prop{"RelationshipResolved", &Parameter::RelationshipResolved},
+                      Prop{"RelationshipTo", &Parameter::RelationshipTo},
+                      Prop{"TaggedDescription", &Parameter::TaggedDescription},
+                      Prop{"TaggedComments", &Parameter::TaggedComments, PropertyKind::Children},
+                      Prop{"QualifiedName", &Parameter::QualifiedName, PropertyKind::Derived},
+                      Prop{"SourceLine", &Parameter::SourceLine}};
+  }
+
+ private:
+  friend class Parameters;
+  std::string mName;
+  bool mListed = false;  // stands in a list, whose index a new name makes stale
+};
+
+struct ParameterFamily {
+  static constexpr std::string_view TypeText = "Parameter";
+  static constexpr bool Placed = true;
+};
+
+/// The parameter list of one procedure, event or `Declare`.
+class Parameters : public ElementCollection<Parameter, ParameterFamily> {
+ public:
+  WeakHandle<vendrel::Component> Component;
+
+  using ElementCollection::Item;
+  /// By name, case ignored, keyless elements too.
+  Parameter* Item(std::string_view name) const;
+  Parameter* Item(const char* name) const { return Item(std::string_view(name)); }
+  bool Add(std::shared_ptr<Parameter> item, std::string_view key = {}, const Position& before = {},
+           const Position& after = {});
+  void Remove(std::size_t index);
+  void Remove(std::string_view key);
+  void Clear();
+
+  /// Reads a whole parameter list from a statement. A second parameter of one name is dropped, but in
+  /// a `Declare` or `Event`, whose parameters have no keys.
+  void Load(std::string_view Text, CodeElement* Parent);
+  /// The same from a statement whose kind is known.
+  void LoadStatement(std::string_view statement, CodeElement* parent, bool addKey);
+  /// The types of all parameters joined by ",".
+  std::string DotNetSignature() const;
+
+ private:
+  friend class Parameter;
+  struct NameIndex;
+  mutable std::shared_ptr<NameIndex> mIndex;  // made at the first look-up of a long list
+};
+
+/// A parameter from the type text of a library or assembly: a final "&" makes it by reference and is
+/// cut, a final "*" is cut. `ParameterType` has no effect.
+std::shared_ptr<Parameter> CreateParameter(std::string_view Name, std::string_view TypeName,
+                                           std::string_view DefaultValue, bool IsOptional,
+                                           std::string_view ParameterType = {});
+
+}  // namespace vendrel

@@ -1,0 +1,62 @@
+#pragma once
+// The switches of a project that the tree below it reads, so that the tree needs no project.
+
+#include <string>
+
+#include "core/Enums.h"
+#include "core/ReadingRules.h"
+#include "diagnostics/Diagnostic.h"
+#include "model/CodeElement.h"
+
+namespace vendrel {
+
+/// Options of a project: plain values, set before `Load`.
+struct ProjectOptions : public CodeElement {
+  /// How source is read; classic by default.
+  ReadingRules Reading;
+  /// Tagged comments stand before the element they describe.
+  bool TaggedCommentsBeforeElement = true;
+  /// Keep conditional compilation in written source; off resolves it.
+  bool OutputConditionalCompilationBlocks = false;
+  /// Do not load variables of procedures.
+  bool LoadBlocksOnly = false;
+  /// Whether plain comments count as descriptions of these kinds of element.
+  bool UnTaggedModules = false;
+  bool UnTaggedVariables = false;
+  bool UnTaggedBlocks = false;
+  bool UnTaggedEvents = false;
+  bool UnTaggedEnumerations = false;
+  bool UnTaggedUDTs = false;
+  PropertyCommentsFromEnum PropertyCommentsFrom = pcAll;
+  /// Fill the caches of type resolution while loading.
+  bool BuildTypeCache = true;
+  /// `Component::AddCode` opens a block at each start line.
+  bool DetectNewBlocksOnAddCode = true;
+  /// Every tagged comment stays a separate object; nothing is merged.
+  bool PreserveOriginalTaggedComments = false;
+  bool WriteHelpDescriptions = false;
+  /// Keep existing help context IDs.
+  bool RetainContextIDs = false;
+  bool WasReadFromTypeLibrary = false;
+  bool LineNumberPerModule = false;
+  bool AddLineNumbers = false;
+  bool LoadTypeLibHelpStrings = false;
+
+  /// What was stepped over, missing or not understood while reading this project.
+  vendrel::Diagnostics Diagnostics;
+
+  /// Language of the project's source.
+  LanguageVersionEnum LanguageVersion() const { return mLanguageVersion; }
+  /// Also sets the language now in force for the process.
+  void SetLanguageVersion(LanguageVersionEnum language);
+
+  /// The options of an element that has no project.
+  static const ProjectOptions& Defaults();
+
+  std::string_view ClassName() const override { return "VBProject"; }
+
+ protected:
+  LanguageVersionEnum mLanguageVersion = lvVisualBasic5or6;
+};
+
+}  // namespace vendrel

@@ -1,0 +1,79 @@
+#pragma once
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "model/Block.h"
+#include "model/TaggedComment.h"
+
+namespace vendrel {
+
+/// The live view of one property: its `Get`, `Let` and `Set` as one element.
+class PropertyGroup : public CodeElement {
+ public:
+  std::string Name;
+  /// First value that is not 0.
+  std::int32_t HelpContextID = 0;
+  /// Any block is hidden.
+  bool IsHiddenMember = false;
+  WeakHandle<Block> FirstBlockInCode;
+  WeakHandle<vendrel::Component> Component;
+
+  std::string_view ClassName() const override { return "PropertyGroup"; }
+  std::string ElementName() const override { return Name; }
+  std::string Description() const override;
+  std::string QualifiedName() const override;
+  vendrel::Component* OwnComponent() const override { return Component.Get(); }
+
+  Block* PropertyGetBlock() const { return mGet.Get(); }
+  Block* PropertyLetBlock() const { return mLet.Get(); }
+  Block* PropertySetBlock() const { return mSet.Get(); }
+  void SetPropertyGetBlock(Block* block) { SetBlock(mGet, block); }
+  void SetPropertyLetBlock(Block* block) { SetBlock(mLet, block); }
+  void SetPropertySetBlock(Block* block) { SetBlock(mSet, block); }
+  /// The `Get`, else the `Set`, else the `Let`.
+  Block* PrimaryBlock() const;
+  /// The widest access of the blocks.
+  std::string Access() const;
+  bool ExcludeFlag() const;
+  std::string Interface() const;
+  /// Which procedures are visible under that access.
+  PropertyTypeEnum PropertyAccess(AccessTypeEnum AccessType) const;
+
+  /// Descriptions and comments of the blocks that `PropertyCommentsFrom` names, gathered once.
+  const std::string& TaggedDescription() const;
+  const std::string& UnTaggedDescription() const;
+  vendrel::TaggedComments& TaggedComments() const;
+  vendrel::VBProject* VBProject() const;
+
+  static constexpr auto Properties() {
+    return std::tuple{
+        Prop{"Name", &PropertyGroup::Name},
+        Prop{"HelpContextID", &PropertyGroup::HelpContextID},
+        Prop{"IsHiddenMember", &PropertyGroup::IsHiddenMember},
+        Prop{"FirstBlockInCode", &PropertyGroup::FirstBlockInCode, PropertyKind::Link},
+        Prop{"PropertyGetBlock", &PropertyGroup::PropertyGetBlock, PropertyKind::Link},
+        Prop{"PropertyLetBlock", &PropertyGroup::PropertyLetBlock, PropertyKind::Link},
+        Prop{"PropertySetBlock", &PropertyGroup::PropertySetBlock, PropertyKind::Link},
+        Prop{"Access", &PropertyGroup::Access, PropertyKind::Derived},
+        Prop{"ExcludeFlag", &PropertyGroup::ExcludeFlag, PropertyKind::Derived},
+        Prop{"Interface", &PropertyGroup::Interface, PropertyKind::Derived},
+        Prop{"QualifiedName", &PropertyGroup::QualifiedName, PropertyKind::Derived}};
+  }
+
+ private:
+  void SetBlock(WeakHandle<Block>& slot, Block* block);
+  void ConsolidateDescriptions() const;
+
+  WeakHandle<Block> mGet, mLet, mSet;
+  mutable std::string mTaggedDescription;
+  mutable std::string mUnTaggedDescription;
+  mutable std::shared_ptr<vendrel::TaggedComments> mTaggedComments;
+};
+
+class PropertyGroups : public PlainCollection<PropertyGroup> {};
+
+/// The wider of a block's access and `Current`; `Current` where there is no block.
+std::string MaxAccess(const Block* block, std::string_view Current);
+
+}  // namespace vendrel

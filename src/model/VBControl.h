@@ -1,0 +1,99 @@
+#pragma once
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "model/CodeElement.h"
+#include "model/KeyedCollection.h"
+#include "model/Property.h"
+
+namespace vendrel {
+
+class VBControl;
+
+/// Controls of a container or module. Every control stays; the first of a name owns the key.
+class VBControls {
+ public:
+  using Element = VBControl;
+  VBControls() = default;
+  ~VBControls();  // takes deep trees apart without recursion
+
+  VBControl* Item(std::size_t index) const { return mCol.Find(index); }
+  VBControl* Item(int index) const { return index > 0 ? mCol.Find(static_cast<std::size_t>(index)) : nullptr; }
+  VBControl* Item(std::string_view key) const { return mCol.Find(key); }
+  std::shared_ptr<VBControl> Share(std::size_t index) const { return mCol.Share(index); }
+  bool HasKey(std::string_view key) const { return mCol.HasKey(key); }
+  /// The first control of that whole name, array index included (case ignored); null if none.
+  VBControl* Named(std::string_view name) const;
+  /// Adds a control; a key that is taken adds it without one.
+  void Add(std::shared_ptr<VBControl> item, std::string_view key = {});
+  void Remove(std::size_t index) { mCol.Remove(index); }
+  std::size_t Count() const { return mCol.Count(); }
+  auto begin() const { return mCol.begin(); }
+  auto end() const { return mCol.end(); }
+
+ private:
+  friend class VBControl;
+  void IndexNames() const;
+
+  KeyedCollection<VBControl> mCol;
+  // Folded whole name to position; made at the first look-up by name.
+  mutable std::shared_ptr<std::unordered_map<std::string, std::size_t>> mNames;
+};
+
+/// One control of a form-like module, or the form itself at the root.
+class VBControl : public CodeElement {
+ public:
+  ~VBControl() override;
+
+  /// Class of the control as written behind `Begin`.
+  std::string ProgID;
+  std::string Name;
+  std::int32_t Index = 0;
+  std::string Caption;
+  std::string Text;
+  /// From `Left` and `Top`, in the units of the container.
+  std::int32_t x = 0;
+  std::int32_t y = 0;
+  vendrel::VBControls VBControls;
+  /// Key and text of stored properties: "Index" only.
+  std::vector<std::pair<std::string, std::string>> Properties_;
+  WeakHandle<vendrel::Component> Component;
+  WeakHandle<VBControl> Parent;
+
+  std::string_view ClassName() const override { return "VBControl"; }
+  std::string ElementName() const override { return Name; }
+  std::string QualifiedName() const override;
+  vendrel::Component* OwnComponent() const override { return Component.Get(); }
+
+  /// The stored text of a property; empty if it is not stored.
+  std::string Property(std::string_view key) const;
+  /// The name without an array index.
+  std::string ShortName() const;
+  /// `y` and `x` with six digits each: sorts by rows from the top, then from the left.
+  std::string SortString() const;
+  /// This control or a descendant of that name (case ignored); null if none.
+  VBControl* FindControl(std::string_view name);
+  /// Adds this control and its descendants to `col`, under their names if asked.
+  void AddControls(vendrel::VBControls& col, bool KeyByName,
+                   const std::shared_ptr<VBControl>& self) const;
+
+  static constexpr auto Properties() {
+    return std::tuple{Prop{"Name", &VBControl::Name},
+                      Prop{"ProgID", &VBControl::ProgID},
+                      Prop{"Index", &VBControl::Index},
+                      Prop{"Caption", &VBControl::Caption},
+                      Prop{"Text", &VBControl::Text},
+                      Prop{"x", &VBControl::x},
+                      Prop{"y", &VBControl::y},
+                      Prop{"VBControls", &VBControl::VBControls, PropertyKind::Children},
+                      Prop{"QualifiedName", &VBControl::QualifiedName, PropertyKind::Derived},
+                      Prop{"SourceLine", &VBControl::SourceLine}};
+  }
+};
+
+}  // namespace vendrel

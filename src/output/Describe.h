@@ -1,0 +1,82 @@
+#pragma once
+// The classes of the tree as data: which properties each has, how each is read. Made at compile
+// time from the table that stands on each class; the dump walks it, and whatever compares two trees
+// or reaches a property by name can. Elements are reached by position, so a walker can keep a stack
+// of its own: trees of controls are as deep as their input makes them.
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/Fwd.h"
+#include "model/Property.h"
+
+namespace vendrel {
+
+struct ClassDescription;
+
+/// One element of the tree with its class. Does not own; none if `Object` is null.
+struct ElementRef {
+  const void* Object = nullptr;
+  const ClassDescription* Class = nullptr;
+  explicit operator bool() const { return Object != nullptr; }
+};
+
+/// What the value of a property is.
+enum class PropertyShape : std::uint8_t {
+  Text,
+  Path,    // a file: the full path, in Windows form
+  Number,  // enumerations too
+  Truth,
+  Texts,     // a list of texts
+  Link,      // another element or none
+  Element,   // one owned element or none
+  Elements,  // a collection of owned elements
+  Lines,     // code lines
+};
+
+/// Room for one value; only the field of the property's shape counts.
+struct PropertyValue {
+  /// Valid until the room is used again or the element changes.
+  std::string_view Text;
+  std::int64_t Number = 0;
+  bool Truth = false;
+  std::span<const std::string> Texts;
+  const CodeElement* Link = nullptr;
+  /// Null where the collection was never used.
+  const CodeLines* Lines = nullptr;
+
+  /// Holds `Text` where a property is computed.
+  std::string Store;
+};
+
+/// One property of a class.
+struct PropertyDescription {
+  std::string_view Name;
+  PropertyKind Kind;
+  PropertyShape Shape;
+  /// Reads any shape but `Element` and `Elements`.
+  void (*Read)(const void* object, PropertyValue& value) = nullptr;
+  /// Number of elements of those two; a collection that was never used has none and stays unmade.
+  std::size_t (*Count)(const void* object) = nullptr;
+  /// The element at a 1-based position. Loads nothing.
+  ElementRef (*At)(const void* object, std::size_t index) = nullptr;
+};
+
+/// One class: its name and its properties in the order of its table.
+struct ClassDescription {
+  std::string_view Name;
+  std::span<const PropertyDescription> Properties;
+};
+
+/// The description of an element. Defined for every class with a table of properties.
+template <typename Class>
+ElementRef Describe(const Class& element);
+
+/// Every class that has a table of properties.
+std::span<const ClassDescription* const> AllClasses();
+
+}  // namespace vendrel

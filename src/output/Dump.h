@@ -1,0 +1,34 @@
+#pragma once
+// The tree as JSON. Every element is an object with "Class" and each public property under its own
+// name; collections are arrays of objects, links the qualified name of the other element or null.
+
+#include <iosfwd>
+#include <string>
+
+#include "output/Describe.h"
+
+namespace vendrel {
+
+class JsonWriter;
+
+/// What a dump leaves out or changes.
+struct DumpOptions {
+  /// Code lines too, as arrays of records.
+  bool Lines = false;
+  /// Properties that differ from load to load: keys, ids, paths.
+  bool Identity = true;
+  bool SourceLines = true;
+  /// A folder in Windows form ("Z:\home\me\ledger") that paths show as `Z:\root`; empty: none.
+  std::string Root;
+  /// A line for each member.
+  bool Indented = true;
+};
+
+/// Writes an element with everything below it. Loads no module: one that was not read shows what
+/// the project file tells of it. The text ends with a line feed.
+void Dump(std::ostream& out, ElementRef element, const DumpOptions& options = {});
+
+/// Writes the members of one code line into the object that is open.
+void DumpLineMembers(JsonWriter& json, const CodeLine& line);
+
+}  // namespace vendrel

@@ -1,0 +1,87 @@
+// The manifest of a whole project: the document, its root, and the removal of what is empty.
+
+#include "output/Manifest.h"
+#include "output/Xml.h"
+#include "project/VBProject.h"
+
+namespace vendrel {
+namespace {
+
+// Misspelt from the first version on; readers of manifests look for this very name.
+constexpr std::string_view kRootName = "VendrelModel_V2_Manfest";
+constexpr std::string_view kVersion = "100";
+
+void SetRootAttributes(XmlElement& root, const VBProject& project) {
+  root.SetAttribute("Version", kVersion);
+  root.SetAttribute("ProjectName", project.ProjectName);
+  root.SetAttribute("FileName", project.FileName.FullPath());
+  root.SetAttribute("Description", project.mDescription);
+  root.SetAttribute("MajorVersion", project.MajorVersion());
+  root.SetAttribute("MinorVersion", project.MinorVersion());
+  root.SetAttribute("Increment", project.Increment());
+  root.SetAttribute("CLSID", project.ClsID());
+  root.SetAttribute("ProjectType", project.ProjectType);
+  root.SetAttribute("TypeName", project.TypeName);
+  root.SetAttribute("Startup", project.Startup);
+  root.SetAttribute("CompatibleFileName", project.CompatibleFileName.FullPath());
+  root.SetAttribute("CompatibleMode", project.CompatibleMode);
+  root.SetAttribute("HelpFile", project.HelpFile);
+  root.SetAttribute("HelpContextID", project.HelpContextID);
+  root.SetAttribute("Path32", project.Path32);
+  root.SetAttribute("EXEName32", project.EXEName32);
+  root.SetAttribute("AutoIncrement", project.AutoIncrement);
+  root.SetAttribute("IconForm", project.IconForm);
+}
+
+}  // namespace
+
+std::shared_ptr<XmlDocument> VBProject::Manifest(bool JustProject, bool IncludeTaggedComments) {
+  auto document = std::make_shared<XmlDocument>();
+  XmlElement root = document->Root();
+  root.SetName(kRootName);
+  SetRootAttributes(root, *this);
+  root.AddElement("TaggedDescription", TaggedDescription);
+  if (IncludeTaggedComments) TaggedCommentManifest(root, TaggedComments.IfAny());
+  if (!JustProject) {
+    for (const Component& component : Components) {
+      XmlElement child = root.AddElement("Component");
+      component.Manifest(child, IncludeTaggedComments);
+    }
+    for (const std::string& name : RelatedDocuments) root.AddElement("RelatedDocument", name);
+  }
+  StripElement(root);
+  return document;
+}
+
+void VBProject::WriteManifestToFile(std::string_view fileName, bool JustProject,
+                                    bool IncludeTaggedComments) {
+  const auto document = Manifest(JustProject, IncludeTaggedComments);
+  FileSystemObject file(fileName);
+  TextForm form;
+  form.Encoding = TextEncoding::Utf8;  // as a document without another declaration is read
+  file.SetWriteForm(form);
+  file.OpenFile(omWrite, 2, 1);
+  file.WriteLine(document->Xml());
+  file.CloseFile();
+}
+
+// Removing a child and staying at its index is walking on to its sibling. The depth is that of the
+// format, not of the input.
+bool VBProject::StripElement(XmlElement& e) {
+  pugi::xml_node node = e.Node();
+  bool survives = false;
+  for (pugi::xml_node child = node.first_child(); child;) {
+    const pugi::xml_node next = child.next_sibling();
+    if (child.type() == pugi::node_element) {
+      XmlElement element(child);
+      if (StripElement(element))
+        node.remove_child(child);
+      else
+        survives = true;
+    }
+    child = next;
+  }
+  return !survives && node.first_attribute().empty();
+}
+
+}  // namespace vendrel

@@ -1,0 +1,92 @@
+#include "project/Components.h"
+
+#include "core/ProcessState.h"
+#include "project/EnumerationValues.h"
+#include "project/VBProject.h"
+
+namespace vendrel {
+
+bool Components::Add(std::shared_ptr<Component> item, std::string_view key, const Position&,
+                     const Position&) {
+  vendrel::VBProject* project = VBProject();
+  const bool scoped = DiagnosticScope::Current() != nullptr;
+  if (!key.empty() && mCol.HasKey(key)) {
+    if (!scoped && project) {
+      const DiagnosticScope scope(&project->Diagnostics, project->FileName.FullPath());
+      ReportDuplicateKey("Components", key);
+    } else {
+      ReportDuplicateKey("Components", key);
+    }
+    return false;
+  }
+  mCol.Insert(std::move(item), key);
+  return true;
+}
+
+void Components::Populate() {
+  vendrel::VBProject* project = VBProject();
+  const bool preLoadOff = project && project->DontPreLoadComponentDeclarations;
+  if (project) {
+    State().CurrentLanguageVersion = project->LanguageVersion();
+    State().CurrentReading = project->Reading;
+  }
+  if (DoNotPopulate) {
+    for (std::size_t i = 1; i <= mCol.Count(); ++i) {
+      Component& component = mCol.At(i);
+      if (component.LoadState == lsNotLoaded && !preLoadOff) component.Load(true);
+    }
+    return;
+  }
+  bool allLoaded = true;
+  for (std::size_t i = 1; i <= mCol.Count(); ++i) {
+    if (LoadAt(i, preLoadOff)) return;
+    const LoadStateEnum state = mCol.At(i).LoadState;
+    if (state == lsNotLoaded || state == lsLoadedHeader) allLoaded = false;
+  }
+  if (project) project->TypeResolver().FinishLoading();
+  const bool every = project && project->Reading.EnumerationValues;
+  if (mCol.Count() < 1 || (!allLoaded && !every) || mEnumerationsResolved) return;
+  if (every)
+    ComputeEnumerationValues(*project);
+  else
+    ResolveEnumerationMembers();
+  mEnumerationsResolved = true;
+}
+
+// Loads one module if it waits for it; true when a client has cancelled.
+bool Components::LoadAt(std::size_t index, bool preLoadOff) {
+  const std::shared_ptr<Component> component = mCol.Share(index);
+  const bool waits = (component->LoadState == lsNotLoaded && !preLoadOff) ||
+                     component->LoadState == lsLoadedHeader;
+  if (!waits) return false;
+  component->Load(false);
+  ComponentLoaded.Raise(static_cast<std::int32_t>(index));
+  vendrel::VBProject* project = VBProject();
+  if (!project || !project->CancelLoad) return false;
+  project->FireLoadCancelled();
+  return true;
+}
+
+// Members whose value names a constant take its value: of their own module first, then of the others in
+// order, where a further hit needs a constant named like the value found.
+void Components::ResolveEnumerationMembers() {
+  const auto replace = [](EnumMember& member, Component& component) {
+    const Constants* constants = component.Constants();
+    const Constant* constant = constants ? constants->Item(std::string_view(member.Value)) : nullptr;
+    if (!constant) return false;
+    member.Value = constant->Value;
+    return true;
+  };
+  for (Component& component : mCol) {
+    for (Enumeration& enumeration : component.Enumerations) {
+      for (EnumMember& member : enumeration.Members()) {
+        if (member.Value.empty() || IsNumericText(member.Value)) continue;
+        if (replace(member, component)) continue;
+        for (Component& other : mCol)
+          if (&other != &component) replace(member, other);
+      }
+    }
+  }
+}
+
+}  // namespace vendrel

@@ -1,0 +1,127 @@
+#include "project/EnumerationValues.h"
+
+#include <optional>
+#include <string>
+#include <unordered_map>
+
+#include "core/CaseFold.h"
+#include "diagnostics/VendrelError.h"
+#include "project/ScriptExpression.h"
+#include "project/VBProject.h"
+
+namespace vendrel {
+namespace {
+
+// Constants that name each other in a chain longer than this stay as they are written.
+constexpr int kDeepestChain = 64;
+
+class EnumerationEvaluator {
+ public:
+  explicit EnumerationEvaluator(VBProject& project);
+  void Run();
+
+ private:
+  struct Named {
+    const Component* Home;
+    std::string_view Expression;  // of a constant
+    std::optional<ScriptValue> Value;
+    bool Busy = false;
+  };
+  void Register(const Component& component, std::string_view name, std::string_view expression);
+  void NumberMembers(const Component& component, Enumeration& enumeration);
+  std::optional<ScriptValue> Evaluate(const Component& home, std::string_view expression);
+  ScriptValue LookUp(const Component& home, std::string_view name);
+  ScriptValue ValueOf(Named& named);
+
+  VBProject& mProject;
+  // Names of constants and members: of each module, and of the project as a whole (the first wins).
+  std::unordered_map<std::string, Named> mNames;
+  int mDepth = 0;
+};
+
+std::string OwnKey(const Component& component, std::string_view name) {
+  return std::to_string(reinterpret_cast<std::uintptr_t>(&component)) + "/" + FoldKey(name);
+}
+
+EnumerationEvaluator::EnumerationEvaluator(VBProject& project) : mProject(project) {
+  for (const Component& component : project.Components.Listed()) {
+    if (const Constants* constants = component.Constants())
+      for (const Constant& constant : *constants)
+        Register(component, constant.Name, constant.Value);
+  }
+}
+
+void EnumerationEvaluator::Register(const Component& component, std::string_view name,
+                                    std::string_view expression) {
+  mNames.try_emplace(OwnKey(component, name), Named{&component, expression, {}});
+  mNames.try_emplace(FoldKey(name), Named{&component, expression, {}});
+}
+
+void EnumerationEvaluator::Run() {
+  for (Component& component : mProject.Components.Listed())
+    for (Enumeration& enumeration : component.Enumerations) NumberMembers(component, enumeration);
+}
+
+void EnumerationEvaluator::NumberMembers(const Component& component, Enumeration& enumeration) {
+  std::optional<double> next = 0;
+  for (EnumMember& member : enumeration.Members()) {
+    std::optional<ScriptValue> value;
+    if (member.Value.empty()) {
+      if (next) value = ScriptValue::Whole(*next, ScriptKind::Long);
+    } else {
+      value = Evaluate(component, member.Value);
+    }
+    next.reset();
+    if (!value) continue;
+    try {
+      const double number = ToLong(*value);
+      next = number + 1;
+      const std::string text = ToText(ScriptValue::Whole(number, ScriptKind::Long));
+      if (text != member.Value) member.ValueAsWritten = member.Value;
+      member.Value = text;
+      const Named known{&component, {}, ScriptValue::Whole(number, ScriptKind::Long)};
+      mNames.insert_or_assign(OwnKey(component, member.Name), known);
+      mNames.try_emplace(FoldKey(member.Name), known);
+      mNames.try_emplace(FoldKey(enumeration.Name + "." + member.Name), known);
+    } catch (const VendrelError&) {
+      // A value that is no whole number stays as written.
+    }
+  }
+}
+
+std::optional<ScriptValue> EnumerationEvaluator::Evaluate(const Component& home,
+                                                          std::string_view expression) {
+  try {
+    return EvaluateExpression(expression, [&](std::string_view name) { return LookUp(home, name); });
+  } catch (const VendrelError&) {
+    return std::nullopt;  // names what this project does not declare
+  }
+}
+
+ScriptValue EnumerationEvaluator::LookUp(const Component& home, std::string_view name) {
+  auto found = mNames.find(OwnKey(home, name));
+  if (found == mNames.end()) found = mNames.find(FoldKey(name));
+  if (found == mNames.end()) throw VendrelError(errObjectNotSet, std::string(name));
+  return ValueOf(found->second);
+}
+
+ScriptValue EnumerationEvaluator::ValueOf(Named& named) {
+  if (named.Value) return *named.Value;
+  if (named.Busy || mDepth >= kDeepestChain) throw VendrelError(errOverflow, named.Expression);
+  named.Busy = true;
+  ++mDepth;
+  const std::optional<ScriptValue> value = Evaluate(*named.Home, named.Expression);
+  --mDepth;
+  named.Busy = false;
+  if (!value) throw VendrelError(errTypeMismatch, named.Expression);
+  named.Value = value;
+  return *value;
+}
+
+}  // namespace
+
+bool IsNumericText(std::string_view text) { return NumberFromText(text).has_value(); }
+
+void ComputeEnumerationValues(VBProject& project) { EnumerationEvaluator(project).Run(); }
+
+}  // namespace vendrel

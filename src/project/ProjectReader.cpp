@@ -1,0 +1,330 @@
+// Reads a project file: settings, references, the list of modules. Nothing here opens a module but to
+// learn the name of one whose line does not tell it.
+
+#include <string>
+#include <string_view>
+
+#include "core/Ascii.h"
+#include "core/ProcessState.h"
+#include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
+#include "core/NumericText.h"
+#include "project/ModuleNames.h"
+#include "project/VBProject.h"
+#include "text/Words.h"
+
+namespace vendrel {
+namespace {
+
+constexpr std::string_view kNoFile = "Passed filename was invalid / did not exist";
+
+// One line of the file, taken apart.
+struct ProjectLineText {
+  std::string_view Raw;
+  std::string Key;         // upper-cased, trimmed
+  std::string_view Value;  // behind the first ";" where there is one
+  std::string_view FilePart;
+  std::int32_t Line = 0;
+
+  /// The raw line from its n-th character on, without quotes: a fixed position, documented and kept.
+  std::string_view From(std::size_t n) const {
+    return StripQuotes(Raw.size() >= n ? Raw.substr(n - 1) : std::string_view());
+  }
+};
+
+class ProjectReader {
+ public:
+  explicit ProjectReader(VBProject& project) : mProject(project) {}
+  void Read();
+
+ private:
+  struct Row {
+    std::string_view Key;
+    bool Kept;
+    void (ProjectReader::*Take)(const ProjectLineText&);
+  };
+  static const Row* FindRow(std::string_view key);
+
+  void TakeLine(std::string_view raw);
+  void KeepLine(std::string_view raw);
+  void StepOver(const VendrelError& error, std::string_view raw);
+
+  void TakeReference(const ProjectLineText& line);
+  void TakeFormLike(const ProjectLineText& line);
+  void TakeClass(const ProjectLineText& line);
+  void TakeModule(const ProjectLineText& line);
+  void AddComponent(const ProjectLineText& line, FileTypeEnum type, std::string name);
+  void TakeAutoIncrement(const ProjectLineText& line) {
+    if (line.Value == "1") mProject.AutoIncrement = true;
+  }
+  void TakeMajor(const ProjectLineText& line) { mProject.mMajorVersion = line.Value; }
+  void TakeMinor(const ProjectLineText& line) { mProject.mMinorVersion = line.Value; }
+  void TakeRevision(const ProjectLineText& line) { mProject.mIncrement = line.Value; }
+  void TakeStartup(const ProjectLineText& line) { mProject.Startup = StripQuotes(line.Value); }
+  void TakeCompatibleMode(const ProjectLineText& line) {
+    const std::string_view digit = line.Value.substr(line.Value.size() > 1 ? 1 : line.Value.size(), 1);
+    mProject.CompatibleMode = static_cast<CompatibleEnum>(NumericValue(digit));
+  }
+  void TakeDescription(const ProjectLineText& line) {
+    mProject.mDescription = StripQuotes(line.Value);
+  }
+  void TakeName(const ProjectLineText& line) { mProject.ProjectName = line.Value; }
+  void TakeCompatibleExe(const ProjectLineText& line);
+  void TakeExeName(const ProjectLineText& line) { mProject.EXEName32 = line.From(12); }
+  void TakePath(const ProjectLineText& line) { mProject.Path32 = line.From(8); }
+  void TakeType(const ProjectLineText& line);
+  void TakeConditions(const ProjectLineText& line) {
+    mProject.CompilerConstants.AddFromProjectLine(StripQuotes(line.Value));
+  }
+  void TakeDocument(const ProjectLineText& line) {
+    mProject.RelatedDocuments.emplace_back(StripQuotes(line.Value));
+  }
+  void TakeHelpFile(const ProjectLineText& line) { mProject.HelpFile = StripQuotes(line.Value); }
+  void TakeHelpContextID(const ProjectLineText& line) {
+    mProject.HelpContextID = NumericValue(StripQuotes(line.Value));
+    mProject.LoadedHelpContextID(mProject.HelpContextID);
+  }
+  void TakeIconForm(const ProjectLineText& line) { mProject.IconForm = StripQuotes(line.Value); }
+
+  VBProject& mProject;
+  std::int32_t mLine = 0;
+  std::string mPreviousKept;
+};
+
+// In the order of test; the key is compared whole.
+const ProjectReader::Row* ProjectReader::FindRow(std::string_view key) {
+  static const Row rows[] = {
+      {"REFERENCE", false, &ProjectReader::TakeReference},
+      {"OBJECT", false, &ProjectReader::TakeReference},
+      {"FORM", false, &ProjectReader::TakeFormLike},
+      {"CLASS", false, &ProjectReader::TakeClass},
+      {"MODULE", false, &ProjectReader::TakeModule},
+      {"USERCONTROL", false, &ProjectReader::TakeFormLike},
+      {"USERDOCUMENT", false, &ProjectReader::TakeFormLike},
+      {"DESIGNER", false, &ProjectReader::TakeFormLike},
+      {"PROPERTYPAGE", false, &ProjectReader::TakeFormLike},
+      {"AUTOINCREMENTVER", false, &ProjectReader::TakeAutoIncrement},
+      {"MAJORVER", true, &ProjectReader::TakeMajor},
+      {"MINORVER", true, &ProjectReader::TakeMinor},
+      {"REVISIONVER", true, &ProjectReader::TakeRevision},
+      {"STARTUP", false, &ProjectReader::TakeStartup},
+      {"COMPATIBLEMODE", false, &ProjectReader::TakeCompatibleMode},
+      {"DESCRIPTION", true, &ProjectReader::TakeDescription},
+      {"NAME", true, &ProjectReader::TakeName},
+      {"COMPATIBLEEXE32", false, &ProjectReader::TakeCompatibleExe},
+      {"EXENAME32", false, &ProjectReader::TakeExeName},
+      {"PATH32", false, &ProjectReader::TakePath},
+      {"TYPE", true, &ProjectReader::TakeType},
+      {"CONDCOMP", true, &ProjectReader::TakeConditions},
+      {"RELATEDDOC", false, &ProjectReader::TakeDocument},
+      {"RESFILE32", false, &ProjectReader::TakeDocument},
+      {"HELPFILE", false, &ProjectReader::TakeHelpFile},
+      {"HELPCONTEXTID", false, &ProjectReader::TakeHelpContextID},
+      {"ICONFORM", false, &ProjectReader::TakeIconForm},
+  };
+  for (const Row& row : rows)
+    if (row.Key == key) return &row;
+  return nullptr;
+}
+
+void ProjectReader::Read() {
+  FileSystemObject& file = mProject.FileName;
+  const DiagnosticScope scope(&mProject.Diagnostics, file.FullPath(), &mLine);
+  file.OpenFile(omRead);
+  // Read at once: names of modules are looked up while this file is being walked.
+  const std::shared_ptr<const SourceText> source = file.Source();
+  std::string_view rest = source->Text;
+  while (!rest.empty()) {
+    ++mLine;
+    TakeLine(TakeLineOf(rest));
+  }
+  mProject.ClsID();
+  file.CloseFile();
+}
+
+void ProjectReader::TakeLine(std::string_view raw) {
+  const std::size_t equals = raw.find('=');
+  const std::string_view key = raw.substr(0, equals);
+  std::string_view value =
+      equals == std::string_view::npos ? std::string_view() : raw.substr(equals + 1);
+  if (key.empty() || value.empty()) return KeepLine(raw);
+  ProjectLineText line{raw, UpperAscii(Trim(key)), value, value, mLine};
+  if (const std::size_t semicolon = value.find(';'); semicolon != std::string_view::npos) {
+    std::string_view behind = value.substr(semicolon + 1);
+    line.Value = Trim(behind);
+    line.FilePart = TakeField(behind, ';');
+  }
+  const Row* row = FindRow(line.Key);
+  if (row) {
+    try {
+      (this->*row->Take)(line);
+    } catch (const VendrelError& error) {
+      return StepOver(error, raw);
+    }
+  }
+  if (!row || row->Kept) KeepLine(raw);
+}
+
+void ProjectReader::KeepLine(std::string_view raw) {
+  const std::string_view trimmed = Trim(raw);
+  if (mProject.LastNormalProjectLineText.empty() && (trimmed.empty() || trimmed.front() == '['))
+    mProject.LastNormalProjectLineText = mPreviousKept;
+  mProject.ProjectLines.emplace_back(raw);
+  mPreviousKept = raw;
+}
+
+// A host may say that an odd line is kept and passed over; else its failure ends the load.
+void ProjectReader::StepOver(const VendrelError& error, std::string_view raw) {
+  if (!mProject.OnLineFailure || mProject.OnLineFailure(error, mProject.FileName.FullPath(),
+                                                        mLine) == StepOver::Raise) {
+    VendrelError passed = error;
+    passed.AddContext("VBProject.Load", "project", mLine);
+    mProject.FileName.CloseFile();
+    throw passed;
+  }
+  Tell(DiagnosticCode::ProjectLineSkipped, {raw});
+  KeepLine(raw);
+}
+
+void ProjectReader::TakeReference(const ProjectLineText& line) {
+  auto reference = std::make_shared<Reference>();
+  reference->SetParentProject(&mProject);
+  reference->SetSourceLine(line.Line);
+  reference->Load(line.Raw);
+  std::string identity = reference->ClsID();
+  if (identity.empty()) {
+    mProject.References.Add(reference);
+    identity = reference->StoredCLSID;
+  } else if (!mProject.References.HasKey(identity)) {
+    mProject.References.Add(reference, identity);
+  }
+  std::string_view version = reference->Version;
+  const std::int32_t major = NumericValue(TakeField(version, '.'));
+  const std::int32_t minor = NumericValue(TakeField(version, '.'));
+  TypeResolver& resolver = mProject.TypeResolver();
+  if (!resolver.AddTypeLibByID(identity, major, minor, NumericValue(reference->Locale)))
+    resolver.AddTypeLibByPath(reference->FileName.FullPath());
+}
+
+void ProjectReader::TakeFormLike(const ProjectLineText& line) {
+  static constexpr std::pair<std::string_view, FileTypeEnum> kTypes[] = {
+      {"FORM", ftForm},
+      {"USERCONTROL", ftUserControl},
+      {"USERDOCUMENT", ftUserDocument},
+      {"DESIGNER", ftDesigner},
+      {"PROPERTYPAGE", ftPropertyPage},
+  };
+  for (const auto& [key, type] : kTypes) {
+    if (key != line.Key) continue;
+    FileSystemObject module;
+    module.SetBaseFile(&mProject.FileName);
+    module.SetFullPath(line.Value);
+    AddComponent(line, type, GetComponentName(module.FullPath()));
+  }
+}
+
+// "Class=Name; path": the name stands between the key and the first ";".
+void ProjectReader::TakeClass(const ProjectLineText& line) {
+  const std::size_t semicolon = line.Raw.find(';', 5);
+  if (semicolon == std::string_view::npos || semicolon < 6)
+    throw VendrelError(errInvalidArgument, "the line needs a \";\" behind the name");
+  AddComponent(line, ftClass, std::string(line.Raw.substr(6, semicolon - 6)));
+}
+
+void ProjectReader::TakeModule(const ProjectLineText& line) {
+  const std::size_t semicolon = line.Raw.find(';', 6);
+  if (semicolon == std::string_view::npos || semicolon < 7)
+    throw VendrelError(errInvalidArgument, "the line needs a \";\" behind the name");
+  AddComponent(line, ftModule, std::string(line.Raw.substr(7, semicolon - 7)));
+}
+
+void ProjectReader::AddComponent(const ProjectLineText& line, FileTypeEnum type, std::string name) {
+  auto component = std::make_shared<Component>();
+  component->SetVBProject(&mProject);
+  component->FileType = type;
+  component->ProjectLineRaw = line.Raw;
+  component->SetSourceLine(line.Line);
+  component->FileName.SetBaseFile(&mProject.FileName);
+  component->FileName.SetFullPath(Trim(line.FilePart));
+  component->Name = std::move(name);
+  if (line.FilePart == component->Name) component->Name = component->FileName.BaseName();
+  if (const std::size_t dot = component->Name.find('.'); dot != std::string::npos)
+    component->Name.resize(dot);
+  const std::string key = component->Name;
+  mProject.Components.Add(std::move(component), key);
+  if (mProject.BuildTypeCache) mProject.TypeCache.Add(key, tcLocalProjectModule);
+}
+
+void ProjectReader::TakeCompatibleExe(const ProjectLineText& line) {
+  FileSystemObject& file = mProject.CompatibleFileName;
+  file.SetBaseFile(&mProject.FileName);
+  file.SetFullPath(line.From(17));
+  file.SetFullPath(file.FullPath());
+}
+
+void ProjectReader::TakeType(const ProjectLineText& line) {
+  mProject.TypeName = line.Value;
+  if (EqualsNoCaseAscii(line.Value, "exe")) mProject.ProjectType = ptEXE;
+  if (EqualsNoCaseAscii(line.Value, "oleexe")) mProject.ProjectType = ptOleExe;
+  if (EqualsNoCaseAscii(line.Value, "oledll")) mProject.ProjectType = ptOleDLL;
+  if (EqualsNoCaseAscii(line.Value, "control")) mProject.ProjectType = ptControl;
+}
+
+// Counters that start anew with each load.
+void ResetCounters() {
+  ProcessState& state = State();
+  state.lLineNumber = 5;
+  state.LineID = 1;
+  state.BlockID = 1;
+  state.CurrentLineNumber = 0;
+  state.LineNumberIncrement = 0;
+  state.FileCopy_LastError.clear();
+}
+
+}  // namespace
+
+bool VBProject::Load(std::string_view ProjectFileName) {
+  if (EndsWithNoCaseAscii(ProjectFileName, ".VBPROJ")) return LoadDotNet(ProjectFileName);
+  ResetCounters();
+  AddLineNumbers = false;
+  SetLanguageVersion(lvVisualBasic5or6);
+  FileName.SetFullPath(ProjectFileName);
+  if (!FileName.Exists()) {
+    LastErrorString = kNoFile;
+    return false;
+  }
+  OutputFileName.SetBaseName(FileName.BaseName());
+  OutputFileName.SetExtension(FileName.Extension());
+  ProjectReader(*this).Read();
+  CurrentHelpContextID = mHighestHelpContextID + 1;
+  ProjectName = GetProjectName(FileName.FullPath());
+  ProjectSourceType = ptsVisualBasicProject;
+  ProjectSourceAccess = psaReadWrite;
+  return true;
+}
+
+bool VBProject::LoadModule(std::string_view ModuleFileName) {
+  ResetCounters();
+  AddLineNumbers = false;
+  SetLanguageVersion(lvVisualBasic5or6);
+  FileName.SetFullPath(ModuleFileName);
+  if (!FileName.Exists()) {
+    LastErrorString = kNoFile;
+    return false;
+  }
+  auto component = std::make_shared<Component>();
+  component->SetVBProject(this);
+  component->FileName = FileName;
+  component->FileType = FileTypeOfExtension(FileName.Extension());
+  component->Name = GetComponentName(FileName.FullPath());
+  if (component->Name.empty()) component->Name = FileName.BaseName();
+  ProjectName = component->Name;
+  const std::string key = component->Name;
+  Components.Add(std::move(component), key);
+  if (BuildTypeCache) TypeCache.Add(key, tcLocalProjectModule);
+  ProjectSourceType = ptsVisualBasicFiles;
+  ProjectSourceAccess = psaRead;
+  return true;
+}
+
+}  // namespace vendrel

@@ -1,0 +1,120 @@
+#include "project/VBProject.h"
+
+#include "core/CaseFold.h"
+#include "core/ObjectRegistry.h"
+#include "core/ProcessState.h"
+#include "diagnostics/VendrelError.h"
+#include "project/ScriptEngine.h"
+#include "project/VBProjectGroup.h"
+#include "services/Startup.h"
+
+namespace vendrel {
+
+void ProjectTypeCache::Add(std::string_view name, std::int32_t number,
+                           std::string_view componentName) {
+  mEntries.try_emplace(FoldKey(name), Entry{number, std::string(componentName)});
+}
+
+const ProjectTypeCache::Entry* ProjectTypeCache::Find(std::string_view name) const {
+  const auto found = mEntries.find(FoldKey(name));
+  return found == mEntries.end() ? nullptr : &found->second;
+}
+
+VBProject::VBProject() {
+  EnsureStarted();
+  mTypeResolver = std::make_shared<vendrel::TypeResolver>();
+  Components.SetVBProject(this);
+  Components.ComponentLoaded.Add([this](std::int32_t index) { ComponentLoaded.Raise(index); });
+  State().Silent = true;
+  ++State().mInstanceIncrement;
+  Key = State().Key();
+}
+
+VBProject::~VBProject() {
+  if (--State().mInstanceIncrement == 0) ReleaseScriptEngines();
+}
+
+std::string_view VBProject::ProjectTypeDescription() const {
+  switch (ProjectType) {
+    case ptEXE: return "EXE";
+    case ptOleExe: return "ActiveX EXE";
+    case ptOleDLL: return "ActiveX DLL";
+    case ptControl: return "ActiveX Control";
+    default: return {};
+  }
+}
+
+std::string VBProject::ClsID() const {
+  return CompatibleFileName.Exists() ? CompatibleFileName.ClassID() : mCLSID;
+}
+
+void VBProject::SetTypeResolver(std::shared_ptr<vendrel::TypeResolver> resolver) {
+  if (!resolver) throw VendrelError(errObjectNotSet, "VBProject.TypeResolver");
+  mTypeResolver = std::move(resolver);
+}
+
+NetResolver* VBProject::NetResolver() {
+  if (!mNetResolver) {
+    mNetResolver =
+        ObjectRegistry::Create<vendrel::NetResolver>("VendrelReflectionLoader.Resolver");
+  }
+  return mNetResolver.get();
+}
+
+bool VBProject::Silent() const { return State().Silent; }
+void VBProject::SetSilent(bool value) { State().Silent = value; }
+
+bool VBProject::UpgradeLegacyTaggedcomments() const {
+  return State().mUpgradeLegacyTaggedcomments;
+}
+void VBProject::SetUpgradeLegacyTaggedcomments(bool value) {
+  State().mUpgradeLegacyTaggedcomments = value;
+}
+std::string VBProject::TaggedCommentUpgradeFlag() const {
+  return State().mTaggedCommentUpgradeFlag;
+}
+void VBProject::SetTaggedCommentUpgradeFlag(std::string_view value) {
+  State().mTaggedCommentUpgradeFlag = value;
+}
+
+void VBProject::LoadedHelpContextID(std::int32_t id) {
+  if (id > mHighestHelpContextID) mHighestHelpContextID = id;
+}
+
+bool VBProject::LoadDotNet(std::string_view) {
+  LastErrorString = "VB.NET projects cannot be loaded yet";
+  return false;
+}
+
+void VBProject::UnloadSourceCode() {
+  for (Component& component : Components) component.UnloadSourceCode();
+}
+
+std::shared_ptr<VBProject> NewVBProject() {
+  auto project = std::make_shared<VBProject>();
+  project->SetDoNotPopulateComponents(true);
+  project->PreserveOriginalTaggedComments = true;
+  project->OutputConditionalCompilationBlocks = true;
+  project->LoadTypeLibHelpStrings = true;
+  project->LoadBlocksOnly = true;
+  project->IncludeFlag = true;
+  project->SetUpgradeLegacyTaggedcomments(true);
+  return project;
+}
+
+// Links of the tree to its project, kept by the elements as links to its options.
+VBProject* Component::VBProject() const { return static_cast<vendrel::VBProject*>(Project()); }
+VBProject* Block::VBProject() const { return static_cast<vendrel::VBProject*>(Project()); }
+VBProject* Variable::VBProject() const { return static_cast<vendrel::VBProject*>(Options()); }
+VBProject* Library::VBProject() const { return static_cast<vendrel::VBProject*>(Options()); }
+VBProject* Components::VBProject() const { return static_cast<vendrel::VBProject*>(mProject.Get()); }
+VBProject* PropertyGroup::VBProject() const {
+  return Component ? Component->VBProject() : nullptr;
+}
+
+CompilerConstants& Component::CompilerConstants() {
+  if (!mCompilerConstants) mCompilerConstants = std::make_shared<vendrel::CompilerConstants>();
+  return *mCompilerConstants;
+}
+
+}  // namespace vendrel

@@ -1,0 +1,290 @@
+#pragma once
+// The root of the tree: one project.
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "core/EventList.h"
+#include "model/Component.h"
+#include "project/CompilerConstants.h"
+#include "project/Components.h"
+#include "project/NetResolver.h"
+#include "project/Reference.h"
+#include "project/TypeResolver.h"
+#include "services/FileSystemObject.h"
+
+namespace vendrel {
+
+/// Free values of a client, by name (case ignored).
+using TagCollection = std::map<std::string, std::string>;
+
+/// Type names of a project: name to class number and component name ("7:Module"; a module: "1").
+class ProjectTypeCache {
+ public:
+  struct Entry {
+    std::int32_t Number = 0;
+    std::string ComponentName;
+  };
+  /// Adds an entry; one that is there stays.
+  void Add(std::string_view name, std::int32_t number, std::string_view componentName = {});
+  /// The entry of a name, case ignored; null if none.
+  const Entry* Find(std::string_view name) const;
+  std::size_t Count() const { return mEntries.size(); }
+
+ private:
+  std::unordered_map<std::string, Entry> mEntries;
+};
+
+/// What the reader of a module does about a failure of one line or file; set by a host that wants the
+/// load to go on.
+enum class StepOver { Raise, SkipLine };
+
+/// A project: create one, set its options, call `Load`, then walk `Components`.
+class VBProject : public ProjectOptions {
+ public:
+  VBProject();
+  ~VBProject() override;
+
+  std::string TaggedDescription;
+  /// After `Load` one above the highest help context ID seen so far.
+  std::int32_t CurrentHelpContextID = 0;
+  /// Reason of the last load that failed.
+  std::string LastErrorString;
+  /// Components visible from outside; a tracking collection for clients.
+  std::shared_ptr<vendrel::Components> mVisibleComponents;
+  /// Identity of this object in the process.
+  std::string Key;
+  bool HelpContextIDsAssigned = false;
+  std::string ProjectName;
+  std::string mDescription;
+  /// Value of the `Type` line as read.
+  std::string TypeName;
+  ProjectTypeEnum ProjectType = ptUnknown;
+  std::string Startup;
+  /// Raw lines that are written back unchanged.
+  std::vector<std::string> ProjectLines;
+  std::vector<std::string> RelatedDocuments;
+  FileSystemObject CompatibleFileName;
+  CompatibleEnum CompatibleMode = CompatibleNone;
+  /// The kept line behind which the writer puts the settings.
+  std::string LastNormalProjectLineText;
+  std::string HelpFile;
+  std::int32_t HelpContextID = 0;
+  std::string LastError;
+  std::string Path32;
+  std::string EXEName32;
+  bool AutoIncrement = false;
+  std::string IconForm;
+  std::string TemplateName = "Default";
+  std::vector<std::shared_ptr<TaggedComment>> OtherTaggedComments;
+  bool IncludeFlag = true;
+  bool RootFlag = false;
+  bool ExamplesOnlyFlag = false;
+  bool PlugInFlag = false;
+  TagCollection Tags;
+  ProjectTypeCache TypeCache;
+  FileSystemObject CommentFile;
+  std::string PersistSource;
+  ProjectSourceTypeEnum ProjectSourceType = ptsNone;
+  ProjectSourceAccessEnum ProjectSourceAccess = psaNone;
+  /// Set by a client, from an event, to stop the population. Nothing clears it.
+  bool CancelLoad = false;
+  TagCollection NetTypeLocations;
+  std::string DotNetReferencePath;
+  std::string VBNETProjectGUID;
+  std::string VBNETAssemblyName;
+  bool DontPreLoadComponentDeclarations = false;
+  std::string RootNamespace;
+  std::string LogFolder;
+  /// `--define`: constants added to, or put over, those of project and module (complete reading).
+  std::vector<std::pair<std::string, std::string>> Defines;
+  FileSystemObject FileName;
+  FileSystemObject OutputFileName;
+  vendrel::References References;
+  vendrel::Components Components;
+  vendrel::CompilerConstants CompilerConstants;
+  OnDemand<vendrel::Libraries> Libraries;
+  OnDemand<vendrel::Examples> Examples;
+  OnDemand<vendrel::TaggedComments> TaggedComments;
+
+  // Events.
+  EventList<std::int32_t> ComponentLoaded;
+  EventList<> LoadCancelled;
+  EventList<> TransformCancelled;
+  EventList<std::string_view> TransformProgress;
+  EventList<Component&> WriteProgress;
+  EventList<Block&, TaggedComment&, const CodeLine&> NewTaggedComment;
+
+  /// Asked when a line fails, with the failure; absent: every failure is raised.
+  std::function<StepOver(const class VendrelError&, std::string_view file, std::int32_t line)>
+      OnLineFailure;
+
+  std::string_view ClassName() const override { return "VBProject"; }
+  std::string ElementName() const override { return ProjectName; }
+  std::string Description() const override { return mDescription; }
+  void SetDescription(std::string_view text) override { mDescription = text; }
+  std::string QualifiedName() const override { return ProjectName; }
+  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
+  OnDemand<vendrel::Examples>* ExamplesField() override { return &Examples; }
+
+  const std::string& Name() const { return ProjectName; }
+  /// "EXE", "ActiveX EXE", "ActiveX DLL", "ActiveX Control", or empty.
+  std::string_view ProjectTypeDescription() const;
+  /// Library id of the compatible binary if that exists, else the stored one.
+  std::string ClsID() const;
+  vendrel::TypeResolver& TypeResolver() const { return *mTypeResolver; }
+  void SetTypeResolver(std::shared_ptr<vendrel::TypeResolver> resolver);
+  /// The resolver of .NET type names; null while none is registered.
+  vendrel::NetResolver* NetResolver();
+  /// The process-wide flag: true shows no message box for any project.
+  bool Silent() const;
+  void SetSilent(bool value);
+  bool DoNotPopulateComponents() const { return Components.DoNotPopulate; }
+  void SetDoNotPopulateComponents(bool value) { Components.DoNotPopulate = value; }
+  /// Always false; assigning is ignored.
+  bool AutoGatherComments() const { return false; }
+  void SetAutoGatherComments(bool) {}
+  bool UpgradeLegacyTaggedcomments() const;
+  void SetUpgradeLegacyTaggedcomments(bool value);
+  std::string TaggedCommentUpgradeFlag() const;
+  void SetTaggedCommentUpgradeFlag(std::string_view value);
+  /// The group that the project stands in; null if none.
+  vendrel::VBProjectGroup* VBProjectGroup() const;
+  void SetVBProjectGroup(vendrel::VBProjectGroup* group);
+  const std::string& MajorVersion() const { return mMajorVersion; }
+  const std::string& MinorVersion() const { return mMinorVersion; }
+  const std::string& Increment() const { return mIncrement; }
+  std::int32_t HighestHelpContextID() const { return mHighestHelpContextID; }
+  /// Offers an ID read from a file; the highest stays.
+  void LoadedHelpContextID(std::int32_t id);
+
+  /// Reads a project file: settings, references and the list of modules, which stay unread until
+  /// `Components` is walked. False if the file does not exist (`LastErrorString` says so).
+  bool Load(std::string_view ProjectFileName);
+  /// Reads a VB.NET project file. Not built yet: gives false and says so in `LastErrorString`.
+  bool LoadDotNet(std::string_view ProjectFileName);
+  /// Loads one module as a project of its own, named after it.
+  bool LoadModule(std::string_view FileName);
+  void UnloadSourceCode();
+  void FireLoadCancelled() { LoadCancelled.Raise(); }
+  void FireTransformCancelled() { TransformCancelled.Raise(); }
+  void FireNewTaggedComment(Block& block, TaggedComment& comment, const CodeLine& line) {
+    NewTaggedComment.Raise(block, comment, line);
+  }
+
+  /// Ties each reference to the project of `projects` with its library id or, if `SearchByName`, with
+  /// the leaf name of its file. References without such a project stay as they are.
+  void CementReferences(const VBProjects& projects, bool SearchByName = false);
+
+  // comments/
+  void AddTaggedComment(vendrel::TaggedComments& col, const std::shared_ptr<TaggedComment>& tc,
+                        bool IsBuffer) const;
+  std::string& AppendDescription(std::string& Description, std::string& NewText,
+                                 int& WrapType) const;
+  void MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank, bool Overwrite);
+  void ApplyCommentFile();
+  void ResolveExamples();
+
+  // names/
+  CodeElement* GetObjectByName(std::string_view Name);
+  CodeElement* GetObjectByName_MainObject(std::string_view Name);
+  /// Declared for clients; gives nothing.
+  CodeElement* GetComponentByName(std::string_view) { return nullptr; }
+  /// The module, enumeration or structure that a type name means in `component` (may be null): the
+  /// module first, then the project, then the projects it refers to, of which the last one wins.
+  /// `TypeClass` must come in as 0 and tells where it was found; an intrinsic type gives 9 and
+  /// nothing. Keyed look-ups in the type caches. Raises 9 if a cached element has gone.
+  CodeElement* ResolveType(Component* component, std::string_view Name, TypeClassEnum& TypeClass);
+  /// The structure or enumeration that a name means in a module, if it stands there or is public.
+  UDT* FindUDT(std::string_view Name, Component* component);
+  Enumeration* FindEnum(std::string_view Name, Component* MustBeVisibleTo);
+  static bool IsIntrinsicType(std::string_view TypeName);
+  /// Every module visible to this project, each under its name and under "Project.Name". Built at
+  /// the first call and kept, even if projects change.
+  vendrel::Components& AllVisibleComponents();
+  /// Public variables of the standard modules, by name.
+  std::shared_ptr<Variables> GlobalVariables();
+  /// Procedures of the standard modules, private ones too, by name.
+  std::shared_ptr<Blocks> GlobalBlocks();
+
+  // output/
+  /// XML dump of the project; without its modules if `JustProject`.
+  std::shared_ptr<XmlDocument> Manifest(bool JustProject, bool IncludeTaggedComments);
+  void WriteManifestToFile(std::string_view FileName, bool JustProject, bool IncludeTaggedComments);
+  /// Removes empty descendants of `e`; true when `e` itself is empty.
+  static bool StripElement(XmlElement& e);
+
+  // project/ProjectReader.cpp
+  struct ReadState;
+
+  static constexpr auto Properties() {
+    return std::tuple{
+        Prop{"ProjectName", &VBProject::ProjectName},
+        Prop{"FileName", &VBProject::FileName, PropertyKind::Identity},
+        Prop{"OutputFileName", &VBProject::OutputFileName, PropertyKind::Identity},
+        Prop{"Key", &VBProject::Key, PropertyKind::Identity},
+        Prop{"TaggedDescription", &VBProject::TaggedDescription},
+        Prop{"Description", &VBProject::mDescription},
+        Prop{"CurrentHelpContextID", &VBProject::CurrentHelpContextID},
+        Prop{"HelpContextIDsAssigned", &VBProject::HelpContextIDsAssigned},
+        Prop{"LastErrorString", &VBProject::LastErrorString},
+        Prop{"TypeName", &VBProject::TypeName},
+        Prop{"ProjectType", &VBProject::ProjectType},
+        Prop{"ProjectTypeDescription", &VBProject::ProjectTypeDescription, PropertyKind::Derived},
+        Prop{"Startup", &VBProject::Startup},
+        Prop{"ProjectLines", &VBProject::ProjectLines},
+        Prop{"RelatedDocuments", &VBProject::RelatedDocuments},
+        Prop{"CompatibleFileName", &VBProject::CompatibleFileName, PropertyKind::Identity},
+        Prop{"CompatibleMode", &VBProject::CompatibleMode},
+        Prop{"LastNormalProjectLineText", &VBProject::LastNormalProjectLineText},
+        Prop{"HelpFile", &VBProject::HelpFile},
+        Prop{"HelpContextID", &VBProject::HelpContextID},
+        Prop{"Path32", &VBProject::Path32},
+        Prop{"EXEName32", &VBProject::EXEName32},
+        Prop{"AutoIncrement", &VBProject::AutoIncrement},
+        Prop{"MajorVersion", &VBProject::MajorVersion},
+        Prop{"MinorVersion", &VBProject::MinorVersion},
+        Prop{"Increment", &VBProject::Increment},
+        Prop{"IconForm", &VBProject::IconForm},
+        Prop{"ClsID", &VBProject::ClsID, PropertyKind::Derived},
+        Prop{"TemplateName", &VBProject::TemplateName},
+        Prop{"IncludeFlag", &VBProject::IncludeFlag},
+        Prop{"ProjectSourceType", &VBProject::ProjectSourceType},
+        Prop{"ProjectSourceAccess", &VBProject::ProjectSourceAccess},
+        Prop{"LanguageVersion", &VBProject::LanguageVersion},
+        Prop{"RootNamespace", &VBProject::RootNamespace},
+        Prop{"CompilerConstants", &VBProject::CompilerConstants, PropertyKind::Children},
+        Prop{"References", &VBProject::References, PropertyKind::Children},
+        Prop{"Libraries", &VBProject::Libraries, PropertyKind::Children},
+        Prop{"Examples", &VBProject::Examples, PropertyKind::Children},
+        Prop{"TaggedComments", &VBProject::TaggedComments, PropertyKind::Children},
+        Prop{"Components", &VBProject::Components, PropertyKind::Children},
+        Prop{"QualifiedName", &VBProject::QualifiedName, PropertyKind::Derived}};
+  }
+
+  // State of the reader of project files; only that room touches it.
+  std::string mMajorVersion, mMinorVersion, mIncrement, mCLSID;
+  std::int32_t mHighestHelpContextID = 0;
+
+ private:
+  static CodeElement* GetCachedMember(const ProjectTypeCache::Entry& Source, std::string_view Name,
+                                      bool IsLocal, VBProject& vbp, TypeClassEnum& TypeClass);
+  CodeElement* ResolveInOtherProjects(std::string_view Name, TypeClassEnum& TypeClass);
+
+  std::shared_ptr<vendrel::TypeResolver> mTypeResolver;
+  std::shared_ptr<vendrel::NetResolver> mNetResolver;
+  WeakHandle<vendrel::VBProjectGroup> mGroup;
+};
+
+/// A project as a group makes its members: not populated, comments and directives kept, library help
+/// strings loaded, blocks only, included, legacy tags upgraded.
+std::shared_ptr<VBProject> NewVBProject();
+
+}  // namespace vendrel

@@ -1,0 +1,91 @@
+#include "project/VBProjects.h"
+
+#include <unordered_map>
+#include <utility>
+
+#include "core/Ascii.h"
+#include "core/ProcessState.h"
+
+namespace vendrel {
+namespace {
+
+// Folders in which generators leave copies of projects.
+bool IsExcludedFolder(std::string_view folder) {
+  return EndsWithNoCaseAscii(folder, "FolioVB\\") || EndsWithNoCaseAscii(folder, "ForgeVBCode\\");
+}
+
+void IncludePublicComponents(VBProject& project) {
+  for (Component& component : project.Components)
+    if (project.WasReadFromTypeLibrary || component.Access == "PUBLIC")
+      component.IncludeFlag = true;
+}
+
+// Silent about projects of one key: there the first stays, as a matter of course.
+void AddQuietly(VBProjects& set, const std::shared_ptr<VBProject>& project, std::string_view key) {
+  if (key.empty() || !set.HasKey(key)) set.Add(project, key);
+}
+
+}  // namespace
+
+bool VBProjects::Add(std::shared_ptr<VBProject> item, std::string_view key, const Position& before,
+                     const Position& after, bool SetIncludeFlagForPublic) {
+  VBProject& project = *item;
+  if (!ElementCollection::Add(std::move(item), key, before, after)) return false;
+  if (SetIncludeFlagForPublic) IncludePublicComponents(project);
+  return true;
+}
+
+std::vector<FileSystemObject> VBProjects::ProjectFilesBelow(std::string_view RootPath) {
+  std::vector<FileSystemObject> files;
+  FileSystemObject(RootPath).FindFiles("*.vbp", 0, files);
+  std::erase_if(files, [](const FileSystemObject& f) { return IsExcludedFolder(f.FolderPath()); });
+  return files;
+}
+
+void VBProjects::Load(std::string_view RootPath) {
+  const DiagnosticScope scope(&Diagnostics, FileSystemObject(RootPath).FullPath());
+  for (const FileSystemObject& file : ProjectFilesBelow(RootPath)) LoadOne(file.FullPath());
+}
+
+void VBProjects::LoadCollection(const std::vector<std::string>& ProjectPaths) {
+  const DiagnosticScope scope(&Diagnostics, {});
+  for (const std::string& path : ProjectPaths) LoadOne(path);
+}
+
+void VBProjects::LoadOne(std::string_view path) {
+  const auto project = std::make_shared<VBProject>();
+  if (BeforeLoad) BeforeLoad(*project);
+  if (LoadMember(*project, path)) Add(project, project->ProjectName);
+}
+
+bool LoadMember(VBProject& project, std::string_view path) {
+  try {
+    if (project.Load(path)) return true;
+    Tell(DiagnosticCode::MissingProject, {path});
+  } catch (const VendrelError& error) {
+    Tell(DiagnosticCode::UnreadableFile, {path, error.Text()});
+  }
+  return false;
+}
+
+void VBProjects::CementReferences() {
+  VBProjects byClassId, byFile;
+  for (std::size_t i = 1; i <= Count(); ++i) {
+    const std::shared_ptr<VBProject> project = Share(i);
+    AddQuietly(byClassId, project, project->ClsID());
+    AddQuietly(byFile, project, project->FileName.LeafName());
+  }
+  for (VBProject& project : *this) {
+    project.CementReferences(byClassId, false);
+    project.CementReferences(byFile, true);
+  }
+}
+
+void VBProject::CementReferences(const VBProjects& projects, bool SearchByName) {
+  for (Reference& reference : References) {
+    const std::string key = SearchByName ? reference.FileName.LeafName() : reference.ClsID();
+    if (VBProject* project = projects.Item(key)) reference.SetReferencedProject(project);
+  }
+}
+
+}  // namespace vendrel

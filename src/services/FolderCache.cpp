@@ -1,0 +1,207 @@
+#include "services/FolderCache.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <unordered_map>
+#include <vector>
+
+#include "core/Ascii.h"
+#include "core/CaseFold.h"
+#include "services/CodePage.h"
+#include "services/Utf8.h"
+
+namespace vendrel {
+namespace {
+
+struct Folder {
+  bool Exists = false;
+  PathMatch Match = PathMatch::None;
+  std::string Path;
+  /// Names as the disk spells them, in the order of their bytes, and by folded name.
+  std::vector<std::string> Names;
+  std::unordered_map<std::string, std::string> ByFoldedName;
+};
+
+// By the path asked for, which need not be the one found.
+using FolderMap = std::unordered_map<std::string, Folder>;
+
+FolderMap& Folders() {
+  static FolderMap folders;
+  return folders;
+}
+
+PathMatch Worse(PathMatch a, PathMatch b) { return std::max(a, b); }
+
+std::string_view ParentOf(std::string_view path) {
+  const std::size_t slash = path.rfind('/');
+  return slash == std::string_view::npos || slash == 0 ? std::string_view("/")
+                                                       : path.substr(0, slash);
+}
+
+std::string_view LeafOf(std::string_view path) { return path.substr(path.rfind('/') + 1); }
+
+std::string Inside(const std::string& folder, std::string_view leaf) {
+  std::string path(folder);
+  if (path.empty() || path.back() != '/') path.push_back('/');
+  return path.append(leaf);
+}
+
+// Old archives leave names in the code page of their maker; they are matched as what they meant.
+std::string FoldedFileName(const std::string& name) {
+  if (IsValidUtf8(name)) return FoldKey(name);
+  std::string decoded;
+  CodePage::Default().Decode(name, decoded);
+  return FoldKey(decoded);
+}
+
+// False if there is no such folder. One that may be entered but not listed has no names.
+bool ListInto(Folder& folder) {
+  std::vector<FolderEntry> entries;
+  FileSource& source = FileSource::Current();
+  const int result = source.List(folder.Path, entries);
+  if (result < 0) {
+    FileStatus status;
+    if (result != -EACCES || source.Status(folder.Path, status) < 0) return false;
+    if (status.Type != FileStatus::Kind::Folder) return false;
+  }
+  for (FolderEntry& entry : entries) folder.Names.push_back(std::move(entry.Name));
+  std::sort(folder.Names.begin(), folder.Names.end());
+  for (const std::string& name : folder.Names)
+    folder.ByFoldedName.emplace(FoldedFileName(name), name);
+  folder.Exists = true;
+  return true;
+}
+
+std::string ByShortName(const Folder& folder, std::string_view leaf) {
+  if (leaf.find('~') == std::string_view::npos) return {};
+  std::string found;
+  for (const std::string& name : folder.Names) {
+    if (!CouldHaveShortName(name, leaf)) continue;
+    if (!found.empty()) return {};
+    found = name;
+  }
+  return found;
+}
+
+// The name in `folder` that `leaf` means; empty if none.
+std::string NameIn(const Folder& folder, std::string_view leaf, PathMatch& match) {
+  match = PathMatch::Exact;
+  if (std::binary_search(folder.Names.begin(), folder.Names.end(), leaf)) return std::string(leaf);
+  match = PathMatch::OtherCase;
+  const auto found = folder.ByFoldedName.find(FoldKey(leaf));
+  if (found != folder.ByFoldedName.end()) return found->second;
+  match = PathMatch::ShortName;
+  std::string name = ByShortName(folder, leaf);
+  if (name.empty()) match = PathMatch::None;
+  return name;
+}
+
+Folder FolderWithin(const Folder& parent, std::string_view leaf) {
+  Folder folder;
+  if (!parent.Exists) return folder;
+  PathMatch match;
+  const std::string name = NameIn(parent, leaf, match);
+  if (name.empty()) return folder;
+  folder.Path = Inside(parent.Path, name);
+  folder.Match = Worse(parent.Match, match);
+  ListInto(folder);
+  return folder;
+}
+
+// Upwards to the nearest folder that is there as written, then down by listings.
+const Folder& FolderAt(std::string_view path) {
+  FolderMap& folders = Folders();
+  std::vector<std::string> asked;
+  for (std::string_view at = path;; at = ParentOf(at)) {
+    if (folders.count(std::string(at))) break;
+    Folder folder;
+    folder.Path = at;
+    folder.Match = PathMatch::Exact;
+    if (ListInto(folder) || at == "/") {
+      folders.emplace(std::string(at), std::move(folder));
+      break;
+    }
+    asked.emplace_back(at);
+  }
+  for (; !asked.empty(); asked.pop_back()) {
+    const Folder& parent = folders.at(std::string(ParentOf(asked.back())));
+    Folder folder = FolderWithin(parent, LeafOf(asked.back()));
+    folders.emplace(asked.back(), std::move(folder));
+  }
+  return folders.at(std::string(path));
+}
+
+bool NeedsShortName(std::string_view name) {
+  const std::size_t dot = name.rfind('.');
+  const std::string_view base = name.substr(0, dot);
+  const std::string_view extension =
+      dot == std::string_view::npos ? std::string_view() : name.substr(dot + 1);
+  return base.empty() || base.size() > 8 || extension.size() > 3 ||
+         name.find_first_of(" +,;=[]") != std::string_view::npos ||
+         base.find('.') != std::string_view::npos || FirstNonAscii(name) < name.size();
+}
+
+// Blanks and dots are dropped, characters that short names may not hold become underscores.
+std::string ShortForm(std::string_view text) {
+  std::string result;
+  for (const char c : text) {
+    if (c == ' ' || c == '.') continue;
+    const bool barred = std::string_view("+,;=[]").find(c) != std::string_view::npos;
+    result.push_back(barred ? '_' : UpperAscii(c));
+  }
+  return result;
+}
+
+}  // namespace
+
+bool CouldHaveShortName(std::string_view name, std::string_view shortName) {
+  const std::size_t shortDot = shortName.rfind('.');
+  const std::string_view shortBase = shortName.substr(0, shortDot);
+  const std::size_t tilde = shortBase.rfind('~');
+  if (tilde == std::string_view::npos || tilde == 0 || shortBase.size() > 8) return false;
+  const std::string_view number = shortBase.substr(tilde + 1);
+  if (number.empty() || !std::all_of(number.begin(), number.end(), IsDigitAscii)) return false;
+  if (!NeedsShortName(name)) return false;
+
+  const std::size_t dot = name.rfind('.');
+  const bool hasExtension = dot != std::string_view::npos && dot > 0;
+  const std::string base = ShortForm(hasExtension ? name.substr(0, dot) : name);
+  const std::string extension = hasExtension ? ShortForm(name.substr(dot + 1)).substr(0, 3) : "";
+  const std::string_view shortExtension =
+      shortDot == std::string_view::npos ? std::string_view() : shortName.substr(shortDot + 1);
+  const std::size_t kept = 8 - (shortBase.size() - tilde);
+  return EqualsNoCaseAscii(std::string_view(base).substr(0, kept), shortBase.substr(0, tilde)) &&
+         EqualsNoCaseAscii(extension, shortExtension);
+}
+
+FoundPath FindPath(std::string_view nativePath) {
+  while (nativePath.size() > 1 && nativePath.back() == '/') nativePath.remove_suffix(1);
+  FoundPath found{std::string(nativePath), PathMatch::None, {}};
+  if (nativePath.empty() || nativePath.front() != '/') return found;
+  FileSource& source = FileSource::Current();
+  if (source.Status(found.Path, found.Status) >= 0) {
+    found.Match = PathMatch::Exact;
+    return found;
+  }
+  const Folder& folder = FolderAt(ParentOf(nativePath));
+  if (!folder.Exists) return found;
+  PathMatch match;
+  const std::string name = NameIn(folder, LeafOf(nativePath), match);
+  found.Path = Inside(folder.Path, name.empty() ? LeafOf(nativePath) : std::string_view(name));
+  if (!name.empty() && source.Status(found.Path, found.Status) >= 0)
+    found.Match = Worse(folder.Match, match);
+  return found;
+}
+
+void ForgetFolders() { Folders().clear(); }
+
+void ForgetFolderOf(std::string_view nativePath) {
+  // A folder that came or went may be known under its own and other spellings, too.
+  FolderMap& folders = Folders();
+  const std::string parent(ParentOf(nativePath));
+  for (auto entry = folders.begin(); entry != folders.end();)
+    entry = !entry->second.Exists || entry->second.Path == parent ? folders.erase(entry)
+                                                                  : std::next(entry);
+}
+
+}  // namespace vendrel

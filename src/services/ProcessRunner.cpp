@@ -1,0 +1,128 @@
+#include "services/ProcessRunner.h"
+
+#include <spawn.h>
+#include <sys/wait.h>
+#include <algorithm>
+
+#include <cerrno>
+
+#include "diagnostics/VendrelError.h"
+#include "services/FileSource.h"
+
+extern char** environ;
+
+namespace vendrel {
+namespace {
+
+constexpr int SignalBase = 128;
+
+class MachineProcesses final : public ProcessRunner {
+ public:
+  int Run(const std::vector<std::string>& arguments, const ProcessOptions& options) override {
+    if (arguments.empty() || arguments[0].empty()) throw VendrelError(errInvalidArgument);
+    Reap();
+    const pid_t process = Start(arguments, options.Folder);
+    if (options.Wait) return WaitFor(process);
+    mRunning.push_back(process);
+    return 0;
+  }
+
+ private:
+  static pid_t Start(const std::vector<std::string>& arguments, const std::string& folder) {
+    std::vector<char*> pointers;
+    for (const std::string& argument : arguments)
+      pointers.push_back(const_cast<char*>(argument.c_str()));
+    pointers.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    if (!folder.empty()) posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
+    pid_t process = 0;
+    const int failure =
+        posix_spawnp(&process, pointers[0], &actions, nullptr, pointers.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (failure) throw FileError(failure, arguments[0]);
+    return process;
+  }
+
+  static int WaitFor(pid_t process) {
+    int status = 0;
+    while (waitpid(process, &status, 0) < 0)
+      if (errno != EINTR) return 0;  // somebody else took its exit code
+    return WIFSIGNALED(status) ? SignalBase + WTERMSIG(status) : WEXITSTATUS(status);
+  }
+
+  // Programs nobody waited for keep a table entry until they are asked for.
+  void Reap() {
+    std::vector<pid_t> running;
+    for (const pid_t process : mRunning)
+      if (waitpid(process, nullptr, WNOHANG) == 0) running.push_back(process);
+    mRunning = std::move(running);
+  }
+
+  std::vector<pid_t> mRunning;
+};
+
+std::shared_ptr<ProcessRunner>& Installed() {
+  static std::shared_ptr<ProcessRunner> runner = std::make_shared<MachineProcesses>();
+  return runner;
+}
+
+bool IsGap(char c) { return c == ' ' || c == '\t'; }
+
+std::string TakeProgram(std::string_view& rest) {
+  std::string program;
+  bool quoted = false;
+  while (!rest.empty() && (quoted || !IsGap(rest[0]))) {
+    if (rest[0] == '"')
+      quoted = !quoted;
+    else
+      program.push_back(rest[0]);
+    rest.remove_prefix(1);
+  }
+  return program;
+}
+
+std::string TakeArgument(std::string_view& rest) {
+  std::string argument;
+  bool quoted = false;
+  while (!rest.empty() && (quoted || !IsGap(rest[0]))) {
+    const std::size_t slashes = std::min(rest.find_first_not_of('\\'), rest.size());
+    rest.remove_prefix(slashes);
+    const bool atQuote = !rest.empty() && rest[0] == '"';
+    argument.append(atQuote ? slashes / 2 : slashes, '\\');
+    if (!atQuote) {
+      if (slashes > 0 || rest.empty()) continue;
+      argument.push_back(rest[0]);
+    } else if (slashes % 2 == 1) {
+      argument.push_back('"');
+    } else if (quoted && rest.size() > 1 && rest[1] == '"') {
+      argument.push_back('"');
+      rest.remove_prefix(1);
+    } else {
+      quoted = !quoted;
+    }
+    rest.remove_prefix(1);
+  }
+  return argument;
+}
+
+}  // namespace
+
+ProcessRunner& ProcessRunner::Current() { return *Installed(); }
+
+void ProcessRunner::Install(std::shared_ptr<ProcessRunner> runner) {
+  Installed() = runner ? std::move(runner) : std::make_shared<MachineProcesses>();
+}
+
+std::vector<std::string> SplitCommandLine(std::string_view rest) {
+  std::vector<std::string> arguments;
+  const auto skipGap = [&] {
+    while (!rest.empty() && IsGap(rest[0])) rest.remove_prefix(1);
+  };
+  skipGap();
+  if (!rest.empty()) arguments.push_back(TakeProgram(rest));
+  for (skipGap(); !rest.empty(); skipGap()) arguments.push_back(TakeArgument(rest));
+  return arguments;
+}
+
+}  // namespace vendrel

@@ -1,0 +1,330 @@
+#include "text/Classifier.h"
+
+#include <array>
+#include <cstring>
+
+#include "core/Ascii.h"
+#include "core/ProcessState.h"
+#include "diagnostics/VendrelError.h"
+#include "text/StatementKeywords.h"
+
+namespace vendrel {
+namespace {
+
+enum CharClass : unsigned char { kPlain, kQuote, kApostrophe, kColon, kDigit, kBlank, kHigh };
+
+constexpr std::array<unsigned char, 256> kClasses = [] {
+  std::array<unsigned char, 256> classes{};
+  classes['"'] = kQuote;
+  classes['\''] = kApostrophe;
+  classes[':'] = kColon;
+  classes[' '] = kBlank;
+  for (int c = '0'; c <= '9'; ++c) classes[static_cast<std::size_t>(c)] = kDigit;
+  for (int c = 0x80; c <= 0xFF; ++c) classes[static_cast<std::size_t>(c)] = kHigh;
+  return classes;
+}();
+
+std::size_t CharLength(unsigned char lead) {
+  return lead < 0xC0 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+}
+
+// The low 8 bits of the first UTF-16 unit of the character at `at`: what the classic scan compares.
+unsigned char LowByte(std::string_view text, std::size_t at) {
+  const auto lead = static_cast<unsigned char>(text[at]);
+  const std::size_t length = CharLength(lead);
+  if (lead < 0xC0 || at + length > text.size()) return lead;
+  std::uint32_t c = lead & (0xFFu >> (length + 1));
+  for (std::size_t i = 1; i < length; ++i)
+    c = (c << 6) | (static_cast<unsigned char>(text[at + i]) & 0x3F);
+  if (c >= 0x10000) c = 0xD800 + ((c - 0x10000) >> 10);
+  return static_cast<unsigned char>(c & 0xFF);
+}
+
+bool EndsContinued(std::string_view part) {
+  return part.size() >= 2 && part[part.size() - 1] == '_' && part[part.size() - 2] == ' ';
+}
+
+bool IsRemark(std::string_view text) {
+  return StartsWithNoCaseAscii(text, "REM") && (text.size() == 3 || text[3] == ' ');
+}
+
+// First ">" outside of strings, in front of any comment; npos if there is none.
+std::size_t AttributeEnd(std::string_view text) {
+  bool inString = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '"') inString = !inString;
+    if (inString) continue;
+    if (text[i] == '\'') break;
+    if (text[i] == '>') return i;
+  }
+  return std::string_view::npos;
+}
+
+}  // namespace
+
+std::string JoinContinuation(std::string_view remainder, std::string_view physical) {
+  std::string joined(Trim(remainder));
+  joined += ' ';
+  joined += Trim(physical);
+  return joined;
+}
+
+std::string_view LineClassifier::WorkingCopy(std::string_view text) {
+  if (std::memchr(text.data(), '\t', text.size()) == nullptr) return Trim(text);
+  mWork.clear();
+  for (const char c : text) {
+    if (c == '\t')
+      mWork.append(4, ' ');
+    else
+      mWork.push_back(c);
+  }
+  return Trim(mWork);
+}
+
+LineClassifier::Result LineClassifier::First(std::string_view text, ParsedLine& line) {
+  line = ParsedLine();
+  line.Text = text;
+  mState = ScanState();
+  const std::string_view work = text.empty() ? text : WorkingCopy(text);
+  if (work.empty()) {
+    line.LineType = BLANK_LINE;
+    return Result::Ok;
+  }
+  if (mRules.RemComments && IsRemark(work)) {
+    mState.What = Found::Comment;
+    mState.SeenOther = true;
+    mState.TextFrom = 3;
+  }
+  const Result result = Process(work, line);
+  if (line.Continued) mLogical.assign(TrimRight(line.Remainder));
+  return result;
+}
+
+LineClassifier::Result LineClassifier::Next(std::string_view physical, ParsedLine& line) {
+  line = ParsedLine();
+  line.Text = physical;
+  mLogical += ' ';
+  for (const char c : Trim(physical)) {
+    if (c == '\t')
+      mLogical.append(4, ' ');
+    else
+      mLogical.push_back(c);
+  }
+  mLogical.resize(TrimRight(mLogical).size());
+  const Result result = Process(mLogical, line);
+  if (line.Continued) mLogical.resize(TrimRight(line.Remainder).size());
+  return result;
+}
+
+LineClassifier::Result LineClassifier::Process(std::string_view work, ParsedLine& line) {
+  // The state is kept at the end of what a continuation leaves of the line, so that the next line
+  // resumes there: the blank and the underscore are looked at, but not remembered.
+  const bool mayContinue = EndsContinued(work);
+  ScanState kept;
+  if (mayContinue) {
+    Scan(work, TrimRight(work.substr(0, work.size() - 1)).size());
+    kept = mState;
+  }
+  Scan(work, work.size());
+  Separate(work, line);
+  if (line.Continued) {
+    if (mState.What == Found::Nothing) mState = kept;
+    return Result::Ok;
+  }
+  if (line.LineType == BLANK_LINE) return Result::Ok;
+  if (line.StatementPart.empty()) {
+    line.LineType = Comment;
+    return Result::Ok;
+  }
+  line.StatementPart = Collapsed(line.StatementPart);
+  return Judge(line);
+}
+
+void LineClassifier::Scan(std::string_view text, std::size_t end) {
+  ScanState& s = mState;
+  while (s.What == Found::Nothing && s.At < end) {
+    const auto byte = static_cast<unsigned char>(text[s.At]);
+    unsigned char kind = kClasses[byte];
+    if (kind == kPlain) {
+      s.SeenOther = true;
+      ++s.At;
+      continue;
+    }
+    std::size_t next = s.At + 1;
+    if (kind == kHigh) {
+      next = s.At + CharLength(byte);
+      const unsigned char low = mRules.WholeCharacters ? byte : LowByte(text, s.At);
+      kind = kClasses[low] == kHigh ? static_cast<unsigned char>(kPlain) : kClasses[low];
+    }
+    if (kind == kDigit) {
+      if (!s.SeenOther) s.SeenDigit = true;
+    } else if (kind == kBlank) {
+      if (s.SeenDigit && !s.SeenOther) TakeLineNumber(text);
+    } else {
+      s.SeenOther = true;
+    }
+    if (kind == kQuote && ScanQuote(text, next)) continue;
+    if (!s.InString && kind == kApostrophe) {
+      s.What = Found::Comment;
+      s.Where = s.At;
+      s.TextFrom = next;
+      return;
+    }
+    if (!s.InString && kind == kColon && IsSeparator(text, s.At)) {
+      s.What = Found::Separator;
+      s.Where = s.At;
+      return;
+    }
+    s.At = next;
+  }
+}
+
+// Enters or leaves a string. True when the scan goes on elsewhere than behind the quote: two quotes
+// behind a closing one are passed over together with the character behind them.
+bool LineClassifier::ScanQuote(std::string_view text, std::size_t next) {
+  ScanState& s = mState;
+  s.InString = !s.InString;
+  if (s.InString || mRules.WholeCharacters) return false;
+  std::size_t at = next;
+  for (int i = 0; i < 2; ++i) {
+    if (at >= text.size()) return false;
+    const auto byte = static_cast<unsigned char>(text[at]);
+    if (kClasses[byte < 0x80 ? byte : LowByte(text, at)] != kQuote) return false;
+    at += CharLength(byte);
+  }
+  if (at < text.size()) at += CharLength(static_cast<unsigned char>(text[at]));
+  s.At = at;
+  return true;
+}
+
+bool LineClassifier::IsSeparator(std::string_view text, std::size_t at) const {
+  if (at + 1 >= text.size() || text[at + 1] == '=' || at == 0) return false;
+  return SplitAtEveryColon || text[at - 1] == ' ';
+}
+
+void LineClassifier::TakeLineNumber(std::string_view text) const {
+  if (!RaiseLineNumber) return;
+  std::int64_t number = 0;
+  for (const char c : text) {
+    if (!IsDigitAscii(c)) break;
+    number = number * 10 + (c - '0');
+    if (number > 2147483637) return;  // no further number would fit
+  }
+  ProcessState& state = State();
+  if (state.CurrentLineNumber <= number) {
+    state.CurrentLineNumber = static_cast<std::int32_t>(number + 10);
+  }
+}
+
+// What the scan found becomes the parts of the record.
+void LineClassifier::Separate(std::string_view work, ParsedLine& line) {
+  line.StatementPart = work;
+  if (mState.What == Found::Separator) {
+    line.StatementPart = work.substr(0, mState.Where);
+    line.Remainder = work.substr(mState.Where + 1);
+    line.MoreLines = true;
+  } else {
+    if (mState.What == Found::Comment) {
+      line.StatementPart = work.substr(0, mState.Where);
+      line.CommentPart = Trim(work.substr(mState.TextFrom));
+    }
+    if (mState.SeenDigit && !mState.SeenOther) {
+      TakeLineNumber(work);
+      line.StatementPart = {};
+      line.LineType = BLANK_LINE;
+    }
+    if (EndsContinued(line.CommentPart) || EndsContinued(line.StatementPart)) {
+      line.Remainder = work.substr(0, work.size() - 1);
+      line.Continued = true;
+    }
+  }
+  if (mLanguage == lvVisualBasicDotNet && !line.StatementPart.empty() &&
+      line.StatementPart.front() == '<') {
+    const std::size_t end = AttributeEnd(line.StatementPart);
+    line.StatementPart =
+        TrimLeft(end == std::string_view::npos ? line.StatementPart : line.StatementPart.substr(end + 1));
+  }
+}
+
+std::string_view LineClassifier::Collapsed(std::string_view statement) {
+  const std::size_t run = statement.find("  ");
+  if (run == std::string_view::npos) return statement;
+  mStatement.assign(statement.substr(0, run + 1));
+  for (std::size_t i = run + 1; i < statement.size(); ++i) {
+    if (statement[i] != ' ' || mStatement.back() != ' ') mStatement.push_back(statement[i]);
+  }
+  return mStatement;
+}
+
+LineClassifier::Result LineClassifier::Judge(ParsedLine& line) {
+  const StatementJudgement judged = JudgeStatement(line.StatementPart, mLanguage);
+  line.LineType = judged.LineType;
+  if (judged.MissingWord) return Result::MissingWord;
+  if (mRules.OneLineProcedures && !line.MoreLines && IsStartLineType(line.LineType)) {
+    SplitOneLineProcedure(line);
+  }
+  return Result::Ok;
+}
+
+// "Sub A(): x = 1: End Sub": the colon behind the header separates, with or without a blank.
+void LineClassifier::SplitOneLineProcedure(ParsedLine& line) {
+  const std::string_view statement = line.StatementPart;
+  int depth = 0;
+  bool inString = false;
+  for (std::size_t i = 0; i + 1 < statement.size(); ++i) {
+    const char c = statement[i];
+    if (c == '"') inString = !inString;
+    if (inString) continue;
+    if (c == '(') ++depth;
+    if (c == ')') --depth;
+    if (c != ':' || depth > 0 || statement[i + 1] == '=') continue;
+    line.MoreLines = true;
+    line.Remainder = statement.substr(i + 1);
+    line.StatementPart = statement.substr(0, i);
+    line.LineType = JudgeStatement(line.StatementPart, mLanguage).LineType;
+    return;
+  }
+}
+
+CodeLine ParsedLine::Record() const {
+  CodeLine record;
+  record.LineType = LineType;
+  record.Continued = Continued;
+  record.Continuation = Continuation;
+  record.Text = Text;
+  record.StatementPart = StatementPart;
+  record.CommentPart = CommentPart;
+  record.MoreLines = MoreLines;
+  record.Remainder = Remainder;
+  record.NotInSource = NotInSource;
+  record.EventIndex = EventIndex;
+  return record;
+}
+
+ParsedLine ParsedLine::Of(const CodeLine& record) {
+  ParsedLine line;
+  line.LineType = record.LineType;
+  line.Continued = record.Continued;
+  line.Continuation = record.Continuation;
+  line.MoreLines = record.MoreLines;
+  line.NotInSource = record.NotInSource;
+  line.OwnText = true;
+  line.EventIndex = record.EventIndex;
+  line.Text = record.Text;
+  line.StatementPart = record.StatementPart;
+  line.CommentPart = record.CommentPart;
+  line.Remainder = record.Remainder;
+  return line;
+}
+
+CodeLine InitialiseCodeLine(std::string_view Text, LanguageVersionEnum LanguageVersion,
+                            const ReadingRules& reading) {
+  LineClassifier classifier(LanguageVersion, reading);
+  ParsedLine line;
+  if (classifier.First(Text, line) == LineClassifier::Result::MissingWord) {
+    throw VendrelError(errSubscript, "the statement needs another word: " + std::string(Trim(Text)));
+  }
+  return line.Record();
+}
+
+}  // namespace vendrel

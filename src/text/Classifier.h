@@ -1,0 +1,84 @@
+#pragma once
+// The engine behind `InitialiseCodeLine`. A line is judged by exact literals in a fixed order: first
+// statement and comment are told apart (`Scan`), then keywords of the first words, then prefixes. A
+// statement continued over many lines is scanned once: each further line resumes where the last stopped.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "core/Enums.h"
+#include "core/ReadingRules.h"
+#include "text/CodeLine.h"
+
+namespace vendrel {
+
+/// The flags of a reading that the classifier knows.
+struct ClassifierRules {
+  bool RemComments = false;
+  bool WholeCharacters = false;
+  bool OneLineProcedures = false;
+
+  ClassifierRules() = default;
+  ClassifierRules(const ReadingRules& reading)  // NOLINT: a selection of the same flags
+      : RemComments(reading.RemComments),
+        WholeCharacters(reading.WholeCharacters),
+        OneLineProcedures(reading.OneLineProcedures) {}
+};
+
+/// Classifies lines one after the other. The parts of a result stay valid until the next call.
+class LineClassifier {
+ public:
+  enum class Result { Ok, MissingWord };
+
+  LineClassifier(LanguageVersionEnum language, const ClassifierRules& rules)
+      : mLanguage(language), mRules(rules) {}
+
+  /// Whether leading line numbers raise `ProcessState::CurrentLineNumber`.
+  bool RaiseLineNumber = true;
+  /// Every colon outside of strings separates statements: for the body of a one-line procedure.
+  bool SplitAtEveryColon = false;
+
+  /// A line that begins a statement. `MissingWord`: a single word that needs another; the record is then
+  /// `OTHER` with the whole text as its statement.
+  Result First(std::string_view text, ParsedLine& line);
+  /// The physical line behind one that was `Continued`; the parts are those of the statement so far.
+  Result Next(std::string_view physical, ParsedLine& line);
+  /// The statement so far, without its final underscore, for a line that was `Continued`.
+  std::string_view LogicalText() const { return mLogical; }
+
+ private:
+  enum class Found { Nothing, Comment, Separator };
+  struct ScanState {
+    std::size_t At = 0;
+    bool InString = false;
+    bool SeenDigit = false;
+    bool SeenOther = false;
+    Found What = Found::Nothing;
+    std::size_t Where = 0;     // byte of the apostrophe or colon
+    std::size_t TextFrom = 0;  // first byte of the comment's text
+  };
+
+  std::string_view WorkingCopy(std::string_view text);
+  Result Process(std::string_view work, ParsedLine& line);
+  void Scan(std::string_view text, std::size_t end);
+  bool ScanQuote(std::string_view text, std::size_t next);
+  bool IsSeparator(std::string_view text, std::size_t at) const;
+  void TakeLineNumber(std::string_view text) const;
+  void Separate(std::string_view work, ParsedLine& line);
+  Result Judge(ParsedLine& line);
+  void SplitOneLineProcedure(ParsedLine& line);
+  std::string_view Collapsed(std::string_view statement);
+
+  LanguageVersionEnum mLanguage;
+  ClassifierRules mRules;
+  ScanState mState;
+  std::string mWork;       // the line with tabs as blanks
+  std::string mStatement;  // the statement with runs of blanks collapsed
+  std::string mLogical;    // the statement so far, across continuations
+};
+
+/// Joins a continued line, given without its underscore, and the physical line behind it.
+std::string JoinContinuation(std::string_view remainder, std::string_view physical);
+
+}  // namespace vendrel

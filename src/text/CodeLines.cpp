@@ -1,0 +1,182 @@
+#include "text/CodeLines.h"
+
+#include "core/Ascii.h"
+#include "core/CaseFold.h"
+#include "diagnostics/VendrelError.h"
+#include "text/Like.h"
+#include "text/StartLine.h"
+
+namespace vendrel {
+
+CodeLines::CodeLines(std::shared_ptr<const std::string> text, LanguageVersionEnum language,
+                     const ClassifierRules& rules)
+    : mText(std::move(text)), mRules(rules), mLanguage(language) {}
+
+const CodeLines::Line& CodeLines::At(std::int32_t index) const {
+  if (mUnloaded) throw VendrelError(errObjectNotSet, "the source lines have been unloaded");
+  if (index < 1 || static_cast<std::size_t>(index) > mLines.size())
+    throw VendrelError(errSubscript, "line " + std::to_string(index));
+  return mLines[static_cast<std::size_t>(index - 1)];
+}
+
+std::int32_t CodeLines::Count() const {
+  if (mUnloaded) throw VendrelError(errObjectNotSet, "the source lines have been unloaded");
+  return static_cast<std::int32_t>(mLines.size());
+}
+
+CodeLine CodeLines::Item(std::int32_t Key) const {
+  const Line& line = At(Key);
+  if (line.Flags & kWhole) return (*mWhole)[line.Offset];
+  return Classified(Key);
+}
+
+// The record again from the text. The stored type is put over the judged one: the intake may have
+// changed it (tagged comments, members of an enumeration).
+CodeLine CodeLines::Classified(std::int32_t index) const {
+  const Line& line = At(index);
+  LineClassifier classifier(mLanguage, mRules);
+  classifier.RaiseLineNumber = false;
+  ParsedLine parsed;
+  std::string logical;
+  if (line.Flags & kContinuation) {
+    logical = LogicalText(index);
+    classifier.First(logical, parsed);
+  } else {
+    classifier.First(LineView(index), parsed);
+  }
+  CodeLine record = parsed.Record();
+  record.Text = LineView(index);
+  record.LineType = static_cast<LineTypeEnum>(line.Type);
+  record.Continuation = line.Flags & kContinuation;
+  record.NotInSource = line.Flags & kNotInSource;
+  record.EventIndex = line.EventIndex;
+  return record;
+}
+
+// The statement up to this line, as the classifier saw it: joined from its first physical line on.
+std::string CodeLines::LogicalText(std::int32_t index) const {
+  std::int32_t first = index;
+  while (first > 1 && (At(first).Flags & kContinuation)) --first;
+  LineClassifier classifier(mLanguage, mRules);
+  classifier.RaiseLineNumber = false;
+  ParsedLine parsed;
+  classifier.First(LineView(first), parsed);
+  for (std::int32_t i = first + 1; i < index && parsed.Continued; ++i)
+    classifier.Next(LineView(i), parsed);
+  return JoinContinuation(classifier.LogicalText(), LineView(index));
+}
+
+std::string_view CodeLines::LineView(std::int32_t Index) const {
+  const Line& line = At(Index);
+  if (line.Flags & kWhole) return (*mWhole)[line.Offset].Text;
+  return std::string_view(*mText).substr(line.Offset, line.Length);
+}
+
+std::string CodeLines::LineText(std::int32_t Index) const { return std::string(LineView(Index)); }
+
+void CodeLines::SetLineText(std::int32_t Index, std::string_view text) {
+  CodeLine record = Item(Index);
+  record.Text = text;
+  mLines[static_cast<std::size_t>(Index - 1)] = KeepWhole(std::move(record));
+}
+
+bool CodeLines::Continued(std::int32_t Index) const { return At(Index).Flags & kContinued; }
+bool CodeLines::Continuation(std::int32_t Index) const { return At(Index).Flags & kContinuation; }
+bool CodeLines::NotInSource(std::int32_t Index) const { return At(Index).Flags & kNotInSource; }
+std::int16_t CodeLines::EventIndex(std::int32_t Index) const { return At(Index).EventIndex; }
+LineTypeEnum CodeLines::LineType(std::int32_t Index) const {
+  return static_cast<LineTypeEnum>(At(Index).Type);
+}
+
+std::string CodeLines::EventName(std::int32_t Index) const {
+  return std::string(GetName(LineView(Index)));
+}
+
+std::vector<CodeLine> CodeLines::LinesOfType(LineTypeEnum type) const {
+  std::vector<CodeLine> found;
+  for (std::int32_t i = 1; i <= Count(); ++i)
+    if (LineType(i) == type) found.push_back(Item(i));
+  return found;
+}
+
+std::vector<CodeLine> CodeLines::LinesMatchingPattern(std::string_view Pattern) const {
+  const std::string lowered = LowerCase(Pattern);
+  std::vector<CodeLine> found;
+  for (std::int32_t i = 1; i <= Count(); ++i) {
+    const std::string text = LowerCase(ReplaceAll(LineView(i), "\t", "    "));
+    if (Like(Trim(text), lowered)) found.push_back(Item(i));
+  }
+  return found;
+}
+
+bool CodeLines::InText(std::string_view text) const {
+  if (!mText) return false;
+  const char* begin = mText->data();
+  return text.data() >= begin && text.data() + text.size() <= begin + mText->size();
+}
+
+CodeLines::Line CodeLines::KeepWhole(CodeLine record) {
+  Line line{};
+  line.Type = static_cast<std::uint8_t>(record.LineType);
+  line.EventIndex = record.EventIndex;
+  line.Flags = static_cast<std::uint8_t>((record.Continued ? kContinued : 0) |
+                                         (record.Continuation ? kContinuation : 0) |
+                                         (record.NotInSource ? kNotInSource : 0) | kWhole);
+  if (!mWhole) mWhole = std::make_unique<std::vector<CodeLine>>();
+  line.Offset = static_cast<std::uint32_t>(mWhole->size());
+  mWhole->push_back(std::move(record));
+  return line;
+}
+
+void CodeLines::AddParsed(const ParsedLine& parsed, std::int32_t before, std::int32_t after) {
+  if (mUnloaded) throw VendrelError(errObjectNotSet, "the source lines have been unloaded");
+  Line line{};
+  if (parsed.OwnText || !InText(parsed.Text)) {
+    line = KeepWhole(parsed.Record());
+  } else {
+    line.Offset = static_cast<std::uint32_t>(parsed.Text.data() - mText->data());
+    line.Length = static_cast<std::uint32_t>(parsed.Text.size());
+    line.EventIndex = parsed.EventIndex;
+    line.Type = static_cast<std::uint8_t>(parsed.LineType);
+    line.Flags = static_cast<std::uint8_t>((parsed.Continued ? kContinued : 0) |
+                                           (parsed.Continuation ? kContinuation : 0) |
+                                           (parsed.NotInSource ? kNotInSource : 0));
+  }
+  Insert(line, before, after);
+}
+
+void CodeLines::Add(const CodeLine& Item, std::int32_t Before, std::int32_t After) {
+  if (mUnloaded) throw VendrelError(errObjectNotSet, "the source lines have been unloaded");
+  Insert(KeepWhole(Item), Before, After);
+}
+
+void CodeLines::Insert(const Line& line, std::int32_t before, std::int32_t after) {
+  if (line.Flags & kContinuation) ++mContinuations;
+  if (before == 0 && after == 0) {
+    mLines.push_back(line);
+    return;
+  }
+  const std::int32_t place = before != 0 ? before : after;
+  At(place);  // raises for a position outside
+  mLines.insert(mLines.begin() + place - (before != 0 ? 1 : 0), line);
+}
+
+void CodeLines::Remove(std::int32_t Index) {
+  if (At(Index).Flags & kContinuation) --mContinuations;
+  mLines.erase(mLines.begin() + Index - 1);
+}
+
+void CodeLines::UnloadSourceCode() {
+  if (mUnloaded) return;
+  std::vector<Line>().swap(mLines);
+  mWhole.reset();
+  mText.reset();
+  mUnloaded = true;
+}
+
+std::int32_t CodeLines::ContinuationCount() const {
+  Count();  // raises once unloaded
+  return mContinuations;
+}
+
+}  // namespace vendrel

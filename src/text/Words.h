@@ -1,0 +1,60 @@
+#pragma once
+// Cutting text into words and lists. The pieces are views of the text that was cut, which must
+// outlive them. Cutting text that holds line-sized input needs no memory when a cursor is used.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vendrel {
+
+/// Walks the pieces of a text between delimiters that stand outside string literals.
+class SplitCursor {
+ public:
+  /// An empty delimiter is never found.
+  SplitCursor(std::string_view source, std::string_view delimiter, bool removeDelimiter)
+      : mRest(source), mDelimiter(delimiter), mRemove(removeDelimiter) {}
+  /// The next piece, with its delimiter unless that is removed; false at the end. Adjacent
+  /// delimiters give empty pieces, a delimiter at the end of the text does not.
+  bool Next(std::string_view& piece);
+  /// What has not been walked yet.
+  std::string_view Rest() const { return mRest; }
+
+ private:
+  std::string_view mRest;
+  std::string_view mDelimiter;
+  bool mRemove;
+};
+
+/// Walks the words between blanks, leaving out empty ones.
+class WordCursor {
+ public:
+  explicit WordCursor(std::string_view text) : mRest(text) {}
+  bool Next(std::string_view& word);
+
+ private:
+  std::string_view mRest;
+};
+
+/// All pieces of a `SplitCursor`.
+std::vector<std::string_view> SplitEx(std::string_view Source, std::string_view Delimeter,
+                                      bool RemoveDelimeter);
+
+/// Tokens for colouring: every character of "() .,;" outside strings is an element of its own, and
+/// before each stands the text in front of it, even if that is empty.
+std::vector<std::string_view> SplitCode(std::string_view Source);
+
+/// The non-empty words of `text`, cut at blanks; as views and as strings.
+std::vector<std::string_view> TrimmedWords(std::string_view text);
+std::vector<std::string> TrimmedCollectionFromstring(std::string_view text);
+
+/// `text` without a double quote at its start and without one at its end, each independently.
+std::string_view StripQuotes(std::string_view text);
+
+/// Names and values of a list "name=value, name=value": trimmed, values without outer quotes. Items
+/// without "=" are dropped; the first of a name (case ignored) wins. A value cannot hold a comma.
+std::vector<std::pair<std::string, std::string>> GetParameters(std::string_view Source);
+
+}  // namespace vendrel

@@ -1,0 +1,15 @@
+// Reaches into two rooms of the installed library, one of which needs a library of the system.
+#include <cstdio>
+
+#include "core/CaseFold.h"
+#include "diagnostics/VendrelError.h"
+
+int main() {
+  try {
+    if (!vendrel::EqualsNoCase("ЖУРНАЛ", "журнал")) return 1;
+    throw vendrel::VendrelError(9, "Subscript out of range");
+  } catch (const vendrel::VendrelError& error) {
+    std::printf("consumer: %s\n", error.what());
+  }
+  return 0;
+}

@@ -1,0 +1,385 @@
+#include "services/FileSystemObject.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
+#include "services/Paths.h"
+#include "support/MemoryFiles.h"
+
+namespace vendrel {
+namespace {
+
+using test::MemoryFiles;
+
+template <typename Action>
+int ErrorOf(Action action) {
+  try {
+    action();
+  } catch (const VendrelError& error) {
+    return error.Number();
+  }
+  return 0;
+}
+
+TEST(FileSystemObject, GivesThePartsOfItsPathAndChangesEachAlone) {
+  FileSystemObject file("Z:\\src\\My.Project.vbp");
+  EXPECT_EQ(file.BaseName(), "My.Project");
+  EXPECT_EQ(file.Extension(), "vbp");
+  EXPECT_EQ(file.LeafName(), "My.Project.vbp");
+  EXPECT_EQ(file.FolderPath(), "Z:\\src\\");
+  file.SetBaseName("Other");
+  EXPECT_EQ(file.FullPath(), "Z:\\src\\Other.vbp");
+  file.SetExtension("exe");
+  EXPECT_EQ(file.FullPath(), "Z:\\src\\Other.exe");
+  file.SetExtension("");
+  EXPECT_EQ(file.FullPath(), "Z:\\src\\Other");
+  file.SetFolderPath("/lib");
+  EXPECT_EQ(file.FullPath(), "Z:\\lib\\Other");
+  FileSystemObject folder;
+  folder.SetFolderPath("Z:\\x\\y");
+  EXPECT_EQ(folder.FolderPath(), "Z:\\x\\y\\");
+  EXPECT_EQ(folder.LeafName(), "");
+}
+
+TEST(FileSystemObject, WithoutAPathIsEmptyAndStaysUsable) {
+  FileSystemObject file;
+  EXPECT_FALSE(file.Exists());
+  EXPECT_FALSE(file.IsFolder());
+  EXPECT_EQ(file.FullPath(), "");
+  EXPECT_EQ(file.FolderPath(), "");
+  EXPECT_EQ(file.RelativePath(), "");
+  EXPECT_EQ(ErrorOf([&] { file.OpenFile(); }), errFileNotFound);
+  file.DeleteFile();
+  file.SetFullPath("/nowhere/at/all.bas");
+  EXPECT_FALSE(file.Exists());
+  EXPECT_EQ(file.Match(), PathMatch::None);
+}
+
+TEST(FileSystemObject, ResolvesRelativePathsAgainstItsBaseFile) {
+  const MemoryFiles files;
+  FileSystemObject project("/src/p/A.vbp"), module, late;
+  module.SetBaseFile(&project);
+  module.SetFullPath("..\\lib\\m.bas");
+  EXPECT_EQ(module.FullPath(), "Z:\\src\\lib\\m.bas");
+  EXPECT_TRUE(module.IsRelocatable());
+  EXPECT_EQ(module.RelativePath(), "..\\lib\\m.bas");
+  project.SetFullPath("/elsewhere/B.vbp");
+  EXPECT_EQ(module.FullPath(), "Z:\\src\\lib\\m.bas");
+  EXPECT_EQ(module.RelativePath(), "..\\src\\lib\\m.bas");
+
+  late.SetFullPath("x.res");
+  EXPECT_EQ(late.FullPath(), "Z:\\current\\x.res");
+  late.SetBaseFile(&project);
+  EXPECT_EQ(late.FullPath(), "Z:\\elsewhere\\x.res");
+  late.SetFullPath(late.FullPath());
+  EXPECT_EQ(late.FullPath(), "Z:\\elsewhere\\x.res");
+  EXPECT_FALSE(late.IsRelocatable());
+}
+
+TEST(FileSystemObject, SurvivesBaseFilesInARingAndOnesThatAreGone) {
+  FileSystemObject a, b;
+  a.SetFullPath("a.bas");
+  b.SetFullPath("b.bas");
+  a.SetBaseFile(&b);
+  b.SetBaseFile(&a);
+  EXPECT_FALSE(a.FullPath().empty());
+  {
+    const FileSystemObject gone("/x/y.vbp");
+    a.SetBaseFile(const_cast<FileSystemObject*>(&gone));
+  }
+  EXPECT_EQ(a.BaseFile(), nullptr);
+  EXPECT_FALSE(a.FullPath().empty());
+}
+
+TEST(FileSystemObject, FindsNamesThatDifferInCaseOrAreShort) {
+  MemoryFiles files{{"/Src/Module Main.bas", "1"},   {"/Src/Long Name One.cls", "2"},
+                    {"/Src/Long Name Two.cls", "3"}, {"/Src/same.bas", "4"},
+                    {"/Src/Same.bas", "5"},          {"/Src/Tama\xF1o.bas", "6"}};
+  const struct {
+    std::string_view Path, Native;
+    PathMatch Match;
+  } cases[] = {
+      {"Z:\\Src\\Module Main.bas", "/Src/Module Main.bas", PathMatch::Exact},
+      {"Z:\\SRC\\module main.BAS", "/Src/Module Main.bas", PathMatch::OtherCase},
+      {"Z:\\src\\MODULE~1.BAS", "/Src/Module Main.bas", PathMatch::ShortName},
+      {"Z:\\Src\\LONGNA~1.CLS", "/Src/LONGNA~1.CLS", PathMatch::None},
+      {"Z:\\Src\\same.bas", "/Src/same.bas", PathMatch::Exact},
+      {"Z:\\Src\\SAME.BAS", "/Src/Same.bas", PathMatch::OtherCase},
+      {"Z:\\Src\\Tamaño.bas", "/Src/Tama\xF1o.bas", PathMatch::OtherCase},
+      {"Z:\\src\\none.bas", "/Src/none.bas", PathMatch::None},
+      {"Z:\\no\\none.bas", "/no/none.bas", PathMatch::None},
+      {"Q:\\none.bas", "", PathMatch::None},
+  };
+  for (const auto& c : cases) {
+    const FileSystemObject file(c.Path);
+    EXPECT_EQ(file.NativePath(), c.Native) << c.Path;
+    EXPECT_EQ(file.Match(), c.Match) << c.Path;
+    EXPECT_EQ(file.Exists(), c.Match != PathMatch::None) << c.Path;
+  }
+}
+
+TEST(FileSystemObject, ListsAFolderOnceHoweverManyNamesAreMissed) {
+  MemoryFiles files;
+  for (int i = 0; i < 50; ++i) files.Add("/p/Mod" + std::to_string(i) + ".bas", "x");
+  EXPECT_TRUE(FileSystemObject("/p/Mod1.bas").Exists());
+  EXPECT_EQ(files.Calls().size(), 1u);
+  files.ForgetCalls();
+  for (int i = 0; i < 50; ++i)
+    EXPECT_TRUE(FileSystemObject("/p/mod" + std::to_string(i) + ".bas").Exists());
+  EXPECT_LE(files.Calls().size(), 101u);
+  files.Add("/p/new.bas", "");
+  EXPECT_FALSE(FileSystemObject("/p/NEW.bas").Exists());
+  ForgetFolders();
+  EXPECT_TRUE(FileSystemObject("/p/NEW.bas").Exists());
+}
+
+TEST(FileSystemObject, ReadsLinesWhateverEndsThem) {
+  const struct {
+    std::string_view Bytes;
+    LineEnds::Kind Form;
+    bool LastEnds;
+    std::vector<std::string> Lines;
+  } cases[] = {
+      {"", LineEnds::Kind::None, true, {}},
+      {"a", LineEnds::Kind::None, false, {"a"}},
+      {"a\r\n\r\nb\r\n", LineEnds::Kind::CrLf, true, {"a", "", "b"}},
+      {"a\nb", LineEnds::Kind::Lf, false, {"a", "b"}},
+      {"a\rb\r", LineEnds::Kind::Cr, true, {"a", "b"}},
+      {"a\r\nb\nc\rd\n\re", LineEnds::Kind::Mixed, false, {"a", "b", "c", "d", "", "e"}},
+      {"\r\r\n\n", LineEnds::Kind::Mixed, true, {"", "", ""}},
+  };
+  for (const auto& c : cases) {
+    const MemoryFiles files{{"/a.bas", std::string(c.Bytes)}};
+    FileSystemObject file("/a.bas");
+    file.OpenFile(3, 1, 1);
+    EXPECT_EQ(file.Source()->LineEnds.Form, c.Form) << c.Bytes;
+    EXPECT_EQ(file.Source()->LineEnds.LastLineEnds, c.LastEnds) << c.Bytes;
+    std::vector<std::string> lines;
+    while (!file.AtEnd()) lines.push_back(file.ReadLine());
+    EXPECT_EQ(lines, c.Lines) << c.Bytes;
+    EXPECT_EQ(file.ReadLine(), "");
+    file.CloseFile();
+    EXPECT_FALSE(file.IsOpen());
+    EXPECT_EQ(ErrorOf([&] { file.ReadLine(); }), errPathAccess);
+  }
+}
+
+TEST(FileSystemObject, ReadAllGivesWhatIsLeft) {
+  const MemoryFiles files{{"/a.bas", "one\r\ntwo\r\nthree"}};
+  FileSystemObject file("/a.bas");
+  file.OpenFile();
+  EXPECT_EQ(file.NextLine(), "one");
+  const FileSystemObject copy(file);
+  EXPECT_FALSE(copy.IsOpen());
+  EXPECT_EQ(file.ReadAll(), "two\r\nthree");
+  EXPECT_TRUE(file.AtEnd());
+}
+
+TEST(FileSystemObject, RefusesWhatIsNoFile) {
+  MemoryFiles files{{"/d/a.bas", "x"}, {"/locked.bas", "x"}};
+  files.AddPipe("/pipe");
+  files.FailOn("/locked.bas", EACCES);
+  const std::pair<std::string_view, int> cases[] = {
+      {"/d", errPathAccess},
+      {"/pipe", errPathAccess},
+      {"/d/none.bas", errFileNotFound},
+      {"Q:\\a.bas", errFileNotFound},
+      {"/locked.bas", errPermissionDenied},
+  };
+  for (const auto& [path, number] : cases) {
+    FileSystemObject file(path);
+    EXPECT_EQ(ErrorOf([&] { file.OpenFile(); }), number) << path;
+    EXPECT_FALSE(file.IsOpen());
+  }
+  EXPECT_EQ(ErrorOf([&] { FileSystemObject("/d").OpenFile(4, 2, 1); }), errPathAccess);
+  EXPECT_EQ(ErrorOf([&] { FileSystemObject("/none/a.bas").OpenFile(4, 2, 1); }), errPathAccess);
+  EXPECT_EQ(ErrorOf([&] { FileSystemObject("/d/a.bas").OpenFile(1); }), errInvalidArgument);
+}
+
+void WriteTwoLines(const std::string& path) {
+  FileSystemObject file(path);
+  file.OpenFile(4, 2, 1);
+  file.WriteLine("new one");
+  file.WriteLine("");
+  file.WriteBytes("raw\n");
+  file.CloseFile();
+}
+
+TEST(FileSystemObject, WritesBesideAndRenames) {
+  MemoryFiles files;
+  files.Add("/p/Old.bas", "old", 0600);
+  WriteTwoLines("/p/old.bas");
+  EXPECT_EQ(files["/p/Old.bas"], "new one\r\n\r\nraw\n");
+  EXPECT_EQ(files.Paths(), std::vector<std::string>{"/p/Old.bas"});
+  FileStatus status;
+  FileSource::Current().Status("/p/Old.bas", status);
+  EXPECT_EQ(status.Mode, 0600u);
+
+  files.Add("/p/locked.bas", "old", 0444);
+  EXPECT_TRUE(FileSystemObject("/p/locked.bas").IsReadOnly());
+  EXPECT_EQ(ErrorOf([] { WriteTwoLines("/p/locked.bas"); }), errPathAccess);
+  {
+    FileSystemObject file("/p/Old.bas");
+    file.OpenFile(4, 2, 1);
+    file.WriteLine("never closed");
+  }
+  EXPECT_EQ(files["/p/Old.bas"], "new one\r\n\r\nraw\n");
+  EXPECT_EQ(files.Paths().size(), 2u);
+}
+
+TEST(FileSystemObject, AFailureAtAnyCallLeavesTheOldFileOrTheNewOne) {
+  for (const int systemError : {EIO, ENOSPC, EACCES, EROFS, EDQUOT}) {
+    bool worked = false;
+    for (int n = 1; !worked && n < 40; ++n) {
+      MemoryFiles files{{"/p/a.bas", "old"}};
+      files.FailAt(n, systemError);
+      const int number = ErrorOf([] { WriteTwoLines("/p/a.bas"); });
+      const std::size_t calls = files.Calls().size();
+      worked = number == 0 && static_cast<int>(calls) < n;
+      const std::string content = files["/p/a.bas"];
+      // A few calls may fail without harm: the look for the path, the look for a link.
+      if (number == 0)
+        EXPECT_EQ(content, "new one\r\n\r\nraw\n") << n;
+      else
+        EXPECT_EQ(content, "old") << n;
+      EXPECT_EQ(files.Paths().size(), 1u) << n << " " << files.Paths().back();
+    }
+    EXPECT_TRUE(worked);
+  }
+}
+
+TEST(FileSystemObject, WritesInTheEncodingAskedFor) {
+  MemoryFiles files;
+  Diagnostics told;
+  const DiagnosticScope scope(&told, "x");
+  FileSystemObject file("/a.bas");
+  file.OpenFile(4, 2, 1);
+  file.WriteLine("Größe €");
+  file.CloseFile();
+  EXPECT_EQ(files["/a.bas"],
+            "Gr\xF6\xDF"
+            "e \x80\r\n");
+
+  file.SetWriteForm({TextEncoding::Utf16LE, ""});
+  file.OpenFile(4, 2, 1);
+  file.WriteLine("ß");
+  file.CloseFile();
+  EXPECT_EQ(files["/a.bas"], std::string("\xFF\xFE\xDF\0\r\0\n\0", 8));
+
+  file.SetWriteForm({TextEncoding::CodePage, "1251"});
+  file.OpenFile(4, 2, 1);
+  EXPECT_EQ(ErrorOf([&] { file.WriteLine("Größe"); }), errInvalidArgument);
+  EXPECT_EQ(ErrorOf([&] { file.CloseFile(); }), errPathAccess);
+  EXPECT_EQ(files["/a.bas"].size(), 8u);
+  EXPECT_EQ(told.CountOf(DiagnosticCode::CharactersNotHeld), 1u);
+}
+
+TEST(FileSystemObject, MakesFoldersAndDeletesFiles) {
+  MemoryFiles files{{"/Out/x", "1"}};
+  FileSystemObject file("/out/a/b/c.bas");
+  file.CreateFolderPath();
+  EXPECT_TRUE(files.Has("/Out/a/b"));
+  file.CreateFolderPath();
+  EXPECT_TRUE(FileSystemObject("/out/a/b").IsFolder());
+  EXPECT_EQ(ErrorOf([] { FileSystemObject("/out/x/y/c.bas").CreateFolderPath(); }), errPathAccess);
+  FileSystemObject gone("/OUT/X");
+  gone.DeleteFile();
+  EXPECT_FALSE(files.Has("/Out/x"));
+  gone.DeleteFile();
+  files.FailOn("/Out", EACCES);
+}
+
+std::vector<std::string> Found(const std::string& folder, int flag = 0) {
+  std::vector<FileSystemObject> result;
+  FileSystemObject(folder).FindFiles("*.vbp", flag, result);
+  std::vector<std::string> paths;
+  for (const FileSystemObject& file : result) paths.push_back(file.FullPath());
+  return paths;
+}
+
+TEST(FileSystemObject, FindsFilesBelowInOneOrderWhateverLinksThereAre) {
+  MemoryFiles files{{"/r/b.vbp", ""},     {"/r/A.VBP", ""},      {"/r/c.bas", ""},
+                    {"/r/sub/d.vbp", ""}, {"/r/shut/e.vbp", ""}, {"/other/f.vbp", ""}};
+  files.Link("/r/aloop", "/r");
+  files.Link("/r/sub/up", "/r/sub");
+  files.Link("/r/far", "/other");
+  files.FailOn("/r/shut", EACCES);
+  Diagnostics told;
+  const DiagnosticScope scope(&told, "");
+  EXPECT_EQ(Found("/r"), (std::vector<std::string>{"Z:\\r\\A.VBP", "Z:\\r\\b.vbp",
+                                                   "Z:\\r\\far\\f.vbp", "Z:\\r\\sub\\d.vbp"}));
+  EXPECT_EQ(told.CountOf(DiagnosticCode::FolderSkipped), 1u);
+  EXPECT_EQ(Found("/R/", 1), (std::vector<std::string>{"Z:\\r\\A.VBP", "Z:\\r\\b.vbp"}));
+  EXPECT_EQ(ErrorOf([] { Found("/none"); }), errPathAccess);
+}
+
+TEST(FileSystemObject, AsksTheReaderOfClassIds) {
+  const MemoryFiles files{{"/a.dll", "x"}};
+  EXPECT_EQ(FileSystemObject("/a.dll").ClassID(), "");
+  FileSystemObject::SetClassIdReader([](const std::string& path) { return "{" + path + "}"; });
+  EXPECT_EQ(FileSystemObject("/A.DLL").ClassID(), "{/a.dll}");
+  EXPECT_EQ(FileSystemObject("/b.dll").ClassID(), "");
+  FileSystemObject::SetClassIdReader(nullptr);
+}
+
+// The same on the machine's own disk.
+class OnDisk : public testing::Test {
+ protected:
+  OnDisk() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "vendrel-XXXXXX").string();
+    Folder = mkdtemp(pattern.data());
+    ForgetFolders();
+  }
+  ~OnDisk() override { std::filesystem::remove_all(Folder); }
+  void Put(const std::string& name, std::string_view bytes) const {
+    std::ofstream(Folder + "/" + name, std::ios::binary) << bytes;
+  }
+  std::string Folder;
+};
+
+TEST_F(OnDisk, WritingKeepsModeAndLinksAndLeavesNothingBeside) {
+  Put("real.bas", "old");
+  chmod((Folder + "/real.bas").c_str(), 0640);
+  std::filesystem::create_symlink("real.bas", Folder + "/link.bas");
+  WriteTwoLines(Folder + "/link.bas");
+  EXPECT_TRUE(std::filesystem::is_symlink(Folder + "/link.bas"));
+  struct stat status;
+  stat((Folder + "/real.bas").c_str(), &status);
+  EXPECT_EQ(status.st_mode & 0777, 0640u);
+  EXPECT_EQ(status.st_size, 15);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(Folder), {}), 2);
+  EXPECT_EQ(ReadWholeFile(Folder + "/real.bas"), "new one\r\n\r\nraw\n");
+}
+
+TEST_F(OnDisk, PipesAndDevicesAreRefusedWithoutWaiting) {
+  mkfifo((Folder + "/pipe").c_str(), 0600);
+  EXPECT_EQ(ErrorOf([&] { ReadWholeFile(Folder + "/pipe"); }), errPathAccess);
+  EXPECT_EQ(ErrorOf([&] { WriteTwoLines(Folder + "/pipe"); }), errPathAccess);
+  EXPECT_EQ(ErrorOf([] { ReadWholeFile("/dev/zero"); }), errPathAccess);
+  std::ofstream(Folder + "/huge").close();
+  std::filesystem::resize_file(Folder + "/huge", FileSizeLimit);
+  EXPECT_EQ(ErrorOf([&] { ReadWholeFile(Folder + "/huge"); }), errPathAccess);
+  EXPECT_FALSE(ReadWholeFile("/proc/self/status").empty());
+}
+
+TEST_F(OnDisk, FindsFilesThroughLoopsAndOddNames) {
+  std::filesystem::create_directories(Folder + "/a/b");
+  Put("a/b/x.vbp", "");
+  Put("a/\xF1.vbp", "");
+  std::filesystem::create_directory_symlink("..", Folder + "/a/b/loop");
+  std::filesystem::create_symlink("nowhere", Folder + "/dead.vbp");
+  std::vector<FileSystemObject> result;
+  FileSystemObject(Folder).FindFiles("*.vbp", 0, result);
+  ASSERT_EQ(result.size(), 2u);
+  for (const FileSystemObject& file : result) EXPECT_TRUE(file.Exists()) << file.FullPath();
+  EXPECT_EQ(result[0].FullPath(), WindowsPath(Folder + "/a/b/x.vbp"));
+}
+
+}  // namespace
+}  // namespace vendrel

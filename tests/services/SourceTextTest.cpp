@@ -1,0 +1,195 @@
+#include "services/SourceText.h"
+
+#include <gtest/gtest.h>
+
+#include "diagnostics/VendrelError.h"
+#include "services/Utf8.h"
+
+namespace vendrel {
+namespace {
+
+using namespace std::string_literals;
+
+std::shared_ptr<const SourceText> Decoded(const std::string& bytes, std::string_view page = "") {
+  return SourceText::Decode(bytes, page.empty() ? CodePage::Default() : CodePage::Named(page));
+}
+
+// The bytes that an unchanged file is written with: raw lines where there are some.
+std::string WrittenBack(const SourceText& source) {
+  std::string bytes(ByteOrderMark(source));
+  std::string_view rest = source.Text;
+  while (!rest.empty()) {
+    const std::size_t offset = source.Text.size() - rest.size();
+    const std::string_view before = rest, line = TakeLine(rest);
+    const std::string_view end =
+        before.substr(line.size(), before.size() - rest.size() - line.size());
+    const std::string* raw = source.RawLine(offset);
+    bytes += raw ? *raw : Encode(line, source).value_or("<not held>");
+    bytes += Encode(end, source).value();
+  }
+  return bytes;
+}
+
+TEST(SourceText, ChoosesTheEncodingAndGivesTheBytesBack) {
+  using E = TextEncoding;
+  const struct {
+    std::string Bytes;
+    std::string_view Page;
+    E Encoding;
+    std::string Text;
+    std::size_t RawLines;
+  } cases[] = {
+      {"", "", E::Ascii, "", 0},
+      {"Dim a\r\n", "", E::Ascii, "Dim a\r\n", 0},
+      {"' gr\xC3\xB6\xC3\x9F"
+       "er\n",
+       "", E::Utf8, "' größer\n", 0},
+      {"\xEF\xBB\xBF' a\r\n", "", E::Utf8Bom, "' a\r\n", 0},
+      {"\xEF\xBB\xBF' \xE9\r\nb\r\n", "", E::Utf8Bom, "' \uFFFD\r\nb\r\n", 1},
+      {"a\r\n' \xF1 \x80\r\nb", "", E::CodePage, "a\r\n' ñ €\r\nb", 0},
+      {"\x81\x8D\x8F\x90\x9D", "", E::CodePage, "\u0081\u008D\u008F\u0090\u009D", 0},
+      {"' \xCF\xF0\xE8\r\n", "1251", E::CodePage, "' При\r\n", 0},
+      {"\xAA\na\xC1\n", "1253", E::CodePage, "\uFFFD\naΑ\n", 1},
+      {"x = \"\x95\x5C\x8E\xA6\"\r\n", "932", E::CodePage, "x = \"表示\"\r\n", 0},
+      {"' \x83\x7C\x83\x5C\r\n\x81\r\nok\r\n", "932", E::CodePage, "' ポソ\r\n\uFFFD\r\nok\r\n", 1},
+      {"' \xD6\xD0\xCE\xC4\r\n", "936", E::CodePage, "' 中文\r\n", 0},
+      {"' \xC7\xD1\xB1\xDB\r\n", "949", E::CodePage, "' 한글\r\n", 0},
+      {"' \xA4\xA4\xA4\xE5 \xA5\x5C\r\n", "950", E::CodePage, "' 中文 功\r\n", 0},
+      {"\xFF\xFE"
+       "a\0\xE4\0\r\0\n\0"s,
+       "", E::Utf16LE, "aä\r\n", 0},
+      {"\xFE\xFF\0a\xD8\x3D\xDE\x00"s, "", E::Utf16BE, "a\U0001F600", 0},
+      {"\xFF\xFE"
+       "a\0\n\0\x00\xD8"
+       "b\0\n\0c\0"s,
+       "", E::Utf16LE, "a\n\uFFFDb\nc", 1},
+      {"\xFF\xFE"
+       "a\0b"s,
+       "", E::Utf16LE, "a\uFFFD", 1},
+  };
+  for (const auto& c : cases) {
+    const auto source = Decoded(c.Bytes, c.Page);
+    EXPECT_EQ(source->Encoding, c.Encoding) << c.Text;
+    EXPECT_EQ(source->Text, c.Text);
+    EXPECT_EQ(source->RawLines.size(), c.RawLines) << c.Text;
+    EXPECT_TRUE(IsValidUtf8(source->Text));
+    EXPECT_EQ(WrittenBack(*source), c.Bytes) << c.Text;
+  }
+}
+
+TEST(SourceText, LosesNoByteInAnyPage) {
+  std::string bytes;
+  for (int lead = 0x80; lead < 0x100; ++lead)
+    for (int trail = 0x20; trail < 0x100; trail += 7)
+      (bytes += static_cast<char>(lead)) += {static_cast<char>(trail), trail % 2 ? '\n' : 'x'};
+  for (const char* page : {"1250", "1251", "1252", "1253", "1254", "1255", "1256", "1257", "1258",
+                           "874", "932", "936", "949", "950", "1361", "54936", "437", "koi8-r"}) {
+    const auto source = Decoded(bytes, page);
+    EXPECT_TRUE(IsValidUtf8(source->Text)) << page;
+    EXPECT_EQ(WrittenBack(*source), bytes) << page;
+  }
+}
+
+TEST(SourceText, TellsWhatTheEncodingCannotHold) {
+  const auto ascii = Decoded("a");
+  EXPECT_EQ(Encode("ñ", *ascii), "\xF1");
+  EXPECT_EQ(Encode("Ж", *ascii), std::nullopt);
+  EXPECT_EQ(Encode("ñ", *Decoded("\x95\x5C", "932")), std::nullopt);
+  EXPECT_EQ(Encode("表", *Decoded("\x8E\xA6", "932")), "\x95\x5C");
+  EXPECT_EQ(Encode("Ж", *Decoded("\xC3\xB6")), "Ж");
+  EXPECT_TRUE(Decoded("a\0b"s)->HasNul);
+  EXPECT_FALSE(Decoded("ab")->HasNul);
+}
+
+TEST(SourceText, SummaryOfBytesAgreesWithACountOneByOne) {
+  std::string bytes;
+  unsigned seed = 1;
+  for (int round = 0; round < 300; ++round) {
+    bytes += "ab\r\n\n\r\0\xE4 c"[(seed = seed * 1103515245 + 12345) >> 16 & 7];
+    const std::string text = bytes.substr(0, static_cast<std::size_t>(round) % 290 + 1) +
+                             std::string(round % 3 == 0 ? 9000 : 0, '\r');
+    const ByteSummary summary = SummariseBytes(text);
+    std::size_t cr = 0, lf = 0, pairs = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      cr += text[i] == '\r';
+      lf += text[i] == '\n';
+      pairs += text[i] == '\n' && i > 0 && text[i - 1] == '\r';
+    }
+    ASSERT_EQ(summary.CarriageReturns, cr);
+    ASSERT_EQ(summary.LineFeeds, lf);
+    ASSERT_EQ(summary.Pairs, pairs);
+    ASSERT_EQ(summary.Ascii, FirstNonAscii(text) == text.size());
+    ASSERT_EQ(summary.HasNul, text.find('\0') != std::string::npos);
+  }
+}
+
+TEST(SourceText, IllFormedUtf8IsKnown) {
+  for (const char* bad :
+       {"\x80", "\xC0\x80", "\xC3", "\xE0\x80\x80", "\xED\xA0\x80", "\xF5\x80\x80\x80",
+        "\xF0\x80\x80\x80", "\xF4\x90\x80\x80", "aaaaaaaa\xE2\x82"})
+    EXPECT_FALSE(IsValidUtf8(bad)) << bad;
+  for (const char* good : {"", "a", "é", "€", "😀", "\xEE\x80\x80", "\xF4\x8F\xBF\xBF", "\x7F"})
+    EXPECT_TRUE(IsValidUtf8(good)) << good;
+}
+
+TEST(CodePage, IsFoundByItsManyNames) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"1252", "windows-1252"},
+      {"CP1251", "windows-1251"},
+      {"Windows-1250", "windows-1250"},
+      {"Shift_JIS", "cp932"},
+      {"932", "cp932"},
+      {"gbk", "cp936"},
+      {"65001", "utf-8"},
+      {"iso-8859-2", "iso-8859-2"},
+      {"28592", "iso-8859-2"},
+      {"", "windows-1252"},
+  };
+  for (const auto& [given, name] : cases) EXPECT_EQ(CodePage::Named(given).Name(), name) << given;
+  EXPECT_EQ(CodePage::Find("no-such-page"), nullptr);
+  EXPECT_EQ(CodePage::Find("UTF-16"), nullptr);
+  EXPECT_THROW(CodePage::Named("99999"), VendrelError);
+}
+
+TEST(CodePage, IsGuessedOnceForAllFilesFed) {
+  const auto guess = [](std::initializer_list<std::string> files) {
+    CodePageChooser chooser("auto");
+    for (const std::string& bytes : files) chooser.Feed(bytes);
+    return chooser.Choose();
+  };
+  std::string russian, japanese;
+  CodePage::Named("1251").Encode(
+      "' Функция вычисляет сумму всех значений списка и проверяет её\r\n"
+      "' Если файл не найден, выводится сообщение об ошибке\r\n",
+      russian);
+  CodePage::Named("932").Encode(
+      "' この関数は一覧にあるすべての値の合計を計算します\r\n"
+      "' ファイルが見つからない場合はエラーを表示する\r\n",
+      japanese);
+  std::string french, czech;
+  CodePage::Default().Encode(
+      "' désassemble le code commençant à l'entrée du fichier ouvert\r\n"
+      "' recherche le nom de l'instruction à partir du début, même très loin où il est\r\n",
+      french);
+  CodePage::Named("1250").Encode(
+      "' Tato funkce vypočítá součet všech hodnot v seznamu a vrátí jej volajícímu\r\n"
+      "' Pokud soubor nebyl nalezen, zobrazí se chybové hlášení a běh končí příkazem\r\n",
+      czech);
+  EXPECT_EQ(guess({french}), "windows-1252");
+  EXPECT_EQ(guess({czech}), "windows-1250");
+  EXPECT_EQ(guess({"Dim a\r\n", russian}), "windows-1251");
+  EXPECT_EQ(guess({japanese, "x"}), "cp932");
+  EXPECT_EQ(guess({"only ascii", "größe",
+                   "\xFF\xFE"
+                   "a"}),
+            "windows-1252");
+  EXPECT_EQ(guess({"' Tama\xF1o\r\n"}), "windows-1252");
+  CodePageChooser fixed("1251");
+  EXPECT_FALSE(fixed.Guesses());
+  fixed.Feed(japanese);
+  EXPECT_EQ(fixed.Choose(), "windows-1251");
+  EXPECT_THROW(CodePageChooser("nonsense"), VendrelError);
+}
+
+}  // namespace
+}  // namespace vendrel

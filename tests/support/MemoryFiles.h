@@ -1,0 +1,59 @@
+#pragma once
+// Files in memory for tests: a project of five files is five literals. Any call can be made to
+// fail.
+
+#include <cerrno>
+#include <initializer_list>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "services/FileSource.h"
+
+namespace vendrel::test {
+
+/// A machine whose files are these. While the object lives it is the file source in force:
+///     MemoryFiles files{{"/p/A.vbp", "Type=Exe\r\n"}, {"/p/m.bas", "..."}};
+/// `files["/p/A.vbp"]` is the content of a file.
+class MemoryFiles {
+ public:
+  struct File {
+    std::string Bytes;
+    std::uint32_t Mode = 0644;
+    std::uint64_t Number = 0;
+  };
+
+  class Source;
+
+  MemoryFiles(std::initializer_list<std::pair<std::string, std::string>> files = {});
+  ~MemoryFiles();
+  MemoryFiles(const MemoryFiles&) = delete;
+  MemoryFiles& operator=(const MemoryFiles&) = delete;
+
+  /// Adds or replaces a file; its folders come into being.
+  void Add(const std::string& path, std::string bytes, std::uint32_t mode = 0644);
+  void AddFolder(std::string path);
+  /// Something that is neither file nor folder.
+  void AddPipe(const std::string& path);
+  /// A symbolic link to a folder: listed, and followed where it is a whole path.
+  void Link(const std::string& path, const std::string& target);
+  /// Content of a file; empty if there is none.
+  std::string operator[](const std::string& path) const;
+  bool Has(const std::string& path) const;
+  std::vector<std::string> Paths() const;
+  /// The n-th call from now (1-based) fails with this errno; 0 takes that back.
+  void FailAt(int n, int systemError);
+  /// Every call on this path fails.
+  void FailOn(const std::string& path, int systemError);
+  /// Names of the calls so far, "Status /a"; cleared by `ForgetCalls`.
+  const std::vector<std::string>& Calls() const;
+  void ForgetCalls();
+
+ private:
+  std::shared_ptr<Source> mSource;
+};
+
+}  // namespace vendrel::test
