@@ -198,8 +198,6 @@ void ProjectReader::TakeReference(const ProjectLineText& line) {
   } else if (!mProject.References.HasKey(identity)) {
     mProject.References.Add(reference, identity);
   }
-  if (!reference->FileName.FullPath().empty() && !reference->FileName.Exists())
-    Tell(DiagnosticCode::MissingReference, {reference->FileName.FullPath()});
   std::string_view version = reference->Version;
   const std::int32_t major = NumericValue(TakeField(version, '.'));
   const std::int32_t minor = NumericValue(TakeField(version, '.'));
