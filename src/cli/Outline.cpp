@@ -18,22 +18,14 @@ constexpr int kDeepestIndent = 40;  // controls nest as deep as their input make
 std::string_view WordOf(const Component& component) {
   if (component.IsMDI()) return "MDI form";
   switch (component.FileType) {
-    case ftClass:
-      return "class";
-    case ftModule:
-      return "module";
-    case ftForm:
-      return "form";
-    case ftUserControl:
-      return "user control";
-    case ftUserDocument:
-      return "user document";
-    case ftDesigner:
-      return "designer";
-    case ftPropertyPage:
-      return "property page";
-    default:
-      return "file";
+    case ftClass: return "class";
+    case ftModule: return "module";
+    case ftForm: return "form";
+    case ftUserControl: return "user control";
+    case ftUserDocument: return "user document";
+    case ftDesigner: return "designer";
+    case ftPropertyPage: return "property page";
+    default: return "file";
   }
 }
 

@@ -85,14 +85,10 @@ std::shared_ptr<VBProject> LoadWithCodePage(const std::string& path, InputKind k
 
 std::string_view WordsFor(InputKind kind) {
   switch (kind) {
-    case InputKind::Group:
-      return "project groups";
-    case InputKind::DotNetProject:
-      return "VB.NET projects";
-    case InputKind::TypeLibrary:
-      return "type libraries";
-    default:
-      return "folders of projects";
+    case InputKind::Group: return "project groups";
+    case InputKind::DotNetProject: return "VB.NET projects";
+    case InputKind::TypeLibrary: return "type libraries";
+    default: return "folders of projects";
   }
 }
 

@@ -2,12 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
+#include <fstream>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "cli/ProjectSettings.h"
 #include "output/Xml.h"
 #include "support/MemoryFiles.h"
 
@@ -268,6 +269,24 @@ TEST(ToolAlone, OptionsReachTheProject) {
   EXPECT_EQ(lineType({"--reading", "classic"}), "OTHER 1");
   EXPECT_EQ(lineType({"--set", "remcomments=False"}), "OTHER 1");
   EXPECT_EQ(lineType({"--set", "LoadBlocksOnly=True"}), "Comment 0");
+}
+
+TEST(ToolAlone, ManualNamesEveryCommandAndSetting) {
+  std::ifstream file(VENDREL_SOURCE_ROOT "/docs/tool.md");
+  std::ostringstream manual;
+  manual << file.rdbuf();
+  for (const std::string_view name : ProjectOptionNames())
+    EXPECT_TRUE(Has(manual.str(), "`" + std::string(name) + "`")) << name;
+  // Every option that the help of a command names stands in the manual.
+  for (const char* command : {"tree", "dump", "manifest", "check", "lines", "evaluate"}) {
+    EXPECT_TRUE(Has(manual.str(), "### " + std::string(command))) << command;
+    std::istringstream words(Tool({command, "--help"}).Out);
+    for (std::string word; words >> word;) {
+      if (!word.starts_with("--")) continue;
+      word = word.substr(0, word.find_first_of(",="));
+      EXPECT_TRUE(Has(manual.str(), word)) << command << " " << word;
+    }
+  }
 }
 
 }  // namespace
