@@ -232,4 +232,9 @@ std::string Reference::CodeLine() {
   return ReferenceType + "=*\\A" + path;
 }
 
+std::string Reference::Description() const {
+  const vendrel::VBProject* project = ReferencedProject();
+  return project ? project->Description() : Name();
+}
+
 }  // namespace vendrel

@@ -112,4 +112,7 @@ void VBProjectGroup::LoadProject(const FileSystemObject& file, bool silent, bool
   mProjects->Add(project, project->ProjectName);
 }
 
+VBProjectGroup* VBProject::VBProjectGroup() const { return mGroup.Get(); }
+void VBProject::SetVBProjectGroup(vendrel::VBProjectGroup* group) { mGroup.Set(group); }
+
 }  // namespace vendrel

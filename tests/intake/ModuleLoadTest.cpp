@@ -238,7 +238,9 @@ TEST(ModuleLoadTest, ALineThatFailsEndsTheLoadOrIsSteppedOver) {
         return StepOver::SkipLine;
       };
     };
-    if (*c.Diagnostics) EXPECT_THROW(load({}), VendrelError) << c.Body;
+    if (*c.Diagnostics) {
+      EXPECT_THROW(load({}), VendrelError) << c.Body;
+    }
     TestModule module("M.bas", c.Body, [&](VBProject& project) {
       project.OutputConditionalCompilationBlocks = true;
       tell(project);
@@ -248,8 +250,9 @@ TEST(ModuleLoadTest, ALineThatFailsEndsTheLoadOrIsSteppedOver) {
     EXPECT_EQ(names, c.Tree) << c.Body;
     EXPECT_EQ(Told(module.Project->Diagnostics), c.Diagnostics) << c.Body;
     EXPECT_EQ(asked.empty(), !*c.Diagnostics);
-    if (c.Written)
+    if (c.Written) {
       EXPECT_EQ(AllTexts(*module), "Attribute VB_Name = \"M\"\n" + std::string(c.Body));
+    }
     EXPECT_EQ(module->LoadState, lsFullyLoaded);
   }
   TestModule kept("M.bas", "Dim a\n  Public\n", [](VBProject& project) {
@@ -382,7 +385,9 @@ TEST(ModuleLoadTest, TheFirstAndLastProcedureDependOnTheKindOfModule) {
     EXPECT_EQ(init ? init->Name() : "", c.Init);
     EXPECT_EQ(term ? term->Name() : "", c.Term);
     EXPECT_EQ(component.InitBlock(true), init);
-    if (c.Mdi) EXPECT_EQ(init->CodeLines->Count(), 3);
+    if (c.Mdi) {
+      EXPECT_EQ(init->CodeLines->Count(), 3);
+    }
   }
 }
 
