@@ -1,5 +1,5 @@
-// Holds docs/reading.md to the list of flags: a flag without its row would be a secret, a row without
-// its flag a promise.
+// Holds docs/reading.md to the list of flags: a flag without its row would be a secret, a row
+// without its flag a promise.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
