@@ -23,7 +23,8 @@ CLI::App* AddCommand(CLI::App& app, const char* name, const char* text, Shared& 
   CLI::App* command = app.add_subcommand(name, text);
   command->add_option("--runs", shared.Runs, "Runs; the best and the median count")
       ->check(CLI::Range(1, 1000));
-  command->add_flag("--classic", shared.Classic, "The classic reading in place of the complete one");
+  command->add_flag("--classic", shared.Classic,
+                    "The classic reading in place of the complete one");
   return command;
 }
 

@@ -45,7 +45,7 @@ struct Run {
   double Left = 0;            // still there when the tree is gone
   double Peak = 0;            // largest resident size, program included
   double Allocations = 0;
-  double Failed = 0;          // projects that could not be read
+  double Failed = 0;  // projects that could not be read
 };
 
 std::shared_ptr<VBProject> NewProject(bool classic) {
@@ -160,16 +160,24 @@ void AddRow(Table& table, const Case& which, const Source& source, const std::ve
   const double median = Median(Times(runs, &Run::Seconds));
   const Run& one = runs.front();  // what is not a time is alike in all runs
   const double bytes = std::max(source.Bytes, 1.0), lines = std::max(source.Lines, 1.0);
-  table.Add({which.Name, Grouped(static_cast<std::int64_t>(source.Modules)),
-             Grouped(static_cast<std::int64_t>(source.Lines)), Decimal(bytes / kMillion, 2),
-             Decimal(best * 1e3, 1), Decimal(median * 1e3, 1),
-             Decimal(lines / best / kMillion, 2), Decimal(lines / median / kMillion, 2),
-             Decimal(bytes / best / kMillion, 1), Decimal(best / lines * 1e9, 0),
+  table.Add({which.Name,
+             Grouped(static_cast<std::int64_t>(source.Modules)),
+             Grouped(static_cast<std::int64_t>(source.Lines)),
+             Decimal(bytes / kMillion, 2),
+             Decimal(best * 1e3, 1),
+             Decimal(median * 1e3, 1),
+             Decimal(lines / best / kMillion, 2),
+             Decimal(lines / median / kMillion, 2),
+             Decimal(bytes / best / kMillion, 1),
+             Decimal(best / lines * 1e9, 0),
              Decimal(bytes / std::max(source.Seconds, 1e-9) / kMillion, 0),
              Decimal(Best(Times(runs, &Run::ProjectSeconds)) * 1e3, 2),
-             Decimal(one.Kept / bytes, 2), Decimal(one.Mapped / bytes, 2),
-             Decimal(one.Unloaded / bytes, 2), Decimal(one.Kept / lines, 1),
-             Decimal(one.Peak / kMillion, 1), Decimal(one.Allocations / lines, 2),
+             Decimal(one.Kept / bytes, 2),
+             Decimal(one.Mapped / bytes, 2),
+             Decimal(one.Unloaded / bytes, 2),
+             Decimal(one.Kept / lines, 1),
+             Decimal(one.Peak / kMillion, 1),
+             Decimal(one.Allocations / lines, 2),
              Decimal(Best(Times(runs, &Run::Release)) * 1e3, 1),
              Grouped(static_cast<std::int64_t>(one.Left))});
   if (one.Failed > 0)
@@ -180,8 +188,8 @@ void AddRow(Table& table, const Case& which, const Source& source, const std::ve
 Case FolderCase(const std::string& folder) {
   Case found{fs::path(folder).filename().string(), {}};
   if (found.Name.empty()) found.Name = folder;
-  for (const auto& entry : fs::recursive_directory_iterator(
-           folder, fs::directory_options::skip_permission_denied))
+  for (const auto& entry :
+       fs::recursive_directory_iterator(folder, fs::directory_options::skip_permission_denied))
     if (entry.is_regular_file() && EqualsNoCaseAscii(entry.path().extension().string(), ".vbp"))
       found.ProjectFiles.push_back(fs::absolute(entry.path()).string());
   std::sort(found.ProjectFiles.begin(), found.ProjectFiles.end());
@@ -219,9 +227,10 @@ std::string GeneratedProject(const std::string& workFolder, std::int64_t lines) 
 }
 
 int RunLoad(const LoadOptions& options) {
-  Table table({"source", "modules", "lines", "MB", "best ms", "median ms", "Mlines/s", "median",
-               "MB/s", "ns/line", "limit MB/s", "project ms", "kept", "mapped", "unloaded",
-               "bytes/line", "peak MB", "news/line", "release ms", "left"});
+  Table table({"source",     "modules",    "lines",     "MB",         "best ms",
+               "median ms",  "Mlines/s",   "median",    "MB/s",       "ns/line",
+               "limit MB/s", "project ms", "kept",      "mapped",     "unloaded",
+               "bytes/line", "peak MB",    "news/line", "release ms", "left"});
   bool any = false;
   for (const Case& which : Cases(options)) {
     if (which.ProjectFiles.empty()) {

@@ -21,7 +21,8 @@ struct LoadOptions {
 /// Measures and prints the table; 0, or 1 where nothing could be measured.
 int RunLoad(const LoadOptions& options);
 
-/// The project file of a generated project of that size below `workFolder`; written if it is not there.
+/// The project file of a generated project of that size below `workFolder`; written if it is not
+/// there.
 std::string GeneratedProject(const std::string& workFolder, std::int64_t lines);
 
 }  // namespace vendrel::bench

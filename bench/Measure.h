@@ -46,7 +46,8 @@ std::vector<double> InOwnProcess(const std::function<std::vector<double>()>& wor
 double Best(std::vector<double> times);
 double Median(std::vector<double> times);
 
-/// Rows of text in columns as wide as needed; the first column to the left, the others to the right.
+/// Rows of text in columns as wide as needed; the first column to the left, the others to the
+/// right.
 class Table {
  public:
   explicit Table(std::vector<std::string> head) { mRows.push_back(std::move(head)); }

@@ -107,8 +107,7 @@ int RunEvaluate(const MicroOptions& options) {
                FillConstants(known, constants);
                const std::string condition = ConditionOver(constants);
                if (!known.Evaluate(condition, &project)) return state.SkipWithError("not true");
-               for (auto _ : state)
-                 benchmark::DoNotOptimize(known.Evaluate(condition, &project));
+               for (auto _ : state) benchmark::DoNotOptimize(known.Evaluate(condition, &project));
                CountItems(state, 1, static_cast<std::int64_t>(condition.size()));
              });
   }
