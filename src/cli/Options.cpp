@@ -2,9 +2,11 @@
 
 #include <filesystem>
 
+#include "comments/TagDefinitions.h"
 #include "core/ProcessState.h"
 #include "diagnostics/VendrelError.h"
 #include "services/CodePage.h"
+#include "services/FileSystemObject.h"
 #include "services/Paths.h"
 
 namespace vendrel::cli {
@@ -29,6 +31,16 @@ void ApplyDrives(const std::vector<std::string>& drives) {
       throw ToolError(
           exUsage, "--drive: '" + text + "' is not a letter and a folder, as in " + "C=/home/me/c");
     }
+  }
+}
+
+void ApplyTags(const std::string& path) {
+  TemplateObjects::Install(nullptr);
+  if (path.empty()) return;
+  try {
+    UseTagDefinitionFile(FileSystemObject(AbsolutePath(path)).NativePath());
+  } catch (const VendrelError& error) {
+    throw ToolError(exFailed, "--tags: " + path + ": " + error.Text());
   }
 }
 
@@ -74,6 +86,7 @@ void ApplyToProcess(const CommonOptions& options) {
   FileOptions::Current() = {};
   CheckCodePage(options.CodePage);
   ApplyDrives(options.Drives);
+  ApplyTags(options.Tags);
 }
 
 NamedValue CutNamedValue(const std::string& option, const std::string& text) {

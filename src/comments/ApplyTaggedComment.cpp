@@ -436,34 +436,20 @@ void AttachToInterface(Application& a) {
 void AttachByKind(Application& a) {
   switch (a.Kind) {
     case etNone:
-    case etReserved:
-      return;
-    case etProjectGroup:
-      return AttachToGroup(a);
-    case etProject:
-      return AttachToProject(a);
-    case etModule:
-      return AttachToModule(a);
-    case etMethod:
-      return AttachToBlock(a);
-    case etVariable:
-      return AttachToVariable(a);
-    case etParameter:
-      return AttachToParameter(a);
-    case etEvent:
-      return AttachToEvent(a);
-    case etEnumeration:
-      return AttachToEnumeration(a);
-    case etEnumerationMember:
-      return AttachToEnumMember(a);
-    case etStructure:
-      return AttachToStructure(a);
-    case etStructureMember:
-      return AttachToStructureMember(a);
-    case etDeclareStatement:
-      return AttachToDeclare(a);
-    case etImplementedInterface:
-      return AttachToInterface(a);
+    case etReserved: return;
+    case etProjectGroup: return AttachToGroup(a);
+    case etProject: return AttachToProject(a);
+    case etModule: return AttachToModule(a);
+    case etMethod: return AttachToBlock(a);
+    case etVariable: return AttachToVariable(a);
+    case etParameter: return AttachToParameter(a);
+    case etEvent: return AttachToEvent(a);
+    case etEnumeration: return AttachToEnumeration(a);
+    case etEnumerationMember: return AttachToEnumMember(a);
+    case etStructure: return AttachToStructure(a);
+    case etStructureMember: return AttachToStructureMember(a);
+    case etDeclareStatement: return AttachToDeclare(a);
+    case etImplementedInterface: return AttachToInterface(a);
   }
 }
 

@@ -306,6 +306,7 @@ void ModuleReader::StepOver(const VendrelError& error, std::string_view text) {
 }  // namespace
 
 bool Component::Load(bool OnlyHeader) {
+  if (LoadState == lsFullyLoadedNoCode) return false;  // read before, and unloaded since
   ModuleReader(*this).Load(OnlyHeader);
   return false;
 }

@@ -24,6 +24,16 @@ constexpr std::array<unsigned char, 256> kClasses = [] {
   return classes;
 }();
 
+// End of a run of characters that mean nothing to the scan once something but a number has been seen.
+std::size_t PlainEnd(std::string_view text, std::size_t at, std::size_t end) {
+  while (at < end) {
+    const unsigned char kind = kClasses[static_cast<unsigned char>(text[at])];
+    if (kind != kPlain && kind != kDigit && kind != kBlank) break;
+    ++at;
+  }
+  return at;
+}
+
 std::size_t CharLength(unsigned char lead) {
   return lead < 0xC0 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
 }
@@ -147,7 +157,7 @@ void LineClassifier::Scan(std::string_view text, std::size_t end) {
     unsigned char kind = kClasses[byte];
     if (kind == kPlain) {
       s.SeenOther = true;
-      ++s.At;
+      s.At = PlainEnd(text, s.At + 1, end);
       continue;
     }
     std::size_t next = s.At + 1;

@@ -1,0 +1,201 @@
+#include <gtest/gtest.h>
+
+#include "diagnostics/VendrelError.h"
+#include "support/Projects.h"
+#include "text/CodeLines.h"
+
+namespace vendrel {
+namespace {
+
+using test::Show;
+
+CodeLine Line(const char* text) { return InitialiseCodeLine(text, lvVisualBasic5or6); }
+
+CodeLines Lines(std::initializer_list<const char*> texts) {
+  CodeLines lines;
+  for (const char* text : texts) lines.Add(Line(text));
+  return lines;
+}
+
+std::string Texts(const CodeLines& lines) {
+  std::string text;
+  for (std::int32_t i = 1; i <= lines.Count(); ++i) text += lines.LineText(i) + "|";
+  return text;
+}
+
+template <typename Call>
+int Failure(Call call) {
+  try {
+    call();
+  } catch (const VendrelError& error) {
+    return error.Number();
+  }
+  return 0;
+}
+
+TEST(CodeLinesTest, LinesAreAddedBeforeBehindOrLast) {
+  CodeLines lines = Lines({"a", "b"});
+  lines.Add(Line("first"), 1);
+  lines.Add(Line("third"), 0, 2);
+  lines.Add(Line("last"), 0, 4);
+  lines.Add(Line("wins"), 1, 4);  // Before wins over After
+  lines.Add(Line("end"), 0, 0);
+  EXPECT_EQ(Texts(lines), "wins|first|a|third|b|last|end|");
+  lines.Remove(2);
+  lines.Remove(6);
+  EXPECT_EQ(Texts(lines), "wins|a|third|b|last|");
+}
+
+TEST(CodeLinesTest, PositionsOutsideFail) {
+  CodeLines lines = Lines({"a", "b"});
+  for (const std::int32_t at : {-1, 0, 3}) {
+    EXPECT_EQ(Failure([&] { lines.Item(at); }), errSubscript) << at;
+    EXPECT_EQ(Failure([&] { lines.Continued(at); }), errSubscript) << at;
+    EXPECT_EQ(Failure([&] { lines.LineType(at); }), errSubscript) << at;
+    EXPECT_EQ(Failure([&] { lines.LineText(at); }), errSubscript) << at;
+    EXPECT_EQ(Failure([&] { lines.SetLineText(at, "x"); }), errSubscript) << at;
+    EXPECT_EQ(Failure([&] { lines.Remove(at); }), errSubscript) << at;
+    EXPECT_EQ(Failure([&] { lines.EventName(at); }), errSubscript) << at;
+  }
+  EXPECT_EQ(Failure([&] { lines.Add(Line("x"), 3); }), errSubscript);
+  EXPECT_EQ(Failure([&] { lines.Add(Line("x"), 0, -1); }), errSubscript);
+  EXPECT_EQ(Texts(lines), "a|b|");
+  EXPECT_EQ(lines.ContinuationCount(), 0);
+}
+
+TEST(CodeLinesTest, EverythingFailsOnceTheLinesAreUnloaded) {
+  CodeLines lines = Lines({"a"});
+  lines.UnloadSourceCode();
+  lines.UnloadSourceCode();
+  EXPECT_TRUE(lines.Unloaded());
+  EXPECT_EQ(Failure([&] { lines.Count(); }), errObjectNotSet);
+  EXPECT_EQ(Failure([&] { lines.Item(1); }), errObjectNotSet);
+  EXPECT_EQ(Failure([&] { lines.Continued(1); }), errObjectNotSet);
+  EXPECT_EQ(Failure([&] { lines.LinesOfType(OTHER); }), errObjectNotSet);
+  EXPECT_EQ(Failure([&] { lines.LinesMatchingPattern("*"); }), errObjectNotSet);
+  EXPECT_EQ(Failure([&] { lines.Add(Line("x")); }), errObjectNotSet);
+  EXPECT_EQ(Failure([&] { lines.ContinuationCount(); }), errObjectNotSet);
+}
+
+TEST(CodeLinesTest, RecordsAreCopies) {
+  CodeLines lines = Lines({"Dim x ' note"});
+  CodeLine record = lines.Item(1);
+  record.Text = "changed";
+  EXPECT_EQ(lines.LineText(1), "Dim x ' note");
+  record.EventIndex = 7;
+  record.NotInSource = record.Continuation = true;
+  record.LineID = 3;
+  lines.Add(record);
+  EXPECT_EQ(lines.Item(2), record);
+  EXPECT_TRUE(lines.NotInSource(2) && lines.Continuation(2));
+  EXPECT_EQ(lines.EventIndex(2), 7);
+  EXPECT_EQ(lines.ContinuationCount(), 1);
+  lines.Remove(2);
+  EXPECT_EQ(lines.ContinuationCount(), 0);
+}
+
+TEST(CodeLinesTest, AChangedTextKeepsItsClassification) {
+  CodeLines lines = Lines({"Dim x", "y = 1 ' note"});
+  lines.SetLineText(2, "Private Sub S()");
+  EXPECT_EQ(lines.Count(), 2);
+  EXPECT_EQ(lines.LineText(2), "Private Sub S()");
+  EXPECT_EQ(Show(lines.Item(2)), "OTHER [y = 1 ] 'note");
+  EXPECT_FALSE(lines.IsStartLine(2));
+  EXPECT_EQ(lines.EventName(2), "S");
+}
+
+TEST(CodeLinesTest, LinesAreFoundByTypeAndPattern) {
+  const CodeLines lines = Lines({"Sub S()", "  Dim x", "\tDIM Y ' z", "End Sub", "' dim"});
+  EXPECT_EQ(lines.LinesOfType(VAR_DECLARATION).size(), 2u);
+  EXPECT_TRUE(lines.LinesOfType(START_ENUM).empty());
+  const auto dims = lines.LinesMatchingPattern("DIM *");
+  ASSERT_EQ(dims.size(), 2u);
+  EXPECT_EQ(dims[1].Text, "\tDIM Y ' z");
+  EXPECT_EQ(lines.LinesMatchingPattern("*dim").size(), 1u);
+  EXPECT_TRUE(lines.IsStartLine(1) && lines.IsEndLine(4));
+  EXPECT_EQ(lines.EventName(1), "S");
+}
+
+// The list keeps places in the text of the module and classifies again; what it gives must be what the
+// reader saw. Here the reader is the documented walk over the physical lines, done the plain way.
+struct PlainReader {
+  ReadingRules Rules;
+  CodeLine Previous;
+  std::vector<CodeLine> Records;
+
+  void Take(const std::string& physical) {
+    if (Previous.MoreLines && !Rules.KeepLinesBehindSeparators) {
+      TakeText(Previous.Remainder, true);
+      return;
+    }
+    TakeText(physical, false);
+    while (Rules.KeepLinesBehindSeparators && Previous.MoreLines) TakeText(Previous.Remainder, true);
+  }
+  void TakeText(const std::string& text, bool notInSource) {
+    const bool continuation = Previous.Continued;
+    const std::string logical =
+        continuation ? JoinContinuation(Previous.Remainder, text) : text;
+    CodeLine line = InitialiseCodeLine(logical, lvVisualBasic5or6, Rules);
+    line.Continuation = continuation;
+    line.NotInSource = notInSource;
+    line.Text = text;
+    Records.push_back(line);
+    Previous = line;
+  }
+};
+
+TEST(CodeLinesTest, ALoadedModuleGivesBackTheRecordsOfItsReader) {
+  const std::vector<std::string> body = {
+      "Option Explicit",
+      "Private a As Long, _",
+      "  b As String, _",
+      "\tc ' trailing",
+      "' a comment _",
+      "  goes on _",
+      "and ends",
+      "",
+      "Public Sub First(ByVal x As Long, _",
+      "\tOptional y = \"a:b _\", _",
+      "    z) ' note",
+      "\tx = 1 : y = 22222222222222222222 : z = 33333333333333333333 : x = 4444444444444444",
+      "100 x = \"it's\" : Call Other(x, _",
+      "      y) : z = 1",
+      "lost : on the way",
+      "next line",
+      "x = 1 _ ",
+      "  + 2 'done",
+      "   ",
+      "label:",
+      "End Sub",
+      "Function Second() As Long:",
+      "End Function : x = \"\u0416\" ' \u0422",
+      "Sub Third(): Beep: End Sub",
+      "' end _",
+  };
+  for (const ReadingRules& rules : {ReadingRules::Classic(), ReadingRules::Complete()}) {
+    ReadingRules used = rules;
+    used.OneLineProcedures = false;  // its body is cut at every colon: see the intake's own test
+    std::string text;
+    PlainReader plain{used, {}, {}};
+    for (const std::string& line : body) {
+      text += line + "\n";
+      plain.Take(line);
+    }
+    test::TestModule module("M.bas", text, [&](VBProject& project) { project.Reading = used; });
+    std::vector<CodeLine> loaded;
+    for (const Block& block : module->Blocks)
+      for (std::int32_t i = 1; block.CodeLines.IfAny() && i <= block.CodeLines->Count(); ++i)
+        loaded.push_back(block.CodeLines->Item(i));
+    ASSERT_FALSE(loaded.empty());
+    loaded.erase(loaded.begin());  // the name of the module
+    if (plain.Previous.Continued) plain.Records.pop_back();  // a statement that never ends is not stored
+    ASSERT_EQ(loaded.size(), plain.Records.size());
+    for (std::size_t i = 0; i < loaded.size(); ++i) {
+      EXPECT_EQ(Show(loaded[i]), Show(plain.Records[i])) << loaded[i].Text;
+      EXPECT_EQ(loaded[i], plain.Records[i]) << loaded[i].Text;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace vendrel
