@@ -35,13 +35,10 @@ int CodePageOfLanguage(unsigned lcid) {
   switch (lcid & 0xFFFF) {
     case 0x0404:
     case 0x0C04:
-    case 0x1404:
-      return 950;  // traditional characters
+    case 0x1404: return 950;  // traditional characters
     case 0x0C1A:
-    case 0x1C1A:
-      return 1251;  // Serbian in Cyrillic letters
-    default:
-      break;
+    case 0x1C1A: return 1251;  // Serbian in Cyrillic letters
+    default: break;
   }
   for (const LanguagePage& page : kPages)
     if (page.Primary == (lcid & 0x3FF)) return page.CodePage;

@@ -87,15 +87,9 @@ void MsftReader::ReadTypeInfo(ByteStream record, TypeInfo& type, MemberBlock& bl
 // What the word at 0x54 means depends on the kind.
 void MsftReader::ReadBase(TypeInfo& type, std::int32_t dataType, int implemented) {
   switch (type.TypeKind) {
-    case tkAlias:
-      type.AliasType = Type(dataType);
-      break;
-    case tkModule:
-      type.DllName = String(dataType);
-      break;
-    case tkCoclass:
-      ReadImplemented(type, dataType, implemented);
-      break;
+    case tkAlias: type.AliasType = Type(dataType); break;
+    case tkModule: type.DllName = String(dataType); break;
+    case tkCoclass: ReadImplemented(type, dataType, implemented); break;
     case tkInterface:
       type.Base = implemented > 0 ? Reference(dataType) : TypeReference();
       if (!type.Base.IsNone()) type.Interfaces.push_back({&mLibrary, type.Base, 0, -1});
@@ -104,8 +98,7 @@ void MsftReader::ReadBase(TypeInfo& type, std::int32_t dataType, int implemented
       type.Base = Reference(dataType);
       AddDispatchInterface(type);
       break;
-    default:
-      break;
+    default: break;
   }
 }
 
@@ -216,12 +209,8 @@ void MsftReader::ReadFunctionExtras(ByteStream& record, std::size_t count, std::
   for (std::size_t i = 0; i < count; ++i) {
     const std::int32_t word = record.I32();
     switch (i) {
-      case 0:
-        member.HelpContext = ContextOrZero(word);
-        break;
-      case 1:
-        Guarded("help string", [&] { member.HelpString = String(word); });
-        break;
+      case 0: member.HelpContext = ContextOrZero(word); break;
+      case 1: Guarded("help string", [&] { member.HelpString = String(word); }); break;
       case 2:
         if ((bits & kEntryIsOrdinal) != 0) {
           member.DllOrdinal = word & 0xFFFF;
@@ -232,12 +221,8 @@ void MsftReader::ReadFunctionExtras(ByteStream& record, std::size_t count, std::
           Guarded("entry", [&] { String(word); });
         }
         break;
-      case 3:
-        Guarded("help file", [&] { member.HelpFile = String(word); });
-        break;
-      case 5:
-        member.HelpStringContext = ContextOrZero(word);
-        break;
+      case 3: Guarded("help file", [&] { member.HelpFile = String(word); }); break;
+      case 5: member.HelpStringContext = ContextOrZero(word); break;
       case 6:
         if ((bits & kHasCustomData) != 0)
           Guarded("custom data", [&] { member.CustomData = CustomData(word); });
@@ -273,20 +258,11 @@ void MsftReader::ReadVariable(ByteStream record, MemberInfo& member) {
   for (std::size_t i = 0; record.Left() >= 4; ++i) {
     const std::int32_t word = record.I32();
     switch (i) {
-      case 0:
-        member.HelpContext = ContextOrZero(word);
-        break;
-      case 1:
-        Guarded("help string", [&] { member.HelpString = String(word); });
-        break;
-      case 3:
-        Guarded("custom data", [&] { member.CustomData = CustomData(word); });
-        break;
-      case 4:
-        member.HelpStringContext = ContextOrZero(word);
-        break;
-      default:
-        break;
+      case 0: member.HelpContext = ContextOrZero(word); break;
+      case 1: Guarded("help string", [&] { member.HelpString = String(word); }); break;
+      case 3: Guarded("custom data", [&] { member.CustomData = CustomData(word); }); break;
+      case 4: member.HelpStringContext = ContextOrZero(word); break;
+      default: break;
     }
   }
 }

@@ -164,17 +164,10 @@ void MsftReader::ReadTypeNodes() {
     const std::int32_t data = segment.I32();
     switch (node.VarType) {
       case vtPointer:
-      case vtSafeArray:
-        node.Link = Code(data);
-        break;
-      case vtFixedArray:
-        Guarded("array", [&] { ReadBounds(data, node); });
-        break;
-      case vtUserDefined:
-        node.Link = Reference(data).Code;
-        break;
-      default:
-        break;
+      case vtSafeArray: node.Link = Code(data); break;
+      case vtFixedArray: Guarded("array", [&] { ReadBounds(data, node); }); break;
+      case vtUserDefined: node.Link = Reference(data).Code; break;
+      default: break;
     }
     mLibrary.TypeNodes.push_back(node);
   }

@@ -44,19 +44,11 @@ TypeLibValue UnpackValue(std::uint32_t packed) {
   const std::uint32_t bits = packed & 0x3FFFFFF;
   switch (value.VarType) {
     case vtI2:
-    case vtBool:
-      value.Integer = static_cast<std::int16_t>(bits);
-      break;
-    case vtI1:
-      value.Integer = static_cast<std::int8_t>(bits);
-      break;
-    case vtR4:
-      value.Real = BitsToSingle(bits);
-      break;
+    case vtBool: value.Integer = static_cast<std::int16_t>(bits); break;
+    case vtI1: value.Integer = static_cast<std::int8_t>(bits); break;
+    case vtR4: value.Real = BitsToSingle(bits); break;
     case vtR8:
-    case vtDate:
-      value.Real = static_cast<double>(bits);
-      break;
+    case vtDate: value.Real = static_cast<double>(bits); break;
     default:
       value.Integer = bits;
       value.IsNull = IsObject(value.VarType);
@@ -79,51 +71,28 @@ TypeLibValue MsftReader::StoredValue(std::size_t offset) {
   TypeLibValue value;
   value.VarType = entry.U16() & vtTypeMask;
   switch (value.VarType) {
-    case vtI1:
-      value.Integer = static_cast<std::int8_t>(entry.U32());
-      break;
-    case vtUI1:
-      value.Integer = static_cast<std::uint8_t>(entry.U32());
-      break;
+    case vtI1: value.Integer = static_cast<std::int8_t>(entry.U32()); break;
+    case vtUI1: value.Integer = static_cast<std::uint8_t>(entry.U32()); break;
     case vtI2:
-    case vtBool:
-      value.Integer = static_cast<std::int16_t>(entry.U32());
-      break;
-    case vtUI2:
-      value.Integer = static_cast<std::uint16_t>(entry.U32());
-      break;
+    case vtBool: value.Integer = static_cast<std::int16_t>(entry.U32()); break;
+    case vtUI2: value.Integer = static_cast<std::uint16_t>(entry.U32()); break;
     case vtI4:
     case vtInt:
     case vtHresult:
-    case vtError:
-      value.Integer = entry.I32();
-      break;
+    case vtError: value.Integer = entry.I32(); break;
     case vtUI4:
-    case vtUInt:
-      value.Integer = entry.U32();
-      break;
+    case vtUInt: value.Integer = entry.U32(); break;
     case vtCurrency:
     case vtI8:
-    case vtUI8:
-      value.Integer = entry.I64();
-      break;
-    case vtR4:
-      value.Real = BitsToSingle(entry.U32());
-      break;
+    case vtUI8: value.Integer = entry.I64(); break;
+    case vtR4: value.Real = BitsToSingle(entry.U32()); break;
     case vtR8:
-    case vtDate:
-      value.Real = BitsToDouble(entry.U64());
-      break;
-    case vtDecimal:
-      ReadDecimal(entry, value);
-      break;
+    case vtDate: value.Real = BitsToDouble(entry.U64()); break;
+    case vtDecimal: ReadDecimal(entry, value); break;
     case vtBstr:
     case vtLpStr:
-    case vtLpWStr:
-      ReadText(entry, value);
-      break;
-    default:
-      throw DataError("a value of unknown type " + std::to_string(value.VarType));
+    case vtLpWStr: ReadText(entry, value); break;
+    default: throw DataError("a value of unknown type " + std::to_string(value.VarType));
   }
   entry.Cover((4 - (entry.Position() - offset) % 4) % 4);
   return value;

@@ -41,14 +41,10 @@ std::uint16_t ParameterFlags(std::uint16_t word) {
 // 1 virtual, 3 static, 4 dispatch, 0 for other kinds.
 std::uint8_t StoredFunctionKind(unsigned kind) {
   switch (kind & ~kHasFlags) {
-    case 0x4C:
-      return 1;
-    case 0x8B:
-      return 3;
-    case 0xCB:
-      return 4;
-    default:
-      return 0;
+    case 0x4C: return 1;
+    case 0x8B: return 3;
+    case 0xCB: return 4;
+    default: return 0;
   }
 }
 
@@ -100,9 +96,7 @@ void SltgReader::ReadImplemented(Group& group, TypeInfo& type, std::uint16_t fir
     items.push_back(item);
   }
   switch (type.TypeKind) {
-    case tkCoclass:
-      type.Interfaces = std::move(items);
-      break;
+    case tkCoclass: type.Interfaces = std::move(items); break;
     case tkInterface:
       if (items.empty()) break;
       type.Base = items.front().Reference;
@@ -114,8 +108,7 @@ void SltgReader::ReadImplemented(Group& group, TypeInfo& type, std::uint16_t fir
       if (items.size() > 1) type.Base = items[1].Reference;
       AddDispatchInterface(type);
       break;
-    default:
-      break;
+    default: break;
   }
 }
 
@@ -271,43 +264,23 @@ const TypeLibValue* SltgReader::ReadConstant(Group& group, const VarTypeInfo& ty
   }
   ByteStream bytes = group.Records.At(value);
   switch (constant.VarType) {
-    case vtI1:
-      constant.Integer = static_cast<std::int8_t>(bytes.U8());
-      break;
-    case vtUI1:
-      constant.Integer = bytes.U8();
-      break;
+    case vtI1: constant.Integer = static_cast<std::int8_t>(bytes.U8()); break;
+    case vtUI1: constant.Integer = bytes.U8(); break;
     case vtI2:
-    case vtBool:
-      constant.Integer = bytes.I16();
-      break;
-    case vtUI2:
-      constant.Integer = bytes.U16();
-      break;
-    case vtR4:
-      constant.Real = ReadReal(bytes, false);
-      break;
+    case vtBool: constant.Integer = bytes.I16(); break;
+    case vtUI2: constant.Integer = bytes.U16(); break;
+    case vtR4: constant.Real = ReadReal(bytes, false); break;
     case vtR8:
-    case vtDate:
-      constant.Real = ReadReal(bytes, true);
-      break;
+    case vtDate: constant.Real = ReadReal(bytes, true); break;
     case vtCurrency:
     case vtI8:
-    case vtUI8:
-      constant.Integer = static_cast<std::int64_t>(bytes.U64());
-      break;
+    case vtUI8: constant.Integer = static_cast<std::int64_t>(bytes.U64()); break;
     case vtUI4:
-    case vtUInt:
-      constant.Integer = bytes.U32();
-      break;
+    case vtUInt: constant.Integer = bytes.U32(); break;
     case vtBstr:
     case vtLpStr:
-    case vtLpWStr:
-      constant.String = mTexts->String(PrefixedText(bytes));
-      break;
-    default:
-      constant.Integer = bytes.I32();
-      break;
+    case vtLpWStr: constant.String = mTexts->String(PrefixedText(bytes)); break;
+    default: constant.Integer = bytes.I32(); break;
   }
   return &mLibrary.Values.emplace_back(constant);
 }

@@ -29,22 +29,16 @@ FlatType Flatten(const TypeLibInfo* library, TypeCode code) {
     if (library == nullptr || static_cast<std::size_t>(code) >= library->TypeNodes.size()) break;
     const TypeNode& node = library->TypeNodes[static_cast<std::size_t>(code)];
     switch (node.VarType) {
-      case vtPointer:
-        ++(flat.IsArray ? flat.ElementPointerLevel : flat.PointerLevel);
-        break;
+      case vtPointer: ++(flat.IsArray ? flat.ElementPointerLevel : flat.PointerLevel); break;
       case vtFixedArray:
         if (!flat.IsArray) flat.Bounds = &node;
         [[fallthrough]];
-      case vtSafeArray:
-        flat.IsArray = true;
-        break;
+      case vtSafeArray: flat.IsArray = true; break;
       case vtUserDefined:
         flat.VarType = vtUserDefined;
         flat.Reference.Code = node.Link;
         return flat;
-      default:
-        flat.VarType = node.VarType;
-        return flat;
+      default: flat.VarType = node.VarType; return flat;
     }
     code = node.Link;
   }

@@ -10,23 +10,18 @@ using Json = nlohmann::ordered_json;
 Json ValueJson(const TypeLibValue* value) {
   if (value == nullptr || value->IsNull) return nullptr;
   switch (value->VarType) {
-    case vtBool:
-      return value->Integer != 0;
+    case vtBool: return value->Integer != 0;
     case vtR4:
     case vtR8:
-    case vtDecimal:
-      return value->Real;
+    case vtDecimal: return value->Real;
     case vtBstr:
     case vtLpStr:
     case vtLpWStr:
     case vtDate:
     case vtCurrency:
-    case vtError:
-      return value->Text();
-    case vtUI8:
-      return static_cast<std::uint64_t>(value->Integer);
-    default:
-      return value->Integer;
+    case vtError: return value->Text();
+    case vtUI8: return static_cast<std::uint64_t>(value->Integer);
+    default: return value->Integer;
   }
 }
 

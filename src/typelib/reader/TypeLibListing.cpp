@@ -30,12 +30,9 @@ std::string ValueText(const TypeLibValue& value) {
   switch (value.VarType) {
     case vtBstr:
     case vtLpStr:
-    case vtLpWStr:
-      return value.IsNull ? "null" : QuotedText(value.String);
-    case vtDate:
-      return QuotedText(value.Text());
-    default:
-      return value.IsNull ? "null" : value.Text();
+    case vtLpWStr: return value.IsNull ? "null" : QuotedText(value.String);
+    case vtDate: return QuotedText(value.Text());
+    default: return value.IsNull ? "null" : value.Text();
   }
 }
 
@@ -129,12 +126,8 @@ void Listing::WriteType(const TypeInfo& type) {
   const std::string attributes = Bracketed(TypeWords(type));
   mText += attributes.empty() ? "\n    " : "\n    " + attributes + "\n    ";
   switch (type.TypeKind) {
-    case tkAlias:
-      mText += "typedef " + Declaration(type.AliasType, type.Name) + ";\n";
-      return;
-    case tkRecord:
-      mText += "struct " + name;
-      break;
+    case tkAlias: mText += "typedef " + Declaration(type.AliasType, type.Name) + ";\n"; return;
+    case tkRecord: mText += "struct " + name; break;
     case tkInterface:
     case tkDispatch: {
       const bool isVirtual = type.TypeKind == tkInterface || (type.AttributeMask & 0x40) != 0;
@@ -143,9 +136,7 @@ void Listing::WriteType(const TypeInfo& type) {
         mText += (isVirtual ? " : " : " shows ") + ReferenceText(mLibrary, type.Base);
       break;
     }
-    default:
-      mText += std::string(type.TypeKindString()) + " " + name;
-      break;
+    default: mText += std::string(type.TypeKindString()) + " " + name; break;
   }
   mText += " {\n";
   if (type.TypeKind == tkCoclass) WriteImplemented(type);

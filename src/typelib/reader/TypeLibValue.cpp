@@ -116,25 +116,17 @@ std::string NumberText(double number, int digits) {
 
 std::string TypeLibValue::Text() const {
   switch (VarType) {
-    case vtBool:
-      return Integer != 0 ? "True" : "False";
-    case vtCurrency:
-      return CurrencyText(Integer);
-    case vtR4:
-      return NumberText(Real, 7);
+    case vtBool: return Integer != 0 ? "True" : "False";
+    case vtCurrency: return CurrencyText(Integer);
+    case vtR4: return NumberText(Real, 7);
     case vtR8:
-    case vtDecimal:
-      return NumberText(Real, 15);
-    case vtDate:
-      return DateText(Real);
+    case vtDecimal: return NumberText(Real, 15);
+    case vtDate: return DateText(Real);
     case vtBstr:
     case vtLpStr:
-    case vtLpWStr:
-      return std::string(String);
-    case vtError:
-      return "Error " + std::to_string(Integer & 0xFFFF);
-    case vtUI8:
-      return std::to_string(static_cast<std::uint64_t>(Integer));
+    case vtLpWStr: return std::string(String);
+    case vtError: return "Error " + std::to_string(Integer & 0xFFFF);
+    case vtUI8: return std::to_string(static_cast<std::uint64_t>(Integer));
     case vtI1:
     case vtI2:
     case vtI4:
@@ -144,10 +136,8 @@ std::string TypeLibValue::Text() const {
     case vtUI2:
     case vtUI4:
     case vtUInt:
-    case vtHresult:
-      return std::to_string(Integer);
-    default:
-      return {};
+    case vtHresult: return std::to_string(Integer);
+    default: return {};
   }
 }
 
@@ -158,14 +148,11 @@ bool TypeLibValue::IsNumeric() const {
     case vtError:
     case vtDispatch:
     case vtUnknown:
-    case vtVariant:
-      return false;
+    case vtVariant: return false;
     case vtBstr:
     case vtLpStr:
-    case vtLpWStr:
-      return !IsNull && ReadsAsNumber(String);
-    default:
-      return VarType <= vtHresult && VarType != vtVoid;
+    case vtLpWStr: return !IsNull && ReadsAsNumber(String);
+    default: return VarType <= vtHresult && VarType != vtVoid;
   }
 }
 

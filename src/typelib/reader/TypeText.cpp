@@ -82,20 +82,14 @@ std::string TypeText(const VarTypeInfo& type) {
     if (static_cast<std::size_t>(code) >= library.TypeNodes.size()) break;
     const TypeNode& node = library.TypeNodes[static_cast<std::size_t>(code)];
     switch (node.VarType) {
-      case vtPointer:
-        back.insert(0, "*");
-        break;
+      case vtPointer: back.insert(0, "*"); break;
       case vtSafeArray:
         front += "SAFEARRAY(";
         back.insert(0, ")");
         break;
-      case vtFixedArray:
-        bounds += BoundsText(library, node);
-        break;
-      case vtUserDefined:
-        return front + ReferenceText(library, {node.Link}) + back + bounds;
-      default:
-        return front + PlainText(node.VarType) + back + bounds;
+      case vtFixedArray: bounds += BoundsText(library, node); break;
+      case vtUserDefined: return front + ReferenceText(library, {node.Link}) + back + bounds;
+      default: return front + PlainText(node.VarType) + back + bounds;
     }
     code = node.Link;
   }
