@@ -257,8 +257,10 @@ void LineClassifier::Separate(std::string_view work, ParsedLine& line) {
 }
 
 std::string_view LineClassifier::Collapsed(std::string_view statement) {
-  const std::size_t run = statement.find("  ");
-  if (run == std::string_view::npos) return statement;
+  // A plain loop: blanks are dense, and a search that starts anew at each of them costs more.
+  std::size_t run = 0;
+  while (run + 1 < statement.size() && !(statement[run] == ' ' && statement[run + 1] == ' ')) ++run;
+  if (run + 1 >= statement.size()) return statement;
   mStatement.assign(statement.substr(0, run + 1));
   for (std::size_t i = run + 1; i < statement.size(); ++i) {
     if (statement[i] != ' ' || mStatement.back() != ' ') mStatement.push_back(statement[i]);
@@ -279,6 +281,7 @@ LineClassifier::Result LineClassifier::Judge(ParsedLine& line) {
 // "Sub A(): x = 1: End Sub": the colon behind the header separates, with or without a blank.
 void LineClassifier::SplitOneLineProcedure(ParsedLine& line) {
   const std::string_view statement = line.StatementPart;
+  if (statement.find(':') == std::string_view::npos) return;
   int depth = 0;
   bool inString = false;
   for (std::size_t i = 0; i + 1 < statement.size(); ++i) {
