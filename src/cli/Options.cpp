@@ -72,6 +72,10 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
       ->allow_extra_args(false);
   group->add_option("--tags", options.Tags, "Tag definitions (JSON) in place of the built-in ones")
       ->type_name("FILE");
+  group
+      ->add_option("--comment-file", options.CommentFile,
+                   "Apply the tagged comments of this file (XML) once the source is read")
+      ->type_name("FILE");
   group->add_flag("--strict", options.Strict, "Exit code 3 if there were warnings");
   group->add_flag("--quiet", options.Quiet, "Tell errors only; no progress");
   group

@@ -92,6 +92,14 @@ std::string_view WordsFor(InputKind kind) {
   }
 }
 
+void ApplyCommentFile(VBProject& project, const CommonOptions& options) {
+  if (options.CommentFile.empty()) return;
+  project.CommentFile.SetFullPath(AbsolutePath(options.CommentFile));
+  if (!project.CommentFile.Exists())
+    throw ToolError(exFailed, "--comment-file: " + options.CommentFile + ": no such file");
+  project.ApplyCommentFile();
+}
+
 }  // namespace
 
 InputKind KindOfInput(const std::string& path) {
@@ -116,15 +124,18 @@ void RefuseInput(const std::string& path, InputKind kind) {
 }
 
 std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOptions& options,
-                                     const Streams& streams, LoadDepth depth) {
+                                     const Streams& streams, LoadDepth depth,
+                                     const std::function<void(VBProject&)>& prepare) {
   ApplyToProcess(options);
   const InputKind kind = KindOfInput(path);
   if (kind != InputKind::Project && kind != InputKind::Module) RefuseInput(path, kind);
   auto project = LoadWithCodePage(AbsolutePath(path), kind, options);
   if (depth == LoadDepth::ProjectFile) return project;
+  if (prepare) prepare(*project);
   ProgressBar bar(*project, options, streams);
   project->Components.Populate();
   bar.Finish();
+  ApplyCommentFile(*project, options);
   return project;
 }
 
