@@ -21,6 +21,24 @@ bool KeepsDirectives(const Component& component, const ModuleIntake& intake) {
   return component.Options().OutputConditionalCompilationBlocks || intake.Reading.KeepDirectives;
 }
 
+// The parts of lines that wait lie in a buffer of the classifier, which the later lines of the statement
+// have overwritten: they are classified anew, and held.
+void HoldRecords(const ModuleIntake& intake, std::vector<PendingLine>& lines) {
+  LineClassifier classifier(intake.Language, intake.Reading);
+  classifier.RaiseLineNumber = false;
+  for (PendingLine& pending : lines) {
+    ParsedLine again;
+    if (pending.Line.Continuation)
+      classifier.Next(pending.Line.Text, again);
+    else
+      classifier.First(pending.Line.Text, again);
+    if (pending.Held) continue;
+    again.Continuation = pending.Line.Continuation;
+    again.NotInSource = pending.Line.NotInSource;
+    pending.Held = std::make_unique<CodeLine>(again.Record());
+  }
+}
+
 // Holds the line and those continued into it, as comments that tell why.
 void CommentOut(PendingLine& pending, std::string_view message) {
   if (!pending.Held) pending.Held = std::make_unique<CodeLine>(pending.Line.Record());
@@ -30,9 +48,9 @@ void CommentOut(PendingLine& pending, std::string_view message) {
   pending.Line = ParsedLine::Of(record);
 }
 
-void CommentOutLine(PendingLine& line, std::vector<PendingLine>& continuations,
-                    std::string_view message) {
-  for (PendingLine& continued : continuations) CommentOut(continued, message);
+void CommentOutLine(PendingLine& line, ModuleIntake& intake, std::string_view message) {
+  HoldRecords(intake, intake.ContinuationBuffer);
+  for (PendingLine& continued : intake.ContinuationBuffer) CommentOut(continued, message);
   CommentOut(line, message);
 }
 
@@ -46,7 +64,7 @@ void StoreIgnored(Component& component, ModuleIntake& intake, PendingLine& line)
 
 void TakeIgnored(Component& component, ModuleIntake& intake, PendingLine& line) {
   if (!KeepsDirectives(component, intake)) {
-    CommentOutLine(line, intake.ContinuationBuffer,
+    CommentOutLine(line, intake,
                    line.Line.LineType == COMPILER_DIRECTIVE ? kDirectiveMessage
                                                             : kFalseBranchMessage);
   }
@@ -55,7 +73,7 @@ void TakeIgnored(Component& component, ModuleIntake& intake, PendingLine& line) 
 
 void TakeDirective(Component& component, ModuleIntake& intake, PendingLine& line) {
   if (!KeepsDirectives(component, intake))
-    CommentOutLine(line, intake.ContinuationBuffer, kDirectiveMessage);
+    CommentOutLine(line, intake, kDirectiveMessage);
   AddParsedCode(component, line.Line, true);
 }
 
@@ -85,9 +103,10 @@ void Remember(ModuleIntake& intake, const ParsedLine& line) {
     intake.Remainder = line.Remainder;
     return;
   }
-  std::string held(line.Remainder);  // the remainder may lie in the old one
+  auto held = std::make_unique<const std::string>(line.Remainder);
+  intake.OlderRemainder = std::move(intake.HeldRemainder);
   intake.HeldRemainder = std::move(held);
-  intake.Remainder = intake.HeldRemainder;
+  intake.Remainder = *intake.HeldRemainder;
 }
 
 void KeepPending(ModuleIntake& intake, const ParsedLine& line) {
@@ -164,7 +183,7 @@ bool Component::Ignore() const { return mIntake && mIntake->Conditions.Ignore();
 
 void Component::AddLineOfCode(std::string_view Source) {
   ModuleIntake& intake = Intake();
-  if (!CurrentBlock) NewBlock(btUnrecognised);
+  if (!CurrentBlock) CurrentBlock = NewBlock(btUnrecognised);
   if (intake.Reading.KeepLinesBehindSeparators) {
     TakeStatement(*this, intake, Source, false);
     while (RemainderWaits(*this, intake)) TakeStatement(*this, intake, intake.Remainder, true);

@@ -64,7 +64,10 @@ struct ModuleIntake {
   bool PreviousMoreLines = false;
   bool InOneLineProcedure = false;
   std::string_view Remainder;
-  std::string HeldRemainder;
+  /// The remainder, where it is no text of the module; and the one before it, in which the line at hand
+  /// may lie.
+  std::unique_ptr<const std::string> HeldRemainder;
+  std::unique_ptr<const std::string> OlderRemainder;
   std::vector<PendingLine> ContinuationBuffer;
 
   ConditionStack Conditions;

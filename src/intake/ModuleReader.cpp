@@ -54,6 +54,7 @@ class ModuleReader {
   bool ReadBody(bool onlyHeader);
   void AddLineOfCode(std::string_view text);
   void StepOver(const VendrelError& error, std::string_view text);
+  void StorePending(Block& block);
   void Finish();
   std::string_view NextLine();
   ParsedLine Classify(std::string_view text);
@@ -84,6 +85,8 @@ void ModuleReader::Load(bool onlyHeader) {
   }
   if (!ReadBody(onlyHeader)) return;
   mFile.CloseFile();
+  if (mIntake.Reading.KeepLinesBehindSeparators && mComponent.CurrentBlock)
+    StorePending(*mComponent.CurrentBlock.Get());
   if (mComponent.CurrentBlock && mComponent.TaggedCommentBuffer.IfAny())
     OfferTaggedComments(mComponent, *mComponent.CurrentBlock.Get());
   mComponent.LoadState = lsFullyLoaded;
@@ -293,14 +296,20 @@ void ModuleReader::StepOver(const VendrelError& error, std::string_view text) {
   }
   Tell(DiagnosticCode::LineNotUnderstood, {Trim(text)});
   Block& block = *mComponent.CurrentBlock.Get();
-  for (PendingLine& pending : mIntake.ContinuationBuffer) StoreLine(block, pending.Line);
-  mIntake.ContinuationBuffer.clear();
-  if (mIntake.LineStored) return;
+  const bool stored = mIntake.LineStored;
+  StorePending(block);
+  if (stored) return;
   ParsedLine line;
   line.Text = text;
   line.StatementPart = text;
   ++block.Intake().mCurrentLineIndex;
   StoreLine(block, line);
+}
+
+// The lines of a statement that never became complete.
+void ModuleReader::StorePending(Block& block) {
+  for (PendingLine& pending : mIntake.ContinuationBuffer) StoreLine(block, pending.Line);
+  mIntake.ContinuationBuffer.clear();
 }
 
 }  // namespace

@@ -106,13 +106,17 @@ LineClassifier::Result LineClassifier::First(std::string_view text, ParsedLine& 
     mState.TextFrom = 3;
   }
   const Result result = Process(work, line);
-  if (line.Continued) mLogical.assign(TrimRight(line.Remainder));
+  if (line.Continued) {
+    mLogical.assign(TrimRight(line.Remainder));
+    mLogicalSize = mLogical.size();
+  }
   return result;
 }
 
 LineClassifier::Result LineClassifier::Next(std::string_view physical, ParsedLine& line) {
   line = ParsedLine();
   line.Text = physical;
+  mLogical.resize(mLogicalSize);
   mLogical += ' ';
   for (const char c : Trim(physical)) {
     if (c == '\t')
@@ -122,7 +126,8 @@ LineClassifier::Result LineClassifier::Next(std::string_view physical, ParsedLin
   }
   mLogical.resize(TrimRight(mLogical).size());
   const Result result = Process(mLogical, line);
-  if (line.Continued) mLogical.resize(TrimRight(line.Remainder).size());
+  // The text is cut at the next call: the parts of this line lie in it.
+  mLogicalSize = line.Continued ? TrimRight(line.Remainder).size() : mLogical.size();
   return result;
 }
 

@@ -45,7 +45,7 @@ class LineClassifier {
   /// The physical line behind one that was `Continued`; the parts are those of the statement so far.
   Result Next(std::string_view physical, ParsedLine& line);
   /// The statement so far, without its final underscore, for a line that was `Continued`.
-  std::string_view LogicalText() const { return mLogical; }
+  std::string_view LogicalText() const { return std::string_view(mLogical).substr(0, mLogicalSize); }
 
  private:
   enum class Found { Nothing, Comment, Separator };
@@ -76,6 +76,7 @@ class LineClassifier {
   std::string mWork;       // the line with tabs as blanks
   std::string mStatement;  // the statement with runs of blanks collapsed
   std::string mLogical;    // the statement so far, across continuations
+  std::size_t mLogicalSize = 0;  // what the next line continues: without the last underscore
 };
 
 /// Joins a continued line, given without its underscore, and the physical line behind it.

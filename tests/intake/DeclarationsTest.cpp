@@ -99,16 +99,16 @@ TEST(DeclarationsTest, VariablesOfModulesAndProcedures) {
         "Private i( 1 To 2 , 3 ) As Long, j&\n"
         "Sub S()\n  Dim x, y!\n  Static z As Long\n  Const K = 1\nEnd Sub\n",
         "M\n attributes\n declarations\n"
-        "  var PUBLIC a As Variant implicit @2/3\n"
-        "  var PUBLIC b As Long @2/3\n"
-        "  var PUBLIC c(1 To 3) As Byte @2/3\n"
-        "  var PUBLIC d() As String @2/3\n"
-        "  var PUBLIC e As String @2/3\n"
-        "  var PRIVATE f As Foo events @3/4\n"
-        "  var PRIVATE g As Foo @3/4\n"
-        "  var PUBLIC h As String fixed @4/5\n"
-        "  var PRIVATE i(1 To 2 , 3) As Long @5/6\n"
-        "  var PRIVATE j As Long @5/6\n"
+        "  var PUBLIC a As Variant implicit @1/3\n"
+        "  var PUBLIC b As Long @1/3\n"
+        "  var PUBLIC c(1 To 3) As Byte @1/3\n"
+        "  var PUBLIC d() As String @1/3\n"
+        "  var PUBLIC e As String @1/3\n"
+        "  var PRIVATE f As Foo events @2/4\n"
+        "  var PRIVATE g As Foo @2/4\n"
+        "  var PUBLIC h As String fixed @3/5\n"
+        "  var PRIVATE i(1 To 2 , 3) As Long @4/6\n"
+        "  var PRIVATE j As Long @4/6\n"
         " sub PUBLIC S() As Variant @7\n"
         "  const PRIVATE K=1\n"
         "  var PRIVATE x As Variant implicit @2/8\n"
@@ -124,7 +124,7 @@ TEST(DeclarationsTest, VariablesOfModulesAndProcedures) {
         "  var PRIVATE z As Variant implicit @7/8\n"
         " function PUBLIC Xa(c As Integer implicit, q As Variant implicit) As Integer @9\n"},
        {"Option Private Module\nPublic a As Long\nType T\n  x As Long\nEnd Type\nPublic Sub S()\nEnd Sub\n",
-        "M private\n type PRIVATE T {x As Long} @3/4\n attributes\n declarations\n"
+        "M private\n type PRIVATE T {PRIVATE x As Long} @3/4\n attributes\n declarations\n"
         "  var PRIVATE a As Long @2/3\n sub PRIVATE S() As Variant @7\n"}});
 }
 
@@ -150,6 +150,7 @@ TEST(DeclarationsTest, ConstantsAreCutAtCommasOutsideOfStrings) {
 TEST(DeclarationsTest, EnumerationsAndTypesCollectTheirMembers) {
   ExpectTrees(
       "C.cls",
+      // Lines of a false branch do not count in `LineIndex`: they never reach the block.
       {{"Public Enum Colour ' palette\n"
         "  Red = 1 ' warm\n"
         "\n"
@@ -164,9 +165,9 @@ TEST(DeclarationsTest, EnumerationsAndTypesCollectTheirMembers) {
         "Private Type P\n  q As New Foo\nEnd Type\n",
         "C\n"
         " enum PUBLIC Colour {Red=1, Dark Blue, Mixed=Red + 1} @1/6\n"
-        " enum PRIVATE E {} @10/15\n"
-        " type PUBLIC Point {PRIVATE X As Long, PRIVATE Y(1 To 2) As String fixed, PRIVATE Tag As  implicit} @12/17\n"
-        " type PRIVATE P {PRIVATE q As Foo} @17/22\n"
+        " enum PRIVATE E {} @9/15\n"
+        " type PUBLIC Point {PRIVATE X As Long, PRIVATE Y(1 To 2) As String fixed, PRIVATE Tag As  implicit} @11/17\n"
+        " type PRIVATE P {PRIVATE q As Foo} @16/22\n"
         " attributes\n declarations\n"},
        // An end line without its beginning, a block left open.
        {"Dim a\nEnd Enum\nEnd Type\nEnum Open\n  x\n",
@@ -183,7 +184,7 @@ TEST(DeclarationsTest, EnumerationsAndTypesCollectTheirMembers) {
                       project.UnTaggedVariables = true;
                     });
   EXPECT_EQ(module->Enumerations.Item(1)->Members().Item(1)->UnTaggedDescription, "warm");
-  EXPECT_EQ(module->UDTs.Item(1)->Members.Item(1)->UnTaggedDescription, "across");
+  EXPECT_EQ(module->UDTs.Item(1)->Members.Item(1)->UnTaggedDescription, "across ");
   EXPECT_EQ(Describe(*module->Blocks.Item(2)), " declarations\n");
   EXPECT_EQ(test::Show(module->Blocks.Item(2)->CodeLines->Item(2)), "OTHER [Red = 1 ] 'warm");
 }
@@ -207,7 +208,7 @@ TEST(DeclarationsTest, EventsAndDeclaresAndInterfaces) {
         " event Done() @6/11\n"
         " declare PRIVATE function F lib user32.dll alias FA(ByVal a As Long, b() As Byte) As Long @8/13\n"
         " declare sub S lib a.drv() @9/14\n"
-        " declare PUBLIC function G lib user32.dll(ByVal x As String) As String @10/15\n"
+        " declare PUBLIC function G lib user32.dll(ByVal x As String) As String @9/15\n"
         " declare function L lib k.dll() As Long() @12/17\n"
         " property PRIVATE IBar_Name get\n"
         " attributes\n declarations\n"
@@ -243,9 +244,9 @@ TEST(DeclarationsTest, AttributesDescribeModuleBlockAndElements) {
         "Attribute Item.VB_UserMemId = 0\nAttribute Item.VB_MemberFlags = \"40\"\nEnd Property\n"
         "Public Function NewEnum() As IUnknown\nAttribute NewEnum.VB_UserMemId = -4\nEnd Function\n",
         "C PUBLIC default=Item collection help=12\n"
-        " event E() hidden help=8 @3/13\n"
-        " enum PUBLIC N {x} hidden @5/16\n"
-        " type PUBLIC T {PRIVATE x As Long} hidden @9/20\n"
+        " event E() hidden help=8 @5/13\n"
+        " enum PUBLIC N {x} hidden @7/16\n"
+        " type PUBLIC T {PRIVATE x As Long} hidden @11/20\n"
         " property PUBLIC Item get\n"
         " attributes\n declarations\n  var PUBLIC a As Long hidden help=7 @1/9\n"
         " get PUBLIC Item(i As Variant implicit) As Long hidden help=20 @24\n"
@@ -288,15 +289,17 @@ TEST(DeclarationsTest, EventProceduresHaveTheirSource) {
   EXPECT_EQ(module->Blocks.Item("Form_Resize")->EventSource.Get(), &*module);
 }
 
+// `LineIndex` counts the continuations of the whole block, as documented; the place in the file does not.
 TEST(DeclarationsTest, ElementsPointAtTheFirstLineOfTheirStatement) {
   TestModule module("M.bas",
-                    "Dim a As Long, _\n  b As Long\nPrivate Declare Sub S _\n  Lib \"k\" _\n ()\n"
+                    "Dim z\nDim a As Long, _\n  b As Long\nPrivate Declare Sub S _\n  Lib \"k\" _\n ()\n"
                     "Sub Main( _\n  x, _\n  y)\n  Dim q, _\n r\nEnd Sub\n");
   EXPECT_EQ(Describe(*module),
-            "M\n declare PRIVATE sub S lib k.dll() @1/4\n attributes\n declarations\n"
-            "  var PRIVATE a As Long @1/2\n  var PRIVATE b As Long @1/2\n"
-            " sub PUBLIC Main(x As Variant implicit, y As Variant implicit) As Variant @7\n"
-            "  var PRIVATE q As Variant implicit @4/10\n  var PRIVATE r As Variant implicit @4/10\n");
+            "M\n declare PRIVATE sub S lib k.dll() @3/5\n attributes\n declarations\n"
+            "  var PRIVATE z As Variant implicit @1/2\n"
+            "  var PRIVATE a As Long @2/3\n  var PRIVATE b As Long @2/3\n"
+            " sub PUBLIC Main(x As Variant implicit, y As Variant implicit) As Variant @8\n"
+            "  var PRIVATE q As Variant implicit @2/11\n  var PRIVATE r As Variant implicit @2/11\n");
 }
 
 }  // namespace

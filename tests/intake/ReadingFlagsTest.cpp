@@ -43,7 +43,7 @@ TEST(ReadingFlagsTest, EarlyDeclarations) {
                "C\n attributes\n declarations\n  var PRIVATE a As Variant implicit @1/8\n",
                "C\n implements I @1/6\n attributes\n declarations\n  var PRIVATE a As Integer implicit @3/8\n"},
               {"EarlyDeclarations", "C.cls", "Event E()\nSub S()\nEnd Sub\n",
-               "C\n event E() @7/6\n attributes\n sub PUBLIC S() As Variant @7\n",
+               "C\n event E() @2/6\n attributes\n sub PUBLIC S() As Variant @7\n",
                "C\n event E() @1/6\n attributes\n declarations\n sub PUBLIC S() As Variant @7\n"},
               {"EarlyDeclarations", "M.bas", "Declare Sub D Lib _\n  \"k\" ()\nDim a\n",
                "M\n declare sub D lib k.dll() @2/2\n attributes\n declarations\n"
