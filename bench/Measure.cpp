@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <fstream>
 #include <new>
 #include <stdexcept>
@@ -67,6 +68,12 @@ std::string ReadAll(int handle) {
 }
 
 }  // namespace
+
+double CpuWatch::Now() {
+  timespec now{};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
 
 Allocated Allocated::Now() {
   const auto info = mallinfo2();

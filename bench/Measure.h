@@ -22,6 +22,17 @@ class Stopwatch {
   std::chrono::steady_clock::time_point mStart = std::chrono::steady_clock::now();
 };
 
+/// Seconds that this process has computed since it was made; a busy machine lengthens it little.
+class CpuWatch {
+ public:
+  CpuWatch() : mStart(Now()) {}
+  double Seconds() const { return Now() - mStart; }
+
+ private:
+  static double Now();
+  double mStart;
+};
+
 /// Bytes that the process has allocated and not freed: what lies in the heap and what the allocator
 /// has mapped by itself (large blocks).
 struct Allocated {
