@@ -17,6 +17,7 @@ struct Job {
 void AddTreeCommand(CLI::App& app, Job& job);
 void AddDumpCommand(CLI::App& app, Job& job);
 void AddManifestCommand(CLI::App& app, Job& job);
+void AddCommentsCommand(CLI::App& app, Job& job);
 void AddCheckCommand(CLI::App& app, Job& job);
 void AddLinesCommand(CLI::App& app, Job& job);
 void AddEvaluateCommand(CLI::App& app, Job& job);

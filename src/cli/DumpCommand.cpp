@@ -16,6 +16,7 @@ struct DumpArguments {
   bool Lines = false;
   bool Comparable = false;
   bool Compact = false;
+  bool Brief = false;
   std::string Root;
 };
 
@@ -23,6 +24,7 @@ DumpOptions OptionsOf(const DumpArguments& arguments) {
   DumpOptions options;
   options.Lines = arguments.Lines;
   options.Identity = options.SourceLines = !arguments.Comparable;
+  options.Empty = !arguments.Brief;
   options.Indented = !arguments.Compact;
   if (!arguments.Root.empty()) options.Root = WindowsPath(AbsolutePath(arguments.Root));
   while (options.Root.ends_with('\\')) options.Root.pop_back();
@@ -45,6 +47,8 @@ void AddDumpCommand(CLI::App& app, Job& job) {
   command->add_flag("--lines", arguments->Lines, "With the code lines");
   command->add_flag("--comparable", arguments->Comparable,
                     "Without what differs from load to load: keys, ids, paths, line numbers");
+  command->add_flag("--brief", arguments->Brief,
+                    "Without properties that say nothing: empty, 0, false");
   command->add_flag("--compact", arguments->Compact, "On one line");
   command->add_option("--root", arguments->Root, "A folder that paths show as Z:\\root")
       ->type_name("FOLDER");

@@ -2,9 +2,11 @@
 
 #include <filesystem>
 
+#include "comments/TagDefinitions.h"
 #include "core/ProcessState.h"
 #include "diagnostics/VendrelError.h"
 #include "services/CodePage.h"
+#include "services/FileSystemObject.h"
 #include "services/Paths.h"
 
 namespace vendrel::cli {
@@ -29,6 +31,16 @@ void ApplyDrives(const std::vector<std::string>& drives) {
       throw ToolError(
           exUsage, "--drive: '" + text + "' is not a letter and a folder, as in " + "C=/home/me/c");
     }
+  }
+}
+
+void ApplyTags(const std::string& path) {
+  TemplateObjects::Install(nullptr);
+  if (path.empty()) return;
+  try {
+    UseTagDefinitionFile(FileSystemObject(AbsolutePath(path)).NativePath());
+  } catch (const VendrelError& error) {
+    throw ToolError(exFailed, "--tags: " + path + ": " + error.Text());
   }
 }
 
@@ -60,6 +72,10 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
       ->allow_extra_args(false);
   group->add_option("--tags", options.Tags, "Tag definitions (JSON) in place of the built-in ones")
       ->type_name("FILE");
+  group
+      ->add_option("--comment-file", options.CommentFile,
+                   "Apply the tagged comments of this file (XML) once the source is read")
+      ->type_name("FILE");
   group->add_flag("--strict", options.Strict, "Exit code 3 if there were warnings");
   group->add_flag("--quiet", options.Quiet, "Tell errors only; no progress");
   group
@@ -74,6 +90,7 @@ void ApplyToProcess(const CommonOptions& options) {
   FileOptions::Current() = {};
   CheckCodePage(options.CodePage);
   ApplyDrives(options.Drives);
+  ApplyTags(options.Tags);
 }
 
 NamedValue CutNamedValue(const std::string& option, const std::string& text) {

@@ -36,6 +36,7 @@ struct CommonOptions {
   std::vector<std::string> Drives;
   std::vector<std::string> Settings;
   std::string Tags;
+  std::string CommentFile;
   bool Strict = false;
   bool Quiet = false;
   std::string Diagnostics = "text";

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "core/Ascii.h"
 #include "core/CaseFold.h"
 
 namespace vendrel::cli {
@@ -14,24 +15,17 @@ constexpr int kMemberDepth = 3;
 constexpr int kPartDepth = 4;
 constexpr int kDeepestIndent = 40;  // controls nest as deep as their input makes them
 
-std::string_view WordOf(FileTypeEnum type) {
-  switch (type) {
-    case ftClass:
-      return "class";
-    case ftModule:
-      return "module";
-    case ftForm:
-      return "form";
-    case ftUserControl:
-      return "user control";
-    case ftUserDocument:
-      return "user document";
-    case ftDesigner:
-      return "designer";
-    case ftPropertyPage:
-      return "property page";
-    default:
-      return "file";
+std::string_view WordOf(const Component& component) {
+  if (component.IsMDI()) return "MDI form";
+  switch (component.FileType) {
+    case ftClass: return "class";
+    case ftModule: return "module";
+    case ftForm: return "form";
+    case ftUserControl: return "user control";
+    case ftUserDocument: return "user document";
+    case ftDesigner: return "designer";
+    case ftPropertyPage: return "property page";
+    default: return "file";
   }
 }
 
@@ -60,9 +54,17 @@ std::string StateOf(const Component& component) {
   return component.FileName.Exists() ? "not read" : "missing";
 }
 
+// "PROTECTED FRIEND" as source has it: "Protected Friend".
+std::string AccessWords(std::string_view access) {
+  std::string words(access);
+  for (std::size_t i = 1; i < words.size(); ++i)
+    if (words[i - 1] != ' ') words[i] = LowerAscii(words[i]);
+  return words;
+}
+
 std::string TypedName(std::string_view access, std::string_view name, bool isArray,
                       std::string_view subscript, std::string_view type) {
-  std::string text(access);
+  std::string text = AccessWords(access);
   if (!text.empty()) text += ' ';
   text += name;
   if (isArray) text.append("(").append(subscript).append(")");
@@ -115,7 +117,7 @@ void Outline::WriteProject(const VBProject& project) {
 void Outline::WriteModule(const Component& component) {
   mFile = component.FileName.FullPath();
   const auto lines = static_cast<std::size_t>(std::max(component.LinesAlreadyRead, 0));
-  Line(2, WordOf(component.FileType), component.Name,
+  Line(2, WordOf(component), component.Name,
        Joined({StateOf(component), CountOf(lines, "line"),
                CountOf(ProcedureCount(component), "procedure"),
                CountOf(component.AllVBControls.Count(), "control")}),

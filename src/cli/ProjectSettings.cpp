@@ -87,6 +87,12 @@ struct Assign {
 
 }  // namespace
 
+std::vector<std::string_view> ProjectOptionNames() {
+  std::vector<std::string_view> names;
+  for (const Entry& entry : kEntries) names.push_back(entry.Name);
+  return names;
+}
+
 void SetProjectOption(VBProject& project, const NamedValue& setting) {
   for (const Entry& entry : kEntries)
     if (EqualsNoCaseAscii(entry.Name, setting.Name))

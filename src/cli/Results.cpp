@@ -1,11 +1,11 @@
 #include "cli/Results.h"
 
 #include <array>
-#include <filesystem>
 #include <streambuf>
 
 #include "diagnostics/VendrelError.h"
 #include "services/AtomicFile.h"
+#include "services/FileSource.h"
 #include "services/Paths.h"
 
 namespace vendrel::cli {
@@ -42,6 +42,13 @@ std::string NativeTarget(const std::string& path) {
   return IsAbsolutePath(absolute) ? NativePath(absolute) : absolute;
 }
 
+bool AreOneFile(const std::string& a, const std::string& b) {
+  FileStatus first, second;
+  FileSource& source = FileSource::Current();
+  return source.Status(a, first) >= 0 && source.Status(b, second) >= 0 &&
+         first.Device == second.Device && first.Number == second.Number;
+}
+
 void WriteToFile(const std::string& path, const std::function<void(std::ostream&)>& write) {
   try {
     AtomicFile file(NativeTarget(path));
@@ -61,8 +68,7 @@ void WriteToFile(const std::string& path, const std::function<void(std::ostream&
 void WriteResult(const CommonOptions& options, const Streams& streams, const std::string& input,
                  const std::function<void(std::ostream&)>& write) {
   if (!options.Output.empty()) {
-    std::error_code ignored;
-    if (std::filesystem::equivalent(options.Output, input, ignored))
+    if (AreOneFile(NativeTarget(options.Output), NativeTarget(input)))
       throw ToolError(exUsage, "-o: '" + options.Output + "' is the input; name another file");
     return WriteToFile(options.Output, write);
   }

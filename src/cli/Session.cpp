@@ -6,6 +6,7 @@
 #include "cli/ProjectSettings.h"
 #include "cli/Report.h"
 #include "core/Ascii.h"
+#include "core/ProcessState.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"
 
@@ -53,6 +54,8 @@ std::shared_ptr<VBProject> LoadFile(const std::string& path, InputKind kind,
   auto project = NewProject(options);
   const bool read = kind == InputKind::Project ? project->Load(path) : project->LoadModule(path);
   if (!read) throw ToolError(exFailed, path + ": cannot be read: " + project->LastErrorString);
+  // Nothing is written, but what is shown must not depend on the current folder.
+  project->OutputFileName.SetFolderPath(project->FileName.FolderPath());
   return project;
 }
 
@@ -72,10 +75,29 @@ std::shared_ptr<VBProject> LoadWithCodePage(const std::string& path, InputKind k
   const std::string chosen = chooser.Choose();
   if (chosen == CodePage::Default().Name()) return project;
   FileOptions::Current().CodePage = chosen;
+  project.reset();
+  State().Reset();  // the second listing counts as the first: keys and ids begin anew
   project = LoadFile(path, kind, options);
   const DiagnosticScope scope(&project->Diagnostics, project->FileName.FullPath());
   Tell(DiagnosticCode::CodePageGuessed, {chosen, "guessed; --codepage sets another"});
   return project;
+}
+
+std::string_view WordsFor(InputKind kind) {
+  switch (kind) {
+    case InputKind::Group: return "project groups";
+    case InputKind::DotNetProject: return "VB.NET projects";
+    case InputKind::TypeLibrary: return "type libraries";
+    default: return "folders of projects";
+  }
+}
+
+void ApplyCommentFile(VBProject& project, const CommonOptions& options) {
+  if (options.CommentFile.empty()) return;
+  project.CommentFile.SetFullPath(AbsolutePath(options.CommentFile));
+  if (!project.CommentFile.Exists())
+    throw ToolError(exFailed, "--comment-file: " + options.CommentFile + ": no such file");
+  project.ApplyCommentFile();
 }
 
 }  // namespace
@@ -91,38 +113,29 @@ InputKind KindOfInput(const std::string& path) {
 }
 
 void RefuseInput(const std::string& path, InputKind kind) {
-  const auto later = [&](const char* what) -> ToolError {
-    return ToolError(exFailed, path + ": " + what + " come later; this version reads a project " +
-                                  "(.vbp) or a single module (.bas, .cls, .frm, ...)");
-  };
-  switch (kind) {
-    case InputKind::Group:
-      throw later("project groups");
-    case InputKind::DotNetProject:
-      throw later("VB.NET projects");
-    case InputKind::TypeLibrary:
-      throw later("type libraries");
-    case InputKind::Folder:
-      throw later("folders of projects");
-    case InputKind::Missing:
-      throw ToolError(exFailed, path + ": no such file; check the path, and --drive for a drive");
-    default:
-      break;
-  }
-  throw ToolError(exFailed, path + ": neither a project (.vbp) nor a module (.bas, .cls, .frm, " +
-                                ".ctl, .dob, .pag, .dsr), by its extension");
+  if (kind == InputKind::Missing)
+    throw ToolError(exFailed, path + ": no such file; check the path, and --drive for a drive");
+  if (kind == InputKind::Unknown)
+    throw ToolError(exFailed, path + ": neither a project (.vbp) nor a module (.bas, .cls, .frm, " +
+                                  ".ctl, .dob, .pag, .dsr), by its extension");
+  throw ToolError(exFailed, path + ": " + std::string(WordsFor(kind)) +
+                                " come later; this version reads a project (.vbp) or a single " +
+                                "module (.bas, .cls, .frm, ...)");
 }
 
 std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOptions& options,
-                                     const Streams& streams, LoadDepth depth) {
+                                     const Streams& streams, LoadDepth depth,
+                                     const std::function<void(VBProject&)>& prepare) {
   ApplyToProcess(options);
   const InputKind kind = KindOfInput(path);
   if (kind != InputKind::Project && kind != InputKind::Module) RefuseInput(path, kind);
   auto project = LoadWithCodePage(AbsolutePath(path), kind, options);
   if (depth == LoadDepth::ProjectFile) return project;
+  if (prepare) prepare(*project);
   ProgressBar bar(*project, options, streams);
   project->Components.Populate();
   bar.Finish();
+  ApplyCommentFile(*project, options);
   return project;
 }
 

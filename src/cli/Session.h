@@ -1,6 +1,7 @@
 #pragma once
 // From a file on the command line to a loaded project.
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -28,9 +29,11 @@ InputKind KindOfInput(const std::string& path);
 enum class LoadDepth { ProjectFile, Modules };
 
 /// Loads a project or a single module by the shared options, going on over lines and files that
-/// fail. Raises a `ToolError` that says what to do where the input is none of these.
+/// fail. `prepare` gets the project before its modules are read. Raises a `ToolError` that says
+/// what to do where the input is none of these.
 std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOptions& options,
-                                     const Streams& streams, LoadDepth depth = LoadDepth::Modules);
+                                     const Streams& streams, LoadDepth depth = LoadDepth::Modules,
+                                     const std::function<void(VBProject&)>& prepare = {});
 
 /// Puts the code page for one file in force, guessing it from the file where the options say so.
 /// Gives the bytes of the file.

@@ -19,6 +19,7 @@ void AddCommands(CLI::App& app, Job& job) {
   AddTreeCommand(app, job);
   AddDumpCommand(app, job);
   AddManifestCommand(app, job);
+  AddCommentsCommand(app, job);
   AddCheckCommand(app, job);
   AddLinesCommand(app, job);
   AddEvaluateCommand(app, job);

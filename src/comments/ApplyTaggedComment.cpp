@@ -72,10 +72,16 @@ void AddExample(const Application& a, const std::shared_ptr<Example>& example, C
   if (a.Project) a.Project->Examples->Add(example);
 }
 
+// A command that acted belongs to the element it acted on.
+Outcome Done(Application& a, CodeElement* element) {
+  a.Comment->CodeElement = element;
+  return Outcome::Applied;
+}
+
 Outcome MarkModuleAsExample(Application& a) {
   AddExample(a, LoadExample(a), a.Component);
   a.Component.IsExample = true;
-  return Outcome::Applied;
+  return Done(a, &a.Component);
 }
 
 Outcome MarkBlockAsExample(Application& a) {
@@ -84,7 +90,7 @@ Outcome MarkBlockAsExample(Application& a) {
   if (!block) return Outcome::Refused;
   AddExample(a, example, *block);
   block->IsExample = true;
-  return Outcome::Applied;
+  return Done(a, block);
 }
 
 Outcome MarkElementAsNew(Application& a) {
@@ -101,7 +107,7 @@ Outcome MarkElementAsNew(Application& a) {
   if (!element) return Outcome::GoesOn;
   *element->IsNewField() = true;
   a.AddByTag(*element);
-  return Outcome::Applied;
+  return Done(a, element);
 }
 
 Outcome MarkModuleAsNew(Application& a) {
@@ -116,7 +122,7 @@ Outcome MarkLastElementAsNew(Application& a) {
   bool* isNew = a.LastElement->IsNewField();
   if (!isNew) return Outcome::GoesOn;
   *isNew = true;
-  return Outcome::Applied;
+  return Done(a, a.LastElement);
 }
 
 Outcome IgnoreReferences(Application& a) {
@@ -129,7 +135,7 @@ Outcome IgnoreReferences(Application& a) {
     const std::string_view name = Trim(TakeField(rest, ','));
     if (!name.empty() && keys.insert(FoldKey(name)).second) names.emplace_back(name);
   }
-  return Outcome::Applied;
+  return Done(a, &a.Component);
 }
 
 // The number at the start of a text, blanks ignored, rounded half to even; nothing for 0, for text
@@ -159,22 +165,22 @@ std::optional<std::int32_t> LeadingNumber(std::string_view text) {
 
 Outcome SetRelationshipLevels(Application& a) {
   if (const auto levels = LeadingNumber(a.Comment->Text)) a.Component.RelationshipLevels = *levels;
-  return Outcome::Applied;
+  return Done(a, &a.Component);
 }
 
 Outcome MarkModuleAsCollection(Application& a) {
   a.Component.SetIsCollection(true);
-  return Outcome::Applied;
+  return Done(a, &a.Component);
 }
 
 Outcome MarkModuleAsInterface(Application& a) {
   a.Component.IsInterface = true;
-  return Outcome::Applied;
+  return Done(a, &a.Component);
 }
 
 Outcome RetainContextIDs(Application& a) {
   if (a.Project) a.Project->RetainContextIDs = true;
-  return Outcome::Applied;
+  return Done(a, a.Project);
 }
 
 // "##INTERFACE_ALIAS IFoo path" for an interface by name, "##INTERFACE_ALIAS path" for the last
@@ -191,7 +197,7 @@ Outcome SetInterfaceAlias(Application& a) {
     target = a.LastAs<Interface>();
   if (!target) return Outcome::GoesOn;
   target->DocumentationLocation = text;
-  return Outcome::Applied;
+  return Done(a, target);
 }
 
 struct Command {
@@ -312,6 +318,7 @@ bool ReadExclusion(Application& a) {
   for (Reference& reference : a.Project->References) {
     if (!EqualsNoCase(reference.FileName.LeafName(), a.Comment->Text)) continue;
     reference.ExcludeFlag = true;
+    a.Comment->CodeElement = &reference;
     break;
   }
   return true;
@@ -436,34 +443,20 @@ void AttachToInterface(Application& a) {
 void AttachByKind(Application& a) {
   switch (a.Kind) {
     case etNone:
-    case etReserved:
-      return;
-    case etProjectGroup:
-      return AttachToGroup(a);
-    case etProject:
-      return AttachToProject(a);
-    case etModule:
-      return AttachToModule(a);
-    case etMethod:
-      return AttachToBlock(a);
-    case etVariable:
-      return AttachToVariable(a);
-    case etParameter:
-      return AttachToParameter(a);
-    case etEvent:
-      return AttachToEvent(a);
-    case etEnumeration:
-      return AttachToEnumeration(a);
-    case etEnumerationMember:
-      return AttachToEnumMember(a);
-    case etStructure:
-      return AttachToStructure(a);
-    case etStructureMember:
-      return AttachToStructureMember(a);
-    case etDeclareStatement:
-      return AttachToDeclare(a);
-    case etImplementedInterface:
-      return AttachToInterface(a);
+    case etReserved: return;
+    case etProjectGroup: return AttachToGroup(a);
+    case etProject: return AttachToProject(a);
+    case etModule: return AttachToModule(a);
+    case etMethod: return AttachToBlock(a);
+    case etVariable: return AttachToVariable(a);
+    case etParameter: return AttachToParameter(a);
+    case etEvent: return AttachToEvent(a);
+    case etEnumeration: return AttachToEnumeration(a);
+    case etEnumerationMember: return AttachToEnumMember(a);
+    case etStructure: return AttachToStructure(a);
+    case etStructureMember: return AttachToStructureMember(a);
+    case etDeclareStatement: return AttachToDeclare(a);
+    case etImplementedInterface: return AttachToInterface(a);
   }
 }
 

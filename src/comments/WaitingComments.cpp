@@ -84,6 +84,7 @@ void OfferTaggedComments(Component& component, Block& block) {
   const bool known = memory.State == state && memory.Refused <= buffer->Count();
   const std::size_t first = known ? memory.Refused : 0;
   memory.State = state;
+  memory.Offers += buffer->Count() - first;
   memory.Refused = 0;  // should a comment fail, all are offered again
   OfferFrom(*buffer, first, block);
   memory.Refused = buffer->Count();

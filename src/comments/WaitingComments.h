@@ -39,6 +39,8 @@ struct OfferState {
 struct OfferMemory {
   OfferState State;
   std::size_t Refused = 0;
+  /// Offers made so far, by which the growth of the walk is measured.
+  std::size_t Offers = 0;
 };
 
 /// The text of a waiting comment has changed. Only an interface alias is judged by its text.

@@ -41,7 +41,9 @@ void AppendMapped(std::string& out, std::string_view text, Map map) {
 
 void AppendFolded(std::string& out, std::string_view text) {
   const std::size_t ascii = AsciiPrefix(text);
-  for (std::size_t i = 0; i < ascii; ++i) out.push_back(LowerAscii(text[i]));
+  const std::size_t before = out.size();
+  out.resize(before + ascii);
+  for (std::size_t i = 0; i < ascii; ++i) out[before + i] = LowerAscii(text[i]);
   if (ascii < text.size()) AppendMapped(out, text.substr(ascii), FoldOne);
 }
 
@@ -61,12 +63,14 @@ bool EqualsNoCase(std::string_view a, std::string_view b) {
 int CompareNoCase(std::string_view a, std::string_view b) { return FoldKey(a).compare(FoldKey(b)); }
 
 std::string UpperCase(std::string_view text) {
+  if (AsciiPrefix(text) == text.size()) return UpperAscii(text);
   std::string result;
   AppendMapped(result, text, utf8proc_toupper);
   return result;
 }
 
 std::string LowerCase(std::string_view text) {
+  if (AsciiPrefix(text) == text.size()) return LowerAscii(text);
   std::string result;
   AppendMapped(result, text, utf8proc_tolower);
   return result;

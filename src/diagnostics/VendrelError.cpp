@@ -17,6 +17,7 @@ std::string_view ErrorText(int number) {
     case errObjectNotSet: return "Object variable or With block variable not set";
     case errInvalidPattern: return "Invalid pattern string";
     case errInvalidUseOfNull: return "Invalid use of Null";
+    case errInvalidFileFormat: return "Invalid file format";
     case errReadOnlyProperty: return "Property is read-only";
     case errObjectRequired: return "Object required";
     case errCannotCreate: return "Component cannot create object";

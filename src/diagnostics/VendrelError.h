@@ -25,6 +25,7 @@ enum ErrorNumber : int {
   errObjectNotSet = 91,
   errInvalidPattern = 93,
   errInvalidUseOfNull = 94,
+  errInvalidFileFormat = 321,
   errReadOnlyProperty = 383,
   errObjectRequired = 424,
   errCannotCreate = 429,

@@ -141,19 +141,19 @@ void LineIntake::FindEventSource() {
 // An absent keyword counts as position 0, in front of the name: documented, and kept.
 void LineIntake::JudgeStatic() {
   if (IsDotNet()) return;
-  const std::size_t name = mBlock.Name().empty() ? std::string_view::npos
-                                                 : mLine.StatementPart.find(mBlock.Name());
-  const std::size_t keyword = FindNoCaseAscii(mLine.StatementPart, "STATIC");
-  const std::size_t namePosition = name == std::string_view::npos ? 0 : name + 1;
-  const std::size_t keywordPosition = keyword == std::string_view::npos ? 0 : keyword + 1;
-  if (!mIntake.Reading.KeywordStatic) {
-    if (keywordPosition < namePosition) mBlock.IsStatic = true;
+  const std::string_view statement = mLine.StatementPart;
+  if (mIntake.Reading.KeywordStatic) {
+    std::string_view rest = statement;
+    const std::string_view first = TakeField(rest, ' ');
+    mBlock.IsStatic =
+        EqualsNoCaseAscii(first, "STATIC") || EqualsNoCaseAscii(TakeField(rest, ' '), "STATIC");
     return;
   }
-  std::string_view rest = mLine.StatementPart;
-  const std::string_view first = TakeField(rest, ' ');
-  mBlock.IsStatic =
-      EqualsNoCaseAscii(first, "STATIC") || EqualsNoCaseAscii(TakeField(rest, ' '), "STATIC");
+  const std::size_t name = mBlock.Name().empty() ? statement.npos : statement.find(mBlock.Name());
+  const std::size_t keyword = FindNoCaseAscii(statement, "STATIC");
+  const std::size_t namePosition = name == statement.npos ? 0 : name + 1;
+  const std::size_t keywordPosition = keyword == statement.npos ? 0 : keyword + 1;
+  if (keywordPosition < namePosition) mBlock.IsStatic = true;
 }
 
 void LineIntake::FinishStartLine() {

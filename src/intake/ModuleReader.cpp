@@ -315,6 +315,7 @@ void ModuleReader::StorePending(Block& block) {
 }  // namespace
 
 bool Component::Load(bool OnlyHeader) {
+  if (LoadState == lsFullyLoadedNoCode) return false;  // read before, and unloaded since
   ModuleReader(*this).Load(OnlyHeader);
   return false;
 }

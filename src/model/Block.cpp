@@ -101,10 +101,11 @@ void Block::UnloadSourceCode() {
   if (mBlockType != btDeclarations)
     Variables.Drop();
   else if (const vendrel::Variables* variables = Variables.IfAny())
-    for (Variable& variable : *variables) variable.UnTaggedDescription.clear();
+    for (Variable& variable : *variables) std::string().swap(variable.UnTaggedDescription);
   DefinitionLine = {};
-  UnTaggedDescription.clear();
-  CommentBuffer.clear();
+  std::string().swap(UnTaggedDescription);
+  std::string().swap(CommentBuffer);
+  LastTaggedComment.reset();
   CodeLines.Drop();
   Parameters.Drop();
   CurrentEnum.reset();

@@ -128,20 +128,27 @@ std::string_view Component::DefaultType(std::string_view name) const {
   return type;
 }
 
+namespace {
+// Empties a text and gives its memory back, which is what unloading is for.
+void Release(std::string& text) { std::string().swap(text); }
+}  // namespace
+
 void Component::UnloadSourceCode() {
   for (Block& block : Blocks) block.UnloadSourceCode();
   for (EventDeclaration& event : EventDeclarations) {
-    event.UnTaggedDescription.clear();
+    Release(event.UnTaggedDescription);
     event.Parameters.Drop();
   }
-  for (Enumeration& enumeration : Enumerations) enumeration.UnTaggedDescription.clear();
+  for (Enumeration& enumeration : Enumerations) Release(enumeration.UnTaggedDescription);
   for (DeclareDeclaration& declaration : Declarations) {
-    declaration.TaggedDescription.clear();
-    declaration.UnTaggedDescription.clear();
+    Release(declaration.TaggedDescription);
+    Release(declaration.UnTaggedDescription);
     declaration.Parameters.Drop();
   }
-  for (vendrel::Interface& interface : Interfaces) interface.UnTaggedDescription.clear();
-  for (UDT& type : UDTs) type.UnTaggedDescription.clear();
+  for (vendrel::Interface& interface : Interfaces) Release(interface.UnTaggedDescription);
+  for (UDT& type : UDTs) Release(type.UnTaggedDescription);
+  SourceForm.reset();
+  mIntake.reset();
   LoadState = lsFullyLoadedNoCode;
 }
 

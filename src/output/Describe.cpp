@@ -11,9 +11,10 @@ namespace vendrel {
 // Every class with a table of properties.
 #define VENDREL_DESCRIBED(X)                                                                      \
   X(Block)                                                                                        \
-  X(CompilerConstant) X(Component) X(Constant) X(DeclareDeclaration) X(EnumMember) X(Enumeration) \
-      X(EventDeclaration) X(Example) X(Interface) X(Library) X(Parameter) X(PropertyGroup)        \
-          X(Reference) X(TaggedComment) X(UDT) X(VBControl) X(VBProject) X(Variable)
+  X(CompilerConstant)                                                                             \
+  X(Component) X(Constant) X(DeclareDeclaration) X(EnumMember) X(Enumeration) X(EventDeclaration) \
+      X(Example) X(Interface) X(Library) X(Parameter) X(PropertyGroup) X(Reference)               \
+          X(TaggedComment) X(UDT) X(VBControl) X(VBProject) X(Variable)
 
 namespace {
 

@@ -74,20 +74,46 @@ class Dumper {
 
   void Write(Frame& frame, const PropertyDescription& property) {
     if (!Wanted(property)) return;
-    mJson.Key(property.Name);
     if (property.Count) return StartChildren(frame, property);
     property.Read(frame.Element.Object, mValue);
+    if (!mOptions.Empty && IsEmpty(property.Shape)) return;
+    mJson.Key(property.Name);
     WriteValue(property.Shape);
   }
 
   void StartChildren(Frame& frame, const PropertyDescription& property) {
     frame.Done = 0;
     frame.Count = property.Count(frame.Element.Object);
+    if (frame.Count == 0 && !mOptions.Empty) return;
+    mJson.Key(property.Name);
     frame.InArray = property.Shape == PropertyShape::Elements;
     if (frame.InArray)
       mJson.BeginArray();
     else if (frame.Count == 0)
       mJson.Null();
+  }
+
+  bool IsEmpty(PropertyShape shape) const {
+    switch (shape) {
+      case PropertyShape::Text:
+      case PropertyShape::Path:
+        return mValue.Text.empty();
+      case PropertyShape::Number:
+        return mValue.Number == 0;
+      case PropertyShape::Truth:
+        return !mValue.Truth;
+      case PropertyShape::Texts:
+        return mValue.Texts.empty();
+      case PropertyShape::Link:
+        return !mValue.Link;
+      default:
+        return LineCount() == 0;
+    }
+  }
+
+  std::int32_t LineCount() const {
+    const CodeLines* lines = mValue.Lines;
+    return lines && !lines->Unloaded() ? lines->Count() : 0;
   }
 
   void WriteValue(PropertyShape shape) {
@@ -128,11 +154,9 @@ class Dumper {
 
   void WriteLines() {
     mJson.BeginArray();
-    const CodeLines* lines = mValue.Lines;
-    const std::int32_t count = lines && !lines->Unloaded() ? lines->Count() : 0;
-    for (std::int32_t i = 1; i <= count; ++i) {
+    for (std::int32_t i = 1; i <= LineCount(); ++i) {
       mJson.BeginObject();
-      DumpLineMembers(mJson, lines->Item(i));
+      DumpLineMembers(mJson, mValue.Lines->Item(i));
       mJson.EndObject();
     }
     mJson.EndArray();

@@ -18,8 +18,10 @@ struct DumpOptions {
   /// Properties that differ from load to load: keys, ids, paths.
   bool Identity = true;
   bool SourceLines = true;
+  /// Properties that say nothing too: empty texts and collections, 0, false, no link.
+  bool Empty = true;
   /// A folder in Windows form ("Z:\home\me\ledger") that paths show as `Z:\root`; empty: none.
-  std::string Root;
+  std::string Root = {};
   /// A line for each member.
   bool Indented = true;
 };

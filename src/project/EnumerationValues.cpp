@@ -21,6 +21,8 @@ class EnumerationEvaluator {
   void Run();
 
  private:
+  bool AnyExpression() const;
+  void RegisterConstants();
   struct Named {
     const Component* Home;
     std::string_view Expression;  // of a constant
@@ -37,14 +39,17 @@ class EnumerationEvaluator {
   // Names of constants and members: of each module, and of the project as a whole (the first wins).
   std::unordered_map<std::string, Named> mNames;
   int mDepth = 0;
+  bool mNamesMatter = false;
 };
 
 std::string OwnKey(const Component& component, std::string_view name) {
   return std::to_string(reinterpret_cast<std::uintptr_t>(&component)) + "/" + FoldKey(name);
 }
 
-EnumerationEvaluator::EnumerationEvaluator(VBProject& project) : mProject(project) {
-  for (const Component& component : project.Components.Listed()) {
+EnumerationEvaluator::EnumerationEvaluator(VBProject& project) : mProject(project) {}
+
+void EnumerationEvaluator::RegisterConstants() {
+  for (const Component& component : mProject.Components.Listed()) {
     if (const Constants* constants = component.Constants())
       for (const Constant& constant : *constants)
         Register(component, constant.Name, constant.Value);
@@ -57,7 +62,18 @@ void EnumerationEvaluator::Register(const Component& component, std::string_view
   mNames.try_emplace(FoldKey(name), Named{&component, expression, {}});
 }
 
+// Most projects number their members by plain numbers: names are gathered only where one is asked for.
+bool EnumerationEvaluator::AnyExpression() const {
+  for (const Component& component : mProject.Components.Listed())
+    for (const Enumeration& enumeration : component.Enumerations)
+      for (const EnumMember& member : enumeration.Members())
+        if (!member.Value.empty() && !IsNumericText(member.Value)) return true;
+  return false;
+}
+
 void EnumerationEvaluator::Run() {
+  mNamesMatter = AnyExpression();
+  if (mNamesMatter) RegisterConstants();
   for (Component& component : mProject.Components.Listed())
     for (Enumeration& enumeration : component.Enumerations) NumberMembers(component, enumeration);
 }
@@ -79,6 +95,7 @@ void EnumerationEvaluator::NumberMembers(const Component& component, Enumeration
       const std::string text = ToText(ScriptValue::Whole(number, ScriptKind::Long));
       if (text != member.Value) member.ValueAsWritten = member.Value;
       member.Value = text;
+      if (!mNamesMatter) continue;
       const Named known{&component, {}, ScriptValue::Whole(number, ScriptKind::Long)};
       mNames.insert_or_assign(OwnKey(component, member.Name), known);
       mNames.try_emplace(FoldKey(member.Name), known);

@@ -5,7 +5,6 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "project/VBProject.h"
 #include "services/SettingsReader.h"
@@ -77,11 +76,6 @@ std::string Reference::ClsID() const { return FileName.ClassID(); }
 
 std::string Reference::Name() const { return mName.empty() ? FileName.LeafName() : mName; }
 
-std::string Reference::Description() const {
-  const vendrel::VBProject* project = ReferencedProject();
-  return project ? project->Description() : Name();
-}
-
 void Reference::Load(std::string_view Source) {
   try {
     if (vendrel::VBProject* parent = ParentProject()) SetRelativeTo(&parent->FileName);
@@ -99,8 +93,6 @@ void Reference::Load(std::string_view Source) {
     if (mName.empty()) NameFromLibrary();
     // Reading and assigning freezes the path as an absolute one.
     FileName.SetFullPath(FileName.FullPath());
-    if (!FileName.FullPath().empty() && !FileName.Exists())
-      Tell(DiagnosticCode::MissingReference, {FileName.FullPath()});
   } catch (VendrelError& error) {
     error.AddContext("Load", "Reference");
     throw;
@@ -238,6 +230,11 @@ std::string Reference::CodeLine() {
   const std::string path = file.RelativePath();
   file.SetBaseFile(savedBase);
   return ReferenceType + "=*\\A" + path;
+}
+
+std::string Reference::Description() const {
+  const vendrel::VBProject* project = ReferencedProject();
+  return project ? project->Description() : Name();
 }
 
 }  // namespace vendrel

@@ -11,9 +11,6 @@
 
 namespace vendrel {
 
-VBProjectGroup* VBProject::VBProjectGroup() const { return mGroup.Get(); }
-void VBProject::SetVBProjectGroup(vendrel::VBProjectGroup* group) { mGroup.Set(group); }
-
 std::string VBProjectGroup::Description() const {
   if (!mDescription.empty()) return mDescription;
   const VBProject* first = mProjects->Item(1);
@@ -114,5 +111,8 @@ void VBProjectGroup::LoadProject(const FileSystemObject& file, bool silent, bool
     return Tell(DiagnosticCode::ProjectRepeated, {project->ProjectName + " (" + path + ")"});
   mProjects->Add(project, project->ProjectName);
 }
+
+VBProjectGroup* VBProject::VBProjectGroup() const { return mGroup.Get(); }
+void VBProject::SetVBProjectGroup(vendrel::VBProjectGroup* group) { mGroup.Set(group); }
 
 }  // namespace vendrel

@@ -24,6 +24,16 @@ constexpr std::array<unsigned char, 256> kClasses = [] {
   return classes;
 }();
 
+// End of a run of characters that mean nothing to the scan once something but a number has been seen.
+std::size_t PlainEnd(std::string_view text, std::size_t at, std::size_t end) {
+  while (at < end) {
+    const unsigned char kind = kClasses[static_cast<unsigned char>(text[at])];
+    if (kind != kPlain && kind != kDigit && kind != kBlank) break;
+    ++at;
+  }
+  return at;
+}
+
 std::size_t CharLength(unsigned char lead) {
   return lead < 0xC0 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
 }
@@ -152,7 +162,7 @@ void LineClassifier::Scan(std::string_view text, std::size_t end) {
     unsigned char kind = kClasses[byte];
     if (kind == kPlain) {
       s.SeenOther = true;
-      ++s.At;
+      s.At = PlainEnd(text, s.At + 1, end);
       continue;
     }
     std::size_t next = s.At + 1;
@@ -252,8 +262,10 @@ void LineClassifier::Separate(std::string_view work, ParsedLine& line) {
 }
 
 std::string_view LineClassifier::Collapsed(std::string_view statement) {
-  const std::size_t run = statement.find("  ");
-  if (run == std::string_view::npos) return statement;
+  // A plain loop: blanks are dense, and a search that starts anew at each of them costs more.
+  std::size_t run = 0;
+  while (run + 1 < statement.size() && !(statement[run] == ' ' && statement[run + 1] == ' ')) ++run;
+  if (run + 1 >= statement.size()) return statement;
   mStatement.assign(statement.substr(0, run + 1));
   for (std::size_t i = run + 1; i < statement.size(); ++i) {
     if (statement[i] != ' ' || mStatement.back() != ' ') mStatement.push_back(statement[i]);
@@ -274,6 +286,7 @@ LineClassifier::Result LineClassifier::Judge(ParsedLine& line) {
 // "Sub A(): x = 1: End Sub": the colon behind the header separates, with or without a blank.
 void LineClassifier::SplitOneLineProcedure(ParsedLine& line) {
   const std::string_view statement = line.StatementPart;
+  if (statement.find(':') == std::string_view::npos) return;
   int depth = 0;
   bool inString = false;
   for (std::size_t i = 0; i + 1 < statement.size(); ++i) {

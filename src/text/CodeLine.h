@@ -69,9 +69,29 @@ CodeLine InitialiseCodeLine(std::string_view Text, LanguageVersionEnum LanguageV
                             const ReadingRules& reading = ReadingRules::Classic());
 
 /// Whether a line of this type opens a procedure block (eleven types do).
-bool IsStartLineType(LineTypeEnum LineType);
+constexpr bool IsStartLineType(LineTypeEnum LineType) {
+  switch (LineType) {
+    case START_FUNCTION:
+    case START_SUB:
+    case START_PROPERTY:
+    case START_CLASS_INITIALISE:
+    case START_CLASS_TERMINATE:
+    case FORM_LOAD:
+    case FORM_UNLOAD:
+    case START_USERCONTROL_INITIALISE:
+    case START_USERCONTROL_TERMINATE:
+    case START_USERDOCUMENT_INITIALISE:
+    case START_USERDOCUMENT_TERMINATE:
+      return true;
+    default:
+      return false;
+  }
+}
 /// Whether a line of this type ends a procedure.
-bool IsEndLineType(LineTypeEnum LineType);
+constexpr bool IsEndLineType(LineTypeEnum LineType) {
+  return LineType == END_FUNCTION || LineType == END_SUB || LineType == END_PROPERTY ||
+         LineType == END_CLASS_INITIALISE || LineType == END_CLASS_TERMINATE;
+}
 /// Whether a line ends the attributes and begins the declarations of a module.
 bool IsDeclarationsLineType(LineTypeEnum LineType, std::string_view StatementPart);
 

@@ -7,6 +7,9 @@
 #include "text/StartLine.h"
 
 namespace vendrel {
+namespace {
+constexpr std::size_t kFirstLines = 24;  // an everyday procedure; the rest is given back
+}
 
 CodeLines::CodeLines(std::shared_ptr<const std::string> text, LanguageVersionEnum language,
                      const ClassifierRules& rules)
@@ -153,6 +156,7 @@ void CodeLines::Add(const CodeLine& Item, std::int32_t Before, std::int32_t Afte
 void CodeLines::Insert(const Line& line, std::int32_t before, std::int32_t after) {
   if (line.Flags & kContinuation) ++mContinuations;
   if (before == 0 && after == 0) {
+    if (mLines.capacity() == 0) mLines.reserve(kFirstLines);
     mLines.push_back(line);
     return;
   }

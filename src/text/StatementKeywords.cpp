@@ -1,6 +1,8 @@
 #include "text/StatementKeywords.h"
 
 #include <array>
+#include <bit>
+#include <cstdint>
 #include <optional>
 
 #include "core/Ascii.h"
@@ -185,10 +187,21 @@ StatementJudgement JudgeDotNetKeyword(std::string_view statement) {
   return {};
 }
 
+// For each first letter the rows that begin with it, as bits: the order of the rows stays.
+static_assert(std::size(kPrefixes) <= 64);
+constexpr std::array<std::uint64_t, 128> kRowsOfLetter = [] {
+  std::array<std::uint64_t, 128> rows{};
+  for (std::size_t i = 0; i < std::size(kPrefixes); ++i)
+    rows[static_cast<unsigned char>(kPrefixes[i].Prefix.front())] |= std::uint64_t{1} << i;
+  return rows;
+}();
+
 LineTypeEnum PrefixedType(std::string_view statement, bool dotNet) {
-  const char first = UpperAscii(statement.front());
-  for (const PrefixType& row : kPrefixes) {
-    if (row.Prefix.front() != first || (row.Language == In::DotNet && !dotNet)) continue;
+  const auto first = static_cast<unsigned char>(UpperAscii(statement.front()));
+  if (first >= kRowsOfLetter.size()) return OTHER;
+  for (std::uint64_t rows = kRowsOfLetter[first]; rows != 0; rows &= rows - 1) {
+    const PrefixType& row = kPrefixes[std::countr_zero(rows)];
+    if (row.Language == In::DotNet && !dotNet) continue;
     if (StartsWithNoCaseAscii(statement, row.Prefix)) return row.Type;
   }
   return OTHER;
@@ -204,38 +217,6 @@ StatementJudgement JudgeStatement(std::string_view statement, LanguageVersionEnu
       dotNet ? JudgeDotNetKeyword(statement) : JudgeClassicKeyword(statement);
   if (judged.LineType != OTHER || judged.MissingWord) return judged;
   return {PrefixedType(statement, dotNet)};
-}
-
-bool IsStartLineType(LineTypeEnum LineType) {
-  switch (LineType) {
-    case START_FUNCTION:
-    case START_SUB:
-    case START_PROPERTY:
-    case START_CLASS_INITIALISE:
-    case START_CLASS_TERMINATE:
-    case FORM_LOAD:
-    case FORM_UNLOAD:
-    case START_USERCONTROL_INITIALISE:
-    case START_USERCONTROL_TERMINATE:
-    case START_USERDOCUMENT_INITIALISE:
-    case START_USERDOCUMENT_TERMINATE:
-      return true;
-    default:
-      return false;
-  }
-}
-
-bool IsEndLineType(LineTypeEnum LineType) {
-  switch (LineType) {
-    case END_FUNCTION:
-    case END_SUB:
-    case END_PROPERTY:
-    case END_CLASS_INITIALISE:
-    case END_CLASS_TERMINATE:
-      return true;
-    default:
-      return false;
-  }
 }
 
 bool IsDeclarationsLineType(LineTypeEnum LineType, std::string_view StatementPart) {

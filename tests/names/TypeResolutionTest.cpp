@@ -145,8 +145,10 @@ TEST_F(TypeResolutionTest, VisibleModulesAreThoseOfTheProjectAndPublicOnesOfTheG
 
 TEST_F(TypeResolutionTest, GlobalsAreThoseOfStandardModules) {
   std::string names;
-  for (const Variable& variable : *mProject->GlobalVariables()) names += variable.Name + " ";
-  for (const Block& block : *mProject->GlobalBlocks()) names += block.Name() + " ";
+  const auto variables = mProject->GlobalVariables();
+  for (const Variable& variable : *variables) names += variable.Name + " ";
+  const auto blocks = mProject->GlobalBlocks();
+  for (const Block& block : *blocks) names += block.Name() + " ";
   EXPECT_EQ(names, "Total Other Run Stay ");
   // The blocks stand in both collections.
   EXPECT_EQ(mProject->Components.Item("M")->Blocks.Item("Run")->Name(), "Run");

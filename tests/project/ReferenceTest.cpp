@@ -149,16 +149,6 @@ TEST_F(ReferenceTest, ALibraryTellsItsNameWhereTheLineHasNone) {
   EXPECT_EQ(named.Name(), "A Lib");
 }
 
-TEST_F(ReferenceTest, AMissingFileIsTold) {
-  const MemoryFiles files{{"/p/a.tlb", ""}};
-  Diagnostics told;
-  const DiagnosticScope scope(&told, "Z:\\p\\A.vbp");
-  mReference.Load("Object={Y}#1.1#0; a.tlb");
-  EXPECT_EQ(told.Count(), 0u);
-  mReference.Load("Object={Y}#1.1#0; b.tlb");
-  EXPECT_EQ(told.CountOf(DiagnosticCode::MissingReference), 1u);
-}
-
 TEST_F(ReferenceTest, ALineIsRebuiltWhereTheProjectIsWrittenElsewhere) {
   const MemoryFiles files{{"/lib/a.tlb", ""}, {"/p/y.ocx", ""}};
   const auto compiled = [&](std::string_view line) {

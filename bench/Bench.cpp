@@ -1,0 +1,61 @@
+// The program that measures: vendrelmodel_bench load|classify|evaluate. Later parts of the library
+// join by a row of their own.
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <string>
+
+#include "bench/Load.h"
+#include "bench/Micro.h"
+
+namespace {
+
+using namespace vendrel::bench;
+
+// The options that all measurements share.
+struct Shared {
+  int Runs = 5;
+  bool Classic = false;
+};
+
+CLI::App* AddCommand(CLI::App& app, const char* name, const char* text, Shared& shared) {
+  CLI::App* command = app.add_subcommand(name, text);
+  command->add_option("--runs", shared.Runs, "Runs; the best and the median count")
+      ->check(CLI::Range(1, 1000));
+  command->add_flag("--classic", shared.Classic,
+                    "The classic reading in place of the complete one");
+  return command;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App app{"Measures the library; build it with the preset `bench`"};
+  app.require_subcommand(1);
+  Shared shared;
+  LoadOptions load;
+  load.WorkFolder = (std::filesystem::temp_directory_path() / "vendrelmodel-bench").string();
+  CLI::App* loadCommand = AddCommand(app, "load", "Projects from disk to tree", shared);
+  loadCommand->add_option("--lines", load.Lines, "Lines of a generated project; may be repeated")
+      ->check(CLI::Range(std::int64_t{1}, std::int64_t{1'000'000'000}));
+  loadCommand->add_option("--folder", load.Folders, "Every .vbp below this folder")
+      ->check(CLI::ExistingDirectory);
+  loadCommand->add_option("--work", load.WorkFolder, "Folder that keeps generated projects");
+  CLI::App* classify = AddCommand(app, "classify", "Lines a second of the classifier", shared);
+  CLI::App* evaluate = AddCommand(app, "evaluate", "Conditions a second", shared);
+  CLI11_PARSE(app, argc, argv);
+  try {
+    if (loadCommand->parsed()) {
+      load.Runs = shared.Runs;
+      load.Classic = shared.Classic;
+      return RunLoad(load);
+    }
+    const MicroOptions micro{shared.Runs, shared.Classic};
+    if (classify->parsed()) return RunClassify(micro);
+    if (evaluate->parsed()) return RunEvaluate(micro);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+  }
+  return 1;
+}

@@ -1,0 +1,16 @@
+#pragma once
+// Single parts measured alone, each many times, by Google Benchmark.
+
+namespace vendrel::bench {
+
+struct MicroOptions {
+  int Runs = 5;
+  bool Classic = false;
+};
+
+/// Lines a second of the classifier alone, over the modules of a generated project.
+int RunClassify(const MicroOptions& options);
+/// Conditions a second of conditional compilation, by the number of constants known.
+int RunEvaluate(const MicroOptions& options);
+
+}  // namespace vendrel::bench

@@ -1,0 +1,117 @@
+#include "comments/Descriptions.h"
+
+#include <gtest/gtest.h>
+
+#include "comments/CommentedModule.h"
+#include "core/ProcessState.h"
+#include "diagnostics/VendrelError.h"
+#include "model/PropertyGroup.h"
+
+namespace vendrel {
+namespace {
+
+using test::CommentedModule;
+
+TEST(AppendDescription, ChangesAllItsArguments) {
+  std::string description, text;
+  int wrap = wrapLineBreak;
+  EXPECT_EQ(AppendDescription(description, text, wrap), "");
+  EXPECT_EQ(text, "");
+  description = "a";
+  AppendDescription(description, text, wrap);
+  EXPECT_EQ(description, "a<crlf> ");
+  EXPECT_EQ(text, " ");
+  State().CurrentLanguageVersion = lvVisualBasicDotNet;
+  description = "a";
+  text = " _ b";
+  VBProject project;
+  State().CurrentLanguageVersion = lvVisualBasicDotNet;
+  EXPECT_EQ(project.AppendDescription(description, text, wrap), "a b");
+  State().CurrentLanguageVersion = lvVisualBasic5or6;
+  EXPECT_EQ(text, "b");
+  EXPECT_EQ(wrap, wrapSpace);
+}
+
+TEST(AppendDescription, AppendsATextToItself) {
+  std::string text = "ab";
+  AppendDescription(text, text, int(wrapLineBreak));
+  EXPECT_EQ(text, "ab<crlf>ab");
+}
+
+TEST(MergedTaggedDescription, PutsTheCommentsInFront) {
+  TaggedComments comments;
+  for (const char* source : {"##REMARKS x", "##SEEALSO n", "##remarks y"}) {
+    auto comment = std::make_shared<TaggedComment>();
+    comment->Initialise(source);
+    comments.Add(comment);
+  }
+  const auto merged = [&](const char* description, const char* tag, bool onlyIfBlank,
+                          bool overwrite) {
+    return MergedTaggedDescription(description, comments, tag, onlyIfBlank, overwrite);
+  };
+  EXPECT_EQ(merged("d", "##REMARKS", false, false), "x y d");
+  EXPECT_EQ(merged("d", "##Remarks", false, true), "x y");
+  EXPECT_EQ(merged("d", "##REMARKS", true, true), "d");
+  EXPECT_EQ(merged("", "##REMARKS", true, false), "x y ") << "an empty description is one blank";
+  EXPECT_EQ(merged("d", "##NONE", false, true), "d");
+}
+
+TEST(MergeTaggedComment, ReachesEveryKindOfElement) {
+  CommentedModule module(
+      "Option Explicit\n'##MODULE_REMARKS m\n'##SEEALSO no\nDim x '##REMARKS x\n"
+      "'##REMARKS e\nEvent Moved()\n'##REMARKS c\nEnum E\nRed '##REMARKS r\nEnd Enum\n"
+      "'##REMARKS t\nPrivate Type T\nA As Long '##REMARKS a\nEnd Type\n"
+      "'##REMARKS f\nSub F()\nEnd Sub\n"
+      "'##REMARKS g\nPublic Property Get P()\nEnd Property\n"
+      "'##REMARKS l\nPublic Property Let P(v)\nEnd Property\n");
+  module.Project.MergeTaggedComment("##REMARKS", false, true);
+  std::string described;
+  ForEachCommentedElement(module.Project, [&](CodeElement& element) {
+    const std::string* text = element.TaggedDescriptionField();
+    if (text && !text->empty()) described += element.ElementName() + "=" + *text + " ";
+  });
+  EXPECT_EQ(described, "Moved=e E=c Red=r T=t A=a x=x F=f P=g<p>l</p> ");
+  module.Project.MergeTaggedComment("##MODULE_REMARKS", false, true);
+  EXPECT_EQ(module.Module->TaggedDescription, "m");
+}
+
+TEST(Descriptions, CountPlainCommentsWhereTheProjectDoes) {
+  CommentedModule module(
+      "Option Explicit\nPublic x 'plain\n'##VARIABLE_SUMMARY x tagged\nEnum E\nRed 'warm\n"
+      "'##SUMMARY tagged\nEnd Enum\nDeclare Sub S Lib \"l\" () 'plain\nDim y\n");
+  Variable& x = *module.Module->BlockOfType(btDeclarations)->Variables->Item("x");
+  DeclareDeclaration& declare = *module.Module->Declarations.Item("S");
+  EXPECT_EQ(x.Description(), "tagged");
+  EXPECT_EQ(declare.Description(), "");
+  EXPECT_EQ(module.Module->Enumerations.Item("E")->Members().Item("Red")->Description(),
+            "warm<crlf>tagged");
+  module.Project.UnTaggedVariables = module.Project.UnTaggedModules = true;
+  EXPECT_EQ(x.Description(), "tagged<crlf>plain");
+  EXPECT_EQ(declare.Description(), "plain") << "counted with the modules";
+}
+
+TEST(Descriptions, AreReadOnlyExceptWhereTheyAreStored) {
+  Block block;
+  Component component;
+  Variable variable;
+  EventDeclaration event;
+  Enumeration enumeration;
+  EnumMember member;
+  UDT udt;
+  Interface implemented;
+  for (CodeElement* element : std::initializer_list<CodeElement*>{
+           &block, &component, &variable, &event, &enumeration, &member, &udt, &implemented}) {
+    try {
+      element->SetDescription("x");
+      ADD_FAILURE() << element->ClassName();
+    } catch (const VendrelError& failure) {
+      EXPECT_EQ(failure.Number(), errReadOnlyProperty);
+    }
+  }
+  DeclareDeclaration declare;
+  declare.SetDescription("x");
+  EXPECT_EQ(declare.Description(), "");
+}
+
+}  // namespace
+}  // namespace vendrel

@@ -1,0 +1,212 @@
+// Where a tagged comment lands.
+
+#include <gtest/gtest.h>
+
+#include "comments/CommentedModule.h"
+#include "core/ProcessState.h"
+
+namespace vendrel {
+namespace {
+
+using test::CommentedModule;
+
+struct Case {
+  const char* Name;
+  const char* Body;
+  const char* Landed;
+};
+
+void Behind(VBProject& project) { project.TaggedCommentsBeforeElement = false; }
+void Preserve(VBProject& project) { project.PreserveOriginalTaggedComments = true; }
+
+void Check(const Case& c, const CommentedModule::Setup& setup = {}) {
+  EXPECT_EQ(CommentedModule(c.Body, setup).Landed(), c.Landed) << c.Name;
+}
+
+TEST(TaggedComments, StandBeforeTheirElement) {
+  const Case cases[] = {
+      {"procedure", "Option Explicit\n'##SUMMARY Opens it.\n'##REMARKS Slow.\nSub F()\nEnd Sub\n",
+       "Block F d=Opens it. [##REMARKS=Slow.]\n"},
+      {"two lines of one tag", "Option Explicit\n'##SUMMARY a\n'##SUMMARY b\nSub F()\nEnd Sub\n",
+       "Block F d=a<crlf>b\n"},
+      {"a bare tag goes on", "Option Explicit\n'##SUMMARY a\n'## b\nSub F()\nEnd Sub\n",
+       "Block F d=a<crlf>b\n"},
+      {"parameters",
+       "Option Explicit\n'##PARAM a first\n'##PARAM A more\n'##PARAM z lost\nSub F(a, b)\nEnd "
+       "Sub\n",
+       "Parameter a d=first<crlf>more\n"},
+      {"variable", "Option Explicit\n'##SUMMARY The count.\nPublic Count As Long\n",
+       "Variable Count d=The count.\n"},
+      {"variable by name", "Option Explicit\n'##VARIABLE_REMARKS b Second.\nDim a, b\n",
+       "Variable b [##VARIABLE_REMARKS(b)=Second.]\n"},
+      {"event and its parameter",
+       "Option Explicit\n'##SUMMARY Moved.\nEvent Moved(ByVal By As Long)\n'##ED Twice.\n"
+       "'##PD By steps\n'##PD by other case\n",
+       "EventDeclaration Moved d=Moved.<crlf>Twice.\nParameter By d=steps\n"},
+      {"enumeration and members",
+       "Option Explicit\n'##SUMMARY Colours.\nEnum E\nRed '##SUMMARY warm\nBlue\n"
+       "'##SUMMARY cold\n'##ENUMERATION_MEMBER_REMARKS Red nice\nEnd Enum\n",
+       "Enumeration E d=Colours.\nEnumMember Red d=warm [##ENUMERATION_MEMBER_REMARKS(Red)=nice]\n"
+       "EnumMember Blue d=cold\n"},
+      {"structure and members",
+       "Option Explicit\n'##SUMMARY Pair.\nPrivate Type T\nA As Long '##SUMMARY left\nEnd Type\n",
+       "UDT T d=Pair.\nVariable A d=left\n"},
+      {"declare",
+       "Option Explicit\n'##SUMMARY Beeps.\n'##PARAM f hertz\n"
+       "Private Declare Function Beep Lib \"kernel32\" (ByVal f As Long) As Long\n",
+       "DeclareDeclaration Beep d=Beeps.\nParameter f d=hertz\n"},
+      {"interface", "Option Explicit\n'##INTERFACE_SUMMARY IFoo Shape.\nImplements IFoo\n",
+       "Interface IFoo d=Shape.\n"},
+      {"module and project",
+       "Option Explicit\n'##MODULE_SUMMARY All.\n'##PROJECT_SUMMARY Whole.\nDim x\n",
+       "VBProject M d=Whole.\nComponent M d=All.\n"},
+      {"exclusion",
+       "Option Explicit\n'##EXCLUDE\nPublic x\n'##EXCLUDE\nSub F()\nEnd "
+       "Sub\n'##EXCLUDE_MODULE\nDim y\n",
+       "Component M [##EXCLUDE_MODULE=]\nVariable x excluded\nBlock F excluded\n"},
+      {"is new",
+       "Option Explicit\n'##IS_NEW\nPublic x\n'##MODULE_IS_NEW\nSub F()\n'##BLOCK_IS_NEW\nEnd "
+       "Sub\n",
+       "Component M new [##MODULE_IS_NEW=]\nVariable x new [##IS_NEW=]\n"
+       "Block F new [##BLOCK_IS_NEW=]\n"},
+      {"nothing follows", "Option Explicit\n'##SUMMARY lost\n", "waits [##SUMMARY=lost]\n"},
+      {"no tag", "Option Explicit\n'##NOTAG x\n'# x\nSub F()\nEnd Sub\n", ""},
+      {"a comment dies with the procedure it stands in",
+       "Option Explicit\nSub F()\nDim x\n'##VARIABLE_SUMMARY nowhere t\nEnd Sub\nSub G()\nEnd "
+       "Sub\n",
+       ""},
+  };
+  for (const Case& c : cases) Check(c);
+}
+
+TEST(TaggedComments, StandBehindTheirElementWhereSoSet) {
+  const Case cases[] = {
+      {"procedure", "Option Explicit\nSub F()\n'##SUMMARY Opens it.\n'##PARAM a no such\nEnd Sub\n",
+       "Block F d=Opens it.\n"},
+      {"enumeration",
+       "Option Explicit\nEnum E\n'##SUMMARY Colours.\nRed\n'##SUMMARY warm\nEnd Enum\n",
+       "Enumeration E d=Colours.\nEnumMember Red d=warm\n"},
+      {"event", "Option Explicit\nEvent Moved(By)\n'##ED Moved.\n",
+       "EventDeclaration Moved d=Moved.\n"},
+      {"behind the statement",
+       "Option Explicit\nPublic x As Long '##SUMMARY The x.\nSub F() '##SUMMARY f\n"
+       "End Sub\n",
+       "Variable x d=The x.\nBlock F d=f\n"},
+      {"a variable takes none on the next line",
+       "Option Explicit\nPublic x\n'##SUMMARY gone\nDim y\n", "waits [##SUMMARY=gone]\n"},
+  };
+  for (const Case& c : cases) Check(c, Behind);
+}
+
+TEST(TaggedComments, StayAsTheyAreWherePreserved) {
+  const Case cases[] = {
+      {"nothing merges",
+       "Option Explicit\n'##SUMMARY a\n'##SUMMARY b\n'##EXCLUDE\nSub F()\nEnd Sub\n",
+       "Block F [##SUMMARY=a] [##SUMMARY=b] [##EXCLUDE=]\n"},
+      {"commands act and are kept",
+       "Option Explicit\n'##MODULE_IS_COLLECTION\n'##PARAM a x\nSub F(a)\nEnd Sub\n",
+       "Component M [##MODULE_IS_COLLECTION=]\nParameter a [##PARAM(a)=x]\n"},
+  };
+  for (const Case& c : cases) Check(c, Preserve);
+}
+
+TEST(TaggedComments, AtTheHeadOfAModuleDescribeIt) {
+  CommentedModule module("'##SUMMARY A class.\n'##REMARKS Old.\n\nOption Explicit\nDim x\n");
+  EXPECT_EQ(module.Landed(), "Component M d=A class. [##REMARKS=Old.]\n");
+}
+
+TEST(TaggedComments, CommandTheirModule) {
+  CommentedModule module(
+      "Option Explicit\n"
+      "'##IGNORE_REFERENCES stdole, , VBA,STDOLE\n"
+      "'##RELATIONSHIP_LEVELS 2.5 deep\n"
+      "'##RELATIONSHIP_LEVELS abc\n"
+      "'##RELATIONSHIP_LEVELS 0\n"
+      "'##MODULE_IS_INTERFACE\n"
+      "'##RETAIN_CONTEXT_IDS\n"
+      "'##INTERFACE_ALIAS IFoo where it is\n"
+      "Implements IFoo\n"
+      "'##INTERFACE_ALIAS IFoo path\n"
+      "Dim x\n");
+  EXPECT_EQ(module.Module->IgnoreReferences, (std::vector<std::string>{"stdole", "VBA"}));
+  EXPECT_EQ(module.Module->RelationshipLevels, 2);
+  EXPECT_TRUE(module.Module->IsInterface);
+  EXPECT_TRUE(module.Project.RetainContextIDs);
+  EXPECT_EQ(module.Module->Interfaces.Item("IFoo")->DocumentationLocation, "IFoo path");
+}
+
+TEST(TaggedComments, ExcludeReferencesByFileName) {
+  CommentedModule module("Option Explicit\n'##EXCLUDE_REFERENCE b.DLL\nDim x\n",
+                         [](VBProject& project) {
+                           for (const char* name : {"a.dll", "b.dll"}) {
+                             auto reference = std::make_shared<Reference>();
+                             reference->FileName.SetFullPath(std::string("Z:\\lib\\") + name);
+                             project.References.Add(reference);
+                           }
+                         });
+  EXPECT_FALSE(module.Project.References.Item(1)->ExcludeFlag);
+  EXPECT_TRUE(module.Project.References.Item(2)->ExcludeFlag);
+  EXPECT_EQ(module.Landed(), "");
+}
+
+TEST(TaggedComments, AreToldToTheHostBeforeTheyArePlaced) {
+  std::string told;
+  CommentedModule module(
+      "Option Explicit\n'##SUMMARY a\nSub F(x)\n'plain\nEnd Sub '##REMARKS b\n",
+      [&](VBProject& project) {
+        project.NewTaggedComment.Add([&](Block& block, TaggedComment& tc, const CodeLine&) {
+          told += block.Name() + tc.TagIdentifier + (tc.CodeElement ? "!" : ";");
+          tc.Text += "+";
+        });
+      });
+  EXPECT_EQ(told, "##SUMMARY;F##REMARKS;");
+  EXPECT_EQ(module.Landed(), "Block F d=a+ [##REMARKS=b+]\n");
+}
+
+TEST(TaggedComments, GoOnInPlainLinesWhereSoSet) {
+  State().AutoAppendUntagged = true;
+  CommentedModule module(
+      "Option Explicit\n'##SUMMARY a\n' and b\n\n'##PARAM x first\n' half\nSub F(x)\n' no\nEnd "
+      "Sub\n");
+  State().AutoAppendUntagged = false;
+  EXPECT_EQ(module.Landed(), "Block F d=a and b\nParameter x d=first half\n");
+}
+
+TEST(TaggedComments, OfLegacyTagsAreUpgraded) {
+  const auto upgrade = [](VBProject& project) { project.SetUpgradeLegacyTaggedcomments(true); };
+  Check(
+      {"on", "Option Explicit\n'##ISNEW\nPublic x\n'##BLOCK_REMARKS a\n'##  b\nSub F()\nEnd Sub\n",
+       "Variable x new [##IS_NEW=]\nBlock F d= b [##REMARKS=a]\n"},
+      upgrade);
+  State().mUpgradeLegacyTaggedcomments = false;
+  Check({"off", "Option Explicit\n'##ISNEW\nPublic x\n'##BLOCK_REMARKS a\nSub F()\nEnd Sub\n",
+         "Variable x new [##ISNEW=]\nBlock F [##BLOCK_REMARKS=a]\n"});
+}
+
+// Plain comments never reach the tags, but the readings differ in what a comment is.
+TEST(TaggedComments, InRemLinesCountInTheCompleteReading) {
+  const char* body = "Option Explicit\nRem ##SUMMARY Old style.\nSub F()\nEnd Sub\n";
+  EXPECT_EQ(CommentedModule(body).Landed(), "");
+  EXPECT_EQ(
+      CommentedModule(body, [](VBProject& p) { p.Reading = ReadingRules::Complete(); }).Landed(),
+      "Block F d=Old style.\n");
+}
+
+TEST(LeadingComments, DescribeEachProcedureInTheCompleteReading) {
+  const char* body =
+      "Option Explicit\n' The first.\nSub F()\nx = 1\nEnd Sub\n\n' The second.\nSub G()\nx = "
+      "1\nEnd Sub\n";
+  const auto described = [&](const ReadingRules& reading) {
+    CommentedModule module(body, [&](VBProject& project) {
+      project.Reading = reading;
+      project.UnTaggedBlocks = true;
+    });
+    return module.Module->Blocks.Item("F")->Description() + "|" +
+           module.Module->Blocks.Item("G")->Description();
+  };
+  EXPECT_EQ(described(ReadingRules::Classic()), "The first.|");
+  EXPECT_EQ(described(ReadingRules::Complete()), "The first.|The second.");
+}
+
+}  // namespace
+}  // namespace vendrel

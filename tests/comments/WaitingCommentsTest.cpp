@@ -1,0 +1,175 @@
+// The walk over waiting comments leaves out offers that cannot succeed. The plain walk is its
+// referee.
+
+#include "comments/WaitingComments.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <random>
+
+#include "comments/CommentedModule.h"
+
+namespace vendrel {
+namespace {
+
+using test::CommentedModule;
+
+// A module built by hand, step by step, under one of the two walks.
+struct HandMade {
+  VBProject Project;
+  std::shared_ptr<vendrel::Component> Module = std::make_shared<vendrel::Component>();
+  vendrel::Block* Block = nullptr;
+  bool Plain;
+  int Names = 0;
+  std::vector<std::shared_ptr<TaggedComment>> All;
+
+  HandMade(bool plain, bool preserve) : Plain(plain) {
+    Project.PreserveOriginalTaggedComments = preserve;
+    Module->SetVBProject(&Project);
+    Module->Name = "M";
+    Project.Components.Add(Module, "M");
+    Block = Module->NewBlock(btDeclarations);
+  }
+  std::string NextName(unsigned choice) {
+    return "n" + std::to_string(choice % 4 ? Names++ : Names / 2);
+  }
+  template <typename T>
+  std::shared_ptr<T> Named(unsigned choice) {
+    auto element = std::make_shared<T>();
+    element->Name = NextName(choice);
+    element->Component = Module.get();
+    Module->LastElement = element.get();
+    return element;
+  }
+  void Step(unsigned action, unsigned choice) {
+    switch (action) {
+      case 0: return OpenBlock(choice);
+      case 1: return AddVariable(choice);
+      case 2: return OpenEnumeration(choice);
+      case 3: return AddMember(choice);
+      case 4: {
+        auto event = Named<EventDeclaration>(choice);
+        Module->EventDeclarations.Add(event, event->Name);
+        return;
+      }
+      case 5: {
+        auto implemented = Named<Interface>(choice);
+        Module->Interfaces.Add(implemented, implemented->Name);
+        return;
+      }
+      case 6: Module->LastElement = choice % 2 ? nullptr : Module.get(); return;
+      case 7:
+        Block->CurrentEnum.reset();
+        Block->CurrentUDT.reset();
+        return;
+      default: return Park(choice);
+    }
+  }
+  void OpenBlock(unsigned choice) {
+    Block = Module->NewBlock(choice % 3 ? btSub : btDeclarations);
+    if (choice % 3 == 0) return;
+    Block->SetName(NextName(choice));
+    if (choice % 2) Block->Parameters.Renew();
+    Module->LastElement = Block;
+  }
+  void AddVariable(unsigned choice) {
+    auto variable = Named<Variable>(choice);
+    Block->Variables->Add(variable, variable->Name);
+  }
+  void OpenEnumeration(unsigned choice) {
+    if (choice % 2) {
+      Block->CurrentEnum = Named<Enumeration>(choice);
+      Module->Enumerations.Add(Block->CurrentEnum, Block->CurrentEnum->Name);
+    } else {
+      Block->CurrentUDT = Named<UDT>(choice);
+      Module->UDTs.Add(Block->CurrentUDT, Block->CurrentUDT->Name);
+    }
+  }
+  void AddMember(unsigned choice) {
+    if (Block->CurrentEnum) {
+      auto member = Block->CurrentEnum->AddMember(NextName(choice) + " = 1");
+      Module->LastElement = member.get();
+    } else if (Block->CurrentUDT) {
+      auto member = Block->CurrentUDT->AddMember(NextName(choice) + " As Long");
+      Module->LastElement = member.get();
+    }
+  }
+  void Park(unsigned choice) {
+    static constexpr const char* tags[] = {"##SUMMARY",
+                                           "##REMARKS",
+                                           "##VARIABLE_REMARKS",
+                                           "##PARAM",
+                                           "##EVENT_REMARKS",
+                                           "##ISNEW",
+                                           "##ENUMERATION_MEMBER_REMARKS",
+                                           "##STRUCTURE_MEMBER_REMARKS",
+                                           "##INTERFACE_REMARKS",
+                                           "##INTERFACE_ALIAS",
+                                           "##VARIABLE_IS_NEW",
+                                           "##BLOCK_REMARKS",
+                                           "##MODULE_ISNEW",
+                                           "##IS_EXAMPLE",
+                                           "##ENUMERATION_REMARKS",
+                                           "##DECLARE_REMARKS",
+                                           "##EXCLUDE",
+                                           "##LIBRARY_REMARKS",
+                                           "##NONE"};
+    auto comment = std::make_shared<TaggedComment>();
+    comment->Initialise(std::string(tags[choice % std::size(tags)]) + " n" +
+                        std::to_string(Names + static_cast<int>(choice / 7 % 5) - 2) + " t" +
+                        std::to_string(All.size()));
+    All.push_back(comment);
+    Block->HandleTaggedComment(comment);
+  }
+  void Offer() {
+    Plain ? OfferEveryTaggedComment(*Module, *Block) : OfferTaggedComments(*Module, *Block);
+  }
+
+  // Where each comment stands, and at times all that the elements carry.
+  std::string State(bool whole) {
+    std::string result;
+    for (const auto& comment : All) {
+      const CodeElement* element = comment->CodeElement.Get();
+      result += element ? element->ElementName() + ";" : "-;";
+    }
+    return whole ? result + test::LandedIn(Project, *Module) : result;
+  }
+};
+
+TEST(WaitingComments, LandWhereThePlainWalkPutsThem) {
+  std::size_t placed = 0;
+  for (unsigned seed = 1; seed <= 300; ++seed) {
+    std::mt19937 random(seed);
+    HandMade quick(false, seed % 3 == 0), plain(true, seed % 3 == 0);
+    for (int step = 0; step < 120; ++step) {
+      const unsigned action = random() % 14, choice = random();
+      for (HandMade* module : {&quick, &plain}) {
+        module->Step(action, choice);
+        module->Offer();
+      }
+      ASSERT_EQ(quick.State(step % 10 == 9), plain.State(step % 10 == 9))
+          << "seed " << seed << ", step " << step;
+    }
+    for (const auto& comment : quick.All) placed += comment->CodeElement ? 1 : 0;
+  }
+  EXPECT_GT(placed, 1000u) << "the modules are to be more than refusals";
+}
+
+// Growth is judged by counting, not by the clock: lines that change nothing offer nothing.
+TEST(WaitingComments, AreNotOfferedAgainWhileNothingChanges) {
+  HandMade module(false, false);
+  for (int i = 0; i < 100000; ++i) {
+    auto comment = std::make_shared<TaggedComment>();
+    comment->Initialise("##VARIABLE_REMARKS v" + std::to_string(i) + " t");
+    module.Block->HandleTaggedComment(comment);
+    module.Offer();
+  }
+  EXPECT_EQ(module.Module->TaggedCommentBuffer->Count(), 100000u);
+  EXPECT_EQ(module.Module->TaggedCommentBuffer->mOffers->Offers, 100000u);
+  module.Offer();
+  EXPECT_EQ(module.Module->TaggedCommentBuffer->mOffers->Offers, 100000u);
+}
+
+}  // namespace
+}  // namespace vendrel

@@ -1,0 +1,70 @@
+// The sample project as a dump, held against the one in the checkout. After a change that is meant:
+//   VENDREL_UPDATE_GOLDEN=1 ./test
+// writes it anew; read the difference before it is committed.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include "output/Dump.h"
+#include "project/VBProject.h"
+#include "services/Paths.h"
+
+namespace vendrel {
+namespace {
+
+std::string ReadText(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+// Number and text of the first line in which two texts differ.
+std::string FirstDifference(const std::string& expected, const std::string& actual) {
+  std::istringstream a(expected), b(actual);
+  std::string lineA, lineB;
+  for (int number = 1;; ++number) {
+    const bool moreA = static_cast<bool>(std::getline(a, lineA));
+    const bool moreB = static_cast<bool>(std::getline(b, lineB));
+    if (!moreA && !moreB) return {};
+    if (moreA != moreB || lineA != lineB)
+      return "line " + std::to_string(number) + "\n  golden: " + lineA + "\n  now:    " + lineB;
+  }
+}
+
+std::string DumpOfSample(const ReadingRules& reading) {
+  VBProject project;
+  project.Reading = reading;
+  if (!project.Load(WindowsPath(VENDREL_SOURCE_ROOT "/samples/Ledger/Ledger.vbp"))) return {};
+  project.OutputFileName.SetFolderPath(project.FileName.FolderPath());
+  project.Components.Populate();
+  DumpOptions options;
+  options.Empty = false;
+  options.Root = WindowsPath(VENDREL_SOURCE_ROOT);
+  std::ostringstream out;
+  Dump(out, Describe(project), options);
+  return out.str();
+}
+
+void CompareWithGolden(const std::string& name, const ReadingRules& reading) {
+  const std::string path = std::string(VENDREL_SOURCE_ROOT "/tests/golden/") + name;
+  const std::string actual = DumpOfSample(reading);
+  ASSERT_FALSE(actual.empty());
+  EXPECT_EQ(actual.find(VENDREL_SOURCE_ROOT), std::string::npos);
+  const char* update = std::getenv("VENDREL_UPDATE_GOLDEN");
+  if (update && *update) std::ofstream(path, std::ios::binary) << actual;
+  EXPECT_EQ(FirstDifference(ReadText(path), actual), "") << path;
+}
+
+TEST(GoldenDump, OfTheSampleInTheCompleteReading) {
+  CompareWithGolden("Ledger.complete.json", ReadingRules::Complete());
+}
+
+TEST(GoldenDump, OfTheSampleInTheClassicReading) {
+  CompareWithGolden("Ledger.classic.json", ReadingRules::Classic());
+}
+
+}  // namespace
+}  // namespace vendrel

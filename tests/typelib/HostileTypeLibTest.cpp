@@ -1,0 +1,158 @@
+// Files that lie: whatever their bytes, reading and printing ends, with an error or with messages,
+// within time and memory that follow from the size of the file.
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "diagnostics/VendrelError.h"
+#include "typelib/SampleImages.h"
+#include "typelib/Widl.h"
+#include "typelib/reader/TypeLibListing.h"
+#include "typelib/reader/TypeLibReader.h"
+
+namespace vendrel::typelib {
+namespace {
+
+using test::Image;
+using test::MsftBuilder;
+using test::PeBuilder;
+using test::SmallLibrary;
+
+// Everything that a client can ask for.
+std::size_t ReadAll(const Image& file) {
+  try {
+    const auto library = TypeLibInfoFromBytes(file);
+    std::size_t size = TypeLibListing(*library).size() + TypeLibJson(*library).size();
+    for (const TypeInfo& type : library->TypeInfos) {
+      for (const MemberInfo* member : type.Members()) {
+        try {
+          size += static_cast<std::size_t>(member->ReturnType.VarType() >= 0);
+        } catch (const VendrelError&) {
+        }
+      }
+    }
+    return size;
+  } catch (const VendrelError& error) {
+    EXPECT_EQ(error.Number(), errInvalidFileFormat);
+    return 0;
+  }
+}
+
+TEST(HostileTypeLib, MayEndAnywhereOrHoldAnyByte) {
+  PeBuilder compiled;
+  compiled.TypeLibraries = {{1, SmallLibrary().Build()}};
+  compiled.VersionBlock = PeBuilder::Version(1, 2, 3, 4);
+  for (const Image& file : {SmallLibrary().Build(), compiled.Build(), test::OldLibrary().Build()}) {
+    for (std::size_t length = 0; length < file.size(); ++length)
+      ReadAll(Image(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(length)));
+    for (std::size_t at = 0; at < file.size(); ++at) {
+      for (unsigned value : {0x00u, 0xFFu}) {
+        Image changed = file;
+        changed[at] = static_cast<std::uint8_t>(value);
+        ReadAll(changed);
+      }
+    }
+  }
+}
+
+TEST(HostileTypeLib, MayBeChangedInManyPlaces) {
+  if (!test::Widl::IsInstalled()) GTEST_SKIP() << test::Widl::kMissing;
+  test::Widl compiler;
+  const std::string path = compiler.Compile("victim", R"(
+[uuid(11111111-2222-3333-4444-555555555501), version(1.0)] library Victim
+{
+    importlib("stdole2.tlb");
+    typedef enum Kind { kOne = 1, kTwo = 900000000 } Kind;
+    [object, uuid(11111111-2222-3333-4444-555555555505), dual, oleautomation]
+    interface IVictim : IDispatch {
+        [id(3), helpstring("Posts")] HRESULT Post([in, defaultvalue("none")] BSTR text,
+            [in, optional, defaultvalue(1)] Kind kind, [out, retval] SAFEARRAY(BSTR) *ok);
+    };
+    [uuid(11111111-2222-3333-4444-55555555550A)] coclass Object { [default] interface IVictim; };
+})");
+  std::ifstream stream(path, std::ios::binary);
+  const Image file(std::istreambuf_iterator<char>(stream), {});
+  ASSERT_GT(ReadAll(file), 500u);
+  std::mt19937 random(7);
+  for (int round = 0; round < 800; ++round) {
+    Image changed = file;
+    for (unsigned i = 0, count = 1 + random() % 8; i < count; ++i)
+      changed[random() % changed.size()] =
+          static_cast<std::uint8_t>(random() % 3 == 0 ? 0xFF : random());
+    ReadAll(changed);
+  }
+}
+
+TEST(HostileTypeLib, CannotGoInCircles) {
+  MsftBuilder builder = SmallLibrary();
+  MsftBuilder::Type alias;
+  alias.Kind = tkAlias;
+  alias.DataType = builder.AddNode(vtPointer, static_cast<std::int32_t>(builder.TypeNodes.Size()));
+  builder.Types.push_back(alias);
+  MsftBuilder::Type heir;
+  heir.Kind = tkDispatch;
+  heir.DataType = 200;  // itself
+  builder.Types.push_back(heir);
+  MsftBuilder::Type coclass;
+  coclass.Kind = tkCoclass;
+  coclass.DataType = 0;
+  coclass.Implemented = 0xFFFF;
+  builder.References.I32(0).U32(1).I32(-1).I32(0);  // the next is itself
+  builder.Types.push_back(coclass);
+  const auto library = TypeLibInfoFromBytes(builder.Build());
+  EXPECT_THROW(library->TypeInfos[1].AliasType.VarType(), VendrelError);
+  EXPECT_TRUE(library->TypeInfos[2].Members().empty());
+  EXPECT_LT(library->TypeInfos[3].Interfaces.size(), 1000u);
+  EXPECT_FALSE(library->Messages.empty());
+}
+
+TEST(HostileTypeLib, CannotUseOneBlockManyTimes) {
+  MsftBuilder builder = SmallLibrary();
+  for (int i = 0; i < 200; ++i)
+    MsftBuilder::AddField(builder.Types[0], MsftBuilder::Plain(vtI4), -1, vkField, 4 * i);
+  for (int i = 0; i < 2000; ++i) {
+    MsftBuilder::Type copy = builder.Types[0];
+    copy.SharedBlock = 0;
+    builder.Types.push_back(copy);
+  }
+  const Image file = builder.Build();
+  const auto library = TypeLibInfoFromBytes(file);
+  std::size_t members = 0;
+  for (const TypeInfo& type : library->TypeInfos) members += type.OwnMembers.size();
+  EXPECT_LT(members, file.size() / 20);
+  EXPECT_FALSE(library->Messages.empty());
+  EXPECT_LE(library->Messages.size(), 201u);
+}
+
+TEST(HostileTypeLib, CannotRepeatLongTextsOrBases) {
+  MsftBuilder builder;
+  MsftBuilder::Type base;
+  base.Kind = tkModule;
+  const std::int32_t title = static_cast<std::int32_t>(builder.Values.Size());
+  builder.Values.U16(vtBstr).I32(60000).Fill(60000, 'x').PadTo(4);
+  for (int i = 0; i < 2000; ++i)
+    MsftBuilder::AddField(base, MsftBuilder::Plain(vtBstr), -1, vkConstant, title);
+  builder.Types.push_back(base);
+  const std::int32_t longHelp = builder.AddString(std::string(60000, 'h'));
+  Image file = builder.Build();
+  // Each of many entries points at one help string.
+  for (int i = 0; i < 3000; ++i) {
+    MsftBuilder::Type entry;
+    entry.Kind = tkRecord;
+    builder.Types.push_back(entry);
+  }
+  file = builder.Build();
+  const std::size_t types = 0x54 + 4 * builder.Types.size() + 240;
+  for (std::size_t i = 1; i < builder.Types.size(); ++i)
+    for (std::size_t k = 0; k < 4; ++k)
+      file[types + 100 * i + 0x3C + k] = static_cast<std::uint8_t>(longHelp >> 8 * k);
+  const auto library = TypeLibInfoFromBytes(file);
+  std::size_t shown = 0;
+  for (const TypeInfo& type : library->TypeInfos) shown += type.HelpString.size();
+  EXPECT_GT(shown, 60000u);
+  EXPECT_LT(shown, 10 * file.size());
+}
+
+}  // namespace
+}  // namespace vendrel::typelib

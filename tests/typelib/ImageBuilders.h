@@ -1,0 +1,353 @@
+#pragma once
+// Small images laid out byte by byte: both library formats and the compiled files around them.
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vendrel::typelib::test {
+
+using Image = std::vector<std::uint8_t>;
+
+class Bytes {
+ public:
+  Image Data;
+  Bytes& U8(unsigned v) { return Put(v, 1); }
+  Bytes& U16(unsigned v) { return Put(v, 2); }
+  Bytes& U32(std::uint32_t v) { return Put(v, 4); }
+  Bytes& I32(std::int32_t v) { return Put(static_cast<std::uint32_t>(v), 4); }
+  Bytes& Text(std::string_view text) {
+    Data.insert(Data.end(), text.begin(), text.end());
+    return *this;
+  }
+  Bytes& Fill(std::size_t count, unsigned v = 0) {
+    Data.insert(Data.end(), count, static_cast<std::uint8_t>(v));
+    return *this;
+  }
+  Bytes& Append(const Image& image) {
+    Data.insert(Data.end(), image.begin(), image.end());
+    return *this;
+  }
+  Bytes& PadTo(std::size_t unit, unsigned v = 0x57) {
+    while (Data.size() % unit != 0) U8(v);
+    return *this;
+  }
+  void Set32(std::size_t at, std::uint32_t v) {
+    for (int i = 0; i < 4; ++i)
+      Data[at + static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(v >> 8 * i);
+  }
+  std::size_t Size() const { return Data.size(); }
+
+ private:
+  Bytes& Put(std::uint32_t v, int count) {
+    for (int i = 0; i < count; ++i) Data.push_back(static_cast<std::uint8_t>(v >> 8 * i));
+    return *this;
+  }
+};
+
+/// The newer format. Add names, strings, types, then `Build`.
+class MsftBuilder {
+ public:
+  struct Type {
+    int Kind = 0;
+    std::int32_t Name = -1;
+    std::uint32_t Flags = 0;
+    std::int32_t DataType = -1;
+    unsigned Implemented = 0;
+    unsigned Functions = 0, Variables = 0;
+    /// Records, without the length in front and the three lists behind.
+    Image Records;
+    std::vector<std::int32_t> Ids, Names, Places;
+    std::int32_t Guid = -1;
+    /// Member block of another type instead of an own one.
+    int SharedBlock = -1;
+  };
+
+  Bytes ImportedTypes, Imports, References, Guids, Names, Strings, TypeNodes, Arrays, Values,
+      Custom;
+  std::vector<Type> Types;
+  std::uint32_t Lcid = 0x409;
+  std::int32_t LibraryName = -1, LibraryHelp = -1;
+
+  std::int32_t AddName(std::string_view text) {
+    const std::size_t at = Names.Size();
+    Names.I32(-1).I32(-1).U32(static_cast<std::uint32_t>(text.size())).Text(text).PadTo(4);
+    return static_cast<std::int32_t>(at);
+  }
+  std::int32_t AddString(std::string_view text) {
+    const std::size_t at = Strings.Size();
+    Strings.U16(static_cast<unsigned>(text.size())).Text(text).PadTo(4);
+    if (Strings.Size() - at < 8) Strings.Fill(8 - (Strings.Size() - at), 0x57);
+    return static_cast<std::int32_t>(at);
+  }
+  /// An id whose bytes are all `fill`.
+  std::int32_t AddGuid(unsigned fill) {
+    const std::size_t at = Guids.Size();
+    Guids.Fill(16, fill).I32(-2).I32(-1);
+    return static_cast<std::int32_t>(at);
+  }
+  /// Type description; the result is the encoded type.
+  std::int32_t AddNode(unsigned kind, std::int32_t data) {
+    const std::size_t at = TypeNodes.Size();
+    TypeNodes.U16(kind).U16(0x7FFF).I32(data);
+    return static_cast<std::int32_t>(at);
+  }
+  static std::int32_t Plain(int varType) {
+    return static_cast<std::int32_t>(0x80000000u | static_cast<unsigned>(varType) << 16 |
+                                     static_cast<unsigned>(varType));
+  }
+  static void AddField(Type& type, std::int32_t encoded, std::int32_t name, unsigned kind,
+                       std::int32_t value) {
+    type.Places.push_back(static_cast<std::int32_t>(type.Records.size()));
+    Bytes record;
+    record.U16(20).U16(type.Variables).I32(encoded).U32(0).U16(kind).U16(0).I32(value);
+    type.Records.insert(type.Records.end(), record.Data.begin(), record.Data.end());
+    type.Names.push_back(name);
+    type.Ids.push_back(0x40000000 + static_cast<std::int32_t>(type.Variables++));
+  }
+
+  Image Build() const {
+    Bytes file;
+    file.Text("MSFT").U32(0x00010002).I32(Guids.Size() == 0 ? -1 : 0).U32(Lcid).U32(0).U32(0x41);
+    file.U16(1).U16(2).U32(0).U32(static_cast<std::uint32_t>(Types.size()));
+    file.I32(LibraryHelp).U32(0).U32(0).U32(0).U32(0).I32(LibraryName).I32(-1).I32(-1);
+    file.U32(0x20).U32(0x80).I32(-1).U32(static_cast<std::uint32_t>(ImportedTypes.Size() / 12));
+    for (std::size_t i = 0; i < Types.size(); ++i) file.U32(static_cast<std::uint32_t>(100 * i));
+    const std::size_t directory = file.Size();
+    file.Fill(240);
+    Bytes infos;
+    infos.Fill(100 * Types.size());
+    const Bytes guidHash = Bytes().Fill(0x80, 0xFF), nameHash = Bytes().Fill(0x200, 0xFF), none;
+    const Bytes* segments[15] = {&infos,  &ImportedTypes, &Imports, &References, &guidHash,
+                                 &Guids,  &nameHash,      &Names,   &Strings,    &TypeNodes,
+                                 &Arrays, &Values,        &Custom,  &none,       &none};
+    std::size_t typesAt = 0;
+    for (std::size_t i = 0; i < 15; ++i) {
+      if (i == 0) typesAt = file.Size();
+      const std::size_t at = segments[i]->Size() == 0 ? 0xFFFFFFFFu : file.Size();
+      file.Append(segments[i]->Data);
+      file.Set32(directory + 16 * i, static_cast<std::uint32_t>(at));
+      file.Set32(directory + 16 * i + 4, static_cast<std::uint32_t>(segments[i]->Size()));
+      file.Set32(directory + 16 * i + 8, 0xFFFFFFFFu);
+      file.Set32(directory + 16 * i + 12, 15);
+    }
+    std::vector<std::size_t> blocks;
+    for (std::size_t i = 0; i < Types.size(); ++i) {
+      const Type& type = Types[i];
+      std::size_t block = file.Size();
+      if (type.SharedBlock >= 0) {
+        block = blocks[static_cast<std::size_t>(type.SharedBlock)];
+      } else if (!type.Ids.empty()) {
+        file.U32(static_cast<std::uint32_t>(type.Records.size())).Append(type.Records);
+        for (const auto* list : {&type.Ids, &type.Names, &type.Places})
+          for (std::int32_t item : *list) file.I32(item);
+      }
+      blocks.push_back(block);
+      const Bytes info = TypeRecord(type, i, block);
+      std::copy(info.Data.begin(), info.Data.end(),
+                file.Data.begin() + static_cast<std::ptrdiff_t>(typesAt + 100 * i));
+    }
+    return file.Data;
+  }
+
+ private:
+  static Bytes TypeRecord(const Type& type, std::size_t index, std::size_t block) {
+    Bytes info;
+    info.U32(static_cast<std::uint32_t>(type.Kind | 0x20 | index << 16));
+    info.U32(static_cast<std::uint32_t>(block)).U32(0).U32(0).U32(3).U32(0);
+    info.U16(type.Functions).U16(type.Variables).Fill(16).I32(type.Guid).U32(type.Flags);
+    info.I32(type.Name).U16(0).U16(0).I32(-1).U32(0).U32(0).I32(-1).U16(type.Implemented).U16(0);
+    return info.U32(0).I32(type.DataType).U32(0).U32(0).I32(-1);
+  }
+};
+
+/// The older format: entries with a group of records each.
+class SltgBuilder {
+ public:
+  struct Entry {
+    unsigned Name = 0;
+    unsigned Kind = 0, BlockKind = 0;
+    unsigned Flags = 0;
+    unsigned GuidFill = 0;
+    /// Compressed help string.
+    Image Help;
+    /// Records; offsets are from their start.
+    Image Group;
+    unsigned Functions = 0, Variables = 0, Implemented = 0;
+    unsigned FirstFunction = 0xFFFF, FirstVariable = 0xFFFF, FirstImplemented = 0xFFFF;
+    unsigned Alias = 0;
+    bool IsPlainAlias = true;
+    std::vector<std::string> References;
+  };
+
+  std::vector<Entry> Entries;
+  unsigned LibraryName = 0;
+  Bytes NameTable;
+  /// Longest string, length, nodes.
+  Image HelpTree;
+
+  unsigned AddName(std::string_view text) {
+    const std::size_t at = NameTable.Size();
+    NameTable.Fill(8, 0xFF).Text(text).U8(0).PadTo(2, 0);
+    return static_cast<unsigned>(at);
+  }
+
+  Image Build() const {
+    Bytes index;
+    index.U8(1).Text("CompObj").U8(0).Text("dir").U8(0);
+    std::vector<unsigned> indexAt;
+    for (std::size_t i = 0; i < Entries.size(); ++i) {
+      indexAt.push_back(static_cast<unsigned>(index.Size()));
+      index.Text(IndexName(i)).U8(0);
+    }
+    std::vector<Image> blocks;
+    for (const Entry& entry : Entries) blocks.push_back(TypeBlock(entry));
+    const Image library = LibraryBlock();
+    Bytes file;
+    const unsigned count = static_cast<unsigned>(Entries.size()) + 1;
+    file.Text("SLTG").U16(count + 1).U16(9).U16(static_cast<unsigned>(index.Size())).U16(1);
+    file.Fill(16, 0x46).U32(0x44).U32(0xFFFF0000u);
+    for (std::size_t i = 0; i < Entries.size(); ++i)
+      file.U32(static_cast<std::uint32_t>(blocks[i].size()))
+          .U16(indexAt[i])
+          .U16(static_cast<unsigned>(i) + 2);
+    file.U32(static_cast<std::uint32_t>(library.size())).U16(9).U16(0);
+    file.Append(index.Data).Fill(9);
+    for (const Image& block : blocks) file.Append(block);
+    return file.Append(library).Fill(20).Text("TYPELIB").Fill(40).Data;
+  }
+
+ private:
+  static std::string IndexName(std::size_t i) {
+    return "AAAAAAAAA" + std::string(1, static_cast<char>('A' + i));
+  }
+  static Bytes& Prefixed(Bytes& out, std::string_view text) {
+    return out.U16(static_cast<unsigned>(text.size())).Text(text);
+  }
+
+  static Image TypeBlock(const Entry& entry) {
+    Bytes block;
+    block.U16(0x0501);
+    const std::size_t referencesAt = block.Size();
+    block.U32(0xFFFFFFFFu).U32(0xFFFFFFFFu);
+    const std::size_t membersAt = block.Size();
+    block.U32(0).U32(0xFFFFFFFFu).U16(1).U16(0).U32(0xFFFE0000u);
+    block.U8((entry.Flags & 31) << 3 | 2).U8(entry.Flags >> 5).U8(2).U8(entry.BlockKind).U32(0);
+    if (!entry.References.empty()) {
+      block.Set32(referencesAt, static_cast<std::uint32_t>(block.Size()));
+      const unsigned count = static_cast<unsigned>(entry.References.size());
+      block.U8(0xDF).Fill(0x43).U32(8 * count).Fill(8 * count).Fill(7);
+      for (const std::string& reference : entry.References) Prefixed(block, reference);
+      block.U8(0xDF);
+    }
+    block.Set32(membersAt, static_cast<std::uint32_t>(block.Size()));
+    block.U16(0).U16(0).U8(0).U32(static_cast<std::uint32_t>(entry.Group.size()));
+    block.Append(entry.Group);
+    block.U16(entry.Functions).U16(entry.Variables).U16(entry.Implemented).U16(0);
+    block.U16(entry.FirstFunction).U16(entry.FirstVariable).U16(entry.FirstImplemented).Fill(6);
+    block.U16(entry.Alias).U16(0).U32(1000).U16(entry.IsPlainAlias ? 1 : 0).U16(0);
+    block.U16(4).U16(4).U32(0).U16(0).Fill(10);
+    return block.U16(static_cast<unsigned>(entry.Group.size())).Data;
+  }
+
+  Image LibraryBlock() const {
+    Bytes block;
+    block.U16(0x51CC).U16(3).U16(LibraryName).U16(0xFFFF);
+    Prefixed(block, "An old library");
+    block.U16(0xFFFF).U32(0).U16(1).U16(0x409).U32(0).U16(0).U16(2).U16(5).Fill(16, 0x11);
+    block.Fill(0x40, 0xFF).U16(static_cast<unsigned>(Entries.size()));
+    for (std::size_t i = 0; i < Entries.size(); ++i) {
+      const Entry& entry = Entries[i];
+      Prefixed(block, IndexName(i)).U16(0xFFFF).U16(0xFFFF).U16(entry.Name);
+      block.U16(static_cast<unsigned>(entry.Help.size())).Append(entry.Help).U16(0xFFFF).U32(77);
+      block.U16(0xFFFF).Fill(16, entry.GuidFill).U16(entry.Kind);
+    }
+    block.U32(static_cast<std::uint32_t>(block.Size() + 4 + HelpTree.size())).Append(HelpTree);
+    block.U16(0xFFFF).Fill(10).Fill(0x200, 0xFF).U32(static_cast<std::uint32_t>(NameTable.Size()));
+    return block.Append(NameTable.Data).Data;
+  }
+};
+
+/// A PE file of one section with resources.
+struct PeBuilder {
+  bool IsWide = false;
+  std::map<int, Image> TypeLibraries;
+  Image VersionBlock;
+
+  static Image Version(unsigned a, unsigned b, unsigned c, unsigned d) {
+    Bytes block;
+    block.U16(92).U16(52).U16(0);
+    for (char c16 : std::string_view("VS_VERSION_INFO")) block.U16(static_cast<unsigned char>(c16));
+    block.U16(0).PadTo(4, 0);
+    return block.U32(0xFEEF04BD).U32(0x10000).U32(a << 16 | b).U32(c << 16 | d).Fill(36).Data;
+  }
+
+  Image Build() const {
+    constexpr std::uint32_t address = 0x3000, offset = 0x400;
+    const Image resources = Resources(address);
+    Bytes file;
+    file.Text("MZ").Fill(58).U32(0x80).PadTo(0x80, 0).Text("PE").U16(0);
+    const unsigned optional = (IsWide ? 112 : 96) + 128;
+    file.U16(IsWide ? 0x8664 : 0x14C).U16(1).Fill(12).U16(optional).U16(0x2102);
+    file.U16(IsWide ? 0x20B : 0x10B).Fill(IsWide ? 106 : 90).U32(16).Fill(16).U32(address);
+    file.U32(static_cast<std::uint32_t>(resources.size())).Fill(128 - 24);
+    file.Text(".rsrc").Fill(3).U32(static_cast<std::uint32_t>(resources.size())).U32(address);
+    file.U32(static_cast<std::uint32_t>(resources.size())).U32(offset).Fill(16).PadTo(offset, 0);
+    return file.Append(resources).Data;
+  }
+
+ private:
+  // Root, one directory a type, one a number; then leaves, the name of the type and the data.
+  Image Resources(std::uint32_t address) const {
+    struct Item {
+      int Id;
+      const Image* Data;
+    };
+    std::vector<std::vector<Item>> types;
+    if (!TypeLibraries.empty()) types.emplace_back();
+    for (const auto& [id, data] : TypeLibraries) types.back().push_back({id, &data});
+    if (!VersionBlock.empty()) types.push_back({{1, &VersionBlock}});
+    std::size_t at = 16 + 8 * types.size();
+    std::vector<std::size_t> typeAt;
+    for (const auto& items : types) {
+      typeAt.push_back(at);
+      at += 16 + 8 * items.size() + (24 + 16) * items.size();
+    }
+    const std::size_t nameAt = at;
+    at += 16;
+    Bytes out;
+    const bool hasLibraries = !TypeLibraries.empty();
+    out.Fill(12)
+        .U16(hasLibraries ? 1 : 0)
+        .U16(static_cast<unsigned>(types.size()) - (hasLibraries ? 1 : 0));
+    for (std::size_t i = 0; i < types.size(); ++i)
+      out.U32(i == 0 && hasLibraries ? 0x80000000u | static_cast<std::uint32_t>(nameAt) : 16)
+          .U32(0x80000000u | static_cast<std::uint32_t>(typeAt[i]));
+    Bytes data;
+    for (std::size_t i = 0; i < types.size(); ++i) {
+      const auto& items = types[i];
+      out.Fill(14).U16(static_cast<unsigned>(items.size()));
+      std::size_t language = typeAt[i] + 16 + 8 * items.size();
+      for (const Item& item : items) {
+        out.U32(static_cast<std::uint32_t>(item.Id))
+            .U32(0x80000000u | static_cast<std::uint32_t>(language));
+        language += 40;
+      }
+      language = typeAt[i] + 16 + 8 * items.size();
+      for (const Item& item : items) {
+        out.Fill(14).U16(1).U32(0x409).U32(static_cast<std::uint32_t>(language + 24));
+        out.U32(address + static_cast<std::uint32_t>(at + data.Size()));
+        out.U32(static_cast<std::uint32_t>(item.Data->size())).U32(0).U32(0);
+        data.Append(*item.Data).PadTo(4, 0);
+        language += 40;
+      }
+    }
+    out.U16(7);
+    for (char c : std::string_view("TypeLib")) out.U16(static_cast<unsigned char>(c));
+    return out.Append(data.Data).Data;
+  }
+};
+
+}  // namespace vendrel::typelib::test
