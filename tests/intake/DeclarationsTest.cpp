@@ -217,7 +217,7 @@ TEST(DeclarationsTest, EventsAndDeclaresAndInterfaces) {
         " declare PRIVATE function F lib user32.dll alias FA(ByVal a As Long, b() As Byte) As Long "
         "@8/13\n"
         " declare sub S lib a.drv() @9/14\n"
-        " declare PUBLIC function G lib user32.dll(ByVal x As String) As String @9/15\n"
+        " declare PUBLIC function G lib user32.dll(ByVal x As String) As String @10/15\n"
         " declare function L lib k.dll() As Long() @12/17\n"
         " property PRIVATE IBar_Name get\n"
         " attributes\n declarations\n"

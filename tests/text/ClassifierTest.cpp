@@ -81,6 +81,8 @@ TEST(ClassifierTest, AContinuedLineStaysOther) {
           {"x = 1 _ 'no", "OTHER [x = 1 _ ] 'no"},
           {"' note _", "OTHER 'note _ continued(' note )"},
           {"x = 1 ' note _", "OTHER [x = 1 ] 'note _ continued(x = 1 ' note )"},
+          {"x = 1 _'", "OTHER [x = 1 _] continued(x = 1 _)"},
+          {"x = 1 _'\u00E9", "OTHER [x = 1 _] '\u00E9 continued(x = 1 _')"},
           {"x = 1_", "OTHER [x = 1_]"},
           {"_", "OTHER [_]"},
           {"x = y\t_", "OTHER [x = y    _] continued(x = y    )"},
@@ -391,7 +393,7 @@ TEST(ClassifierTest, ResumingAContinuedLineEqualsClassifyingTheJoinedText) {
       }
       CodeLine resumed = line.Record();
       resumed.Text = expected.Text;
-      ASSERT_EQ(Show(resumed), Show(expected)) << whole << " | " << physical;
+      ASSERT_EQ(Show(resumed), Show(expected)) << first << " | " << whole << " | " << physical;
       ASSERT_EQ(resumed, expected) << whole;
     }
   }
