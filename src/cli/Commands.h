@@ -21,5 +21,10 @@ void AddCommentsCommand(CLI::App& app, Job& job);
 void AddCheckCommand(CLI::App& app, Job& job);
 void AddLinesCommand(CLI::App& app, Job& job);
 void AddEvaluateCommand(CLI::App& app, Job& job);
+void AddNamesCommand(CLI::App& app, Job& job);
+void AddFindCommand(CLI::App& app, Job& job);
+void AddResolveCommand(CLI::App& app, Job& job);
+void AddControlsCommand(CLI::App& app, Job& job);
+void AddStructureCommand(CLI::App& app, Job& job);
 
 }  // namespace vendrel::cli

@@ -23,6 +23,11 @@ void AddCommands(CLI::App& app, Job& job) {
   AddCheckCommand(app, job);
   AddLinesCommand(app, job);
   AddEvaluateCommand(app, job);
+  AddNamesCommand(app, job);
+  AddFindCommand(app, job);
+  AddResolveCommand(app, job);
+  AddControlsCommand(app, job);
+  AddStructureCommand(app, job);
 }
 
 bool IsOneOf(const std::string& text, std::initializer_list<const char*> names) {

@@ -4,24 +4,24 @@
 #include <concepts>
 #include <type_traits>
 
-#include "project/VBProject.h"
+#include "project/VBProjectGroup.h"
 
 namespace vendrel {
 
 // Every class with a table of properties.
-#define VENDREL_DESCRIBED(X)                                                                      \
-  X(Block)                                                                                        \
-  X(CompilerConstant)                                                                             \
-  X(Component) X(Constant) X(DeclareDeclaration) X(EnumMember) X(Enumeration) X(EventDeclaration) \
-      X(Example) X(Interface) X(Library) X(Parameter) X(PropertyGroup) X(Reference)               \
-          X(TaggedComment) X(UDT) X(VBControl) X(VBProject) X(Variable)
+#define VENDREL_DESCRIBED(X)                                                                       \
+  X(Block)                                                                                         \
+  X(CompilerConstant)                                                                              \
+  X(Component) X(Constant) X(DeclareDeclaration) X(EnumMember) X(Enumeration) X(EventDeclaration)  \
+      X(Example) X(Interface) X(Library) X(Parameter) X(PropertyGroup) X(Reference)                \
+          X(TaggedComment) X(UDT) X(VBControl) X(VBProject) X(VBProjectGroup) X(Variable)
 
 namespace {
 
 template <typename T>
 constexpr std::string_view kClassName = {};
-#define VENDREL_NAME(name) \
-  template <>              \
+#define VENDREL_NAME(name)                                                                         \
+  template <>                                                                                      \
   constexpr std::string_view kClassName<name> = #name;
 VENDREL_DESCRIBED(VENDREL_NAME)
 #undef VENDREL_NAME

@@ -158,13 +158,10 @@ LineClassifier::Result LineClassifier::Process(std::string_view work, ParsedLine
   Scan(work, work.size());
   Separate(work, line);
   if (line.Continued) {
-    if (mState.What == Found::Nothing) {
-      mState = kept;
-    } else if (mState.TextFrom == work.size()) {
-      // "x = 1 _'": the apostrophe is what is cut off, so no comment has begun.
-      mState = ScanState();
-      Scan(work, TrimRight(line.Remainder).size());
-    }
+    if (mState.What == Found::Nothing) mState = kept;
+    // "a _'": the apostrophe itself is the character that the continuation takes away.
+    if (mState.What == Found::Comment && mState.Where >= line.Remainder.size() && mState.TextFrom > 0)
+      mState = mBeforeComment;
     return Result::Ok;
   }
   if (line.LineType == BLANK_LINE) return Result::Ok;
@@ -186,6 +183,7 @@ void LineClassifier::Scan(std::string_view text, std::size_t end) {
       s.At = PlainEnd(text, s.At + 1, end);
       continue;
     }
+    const bool seenOther = s.SeenOther;
     std::size_t next = s.At + 1;
     if (kind == kHigh) {
       next = s.At + CharLength(byte);
@@ -201,6 +199,8 @@ void LineClassifier::Scan(std::string_view text, std::size_t end) {
     }
     if (kind == kQuote && ScanQuote(text, next)) continue;
     if (!s.InString && kind == kApostrophe) {
+      mBeforeComment = s;
+      mBeforeComment.SeenOther = seenOther;
       s.What = Found::Comment;
       s.Where = s.At;
       s.TextFrom = next;

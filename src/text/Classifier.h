@@ -73,6 +73,7 @@ class LineClassifier {
   LanguageVersionEnum mLanguage;
   ClassifierRules mRules;
   ScanState mState;
+  ScanState mBeforeComment;  // where the scan stood in front of the comment it found
   std::string mWork;       // the line with tabs as blanks
   std::string mStatement;  // the statement with runs of blanks collapsed
   std::string mLogical;    // the statement so far, across continuations

@@ -122,13 +122,18 @@ TEST_F(ToolOnAProject, CheckCountsAndSaysNoWhenAModuleIsMissing) {
       << run.Out;
   EXPECT_EQ(Tool({"check", "/p/whole"}).Code, exDone);
 
-  const Result folder = Tool({"check", "/p", "--diagnostics", "json"});
+  mFiles.Add("/p/twice/T.vbp", "Module=m; ..\\modMain.bas\r\nModule=M; ..\\modMain.bas\r\n");
+  EXPECT_TRUE(
+      Has(Tool({"check", "/p/twice/T.vbp"}).Out,
+          "2 modules listed, 1 found, 0 found under another case, 0 missing, 1 duplicate names"));
+
+  const Result folder = Tool({"check", "/p", "--json"});
   EXPECT_EQ(folder.Code, exNo);
   std::istringstream lines(folder.Out);
   json last;
   for (std::string line; std::getline(lines, line);) last = json::parse(line);
-  EXPECT_EQ(last["Projects"], 2);
-  EXPECT_EQ(last["ModulesListed"], 4);
+  EXPECT_EQ(last["Projects"], 3);
+  EXPECT_EQ(last["ModulesListed"], 6);
 }
 
 TEST_F(ToolOnAProject, DiagnosticsComeAsAsked) {

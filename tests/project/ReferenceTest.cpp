@@ -73,7 +73,7 @@ TEST_F(ReferenceTest, EveryLineFormIsRead) {
       {"Reference=*\\A..\\x\\x.vbp", "Reference [||] Z:\\x\\x.vbp (x.vbp)"},
       {"Object={Y}#1.1#0; y.ocx", "Object compiled [{Y}|1.1|0] Z:\\p\\y.ocx (y.ocx)"},
       {"Object={Y}#1.1;y.ocx", "Object compiled [||]  ()"},
-      {"Object={Y}#1.1#0;y.ocx", "Object compiled [{Y}|1.1|0] Z:\\p\\ocx (ocx)"},
+      {"Object={Y}#1.1#0;y.ocx", "Object compiled [{Y}|1.1|0] Z:\\p\\.ocx (.ocx)"},
       {"Object=*\\Ac\\C.vbp", "Object [||] Z:\\p\\c\\C.vbp (C.vbp)"},
       {"Elsewhere=1", "Line [||]  ()"},
       {"Object", "raises 5"},

@@ -1,0 +1,88 @@
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+#include "cli/Commands.h"
+#include "cli/Elements.h"
+#include "cli/ProjectSets.h"
+#include "cli/Results.h"
+#include "core/CaseFold.h"
+#include "output/Dump.h"
+
+namespace vendrel::cli {
+namespace {
+
+struct ControlsArguments {
+  CommonOptions Common;
+  std::string File;
+  std::string Module;
+  bool Json = false;
+};
+
+constexpr int kDeepestIndent = 40;  // controls nest as deep as their input makes them
+
+struct OpenControl {
+  const VBControl* Control;
+  int Depth;
+};
+
+void WriteControl(std::ostream& out, const VBControl& control, int depth, ShownPaths& paths) {
+  std::string line(2 * static_cast<std::size_t>(std::min(depth, kDeepestIndent)), ' ');
+  line.append(control.ProgID).append(" ").append(control.Name);
+  const std::string& text = control.Caption.empty() ? control.Text : control.Caption;
+  if (!text.empty()) line.append(" \"").append(text).append("\"");
+  line.append(" at ").append(std::to_string(control.x)).append(",");
+  line.append(std::to_string(control.y)).append("  ").append(PlaceOf(control, paths));
+  out << line << '\n';
+}
+
+// Containers before what they hold, from an explicit stack.
+void WriteTree(std::ostream& out, const VBControl& root, ShownPaths& paths) {
+  std::vector<OpenControl> open{{&root, 0}};
+  while (!open.empty()) {
+    const OpenControl next = open.back();
+    open.pop_back();
+    WriteControl(out, *next.Control, next.Depth, paths);
+    for (std::size_t i = next.Control->VBControls.Count(); i >= 1; --i)
+      open.push_back({next.Control->VBControls.Item(i), next.Depth + 1});
+  }
+}
+
+int RunControls(const ControlsArguments& arguments, const Streams& streams) {
+  int code = exDone;
+  bool found = false;
+  WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
+    ShownPaths paths;
+    code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
+      for (const Component& component : project.Components.Listed()) {
+        if (!arguments.Module.empty() && !EqualsNoCase(component.Name, arguments.Module)) continue;
+        found = found || !arguments.Module.empty() || component.VBControl;
+        if (!component.VBControl) continue;
+        if (arguments.Json)
+          Dump(out, Describe(*component.VBControl));
+        else
+          WriteTree(out, *component.VBControl, paths);
+      }
+    });
+  });
+  if (found) return code;
+  if (arguments.Module.empty()) throw ToolError(exNo, arguments.File + ": no module has controls");
+  throw ToolError(exNo, arguments.File + ": has no module '" + arguments.Module +
+                            "'; tree --depth 2 lists its modules");
+}
+
+}  // namespace
+
+void AddControlsCommand(CLI::App& app, Job& job) {
+  auto* command = app.add_subcommand("controls", "The control trees of forms and their kin");
+  const auto arguments = std::make_shared<ControlsArguments>();
+  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
+  command->add_option("module", arguments->Module, "Only the module of this name");
+  command->add_flag("--json", arguments->Json, "Each tree as JSON");
+  AddCommonOptions(*command, arguments->Common);
+  command->callback([arguments, &job] {
+    job.Run = [arguments, &streams = job.Streams] { return RunControls(*arguments, streams); };
+  });
+}
+
+}  // namespace vendrel::cli

@@ -1,0 +1,139 @@
+#include "cli/Elements.h"
+
+#include "model/Component.h"
+#include "project/VBProject.h"
+
+namespace vendrel::cli {
+namespace {
+
+std::string Phrase(std::initializer_list<std::string_view> words) {
+  std::string phrase;
+  for (const std::string_view word : words) {
+    if (word.empty()) continue;
+    if (!phrase.empty()) phrase += ' ';
+    phrase += word;
+  }
+  return phrase;
+}
+
+std::string Typed(std::string name, std::string_view type) {
+  return type.empty() ? name : name.append(" As ").append(type);
+}
+
+std::string Text(const Parameter& p) {
+  std::string name = p.Name();
+  if (p.IsArray) name += "()";
+  std::string text = Phrase({p.IsOptional && !p.IsParamArray ? "Optional" : "",
+                             p.IsParamArray ? "ParamArray"
+                             : p.IsByRef    ? "ByRef"
+                                            : "ByVal",
+                             Typed(name, p.VariableType)});
+  if (!p.DefaultValue.empty()) text.append(" = ").append(p.DefaultValue);
+  return text;
+}
+
+std::string List(const Parameters* parameters) {
+  std::string list;
+  for (std::size_t i = 1; parameters && i <= parameters->Count(); ++i)
+    list.append(i > 1 ? ", " : "").append(Text(*parameters->Item(i)));
+  return "(" + list + ")";
+}
+
+std::string_view WordOf(BlockTypeEnum type) {
+  switch (type) {
+    case btFunction: return "Function";
+    case btPropertyGet: return "Property Get";
+    case btPropertyLet: return "Property Let";
+    case btPropertySet: return "Property Set";
+    default: return "Sub";
+  }
+}
+
+std::string Text(const Block& b) {
+  if (!b.DefinitionLine.empty()) return b.DefinitionLine.str();
+  return Phrase({b.Access, WordOf(b.BlockType()),
+                 Typed(b.Name() + List(b.Parameters.IfAny()), b.ReturnType)});
+}
+
+std::string Text(const Variable& v) {
+  const std::string name = v.Name + (v.IsArray ? "(" + v.ArraySubscript.str() + ")" : "");
+  return Phrase({v.Access, v.IsStatic ? "Static" : "", v.IsWithEvents ? "WithEvents" : "",
+                 Typed(name, v.TypeName)});
+}
+
+std::string Text(const DeclareDeclaration& d) {
+  const std::string library = "\"" + d.Library.str() + "\"";
+  return Phrase({d.Access, "Declare", d.IsFunction ? "Function" : "Sub", d.Name, "Lib", library,
+                 Typed(List(d.Parameters.IfAny()), d.IsFunction ? d.ReturnType.view() : "")});
+}
+
+std::string Text(const Constant& c) {
+  return Phrase({c.Access, "Const", Typed(c.Name, c.TypeName), "=", c.Value});
+}
+std::string Text(const Component& c) { return Phrase({c.Access, "module", c.Name}); }
+std::string Text(const Enumeration& e) { return Phrase({e.Access, "Enum", e.Name}); }
+std::string Text(const EnumMember& m) {
+  return m.Value.empty() ? m.Name : Phrase({m.Name, "=", m.Value});
+}
+std::string Text(const UDT& u) { return Phrase({u.Access, "Type", u.Name}); }
+std::string Text(const EventDeclaration& e) {
+  return Phrase({e.Access, "Event", e.Name + List(e.Parameters.IfAny())});
+}
+std::string Text(const Interface& i) { return "Implements " + i.Name; }
+std::string Text(const VBControl& c) { return Phrase({"Begin", c.ProgID, c.Name}); }
+std::string Text(const Library& l) { return l.Name; }
+std::string Text(const VBProject& p) { return Phrase({"Project", p.ProjectName}); }
+
+// Calls `use` with the element as what it is; false for a class that is none of these.
+template <typename Use, typename... Classes>
+bool WithClass(const CodeElement& element, Use use) {
+  const auto offer = [&](const auto* typed) { return typed ? (use(*typed), true) : false; };
+  return (offer(dynamic_cast<const Classes*>(&element)) || ...);
+}
+
+template <typename Use>
+bool AsItIs(const CodeElement& element, Use use) {
+  return WithClass<Use, VBProject, Library, Component, VBControl, Constant, Variable, Enumeration,
+                   EnumMember, UDT, EventDeclaration, DeclareDeclaration, Interface, Block,
+                   Parameter>(element, use);
+}
+
+// What an element without a line of its own is declared by.
+const CodeElement* DeclaredBy(const CodeElement& element) {
+  if (const auto* parameter = dynamic_cast<const Parameter*>(&element))
+    return parameter->Parent.Get();
+  if (const auto* member = dynamic_cast<const EnumMember*>(&element))
+    return member->Enumeration.Get();
+  if (const auto* library = dynamic_cast<const Library*>(&element))
+    return library->DeclareDeclarations.Item(1);
+  return element.OwnComponent() == &element ? nullptr : element.OwnComponent();
+}
+
+}  // namespace
+
+std::string SignatureOf(const CodeElement& element) {
+  std::string signature;
+  AsItIs(element, [&](const auto& typed) { signature = Text(typed); });
+  return signature;
+}
+
+std::string PlaceOf(const CodeElement& element, ShownPaths& paths) {
+  if (const auto* project = dynamic_cast<const VBProject*>(&element))
+    return paths.Place(project->FileName.FullPath(), 0);
+  const CodeElement* declared = &element;
+  while (declared->SourceLine() == 0) {
+    const CodeElement* by = DeclaredBy(*declared);
+    if (!by) break;
+    declared = by;
+  }
+  const Component* component = declared->OwnComponent();
+  return component ? paths.Place(component->FileName.FullPath(), declared->SourceLine()) : "";
+}
+
+ElementRef DescribeElement(const CodeElement& element) {
+  ElementRef described;
+  AsItIs(element, [&](const auto& typed) { described = Describe(typed); });
+  return described;
+}
+
+}  // namespace vendrel::cli

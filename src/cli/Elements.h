@@ -1,0 +1,22 @@
+#pragma once
+// One element as the commands that look for names show it.
+
+#include <ostream>
+#include <string>
+
+#include "cli/Report.h"
+#include "model/CodeElement.h"
+#include "output/Describe.h"
+
+namespace vendrel::cli {
+
+/// How the source declares an element, on one line: "Public Function F(ByVal a As Long) As Date".
+std::string SignatureOf(const CodeElement& element);
+
+/// "file:line" of an element; of one without a line of its own that of what it belongs to.
+std::string PlaceOf(const CodeElement& element, ShownPaths& paths);
+
+/// The element with the properties of its class.
+ElementRef DescribeElement(const CodeElement& element);
+
+}  // namespace vendrel::cli

@@ -1,0 +1,114 @@
+#include <memory>
+
+#include "cli/Commands.h"
+#include "cli/Elements.h"
+#include "cli/ProjectSets.h"
+#include "cli/Results.h"
+#include "core/CaseFold.h"
+#include "names/NameWalk.h"
+#include "output/Dump.h"
+#include "text/Like.h"
+
+namespace vendrel::cli {
+namespace {
+
+struct FindArguments {
+  CommonOptions Common;
+  std::string File;
+  std::string Name;
+  std::string Kind;
+  bool Json = false;
+};
+
+// Looks for one name or pattern in one project after the other.
+class Finder {
+ public:
+  Finder(const FindArguments& arguments, std::ostream& out)
+      : mArguments(arguments),
+        mOut(out),
+        mIsPattern(arguments.Name.find_first_of("*?[#") != std::string::npos),
+        mIsQualified(arguments.Name.find('~') != std::string::npos) {
+    if (mIsPattern)
+      Like("", arguments.Name);  // a pattern that is none raises before anything is read
+  }
+
+  std::size_t Count() const { return mCount; }
+
+  void Search(VBProject& project) {
+    if (!mIsPattern && mIsQualified) {
+      const CodeElement* found = project.GetObjectByName(mArguments.Name);
+      // In a group every member would find it: the one it stands in tells it.
+      if (found && IsWanted(*found) && StandsIn(*found, project)) Show(*found);
+      return;
+    }
+    ForEachNamedElement(project, [&](CodeElement& element) {
+      if (Matches(element) && IsWanted(element)) Show(element);
+    });
+  }
+
+ private:
+  bool Matches(const CodeElement& element) const {
+    const std::string name = mIsQualified ? element.QualifiedName() : element.ElementName();
+    return mIsPattern ? LikeNoCase(name, mArguments.Name) : EqualsNoCase(name, mArguments.Name);
+  }
+  bool IsWanted(const CodeElement& element) const {
+    return mArguments.Kind.empty() || KindOf(element) == mArguments.Kind;
+  }
+  static bool StandsIn(const CodeElement& element, const VBProject& project) {
+    const std::string name = element.QualifiedName();
+    return EqualsNoCase(std::string_view(name).substr(0, name.find('~')), project.ProjectName);
+  }
+
+  void Show(const CodeElement& element) {
+    ++mCount;
+    if (mArguments.Json) {
+      Dump(mOut, DescribeElement(element));
+      return;
+    }
+    mOut << element.QualifiedName() << '\t' << KindOf(element) << '\t' << SignatureOf(element)
+         << '\t' << PlaceOf(element, mPaths) << '\n';
+  }
+
+  const FindArguments& mArguments;
+  std::ostream& mOut;
+  bool mIsPattern;
+  bool mIsQualified;
+  ShownPaths mPaths;
+  std::size_t mCount = 0;
+};
+
+int RunFind(const FindArguments& arguments, const Streams& streams) {
+  int code = exDone;
+  std::size_t count = 0;
+  WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
+    Finder finder(arguments, out);
+    code = ForEachProject(arguments.File, arguments.Common, streams,
+                          [&](VBProject& project) { finder.Search(project); });
+    count = finder.Count();
+  });
+  if (count > 0) return code;
+  throw ToolError(exNo, arguments.File + ": nothing is called '" + arguments.Name +
+                            "'; names lists every qualified name");
+}
+
+}  // namespace
+
+void AddFindCommand(CLI::App& app, Job& job) {
+  auto* command = app.add_subcommand("find", "Elements by name or pattern");
+  const auto arguments = std::make_shared<FindArguments>();
+  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
+  command
+      ->add_option("name", arguments->Name,
+                   "A qualified name (P~M~F), a bare name, or a pattern with * ? # [a-z]")
+      ->required();
+  command->add_option("--kind", arguments->Kind, "Only elements of this kind")
+      ->type_name("KIND")
+      ->check(CLI::IsMember(std::vector<std::string>(AllKinds().begin(), AllKinds().end())));
+  command->add_flag("--json", arguments->Json, "Each element whole, as JSON");
+  AddCommonOptions(*command, arguments->Common);
+  command->callback([arguments, &job] {
+    job.Run = [arguments, &streams = job.Streams] { return RunFind(*arguments, streams); };
+  });
+}
+
+}  // namespace vendrel::cli

@@ -1,0 +1,107 @@
+#include <memory>
+
+#include "cli/Commands.h"
+#include "cli/Elements.h"
+#include "cli/ProjectSets.h"
+#include "cli/Results.h"
+#include "names/NameCheck.h"
+#include "names/NameWalk.h"
+#include "output/Json.h"
+
+namespace vendrel::cli {
+namespace {
+
+struct NamesArguments {
+  CommonOptions Common;
+  std::string File;
+  std::string Kind;
+  bool Unsure = false;
+  bool Json = false;
+};
+
+std::string_view RemarkOf(NameState state) {
+  switch (state) {
+    case NameState::Clashes: return "clashes with an earlier name";
+    case NameState::Lost: return "not found by this name";
+    default: return {};
+  }
+}
+
+class NamesWriter {
+ public:
+  NamesWriter(const NamesArguments& arguments, std::ostream& out)
+      : mArguments(arguments), mOut(out), mJson(out, false) {}
+
+  void Write(VBProject& project) {
+    ForEachNamedElement(project, [&](CodeElement& element) {
+      const std::string_view kind = KindOf(element);
+      if (!mArguments.Kind.empty() && kind != mArguments.Kind) return;
+      const NameState state = StateOfName(project, element);
+      if (mArguments.Unsure && state == NameState::Leads) return;
+      if (mArguments.Json)
+        WriteAsJson(element, kind, state);
+      else
+        WriteAsText(element, kind, state);
+    });
+  }
+
+ private:
+  void WriteAsText(const CodeElement& element, std::string_view kind, NameState state) {
+    mLine = element.QualifiedName();
+    if (mLine.empty()) mLine = element.ElementName();
+    mLine.append("\t").append(kind).append("\t").append(PlaceOf(element, mPaths));
+    if (state != NameState::Leads) mLine.append("\t").append(RemarkOf(state));
+    mOut << mLine << '\n';
+  }
+
+  void WriteAsJson(const CodeElement& element, std::string_view kind, NameState state) {
+    mJson.BeginObject();
+    Member("QualifiedName", element.QualifiedName());
+    Member("Kind", kind);
+    Member("Place", PlaceOf(element, mPaths));
+    if (state != NameState::Leads) Member("Remark", RemarkOf(state));
+    mJson.EndObject();
+    mJson.NewLine();
+  }
+  void Member(std::string_view name, std::string_view text) {
+    mJson.Key(name);
+    mJson.String(text);
+  }
+
+  const NamesArguments& mArguments;
+  std::ostream& mOut;
+  JsonWriter mJson;
+  ShownPaths mPaths;
+  std::string mLine;
+};
+
+int RunNames(const NamesArguments& arguments, const Streams& streams) {
+  int code = exDone;
+  WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
+    NamesWriter writer(arguments, out);
+    code = ForEachProject(arguments.File, arguments.Common, streams,
+                          [&](VBProject& project) { writer.Write(project); });
+  });
+  return code;
+}
+
+}  // namespace
+
+void AddNamesCommand(CLI::App& app, Job& job) {
+  auto* command =
+      app.add_subcommand("names", "Every qualified name, with its kind and place in the source");
+  const auto arguments = std::make_shared<NamesArguments>();
+  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
+  command->add_option("--kind", arguments->Kind, "Only elements of this kind")
+      ->type_name("KIND")
+      ->check(CLI::IsMember(std::vector<std::string>(AllKinds().begin(), AllKinds().end())));
+  command->add_flag("--unsure", arguments->Unsure,
+                    "Only names that do not lead back to their element, with the reason");
+  command->add_flag("--json", arguments->Json, "One JSON object a line");
+  AddCommonOptions(*command, arguments->Common);
+  command->callback([arguments, &job] {
+    job.Run = [arguments, &streams = job.Streams] { return RunNames(*arguments, streams); };
+  });
+}
+
+}  // namespace vendrel::cli

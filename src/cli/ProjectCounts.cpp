@@ -1,0 +1,80 @@
+#include "cli/ProjectCounts.h"
+
+#include "cli/Report.h"
+#include "output/Json.h"
+
+namespace vendrel::cli {
+namespace {
+
+void CountModules(const VBProject& project, ProjectCounts& counts) {
+  for (const Component& component : project.Components.Listed()) {
+    ++counts.Listed;
+    if (!component.FileName.Exists()) {
+      ++counts.Missing;
+      continue;
+    }
+    ++counts.Found;
+    const PathMatch match = component.FileName.Match();
+    if (match == PathMatch::OtherCase || match == PathMatch::ShortName) ++counts.OtherCase;
+  }
+}
+
+// Names that the project file gives twice: the second module is dropped.
+std::size_t DroppedModules(const VBProject& project) {
+  if (project.ProjectSourceType != ptsVisualBasicProject) return 0;
+  const std::string file = project.FileName.FullPath();
+  std::size_t count = 0;
+  for (const Diagnostic& item : project.Diagnostics)
+    if (item.Code == DiagnosticCode::DuplicateName && item.File == file) ++count;
+  return count;
+}
+
+struct CountName {
+  const char* Key;
+  const char* Words;
+  std::size_t ProjectCounts::*Member;
+};
+constexpr CountName kCounts[] = {
+    {"Projects", "projects", &ProjectCounts::Projects},
+    {"ProjectsNotRead", "projects not read", &ProjectCounts::Unread},
+    {"ModulesListed", "modules listed", &ProjectCounts::Listed},
+    {"ModulesFound", "found", &ProjectCounts::Found},
+    {"ModulesFoundUnderAnotherCase", "found under another case", &ProjectCounts::OtherCase},
+    {"ModulesMissing", "missing", &ProjectCounts::Missing},
+    {"DuplicateNames", "duplicate names", &ProjectCounts::DuplicateNames},
+    {"ReferencesWithoutFile", "references without a file", &ProjectCounts::ReferencesWithoutFile},
+};
+
+}  // namespace
+
+void ProjectCounts::Add(const VBProject& project) {
+  ++Projects;
+  CountModules(project, *this);
+  Listed += DroppedModules(project);
+  DuplicateNames += project.Diagnostics.CountOf(DiagnosticCode::DuplicateName);
+  for (const Reference& reference : project.References)
+    if (!reference.FileName.Exists()) ++ReferencesWithoutFile;
+  Warnings = Warnings || HasWarnings(project.Diagnostics);
+}
+
+void ProjectCounts::Write(std::ostream& out, bool asJson) const {
+  if (!asJson) {
+    const char* separator = "";
+    for (const CountName& count : kCounts) {
+      out << separator << this->*count.Member << ' ' << count.Words;
+      separator = ", ";
+    }
+    out << '\n';
+    return;
+  }
+  JsonWriter json(out, false);
+  json.BeginObject();
+  for (const CountName& count : kCounts) {
+    json.Key(count.Key);
+    json.Number(static_cast<std::int64_t>(this->*count.Member));
+  }
+  json.EndObject();
+  json.NewLine();
+}
+
+}  // namespace vendrel::cli

@@ -1,0 +1,30 @@
+#pragma once
+// The closing count of a check.
+
+#include <ostream>
+
+#include "project/VBProject.h"
+
+namespace vendrel::cli {
+
+/// What is there of the projects that were checked. A module dropped because its name was taken is
+/// listed, but neither found nor missing: nothing of it is left to look for.
+struct ProjectCounts {
+  std::size_t Projects = 0;
+  std::size_t Unread = 0;
+  std::size_t Listed = 0;
+  std::size_t Found = 0;
+  std::size_t OtherCase = 0;
+  std::size_t Missing = 0;
+  std::size_t DuplicateNames = 0;
+  std::size_t ReferencesWithoutFile = 0;
+  /// Whether any of them told a warning or error.
+  bool Warnings = false;
+
+  /// Adds what is there of a loaded project.
+  void Add(const VBProject& project);
+  /// Writes one line: words, or a JSON object.
+  void Write(std::ostream& out, bool asJson) const;
+};
+
+}  // namespace vendrel::cli

@@ -1,0 +1,30 @@
+#pragma once
+// Paths that stand for several projects: a group, or a folder.
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "cli/Session.h"
+#include "project/VBProjectGroup.h"
+
+namespace vendrel::cli {
+
+/// Loads a group and its members, each by the options of a single load, so that a project looks
+/// alike alone and in its group. What could not be loaded is in the diagnostics of the group.
+std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonOptions& options,
+                                          const Streams& streams,
+                                          LoadDepth depth = LoadDepth::Modules);
+
+/// Calls `visit` for each project behind a path: the one project or module; the members of a group,
+/// which know each other; or each project file in and below a folder, which is freed before the
+/// next one is read. Reports their diagnostics and gives the exit code: 0, or 3 for warnings under
+/// --strict. Raises a `ToolError` where nothing can be read.
+int ForEachProject(const std::string& path, const CommonOptions& options, const Streams& streams,
+                   const std::function<void(VBProject&)>& visit,
+                   LoadDepth depth = LoadDepth::Modules);
+
+/// Reports the diagnostics of a list that belongs to no project, as `ReportDiagnostics` does.
+int ReportList(const Diagnostics& list, const CommonOptions& options, std::ostream& err);
+
+}  // namespace vendrel::cli

@@ -1,0 +1,103 @@
+#include <memory>
+
+#include "cli/Commands.h"
+#include "cli/Elements.h"
+#include "cli/ProjectSets.h"
+#include "cli/Results.h"
+#include "output/Json.h"
+
+namespace vendrel::cli {
+namespace {
+
+struct ResolveArguments {
+  CommonOptions Common;
+  std::string File;
+  std::string Type;
+  std::string From;
+  bool Json = false;
+};
+
+struct TypeClassText {
+  std::string_view Name;
+  std::string_view Meaning;
+};
+constexpr TypeClassText kTypeClasses[] = {{"tcUnresolved", "not found"},
+                                          {"tcLocalProjectModule", "module of this project"},
+                                          {"tcOtherProjectModule", "module of another project"},
+                                          {"tcLocalModuleEnum", "enumeration of the module"},
+                                          {"tcLocalProjectEnum", "enumeration of another module"},
+                                          {"tcOtherProjectEnum", "enumeration of another project"},
+                                          {"tcLocalModuleUDT", "type of the module"},
+                                          {"tcLocalProjectUDT", "type of another module"},
+                                          {"tcOtherProjectUDT", "type of another project"},
+                                          {"tcIntrinsic", "intrinsic type"}};
+
+struct Resolution {
+  TypeClassEnum TypeClass = tcUnresolved;
+  const CodeElement* Element = nullptr;
+};
+
+void WriteResolution(std::ostream& out, const Resolution& resolution, bool asJson) {
+  const TypeClassText& text = kTypeClasses[resolution.TypeClass];
+  ShownPaths paths;
+  const std::string name = resolution.Element ? resolution.Element->QualifiedName() : "";
+  const std::string place = resolution.Element ? PlaceOf(*resolution.Element, paths) : "";
+  if (!asJson) {
+    out << text.Meaning;
+    if (resolution.Element) out << '\t' << name << '\t' << place;
+    out << '\n';
+    return;
+  }
+  JsonWriter json(out, false);
+  json.BeginObject();
+  json.Key("TypeClass");
+  json.String(text.Name);
+  json.Key("QualifiedName");
+  json.String(name);
+  json.Key("Place");
+  json.String(place);
+  json.EndObject();
+  json.NewLine();
+}
+
+// The first project that knows the type, seen from the module asked for where that is given.
+int RunResolve(const ResolveArguments& arguments, const Streams& streams) {
+  int code = exDone;
+  bool fromFound = arguments.From.empty(), resolved = false;
+  WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
+    code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
+      Component* from = project.Components.Item(std::string_view(arguments.From));
+      if (resolved || (!arguments.From.empty() && !from)) return;
+      fromFound = true;
+      Resolution resolution;
+      resolution.Element = project.ResolveType(from, arguments.Type, resolution.TypeClass);
+      if (resolution.TypeClass == tcUnresolved) return;
+      resolved = true;
+      WriteResolution(out, resolution, arguments.Json);
+    });
+  });
+  if (!fromFound)
+    throw ToolError(exNo, arguments.File + ": has no module '" + arguments.From +
+                              "'; tree --depth 2 lists its modules");
+  if (resolved) return code;
+  throw ToolError(exNo,
+                  arguments.File + ": the type '" + arguments.Type + "' is not declared here");
+}
+
+}  // namespace
+
+void AddResolveCommand(CLI::App& app, Job& job) {
+  auto* command = app.add_subcommand("resolve", "Where a type is declared");
+  const auto arguments = std::make_shared<ResolveArguments>();
+  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
+  command->add_option("type", arguments->Type, "A type name, as behind As")->required();
+  command->add_option("--from", arguments->From, "The module in which the name stands")
+      ->type_name("MODULE");
+  command->add_flag("--json", arguments->Json, "As a JSON object");
+  AddCommonOptions(*command, arguments->Common);
+  command->callback([arguments, &job] {
+    job.Run = [arguments, &streams = job.Streams] { return RunResolve(*arguments, streams); };
+  });
+}
+
+}  // namespace vendrel::cli
