@@ -54,6 +54,13 @@ bool EndsContinued(std::string_view part) {
   return part.size() >= 2 && part[part.size() - 1] == '_' && part[part.size() - 2] == ' ';
 }
 
+// The text without its last character.
+std::string_view WithoutLast(std::string_view text) {
+  std::size_t at = text.size() - 1;
+  while (at > 0 && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80) --at;
+  return text.substr(0, at);
+}
+
 bool IsRemark(std::string_view text) {
   return StartsWithNoCaseAscii(text, "REM") && (text.size() == 3 || text[3] == ' ');
 }
@@ -137,7 +144,15 @@ LineClassifier::Result LineClassifier::Process(std::string_view work, ParsedLine
   const bool mayContinue = EndsContinued(work);
   ScanState kept;
   if (mayContinue) {
-    Scan(work, TrimRight(work.substr(0, work.size() - 1)).size());
+    const std::size_t end = TrimRight(work.substr(0, work.size() - 1)).size();
+    if (mState.What == Found::Nothing && mState.At > end) {
+      // An empty line behind "_ _" leaves less than was looked at: blanks and underscores, which only
+      // the end of a line number takes note of.
+      mState.At = end;
+      if (work.substr(0, end).find_first_not_of("0123456789 ") == std::string_view::npos)
+        mState.SeenOther = false;
+    }
+    Scan(work, end);
     kept = mState;
   }
   Scan(work, work.size());
@@ -255,7 +270,7 @@ void LineClassifier::Separate(std::string_view work, ParsedLine& line) {
       line.LineType = BLANK_LINE;
     }
     if (EndsContinued(line.CommentPart) || EndsContinued(line.StatementPart)) {
-      line.Remainder = work.substr(0, work.size() - 1);
+      line.Remainder = WithoutLast(work);
       line.Continued = true;
     }
   }
