@@ -24,7 +24,8 @@ constexpr std::array<unsigned char, 256> kClasses = [] {
   return classes;
 }();
 
-// End of a run of characters that mean nothing to the scan once something but a number has been seen.
+// End of a run of characters that mean nothing to the scan once something but a number has been
+// seen.
 std::size_t PlainEnd(std::string_view text, std::size_t at, std::size_t end) {
   while (at < end) {
     const unsigned char kind = kClasses[static_cast<unsigned char>(text[at])];
@@ -146,8 +147,8 @@ LineClassifier::Result LineClassifier::Process(std::string_view work, ParsedLine
   if (mayContinue) {
     const std::size_t end = TrimRight(work.substr(0, work.size() - 1)).size();
     if (mState.What == Found::Nothing && mState.At > end) {
-      // An empty line behind "_ _" leaves less than was looked at: blanks and underscores, which only
-      // the end of a line number takes note of.
+      // An empty line behind "_ _" leaves less than was looked at: blanks and underscores, which
+      // only the end of a line number takes note of.
       mState.At = end;
       if (work.substr(0, end).find_first_not_of("0123456789 ") == std::string_view::npos)
         mState.SeenOther = false;
@@ -160,7 +161,8 @@ LineClassifier::Result LineClassifier::Process(std::string_view work, ParsedLine
   if (line.Continued) {
     if (mState.What == Found::Nothing) mState = kept;
     // "a _'": the apostrophe itself is the character that the continuation takes away.
-    if (mState.What == Found::Comment && mState.Where >= line.Remainder.size() && mState.TextFrom > 0)
+    if (mState.What == Found::Comment && mState.Where >= line.Remainder.size() &&
+        mState.TextFrom > 0)
       mState = mBeforeComment;
     return Result::Ok;
   }
@@ -277,8 +279,8 @@ void LineClassifier::Separate(std::string_view work, ParsedLine& line) {
   if (mLanguage == lvVisualBasicDotNet && !line.StatementPart.empty() &&
       line.StatementPart.front() == '<') {
     const std::size_t end = AttributeEnd(line.StatementPart);
-    line.StatementPart =
-        TrimLeft(end == std::string_view::npos ? line.StatementPart : line.StatementPart.substr(end + 1));
+    line.StatementPart = TrimLeft(
+        end == std::string_view::npos ? line.StatementPart : line.StatementPart.substr(end + 1));
   }
 }
 
@@ -361,7 +363,8 @@ CodeLine InitialiseCodeLine(std::string_view Text, LanguageVersionEnum LanguageV
   LineClassifier classifier(LanguageVersion, reading);
   ParsedLine line;
   if (classifier.First(Text, line) == LineClassifier::Result::MissingWord) {
-    throw VendrelError(errSubscript, "the statement needs another word: " + std::string(Trim(Text)));
+    throw VendrelError(errSubscript,
+                       "the statement needs another word: " + std::string(Trim(Text)));
   }
   return line.Record();
 }
