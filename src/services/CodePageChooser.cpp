@@ -45,7 +45,7 @@ constexpr std::string_view CentralEuropeanBytes =
 constexpr std::size_t CentralEuropeanShare = 20;
 
 // A guess over fewer bytes than this is chance: a pound sign here, an accent there.
-constexpr std::size_t EnoughBytes = 12;
+constexpr std::size_t EnoughBytes = 5;
 
 uchardet_t Detector(void* held) { return static_cast<uchardet_t>(held); }
 
