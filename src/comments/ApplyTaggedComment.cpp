@@ -49,12 +49,18 @@ ElementTypeEnum KindOfQualified(const Application& a) {
   return etNone;
 }
 
+// Constants take comments in the complete reading, by the tags of variables.
+Constant* LastConstant(const Application& a) {
+  return a.Block.Options().Reading.ConstantComments ? a.LastAs<Constant>() : nullptr;
+}
+
 // The tag cannot describe the last element: what else it may mean there.
 ElementTypeEnum KindBesidesLastElement(Application& a) {
   if (TypeMatch(a.LastElement, "Component")) {
     if (a.Is("##SUMMARY")) a.Comment->TagIdentifier = "##MODULE_SUMMARY";
     return etModule;
   }
+  if (LastConstant(a) && a.ScopeHas("FZ:Variable")) return etVariable;
   if (a.LastAs<EnumMember>() && a.Block.CurrentEnum) return etEnumerationMember;
   if (a.LastAs<Variable>() && a.Block.CurrentUDT) return etStructureMember;
   return a.ScopeHas("FZ:Project") ? etProject : etNone;
@@ -147,10 +153,13 @@ void AttachToBlock(Application& a) {
 
 void AttachToVariable(Application& a) {
   const std::string& name = a.Comment->Qualifier;
-  Variable* variable = a.Comment->TagIdentifier == "##" || name.empty()
-                           ? a.LastAs<Variable>()
-                           : VariableNamed(a.Block, name);
-  if (variable) Attach(a, *variable);
+  const bool isLast = a.Comment->TagIdentifier == "##" || name.empty();
+  CodeElement* element = nullptr;
+  if (!isLast)
+    element = VariableNamed(a, name);
+  else if (!(element = a.LastAs<Variable>()))
+    element = LastConstant(a);
+  if (element) Attach(a, *element);
 }
 
 // The parameter of an event is found in its own letter case only.
@@ -167,7 +176,8 @@ const Parameters* ParameterList(const Application& a) {
   if (auto* last = a.LastAs<Block>())
     return last->Name().empty() ? nullptr : last->Parameters.IfAny();
   if (auto* declare = a.LastAs<DeclareDeclaration>()) return &*declare->Parameters;
-  return a.Block.Name().empty() ? nullptr : a.Block.Parameters.IfAny();
+  if (a.Block.Name().empty() || StandsBehindEnd(a)) return nullptr;
+  return a.Block.Parameters.IfAny();
 }
 
 void AttachToParameter(Application& a) {
@@ -248,7 +258,7 @@ bool IsAtHand(const Application& a) {
     case etProject:
     case etModule: return true;
     case etMethod: return a.LastAs<Block>() && !a.Block.Name().empty();
-    case etVariable: return a.LastAs<Variable>();
+    case etVariable: return a.LastAs<Variable>() || LastConstant(a);
     case etParameter: return ParameterList(a);
     case etEvent: return a.LastAs<EventDeclaration>();
     case etEnumeration: return a.Block.CurrentEnum != nullptr;

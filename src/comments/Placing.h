@@ -45,9 +45,17 @@ struct Application {
   }
 };
 
-/// The variable of a block under that name; null if there is none.
-inline Variable* VariableNamed(const Block& block, std::string_view name) {
-  const Variables* variables = block.Variables.IfAny();
+/// Whether the waiting comments stand behind the end of the procedure that still receives the lines
+/// (complete reading): its parameters and variables are none of theirs.
+inline bool StandsBehindEnd(const Application& a) {
+  if (!a.Block.CompletelyLoaded() || !a.Block.Options().Reading.CommentsBehindEnd) return false;
+  const TaggedComments* buffer = a.Component.TaggedCommentBuffer.IfAny();
+  return buffer && buffer->mBehindEnd;
+}
+
+/// The variable of the block under that name; null if there is none.
+inline Variable* VariableNamed(const Application& a, std::string_view name) {
+  const Variables* variables = StandsBehindEnd(a) ? nullptr : a.Block.Variables.IfAny();
   return variables ? variables->Item(name) : nullptr;
 }
 

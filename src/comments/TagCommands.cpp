@@ -51,7 +51,7 @@ Outcome MarkElementAsNew(Application& a) {
     auto* block = a.LastAs<Block>();
     if (block && !block->Name().empty()) element = block;
   } else if (a.Definition->ElementType == etVariable) {
-    element = VariableNamed(a.Block, a.Comment->Qualifier);
+    element = VariableNamed(a, a.Comment->Qualifier);
   } else if (a.Definition->ElementType == etEvent) {
     element = a.LastAs<EventDeclaration>();
   }

@@ -123,9 +123,10 @@ void Block::HandleTaggedComment(const std::shared_ptr<TaggedComment>& tc) {
   const bool isMember = definition && definition->ElementType >= etEnumeration &&
                         definition->ElementType <= etStructureMember;
   const bool waits = Options().TaggedCommentsBeforeElement && !isMember;
-  if (waits || !ApplyTaggedComment(tc))
-    AddTaggedComment(*Component->TaggedCommentBuffer, tc, true,
-                     Options().PreserveOriginalTaggedComments);
+  if (!waits && ApplyTaggedComment(tc)) return;
+  vendrel::TaggedComments& buffer = *Component->TaggedCommentBuffer;
+  buffer.mBehindEnd |= CompletelyLoaded();
+  AddTaggedComment(buffer, tc, true, Options().PreserveOriginalTaggedComments);
 }
 
 std::string_view NamespaceFromObject(const CodeElement* Element) {

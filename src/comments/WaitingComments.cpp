@@ -105,29 +105,35 @@ class Departures {
   Departures(const Departures&) = delete;
   Departures& operator=(const Departures&) = delete;
   ~Departures() {
-    if (!mMarked.empty()) mBuffer.RemoveMarked(mFirst, mMarked);
+    if (mCount == 1)
+      mBuffer.Remove(mFirst + 1);
+    else if (mCount > 0)
+      mBuffer.RemoveMarked(mFirst, mMarked);
   }
   /// Positions are 0-based and come in rising order.
   void Add(std::size_t position) {
     if (mMarked.empty()) mFirst = position;
     mMarked.resize(position - mFirst + 1);
     mMarked.back() = true;
+    ++mCount;
   }
   bool Has(std::size_t position) const {
     return position >= mFirst && position - mFirst < mMarked.size() && mMarked[position - mFirst];
   }
-  bool Empty() const { return mMarked.empty(); }
+  std::size_t Count() const { return mCount; }
   std::size_t First() const { return mFirst; }
 
  private:
   TaggedComments& mBuffer;
   std::size_t mFirst = 0;
+  std::size_t mCount = 0;
   std::vector<bool> mMarked;
 };
 
 void Forget(std::vector<std::uint64_t>& serials, const Departures& departures) {
-  if (departures.Empty()) return;
   std::size_t to = departures.First();
+  if (departures.Count() == 1) serials.erase(serials.begin() + static_cast<std::ptrdiff_t>(to));
+  if (departures.Count() < 2) return;
   for (std::size_t from = to; from < serials.size(); ++from)
     if (!departures.Has(from)) serials[to++] = serials[from];
   serials.resize(to);

@@ -15,6 +15,8 @@ namespace vendrel {
   X(ConstantExpressions,                                                                           \
     "#Const values are expressions; constants are whole words; Win16, Win32, VBA6 are known.")     \
   X(LeadingComments, "A run of comment lines directly above a declaration belongs to it.")         \
+  X(CommentsBehindEnd, "A tagged comment behind the end of a procedure is for what follows it.")   \
+  X(ConstantComments, "A tagged comment that stands at a constant belongs to it.")                 \
   X(RemComments, "A Rem line is a comment.")                                                       \
   X(WholeCharacters, "Whole characters are compared; doubled quotes are understood.")              \
   X(QuotedCompanions, "Only \"file\":offset is a reference into the companion file of a form.")    \

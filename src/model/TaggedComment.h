@@ -79,6 +79,8 @@ class TaggedComments : public PlainCollection<TaggedComment> {
   /// Removes the comments at the marked 0-based positions from `first` on.
   void RemoveMarked(std::size_t first, const std::vector<bool>& marked);
   std::shared_ptr<struct OfferMemory> mOffers;
+  /// The comments stand behind the end of the procedure that is open.
+  bool mBehindEnd = false;
 };
 
 }  // namespace vendrel

@@ -192,6 +192,25 @@ TEST(TaggedComments, InRemLinesCountInTheCompleteReading) {
       "Block F d=Old style.\n");
 }
 
+TEST(TaggedComments, WaitForWhatFollowsAProcedureInTheCompleteReading) {
+  const char* body =
+      "Option Explicit\nSub F(a, b)\nDim n\n'##PARAM b of F\nEnd Sub\n\n'##PARAM a of G\n"
+      "'##VARIABLE_SUMMARY n none\n'##RETURNS g\nFunction G(a)\nDim n\nEnd Function\n";
+  EXPECT_EQ(CommentedModule(body).Landed(),
+            "Parameter a d=of G\nParameter b d=of F\nVariable n d=none\nBlock G [##RETURNS=g]\n");
+  EXPECT_EQ(
+      CommentedModule(body, [](VBProject& p) { p.Reading.CommentsBehindEnd = true; }).Landed(),
+      "Parameter b d=of F\nBlock G [##RETURNS=g]\nParameter a d=of G\nVariable n d=none\n");
+}
+
+TEST(TaggedComments, StandAtConstantsInTheCompleteReading) {
+  const char* body =
+      "Option Explicit\n'##SUMMARY The limit.\n'##REMARKS Fixed.\nConst Limit = 5\nDim Total\n";
+  EXPECT_EQ(CommentedModule(body).Landed(), "Variable Total d=The limit. [##REMARKS=Fixed.]\n");
+  EXPECT_EQ(CommentedModule(body, [](VBProject& p) { p.Reading.ConstantComments = true; }).Landed(),
+            "Constant Limit d=The limit. [##REMARKS=Fixed.]\n");
+}
+
 TEST(LeadingComments, DescribeEachProcedureInTheCompleteReading) {
   const char* body =
       "Option Explicit\n' The first.\nSub F()\nx = 1\nEnd Sub\n\n' The second.\nSub G()\nx = "
