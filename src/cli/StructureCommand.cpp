@@ -3,6 +3,7 @@
 
 #include "cli/Commands.h"
 #include "cli/ProjectSets.h"
+#include "cli/Report.h"
 #include "cli/Results.h"
 #include "core/CaseFold.h"
 

@@ -1,235 +1,16 @@
 // Where a tagged comment belongs. The decision has four phases, in this order: tags that are
-// commands, the kind of element, exclusion, attachment to the element of that kind. `Application`
-// holds the state of one decision.
-
-#include <charconv>
-#include <cmath>
-#include <optional>
+// commands (TagCommands.cpp), the kind of element, exclusion, attachment to the element of that
+// kind.
 
 #include "comments/Descriptions.h"
-#include "comments/TagDefinitions.h"
+#include "comments/Placing.h"
 #include "comments/TaggedCommentRules.h"
-#include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "diagnostics/VendrelError.h"
-#include "model/Block.h"
-#include "model/Component.h"
-#include "project/VBProject.h"
 #include "project/VBProjectGroup.h"
 
 namespace vendrel {
 namespace {
-
-struct Application {
-  vendrel::Block& Block;
-  vendrel::Component& Component;
-  VBProject* Project;
-  std::shared_ptr<TaggedComment> Comment;
-  const TaggedCommentDef* Definition;
-  CodeElement* LastElement;
-  bool Preserves;
-  bool Applied = false;
-  int Wrap;
-  ElementTypeEnum Kind = etNone;
-  bool IsDescription = false;
-  bool Exclude = false;
-
-  bool Is(std::string_view tag) const { return EqualsNoCaseAscii(Comment->TagIdentifier, tag); }
-  bool ScopeHas(std::string_view name) const {
-    return ContainsNoCaseAscii(Definition->Scope, name);
-  }
-  /// The last element if it is of that class, else null.
-  template <typename T>
-  T* LastAs() const {
-    return dynamic_cast<T*>(LastElement);
-  }
-  /// Adds the comment under its tag; a comment already there stays alone.
-  void AddByTag(CodeElement& element) const {
-    OnDemand<TaggedComments>* comments = element.TaggedCommentsField();
-    if (comments && !(*comments)->HasKey(Comment->TagIdentifier))
-      (*comments)->Add(Comment, Comment->TagIdentifier);
-  }
-};
-
-Variable* VariableNamed(const Block& block, std::string_view name) {
-  const Variables* variables = block.Variables.IfAny();
-  return variables ? variables->Item(name) : nullptr;
-}
-
-// ---- Phase 1: commands -------------------------------------------------------------------------
-
-// What a command left to do.
-enum class Outcome { Applied, GoesOn, Refused };
-
-std::shared_ptr<Example> LoadExample(const Application& a) {
-  auto example = std::make_shared<Example>();
-  example->Load(a.Comment->Text);
-  return example;
-}
-
-void AddExample(const Application& a, const std::shared_ptr<Example>& example, CodeElement& item) {
-  example->SetRelatedItem(&item);
-  if (a.Project) a.Project->Examples->Add(example);
-}
-
-// A command that acted belongs to the element it acted on.
-Outcome Done(Application& a, CodeElement* element) {
-  a.Comment->CodeElement = element;
-  return Outcome::Applied;
-}
-
-Outcome MarkModuleAsExample(Application& a) {
-  AddExample(a, LoadExample(a), a.Component);
-  a.Component.IsExample = true;
-  return Done(a, &a.Component);
-}
-
-Outcome MarkBlockAsExample(Application& a) {
-  const std::shared_ptr<Example> example = LoadExample(a);
-  auto* block = a.LastAs<Block>();
-  if (!block) return Outcome::Refused;
-  AddExample(a, example, *block);
-  block->IsExample = true;
-  return Done(a, block);
-}
-
-Outcome MarkElementAsNew(Application& a) {
-  if (!a.Definition) throw VendrelError(errObjectNotSet, a.Comment->TagIdentifier);
-  CodeElement* element = nullptr;
-  if (a.Definition->ElementType == etMethod) {
-    auto* block = a.LastAs<Block>();
-    if (block && !block->Name().empty()) element = block;
-  } else if (a.Definition->ElementType == etVariable) {
-    element = VariableNamed(a.Block, a.Comment->Qualifier);
-  } else if (a.Definition->ElementType == etEvent) {
-    element = a.LastAs<EventDeclaration>();
-  }
-  if (!element) return Outcome::GoesOn;
-  *element->IsNewField() = true;
-  a.AddByTag(*element);
-  return Done(a, element);
-}
-
-Outcome MarkModuleAsNew(Application& a) {
-  a.AddByTag(a.Component);
-  a.Component.IsNew = true;
-  return Outcome::GoesOn;
-}
-
-Outcome MarkLastElementAsNew(Application& a) {
-  if (!a.LastElement) return Outcome::GoesOn;
-  a.AddByTag(*a.LastElement);
-  bool* isNew = a.LastElement->IsNewField();
-  if (!isNew) return Outcome::GoesOn;
-  *isNew = true;
-  return Done(a, a.LastElement);
-}
-
-Outcome IgnoreReferences(Application& a) {
-  std::vector<std::string>& names = a.Component.IgnoreReferences;
-  std::unordered_set<std::string>& keys = *a.Component.IgnoreReferenceKeys;
-  if (keys.size() != names.size())  // a client has changed the list
-    for (const std::string& name : names) keys.insert(FoldKey(name));
-  std::string_view rest = a.Comment->Text;
-  while (!rest.empty()) {
-    const std::string_view name = Trim(TakeField(rest, ','));
-    if (!name.empty() && keys.insert(FoldKey(name)).second) names.emplace_back(name);
-  }
-  return Done(a, &a.Component);
-}
-
-// The number at the start of a text, blanks ignored, rounded half to even; nothing for 0, for text
-// without a number, and for one beyond 32 bits.
-std::optional<std::int32_t> LeadingNumber(std::string_view text) {
-  std::string digits;
-  for (const char c : text.substr(0, 400))
-    if (c != ' ' && c != '\t') digits.push_back(UpperAscii(c) == 'D' ? 'E' : c);
-  std::string_view number = digits;
-  const bool radix = number.size() > 2 && number[0] == '&';
-  const int base = radix && UpperAscii(number[1]) == 'H' ? 16 : 8;
-  double value = 0;
-  if (radix) {
-    std::uint32_t bits = 0;
-    std::from_chars(number.data() + 2, number.data() + number.size(), bits, base);
-    value = static_cast<std::int32_t>(bits);
-  } else {
-    if (number.starts_with('+')) number.remove_prefix(1);
-    const bool isWord = number.empty() || IsLetterAscii(number.front()) ||
-                        (number.size() > 1 && number[0] == '-' && IsLetterAscii(number[1]));
-    if (!isWord) std::from_chars(number.data(), number.data() + number.size(), value);
-  }
-  const double rounded = std::nearbyint(value);
-  if (value == 0 || !(std::fabs(rounded) < 2147483648.0)) return std::nullopt;
-  return static_cast<std::int32_t>(rounded);
-}
-
-Outcome SetRelationshipLevels(Application& a) {
-  if (const auto levels = LeadingNumber(a.Comment->Text)) a.Component.RelationshipLevels = *levels;
-  return Done(a, &a.Component);
-}
-
-Outcome MarkModuleAsCollection(Application& a) {
-  a.Component.SetIsCollection(true);
-  return Done(a, &a.Component);
-}
-
-Outcome MarkModuleAsInterface(Application& a) {
-  a.Component.IsInterface = true;
-  return Done(a, &a.Component);
-}
-
-Outcome RetainContextIDs(Application& a) {
-  if (a.Project) a.Project->RetainContextIDs = true;
-  return Done(a, a.Project);
-}
-
-// "##INTERFACE_ALIAS IFoo path" for an interface by name, "##INTERFACE_ALIAS path" for the last
-// one.
-Outcome SetInterfaceAlias(Application& a) {
-  const std::string& text = a.Comment->Text;
-  const std::size_t blank = text.find(' ');
-  const bool twoParts =
-      blank != std::string::npos && text.find(' ', blank + 1) == std::string::npos;
-  Interface* target = nullptr;
-  if (twoParts)
-    target = a.Component.Interfaces.Item(std::string_view(text).substr(0, blank));
-  else if (!text.empty() && blank == std::string::npos)
-    target = a.LastAs<Interface>();
-  if (!target) return Outcome::GoesOn;
-  target->DocumentationLocation = text;
-  return Done(a, target);
-}
-
-struct Command {
-  std::string_view Tag;
-  Outcome (*Act)(Application&);
-};
-
-constexpr Command kCommands[] = {
-    {"##MODULE_IS_EXAMPLE", MarkModuleAsExample},
-    {"##BLOCK_IS_EXAMPLE", MarkBlockAsExample},
-    {"##IS_EXAMPLE", MarkBlockAsExample},
-    {"##BLOCK_IS_NEW", MarkElementAsNew},
-    {"##EVENT_IS_NEW", MarkElementAsNew},
-    {"##VARIABLE_IS_NEW", MarkElementAsNew},
-    {"##MODULE_IS_NEW", MarkModuleAsNew},
-    {"##MODULE_ISNEW", MarkModuleAsNew},
-    {"##IS_NEW", MarkLastElementAsNew},
-    {"##ISNEW", MarkLastElementAsNew},
-    {"##IGNORE_REFERENCE", IgnoreReferences},
-    {"##IGNORE_REFERENCES", IgnoreReferences},
-    {"##RELATIONSHIP_LEVELS", SetRelationshipLevels},
-    {"##MODULE_IS_COLLECTION", MarkModuleAsCollection},
-    {"##MODULE_IS_INTERFACE", MarkModuleAsInterface},
-    {"##RETAIN_CONTEXT_IDS", RetainContextIDs},
-    {"##INTERFACE_ALIAS", SetInterfaceAlias},
-};
-
-Outcome ActOnCommand(Application& a) {
-  for (const Command& command : kCommands)
-    if (a.Is(command.Tag)) return command.Act(a);
-  return Outcome::GoesOn;
-}
 
 // ---- Phase 2: the kind of element --------------------------------------------------------------
 
@@ -381,22 +162,20 @@ Parameter* EventParameter(const Parameters& parameters, std::string_view name) {
   return nullptr;
 }
 
+const Parameters* ParameterList(const Application& a) {
+  if (auto* event = a.LastAs<EventDeclaration>()) return &*event->Parameters;
+  if (auto* last = a.LastAs<Block>())
+    return last->Name().empty() ? nullptr : last->Parameters.IfAny();
+  if (auto* declare = a.LastAs<DeclareDeclaration>()) return &*declare->Parameters;
+  return a.Block.Name().empty() ? nullptr : a.Block.Parameters.IfAny();
+}
+
 void AttachToParameter(Application& a) {
-  const std::string_view name = a.Comment->Qualifier;
-  Parameter* parameter = nullptr;
-  const Parameters* list = nullptr;
-  if (auto* event = a.LastAs<EventDeclaration>()) {
-    list = &*event->Parameters;
-    parameter = EventParameter(*list, name);
-  } else if (auto* last = a.LastAs<Block>()) {
-    if (!last->Name().empty()) list = last->Parameters.IfAny();
-  } else if (auto* declare = a.LastAs<DeclareDeclaration>()) {
-    list = &*declare->Parameters;
-  } else if (!a.Block.Name().empty()) {
-    list = a.Block.Parameters.IfAny();
-  }
+  const Parameters* list = ParameterList(a);
   if (!list) return;
-  if (!a.LastAs<EventDeclaration>()) parameter = list->Item(name);
+  const std::string_view name = a.Comment->Qualifier;
+  Parameter* parameter =
+      a.LastAs<EventDeclaration>() ? EventParameter(*list, name) : list->Item(name);
   a.Applied = true;  // a comment for a parameter that does not exist is dealt with, and lost
   if (parameter) AttachTo(a, *parameter, &parameter->mDescription, false);
 }
@@ -460,6 +239,29 @@ void AttachByKind(Application& a) {
   }
 }
 
+// Whether an element of the kind is at hand, for a comment that names none.
+bool IsAtHand(const Application& a) {
+  switch (a.Kind) {
+    case etNone:
+    case etReserved: return false;
+    case etProjectGroup:
+    case etProject:
+    case etModule: return true;
+    case etMethod: return a.LastAs<Block>() && !a.Block.Name().empty();
+    case etVariable: return a.LastAs<Variable>();
+    case etParameter: return ParameterList(a);
+    case etEvent: return a.LastAs<EventDeclaration>();
+    case etEnumeration: return a.Block.CurrentEnum != nullptr;
+    case etEnumerationMember:
+      return a.Block.CurrentEnum && a.Block.CurrentEnum->Members().Count() > 0;
+    case etStructure: return a.Block.CurrentUDT != nullptr;
+    case etStructureMember: return a.Block.CurrentUDT && a.Block.CurrentUDT->Members.Count() > 0;
+    case etDeclareStatement: return a.LastAs<DeclareDeclaration>();
+    case etImplementedInterface: return a.LastAs<Interface>();
+  }
+  return true;
+}
+
 }  // namespace
 
 bool Block::ApplyTaggedComment(const std::shared_ptr<TaggedComment>& tc) {
@@ -484,6 +286,21 @@ bool Block::ApplyTaggedComment(const std::shared_ptr<TaggedComment>& tc) {
   if (ReadExclusion(a)) return true;
   AttachByKind(a);
   return a.Applied;
+}
+
+ElementTypeEnum FixedKind(const TaggedCommentDef& definition) {
+  if (definition.ElementType != etNone) return definition.ElementType;
+  if (definition.Scope.empty()) return etProjectGroup;
+  const bool single = definition.Scope.find(',') == std::string::npos;
+  return single ? KindOfSingleScope(definition.Scope) : etNone;
+}
+
+bool FindsElement(const TaggedCommentDef& definition, Component& component, Block& block) {
+  static const auto unnamed = std::make_shared<TaggedComment>();
+  Application a{block, component, nullptr,      unnamed, &definition, component.LastElement.Get(),
+                false, false,     wrapLineBreak};
+  a.Kind = KindOf(a);
+  return IsAtHand(a);
 }
 
 }  // namespace vendrel

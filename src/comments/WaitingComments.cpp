@@ -1,7 +1,12 @@
 #include "comments/WaitingComments.h"
 
+#include <algorithm>
+#include <iterator>
+
+#include "comments/Placing.h"
 #include "comments/TaggedCommentRules.h"
 #include "core/Ascii.h"
+#include "core/CaseFold.h"
 #include "model/Block.h"
 #include "model/Component.h"
 
@@ -21,27 +26,143 @@ void AddLastElement(OfferState& state, const CodeElement* last) {
   }
 }
 
-// Walks the buffer from the 0-based position `first` on; what was accepted leaves it, in one pass
-// and also when a later comment fails.
-void OfferFrom(TaggedComments& buffer, std::size_t first, Block& block) {
-  struct Sweep {
-    TaggedComments& Buffer;
-    std::size_t First;
-    std::vector<bool> Accepted;
-    ~Sweep() {
-      if (!Accepted.empty()) Buffer.RemoveMarked(First, Accepted);
-    }
-  } sweep{buffer, first, {}};
-  const std::size_t count = buffer.Count();
-  for (std::size_t i = first; i < count; ++i) {
-    const std::shared_ptr<TaggedComment> comment = buffer.Share(i + 1);
-    if (!comment || !block.ApplyTaggedComment(comment)) continue;
-    if (sweep.Accepted.empty()) {
-      sweep.First = i;
-      sweep.Accepted.resize(count - i);
-    }
-    sweep.Accepted[i - sweep.First] = true;
+// ---- What a refused comment waits for ----------------------------------------------------------
+
+enum NameKind : std::size_t { kVariables, kEnumMembers, kStructureMembers, kInterfaces, kNoName };
+
+NameKind NameAwaited(const TaggedComment& comment, const TaggedCommentDef& definition) {
+  if (comment.Qualifier.empty()) return kNoName;
+  switch (FixedKind(definition)) {
+    case etVariable: return comment.TagIdentifier == "##" ? kNoName : kVariables;
+    case etEnumerationMember: return kEnumMembers;
+    case etStructureMember: return kStructureMembers;
+    case etImplementedInterface: return kInterfaces;
+    default: return kNoName;
   }
+}
+
+void File(OfferMemory& memory, WaitingComment&& waiting) {
+  const TaggedComment& comment = *waiting.Comment;
+  const TaggedCommentDef* definition = comment.TaggedCommentDef();
+  const bool byMore = !definition || IsCommandTag(comment.TagIdentifier) ||
+                      (FixedKind(*definition) == etNone && !comment.Qualifier.empty());
+  const NameKind name = byMore ? kNoName : NameAwaited(comment, *definition);
+  if (byMore)
+    memory.Others.push_back(std::move(waiting));
+  else if (name != kNoName)
+    memory.Names[name].ByName[FoldKey(comment.Qualifier)].push_back(std::move(waiting));
+  else
+    memory.ByTag[definition].push_back(std::move(waiting));
+}
+
+// ---- What may have come ------------------------------------------------------------------------
+
+void Take(WaitingList& from, WaitingList& to) {
+  to.insert(to.end(), std::make_move_iterator(from.begin()), std::make_move_iterator(from.end()));
+  from.clear();
+}
+
+// The names that `collection` has got since the last look; all of them if it is another one.
+template <typename Collection>
+void TakeNamed(NameWatch& watch, const Collection* collection, WaitingList& offered) {
+  const std::size_t count = collection ? collection->Count() : 0;
+  if (watch.Collection != collection || count < watch.Seen) watch.Seen = 0;
+  watch.Collection = collection;
+  for (std::size_t i = watch.Seen + 1; i <= count && !watch.ByName.empty(); ++i) {
+    const auto found = watch.ByName.find(FoldKey(collection->Item(i)->Name));
+    if (found == watch.ByName.end()) continue;
+    Take(found->second, offered);
+    watch.ByName.erase(found);
+  }
+  watch.Seen = count;
+}
+
+void TakeWhatMayFit(OfferMemory& memory, Component& component, Block& block, WaitingList& offered) {
+  Take(memory.Others, offered);
+  for (auto& [definition, list] : memory.ByTag)
+    if (!list.empty() && FindsElement(*definition, component, block)) Take(list, offered);
+  const Enumeration* enumeration = block.CurrentEnum.get();
+  const UDT* udt = block.CurrentUDT.get();
+  TakeNamed(memory.Names[kVariables], block.Variables.IfAny(), offered);
+  TakeNamed(memory.Names[kEnumMembers], enumeration ? &enumeration->Members() : nullptr, offered);
+  TakeNamed(memory.Names[kStructureMembers], udt ? &udt->Members : nullptr, offered);
+  TakeNamed(memory.Names[kInterfaces], &component.Interfaces, offered);
+}
+
+void TakeNew(OfferMemory& memory, const TaggedComments& buffer, WaitingList& offered) {
+  for (std::size_t i = memory.Serials.size(); i < buffer.Count(); ++i) {
+    offered.push_back({memory.NextSerial, buffer.Share(i + 1)});
+    memory.Serials.push_back(memory.NextSerial++);
+  }
+}
+
+// ---- The offers --------------------------------------------------------------------------------
+
+// Positions of accepted comments; they leave the buffer together, also when a later offer fails.
+class Departures {
+ public:
+  explicit Departures(TaggedComments& buffer) : mBuffer(buffer) {}
+  Departures(const Departures&) = delete;
+  Departures& operator=(const Departures&) = delete;
+  ~Departures() {
+    if (!mMarked.empty()) mBuffer.RemoveMarked(mFirst, mMarked);
+  }
+  /// Positions are 0-based and come in rising order.
+  void Add(std::size_t position) {
+    if (mMarked.empty()) mFirst = position;
+    mMarked.resize(position - mFirst + 1);
+    mMarked.back() = true;
+  }
+  bool Has(std::size_t position) const {
+    return position >= mFirst && position - mFirst < mMarked.size() && mMarked[position - mFirst];
+  }
+  bool Empty() const { return mMarked.empty(); }
+  std::size_t First() const { return mFirst; }
+
+ private:
+  TaggedComments& mBuffer;
+  std::size_t mFirst = 0;
+  std::vector<bool> mMarked;
+};
+
+void Forget(std::vector<std::uint64_t>& serials, const Departures& departures) {
+  if (departures.Empty()) return;
+  std::size_t to = departures.First();
+  for (std::size_t from = to; from < serials.size(); ++from)
+    if (!departures.Has(from)) serials[to++] = serials[from];
+  serials.resize(to);
+}
+
+void Offer(OfferMemory& memory, TaggedComments& buffer, Block& block, WaitingList& offered) {
+  std::sort(offered.begin(), offered.end(),
+            [](const auto& a, const auto& b) { return a.Serial < b.Serial; });
+  Departures departures(buffer);
+  for (WaitingComment& waiting : offered) {
+    ++memory.Offers;
+    if (!block.ApplyTaggedComment(waiting.Comment)) {
+      File(memory, std::move(waiting));
+      continue;
+    }
+    const auto place =
+        std::lower_bound(memory.Serials.begin(), memory.Serials.end(), waiting.Serial);
+    departures.Add(static_cast<std::size_t>(place - memory.Serials.begin()));
+  }
+  Forget(memory.Serials, departures);
+}
+
+// The memory of a buffer, empty where it no longer fits: a client has taken comments out, or the
+// tags have other definitions.
+OfferMemory& MemoryOf(TaggedComments& buffer) {
+  const TaggedCommentDefs& definitions = TemplateObjects::Default().TaggedCommentDefs();
+  const OfferMemory* known = buffer.mOffers.get();
+  const bool fits = known && known->Definitions == &definitions &&
+                    known->DefinitionCount == definitions.Count() &&
+                    known->Serials.size() <= buffer.Count();
+  if (fits) return *buffer.mOffers;
+  buffer.mOffers = std::make_shared<OfferMemory>();
+  buffer.mOffers->Definitions = &definitions;
+  buffer.mOffers->DefinitionCount = definitions.Count();
+  return *buffer.mOffers;
 }
 
 }  // namespace
@@ -67,27 +188,39 @@ OfferState OfferState::Of(const Component& component, const Block& block) {
 
 void NoteChangedText(TaggedComments& buffer, const TaggedComment& comment) {
   if (buffer.mOffers && EqualsNoCaseAscii(comment.TagIdentifier, "##INTERFACE_ALIAS"))
-    buffer.mOffers->Refused = 0;
+    buffer.mOffers->OthersChanged = true;
 }
 
 void OfferEveryTaggedComment(Component& component, Block& block) {
   TaggedComments* buffer = component.TaggedCommentBuffer.IfAny();
-  if (buffer) OfferFrom(*buffer, 0, block);
+  if (!buffer) return;
+  buffer->mOffers.reset();
+  Departures departures(*buffer);
+  const std::size_t count = buffer->Count();
+  for (std::size_t i = 0; i < count; ++i)
+    if (block.ApplyTaggedComment(buffer->Share(i + 1))) departures.Add(i);
 }
 
 void OfferTaggedComments(Component& component, Block& block) {
   TaggedComments* buffer = component.TaggedCommentBuffer.IfAny();
   if (!buffer || buffer->Count() == 0) return;
+  OfferMemory& memory = MemoryOf(*buffer);
   const OfferState state = OfferState::Of(component, block);
-  if (!buffer->mOffers) buffer->mOffers = std::make_shared<OfferMemory>();
-  OfferMemory& memory = *buffer->mOffers;
-  const bool known = memory.State == state && memory.Refused <= buffer->Count();
-  const std::size_t first = known ? memory.Refused : 0;
+  WaitingList offered;
+  if (memory.State != state)
+    TakeWhatMayFit(memory, component, block, offered);
+  else if (memory.OthersChanged)
+    Take(memory.Others, offered);
   memory.State = state;
-  memory.Offers += buffer->Count() - first;
-  memory.Refused = 0;  // should a comment fail, all are offered again
-  OfferFrom(*buffer, first, block);
-  memory.Refused = buffer->Count();
+  memory.OthersChanged = false;
+  TakeNew(memory, *buffer, offered);
+  if (offered.empty()) return;
+  try {
+    Offer(memory, *buffer, block, offered);
+  } catch (...) {
+    buffer->mOffers.reset();  // all that is left is offered again
+    throw;
+  }
 }
 
 }  // namespace vendrel

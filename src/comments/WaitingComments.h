@@ -1,11 +1,24 @@
 #pragma once
 // The walk over the comments that wait in the buffer of a module. The rule offers each of them
-// after each line; most lines change nothing that a refusal depended on, and then nothing is
-// offered.
+// after each line. Here a comment that was refused is filed under what it waits for, and offered
+// again when that may have come:
+//
+// - a name: a variable, member or interface that its qualifier names;
+// - a place: the tag alone decides whether it fits the element at hand, once for all comments of
+// it;
+// - any change of what the rule reads, for the few that are judged by more.
+//
+// What is offered together is offered in the order of the buffer.
 
+#include <array>
 #include <cstdint>
+#include <map>
 #include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
 
+#include "comments/TagDefinitions.h"
 #include "model/TaggedComment.h"
 
 namespace vendrel {
@@ -34,11 +47,32 @@ struct OfferState {
   static OfferState Of(const Component& component, const Block& block);
 };
 
-/// What the last walk left: the state it met, and how many comments from the first on were refused
-/// under it.
+/// A comment of the buffer; serial numbers rise in its order.
+struct WaitingComment {
+  std::uint64_t Serial;
+  std::shared_ptr<TaggedComment> Comment;
+};
+using WaitingList = std::vector<WaitingComment>;
+
+/// Comments that wait for a name in one kind of collection, and how much of it they know.
+struct NameWatch {
+  std::unordered_map<std::string, WaitingList> ByName;
+  const void* Collection = nullptr;
+  std::size_t Seen = 0;
+};
+
+/// What is known of the comments of one buffer.
 struct OfferMemory {
   OfferState State;
-  std::size_t Refused = 0;
+  const TaggedCommentDefs* Definitions = nullptr;
+  std::size_t DefinitionCount = 0;
+  std::uint64_t NextSerial = 1;
+  /// Of the comments of the buffer that have been offered, by position.
+  std::vector<std::uint64_t> Serials;
+  std::map<const TaggedCommentDef*, WaitingList> ByTag;
+  std::array<NameWatch, 4> Names;
+  WaitingList Others;
+  bool OthersChanged = false;
   /// Offers made so far, by which the growth of the walk is measured.
   std::size_t Offers = 0;
 };

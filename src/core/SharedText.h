@@ -25,9 +25,7 @@ class SharedText {
     return *this;
   }
 
-  std::string_view view() const {
-    return mNode ? TextOf(mNode) : std::string_view();
-  }
+  std::string_view view() const { return mNode ? TextOf(mNode) : std::string_view(); }
   operator std::string_view() const { return view(); }  // NOLINT
   std::string str() const { return std::string(view()); }
   bool empty() const { return !mNode; }

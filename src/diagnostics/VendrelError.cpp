@@ -21,7 +21,8 @@ std::string_view ErrorText(int number) {
     case errReadOnlyProperty: return "Property is read-only";
     case errObjectRequired: return "Object required";
     case errCannotCreate: return "Component cannot create object";
-    case errDuplicateKey: return "This key is already associated with an element of this collection";
+    case errDuplicateKey:
+      return "This key is already associated with an element of this collection";
     case errScriptSyntax: return "Syntax error";
     case errScriptParenthesis: return "Expected ')'";
     case errScriptBracket: return "Expected ']'";

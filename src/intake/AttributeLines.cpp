@@ -88,7 +88,8 @@ void LineIntake::TakeFlags(std::string_view statement) {
     const std::string_view subject = Subject(statement);
     if (EqualsNoCase(subject, mBlock.Name()))
       mBlock.IsHiddenMember = true;
-    else if (Variable* variable = mBlock.Variables.IfAny() ? mBlock.Variables->Item(subject) : nullptr)
+    else if (Variable* variable =
+                 mBlock.Variables.IfAny() ? mBlock.Variables->Item(subject) : nullptr)
       variable->IsHiddenMember = true;
     else if (EventDeclaration* event = mComponent.EventDeclarations.Item(subject))
       event->IsHiddenMember = true;

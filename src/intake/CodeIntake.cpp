@@ -1,5 +1,5 @@
-// The choice of the block that receives a line: a start line opens a block, the first declaration the
-// declarations section.
+// The choice of the block that receives a line: a start line opens a block, the first declaration
+// the declarations section.
 
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
@@ -21,7 +21,8 @@ void OpenProcedure(Component& component) {
   if (Block* previous = component.CurrentBlock.Get()) {
     component.CommentBuffer = std::move(previous->CommentBuffer);
     previous->CommentBuffer.clear();
-    if (CodeLines* lines = previous->CodeLines.IfAny(); lines && !lines->Unloaded()) lines->Shrink();
+    if (CodeLines* lines = previous->CodeLines.IfAny(); lines && !lines->Unloaded())
+      lines->Shrink();
   }
   Block* block = component.NewBlock();
   component.CurrentBlock = block;
@@ -33,13 +34,11 @@ bool IsEarlyDeclaration(const ParsedLine& line) {
   switch (line.LineType) {
     case DECLARE_STATEMENT:
     case EVENT_DECLARATION:
-    case COMPILER_DIRECTIVE:
-      return true;
+    case COMPILER_DIRECTIVE: return true;
     case OTHER:
       return StartsWithNoCaseAscii(line.StatementPart, "implements ") ||
              StartsWithNoCaseAscii(line.StatementPart, "def");
-    default:
-      return false;
+    default: return false;
   }
 }
 

@@ -144,8 +144,8 @@ void ControlReader::TakeCaption(std::string_view value) {
     Tell(DiagnosticCode::CompanionUnreadable, {mOpen.back().Control->Name, value});
 }
 
-// A caption in the binary companion: characters behind two zero bytes, up to the end mark. False if the
-// file could not be read.
+// A caption in the binary companion: characters behind two zero bytes, up to the end mark. False if
+// the file could not be read.
 bool ControlReader::ReadCompanion(std::string_view value) {
   const std::size_t colon = mIntake.Reading.QuotedCompanions ? value.rfind(':') : value.find(':');
   const std::string_view file = StripQuotes(Trim(value.substr(0, colon)));

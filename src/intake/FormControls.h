@@ -11,8 +11,8 @@
 
 namespace vendrel {
 
-/// Reads the description between `Begin` and `End` from the open file of a module. Open containers stand
-/// on a stack of our own: their depth is the input's.
+/// Reads the description between `Begin` and `End` from the open file of a module. Open containers
+/// stand on a stack of our own: their depth is the input's.
 class ControlReader {
  public:
   ControlReader(Component& component, Block& block, ModuleIntake& intake);

@@ -1,7 +1,7 @@
 // Stage 3: where an untagged comment goes, and what a start line settles once it is dispatched.
 
-#include "core/Ascii.h"
 #include "comments/Descriptions.h"
+#include "core/Ascii.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "model/Namespace.h"
@@ -26,8 +26,8 @@ void LineIntake::DescribeFromBuffer(CodeElement& element) {
   mBlock.CommentBuffer.clear();
 }
 
-// A blank line detaches pending comments from what follows; the first one of the declarations ends the
-// header of the module.
+// A blank line detaches pending comments from what follows; the first one of the declarations ends
+// the header of the module.
 void LineIntake::AttachAtBlankLine() {
   mIntake.LeadingComment.clear();
   const BlockTypeEnum type = mBlock.BlockType();
@@ -77,9 +77,8 @@ void LineIntake::AttachAtStatement() {
     DescribeFromBuffer(mBlock);
     if (!mIntake.LeadingComment.empty()) AddObjectDescription(mBlock, mIntake.LeadingComment);
     JudgeStatic();
-  } else if (type == VAR_DECLARATION && !mBlock.CommentBuffer.empty() &&
-             mBlock.Variables.IfAny() && mBlock.Variables->Count() > 0 &&
-             mOptions.UnTaggedVariables) {
+  } else if (type == VAR_DECLARATION && !mBlock.CommentBuffer.empty() && mBlock.Variables.IfAny() &&
+             mBlock.Variables->Count() > 0 && mOptions.UnTaggedVariables) {
     DescribeFromBuffer(*mBlock.Variables->Item(mBlock.Variables->Count()));
   }
   if (type != ATTRIBUTE_LINE && type != TAGGED_COMMENT) mIntake.LeadingComment.clear();
@@ -93,16 +92,13 @@ void LineIntake::AttachModuleComment() {
     case START_SUB:
     case START_PROPERTY:
     case START_CLASS_INITIALISE:
-    case START_CLASS_TERMINATE:
-      AddObjectDescription(mBlock, mComponent.VMCommentBuffer);
-      break;
+    case START_CLASS_TERMINATE: AddObjectDescription(mBlock, mComponent.VMCommentBuffer); break;
     case VAR_DECLARATION:
       if (!mBlock.Variables.IfAny() || mBlock.Variables->Count() == 0) return;
       AddObjectDescription(*mBlock.Variables->Item(mBlock.Variables->Count()),
                            mComponent.VMCommentBuffer);
       break;
-    default:
-      return;
+    default: return;
   }
   mComponent.VMCommentBuffer.clear();
 }

@@ -1,7 +1,7 @@
 // Stage 2: what each type of line does.
 
-#include "core/Ascii.h"
 #include "comments/Descriptions.h"
+#include "core/Ascii.h"
 #include "intake/Declarators.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"

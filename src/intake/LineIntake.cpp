@@ -10,7 +10,8 @@
 namespace vendrel {
 
 void Block::AddLine(std::string_view Line, std::int32_t Before, std::int32_t After) {
-  AddLine(InitialiseCodeLine(Line, State().CurrentLanguageVersion, Options().Reading), Before, After);
+  AddLine(InitialiseCodeLine(Line, State().CurrentLanguageVersion, Options().Reading), Before,
+          After);
 }
 
 void Block::AddLine(const CodeLine& Line, std::int32_t Before, std::int32_t After) {
@@ -113,9 +114,9 @@ void LineIntake::HandOverTaggedComments() {
   if (mOptions.TaggedCommentsBeforeElement) OfferTaggedComments(mComponent, mBlock);
   if (mComment) {
     const std::string& tag = mComment->TagIdentifier;
-    const bool atOnce =
-        !mLine.StatementPart.empty() || !mOptions.TaggedCommentsBeforeElement ||
-        (mBlock.Name().empty() && (EqualsNoCaseAscii(tag, "##ED") || EqualsNoCaseAscii(tag, "##PD")));
+    const bool atOnce = !mLine.StatementPart.empty() || !mOptions.TaggedCommentsBeforeElement ||
+                        (mBlock.Name().empty() &&
+                         (EqualsNoCaseAscii(tag, "##ED") || EqualsNoCaseAscii(tag, "##PD")));
     if (atOnce)
       mBlock.ApplyTaggedComment(mComment);
     else
@@ -126,8 +127,7 @@ void LineIntake::HandOverTaggedComments() {
     mComponent.TaggedCommentBuffer.Renew();
   mState.mEnumOpen = mBlock.CurrentEnum != nullptr;
   mState.mUDTOpen = mBlock.CurrentUDT != nullptr;
-  mState.mEventLast =
-      mIsEvent || mFoundEventComment || (mState.mEventLast && mLine.Continued);
+  mState.mEventLast = mIsEvent || mFoundEventComment || (mState.mEventLast && mLine.Continued);
   if (mLine.LineType != Comment && mLine.LineType != TAGGED_COMMENT)
     mComponent.VMCommentBuffer.clear();
 }

@@ -1,6 +1,6 @@
 #pragma once
-// One line on its way into a block, in stages: the comment is split off, the statement dispatched by its
-// type, comments attached, attributes read, tagged comments handed over, the record stored.
+// One line on its way into a block, in stages: the comment is split off, the statement dispatched
+// by its type, comments attached, attributes read, tagged comments handed over, the record stored.
 
 #include <cstdint>
 #include <memory>
@@ -20,7 +20,8 @@ struct ModuleIntake;
 void AddParsedCode(Component& component, ParsedLine& line, bool addLine);
 
 /// Stores a line in a block without interpreting it.
-void StoreLine(Block& block, const ParsedLine& line, std::int32_t before = 0, std::int32_t after = 0);
+void StoreLine(Block& block, const ParsedLine& line, std::int32_t before = 0,
+               std::int32_t after = 0);
 
 /// Offers a help context ID read from a module to its project.
 void ReportHelpContextID(Component& component, std::int32_t id);

@@ -1,5 +1,5 @@
-// From physical lines to statements: continuations joined, statements behind separators taken apart,
-// branches of conditional compilation resolved.
+// From physical lines to statements: continuations joined, statements behind separators taken
+// apart, branches of conditional compilation resolved.
 
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
@@ -21,8 +21,8 @@ bool KeepsDirectives(const Component& component, const ModuleIntake& intake) {
   return component.Options().OutputConditionalCompilationBlocks || intake.Reading.KeepDirectives;
 }
 
-// The parts of lines that wait lie in a buffer of the classifier, which the later lines of the statement
-// have overwritten: they are classified anew, and held.
+// The parts of lines that wait lie in a buffer of the classifier, which the later lines of the
+// statement have overwritten: they are classified anew, and held.
 void HoldRecords(const ModuleIntake& intake, std::vector<PendingLine>& lines) {
   LineClassifier classifier(intake.Language, intake.Reading);
   classifier.RaiseLineNumber = false;
@@ -64,16 +64,15 @@ void StoreIgnored(Component& component, ModuleIntake& intake, PendingLine& line)
 
 void TakeIgnored(Component& component, ModuleIntake& intake, PendingLine& line) {
   if (!KeepsDirectives(component, intake)) {
-    CommentOutLine(line, intake,
-                   line.Line.LineType == COMPILER_DIRECTIVE ? kDirectiveMessage
-                                                            : kFalseBranchMessage);
+    CommentOutLine(
+        line, intake,
+        line.Line.LineType == COMPILER_DIRECTIVE ? kDirectiveMessage : kFalseBranchMessage);
   }
   StoreIgnored(component, intake, line);
 }
 
 void TakeDirective(Component& component, ModuleIntake& intake, PendingLine& line) {
-  if (!KeepsDirectives(component, intake))
-    CommentOutLine(line, intake, kDirectiveMessage);
+  if (!KeepsDirectives(component, intake)) CommentOutLine(line, intake, kDirectiveMessage);
   AddParsedCode(component, line.Line, true);
 }
 
@@ -130,8 +129,8 @@ void RefuseLine(ModuleIntake& intake, const ParsedLine& line) {
 void Classify(ModuleIntake& intake, std::string_view text, bool notInSource, ParsedLine& line) {
   const bool continuation = intake.PreviousContinued;
   intake.Classifier.SplitAtEveryColon = intake.InOneLineProcedure && notInSource;
-  const LineClassifier::Result result = continuation ? intake.Classifier.Next(text, line)
-                                                     : intake.Classifier.First(text, line);
+  const LineClassifier::Result result =
+      continuation ? intake.Classifier.Next(text, line) : intake.Classifier.First(text, line);
   line.Continuation = continuation;
   line.NotInSource = notInSource;
   line.OwnText = intake.Classifier.SplitAtEveryColon;
@@ -173,8 +172,8 @@ bool RemainderWaits(const Component& component, const ModuleIntake& intake) {
 
 ModuleIntake& Component::Intake() {
   if (!mIntake) {
-    mIntake = std::make_shared<ModuleIntake>(State().CurrentLanguageVersion,
-                                             Project() ? Options().Reading : State().CurrentReading);
+    mIntake = std::make_shared<ModuleIntake>(
+        State().CurrentLanguageVersion, Project() ? Options().Reading : State().CurrentReading);
   }
   return *mIntake;
 }

@@ -1,6 +1,6 @@
 #pragma once
-// What a component keeps between two lines of its load. It lives from the first line on and outlives
-// the load, since code can be added later and a load can stop behind the declarations.
+// What a component keeps between two lines of its load. It lives from the first line on and
+// outlives the load, since code can be added later and a load can stop behind the declarations.
 
 #include <cstdint>
 #include <memory>
@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "core/ReadingRules.h"
-#include "text/Classifier.h"
 #include "model/Fwd.h"
+#include "text/Classifier.h"
 #include "text/CodeLine.h"
 
 namespace vendrel {
@@ -23,8 +23,8 @@ struct PendingLine {
   std::int32_t SourceLine = 0;
 };
 
-/// The open `#If`s of a module: one entry each for whether its present branch is false, and whether one
-/// of its branches has been live.
+/// The open `#If`s of a module: one entry each for whether its present branch is false, and whether
+/// one of its branches has been live.
 class ConditionStack {
  public:
   void Push(bool ignore, bool executed);
@@ -64,8 +64,8 @@ struct ModuleIntake {
   bool PreviousMoreLines = false;
   bool InOneLineProcedure = false;
   std::string_view Remainder;
-  /// The remainder, where it is no text of the module; and the one before it, in which the line at hand
-  /// may lie.
+  /// The remainder, where it is no text of the module; and the one before it, in which the line at
+  /// hand may lie.
   std::unique_ptr<const std::string> HeldRemainder;
   std::unique_ptr<const std::string> OlderRemainder;
   std::vector<PendingLine> ContinuationBuffer;

@@ -2,9 +2,9 @@
 
 #include <string>
 
+#include "comments/TaggedCommentRules.h"
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
-#include "comments/TaggedCommentRules.h"
 #include "diagnostics/Diagnostic.h"
 #include "intake/FormControls.h"
 #include "intake/LineIntake.h"
@@ -16,8 +16,8 @@ namespace vendrel {
 namespace {
 
 bool IsFormLike(FileTypeEnum type) {
-  return type == ftDesigner || type == ftForm || type == ftPropertyPage ||
-         type == ftUserControl || type == ftUserDocument;
+  return type == ftDesigner || type == ftForm || type == ftPropertyPage || type == ftUserControl ||
+         type == ftUserDocument;
 }
 
 std::string_view KindName(FileTypeEnum type) {
@@ -62,8 +62,8 @@ class ModuleReader {
   Component& mComponent;
   ModuleIntake& mIntake;
   FileSystemObject& mFile;
-  std::string_view mText;       // the last physical line read
-  bool mHoldsLine = false;      // that line is not consumed yet
+  std::string_view mText;   // the last physical line read
+  bool mHoldsLine = false;  // that line is not consumed yet
 };
 
 void ModuleReader::Load(bool onlyHeader) {
@@ -154,13 +154,15 @@ bool ModuleReader::OpenAgain() {
   return true;
 }
 
-// A table of a database that has the extension of a form, or the like: nothing a reader of text can use.
+// A table of a database that has the extension of a form, or the like: nothing a reader of text can
+// use.
 bool ModuleReader::LooksBinary() const {
   const std::string& text = mFile.Source()->Text;
   const std::string_view head = std::string_view(text).substr(0, 1024);
   std::size_t odd = 0;
   for (const char c : head)
-    if (static_cast<unsigned char>(c) < 32 && c != '\t' && c != '\r' && c != '\n' && c != '\f') ++odd;
+    if (static_cast<unsigned char>(c) < 32 && c != '\t' && c != '\r' && c != '\n' && c != '\f')
+      ++odd;
   return odd > 8 && odd * 10 > head.size();
 }
 

@@ -13,10 +13,10 @@ bool SameKind(const Block& a, const Block& b) {
 }
 
 Block* NewMaster(Component& component, const Block& current) {
-  Block* master = component.netCreateBlock(
-      current.BlockType(), current.Name(), current.Access, current.ReturnType, current.Implemented,
-      current.InheritedFrom, current.IsStatic, current.IsVirtual, current.IsAbstract,
-      current.IsShadow);
+  Block* master = component.netCreateBlock(current.BlockType(), current.Name(), current.Access,
+                                           current.ReturnType, current.Implemented,
+                                           current.InheritedFrom, current.IsStatic,
+                                           current.IsVirtual, current.IsAbstract, current.IsShadow);
   master->IsConstructor = current.IsConstructor;
   return master;
 }
@@ -40,7 +40,8 @@ void CollectOverloads(Component& component) {
   Block* master = nullptr;
   bool found = false;
   for (Block* other : component.Blocks.Named(current.Name())) {
-    if (other == &current || other->Name() != current.Name() || !SameKind(*other, current)) continue;
+    if (other == &current || other->Name() != current.Name() || !SameKind(*other, current))
+      continue;
     found = true;
     if (other->OverloadBlocks.IfAny() && other->OverloadBlocks->Count() > 0) {
       master = other;

@@ -150,8 +150,7 @@ void Parameters::Load(std::string_view Text, CodeElement* Parent) {
   const ProcessState& state = State();
   const CodeLine line =
       InitialiseCodeLine(Text, state.CurrentLanguageVersion, state.CurrentReading);
-  const bool addKey =
-      line.LineType != DECLARE_STATEMENT && line.LineType != EVENT_DECLARATION;
+  const bool addKey = line.LineType != DECLARE_STATEMENT && line.LineType != EVENT_DECLARATION;
   LoadStatement(line.StatementPart, Parent, addKey);
 }
 

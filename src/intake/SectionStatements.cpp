@@ -1,8 +1,8 @@
 // Statements of the declarations section that are told by their first letters: Option, Def...,
 // Implements.
 
-#include "core/Ascii.h"
 #include "comments/Descriptions.h"
+#include "core/Ascii.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 
@@ -77,7 +77,8 @@ void LineIntake::TakeImplements() {
   std::string_view rest = mLine.StatementPart;
   TakeField(rest, ' ');
   std::string_view name = TakeField(rest, ' ');
-  if (!IsDotNet() && name.find('.') != std::string_view::npos) name.remove_prefix(name.find('.') + 1);
+  if (!IsDotNet() && name.find('.') != std::string_view::npos)
+    name.remove_prefix(name.find('.') + 1);
   if (mComponent.Interfaces.HasKey(name)) return;
   auto interface = std::make_shared<Interface>();
   interface->Name = name;

@@ -82,10 +82,10 @@ void LineIntake::TakeProperty() {
   if (!IsDotNet()) {
     // A first judgement; the start line settles the access below.
     mBlock.IsFriend = !mComponent.OptionPrivate && statement.starts_with("FRIEND ");
-    mBlock.Access = !mComponent.OptionPrivate &&
-                            (statement.starts_with("PUBLIC ") || mBlock.IsFriend)
-                        ? "PUBLIC"
-                        : "PRIVATE";
+    mBlock.Access =
+        !mComponent.OptionPrivate && (statement.starts_with("PUBLIC ") || mBlock.IsFriend)
+            ? "PUBLIC"
+            : "PRIVATE";
   }
   mBlock.DefinitionLine = statement;
   SetLast(&mBlock);

@@ -5,8 +5,8 @@
 
 namespace vendrel {
 
-/// Parses a declaration with modifiers, parameters, type and implemented member into an element: the
-/// way VB.NET members are read.
+/// Parses a declaration with modifiers, parameters, type and implemented member into an element:
+/// the way VB.NET members are read.
 void ParseStartLine(std::string_view Text, Block& o);
 void ParseStartLine(std::string_view Text, Variable& o);
 void ParseStartLine(std::string_view Text, EventDeclaration& o);

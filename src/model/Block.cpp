@@ -82,10 +82,8 @@ bool Block::IsMethod() const {
     case btUserControlInitialise:
     case btUserControlTerminate:
     case btUserDocumentInitialise:
-    case btUserDocumentTerminate:
-      return true;
-    default:
-      return false;
+    case btUserDocumentTerminate: return true;
+    default: return false;
   }
 }
 

@@ -18,8 +18,8 @@
 
 namespace vendrel {
 
-/// One block of a module. Every line of the module passes through `AddLine` of its block once; from it
-/// grow name, signature, variables and declarations.
+/// One block of a module. Every line of the module passes through `AddLine` of its block once; from
+/// it grow name, signature, variables and declarations.
 class Block : public CodeElement {
  public:
   Block();
@@ -119,14 +119,14 @@ class Block : public CodeElement {
 
   /// Whether the block is a procedure but no property.
   bool IsMethod() const;
-  /// Whether the block counts as its property: a `Get` does, a `Let` or `Set` unless a public `Get` of
-  /// that name exists.
+  /// Whether the block counts as its property: a `Get` does, a `Let` or `Set` unless a public `Get`
+  /// of that name exists.
   bool IsProperty() const;
   /// Whether the block type is one of the three property types.
   bool IsPropertyType() const;
 
-  /// Takes in one line: classifies a text, stores the line and interprets it. A position that is not 0
-  /// says where in `CodeLines` it is stored.
+  /// Takes in one line: classifies a text, stores the line and interprets it. A position that is
+  /// not 0 says where in `CodeLines` it is stored.
   void AddLine(std::string_view Line, std::int32_t Before = 0, std::int32_t After = 0);
   void AddLine(const CodeLine& Line, std::int32_t Before = 0, std::int32_t After = 0);
   /// The same for the readers; the type of the line may change on the way.
@@ -140,7 +140,8 @@ class Block : public CodeElement {
   std::int32_t EndLine() const;
   /// The block has seen its end line, with comments standing before their elements.
   bool CompletelyLoaded() const { return mCompletelyLoaded; }
-  /// Records of that type from behind the end line of the previous block to the end line of this one.
+  /// Records of that type from behind the end line of the previous block to the end line of this
+  /// one.
   std::vector<CodeLine> LinesOfType(LineTypeEnum LineType) const;
   /// Texts of the attribute lines, in order.
   const std::vector<std::string>& Attributes() const;
@@ -166,54 +167,53 @@ class Block : public CodeElement {
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 
   static constexpr auto Properties() {
-    return std::tuple{
-        Prop{"Name", &Block::Name},
-        Prop{"BlockType", &Block::BlockType},
-        Prop{"BlockID", &Block::BlockID, PropertyKind::Identity},
-        Prop{"Access", &Block::Access},
-        Prop{"ReturnType", &Block::ReturnType},
-        Prop{"ReturnTypeIsArray", &Block::ReturnTypeIsArray},
-        Prop{"DefinitionLine", &Block::DefinitionLine},
-        Prop{"IsFriend", &Block::IsFriend},
-        Prop{"IsStatic", &Block::IsStatic},
-        Prop{"TaggedDescription", &Block::TaggedDescription},
-        Prop{"UnTaggedDescription", &Block::UnTaggedDescription},
-        Prop{"ReturnDescription", &Block::ReturnDescription},
-        Prop{"Description", &Block::Description, PropertyKind::Derived},
-        Prop{"IsHiddenMember", &Block::IsHiddenMember},
-        Prop{"IsNew", &Block::IsNew},
-        Prop{"IsExample", &Block::IsExample},
-        Prop{"ExcludeFlag", &Block::ExcludeFlag},
-        Prop{"Consolidated", &Block::Consolidated},
-        Prop{"PropertyType", &Block::PropertyType},
-        Prop{"Interface", &Block::Interface},
-        Prop{"IsEventProcedure", &Block::IsEventProcedure},
-        Prop{"EventSource", &Block::EventSource, PropertyKind::Link},
-        Prop{"HelpContextID", &Block::HelpContextID},
-        Prop{"IsMethod", &Block::IsMethod, PropertyKind::Derived},
-        Prop{"IsProperty", &Block::IsProperty, PropertyKind::Derived},
-        Prop{"IsConstructor", &Block::IsConstructor},
-        Prop{"Overloaded", &Block::Overloaded},
-        Prop{"IsDelegate", &Block::IsDelegate},
-        Prop{"InheritedFrom", &Block::InheritedFrom},
-        Prop{"Implemented", &Block::Implemented},
-        Prop{"IsVirtual", &Block::IsVirtual},
-        Prop{"IsSealed", &Block::IsSealed},
-        Prop{"IsAbstract", &Block::IsAbstract},
-        Prop{"IsShadow", &Block::IsShadow},
-        Prop{"StartLine", &Block::StartLine, PropertyKind::Derived},
-        Prop{"EndLine", &Block::EndLine, PropertyKind::Derived},
-        Prop{"CommentBuffer", &Block::CommentBuffer},
-        Prop{"Attributes", &Block::Attributes},
-        Prop{"Parameters", &Block::Parameters, PropertyKind::Children},
-        Prop{"Variables", &Block::Variables, PropertyKind::Children},
-        Prop{"Constants", &Block::Constants, PropertyKind::Children},
-        Prop{"Examples", &Block::Examples, PropertyKind::Children},
-        Prop{"TaggedComments", &Block::TaggedComments, PropertyKind::Children},
-        Prop{"OverloadBlocks", &Block::OverloadBlocks, PropertyKind::Children},
-        Prop{"CodeLines", &Block::CodeLines, PropertyKind::Source},
-        Prop{"QualifiedName", &Block::QualifiedName, PropertyKind::Derived},
-        Prop{"SourceLine", &Block::SourceLine}};
+    return std::tuple{Prop{"Name", &Block::Name},
+                      Prop{"BlockType", &Block::BlockType},
+                      Prop{"BlockID", &Block::BlockID, PropertyKind::Identity},
+                      Prop{"Access", &Block::Access},
+                      Prop{"ReturnType", &Block::ReturnType},
+                      Prop{"ReturnTypeIsArray", &Block::ReturnTypeIsArray},
+                      Prop{"DefinitionLine", &Block::DefinitionLine},
+                      Prop{"IsFriend", &Block::IsFriend},
+                      Prop{"IsStatic", &Block::IsStatic},
+                      Prop{"TaggedDescription", &Block::TaggedDescription},
+                      Prop{"UnTaggedDescription", &Block::UnTaggedDescription},
+                      Prop{"ReturnDescription", &Block::ReturnDescription},
+                      Prop{"Description", &Block::Description, PropertyKind::Derived},
+                      Prop{"IsHiddenMember", &Block::IsHiddenMember},
+                      Prop{"IsNew", &Block::IsNew},
+                      Prop{"IsExample", &Block::IsExample},
+                      Prop{"ExcludeFlag", &Block::ExcludeFlag},
+                      Prop{"Consolidated", &Block::Consolidated},
+                      Prop{"PropertyType", &Block::PropertyType},
+                      Prop{"Interface", &Block::Interface},
+                      Prop{"IsEventProcedure", &Block::IsEventProcedure},
+                      Prop{"EventSource", &Block::EventSource, PropertyKind::Link},
+                      Prop{"HelpContextID", &Block::HelpContextID},
+                      Prop{"IsMethod", &Block::IsMethod, PropertyKind::Derived},
+                      Prop{"IsProperty", &Block::IsProperty, PropertyKind::Derived},
+                      Prop{"IsConstructor", &Block::IsConstructor},
+                      Prop{"Overloaded", &Block::Overloaded},
+                      Prop{"IsDelegate", &Block::IsDelegate},
+                      Prop{"InheritedFrom", &Block::InheritedFrom},
+                      Prop{"Implemented", &Block::Implemented},
+                      Prop{"IsVirtual", &Block::IsVirtual},
+                      Prop{"IsSealed", &Block::IsSealed},
+                      Prop{"IsAbstract", &Block::IsAbstract},
+                      Prop{"IsShadow", &Block::IsShadow},
+                      Prop{"StartLine", &Block::StartLine, PropertyKind::Derived},
+                      Prop{"EndLine", &Block::EndLine, PropertyKind::Derived},
+                      Prop{"CommentBuffer", &Block::CommentBuffer},
+                      Prop{"Attributes", &Block::Attributes},
+                      Prop{"Parameters", &Block::Parameters, PropertyKind::Children},
+                      Prop{"Variables", &Block::Variables, PropertyKind::Children},
+                      Prop{"Constants", &Block::Constants, PropertyKind::Children},
+                      Prop{"Examples", &Block::Examples, PropertyKind::Children},
+                      Prop{"TaggedComments", &Block::TaggedComments, PropertyKind::Children},
+                      Prop{"OverloadBlocks", &Block::OverloadBlocks, PropertyKind::Children},
+                      Prop{"CodeLines", &Block::CodeLines, PropertyKind::Source},
+                      Prop{"QualifiedName", &Block::QualifiedName, PropertyKind::Derived},
+                      Prop{"SourceLine", &Block::SourceLine}};
   }
 
   // State of the intake that outlives a line; only the intake touches it.

@@ -11,8 +11,8 @@
 
 namespace vendrel {
 
-/// The blocks of a module in source order. A block is mostly added before it has a name, and so has no
-/// key for its whole life; look-ups by name go through an index that follows renamed blocks.
+/// The blocks of a module in source order. A block is mostly added before it has a name, and so has
+/// no key for its whole life; look-ups by name go through an index that follows renamed blocks.
 class Blocks {
  public:
   using Element = Block;
@@ -37,8 +37,8 @@ class Blocks {
   /// Whether a block was added under that key.
   bool HasKey(std::string_view key) const { return mCol.HasKey(key); }
 
-  /// Adds a block; a key that is taken is told and the block dropped. `Before` and `After` count in the
-  /// keyed form only.
+  /// Adds a block; a key that is taken is told and the block dropped. `Before` and `After` count in
+  /// the keyed form only.
   bool Add(std::shared_ptr<Block> item, std::string_view Key = {}, const Position& Before = {},
            const Position& After = {});
   /// Removes by 1-based position or by key; raises 9 when there is none.

@@ -81,39 +81,25 @@ Constants* Component::Constants() const {
 
 std::string_view Component::EventProcedureHeader() const {
   switch (FileType) {
-    case ftClass:
-      return "Class_";
-    case ftForm:
-      return "Form_";
-    case ftUserControl:
-      return "UserControl_";
-    case ftUserDocument:
-      return "UserDocument_";
-    case ftPropertyPage:
-      return "PropertyPage_";
-    default:
-      return {};
+    case ftClass: return "Class_";
+    case ftForm: return "Form_";
+    case ftUserControl: return "UserControl_";
+    case ftUserDocument: return "UserDocument_";
+    case ftPropertyPage: return "PropertyPage_";
+    default: return {};
   }
 }
 
 std::string Component::Extension() const {
   switch (FileType) {
-    case ftClass:
-      return "cls";
-    case ftModule:
-      return "bas";
-    case ftForm:
-      return "frm";
-    case ftUserControl:
-      return "ctl";
-    case ftUserDocument:
-      return "dob";
-    case ftDesigner:
-      return "dsr";
-    case ftOther:
-      return FileName.Extension();
-    default:
-      return {};
+    case ftClass: return "cls";
+    case ftModule: return "bas";
+    case ftForm: return "frm";
+    case ftUserControl: return "ctl";
+    case ftUserDocument: return "dob";
+    case ftDesigner: return "dsr";
+    case ftOther: return FileName.Extension();
+    default: return {};
   }
 }
 

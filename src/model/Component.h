@@ -26,7 +26,8 @@ namespace vendrel {
 
 struct ModuleIntake;
 
-/// Type names of a module: name to 3 (enumeration) or 6 (structure). The first entry of a name stays.
+/// Type names of a module: name to 3 (enumeration) or 6 (structure). The first entry of a name
+/// stays.
 class ComponentTypeCache {
  public:
   void Add(std::string_view name, std::int32_t number);
@@ -148,8 +149,8 @@ class Component : public CodeElement {
   std::string ProjectLine(bool NoPath = false) const;
 
   // Reading (intake/).
-  /// Loads the file; only header and declarations if `OnlyHeader`, a later call goes on behind them.
-  /// The result is false in every case.
+  /// Loads the file; only header and declarations if `OnlyHeader`, a later call goes on behind
+  /// them. The result is false in every case.
   bool Load(bool OnlyHeader = false);
   /// One physical line into the current block, with continuation, separators, conditions.
   void AddLineOfCode(std::string_view Source);
@@ -194,8 +195,8 @@ class Component : public CodeElement {
                                    bool Implemented, std::string_view InheritedFrom);
   vendrel::Interface* netCreateImplementedInterface(std::string_view Name);
   std::shared_ptr<Variable> netCreateField(std::string_view Name, std::string_view TypeName,
-                                           std::string_view Access, bool IsStatic,
-                                           bool Implemented, std::string_view InheritedFrom,
+                                           std::string_view Access, bool IsStatic, bool Implemented,
+                                           std::string_view InheritedFrom,
                                            bool AddToModuleVariables);
   Block* netCreateBlock(BlockTypeEnum BlockType, std::string_view Name, std::string_view Access,
                         std::string_view ReturnType, bool Implemented,

@@ -9,40 +9,26 @@ namespace {
 // Header line of the skeleton of a procedure with a fixed name; empty for other types.
 std::string_view SkeletonHeader(BlockTypeEnum type) {
   switch (type) {
-    case btClassInitialize:
-      return "Private Sub Class_Initialize()";
-    case btClassTerminate:
-      return "Private Sub Class_Terminate()";
-    case btFormLoad:
-      return "Private Sub Form_Load()";
-    case btFormUnload:
-      return "Private Sub Form_Unload(Cancel as Integer)";
-    case btUserControlInitialise:
-      return "Private Sub UserControl_Initialize()";
-    case btUserControlTerminate:
-      return "Private Sub UserControl_Terminate()";
-    case btUserDocumentInitialise:
-      return "Private Sub UserDocument_Initialize()";
-    case btUserDocumentTerminate:
-      return "Private Sub UserDocument_Terminate()";
-    default:
-      return {};
+    case btClassInitialize: return "Private Sub Class_Initialize()";
+    case btClassTerminate: return "Private Sub Class_Terminate()";
+    case btFormLoad: return "Private Sub Form_Load()";
+    case btFormUnload: return "Private Sub Form_Unload(Cancel as Integer)";
+    case btUserControlInitialise: return "Private Sub UserControl_Initialize()";
+    case btUserControlTerminate: return "Private Sub UserControl_Terminate()";
+    case btUserDocumentInitialise: return "Private Sub UserDocument_Initialize()";
+    case btUserDocumentTerminate: return "Private Sub UserDocument_Terminate()";
+    default: return {};
   }
 }
 
 // The procedure that opens or closes a module of that kind; btUnrecognised where there is none.
 BlockTypeEnum LifetimeType(FileTypeEnum file, bool opens) {
   switch (file) {
-    case ftClass:
-      return opens ? btClassInitialize : btClassTerminate;
-    case ftForm:
-      return opens ? btFormLoad : btFormUnload;
-    case ftUserControl:
-      return opens ? btUserControlInitialise : btUserControlTerminate;
-    case ftUserDocument:
-      return opens ? btUserDocumentInitialise : btUserDocumentTerminate;
-    default:
-      return btUnrecognised;
+    case ftClass: return opens ? btClassInitialize : btClassTerminate;
+    case ftForm: return opens ? btFormLoad : btFormUnload;
+    case ftUserControl: return opens ? btUserControlInitialise : btUserControlTerminate;
+    case ftUserDocument: return opens ? btUserDocumentInitialise : btUserDocumentTerminate;
+    default: return btUnrecognised;
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 // What a module declares besides procedures and variables: constants, enumerations, structures,
-// events, Declare statements with their libraries, implemented interfaces. Each parses its own text.
+// events, Declare statements with their libraries, implemented interfaces. Each parses its own
+// text.
 
 #include <memory>
 #include <string>
@@ -47,7 +48,8 @@ class Constant : public CodeElement {
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
 
   AccessTypeEnum AccessType() const { return AccessTypeFromstring(Access); }
-  /// Parses one constant of a statement; `Remainder` gets the statement of the next one, or nothing.
+  /// Parses one constant of a statement; `Remainder` gets the statement of the next one, or
+  /// nothing.
   void Initialise(std::string_view Source, std::string& Remainder);
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 

@@ -1,6 +1,7 @@
 #pragma once
 // What the plural classes share: typed Item, keyed Add with the duplicate report, Remove, Count. A
-// duplicate name in source is told and dropped, and loading goes on with the first element in place.
+// duplicate name in source is told and dropped, and loading goes on with the first element in
+// place.
 
 #include "diagnostics/Diagnostic.h"
 #include "model/KeyedCollection.h"
@@ -28,14 +29,16 @@ class ElementCollection {
 
   /// The element at a 1-based position or under a key; nothing when there is none.
   T* Item(std::size_t index) const { return mCol.Find(index); }
-  T* Item(int index) const { return index > 0 ? mCol.Find(static_cast<std::size_t>(index)) : nullptr; }
+  T* Item(int index) const {
+    return index > 0 ? mCol.Find(static_cast<std::size_t>(index)) : nullptr;
+  }
   T* Item(std::string_view key) const { return mCol.Find(key); }
   std::shared_ptr<T> Share(std::size_t index) const { return mCol.Share(index); }
   std::shared_ptr<T> Share(std::string_view key) const { return mCol.Share(key); }
   bool HasKey(std::string_view key) const { return mCol.HasKey(key); }
 
-  /// Adds an element. A key that is taken is told, and the element is dropped: whoever holds it keeps
-  /// it. An empty key adds without one. Gives whether it was added.
+  /// Adds an element. A key that is taken is told, and the element is dropped: whoever holds it
+  /// keeps it. An empty key adds without one. Gives whether it was added.
   bool Add(std::shared_ptr<T> item, std::string_view key = {}, const Position& before = {},
            const Position& after = {}) {
     if (!key.empty() && CheckForDuplicateKey(mCol, Family::TypeText, key)) return false;
@@ -65,7 +68,9 @@ class PlainCollection {
   using Element = T;
 
   T* Item(std::size_t index) const { return mCol.Find(index); }
-  T* Item(int index) const { return index > 0 ? mCol.Find(static_cast<std::size_t>(index)) : nullptr; }
+  T* Item(int index) const {
+    return index > 0 ? mCol.Find(static_cast<std::size_t>(index)) : nullptr;
+  }
   T* Item(std::string_view key) const { return mCol.Find(key); }
   std::shared_ptr<T> Share(std::size_t index) const { return mCol.Share(index); }
   std::shared_ptr<T> Share(std::string_view key) const { return mCol.Share(key); }

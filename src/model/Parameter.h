@@ -93,8 +93,8 @@ class Parameters : public ElementCollection<Parameter, ParameterFamily> {
   void Remove(std::string_view key);
   void Clear();
 
-  /// Reads a whole parameter list from a statement. A second parameter of one name is dropped, but in
-  /// a `Declare` or `Event`, whose parameters have no keys.
+  /// Reads a whole parameter list from a statement. A second parameter of one name is dropped, but
+  /// in a `Declare` or `Event`, whose parameters have no keys.
   void Load(std::string_view Text, CodeElement* Parent);
   /// The same from a statement whose kind is known.
   void LoadStatement(std::string_view statement, CodeElement* parent, bool addKey);
@@ -107,8 +107,8 @@ class Parameters : public ElementCollection<Parameter, ParameterFamily> {
   mutable std::shared_ptr<NameIndex> mIndex;  // made at the first look-up of a long list
 };
 
-/// A parameter from the type text of a library or assembly: a final "&" makes it by reference and is
-/// cut, a final "*" is cut. `ParameterType` has no effect.
+/// A parameter from the type text of a library or assembly: a final "&" makes it by reference and
+/// is cut, a final "*" is cut. `ParameterType` has no effect.
 std::shared_ptr<Parameter> CreateParameter(std::string_view Name, std::string_view TypeName,
                                            std::string_view DefaultValue, bool IsOptional,
                                            std::string_view ParameterType = {});

@@ -1,6 +1,6 @@
 #pragma once
-// One description of each class: a constexpr table of its public properties. The dump, the difference
-// of two trees, and setting a property by name all come from it.
+// One description of each class: a constexpr table of its public properties. The dump, the
+// difference of two trees, and setting a property by name all come from it.
 
 #include <cstdint>
 #include <functional>

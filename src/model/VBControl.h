@@ -23,7 +23,9 @@ class VBControls {
   ~VBControls();  // takes deep trees apart without recursion
 
   VBControl* Item(std::size_t index) const { return mCol.Find(index); }
-  VBControl* Item(int index) const { return index > 0 ? mCol.Find(static_cast<std::size_t>(index)) : nullptr; }
+  VBControl* Item(int index) const {
+    return index > 0 ? mCol.Find(static_cast<std::size_t>(index)) : nullptr;
+  }
   VBControl* Item(std::string_view key) const { return mCol.Find(key); }
   std::shared_ptr<VBControl> Share(std::size_t index) const { return mCol.Share(index); }
   bool HasKey(std::string_view key) const { return mCol.HasKey(key); }

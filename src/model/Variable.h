@@ -10,8 +10,8 @@
 
 namespace vendrel {
 
-/// One declarator of a `Dim`, `Public`, `Private`, `Global`, `Static` or field statement, or a member
-/// of a structure.
+/// One declarator of a `Dim`, `Public`, `Private`, `Global`, `Static` or field statement, or a
+/// member of a structure.
 class Variable : public CodeElement {
  public:
   /// "PUBLIC", "PRIVATE", "PROTECTED", "FRIEND" or "PROTECTED FRIEND".

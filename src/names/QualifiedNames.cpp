@@ -34,14 +34,10 @@ std::string InNamespace(const Namespace* space, std::string_view name) {
 
 std::string_view PropertySuffix(BlockTypeEnum type) {
   switch (type) {
-    case btPropertyGet:
-      return "_PG";
-    case btPropertyLet:
-      return "_PL";
-    case btPropertySet:
-      return "_PS";
-    default:
-      return {};
+    case btPropertyGet: return "_PG";
+    case btPropertyLet: return "_PL";
+    case btPropertySet: return "_PS";
+    default: return {};
   }
 }
 

@@ -63,12 +63,9 @@ class Dumper {
 
   bool Wanted(const PropertyDescription& property) const {
     switch (property.Kind) {
-      case PropertyKind::Identity:
-        return mOptions.Identity;
-      case PropertyKind::Source:
-        return mOptions.Lines;
-      default:
-        return mOptions.SourceLines || property.Name != "SourceLine";
+      case PropertyKind::Identity: return mOptions.Identity;
+      case PropertyKind::Source: return mOptions.Lines;
+      default: return mOptions.SourceLines || property.Name != "SourceLine";
     }
   }
 
@@ -96,18 +93,12 @@ class Dumper {
   bool IsEmpty(PropertyShape shape) const {
     switch (shape) {
       case PropertyShape::Text:
-      case PropertyShape::Path:
-        return mValue.Text.empty();
-      case PropertyShape::Number:
-        return mValue.Number == 0;
-      case PropertyShape::Truth:
-        return !mValue.Truth;
-      case PropertyShape::Texts:
-        return mValue.Texts.empty();
-      case PropertyShape::Link:
-        return !mValue.Link;
-      default:
-        return LineCount() == 0;
+      case PropertyShape::Path: return mValue.Text.empty();
+      case PropertyShape::Number: return mValue.Number == 0;
+      case PropertyShape::Truth: return !mValue.Truth;
+      case PropertyShape::Texts: return mValue.Texts.empty();
+      case PropertyShape::Link: return !mValue.Link;
+      default: return LineCount() == 0;
     }
   }
 
@@ -118,23 +109,16 @@ class Dumper {
 
   void WriteValue(PropertyShape shape) {
     switch (shape) {
-      case PropertyShape::Text:
-        return mJson.String(mValue.Text);
-      case PropertyShape::Path:
-        return WritePath(mValue.Text);
-      case PropertyShape::Number:
-        return mJson.Number(mValue.Number);
-      case PropertyShape::Truth:
-        return mJson.Truth(mValue.Truth);
-      case PropertyShape::Texts:
-        return WriteTexts();
+      case PropertyShape::Text: return mJson.String(mValue.Text);
+      case PropertyShape::Path: return WritePath(mValue.Text);
+      case PropertyShape::Number: return mJson.Number(mValue.Number);
+      case PropertyShape::Truth: return mJson.Truth(mValue.Truth);
+      case PropertyShape::Texts: return WriteTexts();
       case PropertyShape::Link:
         return mValue.Link ? mJson.String(mValue.Link->QualifiedName()) : mJson.Null();
-      case PropertyShape::Lines:
-        return WriteLines();
+      case PropertyShape::Lines: return WriteLines();
       case PropertyShape::Element:
-      case PropertyShape::Elements:
-        return;  // written by the steps
+      case PropertyShape::Elements: return;  // written by the steps
     }
   }
 

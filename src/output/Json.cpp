@@ -12,23 +12,12 @@ constexpr char kHex[] = "0123456789abcdef";
 
 void AppendEscape(std::string& out, char c) {
   switch (c) {
-    case '"':
-      out += "\\\"";
-      return;
-    case '\\':
-      out += "\\\\";
-      return;
-    case '\n':
-      out += "\\n";
-      return;
-    case '\r':
-      out += "\\r";
-      return;
-    case '\t':
-      out += "\\t";
-      return;
-    default:
-      break;
+    case '"': out += "\\\""; return;
+    case '\\': out += "\\\\"; return;
+    case '\n': out += "\\n"; return;
+    case '\r': out += "\\r"; return;
+    case '\t': out += "\\t"; return;
+    default: break;
   }
   out += "\\u00";
   out += kHex[(static_cast<unsigned char>(c) >> 4) & 15];

@@ -84,7 +84,8 @@ std::string ScriptText(const ScriptValue& value) {
   }
 }
 
-// Whole-word look-up of a constant: `--define` first, then the module, the project, what is built in.
+// Whole-word look-up of a constant: `--define` first, then the module, the project, what is built
+// in.
 class ConstantNames {
  public:
   ConstantNames(const CompilerConstants& own, const VBProject* project)
@@ -106,8 +107,7 @@ class ConstantNames {
       for (const auto& [defined, value] : mProject->Defines)
         if (EqualsNoCase(defined, name)) return value;
     if (const CompilerConstant* constant = mOwn.Item(name)) return constant->Value;
-    const CompilerConstant* constant =
-        mProject ? mProject->CompilerConstants.Item(name) : nullptr;
+    const CompilerConstant* constant = mProject ? mProject->CompilerConstants.Item(name) : nullptr;
     if (constant) return constant->Value;
     return std::nullopt;
   }

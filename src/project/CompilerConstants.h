@@ -21,7 +21,8 @@ class CompilerConstant : public HandleTarget {
   std::string Value;
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
   static constexpr auto Properties() {
-    return std::tuple{Prop{"Name", &CompilerConstant::Name}, Prop{"Value", &CompilerConstant::Value}};
+    return std::tuple{Prop{"Name", &CompilerConstant::Name},
+                      Prop{"Value", &CompilerConstant::Value}};
   }
 };
 struct CompilerConstantFamily {
@@ -34,11 +35,13 @@ class CompilerConstants : public ElementCollection<CompilerConstant, CompilerCon
  public:
   /// Reads "A = 1 : B = 0".
   void AddFromProjectLine(std::string_view Source);
-  /// Reads a `#Const` line or one clause of a `CondComp` value. A repeated name keeps its first value.
-  /// In the complete reading values are expressions over the constants of `project` and this module.
+  /// Reads a `#Const` line or one clause of a `CondComp` value. A repeated name keeps its first
+  /// value. In the complete reading values are expressions over the constants of `project` and this
+  /// module.
   void AddFromDeclaration(std::string_view Source, const VBProject* project = nullptr);
-  /// Truth of the condition of a `#If` or `#ElseIf` line with the constants of `project` and of this
-  /// module. A condition that does not compile raises (classic) or is told and false (complete).
+  /// Truth of the condition of a `#If` or `#ElseIf` line with the constants of `project` and of
+  /// this module. A condition that does not compile raises (classic) or is told and false
+  /// (complete).
   bool Evaluate(std::string_view Source, const VBProject* project) const;
   /// The script that `Evaluate` runs in the classic reading.
   std::string EvaluationScript(std::string_view Source, const VBProject* project) const;

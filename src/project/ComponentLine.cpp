@@ -8,24 +8,16 @@ namespace {
 
 std::string KeyPart(const Component& component) {
   switch (component.FileType) {
-    case ftClass:
-      return "Class=" + component.Name + ";";
-    case ftModule:
-      return "Module=" + component.Name + ";";
-    case ftForm:
-      return "Form=";
-    case ftUserControl:
-      return "UserControl=";
-    case ftUserDocument:
-      return "UserDocument=";
-    case ftDesigner:
-      return "Designer=";
-    case ftPropertyPage:
-      return "PropertyPage=";
+    case ftClass: return "Class=" + component.Name + ";";
+    case ftModule: return "Module=" + component.Name + ";";
+    case ftForm: return "Form=";
+    case ftUserControl: return "UserControl=";
+    case ftUserDocument: return "UserDocument=";
+    case ftDesigner: return "Designer=";
+    case ftPropertyPage: return "PropertyPage=";
     case ftOther:
       return component.ProjectLineRaw.substr(0, component.ProjectLineRaw.find('=')) + "=";
-    default:
-      return {};
+    default: return {};
   }
 }
 

@@ -67,12 +67,13 @@ bool Components::LoadAt(std::size_t index, bool preLoadOff) {
   return true;
 }
 
-// Members whose value names a constant take its value: of their own module first, then of the others in
-// order, where a further hit needs a constant named like the value found.
+// Members whose value names a constant take its value: of their own module first, then of the
+// others in order, where a further hit needs a constant named like the value found.
 void Components::ResolveEnumerationMembers() {
   const auto replace = [](EnumMember& member, Component& component) {
     const Constants* constants = component.Constants();
-    const Constant* constant = constants ? constants->Item(std::string_view(member.Value)) : nullptr;
+    const Constant* constant =
+        constants ? constants->Item(std::string_view(member.Value)) : nullptr;
     if (!constant) return false;
     member.Value = constant->Value;
     return true;

@@ -21,7 +21,9 @@ class Components {
   EventList<std::int32_t> ComponentLoaded;
 
   Component* Item(std::size_t index) const { return mCol.Find(index); }
-  Component* Item(int index) const { return index > 0 ? mCol.Find(static_cast<std::size_t>(index)) : nullptr; }
+  Component* Item(int index) const {
+    return index > 0 ? mCol.Find(static_cast<std::size_t>(index)) : nullptr;
+  }
   Component* Item(std::string_view key) const { return mCol.Find(key); }
   Component* Item(const char* key) const { return mCol.Find(std::string_view(key)); }
   std::shared_ptr<Component> Share(std::size_t index) const { return mCol.Share(index); }

@@ -62,7 +62,8 @@ void EnumerationEvaluator::Register(const Component& component, std::string_view
   mNames.try_emplace(FoldKey(name), Named{&component, expression, {}});
 }
 
-// Most projects number their members by plain numbers: names are gathered only where one is asked for.
+// Most projects number their members by plain numbers: names are gathered only where one is asked
+// for.
 bool EnumerationEvaluator::AnyExpression() const {
   for (const Component& component : mProject.Components.Listed())
     for (const Enumeration& enumeration : component.Enumerations)
@@ -109,7 +110,8 @@ void EnumerationEvaluator::NumberMembers(const Component& component, Enumeration
 std::optional<ScriptValue> EnumerationEvaluator::Evaluate(const Component& home,
                                                           std::string_view expression) {
   try {
-    return EvaluateExpression(expression, [&](std::string_view name) { return LookUp(home, name); });
+    return EvaluateExpression(expression,
+                              [&](std::string_view name) { return LookUp(home, name); });
   } catch (const VendrelError&) {
     return std::nullopt;  // names what this project does not declare
   }

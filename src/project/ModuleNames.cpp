@@ -1,8 +1,8 @@
 #include "project/ModuleNames.h"
 
 #include "core/Ascii.h"
-#include "services/FileSystemObject.h"
 #include "diagnostics/VendrelError.h"
+#include "services/FileSystemObject.h"
 
 namespace vendrel {
 namespace {
@@ -54,7 +54,7 @@ std::string GetComponentName(std::string_view FileName) {
 
 FileTypeEnum FileTypeOfExtension(std::string_view extension) {
   static constexpr std::pair<std::string_view, FileTypeEnum> kTypes[] = {
-      {"cls", ftClass},       {"bas", ftModule},   {"frm", ftForm},     {"ctl", ftUserControl},
+      {"cls", ftClass},        {"bas", ftModule},   {"frm", ftForm},         {"ctl", ftUserControl},
       {"dob", ftUserDocument}, {"dsr", ftDesigner}, {"pag", ftPropertyPage},
   };
   for (const auto& [known, type] : kTypes)

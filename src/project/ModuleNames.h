@@ -6,12 +6,12 @@
 
 namespace vendrel {
 
-/// Project name from the first line that begins with "Name=", without its quotes; empty if there is none
-/// or no file.
+/// Project name from the first line that begins with "Name=", without its quotes; empty if there is
+/// none or no file.
 std::string GetProjectName(std::string_view FileName);
 
-/// Module name from the `Attribute VB_Name` line of a file, else from the head of its form; empty if the
-/// file is missing or tells none.
+/// Module name from the `Attribute VB_Name` line of a file, else from the head of its form; empty
+/// if the file is missing or tells none.
 std::string GetComponentName(std::string_view FileName);
 
 /// Kind of a module file by its extension; `ftOther` for one that no module has.

@@ -1,14 +1,14 @@
-// Reads a project file: settings, references, the list of modules. Nothing here opens a module but to
-// learn the name of one whose line does not tell it.
+// Reads a project file: settings, references, the list of modules. Nothing here opens a module but
+// to learn the name of one whose line does not tell it.
 
 #include <string>
 #include <string_view>
 
 #include "core/Ascii.h"
+#include "core/NumericText.h"
 #include "core/ProcessState.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
-#include "core/NumericText.h"
 #include "project/ModuleNames.h"
 #include "project/VBProject.h"
 #include "text/Words.h"
@@ -26,7 +26,8 @@ struct ProjectLineText {
   std::string_view FilePart;
   std::int32_t Line = 0;
 
-  /// The raw line from its n-th character on, without quotes: a fixed position, documented and kept.
+  /// The raw line from its n-th character on, without quotes: a fixed position, documented and
+  /// kept.
   std::string_view From(std::size_t n) const {
     return StripQuotes(Raw.size() >= n ? Raw.substr(n - 1) : std::string_view());
   }
@@ -62,7 +63,8 @@ class ProjectReader {
   void TakeRevision(const ProjectLineText& line) { mProject.mIncrement = line.Value; }
   void TakeStartup(const ProjectLineText& line) { mProject.Startup = StripQuotes(line.Value); }
   void TakeCompatibleMode(const ProjectLineText& line) {
-    const std::string_view digit = line.Value.substr(line.Value.size() > 1 ? 1 : line.Value.size(), 1);
+    const std::string_view digit =
+        line.Value.substr(line.Value.size() > 1 ? 1 : line.Value.size(), 1);
     mProject.CompatibleMode = static_cast<CompatibleEnum>(NumericValue(digit));
   }
   void TakeDescription(const ProjectLineText& line) {
@@ -175,8 +177,8 @@ void ProjectReader::KeepLine(std::string_view raw) {
 
 // A host may say that an odd line is kept and passed over; else its failure ends the load.
 void ProjectReader::StepOver(const VendrelError& error, std::string_view raw) {
-  if (!mProject.OnLineFailure || mProject.OnLineFailure(error, mProject.FileName.FullPath(),
-                                                        mLine) == StepOver::Raise) {
+  if (!mProject.OnLineFailure ||
+      mProject.OnLineFailure(error, mProject.FileName.FullPath(), mLine) == StepOver::Raise) {
     VendrelError passed = error;
     passed.AddContext("VBProject.Load", "project", mLine);
     mProject.FileName.CloseFile();
@@ -208,11 +210,8 @@ void ProjectReader::TakeReference(const ProjectLineText& line) {
 
 void ProjectReader::TakeFormLike(const ProjectLineText& line) {
   static constexpr std::pair<std::string_view, FileTypeEnum> kTypes[] = {
-      {"FORM", ftForm},
-      {"USERCONTROL", ftUserControl},
-      {"USERDOCUMENT", ftUserDocument},
-      {"DESIGNER", ftDesigner},
-      {"PROPERTYPAGE", ftPropertyPage},
+      {"FORM", ftForm},         {"USERCONTROL", ftUserControl},   {"USERDOCUMENT", ftUserDocument},
+      {"DESIGNER", ftDesigner}, {"PROPERTYPAGE", ftPropertyPage},
   };
   for (const auto& [key, type] : kTypes) {
     if (key != line.Key) continue;

@@ -196,9 +196,7 @@ ScriptValue ScriptExpression::Run(const ScriptNames& names) const {
   std::vector<Operand> stack;
   for (const Step& step : mSteps) {
     switch (step.Do) {
-      case Step::Action::Push:
-        stack.push_back({mLiterals[step.Index], true});
-        break;
+      case Step::Action::Push: stack.push_back({mLiterals[step.Index], true}); break;
       case Step::Action::Load:
         stack.push_back({names ? names(mNames[step.Index]) : ScriptValue(), mAllLiteral});
         break;
@@ -215,9 +213,7 @@ ScriptValue ScriptExpression::Run(const ScriptNames& names) const {
         left.IsLiteral = mAllLiteral;
         break;
       }
-      case Step::Action::Call:
-        RunCall(step, stack);
-        break;
+      case Step::Action::Call: RunCall(step, stack); break;
     }
   }
   return std::move(stack.back().Value);

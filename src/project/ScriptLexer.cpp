@@ -99,22 +99,14 @@ ScriptToken ScriptLexer::Next(bool operandDue) {
   switch (c) {
     case '\r':
     case '\n':
-    case ':':
-      return Take(ScriptTokenKind::EndOfStatement, 1);
-    case '\'':
-      return TakeComment();
-    case '(':
-      return Take(ScriptTokenKind::Open, 1);
-    case ')':
-      return Take(ScriptTokenKind::Close, 1);
-    case ',':
-      return Take(ScriptTokenKind::Comma, 1);
-    case '"':
-      return TakeString();
-    case '[':
-      return TakeBracketedName();
-    default:
-      break;
+    case ':': return Take(ScriptTokenKind::EndOfStatement, 1);
+    case '\'': return TakeComment();
+    case '(': return Take(ScriptTokenKind::Open, 1);
+    case ')': return Take(ScriptTokenKind::Close, 1);
+    case ',': return Take(ScriptTokenKind::Comma, 1);
+    case '"': return TakeString();
+    case '[': return TakeBracketedName();
+    default: break;
   }
   if (IsNameStart(c)) return TakeWord();
   if (IsDigitAscii(c) || (c == '.' && DigitCount(mRest, 1) > 0)) return TakeNumber();

@@ -19,12 +19,9 @@ ScriptKind NumberKind(const ScriptValue& a) {
   switch (a.Kind) {
     case ScriptKind::Long:
     case ScriptKind::Double:
-    case ScriptKind::Date:
-      return a.Kind;
-    case ScriptKind::String:
-      return ScriptKind::Double;
-    default:
-      return ScriptKind::Integer;
+    case ScriptKind::Date: return a.Kind;
+    case ScriptKind::String: return ScriptKind::Double;
+    default: return ScriptKind::Integer;
   }
 }
 
@@ -90,19 +87,14 @@ ScriptValue Arithmetic(ScriptOperator op, ScriptValue a, const ScriptValue& b) {
   if (op == ScriptOperator::Concatenate) return Joined(std::move(a), b);
   if (a.IsNull() || b.IsNull()) return ScriptValue::Null();
   switch (op) {
-    case ScriptOperator::Power:
-      return Power(ToNumber(a), ToNumber(b));
+    case ScriptOperator::Power: return Power(ToNumber(a), ToNumber(b));
     case ScriptOperator::Multiply:
       return InWiderKind(ToNumber(a) * ToNumber(b), NumberKind(a), NumberKind(b));
-    case ScriptOperator::Divide:
-      return Quotient(ToNumber(a), ToNumber(b));
+    case ScriptOperator::Divide: return Quotient(ToNumber(a), ToNumber(b));
     case ScriptOperator::IntegerDivide:
-    case ScriptOperator::Mod:
-      return WholeDivision(op, a, b);
-    case ScriptOperator::Subtract:
-      return Sum(a, b, -1);
-    default:
-      break;
+    case ScriptOperator::Mod: return WholeDivision(op, a, b);
+    case ScriptOperator::Subtract: return Sum(a, b, -1);
+    default: break;
   }
   const bool joins =
       (a.IsString() && (b.IsString() || b.IsEmpty())) || (a.IsEmpty() && b.IsString());
@@ -128,18 +120,12 @@ int Order(const ScriptValue& a, const ScriptValue& b, bool withLiteral) {
 
 bool Holds(ScriptOperator op, int order) {
   switch (op) {
-    case ScriptOperator::Equal:
-      return order == 0;
-    case ScriptOperator::NotEqual:
-      return order != 0;
-    case ScriptOperator::Less:
-      return order < 0;
-    case ScriptOperator::Greater:
-      return order > 0;
-    case ScriptOperator::LessOrEqual:
-      return order <= 0;
-    default:
-      return order >= 0;
+    case ScriptOperator::Equal: return order == 0;
+    case ScriptOperator::NotEqual: return order != 0;
+    case ScriptOperator::Less: return order < 0;
+    case ScriptOperator::Greater: return order > 0;
+    case ScriptOperator::LessOrEqual: return order <= 0;
+    default: return order >= 0;
   }
 }
 
@@ -186,16 +172,11 @@ ScriptValue Logical(ScriptOperator op, const ScriptValue& a, const ScriptValue& 
   const std::int32_t x = ToLong(a), y = ToLong(b);
   const ScriptKind kind = std::max(LogicalKind(a), LogicalKind(b));
   switch (op) {
-    case ScriptOperator::And:
-      return Bits(x & y, kind);
-    case ScriptOperator::Or:
-      return Bits(x | y, kind);
-    case ScriptOperator::Xor:
-      return Bits(x ^ y, kind);
-    case ScriptOperator::Eqv:
-      return Bits(~(x ^ y), kind);
-    default:
-      return Bits(~x | y, kind);
+    case ScriptOperator::And: return Bits(x & y, kind);
+    case ScriptOperator::Or: return Bits(x | y, kind);
+    case ScriptOperator::Xor: return Bits(x ^ y, kind);
+    case ScriptOperator::Eqv: return Bits(~(x ^ y), kind);
+    default: return Bits(~x | y, kind);
   }
 }
 

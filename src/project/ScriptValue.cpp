@@ -121,18 +121,13 @@ ScriptValue ScriptValue::Whole(double value, ScriptKind smallest) {
 
 std::string ToText(const ScriptValue& value) {
   switch (value.Kind) {
-    case ScriptKind::Boolean:
-      return value.Number != 0 ? "True" : "False";
+    case ScriptKind::Boolean: return value.Number != 0 ? "True" : "False";
     case ScriptKind::Integer:
     case ScriptKind::Long:
-    case ScriptKind::Double:
-      return DoubleText(value.Number);
-    case ScriptKind::Date:
-      return DateText(value.Number);
-    case ScriptKind::String:
-      return value.Text;
-    default:
-      return {};
+    case ScriptKind::Double: return DoubleText(value.Number);
+    case ScriptKind::Date: return DateText(value.Number);
+    case ScriptKind::String: return value.Text;
+    default: return {};
   }
 }
 
@@ -152,14 +147,10 @@ std::optional<double> NumberFromText(std::string_view text) {
 
 double ToNumber(const ScriptValue& value) {
   switch (value.Kind) {
-    case ScriptKind::Null:
-      throw VendrelError(errInvalidUseOfNull);
-    case ScriptKind::Nothing:
-      throw VendrelError(errObjectNotSet);
-    case ScriptKind::String:
-      break;
-    default:
-      return value.Number;
+    case ScriptKind::Null: throw VendrelError(errInvalidUseOfNull);
+    case ScriptKind::Nothing: throw VendrelError(errObjectNotSet);
+    case ScriptKind::String: break;
+    default: return value.Number;
   }
   if (const auto number = NumberFromText(value.Text)) return *number;
   if (const auto truth = BooleanFromText(value.Text)) return *truth ? -1 : 0;

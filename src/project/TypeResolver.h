@@ -20,8 +20,8 @@ class TypeResolver : public HandleTarget {
     std::string Path;
   };
   ~TypeResolver() override = default;
-  /// True if the registered library of that id could be taken; this recorder keeps the id and answers
-  /// false, so that the path follows.
+  /// True if the registered library of that id could be taken; this recorder keeps the id and
+  /// answers false, so that the path follows.
   virtual bool AddTypeLibByID(std::string_view classId, std::int32_t major, std::int32_t minor,
                               std::int32_t locale);
   virtual void AddTypeLibByPath(std::string_view path);

@@ -55,8 +55,7 @@ void VBProject::SetTypeResolver(std::shared_ptr<vendrel::TypeResolver> resolver)
 
 NetResolver* VBProject::NetResolver() {
   if (!mNetResolver) {
-    mNetResolver =
-        ObjectRegistry::Create<vendrel::NetResolver>("VendrelReflectionLoader.Resolver");
+    mNetResolver = ObjectRegistry::Create<vendrel::NetResolver>("VendrelReflectionLoader.Resolver");
   }
   return mNetResolver.get();
 }
@@ -64,9 +63,7 @@ NetResolver* VBProject::NetResolver() {
 bool VBProject::Silent() const { return State().Silent; }
 void VBProject::SetSilent(bool value) { State().Silent = value; }
 
-bool VBProject::UpgradeLegacyTaggedcomments() const {
-  return State().mUpgradeLegacyTaggedcomments;
-}
+bool VBProject::UpgradeLegacyTaggedcomments() const { return State().mUpgradeLegacyTaggedcomments; }
 void VBProject::SetUpgradeLegacyTaggedcomments(bool value) {
   State().mUpgradeLegacyTaggedcomments = value;
 }
@@ -107,10 +104,10 @@ VBProject* Component::VBProject() const { return static_cast<vendrel::VBProject*
 VBProject* Block::VBProject() const { return static_cast<vendrel::VBProject*>(Project()); }
 VBProject* Variable::VBProject() const { return static_cast<vendrel::VBProject*>(Options()); }
 VBProject* Library::VBProject() const { return static_cast<vendrel::VBProject*>(Options()); }
-VBProject* Components::VBProject() const { return static_cast<vendrel::VBProject*>(mProject.Get()); }
-VBProject* PropertyGroup::VBProject() const {
-  return Component ? Component->VBProject() : nullptr;
+VBProject* Components::VBProject() const {
+  return static_cast<vendrel::VBProject*>(mProject.Get());
 }
+VBProject* PropertyGroup::VBProject() const { return Component ? Component->VBProject() : nullptr; }
 
 CompilerConstants& Component::CompilerConstants() {
   if (!mCompilerConstants) mCompilerConstants = std::make_shared<vendrel::CompilerConstants>();

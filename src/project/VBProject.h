@@ -41,8 +41,8 @@ class ProjectTypeCache {
   std::unordered_map<std::string, Entry> mEntries;
 };
 
-/// What the reader of a module does about a failure of one line or file; set by a host that wants the
-/// load to go on.
+/// What the reader of a module does about a failure of one line or file; set by a host that wants
+/// the load to go on.
 enum class StepOver { Raise, SkipLine };
 
 /// A project: create one, set its options, call `Load`, then walk `Components`.
@@ -179,8 +179,8 @@ class VBProject : public ProjectOptions {
     NewTaggedComment.Raise(block, comment, line);
   }
 
-  /// Ties each reference to the project of `projects` with its library id or, if `SearchByName`, with
-  /// the leaf name of its file. References without such a project stay as they are.
+  /// Ties each reference to the project of `projects` with its library id or, if `SearchByName`,
+  /// with the leaf name of its file. References without such a project stay as they are.
   void CementReferences(const VBProjects& projects, bool SearchByName = false);
 
   // comments/
@@ -283,8 +283,8 @@ class VBProject : public ProjectOptions {
   WeakHandle<vendrel::VBProjectGroup> mGroup;
 };
 
-/// A project as a group makes its members: not populated, comments and directives kept, library help
-/// strings loaded, blocks only, included, legacy tags upgraded.
+/// A project as a group makes its members: not populated, comments and directives kept, library
+/// help strings loaded, blocks only, included, legacy tags upgraded.
 std::shared_ptr<VBProject> NewVBProject();
 
 }  // namespace vendrel

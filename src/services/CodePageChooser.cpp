@@ -44,6 +44,9 @@ constexpr std::string_view CentralEuropeanBytes =
     "\x8A\x8E\x9A\x9E\xA3\xA5\xB3\xB9\xBE\xCC\xD8\xEC\xF0\xF5\xF8\xFE";
 constexpr std::size_t CentralEuropeanShare = 20;
 
+// A guess over fewer bytes than this is chance: a pound sign here, an accent there.
+constexpr std::size_t EnoughBytes = 5;
+
 uchardet_t Detector(void* held) { return static_cast<uchardet_t>(held); }
 
 // Calls `feed` with each line that holds a byte beyond ASCII: the rest tells nothing.
@@ -92,7 +95,7 @@ void CodePageChooser::Feed(std::string_view bytes) {
 std::string CodePageChooser::Choose() {
   if (!mName.empty()) return mName;
   mName = CodePage::Default().Name();
-  if (!mFed) return mName;
+  if (!mFed || mTellingBytes < EnoughBytes) return mName;
   uchardet_data_end(Detector(mDetector));
   const std::string guess = UpperAscii(uchardet_get_charset(Detector(mDetector)));
   for (const Counterpart& counterpart : Counterparts)

@@ -16,16 +16,12 @@ std::shared_ptr<FileSource>& Installed() {
 
 int NumberOf(int systemError) {
   switch (systemError) {
-    case ENOENT:
-      return errFileNotFound;
+    case ENOENT: return errFileNotFound;
     case EACCES:
-    case EPERM:
-      return errPermissionDenied;
+    case EPERM: return errPermissionDenied;
     case ENOSPC:
-    case EDQUOT:
-      return errDiskFull;
-    default:
-      return errPathAccess;
+    case EDQUOT: return errDiskFull;
+    default: return errPathAccess;
   }
 }
 

@@ -212,16 +212,11 @@ class RegistryParser {
     switch (type) {
       case dtString:
       case dtExpandable:
-      case dtStrings:
-        return {WithoutNuls(TextOf(bytes)), type == dtExpandable};
-      case dtBigEndian:
-        bytes.assign(bytes.rbegin(), bytes.rend());
-        [[fallthrough]];
+      case dtStrings: return {WithoutNuls(TextOf(bytes)), type == dtExpandable};
+      case dtBigEndian: bytes.assign(bytes.rbegin(), bytes.rend()); [[fallthrough]];
       case dtNumber:
-      case dtLongNumber:
-        return {std::to_string(LittleEndian(bytes)), false};
-      default:
-        return {};
+      case dtLongNumber: return {std::to_string(LittleEndian(bytes)), false};
+      default: return {};
     }
   }
 

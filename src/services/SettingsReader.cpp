@@ -27,15 +27,13 @@ std::vector<std::string> Places(HiveEnum hive, std::string_view keyPath) {
               "HKEY_LOCAL_MACHINE\\Software\\Classes\\" + key,
               "HKEY_LOCAL_MACHINE\\Software\\Classes\\Wow6432Node\\" + key,
               "HKEY_LOCAL_MACHINE\\Software\\Wow6432Node\\Classes\\" + key};
-    case HKEY_CURRENT_USER:
-      return {"HKEY_CURRENT_USER\\" + key};
+    case HKEY_CURRENT_USER: return {"HKEY_CURRENT_USER\\" + key};
     case HKEY_LOCAL_MACHINE:
       if (StartsWithNoCaseAscii(key, "software\\"))
         return {"HKEY_LOCAL_MACHINE\\" + key,
                 "HKEY_LOCAL_MACHINE\\Software\\Wow6432Node" + key.substr(8)};
       return {"HKEY_LOCAL_MACHINE\\" + key};
-    default:
-      return {"HKEY_USERS\\" + key};
+    default: return {"HKEY_USERS\\" + key};
   }
 }
 

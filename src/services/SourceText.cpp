@@ -176,14 +176,10 @@ std::shared_ptr<const SourceText> SourceText::Read(const std::string& nativePath
 
 std::string_view ByteOrderMark(const TextForm& like) {
   switch (like.Encoding) {
-    case TextEncoding::Utf8Bom:
-      return Utf8Mark;
-    case TextEncoding::Utf16LE:
-      return LittleMark;
-    case TextEncoding::Utf16BE:
-      return BigMark;
-    default:
-      return {};
+    case TextEncoding::Utf8Bom: return Utf8Mark;
+    case TextEncoding::Utf16LE: return LittleMark;
+    case TextEncoding::Utf16BE: return BigMark;
+    default: return {};
   }
 }
 
@@ -195,15 +191,11 @@ const CodePage& PageOf(const TextForm& like) {
 std::optional<std::string> Encode(std::string_view utf8, const TextForm& like) {
   switch (like.Encoding) {
     case TextEncoding::Utf8:
-    case TextEncoding::Utf8Bom:
-      return std::string(utf8);
-    case TextEncoding::Utf16LE:
-      return EncodeUtf16(utf8, false);
-    case TextEncoding::Utf16BE:
-      return EncodeUtf16(utf8, true);
+    case TextEncoding::Utf8Bom: return std::string(utf8);
+    case TextEncoding::Utf16LE: return EncodeUtf16(utf8, false);
+    case TextEncoding::Utf16BE: return EncodeUtf16(utf8, true);
     case TextEncoding::Ascii:
-    case TextEncoding::CodePage:
-      break;
+    case TextEncoding::CodePage: break;
   }
   if (FirstNonAscii(utf8) == utf8.size()) return std::string(utf8);
   std::string bytes;

@@ -24,7 +24,8 @@ constexpr std::array<unsigned char, 256> kClasses = [] {
   return classes;
 }();
 
-// End of a run of characters that mean nothing to the scan once something but a number has been seen.
+// End of a run of characters that mean nothing to the scan once something but a number has been
+// seen.
 std::size_t PlainEnd(std::string_view text, std::size_t at, std::size_t end) {
   while (at < end) {
     const unsigned char kind = kClasses[static_cast<unsigned char>(text[at])];
@@ -52,6 +53,13 @@ unsigned char LowByte(std::string_view text, std::size_t at) {
 
 bool EndsContinued(std::string_view part) {
   return part.size() >= 2 && part[part.size() - 1] == '_' && part[part.size() - 2] == ' ';
+}
+
+// The text without its last character.
+std::string_view WithoutLast(std::string_view text) {
+  std::size_t at = text.size() - 1;
+  while (at > 0 && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80) --at;
+  return text.substr(0, at);
 }
 
 bool IsRemark(std::string_view text) {
@@ -137,7 +145,15 @@ LineClassifier::Result LineClassifier::Process(std::string_view work, ParsedLine
   const bool mayContinue = EndsContinued(work);
   ScanState kept;
   if (mayContinue) {
-    Scan(work, TrimRight(work.substr(0, work.size() - 1)).size());
+    const std::size_t end = TrimRight(work.substr(0, work.size() - 1)).size();
+    if (mState.What == Found::Nothing && mState.At > end) {
+      // An empty line behind "_ _" leaves less than was looked at: blanks and underscores, which
+      // only the end of a line number takes note of.
+      mState.At = end;
+      if (work.substr(0, end).find_first_not_of("0123456789 ") == std::string_view::npos)
+        mState.SeenOther = false;
+    }
+    Scan(work, end);
     kept = mState;
   }
   Scan(work, work.size());
@@ -145,7 +161,8 @@ LineClassifier::Result LineClassifier::Process(std::string_view work, ParsedLine
   if (line.Continued) {
     if (mState.What == Found::Nothing) mState = kept;
     // "a _'": the apostrophe itself is the character that the continuation takes away.
-    if (mState.What == Found::Comment && mState.Where >= line.Remainder.size() && mState.TextFrom > 0)
+    if (mState.What == Found::Comment && mState.Where >= line.Remainder.size() &&
+        mState.TextFrom > 0)
       mState = mBeforeComment;
     return Result::Ok;
   }
@@ -255,15 +272,15 @@ void LineClassifier::Separate(std::string_view work, ParsedLine& line) {
       line.LineType = BLANK_LINE;
     }
     if (EndsContinued(line.CommentPart) || EndsContinued(line.StatementPart)) {
-      line.Remainder = work.substr(0, work.size() - 1);
+      line.Remainder = WithoutLast(work);
       line.Continued = true;
     }
   }
   if (mLanguage == lvVisualBasicDotNet && !line.StatementPart.empty() &&
       line.StatementPart.front() == '<') {
     const std::size_t end = AttributeEnd(line.StatementPart);
-    line.StatementPart =
-        TrimLeft(end == std::string_view::npos ? line.StatementPart : line.StatementPart.substr(end + 1));
+    line.StatementPart = TrimLeft(
+        end == std::string_view::npos ? line.StatementPart : line.StatementPart.substr(end + 1));
   }
 }
 
@@ -346,7 +363,8 @@ CodeLine InitialiseCodeLine(std::string_view Text, LanguageVersionEnum LanguageV
   LineClassifier classifier(LanguageVersion, reading);
   ParsedLine line;
   if (classifier.First(Text, line) == LineClassifier::Result::MissingWord) {
-    throw VendrelError(errSubscript, "the statement needs another word: " + std::string(Trim(Text)));
+    throw VendrelError(errSubscript,
+                       "the statement needs another word: " + std::string(Trim(Text)));
   }
   return line.Record();
 }

@@ -1,7 +1,8 @@
 #pragma once
-// The engine behind `InitialiseCodeLine`. A line is judged by exact literals in a fixed order: first
-// statement and comment are told apart (`Scan`), then keywords of the first words, then prefixes. A
-// statement continued over many lines is scanned once: each further line resumes where the last stopped.
+// The engine behind `InitialiseCodeLine`. A line is judged by exact literals in a fixed order:
+// first statement and comment are told apart (`Scan`), then keywords of the first words, then
+// prefixes. A statement continued over many lines is scanned once: each further line resumes where
+// the last stopped.
 
 #include <cstddef>
 #include <string>
@@ -39,13 +40,16 @@ class LineClassifier {
   /// Every colon outside of strings separates statements: for the body of a one-line procedure.
   bool SplitAtEveryColon = false;
 
-  /// A line that begins a statement. `MissingWord`: a single word that needs another; the record is then
-  /// `OTHER` with the whole text as its statement.
+  /// A line that begins a statement. `MissingWord`: a single word that needs another; the record is
+  /// then `OTHER` with the whole text as its statement.
   Result First(std::string_view text, ParsedLine& line);
-  /// The physical line behind one that was `Continued`; the parts are those of the statement so far.
+  /// The physical line behind one that was `Continued`; the parts are those of the statement so
+  /// far.
   Result Next(std::string_view physical, ParsedLine& line);
   /// The statement so far, without its final underscore, for a line that was `Continued`.
-  std::string_view LogicalText() const { return std::string_view(mLogical).substr(0, mLogicalSize); }
+  std::string_view LogicalText() const {
+    return std::string_view(mLogical).substr(0, mLogicalSize);
+  }
 
  private:
   enum class Found { Nothing, Comment, Separator };
@@ -73,10 +77,10 @@ class LineClassifier {
   LanguageVersionEnum mLanguage;
   ClassifierRules mRules;
   ScanState mState;
-  ScanState mBeforeComment;  // where the scan stood in front of the comment it found
-  std::string mWork;       // the line with tabs as blanks
-  std::string mStatement;  // the statement with runs of blanks collapsed
-  std::string mLogical;    // the statement so far, across continuations
+  ScanState mBeforeComment;      // where the scan stood in front of the comment it found
+  std::string mWork;             // the line with tabs as blanks
+  std::string mStatement;        // the statement with runs of blanks collapsed
+  std::string mLogical;          // the statement so far, across continuations
   std::size_t mLogicalSize = 0;  // what the next line continues: without the last underscore
 };
 

@@ -81,10 +81,8 @@ constexpr bool IsStartLineType(LineTypeEnum LineType) {
     case START_USERCONTROL_INITIALISE:
     case START_USERCONTROL_TERMINATE:
     case START_USERDOCUMENT_INITIALISE:
-    case START_USERDOCUMENT_TERMINATE:
-      return true;
-    default:
-      return false;
+    case START_USERDOCUMENT_TERMINATE: return true;
+    default: return false;
   }
 }
 /// Whether a line of this type ends a procedure.

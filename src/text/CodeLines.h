@@ -1,7 +1,7 @@
 #pragma once
-// The lines of one block. A line costs 16 bytes: its place in the text of the module, which all blocks
-// share, and what cannot be derived from it. `Item` classifies again; a line whose record no longer
-// follows from its text (replaced, commented out, added by a client) is kept whole beside.
+// The lines of one block. A line costs 16 bytes: its place in the text of the module, which all
+// blocks share, and what cannot be derived from it. `Item` classifies again; a line whose record no
+// longer follows from its text (replaced, commented out, added by a client) is kept whole beside.
 
 #include <cstdint>
 #include <map>
@@ -27,7 +27,8 @@ class CodeLines {
   /// A copy of the record at that position.
   CodeLine Item(std::int32_t Key) const;
   void Remove(std::int32_t Index);
-  /// Stores a copy: before `Before` if that is not 0, else behind `After` if that is not 0, else last.
+  /// Stores a copy: before `Before` if that is not 0, else behind `After` if that is not 0, else
+  /// last.
   void Add(const CodeLine& Item, std::int32_t Before = 0, std::int32_t After = 0);
   std::int32_t Count() const;
 
@@ -37,7 +38,8 @@ class CodeLines {
   LineTypeEnum LineType(std::int32_t Index) const;
   /// Copies of all records of that type, in order.
   std::vector<CodeLine> LinesOfType(LineTypeEnum type) const;
-  /// Copies of all records whose text matches: tabs as four blanks, lower-cased, trimmed, by `Like`.
+  /// Copies of all records whose text matches: tabs as four blanks, lower-cased, trimmed, by
+  /// `Like`.
   std::vector<CodeLine> LinesMatchingPattern(std::string_view Pattern) const;
   std::string LineText(std::int32_t Index) const;
   /// The text without a copy; valid until the list changes.

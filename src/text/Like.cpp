@@ -75,16 +75,13 @@ bool TakeOne(std::string_view text, std::size_t& t, std::string_view pattern, st
       ++p;
       NextCharacter(text, t);
       return true;
-    case '#':
-      ++p;
-      return IsDigitAscii(text[t++]);
+    case '#': ++p; return IsDigitAscii(text[t++]);
     case '[': {
       const std::string_view list = ListAt(pattern, p);
       p += list.size() + 2;
       return InList(list, NextCharacter(text, t));
     }
-    default:
-      return pattern[p++] == text[t++];
+    default: return pattern[p++] == text[t++];
   }
 }
 

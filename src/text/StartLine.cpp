@@ -177,20 +177,13 @@ std::string_view TypeFromName(std::string_view Text) {
   Text = TrimRight(Text);
   if (Text.empty()) return {};
   switch (Text.back()) {
-    case '%':
-      return "Integer";
-    case '&':
-      return "Long";
-    case '!':
-      return "Single";
-    case '#':
-      return "Double";
-    case '@':
-      return "Currency";
-    case '$':
-      return "String";
-    default:
-      return {};
+    case '%': return "Integer";
+    case '&': return "Long";
+    case '!': return "Single";
+    case '#': return "Double";
+    case '@': return "Currency";
+    case '$': return "String";
+    default: return {};
   }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
-// The type of a statement, from its first words and prefixes in a fixed order: a later test only runs
-// when every earlier one failed.
+// The type of a statement, from its first words and prefixes in a fixed order: a later test only
+// runs when every earlier one failed.
 
 #include <string_view>
 

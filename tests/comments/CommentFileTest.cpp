@@ -57,7 +57,7 @@ TEST(ApplyCommentFile, RefusesWhatIsNotWellFormedAndAppliesNothing) {
   const std::string good = Item("M~M~F", "##SUMMARY", "", "a");
   const std::pair<std::string, std::string> cases[] = {
       {"<r>\n" + good + "  <c>x</d></r>", "line 3, column "},
-      {"<r>\n" + good, "line 3, column "},
+      {"<r>\n" + good, "line 2, column "},
       {"<r>\n" + good + "</r>\n<r/>", "line 4, column 2: a second root element"},
       {"<r>\n" + good + "<c>A & B</c></r>", "line 3, column 6: \"&\""},
       {"", "line 1, column 1: "},

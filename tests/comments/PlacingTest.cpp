@@ -93,7 +93,7 @@ TEST(TaggedComments, StandBehindTheirElementWhereSoSet) {
        "End Sub\n",
        "Variable x d=The x.\nBlock F d=f\n"},
       {"a variable takes none on the next line",
-       "Option Explicit\nPublic x\n'##SUMMARY gone\nDim y\n", "waits [##SUMMARY=gone]\n"},
+       "Option Explicit\nPublic x\n'##SUMMARY gone\nDim y\n", ""},
   };
   for (const Case& c : cases) Check(c, Behind);
 }
@@ -169,7 +169,7 @@ TEST(TaggedComments, GoOnInPlainLinesWhereSoSet) {
       "Option Explicit\n'##SUMMARY a\n' and b\n\n'##PARAM x first\n' half\nSub F(x)\n' no\nEnd "
       "Sub\n");
   State().AutoAppendUntagged = false;
-  EXPECT_EQ(module.Landed(), "Block F d=a and b\nParameter x d=first half\n");
+  EXPECT_EQ(module.Landed(), "Component M d=a and b\nParameter x d=first half\n");
 }
 
 TEST(TaggedComments, OfLegacyTagsAreUpgraded) {

@@ -156,19 +156,30 @@ TEST(WaitingComments, LandWhereThePlainWalkPutsThem) {
   EXPECT_GT(placed, 1000u) << "the modules are to be more than refusals";
 }
 
-// Growth is judged by counting, not by the clock: lines that change nothing offer nothing.
-TEST(WaitingComments, AreNotOfferedAgainWhileNothingChanges) {
+// Growth is judged by counting, not by the clock: of comments that wait for a name only the one
+// whose name comes is offered again.
+TEST(WaitingComments, AreNotOfferedAgainUntilWhatTheyWaitForComes) {
+  constexpr std::size_t kCount = 20000;
   HandMade module(false, false);
-  for (int i = 0; i < 100000; ++i) {
+  const auto declare = [&](const std::string& name) {
+    auto variable = module.Named<Variable>(1);
+    variable->Name = name;
+    module.Block->Variables->Add(variable, name);
+    module.Offer();
+  };
+  for (std::size_t i = 0; i < kCount; ++i) {
     auto comment = std::make_shared<TaggedComment>();
     comment->Initialise("##VARIABLE_REMARKS v" + std::to_string(i) + " t");
     module.Block->HandleTaggedComment(comment);
-    module.Offer();
+    declare("w" + std::to_string(i));
   }
-  EXPECT_EQ(module.Module->TaggedCommentBuffer->Count(), 100000u);
-  EXPECT_EQ(module.Module->TaggedCommentBuffer->mOffers->Offers, 100000u);
-  module.Offer();
-  EXPECT_EQ(module.Module->TaggedCommentBuffer->mOffers->Offers, 100000u);
+  const TaggedComments& buffer = *module.Module->TaggedCommentBuffer;
+  EXPECT_EQ(buffer.Count(), kCount);
+  EXPECT_EQ(buffer.mOffers->Offers, kCount) << "each once, when it came";
+  declare("V77");
+  EXPECT_EQ(buffer.mOffers->Offers, kCount + 1);
+  EXPECT_EQ(buffer.Count(), kCount - 1);
+  EXPECT_EQ(module.Block->Variables->Item("v77")->TaggedComments->Count(), 1u);
 }
 
 }  // namespace

@@ -30,9 +30,11 @@ std::vector<fs::path> Pages() {
 std::vector<std::string> FencedLines(std::istream& page) {
   std::vector<std::string> lines;
   std::string line, open;
+  bool inside = false;
   for (bool fenced = false; std::getline(page, line);) {
     if (line.rfind("```", 0) == 0) {
-      fenced = !fenced;
+      inside = !inside;
+      fenced = inside && line != "```text";  // what a command prints is no command
     } else if (fenced && !line.empty() && line.back() == '\\') {
       open += line.substr(0, line.size() - 1);
     } else if (fenced) {

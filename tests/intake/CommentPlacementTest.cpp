@@ -16,10 +16,12 @@ std::string Descriptions(const Component& component) {
     if (!about.empty()) text += name + ": " + about + "\n";
   };
   add("module", component.UnTaggedDescription);
-  for (const EventDeclaration& item : component.EventDeclarations) add(item.Name, item.UnTaggedDescription);
+  for (const EventDeclaration& item : component.EventDeclarations)
+    add(item.Name, item.UnTaggedDescription);
   for (const Enumeration& item : component.Enumerations) add(item.Name, item.UnTaggedDescription);
   for (const UDT& item : component.UDTs) add(item.Name, item.UnTaggedDescription);
-  for (const DeclareDeclaration& item : component.Declarations) add(item.Name, item.UnTaggedDescription);
+  for (const DeclareDeclaration& item : component.Declarations)
+    add(item.Name, item.UnTaggedDescription);
   for (const Interface& item : component.Interfaces) add(item.Name, item.UnTaggedDescription);
   for (const Block& block : component.Blocks) {
     if (block.Constants.IfAny())
@@ -84,19 +86,19 @@ TEST(CommentPlacementTest, DeclarationsTakeWhatStandsAboveOrBehind) {
 
 TEST(CommentPlacementTest, LeadingCommentsBelongToWhatFollowsInTheCompleteReading) {
   const test::Prepare leading = test::Reading("LeadingComments");
-  ExpectDescriptions(
-      {{"Sub S()\n  x = 1\nEnd Sub\n' between\n' both\nSub T()\nEnd Sub\n", "T: between<crlf>both\n"},
-       {"Sub S()\nEnd Sub\n' between\nSub T()\nEnd Sub\n", "T: between\n"},
-       {"Sub S()\nEnd Sub\n' between\n\nSub T()\nEnd Sub\n", ""},
-       {"Sub S()\nEnd Sub\n' a\n\n' b\nSub T()\nEnd Sub\n", "T: b\n"},
-       {"Sub S()\n' in\n  x = 1\nEnd Sub\n' above\nSub T()\n' in T\nEnd Sub\n",
-        "S: in\nT: above<crlf>in T\n"},
-       {"Dim z\n' above\nConst A = 1\n", "A: above\n"},
-       {"Dim z\n' above\nDeclare Sub S Lib \"k\" ()\n", "S: above\n"},
-       {"Dim z\n' above\nImplements I\n", "I: above\n"},
-       {"' one\nOption Explicit\n\nDim a\n", "module: one\n"},
-       {"' above\nSub S()\nEnd Sub\n", "S: above\n"}},
-      leading);
+  ExpectDescriptions({{"Sub S()\n  x = 1\nEnd Sub\n' between\n' both\nSub T()\nEnd Sub\n",
+                       "T: between<crlf>both\n"},
+                      {"Sub S()\nEnd Sub\n' between\nSub T()\nEnd Sub\n", "T: between\n"},
+                      {"Sub S()\nEnd Sub\n' between\n\nSub T()\nEnd Sub\n", ""},
+                      {"Sub S()\nEnd Sub\n' a\n\n' b\nSub T()\nEnd Sub\n", "T: b\n"},
+                      {"Sub S()\n' in\n  x = 1\nEnd Sub\n' above\nSub T()\n' in T\nEnd Sub\n",
+                       "S: in\nT: above<crlf>in T\n"},
+                      {"Dim z\n' above\nConst A = 1\n", "A: above\n"},
+                      {"Dim z\n' above\nDeclare Sub S Lib \"k\" ()\n", "S: above\n"},
+                      {"Dim z\n' above\nImplements I\n", "I: above\n"},
+                      {"' one\nOption Explicit\n\nDim a\n", "module: one\n"},
+                      {"' above\nSub S()\nEnd Sub\n", "S: above\n"}},
+                     leading);
 }
 
 TEST(CommentPlacementTest, RemLinesAreCommentsInTheCompleteReading) {

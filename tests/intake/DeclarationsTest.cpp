@@ -30,7 +30,8 @@ TEST(DeclarationsTest, ProceduresHaveNameTypeAndParameters) {
       {{"Option Explicit\n"
         "Sub Main()\nEnd Sub\n"
         "Private Function F%()\nEnd Function\n"
-        "Friend Function G(a, ByVal b As Long, Optional ByVal c As Long = 5, ParamArray d()) As String()\n"
+        "Friend Function G(a, ByVal b As Long, Optional ByVal c As Long = 5, ParamArray d()) As "
+        "String()\n"
         "End Function\n"
         "Public Static Function H&(s$, o As Lib.Thing)\nEnd Function\n"
         "Function [Odd]() As Long\nEnd Function\n",
@@ -43,7 +44,8 @@ TEST(DeclarationsTest, ProceduresHaveNameTypeAndParameters) {
         "ParamArray d() As Variant implicit) As String() @7\n"
         " function PUBLIC H(s As String, o As Lib.Thing) As Long @9\n"
         " function PUBLIC [Odd]() As Long @11\n"},
-       {"Dim a\nSub Class_Initialize()\nEnd Sub\nSub Class_Terminate()\nEnd Sub\nSub Form_Load()\nEnd Sub\n"
+       {"Dim a\nSub Class_Initialize()\nEnd Sub\nSub Class_Terminate()\nEnd Sub\nSub "
+        "Form_Load()\nEnd Sub\n"
         "Sub Form_Unload(Cancel As Integer)\nEnd Sub\nSub UserControl_Initialize()\nEnd Sub\n"
         "Sub UserControl_Terminate()\nEnd Sub\nSub UserDocument_Initialize()\nEnd Sub\n"
         "Sub UserDocument_Terminate()\nEnd Sub\n",
@@ -60,33 +62,33 @@ TEST(DeclarationsTest, ProceduresHaveNameTypeAndParameters) {
        {"Sub Main()\nEnd Sub\n", "M\n attributes\n sub PUBLIC Main() As Variant @2\n"},
        // Two of one name: both stay.
        {"Sub A()\nEnd Sub\nSub A(x)\nEnd Sub\n",
-        "M\n attributes\n sub PUBLIC A() As Variant @2\n sub PUBLIC A(x As Variant implicit) As Variant @4\n"}});
+        "M\n attributes\n sub PUBLIC A() As Variant @2\n sub PUBLIC A(x As Variant implicit) As "
+        "Variant @4\n"}});
 }
 
 TEST(DeclarationsTest, PropertiesFormGroups) {
-  ExpectTrees(
-      "C.cls",
-      {{"Private mX As Long\n"
-        "Public Property Get X() As Long\nEnd Property\n"
-        "Friend Property Let x(ByVal v As Long)\nEnd Property\n"
-        "Private Property Set Font(f As StdFont)\nEnd Property\n"
-        "Property Let Item(i, v)\nEnd Property\n"
-        "Property Get Name$()\nEnd Property\n"
-        "Property Get All() As Long()\nEnd Property\n",
-        "C\n"
-        " property PUBLIC X get let\n"
-        " property PRIVATE Font set\n"
-        " property PUBLIC Item let\n"
-        " property PUBLIC Name get\n"
-        " property PUBLIC All get\n"
-        " attributes\n declarations\n"
-        "  var PRIVATE mX As Long @1/6\n"
-        " get PUBLIC X() As Long @7\n"
-        " let FRIEND x(ByVal v As Long) As Long @9\n"
-        " set PRIVATE Font(f As StdFont) As StdFont @11\n"
-        " let PUBLIC Item(i As Variant implicit, v As Variant implicit) As Variant @13\n"
-        " get PUBLIC Name() As Variant @15\n"
-        " get PUBLIC All() As Long() @17\n"}});
+  ExpectTrees("C.cls",
+              {{"Private mX As Long\n"
+                "Public Property Get X() As Long\nEnd Property\n"
+                "Friend Property Let x(ByVal v As Long)\nEnd Property\n"
+                "Private Property Set Font(f As StdFont)\nEnd Property\n"
+                "Property Let Item(i, v)\nEnd Property\n"
+                "Property Get Name$()\nEnd Property\n"
+                "Property Get All() As Long()\nEnd Property\n",
+                "C\n"
+                " property PUBLIC X get let\n"
+                " property PRIVATE Font set\n"
+                " property PUBLIC Item let\n"
+                " property PUBLIC Name get\n"
+                " property PUBLIC All get\n"
+                " attributes\n declarations\n"
+                "  var PRIVATE mX As Long @1/6\n"
+                " get PUBLIC X() As Long @7\n"
+                " let FRIEND x(ByVal v As Long) As Long @9\n"
+                " set PRIVATE Font(f As StdFont) As StdFont @11\n"
+                " let PUBLIC Item(i As Variant implicit, v As Variant implicit) As Variant @13\n"
+                " get PUBLIC Name() As Variant @15\n"
+                " get PUBLIC All() As Long() @17\n"}});
 }
 
 TEST(DeclarationsTest, VariablesOfModulesAndProcedures) {
@@ -123,7 +125,8 @@ TEST(DeclarationsTest, VariablesOfModulesAndProcedures) {
         "  var PRIVATE s As Variant implicit @7/8\n"
         "  var PRIVATE z As Variant implicit @7/8\n"
         " function PUBLIC Xa(c As Integer implicit, q As Variant implicit) As Integer @9\n"},
-       {"Option Private Module\nPublic a As Long\nType T\n  x As Long\nEnd Type\nPublic Sub S()\nEnd Sub\n",
+       {"Option Private Module\nPublic a As Long\nType T\n  x As Long\nEnd Type\nPublic Sub "
+        "S()\nEnd Sub\n",
         "M private\n type PRIVATE T {PRIVATE x As Long} @3/4\n attributes\n declarations\n"
         "  var PRIVATE a As Long @2/3\n sub PRIVATE S() As Variant @7\n"}});
 }
@@ -138,47 +141,50 @@ TEST(DeclarationsTest, LoadBlocksOnlyDropsLocalVariables) {
 }
 
 TEST(DeclarationsTest, ConstantsAreCutAtCommasOutsideOfStrings) {
-  ExpectTrees("M.bas",
-              {{"Public Const A = 1, B = \"x,y\", C As Long = &HFF\nConst X$ = \"a\" ' note\n"
-                "Private Const [Odd] = 2 , D = 1  +  2\nGlobal Const G = #1/2/2000#\n",
-                "M\n attributes\n declarations\n"
-                "  const PUBLIC A=1\n  const PUBLIC B=\"x,y\"\n  const PUBLIC C=&HFF As Long\n"
-                "  const PRIVATE X=\"a\" As String\n  const PRIVATE Odd=2\n  const PRIVATE D=1 + 2\n"
-                "  const PUBLIC G=#1/2/2000#\n"}});
+  ExpectTrees(
+      "M.bas",
+      {{"Public Const A = 1, B = \"x,y\", C As Long = &HFF\nConst X$ = \"a\" ' note\n"
+        "Private Const [Odd] = 2 , D = 1  +  2\nGlobal Const G = #1/2/2000#\n",
+        "M\n attributes\n declarations\n"
+        "  const PUBLIC A=1\n  const PUBLIC B=\"x,y\"\n  const PUBLIC C=&HFF As Long\n"
+        "  const PRIVATE X=\"a\" As String\n  const PRIVATE Odd=2\n  const PRIVATE D=1 + 2\n"
+        "  const PUBLIC G=#1/2/2000#\n"}});
 }
 
 TEST(DeclarationsTest, EnumerationsAndTypesCollectTheirMembers) {
-  ExpectTrees(
-      "C.cls",
-      // Lines of a false branch do not count in `LineIndex`: they never reach the block.
-      {{"Public Enum Colour ' palette\n"
-        "  Red = 1 ' warm\n"
-        "\n"
-        "  ' a comment line\n"
-        "  [Dark Blue]\n"
-        "#If False Then\n"
-        "#End If\n"
-        "  Mixed = Red + 1\n"
-        "End Enum\n"
-        "Private Enum E\nEnd Enum\n"
-        "Type Point\n  X As Long ' across\n  Y(1 To 2) As String * 4\n  Tag\nEnd Type\n"
-        "Private Type P\n  q As New Foo\nEnd Type\n",
-        "C\n"
-        " enum PUBLIC Colour {Red=1, Dark Blue, Mixed=Red + 1} @1/6\n"
-        " enum PRIVATE E {} @9/15\n"
-        " type PUBLIC Point {PRIVATE X As Long, PRIVATE Y(1 To 2) As String fixed, PRIVATE Tag As  implicit} @11/17\n"
-        " type PRIVATE P {PRIVATE q As Foo} @16/22\n"
-        " attributes\n declarations\n"},
-       // An end line without its beginning, a block left open.
-       {"Dim a\nEnd Enum\nEnd Type\nEnum Open\n  x\n",
-        "C\n attributes\n declarations\n  var PRIVATE a As Variant implicit @1/6\n"},
-       // Two of a name: the first stays.
-       {"Enum E\n  a\n  a = 2\nEnd Enum\nEnum e\n  b\nEnd Enum\n",
-        "C\n enum PUBLIC E {a} @1/6\n attributes\n declarations\n"}});
-  ExpectTrees("F.frm", {{"Type T\n  x As Long\nEnd Type\n",
-                         "F\n type PRIVATE T {PRIVATE x As Long} @1/5\n attributes\n declarations\n"}});
-  TestModule module("C.cls", "Enum Colour ' palette\n  Red = 1 ' warm\nEnd Enum\n"
-                             "Type Point ' place\n  X As Long ' across\nEnd Type\n",
+  ExpectTrees("C.cls",
+              // Lines of a false branch do not count in `LineIndex`: they never reach the block.
+              {{"Public Enum Colour ' palette\n"
+                "  Red = 1 ' warm\n"
+                "\n"
+                "  ' a comment line\n"
+                "  [Dark Blue]\n"
+                "#If False Then\n"
+                "#End If\n"
+                "  Mixed = Red + 1\n"
+                "End Enum\n"
+                "Private Enum E\nEnd Enum\n"
+                "Type Point\n  X As Long ' across\n  Y(1 To 2) As String * 4\n  Tag\nEnd Type\n"
+                "Private Type P\n  q As New Foo\nEnd Type\n",
+                "C\n"
+                " enum PUBLIC Colour {Red=1, Dark Blue, Mixed=Red + 1} @1/6\n"
+                " enum PRIVATE E {} @9/15\n"
+                " type PUBLIC Point {PRIVATE X As Long, PRIVATE Y(1 To 2) As String fixed, PRIVATE "
+                "Tag As  implicit} @11/17\n"
+                " type PRIVATE P {PRIVATE q As Foo} @16/22\n"
+                " attributes\n declarations\n"},
+               // An end line without its beginning, a block left open.
+               {"Dim a\nEnd Enum\nEnd Type\nEnum Open\n  x\n",
+                "C\n attributes\n declarations\n  var PRIVATE a As Variant implicit @1/6\n"},
+               // Two of a name: the first stays.
+               {"Enum E\n  a\n  a = 2\nEnd Enum\nEnum e\n  b\nEnd Enum\n",
+                "C\n enum PUBLIC E {a} @1/6\n attributes\n declarations\n"}});
+  ExpectTrees("F.frm",
+              {{"Type T\n  x As Long\nEnd Type\n",
+                "F\n type PRIVATE T {PRIVATE x As Long} @1/5\n attributes\n declarations\n"}});
+  TestModule module("C.cls",
+                    "Enum Colour ' palette\n  Red = 1 ' warm\nEnd Enum\n"
+                    "Type Point ' place\n  X As Long ' across\nEnd Type\n",
                     [](VBProject& project) {
                       project.UnTaggedEnumerations = project.UnTaggedUDTs = true;
                       project.UnTaggedVariables = true;
@@ -196,17 +202,20 @@ TEST(DeclarationsTest, EventsAndDeclaresAndInterfaces) {
         "Implements Lib.IFoo\nImplements IFoo\nImplements IBar\n"
         "Public Event Changed(ByVal x As Long, y, y)\n"
         "Event Done()\nEvent done()\n"
-        "Private Declare Function F Lib \"user32\" Alias \"FA\" (ByVal a As Long, b() As Byte) As Long\n"
+        "Private Declare Function F Lib \"user32\" Alias \"FA\" (ByVal a As Long, b() As Byte) As "
+        "Long\n"
         "Declare Sub S Lib \"a.drv\" ()\n"
         "Public Declare Function G$ Lib \"user32\" (ByVal x$)\n"
         "Private Declare Function F Lib \"user32\" () As Long\n"
         "Declare Function L Lib \"k\" () As Long()\n"
-        "Private Sub IFoo_Bar()\nEnd Sub\nPrivate Property Get IBar_Name() As String\nEnd Property\n",
+        "Private Sub IFoo_Bar()\nEnd Sub\nPrivate Property Get IBar_Name() As String\nEnd "
+        "Property\n",
         "C explicit\n"
         " implements IFoo @2/7\n implements IBar @4/9\n"
         " event Changed(ByVal x As Long, y As Variant implicit, y As Variant implicit) @5/10\n"
         " event Done() @6/11\n"
-        " declare PRIVATE function F lib user32.dll alias FA(ByVal a As Long, b() As Byte) As Long @8/13\n"
+        " declare PRIVATE function F lib user32.dll alias FA(ByVal a As Long, b() As Byte) As Long "
+        "@8/13\n"
         " declare sub S lib a.drv() @9/14\n"
         " declare PUBLIC function G lib user32.dll(ByVal x As String) As String @10/15\n"
         " declare function L lib k.dll() As Long() @12/17\n"
@@ -217,18 +226,18 @@ TEST(DeclarationsTest, EventsAndDeclaresAndInterfaces) {
 }
 
 TEST(DeclarationsTest, OptionsCountInTheDeclarationsOnly) {
-  ExpectTrees(
-      "M.bas",
-      {{"Option Explicit\nOption Compare Text\nOption Base 1\nOption Private Module\nSub S()\nEnd Sub\n",
-        "M explicit private compare=Text base=1\n attributes\n declarations\n"
-        " sub PRIVATE S() As Variant @6\n"},
-       {"OPTION  EXPLICIT\nOption Compare   Binary  ' x\n",
-        "M explicit compare=Binary\n attributes\n declarations\n"},
-       {"Sub S()\nOption Explicit\nOption Base 1\nEnd Sub\n",
-        "M\n attributes\n sub PUBLIC S() As Variant @2\n"},
-       // Implements, Def... and the like do not open the section.
-       {"Implements IFoo\nDefInt A-Z\nDim a\n",
-        "M\n attributes\n declarations\n  var PRIVATE a As Variant implicit @1/4\n"}});
+  ExpectTrees("M.bas",
+              {{"Option Explicit\nOption Compare Text\nOption Base 1\nOption Private Module\nSub "
+                "S()\nEnd Sub\n",
+                "M explicit private compare=Text base=1\n attributes\n declarations\n"
+                " sub PRIVATE S() As Variant @6\n"},
+               {"OPTION  EXPLICIT\nOption Compare   Binary  ' x\n",
+                "M explicit compare=Binary\n attributes\n declarations\n"},
+               {"Sub S()\nOption Explicit\nOption Base 1\nEnd Sub\n",
+                "M\n attributes\n sub PUBLIC S() As Variant @2\n"},
+               // Implements, Def... and the like do not open the section.
+               {"Implements IFoo\nDefInt A-Z\nDim a\n",
+                "M\n attributes\n declarations\n  var PRIVATE a As Variant implicit @1/4\n"}});
 }
 
 TEST(DeclarationsTest, AttributesDescribeModuleBlockAndElements) {
@@ -242,7 +251,8 @@ TEST(DeclarationsTest, AttributesDescribeModuleBlockAndElements) {
         "Type T\n  x As Long\nEnd Type\nAttribute T.VB_MemberFlags = \"40\"\n"
         "Public Property Get Item(i) As Long\nAttribute Item.VB_HelpID = 20\n"
         "Attribute Item.VB_UserMemId = 0\nAttribute Item.VB_MemberFlags = \"40\"\nEnd Property\n"
-        "Public Function NewEnum() As IUnknown\nAttribute NewEnum.VB_UserMemId = -4\nEnd Function\n",
+        "Public Function NewEnum() As IUnknown\nAttribute NewEnum.VB_UserMemId = -4\nEnd "
+        "Function\n",
         "C PUBLIC default=Item collection help=12\n"
         " event E() hidden help=8 @5/13\n"
         " enum PUBLIC N {x} hidden @7/16\n"
@@ -262,7 +272,8 @@ TEST(DeclarationsTest, HelpAttributeLinesAreDroppedOrKept) {
     EXPECT_EQ(module.Project->HighestHelpContextID(), 30);
     std::string text;
     for (const Block& block : module->Blocks)
-      for (const CodeLine& line : block.CodeLines->LinesOfType(ATTRIBUTE_LINE)) text += line.Text + "\n";
+      for (const CodeLine& line : block.CodeLines->LinesOfType(ATTRIBUTE_LINE))
+        text += line.Text + "\n";
     return text;
   };
   EXPECT_EQ(texts({}), "Attribute VB_Name = \"C\"\n");
@@ -272,12 +283,11 @@ TEST(DeclarationsTest, HelpAttributeLinesAreDroppedOrKept) {
 }
 
 TEST(DeclarationsTest, EventProceduresHaveTheirSource) {
-  TestModule module(
-      "F.frm",
-      "Private WithEvents mTimer As Clock\nPrivate mPlain As Clock\n"
-      "Private Sub Form_Resize()\nEnd Sub\nPrivate Sub mTimer_Tick()\nEnd Sub\n"
-      "Private Sub mPlain_Tick()\nEnd Sub\nPrivate Sub Nobody_Tick()\nEnd Sub\n"
-      "Private Sub FORM_Click()\nEnd Sub\n");
+  TestModule module("F.frm",
+                    "Private WithEvents mTimer As Clock\nPrivate mPlain As Clock\n"
+                    "Private Sub Form_Resize()\nEnd Sub\nPrivate Sub mTimer_Tick()\nEnd Sub\n"
+                    "Private Sub mPlain_Tick()\nEnd Sub\nPrivate Sub Nobody_Tick()\nEnd Sub\n"
+                    "Private Sub FORM_Click()\nEnd Sub\n");
   EXPECT_EQ(Describe(*module),
             "F\n attributes\n declarations\n  var PRIVATE mTimer As Clock events @1/5\n"
             "  var PRIVATE mPlain As Clock @2/6\n"
@@ -289,17 +299,20 @@ TEST(DeclarationsTest, EventProceduresHaveTheirSource) {
   EXPECT_EQ(module->Blocks.Item("Form_Resize")->EventSource.Get(), &*module);
 }
 
-// `LineIndex` counts the continuations of the whole block, as documented; the place in the file does not.
+// `LineIndex` counts the continuations of the whole block, as documented; the place in the file
+// does not.
 TEST(DeclarationsTest, ElementsPointAtTheFirstLineOfTheirStatement) {
-  TestModule module("M.bas",
-                    "Dim z\nDim a As Long, _\n  b As Long\nPrivate Declare Sub S _\n  Lib \"k\" _\n ()\n"
-                    "Sub Main( _\n  x, _\n  y)\n  Dim q, _\n r\nEnd Sub\n");
-  EXPECT_EQ(Describe(*module),
-            "M\n declare PRIVATE sub S lib k.dll() @3/5\n attributes\n declarations\n"
-            "  var PRIVATE z As Variant implicit @1/2\n"
-            "  var PRIVATE a As Long @2/3\n  var PRIVATE b As Long @2/3\n"
-            " sub PUBLIC Main(x As Variant implicit, y As Variant implicit) As Variant @8\n"
-            "  var PRIVATE q As Variant implicit @2/11\n  var PRIVATE r As Variant implicit @2/11\n");
+  TestModule module(
+      "M.bas",
+      "Dim z\nDim a As Long, _\n  b As Long\nPrivate Declare Sub S _\n  Lib \"k\" _\n ()\n"
+      "Sub Main( _\n  x, _\n  y)\n  Dim q, _\n r\nEnd Sub\n");
+  EXPECT_EQ(
+      Describe(*module),
+      "M\n declare PRIVATE sub S lib k.dll() @3/5\n attributes\n declarations\n"
+      "  var PRIVATE z As Variant implicit @1/2\n"
+      "  var PRIVATE a As Long @2/3\n  var PRIVATE b As Long @2/3\n"
+      " sub PUBLIC Main(x As Variant implicit, y As Variant implicit) As Variant @8\n"
+      "  var PRIVATE q As Variant implicit @2/11\n  var PRIVATE r As Variant implicit @2/11\n");
 }
 
 }  // namespace

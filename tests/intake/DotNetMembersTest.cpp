@@ -51,8 +51,10 @@ TEST(DotNetMembersTest, ModifiersOfProcedures) {
   };
   for (const Case& c : std::vector<Case>{
            {"Public Sub New()\nEnd Sub\n", " sub PUBLIC _ctor() constructor @0\n"},
-           {"Protected Friend Overridable Function F(ByVal x As Integer, y) As String\nEnd Function\n",
-            " function PROTECTED FRIEND F(ByVal x As System.Int32, ByVal y As System.Object implicit) As System.String virtual @0\n"},
+           {"Protected Friend Overridable Function F(ByVal x As Integer, y) As String\nEnd "
+            "Function\n",
+            " function PROTECTED FRIEND F(ByVal x As System.Int32, ByVal y As System.Object "
+            "implicit) As System.String virtual @0\n"},
            {"Public NotOverridable Overrides Sub S()\nEnd Sub\n", " sub PUBLIC S() sealed @0\n"},
            {"Public MustOverride Sub S(ByRef o As Foo)\n", " sub PUBLIC S(o As Foo) abstract @0\n"},
            {"Private Shadows Shared Function F()\nEnd Function\n",
@@ -74,12 +76,16 @@ TEST(DotNetMembersTest, APropertyStandsForGetAndSet) {
     const char* Group;
     const char* Default;
   };
-  for (const Case& c : std::vector<Case>{
-           {"Public Property P() As Long", " get PUBLIC P() As System.Int64 access=3 @0\n", "get set", ""},
-           {"Public ReadOnly Property P() As Long", " get PUBLIC P() As System.Int64 access=2 @0\n", "get", ""},
-           {"Public WriteOnly Property P() As Long", " set PUBLIC P() As System.Int64 access=1 @0\n", "", ""},
-           {"Default Public Property P(ByVal i As Integer) As Long",
-            " get PUBLIC P(ByVal i As System.Int32) As System.Int64 access=3 @0\n", "get set", "P"}}) {
+  for (const Case& c :
+       std::vector<Case>{{"Public Property P() As Long",
+                          " get PUBLIC P() As System.Int64 access=3 @0\n", "get set", ""},
+                         {"Public ReadOnly Property P() As Long",
+                          " get PUBLIC P() As System.Int64 access=2 @0\n", "get", ""},
+                         {"Public WriteOnly Property P() As Long",
+                          " set PUBLIC P() As System.Int64 access=1 @0\n", "", ""},
+                         {"Default Public Property P(ByVal i As Integer) As Long",
+                          " get PUBLIC P(ByVal i As System.Int32) As System.Int64 access=3 @0\n",
+                          "get set", "P"}}) {
     const NetModule net(std::string(c.Head) +
                         "\nGet\nReturn 1\nEnd Get\nSet(ByVal v As Long)\nEnd Set\nEnd Property\n");
     EXPECT_EQ(Blocks(net), c.Block) << c.Head;
@@ -106,24 +112,28 @@ TEST(DotNetMembersTest, OverloadsAreCollectedUnderOneMaster) {
 }
 
 TEST(DotNetMembersTest, FieldsOfAModule) {
-  const NetModule net("Protected Friend Shared a As Integer = 5\nPublic WithEvents b As Foo, c\n"
-                      "Private ReadOnly d As New Bar(1, 2)\nPrivate e(3) As Long\nSub S()\n  Dim x As Integer\nEnd Sub\n"
-                      "Public late As Byte\n");
+  const NetModule net(
+      "Protected Friend Shared a As Integer = 5\nPublic WithEvents b As Foo, c\n"
+      "Private ReadOnly d As New Bar(1, 2)\nPrivate e(3) As Long\nSub S()\n  Dim x As Integer\nEnd "
+      "Sub\n"
+      "Public late As Byte\n");
   std::string fields;
   for (const Block& block : net.Module->Blocks)
     for (const Variable& variable : *block.Variables)
       fields += block.Name() + ": " + Describe(variable) + "\n";
-  EXPECT_EQ(fields,
-            ": PROTECTED FRIEND a As System.Int32 static\n: PUBLIC b As Foo\n"
-            ": PUBLIC c As System.Object implicit\n: PRIVATE d As Bar\n: PRIVATE e(3) As System.Int64\n"
-            "S: PRIVATE x As System.Int32\n: PUBLIC late As System.Byte\n");
+  EXPECT_EQ(
+      fields,
+      ": PROTECTED FRIEND a As System.Int32 static\n: PUBLIC b As Foo\n"
+      ": PUBLIC c As System.Object implicit\n: PRIVATE d As Bar\n: PRIVATE e(3) As System.Int64\n"
+      "S: PRIVATE x As System.Int32\n: PUBLIC late As System.Byte\n");
   // Behind a complete procedure a field belongs to the declarations.
   EXPECT_TRUE(net.Module->BlockOfType(btDeclarations)->Variables->HasKey("late"));
 }
 
 TEST(DotNetMembersTest, EventsHaveDelegatesAndDelegatesAreNoMembers) {
-  const NetModule net("Public Event Changed(ByVal x As Integer)\n"
-                      "Public Delegate Function D(ByVal y As String) As Long\nSub S()\nEnd Sub\n");
+  const NetModule net(
+      "Public Event Changed(ByVal x As Integer)\n"
+      "Public Delegate Function D(ByVal y As String) As Long\nSub S()\nEnd Sub\n");
   EXPECT_EQ(Blocks(net), " sub PUBLIC S() @0\n");
   std::string delegates;
   for (const Block& block : net.Space.Delegates) delegates += Describe(block);
@@ -145,7 +155,8 @@ TEST(DotNetMembersTest, InheritsAndImports) {
 }
 
 TEST(DotNetMembersTest, TheDebugConstantIsTrue) {
-  const NetModule net("#If Debug Then\nDim a\n#Else\nDim b\n#End If\n#If Not Debug Then\nDim c\n#End If\n");
+  const NetModule net(
+      "#If Debug Then\nDim a\n#Else\nDim b\n#End If\n#If Not Debug Then\nDim c\n#End If\n");
   std::string names;
   for (const Block& block : net.Module->Blocks)
     for (const Variable& variable : *block.Variables) names += variable.Name + " ";

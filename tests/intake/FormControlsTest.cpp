@@ -12,8 +12,8 @@ namespace {
 using test::MemoryFiles;
 
 std::string Tree(const VBControl& control, const std::string& indent = "") {
-  std::string text = indent + control.ProgID + " " + control.Name + " (" + std::to_string(control.x) +
-                     "," + std::to_string(control.y) + ")";
+  std::string text = indent + control.ProgID + " " + control.Name + " (" +
+                     std::to_string(control.x) + "," + std::to_string(control.y) + ")";
   if (!control.Caption.empty()) text += " '" + control.Caption + "'";
   if (!control.Text.empty()) text += " text=" + control.Text;
   if (!control.Property("Index").empty()) text += " index=" + control.Property("Index");
@@ -23,11 +23,13 @@ std::string Tree(const VBControl& control, const std::string& indent = "") {
 }
 
 struct Form {
-  Form(const std::string& description, const test::Prepare& prepare = {}, const std::string& companion = {})
-      : Files{{"/p/F.frm", test::WithCrLf("VERSION 5.00\n" + description +
-                                          "Attribute VB_Name = \"F\"\nAttribute VB_Exposed = False\n"
-                                          "Private Sub cmd_Click(Index As Integer)\nEnd Sub\n")},
-              {"/p/P.vbp", "Form=F.frm\r\nName=\"P\"\r\n"}} {
+  Form(const std::string& description, const test::Prepare& prepare = {},
+       const std::string& companion = {})
+      : Files{
+            {"/p/F.frm", test::WithCrLf("VERSION 5.00\n" + description +
+                                        "Attribute VB_Name = \"F\"\nAttribute VB_Exposed = False\n"
+                                        "Private Sub cmd_Click(Index As Integer)\nEnd Sub\n")},
+            {"/p/P.vbp", "Form=F.frm\r\nName=\"P\"\r\n"}} {
     if (!companion.empty()) Files.Add("/p/F.frx", companion);
     if (prepare) prepare(Project);
     EXPECT_TRUE(Project.Load("/p/P.vbp"));

@@ -72,7 +72,8 @@ TEST(ModuleLoadTest, AStatementOfSeveralLinesHasARecordForEach) {
 }
 
 TEST(ModuleLoadTest, ALineBehindASeparatorIsLostOrWaits) {
-  const char* const body = "Sub S()\na = 1 : b = 2\nc = 3\nd = 4 : e = 5 : f = 6\ng = 7\nh = 8\nEnd Sub\n";
+  const char* const body =
+      "Sub S()\na = 1 : b = 2\nc = 3\nd = 4 : e = 5 : f = 6\ng = 7\nh = 8\nEnd Sub\n";
   TestModule classic("M.bas", body);
   EXPECT_EQ(ShowLines(*classic->Blocks.Item("S")),
             "Sub S() | START_SUB [Sub S()]\n"
@@ -90,7 +91,8 @@ TEST(ModuleLoadTest, ALineBehindASeparatorIsLostOrWaits) {
 
 TEST(ModuleLoadTest, LongRemaindersOfIndentedLinesStayWhole) {
   const char* const body =
-      "Sub S()\n\tfirstVariable = 1 : secondVariable = 22222222222 : thirdVariable = 333333333333 : "
+      "Sub S()\n\tfirstVariable = 1 : secondVariable = 22222222222 : thirdVariable = 333333333333 "
+      ": "
       "fourthVariable = \"the last of them\"\nEnd Sub\n";
   TestModule module("M.bas", body, test::Reading("KeepLinesBehindSeparators"));
   const CodeLines& lines = *module->Blocks.Item("S")->CodeLines;
@@ -109,12 +111,14 @@ TEST(ModuleLoadTest, AStatementLeftOpenAtTheEndOfTheFileIsNotLost) {
 }
 
 TEST(ModuleLoadTest, OneLineProceduresAreTakenApartInTheCompleteReading) {
-  const char* const body = "Sub A(): x = 1: End Sub\nFunction F() As Long: F = 2: End Function\nSub B()\nEnd Sub\n";
+  const char* const body =
+      "Sub A(): x = 1: End Sub\nFunction F() As Long: F = 2: End Function\nSub B()\nEnd Sub\n";
   TestModule classic("M.bas", body);
   EXPECT_EQ(classic->Blocks.Item("A")->EndLine(), 1);
   TestModule module("M.bas", body, test::Complete());
-  EXPECT_EQ(Describe(*module),
-            "M\n attributes\n sub PUBLIC A() @2\n function PUBLIC F() As Long @3\n sub PUBLIC B() @4\n");
+  EXPECT_EQ(
+      Describe(*module),
+      "M\n attributes\n sub PUBLIC A() @2\n function PUBLIC F() As Long @3\n sub PUBLIC B() @4\n");
   EXPECT_EQ(ShowLines(*module->Blocks.Item("A")),
             "Sub A(): x = 1: End Sub | START_SUB [Sub A()] more( x = 1: End Sub)\n"
             " x = 1: End Sub | OTHER [x = 1] more( End Sub) notinsource\n"
@@ -123,10 +127,11 @@ TEST(ModuleLoadTest, OneLineProceduresAreTakenApartInTheCompleteReading) {
 
 TEST(ModuleLoadTest, ALoadInTwoStepsGivesTheTreeOfOne) {
   const std::string bodies[] = {
-      "Option Explicit\nDim a ' note\n' above\nSub S(x, _\n y)\n  Dim q\nEnd Sub\n' two\n\nFunction F()\nEnd Function\n",
-      "Dim a\nSub S() : x = 1 : y = 2\nz = 3\nEnd Sub\n",
-      "Dim a\n",
-      "#If False Then\nDim b\n#End If\nPrivate Sub S()\n#If True Then\nDim c\n#End If\nEnd Sub\nSub T()\nEnd Sub\n",
+      "Option Explicit\nDim a ' note\n' above\nSub S(x, _\n y)\n  Dim q\nEnd Sub\n' "
+      "two\n\nFunction F()\nEnd Function\n",
+      "Dim a\nSub S() : x = 1 : y = 2\nz = 3\nEnd Sub\n", "Dim a\n",
+      "#If False Then\nDim b\n#End If\nPrivate Sub S()\n#If True Then\nDim c\n#End If\nEnd "
+      "Sub\nSub T()\nEnd Sub\n",
       ""};
   for (const std::string& body : bodies) {
     for (const test::Prepare& reading : {test::Prepare(), test::Complete()}) {
@@ -159,12 +164,20 @@ TEST(ModuleLoadTest, BranchesOfConditionalCompilationAreResolved) {
   for (const Case& c : std::vector<Case>{
            {"#If True Then\nDim a\n#Else\nDim b\n#End If\nDim z\n", "a z "},
            {"#If False Then\nDim a\n#Else\nDim b\n#End If\nDim z\n", "b z "},
-           {"#If False Then\nDim a\n#ElseIf True Then\nDim b\n#ElseIf True Then\nDim c\n#Else\nDim d\n#End If\nDim z\n", "b z "},
-           {"#If False Then\nDim a\n#ElseIf False Then\nDim b\n#Else\nDim c\n#End If\nDim z\n", "c z "},
-           {"#If True Then\nDim a\n#If False Then\nDim b\n#Else\nDim c\n#End If\n#Else\nDim d\n#End If\nDim z\n", "a c z "},
+           {"#If False Then\nDim a\n#ElseIf True Then\nDim b\n#ElseIf True Then\nDim c\n#Else\nDim "
+            "d\n#End If\nDim z\n",
+            "b z "},
+           {"#If False Then\nDim a\n#ElseIf False Then\nDim b\n#Else\nDim c\n#End If\nDim z\n",
+            "c z "},
+           {"#If True Then\nDim a\n#If False Then\nDim b\n#Else\nDim c\n#End If\n#Else\nDim "
+            "d\n#End If\nDim z\n",
+            "a c z "},
            // The true branch of an inner #If in a false one stays false, its #Else too.
-           {"#If False Then\n#If True Then\nDim a\n#Else\nDim b\n#End If\nDim c\n#End If\nDim z\n", "z "},
-           {"#If False Then\n#If False Then\nDim a\n#Else\nDim b\n#End If\nDim c\n#Else\nDim d\n#End If\nDim z\n", "d z "},
+           {"#If False Then\n#If True Then\nDim a\n#Else\nDim b\n#End If\nDim c\n#End If\nDim z\n",
+            "z "},
+           {"#If False Then\n#If False Then\nDim a\n#Else\nDim b\n#End If\nDim c\n#Else\nDim "
+            "d\n#End If\nDim z\n",
+            "d z "},
            {"#Const A = 1\n#Const A = 0\n#If A Then\nDim a\n#End If\nDim z\n", "a z "},
            {"#If False Then\n#Const A = 1\n#End If\n#If A Then\nDim a\n#End If\nDim z\n", "a z "},
            {"#if true then\nDim a\n#elseif true then\nDim b\n#end if\nDim z\n", "a z "},
@@ -173,7 +186,8 @@ TEST(ModuleLoadTest, BranchesOfConditionalCompilationAreResolved) {
     for (const char* flags : {"", "KeepDirectives", "ConstantExpressions"}) {
       TestModule module("M.bas", std::string("Dim first\n") + c.Body, test::Reading(flags));
       std::string names;
-      for (const Variable& variable : *module->Blocks.Item(2)->Variables) names += variable.Name + " ";
+      for (const Variable& variable : *module->Blocks.Item(2)->Variables)
+        names += variable.Name + " ";
       EXPECT_EQ(names, std::string("first ") + c.Variables) << flags << "\n" << c.Body;
       EXPECT_FALSE(module->Ignore());
     }
@@ -182,25 +196,30 @@ TEST(ModuleLoadTest, BranchesOfConditionalCompilationAreResolved) {
 
 TEST(ModuleLoadTest, DirectivesAndFalseBranchesBecomeCommentsUnlessTheyAreKept) {
   const std::string body =
-      "Dim a\n#Const X = 1\n#If X = 0 Then\n  Dim first As Long, _\n\tsecond As String, _\n  third ' t\n"
+      "Dim a\n#Const X = 1\n#If X = 0 Then\n  Dim first As Long, _\n\tsecond As String, _\n  third "
+      "' t\n"
       "' note\n#If True Then\n#End If\n#ElseIf X _\n  = 1 Then\nDim b\n#End If\n";
   TestModule module("M.bas", body);
   const std::string d = kDirective, m = kMessage;
-  EXPECT_EQ(ShowLines(*module->Blocks.Item(2)),
-            "Dim a | VAR_DECLARATION [Dim a]\n" +
-            d + "#Const X = 1 | COMPILER_DIRECTIVE [#Const X = 1]\n" +
-            d + "#If X = 0 Then | COMPILER_DIRECTIVE [#If X = 0 Then]\n" +
-            m + "  Dim first As Long, _ | Comment [Dim first As Long, _] continued(Dim first As Long, )\n" +
-            m + "\tsecond As String, _ | Comment [Dim first As Long,     second As String, _] "
-                "continued(Dim first As Long,     second As String, ) continuation\n" +
-            m + "  third ' t | Comment [Dim first As Long, second As String, third ] 't continuation\n" +
-            m + "' note | Comment 'note\n" +
-            d + "#If True Then | COMPILER_DIRECTIVE [#If True Then]\n" +
-            d + "#End If | COMPILER_DIRECTIVE [#End If]\n" +
-            d + "#ElseIf X _ | Comment [#ElseIf X _] continued(#ElseIf X )\n" +
-            d + "  = 1 Then | COMPILER_DIRECTIVE [#ElseIf X = 1 Then] continuation\n"
-            "Dim b | VAR_DECLARATION [Dim b]\n" +
-            d + "#End If | COMPILER_DIRECTIVE [#End If]\n");
+  EXPECT_EQ(
+      ShowLines(*module->Blocks.Item(2)),
+      "Dim a | VAR_DECLARATION [Dim a]\n" + d +
+          "#Const X = 1 | COMPILER_DIRECTIVE [#Const X = 1]\n" + d +
+          "#If X = 0 Then | COMPILER_DIRECTIVE [#If X = 0 Then]\n" + m +
+          "  Dim first As Long, _ | Comment [Dim first As Long, _] continued(Dim first As Long, "
+          ")\n" +
+          m +
+          "\tsecond As String, _ | Comment [Dim first As Long,     second As String, _] "
+          "continued(Dim first As Long,     second As String, ) continuation\n" +
+          m +
+          "  third ' t | Comment [Dim first As Long, second As String, third ] 't continuation\n" +
+          m + "' note | Comment 'note\n" + d +
+          "#If True Then | COMPILER_DIRECTIVE [#If True Then]\n" + d +
+          "#End If | COMPILER_DIRECTIVE [#End If]\n" + d +
+          "#ElseIf X _ | Comment [#ElseIf X _] continued(#ElseIf X )\n" + d +
+          "  = 1 Then | COMPILER_DIRECTIVE [#ElseIf X = 1 Then] continuation\n"
+          "Dim b | VAR_DECLARATION [Dim b]\n" +
+          d + "#End If | COMPILER_DIRECTIVE [#End If]\n");
   for (const test::Prepare& keeps :
        {test::Reading("KeepDirectives"),
         test::Prepare([](VBProject& p) { p.OutputConditionalCompilationBlocks = true; })}) {
@@ -217,14 +236,15 @@ TEST(ModuleLoadTest, ALineThatFailsEndsTheLoadOrIsSteppedOver) {
     const char* Diagnostics;
     bool Written = true;  // every line is kept
   };
-  for (const Case& c : std::vector<Case>{
-           {"Dim a\nPublic\nDim b\n", "a b ", "3 line-not-understood\n"},
-           {"Dim a\nPublic _\n\nDim b\n", "a b ", "4 line-not-understood\n"},
-           {"Dim a\n#End If\nDim b\n", "a b ", "3 line-not-understood\n"},
-           {"Dim a\n#Else\nDim b\n", "a b ", "3 line-not-understood\n"},
-           {"Dim a\n#If ) Then\nDim c\n#End If\nDim b\n", "a c b ",
-            "3 line-not-understood\n5 line-not-understood\n"},
-           {"Dim a : Private\nDim c\nDim b\n", "a b ", "3 lost-line\n3 line-not-understood\n", false}}) {
+  for (const Case& c :
+       std::vector<Case>{{"Dim a\nPublic\nDim b\n", "a b ", "3 line-not-understood\n"},
+                         {"Dim a\nPublic _\n\nDim b\n", "a b ", "4 line-not-understood\n"},
+                         {"Dim a\n#End If\nDim b\n", "a b ", "3 line-not-understood\n"},
+                         {"Dim a\n#Else\nDim b\n", "a b ", "3 line-not-understood\n"},
+                         {"Dim a\n#If ) Then\nDim c\n#End If\nDim b\n", "a c b ",
+                          "3 line-not-understood\n5 line-not-understood\n"},
+                         {"Dim a : Private\nDim c\nDim b\n", "a b ",
+                          "3 lost-line\n3 line-not-understood\n", false}}) {
     const auto load = [&](const test::Prepare& more) {
       return TestModule("M.bas", c.Body, [&](VBProject& project) {
         project.OutputConditionalCompilationBlocks = true;
@@ -234,7 +254,8 @@ TEST(ModuleLoadTest, ALineThatFailsEndsTheLoadOrIsSteppedOver) {
     std::string asked;
     const auto tell = [&](VBProject& project) {
       project.OnLineFailure = [&](const VendrelError& e, std::string_view file, std::int32_t line) {
-        asked += std::string(file) + ":" + std::to_string(line) + ":" + std::to_string(e.Number()) + "\n";
+        asked += std::string(file) + ":" + std::to_string(line) + ":" + std::to_string(e.Number()) +
+                 "\n";
         return StepOver::SkipLine;
       };
     };
@@ -246,7 +267,8 @@ TEST(ModuleLoadTest, ALineThatFailsEndsTheLoadOrIsSteppedOver) {
       tell(project);
     });
     std::string names;
-    for (const Variable& variable : *module->Blocks.Item(2)->Variables) names += variable.Name + " ";
+    for (const Variable& variable : *module->Blocks.Item(2)->Variables)
+      names += variable.Name + " ";
     EXPECT_EQ(names, c.Tree) << c.Body;
     EXPECT_EQ(Told(module.Project->Diagnostics), c.Diagnostics) << c.Body;
     EXPECT_EQ(asked.empty(), !*c.Diagnostics);
@@ -273,13 +295,14 @@ TEST(ModuleLoadTest, OddFilesGiveOneDiagnosticAndTheRestOfTheTree) {
   const std::string nul("Attribute VB_Name = \"M\"\r\nDim a\0b\r\n", 34);
   std::string binary(2000, '\x01');
   binary[0] = '\xFE';
-  for (const Case& c : std::vector<Case>{
-           {"empty", "", "0 empty-module\n", lsFullyLoaded},
-           {"binary", binary, "0 binary-module\n", lsNotLoaded},
-           {"other kind", "VERSION 5.00\r\nBegin VB.Form F\r\nEnd\r\n", "0 other-kind\n", lsFullyLoaded},
-           {"nul", nul, "0 nul-characters\n", lsFullyLoaded},
-           {"missing", "-", "0 missing-module\n", lsNotLoaded},
-           {"folder", "/", "0 not-a-file\n", lsNotLoaded}}) {
+  for (const Case& c :
+       std::vector<Case>{{"empty", "", "0 empty-module\n", lsFullyLoaded},
+                         {"binary", binary, "0 binary-module\n", lsNotLoaded},
+                         {"other kind", "VERSION 5.00\r\nBegin VB.Form F\r\nEnd\r\n",
+                          "0 other-kind\n", lsFullyLoaded},
+                         {"nul", nul, "0 nul-characters\n", lsFullyLoaded},
+                         {"missing", "-", "0 missing-module\n", lsNotLoaded},
+                         {"folder", "/", "0 not-a-file\n", lsNotLoaded}}) {
     for (const test::Prepare& reading : {test::Prepare(), test::Complete()}) {
       test::MemoryFiles files{{"/p/P.vbp", "Module=M; M.bas\r\nModule=N; N.bas\r\nName=\"P\"\r\n"},
                               {"/p/N.bas", "Attribute VB_Name = \"N\"\r\nDim a\r\n"}};
@@ -316,12 +339,15 @@ TEST(ModuleLoadTest, AnEmptyFileIsABlankLineInAnAttributesBlock) {
 }
 
 TEST(ModuleLoadTest, SourceCodeCanBeUnloaded) {
-  TestModule module("C.cls", "' about\n\nPublic a ' note\nEvent E(x)\nDeclare Sub D Lib \"k\" (x)\nSub S(p)\n' in\n  Dim q\nEnd Sub\n");
+  TestModule module("C.cls",
+                    "' about\n\nPublic a ' note\nEvent E(x)\nDeclare Sub D Lib \"k\" (x)\nSub "
+                    "S(p)\n' in\n  Dim q\nEnd Sub\n");
   module->UnloadSourceCode();
   EXPECT_EQ(module->LoadState, lsFullyLoadedNoCode);
-  EXPECT_EQ(Describe(*module),
-            "C 'about'\n event E() @4/9\n declare sub D lib k.dll() @5/10\n attributes\n declarations\n"
-            "  var PUBLIC a As Variant implicit @3/8\n sub PUBLIC S As Variant @11\n");
+  EXPECT_EQ(
+      Describe(*module),
+      "C 'about'\n event E() @4/9\n declare sub D lib k.dll() @5/10\n attributes\n declarations\n"
+      "  var PUBLIC a As Variant implicit @3/8\n sub PUBLIC S As Variant @11\n");
   EXPECT_EQ(module->Blocks.Item("S")->DefinitionLine, "");
   module.Project->UnloadSourceCode();
   EXPECT_EQ(module->LoadState, lsFullyLoadedNoCode);
@@ -350,9 +376,10 @@ TEST(ModuleLoadTest, CodeCanBeAddedByAClient) {
   EXPECT_EQ(component->Blocks.Item("F")->ReturnType, "Long");
   component->InitBlock(true);
   EXPECT_EQ(component->InitBlock(), component->BlockOfType(btClassInitialize));
-  EXPECT_EQ(ShowLines(*component->InitBlock()),
-            "Private Sub Class_Initialize() | START_CLASS_INITIALISE [Private Sub Class_Initialize()]\n"
-            "End Sub | END_SUB [End Sub]\n");
+  EXPECT_EQ(
+      ShowLines(*component->InitBlock()),
+      "Private Sub Class_Initialize() | START_CLASS_INITIALISE [Private Sub Class_Initialize()]\n"
+      "End Sub | END_SUB [End Sub]\n");
   EXPECT_EQ(component->TermBlock(), nullptr);
   EXPECT_EQ(component->BlockOfType(btSub, true)->Name(), "S");
   EXPECT_EQ(component->BlockOfType(btPropertySet, true), nullptr);
@@ -369,13 +396,14 @@ TEST(ModuleLoadTest, TheFirstAndLastProcedureDependOnTheKindOfModule) {
     const char* Init;
     const char* Term;
   };
-  for (const Case& c : std::vector<Case>{{ftClass, false, "Class_Initialize", "Class_Terminate"},
-                                         {ftForm, false, "Form_Load", "Form_Unload"},
-                                         {ftForm, true, "MDIForm_Load", "MDIForm_Unload"},
-                                         {ftUserControl, false, "Usercontrol_Initialize", "Usercontrol_Terminate"},
-                                         {ftUserDocument, false, "Userdocument_Initialize", "Userdocument_Terminate"},
-                                         {ftModule, false, "", ""},
-                                         {ftPropertyPage, false, "", ""}}) {
+  for (const Case& c : std::vector<Case>{
+           {ftClass, false, "Class_Initialize", "Class_Terminate"},
+           {ftForm, false, "Form_Load", "Form_Unload"},
+           {ftForm, true, "MDIForm_Load", "MDIForm_Unload"},
+           {ftUserControl, false, "Usercontrol_Initialize", "Usercontrol_Terminate"},
+           {ftUserDocument, false, "Userdocument_Initialize", "Userdocument_Terminate"},
+           {ftModule, false, "", ""},
+           {ftPropertyPage, false, "", ""}}) {
     Component component;
     component.FileType = c.Type;
     component.SetIsMDI(c.Mdi);
@@ -394,14 +422,15 @@ TEST(ModuleLoadTest, TheFirstAndLastProcedureDependOnTheKindOfModule) {
 TEST(ModuleLoadTest, DroppingTheRootFreesTheTree) {
   std::vector<WeakHandle<CodeElement>> elements;
   {
-    TestProject project({{"C.cls",
-                          "Implements I\nEvent E(x)\nEnum N\n  a\nEnd Enum\nType T\n  x As Long\nEnd Type\n"
-                          "Declare Sub D Lib \"k\" ()\nPrivate WithEvents v As C\nConst K = 1\n"
-                          "Private Sub v_E(p)\n  Dim q\nEnd Sub\nProperty Get P()\nEnd Property\n"},
-                         {"F.frm", "Private Sub Form_Load()\nEnd Sub\nSub Form_Click()\nEnd Sub\n"}});
+    TestProject project(
+        {{"C.cls",
+          "Implements I\nEvent E(x)\nEnum N\n  a\nEnd Enum\nType T\n  x As Long\nEnd Type\n"
+          "Declare Sub D Lib \"k\" ()\nPrivate WithEvents v As C\nConst K = 1\n"
+          "Private Sub v_E(p)\n  Dim q\nEnd Sub\nProperty Get P()\nEnd Property\n"},
+         {"F.frm", "Private Sub Form_Load()\nEnd Sub\nSub Form_Click()\nEnd Sub\n"}});
     const auto note = [&](const auto& collection) {
-      for (auto& item : collection) elements.emplace_back(const_cast<CodeElement*>(
-          static_cast<const CodeElement*>(&item)));
+      for (auto& item : collection)
+        elements.emplace_back(const_cast<CodeElement*>(static_cast<const CodeElement*>(&item)));
     };
     for (Component& c : project.Project->Components) {
       elements.emplace_back(&c);

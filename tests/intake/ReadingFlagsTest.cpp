@@ -28,7 +28,8 @@ void ExpectBoth(const std::vector<Case>& cases) {
 }
 
 TEST(ReadingFlagsTest, StaticVariablesOfProcedures) {
-  const char* const body = "Dim z\nSub S()\n  Static x As Long, y\n  StaticX = 1\nEnd Sub\nStatic q\n";
+  const char* const body =
+      "Dim z\nSub S()\n  Static x As Long, y\n  StaticX = 1\nEnd Sub\nStatic q\n";
   ExpectBoth({{"LocalStatics", "M.bas", body,
                "M\n attributes\n declarations\n  var PRIVATE z As Variant implicit @1/2\n"
                " sub PUBLIC S() As Variant @3\n",
@@ -41,7 +42,8 @@ TEST(ReadingFlagsTest, StaticVariablesOfProcedures) {
 TEST(ReadingFlagsTest, EarlyDeclarations) {
   ExpectBoth({{"EarlyDeclarations", "C.cls", "Implements I\nDefInt A-Z\nDim a\n",
                "C\n attributes\n declarations\n  var PRIVATE a As Variant implicit @1/8\n",
-               "C\n implements I @1/6\n attributes\n declarations\n  var PRIVATE a As Integer implicit @3/8\n"},
+               "C\n implements I @1/6\n attributes\n declarations\n  var PRIVATE a As Integer "
+               "implicit @3/8\n"},
               {"EarlyDeclarations", "C.cls", "Event E()\nSub S()\nEnd Sub\n",
                "C\n event E() @2/6\n attributes\n sub PUBLIC S() As Variant @7\n",
                "C\n event E() @1/6\n attributes\n declarations\n sub PUBLIC S() As Variant @7\n"},
@@ -58,7 +60,8 @@ TEST(ReadingFlagsTest, EarlyDeclarations) {
 TEST(ReadingFlagsTest, StaticProceduresNeedTheKeyword) {
   const char* const body =
       "Sub A()\nEnd Sub\nStatic Sub B()\nEnd Sub\nPrivate Static Function C()\nEnd Function\n"
-      "Sub StaticX()\nEnd Sub\nSub D(Static1)\nEnd Sub\nFriend static Property Get E()\nEnd Property\n";
+      "Sub StaticX()\nEnd Sub\nSub D(Static1)\nEnd Sub\nFriend static Property Get E()\nEnd "
+      "Property\n";
   const auto statics = [&](const test::Prepare& reading) {
     TestModule module("M.bas", body, reading);
     std::string names;
@@ -94,19 +97,25 @@ TEST(ReadingFlagsTest, DefaultsAndListsAreReadWhole) {
   ExpectBoth(
       {{"WholeDefaults", "M.bas", "Dim s As String * 10, t As Long\n",
         "M\n attributes\n declarations\n  var PRIVATE s As String fixed @1/2\n",
-        "M\n attributes\n declarations\n  var PRIVATE s As String fixed @1/2\n  var PRIVATE t As Long @1/2\n"},
+        "M\n attributes\n declarations\n  var PRIVATE s As String fixed @1/2\n  var PRIVATE t As "
+        "Long @1/2\n"},
        {"WholeDefaults", "M.bas", "Dim a,b,c(1,2) As Long\n",
         "M\n attributes\n declarations\n  var PRIVATE a,b,c(1,2) As Long @1/2\n",
         "M\n attributes\n declarations\n  var PRIVATE a As Variant implicit @1/2\n"
         "  var PRIVATE b As Variant implicit @1/2\n  var PRIVATE c(1,2) As Long @1/2\n"},
-       {"WholeDefaults", "M.bas", "Sub S(Optional x = 1 + 2, Optional y As String = \"a, b\", Optional z = -1)\nEnd Sub\n",
-        "M\n attributes\n sub PUBLIC S(Optional x As Variant implicit = 2, Optional y As String = \"a, b\", "
+       {"WholeDefaults", "M.bas",
+        "Sub S(Optional x = 1 + 2, Optional y As String = \"a, b\", Optional z = -1)\nEnd Sub\n",
+        "M\n attributes\n sub PUBLIC S(Optional x As Variant implicit = 2, Optional y As String = "
+        "\"a, b\", "
         "Optional z As Variant implicit = -1) As Variant @2\n",
-        "M\n attributes\n sub PUBLIC S(Optional x As Variant implicit = 1 + 2, Optional y As String = \"a, b\", "
+        "M\n attributes\n sub PUBLIC S(Optional x As Variant implicit = 1 + 2, Optional y As "
+        "String = \"a, b\", "
         "Optional z As Variant implicit = -1) As Variant @2\n"},
        {"WholeDefaults", "C.cls", "Dim z\nEvent Done\n",
-        "C\n event Don() @2/7\n attributes\n declarations\n  var PRIVATE z As Variant implicit @1/6\n",
-        "C\n event Done() @2/7\n attributes\n declarations\n  var PRIVATE z As Variant implicit @1/6\n"}});
+        "C\n event Don() @2/7\n attributes\n declarations\n  var PRIVATE z As Variant implicit "
+        "@1/6\n",
+        "C\n event Done() @2/7\n attributes\n declarations\n  var PRIVATE z As Variant implicit "
+        "@1/6\n"}});
 }
 
 TEST(ReadingFlagsTest, InitialiseProceduresAreReadAsAnyOther) {
@@ -124,23 +133,28 @@ TEST(ReadingFlagsTest, InitialiseProceduresAreReadAsAnyOther) {
 }
 
 TEST(ReadingFlagsTest, EventsAndDeclaresHaveTheAccessOfTheLanguage) {
-  const char* const body = "Dim z\nEvent E()\nDeclare Sub S Lib \"k\" ()\nPrivate Declare Sub T Lib \"k\" ()\n";
+  const char* const body =
+      "Dim z\nEvent E()\nDeclare Sub S Lib \"k\" ()\nPrivate Declare Sub T Lib \"k\" ()\n";
   ExpectBoth({{"DefaultAccess", "C.cls", body,
-               "C\n event E() @2/7\n declare sub S lib k.dll() @3/8\n declare PRIVATE sub T lib k.dll() @4/9\n"
+               "C\n event E() @2/7\n declare sub S lib k.dll() @3/8\n declare PRIVATE sub T lib "
+               "k.dll() @4/9\n"
                " attributes\n declarations\n  var PRIVATE z As Variant implicit @1/6\n",
                "C\n event PUBLIC E() @2/7\n declare PRIVATE sub S lib k.dll() @3/8\n"
                " declare PRIVATE sub T lib k.dll() @4/9\n"
                " attributes\n declarations\n  var PRIVATE z As Variant implicit @1/6\n"},
               {"DefaultAccess", "M.bas", "Dim z\nDeclare Sub S Lib \"k\" ()\n",
-               "M\n declare sub S lib k.dll() @2/3\n attributes\n declarations\n  var PRIVATE z As Variant implicit @1/2\n",
-               "M\n declare PUBLIC sub S lib k.dll() @2/3\n attributes\n declarations\n  var PRIVATE z As Variant implicit @1/2\n"}});
+               "M\n declare sub S lib k.dll() @2/3\n attributes\n declarations\n  var PRIVATE z As "
+               "Variant implicit @1/2\n",
+               "M\n declare PUBLIC sub S lib k.dll() @2/3\n attributes\n declarations\n  var "
+               "PRIVATE z As Variant implicit @1/2\n"}});
 }
 
 TEST(ReadingFlagsTest, EveryDeclareHasItsLibrary) {
   const auto linked = [](const test::Prepare& reading) {
-    test::TestProject project({{"A.bas", "Declare Sub S Lib \"k\" ()\nDeclare Sub T Lib \"K.DLL\" ()\n"},
-                               {"B.bas", "Declare Sub s Lib \"k\" ()\n"}},
-                              reading);
+    test::TestProject project(
+        {{"A.bas", "Declare Sub S Lib \"k\" ()\nDeclare Sub T Lib \"K.DLL\" ()\n"},
+         {"B.bas", "Declare Sub s Lib \"k\" ()\n"}},
+        reading);
     std::string text;
     for (const Component& component : project.Project->Components)
       for (const DeclareDeclaration& item : component.Declarations)
@@ -154,19 +168,24 @@ TEST(ReadingFlagsTest, EveryDeclareHasItsLibrary) {
 }
 
 TEST(ReadingFlagsTest, TheCompleteReadingTakesAllTogether) {
-  TestModule module("C.cls",
-                    "' about the class\nOption Explicit\nImplements IFoo\nEvent Done\n' used below\n"
-                    "Private mA, mB As String * 10, mC\n\n' starts\nPrivate Sub Class_Initialize(): mA = 1: End Sub\n"
-                    "' finds\nPublic Function Find(x() As Long, Optional y = 1 + 1) As Long()\n"
-                    "  Static n As Long : n = n + 1\nEnd Function\n",
-                    test::Complete());
+  TestModule module(
+      "C.cls",
+      "' about the class\nOption Explicit\nImplements IFoo\nEvent Done\n' used below\n"
+      "Private mA, mB As String * 10, mC\n\n' starts\nPrivate Sub Class_Initialize(): mA = 1: End "
+      "Sub\n"
+      "' finds\nPublic Function Find(x() As Long, Optional y = 1 + 1) As Long()\n"
+      "  Static n As Long : n = n + 1\nEnd Function\n",
+      test::Complete());
   EXPECT_EQ(Describe(*module),
-            "C explicit 'about the class'\n implements IFoo @3/8\n event PUBLIC Done() @4/9\n attributes\n"
+            "C explicit 'about the class'\n implements IFoo @3/8\n event PUBLIC Done() @4/9\n "
+            "attributes\n"
             " declarations\n"
-            "  var PRIVATE mA As Variant implicit 'used below' @6/11\n  var PRIVATE mB As String fixed @6/11\n"
+            "  var PRIVATE mA As Variant implicit 'used below' @6/11\n  var PRIVATE mB As String "
+            "fixed @6/11\n"
             "  var PRIVATE mC As Variant implicit @6/11\n"
             " initialize PRIVATE Class_Initialize() on C @14 'starts'\n"
-            " function PUBLIC Find(x() As Long, Optional y As Variant implicit = 1 + 1) As Long() @16 'finds'\n"
+            " function PUBLIC Find(x() As Long, Optional y As Variant implicit = 1 + 1) As Long() "
+            "@16 'finds'\n"
             "  var PRIVATE n As Long static @2/17\n");
 }
 

@@ -164,20 +164,13 @@ TEST(Blocks, TheIndexGivesWhatAWalkGivesThroughAnyChange) {
     const std::size_t count = blocks.Count();
     const std::size_t at = count ? pick(count) + 1 : 0;
     switch (pick(count < 5 ? 2 : 7)) {
-      case 0:
-        blocks.Add(NewNamed(name()));
-        break;
+      case 0: blocks.Add(NewNamed(name())); break;
       case 1:
         if (at) blocks.Add(NewNamed(name()), "key" + std::to_string(step), at);
         break;
-      case 2:
-        blocks.Remove(at);
-        break;
-      case 3:
-        blocks.Item(at)->SetBlockType(static_cast<BlockTypeEnum>(1 + pick(7)));
-        break;
-      default:
-        blocks.Item(at)->SetName(name());
+      case 2: blocks.Remove(at); break;
+      case 3: blocks.Item(at)->SetBlockType(static_cast<BlockTypeEnum>(1 + pick(7))); break;
+      default: blocks.Item(at)->SetName(name());
     }
     const std::string sought = name();
     ASSERT_EQ(blocks.Item(sought), Walked(blocks, sought)) << sought << " in step " << step;

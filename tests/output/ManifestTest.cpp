@@ -161,14 +161,16 @@ TEST(ProjectManifest, OfTheProjectAloneIsItsRoot) {
   const auto module = std::make_shared<Component>();
   project.Components.Add(module, "m");
 
-  XmlElement root = project.Manifest(true, false)->Root();
+  const auto bare = project.Manifest(true, false);
+  const XmlElement root = bare->Root();
   EXPECT_EQ(root.Name(), "VendrelModel_V2_Manfest");
   EXPECT_EQ(root.Elements().Count(), 0u);
   EXPECT_EQ(root.Attributes().Count(), 19u);
   EXPECT_EQ(root.Attributes().Item("Version").Value(), "100");
   EXPECT_EQ(root.Attributes().Item("ProjectType").Value(), "3");
   EXPECT_EQ(module->LoadState, lsNotLoaded);
-  EXPECT_EQ(project.Manifest(true, true)->Root().Elements().Item(1).Text(), "who");
+  const auto commented = project.Manifest(true, true);
+  EXPECT_EQ(commented->Root().Elements().Item(1).Text(), "who");
 }
 
 TEST(ProjectManifest, IsWrittenAsUtf8WhateverTheCodePage) {

@@ -1,5 +1,5 @@
-// Constants of conditional compilation: how values are stored, the exact script of a condition, and the
-// truth of conditions in both readings.
+// Constants of conditional compilation: how values are stored, the exact script of a condition, and
+// the truth of conditions in both readings.
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,8 @@ namespace {
 
 std::string List(const CompilerConstants& constants) {
   std::string text;
-  for (const CompilerConstant& constant : constants) text += constant.Name + "=" + constant.Value + "|";
+  for (const CompilerConstant& constant : constants)
+    text += constant.Name + "=" + constant.Value + "|";
   return text;
 }
 
@@ -80,12 +81,14 @@ TEST(CompilerConstantsTest, TheScriptIsBuiltWordByWord) {
            {"#If  Then", "", ""},
            {"= 1", "", " = 1"}}) {
     const std::string script = own.EvaluationScript(c.Condition, &project);
-    EXPECT_EQ(script, std::string(c.Assignments) + "Function Evaluate()\r\nEvaluate = (" + c.Expression + kEnd)
+    EXPECT_EQ(script, std::string(c.Assignments) + "Function Evaluate()\r\nEvaluate = (" +
+                          c.Expression + kEnd)
         << c.Condition;
   }
   State().CurrentLanguageVersion = lvVisualBasicDotNet;
-  EXPECT_EQ(own.EvaluationScript("#If Win32 And Debug Then", &project),
-            std::string("FZDebug = True\r\nFunction Evaluate()\r\nEvaluate = (cc1 And FZDebug") + kEnd);
+  EXPECT_EQ(
+      own.EvaluationScript("#If Win32 And Debug Then", &project),
+      std::string("FZDebug = True\r\nFunction Evaluate()\r\nEvaluate = (cc1 And FZDebug") + kEnd);
   State().CurrentLanguageVersion = lvVisualBasic5or6;
   EXPECT_EQ(own.EvaluationScript("#If Demo Then", nullptr),
             std::string("cc2 = \"abc\"\r\nFunction Evaluate()\r\nEvaluate = (cc2") + kEnd);
@@ -111,9 +114,9 @@ TEST(CompilerConstantsTest, ConditionsAreTrueOrFalse) {
       {"#If Text = \"ONE\" Then", false, false},
       {"#If 2 > 1 Then", true, true},
       {"#If CBool(0) Then", false, false},
-      {"#If 1 / 0 Then", false, false},          // a failure while it runs
-      {"#If \"abc\" Then", false, false},         // no truth value
-      {"#If Win32 Then", false, true},           // built in
+      {"#If 1 / 0 Then", false, false},    // a failure while it runs
+      {"#If \"abc\" Then", false, false},  // no truth value
+      {"#If Win32 Then", false, true},     // built in
       {"#If VBA6 = True Then", false, true},
       {"#If Win16 Then", false, false},
       {"#If Debug Then", false, false},
@@ -144,12 +147,14 @@ TEST(CompilerConstantsTest, ConstantsAreExpressionsInTheCompleteReading) {
   project.CompilerConstants.AddFromProjectLine("A = 1");
   project.Defines = {{"Given", "5"}, {"Win16", "True"}};
   CompilerConstants own;
-  for (const char* line : {"#Const B = A + 1", "#Const C = B > 1 And Not False", "#Const D = \"x\" & \"y\"",
-                           "#Const E = Win32", "#Const F = &H10&", "#Const G = Nothing1", "#Const H = 1 = 1"})
+  for (const char* line :
+       {"#Const B = A + 1", "#Const C = B > 1 And Not False", "#Const D = \"x\" & \"y\"",
+        "#Const E = Win32", "#Const F = &H10&", "#Const G = Nothing1", "#Const H = 1 = 1"})
     own.AddFromDeclaration(line, &project);
   EXPECT_EQ(List(own), "B=2|C=True|D=\"xy\"|E=True|F=16|G=0|H=True|");
-  for (const char* text : {"#If C Then", "#If B = 2 Then", "#If D = \"xy\" Then", "#If Given = 5 Then",
-                           "#If Win16 Then", "#ElseIf (A)Then", "#If \"A\" = \"A\" Then"})
+  for (const char* text :
+       {"#If C Then", "#If B = 2 Then", "#If D = \"xy\" Then", "#If Given = 5 Then",
+        "#If Win16 Then", "#ElseIf (A)Then", "#If \"A\" = \"A\" Then"})
     EXPECT_TRUE(own.Evaluate(text, &project)) << text;
   {
     const DiagnosticScope scope(&project.Diagnostics, "f");

@@ -19,7 +19,8 @@ const TestProject::Modules kModules = {
 std::string States(const VBProject& project) {
   std::string text;
   for (const Component& component : project.Components.Listed())
-    text += std::to_string(component.LoadState) + "/" + std::to_string(component.Blocks.Count()) + " ";
+    text +=
+        std::to_string(component.LoadState) + "/" + std::to_string(component.Blocks.Count()) + " ";
   return text;
 }
 
@@ -41,7 +42,8 @@ TEST(ComponentsTest, OnlyWalkingLoadsTheModules) {
   EXPECT_EQ(States(p), "0/0 0/0 0/0 ");
   std::string events;
   p.ComponentLoaded.Add([&](std::int32_t index) { events += "p" + std::to_string(index) + " "; });
-  p.Components.ComponentLoaded.Add([&](std::int32_t index) { events += "c" + std::to_string(index) + " "; });
+  p.Components.ComponentLoaded.Add(
+      [&](std::int32_t index) { events += "c" + std::to_string(index) + " "; });
   p.LoadCancelled.Add([&] { events += "cancelled "; });
   Walk(p);
   EXPECT_EQ(States(p), "2/4 2/2 2/4 ");
@@ -130,7 +132,8 @@ TEST(ComponentsTest, EventsOfTheProjectReachTheClient) {
   std::string events;
   TestProject project({{"M.bas", "' plain\n' ##REMARKS tagged\nDim a\n"}}, [&](VBProject& p) {
     p.NewTaggedComment.Add([&](Block& block, TaggedComment& comment, const CodeLine& line) {
-      events += std::to_string(block.BlockType()) + " " + comment.TagIdentifier + " " + line.Text + "|";
+      events +=
+          std::to_string(block.BlockType()) + " " + comment.TagIdentifier + " " + line.Text + "|";
     });
     p.TransformCancelled.Add([&] { events += "transform|"; });
   });
@@ -163,7 +166,9 @@ TEST(ComponentsTest, DefaultsOfANewProject) {
 }
 
 TEST(ComponentsTest, TypesOfTheProjectAreCached) {
-  TestProject project({{"M.bas", "Enum Colour\n  a\nEnd Enum\nPrivate Type Point\n  x\nEnd Type\nType M\n  y\nEnd Type\n"}});
+  TestProject project(
+      {{"M.bas",
+        "Enum Colour\n  a\nEnd Enum\nPrivate Type Point\n  x\nEnd Type\nType M\n  y\nEnd Type\n"}});
   Walk(*project.Project);
   const ProjectTypeCache& cache = project.Project->TypeCache;
   const auto entry = [&](const char* name) {
@@ -174,7 +179,8 @@ TEST(ComponentsTest, TypesOfTheProjectAreCached) {
   EXPECT_EQ(entry("Point"), "7:M");
   EXPECT_EQ(entry("M"), "1:");  // the first entry of a name stays
   EXPECT_EQ(project.Module("M").TypeCache.Find("COLOUR"), 3);
-  TestProject off({{"M.bas", "Enum Colour\n  a\nEnd Enum\n"}}, [](VBProject& p) { p.BuildTypeCache = false; });
+  TestProject off({{"M.bas", "Enum Colour\n  a\nEnd Enum\n"}},
+                  [](VBProject& p) { p.BuildTypeCache = false; });
   Walk(*off.Project);
   EXPECT_EQ(off.Project->TypeCache.Count(), 0u);
 }

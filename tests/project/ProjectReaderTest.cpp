@@ -79,7 +79,8 @@ TEST(ProjectReaderTest, EachKeySetsItsPropertyAndIsKeptOrNot) {
            {"=x", [](auto& p) { return p.Startup; }, "", true}}) {
     File file(std::string(c.Line) + "\nName=\"P\"\n");
     EXPECT_EQ(c.Value(file.Project), c.Expected) << c.Line;
-    EXPECT_EQ(Kept(file.Project), (c.IsKept ? std::string(c.Line) + "|" : "") + "Name=\"P\"|") << c.Line;
+    EXPECT_EQ(Kept(file.Project), (c.IsKept ? std::string(c.Line) + "|" : "") + "Name=\"P\"|")
+        << c.Line;
   }
 }
 
@@ -88,30 +89,34 @@ TEST(ProjectReaderTest, ModulesAreListedByTheirLines) {
     const char* Line;
     const char* Listed;  // name type file part
   };
-  for (const Case& c : std::vector<Case>{{"Module=Mod; src\\Mod.bas", "Mod 2 Z:\\p\\src\\Mod.bas"},
-                                         {"Class=Foo;foo.cls", "Foo 1 Z:\\p\\foo.cls"},
-                                         {"Class=Foo; foo.cls; more", "Foo 1 Z:\\p\\foo.cls"},
-                                         {"Class=A.B; foo.cls", "A 1 Z:\\p\\foo.cls"},
-                                         {"Class= Foo; foo.cls", " Foo 1 Z:\\p\\foo.cls"},
-                                         {"Form=F.frm", "frmMain 3 Z:\\p\\F.frm"},
-                                         {"Form= F.frm ", " 3 Z:\\p\\F.frm"},  // the name is looked for as written
-                                         {"Form=gone.frm", " 3 Z:\\p\\gone.frm"},
-                                         {"UserControl=U.ctl", "ctlBox 4 Z:\\p\\U.ctl"},
-                                         {"UserDocument=U.dob", " 5 Z:\\p\\U.dob"},
-                                         {"Designer=D.dsr", " 6 Z:\\p\\D.dsr"},
-                                         {"PropertyPage=P.pag", " 10 Z:\\p\\P.pag"},
-                                         {"Form=plain", "plain 3 Z:\\p\\plain"},
-                                         {"UserControl=..\\q\\U.ctl", " 4 Z:\\q\\U.ctl"}}) {
+  for (const Case& c :
+       std::vector<Case>{{"Module=Mod; src\\Mod.bas", "Mod 2 Z:\\p\\src\\Mod.bas"},
+                         {"Class=Foo;foo.cls", "Foo 1 Z:\\p\\foo.cls"},
+                         {"Class=Foo; foo.cls; more", "Foo 1 Z:\\p\\foo.cls"},
+                         {"Class=A.B; foo.cls", "A 1 Z:\\p\\foo.cls"},
+                         {"Class= Foo; foo.cls", " Foo 1 Z:\\p\\foo.cls"},
+                         {"Form=F.frm", "frmMain 3 Z:\\p\\F.frm"},
+                         {"Form= F.frm ", " 3 Z:\\p\\F.frm"},  // the name is looked for as written
+                         {"Form=gone.frm", " 3 Z:\\p\\gone.frm"},
+                         {"UserControl=U.ctl", "ctlBox 4 Z:\\p\\U.ctl"},
+                         {"UserDocument=U.dob", " 5 Z:\\p\\U.dob"},
+                         {"Designer=D.dsr", " 6 Z:\\p\\D.dsr"},
+                         {"PropertyPage=P.pag", " 10 Z:\\p\\P.pag"},
+                         {"Form=plain", "plain 3 Z:\\p\\plain"},
+                         {"UserControl=..\\q\\U.ctl", " 4 Z:\\q\\U.ctl"}}) {
     const MemoryFiles files{
         {"/p/P.vbp", std::string(c.Line) + "\r\nName=\"P\"\r\n"},
-        {"/p/F.frm", WithCrLf("VERSION 5.00\nBegin VB.Form frmOther\nEnd\nAttribute VB_Name = \"frmMain\"\n")},
+        {"/p/F.frm",
+         WithCrLf("VERSION 5.00\nBegin VB.Form frmOther\nEnd\nAttribute VB_Name = \"frmMain\"\n")},
         {"/p/plain", WithCrLf("VERSION 5.00\nBegin VB.Form plain\nEnd\n")},
-        {"/p/U.ctl", WithCrLf("VERSION 5.00\nBegin VB.UserControl x\nEnd\nAttribute VB_Name = \"ctlBox\"\n")}};
+        {"/p/U.ctl",
+         WithCrLf("VERSION 5.00\nBegin VB.UserControl x\nEnd\nAttribute VB_Name = \"ctlBox\"\n")}};
     VBProject project;
     ASSERT_TRUE(project.Load("/p/P.vbp"));
     ASSERT_EQ(project.Components.Count(), 1u) << c.Line;
     const Component& component = *project.Components.Item(1);
-    EXPECT_EQ(component.Name + " " + std::to_string(component.FileType) + " " + component.FileName.FullPath(),
+    EXPECT_EQ(component.Name + " " + std::to_string(component.FileType) + " " +
+                  component.FileName.FullPath(),
               c.Listed)
         << c.Line;
     EXPECT_EQ(component.LoadState, lsNotLoaded);
@@ -127,11 +132,14 @@ TEST(ProjectReaderTest, ModulesAreListedByTheirLines) {
 
 TEST(ProjectReaderTest, ALineWithoutItsSemicolonFailsOrIsSteppedOver) {
   for (const char* line : {"Class=Foo", "Module=Foo", "CLASS = Foo"}) {
-    const MemoryFiles files{{"/p/P.vbp", std::string(line) + "\r\nModule=M; M.bas\r\nName=\"P\"\r\n"}};
+    const MemoryFiles files{
+        {"/p/P.vbp", std::string(line) + "\r\nModule=M; M.bas\r\nName=\"P\"\r\n"}};
     VBProject strict;
     EXPECT_THROW(strict.Load("/p/P.vbp"), VendrelError) << line;
     VBProject project;
-    project.OnLineFailure = [](const VendrelError&, std::string_view, std::int32_t) { return StepOver::SkipLine; };
+    project.OnLineFailure = [](const VendrelError&, std::string_view, std::int32_t) {
+      return StepOver::SkipLine;
+    };
     ASSERT_TRUE(project.Load("/p/P.vbp"));
     EXPECT_EQ(project.Components.Count(), 1u);
     EXPECT_EQ(Kept(project), std::string(line) + "|Name=\"P\"|");
@@ -157,7 +165,8 @@ TEST(ProjectReaderTest, TheLastNormalLineStandsBeforeTheFirstGap) {
   }
 }
 
-// A class id comes from the file of the reference: where there is none, nothing can be held against it.
+// A class id comes from the file of the reference: where there is none, nothing can be held against
+// it.
 TEST(ProjectReaderTest, ReferenceLinesAreConsumed) {
   File file(
       "Reference=*\\G{00020430-0000-0000-C000-000000000046}#2.0#0#..\\stdole2.tlb#OLE Automation\n"
@@ -211,7 +220,9 @@ TEST(ProjectReaderTest, AMissingFileGivesFalseAndTheReason) {
 // Keeps what would be shown.
 struct Boxes final : MessageService {
   std::string Shown;
-  void Show(std::string_view text, std::string_view, int) override { Shown += std::string(text) + "|"; }
+  void Show(std::string_view text, std::string_view, int) override {
+    Shown += std::string(text) + "|";
+  }
   bool Ask(std::string_view text, std::string_view, int) override {
     Shown += std::string(text) + "?|";
     return true;
@@ -219,7 +230,8 @@ struct Boxes final : MessageService {
 };
 
 TEST(ProjectReaderTest, ADuplicateModuleIsToldAndDropped) {
-  const std::string lines = "Module=M; A.bas\nModule=m; B.bas\nForm=gone.frm\nForm=gone2.frm\nName=\"P\"\n";
+  const std::string lines =
+      "Module=M; A.bas\nModule=m; B.bas\nForm=gone.frm\nForm=gone2.frm\nName=\"P\"\n";
   for (const bool silent : {true, false}) {
     const auto boxes = std::make_shared<Boxes>();
     MessageService::Install(boxes);
@@ -240,7 +252,8 @@ TEST(ProjectReaderTest, ADuplicateModuleIsToldAndDropped) {
 
 TEST(ProjectReaderTest, LineEndsAndEncodingsOfTheFileDoNotMatter) {
   for (const std::string& bytes :
-       {std::string("Type=Exe\nStartup=\"\xC3\x9C\"\nName=\"P\""), std::string("Type=Exe\rStartup=\"\xDC\"\rName=\"P\"\r"),
+       {std::string("Type=Exe\nStartup=\"\xC3\x9C\"\nName=\"P\""),
+        std::string("Type=Exe\rStartup=\"\xDC\"\rName=\"P\"\r"),
         std::string("\xEF\xBB\xBFType=Exe\r\nStartup=\"\xC3\x9C\"\r\nName=\"P\"\r\n")}) {
     const MemoryFiles files{{"/p/P.vbp", bytes}};
     VBProject project;

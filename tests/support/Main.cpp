@@ -2,12 +2,14 @@
 
 #include "core/MessageService.h"
 #include "core/ProcessState.h"
+#include "services/Startup.h"
 
 namespace {
 
 // Process-wide state is reset around each case, so that the order of cases cannot matter.
 class FreshState final : public testing::EmptyTestEventListener {
   void OnTestStart(const testing::TestInfo&) override {
+    vendrel::EnsureStarted();  // else the first object of a case would reset what the case has set
     vendrel::State().Reset();
     vendrel::MessageService::Install(nullptr);
   }

@@ -79,11 +79,10 @@ std::string At(const CodeElement& element, std::int32_t lineIndex) {
 }
 
 std::string BlockKind(BlockTypeEnum type) {
-  static const char* const kNames[] = {"",           "sub",         "function",   "get",
-                                       "let",        "set",         "declarations", "attributes",
-                                       "initialize", "terminate",   "load",       "unload",
-                                       "unrecognised", "ucinit",    "ucterm",     "udinit",
-                                       "udterm"};
+  static const char* const kNames[] = {
+      "",           "sub",        "function",  "get",  "let",    "set",          "declarations",
+      "attributes", "initialize", "terminate", "load", "unload", "unrecognised", "ucinit",
+      "ucterm",     "udinit",     "udterm"};
   return kNames[type];
 }
 
@@ -106,8 +105,8 @@ std::string Declarations(const Component& c) {
   for (const DeclareDeclaration& item : c.Declarations) {
     text += " declare" + If(!item.Access.empty(), item.Access) +
             (item.IsFunction ? " function " : " sub ") + item.Name + " lib " + item.Library.str() +
-            If(!item.Alias.empty(), "alias " + item.Alias.str()) + "(" + List(*item.Parameters) + ")" +
-            If(!item.ReturnType.empty(), "As " + item.ReturnType.str()) +
+            If(!item.Alias.empty(), "alias " + item.Alias.str()) + "(" + List(*item.Parameters) +
+            ")" + If(!item.ReturnType.empty(), "As " + item.ReturnType.str()) +
             (item.ReturnTypeIsArray ? "()" : "") + If(!item.LibraryObject, "unlinked") +
             At(item, item.LineIndex) + About(item) + "\n";
   }
@@ -139,8 +138,7 @@ Component& TestProject::Module(std::string_view name) {
 }
 
 TestModule::TestModule(const std::string& file, const std::string& body, const Prepare& prepare)
-    : TestProject({{file, body}}, prepare),
-      mComponent(&Module(file.substr(0, file.find('.')))) {}
+    : TestProject({{file, body}}, prepare), mComponent(&Module(file.substr(0, file.find('.')))) {}
 
 std::string Describe(const EnumMember& member) {
   std::string text = member.Name;
@@ -185,7 +183,9 @@ std::string Describe(const Variable& v) {
 }
 
 std::string Describe(const Parameter& p) {
-  std::string text = p.IsOptional && !p.IsParamArray ? "Optional " : p.IsParamArray ? "ParamArray " : "";
+  std::string text = p.IsOptional && !p.IsParamArray ? "Optional "
+                     : p.IsParamArray                ? "ParamArray "
+                                                     : "";
   if (!p.IsByRef) text += "ByVal ";
   text += p.Name() + (p.IsArray ? "() As " : " As ") + p.VariableType.str();
   if (p.ImplicitType) text += " implicit";
@@ -230,8 +230,8 @@ std::string Describe(const Component& c) {
                      If(!c.DefaultMemberName.empty(), "default=" + c.DefaultMemberName) +
                      If(c.IsCollection(), "collection") + If(c.IsMDI(), "mdi") +
                      If(c.InheritsFrom != "System.Object", "inherits=" + c.InheritsFrom.str()) +
-                     If(c.HelpContextID != 0, "help=" + std::to_string(c.HelpContextID)) + About(c) +
-                     "\n" + Declarations(c);
+                     If(c.HelpContextID != 0, "help=" + std::to_string(c.HelpContextID)) +
+                     About(c) + "\n" + Declarations(c);
   for (const Block& block : c.Blocks) text += Describe(block);
   return text;
 }

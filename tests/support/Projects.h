@@ -1,6 +1,6 @@
 #pragma once
-// Projects given as literals: a test names the text of its modules and looks at the tree as text, one
-// line for an element.
+// Projects given as literals: a test names the text of its modules and looks at the tree as text,
+// one line for an element.
 
 #include <functional>
 #include <initializer_list>
@@ -28,8 +28,8 @@ Prepare Complete();
 /// The header of a module file of that kind, up to the `VB_Name` line.
 std::string Header(FileTypeEnum type, std::string_view name);
 
-/// A project "/p/P.vbp" in memory. Each module is a file name ("M.bas", "C.cls", "F.frm", ...) and its
-/// text behind the header, which is put in front by the extension. Nothing is populated yet.
+/// A project "/p/P.vbp" in memory. Each module is a file name ("M.bas", "C.cls", "F.frm", ...) and
+/// its text behind the header, which is put in front by the extension. Nothing is populated yet.
 class TestProject {
  public:
   using Modules = std::initializer_list<std::pair<std::string, std::string>>;

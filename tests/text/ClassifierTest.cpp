@@ -81,6 +81,8 @@ TEST(ClassifierTest, AContinuedLineStaysOther) {
           {"x = 1 _ 'no", "OTHER [x = 1 _ ] 'no"},
           {"' note _", "OTHER 'note _ continued(' note )"},
           {"x = 1 ' note _", "OTHER [x = 1 ] 'note _ continued(x = 1 ' note )"},
+          {"x = 1 _'", "OTHER [x = 1 _] continued(x = 1 _)"},
+          {"x = 1 _'\u00E9", "OTHER [x = 1 _] '\u00E9 continued(x = 1 _')"},
           {"x = 1_", "OTHER [x = 1_]"},
           {"_", "OTHER [_]"},
           {"x = y\t_", "OTHER [x = y    _] continued(x = y    )"},
@@ -221,8 +223,7 @@ TEST(ClassifierTest, KeywordsAndPrefixesGiveTheTypeInVisualBasicDotNet) {
           {"<Serializable()> Public Class A", "START_CLASS [Public Class A]"},
           {"<Description(\"a > b\")> Class A ' x", "START_CLASS [Class A ] 'x"},
           {"<Serializable()>", "Comment"},
-          {"<Serializable()> _",
-           "OTHER [_] continued(<Serializable()> )"},
+          {"<Serializable()> _", "OTHER [_] continued(<Serializable()> )"},
           {"Friend NotInheritable Class A", "START_CLASS [Friend NotInheritable Class A]"},
           {"Public Structure S", "START_STRUCTURE [Public Structure S]"},
           {"Structure S", "START_STRUCTURE [Structure S]"},
@@ -267,8 +268,8 @@ TEST(ClassifierTest, KeywordsAndPrefixesGiveTheTypeInVisualBasicDotNet) {
 }
 
 TEST(ClassifierTest, AWordThatNeedsAnotherFails) {
-  for (const char* text : {"Public", "private", "Friend", "Static", "Sub", "Property", "Public Static",
-                           "Private Sub", "  Public  "}) {
+  for (const char* text : {"Public", "private", "Friend", "Static", "Sub", "Property",
+                           "Public Static", "Private Sub", "  Public  "}) {
     try {
       InitialiseCodeLine(text, VB);
       ADD_FAILURE() << text;
@@ -319,7 +320,8 @@ TEST(ClassifierTest, AOneLineProcedureIsTakenApartInTheCompleteReading) {
   ExpectRows({{text, "START_SUB [Sub A()] more( x = 1: End Sub)"},
               {"Sub A(Optional x = \"a:b\"): End Sub",
                "START_SUB [Sub A(Optional x = \"a:b\")] more( End Sub)"},
-              {"Private Sub Form_Load(): Beep: End Sub", "FORM_LOAD [Private Sub Form_Load()] more( Beep: End Sub)"},
+              {"Private Sub Form_Load(): Beep: End Sub",
+               "FORM_LOAD [Private Sub Form_Load()] more( Beep: End Sub)"},
               {"Sub A() : End Sub", "START_SUB [Sub A() ] more( End Sub)"},
               {"Foo: Bar", "OTHER [Foo: Bar]"}},
              VB, Only(&ReadingRules::OneLineProcedures));
@@ -353,13 +355,14 @@ TEST(ClassifierTest, LineTypesHaveTheirStableNumbersAndGroups) {
   EXPECT_FALSE(IsDeclarationsLineType(DECLARE_STATEMENT, "option x"));
 }
 
-// The classifier resumes a continued statement where it stopped; the obvious way is to join the text and
-// begin anew. Both give the same record, whatever the pieces.
+// The classifier resumes a continued statement where it stopped; the obvious way is to join the
+// text and begin anew. Both give the same record, whatever the pieces.
 TEST(ClassifierTest, ResumingAContinuedLineEqualsClassifyingTheJoinedText) {
   const std::vector<std::string> pieces = {
-      "Sub S(",   "a",  " ",   "  ",   "\t",     "\"",     "\"\"",  "'",     " : ",  ":",  ":=",
-      " _",       "_",  "10",  "Dim ", "Public ", "\u0422", "\u0427", "\u0430", "Rem ", "\"a'b\"",
-      "(x As Long)", "<A> ", "=",  "#If ", "End Sub", "1 ",  "\U0001F600"};
+      "Sub S(",      "a",       " ",      "  ",     "\t",      "\"",   "\"\"",
+      "'",           " : ",     ":",      ":=",     " _",      "_",    "10",
+      "Dim ",        "Public ", "\u0422", "\u0427", "\u0430",  "Rem ", "\"a'b\"",
+      "(x As Long)", "<A> ",    "=",      "#If ",   "End Sub", "1 ",   "\U0001F600"};
   std::mt19937 random(20);
   const auto text = [&] {
     std::string result;
@@ -390,7 +393,7 @@ TEST(ClassifierTest, ResumingAContinuedLineEqualsClassifyingTheJoinedText) {
       }
       CodeLine resumed = line.Record();
       resumed.Text = expected.Text;
-      ASSERT_EQ(Show(resumed), Show(expected)) << whole << " | " << physical;
+      ASSERT_EQ(Show(resumed), Show(expected)) << first << " | " << whole << " | " << physical;
       ASSERT_EQ(resumed, expected) << whole;
     }
   }

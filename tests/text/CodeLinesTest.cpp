@@ -116,8 +116,9 @@ TEST(CodeLinesTest, LinesAreFoundByTypeAndPattern) {
   EXPECT_EQ(lines.EventName(1), "S");
 }
 
-// The list keeps places in the text of the module and classifies again; what it gives must be what the
-// reader saw. Here the reader is the documented walk over the physical lines, done the plain way.
+// The list keeps places in the text of the module and classifies again; what it gives must be what
+// the reader saw. Here the reader is the documented walk over the physical lines, done the plain
+// way.
 struct PlainReader {
   ReadingRules Rules;
   CodeLine Previous;
@@ -129,12 +130,12 @@ struct PlainReader {
       return;
     }
     TakeText(physical, false);
-    while (Rules.KeepLinesBehindSeparators && Previous.MoreLines) TakeText(Previous.Remainder, true);
+    while (Rules.KeepLinesBehindSeparators && Previous.MoreLines)
+      TakeText(Previous.Remainder, true);
   }
   void TakeText(const std::string& text, bool notInSource) {
     const bool continuation = Previous.Continued;
-    const std::string logical =
-        continuation ? JoinContinuation(Previous.Remainder, text) : text;
+    const std::string logical = continuation ? JoinContinuation(Previous.Remainder, text) : text;
     CodeLine line = InitialiseCodeLine(logical, lvVisualBasic5or6, Rules);
     line.Continuation = continuation;
     line.NotInSource = notInSource;

@@ -1,0 +1,70 @@
+#pragma once
+// The parts of the rule by which a comment is placed, shared by the sources that make it up and by
+// the walk over waiting comments.
+
+#include <memory>
+#include <string_view>
+
+#include "comments/TagDefinitions.h"
+#include "core/Ascii.h"
+#include "model/Block.h"
+#include "model/Component.h"
+#include "project/VBProject.h"
+
+namespace vendrel {
+
+/// The state of one decision.
+struct Application {
+  vendrel::Block& Block;
+  vendrel::Component& Component;
+  VBProject* Project;
+  std::shared_ptr<TaggedComment> Comment;
+  const TaggedCommentDef* Definition;
+  CodeElement* LastElement;
+  bool Preserves;
+  bool Applied = false;
+  int Wrap;
+  ElementTypeEnum Kind = etNone;
+  bool IsDescription = false;
+  bool Exclude = false;
+
+  bool Is(std::string_view tag) const { return EqualsNoCaseAscii(Comment->TagIdentifier, tag); }
+  bool ScopeHas(std::string_view name) const {
+    return ContainsNoCaseAscii(Definition->Scope, name);
+  }
+  /// The last element if it is of that class, else null.
+  template <typename T>
+  T* LastAs() const {
+    return dynamic_cast<T*>(LastElement);
+  }
+  /// Adds the comment under its tag; a comment already there stays alone.
+  void AddByTag(CodeElement& element) const {
+    OnDemand<TaggedComments>* comments = element.TaggedCommentsField();
+    if (comments && !(*comments)->HasKey(Comment->TagIdentifier))
+      (*comments)->Add(Comment, Comment->TagIdentifier);
+  }
+};
+
+/// The variable of a block under that name; null if there is none.
+inline Variable* VariableNamed(const Block& block, std::string_view name) {
+  const Variables* variables = block.Variables.IfAny();
+  return variables ? variables->Item(name) : nullptr;
+}
+
+/// What a command left to do: nothing, the further phases, or nothing since it has been refused.
+enum class Outcome { Applied, GoesOn, Refused };
+
+/// Acts on a tag that is a command; other tags go on.
+Outcome ActOnCommand(Application& a);
+
+/// Whether a tag is a command, judged by a rule of its own.
+bool IsCommandTag(std::string_view tag);
+
+/// The kind of element of a tag wherever it stands; `etNone` where that depends on the place.
+ElementTypeEnum FixedKind(const TaggedCommentDef& definition);
+
+/// Whether a comment of this tag could be placed here: one that is no command and is not looked up
+/// by its qualifier.
+bool FindsElement(const TaggedCommentDef& definition, Component& component, Block& block);
+
+}  // namespace vendrel
