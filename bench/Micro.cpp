@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "bench/Generator.h"
+#include "bench/Registered.h"
 #include "core/ProcessState.h"
 #include "project/VBProject.h"
 #include "services/SourceText.h"
@@ -17,7 +18,6 @@
 #include "text/Classifier.h"
 
 namespace vendrel::bench {
-namespace {
 
 const ReadingRules& Preset(bool classic) {
   return classic ? ReadingRules::Classic() : ReadingRules::Complete();
@@ -43,6 +43,8 @@ void CountItems(benchmark::State& state, std::int64_t items, std::int64_t bytes)
   state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * items);
   state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * bytes);
 }
+
+namespace {
 
 std::vector<std::string_view> LinesOf(std::string_view text) {
   std::vector<std::string_view> lines;

@@ -12,5 +12,7 @@ struct MicroOptions {
 int RunClassify(const MicroOptions& options);
 /// Conditions a second of conditional compilation, by the number of constants known.
 int RunEvaluate(const MicroOptions& options);
+/// Look-ups a second of qualified names and of type names in a group of generated projects.
+int RunNames(const MicroOptions& options);
 
 }  // namespace vendrel::bench

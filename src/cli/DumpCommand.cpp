@@ -1,9 +1,8 @@
 #include <memory>
 
 #include "cli/Commands.h"
-#include "cli/Report.h"
+#include "cli/ProjectSets.h"
 #include "cli/Results.h"
-#include "cli/Session.h"
 #include "output/Dump.h"
 #include "services/Paths.h"
 
@@ -32,10 +31,19 @@ DumpOptions OptionsOf(const DumpArguments& arguments) {
 }
 
 int RunDump(const DumpArguments& arguments, const Streams& streams) {
-  const auto project = LoadInput(arguments.File, arguments.Common, streams);
-  WriteResult(arguments.Common, streams, arguments.File,
-              [&](std::ostream& out) { Dump(out, Describe(*project), OptionsOf(arguments)); });
-  return ReportDiagnostics(*project, arguments.Common, streams.Err);
+  const DumpOptions options = OptionsOf(arguments);
+  int code = exDone;
+  WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
+    if (KindOfInput(arguments.File) == InputKind::Group) {
+      const auto group = LoadGroup(arguments.File, arguments.Common, streams);
+      Dump(out, Describe(*group), options);
+      code = ReportGroup(*group, arguments.Common, streams.Err);
+    } else {
+      code = ForEachProject(arguments.File, arguments.Common, streams,
+                            [&](VBProject& project) { Dump(out, Describe(project), options); });
+    }
+  });
+  return code;
 }
 
 }  // namespace
@@ -43,7 +51,7 @@ int RunDump(const DumpArguments& arguments, const Streams& streams) {
 void AddDumpCommand(CLI::App& app, Job& job) {
   auto* command = app.add_subcommand("dump", "The whole tree as JSON");
   const auto arguments = std::make_shared<DumpArguments>();
-  command->add_option("file", arguments->File, "A project or a module")->required();
+  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
   command->add_flag("--lines", arguments->Lines, "With the code lines");
   command->add_flag("--comparable", arguments->Comparable,
                     "Without what differs from load to load: keys, ids, paths, line numbers");

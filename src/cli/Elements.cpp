@@ -57,7 +57,9 @@ std::string Text(const Block& b) {
 
 std::string Text(const Variable& v) {
   const std::string name = v.Name + (v.IsArray ? "(" + v.ArraySubscript.str() + ")" : "");
-  return Phrase({v.Access, v.IsStatic ? "Static" : "", v.IsWithEvents ? "WithEvents" : "",
+  if (v.Procedure) return Phrase({v.IsStatic ? "Static" : "Dim", Typed(name, v.TypeName)});
+  const bool isMember = TypeMatch(v.Parent.Get(), "UDT");
+  return Phrase({isMember ? "" : v.Access.view(), v.IsWithEvents ? "WithEvents" : "",
                  Typed(name, v.TypeName)});
 }
 

@@ -11,45 +11,51 @@ namespace {
 void ReplaceMember(VBProjectGroup& group, std::size_t index, std::shared_ptr<VBProject> project) {
   VBProjects& projects = group.AllVBProjects();
   const std::string name = project->ProjectName;
-  project->SetVBProjectGroup(&group);
   projects.Remove(index);
   projects.Add(std::move(project), name, index <= projects.Count() ? Position(index) : Position());
 }
 
-int Report(const VBProject& project, const CommonOptions& options, const Streams& streams) {
-  return ReportDiagnostics(project, options, streams.Err);
+// A failure to read is the input's, also where it happens while a result is being written.
+std::shared_ptr<VBProject> LoadOne(const std::string& path, const CommonOptions& options,
+                                   const Streams& streams, LoadDepth depth,
+                                   VBProjectGroup* group = nullptr) {
+  try {
+    return LoadInput(path, options, streams, depth,
+                     [group](VBProject& project) { project.SetVBProjectGroup(group); });
+  } catch (const VendrelError& error) {
+    throw ToolError(exFailed, path + ": cannot be read: " + error.Text());
+  }
+}
+
+std::vector<FileSystemObject> FilesBelow(const std::string& path, Diagnostics& told) {
+  const DiagnosticScope scope(&told, AbsolutePath(path));
+  try {
+    return VBProjects::ProjectFilesBelow(AbsolutePath(path));
+  } catch (const VendrelError& error) {
+    throw ToolError(exFailed, path + ": cannot be read: " + error.Text());
+  }
 }
 
 int VisitGroup(const std::string& path, const CommonOptions& options, const Streams& streams,
                const std::function<void(VBProject&)>& visit, LoadDepth depth) {
   const auto group = LoadGroup(path, options, streams, depth);
-  int code = ReportList(group->Diagnostics, options, streams.Err);
-  for (VBProject& project : group->AllVBProjects()) {
-    visit(project);
-    code = std::max(code, Report(project, options, streams));
-  }
-  return code;
+  for (VBProject& project : group->AllVBProjects()) visit(project);
+  return ReportGroup(*group, options, streams.Err);
 }
 
 int VisitFolder(const std::string& path, const CommonOptions& options, const Streams& streams,
                 const std::function<void(VBProject&)>& visit, LoadDepth depth) {
   Diagnostics told;
-  std::vector<FileSystemObject> files;
-  {
-    const DiagnosticScope scope(&told, AbsolutePath(path));
-    files = VBProjects::ProjectFilesBelow(AbsolutePath(path));
-  }
+  const std::vector<FileSystemObject> files = FilesBelow(path, told);
   if (files.empty())
     throw ToolError(exNo, path + ": no project (.vbp) lies in or below this folder");
   int code = exDone;
   for (const FileSystemObject& file : files) {
     const DiagnosticScope scope(&told, file.FullPath());
     try {
-      const auto project = LoadInput(file.FullPath(), options, streams, depth);
+      const auto project = LoadOne(file.FullPath(), options, streams, depth);
       visit(*project);
-      code = std::max(code, Report(*project, options, streams));
-    } catch (const VendrelError& error) {
-      Tell(DiagnosticCode::UnreadableFile, {file.FullPath(), error.Text()});
+      code = std::max(code, ReportDiagnostics(*project, options, streams.Err));
     } catch (const ToolError& error) {
       Tell(DiagnosticCode::Told, {error.what()});
     }
@@ -69,7 +75,7 @@ std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonO
   for (std::size_t i = 1; i <= group->AllVBProjects().Count(); ++i) {
     const std::string file = group->AllVBProjects().Item(i)->FileName.FullPath();
     try {
-      ReplaceMember(*group, i, LoadInput(file, options, streams, depth));
+      ReplaceMember(*group, i, LoadOne(file, options, streams, depth, group.get()));
     } catch (const ToolError& error) {
       Tell(DiagnosticCode::Told, {error.what()});
     }
@@ -84,9 +90,16 @@ int ForEachProject(const std::string& path, const CommonOptions& options, const 
   const InputKind kind = KindOfInput(path);
   if (kind == InputKind::Group) return VisitGroup(path, options, streams, visit, depth);
   if (kind == InputKind::Folder) return VisitFolder(path, options, streams, visit, depth);
-  const auto project = LoadInput(path, options, streams, depth);
+  const auto project = LoadOne(path, options, streams, depth);
   visit(*project);
-  return Report(*project, options, streams);
+  return ReportDiagnostics(*project, options, streams.Err);
+}
+
+int ReportGroup(const VBProjectGroup& group, const CommonOptions& options, std::ostream& err) {
+  int code = ReportList(group.Diagnostics, options, err);
+  for (const VBProject& project : group.AllVBProjects())
+    code = std::max(code, ReportDiagnostics(project, options, err));
+  return code;
 }
 
 int ReportList(const Diagnostics& list, const CommonOptions& options, std::ostream& err) {

@@ -24,6 +24,9 @@ int ForEachProject(const std::string& path, const CommonOptions& options, const 
                    const std::function<void(VBProject&)>& visit,
                    LoadDepth depth = LoadDepth::Modules);
 
+/// Reports the diagnostics of a group and of its members; gives the exit code.
+int ReportGroup(const VBProjectGroup& group, const CommonOptions& options, std::ostream& err);
+
 /// Reports the diagnostics of a list that belongs to no project, as `ReportDiagnostics` does.
 int ReportList(const Diagnostics& list, const CommonOptions& options, std::ostream& err);
 

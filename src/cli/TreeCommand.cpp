@@ -3,8 +3,8 @@
 
 #include "cli/Commands.h"
 #include "cli/Outline.h"
+#include "cli/ProjectSets.h"
 #include "cli/Results.h"
-#include "cli/Session.h"
 
 namespace vendrel::cli {
 namespace {
@@ -21,14 +21,16 @@ bool ColoursWanted(const TreeArguments& arguments, const Streams& streams) {
 }
 
 int RunTree(const TreeArguments& arguments, const Streams& streams) {
-  const auto project = LoadInput(arguments.File, arguments.Common, streams);
   OutlineOptions options = arguments.Outline;
   options.Coloured = ColoursWanted(arguments, streams);
   bool found = false;
-  WriteResult(arguments.Common, streams, arguments.File,
-              [&](std::ostream& out) { found = Outline(out, options).Write(*project); });
-  const int code = ReportDiagnostics(*project, arguments.Common, streams.Err);
-  if (found) return code;
+  int code = exDone;
+  WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
+    code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
+      found = Outline(out, options).Write(project) || found;
+    });
+  });
+  if (found || options.Module.empty()) return code;
   throw ToolError(exNo, arguments.File + ": has no module '" + options.Module +
                             "'; tree --depth 2 lists its modules");
 }
@@ -38,7 +40,7 @@ int RunTree(const TreeArguments& arguments, const Streams& streams) {
 void AddTreeCommand(CLI::App& app, Job& job) {
   auto* command = app.add_subcommand("tree", "An outline of what is in a project or module");
   const auto arguments = std::make_shared<TreeArguments>();
-  command->add_option("file", arguments->File, "A project or a module")->required();
+  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
   command
       ->add_option("--depth", arguments->Outline.Depth,
                    "1: the project, 2: its modules, 3: their members, 4: all")

@@ -141,6 +141,24 @@ TEST_F(RoundTripTest, OnlyTheListedNamesAreLostInTheClassicReading) {
   EXPECT_EQ(lost, expected);
 }
 
+TEST_F(RoundTripTest, EveryNameOfTheSampleLeadsBackButOneThatClashes) {
+  mGroup.BeforeLoad = [](VBProject& project) {
+    project.Reading = ReadingRules::Complete();
+    project.LoadBlocksOnly = false;
+  };
+  ASSERT_TRUE(mGroup.Load(VENDREL_SOURCE_ROOT "/samples/Ledger.vbg"));
+  std::string unsure;
+  for (VBProject& project : mGroup.VBProjects()) {
+    project.Components.Populate();
+    ForEachNamedElement(project, [&](const CodeElement&) { ++mCount; });
+    for (const UnsureName& name : UnsureNames(project))
+      unsure +=
+          name.QualifiedName + (name.State == NameState::Clashes ? " clashes\n" : " is lost\n");
+  }
+  EXPECT_EQ(unsure, "Reports~ReportBuilder~Alignment:Column clashes\n");
+  EXPECT_GT(mCount, 300u);
+}
+
 TEST_F(RoundTripTest, NamesThatClashAreTold) {
   mFiles.Add("/c/P.vbp", "Type=Exe\r\nModule=M; M.bas\r\nModule=N; N.bas\r\nName=\"P\"\r\n");
   mFiles.Add("/c/M.bas",
