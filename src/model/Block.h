@@ -164,7 +164,18 @@ class Block : public CodeElement {
   Parameter* netCreateParameter(std::string_view Name, std::string_view TypeName,
                                 std::string_view DefaultValue, bool IsOptional,
                                 std::string_view ParameterType = {});
+  // writer/
+  /// Writes the lines of the block to an open file: numbers, attribute lines and descriptions as
+  /// the switches of the project ask. Raises what the file raises.
+  void WriteOut(FileSystemObject& f);
+
+  // output/
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
+  /// The block as coloured HTML behind an anchor of its qualified name, up to its end line; between
+  /// "<CODE>" and "</CODE>" if `UseCodeTag`, without its tagged comments unless asked for.
+  std::string CodeAsHTML(bool UseCodeTag = false, bool IncludeTaggedComments = false) const;
+  /// Numbers the public variables of a declarations block; nothing for other blocks.
+  void AssignHelpContextIDs(bool ForceReassign = false);
 
   static constexpr auto Properties() {
     return std::tuple{Prop{"Name", &Block::Name},

@@ -188,6 +188,36 @@ class Component : public CodeElement {
   std::vector<std::string> AttributeLines(std::string_view Name) const;
 
   void MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank, bool Overwrite);
+
+  // Writing (writer/).
+  /// Writes the module from its blocks to where its project goes. The result is false in every
+  /// case; a module that is not fully loaded, or a read-only target, is told and left out.
+  bool WriteOut();
+  /// Copies the other files of the module's base name (its binary companion) into a folder.
+  void CopyTo(std::string_view Path);
+  /// Whether a path is the project file's or that of one of the modules, case ignored.
+  bool IsOtherFileName(std::string_view Name) const;
+  /// Whether one of the project's modules is written to that path, case ignored.
+  bool IsComponentOutputFileName(std::string_view Name) const;
+
+  // Lists of member names, sorted (output/). `AsHTML` has no effect. Without `Interface`, members
+  // of an interface documented elsewhere get their `ExcludeFlag` set and are left out; "Default"
+  // asks for members of no interface, any other name for those of that interface.
+  std::vector<std::string> MethodList(bool AsHTML = false, bool IncludePrivate = false,
+                                      bool IncludeFriend = false, std::string_view Interface = {});
+  std::vector<std::string> FilteredMethodList(std::string_view Access, bool IsStatic,
+                                              std::string_view Interface = {});
+  std::vector<std::string> PropertyList(bool AsHTML = false, bool IncludePrivate = false,
+                                        bool IncludeFriend = false,
+                                        std::string_view Interface = {});
+  std::vector<std::string> FilteredPropertyList(std::string_view Access, bool IsStatic,
+                                                std::string_view Interface = {});
+  std::vector<std::string> CollectionList(bool AsHTML = false, bool IncludePrivate = false);
+  std::vector<std::string> EnumList(bool AsHTML = false, bool IncludePrivate = false);
+  std::vector<std::string> UDTList(bool AsHTML = false, bool IncludePrivate = false);
+  std::vector<std::string> EventList(bool AsHTML = false, bool IncludePrivate = false);
+  /// Numbers the public elements of a public module that is no standard module and no form.
+  void AssignHelpContextIDs(bool ForceReassign = false);
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 
   // Factories for loaders (dotnet/, typelib/).

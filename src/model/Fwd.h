@@ -38,6 +38,7 @@ class References;
 class TaggedComment;
 class TaggedCommentDef;
 class TaggedComments;
+class TransformationPlan;
 class TypeResolver;
 class UDT;
 class UDTs;
@@ -46,6 +47,7 @@ class VBControls;
 class VBProject;
 class VBProjectGroup;
 class VBProjects;
+class VSSItem;
 class Variable;
 class Variables;
 class XmlDocument;
@@ -55,3 +57,11 @@ struct ParsedLine;
 struct ProjectOptions;
 
 }  // namespace vendrel
+
+namespace vendrel::typelib {
+
+class TypeInfo;
+class TypeLibInfo;
+struct ParameterInfo;
+
+}  // namespace vendrel::typelib

@@ -101,7 +101,10 @@ class VBProject : public ProjectOptions {
   std::string VBNETAssemblyName;
   bool DontPreLoadComponentDeclarations = false;
   std::string RootNamespace;
+  /// Folder of the log of `Make`; empty: a fresh temporary one.
   std::string LogFolder;
+  /// Folders searched for type libraries that others refer to (paths of this machine).
+  std::vector<std::string> TypeLibPath;
   /// `--define`: constants added to, or put over, those of project and module (complete reading).
   std::vector<std::pair<std::string, std::string>> Defines;
   FileSystemObject FileName;
@@ -161,6 +164,8 @@ class VBProject : public ProjectOptions {
   const std::string& MajorVersion() const { return mMajorVersion; }
   const std::string& MinorVersion() const { return mMinorVersion; }
   const std::string& Increment() const { return mIncrement; }
+  /// Major version; from 1 part on with the minor version, from 2 on with the increment.
+  std::string Version(std::string_view Delimeter = ".", std::int32_t Parts = 2) const;
   std::int32_t HighestHelpContextID() const { return mHighestHelpContextID; }
   /// Offers an ID read from a file; the highest stays.
   void LoadedHelpContextID(std::int32_t id);
@@ -182,6 +187,53 @@ class VBProject : public ProjectOptions {
   /// Ties each reference to the project of `projects` with its library id or, if `SearchByName`,
   /// with the leaf name of its file. References without such a project stay as they are.
   void CementReferences(const VBProjects& projects, bool SearchByName = false);
+
+  // writer/
+  /// Writes the project file, and with it the modules unless `OnlyProjectFile`: in place with
+  /// backups, or to the folder of `OutputFileName`, flattened. Without write access nothing.
+  void WriteOut(bool OnlyProjectFile = false);
+  /// Whether `OutputFileName` is the file that was read, case ignored.
+  bool SameLocation() const;
+  /// Command that compiles the project: the one assigned, else the host if that is the compiler,
+  /// else the registered one. Remembered.
+  std::string Compiler();
+  void SetCompiler(std::string_view command) { mCompiler = command; }
+  /// Compiles the written project and waits. True when the log says so; else `LastError` tells.
+  bool Make();
+  /// Opens the written project in its development environment; waits unless `Asynchronous`.
+  void OpenInVB(bool Asynchronous = false);
+  /// Runs the steps of a plan in the order of the kinds of the registered transformation manager.
+  /// The result is false in every case.
+  bool TransformWithPlan(TransformationPlan& Plan);
+  /// A new module with its header lines; without `FileName` in a file of its name.
+  std::shared_ptr<Component> NewComponent(FileTypeEnum ComponentType, std::string_view Name,
+                                          std::string_view FileName = {});
+  /// The first `Sub Main`; made in a new module "modStartup" where there is none. It becomes the
+  /// start of the project.
+  Block* StartupBlock();
+  std::string DefaultComponentFileName() const;
+  /// The item of source control that holds the project; null without one.
+  std::shared_ptr<VSSItem> SourceSafeItem();
+
+  // typelib/
+  /// Fills the project from a type library or compiled file. False if it holds no library.
+  bool LoadFromTypeLib(std::string_view Path);
+  /// Keeps a help string as a tagged comment of an element, if `LoadTypeLibHelpStrings`.
+  void AddHelpDescription(CodeElement& element, std::string_view HelpText);
+  /// Name to show for a type: the class of a generated interface, else without one leading "_".
+  std::string TypeLibAdjustType(const typelib::TypeLibInfo& library,
+                                const typelib::TypeInfo& type) const;
+  /// Visual Basic word of an automation type number.
+  std::string psTranslateType(std::int32_t lType) const;
+  /// Whether an automation type number says array.
+  bool IsArrayType(std::int32_t lType) const { return (lType & 8192) != 0; }
+  /// Visual Basic expression of a text that may hold control characters.
+  std::string ParseForNonPrintable(std::string_view vThis) const;
+  std::shared_ptr<Component> TypeLibComponent(const typelib::TypeLibInfo& library,
+                                              const typelib::TypeInfo& type);
+  std::shared_ptr<Parameter> TypeLibParameter(const typelib::TypeLibInfo& library,
+                                              const typelib::ParameterInfo& parameter);
+  BlockTypeEnum TypeLibBlockType(std::int32_t InvokeKind, std::int32_t VarType) const;
 
   // comments/
   void AddTaggedComment(vendrel::TaggedComments& col, const std::shared_ptr<TaggedComment>& tc,
@@ -218,6 +270,11 @@ class VBProject : public ProjectOptions {
   /// XML dump of the project; without its modules if `JustProject`.
   std::shared_ptr<XmlDocument> Manifest(bool JustProject, bool IncludeTaggedComments);
   void WriteManifestToFile(std::string_view FileName, bool JustProject, bool IncludeTaggedComments);
+  /// Visual Basic source as coloured HTML.
+  std::string CodeToHTML(std::string_view Code) const;
+  /// Numbers the project and its public elements from `BeginAt` on; elements that have an ID keep
+  /// it unless `ForceReassign` (and not `RetainContextIDs`).
+  void AssignHelpContextIDs(std::int32_t BeginAt, bool ForceReassign = false);
   /// Removes empty descendants of `e`; true when `e` itself is empty.
   static bool StripElement(XmlElement& e);
 
@@ -278,6 +335,7 @@ class VBProject : public ProjectOptions {
                                       bool IsLocal, VBProject& vbp, TypeClassEnum& TypeClass);
   CodeElement* ResolveInOtherProjects(std::string_view Name, TypeClassEnum& TypeClass);
 
+  std::string mCompiler;
   std::shared_ptr<vendrel::TypeResolver> mTypeResolver;
   std::shared_ptr<vendrel::NetResolver> mNetResolver;
   WeakHandle<vendrel::VBProjectGroup> mGroup;
