@@ -2,8 +2,11 @@
 // their number of elements.
 
 #include "output/TraceElement.h"
+
+#include "diagnostics/ErrorReport.h"
 #include "model/CodeElement.h"
 #include "output/Describe.h"
+#include "text/CodeLines.h"
 
 namespace vendrel {
 namespace {
