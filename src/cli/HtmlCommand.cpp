@@ -30,6 +30,7 @@ class HtmlWriter {
   std::size_t Count() const { return mCount; }
 
   void Write(VBProject& project) {
+    if (mPage && mArguments.Name.empty()) WriteIndex(project);
     for (const Component& component : project.Components.Listed()) {
       if (!component.SourceForm) continue;  // a missing module has been told
       if (mArguments.Name.empty() || IsNamed(component))
@@ -43,6 +44,12 @@ class HtmlWriter {
   }
 
  private:
+  void WriteIndex(const VBProject& project) {
+    std::vector<std::string> names;
+    for (const Component& component : project.Components.Listed())
+      if (component.SourceForm) names.push_back(component.QualifiedName());
+    if (names.size() > 1) mPage->AddIndex(names);
+  }
   // "P~M~F", "M~F" and "F" all name the procedure F of M in P.
   bool IsNamed(const CodeElement& element) const {
     std::string name = element.QualifiedName();

@@ -154,7 +154,8 @@ void Block::AssignHelpContextIDs(bool ForceReassign) {
 std::vector<HelpTopic> HelpTopicsOf(VBProject& project) {
   std::vector<HelpTopic> topics;
   ForEachNamedElement(project, [&](CodeElement& element) {
-    if (const std::int32_t id = HelpContextIDOf(element)) topics.push_back({id, &element});
+    const std::int32_t id = HelpContextIDOf(element);
+    if (id > 0) topics.push_back({id, &element});  // -1 says that there is none
   });
   std::stable_sort(topics.begin(), topics.end(), [](const HelpTopic& a, const HelpTopic& b) {
     return a.HelpContextID < b.HelpContextID;

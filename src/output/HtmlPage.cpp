@@ -62,10 +62,18 @@ HtmlPage::HtmlPage(std::ostream& out, std::string_view title) : mOut(out) {
        << Html(title) << "</h1>\n";
 }
 
+void HtmlPage::AddIndex(const std::vector<std::string>& names) {
+  mOut << "<nav>\n";
+  for (std::size_t i = 0; i < names.size(); ++i)
+    mOut << "<a href=\"#m" << static_cast<std::size_t>(mListings) + i + 1 << "\">" << Html(names[i])
+         << "</a>\n";
+  mOut << "</nav>\n";
+}
+
 void HtmlPage::Add(const Listing& listing) {
   ++mListings;
-  mOut << "<section>\n<h2>" << Html(listing.Name) << "<small>" << Html(listing.Place)
-       << "</small></h2>\n";
+  mOut << "<section id=m" << mListings << ">\n<h2>" << Html(listing.Name) << "<small>"
+       << Html(listing.Place) << "</small></h2>\n";
   AddLinks(listing);
   AddCode(listing);
   mOut << "</section>\n";

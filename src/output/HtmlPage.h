@@ -35,6 +35,8 @@ class HtmlPage {
   };
 
   HtmlPage(std::ostream& out, std::string_view title);
+  /// Links to the listings that follow, which must be these in this order.
+  void AddIndex(const std::vector<std::string>& names);
   void Add(const Listing& listing);
   /// The end of the page; nothing can be added behind it.
   void Finish();
