@@ -1,6 +1,5 @@
 #include "output/CodeHtml.h"
 
-#include "comments/TaggedCommentRules.h"
 #include "output/CodePieces.h"
 #include "output/HtmlText.h"
 #include "project/VBProject.h"
@@ -66,10 +65,6 @@ std::string InCodeTag(std::string html) {
   return html.insert(0, "<CODE>\r\n").append("</CODE>\r\n");
 }
 
-bool IsTaggedComment(const CodeLines& lines, std::int32_t index) {
-  return lines.LineType(index) == Comment && IsTaggedCommentText(lines.Item(index).CommentPart);
-}
-
 }  // namespace
 
 std::string CodeToHTML(std::string_view SourceVBCode) {
@@ -89,7 +84,7 @@ void ForEachShownLine(const Block& block, bool includeTaggedComments,
   const bool sourceOnly = block.Options().Reading.KeepLinesBehindSeparators;
   for (std::int32_t i = 1; i <= lines->Count(); ++i) {
     const bool isShown = !(sourceOnly && lines->NotInSource(i)) &&
-                         (includeTaggedComments || !IsTaggedComment(*lines, i));
+                         (includeTaggedComments || lines->LineType(i) != TAGGED_COMMENT);
     if (isShown) visit(lines->LineView(i), lines->Continued(i));
     if (lines->IsEndLine(i)) break;
   }

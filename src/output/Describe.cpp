@@ -13,9 +13,10 @@ namespace vendrel {
   X(Block)                                                                                         \
   X(CompilerConstant)                                                                              \
   X(Component)                                                                                     \
-  X(Constant) X(DeclareDeclaration) X(EnumMember) X(Enumeration) X(EventDeclaration) X(Example)    \
-      X(Interface) X(Library) X(Parameter) X(PropertyGroup) X(Reference) X(TaggedComment) X(UDT)   \
-          X(VBControl) X(VBProject) X(VBProjectGroup) X(Variable)
+  X(Constant)                                                                                      \
+  X(DeclareDeclaration) X(EnumMember) X(Enumeration) X(EventDeclaration) X(Example) X(Interface)   \
+      X(Library) X(Parameter) X(PropertyGroup) X(Reference) X(TaggedComment) X(UDT) X(VBControl)   \
+          X(VBProject) X(VBProjectGroup) X(Variable)
 
 namespace {
 

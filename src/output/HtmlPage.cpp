@@ -81,7 +81,7 @@ void HtmlPage::Add(const Listing& listing) {
 
 void HtmlPage::AddLinks(const Listing& listing) {
   if (listing.Anchors.empty()) return;
-  mOut << "<details><summary>" << listing.Anchors.size() << " procedures</summary><nav>\n";
+  mOut << "<details><summary>Procedures: " << listing.Anchors.size() << "</summary><nav>\n";
   for (const auto& [line, name] : listing.Anchors)
     mOut << "<a href=\"#m" << mListings << "-" << line << "\">" << Html(name) << "</a>\n";
   mOut << "</nav></details>\n";
@@ -118,9 +118,11 @@ void HtmlPage::Finish() { mOut << "</body>\n</html>\n"; }
 HtmlPage::Listing ListingOf(const Component& component, std::string_view place) {
   HtmlPage::Listing listing{component.Name, place, {}, 1, {}};
   if (component.SourceForm) listing.Text = component.SourceForm->Text;
-  for (const Block& block : component.Blocks)
-    if (!block.Name().empty() && block.SourceLine() > 0)
+  for (const Block& block : component.Blocks) {
+    const bool isFirst = component.Blocks.Item(block.Name()) == &block;  // of a property
+    if (!block.Name().empty() && block.SourceLine() > 0 && isFirst)
       listing.Anchors.emplace_back(block.SourceLine(), block.QualifiedName());
+  }
   std::stable_sort(listing.Anchors.begin(), listing.Anchors.end());
   return listing;
 }

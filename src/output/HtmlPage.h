@@ -50,7 +50,8 @@ class HtmlPage {
   int mListings = 0;
 };
 
-/// A whole module as a listing with an anchor for each procedure; its text lies in the module.
+/// A whole module as a listing with an anchor for each procedure, one for a property; its text lies
+/// in the module.
 HtmlPage::Listing ListingOf(const Component& component, std::string_view place);
 
 /// The lines of a procedure, up to its end line; `text` keeps them.

@@ -43,7 +43,7 @@ TEST(TokenPieces, FindTheWordsOfTheLanguageWhereverTheyStand) {
       {"Remember Me", "Remember {k|Me}"},
       {"s=\"a\"\"If\"'c", "s={s|\"a\"\"If\"}{c|'c}"},
       {"s = \"open", "s = {s|\"open}"},
-      {"[open", "[open"},
+      {"[opened If", "[opened {k|If}"},
       {"' a _\nIf\nIf", "{c|' a _}/{c|If}/{k|If}"},
       {"\tx 'y", "\tx {c|'y}"},
   };
@@ -101,8 +101,8 @@ TEST(HtmlPage, ShowsAModuleWithItsProceduresAndAProcedureAlone) {
   EXPECT_EQ(TextOf(PageOf(whole)), ReplaceAll(module->SourceForm->Text, "\r\n", "\n"));
   std::string text;
   const auto procedure = ListingOf(*module->Blocks.Item("A"), "M.bas:4", text);
-  EXPECT_EQ(procedure.Text, "' about\nSub A()\nx = 1 : y = 2\nEnd Sub\n");
-  EXPECT_EQ(procedure.FirstLine, 3);
+  EXPECT_EQ(procedure.Text, "Sub A()\nx = 1 : y = 2\nEnd Sub\n");
+  EXPECT_EQ(procedure.FirstLine, 4);
 }
 
 TEST(HtmlPage, NeverLetsSourceBecomeMarkUp) {
