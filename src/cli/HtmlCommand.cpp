@@ -18,13 +18,18 @@ struct HtmlArguments {
   bool Page = false;
 };
 
+// The name that was asked for, or that of the file.
+std::string TitleOf(const HtmlArguments& arguments) {
+  if (!arguments.Name.empty()) return arguments.Name;
+  const std::string leaf = arguments.File.substr(arguments.File.find_last_of("/\\") + 1);
+  return leaf.empty() ? arguments.File : leaf;
+}
+
 // Colours what a name stands for, or every module.
 class HtmlWriter {
  public:
   HtmlWriter(const HtmlArguments& arguments, std::ostream& out) : mArguments(arguments), mOut(out) {
-    if (arguments.Page)
-      mPage =
-          std::make_unique<HtmlPage>(out, arguments.Name.empty() ? arguments.File : arguments.Name);
+    if (arguments.Page) mPage = std::make_unique<HtmlPage>(out, TitleOf(arguments));
   }
 
   std::size_t Count() const { return mCount; }
