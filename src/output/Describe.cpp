@@ -194,6 +194,15 @@ ElementRef Describe(const Class& element) {
 VENDREL_DESCRIBED(VENDREL_INSTANTIATE)
 #undef VENDREL_INSTANTIATE
 
+ElementRef DescribeElement(const CodeElement& element) {
+#define VENDREL_TRY(name)                                                                          \
+  if constexpr (std::is_base_of_v<CodeElement, name>)                                              \
+    if (const auto* object = dynamic_cast<const name*>(&element)) return Describe(*object);
+  VENDREL_DESCRIBED(VENDREL_TRY)
+#undef VENDREL_TRY
+  return {};
+}
+
 std::span<const ClassDescription* const> AllClasses() {
 #define VENDREL_ENTRY(name) &kDescription<name>,
   static constexpr const ClassDescription* kAll[] = {VENDREL_DESCRIBED(VENDREL_ENTRY)};
