@@ -281,7 +281,7 @@ void ResetCounters() {
 
 }  // namespace
 
-bool VBProject::Load(std::string_view ProjectFileName) {
+bool VBProject::Load(std::string_view ProjectFileName) try {
   if (EndsWithNoCaseAscii(ProjectFileName, ".VBPROJ")) return LoadDotNet(ProjectFileName);
   ResetCounters();
   AddLineNumbers = false;
@@ -299,9 +299,14 @@ bool VBProject::Load(std::string_view ProjectFileName) {
   ProjectSourceType = ptsVisualBasicProject;
   ProjectSourceAccess = psaReadWrite;
   return true;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.Load", "ProjectReader")
+      .Parameter("ProjectFileName", ProjectFileName)
+      .Of(*this);
+  throw;
 }
 
-bool VBProject::LoadModule(std::string_view ModuleFileName) {
+bool VBProject::LoadModule(std::string_view ModuleFileName) try {
   ResetCounters();
   AddLineNumbers = false;
   SetLanguageVersion(lvVisualBasic5or6);
@@ -323,6 +328,11 @@ bool VBProject::LoadModule(std::string_view ModuleFileName) {
   ProjectSourceType = ptsVisualBasicFiles;
   ProjectSourceAccess = psaRead;
   return true;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.LoadModule", "ProjectReader")
+      .Parameter("ModuleFileName", ModuleFileName)
+      .Of(*this);
+  throw;
 }
 
 }  // namespace vendrel
