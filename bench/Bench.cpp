@@ -1,5 +1,5 @@
-// The program that measures: vendrelmodel_bench load|classify|evaluate|names. Later parts of the
-// library join by a row of their own.
+// The program that measures: vendrelmodel_bench load|classify|evaluate|names|colour. Later parts of
+// the library join by a row of their own.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
@@ -45,6 +45,7 @@ int main(int argc, char** argv) {
   CLI::App* classify = AddCommand(app, "classify", "Lines a second of the classifier", shared);
   CLI::App* evaluate = AddCommand(app, "evaluate", "Conditions a second", shared);
   CLI::App* names = AddCommand(app, "names", "Names and types looked up a second", shared);
+  CLI::App* colour = AddCommand(app, "colour", "Source coloured as HTML a second", shared);
   CLI11_PARSE(app, argc, argv);
   try {
     if (loadCommand->parsed()) {
@@ -56,6 +57,7 @@ int main(int argc, char** argv) {
     if (classify->parsed()) return RunClassify(micro);
     if (evaluate->parsed()) return RunEvaluate(micro);
     if (names->parsed()) return RunNames(micro);
+    if (colour->parsed()) return RunColour(micro);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());
   }

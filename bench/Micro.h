@@ -14,5 +14,7 @@ int RunClassify(const MicroOptions& options);
 int RunEvaluate(const MicroOptions& options);
 /// Look-ups a second of qualified names and of type names in a group of generated projects.
 int RunNames(const MicroOptions& options);
+/// Bytes of source a second of the colouring, in the plain form and as a page.
+int RunColour(const MicroOptions& options);
 
 }  // namespace vendrel::bench

@@ -26,5 +26,8 @@ void AddFindCommand(CLI::App& app, Job& job);
 void AddResolveCommand(CLI::App& app, Job& job);
 void AddControlsCommand(CLI::App& app, Job& job);
 void AddStructureCommand(CLI::App& app, Job& job);
+void AddHtmlCommand(CLI::App& app, Job& job);
+void AddMembersCommand(CLI::App& app, Job& job);
+void AddHelpIDsCommand(CLI::App& app, Job& job);
 
 }  // namespace vendrel::cli

@@ -29,6 +29,9 @@ void AddCommands(CLI::App& app, Job& job) {
   AddResolveCommand(app, job);
   AddControlsCommand(app, job);
   AddStructureCommand(app, job);
+  AddHtmlCommand(app, job);
+  AddMembersCommand(app, job);
+  AddHelpIDsCommand(app, job);
 }
 
 bool IsOneOf(const std::string& text, std::initializer_list<const char*> names) {
