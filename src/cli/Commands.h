@@ -26,5 +26,6 @@ void AddFindCommand(CLI::App& app, Job& job);
 void AddResolveCommand(CLI::App& app, Job& job);
 void AddControlsCommand(CLI::App& app, Job& job);
 void AddStructureCommand(CLI::App& app, Job& job);
+void AddWriteCommand(CLI::App& app, Job& job);
 
 }  // namespace vendrel::cli
