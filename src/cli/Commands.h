@@ -29,5 +29,6 @@ void AddStructureCommand(CLI::App& app, Job& job);
 void AddHtmlCommand(CLI::App& app, Job& job);
 void AddMembersCommand(CLI::App& app, Job& job);
 void AddHelpIDsCommand(CLI::App& app, Job& job);
+void AddWriteCommand(CLI::App& app, Job& job);
 
 }  // namespace vendrel::cli

@@ -32,6 +32,7 @@ void AddCommands(CLI::App& app, Job& job) {
   AddHtmlCommand(app, job);
   AddMembersCommand(app, job);
   AddHelpIDsCommand(app, job);
+  AddWriteCommand(app, job);
 }
 
 bool IsOneOf(const std::string& text, std::initializer_list<const char*> names) {
