@@ -119,6 +119,12 @@ std::string SignatureOf(const CodeElement& element) {
   return signature;
 }
 
+std::string FileOf(const Component& component) {
+  const VBProject* project = component.VBProject();
+  return project && project->WasReadFromTypeLibrary ? project->FileName.FullPath()
+                                                    : component.FileName.FullPath();
+}
+
 std::string PlaceOf(const CodeElement& element, ShownPaths& paths) {
   if (const auto* project = dynamic_cast<const VBProject*>(&element))
     return paths.Place(project->FileName.FullPath(), 0);
@@ -129,7 +135,7 @@ std::string PlaceOf(const CodeElement& element, ShownPaths& paths) {
     declared = by;
   }
   const Component* component = declared->OwnComponent();
-  return component ? paths.Place(component->FileName.FullPath(), declared->SourceLine()) : "";
+  return component ? paths.Place(FileOf(*component), declared->SourceLine()) : "";
 }
 
 ElementRef DescribeElement(const CodeElement& element) {

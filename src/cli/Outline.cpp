@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "cli/Elements.h"
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 
@@ -115,7 +116,7 @@ void Outline::WriteProject(const VBProject& project) {
 }
 
 void Outline::WriteModule(const Component& component) {
-  mFile = component.FileName.FullPath();
+  mFile = FileOf(component);
   const auto lines = static_cast<std::size_t>(std::max(component.LinesAlreadyRead, 0));
   Line(2, WordOf(component), component.Name,
        Joined({StateOf(component), CountOf(lines, "line"),
@@ -170,7 +171,9 @@ void Outline::WriteBlock(const Block& block) {
   const Variables* variables = block.Variables.IfAny();
   const std::string_view definition = block.DefinitionLine;
   Line(kMemberDepth, block.IsPropertyType() ? "property" : "procedure",
-       definition.empty() ? AccessAndName(block.Access, block.Name()) : std::string(definition),
+       definition.empty() && block.Options().WasReadFromTypeLibrary ? SignatureOf(block)
+       : definition.empty() ? AccessAndName(block.Access, block.Name())
+                            : std::string(definition),
        CountOf(variables ? variables->Count() : 0, "variable"), block.SourceLine());
   WriteParameters(block.Parameters.IfAny());
   WriteVariables(kPartDepth, variables, "variable");

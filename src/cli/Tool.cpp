@@ -28,6 +28,7 @@ void AddCommands(CLI::App& app, Job& job) {
   AddResolveCommand(app, job);
   AddControlsCommand(app, job);
   AddStructureCommand(app, job);
+  AddTypeLibCommand(app, job);
 }
 
 bool IsOneOf(const std::string& text, std::initializer_list<const char*> names) {
