@@ -108,7 +108,7 @@ void Outline::WriteProject(const VBProject& project) {
        Joined({std::string(project.ProjectTypeDescription()),
                CountOf(project.Components.Count(), "module"), CountOf(procedures, "procedure"),
                CountOf(project.References.Count(), "reference")}),
-       1);
+       project.WasReadFromTypeLibrary ? 0 : 1);
   if (!Shows(2)) return;
   for (const Reference& reference : project.References)
     Line(2, reference.ReferenceType == "Object" ? "object" : "reference", reference.Name(),
@@ -116,7 +116,8 @@ void Outline::WriteProject(const VBProject& project) {
 }
 
 void Outline::WriteModule(const Component& component) {
-  mFile = FileOf(component);
+  const bool isOfLibrary = component.Options().WasReadFromTypeLibrary;
+  mFile = isOfLibrary ? std::string() : component.FileName.FullPath();
   const auto lines = static_cast<std::size_t>(std::max(component.LinesAlreadyRead, 0));
   Line(2, WordOf(component), component.Name,
        Joined({StateOf(component), CountOf(lines, "line"),
@@ -227,8 +228,10 @@ void Outline::Line(int depth, std::string_view word, std::string_view text, std:
     Paint(kRemarkColour, remark);
     mLine += ')';
   }
-  mLine += "  ";
-  Paint(kPlaceColour, mPaths.Place(mFile, line));
+  if (!mFile.empty()) {
+    mLine += "  ";
+    Paint(kPlaceColour, mPaths.Place(mFile, line));
+  }
   mLine += '\n';
   mOut << mLine;
 }
