@@ -14,6 +14,7 @@ run   libutf8proc-dev  upper and lower case beyond ASCII
 run   libuchardet-dev  guesses code pages
 test  libgtest-dev     the test framework
 test  libgmock-dev     its matchers
+test  mingw-w64-tools  compiles small type libraries for the tests (widl)
 check libbenchmark-dev measures small pieces (preset bench)
 check git              tells which files have changed
 check clang-format     checks the layout of the code

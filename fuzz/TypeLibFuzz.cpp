@@ -55,21 +55,32 @@ class InputService final : public TLIApplication {
   }
 };
 
+// Puts that service in the place of the system's own.
+class ServiceInPlace {
+ public:
+  ServiceInPlace() {
+    ObjectRegistry::Register<TLIApplication>(kTypeLibProgId,
+                                             [] { return std::make_shared<InputService>(); });
+  }
+  ~ServiceInPlace() {
+    ObjectRegistry::Register<TLIApplication>(kTypeLibProgId,
+                                             [] { return std::shared_ptr<TLIApplication>(); });
+  }
+  ServiceInPlace(const ServiceInPlace&) = delete;
+  ServiceInPlace& operator=(const ServiceInPlace&) = delete;
+};
+
 class NullBuffer final : public std::streambuf {
   int overflow(int c) override { return c == EOF ? 0 : c; }
   std::streamsize xsputn(const char*, std::streamsize count) override { return count; }
 };
 
 void LoadAsProject(std::span<const std::uint8_t> input) {
-  static const bool registered = [] {
-    ObjectRegistry::Register<TLIApplication>(kTypeLibProgId,
-                                             [] { return std::make_shared<InputService>(); });
-    return true;
-  }();
+  const ServiceInPlace service;
   InputService::sInput = input;
   VBProject project;
   project.Reading = input.size() % 3 == 0 ? ReadingRules::Classic() : ReadingRules::Complete();
-  project.LoadTypeLibHelpStrings = registered && input.size() % 4 < 2;
+  project.LoadTypeLibHelpStrings = input.size() % 4 < 2;
   if (!project.LoadFromTypeLib("Z:\\input.dll")) return;
   project.Components.Populate();
   NullBuffer nothing;

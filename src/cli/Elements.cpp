@@ -49,10 +49,14 @@ std::string_view WordOf(BlockTypeEnum type) {
   }
 }
 
+bool IsLetOrSet(const Block& b) {
+  return b.BlockType() == btPropertyLet || b.BlockType() == btPropertySet;
+}
+
 std::string Text(const Block& b) {
   if (!b.DefinitionLine.empty()) return b.DefinitionLine.str();
   return Phrase({b.Access, WordOf(b.BlockType()),
-                 Typed(b.Name() + List(b.Parameters.IfAny()), b.ReturnType)});
+                 Typed(b.Name() + List(b.Parameters.IfAny()), IsLetOrSet(b) ? "" : b.ReturnType)});
 }
 
 std::string Text(const Variable& v) {
