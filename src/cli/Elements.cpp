@@ -142,10 +142,4 @@ std::string PlaceOf(const CodeElement& element, ShownPaths& paths) {
   return component ? paths.Place(FileOf(*component), declared->SourceLine()) : "";
 }
 
-ElementRef DescribeElement(const CodeElement& element) {
-  ElementRef described;
-  AsItIs(element, [&](const auto& typed) { described = Describe(typed); });
-  return described;
-}
-
 }  // namespace vendrel::cli

@@ -177,10 +177,9 @@ void ProjectReader::KeepLine(std::string_view raw) {
 
 // A host may say that an odd line is kept and passed over; else its failure ends the load.
 void ProjectReader::StepOver(const VendrelError& error, std::string_view raw) {
-  if (!mProject.OnLineFailure ||
-      mProject.OnLineFailure(error, mProject.FileName.FullPath(), mLine) == StepOver::Raise) {
-    VendrelError passed = error;
-    passed.AddContext("VBProject.Load", "project", mLine);
+  VendrelError passed = error;
+  passed.AddContext("VBProject.Load", "ProjectReader", mLine).Local("Line", raw).Of(mProject);
+  if (mProject.AskAboutFailure(passed, mProject.FileName.FullPath(), mLine) == StepOver::Raise) {
     mProject.FileName.CloseFile();
     throw passed;
   }
