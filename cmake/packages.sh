@@ -15,6 +15,7 @@ run   libuchardet-dev  guesses code pages
 test  libgtest-dev     the test framework
 test  libgmock-dev     its matchers
 test  chromium         opens the pages of the html command, as a reader would
+test  mingw-w64-tools  compiles small type libraries for the tests (widl)
 check libbenchmark-dev measures small pieces (preset bench)
 check git              tells which files have changed
 check clang-format     checks the layout of the code

@@ -25,6 +25,7 @@ void AddNamesCommand(CLI::App& app, Job& job);
 void AddFindCommand(CLI::App& app, Job& job);
 void AddResolveCommand(CLI::App& app, Job& job);
 void AddControlsCommand(CLI::App& app, Job& job);
+void AddTypeLibCommand(CLI::App& app, Job& job);
 void AddStructureCommand(CLI::App& app, Job& job);
 void AddHtmlCommand(CLI::App& app, Job& job);
 void AddMembersCommand(CLI::App& app, Job& job);

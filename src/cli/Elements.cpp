@@ -49,10 +49,14 @@ std::string_view WordOf(BlockTypeEnum type) {
   }
 }
 
+bool IsLetOrSet(const Block& b) {
+  return b.BlockType() == btPropertyLet || b.BlockType() == btPropertySet;
+}
+
 std::string Text(const Block& b) {
   if (!b.DefinitionLine.empty()) return b.DefinitionLine.str();
   return Phrase({b.Access, WordOf(b.BlockType()),
-                 Typed(b.Name() + List(b.Parameters.IfAny()), b.ReturnType)});
+                 Typed(b.Name() + List(b.Parameters.IfAny()), IsLetOrSet(b) ? "" : b.ReturnType)});
 }
 
 std::string Text(const Variable& v) {
@@ -119,6 +123,12 @@ std::string SignatureOf(const CodeElement& element) {
   return signature;
 }
 
+std::string FileOf(const Component& component) {
+  const VBProject* project = component.VBProject();
+  return project && project->WasReadFromTypeLibrary ? project->FileName.FullPath()
+                                                    : component.FileName.FullPath();
+}
+
 std::string PlaceOf(const CodeElement& element, ShownPaths& paths) {
   if (const auto* project = dynamic_cast<const VBProject*>(&element))
     return paths.Place(project->FileName.FullPath(), 0);
@@ -129,7 +139,7 @@ std::string PlaceOf(const CodeElement& element, ShownPaths& paths) {
     declared = by;
   }
   const Component* component = declared->OwnComponent();
-  return component ? paths.Place(component->FileName.FullPath(), declared->SourceLine()) : "";
+  return component ? paths.Place(FileOf(*component), declared->SourceLine()) : "";
 }
 
 }  // namespace vendrel::cli

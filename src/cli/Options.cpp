@@ -77,6 +77,11 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
       ->add_option("--comment-file", options.CommentFile,
                    "Apply the tagged comments of this file (XML) once the source is read")
       ->type_name("FILE");
+  group
+      ->add_option("--typelib-path", options.TypeLibPath,
+                   "A folder searched for type libraries that others refer to")
+      ->type_name("FOLDER")
+      ->allow_extra_args(false);
   group->add_flag("--strict", options.Strict, "Exit code 3 if there were warnings");
   group->add_flag("--quiet", options.Quiet, "Tell errors only; no progress");
   group

@@ -35,6 +35,7 @@ struct CommonOptions {
   std::string CodePage = "auto";
   std::vector<std::string> Drives;
   std::vector<std::string> Settings;
+  std::vector<std::string> TypeLibPath;
   std::string Tags;
   std::string CommentFile;
   bool Strict = false;

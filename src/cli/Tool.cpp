@@ -33,6 +33,7 @@ void AddCommands(CLI::App& app, Job& job) {
   AddMembersCommand(app, job);
   AddHelpIDsCommand(app, job);
   AddWriteCommand(app, job);
+  AddTypeLibCommand(app, job);
 }
 
 bool IsOneOf(const std::string& text, std::initializer_list<const char*> names) {
