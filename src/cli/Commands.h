@@ -26,5 +26,7 @@ void AddFindCommand(CLI::App& app, Job& job);
 void AddResolveCommand(CLI::App& app, Job& job);
 void AddControlsCommand(CLI::App& app, Job& job);
 void AddStructureCommand(CLI::App& app, Job& job);
+void AddDiffCommand(CLI::App& app, Job& job);
+void AddBuildCommand(CLI::App& app, Job& job);
 
 }  // namespace vendrel::cli

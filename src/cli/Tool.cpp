@@ -28,6 +28,8 @@ void AddCommands(CLI::App& app, Job& job) {
   AddResolveCommand(app, job);
   AddControlsCommand(app, job);
   AddStructureCommand(app, job);
+  AddDiffCommand(app, job);
+  AddBuildCommand(app, job);
 }
 
 bool IsOneOf(const std::string& text, std::initializer_list<const char*> names) {
