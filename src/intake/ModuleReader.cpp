@@ -43,7 +43,7 @@ class ModuleReader {
 
  private:
   bool Open();
-  bool OpenAgain();
+  void OpenAgain();
   void TellMissing();
   bool LooksBinary() const;
   void TellKind() const;
@@ -74,7 +74,7 @@ void ModuleReader::Load(bool onlyHeader) {
   mIntake.ContinuationBuffer.clear();
   if (mIntake.AlreadyPopulated && !mIntake.PreScannedFile) return Finish();
   if (mIntake.PreScannedFile) {
-    if (!OpenAgain()) return;
+    OpenAgain();
   } else {
     if (!Open()) return;
     mIntake.AlreadyPopulated = true;
@@ -137,21 +137,14 @@ bool ModuleReader::Open() {
   return true;
 }
 
-// Goes on behind the lines that an earlier load took.
-bool ModuleReader::OpenAgain() {
-  try {
-    mFile.OpenFile(omRead);
-  } catch (const VendrelError& error) {
-    Tell(DiagnosticCode::UnreadableFile, {mFile.FullPath(), error.Text()});
-    return false;
-  }
+// Goes on behind the lines that an earlier load took, in the text that it read: lines of two texts
+// in one module would have no common place to be written back to.
+void ModuleReader::OpenAgain() {
+  mFile.OpenDecoded(mComponent.SourceForm);
   mIntake.PreScannedFile = false;
   mIntake.PhysicalLine = 0;
-  const std::shared_ptr<const SourceText>& source = mFile.Source();
-  mIntake.Text = std::shared_ptr<const std::string>(source, &source->Text);
   for (std::int32_t i = 0; i < mComponent.LinesAlreadyRead && !mFile.AtEnd(); ++i)
     mText = NextLine();
-  return true;
 }
 
 // A table of a database that has the extension of a form, or the like: nothing a reader of text can

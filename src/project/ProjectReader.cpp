@@ -135,6 +135,7 @@ void ProjectReader::Read() {
   file.OpenFile(omRead);
   // Read at once: names of modules are looked up while this file is being walked.
   const std::shared_ptr<const SourceText> source = file.Source();
+  mProject.SourceForm = source;
   std::string_view rest = source->Text;
   while (!rest.empty()) {
     ++mLine;

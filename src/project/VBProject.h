@@ -109,6 +109,8 @@ class VBProject : public ProjectOptions {
   std::vector<std::pair<std::string, std::string>> Defines;
   FileSystemObject FileName;
   FileSystemObject OutputFileName;
+  /// The project file as it was decoded; empty before the load.
+  std::shared_ptr<const SourceText> SourceForm;
   vendrel::References References;
   vendrel::Components Components;
   vendrel::CompilerConstants CompilerConstants;

@@ -196,6 +196,12 @@ void FileSystemObject::OpenForReading() {
   mRest = mSource->Text;
 }
 
+void FileSystemObject::OpenDecoded(std::shared_ptr<const SourceText> source) {
+  Discard();
+  mSource = std::move(source);
+  mRest = mSource->Text;
+}
+
 void FileSystemObject::CloseFile() {
   const std::unique_ptr<AtomicFile> writer = std::move(mWriter);
   Discard();

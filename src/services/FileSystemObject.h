@@ -78,6 +78,8 @@ class FileSystemObject : public HandleTarget {
   /// one, which `CloseFile` puts in its place. `access` and `lock` change nothing. Raises 5 for
   /// another mode, 53 (missing), 70 (permission) or 75 (folder, device, read-only, too large).
   void OpenFile(int mode = omRead, int access = 1, int lock = 1);
+  /// Opens for reading from the first line what was read and decoded earlier.
+  void OpenDecoded(std::shared_ptr<const SourceText> source);
   /// Whether the last `OpenFile` succeeded and the stream stands open.
   bool IsOpen() const { return mSource || mWriter; }
   /// Closes the stream; nothing if none is open. After writing, the file is on the disk and in its

@@ -80,8 +80,20 @@ std::string CodeLines::LineText(std::int32_t Index) const { return std::string(L
 void CodeLines::SetLineText(std::int32_t Index, std::string_view text) {
   CodeLine record = Item(Index);
   record.Text = text;
-  mLines[static_cast<std::size_t>(Index - 1)] = KeepWhole(std::move(record));
+  Line& line = mLines[static_cast<std::size_t>(Index - 1)];
+  const std::uint32_t began = line.Flags & kWhole ? line.Length : line.Offset + 1;
+  line = KeepWhole(std::move(record));
+  line.Length = began;
 }
+
+std::optional<std::size_t> CodeLines::SourceOffset(std::int32_t Index) const {
+  const Line& line = At(Index);
+  if (!(line.Flags & kWhole)) return line.Offset;
+  if (line.Length == 0) return std::nullopt;
+  return line.Length - 1;
+}
+
+bool CodeLines::AsRead(std::int32_t Index) const { return !(At(Index).Flags & kWhole); }
 
 bool CodeLines::Continued(std::int32_t Index) const { return At(Index).Flags & kContinued; }
 bool CodeLines::Continuation(std::int32_t Index) const { return At(Index).Flags & kContinuation; }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -51,6 +52,13 @@ class CodeLines {
   bool IsStartLine(std::int32_t Index) const { return IsStartLineType(LineType(Index)); }
   bool IsEndLine(std::int32_t Index) const { return IsEndLineType(LineType(Index)); }
   std::int16_t EventIndex(std::int32_t Index) const;
+  /// 0-based offset at which the line began in the text that the list points into, also after its
+  /// text was replaced; nothing for a line that no file had.
+  std::optional<std::size_t> SourceOffset(std::int32_t Index) const;
+  /// Whether the text of the line still is the one that was read.
+  bool AsRead(std::int32_t Index) const;
+  /// The text that lines point into; null for a list without one.
+  const std::string* SourceText() const { return mText.get(); }
   void UnloadSourceCode();
   /// Number of continuation records in the whole list; kept up to date, not counted.
   std::int32_t ContinuationCount() const;
@@ -69,7 +77,8 @@ class CodeLines {
     kContinued = 1,
     kContinuation = 2,
     kNotInSource = 4,
-    kWhole = 8,  // the record stands in mWhole, under the number in Offset
+    kWhole = 8,  // the record stands in mWhole, under the number in Offset; Length is where the
+                 // line began in the text, plus 1, or 0
   };
   struct Line {
     std::uint32_t Offset;

@@ -1,0 +1,153 @@
+#include "writer/Attributes.h"
+
+#include <algorithm>
+
+#include "core/Ascii.h"
+#include "core/CaseFold.h"
+#include "core/NumericText.h"
+#include "text/Descriptions.h"
+
+namespace vendrel {
+namespace {
+
+constexpr std::string_view kAttribute = "Attribute ";
+constexpr std::string_view kModuleHelpID = "VB_HelpID";
+constexpr std::string_view kHelpID = ".VB_HelpID";
+constexpr std::string_view kVarHelpID = ".VB_VarHelpID";
+
+std::string NumberLine(std::string_view name, std::string_view word, std::int32_t id) {
+  std::string line(kAttribute);
+  return line.append(name).append(word).append(" = ").append(std::to_string(id));
+}
+
+std::string QuotedLine(std::string_view name, std::string_view word, std::string_view text) {
+  std::string line(kAttribute);
+  return line.append(name).append(word).append(" = \"").append(text).append("\"");
+}
+
+// A line that gives a help ID, taken apart.
+struct HelpLine {
+  std::string_view Subject;  // empty: the module
+  bool OfVariable = false;
+  std::int32_t ID = 0;
+  std::size_t BehindEquals = 0;
+};
+
+std::optional<HelpLine> TakeApart(std::string_view text) {
+  const std::size_t equals = text.find('=');
+  const std::string_view trimmed = TrimLeft(text.substr(0, equals));
+  if (equals == std::string_view::npos || !StartsWithNoCaseAscii(trimmed, kAttribute))
+    return std::nullopt;
+  const std::string_view target = Trim(trimmed.substr(kAttribute.size()));
+  HelpLine line;
+  line.OfVariable = EndsWithNoCaseAscii(target, kVarHelpID);
+  if (line.OfVariable)
+    line.Subject = target.substr(0, target.size() - kVarHelpID.size());
+  else if (EndsWithNoCaseAscii(target, kHelpID))
+    line.Subject = target.substr(0, target.size() - kHelpID.size());
+  else if (!EqualsNoCaseAscii(target, kModuleHelpID))
+    return std::nullopt;
+  line.ID = NumericValue(text.substr(equals + 1));
+  line.BehindEquals = equals + 1;
+  return line;
+}
+
+bool IsSame(const HelpLine& a, const HelpLine& b) {
+  return a.OfVariable == b.OfVariable && EqualsNoCase(a.Subject, b.Subject);
+}
+
+}  // namespace
+
+std::string HelpIDLine(std::string_view name, std::int32_t id) {
+  return NumberLine(name, kHelpID, id);
+}
+
+std::string VarHelpIDLine(std::string_view name, std::int32_t id) {
+  return NumberLine(name, kVarHelpID, id);
+}
+
+std::string DescriptionLine(std::string_view name, std::string_view text) {
+  return QuotedLine(name, ".VB_Description", text);
+}
+
+std::string VarDescriptionLine(std::string_view name, std::string_view text) {
+  return QuotedLine(name, ".VB_VarDescription", text);
+}
+
+std::optional<std::string> CommentText(CodeElement& element, std::string_view tag) {
+  OnDemand<TaggedComments>* comments = element.TaggedCommentsField();
+  if (!comments || !comments->IfAny()) return std::nullopt;
+  const TaggedComment* comment = (*comments)->Item(tag);
+  if (!comment) return std::nullopt;
+  return comment->Text;
+}
+
+std::optional<std::string> BrowserText(CodeElement& element) {
+  if (auto text = CommentText(element, "##OBJECTBROWSER")) return text;
+  const std::string description = element.Description();
+  if (description.empty()) return std::nullopt;
+  return BareDescription(description);
+}
+
+std::optional<std::string> PropertyBrowserText(Block& block) {
+  Component* component = block.Component.Get();
+  Block* whole = block.Consolidated ? &block
+                 : component        ? component->ConsolidatedPropertyBlock(block.Name())
+                                    : nullptr;
+  if (!whole) return std::nullopt;
+  if (auto text = CommentText(*whole, "##OBJECTBROWSER")) return text;
+  if (whole->TaggedDescription.empty()) return std::nullopt;
+  return BareDescription(whole->TaggedDescription);
+}
+
+bool IsDescriptionLine(std::string_view text) {
+  return text.find(".VB_VarDescription = ") != std::string_view::npos ||
+         text.find(".VB_Description = ") != std::string_view::npos;
+}
+
+HelpIDs::HelpIDs(Block& block) : mBlock(block), mComponent(block.Component.Get()) {}
+
+std::optional<std::string> HelpIDs::Kept(std::string_view text) const {
+  std::optional<std::string> as(text);
+  const auto line = TakeApart(text);
+  if (!line) return as;
+  const std::int32_t* current = Current(line->Subject, line->OfVariable);
+  if (!current || *current == line->ID) return as;
+  // Lines of false branches were never read; of several lines for one element the last one held.
+  const std::vector<std::string>& lines = mBlock.Attributes();
+  if (std::find(lines.begin(), lines.end(), text) == lines.end()) return as;
+  for (auto other = lines.rbegin(); other != lines.rend(); ++other) {
+    const auto last = TakeApart(*other);
+    if (!last || !IsSame(*last, *line)) continue;
+    if (last->ID == *current) return as;
+    break;
+  }
+  if (*current == 0) return std::nullopt;
+  std::string written(text.substr(0, line->BehindEquals));
+  return written.append(" ").append(std::to_string(*current));
+}
+
+const std::int32_t* HelpIDs::Current(std::string_view subject, bool ofVariable) const {
+  if (ofVariable) {
+    const Variables* variables = mBlock.Variables.IfAny();
+    const Variable* variable = variables ? variables->Item(subject) : nullptr;
+    return variable ? &variable->HelpContextID : nullptr;
+  }
+  if (!mComponent) return nullptr;
+  if (subject.empty()) return &mComponent->HelpContextID;
+  if (const EventDeclaration* event = mComponent->EventDeclarations.Item(subject))
+    return &event->HelpContextID;
+  return EqualsNoCase(subject, mBlock.Name()) ? &mBlock.HelpContextID : nullptr;
+}
+
+bool HelpIDs::HasLineOfModule() const { return HasLineOf({}); }
+
+bool HelpIDs::HasLineOf(std::string_view name) const {
+  const std::vector<std::string>& lines = mBlock.Attributes();
+  return std::any_of(lines.begin(), lines.end(), [&](const std::string& text) {
+    const auto line = TakeApart(text);
+    return line && EqualsNoCase(line->Subject, name);
+  });
+}
+
+}  // namespace vendrel

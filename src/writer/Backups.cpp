@@ -1,0 +1,83 @@
+#include "writer/Backups.h"
+
+#include "core/CaseFold.h"
+#include "core/MessageService.h"
+#include "core/ProcessState.h"
+#include "diagnostics/Diagnostic.h"
+#include "services/Procedures.h"
+
+namespace vendrel {
+namespace {
+
+constexpr std::string_view kFolderName = "SourceBackup";
+constexpr std::string_view kCopyError = "File copy error";
+constexpr std::string_view kGoOnWithOthers = "Do you wish to proceed with other files ?";
+
+// A question counts as No while `Silent`.
+bool GoesOn(const std::string& problem, std::string_view question, std::string_view caption,
+            int style) {
+  Tell(DiagnosticCode::WriteRefused, {problem});
+  if (State().Silent) return false;
+  return MessageService::Current().Ask(problem + "\r\n\r\n" + std::string(question), caption,
+                                       style);
+}
+
+}  // namespace
+
+Backups::Backups(VBProject& project)
+    : mProject(project), mFolder(project.FileName.FolderPath() + std::string(kFolderName) + "\\") {}
+
+bool Backups::MakeFolder() {
+  FileSystemObject folder;
+  folder.SetFolderPath(mFolder);
+  try {
+    folder.CreateFolderPath();
+  } catch (const VendrelError&) {  // whether it is there is looked at below
+  }
+  if (folder.IsFolder()) return true;
+  mNoModules = true;
+  return GoesOn(
+      "Failed to create a directory '" + mFolder.substr(0, mFolder.size() - 1) + "'.",
+      "This directory is required to store backup copies of the source code.  Do you wish "
+      "to proceed ?",
+      "Could not create directory", msProceedQuestion);
+}
+
+bool Backups::Copy(const FileSystemObject& file, const std::string& to, std::string_view question) {
+  if (!file.Exists() || FileCopy(file.FullPath(), to)) return true;
+  return GoesOn("Backup file copy error (" + file.LeafName() + ") : " + State().FileCopy_LastError,
+                question, kCopyError, msYesNoQuestion);
+}
+
+bool Backups::KeepProjectFile() {
+  return Copy(mProject.FileName, mFolder + NameFor(mProject.FileName), kGoOnWithOthers);
+}
+
+bool Backups::KeepModule(const FileSystemObject& file) {
+  return mNoModules || Copy(file, mFolder + NameFor(file), kGoOnWithOthers);
+}
+
+// By leaf name; two of one name overwrite each other unless the reading says otherwise.
+std::string Backups::NameFor(const FileSystemObject& file) {
+  FileSystemObject backup(mFolder + file.LeafName());
+  if (!mProject.Reading.KeepBackups) return backup.LeafName();
+  for (int number = 2; !mTaken.insert(FoldKey(backup.LeafName())).second; ++number)
+    backup.SetBaseName(file.BaseName() + "_" + std::to_string(number));
+  return backup.LeafName();
+}
+
+bool Backups::KeepProjectFileBesideItself() {
+  const FileSystemObject& file = mProject.FileName;
+  FileSystemObject backup(file.FullPath() + ".bak");
+  try {
+    // One that may be written is replaced as a whole; at no moment there is none.
+    if (backup.IsReadOnly()) backup.DeleteFile();
+  } catch (const VendrelError&) {  // the copy tells
+  }
+  if (!file.Exists() || FileCopy(file.FullPath(), backup.FullPath())) return true;
+  return GoesOn(
+      "Backup project file copy error (" + file.LeafName() + ") : " + State().FileCopy_LastError,
+      "Do you wish to proceed (all other files have been written) ?", kCopyError, msYesNo);
+}
+
+}  // namespace vendrel

@@ -1,0 +1,180 @@
+#include "writer/BlockWriter.h"
+
+#include "project/VBProject.h"
+
+namespace vendrel {
+namespace {
+
+Component& ComponentOf(const Block& block) {
+  Component* component = block.Component.Get();
+  if (!component) throw VendrelError(errObjectNotSet, "the block has no component");
+  return *component;
+}
+
+const CodeLines& LinesOf(const Block& block) {
+  static const CodeLines none;
+  const CodeLines* lines = block.CodeLines.IfAny();
+  return lines ? *lines : none;
+}
+
+bool IsSection(BlockTypeEnum type) { return type == btDeclarations || type == btAttributes; }
+
+// The subject of "Attribute Name.VB_Description = ...".
+std::string_view DescribedName(std::string_view text) {
+  const std::size_t blank = text.find(' ');
+  if (blank == std::string_view::npos) return {};
+  const std::string_view behind = text.substr(blank + 1);
+  return behind.substr(0, behind.find('.'));
+}
+
+}  // namespace
+
+BlockWriter::BlockWriter(Block& block, SourceStream& stream)
+    : mBlock(block),
+      mComponent(ComponentOf(block)),
+      mOptions(block.Options()),
+      mLines(LinesOf(block)),
+      mStream(stream),
+      mHelpIDs(block) {
+  ChooseAttributes();
+  if (mOptions.AddLineNumbers && !mComponent.NoLineNumbers && !IsSection(block.BlockType()))
+    mNumbers = std::make_unique<LineNumbers>(mLines, mOptions.Reading.NumberableLines);
+}
+
+void BlockWriter::ChooseAttributes() {
+  const BlockTypeEnum type = mBlock.BlockType();
+  if (type != btSub && type != btFunction && !mBlock.IsPropertyType()) return;
+  mAttributesBehind = std::max(mBlock.StartLine(), 1);
+  if (!mBlock.IsPropertyType()) return;
+  mFirstPropertyBlock = mComponent.IsFirstPropertyBlock(&mBlock);
+  mWriteAttributes = mFirstPropertyBlock;
+}
+
+void BlockWriter::Run() {
+  const std::int32_t count = mLines.Count();
+  bool attributesDone = mAttributesBehind == 0;
+  for (std::int32_t i = 1; i <= count; ++i) {
+    if (mLines.NotInSource(i)) {
+      if (mNumbers) mNumbers->Pass(i);
+      continue;
+    }
+    Line(i);
+    if (attributesDone || i < mAttributesBehind || mLines.Continued(i)) continue;
+    attributesDone = true;
+    ProcedureAttributes();
+  }
+  if (mBlock.BlockType() == btDeclarations) VariableAttributes();
+}
+
+void BlockWriter::Line(std::int32_t index) {
+  const LineTypeEnum type = mLines.LineType(index);
+  if (type == ATTRIBUTE_LINE) return AttributeLine(index);
+  mStream.Line(mLines, index, mNumbers ? mNumbers->Before(index) : std::string_view());
+  if (type == EVENT_DECLARATION) EventAttributes(index);
+}
+
+void BlockWriter::AttributeLine(std::int32_t index) {
+  const std::string_view text = mLines.LineView(index);
+  if (IsDescriptionLine(text)) {
+    if (DescriptionStays(text)) mStream.Line(mLines, index);
+    return;
+  }
+  const bool stays = mWriteAttributes && !mFirstPropertyBlock;
+  if (!stays && !mOptions.Reading.KeepAttributePlaces) return;
+  if (!mOptions.Reading.KeepHelpAttributes) return mStream.Line(mLines, index);
+  const auto kept = mHelpIDs.Kept(text);
+  if (kept && *kept == text)
+    mStream.Line(mLines, index);
+  else if (kept)
+    mStream.Replaced(mLines, index, *kept);
+}
+
+// A description gives way to the one that is written for its element; where attribute lines keep
+// their places, only if there is one.
+bool BlockWriter::DescriptionStays(std::string_view text) {
+  if (!mOptions.WriteHelpDescriptions) return true;
+  if (!mOptions.Reading.KeepHelpAttributes) return false;
+  const std::string_view name = DescribedName(text);
+  if (mBlock.BlockType() != btDeclarations)
+    return mAttributesBehind == 0    ? true
+           : mBlock.IsPropertyType() ? !PropertyBrowserText(mBlock)
+                                     : !BrowserText(mBlock);
+  if (EventDeclaration* event = mComponent.EventDeclarations.Item(name))
+    return !BrowserText(*event);
+  const Variables* variables = mBlock.Variables.IfAny();
+  Variable* variable = variables ? variables->Item(name) : nullptr;
+  return !variable || variable->HelpContextID <= 0 || !BrowserText(*variable);
+}
+
+// Help ID lines that stand in the source are not written again.
+bool BlockWriter::HelpLineIsNew(std::string_view name) const {
+  if (!mOptions.Reading.KeepHelpAttributes) return true;
+  if (!mBlock.IsPropertyType()) return !mHelpIDs.HasLineOf(name);
+  for (Block* block : mComponent.Blocks.Named(name))
+    if (block->IsPropertyType() && HelpIDs(*block).HasLineOf(name)) return false;
+  return true;
+}
+
+void BlockWriter::EventAttributes(std::int32_t index) {
+  EventDeclaration* event =
+      mComponent.EventDeclarations.Item(static_cast<int>(mLines.EventIndex(index)));
+  if (!event) return;
+  if (event->HelpContextID > 0 && HelpLineIsNew(event->Name))
+    mStream.Line(HelpIDLine(event->Name, event->HelpContextID));
+  if (!mOptions.WriteHelpDescriptions) return;
+  if (const auto text = BrowserText(*event)) mStream.Line(DescriptionLine(event->Name, *text));
+}
+
+void BlockWriter::ProcedureAttributes() {
+  if (mFirstPropertyBlock) {
+    PropertyAttributes();
+  } else if (mOptions.WriteHelpDescriptions && mWriteAttributes) {
+    if (const auto text = BrowserText(mBlock)) mStream.Line(DescriptionLine(mBlock.Name(), *text));
+  }
+  if (mBlock.HelpContextID > 0 && mWriteAttributes && HelpLineIsNew(mBlock.Name()))
+    mStream.Line(HelpIDLine(mBlock.Name(), mBlock.HelpContextID));
+}
+
+// The attributes of all procedures of a property stand behind its first one.
+void BlockWriter::PropertyAttributes() {
+  if (!mOptions.Reading.KeepAttributePlaces)
+    for (const std::string& line : mComponent.AttributeLines(mBlock.Name()))
+      if (line.find(".VB_Description = ") == std::string::npos) mStream.Line(line);
+  if (!mOptions.WriteHelpDescriptions) return;
+  if (const auto text = PropertyBrowserText(mBlock))
+    mStream.Line(DescriptionLine(mBlock.Name(), *text));
+}
+
+void BlockWriter::VariableAttributes() {
+  const Variables* variables = mBlock.Variables.IfAny();
+  if (!variables) return;
+  for (Variable& variable : *variables) {
+    if (variable.HelpContextID <= 0) continue;
+    if (HelpLineIsNew(variable.Name))
+      mStream.Line(VarHelpIDLine(variable.Name, variable.HelpContextID));
+    if (!mOptions.WriteHelpDescriptions) continue;
+    if (const auto text = BrowserText(variable))
+      mStream.Line(VarDescriptionLine(variable.Name, *text));
+  }
+}
+
+TextForm WriteFormOf(const Component& component) {
+  if (component.SourceForm) return *component.SourceForm;
+  const VBProject* project = component.VBProject();
+  return project && project->SourceForm ? TextForm(*project->SourceForm) : TextForm();
+}
+
+void Block::WriteOut(FileSystemObject& f) {
+  try {
+    const vendrel::Component& component = ComponentOf(*this);
+    SourceStream stream(f, WriteFormOf(component), component.SourceForm.get(),
+                        Options().Reading.KeepLineEnds);
+    BlockWriter(*this, stream).Run();
+    stream.Finish();
+  } catch (VendrelError& error) {
+    error.AddContext("Block.WriteOut", "writer");
+    throw;
+  }
+}
+
+}  // namespace vendrel

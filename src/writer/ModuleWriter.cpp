@@ -1,0 +1,141 @@
+#include "writer/ModuleWriter.h"
+
+#include <algorithm>
+
+#include "core/Ascii.h"
+#include "core/MessageService.h"
+#include "core/ProcessState.h"
+#include "diagnostics/Diagnostic.h"
+#include "project/VBProject.h"
+#include "text/Descriptions.h"
+#include "writer/BlockWriter.h"
+#include "writer/OutputNames.h"
+
+namespace vendrel {
+namespace {
+
+constexpr std::size_t kLongestDescription = 49;
+
+// Up to `prefix`, case counting, as the lines of a module are written.
+bool IsLine(const CodeLines& lines, std::int32_t index, std::string_view prefix) {
+  return lines.LineType(index) == ATTRIBUTE_LINE && lines.LineView(index).starts_with(prefix);
+}
+
+void RemoveLines(CodeLines& lines, bool helpIDs, bool descriptions) {
+  for (std::int32_t i = lines.Count(); i >= 1; --i)
+    if ((helpIDs && IsLine(lines, i, "Attribute VB_HelpID")) ||
+        (descriptions && IsLine(lines, i, "Attribute VB_Description")))
+      lines.Remove(i);
+}
+
+// At the end of the block, as documented. The complete reading puts it behind the last attribute
+// line: a section without declarations goes on with comments, where the compiler takes none.
+void Append(CodeLines& lines, const std::string& text, bool behindAttributes) {
+  std::int32_t last = behindAttributes ? lines.Count() : 0;
+  while (last > 0 && lines.LineType(last) != ATTRIBUTE_LINE) --last;
+  lines.Add(InitialiseCodeLine(text, State().CurrentLanguageVersion), 0, last);
+}
+
+std::size_t CharacterCount(std::string_view text) {
+  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
+    return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+  }));
+}
+
+std::string ModuleDescription(Component& component) {
+  if (const auto text = CommentText(component, "##MODULE_OBJECTBROWSER"))
+    return BareDescription(*text);
+  const std::string description = component.Description();
+  if (!description.empty() && CharacterCount(description) <= kLongestDescription)
+    return BareDescription(description);
+  const VBProject* project = component.VBProject();
+  return (project ? project->ProjectName : std::string()) + "." + component.Name;
+}
+
+// A module with a help ID gets its attributes anew.
+void RewriteAttributes(Component& component) {
+  if (component.HelpContextID == 0) return;
+  const ProjectOptions& options = component.Options();
+  Block* block = component.BlockOfType(btAttributes, true);
+  if (!block) block = component.NewBlock(btAttributes);
+  CodeLines& lines = *block->CodeLines;
+  const bool keeps = options.Reading.KeepHelpAttributes;
+  RemoveLines(lines, !keeps, options.WriteHelpDescriptions);
+  if (!keeps || !HelpIDs(*block).HasLineOfModule())
+    Append(lines, "Attribute VB_HelpID = " + std::to_string(component.HelpContextID), keeps);
+  if (options.WriteHelpDescriptions)
+    Append(lines, "Attribute VB_Description=\"" + ModuleDescription(component) + "\"", keeps);
+}
+
+void WriteBlocks(Component& component, FileSystemObject& target) {
+  SourceStream stream(target, WriteFormOf(component), component.SourceForm.get(),
+                      component.Options().Reading.KeepLineEnds);
+  const auto pass = [&](auto wanted) {
+    for (Block& block : component.Blocks)
+      if (wanted(block.BlockType())) BlockWriter(block, stream).Run();
+  };
+  pass([](BlockTypeEnum type) { return type == btAttributes; });
+  pass([](BlockTypeEnum type) { return type == btDeclarations; });
+  pass([](BlockTypeEnum type) { return type != btAttributes && type != btDeclarations; });
+  stream.Finish();
+}
+
+void Open(FileSystemObject& target) {
+  try {
+    target.OpenFile(omWrite, 2);
+  } catch (const VendrelError&) {
+    TellNotOpened(target.LeafName());
+    throw;
+  }
+}
+
+}  // namespace
+
+void TellRefused(std::string_view text, std::string_view caption) {
+  TellBox(DiagnosticCode::WriteRefused, {text}, text, caption, msExclamation);
+}
+
+void TellNotOpened(std::string_view leafName) {
+  const std::string text = "Error opening " + std::string(leafName) +
+                           " for write.  Check that the target file is not read-only.";
+  Tell(DiagnosticCode::WriteRefused, {text});
+  MessageService::Current().Show(text, "File access error", msExclamation);
+}
+
+void WriteModule(Component& component, std::string_view path) {
+  VBProject* project = component.VBProject();
+  const DiagnosticScope scope(project ? &project->Diagnostics : nullptr,
+                              component.FileName.FullPath());
+  if (component.LoadState != lsFullyLoaded)
+    return TellRefused("Attempt to write out a component which is not fully loaded !", "Error");
+  FileSystemObject target(path);
+  if (target.Exists() && target.IsReadOnly())
+    return TellRefused("Could not write to the file '" + target.FullPath() +
+                           "' as the file is read-only.  Processing will continue, but source "
+                           "code for this file will not be written.",
+                       "File read-only");
+  target.CreateFolderPath();
+  target.SetWriteForm(WriteFormOf(component));
+  Open(target);
+  RewriteAttributes(component);
+  try {
+    WriteBlocks(component, target);
+  } catch (const CharactersRefused&) {
+    target.Discard();  // told where it was met; the file stays as it was
+    return;
+  }
+  target.CloseFile();
+}
+
+bool Component::WriteOut() {
+  try {
+    vendrel::VBProject* project = VBProject();
+    WriteModule(*this, project ? ComponentOutputFileName(*project, *this) : FileName.FullPath());
+  } catch (VendrelError& error) {
+    error.AddContext("Component.WriteOut", "writer");
+    throw;
+  }
+  return false;
+}
+
+}  // namespace vendrel

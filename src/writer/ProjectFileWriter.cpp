@@ -1,0 +1,158 @@
+#include "writer/ProjectFileWriter.h"
+
+#include "core/Ascii.h"
+#include "core/CaseFold.h"
+#include "services/Procedures.h"
+#include "writer/ModuleWriter.h"
+#include "writer/SideFiles.h"
+
+namespace vendrel {
+namespace {
+
+TextForm FormOf(const VBProject& project) {
+  return project.SourceForm ? TextForm(*project.SourceForm) : TextForm();
+}
+
+}  // namespace
+
+ProjectFileWriter::ProjectFileWriter(VBProject& project, OutputNames& names, bool copyOthers)
+    : mProject(project),
+      mNames(names),
+      mCopyOthers(copyOthers),
+      mSameLocation(project.SameLocation()),
+      mStream(project.OutputFileName, FormOf(project), project.SourceForm.get(),
+              project.Reading.KeepLineEnds) {
+  if (!project.SourceForm) return;
+  const std::string_view text = project.SourceForm->Text;
+  for (const auto& [offset, bytes] : project.SourceForm->RawLines) {
+    std::string_view rest = text.substr(offset);
+    mRawLines.emplace(TakeLine(rest), bytes);
+  }
+}
+
+void ProjectFileWriter::Run() {
+  FileSystemObject& file = mProject.OutputFileName;
+  file.SetWriteForm(FormOf(mProject));
+  try {
+    file.OpenFile(omWrite, 2);
+  } catch (const VendrelError&) {
+    TellNotOpened(file.LeafName());
+    throw;
+  }
+  try {
+    Rows();
+    mStream.Finish();
+    file.CloseFile();
+  } catch (...) {
+    file.Discard();
+    throw;
+  }
+}
+
+// The order is that of the file format.
+void ProjectFileWriter::Rows() {
+  FirstLine();
+  References();
+  Modules();
+  RelatedDocuments();
+  Quoted("HelpFile", mProject.HelpFile);
+  Quoted("HelpContextID", std::to_string(mProject.HelpContextID));
+  KeptLines();
+  Startup();
+  Compatibility();
+  Target();
+  LinesBehind();
+}
+
+void ProjectFileWriter::Quoted(std::string_view key, std::string_view value) {
+  std::string line(key);
+  mStream.Line(line.append("=\"").append(value).append("\""));
+}
+
+void ProjectFileWriter::KeptLine(const std::string& line) {
+  const auto raw = mRawLines.find(line);
+  if (raw == mRawLines.end())
+    mStream.Line(line);
+  else
+    mStream.Raw(raw->second);
+}
+
+void ProjectFileWriter::FirstLine() {
+  if (!mProject.ProjectLines.empty()) KeptLine(mProject.ProjectLines.front());
+}
+
+void ProjectFileWriter::References() {
+  for (Reference& reference : mProject.References) {
+    reference.FileName.SetBaseFile(&mProject.OutputFileName);
+    const std::string compiled = reference.CompiledLine();
+    KeptLine(compiled.empty() ? reference.CodeLine() : compiled);
+  }
+}
+
+void ProjectFileWriter::Modules() {
+  SideFiles sideFiles(mProject, mNames);
+  const std::string folder = mProject.OutputFileName.FolderPath();
+  for (Component& component : mProject.Components.Listed()) {
+    if (!mSameLocation) mNames.Of(component);  // settles the leaf name
+    KeptLine(component.ProjectLine(!mSameLocation));
+    if (mCopyOthers) sideFiles.Copy(component, folder);
+  }
+}
+
+// Chosen by extension, not by the key that the entry came from.
+void ProjectFileWriter::RelatedDocuments() {
+  for (const std::string& entry : mProject.RelatedDocuments) {
+    FileSystemObject file;
+    file.SetBaseFile(&mProject.FileName);
+    file.SetFullPath(entry);
+    if (mCopyOthers && file.Exists())
+      FileCopy(file.FullPath(), mProject.OutputFileName.FolderPath() + file.LeafName());
+    const std::string path = mSameLocation ? file.RelativePath() : file.LeafName();
+    if (EqualsNoCaseAscii(file.Extension(), "RES"))
+      Quoted("ResFile32", path);
+    else
+      mStream.Line("RelatedDoc=" + path);
+  }
+}
+
+void ProjectFileWriter::KeptLines() {
+  std::string& last = mProject.LastNormalProjectLineText;
+  if (last.empty() && !mProject.ProjectLines.empty()) last = mProject.ProjectLines.back();
+  for (const std::string& line : mProject.ProjectLines) {
+    if (StartsWithNoCaseAscii(line, "name="))
+      Quoted("Name", mProject.ProjectName);
+    else if (!line.starts_with("Type="))
+      KeptLine(line);
+    if (line == last) return;
+  }
+}
+
+void ProjectFileWriter::Startup() {
+  if (!EqualsNoCase(mProject.IconForm, mProject.Startup)) Quoted("IconForm", mProject.IconForm);
+  Quoted("Startup", mProject.Startup);
+}
+
+void ProjectFileWriter::Compatibility() {
+  Quoted("CompatibleMode", std::to_string(mProject.CompatibleMode));
+  FileSystemObject& file = mProject.CompatibleFileName;
+  if (!mSameLocation) file.SetBaseFile(&mProject.OutputFileName);
+  Quoted("CompatibleEXE32", file.BaseName().empty() ? std::string() : file.RelativePath());
+  file.SetBaseFile(&mProject.FileName);
+}
+
+void ProjectFileWriter::Target() {
+  Quoted("EXEName32", mProject.EXEName32);
+  Quoted("Path32", mProject.Path32);
+  mStream.Line(mProject.AutoIncrement ? "AutoIncrementVer=1" : "AutoIncrementVer=0");
+}
+
+// Behind the first line of that text, not the last.
+void ProjectFileWriter::LinesBehind() {
+  bool behind = false;
+  for (const std::string& line : mProject.ProjectLines) {
+    if (behind) KeptLine(line);
+    behind = behind || line == mProject.LastNormalProjectLineText;
+  }
+}
+
+}  // namespace vendrel

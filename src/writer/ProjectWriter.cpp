@@ -1,0 +1,128 @@
+// A project back to its files: backups, modules, project file, in the order of the rule.
+
+#include <optional>
+
+#include "core/Ascii.h"
+#include "core/CaseFold.h"
+#include "core/NumericText.h"
+#include "core/ProcessState.h"
+#include "services/Procedures.h"
+#include "services/TextUtility.h"
+#include "writer/Backups.h"
+#include "writer/ModuleWriter.h"
+#include "writer/ProjectFileWriter.h"
+
+namespace vendrel {
+namespace {
+
+constexpr std::string_view kNumberingTag = "fvbOutputLineNumbers";
+
+class ProjectWriter {
+ public:
+  ProjectWriter(VBProject& project, bool onlyProjectFile)
+      : mProject(project),
+        mOnlyProjectFile(onlyProjectFile),
+        mSameLocation(project.SameLocation()),
+        mNames(project) {}
+
+  void Run();
+
+ private:
+  bool IsRefused() const;
+  void SetUpNumbering();
+  bool BackUpFirst();
+  bool WriteModules();
+  void CopyCompatibleFile();
+
+  VBProject& mProject;
+  const bool mOnlyProjectFile;
+  const bool mSameLocation;
+  OutputNames mNames;
+  std::optional<Backups> mBackups;
+  std::int32_t mFirstNumber = 0;
+};
+
+void ProjectWriter::Run() {
+  if (IsRefused()) return;
+  if (mSameLocation) mBackups.emplace(mProject);
+  SetUpNumbering();
+  if (!mOnlyProjectFile && !(BackUpFirst() && WriteModules())) return;
+  if (mBackups && !mBackups->KeepProjectFileBesideItself()) return;
+  mProject.OutputFileName.SetBaseName(mProject.FileName.BaseName());
+  mProject.OutputFileName.SetExtension(mProject.FileName.Extension());
+  const bool elsewhere = !mSameLocation && !mOnlyProjectFile;
+  ProjectFileWriter(mProject, mNames, elsewhere).Run();
+  if (elsewhere) CopyCompatibleFile();
+}
+
+// In spite of its words nothing of this project is written; a group goes on with its next one.
+bool ProjectWriter::IsRefused() const {
+  const FileSystemObject& output = mProject.OutputFileName;
+  const bool readOnly =
+      mSameLocation ? mProject.FileName.IsReadOnly() : output.Exists() && output.IsReadOnly();
+  if (!readOnly) return false;
+  TellRefused("Could not write to the .vbp file at '" + mProject.FileName.FullPath() +
+                  "' as the file is read-only.  Processing will continue, but source code for this "
+                  "project will not be written.",
+              ".vbp file read-only");
+  return true;
+}
+
+// "start:increment" or "start:increment.interval". The count never runs backward.
+void ProjectWriter::SetUpNumbering() {
+  mProject.AddLineNumbers = false;
+  for (const auto& [name, value] : mProject.Tags) {
+    if (!EqualsNoCaseAscii(name, kNumberingTag)) continue;
+    ProcessState& state = State();
+    state.CurrentLineNumber =
+        std::max(state.CurrentLineNumber, NumericValue(TextUtility::LeftPart(value)));
+    mFirstNumber = state.CurrentLineNumber;
+    const std::string steps = TextUtility::RightPart(value);
+    const bool hasInterval = steps.find('.') != std::string::npos;
+    state.LineNumberIncrement = NumericValue(TextUtility::Field(steps, ".", 1));
+    state.LineNumberInterval = hasInterval ? NumericValue(TextUtility::Field(steps, ".", 2)) : 1;
+    mProject.AddLineNumbers = true;
+  }
+}
+
+bool ProjectWriter::BackUpFirst() {
+  return !mBackups || (mBackups->MakeFolder() && mBackups->KeepProjectFile());
+}
+
+bool ProjectWriter::WriteModules() {
+  bool first = true;
+  for (Component& component : mProject.Components) {  // loads what is not loaded
+    mProject.WriteProgress.Raise(component);
+    if (mBackups && !mBackups->KeepModule(component.FileName)) return false;
+    if (!first && mProject.LineNumberPerModule) State().CurrentLineNumber = mFirstNumber;
+    first = false;
+    WriteModule(component, mNames.Of(component));
+  }
+  return true;
+}
+
+void ProjectWriter::CopyCompatibleFile() {
+  const FileSystemObject& file = mProject.CompatibleFileName;
+  if (mSameLocation || !file.Exists() || file.IsFolder()) return;
+  FileCopy(file.FullPath(), mProject.OutputFileName.FolderPath() + file.LeafName());
+}
+
+}  // namespace
+
+bool VBProject::SameLocation() const {
+  return EqualsNoCase(FileName.FullPath(), OutputFileName.FullPath());
+}
+
+void VBProject::WriteOut(bool OnlyProjectFile) {
+  // VB.NET projects are written by rules of their own.
+  if (LanguageVersion() == lvVisualBasicDotNet || ProjectSourceAccess != psaReadWrite) return;
+  const DiagnosticScope scope(&Diagnostics, FileName.FullPath());
+  try {
+    ProjectWriter(*this, OnlyProjectFile).Run();
+  } catch (VendrelError& error) {
+    error.AddContext("VBProject.WriteOut", "writer");
+    throw;
+  }
+}
+
+}  // namespace vendrel

@@ -1,0 +1,110 @@
+#include "writer/SourceStream.h"
+
+#include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
+#include "services/Utf8.h"
+
+namespace vendrel {
+namespace {
+
+constexpr std::string_view kCrLf = "\r\n";
+
+// The line end that begins at `offset` of a text; empty if none does.
+std::string_view EndAt(std::string_view text, std::size_t offset) {
+  if (offset >= text.size()) return {};
+  if (text[offset] == '\n') return text.substr(offset, 1);
+  if (text[offset] != '\r') return {};
+  const bool pair = offset + 1 < text.size() && text[offset + 1] == '\n';
+  return text.substr(offset, pair ? 2 : 1);
+}
+
+std::string_view FirstEnd(const SourceText& source) {
+  const std::size_t at = source.Text.find_first_of("\r\n");
+  return at == std::string::npos ? kCrLf : EndAt(source.Text, at);
+}
+
+bool IsUtf16(const TextForm& form) {
+  return form.Encoding == TextEncoding::Utf16LE || form.Encoding == TextEncoding::Utf16BE;
+}
+
+bool HoldsAll(const TextForm& form) {
+  return form.Encoding == TextEncoding::Utf8 || form.Encoding == TextEncoding::Utf8Bom;
+}
+
+}  // namespace
+
+SourceStream::SourceStream(FileSystemObject& file, TextForm form, const SourceText* source,
+                           bool keepEnds)
+    : mFile(file), mForm(std::move(form)), mSource(source), mKeepEnds(keepEnds && source) {
+  if (mKeepEnds) mUsualEnd = FirstEnd(*source);
+}
+
+void SourceStream::Line(const CodeLines& lines, std::int32_t index, std::string_view prefix) {
+  const std::string_view text = lines.LineView(index);
+  const bool ours = mSource && lines.SourceText() == &mSource->Text;
+  const std::string* raw = nullptr;
+  if (ours && !mSource->RawLines.empty() && prefix.empty() && lines.AsRead(index))
+    raw = mSource->RawLine(*lines.SourceOffset(index));
+  const std::string_view end = mKeepEnds && ours ? EndBehind(lines, index) : std::string_view();
+  if (raw) return Put(*raw, end);
+  if (prefix.empty()) return Put(Bytes(text), end);
+  std::string whole(prefix);
+  whole.append(text);
+  Put(Bytes(whole), end);
+}
+
+void SourceStream::Replaced(const CodeLines& lines, std::int32_t index, std::string_view text) {
+  const bool ours = mSource && lines.SourceText() == &mSource->Text;
+  Put(Bytes(text), mKeepEnds && ours ? EndBehind(lines, index) : std::string_view());
+}
+
+// The end that the line had in its file. Its length there is not kept with a replaced text, so it
+// is looked for from where the line began.
+std::string_view SourceStream::EndBehind(const CodeLines& lines, std::int32_t index) const {
+  const auto began = lines.SourceOffset(index);
+  if (!began) return {};
+  const std::string_view text = mSource->Text;
+  if (lines.AsRead(index)) return EndAt(text, *began + lines.LineView(index).size());
+  return EndAt(text, std::min(text.find_first_of("\r\n", *began), text.size()));
+}
+
+std::string_view SourceStream::Bytes(std::string_view text) {
+  if (HoldsAll(mForm)) return text;
+  if (!IsUtf16(mForm) && FirstNonAscii(text) == text.size()) return text;
+  auto encoded = Encode(text, mForm);
+  if (!encoded) {
+    const std::string& page = PageOf(mForm).Name();
+    const DiagnosticScope* scope = DiagnosticScope::Current();
+    TellAt(DiagnosticCode::CharactersNotHeld, scope ? scope->File() : mFile.FullPath(), mLine + 1,
+           {mFile.FullPath(), page});
+    throw CharactersRefused(errInvalidArgument, "a character that code page " + page + " lacks");
+  }
+  mEncoded = std::move(*encoded);
+  return mEncoded;
+}
+
+void SourceStream::Put(std::string_view bytes, std::string_view end) {
+  if (mLine > 0 && mKeepEnds) WriteEnd(mEnd);
+  mFile.WriteBytes(bytes);
+  ++mLine;
+  mEnd = end;
+  if (!mKeepEnds)
+    WriteEnd(kCrLf);
+  else if (!end.empty())
+    mUsualEnd = end;
+}
+
+void SourceStream::WriteEnd(std::string_view end) {
+  if (end.empty()) end = mUsualEnd;
+  if (IsUtf16(mForm))
+    mFile.WriteBytes(*Encode(end, mForm));
+  else
+    mFile.WriteBytes(end);
+}
+
+void SourceStream::Finish() {
+  if (!mKeepEnds || mLine == 0) return;
+  if (mSource->LineEnds.LastLineEnds && !mSource->Text.empty()) WriteEnd(mEnd);
+}
+
+}  // namespace vendrel

@@ -1,0 +1,54 @@
+#pragma once
+// Lines on their way into a file. A line that still is what was read goes out with the bytes that
+// it was read from; any other one is encoded as its file was.
+
+#include <string>
+#include <string_view>
+
+#include "services/FileSystemObject.h"
+#include "text/CodeLines.h"
+
+namespace vendrel {
+
+/// A line that the code page of its file cannot hold. Told as a diagnostic where it is raised.
+class CharactersRefused : public VendrelError {
+ public:
+  using VendrelError::VendrelError;
+};
+
+/// Writes lines to an open file.
+class SourceStream {
+ public:
+  /// `source` is the file that was read, null for a new one. With `keepEnds` lines have its line
+  /// ends, else CR LF throughout.
+  SourceStream(FileSystemObject& file, TextForm form, const SourceText* source, bool keepEnds);
+
+  /// A line that no file had.
+  void Line(std::string_view text) { Put(Bytes(text), {}); }
+  /// A line of a list, behind `prefix`.
+  void Line(const CodeLines& lines, std::int32_t index, std::string_view prefix = {});
+  /// The same line with another text.
+  void Replaced(const CodeLines& lines, std::int32_t index, std::string_view text);
+  /// A line as it stood in the file, given by its text and the bytes that it was read from.
+  void Raw(std::string_view bytes) { Put(bytes, {}); }
+  /// The end of the last line; nothing where the file that was read had none.
+  void Finish();
+
+ private:
+  std::string_view Bytes(std::string_view text);
+  std::string_view EndBehind(const CodeLines& lines, std::int32_t index) const;
+  void Put(std::string_view bytes, std::string_view end);
+  void WriteEnd(std::string_view end);
+
+  FileSystemObject& mFile;
+  const TextForm mForm;
+  const SourceText* mSource;
+  const bool mKeepEnds;
+  std::string mEncoded;
+  /// Of the line written last, which has no end yet: what follows decides. Empty: as the others.
+  std::string_view mEnd;
+  std::string_view mUsualEnd = "\r\n";
+  std::int32_t mLine = 0;
+};
+
+}  // namespace vendrel
