@@ -28,5 +28,6 @@ void AddControlsCommand(CLI::App& app, Job& job);
 void AddStructureCommand(CLI::App& app, Job& job);
 void AddDiffCommand(CLI::App& app, Job& job);
 void AddBuildCommand(CLI::App& app, Job& job);
+void AddRoundtripCommand(CLI::App& app, Job& job);
 
 }  // namespace vendrel::cli

@@ -30,6 +30,7 @@ void AddCommands(CLI::App& app, Job& job) {
   AddStructureCommand(app, job);
   AddDiffCommand(app, job);
   AddBuildCommand(app, job);
+  AddRoundtripCommand(app, job);
 }
 
 bool IsOneOf(const std::string& text, std::initializer_list<const char*> names) {
