@@ -1,5 +1,6 @@
 #include "cli/RoundTrip.h"
 
+#include "core/CaseFold.h"
 #include "output/Json.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"
@@ -13,10 +14,14 @@ bool IsModuleAlone(const VBProject& project) {
   return project.ProjectSourceAccess != psaReadWrite && project.Components.Count() == 1;
 }
 
-// What follows from the other folder: paths that are seen from it are written anew.
-bool FollowsFromFolder(const Change& change) {
-  return (change.ClassName == "Reference" && change.Property == "SourceString") ||
-         (change.ClassName == "VBProject" && change.Property == "RelatedDocuments");
+// Changes that follow from how project files are written: paths are seen from the other folder, an
+// icon that is the form to start with is not named, and settings have no place of their own.
+bool FollowsFromRules(const Change& change, const VBProject& before) {
+  if (change.ClassName == "Reference") return change.Property == "SourceString";
+  if (change.ClassName != "VBProject") return false;
+  if (change.Property == "IconForm")
+    return EqualsNoCase(change.Before, before.Startup) && change.After.empty();
+  return change.Property == "RelatedDocuments" || change.Property == "LastNormalProjectLineText";
 }
 
 using Field = std::pair<std::string_view, std::string_view>;
@@ -116,14 +121,15 @@ void RoundTrip::CompareTrees(const VBProject& before, const std::string& written
   options.CodePage = FileOptions::Current().CodePage;  // what was guessed for the first holds
   const auto after = LoadInput(written, options, mStreams);
   const DifferenceOptions wanted{.Lines = true, .Places = false, .Paths = false};
-  Compare(Describe(before), Describe(*after), wanted, [&](const Change& change) {
-    const bool byRule = FollowsFromFolder(change);
-    ++(byRule ? mCounts.ByRule : mCounts.Differences);
-    if (byRule)
-      Tell("rebuilt", mPaths.Of(before.FileName.FullPath()),
-           change.Element + " " + std::string(change.Property));
-    else
-      mWriter.Write(change);
+  Compare(Describe(before), Describe(*after), wanted, [&](Change change) {
+    if (FollowsFromRules(change, before)) {
+      ++mCounts.ByRule;
+      return Tell("rebuilt", mPaths.Of(before.FileName.FullPath()),
+                  change.Element + " " + std::string(change.Property));
+    }
+    ++mCounts.Differences;
+    if (!change.PlaceBefore.File.empty()) change.PlaceAfter = {};  // that folder will be gone
+    mWriter.Write(change);
   });
 }
 
