@@ -1,5 +1,5 @@
-// The program that measures: vendrelmodel_bench load|classify|evaluate|names. Later parts of the
-// library join by a row of their own.
+// The program that measures: vendrelmodel_bench load|write|classify|evaluate|names. Later parts of
+// the library join by a row of their own.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
@@ -8,6 +8,7 @@
 
 #include "bench/Load.h"
 #include "bench/Micro.h"
+#include "bench/Write.h"
 
 namespace {
 
@@ -42,16 +43,20 @@ int main(int argc, char** argv) {
   loadCommand->add_option("--folder", load.Folders, "Every .vbp below this folder")
       ->check(CLI::ExistingDirectory);
   loadCommand->add_option("--work", load.WorkFolder, "Folder that keeps generated projects");
+  CLI::App* writeCommand = AddCommand(app, "write", "Projects from tree to disk", shared);
+  writeCommand->add_option("--lines", load.Lines, "Lines of a generated project; may be repeated")
+      ->check(CLI::Range(std::int64_t{1}, std::int64_t{1'000'000'000}));
+  writeCommand->add_option("--work", load.WorkFolder,
+                           "Folder that keeps generated projects and is written to");
   CLI::App* classify = AddCommand(app, "classify", "Lines a second of the classifier", shared);
   CLI::App* evaluate = AddCommand(app, "evaluate", "Conditions a second", shared);
   CLI::App* names = AddCommand(app, "names", "Names and types looked up a second", shared);
   CLI11_PARSE(app, argc, argv);
   try {
-    if (loadCommand->parsed()) {
-      load.Runs = shared.Runs;
-      load.Classic = shared.Classic;
-      return RunLoad(load);
-    }
+    load.Runs = shared.Runs;
+    load.Classic = shared.Classic;
+    if (loadCommand->parsed()) return RunLoad(load);
+    if (writeCommand->parsed()) return RunWrite(load);
     const MicroOptions micro{shared.Runs, shared.Classic};
     if (classify->parsed()) return RunClassify(micro);
     if (evaluate->parsed()) return RunEvaluate(micro);

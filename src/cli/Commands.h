@@ -26,6 +26,7 @@ void AddFindCommand(CLI::App& app, Job& job);
 void AddResolveCommand(CLI::App& app, Job& job);
 void AddControlsCommand(CLI::App& app, Job& job);
 void AddStructureCommand(CLI::App& app, Job& job);
+void AddWriteCommand(CLI::App& app, Job& job);
 void AddDiffCommand(CLI::App& app, Job& job);
 void AddBuildCommand(CLI::App& app, Job& job);
 void AddRoundtripCommand(CLI::App& app, Job& job);

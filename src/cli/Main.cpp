@@ -7,6 +7,7 @@
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
   const vendrel::cli::Streams streams{std::cout, std::cerr, isatty(STDOUT_FILENO) != 0,
-                                      isatty(STDERR_FILENO) != 0};
+                                      isatty(STDERR_FILENO) != 0,
+                                      isatty(STDIN_FILENO) != 0 ? &std::cin : nullptr};
   return vendrel::cli::RunTool(argc, argv, streams);
 }

@@ -28,6 +28,7 @@ void AddCommands(CLI::App& app, Job& job) {
   AddResolveCommand(app, job);
   AddControlsCommand(app, job);
   AddStructureCommand(app, job);
+  AddWriteCommand(app, job);
   AddDiffCommand(app, job);
   AddBuildCommand(app, job);
   AddRoundtripCommand(app, job);

@@ -1,6 +1,7 @@
 #pragma once
 // The command-line tool as a function, so that tests can call it.
 
+#include <istream>
 #include <ostream>
 
 namespace vendrel::cli {
@@ -24,6 +25,8 @@ struct Streams {
   std::ostream& Err;
   bool OutIsTerminal = false;
   bool ErrIsTerminal = false;
+  /// Where a question is answered, if a person sits there; else null.
+  std::istream* Answers = nullptr;
 };
 
 /// Runs the tool on a command line, the program's name first; gives its exit code.

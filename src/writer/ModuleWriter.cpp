@@ -106,8 +106,12 @@ void WriteModule(Component& component, std::string_view path) {
   VBProject* project = component.VBProject();
   const DiagnosticScope scope(project ? &project->Diagnostics : nullptr,
                               component.FileName.FullPath());
-  if (component.LoadState != lsFullyLoaded)
-    return TellRefused("Attempt to write out a component which is not fully loaded !", "Error");
+  if (component.LoadState != lsFullyLoaded) {
+    // Why it is not loaded has been told; what was never read cannot be lost by writing.
+    constexpr std::string_view text =
+        "Attempt to write out a component which is not fully loaded !";
+    return TellBox(DiagnosticCode::Told, {text}, text, "Error", msExclamation);
+  }
   FileSystemObject target(path);
   if (target.Exists() && target.IsReadOnly())
     return TellRefused("Could not write to the file '" + target.FullPath() +
