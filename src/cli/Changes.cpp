@@ -1,6 +1,10 @@
 #include "cli/Changes.h"
 
+#include <vector>
+
+#include "cli/UnifiedDiff.h"
 #include "output/Json.h"
+#include "services/SourceText.h"
 
 namespace vendrel::cli {
 namespace {
@@ -9,6 +13,32 @@ namespace {
 constexpr std::size_t kMostLines = 8;
 
 bool IsLong(std::string_view text) { return text.find('\n') != std::string_view::npos; }
+
+// The lines of a text with their ends, by their number.
+class NumberedLines {
+ public:
+  explicit NumberedLines(std::string_view text) : mText(text) {
+    for (std::string_view rest = text; !rest.empty(); TakeLine(rest))
+      mStarts.push_back(text.size() - rest.size());
+    mStarts.push_back(text.size());
+  }
+  std::string_view At(std::size_t index) const {
+    return mText.substr(mStarts[index], mStarts[index + 1] - mStarts[index]);
+  }
+
+ private:
+  std::string_view mText;
+  std::vector<std::size_t> mStarts;
+};
+
+std::string Joined(const NumberedLines& lines, std::size_t first, std::size_t count, bool quoted) {
+  std::string text;
+  for (std::size_t i = first; i < first + count; ++i) {
+    if (quoted) AppendJsonString(text, lines.At(i));
+    text.append(quoted ? "\n" : lines.At(i));
+  }
+  return text;
+}
 
 // A value within a line: blanks at its ends, and that it is empty, must be seen.
 std::string Quoted(std::string_view value) {
@@ -37,6 +67,18 @@ void WriteMarkedLines(std::ostream& out, std::string_view mark, std::string_view
   if (left > 0) out << mark << "... and " << left << " more\n";
 }
 
+void WriteLineChanges(std::ostream& out, std::string_view before, std::string_view after,
+                      bool quoted) {
+  const NumberedLines oldLines(before), newLines(after);
+  const char* between = "";
+  for (const LineChange& change : CompareLines(before, after)) {
+    out << between;
+    WriteMarkedLines(out, "  - ", Joined(oldLines, change.OldLine, change.OldCount, quoted));
+    WriteMarkedLines(out, "  + ", Joined(newLines, change.NewLine, change.NewCount, quoted));
+    between = "    ...\n";
+  }
+}
+
 void ChangeWriter::Compare(ElementRef before, ElementRef after, const DifferenceOptions& options) {
   vendrel::Compare(before, after, options, [this](const Change& change) { Write(change); });
 }
@@ -60,9 +102,7 @@ void ChangeWriter::WriteText(const Change& change) {
   if (!change.Property.empty() && !isLong)
     mOut << ": " << Quoted(change.Before) << " -> " << Quoted(change.After);
   mOut << '\n';
-  if (!isLong) return;
-  WriteMarkedLines(mOut, "  - ", change.Before);
-  WriteMarkedLines(mOut, "  + ", change.After);
+  if (isLong) WriteLineChanges(mOut, change.Before, change.After);
 }
 
 void ChangeWriter::WriteJson(const Change& change) {

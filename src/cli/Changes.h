@@ -31,7 +31,12 @@ class ChangeWriter {
   std::size_t mCount = 0;
 };
 
-/// Writes each line of a text behind a mark ("- "), the first ones of a long text alone.
+/// Writes each line of a text behind a mark ("  - "), the first ones of a long text alone.
 void WriteMarkedLines(std::ostream& out, std::string_view mark, std::string_view text);
+
+/// Writes the lines that differ between two texts, with "-" and "+"; "quoted" so that blanks and
+/// line ends are seen. "..." stands for the lines between two changes.
+void WriteLineChanges(std::ostream& out, std::string_view before, std::string_view after,
+                      bool quoted = false);
 
 }  // namespace vendrel::cli

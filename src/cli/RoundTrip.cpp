@@ -1,5 +1,8 @@
 #include "cli/RoundTrip.h"
 
+#include <sstream>
+
+#include "cli/UnifiedDiff.h"
 #include "core/CaseFold.h"
 #include "output/Json.h"
 #include "services/CodePage.h"
@@ -86,23 +89,27 @@ void RoundTrip::CompareModule(const Module& module) {
   const bool written = target.Exists();
   const std::string before = ReadWholeFile(module.Path);
   const std::string after = written ? ReadWholeFile(target.NativePath()) : std::string();
-  const ByteDifference difference = CompareBytes(before, after);
-  if (written && !difference.Differs) return;
+  if (written && before == after) return;
   ++mCounts.Changed;
   ++mCounts.Differences;
   const std::string path = FileSystemObject(module.Path).FullPath();
   if (!written) return Tell("not-written", mPaths.Of(path), {});
-  TellBytes(mPaths.Place(path, static_cast<std::int32_t>(difference.Line)), difference);
+  TellBytes(path, before, after);
 }
 
-void RoundTrip::TellBytes(const std::string& place, const ByteDifference& difference) {
-  if (mJson)
-    return WriteFields(mOut, {{"Change", "bytes"},
-                              {"Place", place},
-                              {"Before", difference.Before},
-                              {"After", difference.After}});
-  mOut << "bytes\t" << place << '\n';
-  WriteByteDifference(mOut, difference);
+// At the first line that differs; all of them below it.
+void RoundTrip::TellBytes(const std::string& path, std::string_view before,
+                          std::string_view after) {
+  const std::vector<LineChange> changes = CompareLines(before, after);
+  const auto line = changes.empty() ? 0 : static_cast<std::int32_t>(changes.front().OldLine) + 1;
+  const std::string place = mPaths.Place(path, line);
+  if (!mJson) {
+    mOut << "bytes\t" << place << '\n';
+    return WriteLineChanges(mOut, before, after, true);
+  }
+  std::ostringstream text;
+  WriteLineChanges(text, before, after, true);
+  Tell("bytes", place, text.str());
 }
 
 void RoundTrip::CompareProjectFile(const VBProject& project) {

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "cli/ByteDifference.h"
 #include "cli/Changes.h"
 #include "cli/ProjectSets.h"
 
@@ -44,7 +43,7 @@ class RoundTrip {
   void CompareTrees(const VBProject& before, const std::string& written);
   /// `place` as people are shown it.
   void Tell(std::string_view kind, const std::string& place, std::string_view text);
-  void TellBytes(const std::string& place, const ByteDifference& difference);
+  void TellBytes(const std::string& path, std::string_view before, std::string_view after);
 
   std::ostream& mOut;
   bool mJson;

@@ -30,10 +30,7 @@ struct TextPair {
   std::string Before, After;
 };
 
-void AppendLine(std::string& text, std::string_view line) {
-  if (!text.empty()) text.push_back('\n');
-  text.append(line);
-}
+void AppendLine(std::string& text, std::string_view line) { text.append(line).push_back('\n'); }
 
 // What each list has that the other has not, or not as often.
 TextPair ListDifference(std::span<const std::string> before, std::span<const std::string> after) {
@@ -63,10 +60,7 @@ class Lines {
 
   std::string Join(std::int32_t first, std::int32_t last) const {
     std::string text;
-    for (std::int32_t i = first; i <= last; ++i) {
-      if (i > first) text.push_back('\n');
-      text.append(At(i));
-    }
+    for (std::int32_t i = first; i <= last; ++i) AppendLine(text, At(i));
     return text;
   }
 

@@ -41,7 +41,8 @@ struct Change {
   std::string Element;
   /// The property whose value changed; empty for an element that was added or is gone.
   std::string_view Property;
-  /// Values as text; of a list of texts or code lines what is only in one of them, line by line.
+  /// Values as text; of a list of texts what only one has, of code lines what lies between the
+  /// first and the last difference, each line ended by a line feed.
   std::string Before, After;
   /// Without a file where the element is not in that tree.
   ChangePlace PlaceBefore, PlaceAfter;
