@@ -32,7 +32,8 @@ struct TextPair {
 
 void AppendLine(std::string& text, std::string_view line) { text.append(line).push_back('\n'); }
 
-// What each list has that the other has not, or not as often.
+// What each list has that the other has not, or not as often; both whole where only the order
+// differs.
 TextPair ListDifference(std::span<const std::string> before, std::span<const std::string> after) {
   std::unordered_map<std::string_view, std::ptrdiff_t> surplus;
   for (const std::string& text : before) ++surplus[text];
@@ -48,6 +49,9 @@ TextPair ListDifference(std::span<const std::string> before, std::span<const std
       ++count;
       AppendLine(difference.After, text);
     }
+  if (!difference.Before.empty() || !difference.After.empty()) return difference;
+  for (const std::string& text : before) AppendLine(difference.Before, text);
+  for (const std::string& text : after) AppendLine(difference.After, text);
   return difference;
 }
 

@@ -79,6 +79,13 @@ TEST(Difference, LeavesOutWhatIsNotAskedFor) {
             std::string::npos);
 }
 
+TEST(Difference, ShowsAListWholeWhereOnlyItsOrderChanged) {
+  const std::string a = "Attribute S.VB_A = 1\n", b = "Attribute S.VB_B = 2\n";
+  EXPECT_EQ(Differences("Sub S()\n" + a + b + "End Sub\n", "Sub S()\n" + b + a + "End Sub\n",
+                        {.Lines = false}),
+            "changed P~M~S Attributes '" + a + b + "' '" + b + a + "'\n");
+}
+
 TEST(Difference, PairsControlsOfAnyDepthAndRefusesOtherClasses) {
   const auto chain = [](int depth) {
     std::string text;
