@@ -19,6 +19,7 @@ check git              tells which files have changed
 check clang-format     checks the layout of the code
 check clang-tidy       looks for faults in the code
 check clang            compiles the code a second time, with other warnings
+check libclang-rt-14-dev what the fuzz targets need at run time
 '
 
 # packages_wanted run|test|check: the lines of the table that count, without their first word.

@@ -132,10 +132,4 @@ std::string PlaceOf(const CodeElement& element, ShownPaths& paths) {
   return component ? paths.Place(component->FileName.FullPath(), declared->SourceLine()) : "";
 }
 
-ElementRef DescribeElement(const CodeElement& element) {
-  ElementRef described;
-  AsItIs(element, [&](const auto& typed) { described = Describe(typed); });
-  return described;
-}
-
 }  // namespace vendrel::cli

@@ -16,7 +16,4 @@ std::string SignatureOf(const CodeElement& element);
 /// "file:line" of an element; of one without a line of its own that of what it belongs to.
 std::string PlaceOf(const CodeElement& element, ShownPaths& paths);
 
-/// The element with the properties of its class.
-ElementRef DescribeElement(const CodeElement& element);
-
 }  // namespace vendrel::cli

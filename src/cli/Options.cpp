@@ -4,6 +4,7 @@
 
 #include "comments/TagDefinitions.h"
 #include "core/ProcessState.h"
+#include "diagnostics/ErrorReport.h"
 #include "diagnostics/VendrelError.h"
 #include "services/CodePage.h"
 #include "services/FileSystemObject.h"
@@ -83,6 +84,10 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
                    "How diagnostics are written: text or json")
       ->check(CLI::IsMember({"text", "json"}))
       ->capture_default_str();
+  group
+      ->add_option("--error-report", options.ErrorReport,
+                   "Append a report of each failure inside to this file (-: stderr)")
+      ->type_name("FILE");
 }
 
 void ApplyToProcess(const CommonOptions& options) {
@@ -91,6 +96,7 @@ void ApplyToProcess(const CommonOptions& options) {
   CheckCodePage(options.CodePage);
   ApplyDrives(options.Drives);
   ApplyTags(options.Tags);
+  if (!options.ErrorReport.empty()) WriteErrorReports(options.ErrorReport);
 }
 
 NamedValue CutNamedValue(const std::string& option, const std::string& text) {

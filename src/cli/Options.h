@@ -40,6 +40,7 @@ struct CommonOptions {
   bool Strict = false;
   bool Quiet = false;
   std::string Diagnostics = "text";
+  std::string ErrorReport;
 
   /// The preset that --reading names, without the flags of --set.
   const ReadingRules& Preset() const;

@@ -43,7 +43,8 @@ void FeedFiles(CodePageChooser& chooser, const VBProject& project) {
 std::shared_ptr<VBProject> NewProject(const CommonOptions& options) {
   auto project = std::make_shared<VBProject>();
   ApplyToProject(options, *project);
-  project->OnLineFailure = [](const VendrelError&, std::string_view, std::int32_t) {
+  project->OnLineFailure = [](const VendrelError& failure, std::string_view, std::int32_t) {
+    ReportError(failure);
     return StepOver::SkipLine;
   };
   return project;

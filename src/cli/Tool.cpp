@@ -8,12 +8,13 @@
 
 #include "cli/Commands.h"
 #include "cli/Options.h"
+#include "diagnostics/ErrorReport.h"
 #include "diagnostics/VendrelError.h"
 
 namespace vendrel::cli {
 namespace {
 
-constexpr const char* kVersion = "vendrelmodel 2.0.0";
+constexpr const char* kVersion = "vendrelmodel " VENDREL_VERSION;
 
 void AddCommands(CLI::App& app, Job& job) {
   AddTreeCommand(app, job);
@@ -102,6 +103,7 @@ int RunTool(int argc, const char* const* argv, const Streams& streams) {
   } catch (const ToolError& error) {
     return fail(error.Code(), error.what());
   } catch (const VendrelError& error) {
+    ReportError(error);
     return fail(exFailed, error.Text());
   } catch (const std::exception& error) {
     return fail(exFailed, error.what());
