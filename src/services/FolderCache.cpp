@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <set>
 #include <unordered_map>
 #include <vector>
 
@@ -18,7 +19,7 @@ struct Folder {
   PathMatch Match = PathMatch::None;
   std::string Path;
   /// Names as the disk spells them, in the order of their bytes, and by folded name.
-  std::vector<std::string> Names;
+  std::set<std::string, std::less<>> Names;
   std::unordered_map<std::string, std::string> ByFoldedName;
 };
 
@@ -64,8 +65,7 @@ bool ListInto(Folder& folder) {
     if (result != -EACCES || source.Status(folder.Path, status) < 0) return false;
     if (status.Type != FileStatus::Kind::Folder) return false;
   }
-  for (FolderEntry& entry : entries) folder.Names.push_back(std::move(entry.Name));
-  std::sort(folder.Names.begin(), folder.Names.end());
+  for (FolderEntry& entry : entries) folder.Names.insert(std::move(entry.Name));
   for (const std::string& name : folder.Names)
     folder.ByFoldedName.emplace(FoldedFileName(name), name);
   folder.Exists = true;
@@ -86,7 +86,7 @@ std::string ByShortName(const Folder& folder, std::string_view leaf) {
 // The name in `folder` that `leaf` means; empty if none.
 std::string NameIn(const Folder& folder, std::string_view leaf, PathMatch& match) {
   match = PathMatch::Exact;
-  if (std::binary_search(folder.Names.begin(), folder.Names.end(), leaf)) return std::string(leaf);
+  if (folder.Names.contains(leaf)) return std::string(leaf);
   match = PathMatch::OtherCase;
   const auto found = folder.ByFoldedName.find(FoldKey(leaf));
   if (found != folder.ByFoldedName.end()) return found->second;
@@ -195,13 +195,28 @@ FoundPath FindPath(std::string_view nativePath) {
 
 void ForgetFolders() { Folders().clear(); }
 
+// A file that is there joins the listing, which stays: a project of many modules written into one
+// folder asks for each of them.
 void ForgetFolderOf(std::string_view nativePath) {
-  // A folder that came or went may be known under its own and other spellings, too.
   FolderMap& folders = Folders();
   const std::string parent(ParentOf(nativePath));
-  for (auto entry = folders.begin(); entry != folders.end();)
-    entry = !entry->second.Exists || entry->second.Path == parent ? folders.erase(entry)
-                                                                  : std::next(entry);
+  const std::string name(LeafOf(nativePath));
+  FileStatus status;
+  const bool isFile = FileSource::Current().Status(std::string(nativePath), status) >= 0 &&
+                      status.Type == FileStatus::Kind::File;
+  for (auto entry = folders.begin(); entry != folders.end();) {
+    Folder& folder = entry->second;
+    // A folder that came or went may be known under its own and other spellings, too.
+    if (!folder.Exists || (folder.Path == parent && !isFile)) {
+      entry = folders.erase(entry);
+      continue;
+    }
+    if (folder.Path == parent) {
+      folder.Names.insert(name);
+      folder.ByFoldedName.emplace(FoldedFileName(name), name);
+    }
+    ++entry;
+  }
 }
 
 }  // namespace vendrel

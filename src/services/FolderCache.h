@@ -39,7 +39,8 @@ FoundPath FindPath(std::string_view nativePath);
 /// Drops all cached listings: to be called when files may have come or gone since, at the latest
 /// when a project is loaded.
 void ForgetFolders();
-/// Drops the listing of the folder that holds this path.
+/// Brings the listing of the folder that holds this path up to date: a file that is there now joins
+/// it, else the listing is dropped.
 void ForgetFolderOf(std::string_view nativePath);
 
 /// Whether `name` needs a short name, and that could be `shortName` ("PROGRA~1" for

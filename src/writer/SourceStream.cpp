@@ -35,7 +35,11 @@ bool HoldsAll(const TextForm& form) {
 
 SourceStream::SourceStream(FileSystemObject& file, TextForm form, const SourceText* source,
                            bool keepEnds)
-    : mFile(file), mForm(std::move(form)), mSource(source), mKeepEnds(keepEnds && source) {
+    : mFile(file),
+      mForm(std::move(form)),
+      mPage(PageOf(mForm)),
+      mSource(source),
+      mKeepEnds(keepEnds && source) {
   if (mKeepEnds) mUsualEnd = FirstEnd(*source);
 }
 
@@ -70,17 +74,18 @@ std::string_view SourceStream::EndBehind(const CodeLines& lines, std::int32_t in
 
 std::string_view SourceStream::Bytes(std::string_view text) {
   if (HoldsAll(mForm)) return text;
-  if (!IsUtf16(mForm) && FirstNonAscii(text) == text.size()) return text;
-  auto encoded = Encode(text, mForm);
-  if (!encoded) {
-    const std::string& page = PageOf(mForm).Name();
-    const DiagnosticScope* scope = DiagnosticScope::Current();
-    TellAt(DiagnosticCode::CharactersNotHeld, scope ? scope->File() : mFile.FullPath(), mLine + 1,
-           {mFile.FullPath(), page});
-    throw CharactersRefused(errInvalidArgument, "a character that code page " + page + " lacks");
+  if (IsUtf16(mForm)) {
+    mEncoded = *Encode(text, mForm);
+    return mEncoded;
   }
-  mEncoded = std::move(*encoded);
-  return mEncoded;
+  if (FirstNonAscii(text) == text.size()) return text;
+  mEncoded.clear();
+  if (mPage.Encode(text, mEncoded)) return mEncoded;
+  const DiagnosticScope* scope = DiagnosticScope::Current();
+  TellAt(DiagnosticCode::CharactersNotHeld, scope ? scope->File() : mFile.FullPath(), mLine + 1,
+         {mFile.FullPath(), mPage.Name()});
+  throw CharactersRefused(errInvalidArgument,
+                          "a character that code page " + mPage.Name() + " lacks");
 }
 
 void SourceStream::Put(std::string_view bytes, std::string_view end) {

@@ -42,6 +42,7 @@ class SourceStream {
 
   FileSystemObject& mFile;
   const TextForm mForm;
+  const CodePage& mPage;
   const SourceText* mSource;
   const bool mKeepEnds;
   std::string mEncoded;
