@@ -31,5 +31,8 @@ void AddHtmlCommand(CLI::App& app, Job& job);
 void AddMembersCommand(CLI::App& app, Job& job);
 void AddHelpIDsCommand(CLI::App& app, Job& job);
 void AddWriteCommand(CLI::App& app, Job& job);
+void AddDiffCommand(CLI::App& app, Job& job);
+void AddBuildCommand(CLI::App& app, Job& job);
+void AddRoundtripCommand(CLI::App& app, Job& job);
 
 }  // namespace vendrel::cli

@@ -34,6 +34,9 @@ void AddCommands(CLI::App& app, Job& job) {
   AddHelpIDsCommand(app, job);
   AddWriteCommand(app, job);
   AddTypeLibCommand(app, job);
+  AddDiffCommand(app, job);
+  AddBuildCommand(app, job);
+  AddRoundtripCommand(app, job);
 }
 
 bool IsOneOf(const std::string& text, std::initializer_list<const char*> names) {
