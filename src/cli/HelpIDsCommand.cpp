@@ -55,11 +55,22 @@ void WriteMap(std::ostream& out, VBProject& project, const HelpIDsArguments& arg
     WriteAsText(out, topics);
 }
 
+// The project is written in place, with backups; unless a module was refused, all of them are.
+void WriteBack(VBProject& project, const std::string& file) {
+  if (project.ProjectSourceAccess != psaReadWrite)
+    throw ToolError(exUsage, file + ": --write takes a project (.vbp) or a group");
+  project.OutputFileName.SetFullPath(project.FileName.FullPath());
+  project.WriteOut();
+  if (project.Diagnostics.CountOf(DiagnosticCode::WriteRefused) > 0)
+    throw ToolError(exFailed, project.FileName.FullPath() + ": not every module could be written");
+}
+
 int RunHelpIDs(const HelpIDsArguments& arguments, const Streams& streams) {
   int code = exDone;
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
     code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
       if (arguments.Begin) project.AssignHelpContextIDs(*arguments.Begin, arguments.Force);
+      if (arguments.Write) WriteBack(project, arguments.File);
       WriteMap(out, project, arguments);
     });
   });
@@ -77,6 +88,8 @@ void AddHelpIDsCommand(CLI::App& app, Job& job) {
       command->add_option("--begin", arguments->Begin, "Number what has no ID, from this one on")
           ->check(CLI::Range(1, std::numeric_limits<std::int32_t>::max()));
   command->add_flag("--force", arguments->Force, "Number everything anew")->needs(begin);
+  command->add_flag("--write", arguments->Write, "Write the IDs into the source, with backups")
+      ->needs(begin);
   auto* json = command->add_flag("--json", arguments->Json, "One JSON object a line");
   command->add_flag("--header", arguments->Header, "As #define lines for a help compiler")
       ->excludes(json);

@@ -106,5 +106,25 @@ TEST_F(ShowingCommands, HelpIDsAreAMapInThreeForms) {
   Run({"help-ids", "/g/Shop.vbp", "--begin", "0"}, exUsage);
 }
 
+TEST_F(ShowingCommands, HelpIDsAreWrittenIntoTheSource) {
+  mFiles.Add("/g/Shop.vbp", "Type=OleDll\r\nClass=Item; Item.cls\r\nName=\"Shop\"\r\n");
+  const std::string map = Run({"help-ids", "/g/Shop.vbp", "--begin", "100", "--write"});
+  EXPECT_NE(map.find("105\tShop~Item~Post"), std::string::npos) << map;
+  const std::string source = mFiles["/g/Item.cls"];
+  for (const char* line :
+       {"\r\nAttribute VB_HelpID = 102\r\n", "Attribute Sold.VB_HelpID = 103\r\n",
+        "Attribute Post.VB_HelpID = 105\r\n"})
+    EXPECT_NE(source.find(line), std::string::npos) << line << " is not in\n" << source;
+  EXPECT_NE(mFiles["/g/Shop.vbp"].find("HelpContextID=\"100\""), std::string::npos);
+  // Lines have moved, the numbers are the same.
+  std::istringstream before(map), after(Run({"help-ids", "/g/Shop.vbp"}));
+  for (std::string a, b; std::getline(before, a);) {
+    std::getline(after, b);
+    EXPECT_EQ(a.substr(0, a.rfind('\t')), b.substr(0, b.rfind('\t')));
+  }
+  Run({"help-ids", "/g/Item.cls", "--begin", "100", "--write"}, exUsage);
+  Run({"help-ids", "/g/Shop.vbp", "--write"}, exUsage);
+}
+
 }  // namespace
 }  // namespace vendrel::cli
