@@ -1,5 +1,6 @@
 #include "output/CodeHtml.h"
 
+#include "diagnostics/VendrelError.h"
 #include "output/CodePieces.h"
 #include "output/HtmlText.h"
 #include "project/VBProject.h"
@@ -90,7 +91,7 @@ void ForEachShownLine(const Block& block, bool includeTaggedComments,
   }
 }
 
-std::string Block::CodeAsHTML(bool UseCodeTag, bool IncludeTaggedComments) const {
+std::string Block::CodeAsHTML(bool UseCodeTag, bool IncludeTaggedComments) const try {
   std::string html;
   AppendAnchor(html, QualifiedName());
   std::string statement;
@@ -108,6 +109,12 @@ std::string Block::CodeAsHTML(bool UseCodeTag, bool IncludeTaggedComments) const
   // The last line asks for one that is not there.
   if (isOpen) AppendCode(html, std::string_view(statement).substr(0, statement.size() - 2));
   return UseCodeTag ? InCodeTag(std::move(html)) : html;
+} catch (VendrelError& failure) {
+  failure.AddContext("Block.CodeAsHTML", "CodeHtml")
+      .Parameter("UseCodeTag", UseCodeTag)
+      .Parameter("IncludeTaggedComments", IncludeTaggedComments)
+      .Of(*this);
+  throw;
 }
 
 std::string ModuleAsHTML(const Component& component, bool useCodeTag) {

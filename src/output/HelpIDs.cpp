@@ -114,7 +114,7 @@ std::string TopicName(const CodeElement& element) {
 
 }  // namespace
 
-void VBProject::AssignHelpContextIDs(std::int32_t BeginAt, bool ForceReassign) {
+void VBProject::AssignHelpContextIDs(std::int32_t BeginAt, bool ForceReassign) try {
   Components.Populate();  // what the modules hold counts among the IDs seen
   Numbering numbering(*this, ForceReassign);
   CurrentHelpContextID = numbering.Replaces() ? BeginAt : FirstID(*this, BeginAt);
@@ -124,9 +124,15 @@ void VBProject::AssignHelpContextIDs(std::int32_t BeginAt, bool ForceReassign) {
   }
   for (Component& component : Components.Listed()) component.AssignHelpContextIDs(ForceReassign);
   HelpContextIDsAssigned = true;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.AssignHelpContextIDs", "HelpIDs")
+      .Parameter("BeginAt", BeginAt)
+      .Parameter("ForceReassign", ForceReassign)
+      .Of(*this);
+  throw;
 }
 
-void Component::AssignHelpContextIDs(bool ForceReassign) {
+void Component::AssignHelpContextIDs(bool ForceReassign) try {
   vendrel::VBProject* project = VBProject();
   if (!project || !HasPublicSurface(*this)) return;
   Numbering numbering(*project, ForceReassign);
@@ -141,6 +147,11 @@ void Component::AssignHelpContextIDs(bool ForceReassign) {
     }
     block.AssignHelpContextIDs(ForceReassign);
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("Component.AssignHelpContextIDs", "HelpIDs")
+      .Parameter("ForceReassign", ForceReassign)
+      .Of(*this);
+  throw;
 }
 
 void Block::AssignHelpContextIDs(bool ForceReassign) {

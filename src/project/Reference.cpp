@@ -94,7 +94,7 @@ void Reference::Load(std::string_view Source) {
     // Reading and assigning freezes the path as an absolute one.
     FileName.SetFullPath(FileName.FullPath());
   } catch (VendrelError& error) {
-    error.AddContext("Load", "Reference");
+    error.AddContext("Reference.Load", "Reference").Parameter("Source", Source);
     throw;
   }
 }

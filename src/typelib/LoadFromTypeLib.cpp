@@ -173,7 +173,7 @@ std::shared_ptr<Variable> LibraryLoader::NewField(const MemberInfo& member, UDT&
 
 }  // namespace
 
-bool VBProject::LoadFromTypeLib(std::string_view Path) {
+bool VBProject::LoadFromTypeLib(std::string_view Path) try {
   ProjectSourceType = ptsTypeLibrary;
   ProjectSourceAccess = psaNone;
   SetLanguageVersion(lvVisualBasic5or6);
@@ -192,9 +192,14 @@ bool VBProject::LoadFromTypeLib(std::string_view Path) {
     Tell(DiagnosticCode::TypeLibraryMember, {message});
   WasReadFromTypeLibrary = true;
   return true;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.LoadFromTypeLib", "LoadFromTypeLib")
+      .Parameter("Path", Path)
+      .Of(*this);
+  throw;
 }
 
-void VBProject::AddHelpDescription(CodeElement& element, std::string_view HelpText) {
+void VBProject::AddHelpDescription(CodeElement& element, std::string_view HelpText) try {
   OnDemand<vendrel::TaggedComments>* comments = element.TaggedCommentsField();
   if (!LoadTypeLibHelpStrings || !comments) return;
   auto comment = std::make_shared<TaggedComment>();
@@ -202,6 +207,11 @@ void VBProject::AddHelpDescription(CodeElement& element, std::string_view HelpTe
   comment->CodeElement = &element;
   comment->Text = HelpText;
   AddTaggedComment(**comments, comment, false);
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.AddHelpDescription", "LoadFromTypeLib")
+      .Parameter("HelpText", HelpText)
+      .Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

@@ -140,7 +140,7 @@ bool IsRootInterface(const TypeInfo& type) {
 }  // namespace
 
 std::shared_ptr<Component> VBProject::TypeLibComponent(const TypeLibInfo& library,
-                                                       const TypeInfo& type) {
+                                                       const TypeInfo& type) try {
   const auto component = NewLibraryModule(*this, type);
   if (type.TypeKind == tkEnum || type.TypeKind == tkRecord) return component;
   InterfaceChooser chooser(*this, type, *component);
@@ -160,6 +160,9 @@ std::shared_ptr<Component> VBProject::TypeLibComponent(const TypeLibInfo& librar
     }
   }
   return component;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.TypeLibComponent", "TypeLibComponent").Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

@@ -55,7 +55,7 @@ std::string DefaultText(const TypeLibValue& value) {
 }  // namespace
 
 std::shared_ptr<Parameter> VBProject::TypeLibParameter(const TypeLibInfo& library,
-                                                       const ParameterInfo& parameter) {
+                                                       const ParameterInfo& parameter) try {
   auto made = std::make_shared<Parameter>();
   made->SetName(parameter.Name);
   made->IsOptional = (parameter.Flags & kOptionalFlag) != 0 || parameter.Optional ||
@@ -75,6 +75,9 @@ std::shared_ptr<Parameter> VBProject::TypeLibParameter(const TypeLibInfo& librar
   if (made->IsOptional && parameter.Default())
     made->DefaultValue = DefaultText(*parameter.DefaultValue);
   return made;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.TypeLibParameter", "TypeLibParameter").Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

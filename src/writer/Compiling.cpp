@@ -78,12 +78,15 @@ std::string MakeSwitch(const VBProject& project, const FileSystemObject& log) {
 
 }  // namespace
 
-std::string VBProject::Compiler() {
+std::string VBProject::Compiler() try {
   if (mCompiler.empty()) {
     std::string host = CurrentEXEName();
     mCompiler = ContainsNoCaseAscii(host, "\\vb") ? std::move(host) : RegisteredCommand();
   }
   return mCompiler;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.Compiler", "Compiling").Of(*this);
+  throw;
 }
 
 bool VBProject::Make() try {
@@ -103,7 +106,7 @@ bool VBProject::Make() try {
   LastError = "Compile failed\r\n\r\n" + text;
   return false;
 } catch (VendrelError& error) {
-  error.AddContext("Make", "VBProject");
+  error.AddContext("VBProject.Make", "Compiling").Of(*this);
   throw;
 }
 
@@ -118,7 +121,7 @@ void VBProject::OpenInVB(bool Asynchronous) try {
   else
     ExecCmd(command);
 } catch (VendrelError& error) {
-  error.AddContext("OpenInVB", "VBProject");
+  error.AddContext("VBProject.OpenInVB", "Compiling").Of(*this);
   throw;
 }
 
