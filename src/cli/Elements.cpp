@@ -1,5 +1,6 @@
 #include "cli/Elements.h"
 
+#include "core/Ascii.h"
 #include "model/Component.h"
 #include "project/VBProject.h"
 
@@ -55,7 +56,7 @@ bool IsLetOrSet(const Block& b) {
 
 std::string Text(const Block& b) {
   if (!b.DefinitionLine.empty()) return b.DefinitionLine.str();
-  return Phrase({b.Access, WordOf(b.BlockType()),
+  return Phrase({AccessWords(b.Access), WordOf(b.BlockType()),
                  Typed(b.Name() + List(b.Parameters.IfAny()), IsLetOrSet(b) ? "" : b.ReturnType)});
 }
 
@@ -121,6 +122,13 @@ std::string SignatureOf(const CodeElement& element) {
   std::string signature;
   AsItIs(element, [&](const auto& typed) { signature = Text(typed); });
   return signature;
+}
+
+std::string AccessWords(std::string_view access) {
+  std::string words(access);
+  for (std::size_t i = 1; i < words.size(); ++i)
+    if (words[i - 1] != ' ') words[i] = LowerAscii(words[i]);
+  return words;
 }
 
 std::string FileOf(const Component& component) {

@@ -13,6 +13,9 @@ namespace vendrel::cli {
 /// How the source declares an element, on one line: "Public Function F(ByVal a As Long) As Date".
 std::string SignatureOf(const CodeElement& element);
 
+/// An access as source has it: "Protected Friend" for "PROTECTED FRIEND".
+std::string AccessWords(std::string_view access);
+
 /// Windows form of the file in which a module stands: its own, or the library that it was read
 /// from.
 std::string FileOf(const Component& component);

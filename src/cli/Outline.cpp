@@ -55,14 +55,6 @@ std::string StateOf(const Component& component) {
   return component.FileName.Exists() ? "not read" : "missing";
 }
 
-// "PROTECTED FRIEND" as source has it: "Protected Friend".
-std::string AccessWords(std::string_view access) {
-  std::string words(access);
-  for (std::size_t i = 1; i < words.size(); ++i)
-    if (words[i - 1] != ' ') words[i] = LowerAscii(words[i]);
-  return words;
-}
-
 std::string TypedName(std::string_view access, std::string_view name, bool isArray,
                       std::string_view subscript, std::string_view type) {
   std::string text = AccessWords(access);

@@ -29,8 +29,10 @@ std::shared_ptr<const TypeLibInfo> OpenLibrary(VBProject& project, const std::st
     return library;
   } catch (const VendrelError& error) {
     project.LastErrorString = error.Text();
-    return nullptr;
+  } catch (const std::exception& error) {  // a service of the host's own may raise anything
+    project.LastErrorString = error.what();
   }
+  return nullptr;
 }
 
 void TakeVersion(VBProject& project, const TypeLibInfo& library) {

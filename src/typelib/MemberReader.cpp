@@ -97,7 +97,7 @@ bool MemberReader::TakeBlockType(Block& block, const MemberInfo& member, const S
 }
 
 void MemberReader::TakeReturnType(Block& block, const ShownType& type) {
-  if (type.IsVoid() || !type.Readable) return;
+  if (type.IsVoid()) return;
   block.ReturnTypeIsArray = type.IsArray;
   block.ReturnType = type.Name;
   if (type.VarType != 0 && block.BlockType() == btFunction && type.Name.empty())

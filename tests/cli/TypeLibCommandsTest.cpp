@@ -46,10 +46,10 @@ TEST_F(TypeLibCommands, TreeShowsTheLibraryAsAProject) {
       "  class Enumerations\n    enum Public Colours  (2 members)\n"
       "      member Red  (-1)\n      member Deep  (1000000)\n"
       "  class Shade\n  class IBrush  (3 procedures)\n"
-      "    property PRIVATE Property Get Colour() As Colours\n"
-      "    property PUBLIC Property Let Colour(ByVal RHS As Long)\n"
+      "    property Private Property Get Colour() As Colours\n"
+      "    property Public Property Let Colour(ByVal RHS As Long)\n"
       "      parameter RHS As Long\n"
-      "    procedure PUBLIC Function Paint(ByRef area As Single, Optional ByVal extra As Variant)"
+      "    procedure Public Function Paint(ByRef area As Single, Optional ByVal extra As Variant)"
       " As String\n      parameter area As Single\n      parameter extra As Variant\n";
   EXPECT_EQ(Run({"/t/old.tlb", "--depth", "4"}), expected);
   const std::string second = Run({"tree", "/t/Both.dll\\2", "--depth", "1"});

@@ -1,4 +1,4 @@
-// Every seed of every fuzz target goes through its target, whole and cut short.
+// Seeds of a fuzz target go through it, whole and cut short.
 #include <gtest/gtest.h>
 
 #include <filesystem>

@@ -222,7 +222,7 @@ TEST_F(LoadFromTypeLib, TellsWhatLiesInAMissingLibrary) {
                                                     parameter("Width"), parameter("bolt")}));
   EXPECT_EQ(complete->Diagnostics.Count(), boxes->Shown.size() + 5);
   EXPECT_EQ(Module(*complete, "Board"),
-            "2 Broken()\n3 count():Long\n4 count(RHS:Long):Long\n3 Width()\n4 Width()\n"
+            "2 Broken()\n3 count():Long\n4 count(RHS:Long):Long\n3 Width()\n4 Width(RHS:)\n"
             "3 Height():Long\n4 Height(RHS:Long):Long\n");
 }
 
