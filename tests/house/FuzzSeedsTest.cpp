@@ -1,4 +1,4 @@
-// Seeds of a fuzz target go through it, whole and cut short.
+// Seeds of the fuzz targets go through them, whole and cut short.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -6,7 +6,14 @@
 #include <iterator>
 #include <vector>
 
-extern "C" int TypeLibFuzz(const std::uint8_t* data, std::size_t size);
+// Each target under its own name.
+#define VENDREL_TARGETS(X)                                                                         \
+  X(ColourFuzz)                                                                                    \
+  X(CommentFileFuzz) X(ConditionFuzz) X(ControlsFuzz) X(GroupFuzz) X(LikeFuzz) X(LookupFuzz)       \
+      X(ModuleFuzz) X(ProjectFuzz) X(SettingsFuzz) X(TagTableFuzz) X(TypeLibFuzz) X(WriteFuzz)
+#define VENDREL_TARGET(name) extern "C" int name(const std::uint8_t* data, std::size_t size);
+VENDREL_TARGETS(VENDREL_TARGET)
+#undef VENDREL_TARGET
 
 namespace {
 
@@ -26,6 +33,19 @@ void Replay(const char* name, int (*target)(const std::uint8_t*, std::size_t)) {
   EXPECT_GT(seeds, 0u) << name;
 }
 
-TEST(FuzzSeeds, OfTypeLibrariesAreRead) { Replay("TypeLibFuzz", TypeLibFuzz); }
+#define VENDREL_TARGET(name)                                                                       \
+  TEST(FuzzSeeds, name) { Replay(#name, name); }
+VENDREL_TARGETS(VENDREL_TARGET)
+#undef VENDREL_TARGET
+
+TEST(FuzzSeeds, EveryTargetHasSome) {
+  std::size_t targets = 0;
+  for (const auto& entry : fs::directory_iterator(fs::path(VENDREL_SOURCE_ROOT) / "fuzz"))
+    targets += entry.path().filename().string().ends_with("Fuzz.cpp");
+#define VENDREL_TARGET(name) --targets;
+  VENDREL_TARGETS(VENDREL_TARGET)
+#undef VENDREL_TARGET
+  EXPECT_EQ(targets, 0u) << "a target is not replayed here";
+}
 
 }  // namespace
