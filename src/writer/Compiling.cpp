@@ -103,7 +103,7 @@ bool VBProject::Make() try {
   LastError = "Compile failed\r\n\r\n" + text;
   return false;
 } catch (VendrelError& error) {
-  error.AddContext("Make", "VBProject");
+  error.AddContext("VBProject.Make", "Compiling").Field("Compiler", mCompiler).Of(*this);
   throw;
 }
 
@@ -118,7 +118,9 @@ void VBProject::OpenInVB(bool Asynchronous) try {
   else
     ExecCmd(command);
 } catch (VendrelError& error) {
-  error.AddContext("OpenInVB", "VBProject");
+  error.AddContext("VBProject.OpenInVB", "Compiling")
+      .Parameter("Asynchronous", Asynchronous)
+      .Of(*this);
   throw;
 }
 

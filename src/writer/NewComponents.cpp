@@ -56,7 +56,10 @@ std::shared_ptr<Component> VBProject::NewComponent(FileTypeEnum ComponentType,
   if (BuildTypeCache) TypeCache.Add(Name, tcLocalProjectModule);
   return component;
 } catch (VendrelError& error) {
-  error.AddContext("NewComponent", "VBProject");
+  error.AddContext("VBProject.NewComponent", "NewComponents")
+      .Parameter("Name", Name)
+      .Parameter("FileName", fileName)
+      .Of(*this);
   throw;
 }
 
@@ -69,7 +72,7 @@ Block* VBProject::StartupBlock() try {
   Startup = "Sub Main";
   return block;
 } catch (VendrelError& error) {
-  error.AddContext("StartupBlock", "VBProject");
+  error.AddContext("VBProject.StartupBlock", "NewComponents").Of(*this);
   throw;
 }
 

@@ -107,7 +107,7 @@ std::shared_ptr<VSSItem> VBProject::SourceSafeItem() try {
                  Setting("Sourcesafe_Password"));
   return database->Item(path);
 } catch (VendrelError& error) {
-  error.AddContext("SourceSafeItem", "VBProject");
+  error.AddContext("VBProject.SourceSafeItem", "SourceControl").Of(*this);
   throw;
 }
 

@@ -31,7 +31,7 @@ bool VBProject::TransformWithPlan(TransformationPlan& Plan) try {
         RunStep(*this, kind, step);
   return false;
 } catch (VendrelError& error) {
-  error.AddContext("TransformWithPlan", "VBProject");
+  error.AddContext("VBProject.TransformWithPlan", "Transformation").Of(*this);
   throw;
 }
 
