@@ -17,10 +17,19 @@ bool IsModuleAlone(const VBProject& project) {
   return project.ProjectSourceAccess != psaReadWrite && project.Components.Count() == 1;
 }
 
+// A reference to a member of the group may be written as one to its project instead of its library.
+bool IsOfMember(const Change& change, const VBProject& before) {
+  for (const Reference& reference : before.References)
+    if (reference.ReferencedProject() && change.Element.ends_with("(" + reference.Name + ")"))
+      return change.Kind == ChangeKind::Changed;
+  return false;
+}
+
 // Changes that follow from how project files are written: paths are seen from the other folder, an
 // icon that is the form to start with is not named, and settings have no place of their own.
 bool FollowsFromRules(const Change& change, const VBProject& before) {
-  if (change.ClassName == "Reference") return change.Property == "SourceString";
+  if (change.ClassName == "Reference")
+    return change.Property == "SourceString" || IsOfMember(change, before);
   if (change.ClassName != "VBProject") return false;
   if (change.Property == "IconForm")
     return EqualsNoCase(change.Before, before.Startup) && change.After.empty();
