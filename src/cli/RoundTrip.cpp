@@ -20,7 +20,7 @@ bool IsModuleAlone(const VBProject& project) {
 // A reference to a member of the group may be written as one to its project instead of its library.
 bool IsOfMember(const Change& change, const VBProject& before) {
   for (const Reference& reference : before.References)
-    if (reference.ReferencedProject() && change.Element.ends_with("(" + reference.Name + ")"))
+    if (reference.ReferencedProject() && change.Element.ends_with("(" + reference.Name() + ")"))
       return change.Kind == ChangeKind::Changed;
   return false;
 }
