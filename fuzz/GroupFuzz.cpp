@@ -21,7 +21,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       project.ResolveType(project.Components.Item(1), "B.M", found);
       project.AllVisibleComponents();
     }
-    group.Structure();
   } catch (const VendrelError&) {
   }
   return 0;

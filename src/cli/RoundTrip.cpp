@@ -17,10 +17,19 @@ bool IsModuleAlone(const VBProject& project) {
   return project.ProjectSourceAccess != psaReadWrite && project.Components.Count() == 1;
 }
 
+// A reference to a member of the group may be written as one to its project instead of its library.
+bool IsOfMember(const Change& change, const VBProject& before) {
+  for (const Reference& reference : before.References)
+    if (reference.ReferencedProject() && change.Element.ends_with("(" + reference.Name() + ")"))
+      return change.Kind == ChangeKind::Changed;
+  return false;
+}
+
 // Changes that follow from how project files are written: paths are seen from the other folder, an
 // icon that is the form to start with is not named, and settings have no place of their own.
 bool FollowsFromRules(const Change& change, const VBProject& before) {
-  if (change.ClassName == "Reference") return change.Property == "SourceString";
+  if (change.ClassName == "Reference")
+    return change.Property == "SourceString" || IsOfMember(change, before);
   if (change.ClassName != "VBProject") return false;
   if (change.Property == "IconForm")
     return EqualsNoCase(change.Before, before.Startup) && change.After.empty();
@@ -44,31 +53,31 @@ void WriteFields(std::ostream& out, std::initializer_list<Field> fields) {
 
 void RoundTrip::Run(VBProject& project) {
   ++mCounts.Projects;
+  const std::string place = mPaths.Of(project.FileName.FullPath());
+  try {
+    WriteAndCompare(project);
+  } catch (const VendrelError& error) {
+    TellNotWritten(place, error.Text());
+  } catch (const ToolError& error) {  // what was written cannot be loaded
+    TellNotWritten(place, error.what());
+  }
+}
+
+void RoundTrip::WriteAndCompare(VBProject& project) {
   const TemporaryFolder folder("roundtrip");
   std::vector<Module> modules = ModulesOf(project);
-  if (!Write(project, folder.Path())) return;
+  const bool isModule = IsModuleAlone(project);
+  project.OutputFileName.SetFolderPath(folder.Path());
+  if (isModule)
+    project.Components.Item(1)->WriteOut();
+  else
+    project.WriteOut();
   const std::string outputFolder = project.OutputFileName.FolderPath();
   for (std::size_t i = 0; i < modules.size(); ++i)
     modules[i].Written = outputFolder + project.Components.Item(i + 1)->FileName.LeafName();
   CompareModules(modules);
-  if (IsModuleAlone(project)) return CompareTrees(project, modules.front().Written);
-  CompareProjectFile(project);
-  CompareTrees(project, project.OutputFileName.FullPath());
-}
-
-bool RoundTrip::Write(VBProject& project, const std::string& folder) {
-  project.OutputFileName.SetFolderPath(folder);
-  try {
-    if (IsModuleAlone(project))
-      project.Components.Item(1)->WriteOut();
-    else
-      project.WriteOut();
-    return true;
-  } catch (const VendrelError& error) {
-    ++mCounts.Differences;
-    Tell("not-written", mPaths.Of(project.FileName.FullPath()), error.Text());
-    return false;
-  }
+  if (!isModule) CompareProjectFile(project);
+  CompareTrees(project, isModule ? modules.front().Written : project.OutputFileName.FullPath());
 }
 
 std::vector<RoundTrip::Module> RoundTrip::ModulesOf(const VBProject& project) const {
@@ -91,10 +100,15 @@ void RoundTrip::CompareModule(const Module& module) {
   const std::string after = written ? ReadWholeFile(target.NativePath()) : std::string();
   if (written && before == after) return;
   ++mCounts.Changed;
-  ++mCounts.Differences;
   const std::string path = FileSystemObject(module.Path).FullPath();
-  if (!written) return Tell("not-written", mPaths.Of(path), {});
+  if (!written) return TellNotWritten(mPaths.Of(path), {});
+  ++mCounts.Differences;
   TellBytes(path, before, after);
+}
+
+void RoundTrip::TellNotWritten(const std::string& place, std::string_view text) {
+  ++mCounts.Differences;
+  Tell("not-written", place, text);
 }
 
 // At the first line that differs; all of them below it.

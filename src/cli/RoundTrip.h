@@ -35,7 +35,7 @@ class RoundTrip {
     std::string Written;  // in Windows form
   };
 
-  bool Write(VBProject& project, const std::string& folder);
+  void WriteAndCompare(VBProject& project);
   std::vector<Module> ModulesOf(const VBProject& project) const;
   void CompareModules(const std::vector<Module>& modules);
   void CompareModule(const Module& module);
@@ -43,6 +43,7 @@ class RoundTrip {
   void CompareTrees(const VBProject& before, const std::string& written);
   /// `place` as people are shown it.
   void Tell(std::string_view kind, const std::string& place, std::string_view text);
+  void TellNotWritten(const std::string& place, std::string_view text);
   void TellBytes(const std::string& path, std::string_view before, std::string_view after);
 
   std::ostream& mOut;

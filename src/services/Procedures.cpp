@@ -78,7 +78,8 @@ constexpr Replacement Replacements[] = {
 
 int RunCommandLine(std::string_view commandLine, const ProcessOptions& options) {
   std::vector<std::string> arguments = SplitCommandLine(commandLine);
-  if (!arguments.empty() && IsAbsolutePath(arguments[0]))
+  if (arguments.empty()) throw VendrelError(errInvalidArgument);
+  if (IsAbsolutePath(arguments[0]))
     if (std::string native = FileSystemObject(arguments[0]).NativePath(); !native.empty())
       arguments[0] = std::move(native);
   return ProcessRunner::Current().Run(arguments, options);

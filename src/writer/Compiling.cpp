@@ -106,7 +106,7 @@ bool VBProject::Make() try {
   LastError = "Compile failed\r\n\r\n" + text;
   return false;
 } catch (VendrelError& error) {
-  error.AddContext("VBProject.Make", "Compiling").Of(*this);
+  error.AddContext("VBProject.Make", "Compiling").Field("Compiler", mCompiler).Of(*this);
   throw;
 }
 
@@ -121,7 +121,9 @@ void VBProject::OpenInVB(bool Asynchronous) try {
   else
     ExecCmd(command);
 } catch (VendrelError& error) {
-  error.AddContext("VBProject.OpenInVB", "Compiling").Of(*this);
+  error.AddContext("VBProject.OpenInVB", "Compiling")
+      .Parameter("Asynchronous", Asynchronous)
+      .Of(*this);
   throw;
 }
 

@@ -56,7 +56,10 @@ std::shared_ptr<Component> VBProject::NewComponent(FileTypeEnum ComponentType,
   if (BuildTypeCache) TypeCache.Add(Name, tcLocalProjectModule);
   return component;
 } catch (VendrelError& error) {
-  error.AddContext("VBProject.NewComponent", "NewComponents").Of(*this);
+  error.AddContext("VBProject.NewComponent", "NewComponents")
+      .Parameter("Name", Name)
+      .Parameter("FileName", fileName)
+      .Of(*this);
   throw;
 }
 
