@@ -1,5 +1,5 @@
-// The program that measures: vendrelmodel_bench load|write|classify|evaluate|names. Later parts of
-// the library join by a row of their own.
+// The program that measures: vendrelmodel_bench load|write|classify|evaluate|names|colour|typelib.
+// Other parts of the library join by a row of their own.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
@@ -51,6 +51,13 @@ int main(int argc, char** argv) {
   CLI::App* classify = AddCommand(app, "classify", "Lines a second of the classifier", shared);
   CLI::App* evaluate = AddCommand(app, "evaluate", "Conditions a second", shared);
   CLI::App* names = AddCommand(app, "names", "Names and types looked up a second", shared);
+  CLI::App* colour = AddCommand(app, "colour", "Source coloured as HTML a second", shared);
+  TypeLibBenchOptions library;
+  CLI::App* typelib = AddCommand(app, "typelib", "A type library from disk to tree", shared);
+  typelib->add_option("--file", library.File, "This library in place of a generated one")
+      ->check(CLI::ExistingFile);
+  typelib->add_option("--megabytes", library.Megabytes, "Size of the generated library")
+      ->check(CLI::Range(0.01, 500.0));
   CLI11_PARSE(app, argc, argv);
   try {
     load.Runs = shared.Runs;
@@ -61,6 +68,12 @@ int main(int argc, char** argv) {
     if (classify->parsed()) return RunClassify(micro);
     if (evaluate->parsed()) return RunEvaluate(micro);
     if (names->parsed()) return RunNames(micro);
+    if (colour->parsed()) return RunColour(micro);
+    if (typelib->parsed()) {
+      library.Runs = shared.Runs;
+      library.Classic = shared.Classic;
+      return RunTypeLib(library);
+    }
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());
   }

@@ -1,6 +1,8 @@
 #pragma once
 // Single parts measured alone, each many times, by Google Benchmark.
 
+#include <string>
+
 namespace vendrel::bench {
 
 struct MicroOptions {
@@ -14,5 +16,17 @@ int RunClassify(const MicroOptions& options);
 int RunEvaluate(const MicroOptions& options);
 /// Look-ups a second of qualified names and of type names in a group of generated projects.
 int RunNames(const MicroOptions& options);
+/// Bytes of source a second of the colouring, in the plain form and as a page.
+int RunColour(const MicroOptions& options);
+
+struct TypeLibBenchOptions {
+  int Runs = 5;
+  bool Classic = false;
+  /// A library to read; empty: a generated one of `Megabytes`.
+  std::string File;
+  double Megabytes = 5;
+};
+/// A type library from its file (in the file cache) to the reader's objects, and to the tree.
+int RunTypeLib(const TypeLibBenchOptions& options);
 
 }  // namespace vendrel::bench

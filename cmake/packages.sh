@@ -14,11 +14,14 @@ run   libutf8proc-dev  upper and lower case beyond ASCII
 run   libuchardet-dev  guesses code pages
 test  libgtest-dev     the test framework
 test  libgmock-dev     its matchers
+test  chromium         opens the pages of the html command, as a reader would
+test  mingw-w64-tools  compiles small type libraries for the tests (widl)
 check libbenchmark-dev measures small pieces (preset bench)
 check git              tells which files have changed
 check clang-format     checks the layout of the code
 check clang-tidy       looks for faults in the code
 check clang            compiles the code a second time, with other warnings
+check libclang-rt-14-dev what the fuzz targets need at run time
 '
 
 # packages_wanted run|test|check: the lines of the table that count, without their first word.

@@ -25,7 +25,14 @@ void AddNamesCommand(CLI::App& app, Job& job);
 void AddFindCommand(CLI::App& app, Job& job);
 void AddResolveCommand(CLI::App& app, Job& job);
 void AddControlsCommand(CLI::App& app, Job& job);
+void AddTypeLibCommand(CLI::App& app, Job& job);
 void AddStructureCommand(CLI::App& app, Job& job);
+void AddHtmlCommand(CLI::App& app, Job& job);
+void AddMembersCommand(CLI::App& app, Job& job);
+void AddHelpIDsCommand(CLI::App& app, Job& job);
 void AddWriteCommand(CLI::App& app, Job& job);
+void AddDiffCommand(CLI::App& app, Job& job);
+void AddBuildCommand(CLI::App& app, Job& job);
+void AddRoundtripCommand(CLI::App& app, Job& job);
 
 }  // namespace vendrel::cli

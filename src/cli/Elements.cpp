@@ -1,5 +1,6 @@
 #include "cli/Elements.h"
 
+#include "core/Ascii.h"
 #include "model/Component.h"
 #include "project/VBProject.h"
 
@@ -49,10 +50,14 @@ std::string_view WordOf(BlockTypeEnum type) {
   }
 }
 
+bool IsLetOrSet(const Block& b) {
+  return b.BlockType() == btPropertyLet || b.BlockType() == btPropertySet;
+}
+
 std::string Text(const Block& b) {
   if (!b.DefinitionLine.empty()) return b.DefinitionLine.str();
-  return Phrase({b.Access, WordOf(b.BlockType()),
-                 Typed(b.Name() + List(b.Parameters.IfAny()), b.ReturnType)});
+  return Phrase({AccessWords(b.Access), WordOf(b.BlockType()),
+                 Typed(b.Name() + List(b.Parameters.IfAny()), IsLetOrSet(b) ? "" : b.ReturnType)});
 }
 
 std::string Text(const Variable& v) {
@@ -119,6 +124,19 @@ std::string SignatureOf(const CodeElement& element) {
   return signature;
 }
 
+std::string AccessWords(std::string_view access) {
+  std::string words(access);
+  for (std::size_t i = 1; i < words.size(); ++i)
+    if (words[i - 1] != ' ') words[i] = LowerAscii(words[i]);
+  return words;
+}
+
+std::string FileOf(const Component& component) {
+  const VBProject* project = component.VBProject();
+  return project && project->WasReadFromTypeLibrary ? project->FileName.FullPath()
+                                                    : component.FileName.FullPath();
+}
+
 std::string PlaceOf(const CodeElement& element, ShownPaths& paths) {
   if (const auto* project = dynamic_cast<const VBProject*>(&element))
     return paths.Place(project->FileName.FullPath(), 0);
@@ -129,13 +147,7 @@ std::string PlaceOf(const CodeElement& element, ShownPaths& paths) {
     declared = by;
   }
   const Component* component = declared->OwnComponent();
-  return component ? paths.Place(component->FileName.FullPath(), declared->SourceLine()) : "";
-}
-
-ElementRef DescribeElement(const CodeElement& element) {
-  ElementRef described;
-  AsItIs(element, [&](const auto& typed) { described = Describe(typed); });
-  return described;
+  return component ? paths.Place(FileOf(*component), declared->SourceLine()) : "";
 }
 
 }  // namespace vendrel::cli

@@ -13,10 +13,14 @@ namespace vendrel::cli {
 /// How the source declares an element, on one line: "Public Function F(ByVal a As Long) As Date".
 std::string SignatureOf(const CodeElement& element);
 
+/// An access as source has it: "Protected Friend" for "PROTECTED FRIEND".
+std::string AccessWords(std::string_view access);
+
+/// Windows form of the file in which a module stands: its own, or the library that it was read
+/// from.
+std::string FileOf(const Component& component);
+
 /// "file:line" of an element; of one without a line of its own that of what it belongs to.
 std::string PlaceOf(const CodeElement& element, ShownPaths& paths);
-
-/// The element with the properties of its class.
-ElementRef DescribeElement(const CodeElement& element);
 
 }  // namespace vendrel::cli

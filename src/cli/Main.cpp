@@ -3,8 +3,10 @@
 #include <iostream>
 
 #include "cli/Tool.h"
+#include "diagnostics/FatalSignals.h"
 
 int main(int argc, char** argv) {
+  vendrel::InstallFatalSignalHandler();
   std::ios::sync_with_stdio(false);
   const vendrel::cli::Streams streams{std::cout, std::cerr, isatty(STDOUT_FILENO) != 0,
                                       isatty(STDERR_FILENO) != 0,

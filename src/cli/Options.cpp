@@ -4,6 +4,7 @@
 
 #include "comments/TagDefinitions.h"
 #include "core/ProcessState.h"
+#include "diagnostics/ErrorReport.h"
 #include "diagnostics/VendrelError.h"
 #include "services/CodePage.h"
 #include "services/FileSystemObject.h"
@@ -76,6 +77,11 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
       ->add_option("--comment-file", options.CommentFile,
                    "Apply the tagged comments of this file (XML) once the source is read")
       ->type_name("FILE");
+  group
+      ->add_option("--typelib-path", options.TypeLibPath,
+                   "A folder searched for type libraries that others refer to")
+      ->type_name("FOLDER")
+      ->allow_extra_args(false);
   group->add_flag("--strict", options.Strict, "Exit code 3 if there were warnings");
   group->add_flag("--quiet", options.Quiet, "Tell errors only; no progress");
   group
@@ -83,6 +89,10 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
                    "How diagnostics are written: text or json")
       ->check(CLI::IsMember({"text", "json"}))
       ->capture_default_str();
+  group
+      ->add_option("--error-report", options.ErrorReport,
+                   "Append a report of each failure inside to this file (-: stderr)")
+      ->type_name("FILE");
 }
 
 void ApplyToProcess(const CommonOptions& options) {
@@ -91,6 +101,7 @@ void ApplyToProcess(const CommonOptions& options) {
   CheckCodePage(options.CodePage);
   ApplyDrives(options.Drives);
   ApplyTags(options.Tags);
+  if (!options.ErrorReport.empty()) WriteErrorReports(options.ErrorReport);
 }
 
 NamedValue CutNamedValue(const std::string& option, const std::string& text) {

@@ -35,11 +35,13 @@ struct CommonOptions {
   std::string CodePage = "auto";
   std::vector<std::string> Drives;
   std::vector<std::string> Settings;
+  std::vector<std::string> TypeLibPath;
   std::string Tags;
   std::string CommentFile;
   bool Strict = false;
   bool Quiet = false;
   std::string Diagnostics = "text";
+  std::string ErrorReport;
 
   /// The preset that --reading names, without the flags of --set.
   const ReadingRules& Preset() const;

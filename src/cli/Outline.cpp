@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "cli/Elements.h"
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 
@@ -54,14 +55,6 @@ std::string StateOf(const Component& component) {
   return component.FileName.Exists() ? "not read" : "missing";
 }
 
-// "PROTECTED FRIEND" as source has it: "Protected Friend".
-std::string AccessWords(std::string_view access) {
-  std::string words(access);
-  for (std::size_t i = 1; i < words.size(); ++i)
-    if (words[i - 1] != ' ') words[i] = LowerAscii(words[i]);
-  return words;
-}
-
 std::string TypedName(std::string_view access, std::string_view name, bool isArray,
                       std::string_view subscript, std::string_view type) {
   std::string text = AccessWords(access);
@@ -107,7 +100,7 @@ void Outline::WriteProject(const VBProject& project) {
        Joined({std::string(project.ProjectTypeDescription()),
                CountOf(project.Components.Count(), "module"), CountOf(procedures, "procedure"),
                CountOf(project.References.Count(), "reference")}),
-       1);
+       project.WasReadFromTypeLibrary ? 0 : 1);
   if (!Shows(2)) return;
   for (const Reference& reference : project.References)
     Line(2, reference.ReferenceType == "Object" ? "object" : "reference", reference.Name(),
@@ -115,7 +108,8 @@ void Outline::WriteProject(const VBProject& project) {
 }
 
 void Outline::WriteModule(const Component& component) {
-  mFile = component.FileName.FullPath();
+  const bool isOfLibrary = component.Options().WasReadFromTypeLibrary;
+  mFile = isOfLibrary ? std::string() : component.FileName.FullPath();
   const auto lines = static_cast<std::size_t>(std::max(component.LinesAlreadyRead, 0));
   Line(2, WordOf(component), component.Name,
        Joined({StateOf(component), CountOf(lines, "line"),
@@ -170,7 +164,9 @@ void Outline::WriteBlock(const Block& block) {
   const Variables* variables = block.Variables.IfAny();
   const std::string_view definition = block.DefinitionLine;
   Line(kMemberDepth, block.IsPropertyType() ? "property" : "procedure",
-       definition.empty() ? AccessAndName(block.Access, block.Name()) : std::string(definition),
+       definition.empty() && block.Options().WasReadFromTypeLibrary ? SignatureOf(block)
+       : definition.empty() ? AccessAndName(block.Access, block.Name())
+                            : std::string(definition),
        CountOf(variables ? variables->Count() : 0, "variable"), block.SourceLine());
   WriteParameters(block.Parameters.IfAny());
   WriteVariables(kPartDepth, variables, "variable");
@@ -224,8 +220,10 @@ void Outline::Line(int depth, std::string_view word, std::string_view text, std:
     Paint(kRemarkColour, remark);
     mLine += ')';
   }
-  mLine += "  ";
-  Paint(kPlaceColour, mPaths.Place(mFile, line));
+  if (!mFile.empty()) {
+    mLine += "  ";
+    Paint(kPlaceColour, mPaths.Place(mFile, line));
+  }
   mLine += '\n';
   mOut << mLine;
 }

@@ -45,7 +45,8 @@ class Outline {
   std::ostream& mOut;
   const OutlineOptions& mOptions;
   ShownPaths mPaths;
-  /// Windows form of the file whose elements are being written.
+  /// Windows form of the file whose elements are being written; empty for those of a library, all
+  /// of which stand in the file of the project.
   std::string mFile;
   std::string mLine;
 };

@@ -9,6 +9,10 @@ namespace {
 void CountModules(const VBProject& project, ProjectCounts& counts) {
   for (const Component& component : project.Components.Listed()) {
     ++counts.Listed;
+    if (project.WasReadFromTypeLibrary) {
+      ++counts.Found;
+      continue;
+    }
     if (!component.FileName.Exists()) {
       ++counts.Missing;
       continue;

@@ -106,6 +106,9 @@ void SetProjectOption(VBProject& project, const NamedValue& setting) {
 
 void ApplyToProject(const CommonOptions& options, VBProject& project) {
   project.Reading = options.Preset();
+  project.LoadTypeLibHelpStrings = true;
+  for (const std::string& folder : options.TypeLibPath)
+    project.TypeLibPath.push_back(FileSystemObject(AbsolutePath(folder)).NativePath());
   for (const std::string& text : options.Settings)
     SetProjectOption(project, CutNamedValue("--set", text));
   for (const std::string& text : options.Defines) {

@@ -1,5 +1,6 @@
 #include "cli/Session.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 
@@ -25,7 +26,7 @@ constexpr std::array kExtensions{
     Extension{"vbg", InputKind::Group},       Extension{"vbproj", InputKind::DotNetProject},
     Extension{"tlb", InputKind::TypeLibrary}, Extension{"olb", InputKind::TypeLibrary},
     Extension{"dll", InputKind::TypeLibrary}, Extension{"ocx", InputKind::TypeLibrary},
-    Extension{"exe", InputKind::TypeLibrary},
+    Extension{"exe", InputKind::TypeLibrary}, Extension{"oca", InputKind::TypeLibrary},
 };
 
 // Shows the chooser every file of a project; one that cannot be read is told when it is loaded.
@@ -43,9 +44,22 @@ void FeedFiles(CodePageChooser& chooser, const VBProject& project) {
 std::shared_ptr<VBProject> NewProject(const CommonOptions& options) {
   auto project = std::make_shared<VBProject>();
   ApplyToProject(options, *project);
-  project->OnLineFailure = [](const VendrelError&, std::string_view, std::int32_t) {
+  project->OnLineFailure = [](const VendrelError& failure, std::string_view, std::int32_t) {
+    ReportError(failure);
     return StepOver::SkipLine;
   };
+  return project;
+}
+
+// A library is one file: no modules are left to read.
+std::shared_ptr<VBProject> LoadLibrary(const std::string& path, const CommonOptions& options) {
+  const CodePageChooser chooser(options.CodePage);
+  FileOptions::Current().CodePage =
+      chooser.Guesses() ? CodePage::Default().Name() : options.CodePage;
+  auto project = NewProject(options);
+  if (!project->LoadFromTypeLib(path))
+    throw ToolError(exFailed, path + ": cannot be read: " + project->LastErrorString);
+  project->OutputFileName.SetFolderPath(project->FileName.FolderPath());
   return project;
 }
 
@@ -87,7 +101,6 @@ std::string_view WordsFor(InputKind kind) {
   switch (kind) {
     case InputKind::Group: return "project groups";
     case InputKind::DotNetProject: return "VB.NET projects";
-    case InputKind::TypeLibrary: return "type libraries";
     default: return "folders of projects";
   }
 }
@@ -100,24 +113,40 @@ void ApplyCommentFile(VBProject& project, const CommonOptions& options) {
   project.ApplyCommentFile();
 }
 
-}  // namespace
-
-InputKind KindOfInput(const std::string& path) {
-  const FileSystemObject file(AbsolutePath(path));
-  if (file.IsFolder()) return InputKind::Folder;
-  if (!file.Exists()) return InputKind::Missing;
+InputKind KindByExtension(const FileSystemObject& file) {
   const std::string extension = file.Extension();
   for (const Extension& known : kExtensions)
     if (EqualsNoCaseAscii(known.Text, extension)) return known.Kind;
   return InputKind::Unknown;
 }
 
+// "Both.dll\2": the second library of a compiled file.
+bool IsNumberedLibrary(const std::string& path) {
+  const std::size_t mark = path.find_last_of("\\/");
+  if (mark == std::string::npos || mark + 1 == path.size()) return false;
+  if (!std::all_of(path.begin() + static_cast<std::ptrdiff_t>(mark) + 1, path.end(), IsDigitAscii))
+    return false;
+  const FileSystemObject file(AbsolutePath(path.substr(0, mark)));
+  return file.Exists() && KindByExtension(file) == InputKind::TypeLibrary;
+}
+
+}  // namespace
+
+InputKind KindOfInput(const std::string& path) {
+  const FileSystemObject file(AbsolutePath(path));
+  if (file.IsFolder()) return InputKind::Folder;
+  if (!file.Exists()) return IsNumberedLibrary(path) ? InputKind::TypeLibrary : InputKind::Missing;
+  return KindByExtension(file);
+}
+
 void RefuseInput(const std::string& path, InputKind kind) {
   if (kind == InputKind::Missing)
     throw ToolError(exFailed, path + ": no such file; check the path, and --drive for a drive");
   if (kind == InputKind::Unknown)
-    throw ToolError(exFailed, path + ": neither a project (.vbp) nor a module (.bas, .cls, .frm, " +
-                                  ".ctl, .dob, .pag, .dsr), by its extension");
+    throw ToolError(exFailed, path +
+                                  ": neither a project (.vbp), nor a module (.bas, .cls, .frm, " +
+                                  ".ctl, .dob, .pag, .dsr), nor a type library (.tlb, .olb, " +
+                                  ".dll, .ocx, .exe), by its extension");
   throw ToolError(exFailed, path + ": " + std::string(WordsFor(kind)) +
                                 " come later; this version reads a project (.vbp) or a single " +
                                 "module (.bas, .cls, .frm, ...)");
@@ -128,8 +157,11 @@ std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOption
                                      const std::function<void(VBProject&)>& prepare) {
   ApplyToProcess(options);
   const InputKind kind = KindOfInput(path);
-  if (kind != InputKind::Project && kind != InputKind::Module) RefuseInput(path, kind);
-  auto project = LoadWithCodePage(AbsolutePath(path), kind, options);
+  if (kind != InputKind::Project && kind != InputKind::Module && kind != InputKind::TypeLibrary)
+    RefuseInput(path, kind);
+  auto project = kind == InputKind::TypeLibrary
+                     ? LoadLibrary(AbsolutePath(path), options)
+                     : LoadWithCodePage(AbsolutePath(path), kind, options);
   if (depth == LoadDepth::ProjectFile) return project;
   if (prepare) prepare(*project);
   ProgressBar bar(*project, options, streams);

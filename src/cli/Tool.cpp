@@ -8,12 +8,13 @@
 
 #include "cli/Commands.h"
 #include "cli/Options.h"
+#include "diagnostics/ErrorReport.h"
 #include "diagnostics/VendrelError.h"
 
 namespace vendrel::cli {
 namespace {
 
-constexpr const char* kVersion = "vendrelmodel 2.0.0";
+constexpr const char* kVersion = "vendrelmodel " VENDREL_VERSION;
 
 void AddCommands(CLI::App& app, Job& job) {
   AddTreeCommand(app, job);
@@ -28,7 +29,14 @@ void AddCommands(CLI::App& app, Job& job) {
   AddResolveCommand(app, job);
   AddControlsCommand(app, job);
   AddStructureCommand(app, job);
+  AddHtmlCommand(app, job);
+  AddMembersCommand(app, job);
+  AddHelpIDsCommand(app, job);
   AddWriteCommand(app, job);
+  AddTypeLibCommand(app, job);
+  AddDiffCommand(app, job);
+  AddBuildCommand(app, job);
+  AddRoundtripCommand(app, job);
 }
 
 bool IsOneOf(const std::string& text, std::initializer_list<const char*> names) {
@@ -99,6 +107,7 @@ int RunTool(int argc, const char* const* argv, const Streams& streams) {
   } catch (const ToolError& error) {
     return fail(error.Code(), error.what());
   } catch (const VendrelError& error) {
+    ReportError(error);
     return fail(exFailed, error.Text());
   } catch (const std::exception& error) {
     return fail(exFailed, error.what());

@@ -274,7 +274,7 @@ bool IsAtHand(const Application& a) {
 
 }  // namespace
 
-bool Block::ApplyTaggedComment(const std::shared_ptr<TaggedComment>& tc) {
+bool Block::ApplyTaggedComment(const std::shared_ptr<TaggedComment>& tc) try {
   vendrel::Component* component = Component.Get();
   if (!component) throw VendrelError(errObjectNotSet, "Block.Component");
   Application a{*this,
@@ -296,6 +296,9 @@ bool Block::ApplyTaggedComment(const std::shared_ptr<TaggedComment>& tc) {
   if (ReadExclusion(a)) return true;
   AttachByKind(a);
   return a.Applied;
+} catch (VendrelError& failure) {
+  failure.AddContext("Block.ApplyTaggedComment", "ApplyTaggedComment").Of(*this);
+  throw;
 }
 
 ElementTypeEnum FixedKind(const TaggedCommentDef& definition) {

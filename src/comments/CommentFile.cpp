@@ -218,7 +218,7 @@ void VBProject::ApplyCommentFile() {
     try {
       ApplyOne(*this, item);
     } catch (VendrelError& failure) {
-      failure.AddContext("ApplyCommentFile", CommentFile.FullPath(), line);
+      failure.AddContext("VBProject.ApplyCommentFile", "CommentFile", line).Of(*this);
       throw;
     }
   }

@@ -6,6 +6,7 @@
 #include "core/CaseFold.h"
 #include "core/MessageService.h"
 #include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "model/Block.h"
 #include "model/Component.h"
 #include "model/Example.h"
@@ -60,12 +61,15 @@ void ReadParameters(Example& example, std::string_view source) {
 
 }  // namespace
 
-void Example::Load(std::string_view Source) {
+void Example::Load(std::string_view Source) try {
   try {
     ReadParameters(*this, Source);
   } catch (const std::exception&) {
     TellWrongFormat(Source);
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("Example.Load", "ExampleRules").Parameter("Source", Source).Of(*this);
+  throw;
 }
 
 void Example::SetRelatedItem(CodeElement* item) {
@@ -79,7 +83,7 @@ vendrel::TaggedComments* Example::TaggedComments() const {
   return comments ? &**comments : nullptr;
 }
 
-void VBProject::ResolveExamples() {
+void VBProject::ResolveExamples() try {
   if (!Examples.IfAny()) return;
   OnDemand<vendrel::Examples> waiting = std::move(Examples);
   Examples.Renew();
@@ -93,6 +97,9 @@ void VBProject::ResolveExamples() {
     OnDemand<vendrel::Examples>* examples = target ? target->ExamplesField() : &Examples;
     if (examples) (*examples)->Add(example);
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.ResolveExamples", "ExampleRules").Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

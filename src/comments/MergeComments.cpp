@@ -1,6 +1,7 @@
 // Comments of one tag folded into the descriptions of their elements, after loading.
 
 #include "comments/Descriptions.h"
+#include "diagnostics/VendrelError.h"
 #include "model/Block.h"
 #include "model/Component.h"
 #include "project/VBProject.h"
@@ -27,13 +28,21 @@ struct MergeRequest {
 
 }  // namespace
 
-void Block::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank, bool Overwrite) {
+void Block::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank, bool Overwrite) try {
   const MergeRequest merge{TagID, OnlyUseIfBlank, Overwrite};
   if (BlockType() != btDeclarations) return merge.Into(*this);
   if (const vendrel::Variables* variables = Variables.IfAny()) merge.IntoEach(*variables);
+} catch (VendrelError& failure) {
+  failure.AddContext("Block.MergeTaggedComment", "MergeComments")
+      .Parameter("TagID", TagID)
+      .Parameter("OnlyUseIfBlank", OnlyUseIfBlank)
+      .Parameter("Overwrite", Overwrite)
+      .Of(*this);
+  throw;
 }
 
-void Component::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank, bool Overwrite) {
+void Component::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank,
+                                   bool Overwrite) try {
   const MergeRequest merge{TagID, OnlyUseIfBlank, Overwrite};
   merge.Into(*this);
   merge.IntoEach(EventDeclarations);
@@ -49,11 +58,26 @@ void Component::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank, 
     if (block.IsMethod() ||
         (block.IsProperty() && ConsolidatedPropertyBlock(block.Name(), true) == &block))
       block.MergeTaggedComment(TagID, OnlyUseIfBlank, Overwrite);
+} catch (VendrelError& failure) {
+  failure.AddContext("Component.MergeTaggedComment", "MergeComments")
+      .Parameter("TagID", TagID)
+      .Parameter("OnlyUseIfBlank", OnlyUseIfBlank)
+      .Parameter("Overwrite", Overwrite)
+      .Of(*this);
+  throw;
 }
 
-void VBProject::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank, bool Overwrite) {
+void VBProject::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank,
+                                   bool Overwrite) try {
   for (Component& component : Components)
     component.MergeTaggedComment(TagID, OnlyUseIfBlank, Overwrite);
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.MergeTaggedComment", "MergeComments")
+      .Parameter("TagID", TagID)
+      .Parameter("OnlyUseIfBlank", OnlyUseIfBlank)
+      .Parameter("Overwrite", Overwrite)
+      .Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

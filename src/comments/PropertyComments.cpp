@@ -1,6 +1,7 @@
 // A property is up to three procedures of one name; clients want one description of it.
 
 #include "comments/TaggedCommentRules.h"
+#include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 #include "text/Descriptions.h"
 
@@ -71,7 +72,7 @@ void AppendIfAny(std::string& description, const std::string& text) {
 
 }  // namespace
 
-Block* Component::ConsolidatedPropertyBlock(std::string_view name, bool /*includePrivate*/) {
+Block* Component::ConsolidatedPropertyBlock(std::string_view name, bool /*includePrivate*/) try {
   const RankedBlocks ranked = RankedProperty(*this, name);
   Block* result = ranked.Result;
   if (!result || ranked.WasConsolidated) return result;
@@ -91,6 +92,11 @@ Block* Component::ConsolidatedPropertyBlock(std::string_view name, bool /*includ
   result->Consolidated = true;
   if (ranked.Counted > 1) result->IsHiddenMember = hidden;
   return result;
+} catch (VendrelError& failure) {
+  failure.AddContext("Component.ConsolidatedPropertyBlock", "PropertyComments")
+      .Parameter("name", name)
+      .Of(*this);
+  throw;
 }
 
 void PropertyGroup::ConsolidateDescriptions() const {

@@ -106,7 +106,7 @@ class TagFile final : public TemplateObjects {
 
 }  // namespace
 
-TaggedCommentDefs ReadTagDefinitions(std::string_view text, std::string_view name) {
+TaggedCommentDefs ReadTagDefinitions(std::string_view text, std::string_view name) try {
   const json document = Parse(text, name);
   const auto tags = document.is_object() ? document.find("tags") : document.end();
   if (!document.is_object() || tags == document.end() || !tags->is_array())
@@ -125,6 +125,11 @@ TaggedCommentDefs ReadTagDefinitions(std::string_view text, std::string_view nam
   const std::string fault = definitions.UpgradeFault();
   if (!fault.empty()) Refuse(name, fault);
   return definitions;
+} catch (VendrelError& failure) {
+  failure.AddContext("ReadTagDefinitions", "TagDefinitionFile")
+      .Parameter("text", text)
+      .Parameter("name", name);
+  throw;
 }
 
 void UseTagDefinitionFile(const std::string& nativePath) {

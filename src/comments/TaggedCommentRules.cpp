@@ -55,7 +55,7 @@ const TaggedCommentDef* TaggedComment::TaggedCommentDef() const {
   return FindTagDefinition(TagIdentifier);
 }
 
-bool TaggedComment::Initialise(std::string_view Source) {
+bool TaggedComment::Initialise(std::string_view Source) try {
   const std::size_t blank = Source.find(' ');
   const std::string_view rest =
       blank == std::string_view::npos ? std::string_view() : Source.substr(blank + 1);
@@ -71,13 +71,23 @@ bool TaggedComment::Initialise(std::string_view Source) {
   Qualifier = words.substr(0, end);
   if (end != std::string_view::npos) Text = words.substr(end + 1);
   return true;
+} catch (VendrelError& failure) {
+  failure.AddContext("TaggedComment.Initialise", "TaggedCommentRules")
+      .Parameter("Source", Source)
+      .Field("TagIdentifier", TagIdentifier);
+  throw;
 }
 
-void TaggedComment::Upgrade(bool ForAssociation) {
+void TaggedComment::Upgrade(bool ForAssociation) try {
   if (!ProcessState::Get().mUpgradeLegacyTaggedcomments) return;
   const std::string_view upgraded = UpgradedTag(TagIdentifier, ForAssociation);
   if (upgraded.data() != TagIdentifier.data()) TagIdentifier = std::string(upgraded);
   if (TagIdentifier == kBareTag) TagIdentifier = kSummaryTag;
+} catch (VendrelError& failure) {
+  failure.AddContext("TaggedComment.Upgrade", "TaggedCommentRules")
+      .Parameter("ForAssociation", ForAssociation)
+      .Field("TagIdentifier", TagIdentifier);
+  throw;
 }
 
 std::shared_ptr<TaggedComment> TaggedComment::Clone() const {
@@ -115,7 +125,7 @@ void VBProject::AddTaggedComment(vendrel::TaggedComments& col,
   vendrel::AddTaggedComment(col, tc, IsBuffer, PreserveOriginalTaggedComments);
 }
 
-void Block::HandleTaggedComment(const std::shared_ptr<TaggedComment>& tc) {
+void Block::HandleTaggedComment(const std::shared_ptr<TaggedComment>& tc) try {
   const vendrel::Component* owner = Component.Get();
   if (!owner) throw VendrelError(errObjectNotSet, "Block.Component");
   const TaggedCommentDef* definition = tc->TaggedCommentDef();
@@ -127,6 +137,9 @@ void Block::HandleTaggedComment(const std::shared_ptr<TaggedComment>& tc) {
   vendrel::TaggedComments& buffer = *Component->TaggedCommentBuffer;
   buffer.mBehindEnd |= CompletelyLoaded();
   AddTaggedComment(buffer, tc, true, Options().PreserveOriginalTaggedComments);
+} catch (VendrelError& failure) {
+  failure.AddContext("Block.HandleTaggedComment", "TaggedCommentRules").Of(*this);
+  throw;
 }
 
 std::string_view NamespaceFromObject(const CodeElement* Element) {

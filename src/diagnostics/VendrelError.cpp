@@ -41,8 +41,13 @@ VendrelError::VendrelError(int number, std::string_view detail)
   if (!detail.empty()) mText.append(": ").append(detail);
 }
 
-void VendrelError::AddContext(std::string_view procedure, std::string_view module, long line) {
-  mContexts.push_back({std::string(procedure), std::string(module), line, {}});
+ErrorContext& VendrelError::AddContext(std::string_view procedure, std::string_view module,
+                                       long line) {
+  ErrorContext& context = mContexts.emplace_back();
+  context.Procedure = procedure;
+  context.Module = module;
+  context.Line = line;
+  return context;
 }
 
 }  // namespace vendrel

@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "diagnostics/TraceValue.h"
+
 namespace vendrel {
 
 /// Failure numbers that callers test.
@@ -46,12 +48,37 @@ std::string_view ErrorText(int number);
 
 /// What one procedure knew when a failure passed through it.
 struct ErrorContext {
+  using Values = std::vector<std::pair<std::string, TraceValue>>;
+
   std::string Procedure;
   std::string Module;
   /// Line or step reached, as the procedure counts them; 0 if it keeps none.
   long Line = 0;
-  /// Named values: parameters, locals and fields, already as text.
-  std::vector<std::pair<std::string, std::string>> Values;
+  Values Parameters;
+  Values Locals;
+  /// Fields of the object that the procedure belongs to.
+  Values Fields;
+
+  template <typename T>
+  ErrorContext& Parameter(std::string_view name, const T& value) {
+    Parameters.emplace_back(name, TraceOf(value));
+    return *this;
+  }
+  template <typename T>
+  ErrorContext& Local(std::string_view name, const T& value) {
+    Locals.emplace_back(name, TraceOf(value));
+    return *this;
+  }
+  template <typename T>
+  ErrorContext& Field(std::string_view name, const T& value) {
+    Fields.emplace_back(name, TraceOf(value));
+    return *this;
+  }
+  /// The object itself, by class and qualified name.
+  template <typename Element>
+  ErrorContext& Of(const Element& object) {
+    return Field("Me", object);
+  }
 };
 
 /// A failure on its way to the caller.
@@ -67,9 +94,8 @@ class VendrelError : public std::exception {
 
   /// Contexts from the innermost procedure outwards.
   const std::vector<ErrorContext>& Contexts() const { return mContexts; }
-  void AddContext(ErrorContext context) { mContexts.push_back(std::move(context)); }
-  /// For a catch clause: adds procedure, module and line.
-  void AddContext(std::string_view procedure, std::string_view module, long line = 0);
+  /// For a catch clause: adds procedure, module and line, and gives the context for the values.
+  ErrorContext& AddContext(std::string_view procedure, std::string_view module, long line = 0);
 
  private:
   int mNumber;

@@ -3,6 +3,7 @@
 
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
+#include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "intake/Overloads.h"
@@ -83,13 +84,25 @@ void AddParsedCode(Component& component, ParsedLine& line, bool addLine) {
     CollectOverloads(component);
 }
 
-void Component::AddCode(std::string_view Source, bool AddLine) {
+void Component::AddCode(std::string_view Source, bool AddLine) try {
   AddCode(InitialiseCodeLine(Source, State().CurrentLanguageVersion, Options().Reading), AddLine);
+} catch (VendrelError& failure) {
+  failure.AddContext("Component.AddCode", "CodeIntake")
+      .Parameter("Source", Source)
+      .Parameter("AddLine", AddLine)
+      .Of(*this);
+  throw;
 }
 
-void Component::AddCode(const CodeLine& Source, bool AddLine) {
+void Component::AddCode(const CodeLine& Source, bool AddLine) try {
   ParsedLine line = ParsedLine::Of(Source);
   AddParsedCode(*this, line, AddLine);
+} catch (VendrelError& failure) {
+  failure.AddContext("Component.AddCode", "CodeIntake")
+      .Parameter("Line", Source.Text)
+      .Parameter("AddLine", AddLine)
+      .Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

@@ -3,6 +3,7 @@
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
+#include "diagnostics/VendrelError.h"
 #include "intake/StartLineText.h"
 #include "model/Component.h"
 #include "model/Namespace.h"
@@ -39,7 +40,7 @@ const ProjectOptions& OptionsOf(const WeakHandle<Component>& component) {
 
 }  // namespace
 
-void Enumeration::Initialise(std::string_view Source) {
+void Enumeration::Initialise(std::string_view Source) try {
   Access = "PUBLIC";
   WordCursor words(Source);
   std::string_view word;
@@ -50,6 +51,11 @@ void Enumeration::Initialise(std::string_view Source) {
     break;
   }
   if (OptionsOf(Component).UnTaggedEnumerations) DescribeFromWords(*this, words);
+} catch (VendrelError& failure) {
+  failure.AddContext("Enumeration.Initialise", "DeclarationText")
+      .Parameter("Source", Source)
+      .Of(*this);
+  throw;
 }
 
 std::shared_ptr<EnumMember> Enumeration::AddMember(std::string_view Source) {
@@ -59,7 +65,7 @@ std::shared_ptr<EnumMember> Enumeration::AddMember(std::string_view Source) {
   return member;
 }
 
-void EnumMember::Initialise(std::string_view Source, vendrel::Enumeration* parent) {
+void EnumMember::Initialise(std::string_view Source, vendrel::Enumeration* parent) try {
   Enumeration = parent;
   const ProcessState& state = State();
   const CodeLine line =
@@ -91,9 +97,15 @@ void EnumMember::Initialise(std::string_view Source, vendrel::Enumeration* paren
     }
   }
   Name = WithoutBrackets(name);
+} catch (VendrelError& failure) {
+  failure.AddContext("EnumMember.Initialise", "DeclarationText")
+      .Parameter("Source", Source)
+      .Parameter("parent", parent)
+      .Of(*this);
+  throw;
 }
 
-void UDT::Initialise(std::string_view Source) {
+void UDT::Initialise(std::string_view Source) try {
   const vendrel::Component* component = Component.Get();
   const bool open = component && !component->OptionPrivate &&
                     (component->FileType == ftModule || component->FileType == ftClass);
@@ -108,9 +120,12 @@ void UDT::Initialise(std::string_view Source) {
     break;
   }
   if (OptionsOf(Component).UnTaggedUDTs) DescribeFromWords(*this, words);
+} catch (VendrelError& failure) {
+  failure.AddContext("UDT.Initialise", "DeclarationText").Parameter("Source", Source).Of(*this);
+  throw;
 }
 
-std::shared_ptr<Variable> UDT::AddMember(std::string_view Source) {
+std::shared_ptr<Variable> UDT::AddMember(std::string_view Source) try {
   auto member = std::make_shared<Variable>();
   member->Parent = this;
   if (vendrel::Component* component = Component.Get()) member->SetVBProject(component->Project());
@@ -118,6 +133,9 @@ std::shared_ptr<Variable> UDT::AddMember(std::string_view Source) {
   member->Initialise(text);
   Members.Add(member, member->Name);
   return member;
+} catch (VendrelError& failure) {
+  failure.AddContext("UDT.AddMember", "DeclarationText").Parameter("Source", Source).Of(*this);
+  throw;
 }
 
 namespace {
@@ -160,7 +178,7 @@ void MakeDelegate(EventDeclaration& o) {
 
 }  // namespace
 
-void EventDeclaration::Initialise(std::string_view Source) {
+void EventDeclaration::Initialise(std::string_view Source) try {
   Parameters.Renew();
   Parameters->Component = Component.Get();
   const ProcessState& state = State();
@@ -176,6 +194,11 @@ void EventDeclaration::Initialise(std::string_view Source) {
   if (reading.DefaultAccess)
     Access = StartsWithNoCaseAscii(line.StatementPart, "PRIVATE") ? "PRIVATE" : "PUBLIC";
   Parameters->LoadStatement(line.StatementPart, this, false);
+} catch (VendrelError& failure) {
+  failure.AddContext("EventDeclaration.Initialise", "DeclarationText")
+      .Parameter("Source", Source)
+      .Of(*this);
+  throw;
 }
 
 namespace {

@@ -3,6 +3,7 @@
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
+#include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 #include "model/ProjectOptions.h"
 #include "text/CodeLine.h"
@@ -237,7 +238,7 @@ bool DeclaratorReader::TakeOtherWord(Variable& variable, std::string_view word) 
   return true;
 }
 
-void Variable::Initialise(std::string& s) {
+void Variable::Initialise(std::string& s) try {
   const std::string statement(Trim(s));
   s.clear();
   if (statement.empty()) return;
@@ -245,6 +246,9 @@ void Variable::Initialise(std::string& s) {
   DeclaratorReader reader(statement, options && options->Reading.WholeDefaults);
   reader.Read(*this);
   s = reader.Remainder();
+} catch (VendrelError& failure) {
+  failure.AddContext("Variable.Initialise", "Declarators").Parameter("s", s).Of(*this);
+  throw;
 }
 
 ConstantReader::ConstantReader(std::string_view statement, bool wholeLists)
@@ -314,13 +318,19 @@ void ConstantReader::ReadValue(Constant& constant) {
   mRest.remove_prefix(mAtEnd ? i : i + 1);
 }
 
-void Constant::Initialise(std::string_view Source, std::string& Remainder) {
+void Constant::Initialise(std::string_view Source, std::string& Remainder) try {
   const ReadingRules& reading = State().CurrentReading;
   const CodeLine line = InitialiseCodeLine(Source, State().CurrentLanguageVersion, reading);
   mDescription = line.CommentPart;
   ConstantReader reader(line.StatementPart, reading.WholeDefaults);
   reader.Read(*this);
   Remainder = reader.Remainder();
+} catch (VendrelError& failure) {
+  failure.AddContext("Constant.Initialise", "Declarators")
+      .Parameter("Source", Source)
+      .Parameter("Remainder", Remainder)
+      .Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

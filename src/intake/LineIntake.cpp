@@ -4,25 +4,46 @@
 #include "comments/TaggedCommentRules.h"
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
+#include "diagnostics/VendrelError.h"
 #include "intake/ModuleIntake.h"
 #include "project/VBProject.h"
 
 namespace vendrel {
 
-void Block::AddLine(std::string_view Line, std::int32_t Before, std::int32_t After) {
+void Block::AddLine(std::string_view Line, std::int32_t Before, std::int32_t After) try {
   AddLine(InitialiseCodeLine(Line, State().CurrentLanguageVersion, Options().Reading), Before,
           After);
+} catch (VendrelError& failure) {
+  failure.AddContext("Block.AddLine", "LineIntake")
+      .Parameter("Line", Line)
+      .Parameter("Before", Before)
+      .Parameter("After", After)
+      .Of(*this);
+  throw;
 }
 
-void Block::AddLine(const CodeLine& Line, std::int32_t Before, std::int32_t After) {
+void Block::AddLine(const CodeLine& Line, std::int32_t Before, std::int32_t After) try {
   ParsedLine line = ParsedLine::Of(Line);
   AddParsedLine(line, Before, After);
+} catch (VendrelError& failure) {
+  failure.AddContext("Block.AddLine", "LineIntake")
+      .Parameter("Line", Line.Text)
+      .Parameter("Before", Before)
+      .Parameter("After", After)
+      .Of(*this);
+  throw;
 }
 
-void Block::AddParsedLine(ParsedLine& line, std::int32_t before, std::int32_t after) {
+void Block::AddParsedLine(ParsedLine& line, std::int32_t before, std::int32_t after) try {
   vendrel::Component* component = Component.Get();
   if (!component) throw VendrelError(errObjectNotSet, "the block has no component");
   LineIntake(*this, *component, line).Run(before, after);
+} catch (VendrelError& failure) {
+  failure.AddContext("Block.AddParsedLine", "LineIntake")
+      .Parameter("before", before)
+      .Parameter("after", after)
+      .Of(*this);
+  throw;
 }
 
 void StoreLine(Block& block, const ParsedLine& line, std::int32_t before, std::int32_t after) {

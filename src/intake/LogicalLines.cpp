@@ -3,6 +3,7 @@
 
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
+#include "diagnostics/VendrelError.h"
 #include "intake/Conditions.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
@@ -180,7 +181,7 @@ ModuleIntake& Component::Intake() {
 
 bool Component::Ignore() const { return mIntake && mIntake->Conditions.Ignore(); }
 
-void Component::AddLineOfCode(std::string_view Source) {
+void Component::AddLineOfCode(std::string_view Source) try {
   ModuleIntake& intake = Intake();
   if (!CurrentBlock) CurrentBlock = NewBlock(btUnrecognised);
   if (intake.Reading.KeepLinesBehindSeparators) {
@@ -194,6 +195,11 @@ void Component::AddLineOfCode(std::string_view Source) {
     return;
   }
   TakeStatement(*this, intake, Source, false);
+} catch (VendrelError& failure) {
+  failure.AddContext("Component.AddLineOfCode", "LogicalLines")
+      .Parameter("Source", Source)
+      .Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

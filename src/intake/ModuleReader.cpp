@@ -282,10 +282,12 @@ void ModuleReader::AddLineOfCode(std::string_view text) {
 // A host may say that the odd line is kept as it stands; else its failure ends the load.
 void ModuleReader::StepOver(const VendrelError& error, std::string_view text) {
   VBProject* project = mComponent.VBProject();
-  if (!project || !project->OnLineFailure ||
-      project->OnLineFailure(error, mFile.FullPath(), mIntake.PhysicalLine) == StepOver::Raise) {
-    VendrelError passed = error;
-    passed.AddContext("Component.Load", "intake", mIntake.PhysicalLine);
+  VendrelError passed = error;
+  passed.AddContext("Component.Load", "ModuleReader", mIntake.PhysicalLine)
+      .Local("Line", text)
+      .Of(mComponent);
+  if (!project ||
+      project->AskAboutFailure(passed, mFile.FullPath(), mIntake.PhysicalLine) == StepOver::Raise) {
     mFile.CloseFile();
     throw passed;
   }

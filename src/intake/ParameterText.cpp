@@ -2,6 +2,7 @@
 
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
+#include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 #include "model/Parameter.h"
 #include "text/Masking.h"
@@ -117,7 +118,7 @@ bool FindClosedList(std::string_view text, std::string_view& list) {
 
 }  // namespace
 
-void Parameter::Load(std::string_view Text) {
+void Parameter::Load(std::string_view Text) try {
   const ProcessState& state = State();
   ParameterWords words{*this, {}, state.CurrentLanguageVersion == lvVisualBasicDotNet};
   if (!words.DotNet) IsByRef = true;
@@ -144,14 +145,20 @@ void Parameter::Load(std::string_view Text) {
   if (name.starts_with('[') && name.ends_with(']') && name.size() >= 2)
     name = name.substr(1, name.size() - 2);
   SetName(name);
+} catch (VendrelError& failure) {
+  failure.AddContext("Parameter.Load", "ParameterText").Parameter("Text", Text).Of(*this);
+  throw;
 }
 
-void Parameters::Load(std::string_view Text, CodeElement* Parent) {
+void Parameters::Load(std::string_view Text, CodeElement* Parent) try {
   const ProcessState& state = State();
   const CodeLine line =
       InitialiseCodeLine(Text, state.CurrentLanguageVersion, state.CurrentReading);
   const bool addKey = line.LineType != DECLARE_STATEMENT && line.LineType != EVENT_DECLARATION;
   LoadStatement(line.StatementPart, Parent, addKey);
+} catch (VendrelError& failure) {
+  failure.AddContext("Parameters.Load", "ParameterText").Parameter("Text", Text);
+  throw;
 }
 
 void Parameters::LoadStatement(std::string_view statement, CodeElement* parent, bool addKey) {

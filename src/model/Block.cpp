@@ -1,6 +1,7 @@
 #include "model/Block.h"
 
 #include "core/ProcessState.h"
+#include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 #include "text/Names.h"
 
@@ -95,7 +96,7 @@ const std::vector<std::string>& Block::Attributes() const { return *mAttributes;
 
 void Block::AddAttribute(std::string_view text) { mAttributes->emplace_back(text); }
 
-void Block::UnloadSourceCode() {
+void Block::UnloadSourceCode() try {
   if (mBlockType != btDeclarations)
     Variables.Drop();
   else if (const vendrel::Variables* variables = Variables.IfAny())
@@ -110,9 +111,12 @@ void Block::UnloadSourceCode() {
   CurrentUDT.reset();
   mAttributes.Drop();
   Constants.Drop();
+} catch (VendrelError& failure) {
+  failure.AddContext("Block.UnloadSourceCode", "Block").Of(*this);
+  throw;
 }
 
-std::shared_ptr<Block> Block::Clone(vendrel::Component* NewComponent, bool CopyComments) const {
+std::shared_ptr<Block> Block::Clone(vendrel::Component* NewComponent, bool CopyComments) const try {
   auto copy = std::make_shared<Block>();
   copy->Component = NewComponent;
   if (NewComponent) copy->SetVBProject(NewComponent->Project());
@@ -144,6 +148,12 @@ std::shared_ptr<Block> Block::Clone(vendrel::Component* NewComponent, bool CopyC
     for (const Block& overload : *overloads)
       copy->OverloadBlocks->Add(overload.Clone(NewComponent, false), overload.Name());
   return copy;
+} catch (VendrelError& failure) {
+  failure.AddContext("Block.Clone", "Block")
+      .Parameter("NewComponent", NewComponent)
+      .Parameter("CopyComments", CopyComments)
+      .Of(*this);
+  throw;
 }
 
 Parameter* Block::netCreateParameter(std::string_view name, std::string_view typeName,

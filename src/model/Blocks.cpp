@@ -4,6 +4,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 #include "text/Names.h"
 
@@ -102,7 +103,7 @@ Block* Blocks::ItemByDotNetSignature(std::string_view Signature) const {
 }
 
 bool Blocks::Add(std::shared_ptr<Block> item, std::string_view Key, const Position& Before,
-                 const Position& After) {
+                 const Position& After) try {
   Block& block = *item;
   if (Key.empty()) {
     mCol.Insert(std::move(item));
@@ -114,6 +115,9 @@ bool Blocks::Add(std::shared_ptr<Block> item, std::string_view Key, const Positi
   }
   Sorted = false;
   return true;
+} catch (VendrelError& failure) {
+  failure.AddContext("Blocks.Add", "Blocks").Parameter("item", item.get()).Parameter("Key", Key);
+  throw;
 }
 
 void Blocks::Remove(std::size_t index) {

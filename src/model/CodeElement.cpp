@@ -1,9 +1,15 @@
 #include "model/CodeElement.h"
 
 #include "core/Ascii.h"
+#include "diagnostics/ErrorReport.h"
 #include "diagnostics/VendrelError.h"
 
 namespace vendrel {
+namespace {
+
+ElementTracer sElementTracer = nullptr;
+
+}  // namespace
 
 void CodeElement::SetDescription(std::string_view) {
   throw VendrelError(errReadOnlyProperty, std::string(ClassName()) + ".Description");
@@ -12,5 +18,17 @@ void CodeElement::SetDescription(std::string_view) {
 bool TypeMatch(const CodeElement* element, std::string_view className) {
   return element && EqualsNoCaseAscii(element->ClassName(), className);
 }
+
+TraceValue TraceOf(const CodeElement* element) {
+  if (!element) return TraceValue::Nothing();
+  try {
+    if (TraceWholeElements() && sElementTracer) return sElementTracer(*element);
+    return TraceValue::Object(std::string(element->ClassName()) + " " + element->QualifiedName());
+  } catch (const VendrelError& failure) {
+    return TraceValue::Failed(failure.Number());
+  }
+}
+
+void SetElementTracer(ElementTracer tracer) { sElementTracer = tracer; }
 
 }  // namespace vendrel

@@ -8,6 +8,7 @@
 #include "core/OnDemand.h"
 #include "core/SharedText.h"
 #include "core/WeakHandle.h"
+#include "diagnostics/TraceValue.h"
 #include "model/Fwd.h"
 
 namespace vendrel {
@@ -51,5 +52,14 @@ class CodeElement : public HandleTarget {
 
 /// Whether `element` is there and of that class (case ignored).
 bool TypeMatch(const CodeElement* element, std::string_view className);
+
+/// The element in an error report: class and qualified name, or with all of its properties while
+/// `TraceWholeElements`. Loads nothing, never fails.
+TraceValue TraceOf(const CodeElement* element);
+inline TraceValue TraceOf(const CodeElement& element) { return TraceOf(&element); }
+
+/// Gives an element with its properties; installed by the room that knows them.
+using ElementTracer = TraceValue (*)(const CodeElement& element);
+void SetElementTracer(ElementTracer tracer);
 
 }  // namespace vendrel

@@ -2,6 +2,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "diagnostics/VendrelError.h"
 
 namespace vendrel {
 namespace {
@@ -119,7 +120,7 @@ namespace {
 void Release(std::string& text) { std::string().swap(text); }
 }  // namespace
 
-void Component::UnloadSourceCode() {
+void Component::UnloadSourceCode() try {
   for (Block& block : Blocks) block.UnloadSourceCode();
   for (EventDeclaration& event : EventDeclarations) {
     Release(event.UnTaggedDescription);
@@ -136,6 +137,9 @@ void Component::UnloadSourceCode() {
   SourceForm.reset();
   mIntake.reset();
   LoadState = lsFullyLoadedNoCode;
+} catch (VendrelError& failure) {
+  failure.AddContext("Component.UnloadSourceCode", "Component").Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

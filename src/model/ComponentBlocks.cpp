@@ -1,6 +1,7 @@
 // Making and finding the blocks of a module.
 
 #include "core/CaseFold.h"
+#include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 
 namespace vendrel {
@@ -50,7 +51,7 @@ Block* LifetimeBlock(Component& component, bool opens, bool create) {
 
 }  // namespace
 
-Block* Component::NewBlock(BlockTypeEnum BlockType) {
+Block* Component::NewBlock(BlockTypeEnum BlockType) try {
   const auto created = std::make_shared<Block>();
   Block* block = created.get();
   block->Component = this;
@@ -62,6 +63,11 @@ Block* Component::NewBlock(BlockTypeEnum BlockType) {
   block->AddLine(header);
   block->AddLine("End Sub");
   return block;
+} catch (VendrelError& failure) {
+  failure.AddContext("Component.NewBlock", "ComponentBlocks")
+      .Parameter("BlockType", BlockType)
+      .Of(*this);
+  throw;
 }
 
 Block* Component::BlockOfType(BlockTypeEnum BlockType, bool CreateIfNotFound) {

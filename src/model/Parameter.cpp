@@ -3,6 +3,7 @@
 #include <unordered_map>
 
 #include "core/CaseFold.h"
+#include "diagnostics/VendrelError.h"
 
 namespace vendrel {
 namespace {
@@ -69,7 +70,7 @@ Parameter* Parameters::Item(std::string_view name) const {
 }
 
 bool Parameters::Add(std::shared_ptr<Parameter> item, std::string_view key, const Position& before,
-                     const Position& after) {
+                     const Position& after) try {
   Parameter* added = item.get();
   if (!ElementCollection::Add(std::move(item), key, before, after)) return false;
   added->mListed = true;
@@ -78,6 +79,11 @@ bool Parameters::Add(std::shared_ptr<Parameter> item, std::string_view key, cons
   else if (mIndex)
     mIndex->First.emplace(FoldKey(added->Name()), added);
   return true;
+} catch (VendrelError& failure) {
+  failure.AddContext("Parameters.Add", "Parameter")
+      .Parameter("item", item.get())
+      .Parameter("key", key);
+  throw;
 }
 
 void Parameters::Remove(std::size_t index) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/Ascii.h"
+#include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 
 namespace vendrel {
@@ -86,7 +87,7 @@ TaggedComments& PropertyGroup::TaggedComments() const {
   return *mTaggedComments;
 }
 
-void Component::AddPropertyBlockToPropertyGroup(Block* block) {
+void Component::AddPropertyBlockToPropertyGroup(Block* block) try {
   PropertyGroup* group = PropertyGroups.Item(block->Name());
   if (!group) {
     const auto created = std::make_shared<PropertyGroup>();
@@ -99,6 +100,11 @@ void Component::AddPropertyBlockToPropertyGroup(Block* block) {
   if (block->BlockType() == btPropertyGet) group->SetPropertyGetBlock(block);
   if (block->BlockType() == btPropertyLet) group->SetPropertyLetBlock(block);
   if (block->BlockType() == btPropertySet) group->SetPropertySetBlock(block);
+} catch (VendrelError& failure) {
+  failure.AddContext("Component.AddPropertyBlockToPropertyGroup", "PropertyGroup")
+      .Parameter("block", block)
+      .Of(*this);
+  throw;
 }
 
 bool Component::IsFirstPropertyBlock(const Block* block) const {

@@ -3,6 +3,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "diagnostics/VendrelError.h"
 #include "project/VBProjectGroup.h"
 
 namespace vendrel {
@@ -68,7 +69,7 @@ bool VBProject::IsIntrinsicType(std::string_view TypeName) {
 }
 
 CodeElement* VBProject::ResolveType(Component* component, std::string_view Name,
-                                    TypeClassEnum& TypeClass) {
+                                    TypeClassEnum& TypeClass) try {
   const bool wholeName =
       Name.find('.') == std::string_view::npos || LanguageVersion() == lvVisualBasicDotNet;
   if (wholeName && IsIntrinsicType(Name)) {
@@ -90,6 +91,13 @@ CodeElement* VBProject::ResolveType(Component* component, std::string_view Name,
   VBProject* other = group ? group->Project(type.ProjectName) : nullptr;
   const auto* entry = other ? other->TypeCache.Find(type.Name) : nullptr;
   return entry ? GetCachedMember(*entry, type.Name, false, *other, TypeClass) : nullptr;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.ResolveType", "TypeResolution")
+      .Parameter("component", component)
+      .Parameter("Name", Name)
+      .Parameter("TypeClass", TypeClass)
+      .Of(*this);
+  throw;
 }
 
 // The projects of the group for a type library, the referenced ones for any other project. Of
@@ -127,19 +135,31 @@ CodeElement* VBProject::GetCachedMember(const ProjectTypeCache::Entry& Source,
   return nullptr;
 }
 
-UDT* VBProject::FindUDT(std::string_view Name, Component* component) {
+UDT* VBProject::FindUDT(std::string_view Name, Component* component) try {
   TypeClassEnum typeClass = tcUnresolved;
   auto* found = dynamic_cast<UDT*>(ResolveType(component, Name, typeClass));
   if (!found) return nullptr;
   return found->Component.Get() == component || found->AccessType() == atPublic ? found : nullptr;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.FindUDT", "TypeResolution")
+      .Parameter("Name", Name)
+      .Parameter("component", component)
+      .Of(*this);
+  throw;
 }
 
-Enumeration* VBProject::FindEnum(std::string_view Name, Component* MustBeVisibleTo) {
+Enumeration* VBProject::FindEnum(std::string_view Name, Component* MustBeVisibleTo) try {
   TypeClassEnum typeClass = tcUnresolved;
   auto* found = dynamic_cast<Enumeration*>(ResolveType(MustBeVisibleTo, Name, typeClass));
   if (!found) return nullptr;
   return found->Component.Get() == MustBeVisibleTo || found->AccessType() == atPublic ? found
                                                                                       : nullptr;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.FindEnum", "TypeResolution")
+      .Parameter("Name", Name)
+      .Parameter("MustBeVisibleTo", MustBeVisibleTo)
+      .Of(*this);
+  throw;
 }
 
 bool Variable::IsUDT(vendrel::Component* component) const {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/CaseFold.h"
+#include "diagnostics/VendrelError.h"
 #include "project/VBProjectGroup.h"
 
 namespace vendrel {
@@ -86,7 +87,7 @@ void EnterFromGroup(Components& visible, VBProject& project, const VBProjectGrou
 
 }  // namespace
 
-Components& VBProject::AllVisibleComponents() {
+Components& VBProject::AllVisibleComponents() try {
   if (mVisibleComponents) return *mVisibleComponents;
   const auto visible = std::make_shared<vendrel::Components>();
   // The modules in it are loaded, or not, by their own projects.
@@ -96,9 +97,12 @@ Components& VBProject::AllVisibleComponents() {
     EnterFromGroup(*visible, *this, *group);
   mVisibleComponents = visible;
   return *mVisibleComponents;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.AllVisibleComponents", "VisibleElements").Of(*this);
+  throw;
 }
 
-std::shared_ptr<Variables> VBProject::GlobalVariables() {
+std::shared_ptr<Variables> VBProject::GlobalVariables() try {
   auto variables = std::make_shared<Variables>();
   for (const Component& component : Components) {
     if (component.FileType != ftModule) continue;
@@ -108,9 +112,12 @@ std::shared_ptr<Variables> VBProject::GlobalVariables() {
       if (own->Item(i)->Access == "PUBLIC") variables->Add(own->Share(i), own->Item(i)->Name);
   }
   return variables;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.GlobalVariables", "VisibleElements").Of(*this);
+  throw;
 }
 
-std::shared_ptr<Blocks> VBProject::GlobalBlocks() {
+std::shared_ptr<Blocks> VBProject::GlobalBlocks() try {
   auto blocks = std::make_shared<Blocks>();
   for (const Component& component : Components) {
     if (component.FileType != ftModule) continue;
@@ -121,6 +128,9 @@ std::shared_ptr<Blocks> VBProject::GlobalBlocks() {
     }
   }
   return blocks;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.GlobalBlocks", "VisibleElements").Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

@@ -9,13 +9,13 @@
 namespace vendrel {
 
 // Every class with a table of properties.
-#define VENDREL_DESCRIBED(X)                                                                       \
-  X(Block)                                                                                         \
-  X(CompilerConstant)                                                                              \
-  X(Component)                                                                                     \
-  X(Constant) X(DeclareDeclaration) X(EnumMember) X(Enumeration) X(EventDeclaration) X(Example)    \
-      X(Interface) X(Library) X(Parameter) X(PropertyGroup) X(Reference) X(TaggedComment) X(UDT)   \
-          X(VBControl) X(VBProject) X(VBProjectGroup) X(Variable)
+// clang-format off
+#define VENDREL_DESCRIBED(X) \
+  X(Block) X(CompilerConstant) X(Component) X(Constant) X(DeclareDeclaration) X(EnumMember) \
+  X(Enumeration) X(EventDeclaration) X(Example) X(Interface) X(Library) X(Parameter) \
+  X(PropertyGroup) X(Reference) X(TaggedComment) X(UDT) X(VBControl) X(VBProject) \
+  X(VBProjectGroup) X(Variable)
+// clang-format on
 
 namespace {
 
@@ -192,6 +192,15 @@ ElementRef Describe(const Class& element) {
 #define VENDREL_INSTANTIATE(name) template ElementRef Describe<name>(const name&);
 VENDREL_DESCRIBED(VENDREL_INSTANTIATE)
 #undef VENDREL_INSTANTIATE
+
+ElementRef DescribeElement(const CodeElement& element) {
+#define VENDREL_TRY(name)                                                                          \
+  if constexpr (std::is_base_of_v<CodeElement, name>)                                              \
+    if (const auto* object = dynamic_cast<const name*>(&element)) return Describe(*object);
+  VENDREL_DESCRIBED(VENDREL_TRY)
+#undef VENDREL_TRY
+  return {};
+}
 
 std::span<const ClassDescription* const> AllClasses() {
 #define VENDREL_ENTRY(name) &kDescription<name>,

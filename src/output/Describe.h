@@ -76,6 +76,9 @@ struct ClassDescription {
 template <typename Class>
 ElementRef Describe(const Class& element);
 
+/// The description of an element of any class; none for a class without a table.
+ElementRef DescribeElement(const CodeElement& element);
+
 /// Every class that has a table of properties.
 std::span<const ClassDescription* const> AllClasses();
 

@@ -3,6 +3,7 @@
 
 #include "output/Manifest.h"
 
+#include "diagnostics/VendrelError.h"
 #include "output/Xml.h"
 #include "project/VBProject.h"
 
@@ -62,7 +63,7 @@ void TaggedCommentManifest(XmlElement& e, const TaggedComments* TaggedComments) 
   }
 }
 
-void Component::Manifest(XmlElement& e, bool IncludeTaggedComments) const {
+void Component::Manifest(XmlElement& e, bool IncludeTaggedComments) const try {
   SetAttributes(e, "Name", Name, "FileName", FileName.FullPath(), "FileType", FileType, "Access",
                 Access, "OptionExplicit", OptionExplicit, "OptionCompare", OptionCompare,
                 "OptionPrivate", OptionPrivate, "OptionBase", OptionBase, "DefaultMemberName",
@@ -91,9 +92,14 @@ void Component::Manifest(XmlElement& e, bool IncludeTaggedComments) const {
   AddChildren(e, "Example", Examples.IfAny(), IncludeTaggedComments);
   // A module writes its own comments whether they are asked for or not.
   TaggedCommentManifest(e, TaggedComments.IfAny());
+} catch (VendrelError& failure) {
+  failure.AddContext("Component.Manifest", "Manifest")
+      .Parameter("IncludeTaggedComments", IncludeTaggedComments)
+      .Of(*this);
+  throw;
 }
 
-void Block::Manifest(XmlElement& e, bool IncludeTaggedComments) const {
+void Block::Manifest(XmlElement& e, bool IncludeTaggedComments) const try {
   SetAttributes(e, "Name", mName, "Type", mBlockType, "LineCount", LineCount(CodeLines.IfAny()),
                 "HelpContextID", HelpContextID, "StartLine", StartLine(), "EndLine", EndLine(),
                 "Interface", Interface, "Access", Access, "ReturnType", ReturnType,
@@ -110,6 +116,11 @@ void Block::Manifest(XmlElement& e, bool IncludeTaggedComments) const {
   AddDescriptions(e, *this);
   e.AddElement("ReturnDescription", ReturnDescription);
   e.AddElement("CommentBuffer", CommentBuffer);
+} catch (VendrelError& failure) {
+  failure.AddContext("Block.Manifest", "Manifest")
+      .Parameter("IncludeTaggedComments", IncludeTaggedComments)
+      .Of(*this);
+  throw;
 }
 
 void Variable::Manifest(XmlElement& e, bool IncludeTaggedComments) const {

@@ -1,5 +1,6 @@
 // The manifest of a whole project: the document, its root, and the removal of what is empty.
 
+#include "diagnostics/VendrelError.h"
 #include "output/Manifest.h"
 #include "output/Xml.h"
 #include "project/VBProject.h"
@@ -35,7 +36,7 @@ void SetRootAttributes(XmlElement& root, const VBProject& project) {
 
 }  // namespace
 
-std::shared_ptr<XmlDocument> VBProject::Manifest(bool JustProject, bool IncludeTaggedComments) {
+std::shared_ptr<XmlDocument> VBProject::Manifest(bool JustProject, bool IncludeTaggedComments) try {
   auto document = std::make_shared<XmlDocument>();
   XmlElement root = document->Root();
   root.SetName(kRootName);
@@ -51,10 +52,16 @@ std::shared_ptr<XmlDocument> VBProject::Manifest(bool JustProject, bool IncludeT
   }
   StripElement(root);
   return document;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.Manifest", "ProjectManifest")
+      .Parameter("JustProject", JustProject)
+      .Parameter("IncludeTaggedComments", IncludeTaggedComments)
+      .Of(*this);
+  throw;
 }
 
 void VBProject::WriteManifestToFile(std::string_view fileName, bool JustProject,
-                                    bool IncludeTaggedComments) {
+                                    bool IncludeTaggedComments) try {
   const auto document = Manifest(JustProject, IncludeTaggedComments);
   FileSystemObject file(fileName);
   TextForm form;
@@ -63,6 +70,13 @@ void VBProject::WriteManifestToFile(std::string_view fileName, bool JustProject,
   file.OpenFile(omWrite, 2, 1);
   file.WriteLine(document->Xml());
   file.CloseFile();
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.WriteManifestToFile", "ProjectManifest")
+      .Parameter("fileName", fileName)
+      .Parameter("JustProject", JustProject)
+      .Parameter("IncludeTaggedComments", IncludeTaggedComments)
+      .Of(*this);
+  throw;
 }
 
 // Removing a child and staying at its index is walking on to its sibling. The depth is that of the

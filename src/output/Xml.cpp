@@ -123,7 +123,7 @@ std::string XmlDocument::Xml() const {
   return std::move(writer.Text);
 }
 
-void XmlDocument::LoadXml(std::string_view text) {
+void XmlDocument::LoadXml(std::string_view text) try {
   const auto result = mDocument.load_buffer(text.data(), text.size(),
                                             pugi::parse_default | pugi::parse_ws_pcdata_single,
                                             pugi::encoding_utf8);
@@ -131,6 +131,9 @@ void XmlDocument::LoadXml(std::string_view text) {
     throw VendrelError(errInvalidArgument, std::string("the text is no XML document: ") +
                                                result.description() + " at byte " +
                                                std::to_string(result.offset));
+} catch (VendrelError& failure) {
+  failure.AddContext("XmlDocument.LoadXml", "Xml").Parameter("text", text);
+  throw;
 }
 
 }  // namespace vendrel

@@ -6,6 +6,7 @@
 #include "core/CaseFold.h"
 #include "core/ProcessState.h"
 #include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "project/ScriptEngine.h"
 #include "project/ScriptExpression.h"
 #include "project/VBProject.h"
@@ -152,14 +153,18 @@ std::string_view ConditionOf(std::string_view statement) {
 
 }  // namespace
 
-void CompilerConstants::AddFromProjectLine(std::string_view Source) {
+void CompilerConstants::AddFromProjectLine(std::string_view Source) try {
   while (!Source.empty()) {
     const std::string_view piece = Trim(TakeField(Source, ':'));
     if (!piece.empty()) AddFromDeclaration(piece);
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("CompilerConstants.AddFromProjectLine", "CompilerConstants")
+      .Parameter("Source", Source);
+  throw;
 }
 
-void CompilerConstants::AddFromDeclaration(std::string_view Source, const VBProject* project) {
+void CompilerConstants::AddFromDeclaration(std::string_view Source, const VBProject* project) try {
   std::string_view rest = Trim(Source);
   if (StartsWithNoCaseAscii(rest, "#CONST")) rest = Trim(rest.substr(6));
   const bool expressions = RulesOf(project).ConstantExpressions;
@@ -179,6 +184,11 @@ void CompilerConstants::AddFromDeclaration(std::string_view Source, const VBProj
     constant->Value = ConstantText(written);
   }
   Add(constant, name);
+} catch (VendrelError& failure) {
+  failure.AddContext("CompilerConstants.AddFromDeclaration", "CompilerConstants")
+      .Parameter("Source", Source)
+      .Parameter("project", project);
+  throw;
 }
 
 std::string CompilerConstants::EvaluationScript(std::string_view Source,
@@ -196,7 +206,7 @@ std::string CompilerConstants::EvaluationScript(std::string_view Source,
   return script;
 }
 
-bool CompilerConstants::Evaluate(std::string_view Source, const VBProject* project) const {
+bool CompilerConstants::Evaluate(std::string_view Source, const VBProject* project) const try {
   if (RulesOf(project).ConstantExpressions) {
     try {
       return ToBoolean(EvaluateExpression(ConditionOf(Source), ConstantNames(*this, project)));
@@ -212,6 +222,11 @@ bool CompilerConstants::Evaluate(std::string_view Source, const VBProject* proje
   } catch (const VendrelError&) {
     return false;  // a text that is no truth value
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("CompilerConstants.Evaluate", "CompilerConstants")
+      .Parameter("Source", Source)
+      .Parameter("project", project);
+  throw;
 }
 
 }  // namespace vendrel

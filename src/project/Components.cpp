@@ -1,13 +1,14 @@
 #include "project/Components.h"
 
 #include "core/ProcessState.h"
+#include "diagnostics/VendrelError.h"
 #include "project/EnumerationValues.h"
 #include "project/VBProject.h"
 
 namespace vendrel {
 
 bool Components::Add(std::shared_ptr<Component> item, std::string_view key, const Position&,
-                     const Position&) {
+                     const Position&) try {
   vendrel::VBProject* project = VBProject();
   const bool scoped = DiagnosticScope::Current() != nullptr;
   if (!key.empty() && mCol.HasKey(key)) {
@@ -21,9 +22,12 @@ bool Components::Add(std::shared_ptr<Component> item, std::string_view key, cons
   }
   mCol.Insert(std::move(item), key);
   return true;
+} catch (VendrelError& failure) {
+  failure.AddContext("Components.Add", "Components").Parameter("key", key);
+  throw;
 }
 
-void Components::Populate() {
+void Components::Populate() try {
   vendrel::VBProject* project = VBProject();
   const bool preLoadOff = project && project->DontPreLoadComponentDeclarations;
   if (project) {
@@ -51,6 +55,9 @@ void Components::Populate() {
   else
     ResolveEnumerationMembers();
   mEnumerationsResolved = true;
+} catch (VendrelError& failure) {
+  failure.AddContext("Components.Populate", "Components");
+  throw;
 }
 
 // Loads one module if it waits for it; true when a client has cancelled.
@@ -69,7 +76,7 @@ bool Components::LoadAt(std::size_t index, bool preLoadOff) {
 
 // Members whose value names a constant take its value: of their own module first, then of the
 // others in order, where a further hit needs a constant named like the value found.
-void Components::ResolveEnumerationMembers() {
+void Components::ResolveEnumerationMembers() try {
   const auto replace = [](EnumMember& member, Component& component) {
     const Constants* constants = component.Constants();
     const Constant* constant =
@@ -88,6 +95,9 @@ void Components::ResolveEnumerationMembers() {
       }
     }
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("Components.ResolveEnumerationMembers", "Components");
+  throw;
 }
 
 }  // namespace vendrel

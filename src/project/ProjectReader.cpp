@@ -178,10 +178,9 @@ void ProjectReader::KeepLine(std::string_view raw) {
 
 // A host may say that an odd line is kept and passed over; else its failure ends the load.
 void ProjectReader::StepOver(const VendrelError& error, std::string_view raw) {
-  if (!mProject.OnLineFailure ||
-      mProject.OnLineFailure(error, mProject.FileName.FullPath(), mLine) == StepOver::Raise) {
-    VendrelError passed = error;
-    passed.AddContext("VBProject.Load", "project", mLine);
+  VendrelError passed = error;
+  passed.AddContext("VBProject.Load", "ProjectReader", mLine).Local("Line", raw).Of(mProject);
+  if (mProject.AskAboutFailure(passed, mProject.FileName.FullPath(), mLine) == StepOver::Raise) {
     mProject.FileName.CloseFile();
     throw passed;
   }
@@ -283,7 +282,7 @@ void ResetCounters() {
 
 }  // namespace
 
-bool VBProject::Load(std::string_view ProjectFileName) {
+bool VBProject::Load(std::string_view ProjectFileName) try {
   if (EndsWithNoCaseAscii(ProjectFileName, ".VBPROJ")) return LoadDotNet(ProjectFileName);
   ResetCounters();
   AddLineNumbers = false;
@@ -301,9 +300,14 @@ bool VBProject::Load(std::string_view ProjectFileName) {
   ProjectSourceType = ptsVisualBasicProject;
   ProjectSourceAccess = psaReadWrite;
   return true;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.Load", "ProjectReader")
+      .Parameter("ProjectFileName", ProjectFileName)
+      .Of(*this);
+  throw;
 }
 
-bool VBProject::LoadModule(std::string_view ModuleFileName) {
+bool VBProject::LoadModule(std::string_view ModuleFileName) try {
   ResetCounters();
   AddLineNumbers = false;
   SetLanguageVersion(lvVisualBasic5or6);
@@ -325,6 +329,11 @@ bool VBProject::LoadModule(std::string_view ModuleFileName) {
   ProjectSourceType = ptsVisualBasicFiles;
   ProjectSourceAccess = psaRead;
   return true;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.LoadModule", "ProjectReader")
+      .Parameter("ModuleFileName", ModuleFileName)
+      .Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

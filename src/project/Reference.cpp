@@ -94,7 +94,7 @@ void Reference::Load(std::string_view Source) {
     // Reading and assigning freezes the path as an absolute one.
     FileName.SetFullPath(FileName.FullPath());
   } catch (VendrelError& error) {
-    error.AddContext("Load", "Reference");
+    error.AddContext("Reference.Load", "Reference").Parameter("Source", Source);
     throw;
   }
 }
@@ -204,7 +204,7 @@ std::string Reference::CompiledForm(std::string_view classId, std::string_view p
   return SourceString;
 }
 
-std::string Reference::CompiledLine() {
+std::string Reference::CompiledLine() try {
   vendrel::VBProject* project = ReferencedProject();
   if (!project && !CompiledReference) return {};
   if (!project)
@@ -217,9 +217,12 @@ std::string Reference::CompiledLine() {
   }
   if (vendrel::VBProject* parent = ParentProject()) FileName.SetBaseFile(&parent->FileName);
   return CompiledForm(classId, FileName.FullPath());
+} catch (VendrelError& failure) {
+  failure.AddContext("Reference.CompiledLine", "Reference").Field("Name", mName);
+  throw;
 }
 
-std::string Reference::CodeLine() {
+std::string Reference::CodeLine() try {
   if (!CompiledReference) return SourceString;
   vendrel::VBProject* project = ReferencedProject();
   if (!project) return {};
@@ -230,6 +233,9 @@ std::string Reference::CodeLine() {
   const std::string path = file.RelativePath();
   file.SetBaseFile(savedBase);
   return ReferenceType + "=*\\A" + path;
+} catch (VendrelError& failure) {
+  failure.AddContext("Reference.CodeLine", "Reference").Field("Name", mName);
+  throw;
 }
 
 std::string Reference::Description() const {

@@ -6,6 +6,7 @@
 
 #include <pugixml.hpp>
 
+#include "diagnostics/VendrelError.h"
 #include "project/VBProjects.h"
 
 namespace vendrel {
@@ -34,7 +35,7 @@ void AppendRelation(pugi::xml_node element, const char* name, const VBProject& p
 
 }  // namespace
 
-std::string VBProjects::Structure() {
+std::string VBProjects::Structure() try {
   CementReferences();
   const ParentsByProject parents = FindParents(*this);
   pugi::xml_document document;
@@ -52,6 +53,9 @@ std::string VBProjects::Structure() {
   std::ostringstream text;
   document.save(text, "  ", pugi::format_indent | pugi::format_no_declaration);
   return text.str();
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProjects.Structure", "Structure");
+  throw;
 }
 
 }  // namespace vendrel

@@ -83,8 +83,11 @@ bool VBProject::LoadDotNet(std::string_view) {
   return false;
 }
 
-void VBProject::UnloadSourceCode() {
+void VBProject::UnloadSourceCode() try {
   for (Component& component : Components) component.UnloadSourceCode();
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.UnloadSourceCode", "VBProject").Of(*this);
+  throw;
 }
 
 std::shared_ptr<VBProject> NewVBProject() {

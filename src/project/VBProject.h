@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/EventList.h"
+#include "diagnostics/ErrorReport.h"
 #include "model/Component.h"
 #include "project/CompilerConstants.h"
 #include "project/Components.h"
@@ -40,10 +41,6 @@ class ProjectTypeCache {
  private:
   std::unordered_map<std::string, Entry> mEntries;
 };
-
-/// What the reader of a module does about a failure of one line or file; set by a host that wants
-/// the load to go on.
-enum class StepOver { Raise, SkipLine };
 
 /// A project: create one, set its options, call `Load`, then walk `Components`.
 class VBProject : public ProjectOptions {
@@ -126,9 +123,14 @@ class VBProject : public ProjectOptions {
   EventList<Component&> WriteProgress;
   EventList<Block&, TaggedComment&, const CodeLine&> NewTaggedComment;
 
-  /// Asked when a line fails, with the failure; absent: every failure is raised.
-  std::function<StepOver(const class VendrelError&, std::string_view file, std::int32_t line)>
+  /// Asked when a line fails, with the failure; absent: the error object of the process is.
+  std::function<StepOver(const VendrelError&, std::string_view file, std::int32_t line)>
       OnLineFailure;
+  /// What the host says about a line that failed; `Raise` without a host that says otherwise.
+  StepOver AskAboutFailure(const VendrelError& failure, std::string_view file,
+                           std::int32_t line) const {
+    return OnLineFailure ? OnLineFailure(failure, file, line) : ReportError(failure);
+  }
 
   std::string_view ClassName() const override { return "VBProject"; }
   std::string ElementName() const override { return ProjectName; }

@@ -70,7 +70,7 @@ bool VBProjectGroup::Load(std::string_view FileName, bool Silent, bool DoNotPopu
     mFileName.CloseFile();
     return true;
   } catch (VendrelError& error) {
-    error.AddContext("Load", "VBProjectGroup");
+    error.AddContext("VBProjectGroup.Load", "VBProjectGroup").Of(*this);
     throw;
   }
 }

@@ -5,6 +5,7 @@
 
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
+#include "diagnostics/VendrelError.h"
 
 namespace vendrel {
 namespace {
@@ -28,11 +29,16 @@ void AddQuietly(VBProjects& set, const std::shared_ptr<VBProject>& project, std:
 }  // namespace
 
 bool VBProjects::Add(std::shared_ptr<VBProject> item, std::string_view key, const Position& before,
-                     const Position& after, bool SetIncludeFlagForPublic) {
+                     const Position& after, bool SetIncludeFlagForPublic) try {
   VBProject& project = *item;
   if (!ElementCollection::Add(std::move(item), key, before, after)) return false;
   if (SetIncludeFlagForPublic) IncludePublicComponents(project);
   return true;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProjects.Add", "VBProjects")
+      .Parameter("key", key)
+      .Parameter("SetIncludeFlagForPublic", SetIncludeFlagForPublic);
+  throw;
 }
 
 std::vector<FileSystemObject> VBProjects::ProjectFilesBelow(std::string_view RootPath) {
@@ -42,14 +48,20 @@ std::vector<FileSystemObject> VBProjects::ProjectFilesBelow(std::string_view Roo
   return files;
 }
 
-void VBProjects::Load(std::string_view RootPath) {
+void VBProjects::Load(std::string_view RootPath) try {
   const DiagnosticScope scope(&Diagnostics, FileSystemObject(RootPath).FullPath());
   for (const FileSystemObject& file : ProjectFilesBelow(RootPath)) LoadOne(file.FullPath());
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProjects.Load", "VBProjects").Parameter("RootPath", RootPath);
+  throw;
 }
 
-void VBProjects::LoadCollection(const std::vector<std::string>& ProjectPaths) {
+void VBProjects::LoadCollection(const std::vector<std::string>& ProjectPaths) try {
   const DiagnosticScope scope(&Diagnostics, {});
   for (const std::string& path : ProjectPaths) LoadOne(path);
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProjects.LoadCollection", "VBProjects");
+  throw;
 }
 
 void VBProjects::LoadOne(std::string_view path) {
@@ -68,7 +80,7 @@ bool LoadMember(VBProject& project, std::string_view path) {
   return false;
 }
 
-void VBProjects::CementReferences() {
+void VBProjects::CementReferences() try {
   VBProjects byClassId, byFile;
   for (std::size_t i = 1; i <= Count(); ++i) {
     const std::shared_ptr<VBProject> project = Share(i);
@@ -79,6 +91,9 @@ void VBProjects::CementReferences() {
     project.CementReferences(byClassId, false);
     project.CementReferences(byFile, true);
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProjects.CementReferences", "VBProjects");
+  throw;
 }
 
 void VBProject::CementReferences(const VBProjects& projects, bool SearchByName) {

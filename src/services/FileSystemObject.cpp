@@ -175,7 +175,7 @@ PathMatch FileSystemObject::Match() const {
   return mMatch;
 }
 
-void FileSystemObject::OpenFile(int mode, int, int) {
+void FileSystemObject::OpenFile(int mode, int, int) try {
   Discard();
   if (mode == omRead) return OpenForReading();
   if (mode != omWrite) throw VendrelError(errInvalidArgument, "mode of OpenFile");
@@ -183,6 +183,11 @@ void FileSystemObject::OpenFile(int mode, int, int) {
   if (native.empty()) throw VendrelError(errPathAccess, FullPath());
   mWriter = std::make_unique<AtomicFile>(native);
   mWriter->Write(ByteOrderMark(mWriteForm));
+} catch (VendrelError& failure) {
+  failure.AddContext("FileSystemObject.OpenFile", "FileSystemObject")
+      .Parameter("mode", mode)
+      .Field("FullPath", FullPath());
+  throw;
 }
 
 void FileSystemObject::OpenForReading() {
@@ -202,10 +207,14 @@ void FileSystemObject::OpenDecoded(std::shared_ptr<const SourceText> source) {
   mRest = mSource->Text;
 }
 
-void FileSystemObject::CloseFile() {
+void FileSystemObject::CloseFile() try {
   const std::unique_ptr<AtomicFile> writer = std::move(mWriter);
   Discard();
   if (writer) writer->Commit();
+} catch (VendrelError& failure) {
+  failure.AddContext("FileSystemObject.CloseFile", "FileSystemObject")
+      .Field("FullPath", FullPath());
+  throw;
 }
 
 void FileSystemObject::Discard() {
@@ -226,7 +235,7 @@ std::string FileSystemObject::ReadAll() {
   return text;
 }
 
-void FileSystemObject::WriteLine(std::string_view text) {
+void FileSystemObject::WriteLine(std::string_view text) try {
   if (!mWriter) throw NotOpen(FullPath());
   const auto bytes = Encode(text, mWriteForm);
   if (bytes) {
@@ -237,6 +246,11 @@ void FileSystemObject::WriteLine(std::string_view text) {
   Tell(DiagnosticCode::CharactersNotHeld, {FullPath(), page});
   mWriter->Spoil();
   throw VendrelError(errInvalidArgument, "a character that code page " + page + " lacks");
+} catch (VendrelError& failure) {
+  failure.AddContext("FileSystemObject.WriteLine", "FileSystemObject")
+      .Parameter("text", text)
+      .Field("FullPath", FullPath());
+  throw;
 }
 
 void FileSystemObject::WriteBytes(std::string_view bytes) {
@@ -244,7 +258,7 @@ void FileSystemObject::WriteBytes(std::string_view bytes) {
   mWriter->Write(bytes);
 }
 
-void FileSystemObject::DeleteFile() {
+void FileSystemObject::DeleteFile() try {
   Discard();
   const FoundPath found = Find();
   if (found.Match == PathMatch::None) return;
@@ -252,6 +266,10 @@ void FileSystemObject::DeleteFile() {
   ForgetFolderOf(found.Path);
   mMatch = PathMatch::None;
   if (result < 0 && result != -ENOENT) throw FileError(-result, found.Path);
+} catch (VendrelError& failure) {
+  failure.AddContext("FileSystemObject.DeleteFile", "FileSystemObject")
+      .Field("FullPath", FullPath());
+  throw;
 }
 
 std::string FileSystemObject::ClassID() const {

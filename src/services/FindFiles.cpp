@@ -7,6 +7,7 @@
 
 #include "core/CaseFold.h"
 #include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "services/FileSource.h"
 #include "services/FileSystemObject.h"
 #include "services/Paths.h"
@@ -106,7 +107,7 @@ class FolderWalk {
 }  // namespace
 
 void FileSystemObject::FindFiles(std::string_view pattern, int flag,
-                                 std::vector<FileSystemObject>& result) const {
+                                 std::vector<FileSystemObject>& result) const try {
   std::string windows = FullPath();
   if (windows.empty()) return;
   if (windows.back() != '\\') windows.push_back('\\');
@@ -117,9 +118,15 @@ void FileSystemObject::FindFiles(std::string_view pattern, int flag,
            folder.Match == PathMatch::Exact ? windows : WindowsPath(folder.Path + "/"));
   std::sort(walk.Found.begin(), walk.Found.end());
   for (const auto& entry : walk.Found) result.emplace_back(entry.second);
+} catch (VendrelError& failure) {
+  failure.AddContext("FileSystemObject.FindFiles", "FindFiles")
+      .Parameter("pattern", pattern)
+      .Parameter("flag", flag)
+      .Field("FullPath", FullPath());
+  throw;
 }
 
-void FileSystemObject::CreateFolderPath() {
+void FileSystemObject::CreateFolderPath() try {
   const std::string native = vendrel::NativePath(FolderPath());
   if (native.empty()) throw VendrelError(errPathAccess, FullPath());
   FileSource& source = FileSource::Current();
@@ -146,6 +153,10 @@ void FileSystemObject::CreateFolderPath() {
   const int result = source.Status(path, status);
   if (result < 0) throw FileError(-result, path);
   if (status.Type != FileStatus::Kind::Folder) throw VendrelError(errPathAccess, path);
+} catch (VendrelError& failure) {
+  failure.AddContext("FileSystemObject.CreateFolderPath", "FindFiles")
+      .Field("FullPath", FullPath());
+  throw;
 }
 
 }  // namespace vendrel

@@ -13,7 +13,6 @@
 #include "services/FileSource.h"
 #include "services/FileSystemObject.h"
 #include "services/Paths.h"
-#include "services/ProcessRunner.h"
 
 namespace vendrel {
 namespace {
@@ -77,14 +76,17 @@ constexpr Replacement Replacements[] = {
 
 }  // namespace
 
-void ExecCmd(std::string_view commandLine) {
+int RunCommandLine(std::string_view commandLine, const ProcessOptions& options) {
   std::vector<std::string> arguments = SplitCommandLine(commandLine);
-  if (arguments.empty()) return;
-  if (IsAbsolutePath(arguments[0]))
+  if (!arguments.empty() && IsAbsolutePath(arguments[0]))
     if (std::string native = FileSystemObject(arguments[0]).NativePath(); !native.empty())
       arguments[0] = std::move(native);
+  return ProcessRunner::Current().Run(arguments, options);
+}
+
+void ExecCmd(std::string_view commandLine) {
   try {
-    ProcessRunner::Current().Run(arguments, {});
+    RunCommandLine(commandLine);
   } catch (const VendrelError&) {  // not detected, by design
   }
 }

@@ -5,7 +5,13 @@
 #include <string>
 #include <string_view>
 
+#include "services/ProcessRunner.h"
+
 namespace vendrel {
+
+/// Runs a command line (see `SplitCommandLine`) and gives its exit code. A program given by its
+/// Windows path is looked for on this machine. Raises as `ProcessRunner::Run`.
+int RunCommandLine(std::string_view commandLine, const ProcessOptions& options = {});
 
 /// Runs a command line (see `SplitCommandLine`) and waits for its end. The exit code is not read,
 /// and a program that cannot be started is no failure. A program given by its Windows path is

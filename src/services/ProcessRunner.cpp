@@ -125,4 +125,17 @@ std::vector<std::string> SplitCommandLine(std::string_view rest) {
   return arguments;
 }
 
+std::string EscapedArgument(std::string_view text) {
+  std::string result;
+  std::size_t slashes = 0;
+  for (const char c : text) {
+    if (c == '"') result.append(slashes + 1, '\\');
+    slashes = c == '\\' ? slashes + 1 : 0;
+    result.push_back(c);
+  }
+  return result.append(slashes, '\\');
+}
+
+std::string QuotedArgument(std::string_view text) { return '"' + EscapedArgument(text) + '"'; }
+
 }  // namespace vendrel

@@ -35,4 +35,10 @@ class ProcessRunner {
 /// character; two quotes within quotes are one. In the program's name backslashes are plain.
 std::vector<std::string> SplitCommandLine(std::string_view commandLine);
 
+/// The text within a pair of quotes of a command line: `SplitCommandLine` gives it back as it is.
+/// A text without quotes that does not end with a backslash stays as it stands.
+std::string EscapedArgument(std::string_view text);
+/// The same with the quotes around it.
+std::string QuotedArgument(std::string_view text);
+
 }  // namespace vendrel

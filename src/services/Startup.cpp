@@ -20,6 +20,7 @@ void EnsureStarted() {
   started = true;
   ProcessState::SetAutoAppendReader(AutoAppendSetting);
   State().Reset();
+  ConnectLibraryReaders();
 }
 
 }  // namespace vendrel

@@ -1,5 +1,6 @@
 #include "writer/BlockWriter.h"
 
+#include "diagnostics/VendrelError.h"
 #include "project/VBProject.h"
 
 namespace vendrel {
@@ -172,7 +173,7 @@ void Block::WriteOut(FileSystemObject& f) {
     BlockWriter(*this, stream).Run();
     stream.Finish();
   } catch (VendrelError& error) {
-    error.AddContext("Block.WriteOut", "writer");
+    error.AddContext("Block.WriteOut", "BlockWriter").Of(*this);
     throw;
   }
 }

@@ -6,6 +6,7 @@
 #include "core/MessageService.h"
 #include "core/ProcessState.h"
 #include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "project/VBProject.h"
 #include "text/Descriptions.h"
 #include "writer/BlockWriter.h"
@@ -136,7 +137,7 @@ bool Component::WriteOut() {
     vendrel::VBProject* project = VBProject();
     WriteModule(*this, project ? ComponentOutputFileName(*project, *this) : FileName.FullPath());
   } catch (VendrelError& error) {
-    error.AddContext("Component.WriteOut", "writer");
+    error.AddContext("Component.WriteOut", "ModuleWriter").Of(*this);
     throw;
   }
   return false;

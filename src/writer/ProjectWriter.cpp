@@ -6,6 +6,7 @@
 #include "core/CaseFold.h"
 #include "core/NumericText.h"
 #include "core/ProcessState.h"
+#include "diagnostics/VendrelError.h"
 #include "services/Procedures.h"
 #include "services/TextUtility.h"
 #include "writer/Backups.h"
@@ -120,7 +121,7 @@ void VBProject::WriteOut(bool OnlyProjectFile) {
   try {
     ProjectWriter(*this, OnlyProjectFile).Run();
   } catch (VendrelError& error) {
-    error.AddContext("VBProject.WriteOut", "writer");
+    error.AddContext("VBProject.WriteOut", "ProjectWriter").Of(*this);
     throw;
   }
 }

@@ -4,6 +4,7 @@
 #include "core/CaseFold.h"
 #include "core/ProcessState.h"
 #include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "services/Procedures.h"
 
 namespace vendrel {
@@ -75,7 +76,7 @@ void SideFiles::CopyOne(const FileSystemObject& file, const std::string& target)
   Tell(DiagnosticCode::WriteRefused, {source + " is not copied: " + State().FileCopy_LastError});
 }
 
-void Component::CopyTo(std::string_view Path) {
+void Component::CopyTo(std::string_view Path) try {
   vendrel::VBProject* project = VBProject();
   if (!project) throw VendrelError(errObjectNotSet, "the component has no project");
   FileSystemObject folder;
@@ -83,6 +84,9 @@ void Component::CopyTo(std::string_view Path) {
   OutputNames names(*project);
   const DiagnosticScope scope(&project->Diagnostics, FileName.FullPath());
   SideFiles(*project, names).Copy(*this, folder.FolderPath());
+} catch (VendrelError& failure) {
+  failure.AddContext("Component.CopyTo", "SideFiles").Parameter("Path", Path).Of(*this);
+  throw;
 }
 
 bool Component::IsOtherFileName(std::string_view name) const {

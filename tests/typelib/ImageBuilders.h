@@ -107,6 +107,26 @@ class MsftBuilder {
     type.Names.push_back(name);
     type.Ids.push_back(0x40000000 + static_cast<std::int32_t>(type.Variables++));
   }
+  struct Argument {
+    std::int32_t Type;
+    std::int32_t Name;
+    std::uint32_t Flags;
+  };
+  /// A virtual function that gives nothing but a failure code; `kind` 1 function, 2 get, 4 let. All
+  /// functions of a type come before its fields.
+  static void AddFunction(Type& type, unsigned kind, std::int32_t name, std::int32_t id,
+                          std::int32_t help, const std::vector<Argument>& arguments) {
+    type.Places.push_back(static_cast<std::int32_t>(type.Records.size()));
+    Bytes record;
+    record.U16(static_cast<unsigned>(24 + 8 + 12 * arguments.size())).U16(type.Functions);
+    record.I32(Plain(25)).U32(0).U16(8 * type.Functions).U16(0).U32(0x400 | kind << 3 | 1);
+    record.U16(static_cast<unsigned>(arguments.size())).U16(0).I32(0).I32(help);
+    for (const Argument& item : arguments) record.I32(item.Type).I32(item.Name).U32(item.Flags);
+    type.Records.insert(type.Records.end(), record.Data.begin(), record.Data.end());
+    type.Names.push_back(name);
+    type.Ids.push_back(id);
+    ++type.Functions;
+  }
 
   Image Build() const {
     Bytes file;

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "services/ByteSource.h"
 #include "typelib/reader/ByteStream.h"
-#include "typelib/reader/FileSource.h"
 
 namespace vendrel::typelib {
 

@@ -1,17 +1,15 @@
 #include "typelib/reader/LibraryFinder.h"
 
 #include <algorithm>
-#include <filesystem>
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "services/FileSource.h"
 #include "typelib/reader/Limits.h"
 #include "typelib/reader/TypeLibReader.h"
 
 namespace vendrel::typelib {
 namespace {
-
-namespace fs = std::filesystem;
 
 // A cache of a control's library (.oca) comes last: it is another library with members of the host.
 constexpr std::string_view kExtensions[] = {".tlb", ".olb", ".dll", ".ocx", ".exe", ".oca"};
@@ -85,8 +83,9 @@ const TypeLibInfo* FileLibraryFinder::Search(const LibraryImport& import,
 std::vector<std::string> FileLibraryFinder::FoldersFor(const TypeLibInfo& importer) const {
   std::vector<std::string> folders;
   if (!importer.ContainingFile.empty()) {
-    const fs::path folder = fs::path(importer.ContainingFile).parent_path();
-    folders.push_back(folder.empty() ? "." : folder.string());
+    const std::size_t slash = importer.ContainingFile.rfind('/');
+    folders.push_back(slash == std::string::npos ? "."
+                                                 : importer.ContainingFile.substr(0, slash + 1));
   }
   folders.insert(folders.end(), mSearchPath.begin(), mSearchPath.end());
   return folders;
@@ -96,10 +95,15 @@ FileLibraryFinder::Folder& FileLibraryFinder::ListFolder(const std::string& path
   const auto [place, isNew] = mFolders.try_emplace(path);
   Folder& folder = place->second;
   if (!isNew) return folder;
-  std::error_code error;
-  for (fs::directory_iterator item(path, error), end;
-       !error && item != end && folder.Files.size() < kMaxFilesInFolder; item.increment(error))
-    folder.Files.emplace(FoldKey(item->path().filename().string()), item->path().string());
+  std::vector<FolderEntry> entries;
+  FileSource::Current().List(path, entries);
+  std::sort(entries.begin(), entries.end(),
+            [](const FolderEntry& a, const FolderEntry& b) { return a.Name < b.Name; });
+  if (entries.size() > kMaxFilesInFolder) entries.resize(kMaxFilesInFolder);
+  for (const FolderEntry& entry : entries)
+    if (!entry.IsFolder)
+      folder.Files.emplace(FoldKey(entry.Name),
+                           path + (path.ends_with('/') ? "" : "/") + entry.Name);
   return folder;
 }
 

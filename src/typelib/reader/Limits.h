@@ -23,6 +23,10 @@ inline constexpr std::size_t kMaxNameBytes = 255;
 /// and one more for each `kInheritedShare` bytes of the image.
 inline constexpr std::size_t kInheritedBase = 65536;
 inline constexpr std::size_t kInheritedShare = 8;
+/// Members and parameters that a tree is made of: this many, and one more for each `kShownShare`
+/// bytes of the image.
+inline constexpr std::size_t kShownBase = 8192;
+inline constexpr std::size_t kShownShare = 4;
 /// Bytes of help strings and text values that all references together may stand for: this many for
 /// each byte of the image, since many members may point at one long string.
 inline constexpr std::size_t kTextShare = 8;

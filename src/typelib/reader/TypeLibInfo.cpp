@@ -219,6 +219,28 @@ const TypeInfo* TypeLibInfo::FindType(std::string_view name) const {
   return found == TypeInfos.end() ? nullptr : &*found;
 }
 
+const TypeInfo* TypeLibInfo::ClassOfInterface(const TypeInfo& type) const {
+  const auto key = [](int number, std::string_view name) {
+    return std::to_string(number).append(":").append(name);
+  };
+  for (const TypeInfo& entry : mClassesIndexed ? std::span<const TypeInfo>() : TypeInfos) {
+    const InterfaceInfo* shown = entry.DefaultInterface();
+    const TypeInfo* target = shown ? TryResolve(shown->Reference) : nullptr;
+    if (target) mClassesByInterface.try_emplace(key(target->TypeInfoNumber, target->Name), &entry);
+  }
+  mClassesIndexed = true;
+  const auto found = mClassesByInterface.find(key(type.TypeInfoNumber, type.Name));
+  return found == mClassesByInterface.end() ? nullptr : found->second;
+}
+
+bool TypeLibInfo::SpendMembers(std::size_t count) const {
+  const std::size_t limit = kShownBase + Image.size() / kShownShare;
+  if (mSpent > limit) return false;
+  mSpent += count;
+  if (mSpent > limit) Warn("classes repeat interfaces beyond measure; the rest is left out");
+  return mSpent <= limit;
+}
+
 void TypeLibInfo::Warn(std::string message) const {
   if (Messages.size() < kMaxMessages) {
     Messages.push_back(std::move(message));

@@ -267,6 +267,11 @@ class TypeLibInfo {
   /// Entry of this id or name (without regard to case); nothing if absent.
   const TypeInfo* FindType(const Guid& id) const;
   const TypeInfo* FindType(std::string_view name) const;
+  /// The first class whose default interface has the position and name of `type`; nothing if none.
+  const TypeInfo* ClassOfInterface(const TypeInfo& type) const;
+  /// Counts elements that a client makes of members. False, told once, when a damaged file asks for
+  /// many more than its size explains: classes may name one interface any number of times.
+  bool SpendMembers(std::size_t count) const;
   void Warn(std::string message) const;
 
   /// Looks for other libraries; may be null. A library that a client opened owns it; one that the
@@ -284,7 +289,9 @@ class TypeLibInfo {
 
   mutable std::vector<std::pair<Sought, const TypeInfo*>> mImported;
   mutable std::unordered_map<Guid, std::size_t, GuidHash> mTypesById;
-  mutable std::size_t mInherited = 0;
+  mutable std::unordered_map<std::string, const TypeInfo*> mClassesByInterface;
+  mutable bool mClassesIndexed = false;
+  mutable std::size_t mInherited = 0, mSpent = 0;
 };
 
 /// IUnknown, IDispatch and the records of their parameters, which every library refers to.

@@ -27,12 +27,12 @@ std::unique_ptr<ByteSource> Open(const std::string& path, Location& location) {
   const bool hasNumber =
       mark != std::string::npos && mark + 1 < path.size() && path.size() - mark <= 6 &&
       std::all_of(path.begin() + static_cast<std::ptrdiff_t>(mark) + 1, path.end(), IsDigitAscii);
-  if (!hasNumber) return OpenFileSource(path);
+  if (!hasNumber) return OpenBytes(path);
   try {
-    return OpenFileSource(path);
+    return OpenBytes(path);
   } catch (const VendrelError&) {
     location = {path.substr(0, mark), std::stoi(path.substr(mark + 1))};
-    return OpenFileSource(location.File);
+    return OpenBytes(location.File);
   }
 }
 
@@ -109,7 +109,7 @@ std::shared_ptr<TypeLibInfo> TypeLibInfoFromFile(const std::string& path,
 
 std::shared_ptr<TypeLibInfo> TypeLibInfoFromBytes(std::span<const std::uint8_t> file,
                                                   const TypeLibOptions& options, int resourceId) {
-  MemorySource source(file);
+  MemoryBytes source(file);
   return Load(source, {"", resourceId}, options);
 }
 
@@ -140,7 +140,7 @@ std::string ReadLibraryId(const std::string& nativePath) {
 
 std::string ReadFileVersion(const std::string& nativePath, const std::string& delimiter) {
   try {
-    const std::unique_ptr<ByteSource> source = OpenFileSource(nativePath);
+    const std::unique_ptr<ByteSource> source = OpenBytes(nativePath);
     if (!CompiledFile::HasMagic(*source)) return {};
     constexpr std::size_t enough = 512;
     for (const Resource& block : CompiledFile(*source).VersionBlocks())

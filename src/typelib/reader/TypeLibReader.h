@@ -23,9 +23,9 @@ struct TypeLibOptions {
 };
 
 /// Opens the library of a native path. `\2` or `/2` behind the path picks the resource of that
-/// number; without it number 1 is taken. Raises VendrelError 53 when there is no such file, 75 when
-/// it cannot be read, 321 when it holds no library or one whose header is damaged. Damage further
-/// in is told in `Messages`.
+/// number; without it number 1 is taken. Raises VendrelError 53 when there is no such file, 70 or
+/// 75 when it cannot be read, 321 when it holds no library or one whose header is damaged. Damage
+/// further in is told in `Messages`.
 std::shared_ptr<TypeLibInfo> TypeLibInfoFromFile(const std::string& path,
                                                  const TypeLibOptions& options = {});
 

@@ -1,0 +1,64 @@
+#!/usr/bin/env bash
+# Builds the fuzz targets with Clang and both sanitizers, and runs them one after the other.
+#   ./fuzz.sh [SECONDS] [TARGET]     SECONDS for each target (60), TARGET as in fuzz/ (all)
+#   ./fuzz.sh --replay [TARGET]      only the seeds and what was found before
+# What a target reads grows in build/fuzz-corpus/TARGET; an input that breaks it is left in
+# build/fuzz-corpus/TARGET-broken.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+. ./cmake/packages.sh
+
+seconds=60
+target=
+for argument in "$@"; do
+  case "$argument" in
+    --no-install) packages_name check; exit 0 ;;
+    --replay) seconds=0 ;;
+    [0-9]*) seconds=$argument ;;
+    *Fuzz) target=$argument ;;
+    *) echo "usage: ./fuzz.sh [SECONDS | --replay] [TARGET]" >&2; exit 2 ;;
+  esac
+done
+packages_install check
+build_preset fuzz
+
+# The options of a target: its dictionary, and how long an input may be.
+options_of() {
+  case "$1" in
+    ProjectFuzz|GroupFuzz) echo "-dict=fuzz/dictionaries/project.dict -max_len=8192" ;;
+    ModuleFuzz|ControlsFuzz|WriteFuzz|ColourFuzz)
+      echo "-dict=fuzz/dictionaries/basic.dict -max_len=8192" ;;
+    TypeLibFuzz) echo "-max_len=65536" ;;
+    *) echo "-max_len=4096" ;;
+  esac
+}
+
+run_target() {
+  local name=$1 corpus="build/fuzz-corpus/$1" seeds="fuzz/seeds/$1" log
+  mkdir -p "$corpus" "$seeds" "$corpus-broken"
+  if [ -x "build/fuzz/fuzz/${name%Fuzz}Seeds" ]; then
+    "build/fuzz/fuzz/${name%Fuzz}Seeds" "$corpus"
+  fi
+  log="$corpus.log"
+  local limit=(-max_total_time="$seconds")
+  if [ "$seconds" = 0 ]; then limit=(-runs=0); fi
+  # shellcheck disable=SC2046  # the options are words
+  if ! "build/fuzz/fuzz/$name" "${limit[@]}" $(options_of "$name") -timeout=20 -rss_limit_mb=4096 \
+    -print_final_stats=1 -artifact_prefix="$corpus-broken/" "$corpus" "$seeds" >"$log" 2>&1; then
+    tail -n 40 "$log" >&2
+    echo "$name: broken; the input is in $corpus-broken" >&2
+    return 1
+  fi
+  printf '%-16s %9s runs %7s covered %6s inputs\n' "$name" \
+    "$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")" \
+    "$(sed -n 's/.* cov: \([0-9]*\).*/\1/p' "$log" | tail -n 1)" \
+    "$(find "$corpus" -type f | wc -l)"
+}
+
+failed=0
+for program in build/fuzz/fuzz/*Fuzz; do
+  name=$(basename "$program")
+  if [ -n "$target" ] && [ "$name" != "$target" ]; then continue; fi
+  run_target "$name" || failed=1
+done
+exit $failed

@@ -1,0 +1,102 @@
+#include <limits>
+#include <memory>
+#include <optional>
+
+#include "cli/Commands.h"
+#include "cli/Elements.h"
+#include "cli/ProjectSets.h"
+#include "cli/Results.h"
+#include "output/HelpIDs.h"
+#include "output/Json.h"
+
+namespace vendrel::cli {
+namespace {
+
+struct HelpIDsArguments {
+  CommonOptions Common;
+  std::string File;
+  std::optional<std::int32_t> Begin;
+  bool Force = false;
+  bool Write = false;
+  bool Json = false;
+  bool Header = false;
+};
+
+void WriteAsText(std::ostream& out, const std::vector<HelpTopic>& topics) {
+  ShownPaths paths;
+  for (const HelpTopic& topic : topics)
+    out << topic.HelpContextID << '\t' << topic.Element->QualifiedName() << '\t'
+        << PlaceOf(*topic.Element, paths) << '\n';
+}
+
+void WriteAsJson(std::ostream& out, const std::vector<HelpTopic>& topics) {
+  ShownPaths paths;
+  JsonWriter json(out, false);
+  for (const HelpTopic& topic : topics) {
+    json.BeginObject();
+    json.Key("HelpContextID");
+    json.Number(topic.HelpContextID);
+    json.Key("QualifiedName");
+    json.String(topic.Element->QualifiedName());
+    json.Key("Place");
+    json.String(PlaceOf(*topic.Element, paths));
+    json.EndObject();
+    json.NewLine();
+  }
+}
+
+void WriteMap(std::ostream& out, VBProject& project, const HelpIDsArguments& arguments) {
+  const std::vector<HelpTopic> topics = HelpTopicsOf(project);
+  if (arguments.Header)
+    WriteHelpHeader(out, topics);
+  else if (arguments.Json)
+    WriteAsJson(out, topics);
+  else
+    WriteAsText(out, topics);
+}
+
+// The project is written in place, with backups; unless a module was refused, all of them are.
+void WriteBack(VBProject& project, const std::string& file) {
+  if (project.ProjectSourceAccess != psaReadWrite)
+    throw ToolError(exUsage, file + ": --write takes a project (.vbp) or a group");
+  project.OutputFileName.SetFullPath(project.FileName.FullPath());
+  project.WriteOut();
+  if (project.Diagnostics.CountOf(DiagnosticCode::WriteRefused) > 0)
+    throw ToolError(exFailed, project.FileName.FullPath() + ": not every module could be written");
+}
+
+int RunHelpIDs(const HelpIDsArguments& arguments, const Streams& streams) {
+  int code = exDone;
+  WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
+    code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
+      if (arguments.Begin) project.AssignHelpContextIDs(*arguments.Begin, arguments.Force);
+      if (arguments.Write) WriteBack(project, arguments.File);
+      WriteMap(out, project, arguments);
+    });
+  });
+  return code;
+}
+
+}  // namespace
+
+void AddHelpIDsCommand(CLI::App& app, Job& job) {
+  auto* command =
+      app.add_subcommand("help-ids", "Help context IDs, as a map; assigns missing ones");
+  const auto arguments = std::make_shared<HelpIDsArguments>();
+  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
+  auto* begin =
+      command->add_option("--begin", arguments->Begin, "Number what has no ID, from this one on")
+          ->check(CLI::Range(1, std::numeric_limits<std::int32_t>::max()));
+  command->add_flag("--force", arguments->Force, "Number everything anew")->needs(begin);
+  command->add_flag("--write", arguments->Write, "Write the IDs into the source, with backups")
+      ->needs(begin);
+  auto* json = command->add_flag("--json", arguments->Json, "One JSON object a line");
+  command->add_flag("--header", arguments->Header, "As #define lines for a help compiler")
+      ->excludes(json);
+  AddCommonOptions(*command, arguments->Common);
+  command->callback([arguments, &job] {
+    job.Run = [arguments, &streams = job.Streams] { return RunHelpIDs(*arguments, streams); };
+  });
+}
+
+}  // namespace vendrel::cli

@@ -1,0 +1,128 @@
+#include <algorithm>
+#include <memory>
+
+#include "cli/Commands.h"
+#include "cli/Elements.h"
+#include "cli/ProjectSets.h"
+#include "cli/Results.h"
+#include "core/CaseFold.h"
+#include "output/Json.h"
+#include "output/MemberLists.h"
+
+namespace vendrel::cli {
+namespace {
+
+struct MembersArguments {
+  CommonOptions Common;
+  std::string File;
+  std::string Module;
+  std::string Kind;
+  bool Private = false;
+  bool Friend = false;
+  std::string Interface;
+  bool Json = false;
+};
+
+// In the order in which a module is described.
+constexpr std::pair<std::string_view, MemberKind> kKinds[] = {
+    {"enums", MemberKind::Enumerations}, {"types", MemberKind::Types},
+    {"events", MemberKind::Events},      {"properties", MemberKind::Properties},
+    {"methods", MemberKind::Methods},    {"collections", MemberKind::Collections}};
+
+std::vector<std::string> KindWords() {
+  std::vector<std::string> words;
+  for (const auto& [word, kind] : kKinds) words.emplace_back(word);
+  return words;
+}
+
+class MembersWriter {
+ public:
+  MembersWriter(const MembersArguments& arguments, std::ostream& out)
+      : mArguments(arguments), mOut(out), mJson(out, false) {}
+
+  std::size_t Modules() const { return mModules; }
+
+  void Write(VBProject& project) {
+    for (Component& component : project.Components.Listed())
+      if (EqualsNoCase(component.Name, mArguments.Module) ||
+          EqualsNoCase(component.QualifiedName(), mArguments.Module))
+        Write(component);
+  }
+
+ private:
+  void Write(Component& component) {
+    ++mModules;
+    const MemberFilter filter{mArguments.Private, mArguments.Friend, mArguments.Interface};
+    for (const auto& [word, kind] : kKinds) {
+      // Collections stand among the properties already: they come when they are asked for.
+      const bool isAsked =
+          mArguments.Kind.empty() ? kind != MemberKind::Collections : mArguments.Kind == word;
+      if (!isAsked) continue;
+      for (const CodeElement* member : MembersOf(component, kind, filter)) Write(*member, word);
+    }
+  }
+
+  void Write(const CodeElement& member, std::string_view kind) {
+    if (!mArguments.Json) {
+      mOut << member.ElementName() << '\t' << kind << '\t' << SignatureOf(member) << '\t'
+           << PlaceOf(member, mPaths) << '\n';
+      return;
+    }
+    mJson.BeginObject();
+    Member("Name", member.ElementName());
+    Member("Kind", kind);
+    Member("QualifiedName", member.QualifiedName());
+    Member("Signature", SignatureOf(member));
+    Member("Place", PlaceOf(member, mPaths));
+    mJson.EndObject();
+    mJson.NewLine();
+  }
+  void Member(std::string_view name, std::string_view text) {
+    mJson.Key(name);
+    mJson.String(text);
+  }
+
+  const MembersArguments& mArguments;
+  std::ostream& mOut;
+  JsonWriter mJson;
+  ShownPaths mPaths;
+  std::size_t mModules = 0;
+};
+
+int RunMembers(const MembersArguments& arguments, const Streams& streams) {
+  int code = exDone;
+  std::size_t modules = 0;
+  WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
+    MembersWriter writer(arguments, out);
+    code = ForEachProject(arguments.File, arguments.Common, streams,
+                          [&](VBProject& project) { writer.Write(project); });
+    modules = writer.Modules();
+  });
+  if (modules > 0) return code;
+  throw ToolError(exNo, arguments.File + ": no module is called '" + arguments.Module +
+                            "'; names --kind module lists them");
+}
+
+}  // namespace
+
+void AddMembersCommand(CLI::App& app, Job& job) {
+  auto* command = app.add_subcommand("members", "The members of a module as its users see them");
+  const auto arguments = std::make_shared<MembersArguments>();
+  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
+  command->add_option("module", arguments->Module, "Name of the module, bare or qualified")
+      ->required();
+  command->add_option("--kind", arguments->Kind, "Only this list")
+      ->type_name("KIND")
+      ->check(CLI::IsMember(KindWords()));
+  command->add_flag("--private", arguments->Private, "Private and hidden members too");
+  command->add_flag("--friend", arguments->Friend, "Friend members too");
+  command->add_option("--interface", arguments->Interface,
+                      "Only members of this interface; Default: of none");
+  command->add_flag("--json", arguments->Json, "One JSON object a line");
+  AddCommonOptions(*command, arguments->Common);
+  command->callback([arguments, &job] {
+    job.Run = [arguments, &streams = job.Streams] { return RunMembers(*arguments, streams); };
+  });
+}
+
+}  // namespace vendrel::cli

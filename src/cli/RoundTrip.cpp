@@ -1,0 +1,150 @@
+#include "cli/RoundTrip.h"
+
+#include <sstream>
+
+#include "cli/UnifiedDiff.h"
+#include "core/CaseFold.h"
+#include "output/Json.h"
+#include "services/CodePage.h"
+#include "services/FileSource.h"
+#include "services/TemporaryFolder.h"
+#include "writer/ProjectLineDifference.h"
+
+namespace vendrel::cli {
+namespace {
+
+bool IsModuleAlone(const VBProject& project) {
+  return project.ProjectSourceAccess != psaReadWrite && project.Components.Count() == 1;
+}
+
+// Changes that follow from how project files are written: paths are seen from the other folder, an
+// icon that is the form to start with is not named, and settings have no place of their own.
+bool FollowsFromRules(const Change& change, const VBProject& before) {
+  if (change.ClassName == "Reference") return change.Property == "SourceString";
+  if (change.ClassName != "VBProject") return false;
+  if (change.Property == "IconForm")
+    return EqualsNoCase(change.Before, before.Startup) && change.After.empty();
+  return change.Property == "RelatedDocuments" || change.Property == "LastNormalProjectLineText";
+}
+
+using Field = std::pair<std::string_view, std::string_view>;
+
+void WriteFields(std::ostream& out, std::initializer_list<Field> fields) {
+  JsonWriter json(out, false);
+  json.BeginObject();
+  for (const auto& [name, value] : fields) {
+    json.Key(name);
+    json.String(value);
+  }
+  json.EndObject();
+  json.NewLine();
+}
+
+}  // namespace
+
+void RoundTrip::Run(VBProject& project) {
+  ++mCounts.Projects;
+  const TemporaryFolder folder("roundtrip");
+  std::vector<Module> modules = ModulesOf(project);
+  if (!Write(project, folder.Path())) return;
+  const std::string outputFolder = project.OutputFileName.FolderPath();
+  for (std::size_t i = 0; i < modules.size(); ++i)
+    modules[i].Written = outputFolder + project.Components.Item(i + 1)->FileName.LeafName();
+  CompareModules(modules);
+  if (IsModuleAlone(project)) return CompareTrees(project, modules.front().Written);
+  CompareProjectFile(project);
+  CompareTrees(project, project.OutputFileName.FullPath());
+}
+
+bool RoundTrip::Write(VBProject& project, const std::string& folder) {
+  project.OutputFileName.SetFolderPath(folder);
+  try {
+    if (IsModuleAlone(project))
+      project.Components.Item(1)->WriteOut();
+    else
+      project.WriteOut();
+    return true;
+  } catch (const VendrelError& error) {
+    ++mCounts.Differences;
+    Tell("not-written", mPaths.Of(project.FileName.FullPath()), error.Text());
+    return false;
+  }
+}
+
+std::vector<RoundTrip::Module> RoundTrip::ModulesOf(const VBProject& project) const {
+  std::vector<Module> modules;
+  for (const Component& component : project.Components.Listed())
+    modules.push_back({component.FileName.Exists() ? component.FileName.NativePath() : "", {}});
+  return modules;
+}
+
+void RoundTrip::CompareModules(const std::vector<Module>& modules) {
+  for (const Module& module : modules)
+    if (!module.Path.empty()) CompareModule(module);
+}
+
+void RoundTrip::CompareModule(const Module& module) {
+  ++mCounts.Modules;
+  const FileSystemObject target(module.Written);
+  const bool written = target.Exists();
+  const std::string before = ReadWholeFile(module.Path);
+  const std::string after = written ? ReadWholeFile(target.NativePath()) : std::string();
+  if (written && before == after) return;
+  ++mCounts.Changed;
+  ++mCounts.Differences;
+  const std::string path = FileSystemObject(module.Path).FullPath();
+  if (!written) return Tell("not-written", mPaths.Of(path), {});
+  TellBytes(path, before, after);
+}
+
+// At the first line that differs; all of them below it.
+void RoundTrip::TellBytes(const std::string& path, std::string_view before,
+                          std::string_view after) {
+  const std::vector<LineChange> changes = CompareLines(before, after);
+  const auto line = changes.empty() ? 0 : static_cast<std::int32_t>(changes.front().OldLine) + 1;
+  const std::string place = mPaths.Place(path, line);
+  if (!mJson) {
+    mOut << "bytes\t" << place << '\n';
+    return WriteLineChanges(mOut, before, after, true);
+  }
+  std::ostringstream text;
+  WriteLineChanges(text, before, after, true);
+  Tell("bytes", place, text.str());
+}
+
+void RoundTrip::CompareProjectFile(const VBProject& project) {
+  const auto before = SourceText::Read(project.FileName.NativePath());
+  const auto after = SourceText::Read(project.OutputFileName.NativePath());
+  for (const ProjectLineChange& change : CompareProjectLines(before->Text, after->Text)) {
+    ++(change.ByRule ? mCounts.ByRule : mCounts.Differences);
+    const std::int32_t line = change.IsWritten ? 0 : change.Line;
+    Tell(change.ByRule ? "rebuilt" : "line", mPaths.Place(project.FileName.FullPath(), line),
+         (change.IsWritten ? "+ " : "- ") + change.Text);
+  }
+}
+
+void RoundTrip::CompareTrees(const VBProject& before, const std::string& written) {
+  CommonOptions options = mOptions;
+  options.CodePage = FileOptions::Current().CodePage;  // what was guessed for the first holds
+  const auto after = LoadInput(written, options, mStreams);
+  const DifferenceOptions wanted{.Lines = true, .Places = false, .Paths = false};
+  Compare(Describe(before), Describe(*after), wanted, [&](Change change) {
+    if (FollowsFromRules(change, before)) {
+      ++mCounts.ByRule;
+      return Tell("rebuilt", mPaths.Of(before.FileName.FullPath()),
+                  change.Element + " " + std::string(change.Property));
+    }
+    ++mCounts.Differences;
+    if (!change.PlaceBefore.File.empty()) change.PlaceAfter = {};  // that folder will be gone
+    mWriter.Write(change);
+  });
+}
+
+void RoundTrip::Tell(std::string_view kind, const std::string& place, std::string_view text) {
+  if (mJson)
+    WriteFields(mOut, {{"Change", kind}, {"Place", place}, {"Text", text}});
+  else
+    mOut << kind << '\t' << place << '\t' << text << '\n';
+}
+
+}  // namespace vendrel::cli

@@ -1,0 +1,50 @@
+#include <memory>
+
+#include "cli/Commands.h"
+#include "cli/Results.h"
+#include "cli/RoundTrip.h"
+
+namespace vendrel::cli {
+namespace {
+
+struct RoundtripArguments {
+  CommonOptions Common;
+  std::string File;
+  bool Json = false;
+};
+
+void WriteCounts(std::ostream& err, const RoundTripCounts& counts) {
+  err << counts.Projects << (counts.Projects == 1 ? " project, " : " projects, ") << counts.Modules
+      << " modules, " << counts.Modules - counts.Changed << " of them byte for byte the same; "
+      << counts.Differences << " differences, " << counts.ByRule
+      << " more by the rules for project files\n";
+}
+
+int RunRoundtrip(const RoundtripArguments& arguments, const Streams& streams) {
+  int code = exDone;
+  RoundTripCounts counts;
+  WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
+    RoundTrip roundTrip(out, arguments.Json, arguments.Common, streams);
+    code = ForEachProject(arguments.File, arguments.Common, streams,
+                          [&](VBProject& project) { roundTrip.Run(project); });
+    counts = roundTrip.Counts();
+  });
+  if (!arguments.Common.Quiet) WriteCounts(streams.Err, counts);
+  return counts.Differences > 0 ? static_cast<int>(exNo) : code;
+}
+
+}  // namespace
+
+void AddRoundtripCommand(CLI::App& app, Job& job) {
+  auto* command =
+      app.add_subcommand("roundtrip", "Load, write elsewhere, load again: what differs");
+  const auto arguments = std::make_shared<RoundtripArguments>();
+  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
+  command->add_flag("--json", arguments->Json, "A JSON object for each difference");
+  AddCommonOptions(*command, arguments->Common);
+  command->callback([arguments, &job] {
+    job.Run = [arguments, &streams = job.Streams] { return RunRoundtrip(*arguments, streams); };
+  });
+}
+
+}  // namespace vendrel::cli

@@ -1,0 +1,319 @@
+#include "output/Difference.h"
+
+#include <algorithm>
+#include <array>
+#include <deque>
+#include <unordered_map>
+#include <vector>
+
+#include "core/CaseFold.h"
+#include "diagnostics/VendrelError.h"
+#include "model/CodeElement.h"
+#include "output/Pairing.h"
+#include "services/Paths.h"
+#include "text/CodeLines.h"
+
+namespace vendrel {
+namespace {
+
+constexpr std::array<std::string_view, 5> kChangeNames{"added", "gone", "moved", "changed", "text"};
+constexpr std::array<std::string_view, 2> kPlaceProperties{"SourceLine", "LineIndex"};
+constexpr std::string_view kQualifiedName = "QualifiedName";
+
+bool IsPlace(const PropertyDescription& property) {
+  return std::find(kPlaceProperties.begin(), kPlaceProperties.end(), property.Name) !=
+         kPlaceProperties.end();
+}
+
+// Two texts that differ, or the same in two lists.
+struct TextPair {
+  std::string Before, After;
+};
+
+void AppendLine(std::string& text, std::string_view line) { text.append(line).push_back('\n'); }
+
+// What each list has that the other has not, or not as often; both whole where only the order
+// differs.
+TextPair ListDifference(std::span<const std::string> before, std::span<const std::string> after) {
+  std::unordered_map<std::string_view, std::ptrdiff_t> surplus;
+  for (const std::string& text : before) ++surplus[text];
+  for (const std::string& text : after) --surplus[text];
+  TextPair difference;
+  for (const std::string& text : before)
+    if (std::ptrdiff_t& count = surplus[text]; count > 0) {
+      --count;
+      AppendLine(difference.Before, text);
+    }
+  for (const std::string& text : after)
+    if (std::ptrdiff_t& count = surplus[text]; count < 0) {
+      ++count;
+      AppendLine(difference.After, text);
+    }
+  if (!difference.Before.empty() || !difference.After.empty()) return difference;
+  for (const std::string& text : before) AppendLine(difference.Before, text);
+  for (const std::string& text : after) AppendLine(difference.After, text);
+  return difference;
+}
+
+// The lines of one block; none where they were never read or have been unloaded.
+class Lines {
+ public:
+  explicit Lines(const CodeLines* lines) : mLines(lines) {}
+  std::int32_t Count() const { return mLines && !mLines->Unloaded() ? mLines->Count() : 0; }
+  std::string_view At(std::int32_t index) const { return mLines->LineView(index); }
+
+  std::string Join(std::int32_t first, std::int32_t last) const {
+    std::string text;
+    for (std::int32_t i = first; i <= last; ++i) AppendLine(text, At(i));
+    return text;
+  }
+
+ private:
+  const CodeLines* mLines;
+};
+
+// What stands between the lines that both begin with and those that both end with; false if that is
+// nothing.
+bool LinesDiffer(const Lines& before, const Lines& after, TextPair& difference) {
+  const std::int32_t shorter = std::min(before.Count(), after.Count());
+  std::int32_t head = 0;
+  while (head < shorter && before.At(head + 1) == after.At(head + 1)) ++head;
+  if (head == before.Count() && head == after.Count()) return false;
+  std::int32_t tail = 0;
+  while (tail < shorter - head &&
+         before.At(before.Count() - tail) == after.At(after.Count() - tail))
+    ++tail;
+  difference.Before = before.Join(head + 1, before.Count() - tail);
+  difference.After = after.Join(head + 1, after.Count() - tail);
+  return true;
+}
+
+// An element of both trees, or of one, on the way down. Those with children stay until the end, so
+// that what stands below them can be named.
+struct Node {
+  ElementPair Elements;
+  const Node* Parent = nullptr;
+  // The collection of the parent that holds it; null for the root.
+  const PropertyDescription* Collection = nullptr;
+  // Where paths are seen from.
+  std::string_view FolderBefore = {}, FolderAfter = {};
+
+  ElementRef Any() const { return Elements.Before ? Elements.Before : Elements.After; }
+};
+
+class Comparison {
+ public:
+  Comparison(const DifferenceOptions& options, const std::function<void(const Change&)>& tell)
+      : mOptions(options), mTell(tell) {}
+
+  std::size_t Run(ElementRef before, ElementRef after) {
+    mRootName = {TextOf(before, PropertyNamed(*before.Class, kQualifiedName)),
+                 TextOf(after, PropertyNamed(*after.Class, kQualifiedName))};
+    mStack.push_back({{before, after}});
+    while (!mStack.empty()) {
+      const Node node = std::move(mStack.back());
+      mStack.pop_back();
+      Visit(node);
+    }
+    return mCount;
+  }
+
+ private:
+  void Visit(const Node& node) {
+    const ElementPair& pair = node.Elements;
+    if (!pair.Before) return Tell(node, ChangeKind::Added);
+    if (!pair.After) return Tell(node, ChangeKind::Gone);
+    for (const PropertyDescription& property : pair.Before.Class->Properties)
+      if (property.Kind == PropertyKind::Identity)
+        ComparePath(node, property);
+      else if (property.Kind != PropertyKind::Derived && !property.Count)
+        CompareValue(node, property);
+    Descend(node);
+  }
+
+  // Pushes the children, so that the first comes off the stack first.
+  void Descend(const Node& node) {
+    const Node* kept = nullptr;
+    const std::size_t bottom = mStack.size();
+    for (const PropertyDescription& property : node.Any().Class->Properties) {
+      if (!property.Count) continue;
+      const std::vector<ElementRef> before = Children(node.Elements.Before, property);
+      const std::vector<ElementRef> after = Children(node.Elements.After, property);
+      if (before.empty() && after.empty()) continue;
+      if (!kept) kept = Keep(node);
+      for (const ElementPair& pair :
+           PairElements(before, after, kept->FolderBefore, kept->FolderAfter))
+        mStack.push_back({pair, kept, &property, kept->FolderBefore, kept->FolderAfter});
+    }
+    std::reverse(mStack.begin() + static_cast<std::ptrdiff_t>(bottom), mStack.end());
+  }
+
+  const Node* Keep(const Node& node) {
+    Node& kept = mKept.emplace_back(node);
+    const PropertyDescription* path = PathProperty(*node.Any().Class);
+    if (path && HasPlacesOfItsOwn(node)) {
+      kept.FolderBefore = KeepFolder(node.Elements.Before, path);
+      kept.FolderAfter = KeepFolder(node.Elements.After, path);
+    }
+    return &kept;
+  }
+
+  std::string_view KeepFolder(ElementRef element, const PropertyDescription* path) {
+    return mFolders.emplace_back(FolderPart(TextOf(element, path)));
+  }
+
+  static std::vector<ElementRef> Children(ElementRef element, const PropertyDescription& property) {
+    std::vector<ElementRef> children;
+    const std::size_t count = property.Count(element.Object);
+    children.reserve(count);
+    for (std::size_t i = 1; i <= count; ++i)
+      if (const ElementRef child = property.At(element.Object, i)) children.push_back(child);
+    return children;
+  }
+
+  void CompareValue(const Node& node, const PropertyDescription& property) {
+    if (IsPlace(property) && !mOptions.Places) return;
+    property.Read(node.Elements.Before.Object, mBefore);
+    property.Read(node.Elements.After.Object, mAfter);
+    switch (property.Shape) {
+      case PropertyShape::Text:
+      case PropertyShape::Path:
+        if (mBefore.Text == mAfter.Text) return;
+        return Tell(node, ChangeKind::Changed, &property, TextsOf(mBefore.Text, mAfter.Text));
+      case PropertyShape::Number:
+        if (mBefore.Number == mAfter.Number) return;
+        return Tell(node, ChangeKind::Changed, &property,
+                    {std::to_string(mBefore.Number), std::to_string(mAfter.Number)});
+      case PropertyShape::Truth:
+        if (mBefore.Truth == mAfter.Truth) return;
+        return Tell(node, ChangeKind::Changed, &property,
+                    {mBefore.Truth ? "True" : "False", mAfter.Truth ? "True" : "False"});
+      case PropertyShape::Texts:
+        if (std::equal(mBefore.Texts.begin(), mBefore.Texts.end(), mAfter.Texts.begin(),
+                       mAfter.Texts.end()))
+          return;
+        return Tell(node, ChangeKind::Changed, &property,
+                    ListDifference(mBefore.Texts, mAfter.Texts));
+      case PropertyShape::Link: return CompareLink(node, property);
+      case PropertyShape::Lines: return CompareLines(node, property);
+      default: return;
+    }
+  }
+
+  static TextPair TextsOf(std::string_view before, std::string_view after) {
+    return {std::string(before), std::string(after)};
+  }
+
+  // Links lead to the same element where its name is the same behind that of the whole.
+  void CompareLink(const Node& node, const PropertyDescription& property) {
+    if (!mBefore.Link && !mAfter.Link) return;
+    const auto name = [](const CodeElement* element) {
+      return element ? element->QualifiedName() : std::string();
+    };
+    const std::string before = name(mBefore.Link), after = name(mAfter.Link);
+    const auto within = [](std::string_view text, const std::string& root) {
+      return text.starts_with(root + "~") ? text.substr(root.size()) : text;
+    };
+    if (EqualsNoCase(within(before, mRootName.Before), within(after, mRootName.After))) return;
+    Tell(node, ChangeKind::Changed, &property, {before, after});
+  }
+
+  void CompareLines(const Node& node, const PropertyDescription& property) {
+    TextPair difference;
+    if (mOptions.Lines && LinesDiffer(Lines(mBefore.Lines), Lines(mAfter.Lines), difference))
+      Tell(node, ChangeKind::Text, &property, std::move(difference));
+  }
+
+  // The first path of an element is seen from what it stands in, further ones from the first.
+  void ComparePath(const Node& node, const PropertyDescription& property) {
+    if (!mOptions.Paths || property.Shape != PropertyShape::Path) return;
+    const PropertyDescription* first = PathProperty(*node.Any().Class);
+    const bool isFirst = &property == first;
+    if (isFirst && !node.Parent) return;
+    const auto seen = [&](ElementRef element, std::string_view folder) {
+      const std::string own = TextOf(element, first);
+      return PathFrom(isFirst ? folder : FolderPart(own), element, &property);
+    };
+    std::string before = seen(node.Elements.Before, node.FolderBefore);
+    std::string after = seen(node.Elements.After, node.FolderAfter);
+    if (EqualsNoCase(before, after)) return;
+    if (TextOf(node.Elements.Before, &property) == TextOf(node.Elements.After, &property)) return;
+    Tell(node, ChangeKind::Moved, &property, {std::move(before), std::move(after)});
+  }
+
+  void Tell(const Node& node, ChangeKind kind, const PropertyDescription* property = nullptr,
+            TextPair texts = {}) {
+    ++mCount;
+    Change change{kind, node.Any().Class->Name, NameOf(node), {}, {}, {}, {}, {}};
+    if (property) change.Property = property->Name;
+    change.Before = std::move(texts.Before);
+    change.After = std::move(texts.After);
+    change.PlaceBefore = PlaceOf(node, &ElementPair::Before);
+    change.PlaceAfter = PlaceOf(node, &ElementPair::After);
+    mTell(change);
+  }
+
+  // Names of elements without one of their own are built from the next one above that has.
+  static std::string NameOf(const Node& node) {
+    std::string tail;
+    for (const Node* at = &node;; at = at->Parent) {
+      const ElementRef element = at->Any();
+      const ClassDescription& type = *element.Class;
+      const std::string name = TextOf(element, NameProperty(type));
+      if (!name.empty() || !at->Parent) {
+        const std::string qualified = TextOf(element, PropertyNamed(type, kQualifiedName));
+        if (!qualified.empty()) return qualified + tail;
+      }
+      if (!at->Parent) return name + tail;
+      const std::string key = name.empty() ? TextOf(element, SecondProperty(type)) : name;
+      tail.insert(0, "." + std::string(at->Collection->Name) + "(" + key + ")");
+    }
+  }
+
+  // Lines of an element are counted in the file of the nearest one, from itself upwards, that is a
+  // file; one with a line is no file.
+  static bool HasPlacesOfItsOwn(const Node& node) {
+    return !PropertyNamed(*node.Any().Class, kPlaceProperties.front());
+  }
+
+  static ChangePlace PlaceOf(const Node& node, ElementRef ElementPair::*side) {
+    ChangePlace place;
+    const ElementRef element = node.Elements.*side;
+    if (!element) return place;
+    if (const auto* line = PropertyNamed(*element.Class, kPlaceProperties.front())) {
+      PropertyValue value;
+      line->Read(element.Object, value);
+      place.Line = static_cast<std::int32_t>(value.Number);
+    }
+    for (const Node* at = &node; at && place.File.empty(); at = at->Parent)
+      if (HasPlacesOfItsOwn(*at)) {
+        const ElementRef holder = at->Elements.*side;
+        place.File = TextOf(holder, PathProperty(*holder.Class));
+      }
+    return place;
+  }
+
+  const DifferenceOptions& mOptions;
+  const std::function<void(const Change&)>& mTell;
+  TextPair mRootName;
+  std::vector<Node> mStack;
+  std::deque<Node> mKept;
+  std::deque<std::string> mFolders;
+  PropertyValue mBefore, mAfter;
+  std::size_t mCount = 0;
+};
+
+}  // namespace
+
+std::string_view ChangeName(ChangeKind kind) {
+  return kChangeNames[static_cast<std::size_t>(kind)];
+}
+
+std::size_t Compare(ElementRef before, ElementRef after, const DifferenceOptions& options,
+                    const std::function<void(const Change&)>& tell) {
+  if (!before || !after) throw VendrelError(errObjectNotSet);
+  if (before.Class != after.Class) throw VendrelError(errTypeMismatch);
+  return Comparison(options, tell).Run(before, after);
+}
+
+}  // namespace vendrel

@@ -1,0 +1,188 @@
+#include "output/HelpIDs.h"
+
+#include <algorithm>
+#include <limits>
+#include <set>
+#include <string>
+
+#include "core/Ascii.h"
+#include "diagnostics/VendrelError.h"
+#include "names/NameWalk.h"
+#include "project/VBProject.h"
+
+namespace vendrel {
+namespace {
+
+std::int32_t IncreasedOrRaise(std::int32_t id) {
+  if (id == std::numeric_limits<std::int32_t>::max())
+    throw VendrelError(errOverflow, "no help context ID is left above this one");
+  return id + 1;
+}
+
+// Gives numbers to elements that need one.
+class Numbering {
+ public:
+  Numbering(VBProject& project, bool forceReassign)
+      : mProject(project), mReplaces(forceReassign && !project.RetainContextIDs) {}
+
+  bool Replaces() const { return mReplaces; }
+  bool Needs(std::int32_t id) const { return mReplaces || id == 0; }
+  std::int32_t Next() {
+    return mProject.CurrentHelpContextID = IncreasedOrRaise(mProject.CurrentHelpContextID);
+  }
+  template <typename Element>
+  void NumberIfNeeded(Element& element) {
+    if (Needs(element.HelpContextID)) element.HelpContextID = Next();
+  }
+
+ private:
+  VBProject& mProject;
+  bool mReplaces;
+};
+
+bool HasPublicSurface(const Component& component) {
+  return component.Access == "PUBLIC" && component.FileType != ftModule &&
+         component.FileType != ftForm;
+}
+
+// Get, Let and Set share one topic. The consolidated block takes over an ID that one of the others
+// has, so it is asked for before it counts as one without.
+void NumberProperty(Component& component, Block& block, Numbering& numbering) {
+  const Block* whole = component.ConsolidatedPropertyBlock(block.Name(), true);
+  if (whole != &block) {
+    if (whole && block.HelpContextID == 0 && whole->Name() == block.Name())
+      block.HelpContextID = whole->HelpContextID;
+    return;
+  }
+  numbering.NumberIfNeeded(block);
+  for (Block* other : component.Blocks.Named(block.Name()))
+    if (other->Name() == block.Name()) other->HelpContextID = block.HelpContextID;
+}
+
+const Variables* VariablesOf(const Block& block) {
+  return block.BlockType() == btDeclarations ? block.Variables.IfAny() : nullptr;
+}
+
+std::int32_t HighestIn(const Component& component) {
+  std::int32_t highest = component.HelpContextID;
+  const auto see = [&](const auto& element) { highest = std::max(highest, element.HelpContextID); };
+  for (const EventDeclaration& event : component.EventDeclarations) see(event);
+  for (const Block& block : component.Blocks) {
+    see(block);
+    if (const Variables* variables = VariablesOf(block))
+      for (const Variable& variable : *variables) see(variable);
+  }
+  return highest;
+}
+
+// IDs that an earlier call gave count as seen: a second call never gives one of them again.
+std::int32_t HighestSeen(const VBProject& project) {
+  std::int32_t highest = project.HighestHelpContextID();
+  for (const Component& component : project.Components.Listed())
+    highest = std::max(highest, HighestIn(component));
+  return highest;
+}
+
+std::int32_t FirstID(const VBProject& project, std::int32_t beginAt) {
+  const std::int32_t highest = HighestSeen(project);
+  const std::int32_t first = beginAt > highest ? beginAt : IncreasedOrRaise(highest);
+  return project.HelpContextID > first ? IncreasedOrRaise(project.HelpContextID) : first;
+}
+
+template <typename Class>
+bool TakeIDOf(const CodeElement& element, std::int32_t& id) {
+  const auto* typed = dynamic_cast<const Class*>(&element);
+  if (typed) id = typed->HelpContextID;
+  return typed != nullptr;
+}
+
+std::int32_t HelpContextIDOf(const CodeElement& element) {
+  std::int32_t id = 0;
+  TakeIDOf<Block>(element, id) || TakeIDOf<Variable>(element, id) ||
+      TakeIDOf<EventDeclaration>(element, id) || TakeIDOf<Enumeration>(element, id) ||
+      TakeIDOf<UDT>(element, id) || TakeIDOf<Component>(element, id) ||
+      TakeIDOf<VBProject>(element, id);
+  return id;
+}
+
+std::string TopicName(const CodeElement& element) {
+  std::string name = "IDH_" + element.QualifiedName();
+  for (char& c : name)
+    if (!IsLetterAscii(c) && !IsDigitAscii(c)) c = '_';
+  return name;
+}
+
+}  // namespace
+
+void VBProject::AssignHelpContextIDs(std::int32_t BeginAt, bool ForceReassign) try {
+  Components.Populate();  // what the modules hold counts among the IDs seen
+  Numbering numbering(*this, ForceReassign);
+  CurrentHelpContextID = numbering.Replaces() ? BeginAt : FirstID(*this, BeginAt);
+  if (numbering.Needs(HelpContextID)) {
+    HelpContextID = CurrentHelpContextID;
+    numbering.Next();
+  }
+  for (Component& component : Components.Listed()) component.AssignHelpContextIDs(ForceReassign);
+  HelpContextIDsAssigned = true;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.AssignHelpContextIDs", "HelpIDs")
+      .Parameter("BeginAt", BeginAt)
+      .Parameter("ForceReassign", ForceReassign)
+      .Of(*this);
+  throw;
+}
+
+void Component::AssignHelpContextIDs(bool ForceReassign) try {
+  vendrel::VBProject* project = VBProject();
+  if (!project || !HasPublicSurface(*this)) return;
+  Numbering numbering(*project, ForceReassign);
+  numbering.NumberIfNeeded(*this);
+  for (EventDeclaration& event : EventDeclarations) numbering.NumberIfNeeded(event);
+  for (Block& block : Blocks) {
+    if (block.Access == "PUBLIC" && numbering.Needs(block.HelpContextID)) {
+      if (block.IsPropertyType())
+        NumberProperty(*this, block, numbering);
+      else
+        block.HelpContextID = numbering.Next();
+    }
+    block.AssignHelpContextIDs(ForceReassign);
+  }
+} catch (VendrelError& failure) {
+  failure.AddContext("Component.AssignHelpContextIDs", "HelpIDs")
+      .Parameter("ForceReassign", ForceReassign)
+      .Of(*this);
+  throw;
+}
+
+void Block::AssignHelpContextIDs(bool ForceReassign) {
+  vendrel::VBProject* project = VBProject();
+  if (!project || mBlockType != btDeclarations || !Variables.IfAny()) return;
+  Numbering numbering(*project, ForceReassign);
+  for (Variable& variable : *Variables)
+    if (variable.Access == "PUBLIC") numbering.NumberIfNeeded(variable);
+}
+
+std::vector<HelpTopic> HelpTopicsOf(VBProject& project) {
+  std::vector<HelpTopic> topics;
+  ForEachNamedElement(project, [&](CodeElement& element) {
+    const std::int32_t id = HelpContextIDOf(element);
+    if (id > 0) topics.push_back({id, &element});  // -1 says that there is none
+  });
+  std::stable_sort(topics.begin(), topics.end(), [](const HelpTopic& a, const HelpTopic& b) {
+    return a.HelpContextID < b.HelpContextID;
+  });
+  return topics;
+}
+
+void WriteHelpHeader(std::ostream& out, const std::vector<HelpTopic>& topics) {
+  std::set<std::string> taken;
+  for (const HelpTopic& topic : topics) {
+    const std::string name = TopicName(*topic.Element);
+    std::string free = name;
+    // Members whose names differ in a character that is no letter here.
+    for (int n = 2; !taken.insert(free).second; ++n) free = name + "_" + std::to_string(n);
+    out << "#define " << free << ' ' << topic.HelpContextID << "\r\n";
+  }
+}
+
+}  // namespace vendrel

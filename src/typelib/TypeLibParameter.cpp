@@ -1,0 +1,83 @@
+// A parameter of a library member.
+
+#include "diagnostics/VendrelError.h"
+#include "typelib/LibraryTypes.h"
+#include "typelib/reader/Limits.h"
+
+namespace vendrel {
+namespace {
+
+using namespace typelib;
+
+constexpr int kOptionalFlag = 16;
+constexpr std::int32_t kArrayAndVector = 8192 | 4096;
+
+// What a user type comes to: the target of an alias, and of that alias in turn.
+struct ResolvedKind {
+  int Kind = -1;
+  /// Levels of indirection, those within aliases included.
+  int Pointers = 0;
+};
+
+// A chain of aliases that ends in a plain type, or cannot be followed, has no kind.
+ResolvedKind Resolve(const VarTypeInfo& type) {
+  ResolvedKind resolved{-1, type.PointerLevel()};
+  try {
+    const TypeInfo* target = type.TypeInfo();
+    for (int depth = 0; target && target->TypeKind == tkAlias && depth < kMaxTypeDepth; ++depth) {
+      resolved.Pointers += target->AliasType.PointerLevel();
+      target = target->ResolvedType();
+    }
+    if (target) resolved.Kind = target->TypeKind;
+  } catch (const VendrelError&) {
+    // The type lies elsewhere; its kind stays unknown.
+  }
+  return resolved;
+}
+
+bool IsByReference(const VBProject& project, const VarTypeInfo& type, std::int32_t number) {
+  const int level = type.PointerLevel();
+  if ((number & ~kArrayAndVector) != 0) return level == 1;
+  const ResolvedKind resolved = Resolve(type);
+  switch (resolved.Kind) {
+    case tkRecord: return true;
+    case tkInterface:
+    case tkDispatch:
+    case tkCoclass: return project.Reading.ByRefObjects ? resolved.Pointers >= 2 : level == 0;
+    default: return level == 1;
+  }
+}
+
+std::string DefaultText(const TypeLibValue& value) {
+  return value.IsNumeric() ? value.Text() : "\"" + value.Text() + "\"";
+}
+
+}  // namespace
+
+std::shared_ptr<Parameter> VBProject::TypeLibParameter(const TypeLibInfo& library,
+                                                       const ParameterInfo& parameter) try {
+  auto made = std::make_shared<Parameter>();
+  made->SetName(parameter.Name);
+  made->IsOptional = (parameter.Flags & kOptionalFlag) != 0 || parameter.Optional ||
+                     ParameterInfo::ParameterHasExtra != 0;
+  const ShownType type = ShowType(*this, library, parameter.VarTypeInfo, TypeUse::Parameter);
+  made->IsByRef = IsByReference(*this, parameter.VarTypeInfo, type.VarType);
+  if (!type.Readable) {
+    TellMissing("parameter " + Quoted(parameter.Name) + " has no type: " + type.Failure,
+                "Error reading type information for a parameter named '" + made->Name() +
+                    "'.  One or more dependant files containing type information may be missing.  "
+                    "Processing will continue, this parameters type information will be missing.",
+                "Missing type information");
+  }
+  made->VariableType = type.Name;
+  made->IsArray = type.IsArray;
+  if (Reading.LibraryParamArrays && parameter.IsParamArray) made->IsParamArray = true;
+  if (made->IsOptional && parameter.Default())
+    made->DefaultValue = DefaultText(*parameter.DefaultValue);
+  return made;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.TypeLibParameter", "TypeLibParameter").Of(*this);
+  throw;
+}
+
+}  // namespace vendrel

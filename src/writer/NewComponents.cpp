@@ -1,0 +1,92 @@
+// Modules and procedures that a client adds to a project before it is written.
+
+#include "core/Ascii.h"
+#include "diagnostics/VendrelError.h"
+#include "project/VBProject.h"
+
+namespace vendrel {
+namespace {
+
+std::string_view ExtensionOfNew(FileTypeEnum type) {
+  switch (type) {
+    case ftClass: return "cls";
+    case ftForm: return "frm";
+    case ftUserControl: return "ctl";
+    case ftUserDocument: return "dob";
+    case ftPropertyPage: return "pag";
+    default: return "bas";
+  }
+}
+
+// The first procedure `Main` without a result in any module.
+Block* FindMain(VBProject& project) {
+  for (Component& component : project.Components)
+    for (Block* block : component.Blocks.Named("Main"))
+      if (block->BlockType() == btSub) return block;
+  return nullptr;
+}
+
+Block* AddMain(VBProject& project) {
+  Block* block = project.NewComponent(ftModule, "modStartup")->NewBlock(btSub);
+  for (const std::string_view line : {"Sub Main()", "  ", "End Sub"}) block->AddLine(line);
+  return block;
+}
+
+}  // namespace
+
+std::shared_ptr<Component> VBProject::NewComponent(FileTypeEnum ComponentType,
+                                                   std::string_view Name,
+                                                   std::string_view fileName) try {
+  const auto component = std::make_shared<Component>();
+  component->SetVBProject(this);
+  component->FileName.SetBaseFile(&FileName);
+  component->FileName.SetFullPath(std::string(fileName.empty() ? Name : fileName)
+                                      .append(".")
+                                      .append(ExtensionOfNew(ComponentType)));
+  component->FileType = ComponentType;
+  component->Name = Name;
+  // There is no file to read: what stands in the blocks is all of the module.
+  component->LoadState = lsFullyLoaded;
+  Block* header = component->NewBlock(btAttributes);
+  if (ComponentType == ftClass)
+    for (const std::string_view line : {"VERSION 1.0 CLASS", "BEGIN", "MultiUse = -1", "END"})
+      header->AddLine(line);
+  header->AddLine("Attribute VB_Name = \"" + std::string(Name) + "\"");
+  Components.Add(component);
+  if (BuildTypeCache) TypeCache.Add(Name, tcLocalProjectModule);
+  return component;
+} catch (VendrelError& error) {
+  error.AddContext("VBProject.NewComponent", "NewComponents").Of(*this);
+  throw;
+}
+
+Block* VBProject::StartupBlock() try {
+  Block* block = FindMain(*this);
+  if (!block) block = AddMain(*this);
+  const bool startsWithForm =
+      !EqualsNoCaseAscii(Startup, "sub main") && !EqualsNoCaseAscii(Startup, "none");
+  if (startsWithForm && IconForm.empty()) IconForm = Startup;
+  Startup = "Sub Main";
+  return block;
+} catch (VendrelError& error) {
+  error.AddContext("VBProject.StartupBlock", "NewComponents").Of(*this);
+  throw;
+}
+
+std::string VBProject::DefaultComponentFileName() const {
+  switch (ProjectType) {
+    case ptEXE:
+    case ptOleExe: return ProjectName + ".exe";
+    case ptControl: return ProjectName + ".ocx";
+    default: return ProjectName + ".dll";
+  }
+}
+
+std::string VBProject::Version(std::string_view Delimeter, std::int32_t Parts) const {
+  std::string version = mMajorVersion;
+  if (Parts >= 1) version.append(Delimeter).append(mMinorVersion);
+  if (Parts >= 2) version.append(Delimeter).append(mIncrement);
+  return version;
+}
+
+}  // namespace vendrel
