@@ -24,7 +24,11 @@ std::string_view FirstWord(std::string_view text) {
   return text.substr(0, text.find_first_of(" \t"));
 }
 
-bool HasOwnNumber(std::string_view text) { return IsNumericText(FirstWord(text)); }
+bool HasOwnNumber(std::string_view text) {
+  const std::string_view word = FirstWord(text);
+  // No number begins with a letter, and nearly every line does.
+  return !word.empty() && !IsLetterAscii(word.front()) && IsNumericText(word);
+}
 
 // "Done:" or "100:" at the start of a line; ":=" belongs to an argument.
 bool BeginsWithLabel(std::string_view text) {

@@ -46,20 +46,51 @@ SourceStream::SourceStream(FileSystemObject& file, TextForm form, const SourceTe
 void SourceStream::Line(const CodeLines& lines, std::int32_t index, std::string_view prefix) {
   const std::string_view text = lines.LineView(index);
   const bool ours = mSource && lines.SourceText() == &mSource->Text;
-  const std::string* raw = nullptr;
-  if (ours && !mSource->RawLines.empty() && prefix.empty() && lines.AsRead(index))
-    raw = mSource->RawLine(*lines.SourceOffset(index));
+  if (ours && prefix.empty() && lines.AsRead(index)) {
+    const std::size_t offset = *lines.SourceOffset(index);
+    const std::string* raw = mSource->RawLines.empty() ? nullptr : mSource->RawLine(offset);
+    if (raw) return Put({}, *raw, mKeepEnds ? EndBehind(lines, index) : std::string_view());
+    if (IsOwnBytes(text)) return TakeRun(offset, text.size());
+  }
   const std::string_view end = mKeepEnds && ours ? EndBehind(lines, index) : std::string_view();
-  if (raw) return Put(*raw, end);
-  if (prefix.empty()) return Put(Bytes(text), end);
+  if (!IsUtf16(mForm) || prefix.empty()) return Put(prefix, Bytes(text), end);
   std::string whole(prefix);
   whole.append(text);
-  Put(Bytes(whole), end);
+  Put({}, Bytes(whole), end);
 }
 
 void SourceStream::Replaced(const CodeLines& lines, std::int32_t index, std::string_view text) {
   const bool ours = mSource && lines.SourceText() == &mSource->Text;
-  Put(Bytes(text), mKeepEnds && ours ? EndBehind(lines, index) : std::string_view());
+  Put({}, Bytes(text), mKeepEnds && ours ? EndBehind(lines, index) : std::string_view());
+}
+
+// Whether a text of the source is in its file as it is here.
+bool SourceStream::IsOwnBytes(std::string_view text) const {
+  if (HoldsAll(mForm)) return true;
+  return !IsUtf16(mForm) && FirstNonAscii(text) == text.size();
+}
+
+void SourceStream::TakeRun(std::size_t offset, std::size_t length) {
+  const std::string_view end = mHasRun ? EndAt(mSource->Text, mRunEnd) : std::string_view();
+  if (!end.empty() && mRunEnd + end.size() == offset && (mKeepEnds || end == kCrLf)) {
+    mRunEnd = offset + length;
+    ++mLine;
+    return;
+  }
+  BeginLine();
+  mHasRun = true;
+  mRunBegin = offset;
+  mRunEnd = offset + length;
+}
+
+void SourceStream::FlushRun() {
+  if (!mHasRun) return;
+  mHasRun = false;
+  const std::string_view text = mSource->Text;
+  mFile.WriteBytes(text.substr(mRunBegin, mRunEnd - mRunBegin));
+  if (!mKeepEnds) return WriteEnd(kCrLf);
+  mEnd = EndAt(text, mRunEnd);
+  if (!mEnd.empty()) mUsualEnd = mEnd;
 }
 
 // The end that the line had in its file. Its length there is not kept with a replaced text, so it
@@ -88,10 +119,16 @@ std::string_view SourceStream::Bytes(std::string_view text) {
                           "a character that code page " + mPage.Name() + " lacks");
 }
 
-void SourceStream::Put(std::string_view bytes, std::string_view end) {
+void SourceStream::BeginLine() {
+  FlushRun();
   if (mLine > 0 && mKeepEnds) WriteEnd(mEnd);
-  mFile.WriteBytes(bytes);
   ++mLine;
+}
+
+void SourceStream::Put(std::string_view prefix, std::string_view bytes, std::string_view end) {
+  BeginLine();
+  if (!prefix.empty()) mFile.WriteBytes(prefix);
+  mFile.WriteBytes(bytes);
   mEnd = end;
   if (!mKeepEnds)
     WriteEnd(kCrLf);
@@ -108,6 +145,7 @@ void SourceStream::WriteEnd(std::string_view end) {
 }
 
 void SourceStream::Finish() {
+  FlushRun();
   if (!mKeepEnds || mLine == 0) return;
   if (mSource->LineEnds.LastLineEnds && !mSource->Text.empty()) WriteEnd(mEnd);
 }

@@ -24,20 +24,24 @@ class SourceStream {
   SourceStream(FileSystemObject& file, TextForm form, const SourceText* source, bool keepEnds);
 
   /// A line that no file had.
-  void Line(std::string_view text) { Put(Bytes(text), {}); }
+  void Line(std::string_view text) { Put({}, Bytes(text), {}); }
   /// A line of a list, behind `prefix`.
   void Line(const CodeLines& lines, std::int32_t index, std::string_view prefix = {});
   /// The same line with another text.
   void Replaced(const CodeLines& lines, std::int32_t index, std::string_view text);
   /// A line as it stood in the file, given by its text and the bytes that it was read from.
-  void Raw(std::string_view bytes) { Put(bytes, {}); }
-  /// The end of the last line; nothing where the file that was read had none.
+  void Raw(std::string_view bytes) { Put({}, bytes, {}); }
+  /// The rest, and the end of the last line; nothing where the file that was read had none.
   void Finish();
 
  private:
   std::string_view Bytes(std::string_view text);
   std::string_view EndBehind(const CodeLines& lines, std::int32_t index) const;
-  void Put(std::string_view bytes, std::string_view end);
+  bool IsOwnBytes(std::string_view text) const;
+  void TakeRun(std::size_t offset, std::size_t length);
+  void FlushRun();
+  void Put(std::string_view prefix, std::string_view bytes, std::string_view end);
+  void BeginLine();
   void WriteEnd(std::string_view end);
 
   FileSystemObject& mFile;
@@ -50,6 +54,10 @@ class SourceStream {
   std::string_view mEnd;
   std::string_view mUsualEnd = "\r\n";
   std::int32_t mLine = 0;
+  /// Lines that stand one behind the other in the source are written at once: where they begin
+  /// there and where the last of them ends, its line end not counted.
+  bool mHasRun = false;
+  std::size_t mRunBegin = 0, mRunEnd = 0;
 };
 
 }  // namespace vendrel
