@@ -144,11 +144,12 @@ TEST(ComponentsTest, EventsOfTheProjectReachTheClient) {
 }
 
 TEST(ComponentsTest, DefaultsOfANewProject) {
+  const std::int32_t others = State().mInstanceIncrement;
   const VBProject first;
   EXPECT_EQ(first.Key, "0");
   const VBProject second;
   EXPECT_EQ(second.Key, "1");
-  EXPECT_EQ(State().mInstanceIncrement, 2);
+  EXPECT_EQ(State().mInstanceIncrement, others + 2);
   EXPECT_TRUE(first.TaggedCommentsBeforeElement && first.IncludeFlag && first.BuildTypeCache &&
               first.DetectNewBlocksOnAddCode && first.Silent());
   EXPECT_FALSE(first.LoadBlocksOnly || first.OutputConditionalCompilationBlocks ||
