@@ -49,6 +49,16 @@ void WriteFields(std::ostream& out, std::initializer_list<Field> fields) {
   json.NewLine();
 }
 
+// The code page that the files of a project were read with.
+std::string CodePageOf(const VBProject& project) {
+  if (project.SourceForm && !project.SourceForm->CodePageName.empty())
+    return project.SourceForm->CodePageName;
+  for (const Component& component : project.Components.Listed())
+    if (component.SourceForm && !component.SourceForm->CodePageName.empty())
+      return component.SourceForm->CodePageName;
+  return FileOptions::Current().CodePage;
+}
+
 }  // namespace
 
 void RoundTrip::Run(VBProject& project) {
@@ -139,7 +149,7 @@ void RoundTrip::CompareProjectFile(const VBProject& project) {
 
 void RoundTrip::CompareTrees(const VBProject& before, const std::string& written) {
   CommonOptions options = mOptions;
-  options.CodePage = FileOptions::Current().CodePage;  // what was guessed for the first holds
+  options.CodePage = CodePageOf(before);  // what was guessed for the first holds
   const auto after = LoadInput(written, options, mStreams);
   const DifferenceOptions wanted{.Lines = true, .Places = false, .Paths = false};
   Compare(Describe(before), Describe(*after), wanted, [&](Change change) {

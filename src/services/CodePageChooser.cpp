@@ -1,5 +1,8 @@
 #include <uchardet.h>
 
+#include <algorithm>
+#include <iterator>
+
 #include "core/Ascii.h"
 #include "services/CodePage.h"
 #include "services/Utf8.h"
@@ -44,8 +47,11 @@ constexpr std::string_view CentralEuropeanBytes =
     "\x8A\x8E\x9A\x9E\xA3\xA5\xB3\xB9\xBE\xCC\xD8\xEC\xF0\xF5\xF8\xFE";
 constexpr std::size_t CentralEuropeanShare = 20;
 
-// A guess over fewer bytes than this is chance: a pound sign here, an accent there.
+// A guess over fewer bytes than this is chance: a pound sign here, an accent there. The Latin pages
+// differ in a few letters only, so that telling one from another takes a page of text.
 constexpr std::size_t EnoughBytes = 5;
+constexpr std::size_t EnoughBytesOfLatin = 100;
+constexpr std::string_view LatinPages[] = {"windows-1254", "windows-1257", "windows-1258"};
 
 uchardet_t Detector(void* held) { return static_cast<uchardet_t>(held); }
 
@@ -102,6 +108,9 @@ std::string CodePageChooser::Choose() {
     if (counterpart.Guess == guess) mName = counterpart.Page;
   if (guess.compare(0, 8, "WINDOWS-") == 0)
     if (const CodePage* page = CodePage::Find(guess)) mName = page->Name();
+  const bool latin =
+      std::find(std::begin(LatinPages), std::end(LatinPages), mName) != std::end(LatinPages);
+  if (latin && mTellingBytes < EnoughBytesOfLatin) mName = CodePage::Default().Name();
   if (mName == "windows-1250" && mCentralEuropeanBytes * CentralEuropeanShare < mTellingBytes)
     mName = CodePage::Default().Name();
   return mName;

@@ -184,6 +184,10 @@ TEST(CodePage, IsGuessedOnceForAllFilesFed) {
                    "a"}),
             "windows-1252");
   EXPECT_EQ(guess({"' Tama\xF1o\r\n"}), "windows-1252");
+  // What the guesser takes for Baltic.
+  EXPECT_EQ(guess({"Firm=\"Bront\xEB & Sons\"\r\n' Bront\xEB\r\nx = \"Bront\xEB\"\r\n",
+                   "' Bront\xEB, Bront\xEB\r\n"}),
+            "windows-1252");
   CodePageChooser fixed("1251");
   EXPECT_FALSE(fixed.Guesses());
   fixed.Feed(japanese);
