@@ -28,11 +28,22 @@ std::vector<std::string> ProjectsBelow(const std::string& path) {
   return paths;
 }
 
+// Told by this command alone: on this machine hardly any registered library has its file.
+void TellMissingReferences(VBProject& project) {
+  const DiagnosticScope scope(&project.Diagnostics, project.FileName.FullPath());
+  for (const Reference& reference : project.References)
+    if (!reference.FileName.Exists())
+      TellAt(DiagnosticCode::MissingReference, project.FileName.FullPath(), reference.SourceLine(),
+             {reference.FileName.FullPath().empty() ? reference.Name()
+                                                    : reference.FileName.FullPath()});
+}
+
 // One project; in a folder, one that cannot be read does not end the walk.
 void CheckOne(const CheckArguments& arguments, const Streams& streams, const std::string& path,
               bool alone, std::ostream& out, ShownPaths& paths, ProjectCounts& counts) {
   try {
     const auto project = LoadInput(path, arguments.Common, streams);
+    TellMissingReferences(*project);
     for (const Diagnostic& item : project->Diagnostics)
       if (!arguments.Common.Quiet || SeverityOf(item.Code) == Severity::Error)
         WriteDiagnostic(out, item, paths, arguments.AsJson());

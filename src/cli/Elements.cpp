@@ -147,6 +147,8 @@ std::string PlaceOf(const CodeElement& element, ShownPaths& paths) {
     declared = by;
   }
   const Component* component = declared->OwnComponent();
+  if (const auto* member = dynamic_cast<const Variable*>(declared); member && !component)
+    component = member->Parent ? member->Parent.Get()->OwnComponent() : nullptr;
   return component ? paths.Place(FileOf(*component), declared->SourceLine()) : "";
 }
 
