@@ -187,9 +187,13 @@ FoundPath FindPath(std::string_view nativePath) {
   if (!folder.Exists) return found;
   PathMatch match;
   const std::string name = NameIn(folder, LeafOf(nativePath), match);
-  found.Path = Inside(folder.Path, name.empty() ? LeafOf(nativePath) : std::string_view(name));
-  if (!name.empty() && source.Status(found.Path, found.Status) >= 0)
-    found.Match = Worse(folder.Match, match);
+  found.Path = Inside(folder.Path, LeafOf(nativePath));
+  if (name.empty()) return found;
+  // A name that has gone since the folder was listed is no spelling for a new file.
+  std::string listed = Inside(folder.Path, name);
+  if (source.Status(listed, found.Status) < 0) return found;
+  found.Path = std::move(listed);
+  found.Match = Worse(folder.Match, match);
   return found;
 }
 
