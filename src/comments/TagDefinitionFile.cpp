@@ -32,6 +32,8 @@ json Parse(std::string_view text, std::string_view name) {
     return json::parse(text);
   } catch (const json::parse_error& failure) {
     Refuse(name, PlaceInText(text, failure.byte) + ": not well-formed JSON");
+  } catch (const json::out_of_range&) {
+    Refuse(name, "a number is beyond all bounds");
   }
 }
 

@@ -206,6 +206,8 @@ CodeElement* FindInComponent(VBProject& project, std::string_view component,
 // What a procedure declares: "Procedure~Name", of a property "Property_PG~Name" and so on.
 CodeElement* FindInProcedure(const Component& component, std::string_view procedure,
                              std::string_view name) {
+  if (procedure.find(':') != std::string_view::npos)
+    return nullptr;  // a parameter declares nothing
   for (const Block* block : component.Blocks.Named(procedure))
     if (CodeElement* found = DeclaredIn(block, name, true)) return found;
   for (const SuffixRule& rule : kSuffixRules) {

@@ -53,16 +53,24 @@ std::string ModuleDescription(Component& component) {
   return (project ? project->ProjectName : std::string()) + "." + component.Name;
 }
 
+// Whether a line of the source gives the module its help ID, wherever damage has put it.
+bool HasHelpIDLine(Component& component) {
+  return std::any_of(component.Blocks.begin(), component.Blocks.end(),
+                     [](Block& block) { return HelpIDs(block).HasLineOfModule(); });
+}
+
 // A module with a help ID gets its attributes anew.
 void RewriteAttributes(Component& component) {
   if (component.HelpContextID == 0) return;
   const ProjectOptions& options = component.Options();
+  const bool keeps = options.Reading.KeepHelpAttributes;
+  const bool stands = keeps && HasHelpIDLine(component);
+  if (stands && !options.WriteHelpDescriptions) return;
   Block* block = component.BlockOfType(btAttributes, true);
   if (!block) block = component.NewBlock(btAttributes);
   CodeLines& lines = *block->CodeLines;
-  const bool keeps = options.Reading.KeepHelpAttributes;
   RemoveLines(lines, !keeps, options.WriteHelpDescriptions);
-  if (!keeps || !HelpIDs(*block).HasLineOfModule())
+  if (!stands)
     Append(lines, "Attribute VB_HelpID = " + std::to_string(component.HelpContextID), keeps);
   if (options.WriteHelpDescriptions)
     Append(lines, "Attribute VB_Description=\"" + ModuleDescription(component) + "\"", keeps);
