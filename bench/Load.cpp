@@ -152,6 +152,7 @@ Numbers Measured(const std::function<Numbers()>& work) {
 
 std::vector<double> Times(const std::vector<Run>& runs, double Run::*member) {
   std::vector<double> times;
+  times.reserve(runs.size());
   for (const Run& run : runs) times.push_back(run.*member);
   return times;
 }
@@ -204,6 +205,7 @@ std::vector<Case> Cases(const LoadOptions& options) {
   std::vector<Case> cases;
   std::vector<std::int64_t> sizes = options.Lines;
   if (sizes.empty() && options.Folders.empty()) sizes = {10'000, 100'000, 1'000'000};
+  cases.reserve(sizes.size() + options.Folders.size());
   for (const std::int64_t lines : sizes)
     cases.push_back({Grouped(lines) + " lines", {GeneratedProject(options.WorkFolder, lines)}});
   for (const std::string& folder : options.Folders) cases.push_back(FolderCase(folder));
