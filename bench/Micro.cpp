@@ -72,7 +72,7 @@ std::string ConditionOver(int constants) {
 void FillConstants(CompilerConstants& into, int count) {
   for (int i = 1; i <= count; ++i) {
     const std::string number = std::to_string(i);
-    into.AddFromDeclaration("#Const C" + number + " = " + number);
+    into.AddFromDeclaration(std::string("#Const C").append(number).append(" = ").append(number));
   }
 }
 

@@ -66,8 +66,7 @@ std::string Generate(double megabytes) {
   }();
   for (int i = 0; i < static_cast<int>(megabytes * 1e6 / bytesEach) + 1; ++i) AddTypes(builder, i);
   const Image image = builder.Build();
-  const std::string path =
-      (std::filesystem::temp_directory_path() / "vendrelmodel-bench.tlb").string();
+  std::string path = (std::filesystem::temp_directory_path() / "vendrelmodel-bench.tlb").string();
   std::ofstream file(path, std::ios::binary);
   file.write(reinterpret_cast<const char*>(image.data()),
              static_cast<std::streamsize>(image.size()));
