@@ -7,10 +7,12 @@
 #include <vector>
 
 // Each target under its own name.
-#define VENDREL_TARGETS(X)                                                                         \
-  X(ColourFuzz)                                                                                    \
-  X(CommentFileFuzz) X(ConditionFuzz) X(ControlsFuzz) X(GroupFuzz) X(LikeFuzz) X(LookupFuzz)       \
-      X(ModuleFuzz) X(ProjectFuzz) X(SettingsFuzz) X(TagTableFuzz) X(TypeLibFuzz) X(WriteFuzz)
+// clang-format off
+#define VENDREL_TARGETS(X) \
+  X(ColourFuzz) X(CommentFileFuzz) X(ConditionFuzz) X(ControlsFuzz) X(GroupFuzz) X(LikeFuzz) \
+  X(LookupFuzz) X(ModuleFuzz) X(ProjectFuzz) X(SettingsFuzz) X(TagTableFuzz) X(TypeLibFuzz) \
+  X(WriteFuzz)
+// clang-format on
 #define VENDREL_TARGET(name) extern "C" int name(const std::uint8_t* data, std::size_t size);
 VENDREL_TARGETS(VENDREL_TARGET)
 #undef VENDREL_TARGET
