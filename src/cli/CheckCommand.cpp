@@ -24,6 +24,7 @@ std::vector<std::string> ProjectsBelow(const std::string& path) {
   if (found.empty())
     throw ToolError(exNo, path + ": no project (.vbp) lies in or below this folder");
   std::vector<std::string> paths;
+  paths.reserve(found.size());
   for (const FileSystemObject& file : found) paths.push_back(file.FullPath());
   return paths;
 }
