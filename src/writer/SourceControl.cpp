@@ -50,19 +50,19 @@ std::string Setting(std::string_view name) {
 // A file or folder below the folder of the database.
 class FolderItem final : public VSSItem {
  public:
-  FolderItem(std::string spec, FileSystemObject place)
-      : mSpec(std::move(spec)), mPlace(std::move(place)) {}
+  FolderItem(std::string itemPath, FileSystemObject place)
+      : mItemPath(std::move(itemPath)), mPlace(std::move(place)) {}
 
-  std::string Name() const override { return mSpec.substr(mSpec.rfind('/') + 1); }
-  std::string Spec() const override { return mSpec; }
+  std::string Name() const override { return mItemPath.substr(mItemPath.rfind('/') + 1); }
+  std::string Spec() const override { return mItemPath; }
   bool IsProject() const override { return mPlace.IsFolder(); }
 
   void Checkout(std::string_view, std::string_view) override {
-    throw VendrelError(errPathAccess, mSpec + ": this database only reads");
+    throw VendrelError(errPathAccess, mItemPath + ": this database only reads");
   }
 
  private:
-  std::string mSpec;
+  std::string mItemPath;
   FileSystemObject mPlace;
 };
 
@@ -80,19 +80,19 @@ std::shared_ptr<VSSItem> FolderDatabase::Item(std::string_view projectPath) {
   if (mFolder.empty()) throw VendrelError(errObjectNotSet, "no database is open");
   std::string_view rest = projectPath;
   if (TakeField(rest, '/') != "$") throw VendrelError(errInvalidArgument, projectPath);
-  std::string spec = "$";
+  std::string itemPath = "$";
   std::string place = mFolder;
   while (!rest.empty()) {
     const std::string_view name = TakeField(rest, '/');
     if (name.empty()) continue;
     if (IsParentName(name) || name.find('\\') != std::string_view::npos)
       throw VendrelError(errInvalidArgument, projectPath);
-    spec.append("/").append(name);
+    itemPath.append("/").append(name);
     place.append(place.ends_with('\\') ? "" : "\\").append(name);
   }
   FileSystemObject found(place);
   if (!found.Exists() && !found.IsFolder()) throw VendrelError(errFileNotFound, projectPath);
-  return std::make_shared<FolderItem>(std::move(spec), std::move(found));
+  return std::make_shared<FolderItem>(std::move(itemPath), std::move(found));
 }
 
 std::shared_ptr<VSSItem> VBProject::SourceSafeItem() try {

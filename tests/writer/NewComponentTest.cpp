@@ -96,7 +96,7 @@ TEST(SourceSafeItem, IsLookedUpByTheFileBesideTheProject) {
       {head + "SCC_Project_Name = \"$/" + std::string(2000, 'x') + "\r\nSCC_Aux_Path=Z:\\vss\r\n",
        "53"},
   };
-  for (const auto& [scc, spec] : cases) EXPECT_EQ(SpecOf(scc), spec) << scc.substr(0, 200);
+  for (const auto& [scc, path] : cases) EXPECT_EQ(SpecOf(scc), path) << scc.substr(0, 200);
 }
 
 }  // namespace
