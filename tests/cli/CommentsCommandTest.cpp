@@ -6,19 +6,13 @@
 
 #include "cli/Tool.h"
 #include "support/MemoryFiles.h"
+#include "support/ToolRun.h"
 
 namespace vendrel::cli {
 namespace {
 
 class CommentsCommand : public testing::Test {
  protected:
-  std::string Out(const std::vector<std::string>& arguments, int code = exDone) {
-    std::vector<const char*> argv{"vendrelmodel"};
-    for (const std::string& argument : arguments) argv.push_back(argument.c_str());
-    std::ostringstream out, err;
-    EXPECT_EQ(RunTool(static_cast<int>(argv.size()), argv.data(), {out, err}), code) << err.str();
-    return code == exDone ? out.str() : err.str();
-  }
   test::MemoryFiles mFiles{
       {"/p/m.bas",
        "Attribute VB_Name = \"m\"\nOption Explicit\n'##SUMMARY Counts.\n"
@@ -29,7 +23,7 @@ class CommentsCommand : public testing::Test {
 };
 
 TEST_F(CommentsCommand, ListsEachCommentWithItsElement) {
-  EXPECT_EQ(Out({"comments", "/p/m.bas", "--comment-file", "/p/c.xml"}),
+  EXPECT_EQ(RunFor({"comments", "/p/m.bas", "--comment-file", "/p/c.xml"}),
             "/p/m.bas:3: ##SUMMARY -> m~m~F: Counts.\n"
             "/p/m.bas:4: ##PARAM a -> m~m~F:a: first\n"
             "/p/m.bas:5: ##PARAM z -> unplaced: gone\n"
@@ -37,27 +31,28 @@ TEST_F(CommentsCommand, ListsEachCommentWithItsElement) {
             "/p/m.bas:9: ##SUMMARY -> unplaced: lost\n"
             "/p/c.xml: ##REMARKS -> m~m~F: From outside.\n");
   const auto unplaced =
-      nlohmann::json::parse(Out({"comments", "/p/m.bas", "--unplaced", "--json"}));
+      nlohmann::json::parse(RunFor({"comments", "/p/m.bas", "--unplaced", "--json"}));
   ASSERT_EQ(unplaced.size(), 2u);
   EXPECT_EQ(unplaced[0]["Qualifier"], "z");
   EXPECT_TRUE(unplaced[1]["CodeElement"].is_null());
 }
 
 TEST_F(CommentsCommand, WritesAFileThatDescribesTheSameElements) {
-  mFiles.Add("/p/written.xml", Out({"comments", "/p/m.bas", "--as-comment-file"}));
+  mFiles.Add("/p/written.xml", RunFor({"comments", "/p/m.bas", "--as-comment-file"}));
   mFiles.Add("/p/m.bas", "Attribute VB_Name = \"m\"\nOption Explicit\nSub F(a)\nEnd Sub\n");
   const auto dump =
-      nlohmann::json::parse(Out({"dump", "/p/m.bas", "--comment-file", "/p/written.xml"}));
+      nlohmann::json::parse(RunFor({"dump", "/p/m.bas", "--comment-file", "/p/written.xml"}));
   const auto& block = dump["Components"][0]["Blocks"].back();
   EXPECT_EQ(block["TaggedDescription"], "Counts.");
   EXPECT_EQ(block["Parameters"][0]["Description"], "first");
 }
 
 TEST_F(CommentsCommand, RefusesACommentFileThatIsMissingOrNotWellFormed) {
-  EXPECT_NE(Out({"tree", "/p/m.bas", "--comment-file", "/p/none.xml"}, exFailed).find("none.xml"),
-            std::string::npos);
   EXPECT_NE(
-      Out({"tree", "/p/m.bas", "--comment-file", "/p/bad.xml"}, exFailed).find("line 1, column"),
+      RunFor({"tree", "/p/m.bas", "--comment-file", "/p/none.xml"}, exFailed).find("none.xml"),
+      std::string::npos);
+  EXPECT_NE(
+      RunFor({"tree", "/p/m.bas", "--comment-file", "/p/bad.xml"}, exFailed).find("line 1, column"),
       std::string::npos);
 }
 

@@ -8,6 +8,7 @@
 
 #include "cli/Tool.h"
 #include "support/MemoryFiles.h"
+#include "support/ToolRun.h"
 
 namespace vendrel::cli {
 namespace {
@@ -16,15 +17,6 @@ using nlohmann::json;
 
 class ShowingCommands : public testing::Test {
  protected:
-  /// What a run writes, or what it says where it does not end with `code` 0.
-  std::string Run(const std::vector<std::string>& arguments, int code = exDone) {
-    std::vector<const char*> argv{"vendrelmodel"};
-    for (const std::string& argument : arguments) argv.push_back(argument.c_str());
-    std::ostringstream out, err;
-    EXPECT_EQ(RunTool(static_cast<int>(argv.size()), argv.data(), {out, err}), code) << err.str();
-    return code == exDone ? out.str() : err.str();
-  }
-
   test::MemoryFiles mFiles{
       {"/g/Shop.vbp",
        "Type=OleDll\r\nClass=Item; Item.cls\r\nModule=modMain; modMain.bas\r\n"
@@ -40,75 +32,75 @@ class ShowingCommands : public testing::Test {
 };
 
 TEST_F(ShowingCommands, HtmlShowsAProcedureAModuleOrEverything) {
-  const std::string post = Run({"html", "/g/Shop.vbp", "Post"});
+  const std::string post = RunFor({"html", "/g/Shop.vbp", "Post"});
   EXPECT_TRUE(post.starts_with("<CODE>\r\n<a name=\"Shop~Item~Post\"></a>")) << post;
   for (const char* name : {"Item~Post", "shop~item~post"})
-    EXPECT_EQ(Run({"html", "/g/Shop.vbp", name}), post) << name;
-  const std::string size = Run({"html", "/g/Shop.vbp", "Size"});
+    EXPECT_EQ(RunFor({"html", "/g/Shop.vbp", name}), post) << name;
+  const std::string size = RunFor({"html", "/g/Shop.vbp", "Size"});
   for (const char* part : {">Get</font> Size()", ">Let</font> Size("})
     EXPECT_NE(size.find(part), std::string::npos) << part << size;
-  const std::string module = Run({"html", "/g/Shop.vbp", "modMain"});
+  const std::string module = RunFor({"html", "/g/Shop.vbp", "modMain"});
   EXPECT_NE(module.find("Attribute VB_Name"), std::string::npos);
   EXPECT_EQ(module.find("Item"), std::string::npos);
-  const std::string all = Run({"html", "/g/Shop.vbp"});
+  const std::string all = RunFor({"html", "/g/Shop.vbp"});
   EXPECT_NE(all.find("<a name=\"Shop~Item\">"), std::string::npos);
   EXPECT_NE(all.find(module), std::string::npos);
-  EXPECT_NE(Run({"html", "/g/Shop.vbp", "None"}, exNo).find("'None'"), std::string::npos);
+  EXPECT_NE(RunFor({"html", "/g/Shop.vbp", "None"}, exNo).find("'None'"), std::string::npos);
 }
 
 TEST_F(ShowingCommands, HtmlMakesAPageWithAnIndex) {
-  const std::string page = Run({"html", "/g/Shop.vbp", "--page"});
+  const std::string page = RunFor({"html", "/g/Shop.vbp", "--page"});
   for (const char* part :
        {"<title>Shop.vbp</title>", "<a href=\"#m1\">Shop~Item</a>", "<section id=m2>",
         "<h2>modMain<small>/g/modMain.bas</small></h2>", "<a id=\"Shop~Item~Post\"></a>"})
     EXPECT_NE(page.find(part), std::string::npos) << part << " is not in\n" << page;
   EXPECT_TRUE(page.ends_with("</html>\n"));
-  const std::string post = Run({"html", "/g/Item.cls", "Post", "--page"});
+  const std::string post = RunFor({"html", "/g/Item.cls", "Post", "--page"});
   EXPECT_NE(post.find("counter-reset:line 12"), std::string::npos) << post;
 }
 
 TEST_F(ShowingCommands, MembersAreThoseThatUsersSee) {
-  EXPECT_EQ(Run({"members", "/g/Shop.vbp", "item"}),
+  EXPECT_EQ(RunFor({"members", "/g/Shop.vbp", "item"}),
             "Colour\tenums\tPUBLIC Enum Colour\t/g/Item.cls:6\n"
             "Sold\tevents\tPUBLIC Event Sold()\t/g/Item.cls:5\n"
             "Size\tproperties\tPublic Property Get Size() As Long\t/g/Item.cls:9\n"
             "Post\tmethods\tPublic Sub Post()\t/g/Item.cls:13\n");
-  EXPECT_EQ(Run({"members", "/g/Shop.vbp", "Shop~Item", "--interface", "IShape", "--private"}),
+  EXPECT_EQ(RunFor({"members", "/g/Shop.vbp", "Shop~Item", "--interface", "IShape", "--private"}),
             "Colour\tenums\tPUBLIC Enum Colour\t/g/Item.cls:6\n"
             "Sold\tevents\tPUBLIC Event Sold()\t/g/Item.cls:5\n"
             "IShape_Draw\tmethods\tPrivate Sub IShape_Draw()\t/g/Item.cls:17\n");
   const json member =
-      json::parse(Run({"members", "/g/Shop.vbp", "Item", "--kind", "methods", "--json"}));
+      json::parse(RunFor({"members", "/g/Shop.vbp", "Item", "--kind", "methods", "--json"}));
   EXPECT_EQ(member["Name"], "Post");
   EXPECT_EQ(member["QualifiedName"], "Shop~Item~Post");
-  EXPECT_EQ(Run({"members", "/g/Shop.vbp", "modMain", "--kind", "collections"}), "");
-  EXPECT_NE(Run({"members", "/g/Shop.vbp", "None"}, exNo).find("'None'"), std::string::npos);
-  Run({"members", "/g/Shop.vbp", "Item", "--kind", "procedures"}, exUsage);
+  EXPECT_EQ(RunFor({"members", "/g/Shop.vbp", "modMain", "--kind", "collections"}), "");
+  EXPECT_NE(RunFor({"members", "/g/Shop.vbp", "None"}, exNo).find("'None'"), std::string::npos);
+  RunFor({"members", "/g/Shop.vbp", "Item", "--kind", "procedures"}, exUsage);
 }
 
 TEST_F(ShowingCommands, HelpIDsAreAMapInThreeForms) {
-  EXPECT_EQ(Run({"help-ids", "/g/Shop.vbp"}), "");
+  EXPECT_EQ(RunFor({"help-ids", "/g/Shop.vbp"}), "");
   const std::vector<std::string> assign{"help-ids", "/g/Shop.vbp", "--begin", "100"};
-  EXPECT_EQ(Run(assign),
+  EXPECT_EQ(RunFor(assign),
             "100\tShop\t/g/Shop.vbp\n102\tShop~Item\t/g/Item.cls:2\n"
             "103\tShop~Item~Sold_EV\t/g/Item.cls:5\n104\tShop~Item~Size\t/g/Item.cls:9\n"
             "105\tShop~Item~Post\t/g/Item.cls:13\n");
   auto asHeader = assign, asJson = assign;
   asHeader.push_back("--header");
   asJson.push_back("--json");
-  EXPECT_NE(Run(asHeader).find("#define IDH_Shop_Item_Post 105\r\n"), std::string::npos);
-  std::istringstream lines(Run(asJson));
+  EXPECT_NE(RunFor(asHeader).find("#define IDH_Shop_Item_Post 105\r\n"), std::string::npos);
+  std::istringstream lines(RunFor(asJson));
   std::string line;
   std::getline(lines, line);
   EXPECT_EQ(json::parse(line),
             json::parse(R"({"HelpContextID":100,"QualifiedName":"Shop","Place":"/g/Shop.vbp"})"));
-  Run({"help-ids", "/g/Shop.vbp", "--force"}, exUsage);
-  Run({"help-ids", "/g/Shop.vbp", "--begin", "0"}, exUsage);
+  RunFor({"help-ids", "/g/Shop.vbp", "--force"}, exUsage);
+  RunFor({"help-ids", "/g/Shop.vbp", "--begin", "0"}, exUsage);
 }
 
 TEST_F(ShowingCommands, HelpIDsAreWrittenIntoTheSource) {
   mFiles.Add("/g/Shop.vbp", "Type=OleDll\r\nClass=Item; Item.cls\r\nName=\"Shop\"\r\n");
-  const std::string map = Run({"help-ids", "/g/Shop.vbp", "--begin", "100", "--write"});
+  const std::string map = RunFor({"help-ids", "/g/Shop.vbp", "--begin", "100", "--write"});
   EXPECT_NE(map.find("105\tShop~Item~Post"), std::string::npos) << map;
   const std::string source = mFiles["/g/Item.cls"];
   for (const char* line :
@@ -117,13 +109,13 @@ TEST_F(ShowingCommands, HelpIDsAreWrittenIntoTheSource) {
     EXPECT_NE(source.find(line), std::string::npos) << line << " is not in\n" << source;
   EXPECT_NE(mFiles["/g/Shop.vbp"].find("HelpContextID=\"100\""), std::string::npos);
   // Lines have moved, the numbers are the same.
-  std::istringstream before(map), after(Run({"help-ids", "/g/Shop.vbp"}));
+  std::istringstream before(map), after(RunFor({"help-ids", "/g/Shop.vbp"}));
   for (std::string a, b; std::getline(before, a);) {
     std::getline(after, b);
     EXPECT_EQ(a.substr(0, a.rfind('\t')), b.substr(0, b.rfind('\t')));
   }
-  Run({"help-ids", "/g/Item.cls", "--begin", "100", "--write"}, exUsage);
-  Run({"help-ids", "/g/Shop.vbp", "--write"}, exUsage);
+  RunFor({"help-ids", "/g/Item.cls", "--begin", "100", "--write"}, exUsage);
+  RunFor({"help-ids", "/g/Shop.vbp", "--write"}, exUsage);
 }
 
 }  // namespace
