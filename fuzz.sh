@@ -43,7 +43,7 @@ run_target() {
   local limit=(-max_total_time="$seconds")
   if [ "$seconds" = 0 ]; then limit=(-runs=0); fi
   # shellcheck disable=SC2046  # the options are words
-  if ! "build/fuzz/fuzz/$name" "${limit[@]}" $(options_of "$name") -timeout=20 -rss_limit_mb=4096 \
+  if ! "build/fuzz/fuzz/$name" "${limit[@]}" $(options_of "$name") -timeout=20 -rss_limit_mb=4096 -entropic=0 \
     -print_final_stats=1 -artifact_prefix="$corpus-broken/" "$corpus" "$seeds" >"$log" 2>&1; then
     tail -n 40 "$log" >&2
     echo "$name: broken; the input is in $corpus-broken" >&2
