@@ -6,6 +6,7 @@
 #include "core/CaseFold.h"
 #include "core/MessageService.h"
 #include "core/ProcessState.h"
+#include "services/FolderCache.h"
 #include "services/Procedures.h"
 #include "text/Words.h"
 
@@ -54,6 +55,7 @@ const FileSystemObject& VBProjectGroup::FileName() const {
 bool VBProjectGroup::Load(std::string_view FileName, bool Silent, bool DoNotPopulateComponents) {
   try {
     State().Silent = Silent;
+    ForgetFolders();
     mFileName.SetFullPath(FileName);
     mFilesRead.clear();
     if (!mFileName.Exists()) {
