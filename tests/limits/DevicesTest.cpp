@@ -5,13 +5,15 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <chrono>
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
 #include "cli/Tool.h"
+#include "core/ObjectRegistry.h"
+#include "diagnostics/ErrorReport.h"
 #include "services/ByteSource.h"
 #include "services/TemporaryFolder.h"
 
@@ -50,11 +52,6 @@ const Role kRoles[] = {
      "not a regular file"},
     {"settings", "s.reg", {"tree", "%/P.vbp"}, cli::exDone, "not a regular file"},
     {"result", "out", {"dump", "%/P.vbp", "-o", "*"}, cli::exFailed, "not a regular file"},
-    {"error report",
-     "report",
-     {"tree", "%/P.vbp", "--set", "X=1", "--error-report", "*"},
-     cli::exUsage,
-     ""},
     {"written module",
      "copy/M.bas",
      {"write", "%/P.vbp", "--to", "%/copy"},
@@ -140,6 +137,20 @@ TEST_F(Devices, AndPipesAreToldInEveryRole) {
       std::filesystem::remove(odd);
     }
   }
+}
+
+TEST_F(Devices, AReportThatNobodyTakesIsToldOnce) {
+  const std::string pipe = mFolder.Path() + "/report";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  for (const char* path : {pipe.c_str(), "/dev/full", "/none/report"}) {
+    WriteErrorReports(path);
+    testing::internal::CaptureStderr();
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(ReportError(VendrelError(5)), StepOver::Raise);
+    const std::string told = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), 1) << told;
+    EXPECT_NE(told.find(path), std::string::npos) << told;
+  }
+  ObjectRegistry::Register<ErrorObject>(kErrorObject, [] { return nullptr; });
 }
 
 // The size is asked for once; what lies behind a new end is not there.
