@@ -62,17 +62,16 @@ std::string FoldedFileName(const std::string& name) {
   return FoldKey(decoded);
 }
 
-// False if there is no such folder. One that may be entered but not listed has no names.
+// False if there is no such folder. One that may be entered but not listed has no names that are
+// known.
 bool ListInto(Folder& folder) {
   std::vector<FolderEntry> entries;
   FileSource& source = FileSource::Current();
   const int result = source.List(folder.Path, entries);
   if (result < 0) {
     FileStatus status;
-    if (result != -EACCES || source.Status(folder.Path, status) < 0) {
-      folder.Failure = FailureOf(result);
-      return false;
-    }
+    folder.Failure = FailureOf(result);
+    if (result != -EACCES || source.Status(folder.Path, status) < 0) return false;
     if (status.Type != FileStatus::Kind::Folder) return false;
   }
   for (FolderEntry& entry : entries) folder.Names.insert(std::move(entry.Name));

@@ -28,6 +28,7 @@ struct Role {
   std::vector<std::string> Arguments;
   int Code;
   const char* Told;
+  bool PipeAlone = false;  // a link to a device does not count there
 };
 
 // "%" stands for the folder, "*" for the odd file.
@@ -50,7 +51,7 @@ const Role kRoles[] = {
      {"tree", "%/P.vbp", "--tags", "*"},
      cli::exFailed,
      "not a regular file"},
-    {"settings", "s.reg", {"tree", "%/P.vbp"}, cli::exDone, "not a regular file"},
+    {"settings", "s.reg", {"build", "%/P.vbp"}, cli::exUsage, "no compiler is registered"},
     {"result", "out", {"dump", "%/P.vbp", "-o", "*"}, cli::exFailed, "not a regular file"},
     {"written module",
      "copy/M.bas",
@@ -66,7 +67,8 @@ const Role kRoles[] = {
      "M.txt",
      {"write", "%/P.vbp", "--to", "%/copy"},
      cli::exFailed,
-     "M.txt is not copied"},
+     "M.txt is not copied",
+     true},
     {"related document",
      "notes.doc",
      {"write", "%/P.vbp", "--to", "%/copy"},
@@ -127,6 +129,7 @@ class Devices : public testing::Test {
 TEST_F(Devices, AndPipesAreToldInEveryRole) {
   for (const Role& role : kRoles) {
     for (const char* target : {"", "/dev/zero"}) {
+      if (*target && role.PipeAlone) continue;
       SCOPED_TRACE(std::string(role.Name) + " is " + (*target ? target : "a pipe"));
       Fill();
       const std::string odd = mFolder.Path() + "/" + role.File;
