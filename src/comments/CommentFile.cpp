@@ -130,8 +130,11 @@ std::string WrittenTag(const WrittenForm& form, const std::string& tag) {
   const TaggedCommentDef* definition = FindTagDefinition(tag);
   if (definition && definition->ElementType == form.Kind) return tag;
   const std::string word = tag.size() > 2 ? tag.substr(2) : "SUMMARY";
-  const std::string prefix(form.Prefix);
-  for (const std::string& candidate : {"##" + prefix + "_" + word, "##" + word + "_" + prefix}) {
+  std::string before = "##";
+  before.append(form.Prefix).append("_").append(word);
+  std::string behind = "##";
+  behind.append(word).append("_").append(form.Prefix);
+  for (const std::string& candidate : {before, behind}) {
     definition = FindTagDefinition(candidate);
     if (definition && definition->ElementType == form.Kind) return candidate;
   }

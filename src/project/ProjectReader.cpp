@@ -1,6 +1,7 @@
 // Reads a project file: settings, references, the list of modules. Nothing here opens a module but
 // to learn the name of one whose line does not tell it.
 
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -280,6 +281,11 @@ void ResetCounters() {
   state.FileCopy_LastError.clear();
 }
 
+// The next help context ID; the largest of all has none behind it.
+std::int32_t Following(std::int32_t id) {
+  return id == std::numeric_limits<std::int32_t>::max() ? id : id + 1;
+}
+
 }  // namespace
 
 bool VBProject::Load(std::string_view ProjectFileName) try {
@@ -295,7 +301,7 @@ bool VBProject::Load(std::string_view ProjectFileName) try {
   OutputFileName.SetBaseName(FileName.BaseName());
   OutputFileName.SetExtension(FileName.Extension());
   ProjectReader(*this).Read();
-  CurrentHelpContextID = mHighestHelpContextID + 1;
+  CurrentHelpContextID = Following(mHighestHelpContextID);
   ProjectName = GetProjectName(FileName.FullPath());
   ProjectSourceType = ptsVisualBasicProject;
   ProjectSourceAccess = psaReadWrite;
