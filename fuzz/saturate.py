@@ -35,7 +35,7 @@ def saturate(target):
     broken, log = CORPUS / f"{target}-broken", CORPUS / f"{target}.log"
     for folder in (corpus, broken):
         folder.mkdir(parents=True, exist_ok=True)
-    command = [ROOT / "build/fuzz/fuzz" / target, *options_of(target), "-timeout=60",
+    command = [ROOT / "build/asan/fuzz" / target, *options_of(target), "-timeout=60",
                "-rss_limit_mb=4096", "-entropic=0", "-print_final_stats=1", f"-artifact_prefix={broken}/", corpus]
     if seeds.is_dir():
         command.append(seeds)
@@ -66,7 +66,7 @@ def main():
     parser.add_argument("--jobs", type=int, default=1)
     parser.add_argument("targets", nargs="*")
     options = parser.parse_args()
-    targets = options.targets or sorted(path.name for path in (ROOT / "build/fuzz/fuzz").glob("*Fuzz"))
+    targets = options.targets or sorted(path.name for path in (ROOT / "build/asan/fuzz").glob("*Fuzz"))
     print("| target | minutes | runs | covered at first | at last | last new at | inputs | end |")
     print("|---|---|---|---|---|---|---|---|", flush=True)
     with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:

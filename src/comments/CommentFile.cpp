@@ -76,9 +76,9 @@ auto ShareOf(const Collection& collection, const typename Collection::Element& e
 void Prepare(const Place& place) {
   place.Component->LastElement = place.LastElement;
   if (auto* enumeration = dynamic_cast<Enumeration*>(place.LastElement))
-    place.Block->CurrentEnum = ShareOf(place.Component->Enumerations, *enumeration);
+    place.Block->CurrentEnum() = ShareOf(place.Component->Enumerations, *enumeration);
   if (auto* udt = dynamic_cast<UDT*>(place.LastElement))
-    place.Block->CurrentUDT = ShareOf(place.Component->UDTs, *udt);
+    place.Block->CurrentUDT() = ShareOf(place.Component->UDTs, *udt);
 }
 
 void ApplyOne(VBProject& project, const pugi::xml_node& item) {
@@ -157,9 +157,9 @@ struct Writer {
 
   void WriteAll(CodeElement& element) {
     const auto* parameter = dynamic_cast<const Parameter*>(&element);
-    const std::string* description =
+    const LateText* description =
         parameter ? &parameter->mDescription : element.TaggedDescriptionField();
-    if (description && !description->empty()) Write(element, "##SUMMARY", {}, *description);
+    if (description && !description->empty()) Write(element, "##SUMMARY", {}, description->str());
     OnDemand<TaggedComments>* comments = element.TaggedCommentsField();
     if (!comments || !comments->IfAny()) return;
     for (const TaggedComment& comment : **comments)

@@ -81,8 +81,8 @@ void TakeWhatMayFit(OfferMemory& memory, Component& component, Block& block, Wai
   Take(memory.Others, offered);
   for (auto& [definition, list] : memory.ByTag)
     if (!list.empty() && FindsElement(*definition, component, block)) Take(list, offered);
-  const Enumeration* enumeration = block.CurrentEnum.get();
-  const UDT* udt = block.CurrentUDT.get();
+  const Enumeration* enumeration = block.CurrentEnum().get();
+  const UDT* udt = block.CurrentUDT().get();
   TakeNamed(memory.Names[kVariables], block.Variables.IfAny(), offered);
   TakeNamed(memory.Names[kEnumMembers], enumeration ? &enumeration->Members() : nullptr, offered);
   TakeNamed(memory.Names[kStructureMembers], udt ? &udt->Members : nullptr, offered);
@@ -176,10 +176,10 @@ OfferMemory& MemoryOf(TaggedComments& buffer) {
 OfferState OfferState::Of(const Component& component, const Block& block) {
   OfferState state;
   state.Target = &block;
-  state.CurrentEnum = block.CurrentEnum.get();
-  state.CurrentUDT = block.CurrentUDT.get();
-  if (block.CurrentEnum) state.EnumMembers = block.CurrentEnum->Members().Count();
-  if (block.CurrentUDT) state.UDTMembers = block.CurrentUDT->Members.Count();
+  state.CurrentEnum = block.CurrentEnum().get();
+  state.CurrentUDT = block.CurrentUDT().get();
+  if (block.CurrentEnum()) state.EnumMembers = block.CurrentEnum()->Members().Count();
+  if (block.CurrentUDT()) state.UDTMembers = block.CurrentUDT()->Members.Count();
   if (const vendrel::Variables* variables = block.Variables.IfAny())
     state.Variables = variables->Count();
   state.Interfaces = component.Interfaces.Count();

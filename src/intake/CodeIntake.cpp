@@ -20,14 +20,14 @@ bool OpensBlock(const Component& component, const ParsedLine& line) {
 // What the previous block holds as a pending comment goes with the procedure that follows.
 void OpenProcedure(Component& component) {
   if (Block* previous = component.CurrentBlock.Get()) {
-    component.CommentBuffer = std::move(previous->CommentBuffer);
-    previous->CommentBuffer.clear();
+    component.CommentBuffer = std::move(previous->Intake().CommentBuffer);
+    previous->Intake().CommentBuffer.clear();
     if (CodeLines* lines = previous->CodeLines.IfAny(); lines && !lines->Unloaded())
       lines->Shrink();
   }
   Block* block = component.NewBlock();
   component.CurrentBlock = block;
-  block->CommentBuffer = component.CommentBuffer;
+  block->Intake().CommentBuffer = component.CommentBuffer;
 }
 
 // Statements that the documented list of declarations leaves out.

@@ -21,9 +21,9 @@ void LineIntake::AttachComments() {
 }
 
 void LineIntake::DescribeFromBuffer(CodeElement& element) {
-  if (mBlock.CommentBuffer.empty()) return;
-  AddObjectDescription(element, mBlock.CommentBuffer);
-  mBlock.CommentBuffer.clear();
+  if (mState.CommentBuffer.empty()) return;
+  AddObjectDescription(element, mState.CommentBuffer);
+  mState.CommentBuffer.clear();
 }
 
 // A blank line detaches pending comments from what follows; the first one of the declarations ends
@@ -40,7 +40,7 @@ void LineIntake::AttachAtBlankLine() {
     DescribeFromBuffer(mBlock);
   } else {
     SetLast(nullptr);
-    mBlock.CommentBuffer.clear();
+    mState.CommentBuffer.clear();
   }
 }
 
@@ -57,7 +57,7 @@ void JoinComment(std::string& buffer, std::string_view text) {
 
 void LineIntake::AttachCommentLine() {
   if (mBlock.Name().empty()) {
-    JoinComment(mBlock.CommentBuffer, mUntagged);
+    JoinComment(mState.CommentBuffer, mUntagged);
   } else if (mIntake.Reading.LeadingComments && mState.mEnded) {
     JoinComment(mIntake.LeadingComment, mUntagged);
   } else if (!mState.FoundActualCodeInBlock) {
@@ -77,12 +77,12 @@ void LineIntake::AttachAtStatement() {
     DescribeFromBuffer(mBlock);
     if (!mIntake.LeadingComment.empty()) AddObjectDescription(mBlock, mIntake.LeadingComment);
     JudgeStatic();
-  } else if (type == VAR_DECLARATION && !mBlock.CommentBuffer.empty() && mBlock.Variables.IfAny() &&
+  } else if (type == VAR_DECLARATION && !mState.CommentBuffer.empty() && mBlock.Variables.IfAny() &&
              mBlock.Variables->Count() > 0 && mOptions.UnTaggedVariables) {
     DescribeFromBuffer(*mBlock.Variables->Item(mBlock.Variables->Count()));
   }
   if (type != ATTRIBUTE_LINE && type != TAGGED_COMMENT) mIntake.LeadingComment.clear();
-  if (type != ATTRIBUTE_LINE) mBlock.CommentBuffer.clear();
+  if (type != ATTRIBUTE_LINE) mState.CommentBuffer.clear();
 }
 
 void LineIntake::AttachModuleComment() {

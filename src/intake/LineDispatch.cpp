@@ -166,7 +166,7 @@ void LineIntake::TakeEnumeration() {
   enumeration->SetSourceLine(mIntake.StatementLine);
   enumeration->Component = &mComponent;
   enumeration->Initialise(mLine.StatementPart);
-  mBlock.CurrentEnum = enumeration;
+  mBlock.CurrentEnum() = enumeration;
   DescribeFromBuffer(*enumeration);
   SetLast(enumeration.get());
 }
@@ -177,7 +177,7 @@ void LineIntake::TakeStructure() {
   structure->SetSourceLine(mIntake.StatementLine);
   structure->Component = &mComponent;
   structure->Initialise(mLine.StatementPart);
-  mBlock.CurrentUDT = structure;
+  mBlock.CurrentUDT() = structure;
   DescribeFromBuffer(*structure);
   SetLast(structure.get());
 }

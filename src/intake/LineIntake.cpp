@@ -71,7 +71,7 @@ void LineIntake::Run(std::int32_t before, std::int32_t after) {
   if (!mLine.NotInSource) ++mState.mCurrentLineIndex;
   if (!mLine.Continued) {
     SplitComment();
-    if (mBlock.CurrentEnum || mBlock.CurrentUDT || mLine.LineType == BLANK_LINE)
+    if (mBlock.CurrentEnum() || mBlock.CurrentUDT() || mLine.LineType == BLANK_LINE)
       TakeInsideDeclaration();
     else
       Dispatch();
@@ -92,7 +92,7 @@ void LineIntake::SplitComment() {
   mComment->LineIndex = mState.mCurrentLineIndex;
   mComment->SourceLine = mIntake.PhysicalLine;
   mComment->Initialise(mLine.CommentPart);
-  mBlock.LastTaggedComment = mComment;
+  mState.LastTaggedComment = mComment;
   ForgetLastElementUnlessDescribable(mComment->TagIdentifier);
   ContinueTaggedComment();
   if (!mComment->TaggedCommentDef() && mComment->TagIdentifier != "##") {
@@ -146,8 +146,8 @@ void LineIntake::HandOverTaggedComments() {
   if (mClearLastElement) mComponent.LastElement = nullptr;
   if (mClearTaggedCommentBuffer && mComponent.TaggedCommentBuffer.IfAny())
     mComponent.TaggedCommentBuffer.Renew();
-  mState.mEnumOpen = mBlock.CurrentEnum != nullptr;
-  mState.mUDTOpen = mBlock.CurrentUDT != nullptr;
+  mState.mEnumOpen = mBlock.CurrentEnum() != nullptr;
+  mState.mUDTOpen = mBlock.CurrentUDT() != nullptr;
   mState.mEventLast = mIsEvent || mFoundEventComment || (mState.mEventLast && mLine.Continued);
   if (mLine.LineType != Comment && mLine.LineType != TAGGED_COMMENT)
     mComponent.VMCommentBuffer.clear();

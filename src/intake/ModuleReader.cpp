@@ -96,7 +96,7 @@ void ModuleReader::Load(bool onlyHeader) {
 void ModuleReader::Finish() {
   Block* block = mComponent.CurrentBlock.Get();
   if (!block) return;
-  block->CommentBuffer.clear();
+  block->Intake().CommentBuffer.clear();
   if (CodeLines* lines = block->CodeLines.IfAny(); lines && !lines->Unloaded()) lines->Shrink();
 }
 

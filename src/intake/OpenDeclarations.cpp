@@ -22,21 +22,21 @@ void LineIntake::TakeInsideDeclaration() {
 void LineIntake::TakeMember() {
   std::string source(mLine.StatementPart);
   source.append(" '").append(mUntagged);
-  if (mBlock.CurrentEnum && mState.mEnumOpen) {
-    const std::shared_ptr<EnumMember> member = mBlock.CurrentEnum->AddMember(source);
+  if (mBlock.CurrentEnum() && mState.mEnumOpen) {
+    const std::shared_ptr<EnumMember> member = mBlock.CurrentEnum()->AddMember(source);
     member->SetSourceLine(mIntake.StatementLine);
-    const std::size_t count = mBlock.CurrentEnum->Members().Count();
-    SetLast(mBlock.CurrentEnum->Members().Item(count));
-  } else if (mBlock.CurrentUDT && mState.mUDTOpen) {
-    const std::shared_ptr<Variable> member = mBlock.CurrentUDT->AddMember(source);
+    const std::size_t count = mBlock.CurrentEnum()->Members().Count();
+    SetLast(mBlock.CurrentEnum()->Members().Item(count));
+  } else if (mBlock.CurrentUDT() && mState.mUDTOpen) {
+    const std::shared_ptr<Variable> member = mBlock.CurrentUDT()->AddMember(source);
     member->SetSourceLine(mIntake.StatementLine);
-    SetLast(mBlock.CurrentUDT->Members.Item(mBlock.CurrentUDT->Members.Count()));
+    SetLast(mBlock.CurrentUDT()->Members.Item(mBlock.CurrentUDT()->Members.Count()));
   }
 }
 
 void LineIntake::CloseStructure() {
-  const std::shared_ptr<UDT> structure = std::move(mBlock.CurrentUDT);
-  mBlock.CurrentUDT.reset();
+  const std::shared_ptr<UDT> structure = std::move(mBlock.CurrentUDT());
+  mBlock.CurrentUDT().reset();
   if (mOptions.BuildTypeCache && !IsDotNet()) {
     mComponent.TypeCache.Add(structure->Name, tcLocalModuleUDT);
     if (VBProject* project = mComponent.VBProject())
@@ -47,8 +47,8 @@ void LineIntake::CloseStructure() {
 }
 
 void LineIntake::CloseEnumeration() {
-  const std::shared_ptr<Enumeration> enumeration = std::move(mBlock.CurrentEnum);
-  mBlock.CurrentEnum.reset();
+  const std::shared_ptr<Enumeration> enumeration = std::move(mBlock.CurrentEnum());
+  mBlock.CurrentEnum().reset();
   if (mOptions.BuildTypeCache) {
     mComponent.TypeCache.Add(enumeration->Name, tcLocalModuleEnum);
     VBProject* project = mComponent.VBProject();

@@ -49,9 +49,9 @@ void LineIntake::TakeOption(std::string_view statement) {
     mComponent.OptionBase = NumericValue(behind(12));
   if (StartsWithNoCaseAscii(statement, "option private")) mComponent.OptionPrivate = true;
   // A comment directly above the options heads the module.
-  if (mIntake.Reading.LeadingComments && !mState.mFoundItem && !mBlock.CommentBuffer.empty()) {
-    AddObjectDescription(mComponent, mBlock.CommentBuffer);
-    mBlock.CommentBuffer.clear();
+  if (mIntake.Reading.LeadingComments && !mState.mFoundItem && !mState.CommentBuffer.empty()) {
+    AddObjectDescription(mComponent, mState.CommentBuffer);
+    mState.CommentBuffer.clear();
   }
 }
 

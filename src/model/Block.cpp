@@ -99,16 +99,15 @@ void Block::AddAttribute(std::string_view text) { mAttributes->emplace_back(text
 void Block::UnloadSourceCode() try {
   if (mBlockType != btDeclarations)
     Variables.Drop();
-  else if (const vendrel::Variables* variables = Variables.IfAny())
-    for (Variable& variable : *variables) std::string().swap(variable.UnTaggedDescription);
+  else if (vendrel::Variables* variables = Variables.IfAny()) {
+    for (Variable& variable : *variables) variable.UnTaggedDescription.clear();
+    variables->Fit();
+  }
   DefinitionLine = {};
-  std::string().swap(UnTaggedDescription);
-  std::string().swap(CommentBuffer);
-  LastTaggedComment.reset();
+  UnTaggedDescription.clear();
   CodeLines.Drop();
   Parameters.Drop();
-  CurrentEnum.reset();
-  CurrentUDT.reset();
+  mIntake.Drop();
   mAttributes.Drop();
   Constants.Drop();
 } catch (VendrelError& failure) {

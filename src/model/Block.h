@@ -25,9 +25,6 @@ class Block : public CodeElement {
   Block();
   ~Block() override;
 
-  /// The open `Enum` or `Type` statement.
-  std::shared_ptr<Enumeration> CurrentEnum;
-  std::shared_ptr<UDT> CurrentUDT;
   /// Identity within the process since the last load.
   std::int32_t BlockID;
   std::int32_t HelpContextID = 0;
@@ -40,11 +37,9 @@ class Block : public CodeElement {
   SharedText InheritedFrom;
   SharedText ImplementsName;
   SharedText DelegateQualifiedName;
-  std::string TaggedDescription;
-  std::string UnTaggedDescription;
-  std::string ReturnDescription;
-  /// Pending text of untagged comments, "<crlf>" between lines.
-  std::string CommentBuffer;
+  LateText TaggedDescription;
+  LateText UnTaggedDescription;
+  LateText ReturnDescription;
   /// Which procedures the property has; 0 for other blocks.
   PropertyTypeEnum PropertyType = ptNone;
   bool ReturnTypeIsArray = false;
@@ -65,8 +60,6 @@ class Block : public CodeElement {
   bool IsShadow = false;
   /// The set half of a VB.NET property, which has no lines of its own; null for other blocks.
   std::shared_ptr<Block> Setter;
-  /// Every comment of the lines read so far; the last one.
-  std::shared_ptr<TaggedComment> LastTaggedComment;
   /// The control, variable or module whose event this procedure handles.
   WeakHandle<CodeElement> EventSource;
   WeakHandle<vendrel::Component> Component;
@@ -78,13 +71,25 @@ class Block : public CodeElement {
   OnDemand<vendrel::Examples> Examples;
   OnDemand<vendrel::TaggedComments> TaggedComments;
 
+  /// The open `Enum` or `Type` statement; may be assigned.
+  std::shared_ptr<Enumeration>& CurrentEnum() { return mIntake->CurrentEnum; }
+  std::shared_ptr<UDT>& CurrentUDT() { return mIntake->CurrentUDT; }
+  const std::shared_ptr<Enumeration>& CurrentEnum() const { return mIntake->CurrentEnum; }
+  const std::shared_ptr<UDT>& CurrentUDT() const { return mIntake->CurrentUDT; }
+  /// Pending text of untagged comments, "<crlf>" between lines.
+  const std::string& CommentBuffer() const { return mIntake->CommentBuffer; }
+  /// The last comment of the lines read so far, tagged or not; null if there was none.
+  const std::shared_ptr<TaggedComment>& LastTaggedComment() const {
+    return mIntake->LastTaggedComment;
+  }
+
   std::string_view ClassName() const override { return "Block"; }
   std::string ElementName() const override { return mName; }
   std::string Description() const override;
   std::string QualifiedName() const override;
   vendrel::Component* OwnComponent() const override { return Component.Get(); }
-  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
-  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
+  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
   bool* ExcludeFlagField() override { return &ExcludeFlag; }
   bool* IsNewField() override { return &IsNew; }
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
@@ -227,8 +232,12 @@ class Block : public CodeElement {
                       Prop{"SourceLine", &Block::SourceLine}};
   }
 
-  // State of the intake that outlives a line; only the intake touches it.
+  // State of the intake that outlives a line and ends with the source; only the intake touches it.
   struct IntakeState {
+    std::shared_ptr<Enumeration> CurrentEnum;
+    std::shared_ptr<UDT> CurrentUDT;
+    std::shared_ptr<TaggedComment> LastTaggedComment;
+    std::string CommentBuffer;
     std::int32_t mCurrentLineIndex = 0;
     bool mEventLast = false;
     bool mFoundItem = false;
@@ -239,8 +248,8 @@ class Block : public CodeElement {
     SharedText mLastTagIdentifier;
     SharedText mLastQualifier;
   };
-  IntakeState& Intake() { return mIntake; }
-  const IntakeState& Intake() const { return mIntake; }
+  IntakeState& Intake() { return *mIntake; }
+  const IntakeState& Intake() const { return *mIntake; }
   void SetCompletelyLoaded() { mCompletelyLoaded = true; }
   void AddAttribute(std::string_view text);
   void SetStoredLines(std::int32_t start, std::int32_t end) {
@@ -256,7 +265,7 @@ class Block : public CodeElement {
   WeakHandle<ProjectOptions> mProject;
   WeakHandle<vendrel::Namespace> mNamespace;
   OnDemand<std::vector<std::string>> mAttributes;
-  IntakeState mIntake;
+  OnDemand<IntakeState> mIntake;
   std::int32_t mStartLine = -1;
   std::int32_t mEndLine = -1;
   BlockTypeEnum mBlockType = btUnrecognised;

@@ -108,10 +108,11 @@ bool Blocks::Add(std::shared_ptr<Block> item, std::string_view Key, const Positi
   if (Key.empty()) {
     mCol.Insert(std::move(item));
     Adopt(block, true);
-  } else {
-    if (CheckForDuplicateKey(mCol, "Block", Key)) return false;
-    mCol.Insert(std::move(item), Key, Before, After);
+  } else if (mCol.InsertIfFree(std::move(item), Key, Before, After)) {
     Adopt(block, !Before.Given() && !After.Given());
+  } else {
+    ReportDuplicateKey("Block", Key);
+    return false;
   }
   Sorted = false;
   return true;

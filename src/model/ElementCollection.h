@@ -41,17 +41,17 @@ class ElementCollection {
   /// keeps it. An empty key adds without one. Gives whether it was added.
   bool Add(std::shared_ptr<T> item, std::string_view key = {}, const Position& before = {},
            const Position& after = {}) {
-    if (!key.empty() && CheckForDuplicateKey(mCol, Family::TypeText, key)) return false;
-    if constexpr (Family::Placed)
-      mCol.Insert(std::move(item), key, before, after);
-    else
-      mCol.Insert(std::move(item), key);
-    return true;
+    const bool added = Family::Placed ? mCol.InsertIfFree(std::move(item), key, before, after)
+                                      : mCol.InsertIfFree(std::move(item), key);
+    if (!added) ReportDuplicateKey(Family::TypeText, key);
+    return added;
   }
   /// Removes by position or key; raises 9 when there is none.
   void Remove(std::size_t index) { mCol.Remove(index); }
   void Remove(std::string_view key) { mCol.Remove(key); }
   void Clear() { mCol.Clear(); }
+  /// Gives back the memory that was set aside for more elements.
+  void Fit() { mCol.Fit(); }
   std::size_t Count() const { return mCol.Count(); }
 
   auto begin() const { return mCol.begin(); }

@@ -72,12 +72,12 @@ PropertyTypeEnum PropertyGroup::PropertyAccess(AccessTypeEnum AccessType) const 
   return read && write ? ptReadWrite : read ? ptRead : write ? ptWrite : ptNone;
 }
 
-const std::string& PropertyGroup::TaggedDescription() const {
+std::string_view PropertyGroup::TaggedDescription() const {
   ConsolidateDescriptions();
   return mTaggedDescription;
 }
 
-const std::string& PropertyGroup::UnTaggedDescription() const {
+std::string_view PropertyGroup::UnTaggedDescription() const {
   ConsolidateDescriptions();
   return mUnTaggedDescription;
 }

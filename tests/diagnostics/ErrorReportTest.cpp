@@ -137,7 +137,7 @@ TEST(FatalSignals, HaveTheirWords) {
   EXPECT_EQ(FatalSignalName(SIGABRT, 0), "Unknown (&H00000006)");
 }
 
-#if !defined(__SANITIZE_ADDRESS__)
+#if !defined(VENDREL_SANITIZED)
 [[gnu::noinline]] int Deep(volatile int* depth) {
   volatile char room[4096];
   room[0] = static_cast<char>(*depth);

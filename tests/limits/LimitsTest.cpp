@@ -19,7 +19,7 @@
 namespace vendrel {
 namespace {
 
-#if defined(NDEBUG) && !defined(__SANITIZE_ADDRESS__)
+#if defined(NDEBUG) && !defined(VENDREL_SANITIZED)
 constexpr std::size_t kPart = 1;
 #else
 constexpr std::size_t kPart = 25;
