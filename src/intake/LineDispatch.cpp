@@ -96,7 +96,7 @@ void LineIntake::TakeDotNetPropertyEnd() {
     setter->PropertyType = mBlock.PropertyType;
     setter->SetBlockType(btPropertySet);
     mComponent.AddPropertyBlockToPropertyGroup(setter.get());
-    mBlock.Setter = std::move(setter);
+    mBlock.SetSetter(std::move(setter));
   } else {
     mBlock.SetBlockType(btPropertySet);
   }

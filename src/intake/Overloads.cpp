@@ -15,7 +15,7 @@ bool SameKind(const Block& a, const Block& b) {
 Block* NewMaster(Component& component, const Block& current) {
   Block* master = component.netCreateBlock(current.BlockType(), current.Name(), current.Access,
                                            current.ReturnType, current.Implemented,
-                                           current.InheritedFrom, current.IsStatic,
+                                           current.InheritedFrom(), current.IsStatic,
                                            current.IsVirtual, current.IsAbstract, current.IsShadow);
   master->IsConstructor = current.IsConstructor;
   return master;
@@ -29,7 +29,7 @@ void MoveToMaster(Component& component, Block& block, Block& master) {
   component.Blocks.Remove(index);
   block.SetName(block.OverloadedMethodSignature());
   block.SetOverloaded(true);
-  master.OverloadBlocks->Add(shared, block.Name());
+  master.AddOverload(shared, block.Name());
 }
 
 }  // namespace
@@ -43,7 +43,7 @@ void CollectOverloads(Component& component) {
     if (other == &current || other->Name() != current.Name() || !SameKind(*other, current))
       continue;
     found = true;
-    if (other->OverloadBlocks.IfAny() && other->OverloadBlocks->Count() > 0) {
+    if (other->OverloadBlocks().IfAny() && other->OverloadBlocks()->Count() > 0) {
       master = other;
       break;
     }

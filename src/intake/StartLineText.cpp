@@ -47,6 +47,12 @@ StartLineParts CutStartLine(std::string_view s) {
 }
 
 // What modifiers do that any of the three classes has.
+void SetInheritedFrom(Block& o, std::string_view base) { o.SetInheritedFrom(base); }
+template <typename Element>
+void SetInheritedFrom(Element& o, std::string_view base) {
+  o.InheritedFrom = base;
+}
+
 template <typename Element>
 bool TakeCommonModifier(Element& o, std::string_view word, std::string_view base) {
   const auto is = [&](std::string_view keyword) { return EqualsNoCaseAscii(word, keyword); };
@@ -54,7 +60,7 @@ bool TakeCommonModifier(Element& o, std::string_view word, std::string_view base
     o.Implemented = true;
   } else if (is("OVERRIDES")) {
     o.Implemented = true;
-    o.InheritedFrom = base;
+    SetInheritedFrom(o, base);
   } else if (is("OVERRIDABLE")) {
     o.IsVirtual = true;
   } else if (is("MUSTOVERRIDE")) {
@@ -184,7 +190,7 @@ void ParseStartLine(std::string_view Text, Block& o) {
   }
   LoadParameters(*o.Parameters, o.Component.Get(), parts.Parameters, &o);
   SuffixWords suffix = ReadSuffix(parts.Suffix);
-  if (!suffix.ImplementsName.empty()) o.ImplementsName = suffix.ImplementsName;
+  if (!suffix.ImplementsName.empty()) o.SetImplementsName(suffix.ImplementsName);
   if (!suffix.Type.empty()) {
     CutArray(suffix);
     o.ReturnType = suffix.Type;

@@ -28,20 +28,17 @@ class Block : public CodeElement {
   /// Identity within the process since the last load.
   std::int32_t BlockID;
   std::int32_t HelpContextID = 0;
+  /// Which procedures the property has; 0 for other blocks.
+  PropertyTypeEnum PropertyType = ptNone;
   SharedText Access = "PRIVATE";
   SharedText ReturnType;
   /// Statement of the start line, as written.
   SharedText DefinitionLine;
   /// Name of the interface whose member this implements; empty if none.
   SharedText Interface;
-  SharedText InheritedFrom;
-  SharedText ImplementsName;
-  SharedText DelegateQualifiedName;
   LateText TaggedDescription;
   LateText UnTaggedDescription;
   LateText ReturnDescription;
-  /// Which procedures the property has; 0 for other blocks.
-  PropertyTypeEnum PropertyType = ptNone;
   bool ReturnTypeIsArray = false;
   bool IsFriend = false;
   bool IsStatic = false;
@@ -58,8 +55,6 @@ class Block : public CodeElement {
   bool IsSealed = false;
   bool IsAbstract = false;
   bool IsShadow = false;
-  /// The set half of a VB.NET property, which has no lines of its own; null for other blocks.
-  std::shared_ptr<Block> Setter;
   /// The control, variable or module whose event this procedure handles.
   WeakHandle<CodeElement> EventSource;
   WeakHandle<vendrel::Component> Component;
@@ -67,9 +62,20 @@ class Block : public CodeElement {
   OnDemand<vendrel::Variables> Variables;
   OnDemand<vendrel::Constants> Constants;
   OnDemand<vendrel::CodeLines> CodeLines;
-  OnDemand<Blocks> OverloadBlocks;
   OnDemand<vendrel::Examples> Examples;
   OnDemand<vendrel::TaggedComments> TaggedComments;
+
+  /// What few blocks have: marks of VB.NET, and the overloads gathered under this one.
+  const SharedText& InheritedFrom() const { return mRare->InheritedFrom; }
+  const SharedText& ImplementsName() const { return mRare->ImplementsName; }
+  const SharedText& DelegateQualifiedName() const { return mRare->DelegateQualifiedName; }
+  /// The set half of a VB.NET property, which has no lines of its own; null for other blocks.
+  const std::shared_ptr<Block>& Setter() const { return mRare->Setter; }
+  const OnDemand<Blocks>& OverloadBlocks() const { return mRare->OverloadBlocks; }
+  void SetInheritedFrom(std::string_view name);
+  void SetImplementsName(std::string_view name) { mRare->ImplementsName = name; }
+  void SetSetter(std::shared_ptr<Block> setter) { mRare->Setter = std::move(setter); }
+  void AddOverload(std::shared_ptr<Block> overload, std::string_view key);
 
   /// The open `Enum` or `Type` statement; may be assigned.
   std::shared_ptr<Enumeration>& CurrentEnum() { return mIntake->CurrentEnum; }
@@ -105,7 +111,7 @@ class Block : public CodeElement {
   bool IsDelegate() const { return mIsDelegate; }
   void SetIsDelegate(bool value);
   /// Namespace of a delegate; null for any other block.
-  vendrel::Namespace* Namespace() const { return mNamespace.Get(); }
+  vendrel::Namespace* Namespace() const { return mRare->Namespace.Get(); }
   void SetNamespace(vendrel::Namespace* value);
 
   /// The options that hold for this block: those of its project, else the defaults.
@@ -238,6 +244,7 @@ class Block : public CodeElement {
     std::shared_ptr<UDT> CurrentUDT;
     std::shared_ptr<TaggedComment> LastTaggedComment;
     std::string CommentBuffer;
+    std::vector<std::string> Attributes;
     std::int32_t mCurrentLineIndex = 0;
     bool mEventLast = false;
     bool mFoundItem = false;
@@ -259,13 +266,20 @@ class Block : public CodeElement {
 
  private:
   friend class Blocks;
+  struct RareParts {
+    SharedText InheritedFrom;
+    SharedText ImplementsName;
+    SharedText DelegateQualifiedName;
+    std::shared_ptr<Block> Setter;
+    WeakHandle<vendrel::Namespace> Namespace;
+    OnDemand<Blocks> OverloadBlocks;
+  };
 
   std::string mName;
   Blocks* mOwner = nullptr;
   WeakHandle<ProjectOptions> mProject;
-  WeakHandle<vendrel::Namespace> mNamespace;
-  OnDemand<std::vector<std::string>> mAttributes;
   OnDemand<IntakeState> mIntake;
+  OnDemand<RareParts> mRare;
   std::int32_t mStartLine = -1;
   std::int32_t mEndLine = -1;
   BlockTypeEnum mBlockType = btUnrecognised;

@@ -59,7 +59,7 @@ Block* Blocks::Item(std::string_view Key) const {
   const bool isAnswer = (found->IsDelegate() && EqualsNoCase(sought.Base, found->Name())) ||
                         (found->Overloaded() && EqualsNoCase(found->FullName(), sought.Key));
   if (isAnswer) return found;
-  const Blocks* overloads = found->OverloadBlocks.IfAny();
+  const Blocks* overloads = found->OverloadBlocks().IfAny();
   return overloads && overloads->Count() > 0 ? overloads->Item(sought.Key) : found;
 }
 

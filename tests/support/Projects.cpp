@@ -217,8 +217,8 @@ std::string Describe(const Block& b) {
   if (b.Variables.IfAny())
     for (const Variable& item : *b.Variables)
       text += "  var " + Describe(item) + At(item, item.LineIndex) + "\n";
-  if (b.OverloadBlocks.IfAny())
-    for (const Block& item : *b.OverloadBlocks) text += " " + Describe(item);
+  if (b.OverloadBlocks().IfAny())
+    for (const Block& item : *b.OverloadBlocks()) text += " " + Describe(item);
   return text;
 }
 
