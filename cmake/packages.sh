@@ -12,6 +12,7 @@ run   libcli11-dev     the command line of the tool
 run   nlohmann-json3-dev reads JSON
 run   libutf8proc-dev  upper and lower case beyond ASCII
 run   libuchardet-dev  guesses code pages
+run   libmimalloc-dev  takes memory in large pages, which the kernel hands out faster
 test  libgtest-dev     the test framework
 test  libgmock-dev     its matchers
 test  chromium         opens the pages of the html command, as a reader would
