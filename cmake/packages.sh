@@ -19,6 +19,7 @@ test  chromium         opens the pages of the html command, as a reader would
 test  mingw-w64-tools  compiles small type libraries for the tests (widl)
 fuzz  clang            compiles for the sanitizers and the fuzz targets
 fuzz  libclang-rt-14-dev what those need at run time
+check gcovr            sums up which lines the tests reach
 check libbenchmark-dev measures small pieces (preset bench)
 check git              tells which files have changed
 check clang-format     checks the layout of the code

@@ -54,7 +54,7 @@ def saturate(target):
             if used - quiet_since >= QUIET or used >= LIMIT:
                 run.send_signal(2)
                 run.wait()
-    failed = any(broken.iterdir())
+    failed = any(not found.name.startswith("slow-unit") for found in broken.iterdir())
     runs = last_number(log, r"number_of_executed_units") or last_number(log, r"\n#")
     end = "**broken**" if failed else "quiet" if used - quiet_since >= QUIET else "limit"
     return (f"| `{target}` | {used / 60:.0f} | {runs:,} | {first:,} | {best:,} | "
