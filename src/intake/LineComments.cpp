@@ -2,6 +2,8 @@
 
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
+#include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "model/Namespace.h"
@@ -9,7 +11,7 @@
 
 namespace vendrel {
 
-void LineIntake::AttachComments() {
+void LineIntake::AttachComments() try {
   if (mLine.LineType == BLANK_LINE)
     AttachAtBlankLine();
   else if (mLine.LineType == Comment)
@@ -18,6 +20,9 @@ void LineIntake::AttachComments() {
     AttachAtStatement();
   AttachModuleComment();
   FinishStartLine();
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.AttachComments", "LineComments", LineReached()).Of(mBlock);
+  throw;
 }
 
 void LineIntake::DescribeFromBuffer(CodeElement& element) {
@@ -65,7 +70,7 @@ void LineIntake::AttachCommentLine() {
   }
 }
 
-void LineIntake::AttachAtStatement() {
+void LineIntake::AttachAtStatement() try {
   const bool declarations = mBlock.BlockType() == btDeclarations;
   const LineTypeEnum type = mLine.LineType;
   if (type == OTHER && !declarations) mState.FoundActualCodeInBlock = true;
@@ -83,6 +88,9 @@ void LineIntake::AttachAtStatement() {
   }
   if (type != ATTRIBUTE_LINE && type != TAGGED_COMMENT) mIntake.LeadingComment.clear();
   if (type != ATTRIBUTE_LINE) mState.CommentBuffer.clear();
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.AttachAtStatement", "LineComments", LineReached()).Of(mBlock);
+  throw;
 }
 
 void LineIntake::AttachModuleComment() {
@@ -104,7 +112,7 @@ void LineIntake::AttachModuleComment() {
 }
 
 // A delegate is no member of its class.
-void LineIntake::AddDelegate() {
+void LineIntake::AddDelegate() try {
   if (!IsDotNet() || !mBlock.IsDelegate()) return;
   Blocks& blocks = mComponent.Blocks;
   if (blocks.Count() == 0 || blocks.Last() != &mBlock) return;
@@ -112,6 +120,9 @@ void LineIntake::AddDelegate() {
   if (Namespace* space = mComponent.Namespace.Get()) space->Delegates.Add(self, mBlock.Name());
   mIntake.DetachedBlock = self;
   blocks.Remove(blocks.Count());
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.AddDelegate", "LineComments", LineReached()).Of(mBlock);
+  throw;
 }
 
 void LineIntake::FindEventSource() {
@@ -152,7 +163,7 @@ void LineIntake::JudgeStatic() {
   if (keywordPosition < namePosition) mBlock.IsStatic = true;
 }
 
-void LineIntake::FinishStartLine() {
+void LineIntake::FinishStartLine() try {
   const LineTypeEnum type = mLine.LineType;
   const bool plain = type == START_FUNCTION || type == START_SUB || type == START_PROPERTY;
   if (!plain && !(mIntake.Reading.InitialiseProcedures && IsStartLineType(type))) return;
@@ -165,6 +176,9 @@ void LineIntake::FinishStartLine() {
     SettleAccess();
   }
   SettlePropertyType();
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.FinishStartLine", "LineComments", LineReached()).Of(mBlock);
+  throw;
 }
 
 void LineIntake::SettleAccess() {

@@ -162,11 +162,14 @@ const TypeInfo* TypeInfo::ResolvedType() const {
   return TypeKind == tkAlias ? AliasType.TypeInfo() : nullptr;
 }
 
-const TypeInfo* TypeLibInfo::Resolve(TypeReference reference) const {
+const TypeInfo* TypeLibInfo::Resolve(TypeReference reference) const try {
   const TypeInfo* found = TryResolve(reference);
   if (found == nullptr && reference.IsExternal() && reference.Index() < ImportedTypes.size())
     throw VendrelError(errFileNotFound, MissingText(*this, ImportedTypes[reference.Index()]));
   return found;
+} catch (VendrelError& failure) {
+  failure.AddContext("TypeLibInfo.Resolve", "TypeLibInfo").Field("Name", Name);
+  throw;
 }
 
 const TypeInfo* TypeLibInfo::TryResolve(TypeReference reference) const {
