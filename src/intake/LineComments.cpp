@@ -11,7 +11,7 @@
 
 namespace vendrel {
 
-void LineIntake::AttachComments() try {
+void LineIntake::AttachComments() {
   if (mLine.LineType == BLANK_LINE)
     AttachAtBlankLine();
   else if (mLine.LineType == Comment)
@@ -20,9 +20,6 @@ void LineIntake::AttachComments() try {
     AttachAtStatement();
   AttachModuleComment();
   FinishStartLine();
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.AttachComments", "LineComments", LineReached()).Of(mBlock);
-  throw;
 }
 
 void LineIntake::DescribeFromBuffer(CodeElement& element) {
@@ -70,7 +67,7 @@ void LineIntake::AttachCommentLine() {
   }
 }
 
-void LineIntake::AttachAtStatement() try {
+void LineIntake::AttachAtStatement() {
   const bool declarations = mBlock.BlockType() == btDeclarations;
   const LineTypeEnum type = mLine.LineType;
   if (type == OTHER && !declarations) mState.FoundActualCodeInBlock = true;
@@ -88,9 +85,6 @@ void LineIntake::AttachAtStatement() try {
   }
   if (type != ATTRIBUTE_LINE && type != TAGGED_COMMENT) mIntake.LeadingComment.clear();
   if (type != ATTRIBUTE_LINE) mState.CommentBuffer.clear();
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.AttachAtStatement", "LineComments", LineReached()).Of(mBlock);
-  throw;
 }
 
 void LineIntake::AttachModuleComment() {

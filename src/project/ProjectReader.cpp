@@ -264,8 +264,8 @@ void ProjectReader::AddComponent(const ProjectLineText& line, FileTypeEnum type,
   if (mProject.BuildTypeCache) mProject.TypeCache.Add(key, tcLocalProjectModule);
 } catch (VendrelError& failure) {
   failure.AddContext("ProjectReader.AddComponent", "ProjectReader", LineReached())
+      .Parameter("FilePart", line.FilePart)
       .Parameter("type", type)
-      .Parameter("name", name)
       .Of(mProject);
   throw;
 }
