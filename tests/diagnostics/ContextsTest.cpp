@@ -73,6 +73,12 @@ void WriteToClosedFile() {
   block->WriteOut(file);
 }
 
+void OpenPipe() {
+  test::MemoryFiles files;
+  files.AddPipe("/p/A.bas");
+  FileSystemObject("/p/A.bas").OpenFile(omRead);
+}
+
 struct Row {
   std::string Name;
   std::function<void()> Work;
@@ -131,12 +137,9 @@ TEST(Contexts, TellTheProceduresThatAFailurePassedAndTheInputAtFault) {
        {"FileSystemObject.WriteBytes", "BlockWriter.Line", "Block.WriteOut"},
        "BlockWriter.Line",
        1,
-       "<Me>{Block ~M:}</Me>"},
+       "<Me>{Block ~M~A}</Me>"},
       {"file",
-       [] {
-         const test::MemoryFiles none;
-         FileSystemObject("/p/A.bas").OpenFile(omRead);
-       },
+       OpenPipe,
        {"OpenRegularFile", "ReadWholeFile", "SourceText.Read", "FileSystemObject.OpenFile"},
        "FileSystemObject.OpenFile",
        0,
