@@ -6,6 +6,7 @@
 #include "comments/Placing.h"
 #include "comments/TaggedCommentRules.h"
 #include "core/CaseFold.h"
+#include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "project/VBProjectGroup.h"
 
@@ -229,7 +230,7 @@ void AttachToInterface(Application& a) {
   if (target) Attach(a, *target);
 }
 
-void AttachByKind(Application& a) {
+void AttachByKind(Application& a) try {
   switch (a.Kind) {
     case etNone:
     case etReserved: return;
@@ -247,6 +248,13 @@ void AttachByKind(Application& a) {
     case etDeclareStatement: return AttachToDeclare(a);
     case etImplementedInterface: return AttachToInterface(a);
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("AttachByKind", "ApplyTaggedComment", LineReached())
+      .Local("Tag", a.Comment->TagIdentifier)
+      .Local("Kind", a.Kind)
+      .Local("LastElement", a.LastElement)
+      .Of(a.Block);
+  throw;
 }
 
 // Whether an element of the kind is at hand, for a comment that names none.
@@ -298,7 +306,10 @@ bool Block::ApplyTaggedComment(const std::shared_ptr<TaggedComment>& tc) try {
   AttachByKind(a);
   return a.Applied;
 } catch (VendrelError& failure) {
-  failure.AddContext("Block.ApplyTaggedComment", "ApplyTaggedComment").Of(*this);
+  failure.AddContext("Block.ApplyTaggedComment", "ApplyTaggedComment", LineReached())
+      .Parameter("Tag", tc ? tc->TagIdentifier : std::string())
+      .Parameter("Text", tc ? tc->Text : std::string())
+      .Of(*this);
   throw;
 }
 

@@ -99,7 +99,7 @@ Block* Component::ConsolidatedPropertyBlock(std::string_view name, bool /*includ
   throw;
 }
 
-void PropertyGroup::ConsolidateDescriptions() const {
+void PropertyGroup::ConsolidateDescriptions() const try {
   if (mTaggedComments) return;
   mTaggedDescription.clear();
   mUnTaggedDescription.clear();
@@ -112,6 +112,9 @@ void PropertyGroup::ConsolidateDescriptions() const {
     AppendDescription(mTaggedDescription.Edit(), block->TaggedDescription);
     AppendDescription(mUnTaggedDescription.Edit(), block->UnTaggedDescription);
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("PropertyGroup.ConsolidateDescriptions", "PropertyComments").Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

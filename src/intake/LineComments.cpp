@@ -2,6 +2,8 @@
 
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
+#include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "model/Namespace.h"
@@ -104,7 +106,7 @@ void LineIntake::AttachModuleComment() {
 }
 
 // A delegate is no member of its class.
-void LineIntake::AddDelegate() {
+void LineIntake::AddDelegate() try {
   if (!IsDotNet() || !mBlock.IsDelegate()) return;
   Blocks& blocks = mComponent.Blocks;
   if (blocks.Count() == 0 || blocks.Last() != &mBlock) return;
@@ -112,6 +114,9 @@ void LineIntake::AddDelegate() {
   if (Namespace* space = mComponent.Namespace.Get()) space->Delegates.Add(self, mBlock.Name());
   mIntake.DetachedBlock = self;
   blocks.Remove(blocks.Count());
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.AddDelegate", "LineComments", LineReached()).Of(mBlock);
+  throw;
 }
 
 void LineIntake::FindEventSource() {
@@ -152,7 +157,7 @@ void LineIntake::JudgeStatic() {
   if (keywordPosition < namePosition) mBlock.IsStatic = true;
 }
 
-void LineIntake::FinishStartLine() {
+void LineIntake::FinishStartLine() try {
   const LineTypeEnum type = mLine.LineType;
   const bool plain = type == START_FUNCTION || type == START_SUB || type == START_PROPERTY;
   if (!plain && !(mIntake.Reading.InitialiseProcedures && IsStartLineType(type))) return;
@@ -165,6 +170,9 @@ void LineIntake::FinishStartLine() {
     SettleAccess();
   }
   SettlePropertyType();
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.FinishStartLine", "LineComments", LineReached()).Of(mBlock);
+  throw;
 }
 
 void LineIntake::SettleAccess() {

@@ -3,6 +3,8 @@
 #include <string>
 
 #include "core/Ascii.h"
+#include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "project/VBProject.h"
@@ -19,7 +21,7 @@ void LineIntake::TakeInsideDeclaration() {
   mLine.LineType = OTHER;
 }
 
-void LineIntake::TakeMember() {
+void LineIntake::TakeMember() try {
   std::string source(mLine.StatementPart);
   source.append(" '").append(mUntagged);
   if (mBlock.CurrentEnum() && mState.mEnumOpen) {
@@ -32,9 +34,12 @@ void LineIntake::TakeMember() {
     member->SetSourceLine(mIntake.StatementLine);
     SetLast(mBlock.CurrentUDT()->Members.Item(mBlock.CurrentUDT()->Members.Count()));
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.TakeMember", "OpenDeclarations", LineReached()).Of(mBlock);
+  throw;
 }
 
-void LineIntake::CloseStructure() {
+void LineIntake::CloseStructure() try {
   const std::shared_ptr<UDT> structure = std::move(mBlock.CurrentUDT());
   mBlock.CurrentUDT().reset();
   if (mOptions.BuildTypeCache && !IsDotNet()) {
@@ -44,9 +49,12 @@ void LineIntake::CloseStructure() {
   }
   mComponent.UDTs.Add(structure, structure->Name);
   if (mOptions.TaggedCommentsBeforeElement) SetLast(nullptr);
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.CloseStructure", "OpenDeclarations", LineReached()).Of(mBlock);
+  throw;
 }
 
-void LineIntake::CloseEnumeration() {
+void LineIntake::CloseEnumeration() try {
   const std::shared_ptr<Enumeration> enumeration = std::move(mBlock.CurrentEnum());
   mBlock.CurrentEnum().reset();
   if (mOptions.BuildTypeCache) {
@@ -57,6 +65,9 @@ void LineIntake::CloseEnumeration() {
   }
   mComponent.Enumerations.Add(enumeration, enumeration->Name);
   if (mOptions.TaggedCommentsBeforeElement) SetLast(nullptr);
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.CloseEnumeration", "OpenDeclarations", LineReached()).Of(mBlock);
+  throw;
 }
 
 }  // namespace vendrel

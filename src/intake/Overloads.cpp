@@ -3,6 +3,8 @@
 #include <vector>
 
 #include "core/CaseFold.h"
+#include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 
 namespace vendrel {
@@ -34,7 +36,7 @@ void MoveToMaster(Component& component, Block& block, Block& master) {
 
 }  // namespace
 
-void CollectOverloads(Component& component) {
+void CollectOverloads(Component& component) try {
   Block& current = *component.CurrentBlock.Get();
   current.Implemented = true;
   Block* master = nullptr;
@@ -55,6 +57,10 @@ void CollectOverloads(Component& component) {
     if (other != master && other->Name() == master->Name() && SameKind(*other, *master))
       family.push_back(other);
   for (Block* block : family) MoveToMaster(component, *block, *master);
+} catch (VendrelError& failure) {
+  failure.AddContext("CollectOverloads", "Overloads", LineReached())
+      .Parameter("component", component);
+  throw;
 }
 
 }  // namespace vendrel

@@ -5,6 +5,8 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/ProcessState.h"
+#include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 #include "model/Namespace.h"
 #include "text/Masking.h"
@@ -174,7 +176,7 @@ void SettleBlock(Block& o) {
 
 }  // namespace
 
-void ParseStartLine(std::string_view Text, Block& o) {
+void ParseStartLine(std::string_view Text, Block& o) try {
   const std::string line = StartLine(Text);
   const StartLineParts parts = CutStartLine(line);
   o.Access = {};
@@ -197,9 +199,14 @@ void ParseStartLine(std::string_view Text, Block& o) {
     if (suffix.IsArray) o.ReturnTypeIsArray = true;
   }
   SettleBlock(o);
+} catch (VendrelError& failure) {
+  failure.AddContext("ParseStartLine", "StartLineText", LineReached())
+      .Parameter("Text", Text)
+      .Parameter("o", o);
+  throw;
 }
 
-void ParseStartLine(std::string_view Text, Variable& o) {
+void ParseStartLine(std::string_view Text, Variable& o) try {
   const std::string line = StartLine(Text);
   const StartLineParts parts = CutStartLine(line);
   o.Access = {};
@@ -220,9 +227,14 @@ void ParseStartLine(std::string_view Text, Variable& o) {
     if (suffix.IsArray) o.IsArray = true;
   }
   if (o.Access.empty()) o.Access = "PUBLIC";
+} catch (VendrelError& failure) {
+  failure.AddContext("ParseStartLine", "StartLineText", LineReached())
+      .Parameter("Text", Text)
+      .Parameter("o", o);
+  throw;
 }
 
-void ParseStartLine(std::string_view Text, EventDeclaration& o) {
+void ParseStartLine(std::string_view Text, EventDeclaration& o) try {
   const std::string line = StartLine(Text);
   const StartLineParts parts = CutStartLine(line);
   const std::string base = o.Component ? o.Component->InheritsFrom.str() : std::string();
@@ -238,6 +250,11 @@ void ParseStartLine(std::string_view Text, EventDeclaration& o) {
   LoadParameters(*o.Parameters, o.Component.Get(), parts.Parameters, &o);
   const SuffixWords suffix = ReadSuffix(parts.Suffix);
   if (!suffix.Type.empty()) o.DelegateName = suffix.Type;
+} catch (VendrelError& failure) {
+  failure.AddContext("ParseStartLine", "StartLineText", LineReached())
+      .Parameter("Text", Text)
+      .Parameter("o", o);
+  throw;
 }
 
 }  // namespace vendrel

@@ -121,16 +121,22 @@ bool Blocks::Add(std::shared_ptr<Block> item, std::string_view Key, const Positi
   throw;
 }
 
-void Blocks::Remove(std::size_t index) {
+void Blocks::Remove(std::size_t index) try {
   const std::shared_ptr<Block> block = mCol.Share(index);
   mCol.Remove(index);
   Forget(*block);
+} catch (VendrelError& failure) {
+  failure.AddContext("Blocks.Remove", "Blocks").Parameter("index", index);
+  throw;
 }
 
-void Blocks::Remove(std::string_view key) {
+void Blocks::Remove(std::string_view key) try {
   const std::shared_ptr<Block> block = mCol.Share(key);
   mCol.Remove(key);
   Forget(*block);
+} catch (VendrelError& failure) {
+  failure.AddContext("Blocks.Remove", "Blocks").Parameter("key", key);
+  throw;
 }
 
 void Blocks::Clear() {
@@ -140,7 +146,7 @@ void Blocks::Clear() {
   DropIndex();
 }
 
-void Blocks::Sort() {
+void Blocks::Sort() try {
   std::vector<std::shared_ptr<Block>> named, nameless;
   std::size_t namelessBeforeLast = 0;
   const Block* last = nullptr;
@@ -166,6 +172,9 @@ void Blocks::Sort() {
   mCol = std::move(sorted);
   DropIndex();
   Sorted = true;
+} catch (VendrelError& failure) {
+  failure.AddContext("Blocks.Sort", "Blocks").Local("Count", mCol.Count());
+  throw;
 }
 
 Block* Blocks::FirstOfType(BlockTypeEnum type) const {

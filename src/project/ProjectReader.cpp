@@ -180,7 +180,9 @@ void ProjectReader::KeepLine(std::string_view raw) {
 // A host may say that an odd line is kept and passed over; else its failure ends the load.
 void ProjectReader::StepOver(const VendrelError& error, std::string_view raw) {
   VendrelError passed = error;
-  passed.AddContext("VBProject.Load", "ProjectReader", mLine).Local("Line", raw).Of(mProject);
+  passed.AddContext("ProjectReader.TakeLine", "ProjectReader", mLine)
+      .Local("Line", raw)
+      .Of(mProject);
   if (mProject.AskAboutFailure(passed, mProject.FileName.FullPath(), mLine) == StepOver::Raise) {
     mProject.FileName.CloseFile();
     throw passed;
@@ -189,7 +191,7 @@ void ProjectReader::StepOver(const VendrelError& error, std::string_view raw) {
   KeepLine(raw);
 }
 
-void ProjectReader::TakeReference(const ProjectLineText& line) {
+void ProjectReader::TakeReference(const ProjectLineText& line) try {
   auto reference = std::make_shared<Reference>();
   reference->SetParentProject(&mProject);
   reference->SetSourceLine(line.Line);
@@ -207,9 +209,12 @@ void ProjectReader::TakeReference(const ProjectLineText& line) {
   TypeResolver& resolver = mProject.TypeResolver();
   if (!resolver.AddTypeLibByID(identity, major, minor, NumericValue(reference->Locale)))
     resolver.AddTypeLibByPath(reference->FileName.FullPath());
+} catch (VendrelError& failure) {
+  failure.AddContext("ProjectReader.TakeReference", "ProjectReader", LineReached()).Of(mProject);
+  throw;
 }
 
-void ProjectReader::TakeFormLike(const ProjectLineText& line) {
+void ProjectReader::TakeFormLike(const ProjectLineText& line) try {
   static constexpr std::pair<std::string_view, FileTypeEnum> kTypes[] = {
       {"FORM", ftForm},         {"USERCONTROL", ftUserControl},   {"USERDOCUMENT", ftUserDocument},
       {"DESIGNER", ftDesigner}, {"PROPERTYPAGE", ftPropertyPage},
@@ -221,6 +226,9 @@ void ProjectReader::TakeFormLike(const ProjectLineText& line) {
     module.SetFullPath(line.Value);
     AddComponent(line, type, GetComponentName(module.FullPath()));
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("ProjectReader.TakeFormLike", "ProjectReader", LineReached()).Of(mProject);
+  throw;
 }
 
 // "Class=Name; path": the name stands between the key and the first ";".
@@ -238,7 +246,8 @@ void ProjectReader::TakeModule(const ProjectLineText& line) {
   AddComponent(line, ftModule, std::string(line.Raw.substr(7, semicolon - 7)));
 }
 
-void ProjectReader::AddComponent(const ProjectLineText& line, FileTypeEnum type, std::string name) {
+void ProjectReader::AddComponent(const ProjectLineText& line, FileTypeEnum type,
+                                 std::string name) try {
   auto component = std::make_shared<Component>();
   component->SetVBProject(&mProject);
   component->FileType = type;
@@ -253,6 +262,12 @@ void ProjectReader::AddComponent(const ProjectLineText& line, FileTypeEnum type,
   const std::string key = component->Name;
   mProject.Components.Add(std::move(component), key);
   if (mProject.BuildTypeCache) mProject.TypeCache.Add(key, tcLocalProjectModule);
+} catch (VendrelError& failure) {
+  failure.AddContext("ProjectReader.AddComponent", "ProjectReader", LineReached())
+      .Parameter("FilePart", line.FilePart)
+      .Parameter("type", type)
+      .Of(mProject);
+  throw;
 }
 
 void ProjectReader::TakeCompatibleExe(const ProjectLineText& line) {

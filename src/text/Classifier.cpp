@@ -394,7 +394,7 @@ ParsedLine ParsedLine::Of(const CodeLine& record) {
 }
 
 CodeLine InitialiseCodeLine(std::string_view Text, LanguageVersionEnum LanguageVersion,
-                            const ReadingRules& reading) {
+                            const ReadingRules& reading) try {
   LineClassifier classifier(LanguageVersion, reading);
   ParsedLine line;
   if (classifier.First(Text, line) == LineClassifier::Result::MissingWord) {
@@ -402,6 +402,11 @@ CodeLine InitialiseCodeLine(std::string_view Text, LanguageVersionEnum LanguageV
                        "the statement needs another word: " + std::string(Trim(Text)));
   }
   return line.Record();
+} catch (VendrelError& failure) {
+  failure.AddContext("InitialiseCodeLine", "Classifier")
+      .Parameter("Text", Text)
+      .Parameter("LanguageVersion", LanguageVersion);
+  throw;
 }
 
 }  // namespace vendrel
