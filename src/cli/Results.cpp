@@ -1,6 +1,7 @@
 #include "cli/Results.h"
 
 #include <array>
+#include <optional>
 #include <streambuf>
 
 #include "diagnostics/VendrelError.h"
@@ -11,6 +12,21 @@
 namespace vendrel::cli {
 namespace {
 
+// The file of the result failed. Of no type that is caught on the way out of a command: to whoever
+// writes a result every other failure is one of the input or of another output.
+struct ResultFailure {
+  VendrelError Error;
+};
+
+template <typename Step>
+void OnResult(Step step) {
+  try {
+    step();
+  } catch (const VendrelError& error) {
+    throw ResultFailure{error};
+  }
+}
+
 class FileBuffer final : public std::streambuf {
  public:
   explicit FileBuffer(AtomicFile& file) : mFile(file) { Reset(); }
@@ -19,7 +35,7 @@ class FileBuffer final : public std::streambuf {
  private:
   void Reset() { setp(mBuffer.data(), mBuffer.data() + mBuffer.size()); }
   int sync() override {
-    mFile.Write({pbase(), static_cast<std::size_t>(pptr() - pbase())});
+    OnResult([&] { mFile.Write({pbase(), static_cast<std::size_t>(pptr() - pbase())}); });
     Reset();
     return 0;
   }
@@ -29,7 +45,7 @@ class FileBuffer final : public std::streambuf {
   }
   std::streamsize xsputn(const char* text, std::streamsize size) override {
     sync();
-    mFile.Write({text, static_cast<std::size_t>(size)});
+    OnResult([&] { mFile.Write({text, static_cast<std::size_t>(size)}); });
     return size;
   }
 
@@ -51,15 +67,16 @@ bool AreOneFile(const std::string& a, const std::string& b) {
 
 void WriteToFile(const std::string& path, const std::function<void(std::ostream&)>& write) {
   try {
-    AtomicFile file(NativeTarget(path));
-    FileBuffer buffer(file);
+    std::optional<AtomicFile> file;
+    OnResult([&] { file.emplace(NativeTarget(path)); });
+    FileBuffer buffer(*file);
     std::ostream out(&buffer);
     out.exceptions(std::ios::badbit);  // a failure of the file passes through the stream
     write(out);
     out.flush();
-    file.Commit();
-  } catch (const VendrelError& error) {
-    throw ToolError(exFailed, path + ": cannot be written: " + error.Text());
+    OnResult([&] { file->Commit(); });
+  } catch (const ResultFailure& failure) {
+    throw ToolError(exFailed, path + ": cannot be written: " + failure.Error.Text());
   }
 }
 

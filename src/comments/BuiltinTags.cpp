@@ -112,7 +112,7 @@ void AddFamily(TaggedCommentDefs& definitions, const Family& family) {
   const auto add = [&](std::string_view suffix, const Row& meaning) {
     TaggedCommentDef definition = Definition(meaning);
     definition.TagIdentifier = stem + std::string(suffix);
-    if (!meaning.UpgradeTo.empty()) definition.UpgradeFlags = "p";
+    if (!meaning.UpgradeTo.empty()) definition.UpgradeFlags.push_back('p');
     definitions.Add(std::move(definition));
   };
   const ElementTypeEnum kind = family.Kind;

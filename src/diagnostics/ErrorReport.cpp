@@ -1,8 +1,14 @@
 #include "diagnostics/ErrorReport.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <memory>
+#include <utility>
 
 #include "core/ObjectRegistry.h"
 
@@ -40,23 +46,55 @@ std::string Render(const ErrorReport& report) {
          DumpValue("Line", report.Line) + report.Parameters + report.Variables;
 }
 
-// Appends reports to a file or to stderr.
+// Where reports go. A pipe that nobody reads must not be waited for.
+class ReportTarget {
+ public:
+  explicit ReportTarget(std::string path) : mPath(std::move(path)) {}
+
+  void Append(const std::string& text) {
+    if (mPath == "-") {
+      std::fwrite(text.data(), 1, text.size(), stderr);
+      return;
+    }
+    const int file = open(mPath.c_str(),
+                          O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666);
+    if (file < 0) return Tell();
+    if (!WriteAll(file, text)) Tell();
+    close(file);
+  }
+
+ private:
+  static bool WriteAll(int file, std::string_view rest) {
+    while (!rest.empty()) {
+      const ssize_t count = write(file, rest.data(), rest.size());
+      if (count < 0 && errno == EINTR) continue;
+      if (count <= 0) return false;
+      rest.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+  }
+  // Once: the failures that were to be reported are told elsewhere, too.
+  void Tell() {
+    if (!std::exchange(mTold, true))
+      std::fprintf(stderr, "error report: %s: %s\n", mPath.c_str(), std::strerror(errno));
+  }
+
+  std::string mPath;
+  bool mTold = false;
+};
+
 class ReportFile final : public ErrorObject {
  public:
-  explicit ReportFile(std::string path) : mPath(std::move(path)) {}
+  explicit ReportFile(std::shared_ptr<ReportTarget> target) : mTarget(std::move(target)) {}
 
   void ErrorHandlerEx(const ErrorReport& report) override { Append(report); }
   void ErrorHandler(const ErrorReport& report) override { Append(report); }
 
  private:
   void Append(const ErrorReport& report) {
-    const std::string text = "<Error>\r\n" + Render(report) + "</Error>\r\n";
-    std::FILE* file = mPath == "-" ? stderr : std::fopen(mPath.c_str(), "ab");
-    if (!file) return;
-    std::fwrite(text.data(), 1, text.size(), file);
-    if (file != stderr) std::fclose(file);
+    mTarget->Append("<Error>\r\n" + Render(report) + "</Error>\r\n");
   }
-  std::string mPath;
+  std::shared_ptr<ReportTarget> mTarget;
 };
 
 }  // namespace
@@ -82,8 +120,9 @@ std::string RenderError(const VendrelError& failure) {
 }
 
 void WriteErrorReports(std::string_view path) {
-  ObjectRegistry::Register<ErrorObject>(
-      kErrorObject, [path = std::string(path)] { return std::make_shared<ReportFile>(path); });
+  const auto target = std::make_shared<ReportTarget>(std::string(path));
+  ObjectRegistry::Register<ErrorObject>(kErrorObject,
+                                        [target] { return std::make_shared<ReportFile>(target); });
 }
 
 void SetTraceWholeElements(bool whole) { sTraceWholeElements = whole; }

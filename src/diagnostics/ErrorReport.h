@@ -53,7 +53,8 @@ StepOver ReportError(const VendrelError& failure);
 std::string RenderError(const VendrelError& failure);
 
 /// Registers the built-in error object: it appends each report to a file ("-": stderr) and leaves
-/// the failure to the caller. A file that cannot be written is passed over.
+/// the failure to the caller. A file that cannot be written is passed over, and told on stderr
+/// once; a pipe that nobody reads counts as such.
 void WriteErrorReports(std::string_view path);
 
 /// While true, elements in contexts are taken with all of their properties instead of class and

@@ -54,7 +54,7 @@ void StoreLine(Block& block, const ParsedLine& line, std::int32_t before, std::i
   ModuleIntake& intake = block.Component->Intake();
   if (!block.CodeLines.IfAny())
     *block.CodeLines = CodeLines(intake.Text, intake.Language, intake.Reading);
-  block.CodeLines->AddParsed(line, before, after);
+  block.CodeLines->AddParsed(line, before, after, intake.HeldRemainder);
   intake.LineStored = true;
 }
 

@@ -104,11 +104,11 @@ void Remember(ModuleIntake& intake, const ParsedLine& line) {
   intake.PreviousMoreLines = line.MoreLines;
   intake.Remainder = {};
   if (!line.MoreLines) return;
-  if (intake.InText(line.Remainder)) {
+  if (intake.InText(line.Remainder) || intake.InHeld(line.Remainder)) {
     intake.Remainder = line.Remainder;
     return;
   }
-  auto held = std::make_unique<const std::string>(line.Remainder);
+  auto held = std::make_shared<const std::string>(line.Remainder);
   intake.OlderRemainder = std::move(intake.HeldRemainder);
   intake.HeldRemainder = std::move(held);
   intake.Remainder = *intake.HeldRemainder;
@@ -135,11 +135,13 @@ void RefuseLine(ModuleIntake& intake, const ParsedLine& line) {
 void Classify(ModuleIntake& intake, std::string_view text, bool notInSource, ParsedLine& line) try {
   const bool continuation = intake.PreviousContinued;
   intake.Classifier.SplitAtEveryColon = intake.InOneLineProcedure && notInSource;
-  const LineClassifier::Result result =
-      continuation ? intake.Classifier.Next(text, line) : intake.Classifier.First(text, line);
+  const LineClassifier::Result result = continuation
+                                            ? intake.Classifier.Next(text, line)
+                                            : intake.Classifier.First(text, line, !notInSource);
   line.Continuation = continuation;
   line.NotInSource = notInSource;
-  line.OwnText = intake.Classifier.SplitAtEveryColon;
+  line.EveryColon = intake.Classifier.SplitAtEveryColon;
+  line.OwnText = line.EveryColon && (continuation || line.Continued);
   if (!continuation) intake.StatementLine = intake.PhysicalLine;
   if (result == LineClassifier::Result::MissingWord) RefuseLine(intake, line);
 } catch (VendrelError& failure) {

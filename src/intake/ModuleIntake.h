@@ -66,8 +66,8 @@ struct ModuleIntake {
   std::string_view Remainder;
   /// The remainder, where it is no text of the module; and the one before it, in which the line at
   /// hand may lie.
-  std::unique_ptr<const std::string> HeldRemainder;
-  std::unique_ptr<const std::string> OlderRemainder;
+  std::shared_ptr<const std::string> HeldRemainder;
+  std::shared_ptr<const std::string> OlderRemainder;
   std::vector<PendingLine> ContinuationBuffer;
 
   ConditionStack Conditions;
@@ -88,9 +88,13 @@ struct ModuleIntake {
   bool LineStored = false;
 
   /// Whether a text lies in the module's text, and so can be pointed at.
-  bool InText(std::string_view text) const {
-    return Text && text.data() >= Text->data() &&
-           text.data() + text.size() <= Text->data() + Text->size();
+  bool InText(std::string_view text) const { return Text && IsPart(text, *Text); }
+  /// Whether a text lies in the remainder that is held.
+  bool InHeld(std::string_view text) const { return HeldRemainder && IsPart(text, *HeldRemainder); }
+
+ private:
+  static bool IsPart(std::string_view text, const std::string& whole) {
+    return text.data() >= whole.data() && text.data() + text.size() <= whole.data() + whole.size();
   }
 };
 

@@ -12,6 +12,7 @@
 #include "diagnostics/VendrelError.h"
 #include "project/ModuleNames.h"
 #include "project/VBProject.h"
+#include "services/FolderCache.h"
 #include "text/Words.h"
 
 namespace vendrel {
@@ -285,8 +286,9 @@ void ProjectReader::TakeType(const ProjectLineText& line) {
   if (EqualsNoCaseAscii(line.Value, "control")) mProject.ProjectType = ptControl;
 }
 
-// Counters that start anew with each load.
-void ResetCounters() {
+// What starts anew with each load: counters, and what is known of the disk.
+void BeginLoad() {
+  ForgetFolders();
   ProcessState& state = State();
   state.lLineNumber = 5;
   state.LineID = 1;
@@ -305,7 +307,7 @@ std::int32_t Following(std::int32_t id) {
 
 bool VBProject::Load(std::string_view ProjectFileName) try {
   if (EndsWithNoCaseAscii(ProjectFileName, ".VBPROJ")) return LoadDotNet(ProjectFileName);
-  ResetCounters();
+  BeginLoad();
   AddLineNumbers = false;
   SetLanguageVersion(lvVisualBasic5or6);
   FileName.SetFullPath(ProjectFileName);
@@ -329,7 +331,7 @@ bool VBProject::Load(std::string_view ProjectFileName) try {
 }
 
 bool VBProject::LoadModule(std::string_view ModuleFileName) try {
-  ResetCounters();
+  BeginLoad();
   AddLineNumbers = false;
   SetLanguageVersion(lvVisualBasic5or6);
   FileName.SetFullPath(ModuleFileName);

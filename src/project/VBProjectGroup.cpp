@@ -8,6 +8,7 @@
 #include "core/ProcessState.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
+#include "services/FolderCache.h"
 #include "services/Procedures.h"
 #include "text/Words.h"
 
@@ -59,6 +60,7 @@ const FileSystemObject& VBProjectGroup::FileName() const {
 bool VBProjectGroup::Load(std::string_view FileName, bool Silent,
                           bool DoNotPopulateComponents) try {
   State().Silent = Silent;
+  ForgetFolders();
   mFileName.SetFullPath(FileName);
   mFilesRead.clear();
   if (!mFileName.Exists()) {

@@ -179,8 +179,10 @@ void FileSystemObject::OpenFile(int mode, int, int) try {
   Discard();
   if (mode == omRead) return OpenForReading();
   if (mode != omWrite) throw VendrelError(errInvalidArgument, "mode of OpenFile");
-  const std::string native = NativePath();
+  const FoundPath found = Find();
+  const std::string& native = found.Path;
   if (native.empty()) throw VendrelError(errPathAccess, FullPath());
+  if (found.Failure) throw FileError(found.Failure, native);
   mWriter = std::make_unique<AtomicFile>(native);
   mWriter->Write(ByteOrderMark(mWriteForm));
 } catch (VendrelError& failure) {

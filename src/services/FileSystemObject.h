@@ -73,6 +73,8 @@ class FileSystemObject : public HandleTarget {
   std::string NativePath() const;
   /// How `NativePath` was found; looks for it first.
   PathMatch Match() const;
+  /// Looks for the file anew: where it is, how it was found, or why that cannot be told.
+  FoundPath Find() const;
 
   /// Opens the stream: mode 3 reads from the first line, mode 4 writes a new file beside the old
   /// one, which `CloseFile` puts in its place. `access` and `lock` change nothing. Raises 5 for
@@ -127,7 +129,6 @@ class FileSystemObject : public HandleTarget {
   void StorePath(std::string path);
   void Freeze() const;
   std::string AbsolutePath() const;
-  FoundPath Find() const;
   void OpenForReading();
 
   /// Relative until `Freeze` could resolve it.

@@ -134,7 +134,7 @@ void FileSystemObject::CreateFolderPath() try {
   std::vector<std::string> missing;
   FoundPath found = FindPath(native);
   std::string_view at = native;
-  while (found.Match == PathMatch::None) {
+  while (found.Match == PathMatch::None && !found.Failure) {
     while (at.size() > 1 && at.back() == '/') at.remove_suffix(1);
     const std::size_t slash = at.rfind('/');
     if (at.size() <= 1 || slash == std::string_view::npos) break;
@@ -142,6 +142,7 @@ void FileSystemObject::CreateFolderPath() try {
     at = at.substr(0, slash + 1);
     found = FindPath(at);
   }
+  if (found.Failure) throw FileError(found.Failure, found.Path);
   std::string path = found.Path;
   for (; !missing.empty(); missing.pop_back()) {
     path += (path.back() == '/' ? "" : "/") + missing.back();

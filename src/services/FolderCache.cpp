@@ -16,6 +16,8 @@ namespace {
 
 struct Folder {
   bool Exists = false;
+  /// Why that is not known; such a folder is asked for again.
+  int Failure = 0;
   PathMatch Match = PathMatch::None;
   std::string Path;
   /// Names as the disk spells them, in the order of their bytes, and by folded name.
@@ -32,6 +34,11 @@ FolderMap& Folders() {
 }
 
 PathMatch Worse(PathMatch a, PathMatch b) { return std::max(a, b); }
+
+// What a call says of a path that it gives no status for: nothing is there, or that it cannot tell.
+int FailureOf(int result) {
+  return result >= 0 || result == -ENOENT || result == -ENOTDIR ? 0 : -result;
+}
 
 std::string_view ParentOf(std::string_view path) {
   const std::size_t slash = path.rfind('/');
@@ -55,13 +62,15 @@ std::string FoldedFileName(const std::string& name) {
   return FoldKey(decoded);
 }
 
-// False if there is no such folder. One that may be entered but not listed has no names.
+// False if there is no such folder. One that may be entered but not listed has no names that are
+// known.
 bool ListInto(Folder& folder) {
   std::vector<FolderEntry> entries;
   FileSource& source = FileSource::Current();
   const int result = source.List(folder.Path, entries);
   if (result < 0) {
     FileStatus status;
+    folder.Failure = FailureOf(result);
     if (result != -EACCES || source.Status(folder.Path, status) < 0) return false;
     if (status.Type != FileStatus::Kind::Folder) return false;
   }
@@ -98,6 +107,7 @@ std::string NameIn(const Folder& folder, std::string_view leaf, PathMatch& match
 
 Folder FolderWithin(const Folder& parent, std::string_view leaf) {
   Folder folder;
+  folder.Failure = parent.Failure;
   if (!parent.Exists) return folder;
   PathMatch match;
   const std::string name = NameIn(parent, leaf, match);
@@ -113,7 +123,9 @@ const Folder& FolderAt(std::string_view path) {
   FolderMap& folders = Folders();
   std::vector<std::string> asked;
   for (std::string_view at = path;; at = ParentOf(at)) {
-    if (folders.count(std::string(at))) break;
+    const auto known = folders.find(std::string(at));
+    if (known != folders.end() && known->second.Failure == 0) break;
+    if (known != folders.end()) folders.erase(known);
     Folder folder;
     folder.Path = at;
     folder.Match = PathMatch::Exact;
@@ -179,11 +191,14 @@ FoundPath FindPath(std::string_view nativePath) {
   FoundPath found{std::string(nativePath), PathMatch::None, {}};
   if (nativePath.empty() || nativePath.front() != '/') return found;
   FileSource& source = FileSource::Current();
-  if (source.Status(found.Path, found.Status) >= 0) {
+  const int result = source.Status(found.Path, found.Status);
+  if (result >= 0) {
     found.Match = PathMatch::Exact;
     return found;
   }
+  found.Failure = FailureOf(result);
   const Folder& folder = FolderAt(ParentOf(nativePath));
+  if (folder.Failure) found.Failure = folder.Failure;
   if (!folder.Exists) return found;
   PathMatch match;
   const std::string name = NameIn(folder, LeafOf(nativePath), match);
@@ -191,7 +206,11 @@ FoundPath FindPath(std::string_view nativePath) {
   if (name.empty()) return found;
   // A name that has gone since the folder was listed is no spelling for a new file.
   std::string listed = Inside(folder.Path, name);
-  if (source.Status(listed, found.Status) < 0) return found;
+  if (const int missing = source.Status(listed, found.Status); missing < 0) {
+    if (FailureOf(missing)) found.Failure = FailureOf(missing);
+    return found;
+  }
+  found.Failure = 0;
   found.Path = std::move(listed);
   found.Match = Worse(folder.Match, match);
   return found;

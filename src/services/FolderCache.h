@@ -30,6 +30,9 @@ struct FoundPath {
   PathMatch Match = PathMatch::None;
   /// Of what is there; meaningless for `None`.
   FileStatus Status;
+  /// For `None`: why it is not known whether something is there, as an errno; 0 if nothing is.
+  /// Whoever writes must not take the one for the other.
+  int Failure = 0;
 };
 
 /// Looks for a native absolute path. Of several names that differ in case only, the first in the

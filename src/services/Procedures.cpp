@@ -58,9 +58,10 @@ void CopyFile(const std::string& from, const std::string& to) {
 }
 
 std::string NativeOrRaise(const FileSystemObject& file) {
-  std::string native = file.NativePath();
-  if (native.empty()) throw VendrelError(errPathAccess, file.FullPath());
-  return native;
+  FoundPath found = file.Find();
+  if (found.Path.empty()) throw VendrelError(errPathAccess, file.FullPath());
+  if (found.Failure) throw FileError(found.Failure, found.Path);
+  return std::move(found.Path);
 }
 
 struct Replacement {

@@ -63,27 +63,36 @@ void SettingsReader::Install(std::shared_ptr<SettingsReader> reader) {
 void SettingsReader::Refresh() {
   const char* value = std::getenv(VariableName);
   std::string variable = value ? value : "";
-  if (mRead && variable == mVariable) return;
+  if (mRead && variable == mVariable) {
+    for (ExportFile& file : mFiles)
+      if (!file.Values) Read(file, false);
+    return;
+  }
   mRead = true;
   mVariable = std::move(variable);
   mFiles.clear();
   std::string_view rest = mVariable;
   while (!rest.empty()) {
-    const std::string path(TakeField(rest, ':'));
-    if (path.empty()) continue;
-    try {
-      mFiles.emplace_back(*SourceText::Read(path));
-    } catch (const VendrelError& error) {
-      Tell(DiagnosticCode::UnreadableFile, {path, error.Text()});
-    }
+    std::string path(TakeField(rest, ':'));
+    if (!path.empty()) Read(mFiles.emplace_back(ExportFile{std::move(path), {}}), true);
+  }
+}
+
+void SettingsReader::Read(ExportFile& file, bool tellFailure) {
+  try {
+    file.Values.emplace(*SourceText::Read(file.Path));
+  } catch (const VendrelError& error) {
+    if (tellFailure) Tell(DiagnosticCode::UnreadableFile, {file.Path, error.Text()});
   }
 }
 
 const RegistryValue* SettingsReader::Find(const std::vector<std::string>& keyPaths,
                                           std::string_view valueName) {
   for (const std::string& keyPath : keyPaths)
-    for (const RegistryFile& file : mFiles)
-      if (const RegistryValue* value = file.Value(keyPath, valueName)) return value;
+    for (const ExportFile& file : mFiles)
+      if (const RegistryValue* value =
+              file.Values ? file.Values->Value(keyPath, valueName) : nullptr)
+        return value;
   return nullptr;
 }
 
@@ -100,7 +109,8 @@ std::vector<std::string> SettingsReader::SubKeys(HiveEnum hive, std::string_view
   Refresh();
   std::map<std::string, std::string> names;
   for (const std::string& place : Places(hive, keyPath))
-    for (const RegistryFile& file : mFiles) file.SubKeys(place, names);
+    for (const ExportFile& file : mFiles)
+      if (file.Values) file.Values->SubKeys(place, names);
   std::vector<std::string> result;
   for (auto& [folded, name] : names) result.push_back(std::move(name));
   return result;

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,7 +23,8 @@ enum HiveEnum : std::uint32_t {
 /// Reads values from the files named by the environment variable VENDRELMODEL_REGISTRY (native
 /// paths with colons between). Files are read at the first question, and again when the variable
 /// has changed. The first file that has a value wins. A file that cannot be read is told as a
-/// diagnostic. A host with a registry of its own derives from this class and installs its object.
+/// diagnostic once, and tried again at the next question. A host with a registry of its own derives
+/// from this class and installs its object.
 class SettingsReader {
  public:
   SettingsReader() = default;
@@ -48,9 +50,16 @@ class SettingsReader {
   const RegistryValue* Find(const std::vector<std::string>& keyPaths, std::string_view valueName);
   std::string Expand(std::string_view text);
 
+  /// A file that could not be read has no values, and is tried again.
+  struct ExportFile {
+    std::string Path;
+    std::optional<RegistryFile> Values;
+  };
+  void Read(ExportFile& file, bool tellFailure);
+
   bool mRead = false;
   std::string mVariable;
-  std::vector<RegistryFile> mFiles;
+  std::vector<ExportFile> mFiles;
 };
 
 }  // namespace vendrel

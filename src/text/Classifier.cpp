@@ -136,11 +136,12 @@ std::string_view LineClassifier::WorkingCopy(std::string_view text) {
   return Trim(mWork);
 }
 
-LineClassifier::Result LineClassifier::First(std::string_view text, ParsedLine& line) {
+LineClassifier::Result LineClassifier::First(std::string_view text, ParsedLine& line,
+                                             bool mayHoldTabs) {
   line = ParsedLine();
   line.Text = text;
   mState = ScanState();
-  const std::string_view work = text.empty() ? text : WorkingCopy(text);
+  const std::string_view work = !mayHoldTabs || text.empty() ? Trim(text) : WorkingCopy(text);
   if (work.empty()) {
     line.LineType = BLANK_LINE;
     return Result::Ok;

@@ -41,8 +41,9 @@ class LineClassifier {
   bool SplitAtEveryColon = false;
 
   /// A line that begins a statement. `MissingWord`: a single word that needs another; the record is
-  /// then `OTHER` with the whole text as its statement.
-  Result First(std::string_view text, ParsedLine& line);
+  /// then `OTHER` with the whole text as its statement. A remainder holds no tabs; not to look for
+  /// them again in each remainder of a line keeps its cost in proportion.
+  Result First(std::string_view text, ParsedLine& line, bool mayHoldTabs = true);
   /// The physical line behind one that was `Continued`; the parts are those of the statement so
   /// far.
   Result Next(std::string_view physical, ParsedLine& line);

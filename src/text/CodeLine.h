@@ -50,6 +50,8 @@ struct ParsedLine {
   bool NotInSource = false;
   /// `Text` does not follow from the file (commented out, built): it must be kept whole.
   bool OwnText = false;
+  /// Taken apart at every colon, as the body of a one-line procedure is.
+  bool EveryColon = false;
   std::int16_t EventIndex = 0;
   std::string_view Text;
   std::string_view StatementPart;

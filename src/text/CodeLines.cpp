@@ -9,7 +9,11 @@
 namespace vendrel {
 namespace {
 constexpr std::size_t kFirstLines = 24;  // an everyday procedure; the rest is given back
+
+bool IsPart(std::string_view text, const std::string& whole) {
+  return text.data() >= whole.data() && text.data() + text.size() <= whole.data() + whole.size();
 }
+}  // namespace
 
 CodeLines::CodeLines(std::shared_ptr<const std::string> text, LanguageVersionEnum language,
                      const ClassifierRules& rules)
@@ -48,6 +52,7 @@ CodeLine CodeLines::Classified(std::int32_t index) const {
     logical = LogicalText(index);
     classifier.First(logical, parsed);
   } else {
+    classifier.SplitAtEveryColon = line.Flags & kEveryColon;
     classifier.First(LineView(index), parsed);
   }
   CodeLine record = parsed.Record();
@@ -75,6 +80,10 @@ std::string CodeLines::LogicalText(std::int32_t index) const {
 std::string_view CodeLines::LineView(std::int32_t Index) const {
   const Line& line = At(Index);
   if (line.Flags & kWhole) return (*mWhole)[line.Offset].Text;
+  if (line.Flags & kHeld) {
+    const HeldText& held = (*mHeld)[line.Offset];
+    return std::string_view(*held.Of).substr(held.Offset, line.Length);
+  }
   return std::string_view(*mText).substr(line.Offset, line.Length);
 }
 
@@ -84,7 +93,9 @@ void CodeLines::SetLineText(std::int32_t Index, std::string_view text) try {
   CodeLine record = Item(Index);
   record.Text = text;
   Line& line = mLines[static_cast<std::size_t>(Index - 1)];
-  const std::uint32_t began = line.Flags & kWhole ? line.Length : line.Offset + 1;
+  const std::uint32_t began = line.Flags & kWhole  ? line.Length
+                              : line.Flags & kHeld ? 0
+                                                   : line.Offset + 1;
   line = KeepWhole(std::move(record));
   line.Length = began;
 } catch (VendrelError& failure) {
@@ -96,12 +107,13 @@ void CodeLines::SetLineText(std::int32_t Index, std::string_view text) try {
 
 std::optional<std::size_t> CodeLines::SourceOffset(std::int32_t Index) const {
   const Line& line = At(Index);
+  if (line.Flags & kHeld) return std::nullopt;
   if (!(line.Flags & kWhole)) return line.Offset;
   if (line.Length == 0) return std::nullopt;
   return line.Length - 1;
 }
 
-bool CodeLines::AsRead(std::int32_t Index) const { return !(At(Index).Flags & kWhole); }
+bool CodeLines::AsRead(std::int32_t Index) const { return !(At(Index).Flags & (kWhole | kHeld)); }
 
 bool CodeLines::Continued(std::int32_t Index) const { return At(Index).Flags & kContinued; }
 bool CodeLines::Continuation(std::int32_t Index) const { return At(Index).Flags & kContinuation; }
@@ -138,11 +150,7 @@ std::vector<CodeLine> CodeLines::LinesMatchingPattern(std::string_view Pattern) 
   throw;
 }
 
-bool CodeLines::InText(std::string_view text) const {
-  if (!mText) return false;
-  const char* begin = mText->data();
-  return text.data() >= begin && text.data() + text.size() <= begin + mText->size();
-}
+bool CodeLines::InText(std::string_view text) const { return mText && IsPart(text, *mText); }
 
 CodeLines::Line CodeLines::KeepWhole(CodeLine record) {
   Line line{};
@@ -157,19 +165,34 @@ CodeLines::Line CodeLines::KeepWhole(CodeLine record) {
   return line;
 }
 
-void CodeLines::AddParsed(const ParsedLine& parsed, std::int32_t before, std::int32_t after) try {
+// The remainders of a line share one text: each kept for itself would take room by the square.
+void CodeLines::KeepText(Line& line, std::string_view text,
+                         const std::shared_ptr<const std::string>& held) {
+  line.Length = static_cast<std::uint32_t>(text.size());
+  if (InText(text)) {
+    line.Offset = static_cast<std::uint32_t>(text.data() - mText->data());
+    return;
+  }
+  if (!mHeld) mHeld = std::make_unique<std::vector<HeldText>>();
+  line.Offset = static_cast<std::uint32_t>(mHeld->size());
+  line.Flags |= kHeld;
+  mHeld->push_back({held, static_cast<std::uint32_t>(text.data() - held->data())});
+}
+
+void CodeLines::AddParsed(const ParsedLine& parsed, std::int32_t before, std::int32_t after,
+                          const std::shared_ptr<const std::string>& held) try {
   if (mUnloaded) throw VendrelError(errObjectNotSet, "the source lines have been unloaded");
   Line line{};
-  if (parsed.OwnText || !InText(parsed.Text)) {
+  const bool isKept = InText(parsed.Text) || (held && IsPart(parsed.Text, *held));
+  if (parsed.OwnText || !isKept) {
     line = KeepWhole(parsed.Record());
   } else {
-    line.Offset = static_cast<std::uint32_t>(parsed.Text.data() - mText->data());
-    line.Length = static_cast<std::uint32_t>(parsed.Text.size());
     line.EventIndex = parsed.EventIndex;
     line.Type = static_cast<std::uint8_t>(parsed.LineType);
-    line.Flags = static_cast<std::uint8_t>((parsed.Continued ? kContinued : 0) |
-                                           (parsed.Continuation ? kContinuation : 0) |
-                                           (parsed.NotInSource ? kNotInSource : 0));
+    line.Flags = static_cast<std::uint8_t>(
+        (parsed.Continued ? kContinued : 0) | (parsed.Continuation ? kContinuation : 0) |
+        (parsed.NotInSource ? kNotInSource : 0) | (parsed.EveryColon ? kEveryColon : 0));
+    KeepText(line, parsed.Text, held);
   }
   Insert(line, before, after);
 } catch (VendrelError& failure) {
@@ -214,6 +237,7 @@ void CodeLines::UnloadSourceCode() {
   if (mUnloaded) return;
   std::vector<Line>().swap(mLines);
   mWhole.reset();
+  mHeld.reset();
   mText.reset();
   mUnloaded = true;
 }

@@ -68,7 +68,9 @@ class CodeLines {
   // For the readers: a line without a record.
   /// Appends a line; one whose text lies in the module's text costs no copy.
   void Append(const ParsedLine& line) { AddParsed(line, 0, 0); }
-  void AddParsed(const ParsedLine& line, std::int32_t before, std::int32_t after);
+  /// `held` may be a text outside of the module's in which that of the line lies.
+  void AddParsed(const ParsedLine& line, std::int32_t before, std::int32_t after,
+                 const std::shared_ptr<const std::string>& held = {});
   /// Gives back the room kept for further lines.
   void Shrink() { mLines.shrink_to_fit(); }
 
@@ -79,6 +81,12 @@ class CodeLines {
     kNotInSource = 4,
     kWhole = 8,  // the record stands in mWhole, under the number in Offset; Length is where the
                  // line began in the text, plus 1, or 0
+    kHeld = 16,  // the text is a part of one in mHeld, under the number in Offset
+    kEveryColon = 32,
+  };
+  struct HeldText {
+    std::shared_ptr<const std::string> Of;
+    std::uint32_t Offset;
   };
   struct Line {
     std::uint32_t Offset;
@@ -91,6 +99,7 @@ class CodeLines {
   const Line& At(std::int32_t index) const;
   void Insert(const Line& line, std::int32_t before, std::int32_t after);
   Line KeepWhole(CodeLine record);
+  void KeepText(Line& line, std::string_view text, const std::shared_ptr<const std::string>& held);
   bool InText(std::string_view text) const;
   CodeLine Classified(std::int32_t index) const;
   std::string LogicalText(std::int32_t index) const;
@@ -99,6 +108,7 @@ class CodeLines {
   std::shared_ptr<const std::string> mText;
   ClassifierRules mRules;
   std::unique_ptr<std::vector<CodeLine>> mWhole;
+  std::unique_ptr<std::vector<HeldText>> mHeld;
   std::int32_t mContinuations = 0;
   LanguageVersionEnum mLanguage = lvVisualBasic5or6;
   bool mUnloaded = false;

@@ -7,6 +7,7 @@
 #include "diagnostics/VendrelError.h"
 #include "model/Declarations.h"
 #include "project/VBProject.h"
+#include "services/FolderCache.h"
 #include "services/TextUtility.h"
 #include "typelib/LibraryTypes.h"
 #include "typelib/TypeLibService.h"
@@ -191,6 +192,7 @@ std::shared_ptr<Variable> LibraryLoader::NewField(const MemberInfo& member, UDT&
 }  // namespace
 
 bool VBProject::LoadFromTypeLib(std::string_view Path) try {
+  ForgetFolders();
   ProjectSourceType = ptsTypeLibrary;
   ProjectSourceAccess = psaNone;
   SetLanguageVersion(lvVisualBasic5or6);

@@ -22,6 +22,13 @@ bool GoesOn(const std::string& problem, std::string_view question, std::string_v
                                        style);
 }
 
+// A file that cannot be looked for may be there, and needs its backup.
+bool IsAbsent(const FileSystemObject& file) {
+  const FoundPath found = file.Find();
+  if (found.Match == PathMatch::None) return found.Failure == 0;
+  return found.Status.Type == FileStatus::Kind::Folder;
+}
+
 }  // namespace
 
 Backups::Backups(VBProject& project)
@@ -44,7 +51,7 @@ bool Backups::MakeFolder() {
 }
 
 bool Backups::Copy(const FileSystemObject& file, const std::string& to, std::string_view question) {
-  if (!file.Exists() || FileCopy(file.FullPath(), to)) return true;
+  if (IsAbsent(file) || FileCopy(file.FullPath(), to)) return true;
   return GoesOn("Backup file copy error (" + file.LeafName() + ") : " + State().FileCopy_LastError,
                 question, kCopyError, msYesNoQuestion);
 }
@@ -74,7 +81,7 @@ bool Backups::KeepProjectFileBesideItself() {
     if (backup.IsReadOnly()) backup.DeleteFile();
   } catch (const VendrelError&) {  // the copy tells
   }
-  if (!file.Exists() || FileCopy(file.FullPath(), backup.FullPath())) return true;
+  if (IsAbsent(file) || FileCopy(file.FullPath(), backup.FullPath())) return true;
   return GoesOn(
       "Backup project file copy error (" + file.LeafName() + ") : " + State().FileCopy_LastError,
       "Do you wish to proceed (all other files have been written) ?", kCopyError, msYesNo);

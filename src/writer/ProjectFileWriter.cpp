@@ -3,7 +3,6 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "diagnostics/VendrelError.h"
-#include "services/Procedures.h"
 #include "writer/ModuleWriter.h"
 #include "writer/SideFiles.h"
 
@@ -129,7 +128,7 @@ void ProjectFileWriter::RelatedDocuments() try {
     file.SetBaseFile(&mProject.FileName);
     file.SetFullPath(entry);
     if (mCopyOthers && file.Exists())
-      FileCopy(file.FullPath(), mProject.OutputFileName.FolderPath() + file.LeafName());
+      CopyOrTell(file.FullPath(), mProject.OutputFileName.FolderPath() + file.LeafName());
     const std::string path = mSameLocation ? file.RelativePath() : file.LeafName();
     if (EqualsNoCaseAscii(file.Extension(), "RES"))
       Quoted("ResFile32", path);

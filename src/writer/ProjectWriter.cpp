@@ -7,11 +7,11 @@
 #include "core/NumericText.h"
 #include "core/ProcessState.h"
 #include "diagnostics/VendrelError.h"
-#include "services/Procedures.h"
 #include "services/TextUtility.h"
 #include "writer/Backups.h"
 #include "writer/ModuleWriter.h"
 #include "writer/ProjectFileWriter.h"
+#include "writer/SideFiles.h"
 
 namespace vendrel {
 namespace {
@@ -114,7 +114,7 @@ bool ProjectWriter::WriteModules() try {
 void ProjectWriter::CopyCompatibleFile() {
   const FileSystemObject& file = mProject.CompatibleFileName;
   if (mSameLocation || !file.Exists() || file.IsFolder()) return;
-  FileCopy(file.FullPath(), mProject.OutputFileName.FolderPath() + file.LeafName());
+  CopyOrTell(file.FullPath(), mProject.OutputFileName.FolderPath() + file.LeafName());
 }
 
 }  // namespace

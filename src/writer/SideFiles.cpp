@@ -38,7 +38,11 @@ const SideFiles::Listing& SideFiles::ListingOf(const std::string& folder) {
   std::vector<FileSystemObject> files;
   try {
     place.FindFiles("*", kThisFolderOnly, files);
-  } catch (const VendrelError&) {  // no folder, no side files
+  } catch (const VendrelError& failure) {
+    // No folder, no side files; one that is there may hold some.
+    if (place.IsFolder())
+      Tell(DiagnosticCode::WriteRefused,
+           {"files beside the modules in " + folder + " are not copied: " + failure.Text()});
   }
   for (FileSystemObject& file : files) {
     std::string name = FoldKey(file.LeafName());
@@ -77,8 +81,13 @@ void SideFiles::CopyOne(const FileSystemObject& file, const std::string& target)
          {source + " is not copied: a file of that name was copied from " + earlier->second});
     return;
   }
-  if (!isNew || FileCopy(source, target)) return;
-  Tell(DiagnosticCode::WriteRefused, {source + " is not copied: " + State().FileCopy_LastError});
+  if (isNew) CopyOrTell(source, target);
+}
+
+void CopyOrTell(const std::string& source, const std::string& target) {
+  if (EqualsNoCase(source, target)) return;  // it lies there already
+  if (!FileCopy(source, target))
+    Tell(DiagnosticCode::WriteRefused, {source + " is not copied: " + State().FileCopy_LastError});
 }
 
 void Component::CopyTo(std::string_view Path) try {

@@ -35,4 +35,7 @@ class SideFiles {
   std::map<std::string, std::string> mCopied;
 };
 
+/// Copies a file that goes with a project. A failure is told as a diagnostic.
+void CopyOrTell(const std::string& source, const std::string& target);
+
 }  // namespace vendrel

@@ -3,12 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <map>
 #include <sstream>
 
 #include "core/ProcessState.h"
 #include "names/NameWalk.h"
 #include "output/Dump.h"
 #include "project/VBProjectGroup.h"
+#include "services/SettingsReader.h"
 #include "support/MemoryFiles.h"
 
 namespace vendrel {
@@ -22,8 +25,8 @@ class Faults : public testing::Test {
       : mFiles{
             {"/p/G.vbg", "VBGROUP 5.0\r\nStartupProject=P.vbp\r\nProject=Lib/L.vbp\r\n"},
             {"/p/P.vbp",
-             "Type=Exe\r\nReference=*\\ALib\\L.vbp\r\nForm=F.frm\r\nClass=C; sub\\C.cls\r\n"
-             "Module=M; M.bas\r\nName=\"P\"\r\n"},
+             "Type=Exe\r\nReference=*\\ALib\\L.vbp\r\nForm=F.frm\r\nClass=C; SUB\\c.cls\r\n"
+             "Module=M; m.bas\r\nName=\"P\"\r\n"},
             {"/p/Lib/L.vbp", "Type=OleDll\r\nModule=N; N.bas\r\nName=\"L\"\r\n"},
             {"/p/Lib/N.bas", "Attribute VB_Name = \"N\"\r\nPublic Enum E\r\n  a\r\nEnd Enum\r\n"},
             {"/p/F.frm",
@@ -90,6 +93,7 @@ TEST_F(Faults, OfOneFileCostThatFileAlone) {
     const char* Kept;
   } rows[] = {{"/p/M.bas", "\"Name\": \"Main\"", "\"Name\": \"S\""},
               {"/p/sub/C.cls", "\"Name\": \"S\"", "\"Name\": \"Main\""},
+              {"/p/sub", "\"Name\": \"S\"", "\"Name\": \"Main\""},  // names in other case
               {"/p/F.frx", "\"hello\"", "\"Name\": \"m_Click\""},
               {"/p/Lib/L.vbp", "\"ProjectName\": \"L\"", "\"Name\": \"Main\""}};
   for (const auto& row : rows) {
@@ -105,15 +109,70 @@ TEST_F(Faults, OfOneFileCostThatFileAlone) {
   EXPECT_EQ(Load(), whole);
 }
 
-TEST_F(Faults, DevicesAndPipesAreNoModules) {
-  mFiles.AddPipe("/p/pipe.bas");
-  mFiles.Add("/p/G.vbg", "VBGROUP 5.0\r\nProject=Q.vbp\r\n");
-  mFiles.Add("/p/Q.vbp", "Type=Exe\r\nModule=X; pipe.bas\r\nModule=M; M.bas\r\nName=\"Q\"\r\n");
-  VBProject project;
-  ASSERT_TRUE(project.Load("/p/Q.vbp"));
-  project.Components.Populate();
-  EXPECT_EQ(project.Diagnostics.CountOf(DiagnosticCode::UnreadableFile), 1u);
-  EXPECT_NE(project.Components.Item("M")->Blocks.Item("Main"), nullptr);
+struct Change {
+  const char* Name;
+  void (*Of)(test::MemoryFiles&, const std::string& path);
+};
+
+const Change kChanges[] = {
+    {"shrinks",
+     [](auto& files, auto& path) {
+       files.Change(path, [](std::string& bytes) { bytes.resize(bytes.size() / 2); });
+     }},
+    {"is emptied",
+     [](auto& files, auto& path) {
+       files.Change(path, [](std::string& bytes) { bytes.clear(); });
+     }},
+    {"grows", [](auto& files,
+                 auto& path) { files.Change(path, [](std::string& bytes) { bytes += bytes; }); }},
+    {"is replaced", [](auto& files, auto& path) { files.Add(path, "Sub S()\r\nEnd Sub\r\n"); }},
+    {"is deleted", [](auto& files, auto& path) { files.Remove(path); }},
+    {"becomes a folder",
+     [](auto& files, auto& path) {
+       files.Remove(path);
+       files.AddFolder(path);
+     }},
+};
+
+TEST_F(Faults, OfFilesThatChangeDuringTheNthCallLeaveASoundTree) {
+  const std::string whole = Load();
+  std::map<std::string, std::string> contents;
+  for (const std::string& path : mFiles.Paths()) contents[path] = mFiles[path];
+  for (const Change& change : kChanges) {
+    std::size_t calls = 1;
+    for (std::size_t n = 1; n <= calls; ++n) {
+      mFiles.ForgetCalls();
+      mFiles.ActAt(static_cast<int>(n), [&] {
+        for (const auto& file : contents) change.Of(mFiles, file.first);
+      });
+      Load();
+      calls = mFiles.Calls().size();
+      mFiles.ActAt(0, {});
+      for (const auto& [path, bytes] : contents) {
+        mFiles.Remove(path);
+        mFiles.Add(path, bytes);
+      }
+      ASSERT_EQ(Load(), whole) << "behind call " << n << ", before which each file " << change.Name;
+    }
+  }
+}
+
+TEST_F(Faults, OfAnEarlierLoadAreForgotten) {
+  const std::string whole = Load();
+  mFiles.Remove("/p/M.bas");
+  const std::string without = Load();
+  EXPECT_NE(without, whole);
+  mFiles.Add("/p/M.BAS", "Attribute VB_Name = \"M\"\r\nSub Main()\r\n  Dim a As C\r\nEnd Sub\r\n");
+  EXPECT_EQ(Load(), whole) << "under another name";
+
+  setenv("VENDRELMODEL_REGISTRY", "/p/none.reg:/p/s.reg", 1);
+  mFiles.Add("/p/s.reg", "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\K]\r\n\"V\"=\"x\"\r\n");
+  mFiles.FailOn("/p/s.reg", EMFILE);
+  SettingsReader settings;
+  EXPECT_EQ(settings.ReadValue(HKEY_CURRENT_USER, "K", "V"), "");
+  mFiles.FailOn("/p/s.reg", 0);
+  EXPECT_EQ(settings.ReadValue(HKEY_CURRENT_USER, "K", "V"), "x");
+  unsetenv("VENDRELMODEL_REGISTRY");
 }
 
 }  // namespace

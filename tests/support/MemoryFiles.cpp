@@ -7,12 +7,16 @@ namespace vendrel::test {
 
 class MemoryFiles::Source final : public FileSource {
  public:
-  std::map<std::string, File> Files;
+  // As on a disk, an open file outlives its name.
+  std::map<std::string, std::shared_ptr<File>> Files;
   std::set<std::string> Folders = {"/"}, Pipes;
   std::map<std::string, std::string> Links;
   std::map<std::string, int> Failing;
   std::vector<std::string> Calls;
   int FailAfter = 0, FailWith = 0;
+  bool FullFromThen = false;
+  int ActAfter = 0;
+  std::function<void()> Act;
 
   int OpenForReading(const std::string& path) override {
     if (const int failure = Begin("Open", path)) return failure;
@@ -24,13 +28,14 @@ class MemoryFiles::Source final : public FileSource {
     if (const int failure = Begin("Create", path)) return failure;
     if (Exists(path)) return -EEXIST;
     if (!Folders.count(Parent(path))) return -ENOENT;
-    Files[path] = {"", mode & 0755, ++mNumber};
+    Files[path] = std::make_shared<File>(File{"", mode & 0755, ++mNumber});
     return Handle(path);
   }
   std::int64_t Read(int handle, char* buffer, std::size_t size) override {
     Open& open = mOpen.at(handle);
     if (const int failure = Begin("Read", open.Path)) return failure;
-    const std::string& bytes = Files.at(open.Path).Bytes;
+    const std::string& bytes = open.Of->Bytes;
+    open.At = std::min(open.At, bytes.size());  // it may have shrunk
     const std::size_t count = std::min(size, bytes.size() - open.At);
     std::memcpy(buffer, bytes.data() + open.At, count);
     open.At += count;
@@ -38,22 +43,20 @@ class MemoryFiles::Source final : public FileSource {
   }
   std::int64_t Write(int handle, const char* bytes, std::size_t size) override {
     if (!mOpen.count(handle)) return -EBADF;
-    const std::string& path = mOpen.at(handle).Path;
-    if (const int failure = Begin("Write", path)) return failure;
+    if (const int failure = Begin("Write", mOpen.at(handle).Path)) return failure;
     const std::size_t count = std::min<std::size_t>(size, 1000);  // writes may be short
-    Files.at(path).Bytes.append(bytes, count);
+    mOpen.at(handle).Of->Bytes.append(bytes, count);
     return static_cast<std::int64_t>(count);
   }
   int StatusOfOpen(int handle, FileStatus& status) override {
-    const std::string path = mOpen.at(handle).Path;
-    if (const int failure = Begin("StatusOfOpen", path)) return failure;
-    Fill(path, status);
+    const Open open = mOpen.at(handle);
+    if (const int failure = Begin("StatusOfOpen", open.Path)) return failure;
+    Fill(open.Path, open.Of.get(), status);
     return 0;
   }
   int SetMode(int handle, std::uint32_t mode) override {
-    const std::string path = mOpen.at(handle).Path;
-    if (const int failure = Begin("SetMode", path)) return failure;
-    Files.at(path).Mode = mode;
+    if (const int failure = Begin("SetMode", mOpen.at(handle).Path)) return failure;
+    mOpen.at(handle).Of->Mode = mode;
     return 0;
   }
   int Sync(int handle) override { return Begin("Sync", mOpen.at(handle).Path); }
@@ -66,12 +69,16 @@ class MemoryFiles::Source final : public FileSource {
     if (const int failure = Begin("Status", path)) return failure;
     const std::string real = Follow(path);
     if (!Exists(real)) return -ENOENT;
-    Fill(real, status);
+    const auto file = Files.find(real);
+    Fill(real, file == Files.end() ? nullptr : file->second.get(), status);
     return 0;
   }
   int Rename(const std::string& from, const std::string& to) override {
     if (const int failure = Begin("Rename", to)) return failure;
-    Files[to] = Files.at(from);
+    const auto file = Files.find(from);
+    if (file == Files.end()) return -ENOENT;
+    if (Folders.count(to)) return -EISDIR;
+    Files[to] = file->second;
     Files.erase(from);
     return 0;
   }
@@ -120,12 +127,19 @@ class MemoryFiles::Source final : public FileSource {
  private:
   struct Open {
     std::string Path;
+    std::shared_ptr<File> Of;  // none for folders and pipes
     std::size_t At = 0;
   };
 
-  int Begin(const char* call, const std::string& path) {
+  int Begin(std::string_view call, const std::string& path) {
     Calls.push_back(std::string(call) + " " + path);
-    if (FailAfter > 0 && --FailAfter == 0) return -FailWith;
+    if (ActAfter > 0 && --ActAfter == 0) Act();
+    if (FailAfter > 0 && --FailAfter == 0) {
+      if (!FullFromThen) return -FailWith;
+      FailAfter = 1;
+      if (call == "Create" || call == "Write" || call == "Sync" || call == "MakeFolder")
+        return -FailWith;
+    }
     const auto failing = Failing.find(path);
     return failing == Failing.end() ? 0 : -failing->second;
   }
@@ -136,21 +150,21 @@ class MemoryFiles::Source final : public FileSource {
     return path;
   }
   int Handle(const std::string& path) {
-    mOpen[++mHandle] = {path, 0};
+    const auto file = Files.find(path);
+    mOpen[++mHandle] = {path, file == Files.end() ? nullptr : file->second};
     return mHandle;
   }
-  void Fill(const std::string& path, FileStatus& status) {
-    const auto file = Files.find(path);
+  void Fill(const std::string& path, const File* file, FileStatus& status) {
     status = {};
     status.Mode = 0755;
-    if (file == Files.end()) {
+    if (!file) {
       status.Type = Pipes.count(path) ? FileStatus::Kind::Other : FileStatus::Kind::Folder;
       status.Number = std::hash<std::string>()(path);
       return;
     }
-    status.Size = file->second.Bytes.size();
-    status.Mode = file->second.Mode;
-    status.Number = file->second.Number;
+    status.Size = file->Bytes.size();
+    status.Mode = file->Mode;
+    status.Number = file->Number;
   }
 
   std::map<int, Open> mOpen;
@@ -168,7 +182,7 @@ MemoryFiles::~MemoryFiles() { FileSource::Install(nullptr); }
 
 void MemoryFiles::Add(const std::string& path, std::string bytes, std::uint32_t mode) {
   AddFolder(Source::Parent(path));
-  mSource->Files[path] = {std::move(bytes), mode, mSource->NewNumber()};
+  mSource->Files[path] = std::make_shared<File>(File{std::move(bytes), mode, mSource->NewNumber()});
 }
 
 void MemoryFiles::AddFolder(std::string path) {
@@ -183,7 +197,7 @@ void MemoryFiles::Link(const std::string& path, const std::string& target) {
 
 std::string MemoryFiles::operator[](const std::string& path) const {
   const auto file = mSource->Files.find(path);
-  return file == mSource->Files.end() ? std::string() : file->second.Bytes;
+  return file == mSource->Files.end() ? std::string() : file->second->Bytes;
 }
 
 bool MemoryFiles::Has(const std::string& path) const { return mSource->Exists(path); }
@@ -197,6 +211,26 @@ std::vector<std::string> MemoryFiles::Paths() const {
 void MemoryFiles::FailAt(int n, int systemError) {
   mSource->FailAfter = n;
   mSource->FailWith = systemError;
+  mSource->FullFromThen = false;
+}
+
+void MemoryFiles::FullFrom(int n) {
+  FailAt(n, ENOSPC);
+  mSource->FullFromThen = true;
+}
+
+void MemoryFiles::ActAt(int n, std::function<void()> action) {
+  mSource->ActAfter = n;
+  mSource->Act = std::move(action);
+}
+
+void MemoryFiles::Change(const std::string& path, const std::function<void(std::string&)>& change) {
+  change(mSource->Files.at(path)->Bytes);
+}
+
+void MemoryFiles::Remove(const std::string& path) {
+  mSource->Files.erase(path);
+  mSource->Folders.erase(path);
 }
 
 void MemoryFiles::FailOn(const std::string& path, int systemError) {

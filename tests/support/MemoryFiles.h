@@ -3,6 +3,7 @@
 // fail.
 
 #include <cerrno>
+#include <functional>
 #include <initializer_list>
 #include <map>
 #include <memory>
@@ -36,6 +37,10 @@ class MemoryFiles {
   /// Adds or replaces a file; its folders come into being.
   void Add(const std::string& path, std::string bytes, std::uint32_t mode = 0644);
   void AddFolder(std::string path);
+  /// Changes the bytes of a file, seen by those who have it open.
+  void Change(const std::string& path, const std::function<void(std::string&)>& change);
+  /// Removes a file or an empty folder.
+  void Remove(const std::string& path);
   /// Something that is neither file nor folder.
   void AddPipe(const std::string& path);
   /// A symbolic link to a folder: listed, and followed where it is a whole path.
@@ -46,6 +51,10 @@ class MemoryFiles {
   std::vector<std::string> Paths() const;
   /// The n-th call from now (1-based) fails with this errno; 0 takes that back.
   void FailAt(int n, int systemError);
+  /// From the n-th call on the disk is full: nothing can be made or written.
+  void FullFrom(int n);
+  /// Before the n-th call from now something else happens on the disk.
+  void ActAt(int n, std::function<void()> action);
   /// Every call on this path fails.
   void FailOn(const std::string& path, int systemError);
   /// Names of the calls so far, "Status /a"; cleared by `ForgetCalls`.

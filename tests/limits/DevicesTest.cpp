@@ -1,0 +1,171 @@
+// Whatever file a project, an option or the settings name may be a pipe that nobody writes to, or a
+// device that never ends: it is told, and never waited for. What may hang is guarded by a signal.
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "cli/Tool.h"
+#include "core/ObjectRegistry.h"
+#include "diagnostics/ErrorReport.h"
+#include "services/ByteSource.h"
+#include "services/TemporaryFolder.h"
+
+namespace vendrel {
+namespace {
+
+constexpr unsigned kPatience = 120;  // seconds, of a whole table on a busy machine
+
+struct Role {
+  const char* Name;
+  const char* File;  // the odd one
+  std::vector<std::string> Arguments;
+  int Code;
+  const char* Told;
+  bool PipeAlone = false;  // a link to a device does not count there
+};
+
+// "%" stands for the folder, "*" for the odd file.
+const Role kRoles[] = {
+    {"project", "Q.vbp", {"tree", "*"}, cli::exFailed, "not a regular file"},
+    {"group", "Q.vbg", {"tree", "*"}, cli::exFailed, "not a regular file"},
+    {"module alone", "Q.bas", {"tree", "*"}, cli::exDone, "[unreadable-file]"},
+    {"library", "Q.tlb", {"typelib", "*"}, cli::exFailed, "not a regular file"},
+    {"member of a group", "lib/L.vbp", {"tree", "%/G.vbg"}, cli::exDone, "not a regular file"},
+    {"module of a project", "M.bas", {"tree", "%/P.vbp"}, cli::exDone, "[unreadable-file]"},
+    {"companion", "F.frx", {"tree", "%/P.vbp"}, cli::exDone, "[companion-file]"},
+    {"referenced library", "x.tlb", {"dump", "%/P.vbp"}, cli::exDone, ""},
+    {"comment file",
+     "c.xml",
+     {"tree", "%/P.vbp", "--comment-file", "*"},
+     cli::exFailed,
+     "not a regular file"},
+    {"tag table",
+     "t.json",
+     {"tree", "%/P.vbp", "--tags", "*"},
+     cli::exFailed,
+     "not a regular file"},
+    {"settings", "s.reg", {"build", "%/P.vbp"}, cli::exUsage, "no compiler is registered"},
+    {"result", "out", {"dump", "%/P.vbp", "-o", "*"}, cli::exFailed, "not a regular file"},
+    {"written module",
+     "copy/M.bas",
+     {"write", "%/P.vbp", "--to", "%/copy"},
+     cli::exFailed,
+     "not a regular file"},
+    {"written project",
+     "copy/P.vbp",
+     {"write", "%/P.vbp", "--to", "%/copy"},
+     cli::exFailed,
+     "not a regular file"},
+    {"file beside a module",
+     "M.txt",
+     {"write", "%/P.vbp", "--to", "%/copy"},
+     cli::exFailed,
+     "M.txt is not copied",
+     true},
+    {"related document",
+     "notes.doc",
+     {"write", "%/P.vbp", "--to", "%/copy"},
+     cli::exFailed,
+     "notes.doc is not copied"},
+    {"backup",
+     "SourceBackup/M.bas",
+     {"write", "%/P.vbp", "--in-place", "--yes"},
+     cli::exFailed,
+     "not a regular file"},
+};
+
+class Devices : public testing::Test {
+ protected:
+  Devices() { alarm(kPatience); }
+  ~Devices() override {
+    alarm(0);
+    unsetenv("VENDRELMODEL_REGISTRY");
+  }
+
+  void Fill() {
+    Write("G.vbg", "VBGROUP 5.0\r\nProject=P.vbp\r\nProject=lib\\L.vbp\r\n");
+    Write("P.vbp",
+          "Type=Exe\r\nReference=*\\G{00000000-0000-0000-0000-000000000001}#1.0#0#x.tlb#X\r\n"
+          "Form=F.frm\r\nModule=M; M.bas\r\nRelatedDoc=notes.doc\r\nName=\"P\"\r\n");
+    Write("F.frm", "VERSION 5.00\r\nBegin VB.Form F\r\n  Caption = $\"F.frx\":0003\r\nEnd\r\n");
+    Write("M.bas", "Attribute VB_Name = \"M\"\r\nSub Main()\r\n  Dim a As X.Y\r\nEnd Sub\r\n");
+    Write("lib/L.vbp", "Type=OleDll\r\nName=\"L\"\r\n");
+    Write("copy/old.txt", "");
+    Write("SourceBackup/old.txt", "");
+  }
+  void Write(const std::string& name, const std::string& bytes) {
+    const std::filesystem::path path = std::filesystem::path(mFolder.Path()) / name;
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << bytes;
+  }
+  std::string Placed(std::string text, const char* file) const {
+    const std::string odd = mFolder.Path() + "/" + file;
+    if (text == "*") return odd;
+    if (text.starts_with('%')) text.replace(0, 1, mFolder.Path());
+    return text;
+  }
+  void Try(const Role& role) {
+    setenv("VENDRELMODEL_REGISTRY", Placed("%/s.reg", "").c_str(), 1);
+    std::vector<std::string> arguments{"vendrelmodel"};
+    for (const std::string& each : role.Arguments) arguments.push_back(Placed(each, role.File));
+    std::vector<const char*> argv;
+    for (const std::string& each : arguments) argv.push_back(each.c_str());
+    std::ostringstream out, err;
+    EXPECT_EQ(cli::RunTool(static_cast<int>(argv.size()), argv.data(), {out, err}), role.Code)
+        << err.str();
+    EXPECT_NE(err.str().find(role.Told), std::string::npos) << err.str();
+  }
+
+  TemporaryFolder mFolder{"devices"};
+};
+
+TEST_F(Devices, AndPipesAreToldInEveryRole) {
+  for (const Role& role : kRoles) {
+    for (const char* target : {"", "/dev/zero"}) {
+      if (*target && role.PipeAlone) continue;
+      SCOPED_TRACE(std::string(role.Name) + " is " + (*target ? target : "a pipe"));
+      Fill();
+      const std::string odd = mFolder.Path() + "/" + role.File;
+      std::filesystem::remove(odd);
+      ASSERT_EQ(*target ? symlink(target, odd.c_str()) : mkfifo(odd.c_str(), 0600), 0);
+      Try(role);
+      std::filesystem::remove_all(mFolder.Path() + "/copy");
+      std::filesystem::remove(odd);
+    }
+  }
+}
+
+TEST_F(Devices, AReportThatNobodyTakesIsToldOnce) {
+  const std::string pipe = mFolder.Path() + "/report";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  for (const char* path : {pipe.c_str(), "/dev/full", "/none/report"}) {
+    WriteErrorReports(path);
+    testing::internal::CaptureStderr();
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(ReportError(VendrelError(5)), StepOver::Raise);
+    const std::string told = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), 1) << told;
+    EXPECT_NE(told.find(path), std::string::npos) << told;
+  }
+  ObjectRegistry::Register<ErrorObject>(kErrorObject, [] { return nullptr; });
+}
+
+// The size is asked for once; what lies behind a new end is not there.
+TEST_F(Devices, AFileThatShrinksWhileItIsReadInPiecesEndsEarly) {
+  Write("a.dll", "MZ0123456789");
+  const std::string path = mFolder.Path() + "/a.dll";
+  const auto bytes = OpenBytes(path);
+  ASSERT_EQ(truncate(path.c_str(), 5), 0);
+  EXPECT_EQ(bytes->Size(), 12u);
+  EXPECT_EQ(bytes->Read(2, 100).size(), 3u);
+  EXPECT_TRUE(bytes->Read(8, 4).empty());
+}
+
+}  // namespace
+}  // namespace vendrel
