@@ -209,7 +209,7 @@ class Worst : public testing::TestWithParam<WorstCase> {
     if (worst.DotNet) project.SetLanguageVersion(lvVisualBasicDotNet);
     const Cost cost = CostOf(project, input);
     if (worst.DotNet) {
-      EXPECT_EQ(project.Components.Item(1)->Blocks.Item("A")->OverloadBlocks->Count(), count);
+      EXPECT_EQ(project.Components.Item(1)->Blocks.Item("A")->OverloadBlocks()->Count(), count);
     }
     return cost;
   }
