@@ -197,36 +197,6 @@ TEST_F(WriteFailures, ModulesOfOneNameKeepBackupsOfTheirOwn) {
   }
 }
 
-// Whatever call of the system fails, each file is either old or new, and no other file is left.
-TEST(WritingWithAFailingSystem, LosesNothing) {
-  for (const int failure : {ENOSPC, EACCES, EIO, ENOENT}) {
-    for (int n = 1;; ++n) {
-      MemoryFiles files{{"/p/A.vbp", "Type=Exe\r\nModule=M; M.bas\r\nName=\"A\"\r\n"},
-                        {"/p/M.bas", kOldModule}};
-      const std::string oldProject = files["/p/A.vbp"];
-      VBProject project;
-      ASSERT_TRUE(project.Load("/p/A.vbp"));
-      project.Components.Populate();
-      project.Components.Item("M")->Blocks.Item("A")->CodeLines->Add(
-          InitialiseCodeLine("' new", lvVisualBasic5or6), 0, 1);
-      project.OutputFileName.SetFolderPath("/p");
-      files.ForgetCalls();
-      files.FailAt(n, failure);
-      try {
-        project.WriteOut();
-      } catch (const VendrelError&) {
-      }
-      const bool reached = files.Calls().size() >= static_cast<std::size_t>(n);
-      EXPECT_TRUE(files["/p/M.bas"] == kOldModule || files["/p/M.bas"] == kNewModule) << n;
-      const std::string now = files["/p/A.vbp"];
-      EXPECT_TRUE(now == oldProject || now.ends_with("AutoIncrementVer=0\r\n")) << n << now;
-      for (const std::string& path : files.Paths())
-        EXPECT_EQ(path.find(".tmp"), std::string::npos) << n << " " << failure << " " << path;
-      if (!reached) break;
-    }
-  }
-}
-
 // The files of the machine, until the n-th call ends the process.
 class Dying final : public FileSource {
  public:
