@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds the fuzz targets with Clang and both sanitizers, and runs them one after the other.
+# Builds the fuzz targets with Clang and both sanitizers, and runs as many at once as there are
+# processors.
 #   ./fuzz.sh [SECONDS] [TARGET]     SECONDS for each target (60), TARGET as in fuzz/ (all)
 #   ./fuzz.sh --replay [TARGET]      only the seeds and what was found before
 # What a target reads grows in build/fuzz-corpus/TARGET; an input that breaks it is left in
@@ -12,15 +13,15 @@ seconds=60
 target=
 for argument in "$@"; do
   case "$argument" in
-    --no-install) packages_name check; exit 0 ;;
+    --no-install) packages_name fuzz; exit 0 ;;
     --replay) seconds=0 ;;
     [0-9]*) seconds=$argument ;;
     *Fuzz) target=$argument ;;
     *) echo "usage: ./fuzz.sh [SECONDS | --replay] [TARGET]" >&2; exit 2 ;;
   esac
 done
-packages_install check
-build_preset fuzz
+packages_install fuzz
+build_preset asan fuzz_targets
 
 # The options of a target: its dictionary, and how long an input may be.
 options_of() {
@@ -36,15 +37,17 @@ options_of() {
 run_target() {
   local name=$1 corpus="build/fuzz-corpus/$1" seeds="fuzz/seeds/$1" log
   mkdir -p "$corpus" "$seeds" "$corpus-broken"
-  if [ -x "build/fuzz/fuzz/${name%Fuzz}Seeds" ]; then
-    "build/fuzz/fuzz/${name%Fuzz}Seeds" "$corpus"
+  if [ -x "build/asan/fuzz/${name%Fuzz}Seeds" ]; then
+    "build/asan/fuzz/${name%Fuzz}Seeds" "$corpus"
   fi
   log="$corpus.log"
   local limit=(-max_total_time="$seconds")
   if [ "$seconds" = 0 ]; then limit=(-runs=0); fi
+  # Keeping count of rare features (entropic) would take most of the time.
   # shellcheck disable=SC2046  # the options are words
-  if ! "build/fuzz/fuzz/$name" "${limit[@]}" $(options_of "$name") -timeout=20 -rss_limit_mb=4096 -entropic=0 \
-    -print_final_stats=1 -artifact_prefix="$corpus-broken/" "$corpus" "$seeds" >"$log" 2>&1; then
+  if ! "build/asan/fuzz/$name" "${limit[@]}" $(options_of "$name") -entropic=0 -timeout=20 \
+    -rss_limit_mb=4096 -print_final_stats=1 -artifact_prefix="$corpus-broken/" \
+    "$corpus" "$seeds" >"$log" 2>&1; then
     tail -n 40 "$log" >&2
     echo "$name: broken; the input is in $corpus-broken" >&2
     return 1
@@ -54,11 +57,8 @@ run_target() {
     "$(sed -n 's/.* cov: \([0-9]*\).*/\1/p' "$log" | tail -n 1)" \
     "$(find "$corpus" -type f | wc -l)"
 }
+export seconds
+export -f options_of run_target
 
-failed=0
-for program in build/fuzz/fuzz/*Fuzz; do
-  name=$(basename "$program")
-  if [ -n "$target" ] && [ "$name" != "$target" ]; then continue; fi
-  run_target "$name" || failed=1
-done
-exit $failed
+printf '%s\n' fuzz/*Fuzz.cpp | xargs -n 1 basename -s .cpp | grep -x "${target:-.*}" |
+  xargs -P "$(nproc)" -I NAME bash -c 'run_target NAME'

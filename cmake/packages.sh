@@ -1,4 +1,4 @@
-# Sourced by ./run, ./test, ./check and .ci/run: which packages each of them needs, and why.
+# Sourced by ./run, ./test, ./fuzz.sh, ./check and .ci/run: which packages each of them needs, and why.
 # They are the names of Debian 12; each set includes the ones above it.
 
 packages_table='
@@ -12,25 +12,28 @@ run   libcli11-dev     the command line of the tool
 run   nlohmann-json3-dev reads JSON
 run   libutf8proc-dev  upper and lower case beyond ASCII
 run   libuchardet-dev  guesses code pages
+run   libmimalloc-dev  takes memory in large pages, which the kernel hands out faster
 test  libgtest-dev     the test framework
 test  libgmock-dev     its matchers
 test  chromium         opens the pages of the html command, as a reader would
 test  mingw-w64-tools  compiles small type libraries for the tests (widl)
+fuzz  clang            compiles for the sanitizers and the fuzz targets
+fuzz  libclang-rt-14-dev what those need at run time
+check gcovr            sums up which lines the tests reach
 check libbenchmark-dev measures small pieces (preset bench)
 check git              tells which files have changed
 check clang-format     checks the layout of the code
 check clang-tidy       looks for faults in the code
-check clang            compiles the code a second time, with other warnings
-check libclang-rt-14-dev what the fuzz targets need at run time
 '
 
-# packages_wanted run|test|check: the lines of the table that count, without their first word.
+# packages_wanted run|test|fuzz|check: the lines of the table that count, without their first word.
 packages_wanted() {
   local sets package why set
   case "$1" in
     run) sets=" run " ;;
     test) sets=" run test " ;;
-    *) sets=" run test check " ;;
+    fuzz) sets=" run test fuzz " ;;
+    *) sets=" run test fuzz check " ;;
   esac
   while read -r set package why; do
     case "$sets" in *" $set "*) [ -n "$package" ] && echo "$package $why" ;; esac

@@ -35,7 +35,7 @@ def saturate(target):
     broken, log = CORPUS / f"{target}-broken", CORPUS / f"{target}.log"
     for folder in (corpus, broken):
         folder.mkdir(parents=True, exist_ok=True)
-    command = [ROOT / "build/fuzz/fuzz" / target, *options_of(target), "-timeout=60",
+    command = [ROOT / "build/asan/fuzz" / target, *options_of(target), "-timeout=60",
                "-rss_limit_mb=4096", "-entropic=0", "-print_final_stats=1", f"-artifact_prefix={broken}/", corpus]
     if seeds.is_dir():
         command.append(seeds)
@@ -54,7 +54,7 @@ def saturate(target):
             if used - quiet_since >= QUIET or used >= LIMIT:
                 run.send_signal(2)
                 run.wait()
-    failed = any(broken.iterdir())
+    failed = any(not found.name.startswith("slow-unit") for found in broken.iterdir())
     runs = last_number(log, r"number_of_executed_units") or last_number(log, r"\n#")
     end = "**broken**" if failed else "quiet" if used - quiet_since >= QUIET else "limit"
     return (f"| `{target}` | {used / 60:.0f} | {runs:,} | {first:,} | {best:,} | "
@@ -66,7 +66,7 @@ def main():
     parser.add_argument("--jobs", type=int, default=1)
     parser.add_argument("targets", nargs="*")
     options = parser.parse_args()
-    targets = options.targets or sorted(path.name for path in (ROOT / "build/fuzz/fuzz").glob("*Fuzz"))
+    targets = options.targets or sorted(path.name for path in (ROOT / "build/asan/fuzz").glob("*Fuzz"))
     print("| target | minutes | runs | covered at first | at last | last new at | inputs | end |")
     print("|---|---|---|---|---|---|---|---|", flush=True)
     with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:

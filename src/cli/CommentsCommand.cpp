@@ -34,7 +34,7 @@ class Gatherer {
     project.PreserveOriginalTaggedComments = true;
     project.NewTaggedComment.Add([this](Block& block, TaggedComment&, const CodeLine&) {
       const Component* component = block.Component.Get();
-      Keep(block.LastTaggedComment, component ? component->FileName.FullPath() : std::string());
+      Keep(block.LastTaggedComment(), component ? component->FileName.FullPath() : std::string());
     });
   }
   void AddFromFile(VBProject& project) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 
 namespace vendrel::cli {
 namespace {
@@ -43,8 +42,7 @@ class PretendedFiles::Source final : public FileSource {
     if (handle < kFirstHandle) return mUnder.Read(handle, buffer, size);
     Open& open = mOpen.at(handle);
     const std::string& bytes = Files.at(open.Path);
-    const std::size_t count = std::min(size, bytes.size() - open.At);
-    std::memcpy(buffer, bytes.data() + open.At, count);
+    const std::size_t count = bytes.copy(buffer, size, open.At);
     open.At += count;
     return static_cast<std::int64_t>(count);
   }

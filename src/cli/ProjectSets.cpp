@@ -68,7 +68,7 @@ int VisitFolder(const std::string& path, const CommonOptions& options, const Str
 std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonOptions& options,
                                           const Streams& streams, LoadDepth depth) {
   ApplyToProcess(options);
-  const auto group = std::make_shared<VBProjectGroup>();
+  auto group = std::make_shared<VBProjectGroup>();
   if (!group->Load(AbsolutePath(path), true, true))
     throw ToolError(exFailed, path + ": cannot be read: " + group->LastErrorString);
   const DiagnosticScope scope(&group->Diagnostics, group->FileName().FullPath());

@@ -6,6 +6,7 @@
 #include "comments/Placing.h"
 #include "comments/TaggedCommentRules.h"
 #include "core/CaseFold.h"
+#include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "project/VBProjectGroup.h"
 
@@ -43,8 +44,8 @@ ElementTypeEnum KindOfSingleScope(std::string_view scope) {
 
 ElementTypeEnum KindOfQualified(const Application& a) {
   if (a.ScopeHas("Parameter")) return etParameter;
-  if (a.ScopeHas("FZ:EnumerationMember") && a.Block.CurrentEnum) return etEnumerationMember;
-  if (a.ScopeHas("FZ:StructureMember") && a.Block.CurrentUDT) return etStructureMember;
+  if (a.ScopeHas("FZ:EnumerationMember") && a.Block.CurrentEnum()) return etEnumerationMember;
+  if (a.ScopeHas("FZ:StructureMember") && a.Block.CurrentUDT()) return etStructureMember;
   if (a.LastAs<Variable>() && a.ScopeHas("FZ:Variable")) return etVariable;
   return etNone;
 }
@@ -61,8 +62,8 @@ ElementTypeEnum KindBesidesLastElement(Application& a) {
     return etModule;
   }
   if (LastConstant(a) && a.ScopeHas("FZ:Variable")) return etVariable;
-  if (a.LastAs<EnumMember>() && a.Block.CurrentEnum) return etEnumerationMember;
-  if (a.LastAs<Variable>() && a.Block.CurrentUDT) return etStructureMember;
+  if (a.LastAs<EnumMember>() && a.Block.CurrentEnum()) return etEnumerationMember;
+  if (a.LastAs<Variable>() && a.Block.CurrentUDT()) return etStructureMember;
   return a.ScopeHas("FZ:Project") ? etProject : etNone;
 }
 
@@ -114,10 +115,10 @@ bool ReadExclusion(Application& a) {
 // ---- Phase 4: attachment -----------------------------------------------------------------------
 
 // The common step. `description` is where a describing text goes.
-void AttachTo(Application& a, CodeElement& element, std::string* description, bool canExclude) {
+void AttachTo(Application& a, CodeElement& element, LateText* description, bool canExclude) {
   bool* excluded = canExclude && a.Exclude ? element.ExcludeFlagField() : nullptr;
   if (a.IsDescription && !a.Preserves && description)
-    AppendDescription(*description, std::string_view(a.Comment->Text), a.Wrap);
+    AppendDescription(description->Edit(), std::string_view(a.Comment->Text), a.Wrap);
   else if (excluded && !a.Preserves)
     *excluded = true;
   else if (OnDemand<TaggedComments>* comments = element.TaggedCommentsField())
@@ -195,7 +196,7 @@ void AttachToEvent(Application& a) {
 }
 
 void AttachToEnumeration(Application& a) {
-  if (a.Block.CurrentEnum) Attach(a, *a.Block.CurrentEnum);
+  if (a.Block.CurrentEnum()) Attach(a, *a.Block.CurrentEnum());
 }
 
 // The member that a comment names; one that names none is for the last member, and gets its name.
@@ -207,15 +208,15 @@ void AttachToMember(Application& a, const Members& members) {
 }
 
 void AttachToEnumMember(Application& a) {
-  if (a.Block.CurrentEnum) AttachToMember(a, a.Block.CurrentEnum->Members());
+  if (a.Block.CurrentEnum()) AttachToMember(a, a.Block.CurrentEnum()->Members());
 }
 
 void AttachToStructure(Application& a) {
-  if (a.Block.CurrentUDT) Attach(a, *a.Block.CurrentUDT);
+  if (a.Block.CurrentUDT()) Attach(a, *a.Block.CurrentUDT());
 }
 
 void AttachToStructureMember(Application& a) {
-  if (a.Block.CurrentUDT) AttachToMember(a, a.Block.CurrentUDT->Members);
+  if (a.Block.CurrentUDT()) AttachToMember(a, a.Block.CurrentUDT()->Members);
 }
 
 void AttachToDeclare(Application& a) {
@@ -229,7 +230,7 @@ void AttachToInterface(Application& a) {
   if (target) Attach(a, *target);
 }
 
-void AttachByKind(Application& a) {
+void AttachByKind(Application& a) try {
   switch (a.Kind) {
     case etNone:
     case etReserved: return;
@@ -247,6 +248,13 @@ void AttachByKind(Application& a) {
     case etDeclareStatement: return AttachToDeclare(a);
     case etImplementedInterface: return AttachToInterface(a);
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("AttachByKind", "ApplyTaggedComment", LineReached())
+      .Local("Tag", a.Comment->TagIdentifier)
+      .Local("Kind", a.Kind)
+      .Local("LastElement", a.LastElement)
+      .Of(a.Block);
+  throw;
 }
 
 // Whether an element of the kind is at hand, for a comment that names none.
@@ -261,11 +269,12 @@ bool IsAtHand(const Application& a) {
     case etVariable: return a.LastAs<Variable>() || LastConstant(a);
     case etParameter: return ParameterList(a);
     case etEvent: return a.LastAs<EventDeclaration>();
-    case etEnumeration: return a.Block.CurrentEnum != nullptr;
+    case etEnumeration: return a.Block.CurrentEnum() != nullptr;
     case etEnumerationMember:
-      return a.Block.CurrentEnum && a.Block.CurrentEnum->Members().Count() > 0;
-    case etStructure: return a.Block.CurrentUDT != nullptr;
-    case etStructureMember: return a.Block.CurrentUDT && a.Block.CurrentUDT->Members.Count() > 0;
+      return a.Block.CurrentEnum() && a.Block.CurrentEnum()->Members().Count() > 0;
+    case etStructure: return a.Block.CurrentUDT() != nullptr;
+    case etStructureMember:
+      return a.Block.CurrentUDT() && a.Block.CurrentUDT()->Members.Count() > 0;
     case etDeclareStatement: return a.LastAs<DeclareDeclaration>();
     case etImplementedInterface: return a.LastAs<Interface>();
   }
@@ -297,7 +306,10 @@ bool Block::ApplyTaggedComment(const std::shared_ptr<TaggedComment>& tc) try {
   AttachByKind(a);
   return a.Applied;
 } catch (VendrelError& failure) {
-  failure.AddContext("Block.ApplyTaggedComment", "ApplyTaggedComment").Of(*this);
+  failure.AddContext("Block.ApplyTaggedComment", "ApplyTaggedComment", LineReached())
+      .Parameter("Tag", tc ? tc->TagIdentifier : std::string())
+      .Parameter("Text", tc ? tc->Text : std::string())
+      .Of(*this);
   throw;
 }
 

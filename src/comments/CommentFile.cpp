@@ -76,12 +76,12 @@ auto ShareOf(const Collection& collection, const typename Collection::Element& e
 void Prepare(const Place& place) {
   place.Component->LastElement = place.LastElement;
   if (auto* enumeration = dynamic_cast<Enumeration*>(place.LastElement))
-    place.Block->CurrentEnum = ShareOf(place.Component->Enumerations, *enumeration);
+    place.Block->CurrentEnum() = ShareOf(place.Component->Enumerations, *enumeration);
   if (auto* udt = dynamic_cast<UDT*>(place.LastElement))
-    place.Block->CurrentUDT = ShareOf(place.Component->UDTs, *udt);
+    place.Block->CurrentUDT() = ShareOf(place.Component->UDTs, *udt);
 }
 
-void ApplyOne(VBProject& project, const pugi::xml_node& item) {
+void ApplyOne(VBProject& project, const pugi::xml_node& item) try {
   const std::string_view name = item.attribute("eid").value();
   CodeElement* element = project.GetObjectByName(name);
   if (!element) return Tell(DiagnosticCode::ElementNotFound, {name});
@@ -94,6 +94,11 @@ void ApplyOne(VBProject& project, const pugi::xml_node& item) {
   if (canPlace) Prepare(place);
   if (!canPlace || !place.Block->ApplyTaggedComment(comment))
     Tell(DiagnosticCode::CommentUnplaced, {comment->TagIdentifier});
+} catch (VendrelError& failure) {
+  failure.AddContext("ApplyOne", "CommentFile", LineReached())
+      .Local("eid", item.attribute("eid").value())
+      .Local("tid", item.attribute("tid").value());
+  throw;
 }
 
 // ---- Writing -----------------------------------------------------------------------------------
@@ -130,8 +135,11 @@ std::string WrittenTag(const WrittenForm& form, const std::string& tag) {
   const TaggedCommentDef* definition = FindTagDefinition(tag);
   if (definition && definition->ElementType == form.Kind) return tag;
   const std::string word = tag.size() > 2 ? tag.substr(2) : "SUMMARY";
-  const std::string prefix(form.Prefix);
-  for (const std::string& candidate : {"##" + prefix + "_" + word, "##" + word + "_" + prefix}) {
+  std::string before = "##";
+  before.append(form.Prefix).append("_").append(word);
+  std::string behind = "##";
+  behind.append(word).append("_").append(form.Prefix);
+  for (const std::string& candidate : {before, behind}) {
     definition = FindTagDefinition(candidate);
     if (definition && definition->ElementType == form.Kind) return candidate;
   }
@@ -154,9 +162,9 @@ struct Writer {
 
   void WriteAll(CodeElement& element) {
     const auto* parameter = dynamic_cast<const Parameter*>(&element);
-    const std::string* description =
+    const LateText* description =
         parameter ? &parameter->mDescription : element.TaggedDescriptionField();
-    if (description && !description->empty()) Write(element, "##SUMMARY", {}, *description);
+    if (description && !description->empty()) Write(element, "##SUMMARY", {}, description->str());
     OnDemand<TaggedComments>* comments = element.TaggedCommentsField();
     if (!comments || !comments->IfAny()) return;
     for (const TaggedComment& comment : **comments)
@@ -201,7 +209,7 @@ void VisitModule(Component& component, const std::function<void(CodeElement&)>& 
 
 }  // namespace
 
-void VBProject::ApplyCommentFile() {
+void VBProject::ApplyCommentFile() try {
   if (!CommentFile.Exists()) return;
   CommentFile.OpenFile(omRead);
   const std::string text = CommentFile.ReadAll();
@@ -215,13 +223,13 @@ void VBProject::ApplyCommentFile() {
     if (item.type() != pugi::node_element) continue;
     for (const auto at = static_cast<std::size_t>(item.offset_debug()); counted < at; ++counted)
       line += text[counted] == '\n';
-    try {
-      ApplyOne(*this, item);
-    } catch (VendrelError& failure) {
-      failure.AddContext("VBProject.ApplyCommentFile", "CommentFile", line).Of(*this);
-      throw;
-    }
+    ApplyOne(*this, item);
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.ApplyCommentFile", "CommentFile")
+      .Field("CommentFile", CommentFile.FullPath())
+      .Of(*this);
+  throw;
 }
 
 void ForEachCommentedElement(VBProject& project, const std::function<void(CodeElement&)>& visit) {
@@ -229,11 +237,14 @@ void ForEachCommentedElement(VBProject& project, const std::function<void(CodeEl
   for (Component& component : project.Components.Listed()) VisitModule(component, visit);
 }
 
-void WriteCommentFile(VBProject& project, std::ostream& out) {
+void WriteCommentFile(VBProject& project, std::ostream& out) try {
   pugi::xml_document document;
   Writer writer{document.append_child("TaggedComments")};
   ForEachCommentedElement(project, [&](CodeElement& element) { writer.WriteAll(element); });
   document.save(out, "  ", pugi::format_default, pugi::encoding_utf8);
+} catch (VendrelError& failure) {
+  failure.AddContext("WriteCommentFile", "CommentFile").Parameter("project", project);
+  throw;
 }
 
 }  // namespace vendrel

@@ -29,8 +29,8 @@ std::string& AppendDescription(std::string& Description, std::string_view NewTex
 }
 
 void AddObjectDescription(CodeElement& obj, std::string_view Text, bool IsTagged) {
-  std::string* field = IsTagged ? obj.TaggedDescriptionField() : obj.UnTaggedDescriptionField();
-  if (field) AppendDescription(*field, Text, wrapLineBreak);
+  LateText* field = IsTagged ? obj.TaggedDescriptionField() : obj.UnTaggedDescriptionField();
+  if (field) AppendDescription(field->Edit(), Text, wrapLineBreak);
 }
 
 std::string MergedTaggedDescription(std::string_view TaggedDescription,

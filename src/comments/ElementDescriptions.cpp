@@ -10,7 +10,8 @@
 namespace vendrel {
 namespace {
 
-std::string Combine(std::string description, std::string_view further, bool counts = true) {
+std::string Combine(std::string_view first, std::string_view further, bool counts = true) {
+  std::string description(first);
   if (counts && !further.empty()) AppendDescription(description, further, int(wrapLineBreak));
   return description;
 }

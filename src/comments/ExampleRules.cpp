@@ -91,7 +91,7 @@ void VBProject::ResolveExamples() try {
     const std::shared_ptr<Example> example = waiting->Share(i);
     const CodeElement* item = example->RelatedItem();
     if (item && item->TaggedDescriptionField())
-      example->mDescription = *item->TaggedDescriptionField();
+      example->mDescription = item->TaggedDescriptionField()->str();
     CodeElement* target = GetObjectByName(example->RelatedElement);
     // A target that takes no examples drops the example.
     OnDemand<vendrel::Examples>* examples = target ? target->ExamplesField() : &Examples;

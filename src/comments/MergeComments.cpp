@@ -17,7 +17,7 @@ struct MergeRequest {
   void Into(CodeElement& element) const {
     const TaggedComments* comments = element.TaggedCommentsField()->IfAny();
     if (!comments || comments->Count() == 0) return;
-    std::string& description = *element.TaggedDescriptionField();
+    LateText& description = *element.TaggedDescriptionField();
     description = MergedTaggedDescription(description, *comments, TagID, OnlyUseIfBlank, Overwrite);
   }
   template <typename Elements>

@@ -66,8 +66,8 @@ void CopyComments(const Block& from, CodeElement* element, TaggedComments& to, b
   }
 }
 
-void AppendIfAny(std::string& description, const std::string& text) {
-  if (!text.empty()) AppendDescription(description, text);
+void AppendIfAny(LateText& description, std::string_view text) {
+  if (!text.empty()) AppendDescription(description.Edit(), text);
 }
 
 }  // namespace
@@ -99,7 +99,7 @@ Block* Component::ConsolidatedPropertyBlock(std::string_view name, bool /*includ
   throw;
 }
 
-void PropertyGroup::ConsolidateDescriptions() const {
+void PropertyGroup::ConsolidateDescriptions() const try {
   if (mTaggedComments) return;
   mTaggedDescription.clear();
   mUnTaggedDescription.clear();
@@ -109,9 +109,12 @@ void PropertyGroup::ConsolidateDescriptions() const {
   for (const Block* block : {mGet.Get(), mLet.Get(), mSet.Get()}) {
     if (!block || !CommentsCount(*block, options.PropertyCommentsFrom)) continue;
     CopyComments(*block, PrimaryBlock(), *mTaggedComments, options.PreserveOriginalTaggedComments);
-    AppendDescription(mTaggedDescription, block->TaggedDescription);
-    AppendDescription(mUnTaggedDescription, block->UnTaggedDescription);
+    AppendDescription(mTaggedDescription.Edit(), block->TaggedDescription);
+    AppendDescription(mUnTaggedDescription.Edit(), block->UnTaggedDescription);
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("PropertyGroup.ConsolidateDescriptions", "PropertyComments").Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

@@ -6,6 +6,7 @@
 
 #include "comments/Placing.h"
 #include "core/CaseFold.h"
+#include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "model/Example.h"
 
@@ -178,10 +179,16 @@ constexpr Command kCommands[] = {
 
 }  // namespace
 
-Outcome ActOnCommand(Application& a) {
+Outcome ActOnCommand(Application& a) try {
   for (const Command& command : kCommands)
     if (a.Is(command.Tag)) return command.Act(a);
   return Outcome::GoesOn;
+} catch (VendrelError& failure) {
+  failure.AddContext("ActOnCommand", "TagCommands", LineReached())
+      .Local("Tag", a.Comment->TagIdentifier)
+      .Local("Qualifier", a.Comment->Qualifier)
+      .Of(a.Block);
+  throw;
 }
 
 bool IsCommandTag(std::string_view tag) {

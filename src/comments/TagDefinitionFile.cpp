@@ -85,7 +85,7 @@ std::string NameOfEntry(const json& entry, std::size_t number) {
   return name + " (" + tag->get<std::string>() + ")";
 }
 
-TaggedCommentDef ReadEntry(const json& entry, const std::string& where, std::string_view file) {
+TaggedCommentDef ReadEntry(const json& entry, const std::string& where, std::string_view file) try {
   TaggedCommentDef definition;
   if (!entry.is_object()) Refuse(file, where + ": an object is expected");
   EntryReader reader{definition, {}};
@@ -95,6 +95,11 @@ TaggedCommentDef ReadEntry(const json& entry, const std::string& where, std::str
   }
   if (definition.TagIdentifier.empty()) Refuse(file, where + ": TagIdentifier is missing");
   return definition;
+} catch (VendrelError& failure) {
+  failure.AddContext("ReadEntry", "TagDefinitionFile")
+      .Parameter("where", where)
+      .Parameter("file", file);
+  throw;
 }
 
 class TagFile final : public TemplateObjects {
@@ -134,11 +139,15 @@ TaggedCommentDefs ReadTagDefinitions(std::string_view text, std::string_view nam
   throw;
 }
 
-void UseTagDefinitionFile(const std::string& nativePath) {
+void UseTagDefinitionFile(const std::string& nativePath) try {
   const std::string text = ReadWholeFile(nativePath);
   std::string_view body = text;
   if (body.starts_with("\xEF\xBB\xBF")) body.remove_prefix(3);
   TemplateObjects::Install(std::make_shared<TagFile>(ReadTagDefinitions(body, nativePath)));
+} catch (VendrelError& failure) {
+  failure.AddContext("UseTagDefinitionFile", "TagDefinitionFile")
+      .Parameter("nativePath", nativePath);
+  throw;
 }
 
 }  // namespace vendrel

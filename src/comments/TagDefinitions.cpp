@@ -60,18 +60,25 @@ const TaggedCommentDef* TaggedCommentDefs::Find(std::string_view TagIdentifier) 
   return nullptr;
 }
 
-const TaggedCommentDef& TaggedCommentDefs::Item(std::string_view TagIdentifier) const {
+const TaggedCommentDef& TaggedCommentDefs::Item(std::string_view TagIdentifier) const try {
   if (const TaggedCommentDef* found = Find(TagIdentifier)) return *found;
   throw VendrelError(errSubscript, TagIdentifier);
+} catch (VendrelError& failure) {
+  failure.AddContext("TaggedCommentDefs.Item", "TagDefinitions")
+      .Parameter("TagIdentifier", TagIdentifier);
+  throw;
 }
 
-const TaggedCommentDef& TaggedCommentDefs::Item(int index) const {
+const TaggedCommentDef& TaggedCommentDefs::Item(int index) const try {
   if (index < 1 || static_cast<std::size_t>(index) > mItems.size())
     throw VendrelError(errSubscript);
   return mItems[static_cast<std::size_t>(index) - 1];
+} catch (VendrelError& failure) {
+  failure.AddContext("TaggedCommentDefs.Item", "TagDefinitions").Parameter("index", index);
+  throw;
 }
 
-void TaggedCommentDefs::Add(TaggedCommentDef definition) {
+void TaggedCommentDefs::Add(TaggedCommentDef definition) try {
   const std::string& tag = definition.TagIdentifier;
   if (!tag.starts_with("##") || tag.find(' ') != std::string::npos)
     throw VendrelError(errInvalidArgument, "not a tag: '" + tag + "'");
@@ -81,6 +88,9 @@ void TaggedCommentDefs::Add(TaggedCommentDef definition) {
   if (mItems.size() * 2 <= mSlots.size()) return Place(static_cast<std::uint32_t>(mItems.size()));
   mSlots.assign(mSlots.empty() ? 64 : mSlots.size() * 2, 0);
   for (std::size_t i = 1; i <= mItems.size(); ++i) Place(static_cast<std::uint32_t>(i));
+} catch (VendrelError& failure) {
+  failure.AddContext("TaggedCommentDefs.Add", "TagDefinitions");
+  throw;
 }
 
 void TaggedCommentDefs::Place(std::uint32_t position) {
@@ -109,7 +119,7 @@ std::string TaggedCommentDefs::UpgradeFault() const {
   return {};
 }
 
-TemplateObjects& TemplateObjects::Default() {
+TemplateObjects& TemplateObjects::Default() try {
   std::shared_ptr<TemplateObjects>& service = Slot();
   if (service) return *service;
   if (!ObjectRegistry::Has(kProgId))
@@ -118,6 +128,9 @@ TemplateObjects& TemplateObjects::Default() {
   service = ObjectRegistry::Create<TemplateObjects>(kProgId);
   if (!service) throw VendrelError(errCannotCreate, kProgId);
   return *service;
+} catch (VendrelError& failure) {
+  failure.AddContext("TemplateObjects.Default", "TagDefinitions");
+  throw;
 }
 
 void TemplateObjects::Install(std::shared_ptr<TemplateObjects> service) {

@@ -6,6 +6,7 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/ProcessState.h"
+#include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "model/Block.h"
 #include "model/Component.h"
@@ -72,7 +73,7 @@ bool TaggedComment::Initialise(std::string_view Source) try {
   if (end != std::string_view::npos) Text = words.substr(end + 1);
   return true;
 } catch (VendrelError& failure) {
-  failure.AddContext("TaggedComment.Initialise", "TaggedCommentRules")
+  failure.AddContext("TaggedComment.Initialise", "TaggedCommentRules", LineReached())
       .Parameter("Source", Source)
       .Field("TagIdentifier", TagIdentifier);
   throw;
@@ -84,7 +85,7 @@ void TaggedComment::Upgrade(bool ForAssociation) try {
   if (upgraded.data() != TagIdentifier.data()) TagIdentifier = std::string(upgraded);
   if (TagIdentifier == kBareTag) TagIdentifier = kSummaryTag;
 } catch (VendrelError& failure) {
-  failure.AddContext("TaggedComment.Upgrade", "TaggedCommentRules")
+  failure.AddContext("TaggedComment.Upgrade", "TaggedCommentRules", LineReached())
       .Parameter("ForAssociation", ForAssociation)
       .Field("TagIdentifier", TagIdentifier);
   throw;
@@ -138,7 +139,9 @@ void Block::HandleTaggedComment(const std::shared_ptr<TaggedComment>& tc) try {
   buffer.mBehindEnd |= CompletelyLoaded();
   AddTaggedComment(buffer, tc, true, Options().PreserveOriginalTaggedComments);
 } catch (VendrelError& failure) {
-  failure.AddContext("Block.HandleTaggedComment", "TaggedCommentRules").Of(*this);
+  failure.AddContext("Block.HandleTaggedComment", "TaggedCommentRules", LineReached())
+      .Parameter("Tag", tc ? tc->TagIdentifier : std::string())
+      .Of(*this);
   throw;
 }
 

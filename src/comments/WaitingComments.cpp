@@ -7,6 +7,8 @@
 #include "comments/TaggedCommentRules.h"
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "model/Block.h"
 #include "model/Component.h"
 
@@ -81,8 +83,8 @@ void TakeWhatMayFit(OfferMemory& memory, Component& component, Block& block, Wai
   Take(memory.Others, offered);
   for (auto& [definition, list] : memory.ByTag)
     if (!list.empty() && FindsElement(*definition, component, block)) Take(list, offered);
-  const Enumeration* enumeration = block.CurrentEnum.get();
-  const UDT* udt = block.CurrentUDT.get();
+  const Enumeration* enumeration = block.CurrentEnum().get();
+  const UDT* udt = block.CurrentUDT().get();
   TakeNamed(memory.Names[kVariables], block.Variables.IfAny(), offered);
   TakeNamed(memory.Names[kEnumMembers], enumeration ? &enumeration->Members() : nullptr, offered);
   TakeNamed(memory.Names[kStructureMembers], udt ? &udt->Members : nullptr, offered);
@@ -176,10 +178,10 @@ OfferMemory& MemoryOf(TaggedComments& buffer) {
 OfferState OfferState::Of(const Component& component, const Block& block) {
   OfferState state;
   state.Target = &block;
-  state.CurrentEnum = block.CurrentEnum.get();
-  state.CurrentUDT = block.CurrentUDT.get();
-  if (block.CurrentEnum) state.EnumMembers = block.CurrentEnum->Members().Count();
-  if (block.CurrentUDT) state.UDTMembers = block.CurrentUDT->Members.Count();
+  state.CurrentEnum = block.CurrentEnum().get();
+  state.CurrentUDT = block.CurrentUDT().get();
+  if (block.CurrentEnum()) state.EnumMembers = block.CurrentEnum()->Members().Count();
+  if (block.CurrentUDT()) state.UDTMembers = block.CurrentUDT()->Members.Count();
   if (const vendrel::Variables* variables = block.Variables.IfAny())
     state.Variables = variables->Count();
   state.Interfaces = component.Interfaces.Count();
@@ -197,7 +199,7 @@ void NoteChangedText(TaggedComments& buffer, const TaggedComment& comment) {
     buffer.mOffers->OthersChanged = true;
 }
 
-void OfferEveryTaggedComment(Component& component, Block& block) {
+void OfferEveryTaggedComment(Component& component, Block& block) try {
   TaggedComments* buffer = component.TaggedCommentBuffer.IfAny();
   if (!buffer) return;
   buffer->mOffers.reset();
@@ -205,9 +207,14 @@ void OfferEveryTaggedComment(Component& component, Block& block) {
   const std::size_t count = buffer->Count();
   for (std::size_t i = 0; i < count; ++i)
     if (block.ApplyTaggedComment(buffer->Share(i + 1))) departures.Add(i);
+} catch (VendrelError& failure) {
+  failure.AddContext("OfferEveryTaggedComment", "WaitingComments", LineReached())
+      .Parameter("component", component)
+      .Parameter("block", block);
+  throw;
 }
 
-void OfferTaggedComments(Component& component, Block& block) {
+void OfferTaggedComments(Component& component, Block& block) try {
   TaggedComments* buffer = component.TaggedCommentBuffer.IfAny();
   if (!buffer || buffer->Count() == 0) return;
   OfferMemory& memory = MemoryOf(*buffer);
@@ -227,6 +234,11 @@ void OfferTaggedComments(Component& component, Block& block) {
     buffer->mOffers.reset();  // all that is left is offered again
     throw;
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("OfferTaggedComments", "WaitingComments", LineReached())
+      .Parameter("component", component)
+      .Parameter("block", block);
+  throw;
 }
 
 }  // namespace vendrel

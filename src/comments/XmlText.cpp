@@ -69,12 +69,15 @@ void CheckRoot(const pugi::xml_document& document, std::string_view text, std::s
 
 }  // namespace
 
-void ParseXml(pugi::xml_document& document, std::string_view text, std::string_view name) {
+void ParseXml(pugi::xml_document& document, std::string_view text, std::string_view name) try {
   const pugi::xml_parse_result result = document.load_buffer(
       text.data(), text.size(), pugi::parse_default | pugi::parse_ws_pcdata, pugi::encoding_utf8);
   if (!result) Refuse(text, static_cast<std::size_t>(result.offset), name, result.description());
   CheckRoot(document, text, name);
   CheckReferences(text, name);
+} catch (VendrelError& failure) {
+  failure.AddContext("ParseXml", "XmlText").Parameter("name", name).Local("Size", text.size());
+  throw;
 }
 
 }  // namespace vendrel

@@ -66,6 +66,11 @@ DiagnosticScope::~DiagnosticScope() { gScope = mOuter; }
 
 const DiagnosticScope* DiagnosticScope::Current() { return gScope; }
 
+std::int32_t LineReached() {
+  const DiagnosticScope* scope = DiagnosticScope::Current();
+  return scope ? scope->Line() : 0;
+}
+
 void Tell(DiagnosticCode code, std::initializer_list<std::string_view> arguments) {
   if (gScope) TellAt(code, gScope->File(), gScope->Line(), arguments);
 }

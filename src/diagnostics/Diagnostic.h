@@ -107,6 +107,10 @@ class DiagnosticScope {
   const DiagnosticScope* mOuter;
 };
 
+/// The line at which the readers stand: that of the current scope; 0 outside every scope. Contexts
+/// of failures give it, so that the input at fault can be found.
+std::int32_t LineReached();
+
 /// Records a diagnostic at the place of the current scope.
 void Tell(DiagnosticCode code, std::initializer_list<std::string_view> arguments);
 /// The same with a place of its own.

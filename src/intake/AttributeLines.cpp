@@ -1,6 +1,7 @@
 // Stage 4: what an Attribute line says about the module, the block or one of its elements.
 
 #include "core/Ascii.h"
+#include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
@@ -38,7 +39,7 @@ bool IsBlockHelpID(std::string_view statement, std::string_view name) {
 }  // namespace
 
 // False when the line is used up and not stored.
-bool LineIntake::TakeAttribute() {
+bool LineIntake::TakeAttribute() try {
   const std::string_view statement = mLine.StatementPart;
   const std::size_t events = mComponent.EventDeclarations.Count();
   if (mState.mEventLast && events > 0 &&
@@ -53,9 +54,12 @@ bool LineIntake::TakeAttribute() {
   mBlock.AddAttribute(mLine.Text);
   if (statement == "Attribute VB_Exposed = True") mComponent.Access = "PUBLIC";
   return true;
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.TakeAttribute", "AttributeLines", LineReached()).Of(mBlock);
+  throw;
 }
 
-bool LineIntake::TakeHelpIDs(std::string_view statement) {
+bool LineIntake::TakeHelpIDs(std::string_view statement) try {
   const auto valueBehindEquals = [&] {
     const std::size_t equals = statement.find('=');
     return equals == std::string_view::npos ? 0 : NumericValue(statement.substr(equals + 1));
@@ -79,6 +83,11 @@ bool LineIntake::TakeHelpIDs(std::string_view statement) {
     ReportHelpContextID(mComponent, variable->HelpContextID);
   }
   return true;
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.TakeHelpIDs", "AttributeLines", LineReached())
+      .Parameter("statement", statement)
+      .Of(mBlock);
+  throw;
 }
 
 void LineIntake::TakeFlags(std::string_view statement) {

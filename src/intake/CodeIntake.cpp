@@ -3,6 +3,7 @@
 
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
+#include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
@@ -20,14 +21,14 @@ bool OpensBlock(const Component& component, const ParsedLine& line) {
 // What the previous block holds as a pending comment goes with the procedure that follows.
 void OpenProcedure(Component& component) {
   if (Block* previous = component.CurrentBlock.Get()) {
-    component.CommentBuffer = std::move(previous->CommentBuffer);
-    previous->CommentBuffer.clear();
+    component.CommentBuffer = std::move(previous->Intake().CommentBuffer);
+    previous->Intake().CommentBuffer.clear();
     if (CodeLines* lines = previous->CodeLines.IfAny(); lines && !lines->Unloaded())
       lines->Shrink();
   }
   Block* block = component.NewBlock();
   component.CurrentBlock = block;
-  block->CommentBuffer = component.CommentBuffer;
+  block->Intake().CommentBuffer = component.CommentBuffer;
 }
 
 // Statements that the documented list of declarations leaves out.
@@ -61,17 +62,20 @@ void ChooseSection(Component& component, const ModuleIntake& intake, const Parse
     current->SetBlockType(btDeclarations);
 }
 
-void FlushContinuations(Component& component, ModuleIntake& intake) {
+void FlushContinuations(Component& component, ModuleIntake& intake) try {
   std::vector<PendingLine> pending;
   pending.swap(intake.ContinuationBuffer);
   for (PendingLine& line : pending) component.CurrentBlock.Get()->AddParsedLine(line.Line);
   pending.clear();
   intake.ContinuationBuffer.swap(pending);  // keeps the room
+} catch (VendrelError& failure) {
+  failure.AddContext("FlushContinuations", "CodeIntake", LineReached()).Of(component);
+  throw;
 }
 
 }  // namespace
 
-void AddParsedCode(Component& component, ParsedLine& line, bool addLine) {
+void AddParsedCode(Component& component, ParsedLine& line, bool addLine) try {
   ModuleIntake& intake = component.Intake();
   const bool opens = OpensBlock(component, line);
   if (opens)
@@ -82,12 +86,21 @@ void AddParsedCode(Component& component, ParsedLine& line, bool addLine) {
   if (addLine) component.CurrentBlock.Get()->AddParsedLine(line);
   if (intake.Language == lvVisualBasicDotNet && IsStartLineType(line.LineType))
     CollectOverloads(component);
+} catch (VendrelError& failure) {
+  failure.AddContext("AddParsedCode", "CodeIntake", LineReached())
+      .Parameter("component", component)
+      .Parameter("addLine", addLine)
+      .Local("LineType", line.LineType);
+  throw;
 }
 
 void Component::AddCode(std::string_view Source, bool AddLine) try {
-  AddCode(InitialiseCodeLine(Source, State().CurrentLanguageVersion, Options().Reading), AddLine);
+  const CodeLine record =
+      InitialiseCodeLine(Source, State().CurrentLanguageVersion, Options().Reading);
+  ParsedLine line = ParsedLine::Of(record);
+  AddParsedCode(*this, line, AddLine);
 } catch (VendrelError& failure) {
-  failure.AddContext("Component.AddCode", "CodeIntake")
+  failure.AddContext("Component.AddCode", "CodeIntake", LineReached())
       .Parameter("Source", Source)
       .Parameter("AddLine", AddLine)
       .Of(*this);
@@ -98,7 +111,7 @@ void Component::AddCode(const CodeLine& Source, bool AddLine) try {
   ParsedLine line = ParsedLine::Of(Source);
   AddParsedCode(*this, line, AddLine);
 } catch (VendrelError& failure) {
-  failure.AddContext("Component.AddCode", "CodeIntake")
+  failure.AddContext("Component.AddCode", "CodeIntake", LineReached())
       .Parameter("Line", Source.Text)
       .Parameter("AddLine", AddLine)
       .Of(*this);

@@ -2,6 +2,7 @@
 
 #include "core/Ascii.h"
 #include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "intake/ModuleIntake.h"
 #include "model/Component.h"
 #include "project/CompilerConstants.h"
@@ -39,7 +40,7 @@ void TakeElse(ModuleIntake& intake) {
 
 }  // namespace
 
-void UpdateConditions(Component& component, ModuleIntake& intake, std::string_view statement) {
+void UpdateConditions(Component& component, ModuleIntake& intake, std::string_view statement) try {
   statement = Trim(statement);
   if (StartsWithNoCaseAscii(statement, "#IF"))
     OpenIf(component, intake, statement);
@@ -51,6 +52,12 @@ void UpdateConditions(Component& component, ModuleIntake& intake, std::string_vi
     TakeElse(intake);
   else if (StartsWithNoCaseAscii(statement, "#END IF"))
     intake.Conditions.Pop();
+} catch (VendrelError& failure) {
+  failure.AddContext("UpdateConditions", "Conditions", LineReached())
+      .Parameter("component", component)
+      .Parameter("statement", statement)
+      .Local("Depth", intake.Conditions.Depth());
+  throw;
 }
 
 }  // namespace vendrel

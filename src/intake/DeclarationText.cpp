@@ -3,6 +3,7 @@
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
+#include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "intake/StartLineText.h"
 #include "model/Component.h"
@@ -52,17 +53,22 @@ void Enumeration::Initialise(std::string_view Source) try {
   }
   if (OptionsOf(Component).UnTaggedEnumerations) DescribeFromWords(*this, words);
 } catch (VendrelError& failure) {
-  failure.AddContext("Enumeration.Initialise", "DeclarationText")
+  failure.AddContext("Enumeration.Initialise", "DeclarationText", LineReached())
       .Parameter("Source", Source)
       .Of(*this);
   throw;
 }
 
-std::shared_ptr<EnumMember> Enumeration::AddMember(std::string_view Source) {
+std::shared_ptr<EnumMember> Enumeration::AddMember(std::string_view Source) try {
   auto member = std::make_shared<EnumMember>();
   member->Initialise(Source, this);
   Members().Add(member, member->Name);
   return member;
+} catch (VendrelError& failure) {
+  failure.AddContext("Enumeration.AddMember", "DeclarationText", LineReached())
+      .Parameter("Source", Source)
+      .Of(*this);
+  throw;
 }
 
 void EnumMember::Initialise(std::string_view Source, vendrel::Enumeration* parent) try {
@@ -98,7 +104,7 @@ void EnumMember::Initialise(std::string_view Source, vendrel::Enumeration* paren
   }
   Name = WithoutBrackets(name);
 } catch (VendrelError& failure) {
-  failure.AddContext("EnumMember.Initialise", "DeclarationText")
+  failure.AddContext("EnumMember.Initialise", "DeclarationText", LineReached())
       .Parameter("Source", Source)
       .Parameter("parent", parent)
       .Of(*this);
@@ -121,7 +127,9 @@ void UDT::Initialise(std::string_view Source) try {
   }
   if (OptionsOf(Component).UnTaggedUDTs) DescribeFromWords(*this, words);
 } catch (VendrelError& failure) {
-  failure.AddContext("UDT.Initialise", "DeclarationText").Parameter("Source", Source).Of(*this);
+  failure.AddContext("UDT.Initialise", "DeclarationText", LineReached())
+      .Parameter("Source", Source)
+      .Of(*this);
   throw;
 }
 
@@ -134,7 +142,9 @@ std::shared_ptr<Variable> UDT::AddMember(std::string_view Source) try {
   Members.Add(member, member->Name);
   return member;
 } catch (VendrelError& failure) {
-  failure.AddContext("UDT.AddMember", "DeclarationText").Parameter("Source", Source).Of(*this);
+  failure.AddContext("UDT.AddMember", "DeclarationText", LineReached())
+      .Parameter("Source", Source)
+      .Of(*this);
   throw;
 }
 
@@ -195,7 +205,7 @@ void EventDeclaration::Initialise(std::string_view Source) try {
     Access = StartsWithNoCaseAscii(line.StatementPart, "PRIVATE") ? "PRIVATE" : "PUBLIC";
   Parameters->LoadStatement(line.StatementPart, this, false);
 } catch (VendrelError& failure) {
-  failure.AddContext("EventDeclaration.Initialise", "DeclarationText")
+  failure.AddContext("EventDeclaration.Initialise", "DeclarationText", LineReached())
       .Parameter("Source", Source)
       .Of(*this);
   throw;
@@ -301,9 +311,16 @@ void DeclareWords::Take(std::string_view word) {
 
 }  // namespace
 
-void DeclareDeclaration::Initialise(const CodeLine& oLine) { InitialiseFrom(oLine.StatementPart); }
+void DeclareDeclaration::Initialise(const CodeLine& oLine) try {
+  InitialiseFrom(oLine.StatementPart);
+} catch (VendrelError& failure) {
+  failure.AddContext("DeclareDeclaration.Initialise", "DeclarationText", LineReached())
+      .Parameter("Line", oLine.Text)
+      .Of(*this);
+  throw;
+}
 
-void DeclareDeclaration::InitialiseFrom(std::string_view statement) {
+void DeclareDeclaration::InitialiseFrom(std::string_view statement) try {
   DeclareWords reader{*this};
   WordCursor words(statement);
   std::string_view word;
@@ -314,6 +331,11 @@ void DeclareDeclaration::InitialiseFrom(std::string_view statement) {
   Parameters.Renew();
   Parameters->Component = Component.Get();
   Parameters->LoadStatement(statement, this, false);
+} catch (VendrelError& failure) {
+  failure.AddContext("DeclareDeclaration.InitialiseFrom", "DeclarationText", LineReached())
+      .Parameter("statement", statement)
+      .Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

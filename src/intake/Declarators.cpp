@@ -3,6 +3,7 @@
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
+#include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 #include "model/ProjectOptions.h"
@@ -247,7 +248,9 @@ void Variable::Initialise(std::string& s) try {
   reader.Read(*this);
   s = reader.Remainder();
 } catch (VendrelError& failure) {
-  failure.AddContext("Variable.Initialise", "Declarators").Parameter("s", s).Of(*this);
+  failure.AddContext("Variable.Initialise", "Declarators", LineReached())
+      .Parameter("s", s)
+      .Of(*this);
   throw;
 }
 
@@ -326,7 +329,7 @@ void Constant::Initialise(std::string_view Source, std::string& Remainder) try {
   reader.Read(*this);
   Remainder = reader.Remainder();
 } catch (VendrelError& failure) {
-  failure.AddContext("Constant.Initialise", "Declarators")
+  failure.AddContext("Constant.Initialise", "Declarators", LineReached())
       .Parameter("Source", Source)
       .Parameter("Remainder", Remainder)
       .Of(*this);

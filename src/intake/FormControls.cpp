@@ -4,6 +4,7 @@
 
 #include "core/Ascii.h"
 #include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "services/FileSource.h"
 #include "services/SourceText.h"
@@ -36,12 +37,17 @@ std::size_t HexValue(std::string_view text) {
 ControlReader::ControlReader(Component& component, Block& block, ModuleIntake& intake)
     : mComponent(component), mBlock(block), mIntake(intake) {}
 
-std::shared_ptr<VBControl> ControlReader::Read(std::string_view beginLine) {
+std::shared_ptr<VBControl> ControlReader::Read(std::string_view beginLine) try {
   Open(beginLine);
   while (!mOpen.empty() && !mComponent.FileName.AtEnd()) TakeLine(Trim(NextLine()));
   if (!mOpen.empty()) Tell(DiagnosticCode::ControlTreeOpen, {mOpen.back().Control->Name});
   while (!mOpen.empty()) Close(false);
   return mRoot;
+} catch (VendrelError& failure) {
+  failure.AddContext("ControlReader.Read", "FormControls", LineReached())
+      .Parameter("beginLine", beginLine)
+      .Of(mComponent);
+  throw;
 }
 
 // Every line of the description stays part of the source.
@@ -70,7 +76,7 @@ void ControlReader::Open(std::string_view beginLine) {
   mOpen.push_back(std::move(open));
 }
 
-void ControlReader::TakeLine(std::string_view line) {
+void ControlReader::TakeLine(std::string_view line) try {
   if (line == "End")
     Close(true);
   else if (line.starts_with("Begin "))
@@ -79,6 +85,12 @@ void ControlReader::TakeLine(std::string_view line) {
     SkipProperty();
   else if (line.find('=') != std::string_view::npos)
     TakeProperty(line);
+} catch (VendrelError& failure) {
+  failure.AddContext("ControlReader.TakeLine", "FormControls", LineReached())
+      .Parameter("line", line)
+      .Local("OpenControls", mOpen.size())
+      .Of(mComponent);
+  throw;
 }
 
 void ControlReader::Close(bool atEndLine) {

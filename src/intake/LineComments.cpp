@@ -2,6 +2,8 @@
 
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
+#include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "model/Namespace.h"
@@ -21,9 +23,9 @@ void LineIntake::AttachComments() {
 }
 
 void LineIntake::DescribeFromBuffer(CodeElement& element) {
-  if (mBlock.CommentBuffer.empty()) return;
-  AddObjectDescription(element, mBlock.CommentBuffer);
-  mBlock.CommentBuffer.clear();
+  if (mState.CommentBuffer.empty()) return;
+  AddObjectDescription(element, mState.CommentBuffer);
+  mState.CommentBuffer.clear();
 }
 
 // A blank line detaches pending comments from what follows; the first one of the declarations ends
@@ -40,7 +42,7 @@ void LineIntake::AttachAtBlankLine() {
     DescribeFromBuffer(mBlock);
   } else {
     SetLast(nullptr);
-    mBlock.CommentBuffer.clear();
+    mState.CommentBuffer.clear();
   }
 }
 
@@ -57,7 +59,7 @@ void JoinComment(std::string& buffer, std::string_view text) {
 
 void LineIntake::AttachCommentLine() {
   if (mBlock.Name().empty()) {
-    JoinComment(mBlock.CommentBuffer, mUntagged);
+    JoinComment(mState.CommentBuffer, mUntagged);
   } else if (mIntake.Reading.LeadingComments && mState.mEnded) {
     JoinComment(mIntake.LeadingComment, mUntagged);
   } else if (!mState.FoundActualCodeInBlock) {
@@ -77,12 +79,12 @@ void LineIntake::AttachAtStatement() {
     DescribeFromBuffer(mBlock);
     if (!mIntake.LeadingComment.empty()) AddObjectDescription(mBlock, mIntake.LeadingComment);
     JudgeStatic();
-  } else if (type == VAR_DECLARATION && !mBlock.CommentBuffer.empty() && mBlock.Variables.IfAny() &&
+  } else if (type == VAR_DECLARATION && !mState.CommentBuffer.empty() && mBlock.Variables.IfAny() &&
              mBlock.Variables->Count() > 0 && mOptions.UnTaggedVariables) {
     DescribeFromBuffer(*mBlock.Variables->Item(mBlock.Variables->Count()));
   }
   if (type != ATTRIBUTE_LINE && type != TAGGED_COMMENT) mIntake.LeadingComment.clear();
-  if (type != ATTRIBUTE_LINE) mBlock.CommentBuffer.clear();
+  if (type != ATTRIBUTE_LINE) mState.CommentBuffer.clear();
 }
 
 void LineIntake::AttachModuleComment() {
@@ -104,7 +106,7 @@ void LineIntake::AttachModuleComment() {
 }
 
 // A delegate is no member of its class.
-void LineIntake::AddDelegate() {
+void LineIntake::AddDelegate() try {
   if (!IsDotNet() || !mBlock.IsDelegate()) return;
   Blocks& blocks = mComponent.Blocks;
   if (blocks.Count() == 0 || blocks.Last() != &mBlock) return;
@@ -112,6 +114,9 @@ void LineIntake::AddDelegate() {
   if (Namespace* space = mComponent.Namespace.Get()) space->Delegates.Add(self, mBlock.Name());
   mIntake.DetachedBlock = self;
   blocks.Remove(blocks.Count());
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.AddDelegate", "LineComments", LineReached()).Of(mBlock);
+  throw;
 }
 
 void LineIntake::FindEventSource() {
@@ -152,7 +157,7 @@ void LineIntake::JudgeStatic() {
   if (keywordPosition < namePosition) mBlock.IsStatic = true;
 }
 
-void LineIntake::FinishStartLine() {
+void LineIntake::FinishStartLine() try {
   const LineTypeEnum type = mLine.LineType;
   const bool plain = type == START_FUNCTION || type == START_SUB || type == START_PROPERTY;
   if (!plain && !(mIntake.Reading.InitialiseProcedures && IsStartLineType(type))) return;
@@ -165,6 +170,9 @@ void LineIntake::FinishStartLine() {
     SettleAccess();
   }
   SettlePropertyType();
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.FinishStartLine", "LineComments", LineReached()).Of(mBlock);
+  throw;
 }
 
 void LineIntake::SettleAccess() {

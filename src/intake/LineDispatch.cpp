@@ -2,6 +2,8 @@
 
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
+#include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "intake/Declarators.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
@@ -53,15 +55,20 @@ void LineIntake::Dispatch() {
     TakeVariables();
 }
 
-void LineIntake::TakeProcedure(BlockTypeEnum type) {
+void LineIntake::TakeProcedure(BlockTypeEnum type) try {
   mBlock.SetBlockType(type);
   mBlock.SetSourceLine(mIntake.StatementLine);
   ReadSignature();
   mBlock.DefinitionLine = mLine.StatementPart;
   SetLast(&mBlock);
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.TakeProcedure", "LineDispatch", LineReached())
+      .Parameter("type", type)
+      .Of(mBlock);
+  throw;
 }
 
-void LineIntake::TakeInitialiser(BlockTypeEnum type, std::string_view name) {
+void LineIntake::TakeInitialiser(BlockTypeEnum type, std::string_view name) try {
   mBlock.SetBlockType(type);
   mBlock.SetSourceLine(mIntake.StatementLine);
   if (mIntake.Reading.InitialiseProcedures) {
@@ -72,15 +79,24 @@ void LineIntake::TakeInitialiser(BlockTypeEnum type, std::string_view name) {
     mBlock.SetName(name);
   }
   SetLast(&mBlock);
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.TakeInitialiser", "LineDispatch", LineReached())
+      .Parameter("type", type)
+      .Parameter("name", name)
+      .Of(mBlock);
+  throw;
 }
 
-void LineIntake::TakeEnd() {
+void LineIntake::TakeEnd() try {
   mState.mEnded = true;
   if (mOptions.TaggedCommentsBeforeElement) {
     mClearLastElement = mClearTaggedCommentBuffer = true;
     mBlock.SetCompletelyLoaded();
   }
   if (mLine.LineType == END_PROPERTY && IsDotNet()) TakeDotNetPropertyEnd();
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.TakeEnd", "LineDispatch", LineReached()).Of(mBlock);
+  throw;
 }
 
 // The one Property statement of VB.NET stands for a get and a set.
@@ -96,13 +112,13 @@ void LineIntake::TakeDotNetPropertyEnd() {
     setter->PropertyType = mBlock.PropertyType;
     setter->SetBlockType(btPropertySet);
     mComponent.AddPropertyBlockToPropertyGroup(setter.get());
-    mBlock.Setter = std::move(setter);
+    mBlock.SetSetter(std::move(setter));
   } else {
     mBlock.SetBlockType(btPropertySet);
   }
 }
 
-void LineIntake::TakeVariables() {
+void LineIntake::TakeVariables() try {
   const bool module = mBlock.BlockType() == btDeclarations ||
                       (IsDotNet() && (mBlock.Name().empty() || mBlock.CompletelyLoaded()));
   if (!mOptions.LoadBlocksOnly || module) {
@@ -119,9 +135,12 @@ void LineIntake::TakeVariables() {
     }
   }
   mState.FoundActualCodeInBlock = true;
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.TakeVariables", "LineDispatch", LineReached()).Of(mBlock);
+  throw;
 }
 
-void LineIntake::AddVariable(std::shared_ptr<Variable> variable) {
+void LineIntake::AddVariable(std::shared_ptr<Variable> variable) try {
   // Of several declarators only the first gets the comment.
   if (!mUntagged.empty()) {
     AddObjectDescription(*variable, mUntagged);
@@ -141,9 +160,12 @@ void LineIntake::AddVariable(std::shared_ptr<Variable> variable) {
     if (!mBlock.Name().empty()) variable->Procedure = &mBlock;
     mBlock.Variables->Add(std::move(variable), name);
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.AddVariable", "LineDispatch", LineReached()).Of(mBlock);
+  throw;
 }
 
-void LineIntake::TakeConstants() {
+void LineIntake::TakeConstants() try {
   ConstantReader reader(mLine.StatementPart, mIntake.Reading.WholeDefaults);
   while (!reader.AtEnd()) {
     auto constant = std::make_shared<Constant>();
@@ -158,31 +180,40 @@ void LineIntake::TakeConstants() {
     mBlock.Constants->Add(std::move(constant), name);
   }
   mState.FoundActualCodeInBlock = true;
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.TakeConstants", "LineDispatch", LineReached()).Of(mBlock);
+  throw;
 }
 
-void LineIntake::TakeEnumeration() {
+void LineIntake::TakeEnumeration() try {
   auto enumeration = std::make_shared<Enumeration>();
   enumeration->LineIndex = AdjustedLineIndex();
   enumeration->SetSourceLine(mIntake.StatementLine);
   enumeration->Component = &mComponent;
   enumeration->Initialise(mLine.StatementPart);
-  mBlock.CurrentEnum = enumeration;
+  mBlock.CurrentEnum() = enumeration;
   DescribeFromBuffer(*enumeration);
   SetLast(enumeration.get());
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.TakeEnumeration", "LineDispatch", LineReached()).Of(mBlock);
+  throw;
 }
 
-void LineIntake::TakeStructure() {
+void LineIntake::TakeStructure() try {
   auto structure = std::make_shared<UDT>();
   structure->LineIndex = AdjustedLineIndex();
   structure->SetSourceLine(mIntake.StatementLine);
   structure->Component = &mComponent;
   structure->Initialise(mLine.StatementPart);
-  mBlock.CurrentUDT = structure;
+  mBlock.CurrentUDT() = structure;
   DescribeFromBuffer(*structure);
   SetLast(structure.get());
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.TakeStructure", "LineDispatch", LineReached()).Of(mBlock);
+  throw;
 }
 
-void LineIntake::TakeEvent() {
+void LineIntake::TakeEvent() try {
   auto event = std::make_shared<EventDeclaration>();
   event->LineIndex = AdjustedLineIndex();
   event->SetSourceLine(mIntake.StatementLine);
@@ -198,9 +229,12 @@ void LineIntake::TakeEvent() {
   mComponent.EventDeclarations.Add(std::move(event), name);
   mLine.EventIndex = static_cast<std::int16_t>(mComponent.EventDeclarations.Count());
   mIsEvent = true;
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.TakeEvent", "LineDispatch", LineReached()).Of(mBlock);
+  throw;
 }
 
-void LineIntake::TakeDeclare() {
+void LineIntake::TakeDeclare() try {
   auto declare = std::make_shared<DeclareDeclaration>();
   declare->LineIndex = AdjustedLineIndex();
   declare->SetSourceLine(mIntake.StatementLine);
@@ -222,9 +256,12 @@ void LineIntake::TakeDeclare() {
   const bool first = !library->DeclareDeclarations.HasKey(declare->Name);
   if (first) library->DeclareDeclarations.Add(declare, declare->Name);
   if (first || mIntake.Reading.SharedLibraries) declare->LibraryObject = library;
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.TakeDeclare", "LineDispatch", LineReached()).Of(mBlock);
+  throw;
 }
 
-void LineIntake::TakeInherits() {
+void LineIntake::TakeInherits() try {
   std::string_view rest = mLine.StatementPart;
   TakeField(rest, ' ');
   rest = Trim(rest);
@@ -233,14 +270,20 @@ void LineIntake::TakeInherits() {
     return;
   }
   while (!rest.empty()) mComponent.netCreateImplementedInterface(Trim(TakeField(rest, ',')));
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.TakeInherits", "LineDispatch", LineReached()).Of(mBlock);
+  throw;
 }
 
-void LineIntake::TakeImports() {
+void LineIntake::TakeImports() try {
   std::string_view rest = mLine.StatementPart;
   TakeField(rest, ' ');
   VBProject* project = mComponent.VBProject();
   if (NetResolver* resolver = project ? project->NetResolver() : nullptr)
     resolver->addnamespace(TakeField(rest, ' '));
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.TakeImports", "LineDispatch", LineReached()).Of(mBlock);
+  throw;
 }
 
 }  // namespace vendrel

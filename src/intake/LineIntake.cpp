@@ -4,6 +4,7 @@
 #include "comments/TaggedCommentRules.h"
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
+#include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "intake/ModuleIntake.h"
 #include "project/VBProject.h"
@@ -11,10 +12,12 @@
 namespace vendrel {
 
 void Block::AddLine(std::string_view Line, std::int32_t Before, std::int32_t After) try {
-  AddLine(InitialiseCodeLine(Line, State().CurrentLanguageVersion, Options().Reading), Before,
-          After);
+  const CodeLine record =
+      InitialiseCodeLine(Line, State().CurrentLanguageVersion, Options().Reading);
+  ParsedLine line = ParsedLine::Of(record);
+  AddParsedLine(line, Before, After);
 } catch (VendrelError& failure) {
-  failure.AddContext("Block.AddLine", "LineIntake")
+  failure.AddContext("Block.AddLine", "LineIntake", LineReached())
       .Parameter("Line", Line)
       .Parameter("Before", Before)
       .Parameter("After", After)
@@ -26,7 +29,7 @@ void Block::AddLine(const CodeLine& Line, std::int32_t Before, std::int32_t Afte
   ParsedLine line = ParsedLine::Of(Line);
   AddParsedLine(line, Before, After);
 } catch (VendrelError& failure) {
-  failure.AddContext("Block.AddLine", "LineIntake")
+  failure.AddContext("Block.AddLine", "LineIntake", LineReached())
       .Parameter("Line", Line.Text)
       .Parameter("Before", Before)
       .Parameter("After", After)
@@ -39,9 +42,10 @@ void Block::AddParsedLine(ParsedLine& line, std::int32_t before, std::int32_t af
   if (!component) throw VendrelError(errObjectNotSet, "the block has no component");
   LineIntake(*this, *component, line).Run(before, after);
 } catch (VendrelError& failure) {
-  failure.AddContext("Block.AddParsedLine", "LineIntake")
+  failure.AddContext("Block.AddParsedLine", "LineIntake", LineReached())
       .Parameter("before", before)
       .Parameter("after", after)
+      .Local("LineType", line.LineType)
       .Of(*this);
   throw;
 }
@@ -71,7 +75,7 @@ void LineIntake::Run(std::int32_t before, std::int32_t after) {
   if (!mLine.NotInSource) ++mState.mCurrentLineIndex;
   if (!mLine.Continued) {
     SplitComment();
-    if (mBlock.CurrentEnum || mBlock.CurrentUDT || mLine.LineType == BLANK_LINE)
+    if (mBlock.CurrentEnum() || mBlock.CurrentUDT() || mLine.LineType == BLANK_LINE)
       TakeInsideDeclaration();
     else
       Dispatch();
@@ -82,7 +86,7 @@ void LineIntake::Run(std::int32_t before, std::int32_t after) {
   StoreLine(mBlock, mLine, before, after);
 }
 
-void LineIntake::SplitComment() {
+void LineIntake::SplitComment() try {
   if (mLine.CommentPart.empty()) {
     mState.mLastTagIdentifier = {};
     mState.mLastQualifier = {};
@@ -92,7 +96,7 @@ void LineIntake::SplitComment() {
   mComment->LineIndex = mState.mCurrentLineIndex;
   mComment->SourceLine = mIntake.PhysicalLine;
   mComment->Initialise(mLine.CommentPart);
-  mBlock.LastTaggedComment = mComment;
+  mState.LastTaggedComment = mComment;
   ForgetLastElementUnlessDescribable(mComment->TagIdentifier);
   ContinueTaggedComment();
   if (!mComment->TaggedCommentDef() && mComment->TagIdentifier != "##") {
@@ -101,6 +105,9 @@ void LineIntake::SplitComment() {
   } else {
     TakeTaggedComment();
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.SplitComment", "LineIntake", LineReached()).Of(mBlock);
+  throw;
 }
 
 // Only blocks, enumerations, their members and structures take a comment that follows them.
@@ -131,7 +138,7 @@ void LineIntake::TakeTaggedComment() {
   mState.mLastQualifier = mComment->Qualifier;
 }
 
-void LineIntake::HandOverTaggedComments() {
+void LineIntake::HandOverTaggedComments() try {
   if (mOptions.TaggedCommentsBeforeElement) OfferTaggedComments(mComponent, mBlock);
   if (mComment) {
     const std::string& tag = mComment->TagIdentifier;
@@ -146,11 +153,14 @@ void LineIntake::HandOverTaggedComments() {
   if (mClearLastElement) mComponent.LastElement = nullptr;
   if (mClearTaggedCommentBuffer && mComponent.TaggedCommentBuffer.IfAny())
     mComponent.TaggedCommentBuffer.Renew();
-  mState.mEnumOpen = mBlock.CurrentEnum != nullptr;
-  mState.mUDTOpen = mBlock.CurrentUDT != nullptr;
+  mState.mEnumOpen = mBlock.CurrentEnum() != nullptr;
+  mState.mUDTOpen = mBlock.CurrentUDT() != nullptr;
   mState.mEventLast = mIsEvent || mFoundEventComment || (mState.mEventLast && mLine.Continued);
   if (mLine.LineType != Comment && mLine.LineType != TAGGED_COMMENT)
     mComponent.VMCommentBuffer.clear();
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.HandOverTaggedComments", "LineIntake", LineReached()).Of(mBlock);
+  throw;
 }
 
 // Elements point at the first physical line of their statement.

@@ -3,6 +3,7 @@
 
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
+#include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "intake/Conditions.h"
 #include "intake/LineIntake.h"
@@ -78,7 +79,7 @@ void TakeDirective(Component& component, ModuleIntake& intake, PendingLine& line
 }
 
 // "Attribute Changed.VB_HelpID = 5" for an event of the module: true if the line is used up.
-bool TakeEventHelpID(Component& component, const ModuleIntake& intake, const ParsedLine& line) {
+bool TakeEventHelpID(Component& component, const ModuleIntake& intake, const ParsedLine& line) try {
   std::string_view rest = line.StatementPart;
   TakeField(rest, ' ');
   const std::string_view word = Trim(TakeField(rest, ' '));
@@ -90,6 +91,10 @@ bool TakeEventHelpID(Component& component, const ModuleIntake& intake, const Par
   event->HelpContextID = id;
   ReportHelpContextID(component, id);
   return !intake.Reading.KeepHelpAttributes;
+} catch (VendrelError& failure) {
+  failure.AddContext("TakeEventHelpID", "LogicalLines", LineReached())
+      .Parameter("component", component);
+  throw;
 }
 
 // Keeps what the next line needs of this one. The remainder of a line with tabs stands in a buffer
@@ -127,7 +132,7 @@ void RefuseLine(ModuleIntake& intake, const ParsedLine& line) {
                      "the statement needs another word: " + std::string(Trim(line.Text)));
 }
 
-void Classify(ModuleIntake& intake, std::string_view text, bool notInSource, ParsedLine& line) {
+void Classify(ModuleIntake& intake, std::string_view text, bool notInSource, ParsedLine& line) try {
   const bool continuation = intake.PreviousContinued;
   intake.Classifier.SplitAtEveryColon = intake.InOneLineProcedure && notInSource;
   const LineClassifier::Result result = continuation
@@ -139,10 +144,15 @@ void Classify(ModuleIntake& intake, std::string_view text, bool notInSource, Par
   line.OwnText = line.EveryColon && (continuation || line.Continued);
   if (!continuation) intake.StatementLine = intake.PhysicalLine;
   if (result == LineClassifier::Result::MissingWord) RefuseLine(intake, line);
+} catch (VendrelError& failure) {
+  failure.AddContext("Classify", "LogicalLines", LineReached())
+      .Parameter("text", text)
+      .Parameter("notInSource", notInSource);
+  throw;
 }
 
 void TakeStatement(Component& component, ModuleIntake& intake, std::string_view text,
-                   bool notInSource) {
+                   bool notInSource) try {
   PendingLine pending;
   ParsedLine& line = pending.Line;
   Classify(intake, text, notInSource, line);
@@ -165,6 +175,14 @@ void TakeStatement(Component& component, ModuleIntake& intake, std::string_view 
   else if (type != ATTRIBUTE_LINE || !TakeEventHelpID(component, intake, line))
     AddParsedCode(component, line, true);
   if (type == COMPILER_DIRECTIVE) UpdateConditions(component, intake, statement);
+} catch (VendrelError& failure) {
+  failure.AddContext("TakeStatement", "LogicalLines", LineReached())
+      .Parameter("component", component)
+      .Parameter("text", text)
+      .Parameter("notInSource", notInSource)
+      .Local("StatementLine", intake.StatementLine)
+      .Local("Pending", intake.ContinuationBuffer.size());
+  throw;
 }
 
 bool RemainderWaits(const Component& component, const ModuleIntake& intake) {
@@ -198,7 +216,7 @@ void Component::AddLineOfCode(std::string_view Source) try {
   }
   TakeStatement(*this, intake, Source, false);
 } catch (VendrelError& failure) {
-  failure.AddContext("Component.AddLineOfCode", "LogicalLines")
+  failure.AddContext("Component.AddLineOfCode", "LogicalLines", LineReached())
       .Parameter("Source", Source)
       .Of(*this);
   throw;

@@ -6,6 +6,7 @@
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
 #include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "intake/FormControls.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
@@ -53,7 +54,7 @@ class ModuleReader {
   void ReadAttributes();
   bool ReadBody(bool onlyHeader);
   void AddLineOfCode(std::string_view text);
-  void StepOver(const VendrelError& error, std::string_view text);
+  void StepOver(const VendrelError& error, std::string_view procedure, std::string_view text);
   void StorePending(Block& block);
   void Finish();
   std::string_view NextLine();
@@ -96,7 +97,7 @@ void ModuleReader::Load(bool onlyHeader) {
 void ModuleReader::Finish() {
   Block* block = mComponent.CurrentBlock.Get();
   if (!block) return;
-  block->CommentBuffer.clear();
+  block->Intake().CommentBuffer.clear();
   if (CodeLines* lines = block->CodeLines.IfAny(); lines && !lines->Unloaded()) lines->Shrink();
 }
 
@@ -139,12 +140,17 @@ bool ModuleReader::Open() {
 
 // Goes on behind the lines that an earlier load took, in the text that it read: lines of two texts
 // in one module would have no common place to be written back to.
-void ModuleReader::OpenAgain() {
+void ModuleReader::OpenAgain() try {
   mFile.OpenDecoded(mComponent.SourceForm);
   mIntake.PreScannedFile = false;
   mIntake.PhysicalLine = 0;
   for (std::int32_t i = 0; i < mComponent.LinesAlreadyRead && !mFile.AtEnd(); ++i)
     mText = NextLine();
+} catch (VendrelError& failure) {
+  failure.AddContext("ModuleReader.OpenAgain", "ModuleReader", LineReached())
+      .Field("FileName", mFile.FullPath())
+      .Of(mComponent);
+  throw;
 }
 
 // A table of a database that has the extension of a form, or the like: nothing a reader of text can
@@ -195,11 +201,11 @@ void ModuleReader::ReadFirstLine() {
   try {
     block->AddParsedLine(line);
   } catch (const VendrelError& error) {
-    StepOver(error, mText);
+    StepOver(error, "ModuleReader.ReadFirstLine", mText);
   }
 }
 
-void ModuleReader::ReadHeader() {
+void ModuleReader::ReadHeader() try {
   std::int32_t beginCount = 0;
   bool started = false;
   Block& block = *mComponent.CurrentBlock.Get();
@@ -221,6 +227,11 @@ void ModuleReader::ReadHeader() {
     StoreLine(block, Classify(mText));
     if (beginCount == 0 && started) return;
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("ModuleReader.ReadHeader", "ModuleReader", LineReached())
+      .Field("FileName", mFile.FullPath())
+      .Of(mComponent);
+  throw;
 }
 
 void ModuleReader::ReadControls() {
@@ -242,7 +253,7 @@ void ModuleReader::ReadAttributes() {
     try {
       block.AddParsedLine(line);
     } catch (const VendrelError& error) {
-      StepOver(error, mText);
+      StepOver(error, "ModuleReader.ReadAttributes", mText);
     }
   }
 }
@@ -275,15 +286,16 @@ void ModuleReader::AddLineOfCode(std::string_view text) {
   try {
     mComponent.AddLineOfCode(text);
   } catch (const VendrelError& error) {
-    StepOver(error, text);
+    StepOver(error, "ModuleReader.AddLineOfCode", text);
   }
 }
 
 // A host may say that the odd line is kept as it stands; else its failure ends the load.
-void ModuleReader::StepOver(const VendrelError& error, std::string_view text) {
+void ModuleReader::StepOver(const VendrelError& error, std::string_view procedure,
+                            std::string_view text) {
   VBProject* project = mComponent.VBProject();
   VendrelError passed = error;
-  passed.AddContext("Component.Load", "ModuleReader", mIntake.PhysicalLine)
+  passed.AddContext(procedure, "ModuleReader", mIntake.PhysicalLine)
       .Local("Line", text)
       .Of(mComponent);
   if (!project ||
@@ -311,10 +323,16 @@ void ModuleReader::StorePending(Block& block) {
 
 }  // namespace
 
-bool Component::Load(bool OnlyHeader) {
+bool Component::Load(bool OnlyHeader) try {
   if (LoadState == lsFullyLoadedNoCode) return false;  // read before, and unloaded since
   ModuleReader(*this).Load(OnlyHeader);
   return false;
+} catch (VendrelError& failure) {
+  failure.AddContext("Component.Load", "ModuleReader", Intake().PhysicalLine)
+      .Parameter("OnlyHeader", OnlyHeader)
+      .Local("LoadState", LoadState)
+      .Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

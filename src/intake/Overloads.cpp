@@ -3,6 +3,8 @@
 #include <vector>
 
 #include "core/CaseFold.h"
+#include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 
 namespace vendrel {
@@ -15,7 +17,7 @@ bool SameKind(const Block& a, const Block& b) {
 Block* NewMaster(Component& component, const Block& current) {
   Block* master = component.netCreateBlock(current.BlockType(), current.Name(), current.Access,
                                            current.ReturnType, current.Implemented,
-                                           current.InheritedFrom, current.IsStatic,
+                                           current.InheritedFrom(), current.IsStatic,
                                            current.IsVirtual, current.IsAbstract, current.IsShadow);
   master->IsConstructor = current.IsConstructor;
   return master;
@@ -29,12 +31,12 @@ void MoveToMaster(Component& component, Block& block, Block& master) {
   component.Blocks.Remove(index);
   block.SetName(block.OverloadedMethodSignature());
   block.SetOverloaded(true);
-  master.OverloadBlocks->Add(shared, block.Name());
+  master.AddOverload(shared, block.Name());
 }
 
 }  // namespace
 
-void CollectOverloads(Component& component) {
+void CollectOverloads(Component& component) try {
   Block& current = *component.CurrentBlock.Get();
   current.Implemented = true;
   Block* master = nullptr;
@@ -43,7 +45,7 @@ void CollectOverloads(Component& component) {
     if (other == &current || other->Name() != current.Name() || !SameKind(*other, current))
       continue;
     found = true;
-    if (other->OverloadBlocks.IfAny() && other->OverloadBlocks->Count() > 0) {
+    if (other->OverloadBlocks().IfAny() && other->OverloadBlocks()->Count() > 0) {
       master = other;
       break;
     }
@@ -55,6 +57,10 @@ void CollectOverloads(Component& component) {
     if (other != master && other->Name() == master->Name() && SameKind(*other, *master))
       family.push_back(other);
   for (Block* block : family) MoveToMaster(component, *block, *master);
+} catch (VendrelError& failure) {
+  failure.AddContext("CollectOverloads", "Overloads", LineReached())
+      .Parameter("component", component);
+  throw;
 }
 
 }  // namespace vendrel

@@ -2,6 +2,7 @@
 
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
+#include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 #include "model/Parameter.h"
@@ -146,7 +147,9 @@ void Parameter::Load(std::string_view Text) try {
     name = name.substr(1, name.size() - 2);
   SetName(name);
 } catch (VendrelError& failure) {
-  failure.AddContext("Parameter.Load", "ParameterText").Parameter("Text", Text).Of(*this);
+  failure.AddContext("Parameter.Load", "ParameterText", LineReached())
+      .Parameter("Text", Text)
+      .Of(*this);
   throw;
 }
 
@@ -157,11 +160,11 @@ void Parameters::Load(std::string_view Text, CodeElement* Parent) try {
   const bool addKey = line.LineType != DECLARE_STATEMENT && line.LineType != EVENT_DECLARATION;
   LoadStatement(line.StatementPart, Parent, addKey);
 } catch (VendrelError& failure) {
-  failure.AddContext("Parameters.Load", "ParameterText").Parameter("Text", Text);
+  failure.AddContext("Parameters.Load", "ParameterText", LineReached()).Parameter("Text", Text);
   throw;
 }
 
-void Parameters::LoadStatement(std::string_view statement, CodeElement* parent, bool addKey) {
+void Parameters::LoadStatement(std::string_view statement, CodeElement* parent, bool addKey) try {
   const ProcessState& state = State();
   const bool dotNet = state.CurrentLanguageVersion == lvVisualBasicDotNet;
   std::string_view list;
@@ -189,6 +192,12 @@ void Parameters::LoadStatement(std::string_view statement, CodeElement* parent, 
     if (name.empty() || HasKey(name)) continue;
     Add(std::move(parameter), addKey ? std::string_view(name) : std::string_view());
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("Parameters.LoadStatement", "ParameterText", LineReached())
+      .Parameter("statement", statement)
+      .Parameter("parent", parent)
+      .Parameter("addKey", addKey);
+  throw;
 }
 
 }  // namespace vendrel

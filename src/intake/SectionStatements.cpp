@@ -3,6 +3,8 @@
 
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
+#include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 
@@ -30,13 +32,17 @@ std::vector<std::string> TakeRanges(std::vector<DefaultTypeEntry>& entries, std:
 
 }  // namespace
 
-void LineIntake::TakeSectionStatement() {
+void LineIntake::TakeSectionStatement() try {
   if (StartsWithNoCaseAscii(mLine.StatementPart, "option"))
     TakeOption(mLine.StatementPart);
   else if (StartsWithNoCaseAscii(mLine.StatementPart, "def"))
     TakeDefType();
   else if (StartsWithNoCaseAscii(mLine.StatementPart, "implements "))
     TakeImplements();
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.TakeSectionStatement", "SectionStatements", LineReached())
+      .Of(mBlock);
+  throw;
 }
 
 void LineIntake::TakeOption(std::string_view statement) {
@@ -49,9 +55,9 @@ void LineIntake::TakeOption(std::string_view statement) {
     mComponent.OptionBase = NumericValue(behind(12));
   if (StartsWithNoCaseAscii(statement, "option private")) mComponent.OptionPrivate = true;
   // A comment directly above the options heads the module.
-  if (mIntake.Reading.LeadingComments && !mState.mFoundItem && !mBlock.CommentBuffer.empty()) {
-    AddObjectDescription(mComponent, mBlock.CommentBuffer);
-    mBlock.CommentBuffer.clear();
+  if (mIntake.Reading.LeadingComments && !mState.mFoundItem && !mState.CommentBuffer.empty()) {
+    AddObjectDescription(mComponent, mState.CommentBuffer);
+    mState.CommentBuffer.clear();
   }
 }
 
@@ -73,7 +79,7 @@ void LineIntake::TakeDefType() {
   entries.push_back(std::move(entry));
 }
 
-void LineIntake::TakeImplements() {
+void LineIntake::TakeImplements() try {
   std::string_view rest = mLine.StatementPart;
   TakeField(rest, ' ');
   std::string_view name = TakeField(rest, ' ');
@@ -88,6 +94,9 @@ void LineIntake::TakeImplements() {
   if (mIntake.Reading.LeadingComments) DescribeFromBuffer(*interface);
   SetLast(interface.get());
   mComponent.Interfaces.Add(interface, name);
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.TakeImplements", "SectionStatements", LineReached()).Of(mBlock);
+  throw;
 }
 
 }  // namespace vendrel

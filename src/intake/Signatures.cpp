@@ -2,6 +2,8 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "intake/StartLineText.h"
@@ -21,7 +23,7 @@ std::string_view InterfacePrefix(const Component& component, std::string_view na
 
 }  // namespace
 
-void LineIntake::ReadSignature() {
+void LineIntake::ReadSignature() try {
   if (IsDotNet()) {
     ParseStartLine(mLine.StatementPart, mBlock);
     return;
@@ -32,6 +34,9 @@ void LineIntake::ReadSignature() {
   if (type.IsArray) mBlock.ReturnTypeIsArray = true;
   NameAndType();
   if (!type.TakesDefault) mBlock.ReturnType = {};
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.ReadSignature", "Signatures", LineReached()).Of(mBlock);
+  throw;
 }
 
 void LineIntake::NameAndType() {
@@ -54,7 +59,7 @@ void LineIntake::NameAndType() {
   if (IsDotNet()) mBlock.ReturnType = DotNetType(mBlock.ReturnType);
 }
 
-void LineIntake::TakeProperty() {
+void LineIntake::TakeProperty() try {
   mBlock.SetSourceLine(mIntake.StatementLine);
   const std::string_view statement = mLine.StatementPart;
   const bool complete = mIntake.Reading.ReturnTypes;
@@ -90,6 +95,9 @@ void LineIntake::TakeProperty() {
   mBlock.DefinitionLine = statement;
   SetLast(&mBlock);
   mComponent.AddPropertyBlockToPropertyGroup(&mBlock);
+} catch (VendrelError& failure) {
+  failure.AddContext("LineIntake.TakeProperty", "Signatures", LineReached()).Of(mBlock);
+  throw;
 }
 
 }  // namespace vendrel

@@ -5,6 +5,8 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/ProcessState.h"
+#include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 #include "model/Namespace.h"
 #include "text/Masking.h"
@@ -47,6 +49,12 @@ StartLineParts CutStartLine(std::string_view s) {
 }
 
 // What modifiers do that any of the three classes has.
+void SetInheritedFrom(Block& o, std::string_view base) { o.SetInheritedFrom(base); }
+template <typename Element>
+void SetInheritedFrom(Element& o, std::string_view base) {
+  o.InheritedFrom = base;
+}
+
 template <typename Element>
 bool TakeCommonModifier(Element& o, std::string_view word, std::string_view base) {
   const auto is = [&](std::string_view keyword) { return EqualsNoCaseAscii(word, keyword); };
@@ -54,7 +62,7 @@ bool TakeCommonModifier(Element& o, std::string_view word, std::string_view base
     o.Implemented = true;
   } else if (is("OVERRIDES")) {
     o.Implemented = true;
-    o.InheritedFrom = base;
+    SetInheritedFrom(o, base);
   } else if (is("OVERRIDABLE")) {
     o.IsVirtual = true;
   } else if (is("MUSTOVERRIDE")) {
@@ -168,7 +176,7 @@ void SettleBlock(Block& o) {
 
 }  // namespace
 
-void ParseStartLine(std::string_view Text, Block& o) {
+void ParseStartLine(std::string_view Text, Block& o) try {
   const std::string line = StartLine(Text);
   const StartLineParts parts = CutStartLine(line);
   o.Access = {};
@@ -184,16 +192,21 @@ void ParseStartLine(std::string_view Text, Block& o) {
   }
   LoadParameters(*o.Parameters, o.Component.Get(), parts.Parameters, &o);
   SuffixWords suffix = ReadSuffix(parts.Suffix);
-  if (!suffix.ImplementsName.empty()) o.ImplementsName = suffix.ImplementsName;
+  if (!suffix.ImplementsName.empty()) o.SetImplementsName(suffix.ImplementsName);
   if (!suffix.Type.empty()) {
     CutArray(suffix);
     o.ReturnType = suffix.Type;
     if (suffix.IsArray) o.ReturnTypeIsArray = true;
   }
   SettleBlock(o);
+} catch (VendrelError& failure) {
+  failure.AddContext("ParseStartLine", "StartLineText", LineReached())
+      .Parameter("Text", Text)
+      .Parameter("o", o);
+  throw;
 }
 
-void ParseStartLine(std::string_view Text, Variable& o) {
+void ParseStartLine(std::string_view Text, Variable& o) try {
   const std::string line = StartLine(Text);
   const StartLineParts parts = CutStartLine(line);
   o.Access = {};
@@ -214,9 +227,14 @@ void ParseStartLine(std::string_view Text, Variable& o) {
     if (suffix.IsArray) o.IsArray = true;
   }
   if (o.Access.empty()) o.Access = "PUBLIC";
+} catch (VendrelError& failure) {
+  failure.AddContext("ParseStartLine", "StartLineText", LineReached())
+      .Parameter("Text", Text)
+      .Parameter("o", o);
+  throw;
 }
 
-void ParseStartLine(std::string_view Text, EventDeclaration& o) {
+void ParseStartLine(std::string_view Text, EventDeclaration& o) try {
   const std::string line = StartLine(Text);
   const StartLineParts parts = CutStartLine(line);
   const std::string base = o.Component ? o.Component->InheritsFrom.str() : std::string();
@@ -232,6 +250,11 @@ void ParseStartLine(std::string_view Text, EventDeclaration& o) {
   LoadParameters(*o.Parameters, o.Component.Get(), parts.Parameters, &o);
   const SuffixWords suffix = ReadSuffix(parts.Suffix);
   if (!suffix.Type.empty()) o.DelegateName = suffix.Type;
+} catch (VendrelError& failure) {
+  failure.AddContext("ParseStartLine", "StartLineText", LineReached())
+      .Parameter("Text", Text)
+      .Parameter("o", o);
+  throw;
 }
 
 }  // namespace vendrel

@@ -26,11 +26,19 @@ void Block::SetBlockType(BlockTypeEnum type) {
     mOwner->Retyped(*this, old);
 }
 
+void Block::SetInheritedFrom(std::string_view name) {
+  if (name != InheritedFrom()) mRare->InheritedFrom = name;
+}
+
+void Block::AddOverload(std::shared_ptr<Block> overload, std::string_view key) {
+  mRare->OverloadBlocks->Add(std::move(overload), key);
+}
+
 void Block::SetOverloaded(bool value) { mOverloaded = value; }
 void Block::SetIsDelegate(bool value) { mIsDelegate = value; }
 
 void Block::SetNamespace(vendrel::Namespace* value) {
-  mNamespace = value;
+  if (value || mRare.IfAny()) mRare->Namespace = value;
   if (mShared)
     ++Blocks::sSharedChanges;
   else if (mOwner)
@@ -43,7 +51,7 @@ const ProjectOptions& Block::Options() const {
 }
 
 std::string Block::FullName() const {
-  const vendrel::Namespace* space = mIsDelegate ? mNamespace.Get() : nullptr;
+  const vendrel::Namespace* space = mIsDelegate ? Namespace() : nullptr;
   return space ? space->Name + "." + mName : mName;
 }
 
@@ -92,24 +100,22 @@ bool Block::IsPropertyType() const {
   return mBlockType == btPropertyGet || mBlockType == btPropertyLet || mBlockType == btPropertySet;
 }
 
-const std::vector<std::string>& Block::Attributes() const { return *mAttributes; }
+const std::vector<std::string>& Block::Attributes() const { return mIntake->Attributes; }
 
-void Block::AddAttribute(std::string_view text) { mAttributes->emplace_back(text); }
+void Block::AddAttribute(std::string_view text) { mIntake->Attributes.emplace_back(text); }
 
 void Block::UnloadSourceCode() try {
   if (mBlockType != btDeclarations)
     Variables.Drop();
-  else if (const vendrel::Variables* variables = Variables.IfAny())
-    for (Variable& variable : *variables) std::string().swap(variable.UnTaggedDescription);
+  else if (vendrel::Variables* variables = Variables.IfAny()) {
+    for (Variable& variable : *variables) variable.UnTaggedDescription.clear();
+    variables->Fit();
+  }
   DefinitionLine = {};
-  std::string().swap(UnTaggedDescription);
-  std::string().swap(CommentBuffer);
-  LastTaggedComment.reset();
+  UnTaggedDescription.clear();
   CodeLines.Drop();
   Parameters.Drop();
-  CurrentEnum.reset();
-  CurrentUDT.reset();
-  mAttributes.Drop();
+  mIntake.Drop();
   Constants.Drop();
 } catch (VendrelError& failure) {
   failure.AddContext("Block.UnloadSourceCode", "Block").Of(*this);
@@ -144,9 +150,9 @@ std::shared_ptr<Block> Block::Clone(vendrel::Component* NewComponent, bool CopyC
     parameterCopy->Parent = copy.get();
     copy->Parameters->Add(parameterCopy, parameter.Name());
   }
-  if (const Blocks* overloads = OverloadBlocks.IfAny())
+  if (const Blocks* overloads = OverloadBlocks().IfAny())
     for (const Block& overload : *overloads)
-      copy->OverloadBlocks->Add(overload.Clone(NewComponent, false), overload.Name());
+      copy->AddOverload(overload.Clone(NewComponent, false), overload.Name());
   return copy;
 } catch (VendrelError& failure) {
   failure.AddContext("Block.Clone", "Block")

@@ -25,28 +25,20 @@ class Block : public CodeElement {
   Block();
   ~Block() override;
 
-  /// The open `Enum` or `Type` statement.
-  std::shared_ptr<Enumeration> CurrentEnum;
-  std::shared_ptr<UDT> CurrentUDT;
   /// Identity within the process since the last load.
   std::int32_t BlockID;
   std::int32_t HelpContextID = 0;
+  /// Which procedures the property has; 0 for other blocks.
+  PropertyTypeEnum PropertyType = ptNone;
   SharedText Access = "PRIVATE";
   SharedText ReturnType;
   /// Statement of the start line, as written.
   SharedText DefinitionLine;
   /// Name of the interface whose member this implements; empty if none.
   SharedText Interface;
-  SharedText InheritedFrom;
-  SharedText ImplementsName;
-  SharedText DelegateQualifiedName;
-  std::string TaggedDescription;
-  std::string UnTaggedDescription;
-  std::string ReturnDescription;
-  /// Pending text of untagged comments, "<crlf>" between lines.
-  std::string CommentBuffer;
-  /// Which procedures the property has; 0 for other blocks.
-  PropertyTypeEnum PropertyType = ptNone;
+  LateText TaggedDescription;
+  LateText UnTaggedDescription;
+  LateText ReturnDescription;
   bool ReturnTypeIsArray = false;
   bool IsFriend = false;
   bool IsStatic = false;
@@ -63,10 +55,6 @@ class Block : public CodeElement {
   bool IsSealed = false;
   bool IsAbstract = false;
   bool IsShadow = false;
-  /// The set half of a VB.NET property, which has no lines of its own; null for other blocks.
-  std::shared_ptr<Block> Setter;
-  /// Every comment of the lines read so far; the last one.
-  std::shared_ptr<TaggedComment> LastTaggedComment;
   /// The control, variable or module whose event this procedure handles.
   WeakHandle<CodeElement> EventSource;
   WeakHandle<vendrel::Component> Component;
@@ -74,17 +62,40 @@ class Block : public CodeElement {
   OnDemand<vendrel::Variables> Variables;
   OnDemand<vendrel::Constants> Constants;
   OnDemand<vendrel::CodeLines> CodeLines;
-  OnDemand<Blocks> OverloadBlocks;
   OnDemand<vendrel::Examples> Examples;
   OnDemand<vendrel::TaggedComments> TaggedComments;
+
+  /// What few blocks have: marks of VB.NET, and the overloads gathered under this one.
+  const SharedText& InheritedFrom() const { return mRare->InheritedFrom; }
+  const SharedText& ImplementsName() const { return mRare->ImplementsName; }
+  const SharedText& DelegateQualifiedName() const { return mRare->DelegateQualifiedName; }
+  /// The set half of a VB.NET property, which has no lines of its own; null for other blocks.
+  const std::shared_ptr<Block>& Setter() const { return mRare->Setter; }
+  const OnDemand<Blocks>& OverloadBlocks() const { return mRare->OverloadBlocks; }
+  void SetInheritedFrom(std::string_view name);
+  void SetImplementsName(std::string_view name) { mRare->ImplementsName = name; }
+  void SetSetter(std::shared_ptr<Block> setter) { mRare->Setter = std::move(setter); }
+  void AddOverload(std::shared_ptr<Block> overload, std::string_view key);
+
+  /// The open `Enum` or `Type` statement; may be assigned.
+  std::shared_ptr<Enumeration>& CurrentEnum() { return mIntake->CurrentEnum; }
+  std::shared_ptr<UDT>& CurrentUDT() { return mIntake->CurrentUDT; }
+  const std::shared_ptr<Enumeration>& CurrentEnum() const { return mIntake->CurrentEnum; }
+  const std::shared_ptr<UDT>& CurrentUDT() const { return mIntake->CurrentUDT; }
+  /// Pending text of untagged comments, "<crlf>" between lines.
+  const std::string& CommentBuffer() const { return mIntake->CommentBuffer; }
+  /// The last comment of the lines read so far, tagged or not; null if there was none.
+  const std::shared_ptr<TaggedComment>& LastTaggedComment() const {
+    return mIntake->LastTaggedComment;
+  }
 
   std::string_view ClassName() const override { return "Block"; }
   std::string ElementName() const override { return mName; }
   std::string Description() const override;
   std::string QualifiedName() const override;
   vendrel::Component* OwnComponent() const override { return Component.Get(); }
-  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
-  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
+  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
   bool* ExcludeFlagField() override { return &ExcludeFlag; }
   bool* IsNewField() override { return &IsNew; }
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
@@ -100,7 +111,7 @@ class Block : public CodeElement {
   bool IsDelegate() const { return mIsDelegate; }
   void SetIsDelegate(bool value);
   /// Namespace of a delegate; null for any other block.
-  vendrel::Namespace* Namespace() const { return mNamespace.Get(); }
+  vendrel::Namespace* Namespace() const { return mRare->Namespace.Get(); }
   void SetNamespace(vendrel::Namespace* value);
 
   /// The options that hold for this block: those of its project, else the defaults.
@@ -227,8 +238,13 @@ class Block : public CodeElement {
                       Prop{"SourceLine", &Block::SourceLine}};
   }
 
-  // State of the intake that outlives a line; only the intake touches it.
+  // State of the intake that outlives a line and ends with the source; only the intake touches it.
   struct IntakeState {
+    std::shared_ptr<Enumeration> CurrentEnum;
+    std::shared_ptr<UDT> CurrentUDT;
+    std::shared_ptr<TaggedComment> LastTaggedComment;
+    std::string CommentBuffer;
+    std::vector<std::string> Attributes;
     std::int32_t mCurrentLineIndex = 0;
     bool mEventLast = false;
     bool mFoundItem = false;
@@ -239,8 +255,8 @@ class Block : public CodeElement {
     SharedText mLastTagIdentifier;
     SharedText mLastQualifier;
   };
-  IntakeState& Intake() { return mIntake; }
-  const IntakeState& Intake() const { return mIntake; }
+  IntakeState& Intake() { return *mIntake; }
+  const IntakeState& Intake() const { return *mIntake; }
   void SetCompletelyLoaded() { mCompletelyLoaded = true; }
   void AddAttribute(std::string_view text);
   void SetStoredLines(std::int32_t start, std::int32_t end) {
@@ -250,13 +266,20 @@ class Block : public CodeElement {
 
  private:
   friend class Blocks;
+  struct RareParts {
+    SharedText InheritedFrom;
+    SharedText ImplementsName;
+    SharedText DelegateQualifiedName;
+    std::shared_ptr<Block> Setter;
+    WeakHandle<vendrel::Namespace> Namespace;
+    OnDemand<Blocks> OverloadBlocks;
+  };
 
   std::string mName;
   Blocks* mOwner = nullptr;
   WeakHandle<ProjectOptions> mProject;
-  WeakHandle<vendrel::Namespace> mNamespace;
-  OnDemand<std::vector<std::string>> mAttributes;
-  IntakeState mIntake;
+  OnDemand<IntakeState> mIntake;
+  OnDemand<RareParts> mRare;
   std::int32_t mStartLine = -1;
   std::int32_t mEndLine = -1;
   BlockTypeEnum mBlockType = btUnrecognised;

@@ -1,5 +1,6 @@
 // Places in the lines of a block.
 
+#include "diagnostics/VendrelError.h"
 #include "model/Blocks.h"
 #include "model/Component.h"
 
@@ -27,7 +28,7 @@ std::int32_t BackOverContinuations(const CodeLines& lines, std::int32_t position
 
 }  // namespace
 
-std::int32_t Block::StartLine() const {
+std::int32_t Block::StartLine() const try {
   if (mStartLine != -1) return mStartLine;
   const vendrel::CodeLines* lines = CodeLines.IfAny();
   if (!lines) return 0;
@@ -39,23 +40,32 @@ std::int32_t Block::StartLine() const {
   while (position < count && lines->LineType(position + 1) == ATTRIBUTE_LINE) ++position;
   while (position < count && lines->Continued(position)) ++position;
   return position;
+} catch (VendrelError& failure) {
+  failure.AddContext("Block.StartLine", "BlockLines").Of(*this);
+  throw;
 }
 
-std::int32_t Block::FirstLine() const {
+std::int32_t Block::FirstLine() const try {
   const vendrel::CodeLines* lines = CodeLines.IfAny();
   return lines ? BackOverContinuations(*lines, FirstStartLine(*lines)) : 0;
+} catch (VendrelError& failure) {
+  failure.AddContext("Block.FirstLine", "BlockLines").Of(*this);
+  throw;
 }
 
-std::int32_t Block::EndLine() const {
+std::int32_t Block::EndLine() const try {
   if (mEndLine != -1) return mEndLine;
   const vendrel::CodeLines* lines = CodeLines.IfAny();
   if (!lines) return 0;
   if (mBlockType == btAttributes || mBlockType == btDeclarations) return lines->Count();
   const std::int32_t position = FirstEndLine(*lines);
   return position > 0 ? BackOverContinuations(*lines, position) : lines->Count();
+} catch (VendrelError& failure) {
+  failure.AddContext("Block.EndLine", "BlockLines").Of(*this);
+  throw;
 }
 
-std::vector<CodeLine> Block::LinesOfType(LineTypeEnum LineType) const {
+std::vector<CodeLine> Block::LinesOfType(LineTypeEnum LineType) const try {
   std::vector<CodeLine> result;
   const vendrel::Component* component = Component.Get();
   const Block* previous = component ? component->Blocks.Previous(this) : nullptr;
@@ -72,6 +82,9 @@ std::vector<CodeLine> Block::LinesOfType(LineTypeEnum LineType) const {
       break;
   }
   return result;
+} catch (VendrelError& failure) {
+  failure.AddContext("Block.LinesOfType", "BlockLines").Parameter("LineType", LineType).Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

@@ -59,7 +59,7 @@ Block* Blocks::Item(std::string_view Key) const {
   const bool isAnswer = (found->IsDelegate() && EqualsNoCase(sought.Base, found->Name())) ||
                         (found->Overloaded() && EqualsNoCase(found->FullName(), sought.Key));
   if (isAnswer) return found;
-  const Blocks* overloads = found->OverloadBlocks.IfAny();
+  const Blocks* overloads = found->OverloadBlocks().IfAny();
   return overloads && overloads->Count() > 0 ? overloads->Item(sought.Key) : found;
 }
 
@@ -108,10 +108,11 @@ bool Blocks::Add(std::shared_ptr<Block> item, std::string_view Key, const Positi
   if (Key.empty()) {
     mCol.Insert(std::move(item));
     Adopt(block, true);
-  } else {
-    if (CheckForDuplicateKey(mCol, "Block", Key)) return false;
-    mCol.Insert(std::move(item), Key, Before, After);
+  } else if (mCol.InsertIfFree(std::move(item), Key, Before, After)) {
     Adopt(block, !Before.Given() && !After.Given());
+  } else {
+    ReportDuplicateKey("Block", Key);
+    return false;
   }
   Sorted = false;
   return true;
@@ -120,16 +121,22 @@ bool Blocks::Add(std::shared_ptr<Block> item, std::string_view Key, const Positi
   throw;
 }
 
-void Blocks::Remove(std::size_t index) {
+void Blocks::Remove(std::size_t index) try {
   const std::shared_ptr<Block> block = mCol.Share(index);
   mCol.Remove(index);
   Forget(*block);
+} catch (VendrelError& failure) {
+  failure.AddContext("Blocks.Remove", "Blocks").Parameter("index", index);
+  throw;
 }
 
-void Blocks::Remove(std::string_view key) {
+void Blocks::Remove(std::string_view key) try {
   const std::shared_ptr<Block> block = mCol.Share(key);
   mCol.Remove(key);
   Forget(*block);
+} catch (VendrelError& failure) {
+  failure.AddContext("Blocks.Remove", "Blocks").Parameter("key", key);
+  throw;
 }
 
 void Blocks::Clear() {
@@ -139,7 +146,7 @@ void Blocks::Clear() {
   DropIndex();
 }
 
-void Blocks::Sort() {
+void Blocks::Sort() try {
   std::vector<std::shared_ptr<Block>> named, nameless;
   std::size_t namelessBeforeLast = 0;
   const Block* last = nullptr;
@@ -165,6 +172,9 @@ void Blocks::Sort() {
   mCol = std::move(sorted);
   DropIndex();
   Sorted = true;
+} catch (VendrelError& failure) {
+  failure.AddContext("Blocks.Sort", "Blocks").Local("Count", mCol.Count());
+  throw;
 }
 
 Block* Blocks::FirstOfType(BlockTypeEnum type) const {

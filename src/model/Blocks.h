@@ -60,6 +60,9 @@ class Blocks {
   Block* Previous(const Block* block) const;
   Block* Last() const { return mCol.Find(mCol.Count()); }
 
+  /// Gives back the memory that was set aside for more blocks.
+  void Fit() { mCol.Fit(); }
+
   auto begin() const { return mCol.begin(); }
   auto end() const { return mCol.end(); }
 

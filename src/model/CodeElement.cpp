@@ -11,8 +11,11 @@ ElementTracer sElementTracer = nullptr;
 
 }  // namespace
 
-void CodeElement::SetDescription(std::string_view) {
+void CodeElement::SetDescription(std::string_view) try {
   throw VendrelError(errReadOnlyProperty, std::string(ClassName()) + ".Description");
+} catch (VendrelError& failure) {
+  failure.AddContext("CodeElement.SetDescription", "CodeElement").Of(*this);
+  throw;
 }
 
 bool TypeMatch(const CodeElement* element, std::string_view className) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/LateText.h"
 #include "core/OnDemand.h"
 #include "core/SharedText.h"
 #include "core/WeakHandle.h"
@@ -28,14 +29,14 @@ class CodeElement : public HandleTarget {
   /// The module the element stands in; null if none.
   virtual Component* OwnComponent() const { return nullptr; }
 
-  virtual std::string* TaggedDescriptionField() { return nullptr; }
-  virtual std::string* UnTaggedDescriptionField() { return nullptr; }
+  virtual LateText* TaggedDescriptionField() { return nullptr; }
+  virtual LateText* UnTaggedDescriptionField() { return nullptr; }
   virtual bool* ExcludeFlagField() { return nullptr; }
   virtual bool* IsNewField() { return nullptr; }
   virtual OnDemand<vendrel::TaggedComments>* TaggedCommentsField() { return nullptr; }
   virtual OnDemand<vendrel::Examples>* ExamplesField() { return nullptr; }
 
-  const std::string* TaggedDescriptionField() const {
+  const LateText* TaggedDescriptionField() const {
     return const_cast<CodeElement*>(this)->TaggedDescriptionField();
   }
 

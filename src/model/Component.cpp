@@ -115,25 +115,27 @@ std::string_view Component::DefaultType(std::string_view name) const {
   return type;
 }
 
-namespace {
-// Empties a text and gives its memory back, which is what unloading is for.
-void Release(std::string& text) { std::string().swap(text); }
-}  // namespace
-
 void Component::UnloadSourceCode() try {
   for (Block& block : Blocks) block.UnloadSourceCode();
+  Blocks.Fit();
   for (EventDeclaration& event : EventDeclarations) {
-    Release(event.UnTaggedDescription);
+    event.UnTaggedDescription.clear();
     event.Parameters.Drop();
   }
-  for (Enumeration& enumeration : Enumerations) Release(enumeration.UnTaggedDescription);
+  for (Enumeration& enumeration : Enumerations) {
+    enumeration.UnTaggedDescription.clear();
+    enumeration.Members().Fit();
+  }
   for (DeclareDeclaration& declaration : Declarations) {
-    Release(declaration.TaggedDescription);
-    Release(declaration.UnTaggedDescription);
+    declaration.TaggedDescription.clear();
+    declaration.UnTaggedDescription.clear();
     declaration.Parameters.Drop();
   }
-  for (vendrel::Interface& interface : Interfaces) Release(interface.UnTaggedDescription);
-  for (UDT& type : UDTs) Release(type.UnTaggedDescription);
+  for (vendrel::Interface& interface : Interfaces) interface.UnTaggedDescription.clear();
+  for (UDT& type : UDTs) {
+    type.UnTaggedDescription.clear();
+    type.Members.Fit();
+  }
   SourceForm.reset();
   mIntake.reset();
   LoadState = lsFullyLoadedNoCode;

@@ -75,8 +75,8 @@ class Component : public CodeElement {
   std::int32_t LinesAlreadyRead = 0;
   std::int32_t HelpContextID = 0;
   std::int32_t RelationshipLevels = 0;
-  std::string TaggedDescription;
-  std::string UnTaggedDescription;
+  LateText TaggedDescription;
+  LateText UnTaggedDescription;
   /// A comment on its way from one block to the next.
   std::string CommentBuffer;
   std::string VMCommentBuffer;
@@ -118,8 +118,8 @@ class Component : public CodeElement {
   std::string Description() const override;
   std::string QualifiedName() const override;
   Component* OwnComponent() const override { return const_cast<Component*>(this); }
-  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
-  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
+  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
   bool* ExcludeFlagField() override { return &ExcludeFlag; }
   bool* IsNewField() override { return &IsNew; }
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }

@@ -50,7 +50,7 @@ Block* Component::netCreateBlock(BlockTypeEnum blockType, std::string_view name,
   block->Access = access;
   block->ReturnType = returnType;
   block->Implemented = implemented;
-  block->InheritedFrom = inheritedFrom;
+  block->SetInheritedFrom(inheritedFrom);
   block->IsStatic = isStatic;
   block->IsVirtual = isVirtual;
   block->IsAbstract = isAbstract;

@@ -19,10 +19,13 @@ Component* EnumMember::OwnComponent() const {
   return enumeration ? enumeration->Component.Get() : nullptr;
 }
 
-void Enumeration::SetMembers(std::shared_ptr<EnumMembers> members) {
+void Enumeration::SetMembers(std::shared_ptr<EnumMembers> members) try {
   if (!members)
     throw VendrelError(errObjectNotSet, "Enumeration.Members - attempt to set to Nothing");
   mMembers = std::move(members);
+} catch (VendrelError& failure) {
+  failure.AddContext("Enumeration.SetMembers", "Declarations").Of(*this);
+  throw;
 }
 
 EventDeclaration::EventDeclaration() = default;

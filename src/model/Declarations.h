@@ -28,9 +28,9 @@ class Constant : public CodeElement {
   std::string Value;
   SharedText TypeName;
   /// Comment on the line of the constant.
-  std::string mDescription;
-  std::string TaggedDescription;
-  std::string UnTaggedDescription;
+  LateText mDescription;
+  LateText TaggedDescription;
+  LateText UnTaggedDescription;
   std::int32_t RefCount = 0;
   OnDemand<vendrel::TaggedComments> TaggedComments;
   WeakHandle<vendrel::Component> Component;
@@ -39,12 +39,12 @@ class Constant : public CodeElement {
 
   std::string_view ClassName() const override { return "Constant"; }
   std::string ElementName() const override { return Name; }
-  std::string Description() const override { return mDescription; }
+  std::string Description() const override { return mDescription.str(); }
   void SetDescription(std::string_view text) override { mDescription = text; }
   std::string QualifiedName() const override;
   vendrel::Component* OwnComponent() const override { return Component.Get(); }
-  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
-  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
+  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
 
   AccessTypeEnum AccessType() const { return AccessTypeFromstring(Access); }
@@ -80,9 +80,9 @@ class EnumMember : public CodeElement {
   /// Value as text; empty where the source gives none (the complete reading fills it).
   std::string Value;
   /// Value as the source has it, where `Value` was resolved to something else.
-  std::string ValueAsWritten;
-  std::string TaggedDescription;
-  std::string UnTaggedDescription;
+  LateText ValueAsWritten;
+  LateText TaggedDescription;
+  LateText UnTaggedDescription;
   bool ExcludeFlag = false;
   /// The enumeration it stands in.
   WeakHandle<vendrel::Enumeration> Enumeration;
@@ -93,8 +93,8 @@ class EnumMember : public CodeElement {
   std::string Description() const override;
   std::string QualifiedName() const override;
   Component* OwnComponent() const override;
-  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
-  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
+  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
   bool* ExcludeFlagField() override { return &ExcludeFlag; }
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
 
@@ -126,8 +126,8 @@ class Enumeration : public CodeElement {
   std::string Name;
   SharedText Access;
   std::int32_t HelpContextID = 0;
-  std::string TaggedDescription;
-  std::string UnTaggedDescription;
+  LateText TaggedDescription;
+  LateText UnTaggedDescription;
   std::int32_t LineIndex = 0;
   bool IsHiddenMember = false;
   bool ExcludeFlag = false;
@@ -141,8 +141,8 @@ class Enumeration : public CodeElement {
   std::string Description() const override;
   std::string QualifiedName() const override;
   vendrel::Component* OwnComponent() const override { return Component.Get(); }
-  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
-  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
+  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
   bool* ExcludeFlagField() override { return &ExcludeFlag; }
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
   OnDemand<vendrel::Examples>* ExamplesField() override { return &Examples; }
@@ -188,8 +188,8 @@ class UDT : public CodeElement {
   /// The members, parsed as variables, each with this as `Parent`.
   Variables Members;
   std::int32_t HelpContextID = 0;
-  std::string TaggedDescription;
-  std::string UnTaggedDescription;
+  LateText TaggedDescription;
+  LateText UnTaggedDescription;
   bool ExcludeFlag = false;
   bool IsHiddenMember = false;
   std::int32_t LineIndex = 0;
@@ -202,8 +202,8 @@ class UDT : public CodeElement {
   std::string Description() const override;
   std::string QualifiedName() const override;
   vendrel::Component* OwnComponent() const override { return Component.Get(); }
-  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
-  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
+  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
   bool* ExcludeFlagField() override { return &ExcludeFlag; }
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
   OnDemand<vendrel::Examples>* ExamplesField() override { return &Examples; }
@@ -240,8 +240,8 @@ class UDTs : public ElementCollection<UDT, UDTFamily> {};
 class Interface : public CodeElement {
  public:
   std::string Name;
-  std::string TaggedDescription;
-  std::string UnTaggedDescription;
+  LateText TaggedDescription;
+  LateText UnTaggedDescription;
   bool IsNew = false;
   bool ExcludeFlag = false;
   std::int32_t LineIndex = 0;
@@ -252,11 +252,11 @@ class Interface : public CodeElement {
 
   std::string_view ClassName() const override { return "Interface"; }
   std::string ElementName() const override { return Name; }
-  std::string Description() const override { return TaggedDescription; }
+  std::string Description() const override { return TaggedDescription.str(); }
   std::string QualifiedName() const override;
   vendrel::Component* OwnComponent() const override { return Component.Get(); }
-  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
-  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
+  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
   bool* ExcludeFlagField() override { return &ExcludeFlag; }
   bool* IsNewField() override { return &IsNew; }
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }

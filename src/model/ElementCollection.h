@@ -40,18 +40,33 @@ class ElementCollection {
   /// Adds an element. A key that is taken is told, and the element is dropped: whoever holds it
   /// keeps it. An empty key adds without one. Gives whether it was added.
   bool Add(std::shared_ptr<T> item, std::string_view key = {}, const Position& before = {},
-           const Position& after = {}) {
-    if (!key.empty() && CheckForDuplicateKey(mCol, Family::TypeText, key)) return false;
-    if constexpr (Family::Placed)
-      mCol.Insert(std::move(item), key, before, after);
-    else
-      mCol.Insert(std::move(item), key);
-    return true;
+           const Position& after = {}) try {
+    const bool added = Family::Placed ? mCol.InsertIfFree(std::move(item), key, before, after)
+                                      : mCol.InsertIfFree(std::move(item), key);
+    if (!added) ReportDuplicateKey(Family::TypeText, key);
+    return added;
+  } catch (VendrelError& failure) {
+    failure.AddContext("ElementCollection.Add", "ElementCollection")
+        .Parameter("key", key)
+        .Local("Type", Family::TypeText);
+    throw;
   }
   /// Removes by position or key; raises 9 when there is none.
-  void Remove(std::size_t index) { mCol.Remove(index); }
-  void Remove(std::string_view key) { mCol.Remove(key); }
+  void Remove(std::size_t index) try { mCol.Remove(index); } catch (VendrelError& failure) {
+    failure.AddContext("ElementCollection.Remove", "ElementCollection")
+        .Parameter("index", index)
+        .Local("Type", Family::TypeText);
+    throw;
+  }
+  void Remove(std::string_view key) try { mCol.Remove(key); } catch (VendrelError& failure) {
+    failure.AddContext("ElementCollection.Remove", "ElementCollection")
+        .Parameter("key", key)
+        .Local("Type", Family::TypeText);
+    throw;
+  }
   void Clear() { mCol.Clear(); }
+  /// Gives back the memory that was set aside for more elements.
+  void Fit() { mCol.Fit(); }
   std::size_t Count() const { return mCol.Count(); }
 
   auto begin() const { return mCol.begin(); }
@@ -76,11 +91,20 @@ class PlainCollection {
   std::shared_ptr<T> Share(std::string_view key) const { return mCol.Share(key); }
   bool HasKey(std::string_view key) const { return mCol.HasKey(key); }
   void Add(std::shared_ptr<T> item, std::string_view key = {}, const Position& before = {},
-           const Position& after = {}) {
+           const Position& after = {}) try {
     mCol.Insert(std::move(item), key, before, after);
+  } catch (VendrelError& failure) {
+    failure.AddContext("PlainCollection.Add", "ElementCollection").Parameter("key", key);
+    throw;
   }
-  void Remove(std::size_t index) { mCol.Remove(index); }
-  void Remove(std::string_view key) { mCol.Remove(key); }
+  void Remove(std::size_t index) try { mCol.Remove(index); } catch (VendrelError& failure) {
+    failure.AddContext("PlainCollection.Remove", "ElementCollection").Parameter("index", index);
+    throw;
+  }
+  void Remove(std::string_view key) try { mCol.Remove(key); } catch (VendrelError& failure) {
+    failure.AddContext("PlainCollection.Remove", "ElementCollection").Parameter("key", key);
+    throw;
+  }
   void Clear() { mCol.Clear(); }
   std::size_t Count() const { return mCol.Count(); }
   auto begin() const { return mCol.begin(); }

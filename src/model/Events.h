@@ -21,8 +21,8 @@ class EventDeclaration : public CodeElement {
   std::string Name;
   OnDemand<vendrel::Parameters> Parameters;
   std::int32_t HelpContextID = 0;
-  std::string TaggedDescription;
-  std::string UnTaggedDescription;
+  LateText TaggedDescription;
+  LateText UnTaggedDescription;
   bool IsHiddenMember = false;
   bool IsNew = false;
   bool ExcludeFlag = false;
@@ -47,8 +47,8 @@ class EventDeclaration : public CodeElement {
   std::string Description() const override;
   std::string QualifiedName() const override;
   vendrel::Component* OwnComponent() const override { return Component.Get(); }
-  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
-  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
+  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
   bool* ExcludeFlagField() override { return &ExcludeFlag; }
   bool* IsNewField() override { return &IsNew; }
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
@@ -108,8 +108,8 @@ class DeclareDeclaration : public CodeElement {
   SharedText Alias;
   /// The file named behind `Lib`, with ".dll" where it had no extension.
   SharedText Library;
-  std::string TaggedDescription;
-  std::string UnTaggedDescription;
+  LateText TaggedDescription;
+  LateText UnTaggedDescription;
   std::int32_t LineIndex = 0;
   /// The library of the project; none for a repeated name (classic reading).
   WeakHandle<vendrel::Library> LibraryObject;
@@ -123,8 +123,8 @@ class DeclareDeclaration : public CodeElement {
   void SetDescription(std::string_view) override {}
   std::string QualifiedName() const override;
   vendrel::Component* OwnComponent() const override { return Component.Get(); }
-  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
-  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
+  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
   bool* ExcludeFlagField() override { return &ExcludeFlag; }
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
 
@@ -165,16 +165,16 @@ class DeclareDeclarations : public ElementCollection<DeclareDeclaration, Declare
 class Library : public CodeElement {
  public:
   std::string Name;
-  std::string TaggedDescription;
+  LateText TaggedDescription;
   OnDemand<vendrel::TaggedComments> TaggedComments;
   /// The declarations that name this library; of repeated names the first.
   vendrel::DeclareDeclarations DeclareDeclarations;
 
   std::string_view ClassName() const override { return "Library"; }
   std::string ElementName() const override { return Name; }
-  std::string Description() const override { return TaggedDescription; }
+  std::string Description() const override { return TaggedDescription.str(); }
   std::string QualifiedName() const override;
-  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
   vendrel::VBProject* VBProject() const;
   ProjectOptions* Options() const { return mProject.Get(); }

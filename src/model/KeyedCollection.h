@@ -75,19 +75,25 @@ class KeyedCollection {
   /// `before` or `after` names nothing.
   void Insert(std::shared_ptr<T> item, std::string_view key = {}, const Position& before = {},
               const Position& after = {}) {
-    std::string folded = FoldKey(key);
-    const std::uint32_t hash = Hash(folded);
-    if (!folded.empty() && FindFolded(folded, hash))
+    if (!InsertIfFree(std::move(item), key, before, after))
       throw VendrelError(errDuplicateKey, std::string(key));
+  }
+  /// The same for a key that may be taken: then nothing is added, and it gives false.
+  bool InsertIfFree(std::shared_ptr<T> item, std::string_view key, const Position& before = {},
+                    const Position& after = {}) {
+    const std::string folded = FoldKey(key);
+    const std::uint32_t hash = Hash(folded);
+    if (mKeyed > 0 && !folded.empty() && FindFolded(folded, hash)) return false;
     std::size_t at = mOrder.size();
     if (before.Given())
       at = PlaceOf(before);
     else if (after.Given())
       at = PlaceOf(after) + 1;
-    auto entry = std::make_unique<Entry>(Entry{std::move(item), std::move(folded), hash});
+    std::unique_ptr<Entry> entry(new (folded.size()) Entry(std::move(item), folded, hash));
     Entry* added = entry.get();
     mOrder.insert(mOrder.begin() + static_cast<std::ptrdiff_t>(at), std::move(entry));
-    if (!added->Key.empty()) Index(added);
+    if (added->KeySize > 0) Index(added);
+    return true;
   }
 
   /// Removes the element at a position or under a key; raises 9 when there is none.
@@ -116,7 +122,10 @@ class KeyedCollection {
   }
 
   /// The key under which the element at a 1-based position was added, folded; empty if none.
-  std::string_view KeyOf(std::size_t index) const { return mOrder.at(index - 1)->Key; }
+  std::string_view KeyOf(std::size_t index) const { return mOrder.at(index - 1)->Key(); }
+
+  /// Gives back the memory that was set aside for more elements.
+  void Fit() { mOrder.shrink_to_fit(); }
 
   class Iterator {
    public:
@@ -148,10 +157,22 @@ class KeyedCollection {
   Iterator end() const { return {this, mOrder.size()}; }
 
  private:
+  // An element and behind it, in the same piece of memory, its folded key.
   struct Entry {
+    Entry() = default;
+    Entry(std::shared_ptr<T> item, std::string_view key, std::uint32_t hash)
+        : Item(std::move(item)), Hash(hash), KeySize(static_cast<std::uint32_t>(key.size())) {
+      key.copy(reinterpret_cast<char*>(this + 1), key.size());
+    }
+    static void* operator new(std::size_t size, std::size_t keySize) {
+      return ::operator new(size + keySize);
+    }
+    static void operator delete(void* entry) { ::operator delete(entry); }
+    std::string_view Key() const { return {reinterpret_cast<const char*>(this + 1), KeySize}; }
+
     std::shared_ptr<T> Item;
-    std::string Key;
-    std::uint32_t Hash;
+    std::uint32_t Hash = 0;
+    std::uint32_t KeySize = 0;
   };
   static constexpr std::size_t kUnhashed = 8;  // below this a walk is cheaper than a table
 
@@ -172,12 +193,12 @@ class KeyedCollection {
   const Entry* FindFolded(std::string_view folded, std::uint32_t hash) const {
     if (mSlots.empty()) {
       for (const auto& entry : mOrder)
-        if (entry->Hash == hash && entry->Key == folded) return entry.get();
+        if (entry->Hash == hash && entry->Key() == folded) return entry.get();
       return nullptr;
     }
     for (std::size_t i = hash & (mSlots.size() - 1);; i = (i + 1) & (mSlots.size() - 1)) {
       if (!mSlots[i]) return nullptr;
-      if (mSlots[i] != Gone() && mSlots[i]->Hash == hash && mSlots[i]->Key == folded)
+      if (mSlots[i] != Gone() && mSlots[i]->Hash == hash && mSlots[i]->Key() == folded)
         return mSlots[i];
     }
   }
@@ -205,7 +226,7 @@ class KeyedCollection {
     mSlots.assign(size, nullptr);
     mUsed = 0;
     for (const auto& entry : mOrder)
-      if (!entry->Key.empty()) Place(entry.get());
+      if (entry->KeySize > 0) Place(entry.get());
   }
   void Place(Entry* entry) {
     std::size_t i = entry->Hash & (mSlots.size() - 1);
@@ -214,7 +235,7 @@ class KeyedCollection {
     ++mUsed;
   }
   void Unindex(const Entry* entry) {
-    if (entry->Key.empty()) return;
+    if (entry->KeySize == 0) return;
     --mKeyed;
     if (mSlots.empty()) return;
     std::size_t i = entry->Hash & (mSlots.size() - 1);

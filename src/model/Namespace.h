@@ -9,7 +9,7 @@ namespace vendrel {
 class Namespace : public CodeElement {
  public:
   std::string Name;
-  std::string TaggedDescription;
+  LateText TaggedDescription;
   Blocks Delegates;
   /// The assembly it stands in.
   WeakHandle<CodeElement> Assembly;
@@ -17,9 +17,9 @@ class Namespace : public CodeElement {
 
   std::string_view ClassName() const override { return "Namespace"; }
   std::string ElementName() const override { return Name; }
-  std::string Description() const override { return TaggedDescription; }
+  std::string Description() const override { return TaggedDescription.str(); }
   std::string QualifiedName() const override;
-  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
 };
 

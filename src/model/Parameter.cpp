@@ -27,7 +27,7 @@ void Parameter::SetName(std::string_view name) {
   mName = name;
 }
 
-std::shared_ptr<Parameter> Parameter::Clone(bool CopyComments) const {
+std::shared_ptr<Parameter> Parameter::Clone(bool CopyComments) const try {
   auto copy = std::make_shared<Parameter>();
   copy->mDescription = mDescription;
   copy->VariableType = VariableType;
@@ -46,6 +46,11 @@ std::shared_ptr<Parameter> Parameter::Clone(bool CopyComments) const {
   for (const TaggedComment& comment : *TaggedComments)
     AddUnderFreeKey<TaggedComment>(*copy->TaggedComments, comment.Clone(), comment.TagIdentifier);
   return copy;
+} catch (VendrelError& failure) {
+  failure.AddContext("Parameter.Clone", "Parameter")
+      .Parameter("CopyComments", CopyComments)
+      .Of(*this);
+  throw;
 }
 
 // The first parameter of each name, as the list stood when it was made.
@@ -86,14 +91,20 @@ bool Parameters::Add(std::shared_ptr<Parameter> item, std::string_view key, cons
   throw;
 }
 
-void Parameters::Remove(std::size_t index) {
+void Parameters::Remove(std::size_t index) try {
   mIndex.reset();
   ElementCollection::Remove(index);
+} catch (VendrelError& failure) {
+  failure.AddContext("Parameters.Remove", "Parameter").Parameter("index", index);
+  throw;
 }
 
-void Parameters::Remove(std::string_view key) {
+void Parameters::Remove(std::string_view key) try {
   mIndex.reset();
   ElementCollection::Remove(key);
+} catch (VendrelError& failure) {
+  failure.AddContext("Parameters.Remove", "Parameter").Parameter("key", key);
+  throw;
 }
 
 void Parameters::Clear() {

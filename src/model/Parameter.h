@@ -12,7 +12,7 @@ namespace vendrel {
 class Parameter : public CodeElement {
  public:
   /// Text of the comments for this parameter.
-  std::string mDescription;
+  LateText mDescription;
   /// Type as written; of an untyped one, the default type.
   SharedText VariableType;
   bool IsOptional = false;
@@ -26,17 +26,17 @@ class Parameter : public CodeElement {
   bool RelationshipResolved = false;
   /// The `Block`, event or `Declare` it belongs to.
   WeakHandle<CodeElement> Parent;
-  std::string TaggedDescription;
+  LateText TaggedDescription;
   SharedText RelationshipTo;
   OnDemand<vendrel::TaggedComments> TaggedComments;
 
   std::string_view ClassName() const override { return "Parameter"; }
   std::string ElementName() const override { return mName; }
-  std::string Description() const override { return mDescription; }
+  std::string Description() const override { return mDescription.str(); }
   void SetDescription(std::string_view text) override { mDescription = text; }
   std::string QualifiedName() const override;
   Component* OwnComponent() const override;
-  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
 
   const std::string& Name() const { return mName; }

@@ -72,12 +72,12 @@ PropertyTypeEnum PropertyGroup::PropertyAccess(AccessTypeEnum AccessType) const 
   return read && write ? ptReadWrite : read ? ptRead : write ? ptWrite : ptNone;
 }
 
-const std::string& PropertyGroup::TaggedDescription() const {
+std::string_view PropertyGroup::TaggedDescription() const {
   ConsolidateDescriptions();
   return mTaggedDescription;
 }
 
-const std::string& PropertyGroup::UnTaggedDescription() const {
+std::string_view PropertyGroup::UnTaggedDescription() const {
   ConsolidateDescriptions();
   return mUnTaggedDescription;
 }
@@ -121,7 +121,7 @@ std::string Component::PropertyDescription(std::string_view name) const {
   return text;
 }
 
-std::vector<std::string> Component::AttributeLines(std::string_view name) const {
+std::vector<std::string> Component::AttributeLines(std::string_view name) const try {
   std::vector<std::string> texts;
   for (const Block* block : Blocks.Named(name)) {
     const CodeLines* lines = block->CodeLines.IfAny();
@@ -130,6 +130,9 @@ std::vector<std::string> Component::AttributeLines(std::string_view name) const 
       if (lines->LineType(i) == ATTRIBUTE_LINE) texts.push_back(lines->LineText(i));
   }
   return texts;
+} catch (VendrelError& failure) {
+  failure.AddContext("Component.AttributeLines", "PropertyGroup").Parameter("name", name).Of(*this);
+  throw;
 }
 
 bool Block::IsProperty() const {

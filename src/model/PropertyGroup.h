@@ -41,8 +41,8 @@ class PropertyGroup : public CodeElement {
   PropertyTypeEnum PropertyAccess(AccessTypeEnum AccessType) const;
 
   /// Descriptions and comments of the blocks that `PropertyCommentsFrom` names, gathered once.
-  const std::string& TaggedDescription() const;
-  const std::string& UnTaggedDescription() const;
+  std::string_view TaggedDescription() const;
+  std::string_view UnTaggedDescription() const;
   vendrel::TaggedComments& TaggedComments() const;
   vendrel::VBProject* VBProject() const;
 
@@ -66,8 +66,8 @@ class PropertyGroup : public CodeElement {
   void ConsolidateDescriptions() const;
 
   WeakHandle<Block> mGet, mLet, mSet;
-  mutable std::string mTaggedDescription;
-  mutable std::string mUnTaggedDescription;
+  mutable LateText mTaggedDescription;
+  mutable LateText mUnTaggedDescription;
   mutable std::shared_ptr<vendrel::TaggedComments> mTaggedComments;
 };
 

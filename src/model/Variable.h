@@ -38,8 +38,8 @@ class Variable : public CodeElement {
   bool IsAbstract = false;
   /// Text between the parentheses, words joined by single blanks ("1 To 3").
   SharedText ArraySubscript;
-  std::string TaggedDescription;
-  std::string UnTaggedDescription;
+  LateText TaggedDescription;
+  LateText UnTaggedDescription;
   SharedText InheritedFrom;
   std::int32_t RefCount = 0;
   /// The `Component` for variables of source, the `UDT` for its members, a block for fields made by
@@ -56,8 +56,8 @@ class Variable : public CodeElement {
   std::string Description() const override;
   std::string QualifiedName() const override;
   vendrel::Component* OwnComponent() const override { return Component.Get(); }
-  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
-  std::string* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
+  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
+  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
   bool* ExcludeFlagField() override { return &ExcludeFlag; }
   bool* IsNewField() override { return &IsNew; }
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }

@@ -1,6 +1,7 @@
 #include "names/NameCheck.h"
 
 #include "core/CaseFold.h"
+#include "diagnostics/VendrelError.h"
 #include "names/NameWalk.h"
 
 namespace vendrel {
@@ -12,7 +13,7 @@ NameState StateOfName(VBProject& project, const CodeElement& element) {
   return found && EqualsNoCase(found->QualifiedName(), name) ? NameState::Clashes : NameState::Lost;
 }
 
-std::vector<UnsureName> UnsureNames(VBProject& project) {
+std::vector<UnsureName> UnsureNames(VBProject& project) try {
   std::vector<UnsureName> unsure;
   ForEachNamedElement(project, [&](CodeElement& element) {
     const NameState state = StateOfName(project, element);
@@ -20,6 +21,9 @@ std::vector<UnsureName> UnsureNames(VBProject& project) {
       unsure.push_back({element.QualifiedName(), KindOf(element), state});
   });
   return unsure;
+} catch (VendrelError& failure) {
+  failure.AddContext("UnsureNames", "NameCheck").Parameter("project", project);
+  throw;
 }
 
 }  // namespace vendrel

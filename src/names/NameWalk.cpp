@@ -1,5 +1,7 @@
 #include "names/NameWalk.h"
 
+#include "diagnostics/VendrelError.h"
+
 #include <utility>
 #include <vector>
 
@@ -121,18 +123,24 @@ const std::vector<std::string_view>& AllKinds() {
   return kinds;
 }
 
-void ForEachNamedElement(Component& component, const Visitor& visit) {
+void ForEachNamedElement(Component& component, const Visitor& visit) try {
   visit(component);
   if (component.VBControl) visit(*component.VBControl);
   VisitEach(component.AllVBControls, visit);
   VisitDeclarations(component, visit);
   VisitProcedures(component, visit);
+} catch (VendrelError& failure) {
+  failure.AddContext("ForEachNamedElement", "NameWalk").Parameter("component", component);
+  throw;
 }
 
-void ForEachNamedElement(VBProject& project, const Visitor& visit) {
+void ForEachNamedElement(VBProject& project, const Visitor& visit) try {
   visit(project);
   VisitEach(project.Libraries, visit);
   for (Component& component : project.Components.Listed()) ForEachNamedElement(component, visit);
+} catch (VendrelError& failure) {
+  failure.AddContext("ForEachNamedElement", "NameWalk").Parameter("project", project);
+  throw;
 }
 
 }  // namespace vendrel

@@ -102,7 +102,8 @@ CodeElement* VBProject::ResolveType(Component* component, std::string_view Name,
 
 // The projects of the group for a type library, the referenced ones for any other project. Of
 // several that know the name the last one wins.
-CodeElement* VBProject::ResolveInOtherProjects(std::string_view Name, TypeClassEnum& TypeClass) {
+CodeElement* VBProject::ResolveInOtherProjects(std::string_view Name,
+                                               TypeClassEnum& TypeClass) try {
   CodeElement* found = nullptr;
   const auto tryProject = [&](VBProject* project) {
     const auto* entry = project ? project->TypeCache.Find(Name) : nullptr;
@@ -115,11 +116,17 @@ CodeElement* VBProject::ResolveInOtherProjects(std::string_view Name, TypeClassE
       if (&project != this) tryProject(&project);
   }
   return found;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.ResolveInOtherProjects", "TypeResolution")
+      .Parameter("Name", Name)
+      .Parameter("TypeClass", TypeClass)
+      .Of(*this);
+  throw;
 }
 
 CodeElement* VBProject::GetCachedMember(const ProjectTypeCache::Entry& Source,
                                         std::string_view Name, bool IsLocal, VBProject& vbp,
-                                        TypeClassEnum& TypeClass) {
+                                        TypeClassEnum& TypeClass) try {
   if (IsModuleClass(Source.Number)) {
     TypeClass = IsLocal ? tcLocalProjectModule : tcOtherProjectModule;
     return Required(vbp.Components, Name);
@@ -133,6 +140,14 @@ CodeElement* VBProject::GetCachedMember(const ProjectTypeCache::Entry& Source,
     return Required(Required(vbp.Components, Source.ComponentName)->UDTs, Name);
   }
   return nullptr;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.GetCachedMember", "TypeResolution")
+      .Parameter("Name", Name)
+      .Parameter("IsLocal", IsLocal)
+      .Parameter("vbp", vbp)
+      .Parameter("TypeClass", TypeClass)
+      .Parameter("ComponentName", Source.ComponentName);
+  throw;
 }
 
 UDT* VBProject::FindUDT(std::string_view Name, Component* component) try {
@@ -162,14 +177,24 @@ Enumeration* VBProject::FindEnum(std::string_view Name, Component* MustBeVisible
   throw;
 }
 
-bool Variable::IsUDT(vendrel::Component* component) const {
+bool Variable::IsUDT(vendrel::Component* component) const try {
   vendrel::VBProject* project = component ? component->VBProject() : VBProject();
   return project && project->FindUDT(TypeName, component);
+} catch (VendrelError& failure) {
+  failure.AddContext("Variable.IsUDT", "TypeResolution")
+      .Parameter("component", component)
+      .Of(*this);
+  throw;
 }
 
-bool Parameter::IsUDT(vendrel::Component* component) const {
+bool Parameter::IsUDT(vendrel::Component* component) const try {
   vendrel::VBProject* project = component ? component->VBProject() : nullptr;
   return project && project->FindUDT(VariableType, component);
+} catch (VendrelError& failure) {
+  failure.AddContext("Parameter.IsUDT", "TypeResolution")
+      .Parameter("component", component)
+      .Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

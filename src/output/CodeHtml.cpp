@@ -78,7 +78,7 @@ std::string CodeToHTML(std::string_view SourceVBCode) {
 std::string VBProject::CodeToHTML(std::string_view Code) const { return vendrel::CodeToHTML(Code); }
 
 void ForEachShownLine(const Block& block, bool includeTaggedComments,
-                      const std::function<void(std::string_view, bool)>& visit) {
+                      const std::function<void(std::string_view, bool)>& visit) try {
   const CodeLines* lines = block.CodeLines.IfAny();
   if (!lines) return;
   // A remainder behind a separator stands in its physical line already.
@@ -89,6 +89,11 @@ void ForEachShownLine(const Block& block, bool includeTaggedComments,
     if (isShown) visit(lines->LineView(i), lines->Continued(i));
     if (lines->IsEndLine(i)) break;
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("ForEachShownLine", "CodeHtml")
+      .Parameter("block", block)
+      .Parameter("includeTaggedComments", includeTaggedComments);
+  throw;
 }
 
 std::string Block::CodeAsHTML(bool UseCodeTag, bool IncludeTaggedComments) const try {
@@ -117,7 +122,7 @@ std::string Block::CodeAsHTML(bool UseCodeTag, bool IncludeTaggedComments) const
   throw;
 }
 
-std::string ModuleAsHTML(const Component& component, bool useCodeTag) {
+std::string ModuleAsHTML(const Component& component, bool useCodeTag) try {
   if (!component.SourceForm) return {};
   std::string html;
   html.reserve(component.SourceForm->Text.size() * 2);
@@ -129,6 +134,11 @@ std::string ModuleAsHTML(const Component& component, bool useCodeTag) {
     AppendLine(html, line);
   }
   return useCodeTag ? InCodeTag(std::move(html)) : html;
+} catch (VendrelError& failure) {
+  failure.AddContext("ModuleAsHTML", "CodeHtml")
+      .Parameter("component", component)
+      .Parameter("useCodeTag", useCodeTag);
+  throw;
 }
 
 }  // namespace vendrel

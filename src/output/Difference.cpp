@@ -310,10 +310,13 @@ std::string_view ChangeName(ChangeKind kind) {
 }
 
 std::size_t Compare(ElementRef before, ElementRef after, const DifferenceOptions& options,
-                    const std::function<void(const Change&)>& tell) {
+                    const std::function<void(const Change&)>& tell) try {
   if (!before || !after) throw VendrelError(errObjectNotSet);
   if (before.Class != after.Class) throw VendrelError(errTypeMismatch);
   return Comparison(options, tell).Run(before, after);
+} catch (VendrelError& failure) {
+  failure.AddContext("Compare", "Difference");
+  throw;
 }
 
 }  // namespace vendrel

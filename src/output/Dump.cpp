@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "core/Ascii.h"
+#include "diagnostics/VendrelError.h"
 #include "model/CodeElement.h"
 #include "output/Json.h"
 #include "text/CodeLines.h"
@@ -181,8 +182,11 @@ void DumpLineMembers(JsonWriter& json, const CodeLine& line) {
   number("EventIndex", line.EventIndex);
 }
 
-void Dump(std::ostream& out, ElementRef element, const DumpOptions& options) {
+void Dump(std::ostream& out, ElementRef element, const DumpOptions& options) try {
   if (element) Dumper(out, options).Run(element);
+} catch (VendrelError& failure) {
+  failure.AddContext("Dump", "Dump");
+  throw;
 }
 
 }  // namespace vendrel

@@ -154,15 +154,20 @@ void Component::AssignHelpContextIDs(bool ForceReassign) try {
   throw;
 }
 
-void Block::AssignHelpContextIDs(bool ForceReassign) {
+void Block::AssignHelpContextIDs(bool ForceReassign) try {
   vendrel::VBProject* project = VBProject();
   if (!project || mBlockType != btDeclarations || !Variables.IfAny()) return;
   Numbering numbering(*project, ForceReassign);
   for (Variable& variable : *Variables)
     if (variable.Access == "PUBLIC") numbering.NumberIfNeeded(variable);
+} catch (VendrelError& failure) {
+  failure.AddContext("Block.AssignHelpContextIDs", "HelpIDs")
+      .Parameter("ForceReassign", ForceReassign)
+      .Of(*this);
+  throw;
 }
 
-std::vector<HelpTopic> HelpTopicsOf(VBProject& project) {
+std::vector<HelpTopic> HelpTopicsOf(VBProject& project) try {
   std::vector<HelpTopic> topics;
   ForEachNamedElement(project, [&](CodeElement& element) {
     const std::int32_t id = HelpContextIDOf(element);
@@ -172,6 +177,9 @@ std::vector<HelpTopic> HelpTopicsOf(VBProject& project) {
     return a.HelpContextID < b.HelpContextID;
   });
   return topics;
+} catch (VendrelError& failure) {
+  failure.AddContext("HelpTopicsOf", "HelpIDs").Parameter("project", project);
+  throw;
 }
 
 void WriteHelpHeader(std::ostream& out, const std::vector<HelpTopic>& topics) {

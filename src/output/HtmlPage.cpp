@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 #include "output/CodeHtml.h"
 #include "output/CodePieces.h"
@@ -115,7 +116,7 @@ void HtmlPage::AddCode(const Listing& listing) {
 
 void HtmlPage::Finish() { mOut << "</body>\n</html>\n"; }
 
-HtmlPage::Listing ListingOf(const Component& component, std::string_view place) {
+HtmlPage::Listing ListingOf(const Component& component, std::string_view place) try {
   HtmlPage::Listing listing{component.Name, place, {}, 1, {}};
   if (component.SourceForm) listing.Text = component.SourceForm->Text;
   for (const Block& block : component.Blocks) {
@@ -125,15 +126,26 @@ HtmlPage::Listing ListingOf(const Component& component, std::string_view place) 
   }
   std::stable_sort(listing.Anchors.begin(), listing.Anchors.end());
   return listing;
+} catch (VendrelError& failure) {
+  failure.AddContext("ListingOf", "HtmlPage")
+      .Parameter("component", component)
+      .Parameter("place", place);
+  throw;
 }
 
-HtmlPage::Listing ListingOf(const Block& block, std::string_view place, std::string& text) {
+HtmlPage::Listing ListingOf(const Block& block, std::string_view place, std::string& text) try {
   text.clear();
   const CodeLines* lines = block.CodeLines.IfAny();
   std::int32_t above = 0;
   for (std::int32_t i = 1; lines && i < block.FirstLine(); ++i) above += !lines->NotInSource(i);
   ForEachShownLine(block, true, [&](std::string_view line, bool) { text.append(line) += '\n'; });
   return {block.Name(), place, text, std::max(1, block.SourceLine() - above), {}};
+} catch (VendrelError& failure) {
+  failure.AddContext("ListingOf", "HtmlPage")
+      .Parameter("block", block)
+      .Parameter("place", place)
+      .Parameter("text", text);
+  throw;
 }
 
 }  // namespace vendrel

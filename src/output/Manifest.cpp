@@ -115,7 +115,7 @@ void Block::Manifest(XmlElement& e, bool IncludeTaggedComments) const try {
   AddCommentsIf(e, *this, IncludeTaggedComments);
   AddDescriptions(e, *this);
   e.AddElement("ReturnDescription", ReturnDescription);
-  e.AddElement("CommentBuffer", CommentBuffer);
+  e.AddElement("CommentBuffer", CommentBuffer());
 } catch (VendrelError& failure) {
   failure.AddContext("Block.Manifest", "Manifest")
       .Parameter("IncludeTaggedComments", IncludeTaggedComments)

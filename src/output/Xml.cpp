@@ -97,10 +97,13 @@ XmlElement XmlElements::Item(std::size_t index) const {
   return {};
 }
 
-void XmlElements::Remove(std::size_t index) {
+void XmlElements::Remove(std::size_t index) try {
   const XmlElement element = Item(index);
   if (!element) throw VendrelError(errSubscript);
   mNode.remove_child(element.Node());
+} catch (VendrelError& failure) {
+  failure.AddContext("XmlElements.Remove", "Xml").Parameter("index", index);
+  throw;
 }
 
 XmlElements::Iterator& XmlElements::Iterator::operator++() {

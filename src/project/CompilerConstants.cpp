@@ -159,7 +159,7 @@ void CompilerConstants::AddFromProjectLine(std::string_view Source) try {
     if (!piece.empty()) AddFromDeclaration(piece);
   }
 } catch (VendrelError& failure) {
-  failure.AddContext("CompilerConstants.AddFromProjectLine", "CompilerConstants")
+  failure.AddContext("CompilerConstants.AddFromProjectLine", "CompilerConstants", LineReached())
       .Parameter("Source", Source);
   throw;
 }
@@ -185,7 +185,7 @@ void CompilerConstants::AddFromDeclaration(std::string_view Source, const VBProj
   }
   Add(constant, name);
 } catch (VendrelError& failure) {
-  failure.AddContext("CompilerConstants.AddFromDeclaration", "CompilerConstants")
+  failure.AddContext("CompilerConstants.AddFromDeclaration", "CompilerConstants", LineReached())
       .Parameter("Source", Source)
       .Parameter("project", project);
   throw;
@@ -223,7 +223,7 @@ bool CompilerConstants::Evaluate(std::string_view Source, const VBProject* proje
     return false;  // a text that is no truth value
   }
 } catch (VendrelError& failure) {
-  failure.AddContext("CompilerConstants.Evaluate", "CompilerConstants")
+  failure.AddContext("CompilerConstants.Evaluate", "CompilerConstants", LineReached())
       .Parameter("Source", Source)
       .Parameter("project", project);
   throw;

@@ -61,7 +61,7 @@ void Components::Populate() try {
 }
 
 // Loads one module if it waits for it; true when a client has cancelled.
-bool Components::LoadAt(std::size_t index, bool preLoadOff) {
+bool Components::LoadAt(std::size_t index, bool preLoadOff) try {
   const std::shared_ptr<Component> component = mCol.Share(index);
   const bool waits = (component->LoadState == lsNotLoaded && !preLoadOff) ||
                      component->LoadState == lsLoadedHeader;
@@ -72,6 +72,11 @@ bool Components::LoadAt(std::size_t index, bool preLoadOff) {
   if (!project || !project->CancelLoad) return false;
   project->FireLoadCancelled();
   return true;
+} catch (VendrelError& failure) {
+  failure.AddContext("Components.LoadAt", "Components")
+      .Parameter("index", index)
+      .Parameter("preLoadOff", preLoadOff);
+  throw;
 }
 
 // Members whose value names a constant take its value: of their own module first, then of the

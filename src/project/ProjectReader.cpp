@@ -1,6 +1,7 @@
 // Reads a project file: settings, references, the list of modules. Nothing here opens a module but
 // to learn the name of one whose line does not tell it.
 
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -180,7 +181,9 @@ void ProjectReader::KeepLine(std::string_view raw) {
 // A host may say that an odd line is kept and passed over; else its failure ends the load.
 void ProjectReader::StepOver(const VendrelError& error, std::string_view raw) {
   VendrelError passed = error;
-  passed.AddContext("VBProject.Load", "ProjectReader", mLine).Local("Line", raw).Of(mProject);
+  passed.AddContext("ProjectReader.TakeLine", "ProjectReader", mLine)
+      .Local("Line", raw)
+      .Of(mProject);
   if (mProject.AskAboutFailure(passed, mProject.FileName.FullPath(), mLine) == StepOver::Raise) {
     mProject.FileName.CloseFile();
     throw passed;
@@ -189,7 +192,7 @@ void ProjectReader::StepOver(const VendrelError& error, std::string_view raw) {
   KeepLine(raw);
 }
 
-void ProjectReader::TakeReference(const ProjectLineText& line) {
+void ProjectReader::TakeReference(const ProjectLineText& line) try {
   auto reference = std::make_shared<Reference>();
   reference->SetParentProject(&mProject);
   reference->SetSourceLine(line.Line);
@@ -207,9 +210,12 @@ void ProjectReader::TakeReference(const ProjectLineText& line) {
   TypeResolver& resolver = mProject.TypeResolver();
   if (!resolver.AddTypeLibByID(identity, major, minor, NumericValue(reference->Locale)))
     resolver.AddTypeLibByPath(reference->FileName.FullPath());
+} catch (VendrelError& failure) {
+  failure.AddContext("ProjectReader.TakeReference", "ProjectReader", LineReached()).Of(mProject);
+  throw;
 }
 
-void ProjectReader::TakeFormLike(const ProjectLineText& line) {
+void ProjectReader::TakeFormLike(const ProjectLineText& line) try {
   static constexpr std::pair<std::string_view, FileTypeEnum> kTypes[] = {
       {"FORM", ftForm},         {"USERCONTROL", ftUserControl},   {"USERDOCUMENT", ftUserDocument},
       {"DESIGNER", ftDesigner}, {"PROPERTYPAGE", ftPropertyPage},
@@ -221,6 +227,9 @@ void ProjectReader::TakeFormLike(const ProjectLineText& line) {
     module.SetFullPath(line.Value);
     AddComponent(line, type, GetComponentName(module.FullPath()));
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("ProjectReader.TakeFormLike", "ProjectReader", LineReached()).Of(mProject);
+  throw;
 }
 
 // "Class=Name; path": the name stands between the key and the first ";".
@@ -238,7 +247,8 @@ void ProjectReader::TakeModule(const ProjectLineText& line) {
   AddComponent(line, ftModule, std::string(line.Raw.substr(7, semicolon - 7)));
 }
 
-void ProjectReader::AddComponent(const ProjectLineText& line, FileTypeEnum type, std::string name) {
+void ProjectReader::AddComponent(const ProjectLineText& line, FileTypeEnum type,
+                                 std::string name) try {
   auto component = std::make_shared<Component>();
   component->SetVBProject(&mProject);
   component->FileType = type;
@@ -253,6 +263,12 @@ void ProjectReader::AddComponent(const ProjectLineText& line, FileTypeEnum type,
   const std::string key = component->Name;
   mProject.Components.Add(std::move(component), key);
   if (mProject.BuildTypeCache) mProject.TypeCache.Add(key, tcLocalProjectModule);
+} catch (VendrelError& failure) {
+  failure.AddContext("ProjectReader.AddComponent", "ProjectReader", LineReached())
+      .Parameter("FilePart", line.FilePart)
+      .Parameter("type", type)
+      .Of(mProject);
+  throw;
 }
 
 void ProjectReader::TakeCompatibleExe(const ProjectLineText& line) {
@@ -282,6 +298,11 @@ void BeginLoad() {
   state.FileCopy_LastError.clear();
 }
 
+// The next help context ID; the largest of all has none behind it.
+std::int32_t Following(std::int32_t id) {
+  return id == std::numeric_limits<std::int32_t>::max() ? id : id + 1;
+}
+
 }  // namespace
 
 bool VBProject::Load(std::string_view ProjectFileName) try {
@@ -297,7 +318,7 @@ bool VBProject::Load(std::string_view ProjectFileName) try {
   OutputFileName.SetBaseName(FileName.BaseName());
   OutputFileName.SetExtension(FileName.Extension());
   ProjectReader(*this).Read();
-  CurrentHelpContextID = mHighestHelpContextID + 1;
+  CurrentHelpContextID = Following(mHighestHelpContextID);
   ProjectName = GetProjectName(FileName.FullPath());
   ProjectSourceType = ptsVisualBasicProject;
   ProjectSourceAccess = psaReadWrite;

@@ -5,6 +5,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "project/VBProject.h"
 #include "services/SettingsReader.h"
@@ -76,31 +77,29 @@ std::string Reference::ClsID() const { return FileName.ClassID(); }
 
 std::string Reference::Name() const { return mName.empty() ? FileName.LeafName() : mName; }
 
-void Reference::Load(std::string_view Source) {
-  try {
-    if (vendrel::VBProject* parent = ParentProject()) SetRelativeTo(&parent->FileName);
-    SourceString = Source;
-    if (Source.starts_with("Object")) {
-      ReferenceType = "Object";
-      LoadObject(From(Source, 8));
-    } else if (Source.starts_with("Reference")) {
-      ReferenceType = "Reference";
-      LoadReference(From(Source, 11));
-    } else {
-      ReferenceType = "Line";
-    }
-    if (!FileName.FullPath().empty()) FindRegisteredFile();
-    if (mName.empty()) NameFromLibrary();
-    // Reading and assigning freezes the path as an absolute one.
-    FileName.SetFullPath(FileName.FullPath());
-  } catch (VendrelError& error) {
-    error.AddContext("Reference.Load", "Reference").Parameter("Source", Source);
-    throw;
+void Reference::Load(std::string_view Source) try {
+  if (vendrel::VBProject* parent = ParentProject()) SetRelativeTo(&parent->FileName);
+  SourceString = Source;
+  if (Source.starts_with("Object")) {
+    ReferenceType = "Object";
+    LoadObject(From(Source, 8));
+  } else if (Source.starts_with("Reference")) {
+    ReferenceType = "Reference";
+    LoadReference(From(Source, 11));
+  } else {
+    ReferenceType = "Line";
   }
+  if (!FileName.FullPath().empty()) FindRegisteredFile();
+  if (mName.empty()) NameFromLibrary();
+  // Reading and assigning freezes the path as an absolute one.
+  FileName.SetFullPath(FileName.FullPath());
+} catch (VendrelError& failure) {
+  failure.AddContext("Reference.Load", "Reference", LineReached()).Parameter("Source", Source);
+  throw;
 }
 
 // "{clsid}#version#locale; file" or "*\Apath".
-void Reference::LoadObject(std::string_view text) {
+void Reference::LoadObject(std::string_view text) try {
   CompiledReference = !text.starts_with("*\\A");
   if (!CompiledReference) {
     FileName.SetFullPath(From(text, 4));
@@ -116,10 +115,15 @@ void Reference::LoadObject(std::string_view text) {
   Locale = fields[2];
   // The blank behind the semicolon is part of the form.
   FileName.SetFullPath(From(text, semicolon + 3));
+} catch (VendrelError& failure) {
+  failure.AddContext("Reference.LoadObject", "Reference", LineReached())
+      .Parameter("text", text)
+      .Field("SourceString", SourceString);
+  throw;
 }
 
 // "*\G{clsid}#version#locale#path#name" or "*\Apath".
-void Reference::LoadReference(std::string_view text) {
+void Reference::LoadReference(std::string_view text) try {
   CompiledReference = text.starts_with("*\\G");
   const auto fields = LineFields(From(text, 4));
   if (fields.size() == 1) FileName.SetFullPath(fields[0]);
@@ -129,14 +133,24 @@ void Reference::LoadReference(std::string_view text) {
   Locale = fields[2];
   FileName.SetFullPath(fields[3]);
   if (fields.size() > 4) mName = fields[4];
+} catch (VendrelError& failure) {
+  failure.AddContext("Reference.LoadReference", "Reference", LineReached())
+      .Parameter("text", text)
+      .Field("SourceString", SourceString);
+  throw;
 }
 
 // What is registered goes before the path of the line: the very version, then the next newer one.
-void Reference::FindRegisteredFile() {
+void Reference::FindRegisteredFile() try {
   if (StoredCLSID.empty()) return;
   std::string path = RegisteredPath(Version);
   if (path.empty()) path = NewerRegisteredPath();
   if (!path.empty()) FileName.SetFullPath(path);
+} catch (VendrelError& failure) {
+  failure.AddContext("Reference.FindRegisteredFile", "Reference", LineReached())
+      .Field("StoredCLSID", StoredCLSID)
+      .Field("Version", Version);
+  throw;
 }
 
 std::string Reference::RegisteredPath(std::string_view version) const {

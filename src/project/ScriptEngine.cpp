@@ -61,9 +61,12 @@ class ScriptControl::ModuleList : public IScriptModules {
 ScriptControl::ScriptControl() : mModules(std::make_unique<ModuleList>()) {}
 ScriptControl::~ScriptControl() = default;
 
-void ScriptControl::SetLanguage(std::string_view Language) {
+void ScriptControl::SetLanguage(std::string_view Language) try {
   if (!EqualsNoCaseAscii(Language, kLanguage)) throw VendrelError(errCannotCreate, Language);
   mLanguage = Language;
+} catch (VendrelError& failure) {
+  failure.AddContext("ScriptControl.SetLanguage", "ScriptEngine").Parameter("Language", Language);
+  throw;
 }
 
 void ScriptControl::Reset() { mModules->Clear(); }
@@ -75,7 +78,7 @@ void RegisterScriptEngine() {
                                            [] { return std::make_shared<ScriptControl>(); });
 }
 
-std::shared_ptr<IScriptControl> GetScriptEngine(std::string_view Language) {
+std::shared_ptr<IScriptControl> GetScriptEngine(std::string_view Language) try {
   const std::string key = FoldKey(Language);
   const auto found = Engines().find(key);
   if (found != Engines().end()) {
@@ -85,17 +88,25 @@ std::shared_ptr<IScriptControl> GetScriptEngine(std::string_view Language) {
   std::shared_ptr<IScriptControl> engine = NewScriptControl();
   engine->SetLanguage(Language.empty() ? kLanguage : Language);
   return Engines()[key] = engine;
+} catch (VendrelError& failure) {
+  failure.AddContext("GetScriptEngine", "ScriptEngine").Parameter("Language", Language);
+  throw;
 }
 
 void ReleaseScriptEngines() { Engines().clear(); }
 
-std::string Eval(std::string_view Code, std::string_view FunctionName) {
+std::string Eval(std::string_view Code, std::string_view FunctionName) try {
   const std::shared_ptr<IScriptControl> engine = GetScriptEngine({});
   const std::shared_ptr<IScriptModule> module = engine->Modules().Add("Code");
   module->AddCode(Code);
   std::string text = RunToText(*module, FunctionName);
   engine->Reset();
   return text;
+} catch (VendrelError& failure) {
+  failure.AddContext("Eval", "ScriptEngine")
+      .Parameter("Code", Code)
+      .Parameter("FunctionName", FunctionName);
+  throw;
 }
 
 }  // namespace vendrel

@@ -192,7 +192,7 @@ struct ScriptExpression::Operand {
   bool IsLiteral = false;
 };
 
-ScriptValue ScriptExpression::Run(const ScriptNames& names) const {
+ScriptValue ScriptExpression::Run(const ScriptNames& names) const try {
   std::vector<Operand> stack;
   for (const Step& step : mSteps) {
     switch (step.Do) {
@@ -217,6 +217,9 @@ ScriptValue ScriptExpression::Run(const ScriptNames& names) const {
     }
   }
   return std::move(stack.back().Value);
+} catch (VendrelError& failure) {
+  failure.AddContext("ScriptExpression.Run", "ScriptExpression");
+  throw;
 }
 
 void ScriptExpression::RunCall(const Step& step, std::vector<Operand>& stack) const {
@@ -226,12 +229,15 @@ void ScriptExpression::RunCall(const Step& step, std::vector<Operand>& stack) co
   stack.back() = {function(stack.back().Value), mAllLiteral};
 }
 
-ScriptValue EvaluateExpression(std::string_view expression, const ScriptNames& names) {
+ScriptValue EvaluateExpression(std::string_view expression, const ScriptNames& names) try {
   ScriptLexer lexer(expression, ScriptDialect::VisualBasic);
   ScriptToken token = lexer.Next(true);
   const ScriptExpression compiled = ScriptExpression::Compile(lexer, token);
   if (token.Kind != ScriptTokenKind::End) throw VendrelError(errScriptEndOfStatement);
   return compiled.Run(names);
+} catch (VendrelError& failure) {
+  failure.AddContext("EvaluateExpression", "ScriptExpression").Parameter("expression", expression);
+  throw;
 }
 
 }  // namespace vendrel

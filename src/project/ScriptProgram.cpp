@@ -85,23 +85,30 @@ ScriptValue ScriptProgram::ValueOf(std::string_view name, const Variables* local
   return {};
 }
 
-void ScriptProgram::Assign(const Assignment& statement, Variables* locals) {
+void ScriptProgram::Assign(const Assignment& statement, Variables* locals) try {
   ScriptValue value =
       statement.Value.Run([&](std::string_view name) { return ValueOf(name, locals); });
   if (value.Kind == ScriptKind::Nothing) throw VendrelError(errObjectNotSet);
   const bool isLocal =
       locals && (locals->contains(statement.Name) || !mVariables.contains(statement.Name));
   (isLocal ? *locals : mVariables)[statement.Name] = std::move(value);
+} catch (VendrelError& failure) {
+  failure.AddContext("ScriptProgram.Assign", "ScriptProgram")
+      .Parameter("statement", statement.Name);
+  throw;
 }
 
-void ScriptProgram::AddCode(std::string_view text) {
+void ScriptProgram::AddCode(std::string_view text) try {
   ScriptProgramCompiler compiler(text);
   compiler.Compile();
   for (auto& [name, statements] : compiler.Functions) mFunctions[name] = std::move(statements);
   for (const Assignment& statement : compiler.Globals) Assign(statement, nullptr);
+} catch (VendrelError& failure) {
+  failure.AddContext("ScriptProgram.AddCode", "ScriptProgram").Parameter("text", text);
+  throw;
 }
 
-ScriptValue ScriptProgram::Run(std::string_view function) {
+ScriptValue ScriptProgram::Run(std::string_view function) try {
   const std::string key = FoldKey(function);
   const auto found = mFunctions.find(key);
   if (found == mFunctions.end()) throw VendrelError(errTypeMismatch, function);
@@ -109,6 +116,9 @@ ScriptValue ScriptProgram::Run(std::string_view function) {
   locals[key] = {};
   for (const Assignment& statement : found->second) Assign(statement, &locals);
   return std::move(locals[key]);
+} catch (VendrelError& failure) {
+  failure.AddContext("ScriptProgram.Run", "ScriptProgram").Parameter("function", function);
+  throw;
 }
 
 }  // namespace vendrel

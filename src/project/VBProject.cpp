@@ -48,9 +48,12 @@ std::string VBProject::ClsID() const {
   return CompatibleFileName.Exists() ? CompatibleFileName.ClassID() : mCLSID;
 }
 
-void VBProject::SetTypeResolver(std::shared_ptr<vendrel::TypeResolver> resolver) {
+void VBProject::SetTypeResolver(std::shared_ptr<vendrel::TypeResolver> resolver) try {
   if (!resolver) throw VendrelError(errObjectNotSet, "VBProject.TypeResolver");
   mTypeResolver = std::move(resolver);
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.SetTypeResolver", "VBProject").Of(*this);
+  throw;
 }
 
 NetResolver* VBProject::NetResolver() {

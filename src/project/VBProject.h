@@ -48,7 +48,7 @@ class VBProject : public ProjectOptions {
   VBProject();
   ~VBProject() override;
 
-  std::string TaggedDescription;
+  LateText TaggedDescription;
   /// After `Load` one above the highest help context ID seen so far.
   std::int32_t CurrentHelpContextID = 0;
   /// Reason of the last load that failed.
@@ -137,7 +137,7 @@ class VBProject : public ProjectOptions {
   std::string Description() const override { return mDescription; }
   void SetDescription(std::string_view text) override { mDescription = text; }
   std::string QualifiedName() const override { return ProjectName; }
-  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
   OnDemand<vendrel::Examples>* ExamplesField() override { return &Examples; }
 

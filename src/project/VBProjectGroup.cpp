@@ -6,6 +6,8 @@
 #include "core/CaseFold.h"
 #include "core/MessageService.h"
 #include "core/ProcessState.h"
+#include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "services/FolderCache.h"
 #include "services/Procedures.h"
 #include "text/Words.h"
@@ -28,7 +30,7 @@ std::string VBProjectGroup::QualifiedName() const {
   return first ? SafeFileName(first->ProjectName) : std::string();
 }
 
-VBProjects& VBProjectGroup::VBProjects() const {
+VBProjects& VBProjectGroup::VBProjects() const try {
   bool all = true;
   for (const VBProject& project : *mProjects) all = all && project.IncludeFlag;
   if (all) return *mProjects;
@@ -40,6 +42,9 @@ VBProjects& VBProjectGroup::VBProjects() const {
     mIncluded->Add(project, mIncluded->HasKey(name) ? std::string_view() : name);
   }
   return *mIncluded;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProjectGroup.VBProjects", "VBProjectGroup").Of(*this);
+  throw;
 }
 
 VBProject* VBProjectGroup::Project(std::string_view projectName) const {
@@ -52,32 +57,35 @@ const FileSystemObject& VBProjectGroup::FileName() const {
   return mFileName.FullPath().empty() && first ? first->FileName : mFileName;
 }
 
-bool VBProjectGroup::Load(std::string_view FileName, bool Silent, bool DoNotPopulateComponents) {
-  try {
-    State().Silent = Silent;
-    ForgetFolders();
-    mFileName.SetFullPath(FileName);
-    mFilesRead.clear();
-    if (!mFileName.Exists()) {
-      LastErrorString = "Passed filename was invalid / did not exist";
-      return false;
-    }
-    std::int32_t line = 0;
-    const DiagnosticScope scope(&Diagnostics, mFileName.FullPath(), &line);
-    mFileName.OpenFile();
-    while (!mFileName.AtEnd()) {
-      ++line;
-      LoadLine(mFileName.NextLine(), Silent, DoNotPopulateComponents);
-    }
-    mFileName.CloseFile();
-    return true;
-  } catch (VendrelError& error) {
-    error.AddContext("VBProjectGroup.Load", "VBProjectGroup").Of(*this);
-    throw;
+bool VBProjectGroup::Load(std::string_view FileName, bool Silent,
+                          bool DoNotPopulateComponents) try {
+  State().Silent = Silent;
+  ForgetFolders();
+  mFileName.SetFullPath(FileName);
+  mFilesRead.clear();
+  if (!mFileName.Exists()) {
+    LastErrorString = "Passed filename was invalid / did not exist";
+    return false;
   }
+  std::int32_t line = 0;
+  const DiagnosticScope scope(&Diagnostics, mFileName.FullPath(), &line);
+  mFileName.OpenFile();
+  while (!mFileName.AtEnd()) {
+    ++line;
+    LoadLine(mFileName.NextLine(), Silent, DoNotPopulateComponents);
+  }
+  mFileName.CloseFile();
+  return true;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProjectGroup.Load", "VBProjectGroup")
+      .Parameter("FileName", FileName)
+      .Parameter("Silent", Silent)
+      .Parameter("DoNotPopulateComponents", DoNotPopulateComponents)
+      .Of(*this);
+  throw;
 }
 
-void VBProjectGroup::LoadLine(std::string_view line, bool silent, bool doNotPopulate) {
+void VBProjectGroup::LoadLine(std::string_view line, bool silent, bool doNotPopulate) try {
   if (line.starts_with("VBGROUP ") || Trim(line).empty()) return;
   const std::size_t equals = line.find('=');
   const std::string_view path = equals == std::string_view::npos
@@ -93,9 +101,17 @@ void VBProjectGroup::LoadLine(std::string_view line, bool silent, bool doNotPopu
           "Project group file contained a reference to a project that could not be found - '" +
               fullPath + "'.  Processing will continue without this project.",
           "Project not found", msExclamation);
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProjectGroup.LoadLine", "VBProjectGroup", LineReached())
+      .Parameter("line", line)
+      .Parameter("silent", silent)
+      .Parameter("doNotPopulate", doNotPopulate)
+      .Of(*this);
+  throw;
 }
 
-void VBProjectGroup::LoadProject(const FileSystemObject& file, bool silent, bool doNotPopulate) {
+void VBProjectGroup::LoadProject(const FileSystemObject& file, bool silent,
+                                 bool doNotPopulate) try {
   const std::string path = file.FullPath();
   if (EqualsNoCaseAscii(file.Extension(), "vbg"))
     return Tell(DiagnosticCode::GroupLineSkipped, {"a group is no project: " + path});
@@ -112,6 +128,13 @@ void VBProjectGroup::LoadProject(const FileSystemObject& file, bool silent, bool
   if (mProjects->HasKey(project->ProjectName))
     return Tell(DiagnosticCode::ProjectRepeated, {project->ProjectName + " (" + path + ")"});
   mProjects->Add(project, project->ProjectName);
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProjectGroup.LoadProject", "VBProjectGroup", LineReached())
+      .Parameter("file", file.FullPath())
+      .Parameter("silent", silent)
+      .Parameter("doNotPopulate", doNotPopulate)
+      .Of(*this);
+  throw;
 }
 
 VBProjectGroup* VBProject::VBProjectGroup() const { return mGroup.Get(); }

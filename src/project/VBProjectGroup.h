@@ -16,7 +16,7 @@ class VBProjectGroup : public CodeElement {
  public:
   /// Reason of the last load that failed.
   std::string LastErrorString;
-  std::string TaggedDescription;
+  LateText TaggedDescription;
   /// Handed to each member at `Load`; the switch itself is one for the whole process.
   bool UpgradeLegacyTaggedcomments = false;
   OnDemand<vendrel::TaggedComments> TaggedComments;
@@ -38,7 +38,7 @@ class VBProjectGroup : public CodeElement {
   std::string QualifiedName() const override;
   void SetQualifiedName(std::string_view name) { mQualifiedName = name; }
   std::string Name() const { return QualifiedName(); }
-  std::string* TaggedDescriptionField() override { return &TaggedDescription; }
+  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
 
   /// The projects whose `IncludeFlag` is set. While it is set on all, this is the collection of all

@@ -41,11 +41,14 @@ bool VBProjects::Add(std::shared_ptr<VBProject> item, std::string_view key, cons
   throw;
 }
 
-std::vector<FileSystemObject> VBProjects::ProjectFilesBelow(std::string_view RootPath) {
+std::vector<FileSystemObject> VBProjects::ProjectFilesBelow(std::string_view RootPath) try {
   std::vector<FileSystemObject> files;
   FileSystemObject(RootPath).FindFiles("*.vbp", 0, files);
   std::erase_if(files, [](const FileSystemObject& f) { return IsExcludedFolder(f.FolderPath()); });
   return files;
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProjects.ProjectFilesBelow", "VBProjects").Parameter("RootPath", RootPath);
+  throw;
 }
 
 void VBProjects::Load(std::string_view RootPath) try {
@@ -60,14 +63,17 @@ void VBProjects::LoadCollection(const std::vector<std::string>& ProjectPaths) tr
   const DiagnosticScope scope(&Diagnostics, {});
   for (const std::string& path : ProjectPaths) LoadOne(path);
 } catch (VendrelError& failure) {
-  failure.AddContext("VBProjects.LoadCollection", "VBProjects");
+  failure.AddContext("VBProjects.LoadCollection", "VBProjects").Local("Count", ProjectPaths.size());
   throw;
 }
 
-void VBProjects::LoadOne(std::string_view path) {
+void VBProjects::LoadOne(std::string_view path) try {
   const auto project = std::make_shared<VBProject>();
   if (BeforeLoad) BeforeLoad(*project);
   if (LoadMember(*project, path)) Add(project, project->ProjectName);
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProjects.LoadOne", "VBProjects").Parameter("path", path);
+  throw;
 }
 
 bool LoadMember(VBProject& project, std::string_view path) {
@@ -96,11 +102,16 @@ void VBProjects::CementReferences() try {
   throw;
 }
 
-void VBProject::CementReferences(const VBProjects& projects, bool SearchByName) {
+void VBProject::CementReferences(const VBProjects& projects, bool SearchByName) try {
   for (Reference& reference : References) {
     const std::string key = SearchByName ? reference.FileName.LeafName() : reference.ClsID();
     if (VBProject* project = projects.Item(key)) reference.SetReferencedProject(project);
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.CementReferences", "VBProjects")
+      .Parameter("SearchByName", SearchByName)
+      .Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

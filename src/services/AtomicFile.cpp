@@ -4,6 +4,7 @@
 
 #include <cerrno>
 
+#include "diagnostics/VendrelError.h"
 #include "services/FileSource.h"
 #include "services/FolderCache.h"
 
@@ -23,7 +24,7 @@ std::string TemporaryName(const std::string& target) {
 
 }  // namespace
 
-AtomicFile::AtomicFile(const std::string& nativePath) : mTarget(nativePath) {
+AtomicFile::AtomicFile(const std::string& nativePath) try : mTarget(nativePath) {
   CheckTarget();
   for (int attempt = 0; mHandle < 0; ++attempt) {
     mTemporary = TemporaryName(mTarget);
@@ -35,6 +36,9 @@ AtomicFile::AtomicFile(const std::string& nativePath) : mTarget(nativePath) {
     if (failure == ENOENT) throw VendrelError(errPathAccess, mTarget + " (no such folder)");
     throw FileError(failure, mTarget);
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("AtomicFile.AtomicFile", "AtomicFile").Parameter("nativePath", nativePath);
+  throw;
 }
 
 void AtomicFile::CheckTarget() {
@@ -52,9 +56,14 @@ void AtomicFile::CheckTarget() {
   if (source.RealPath(mTarget, real) >= 0) mTarget = real;
 }
 
-void AtomicFile::Write(std::string_view bytes) {
+void AtomicFile::Write(std::string_view bytes) try {
   mBuffer.append(bytes);
   if (mBuffer.size() >= BufferSize) FlushBuffer();
+} catch (VendrelError& failure) {
+  failure.AddContext("AtomicFile.Write", "AtomicFile")
+      .Local("Size", bytes.size())
+      .Field("Target", mTarget);
+  throw;
 }
 
 void AtomicFile::FlushBuffer() {
@@ -68,7 +77,7 @@ void AtomicFile::FlushBuffer() {
   mBuffer.clear();
 }
 
-void AtomicFile::Commit() {
+void AtomicFile::Commit() try {
   if (mFailed || mHandle < 0) throw VendrelError(errPathAccess, mTarget + " (writing failed)");
   FlushBuffer();
   FileSource& source = FileSource::Current();
@@ -82,6 +91,9 @@ void AtomicFile::Commit() {
   if (const int result = source.Rename(mTemporary, mTarget); result < 0) Fail(-result);
   mTemporary.clear();
   ForgetFolderOf(mTarget);
+} catch (VendrelError& failure) {
+  failure.AddContext("AtomicFile.Commit", "AtomicFile").Field("Target", mTarget);
+  throw;
 }
 
 int AtomicFile::CloseHandle() {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "diagnostics/VendrelError.h"
 #include "services/FileSource.h"
 
 namespace vendrel {
@@ -65,12 +66,15 @@ std::vector<std::uint8_t> MemoryBytes::Read(std::uint64_t offset, std::size_t le
   return {part.begin(), part.begin() + static_cast<std::ptrdiff_t>(std::min(length, part.size()))};
 }
 
-std::unique_ptr<ByteSource> OpenBytes(const std::string& nativePath) {
+std::unique_ptr<ByteSource> OpenBytes(const std::string& nativePath) try {
   if (&FileSource::Current() != FileSource::Machine().get())
     return std::make_unique<WholeBytes>(ReadWholeFile(nativePath));
   FileStatus status;
   const int handle = OpenRegularFile(nativePath, status);
   return std::make_unique<MachineBytes>(handle, status.Size, nativePath);
+} catch (VendrelError& failure) {
+  failure.AddContext("OpenBytes", "ByteSource").Parameter("nativePath", nativePath);
+  throw;
 }
 
 }  // namespace vendrel

@@ -132,9 +132,12 @@ const CodePage* CodePage::Find(std::string_view given) {
   return (pages[name] = std::move(page)).get();
 }
 
-const CodePage& CodePage::Named(std::string_view name) {
+const CodePage& CodePage::Named(std::string_view name) try {
   if (const CodePage* page = Find(name)) return *page;
   throw VendrelError(errInvalidArgument, "unknown code page " + std::string(name));
+} catch (VendrelError& failure) {
+  failure.AddContext("CodePage.Named", "CodePage").Parameter("name", name);
+  throw;
 }
 
 const CodePage& CodePage::Default() {

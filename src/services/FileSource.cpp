@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "diagnostics/VendrelError.h"
 #include "services/FolderCache.h"
 
 namespace vendrel {
@@ -57,7 +58,7 @@ VendrelError FileError(int systemError, std::string_view path) {
   return VendrelError(number, detail);
 }
 
-int OpenRegularFile(const std::string& nativePath, FileStatus& status) {
+int OpenRegularFile(const std::string& nativePath, FileStatus& status) try {
   FileSource& source = FileSource::Current();
   const int handle = source.OpenForReading(nativePath);
   if (handle < 0) throw FileError(-handle, nativePath);
@@ -68,9 +69,12 @@ int OpenRegularFile(const std::string& nativePath, FileStatus& status) {
   throw VendrelError(errPathAccess, nativePath + (status.Type == FileStatus::Kind::Folder
                                                       ? " (a folder)"
                                                       : " (not a regular file)"));
+} catch (VendrelError& failure) {
+  failure.AddContext("OpenRegularFile", "FileSource").Parameter("nativePath", nativePath);
+  throw;
 }
 
-std::string ReadWholeFile(const std::string& nativePath) {
+std::string ReadWholeFile(const std::string& nativePath) try {
   FileStatus status;
   const int handle = OpenRegularFile(nativePath, status);
   const OpenHandle closer(handle);
@@ -92,6 +96,9 @@ std::string ReadWholeFile(const std::string& nativePath) {
   }
   bytes.resize(got);
   return bytes;
+} catch (VendrelError& failure) {
+  failure.AddContext("ReadWholeFile", "FileSource").Parameter("nativePath", nativePath);
+  throw;
 }
 
 }  // namespace vendrel

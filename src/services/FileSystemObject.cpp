@@ -225,16 +225,22 @@ void FileSystemObject::Discard() {
   mWriter.reset();
 }
 
-std::string_view FileSystemObject::NextLine() {
+std::string_view FileSystemObject::NextLine() try {
   if (!mSource) throw NotOpen(FullPath());
   return TakeLine(mRest, mSource->LineEnds.Form);
+} catch (VendrelError& failure) {
+  failure.AddContext("FileSystemObject.NextLine", "FileSystemObject").Field("FullPath", FullPath());
+  throw;
 }
 
-std::string FileSystemObject::ReadAll() {
+std::string FileSystemObject::ReadAll() try {
   if (!mSource) throw NotOpen(FullPath());
   std::string text(mRest);
   mRest = {};
   return text;
+} catch (VendrelError& failure) {
+  failure.AddContext("FileSystemObject.ReadAll", "FileSystemObject").Field("FullPath", FullPath());
+  throw;
 }
 
 void FileSystemObject::WriteLine(std::string_view text) try {
@@ -255,9 +261,14 @@ void FileSystemObject::WriteLine(std::string_view text) try {
   throw;
 }
 
-void FileSystemObject::WriteBytes(std::string_view bytes) {
+void FileSystemObject::WriteBytes(std::string_view bytes) try {
   if (!mWriter) throw NotOpen(FullPath());
   mWriter->Write(bytes);
+} catch (VendrelError& failure) {
+  failure.AddContext("FileSystemObject.WriteBytes", "FileSystemObject")
+      .Local("Size", bytes.size())
+      .Field("FullPath", FullPath());
+  throw;
 }
 
 void FileSystemObject::DeleteFile() try {

@@ -70,7 +70,7 @@ void DriveMap::Reset() {
   mDrives['Z' - 'A'] = {true, ""};
 }
 
-void DriveMap::Set(char letter, std::string_view nativeFolder) {
+void DriveMap::Set(char letter, std::string_view nativeFolder) try {
   if (!IsLetterAscii(letter) || (!nativeFolder.empty() && nativeFolder[0] != '/'))
     throw VendrelError(errInvalidArgument,
                        std::string(1, letter) + "=" + std::string(nativeFolder));
@@ -78,13 +78,21 @@ void DriveMap::Set(char letter, std::string_view nativeFolder) {
   drive.Mapped = !nativeFolder.empty();
   while (!nativeFolder.empty() && nativeFolder.back() == '/') nativeFolder.remove_suffix(1);
   drive.Folder = nativeFolder;
+} catch (VendrelError& failure) {
+  failure.AddContext("DriveMap.Set", "Paths")
+      .Parameter("nativeFolder", nativeFolder)
+      .Parameter("letter", std::string(1, letter));
+  throw;
 }
 
-void DriveMap::SetFromText(std::string_view text) {
+void DriveMap::SetFromText(std::string_view text) try {
   std::size_t equals = text.find('=');
   if ((equals != 1 && equals != 2) || (equals == 2 && text[1] != ':'))
     throw VendrelError(errInvalidArgument, text);
   Set(text[0], text.substr(equals + 1));
+} catch (VendrelError& failure) {
+  failure.AddContext("DriveMap.SetFromText", "Paths").Parameter("text", text);
+  throw;
 }
 
 const std::string* DriveMap::Folder(char letter) const {

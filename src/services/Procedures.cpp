@@ -77,13 +77,18 @@ constexpr Replacement Replacements[] = {
 
 }  // namespace
 
-int RunCommandLine(std::string_view commandLine, const ProcessOptions& options) {
+int RunCommandLine(std::string_view commandLine, const ProcessOptions& options) try {
   std::vector<std::string> arguments = SplitCommandLine(commandLine);
   if (arguments.empty()) throw VendrelError(errInvalidArgument);
   if (IsAbsolutePath(arguments[0]))
     if (std::string native = FileSystemObject(arguments[0]).NativePath(); !native.empty())
       arguments[0] = std::move(native);
   return ProcessRunner::Current().Run(arguments, options);
+} catch (VendrelError& failure) {
+  failure.AddContext("RunCommandLine", "Procedures")
+      .Parameter("commandLine", commandLine)
+      .Parameter("Folder", options.Folder);
+  throw;
 }
 
 void ExecCmd(std::string_view commandLine) {

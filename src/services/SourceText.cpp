@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "diagnostics/VendrelError.h"
 #include "services/FileSource.h"
 #include "services/Utf8.h"
 
@@ -170,8 +171,11 @@ std::shared_ptr<const SourceText> SourceText::Decode(std::string bytes, const Co
 }
 
 std::shared_ptr<const SourceText> SourceText::Read(const std::string& nativePath,
-                                                   const CodePage& page) {
+                                                   const CodePage& page) try {
   return Decode(ReadWholeFile(nativePath), page);
+} catch (VendrelError& failure) {
+  failure.AddContext("SourceText.Read", "SourceText").Parameter("nativePath", nativePath);
+  throw;
 }
 
 std::string_view ByteOrderMark(const TextForm& like) {

@@ -24,14 +24,51 @@ constexpr std::array<unsigned char, 256> kClasses = [] {
   return classes;
 }();
 
+// Eight characters are looked at in one step: most lines hold nothing that ends a run.
+constexpr std::uint64_t kOnes = 0x0101010101010101;
+constexpr std::uint64_t kHighBits = 0x8080808080808080;
+
+std::uint64_t EightAt(std::string_view text, std::size_t at) {
+  std::uint64_t eight;
+  std::memcpy(&eight, text.data() + at, sizeof eight);
+  return eight;
+}
+
+// High bits in the bytes that may be `c`: in each that is, and rarely in one behind it.
+constexpr std::uint64_t MayBe(std::uint64_t eight, char c) {
+  const std::uint64_t zero = eight ^ (kOnes * static_cast<unsigned char>(c));
+  return (zero - kOnes) & ~zero;
+}
+
 // End of a run of characters that mean nothing to the scan once something but a number has been
 // seen.
 std::size_t PlainEnd(std::string_view text, std::size_t at, std::size_t end) {
+  for (; at + 8 <= end; at += 8) {
+    const std::uint64_t eight = EightAt(text, at);
+    const std::uint64_t marks = eight | MayBe(eight, '"') | MayBe(eight, '\'') | MayBe(eight, ':');
+    if ((marks & kHighBits) != 0) break;
+  }
   while (at < end) {
     const unsigned char kind = kClasses[static_cast<unsigned char>(text[at])];
     if (kind != kPlain && kind != kDigit && kind != kBlank) break;
     ++at;
   }
+  return at;
+}
+
+// Where two blanks stand together, or the last character where they do nowhere. (A search for
+// each blank costs more: they are dense.)
+std::size_t TwoBlanks(std::string_view text) {
+  std::size_t at = 0;
+  const auto here = [&] { return text[at] == ' ' && text[at + 1] == ' '; };
+  while (at + 9 <= text.size()) {
+    const std::size_t next = at + 8;
+    if ((MayBe(EightAt(text, at), ' ') & MayBe(EightAt(text, at + 1), ' ') & kHighBits) != 0)
+      for (; at < next; ++at)
+        if (here()) return at;
+    at = next;
+  }
+  while (at + 1 < text.size() && !here()) ++at;
   return at;
 }
 
@@ -286,9 +323,7 @@ void LineClassifier::Separate(std::string_view work, ParsedLine& line) {
 }
 
 std::string_view LineClassifier::Collapsed(std::string_view statement) {
-  // A plain loop: blanks are dense, and a search that starts anew at each of them costs more.
-  std::size_t run = 0;
-  while (run + 1 < statement.size() && !(statement[run] == ' ' && statement[run + 1] == ' ')) ++run;
+  const std::size_t run = TwoBlanks(statement);
   if (run + 1 >= statement.size()) return statement;
   mStatement.assign(statement.substr(0, run + 1));
   for (std::size_t i = run + 1; i < statement.size(); ++i) {
@@ -360,7 +395,7 @@ ParsedLine ParsedLine::Of(const CodeLine& record) {
 }
 
 CodeLine InitialiseCodeLine(std::string_view Text, LanguageVersionEnum LanguageVersion,
-                            const ReadingRules& reading) {
+                            const ReadingRules& reading) try {
   LineClassifier classifier(LanguageVersion, reading);
   ParsedLine line;
   if (classifier.First(Text, line) == LineClassifier::Result::MissingWord) {
@@ -368,6 +403,11 @@ CodeLine InitialiseCodeLine(std::string_view Text, LanguageVersionEnum LanguageV
                        "the statement needs another word: " + std::string(Trim(Text)));
   }
   return line.Record();
+} catch (VendrelError& failure) {
+  failure.AddContext("InitialiseCodeLine", "Classifier")
+      .Parameter("Text", Text)
+      .Parameter("LanguageVersion", LanguageVersion);
+  throw;
 }
 
 }  // namespace vendrel

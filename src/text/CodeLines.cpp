@@ -31,10 +31,13 @@ std::int32_t CodeLines::Count() const {
   return static_cast<std::int32_t>(mLines.size());
 }
 
-CodeLine CodeLines::Item(std::int32_t Key) const {
+CodeLine CodeLines::Item(std::int32_t Key) const try {
   const Line& line = At(Key);
   if (line.Flags & kWhole) return (*mWhole)[line.Offset];
   return Classified(Key);
+} catch (VendrelError& failure) {
+  failure.AddContext("CodeLines.Item", "CodeLines").Parameter("Key", Key);
+  throw;
 }
 
 // The record again from the text. The stored type is put over the judged one: the intake may have
@@ -86,7 +89,7 @@ std::string_view CodeLines::LineView(std::int32_t Index) const {
 
 std::string CodeLines::LineText(std::int32_t Index) const { return std::string(LineView(Index)); }
 
-void CodeLines::SetLineText(std::int32_t Index, std::string_view text) {
+void CodeLines::SetLineText(std::int32_t Index, std::string_view text) try {
   CodeLine record = Item(Index);
   record.Text = text;
   Line& line = mLines[static_cast<std::size_t>(Index - 1)];
@@ -95,6 +98,11 @@ void CodeLines::SetLineText(std::int32_t Index, std::string_view text) {
                                                    : line.Offset + 1;
   line = KeepWhole(std::move(record));
   line.Length = began;
+} catch (VendrelError& failure) {
+  failure.AddContext("CodeLines.SetLineText", "CodeLines")
+      .Parameter("Index", Index)
+      .Parameter("text", text);
+  throw;
 }
 
 std::optional<std::size_t> CodeLines::SourceOffset(std::int32_t Index) const {
@@ -119,14 +127,17 @@ std::string CodeLines::EventName(std::int32_t Index) const {
   return std::string(GetName(LineView(Index)));
 }
 
-std::vector<CodeLine> CodeLines::LinesOfType(LineTypeEnum type) const {
+std::vector<CodeLine> CodeLines::LinesOfType(LineTypeEnum type) const try {
   std::vector<CodeLine> found;
   for (std::int32_t i = 1; i <= Count(); ++i)
     if (LineType(i) == type) found.push_back(Item(i));
   return found;
+} catch (VendrelError& failure) {
+  failure.AddContext("CodeLines.LinesOfType", "CodeLines").Parameter("type", type);
+  throw;
 }
 
-std::vector<CodeLine> CodeLines::LinesMatchingPattern(std::string_view Pattern) const {
+std::vector<CodeLine> CodeLines::LinesMatchingPattern(std::string_view Pattern) const try {
   const std::string lowered = LowerCase(Pattern);
   std::vector<CodeLine> found;
   for (std::int32_t i = 1; i <= Count(); ++i) {
@@ -134,6 +145,9 @@ std::vector<CodeLine> CodeLines::LinesMatchingPattern(std::string_view Pattern) 
     if (Like(Trim(text), lowered)) found.push_back(Item(i));
   }
   return found;
+} catch (VendrelError& failure) {
+  failure.AddContext("CodeLines.LinesMatchingPattern", "CodeLines").Parameter("Pattern", Pattern);
+  throw;
 }
 
 bool CodeLines::InText(std::string_view text) const { return mText && IsPart(text, *mText); }
@@ -166,7 +180,7 @@ void CodeLines::KeepText(Line& line, std::string_view text,
 }
 
 void CodeLines::AddParsed(const ParsedLine& parsed, std::int32_t before, std::int32_t after,
-                          const std::shared_ptr<const std::string>& held) {
+                          const std::shared_ptr<const std::string>& held) try {
   if (mUnloaded) throw VendrelError(errObjectNotSet, "the source lines have been unloaded");
   Line line{};
   const bool isKept = InText(parsed.Text) || (held && IsPart(parsed.Text, *held));
@@ -181,11 +195,22 @@ void CodeLines::AddParsed(const ParsedLine& parsed, std::int32_t before, std::in
     KeepText(line, parsed.Text, held);
   }
   Insert(line, before, after);
+} catch (VendrelError& failure) {
+  failure.AddContext("CodeLines.AddParsed", "CodeLines")
+      .Parameter("before", before)
+      .Parameter("after", after);
+  throw;
 }
 
-void CodeLines::Add(const CodeLine& Item, std::int32_t Before, std::int32_t After) {
+void CodeLines::Add(const CodeLine& Item, std::int32_t Before, std::int32_t After) try {
   if (mUnloaded) throw VendrelError(errObjectNotSet, "the source lines have been unloaded");
   Insert(KeepWhole(Item), Before, After);
+} catch (VendrelError& failure) {
+  failure.AddContext("CodeLines.Add", "CodeLines")
+      .Parameter("Line", Item.Text)
+      .Parameter("Before", Before)
+      .Parameter("After", After);
+  throw;
 }
 
 void CodeLines::Insert(const Line& line, std::int32_t before, std::int32_t after) {
@@ -200,9 +225,12 @@ void CodeLines::Insert(const Line& line, std::int32_t before, std::int32_t after
   mLines.insert(mLines.begin() + place - (before != 0 ? 1 : 0), line);
 }
 
-void CodeLines::Remove(std::int32_t Index) {
+void CodeLines::Remove(std::int32_t Index) try {
   if (At(Index).Flags & kContinuation) --mContinuations;
   mLines.erase(mLines.begin() + Index - 1);
+} catch (VendrelError& failure) {
+  failure.AddContext("CodeLines.Remove", "CodeLines").Parameter("Index", Index);
+  throw;
 }
 
 void CodeLines::UnloadSourceCode() {

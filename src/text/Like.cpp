@@ -107,13 +107,19 @@ bool Match(std::string_view text, std::string_view pattern) {
 
 }  // namespace
 
-bool Like(std::string_view text, std::string_view pattern) {
+bool Like(std::string_view text, std::string_view pattern) try {
   CheckPattern(pattern);
   return Match(text, pattern);
+} catch (VendrelError& failure) {
+  failure.AddContext("Like", "Like").Parameter("text", text).Parameter("pattern", pattern);
+  throw;
 }
 
-bool LikeNoCase(std::string_view text, std::string_view pattern) {
+bool LikeNoCase(std::string_view text, std::string_view pattern) try {
   return Like(FoldKey(text), FoldKey(pattern));
+} catch (VendrelError& failure) {
+  failure.AddContext("LikeNoCase", "Like").Parameter("text", text).Parameter("pattern", pattern);
+  throw;
 }
 
 }  // namespace vendrel

@@ -30,8 +30,11 @@ const re2::RE2& Compiled(std::string_view pattern) {
 
 }  // namespace
 
-bool MatchRegExp(std::string_view Text, std::string_view Pattern) {
+bool MatchRegExp(std::string_view Text, std::string_view Pattern) try {
   return re2::RE2::PartialMatch(re2::StringPiece(Text.data(), Text.size()), Compiled(Pattern));
+} catch (VendrelError& failure) {
+  failure.AddContext("MatchRegExp", "RegExp").Parameter("Text", Text).Parameter("Pattern", Pattern);
+  throw;
 }
 
 }  // namespace vendrel

@@ -95,7 +95,7 @@ std::string NameOf(const VBProject& project, const TypeLibInfo& library, const V
 }  // namespace
 
 ShownType ShowType(const VBProject& project, const TypeLibInfo& library, const VarTypeInfo& type,
-                   TypeUse use) {
+                   TypeUse use) try {
   ShownType shown;
   try {
     shown.VarType = type.VarType();
@@ -108,6 +108,9 @@ ShownType ShowType(const VBProject& project, const TypeLibInfo& library, const V
     shown.Failure = error.Text();
   }
   return shown;
+} catch (VendrelError& failure) {
+  failure.AddContext("ShowType", "LibraryTypes").Parameter("project", project);
+  throw;
 }
 
 std::string_view WithoutUnderscore(std::string_view name) {

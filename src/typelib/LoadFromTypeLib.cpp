@@ -95,9 +95,14 @@ class LibraryLoader {
   std::vector<std::shared_ptr<Component>> mInvented;
 };
 
-void LibraryLoader::AddComponent(const TypeInfo& type) {
+void LibraryLoader::AddComponent(const TypeInfo& type) try {
   mProject.Components.Add(mProject.TypeLibComponent(mLibrary, type), type.Name);
   Cache(type.Name, kCachedModule);
+} catch (VendrelError& failure) {
+  failure.AddContext("LibraryLoader.AddComponent", "LoadFromTypeLib")
+      .Parameter("type", type.Name)
+      .Of(mProject);
+  throw;
 }
 
 // The module "Enumerations" or "Structures", made when the first of its kind comes.
@@ -118,7 +123,7 @@ Component& LibraryLoader::Invented(Component*& module, std::string_view name) {
   return *module;
 }
 
-void LibraryLoader::AddEnumeration(const TypeInfo& type) {
+void LibraryLoader::AddEnumeration(const TypeInfo& type) try {
   Component& module = Invented(mEnumerations, "Enumerations");
   auto enumeration = std::make_shared<Enumeration>();
   enumeration->Component = &module;
@@ -136,9 +141,14 @@ void LibraryLoader::AddEnumeration(const TypeInfo& type) {
   }
   Cache(type.Name, kCachedEnum, module.Name);
   module.Enumerations.Add(std::move(enumeration), type.Name);
+} catch (VendrelError& failure) {
+  failure.AddContext("LibraryLoader.AddEnumeration", "LoadFromTypeLib")
+      .Parameter("type", type.Name)
+      .Of(mProject);
+  throw;
 }
 
-void LibraryLoader::AddStructure(const TypeInfo& type) {
+void LibraryLoader::AddStructure(const TypeInfo& type) try {
   Component& module = Invented(mStructures, "Structures");
   auto structure = std::make_shared<UDT>();
   structure->Component = &module;
@@ -150,6 +160,11 @@ void LibraryLoader::AddStructure(const TypeInfo& type) {
     structure->Members.Add(NewField(*info, *structure), info->Name);
   module.UDTs.Add(std::move(structure), type.Name);
   Cache(type.Name, kCachedStructure, module.Name);
+} catch (VendrelError& failure) {
+  failure.AddContext("LibraryLoader.AddStructure", "LoadFromTypeLib")
+      .Parameter("type", type.Name)
+      .Of(mProject);
+  throw;
 }
 
 std::shared_ptr<Variable> LibraryLoader::NewField(const MemberInfo& member, UDT& structure) const {

@@ -1,5 +1,7 @@
 #include "typelib/MemberReader.h"
 
+#include "diagnostics/VendrelError.h"
+
 namespace vendrel {
 namespace {
 
@@ -42,7 +44,7 @@ void AddParameters(VBProject& project, const TypeLibInfo& library, const MemberI
 
 }  // namespace
 
-void MemberReader::AddBlock(const MemberInfo& member, const std::string& secondary) {
+void MemberReader::AddBlock(const MemberInfo& member, const std::string& secondary) try {
   if (member.MemberId == kEnumerator) mComponent.SetIsCollection(true);
   if (member.MemberId == kDefaultMember) mComponent.DefaultMemberName = member.Name;
   const bool isVariable = member.DescKind == dkVariable;
@@ -56,6 +58,12 @@ void MemberReader::AddBlock(const MemberInfo& member, const std::string& seconda
   if (isVariable) AddGetter(*block);
   const std::string_view key = KeyOf(*block, member);
   mComponent.Blocks.Add(block, mComponent.Blocks.HasKey(key) ? std::string_view() : key);
+} catch (VendrelError& failure) {
+  failure.AddContext("MemberReader.AddBlock", "MemberReader")
+      .Parameter("member", member.Name)
+      .Parameter("secondary", secondary)
+      .Of(mComponent);
+  throw;
 }
 
 std::shared_ptr<Block> MemberReader::NewBlock(const MemberInfo& member,
@@ -132,7 +140,7 @@ std::string_view MemberReader::KeyOf(const Block& block, const MemberInfo& membe
   return block.Name();
 }
 
-void MemberReader::AddConstant(const MemberInfo& member) {
+void MemberReader::AddConstant(const MemberInfo& member) try {
   if (!mProject.Reading.ModuleConstants || !member.Value) return;
   Block* declarations = mComponent.BlockOfType(btDeclarations, true);
   auto constant = std::make_shared<Constant>();
@@ -144,9 +152,14 @@ void MemberReader::AddConstant(const MemberInfo& member) {
   constant->TypeName = ShowType(mProject, mLibrary, member.ReturnType, TypeUse::Return).Name;
   mProject.AddHelpDescription(*constant, member.HelpString);
   declarations->Constants->Add(std::move(constant), member.Name);
+} catch (VendrelError& failure) {
+  failure.AddContext("MemberReader.AddConstant", "MemberReader")
+      .Parameter("member", member.Name)
+      .Of(mComponent);
+  throw;
 }
 
-void MemberReader::AddEvent(const MemberInfo& member) {
+void MemberReader::AddEvent(const MemberInfo& member) try {
   if ((member.AttributeMask & (kRestricted | kHidden | kNonBrowsable)) != 0) return;
   auto event = std::make_shared<EventDeclaration>();
   event->Component = &mComponent;
@@ -156,6 +169,11 @@ void MemberReader::AddEvent(const MemberInfo& member) {
   event->Parameters.Renew();
   AddParameters(mProject, mLibrary, member, *event);
   mComponent.EventDeclarations.Add(std::move(event), member.Name);
+} catch (VendrelError& failure) {
+  failure.AddContext("MemberReader.AddEvent", "MemberReader")
+      .Parameter("member", member.Name)
+      .Of(mComponent);
+  throw;
 }
 
 void MemberReader::TellUnreadable(const MemberInfo& member, const std::string& failure) const {

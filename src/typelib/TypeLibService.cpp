@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "core/ObjectRegistry.h"
+#include "diagnostics/VendrelError.h"
 #include "project/VBProject.h"
 #include "services/SettingsReader.h"
 #include "services/Startup.h"
@@ -93,8 +94,13 @@ std::shared_ptr<TLIApplication> TLIApplication::New() {
   return service ? service : std::make_shared<OwnService>();
 }
 
-std::string FileVersion(const FileSystemObject& file, std::string_view delimiter) {
+std::string FileVersion(const FileSystemObject& file, std::string_view delimiter) try {
   return typelib::ReadFileVersion(file.NativePath(), std::string(delimiter));
+} catch (VendrelError& failure) {
+  failure.AddContext("FileVersion", "TypeLibService")
+      .Parameter("file", file.FullPath())
+      .Parameter("delimiter", delimiter);
+  throw;
 }
 
 void ConnectLibraryReaders() {

@@ -42,13 +42,16 @@ BlockWriter::BlockWriter(Block& block, SourceStream& stream)
     mNumbers = std::make_unique<LineNumbers>(mLines, mOptions.Reading.NumberableLines);
 }
 
-void BlockWriter::ChooseAttributes() {
+void BlockWriter::ChooseAttributes() try {
   const BlockTypeEnum type = mBlock.BlockType();
   if (type != btSub && type != btFunction && !mBlock.IsPropertyType()) return;
   mAttributesBehind = std::max(mBlock.StartLine(), 1);
   if (!mBlock.IsPropertyType()) return;
   mFirstPropertyBlock = mComponent.IsFirstPropertyBlock(&mBlock);
   mWriteAttributes = mFirstPropertyBlock;
+} catch (VendrelError& failure) {
+  failure.AddContext("BlockWriter.ChooseAttributes", "BlockWriter").Of(mBlock);
+  throw;
 }
 
 void BlockWriter::Run() {
@@ -67,11 +70,16 @@ void BlockWriter::Run() {
   if (mBlock.BlockType() == btDeclarations) VariableAttributes();
 }
 
-void BlockWriter::Line(std::int32_t index) {
+void BlockWriter::Line(std::int32_t index) try {
   const LineTypeEnum type = mLines.LineType(index);
   if (type == ATTRIBUTE_LINE) return AttributeLine(index);
   mStream.Line(mLines, index, mNumbers ? mNumbers->Before(index) : std::string_view());
   if (type == EVENT_DECLARATION) EventAttributes(index);
+} catch (VendrelError& failure) {
+  failure.AddContext("BlockWriter.Line", "BlockWriter", mStream.LineNumber())
+      .Parameter("index", index)
+      .Of(mBlock);
+  throw;
 }
 
 void BlockWriter::AttributeLine(std::int32_t index) {
@@ -116,7 +124,7 @@ bool BlockWriter::HelpLineIsNew(std::string_view name) const {
   return true;
 }
 
-void BlockWriter::EventAttributes(std::int32_t index) {
+void BlockWriter::EventAttributes(std::int32_t index) try {
   EventDeclaration* event =
       mComponent.EventDeclarations.Item(static_cast<int>(mLines.EventIndex(index)));
   if (!event) return;
@@ -124,9 +132,14 @@ void BlockWriter::EventAttributes(std::int32_t index) {
     mStream.Line(HelpIDLine(event->Name, event->HelpContextID));
   if (!mOptions.WriteHelpDescriptions) return;
   if (const auto text = BrowserText(*event)) mStream.Line(DescriptionLine(event->Name, *text));
+} catch (VendrelError& failure) {
+  failure.AddContext("BlockWriter.EventAttributes", "BlockWriter", mStream.LineNumber())
+      .Parameter("index", index)
+      .Of(mBlock);
+  throw;
 }
 
-void BlockWriter::ProcedureAttributes() {
+void BlockWriter::ProcedureAttributes() try {
   if (mFirstPropertyBlock) {
     PropertyAttributes();
   } else if (mOptions.WriteHelpDescriptions && mWriteAttributes) {
@@ -134,19 +147,27 @@ void BlockWriter::ProcedureAttributes() {
   }
   if (mBlock.HelpContextID > 0 && mWriteAttributes && HelpLineIsNew(mBlock.Name()))
     mStream.Line(HelpIDLine(mBlock.Name(), mBlock.HelpContextID));
+} catch (VendrelError& failure) {
+  failure.AddContext("BlockWriter.ProcedureAttributes", "BlockWriter", mStream.LineNumber())
+      .Of(mBlock);
+  throw;
 }
 
 // The attributes of all procedures of a property stand behind its first one.
-void BlockWriter::PropertyAttributes() {
+void BlockWriter::PropertyAttributes() try {
   if (!mOptions.Reading.KeepAttributePlaces)
     for (const std::string& line : mComponent.AttributeLines(mBlock.Name()))
       if (line.find(".VB_Description = ") == std::string::npos) mStream.Line(line);
   if (!mOptions.WriteHelpDescriptions) return;
   if (const auto text = PropertyBrowserText(mBlock))
     mStream.Line(DescriptionLine(mBlock.Name(), *text));
+} catch (VendrelError& failure) {
+  failure.AddContext("BlockWriter.PropertyAttributes", "BlockWriter", mStream.LineNumber())
+      .Of(mBlock);
+  throw;
 }
 
-void BlockWriter::VariableAttributes() {
+void BlockWriter::VariableAttributes() try {
   const Variables* variables = mBlock.Variables.IfAny();
   if (!variables) return;
   for (Variable& variable : *variables) {
@@ -157,6 +178,10 @@ void BlockWriter::VariableAttributes() {
     if (const auto text = BrowserText(variable))
       mStream.Line(VarDescriptionLine(variable.Name, *text));
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("BlockWriter.VariableAttributes", "BlockWriter", mStream.LineNumber())
+      .Of(mBlock);
+  throw;
 }
 
 TextForm WriteFormOf(const Component& component) {
@@ -165,17 +190,15 @@ TextForm WriteFormOf(const Component& component) {
   return project && project->SourceForm ? TextForm(*project->SourceForm) : TextForm();
 }
 
-void Block::WriteOut(FileSystemObject& f) {
-  try {
-    const vendrel::Component& component = ComponentOf(*this);
-    SourceStream stream(f, WriteFormOf(component), component.SourceForm.get(),
-                        Options().Reading.KeepLineEnds);
-    BlockWriter(*this, stream).Run();
-    stream.Finish();
-  } catch (VendrelError& error) {
-    error.AddContext("Block.WriteOut", "BlockWriter").Of(*this);
-    throw;
-  }
+void Block::WriteOut(FileSystemObject& f) try {
+  const vendrel::Component& component = ComponentOf(*this);
+  SourceStream stream(f, WriteFormOf(component), component.SourceForm.get(),
+                      Options().Reading.KeepLineEnds);
+  BlockWriter(*this, stream).Run();
+  stream.Finish();
+} catch (VendrelError& failure) {
+  failure.AddContext("Block.WriteOut", "BlockWriter").Parameter("f", f.FullPath()).Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

@@ -38,17 +38,20 @@ void DeleteQuietly(FileSystemObject& file) {
   }
 }
 
-std::string LinesOf(FileSystemObject& file) {
+std::string LinesOf(FileSystemObject& file) try {
   file.OpenFile(omRead);
   std::string text;
   while (!file.AtEnd()) text.append(file.NextLine()).append("\r\n");
   file.CloseFile();
   return text;
+} catch (VendrelError& failure) {
+  failure.AddContext("LinesOf", "Compiling").Parameter("file", file.FullPath());
+  throw;
 }
 
 // The command as registered: "vb6.exe" "%1" /make. What stands behind the switch is cut off, since
 // the call brings its own.
-std::string CommandAroundPlace(std::string_view compiler, std::string_view path, bool closed) {
+std::string CommandAroundPlace(std::string_view compiler, std::string_view path, bool closed) try {
   const std::string_view left = TextUtility::FieldView(compiler, kPlaceOfProject, 1);
   std::string_view right = TextUtility::FieldView(compiler, kPlaceOfProject, 2);
   std::string text(left);
@@ -62,6 +65,12 @@ std::string CommandAroundPlace(std::string_view compiler, std::string_view path,
   if (cut == std::string::npos)
     throw VendrelError(errInvalidArgument, "the compiler command has %1 and no /make");
   return text.substr(0, cut);
+} catch (VendrelError& failure) {
+  failure.AddContext("CommandAroundPlace", "Compiling")
+      .Parameter("compiler", compiler)
+      .Parameter("path", path)
+      .Parameter("closed", closed);
+  throw;
 }
 
 std::string CompileCommand(const std::string& compiler, const VBProject& project) {
@@ -105,8 +114,8 @@ bool VBProject::Make() try {
   if (Like(text, "*Build of '*' succeeded.*")) return true;
   LastError = "Compile failed\r\n\r\n" + text;
   return false;
-} catch (VendrelError& error) {
-  error.AddContext("VBProject.Make", "Compiling").Field("Compiler", mCompiler).Of(*this);
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.Make", "Compiling").Field("Compiler", mCompiler).Of(*this);
   throw;
 }
 
@@ -120,8 +129,8 @@ void VBProject::OpenInVB(bool Asynchronous) try {
     RunCommandLine(command, {.Folder = {}, .Wait = false});
   else
     ExecCmd(command);
-} catch (VendrelError& error) {
-  error.AddContext("VBProject.OpenInVB", "Compiling")
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.OpenInVB", "Compiling")
       .Parameter("Asynchronous", Asynchronous)
       .Of(*this);
   throw;

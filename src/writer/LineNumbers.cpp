@@ -52,13 +52,18 @@ LineNumbers::LineNumbers(const CodeLines& lines, bool numberable)
       mLineCount(mLineInterval),
       mContinued(lines.Count() > 0 && lines.Continued(1)) {}
 
-std::string_view LineNumbers::Before(std::int32_t index) {
+std::string_view LineNumbers::Before(std::int32_t index) try {
   const bool eligible = IsEligible(index);
   SpellNumber();
   if (eligible) return Print(index);
   const bool alone =
       mLines.IsStartLine(index) || mLines.IsEndLine(index) || mLineType == BLANK_LINE;
   return alone ? std::string_view() : Spacer();
+} catch (VendrelError& failure) {
+  failure.AddContext("LineNumbers.Before", "LineNumbers")
+      .Parameter("index", index)
+      .Local("Number", State().CurrentLineNumber);
+  throw;
 }
 
 void LineNumbers::Pass(std::int32_t index) {

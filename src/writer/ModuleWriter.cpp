@@ -60,7 +60,7 @@ bool HasHelpIDLine(Component& component) {
 }
 
 // A module with a help ID gets its attributes anew.
-void RewriteAttributes(Component& component) {
+void RewriteAttributes(Component& component) try {
   if (component.HelpContextID == 0) return;
   const ProjectOptions& options = component.Options();
   const bool keeps = options.Reading.KeepHelpAttributes;
@@ -74,9 +74,12 @@ void RewriteAttributes(Component& component) {
     Append(lines, "Attribute VB_HelpID = " + std::to_string(component.HelpContextID), keeps);
   if (options.WriteHelpDescriptions)
     Append(lines, "Attribute VB_Description=\"" + ModuleDescription(component) + "\"", keeps);
+} catch (VendrelError& failure) {
+  failure.AddContext("RewriteAttributes", "ModuleWriter").Of(component);
+  throw;
 }
 
-void WriteBlocks(Component& component, FileSystemObject& target) {
+void WriteBlocks(Component& component, FileSystemObject& target) try {
   SourceStream stream(target, WriteFormOf(component), component.SourceForm.get(),
                       component.Options().Reading.KeepLineEnds);
   const auto pass = [&](auto wanted) {
@@ -87,6 +90,11 @@ void WriteBlocks(Component& component, FileSystemObject& target) {
   pass([](BlockTypeEnum type) { return type == btDeclarations; });
   pass([](BlockTypeEnum type) { return type != btAttributes && type != btDeclarations; });
   stream.Finish();
+} catch (VendrelError& failure) {
+  failure.AddContext("WriteBlocks", "ModuleWriter")
+      .Parameter("target", target.FullPath())
+      .Of(component);
+  throw;
 }
 
 void Open(FileSystemObject& target) {
@@ -111,7 +119,7 @@ void TellNotOpened(std::string_view leafName) {
   MessageService::Current().Show(text, "File access error", msExclamation);
 }
 
-void WriteModule(Component& component, std::string_view path) {
+void WriteModule(Component& component, std::string_view path) try {
   VBProject* project = component.VBProject();
   const DiagnosticScope scope(project ? &project->Diagnostics : nullptr,
                               component.FileName.FullPath());
@@ -138,17 +146,20 @@ void WriteModule(Component& component, std::string_view path) {
     return;
   }
   target.CloseFile();
+} catch (VendrelError& failure) {
+  failure.AddContext("WriteModule", "ModuleWriter")
+      .Parameter("component", component)
+      .Parameter("path", path);
+  throw;
 }
 
-bool Component::WriteOut() {
-  try {
-    vendrel::VBProject* project = VBProject();
-    WriteModule(*this, project ? ComponentOutputFileName(*project, *this) : FileName.FullPath());
-  } catch (VendrelError& error) {
-    error.AddContext("Component.WriteOut", "ModuleWriter").Of(*this);
-    throw;
-  }
+bool Component::WriteOut() try {
+  vendrel::VBProject* project = VBProject();
+  WriteModule(*this, project ? ComponentOutputFileName(*project, *this) : FileName.FullPath());
   return false;
+} catch (VendrelError& failure) {
+  failure.AddContext("Component.WriteOut", "ModuleWriter").Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

@@ -55,8 +55,8 @@ std::shared_ptr<Component> VBProject::NewComponent(FileTypeEnum ComponentType,
   Components.Add(component);
   if (BuildTypeCache) TypeCache.Add(Name, tcLocalProjectModule);
   return component;
-} catch (VendrelError& error) {
-  error.AddContext("VBProject.NewComponent", "NewComponents")
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.NewComponent", "NewComponents")
       .Parameter("Name", Name)
       .Parameter("FileName", fileName)
       .Of(*this);
@@ -71,8 +71,8 @@ Block* VBProject::StartupBlock() try {
   if (startsWithForm && IconForm.empty()) IconForm = Startup;
   Startup = "Sub Main";
   return block;
-} catch (VendrelError& error) {
-  error.AddContext("VBProject.StartupBlock", "NewComponents").Of(*this);
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.StartupBlock", "NewComponents").Of(*this);
   throw;
 }
 

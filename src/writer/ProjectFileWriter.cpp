@@ -2,6 +2,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "diagnostics/VendrelError.h"
 #include "writer/ModuleWriter.h"
 #include "writer/SideFiles.h"
 
@@ -29,7 +30,7 @@ ProjectFileWriter::ProjectFileWriter(VBProject& project, OutputNames& names, boo
   }
 }
 
-void ProjectFileWriter::Run() {
+void ProjectFileWriter::Run() try {
   FileSystemObject& file = mProject.OutputFileName;
   file.SetWriteForm(FormOf(mProject));
   try {
@@ -46,6 +47,11 @@ void ProjectFileWriter::Run() {
     file.Discard();
     throw;
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("ProjectFileWriter.Run", "ProjectFileWriter", mStream.LineNumber())
+      .Parameter("OutputFileName", mProject.OutputFileName.FullPath())
+      .Of(mProject);
+  throw;
 }
 
 // The order is that of the file format.
@@ -63,32 +69,46 @@ void ProjectFileWriter::Rows() {
   LinesBehind();
 }
 
-void ProjectFileWriter::Quoted(std::string_view key, std::string_view value) {
+void ProjectFileWriter::Quoted(std::string_view key, std::string_view value) try {
   std::string line(key);
   mStream.Line(line.append("=\"").append(value).append("\""));
+} catch (VendrelError& failure) {
+  failure.AddContext("ProjectFileWriter.Quoted", "ProjectFileWriter", mStream.LineNumber())
+      .Parameter("key", key)
+      .Parameter("value", value)
+      .Of(mProject);
+  throw;
 }
 
-void ProjectFileWriter::KeptLine(const std::string& line) {
+void ProjectFileWriter::KeptLine(const std::string& line) try {
   const auto raw = mRawLines.find(line);
   if (raw == mRawLines.end())
     mStream.Line(line);
   else
     mStream.Raw(raw->second);
+} catch (VendrelError& failure) {
+  failure.AddContext("ProjectFileWriter.KeptLine", "ProjectFileWriter", mStream.LineNumber())
+      .Parameter("line", line)
+      .Of(mProject);
+  throw;
 }
 
 void ProjectFileWriter::FirstLine() {
   if (!mProject.ProjectLines.empty()) KeptLine(mProject.ProjectLines.front());
 }
 
-void ProjectFileWriter::References() {
+void ProjectFileWriter::References() try {
   for (Reference& reference : mProject.References) {
     reference.FileName.SetBaseFile(&mProject.OutputFileName);
     const std::string compiled = reference.CompiledLine();
     KeptLine(compiled.empty() ? reference.CodeLine() : compiled);
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("ProjectFileWriter.References", "ProjectFileWriter").Of(mProject);
+  throw;
 }
 
-void ProjectFileWriter::Modules() {
+void ProjectFileWriter::Modules() try {
   SideFiles sideFiles(mProject, mNames);
   const std::string folder = mProject.OutputFileName.FolderPath();
   for (Component& component : mProject.Components.Listed()) {
@@ -96,10 +116,13 @@ void ProjectFileWriter::Modules() {
     KeptLine(component.ProjectLine(!mSameLocation));
     if (mCopyOthers) sideFiles.Copy(component, folder);
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("ProjectFileWriter.Modules", "ProjectFileWriter").Of(mProject);
+  throw;
 }
 
 // Chosen by extension, not by the key that the entry came from.
-void ProjectFileWriter::RelatedDocuments() {
+void ProjectFileWriter::RelatedDocuments() try {
   for (const std::string& entry : mProject.RelatedDocuments) {
     FileSystemObject file;
     file.SetBaseFile(&mProject.FileName);
@@ -112,6 +135,9 @@ void ProjectFileWriter::RelatedDocuments() {
     else
       mStream.Line("RelatedDoc=" + path);
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("ProjectFileWriter.RelatedDocuments", "ProjectFileWriter").Of(mProject);
+  throw;
 }
 
 void ProjectFileWriter::KeptLines() {

@@ -43,7 +43,7 @@ class ProjectWriter {
   std::int32_t mFirstNumber = 0;
 };
 
-void ProjectWriter::Run() {
+void ProjectWriter::Run() try {
   if (IsRefused()) return;
   if (mSameLocation) mBackups.emplace(mProject);
   SetUpNumbering();
@@ -54,6 +54,12 @@ void ProjectWriter::Run() {
   const bool elsewhere = !mSameLocation && !mOnlyProjectFile;
   ProjectFileWriter(mProject, mNames, elsewhere).Run();
   if (elsewhere) CopyCompatibleFile();
+} catch (VendrelError& failure) {
+  failure.AddContext("ProjectWriter.Run", "ProjectWriter")
+      .Local("OnlyProjectFile", mOnlyProjectFile)
+      .Local("SameLocation", mSameLocation)
+      .Of(mProject);
+  throw;
 }
 
 // In spite of its words nothing of this project is written; a group goes on with its next one.
@@ -90,7 +96,7 @@ bool ProjectWriter::BackUpFirst() {
   return !mBackups || (mBackups->MakeFolder() && mBackups->KeepProjectFile());
 }
 
-bool ProjectWriter::WriteModules() {
+bool ProjectWriter::WriteModules() try {
   bool first = true;
   for (Component& component : mProject.Components) {  // loads what is not loaded
     mProject.WriteProgress.Raise(component);
@@ -100,6 +106,9 @@ bool ProjectWriter::WriteModules() {
     WriteModule(component, mNames.Of(component));
   }
   return true;
+} catch (VendrelError& failure) {
+  failure.AddContext("ProjectWriter.WriteModules", "ProjectWriter").Of(mProject);
+  throw;
 }
 
 void ProjectWriter::CopyCompatibleFile() {
@@ -114,16 +123,17 @@ bool VBProject::SameLocation() const {
   return EqualsNoCase(FileName.FullPath(), OutputFileName.FullPath());
 }
 
-void VBProject::WriteOut(bool OnlyProjectFile) {
+void VBProject::WriteOut(bool OnlyProjectFile) try {
   // VB.NET projects are written by rules of their own.
   if (LanguageVersion() == lvVisualBasicDotNet || ProjectSourceAccess != psaReadWrite) return;
   const DiagnosticScope scope(&Diagnostics, FileName.FullPath());
-  try {
-    ProjectWriter(*this, OnlyProjectFile).Run();
-  } catch (VendrelError& error) {
-    error.AddContext("VBProject.WriteOut", "ProjectWriter").Of(*this);
-    throw;
-  }
+  ProjectWriter(*this, OnlyProjectFile).Run();
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.WriteOut", "ProjectWriter")
+      .Parameter("OnlyProjectFile", OnlyProjectFile)
+      .Parameter("OutputFileName", OutputFileName.FullPath())
+      .Of(*this);
+  throw;
 }
 
 }  // namespace vendrel

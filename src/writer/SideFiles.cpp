@@ -51,7 +51,7 @@ const SideFiles::Listing& SideFiles::ListingOf(const std::string& folder) {
   return entry->second;
 }
 
-void SideFiles::Copy(Component& component, const std::string& folder) {
+void SideFiles::Copy(Component& component, const std::string& folder) try {
   if (VBProject* project = component.VBProject())
     component.FileName.SetBaseFile(&project->FileName);
   const std::string base = FoldKey(mNames.BaseNameAsRead(component) + ".");
@@ -66,6 +66,11 @@ void SideFiles::Copy(Component& component, const std::string& folder) {
       continue;
     CopyOne(source, target);
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("SideFiles.Copy", "SideFiles")
+      .Parameter("component", component)
+      .Parameter("folder", folder);
+  throw;
 }
 
 void SideFiles::CopyOne(const FileSystemObject& file, const std::string& target) {

@@ -70,13 +70,16 @@ bool IsParentName(std::string_view name) { return name == ".." || name == "."; }
 
 }  // namespace
 
-void FolderDatabase::Open(std::string_view iniPath, std::string_view, std::string_view) {
+void FolderDatabase::Open(std::string_view iniPath, std::string_view, std::string_view) try {
   const FileSystemObject file(iniPath);
   if (!file.Exists()) throw VendrelError(errFileNotFound, iniPath);
   mFolder = file.FolderPath();
+} catch (VendrelError& failure) {
+  failure.AddContext("FolderDatabase.Open", "SourceControl").Parameter("iniPath", iniPath);
+  throw;
 }
 
-std::shared_ptr<VSSItem> FolderDatabase::Item(std::string_view projectPath) {
+std::shared_ptr<VSSItem> FolderDatabase::Item(std::string_view projectPath) try {
   if (mFolder.empty()) throw VendrelError(errObjectNotSet, "no database is open");
   std::string_view rest = projectPath;
   if (TakeField(rest, '/') != "$") throw VendrelError(errInvalidArgument, projectPath);
@@ -93,6 +96,11 @@ std::shared_ptr<VSSItem> FolderDatabase::Item(std::string_view projectPath) {
   FileSystemObject found(place);
   if (!found.Exists() && !found.IsFolder()) throw VendrelError(errFileNotFound, projectPath);
   return std::make_shared<FolderItem>(std::move(itemPath), std::move(found));
+} catch (VendrelError& failure) {
+  failure.AddContext("FolderDatabase.Item", "SourceControl")
+      .Parameter("projectPath", projectPath)
+      .Field("Folder", mFolder);
+  throw;
 }
 
 std::shared_ptr<VSSItem> VBProject::SourceSafeItem() try {
@@ -106,8 +114,8 @@ std::shared_ptr<VSSItem> VBProject::SourceSafeItem() try {
   database->Open(DatabasePath(link.AuxPath), Setting("Sourcesafe_User"),
                  Setting("Sourcesafe_Password"));
   return database->Item(path);
-} catch (VendrelError& error) {
-  error.AddContext("VBProject.SourceSafeItem", "SourceControl").Of(*this);
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.SourceSafeItem", "SourceControl").Of(*this);
   throw;
 }
 

@@ -144,10 +144,13 @@ void SourceStream::WriteEnd(std::string_view end) {
     mFile.WriteBytes(end);
 }
 
-void SourceStream::Finish() {
+void SourceStream::Finish() try {
   FlushRun();
   if (!mKeepEnds || mLine == 0) return;
   if (mSource->LineEnds.LastLineEnds && !mSource->Text.empty()) WriteEnd(mEnd);
+} catch (VendrelError& failure) {
+  failure.AddContext("SourceStream.Finish", "SourceStream", mLine).Field("File", mFile.FullPath());
+  throw;
 }
 
 }  // namespace vendrel

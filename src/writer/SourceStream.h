@@ -33,6 +33,8 @@ class SourceStream {
   void Raw(std::string_view bytes) { Put({}, bytes, {}); }
   /// The rest, and the end of the last line; nothing where the file that was read had none.
   void Finish();
+  /// 1-based number of the line that was begun last; 0 before the first.
+  std::int32_t LineNumber() const { return mLine; }
 
  private:
   std::string_view Bytes(std::string_view text);

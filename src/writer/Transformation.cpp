@@ -15,10 +15,15 @@ std::shared_ptr<T> CreateOrRaise(std::string_view progId) {
   return object;
 }
 
-void RunStep(VBProject& project, const TransformationKind& kind, TransformationStep& step) {
+void RunStep(VBProject& project, const TransformationKind& kind, TransformationStep& step) try {
   const auto transformation = CreateOrRaise<Transformation>(kind.ProgID);
   project.TransformProgress.Raise(transformation->Caption());
   transformation->process(step, project);
+} catch (VendrelError& failure) {
+  failure.AddContext("RunStep", "Transformation")
+      .Parameter("project", project)
+      .Parameter("ProgID", kind.ProgID);
+  throw;
 }
 
 }  // namespace
@@ -30,8 +35,8 @@ bool VBProject::TransformWithPlan(TransformationPlan& Plan) try {
       if (TransformationStep& step = Plan.Step(i); EqualsNoCase(step.Kind(), kind.Name))
         RunStep(*this, kind, step);
   return false;
-} catch (VendrelError& error) {
-  error.AddContext("VBProject.TransformWithPlan", "Transformation").Of(*this);
+} catch (VendrelError& failure) {
+  failure.AddContext("VBProject.TransformWithPlan", "Transformation").Of(*this);
   throw;
 }
 

@@ -21,9 +21,9 @@ inline std::string Shown(const TaggedComment& comment) {
 inline std::string Carried(CodeElement& element) {
   std::string line;
   const auto* parameter = dynamic_cast<const Parameter*>(&element);
-  const std::string* description =
+  const LateText* description =
       parameter ? &parameter->mDescription : element.TaggedDescriptionField();
-  if (description && !description->empty()) line += " d=" + *description;
+  if (description && !description->empty()) line += " d=" + description->str();
   if (element.IsNewField() && *element.IsNewField()) line += " new";
   if (element.ExcludeFlagField() && *element.ExcludeFlagField()) line += " excluded";
   if (OnDemand<TaggedComments>* comments = element.TaggedCommentsField())

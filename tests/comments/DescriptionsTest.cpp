@@ -67,8 +67,8 @@ TEST(MergeTaggedComment, ReachesEveryKindOfElement) {
   module.Project.MergeTaggedComment("##REMARKS", false, true);
   std::string described;
   ForEachCommentedElement(module.Project, [&](CodeElement& element) {
-    const std::string* text = element.TaggedDescriptionField();
-    if (text && !text->empty()) described += element.ElementName() + "=" + *text + " ";
+    const LateText* text = element.TaggedDescriptionField();
+    if (text && !text->empty()) described += element.ElementName() + "=" + text->str() + " ";
   });
   EXPECT_EQ(described, "Moved=e E=c Red=r T=t A=a F=f P=g<p>l</p> ");
   module.Project.MergeTaggedComment("##MODULE_REMARKS", false, true);

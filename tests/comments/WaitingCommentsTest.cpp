@@ -65,8 +65,8 @@ struct HandMade {
         return;
       case 7:
         if (choice % 2) Block->SetCompletelyLoaded();
-        Block->CurrentEnum.reset();
-        Block->CurrentUDT.reset();
+        Block->CurrentEnum().reset();
+        Block->CurrentUDT().reset();
         return;
       default: return Park(choice);
     }
@@ -88,19 +88,19 @@ struct HandMade {
   }
   void OpenEnumeration(unsigned choice) {
     if (choice % 2) {
-      Block->CurrentEnum = Named<Enumeration>(choice);
-      Module->Enumerations.Add(Block->CurrentEnum, Block->CurrentEnum->Name);
+      Block->CurrentEnum() = Named<Enumeration>(choice);
+      Module->Enumerations.Add(Block->CurrentEnum(), Block->CurrentEnum()->Name);
     } else {
-      Block->CurrentUDT = Named<UDT>(choice);
-      Module->UDTs.Add(Block->CurrentUDT, Block->CurrentUDT->Name);
+      Block->CurrentUDT() = Named<UDT>(choice);
+      Module->UDTs.Add(Block->CurrentUDT(), Block->CurrentUDT()->Name);
     }
   }
   void AddMember(unsigned choice) {
-    if (Block->CurrentEnum) {
-      auto member = Block->CurrentEnum->AddMember(NextName(choice) + " = 1");
+    if (Block->CurrentEnum()) {
+      auto member = Block->CurrentEnum()->AddMember(NextName(choice) + " = 1");
       Module->LastElement = member.get();
-    } else if (Block->CurrentUDT) {
-      auto member = Block->CurrentUDT->AddMember(NextName(choice) + " As Long");
+    } else if (Block->CurrentUDT()) {
+      auto member = Block->CurrentUDT()->AddMember(NextName(choice) + " As Long");
       Module->LastElement = member.get();
     }
   }

@@ -107,8 +107,9 @@ TEST_F(ErrorObjectTest, MayLetTheReaderStepOverALine) {
   ASSERT_TRUE(project.Load("/p/P.vbp"));
   project.Components.Populate();
   ASSERT_FALSE(Recorder::Reports.empty());
-  const auto report = std::find_if(Recorder::Reports.begin(), Recorder::Reports.end(),
-                                   [](const auto& r) { return r.Procedure == "Component.Load"; });
+  const auto report =
+      std::find_if(Recorder::Reports.begin(), Recorder::Reports.end(),
+                   [](const auto& r) { return r.Procedure == "ModuleReader.AddLineOfCode"; });
   ASSERT_NE(report, Recorder::Reports.end());
   EXPECT_EQ(report->Line, 2);
   EXPECT_NE(report->Variables.find("<Line>#If (1 Then</Line>"), std::string::npos);
@@ -137,7 +138,7 @@ TEST(FatalSignals, HaveTheirWords) {
   EXPECT_EQ(FatalSignalName(SIGABRT, 0), "Unknown (&H00000006)");
 }
 
-#if !defined(__SANITIZE_ADDRESS__)
+#if !defined(VENDREL_SANITIZED)
 [[gnu::noinline]] int Deep(volatile int* depth) {
   volatile char room[4096];
   room[0] = static_cast<char>(*depth);

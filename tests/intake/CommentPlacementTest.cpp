@@ -12,8 +12,8 @@ using test::TestModule;
 // "element: text" for everything that has a description.
 std::string Descriptions(const Component& component) {
   std::string text;
-  const auto add = [&](const std::string& name, const std::string& about) {
-    if (!about.empty()) text += name + ": " + about + "\n";
+  const auto add = [&](const std::string& name, const LateText& about) {
+    if (!about.empty()) text += name + ": " + about.str() + "\n";
   };
   add("module", component.UnTaggedDescription);
   for (const EventDeclaration& item : component.EventDeclarations)
@@ -42,7 +42,7 @@ void ExpectDescriptions(const std::vector<Case>& cases, const test::Prepare& pre
   for (const Case& c : cases) {
     TestModule module("M.bas", c.Body, prepare);
     EXPECT_EQ(Descriptions(*module), c.Expected) << c.Body;
-    for (const Block& block : module->Blocks) EXPECT_EQ(block.CommentBuffer, "") << c.Body;
+    for (const Block& block : module->Blocks) EXPECT_EQ(block.CommentBuffer(), "") << c.Body;
   }
 }
 

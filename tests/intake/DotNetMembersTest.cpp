@@ -66,7 +66,7 @@ TEST(DotNetMembersTest, ModifiersOfProcedures) {
   }
   const NetModule shared("Private Shared Sub S() Implements IFoo.S\nEnd Sub\n");
   EXPECT_TRUE(shared.Module->Blocks.Item("S")->IsStatic);
-  EXPECT_EQ(shared.Module->Blocks.Item("S")->ImplementsName, "IFoo.S");
+  EXPECT_EQ(shared.Module->Blocks.Item("S")->ImplementsName(), "IFoo.S");
 }
 
 TEST(DotNetMembersTest, APropertyStandsForGetAndSet) {
@@ -107,7 +107,7 @@ TEST(DotNetMembersTest, OverloadsAreCollectedUnderOneMaster) {
             "  sub PUBLIC S()() overloaded @0\n");
   const Component& module = *net.Module;
   EXPECT_EQ(module.Blocks.Item("S(System.String)")->Parameters->Count(), 1u);
-  EXPECT_EQ(module.Blocks.Item("s")->OverloadBlocks->Count(), 3u);
+  EXPECT_EQ(module.Blocks.Item("s")->OverloadBlocks()->Count(), 3u);
   EXPECT_TRUE(module.Blocks.Item("S")->Implemented);
 }
 

@@ -21,7 +21,7 @@
 namespace vendrel {
 namespace {
 
-#if defined(NDEBUG) && !defined(__SANITIZE_ADDRESS__)
+#if defined(NDEBUG) && !defined(VENDREL_SANITIZED)
 constexpr std::size_t kPart = 1;
 #else
 constexpr std::size_t kPart = 25;
@@ -209,7 +209,7 @@ class Worst : public testing::TestWithParam<WorstCase> {
     if (worst.DotNet) project.SetLanguageVersion(lvVisualBasicDotNet);
     const Cost cost = CostOf(project, input);
     if (worst.DotNet) {
-      EXPECT_EQ(project.Components.Item(1)->Blocks.Item("A")->OverloadBlocks->Count(), count);
+      EXPECT_EQ(project.Components.Item(1)->Blocks.Item("A")->OverloadBlocks()->Count(), count);
     }
     return cost;
   }

@@ -77,7 +77,7 @@ void ExpectOldOrNew(const Contents& before, const Contents& wanted, const Conten
     const auto was = before.find(path), is = wanted.find(path);
     const bool old = was != before.end() && was->second == bytes;
     const bool isNew = is != wanted.end() && is->second == bytes;
-    const auto isCopyOf = [&](const auto& file) { return file.second == bytes; };
+    const auto isCopyOf = [&bytes = bytes](const auto& file) { return file.second == bytes; };
     const bool copy =
         IsBackup(path) && is != wanted.end() && std::any_of(wanted.begin(), wanted.end(), isCopyOf);
     EXPECT_TRUE(old || isNew || copy) << path << ":\n" << bytes;
@@ -100,7 +100,7 @@ void ExpectNew(const Contents& wanted, const Contents& now) {
 void ExpectBackups(const Contents& before, const Contents& now) {
   for (const auto& [path, bytes] : before) {
     if (now.at(path) == bytes || !path.starts_with("/g/")) continue;
-    const auto holds = [&](const auto& file) {
+    const auto holds = [&bytes = bytes](const auto& file) {
       return IsBackup(file.first) && file.second == bytes;
     };
     EXPECT_TRUE(std::any_of(now.begin(), now.end(), holds)) << path << " has no backup";

@@ -63,7 +63,7 @@ TEST(Blocks, OverloadsAreFoundByTheirParameterTypes) {
   for (const char* name : {"Run(Int32,String)", "Run()"}) {
     const auto overload = NewNamed(name);
     overload->SetOverloaded(true);
-    head->OverloadBlocks->Add(overload, name);
+    head->AddOverload(overload, name);
   }
   const auto name = [&](const char* key) {
     const Block* block = component.Blocks.Item(key);

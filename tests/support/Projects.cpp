@@ -69,8 +69,8 @@ std::string About(const CodeElement& element) {
   const auto* untagged = const_cast<CodeElement&>(element).UnTaggedDescriptionField();
   const auto* tagged = element.TaggedDescriptionField();
   std::string text;
-  if (untagged && !untagged->empty()) text += " '" + *untagged + "'";
-  if (tagged && !tagged->empty()) text += " ##'" + *tagged + "'";
+  if (untagged && !untagged->empty()) text += " '" + untagged->str() + "'";
+  if (tagged && !tagged->empty()) text += " ##'" + tagged->str() + "'";
   return text;
 }
 
@@ -143,7 +143,7 @@ TestModule::TestModule(const std::string& file, const std::string& body, const P
 std::string Describe(const EnumMember& member) {
   std::string text = member.Name;
   if (!member.Value.empty()) text += "=" + member.Value;
-  if (!member.ValueAsWritten.empty()) text += "(" + member.ValueAsWritten + ")";
+  if (!member.ValueAsWritten.empty()) text += "(" + member.ValueAsWritten.str() + ")";
   return text + About(member);
 }
 
@@ -217,8 +217,8 @@ std::string Describe(const Block& b) {
   if (b.Variables.IfAny())
     for (const Variable& item : *b.Variables)
       text += "  var " + Describe(item) + At(item, item.LineIndex) + "\n";
-  if (b.OverloadBlocks.IfAny())
-    for (const Block& item : *b.OverloadBlocks) text += " " + Describe(item);
+  if (b.OverloadBlocks().IfAny())
+    for (const Block& item : *b.OverloadBlocks()) text += " " + Describe(item);
   return text;
 }
 

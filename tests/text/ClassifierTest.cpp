@@ -73,6 +73,19 @@ TEST(ClassifierTest, StatementCommentAndSeparatorAreToldApart) {
       VB);
 }
 
+TEST(ClassifierTest, EachPlaceOfALineIsLookedAt) {
+  for (std::size_t n = 2; n < 40; ++n) {
+    const std::string plain(n, 'a');
+    const auto show = [&](const std::string& text) { return Show(InitialiseCodeLine(text, VB)); };
+    EXPECT_EQ(show(plain + "'b"), "OTHER [" + plain + "] 'b");
+    EXPECT_EQ(show(plain + " : b"), "OTHER [" + plain + " ] more( b)");
+    EXPECT_EQ(show(plain + "\"'\" 'b"), "OTHER [" + plain + "\"'\" ] 'b");
+    EXPECT_EQ(show(plain + "  bcdefghijk"), "OTHER [" + plain + " bcdefghijk]");
+    // What differs from the sought characters by one bit, and stands behind them.
+    EXPECT_EQ(show(plain + " !#&;9! b"), "OTHER [" + plain + " !#&;9! b]");
+  }
+}
+
 TEST(ClassifierTest, AContinuedLineStaysOther) {
   ExpectRows(
       {

@@ -57,11 +57,15 @@ std::string MissingText(const TypeLibInfo& library, const ImportedType& type) {
 
 }  // namespace
 
-int VarTypeInfo::StoredVarType() const {
+int VarTypeInfo::StoredVarType() const try {
   const FlatType flat = Flatten(Library, Code);
   if (flat.IsDamaged) throw VendrelError(errInvalidFileFormat, "damaged type description");
   const int base = flat.VarType == vtUserDefined ? 0 : flat.VarType;
   return flat.IsArray ? base | vtArrayBit : base;
+} catch (VendrelError& failure) {
+  failure.AddContext("VarTypeInfo.StoredVarType", "TypeLibInfo")
+      .Field("Library", Library ? Library->Name : std::string_view());
+  throw;
 }
 
 int VarTypeInfo::VarType() const {
@@ -94,10 +98,14 @@ std::span<const ParameterInfo> MemberInfo::StoredParameters() const {
   return std::span(ReturnType.Library->Parameters).subspan(FirstParameter, AllParameters);
 }
 
-const TypeInfo& InterfaceInfo::TypeInfo() const {
+const TypeInfo& InterfaceInfo::TypeInfo() const try {
   const typelib::TypeInfo* target = Library->Resolve(Reference);
   if (target == nullptr) throw VendrelError(errInvalidFileFormat, "interface without a type");
   return *target;
+} catch (VendrelError& failure) {
+  failure.AddContext("InterfaceInfo.TypeInfo", "TypeLibInfo")
+      .Field("Library", Library ? Library->Name : std::string_view());
+  throw;
 }
 
 std::string_view InterfaceInfo::Name() const { return TypeInfo().Name; }
@@ -162,11 +170,14 @@ const TypeInfo* TypeInfo::ResolvedType() const {
   return TypeKind == tkAlias ? AliasType.TypeInfo() : nullptr;
 }
 
-const TypeInfo* TypeLibInfo::Resolve(TypeReference reference) const {
+const TypeInfo* TypeLibInfo::Resolve(TypeReference reference) const try {
   const TypeInfo* found = TryResolve(reference);
   if (found == nullptr && reference.IsExternal() && reference.Index() < ImportedTypes.size())
     throw VendrelError(errFileNotFound, MissingText(*this, ImportedTypes[reference.Index()]));
   return found;
+} catch (VendrelError& failure) {
+  failure.AddContext("TypeLibInfo.Resolve", "TypeLibInfo").Field("Name", Name);
+  throw;
 }
 
 const TypeInfo* TypeLibInfo::TryResolve(TypeReference reference) const {

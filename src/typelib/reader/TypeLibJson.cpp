@@ -1,5 +1,6 @@
 #include <nlohmann/json.hpp>
 
+#include "diagnostics/VendrelError.h"
 #include "typelib/reader/TypeLibListing.h"
 
 namespace vendrel::typelib {
@@ -166,7 +167,7 @@ std::string Dump(const Json& value, int indent) {
 }  // namespace
 
 // One entry at a time, so that a large library is never held as a tree of values.
-std::string TypeLibJson(const TypeLibInfo& library, int indent) {
+std::string TypeLibJson(const TypeLibInfo& library, int indent) try {
   const char* newLine = indent < 0 ? "" : "\n";
   std::string text = Dump(HeadJson(library), indent);
   text.pop_back();
@@ -178,6 +179,11 @@ std::string TypeLibJson(const TypeLibInfo& library, int indent) {
   }
   text += std::string("\n],") + newLine + "\"Messages\": ";
   return text + Dump(Json(library.Messages), indent) + newLine + "}\n";
+} catch (VendrelError& failure) {
+  failure.AddContext("TypeLibJson", "TypeLibJson")
+      .Parameter("indent", indent)
+      .Parameter("library", library.Name);
+  throw;
 }
 
 }  // namespace vendrel::typelib

@@ -59,7 +59,7 @@ std::vector<std::uint8_t> ReadImage(ByteSource& source, int& resourceId) {
 }
 
 std::shared_ptr<TypeLibInfo> Load(ByteSource& source, const Location& location,
-                                  const TypeLibOptions& options) {
+                                  const TypeLibOptions& options) try {
   try {
     auto library = std::make_shared<TypeLibInfo>();
     library->ContainingFile = location.File;
@@ -80,6 +80,11 @@ std::shared_ptr<TypeLibInfo> Load(ByteSource& source, const Location& location,
     throw VendrelError(errInvalidFileFormat,
                        location.File.empty() ? error.what() : location.File + ": " + error.what());
   }
+} catch (VendrelError& failure) {
+  failure.AddContext("Load", "TypeLibReader")
+      .Parameter("File", location.File)
+      .Parameter("ResourceId", location.ResourceId);
+  throw;
 }
 
 // A version block: lengths, a key, and the fixed part behind it, found by its signature.
@@ -101,16 +106,23 @@ std::string VersionText(std::span<const std::uint8_t> block, const std::string& 
 }  // namespace
 
 std::shared_ptr<TypeLibInfo> TypeLibInfoFromFile(const std::string& path,
-                                                 const TypeLibOptions& options) {
+                                                 const TypeLibOptions& options) try {
   Location location;
   const std::unique_ptr<ByteSource> source = Open(path, location);
   return Load(*source, location, options);
+} catch (VendrelError& failure) {
+  failure.AddContext("TypeLibInfoFromFile", "TypeLibReader").Parameter("path", path);
+  throw;
 }
 
 std::shared_ptr<TypeLibInfo> TypeLibInfoFromBytes(std::span<const std::uint8_t> file,
-                                                  const TypeLibOptions& options, int resourceId) {
+                                                  const TypeLibOptions& options,
+                                                  int resourceId) try {
   MemoryBytes source(file);
   return Load(source, {"", resourceId}, options);
+} catch (VendrelError& failure) {
+  failure.AddContext("TypeLibInfoFromBytes", "TypeLibReader").Parameter("resourceId", resourceId);
+  throw;
 }
 
 std::vector<int> TypeLibResourceIds(const std::string& path) {
