@@ -106,6 +106,49 @@ std::string Changed(const std::string& body, const std::function<void(CodeLines&
       .substr(24);
 }
 
+TEST(WritingModules, DescriptionsOfCommentsTakeThePlaceOfThoseOfTheSource) {
+  const std::string head = "VERSION 1.0 CLASS\nBEGIN\nEND\nAttribute VB_Name = \"C\"\n";
+  const std::string source =
+      head +
+      "Attribute VB_HelpID = 5\nAttribute VB_Description = \"old\"\n"
+      "'##MODULE_SUMMARY What\n'##SUMMARY Counted\nPublic n As Long\n"
+      "Attribute n.VB_VarHelpID = 7\nAttribute n.VB_VarDescription = \"old\"\n"
+      "'##SUMMARY Raised\nEvent E()\nAttribute E.VB_Description = \"old\"\n\n"
+      "'##SUMMARY Does\nSub S()\nAttribute S.VB_Description = \"old\"\nEnd Sub\n"
+      "'##OBJECTBROWSER As it <B>is</B>\nSub T()\nEnd Sub\n"
+      "'##SUMMARY Reads\nProperty Get P()\nEnd Property\n"
+      "Property Let P(v)\nAttribute P.VB_HelpID = 9\nEnd Property\n"
+      "Sub U()\nAttribute U.VB_Description = \"none\"\nEnd Sub\n";
+  const std::string module = "Attribute VB_Description=\"What\"\n'##MODULE_SUMMARY What\n";
+  const std::string counted = "'##SUMMARY Counted\nPublic n As Long\n";
+  const std::string varID = "Attribute n.VB_VarHelpID = 7\n";
+  const std::string varText = "Attribute n.VB_VarDescription = \"Counted\"\n";
+  const std::string raised =
+      "'##SUMMARY Raised\nEvent E()\nAttribute E.VB_Description = \"Raised\"\n\n";
+  const std::string procedures =
+      "Sub S()\nAttribute S.VB_Description = \"Does\"\nEnd Sub\n"
+      "'##OBJECTBROWSER As it <B>is</B>\nSub T()\n"
+      "Attribute T.VB_Description = \"As it <B>is</B>\"\nEnd Sub\n"
+      "'##SUMMARY Reads\nProperty Get P()\nAttribute P.VB_Description = \"Reads\"\n";
+  const auto write = [&](const Prepare& reading) {
+    return Rewritten("C.cls", source, [&](VBProject& project) {
+      reading(project);
+      project.WriteHelpDescriptions = true;
+    });
+  };
+  EXPECT_EQ(write(Complete()),
+            head + "Attribute VB_HelpID = 5\n" + module + counted + varID + raised +
+                "'##SUMMARY Does\n" + varText + procedures +
+                "End Property\nProperty Let P(v)\nAttribute P.VB_HelpID = 9\nEnd Property\n"
+                "Sub U()\nAttribute U.VB_Description = \"none\"\nEnd Sub\n");
+  // Classic: the attributes of a property gather in its first procedure; no old description stays.
+  EXPECT_EQ(write([](VBProject&) {}),
+            WithCrLf(head + "Attribute VB_HelpID = 5\n" + module + counted + raised +
+                     "'##SUMMARY Does\n" + varID + varText + procedures +
+                     "Attribute P.VB_HelpID = 9\nEnd Property\nProperty Let P(v)\n"
+                     "End Property\nSub U()\nEnd Sub\n"));
+}
+
 TEST(WritingModules, ChangedAndAddedLinesTakeTheEndsAroundThem) {
   const auto amend = [](CodeLines& lines) {
     lines.SetLineText(2, "y = 2");
