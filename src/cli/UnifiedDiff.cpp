@@ -149,7 +149,8 @@ bool Comparison::Shortest(const Range& range) {
   };
   std::vector<int> reach(static_cast<std::size_t>(2 * most + 3), 0);
   const auto at = [&](std::vector<int>& v, int k) -> int& {
-    return v[static_cast<std::size_t>(k + most + 1)];
+    const int place = k + most + 1;  // never below 0: k goes from -most on
+    return v[static_cast<std::size_t>(place)];
   };
   std::vector<std::vector<int>> trace;
   int edits = 0;

@@ -1,7 +1,6 @@
 #include "support/MemoryFiles.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace vendrel::test {
 
@@ -36,8 +35,7 @@ class MemoryFiles::Source final : public FileSource {
     if (const int failure = Begin("Read", open.Path)) return failure;
     const std::string& bytes = open.Of->Bytes;
     open.At = std::min(open.At, bytes.size());  // it may have shrunk
-    const std::size_t count = std::min(size, bytes.size() - open.At);
-    std::memcpy(buffer, bytes.data() + open.At, count);
+    const std::size_t count = bytes.copy(buffer, size, open.At);
     open.At += count;
     return static_cast<std::int64_t>(count);
   }
