@@ -116,7 +116,8 @@ TEST(HtmlPage, NeverLetsSourceBecomeMarkUp) {
 }
 
 std::string Browser() {
-  std::istringstream folders(std::getenv("PATH") ? std::getenv("PATH") : "");
+  const char* path = std::getenv("PATH");
+  std::istringstream folders(path ? path : "");
   for (std::string folder; std::getline(folders, folder, ':');)
     for (const char* name : {"chromium", "chromium-headless-shell", "google-chrome"})
       if (std::filesystem::exists(folder + "/" + name)) return folder + "/" + name;

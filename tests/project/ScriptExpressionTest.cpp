@@ -234,8 +234,10 @@ TEST(ScriptValue, KnowsWhichTextIsNumeric) {
 }
 
 TEST(ScriptDate, ReadsAndWritesEveryDay) {
-  for (double day = kFirstDate; day <= kLastDate; day += 397)
+  for (int number = int(kFirstDate); number <= int(kLastDate); number += 397) {
+    const double day = number;
     ASSERT_EQ(DateFromText(DateText(day)), day) << DateText(day);
+  }
   const std::pair<std::string_view, std::string_view> cases[] = {
       {"1/1/30", "1/1/1930"},
       {"1/1/29", "1/1/2029"},
