@@ -91,7 +91,8 @@ TaggedCommentDef ReadEntry(const json& entry, const std::string& where, std::str
   EntryReader reader{definition, {}};
   for (const auto& [key, value] : entry.items()) {
     reader.Property(key, value);
-    if (!reader.Reason.empty()) Refuse(file, where + ": " + key + ": " + reader.Reason);
+    if (!reader.Reason.empty())
+      Refuse(file, std::string(where).append(": ").append(key).append(": ").append(reader.Reason));
   }
   if (definition.TagIdentifier.empty()) Refuse(file, where + ": TagIdentifier is missing");
   return definition;
