@@ -111,7 +111,7 @@ class Comparison {
                  TextOf(after, PropertyNamed(*after.Class, kQualifiedName))};
     mStack.push_back({{before, after}});
     while (!mStack.empty()) {
-      const Node node = std::move(mStack.back());
+      const Node node = mStack.back();
       mStack.pop_back();
       Visit(node);
     }

@@ -130,7 +130,7 @@ ScriptToken ScriptLexer::TakeWord() {
   if (IsReserved(word, mDialect)) return Take(ScriptTokenKind::Word, length);
   while (length + 1 < mRest.size() && mRest[length] == '.' && IsNameStart(mRest[length + 1]))
     length += 1 + NameLength(mRest.substr(length + 1));
-  const ScriptToken name = Take(ScriptTokenKind::Name, length);
+  ScriptToken name = Take(ScriptTokenKind::Name, length);
   const bool suffixed = !mRest.empty() && (IsSuffix(mRest.front()) || mRest.front() == '$');
   if (mDialect == ScriptDialect::VisualBasic && suffixed) mRest.remove_prefix(1);
   return name;

@@ -47,7 +47,7 @@ std::string DoubleText(double value) {
     if (count > 1) text.append(".").append(number.Digits, 1);
     return text + ExponentText(number.Exponent);
   }
-  const auto whole = static_cast<std::size_t>(number.Exponent + 1);
+  const auto whole = static_cast<std::size_t>(number.Exponent) + 1;
   if (number.Exponent < 0)
     return text + "0." + std::string(static_cast<std::size_t>(-number.Exponent - 1), '0') +
            number.Digits;

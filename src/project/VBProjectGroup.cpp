@@ -23,7 +23,7 @@ std::string VBProjectGroup::Description() const {
 }
 
 std::string VBProjectGroup::QualifiedName() const {
-  const std::string baseName = mFileName.BaseName();
+  std::string baseName = mFileName.BaseName();
   if (mFileName.Exists()) return baseName;
   if (!mQualifiedName.empty() && mQualifiedName != baseName) return SafeFileName(mQualifiedName);
   const VBProject* first = mProjects->Item(1);

@@ -103,7 +103,7 @@ struct CodePage::Converters {
 
 CodePage::~CodePage() = default;
 
-CodePage::CodePage(std::string name, std::string systemName)
+CodePage::CodePage(std::string name, const std::string& systemName)
     : mName(std::move(name)), mConverters(std::make_unique<Converters>()) {
   mConverters->ToText = iconv_open("UTF-8", systemName.c_str());
   mConverters->FromText = iconv_open(systemName.c_str(), "UTF-8");

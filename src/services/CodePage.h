@@ -36,7 +36,7 @@ class CodePage {
  private:
   struct Tables;
   struct Converters;
-  CodePage(std::string name, std::string systemName);
+  CodePage(std::string name, const std::string& systemName);
   bool DecodeByConverter(std::string_view bytes, std::string& out) const;
   bool EncodeByConverter(std::string_view utf8, std::string& out) const;
 

@@ -30,6 +30,7 @@ class MachineProcesses final : public ProcessRunner {
  private:
   static pid_t Start(const std::vector<std::string>& arguments, const std::string& folder) {
     std::vector<char*> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (const std::string& argument : arguments)
       pointers.push_back(const_cast<char*>(argument.c_str()));
     pointers.push_back(nullptr);

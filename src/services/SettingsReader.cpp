@@ -112,6 +112,7 @@ std::vector<std::string> SettingsReader::SubKeys(HiveEnum hive, std::string_view
     for (const ExportFile& file : mFiles)
       if (file.Values) file.Values->SubKeys(place, names);
   std::vector<std::string> result;
+  result.reserve(names.size());
   for (auto& [folded, name] : names) result.push_back(std::move(name));
   return result;
 }

@@ -141,7 +141,7 @@ bool IsRootInterface(const TypeInfo& type) {
 
 std::shared_ptr<Component> VBProject::TypeLibComponent(const TypeLibInfo& library,
                                                        const TypeInfo& type) try {
-  const auto component = NewLibraryModule(*this, type);
+  auto component = NewLibraryModule(*this, type);
   if (type.TypeKind == tkEnum || type.TypeKind == tkRecord) return component;
   InterfaceChooser chooser(*this, type, *component);
   chooser.TakeDefaults();

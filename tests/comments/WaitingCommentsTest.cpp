@@ -13,8 +13,6 @@
 namespace vendrel {
 namespace {
 
-using test::CommentedModule;
-
 // A module built by hand, step by step, under one of the two walks.
 struct HandMade {
   VBProject Project;

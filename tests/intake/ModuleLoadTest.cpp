@@ -127,11 +127,11 @@ TEST(ModuleLoadTest, OneLineProceduresAreTakenApartInTheCompleteReading) {
 
 TEST(ModuleLoadTest, ALoadInTwoStepsGivesTheTreeOfOne) {
   const std::string bodies[] = {
-      "Option Explicit\nDim a ' note\n' above\nSub S(x, _\n y)\n  Dim q\nEnd Sub\n' "
-      "two\n\nFunction F()\nEnd Function\n",
+      ("Option Explicit\nDim a ' note\n' above\nSub S(x, _\n y)\n  Dim q\nEnd Sub\n' "
+       "two\n\nFunction F()\nEnd Function\n"),
       "Dim a\nSub S() : x = 1 : y = 2\nz = 3\nEnd Sub\n", "Dim a\n",
-      "#If False Then\nDim b\n#End If\nPrivate Sub S()\n#If True Then\nDim c\n#End If\nEnd "
-      "Sub\nSub T()\nEnd Sub\n",
+      ("#If False Then\nDim b\n#End If\nPrivate Sub S()\n#If True Then\nDim c\n#End If\nEnd "
+       "Sub\nSub T()\nEnd Sub\n"),
       ""};
   for (const std::string& body : bodies) {
     for (const test::Prepare& reading : {test::Prepare(), test::Complete()}) {

@@ -45,6 +45,7 @@ TypeLibValue UnpackValue(std::uint32_t packed) {
   switch (value.VarType) {
     case vtI2:
     case vtBool: value.Integer = static_cast<std::int16_t>(bits); break;
+    // A number, not a character. NOLINTNEXTLINE(bugprone-signed-char-misuse)
     case vtI1: value.Integer = static_cast<std::int8_t>(bits); break;
     case vtR4: value.Real = BitsToSingle(bits); break;
     case vtR8:
@@ -71,6 +72,7 @@ TypeLibValue MsftReader::StoredValue(std::size_t offset) {
   TypeLibValue value;
   value.VarType = entry.U16() & vtTypeMask;
   switch (value.VarType) {
+    // A number, not a character. NOLINTNEXTLINE(bugprone-signed-char-misuse)
     case vtI1: value.Integer = static_cast<std::int8_t>(entry.U32()); break;
     case vtUI1: value.Integer = static_cast<std::uint8_t>(entry.U32()); break;
     case vtI2:

@@ -188,7 +188,7 @@ std::uint16_t SltgReader::ReadFunction(Group& group, TypeInfo& type, std::uint16
   const std::uint16_t returnWord = record.U16(), offset = record.U16();
   member.AttributeMask = (kind & kHasFlags) != 0 ? record.U16() : 0;
   member.CallConv = counts & 7;
-  const int optional = returnBits >> 1 & 0x3F;
+  const int optional = static_cast<int>(returnBits >> 1 & 0x3F);
   member.OptionalCount = static_cast<std::int16_t>(optional == 0x3F ? -1 : optional);
   member.Offset = offset == kEnd ? 0 : offset & ~1;
   ReadMemberType(group, member, returnWord, (returnBits & 0x80) != 0);
@@ -264,6 +264,7 @@ const TypeLibValue* SltgReader::ReadConstant(Group& group, const VarTypeInfo& ty
   }
   ByteStream bytes = group.Records.At(value);
   switch (constant.VarType) {
+    // A number, not a character. NOLINTNEXTLINE(bugprone-signed-char-misuse)
     case vtI1: constant.Integer = static_cast<std::int8_t>(bytes.U8()); break;
     case vtUI1: constant.Integer = bytes.U8(); break;
     case vtI2:

@@ -108,8 +108,8 @@ std::string NumberText(double number, int digits) {
   } else if (length <= exponent + 1) {
     text = mantissa + std::string(static_cast<std::size_t>(exponent + 1 - length), '0');
   } else {
-    text = mantissa.substr(0, static_cast<std::size_t>(exponent + 1)) + "." +
-           mantissa.substr(static_cast<std::size_t>(exponent + 1));
+    text = mantissa.substr(0, static_cast<std::size_t>(exponent) + 1) + "." +
+           mantissa.substr(static_cast<std::size_t>(exponent) + 1);
   }
   return number < 0 ? "-" + text : text;
 }
