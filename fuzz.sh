@@ -3,6 +3,7 @@
 # processors.
 #   ./fuzz.sh [SECONDS] [TARGET]     SECONDS for each target (60), TARGET as in fuzz/ (all)
 #   ./fuzz.sh --replay [TARGET]      only the seeds and what was found before
+#   ./fuzz.sh --smoke [TARGET]       the same thousand mutations of the seeds on every machine
 # What a target reads grows in build/fuzz-corpus/TARGET; an input that breaks it is left in
 # build/fuzz-corpus/TARGET-broken.
 set -euo pipefail
@@ -15,9 +16,10 @@ for argument in "$@"; do
   case "$argument" in
     --no-install) packages_name fuzz; exit 0 ;;
     --replay) seconds=0 ;;
+    --smoke) seconds=smoke ;;
     [0-9]*) seconds=$argument ;;
     *Fuzz) target=$argument ;;
-    *) echo "usage: ./fuzz.sh [SECONDS | --replay] [TARGET]" >&2; exit 2 ;;
+    *) echo "usage: ./fuzz.sh [SECONDS | --replay | --smoke] [TARGET]" >&2; exit 2 ;;
   esac
 done
 packages_install fuzz
@@ -42,14 +44,21 @@ run_target() {
   fi
   log="$corpus.log"
   local limit=(-max_total_time="$seconds")
-  if [ "$seconds" = 0 ]; then limit=(-runs=0); fi
+  case "$seconds" in
+    0) limit=(-runs=0) ;;
+    smoke)
+      # From the seeds alone, so that a run tells of the code and not of chance.
+      limit=(-runs=1000 -seed=1 -max_total_time=60)
+      corpus=$(mktemp -d)
+      ;;
+  esac
   # Keeping count of rare features (entropic) would take most of the time.
   # shellcheck disable=SC2046  # the options are words
   if ! "build/asan/fuzz/$name" "${limit[@]}" $(options_of "$name") -entropic=0 -timeout=20 \
-    -rss_limit_mb=4096 -print_final_stats=1 -artifact_prefix="$corpus-broken/" \
+    -rss_limit_mb=4096 -print_final_stats=1 -artifact_prefix="build/fuzz-corpus/$name-broken/" \
     "$corpus" "$seeds" >"$log" 2>&1; then
     tail -n 40 "$log" >&2
-    echo "$name: broken; the input is in $corpus-broken" >&2
+    echo "$name: broken; the input is in build/fuzz-corpus/$name-broken" >&2
     return 1
   fi
   printf '%-16s %9s runs %7s covered %6s inputs\n' "$name" \

@@ -38,7 +38,9 @@ std::optional<HelpLine> TakeApart(std::string_view text) {
   const std::string_view trimmed = TrimLeft(text.substr(0, equals));
   if (equals == std::string_view::npos || !StartsWithNoCaseAscii(trimmed, kAttribute))
     return std::nullopt;
-  const std::string_view target = Trim(trimmed.substr(kAttribute.size()));
+  // The reader takes the word behind "Attribute", whatever stands between it and the ID.
+  std::string_view target = TrimLeft(trimmed.substr(kAttribute.size()));
+  target = target.substr(0, target.find(' '));
   HelpLine line;
   line.OfVariable = EndsWithNoCaseAscii(target, kVarHelpID);
   if (line.OfVariable)

@@ -37,7 +37,7 @@ Block* AddMain(VBProject& project) {
 std::shared_ptr<Component> VBProject::NewComponent(FileTypeEnum ComponentType,
                                                    std::string_view Name,
                                                    std::string_view fileName) try {
-  const auto component = std::make_shared<Component>();
+  auto component = std::make_shared<Component>();
   component->SetVBProject(this);
   component->FileName.SetBaseFile(&FileName);
   component->FileName.SetFullPath(std::string(fileName.empty() ? Name : fileName)

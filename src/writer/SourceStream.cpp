@@ -84,7 +84,7 @@ void SourceStream::TakeRun(std::size_t offset, std::size_t length) {
 }
 
 void SourceStream::FlushRun() {
-  if (!mHasRun) return;
+  if (!mHasRun || !mSource) return;
   mHasRun = false;
   const std::string_view text = mSource->Text;
   mFile.WriteBytes(text.substr(mRunBegin, mRunEnd - mRunBegin));

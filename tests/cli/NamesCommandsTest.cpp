@@ -58,8 +58,8 @@ TEST_F(NamesCommands, NamesListsEachNameWithKindAndPlace) {
        {"Shop\tproject\t/g/Shop.vbp\n", "Shop~kernel32.dll_LIB\tlibrary\t/g/modMain.bas:2\n",
         "Shop~modMain~Colour_EN:Red\tenumeration-member\t/g/modMain.bas:4\n",
         "Shop~modMain~Size\tproperty\t/g/modMain.bas:6\n",
-        "Shop~modMain~Size:Unit\tparameter\t/g/modMain.bas:8\t"
-        "clashes with an earlier name\n",
+        ("Shop~modMain~Size:Unit\tparameter\t/g/modMain.bas:8\t"
+         "clashes with an earlier name\n"),
         "Shop~modMain~Post~i\tlocal-variable\t/g/modMain.bas:11\n",
         "Shop~frmMain~cmd(3)\tcontrol\t/g/frmMain.frm:7\n",
         "Lib~Item~Price\tvariable\t/g/lib/Item.cls:3\n"})
