@@ -35,6 +35,7 @@ namespace vendrel {
   X(NumberableLines, "Line numbers keep away from labels and places the compiler refuses.")        \
   X(KeepAbsentReferences, "A reference path that names no file stays as it was read.")             \
   X(KeepLineEnds, "A written module has the line ends of the file it was read from.")              \
+  X(KeepBlockOrder, "A written module has its blocks in the order in which they were read.")       \
   X(SharedLibraries, "Every Declare has its library, repeated names too.")                         \
   X(EnumerationValues, "Every enumeration member gets its number.")                                \
   X(CompleteNames, "Declares, libraries, controls and local variables are found by name.")         \

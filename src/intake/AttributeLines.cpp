@@ -65,23 +65,18 @@ bool LineIntake::TakeHelpIDs(std::string_view statement) try {
     return equals == std::string_view::npos ? 0 : NumericValue(statement.substr(equals + 1));
   };
   if (StartsWithNoCaseAscii(statement, "ATTRIBUTE VB_HELPID")) {
-    mComponent.HelpContextID = valueBehindEquals();
-    ReportHelpContextID(mComponent, mComponent.HelpContextID);
+    TakeHelpContextID(mComponent, mComponent, valueBehindEquals());
     return true;
   }
   if (IsBlockHelpID(statement, mBlock.Name())) {
-    mBlock.HelpContextID = valueBehindEquals();
-    ReportHelpContextID(mComponent, mBlock.HelpContextID);
+    TakeHelpContextID(mComponent, mBlock, valueBehindEquals());
     return true;
   }
   if (!ContainsNoCaseAscii(statement, ".VB_VARHELPID")) return false;
   std::string_view name = Word(statement, 2);
   name = TakeField(name, '.');
   Variable* variable = mBlock.Variables.IfAny() ? mBlock.Variables->Item(name) : nullptr;
-  if (variable) {
-    variable->HelpContextID = NumericValue(Word(statement, 4));
-    ReportHelpContextID(mComponent, variable->HelpContextID);
-  }
+  if (variable) TakeHelpContextID(mComponent, *variable, NumericValue(Word(statement, 4)));
   return true;
 } catch (VendrelError& failure) {
   failure.AddContext("LineIntake.TakeHelpIDs", "AttributeLines", LineReached())

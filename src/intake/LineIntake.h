@@ -26,6 +26,13 @@ void StoreLine(Block& block, const ParsedLine& line, std::int32_t before = 0,
 /// Offers a help context ID read from a module to its project.
 void ReportHelpContextID(Component& component, std::int32_t id);
 
+/// Gives an element the help context ID that stands in the source.
+template <typename Element>
+void TakeHelpContextID(Component& component, Element& element, std::int32_t id) {
+  element.HelpContextID = element.HelpContextIDRead = id;
+  ReportHelpContextID(component, id);
+}
+
 /// The passage of one line through `Block::AddLine`.
 class LineIntake {
  public:

@@ -88,8 +88,7 @@ bool TakeEventHelpID(Component& component, const ModuleIntake& intake, const Par
   const std::int32_t id = NumericValue(TakeField(rest, ' '));
   EventDeclaration* event = component.EventDeclarations.Item(word.substr(0, word.size() - 10));
   if (!event) return false;
-  event->HelpContextID = id;
-  ReportHelpContextID(component, id);
+  TakeHelpContextID(component, *event, id);
   return !intake.Reading.KeepHelpAttributes;
 } catch (VendrelError& failure) {
   failure.AddContext("TakeEventHelpID", "LogicalLines", LineReached())

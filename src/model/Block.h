@@ -28,6 +28,8 @@ class Block : public CodeElement {
   /// Identity within the process since the last load.
   std::int32_t BlockID;
   std::int32_t HelpContextID = 0;
+  /// The help context ID of its attribute line; 0 without one.
+  std::int32_t HelpContextIDRead = 0;
   /// Which procedures the property has; 0 for other blocks.
   PropertyTypeEnum PropertyType = ptNone;
   SharedText Access = "PRIVATE";

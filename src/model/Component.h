@@ -74,6 +74,8 @@ class Component : public CodeElement {
   /// Physical lines taken from the file so far.
   std::int32_t LinesAlreadyRead = 0;
   std::int32_t HelpContextID = 0;
+  /// The help context ID of its attribute line; 0 without one.
+  std::int32_t HelpContextIDRead = 0;
   std::int32_t RelationshipLevels = 0;
   LateText TaggedDescription;
   LateText UnTaggedDescription;

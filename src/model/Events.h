@@ -21,6 +21,8 @@ class EventDeclaration : public CodeElement {
   std::string Name;
   OnDemand<vendrel::Parameters> Parameters;
   std::int32_t HelpContextID = 0;
+  /// The help context ID of its attribute line; 0 without one.
+  std::int32_t HelpContextIDRead = 0;
   LateText TaggedDescription;
   LateText UnTaggedDescription;
   bool IsHiddenMember = false;

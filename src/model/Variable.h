@@ -20,6 +20,8 @@ class Variable : public CodeElement {
   SharedText TypeName;
   std::string Name;
   std::int32_t HelpContextID = 0;
+  /// The help context ID of its attribute line; 0 without one.
+  std::int32_t HelpContextIDRead = 0;
   /// Line of its block on which it stands, 1-based.
   std::int32_t LineIndex = 0;
   bool IsArray = false;

@@ -54,10 +54,6 @@ std::optional<HelpLine> TakeApart(std::string_view text) {
   return line;
 }
 
-bool IsSame(const HelpLine& a, const HelpLine& b) {
-  return a.OfVariable == b.OfVariable && EqualsNoCase(a.Subject, b.Subject);
-}
-
 }  // namespace
 
 std::string HelpIDLine(std::string_view name, std::int32_t id) {
@@ -113,33 +109,31 @@ std::optional<std::string> HelpIDs::Kept(std::string_view text) const {
   std::optional<std::string> as(text);
   const auto line = TakeApart(text);
   if (!line) return as;
-  const std::int32_t* current = Current(line->Subject, line->OfVariable);
-  if (!current || *current == line->ID) return as;
-  // Lines of false branches were never read; of several lines for one element the last one held.
+  const auto id = ChangedID(line->Subject, line->OfVariable);
+  if (!id || *id == line->ID) return as;
+  // Lines of false branches were never read.
   const std::vector<std::string>& lines = mBlock.Attributes();
   if (std::find(lines.begin(), lines.end(), text) == lines.end()) return as;
-  for (auto other = lines.rbegin(); other != lines.rend(); ++other) {
-    const auto last = TakeApart(*other);
-    if (!last || !IsSame(*last, *line)) continue;
-    if (last->ID == *current) return as;
-    break;
-  }
-  if (*current == 0) return std::nullopt;
+  if (*id == 0) return std::nullopt;
   std::string written(text.substr(0, line->BehindEquals));
-  return written.append(" ").append(std::to_string(*current));
+  return written.append(" ").append(std::to_string(*id));
 }
 
-const std::int32_t* HelpIDs::Current(std::string_view subject, bool ofVariable) const {
+// Nothing for an element that is not there, and for one whose ID is that of its line.
+std::optional<std::int32_t> HelpIDs::ChangedID(std::string_view subject, bool ofVariable) const {
+  const auto changed = [](const auto* element) -> std::optional<std::int32_t> {
+    if (!element || element->HelpContextID == element->HelpContextIDRead) return std::nullopt;
+    return element->HelpContextID;
+  };
   if (ofVariable) {
     const Variables* variables = mBlock.Variables.IfAny();
-    const Variable* variable = variables ? variables->Item(subject) : nullptr;
-    return variable ? &variable->HelpContextID : nullptr;
+    return changed(variables ? variables->Item(subject) : nullptr);
   }
-  if (!mComponent) return nullptr;
-  if (subject.empty()) return &mComponent->HelpContextID;
+  if (!mComponent) return std::nullopt;
+  if (subject.empty()) return changed(mComponent);
   if (const EventDeclaration* event = mComponent->EventDeclarations.Item(subject))
-    return &event->HelpContextID;
-  return EqualsNoCase(subject, mBlock.Name()) ? &mBlock.HelpContextID : nullptr;
+    return changed(event);
+  return changed(EqualsNoCase(subject, mBlock.Name()) ? &mBlock : nullptr);
 }
 
 bool HelpIDs::HasLineOfModule() const { return HasLineOf({}); }

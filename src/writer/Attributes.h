@@ -44,7 +44,7 @@ class HelpIDs {
   bool HasLineOf(std::string_view name) const;
 
  private:
-  const std::int32_t* Current(std::string_view subject, bool ofVariable) const;
+  std::optional<std::int32_t> ChangedID(std::string_view subject, bool ofVariable) const;
 
   Block& mBlock;
   Component* mComponent;

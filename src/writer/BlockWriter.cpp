@@ -116,9 +116,13 @@ bool BlockWriter::DescriptionStays(std::string_view text) {
 }
 
 // Help ID lines that stand in the source are not written again.
-bool BlockWriter::HelpLineIsNew(std::string_view name) const {
+template <typename Element>
+bool BlockWriter::NeedsHelpLine(const Element& element, std::string_view name) const {
+  if (element.HelpContextID <= 0) return false;
   if (!mOptions.Reading.KeepHelpAttributes) return true;
-  if (!mBlock.IsPropertyType()) return !mHelpIDs.HasLineOf(name);
+  if (element.HelpContextID == element.HelpContextIDRead) return false;
+  if (mHelpIDs.HasLineOf(name)) return false;
+  if (!mBlock.IsPropertyType()) return true;
   for (Block* block : mComponent.Blocks.Named(name))
     if (block->IsPropertyType() && HelpIDs(*block).HasLineOf(name)) return false;
   return true;
@@ -128,7 +132,7 @@ void BlockWriter::EventAttributes(std::int32_t index) try {
   EventDeclaration* event =
       mComponent.EventDeclarations.Item(static_cast<int>(mLines.EventIndex(index)));
   if (!event) return;
-  if (event->HelpContextID > 0 && HelpLineIsNew(event->Name))
+  if (NeedsHelpLine(*event, event->Name))
     mStream.Line(HelpIDLine(event->Name, event->HelpContextID));
   if (!mOptions.WriteHelpDescriptions) return;
   if (const auto text = BrowserText(*event)) mStream.Line(DescriptionLine(event->Name, *text));
@@ -145,7 +149,7 @@ void BlockWriter::ProcedureAttributes() try {
   } else if (mOptions.WriteHelpDescriptions && mWriteAttributes) {
     if (const auto text = BrowserText(mBlock)) mStream.Line(DescriptionLine(mBlock.Name(), *text));
   }
-  if (mBlock.HelpContextID > 0 && mWriteAttributes && HelpLineIsNew(mBlock.Name()))
+  if (mWriteAttributes && NeedsHelpLine(mBlock, mBlock.Name()))
     mStream.Line(HelpIDLine(mBlock.Name(), mBlock.HelpContextID));
 } catch (VendrelError& failure) {
   failure.AddContext("BlockWriter.ProcedureAttributes", "BlockWriter", mStream.LineNumber())
@@ -172,7 +176,7 @@ void BlockWriter::VariableAttributes() try {
   if (!variables) return;
   for (Variable& variable : *variables) {
     if (variable.HelpContextID <= 0) continue;
-    if (HelpLineIsNew(variable.Name))
+    if (NeedsHelpLine(variable, variable.Name))
       mStream.Line(VarHelpIDLine(variable.Name, variable.HelpContextID));
     if (!mOptions.WriteHelpDescriptions) continue;
     if (const auto text = BrowserText(variable))

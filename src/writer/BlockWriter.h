@@ -28,7 +28,8 @@ class BlockWriter {
   void ProcedureAttributes();
   void PropertyAttributes();
   void VariableAttributes();
-  bool HelpLineIsNew(std::string_view name) const;
+  template <typename Element>
+  bool NeedsHelpLine(const Element& element, std::string_view name) const;
 
   Block& mBlock;
   Component& mComponent;

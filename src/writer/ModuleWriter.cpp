@@ -1,6 +1,7 @@
 #include "writer/ModuleWriter.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "core/Ascii.h"
 #include "core/MessageService.h"
@@ -64,7 +65,8 @@ void RewriteAttributes(Component& component) try {
   if (component.HelpContextID == 0) return;
   const ProjectOptions& options = component.Options();
   const bool keeps = options.Reading.KeepHelpAttributes;
-  const bool stands = keeps && HasHelpIDLine(component);
+  const bool stands =
+      keeps && (component.HelpContextID == component.HelpContextIDRead || HasHelpIDLine(component));
   if (stands && !options.WriteHelpDescriptions) return;
   Block* block = component.BlockOfType(btAttributes, true);
   if (!block) block = component.NewBlock(btAttributes);
@@ -79,16 +81,34 @@ void RewriteAttributes(Component& component) try {
   throw;
 }
 
+bool IsRead(const Block& block) {
+  const CodeLines* lines = block.CodeLines.IfAny();
+  for (std::int32_t i = 1; lines && i <= lines->Count(); ++i)
+    if (lines->SourceOffset(i)) return true;
+  return false;
+}
+
+// First the attributes, then the declarations. In the complete reading that holds for new blocks
+// only: damaged source has declarations behind procedures.
+std::vector<Block*> BlocksInOrder(Component& component) {
+  const bool keepsOrder = component.Options().Reading.KeepBlockOrder;
+  std::vector<Block*> order;
+  for (Block& block : component.Blocks) order.push_back(&block);
+  const auto moveForward = [&](auto first, BlockTypeEnum type) {
+    return std::stable_partition(first, order.end(), [&](const Block* block) {
+      return block->BlockType() == type && !(keepsOrder && IsRead(*block));
+    });
+  };
+  auto behind = moveForward(order.begin(), btAttributes);
+  while (behind != order.end() && (*behind)->BlockType() == btAttributes) ++behind;
+  moveForward(behind, btDeclarations);
+  return order;
+}
+
 void WriteBlocks(Component& component, FileSystemObject& target) try {
   SourceStream stream(target, WriteFormOf(component), component.SourceForm.get(),
                       component.Options().Reading.KeepLineEnds);
-  const auto pass = [&](auto wanted) {
-    for (Block& block : component.Blocks)
-      if (wanted(block.BlockType())) BlockWriter(block, stream).Run();
-  };
-  pass([](BlockTypeEnum type) { return type == btAttributes; });
-  pass([](BlockTypeEnum type) { return type == btDeclarations; });
-  pass([](BlockTypeEnum type) { return type != btAttributes && type != btDeclarations; });
+  for (Block* block : BlocksInOrder(component)) BlockWriter(*block, stream).Run();
   stream.Finish();
 } catch (VendrelError& failure) {
   failure.AddContext("WriteBlocks", "ModuleWriter")

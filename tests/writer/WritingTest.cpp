@@ -46,6 +46,13 @@ TEST(WritingModules, EveryByteOfUntouchedSourceComesOutAgain) {
           "\r\n#If Win32 Then\r\nDeclare Sub S Lib \"k\" ()\r\n#Else\r\n  Sub \xC4()\r\n#End "
           "If\r\n",
       name + "\r\nPublic\r\nSub\r\nEnd Sub : Sub B() : End Sub\r\n",
+      name +
+          "\r\nSub A()\r\nEnd Sub\r\nPublic Property Gte B()\r\nAttribute B.VB_UserMemId = 0\r\n",
+      name +
+          "\r\nAttribute VB_HelpID = 1\r\nSub A()\r\nPublic Property Gte B()\r\nAttribute "
+          "VB_HelpID = "
+          "2\r\n",
+      name + "\r\nProperty Let B(v)\r\nEvent E()\r\nAttribute E.VB_HelpID = 5\r\n",
       "\xEF\xBB\xBF" + name + "\r\n' \xC3\xA9\r\n",
       name + "\r\n' caf\xE9 \x81\r\nSub A()\r\nEnd Sub\r\n",
       name + "\r\n\x1A\f\v" + std::string(1, '\0') + "\r\n",
@@ -95,6 +102,10 @@ TEST(WritingModules, ClassicEndsEveryLineAndGathersWhatItTakesApart) {
       "' Commented by vbTrapline (Directives are parsed out as part of build)  #If False Then\r\n"
       "' Commented by vbTrapline (#IF or #ELSEIF statement evaluates to false)  x\r\n"
       "' Commented by vbTrapline (Directives are parsed out as part of build)  #End If\r\n");
+  const std::string name = "Attribute VB_Name = \"M\"\r\n";
+  const std::string procedure = "Sub A()\r\nEnd Sub\r\n";
+  const std::string damaged = "Public Property Gte B()\r\nAttribute B.VB_UserMemId = 0\r\n";
+  EXPECT_EQ(Rewritten("M.bas", name + procedure + damaged, {}), name + damaged + procedure);
 }
 
 // The lines of module M once one of its procedures is changed.
@@ -191,6 +202,18 @@ TEST(WritingModules, AModuleReadInTwoPartsIsWrittenWhole) {
   EXPECT_EQ(Rewritten("M.bas", source, prepare,
                       [](VBProject& project) { project.SetDoNotPopulateComponents(false); }),
             source);
+}
+
+TEST(WritingModules, NewSectionsGoToTheTop) {
+  const std::string name = "Attribute VB_Name = \"M\"\r\n";
+  const std::string procedure = "Sub A()\r\nEnd Sub\r\n";
+  const auto declare = [](VBProject& project) {
+    Block* section = project.Components.Item("M")->NewBlock(btDeclarations);
+    section->CodeLines->Add(InitialiseCodeLine("Dim v", project.LanguageVersion()));
+  };
+  for (const auto& reading : {Prepare(), Complete()})
+    EXPECT_EQ(Rewritten("M.bas", name + procedure, reading, declare),
+              name + "Dim v\r\n" + procedure);
 }
 
 TEST(WritingModules, OnlyAHelpIDThatWasChangedIsWrittenAnewWhereItStood) {
