@@ -124,7 +124,8 @@ TestProject::TestProject(Modules modules, const Prepare& prepare) {
     const std::string base = file.substr(0, file.find('.'));
     const FileTypeEnum type = FileTypeOfExtension(file.substr(file.find('.') + 1));
     lines += ProjectLineOf(type, base, file);
-    Files.Add("/p/" + file, WithCrLf(Header(type, base) + body));
+    const std::string header = body.starts_with("VERSION ") ? "" : Header(type, base);
+    Files.Add("/p/" + file, WithCrLf(header + body));
   }
   Files.Add("/p/P.vbp", WithCrLf(lines + "Name=\"P\"\n"));
   Project = std::make_shared<VBProject>();

@@ -29,7 +29,8 @@ Prepare Complete();
 std::string Header(FileTypeEnum type, std::string_view name);
 
 /// A project "/p/P.vbp" in memory. Each module is a file name ("M.bas", "C.cls", "F.frm", ...) and
-/// its text behind the header, which is put in front by the extension. Nothing is populated yet.
+/// its text behind the header, which is put in front by the extension unless the text begins with a
+/// "VERSION" line. Nothing is populated yet.
 class TestProject {
  public:
   using Modules = std::initializer_list<std::pair<std::string, std::string>>;
@@ -66,6 +67,13 @@ std::string Describe(const Parameter& parameter);
 std::string Describe(const EnumMember& member);
 std::string Describe(const Constant& constant);
 std::string Describe(const Block& block);
+/// Names of the elements of a collection, each followed by a blank.
+template <typename Collection>
+std::string Names(const Collection& collection) {
+  std::string names;
+  for (const auto& element : collection) names += element.ElementName() + " ";
+  return names;
+}
 /// "line code" of each diagnostic, one a line.
 std::string Told(const Diagnostics& diagnostics);
 
