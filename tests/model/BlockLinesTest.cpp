@@ -20,6 +20,7 @@ TEST(BlockLines, StartFirstAndEndAreThePlacesOfTheOuterLines) {
       {"no lines", btSub, {}, 0, 0, 0},
       {"plain", btSub, {"Sub A()", "x = 1", "End Sub"}, 1, 1, 3},
       {"comment in front", btSub, {"' c", "Sub A()", "End Sub", "' d"}, 2, 2, 3},
+      {"continued header", btSub, {"Sub A(x, _", "Sub A(x, y)", "End Sub"}, 2, 1, 3},
       {"attributes", btSub, {"Sub A()", "Attribute A.VB_HelpID = 1", "x = 1", "End Sub"}, 2, 1, 4},
       {"never ended", btSub, {"Sub A()", "x = 1", "y = 2"}, 1, 1, 3},
       {"no start line", btDeclarations, {"Option Explicit", "Dim a"}, 0, 0, 2},
@@ -36,20 +37,6 @@ TEST(BlockLines, StartFirstAndEndAreThePlacesOfTheOuterLines) {
   }
 }
 
-TEST(BlockLines, AContinuedHeaderStartsAtItsLastAndFirstPhysicalLine) {
-  Block block;
-  block.SetBlockType(btSub);
-  CodeLine first = InitialiseCodeLine("Sub A(x, _", lvVisualBasic5or6);
-  CodeLine last = InitialiseCodeLine("Sub A(x, y)", lvVisualBasic5or6);
-  last.Continuation = true;
-  block.CodeLines->Add(first);
-  block.CodeLines->Add(last);
-  block.CodeLines->Add(InitialiseCodeLine("End Sub", lvVisualBasic5or6));
-  EXPECT_EQ(block.StartLine(), 2);
-  EXPECT_EQ(block.FirstLine(), 1);
-  EXPECT_EQ(block.EndLine(), 3);
-}
-
 TEST(BlockLines, LinesOfTypeBeginBehindTheEndOfTheBlockBefore) {
   Component component;
   AddLines(*AddBlock(component, btSub, "A"), {"Sub A()", "' in A", "End Sub", "' above B"});
@@ -59,33 +46,6 @@ TEST(BlockLines, LinesOfTypeBeginBehindTheEndOfTheBlockBefore) {
   for (const CodeLine& line : b->LinesOfType(Comment)) texts += line.CommentPart + "|";
   EXPECT_EQ(texts, "above B|first in B|under B|");
   EXPECT_EQ(b->LinesOfType(END_SUB).size(), 1u);
-}
-
-TEST(BlockLines, UnloadingKeepsModuleVariablesAndDropsLinesAndLocals) {
-  Component component;
-  component.LoadState = lsFullyLoaded;
-  for (const BlockTypeEnum type : {btDeclarations, btSub}) {
-    Block* block = AddBlock(component, type, type == btSub ? "A" : "");
-    AddLines(*block, {"Sub A()", "End Sub"});
-    const auto variable = std::make_shared<Variable>();
-    variable->Name = "v";
-    variable->UnTaggedDescription = "plain";
-    block->Variables->Add(variable, "v");
-    block->Parameters->Add(CreateParameter("p", "Long", "", false), "p");
-    block->TaggedDescription = "kept";
-    block->DefinitionLine = "Sub A()";
-  }
-  component.UnloadSourceCode();
-  EXPECT_EQ(component.LoadState, lsFullyLoadedNoCode);
-  Block* declarations = component.Blocks.Item(1);
-  ASSERT_NE(declarations->Variables->Item("v"), nullptr);
-  EXPECT_EQ(declarations->Variables->Item("v")->UnTaggedDescription, "");
-  Block* procedure = component.Blocks.Item("A");
-  EXPECT_EQ(procedure->Variables.IfAny(), nullptr);
-  EXPECT_EQ(procedure->CodeLines.IfAny(), nullptr);
-  EXPECT_EQ(procedure->Parameters.IfAny(), nullptr);
-  EXPECT_EQ(procedure->TaggedDescription, "kept");
-  EXPECT_EQ(procedure->EndLine(), 0);
 }
 
 TEST(Block, ACloneHasTheSignatureAndCommentsOnlyWhenAsked) {

@@ -5,8 +5,9 @@
 #include <random>
 
 #include "core/CaseFold.h"
-#include "core/MessageService.h"
 #include "model/Building.h"
+#include "support/Boxes.h"
+#include "support/Projects.h"
 
 namespace vendrel {
 namespace {
@@ -37,23 +38,14 @@ TEST(Blocks, AreFoundByTheNameTheyGotAfterTheyWereAdded) {
 }
 
 TEST(Blocks, AKeyThatIsTakenIsToldAndTheBlockDropped) {
-  struct Recorder final : MessageService {
-    std::string Told;
-    void Show(std::string_view text, std::string_view caption, int style) override {
-      Told += std::string(caption) + "/" + std::string(text) + "/" + std::to_string(style);
-    }
-    bool Ask(std::string_view, std::string_view, int) override { return false; }
-  };
-  const auto recorder = std::make_shared<Recorder>();
-  MessageService::Install(recorder);
+  const auto boxes = test::InstallBoxes();
   Blocks blocks;
   EXPECT_TRUE(blocks.Add(NewNamed("Pay"), "Pay"));
   EXPECT_FALSE(blocks.Add(NewNamed("PAY"), "PAY"));
   EXPECT_TRUE(blocks.Add(NewNamed("Pay")));
   EXPECT_TRUE(blocks.Add(NewNamed("Before"), "Before", 1));
   EXPECT_EQ(Names(blocks), "Before Pay Pay ");
-  EXPECT_EQ(recorder->Told,
-            "Duplicate Block/Duplicate Block, 'PAY'.  Processing will continue./48");
+  EXPECT_EQ(boxes->Said, "Duplicate Block|Duplicate Block, 'PAY'.  Processing will continue.|48\n");
 }
 
 TEST(Blocks, OverloadsAreFoundByTheirParameterTypes) {

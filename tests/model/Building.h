@@ -38,12 +38,4 @@ inline std::shared_ptr<TaggedComment> Tagged(std::string_view tag, std::string_v
   return comment;
 }
 
-/// Names of the elements of a collection, each followed by a blank.
-template <typename Collection>
-std::string Names(const Collection& collection) {
-  std::string names;
-  for (const auto& element : collection) names += element.ElementName() + " ";
-  return names;
-}
-
 }  // namespace vendrel::test

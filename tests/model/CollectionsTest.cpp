@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "model/Building.h"
+#include "support/Projects.h"
 
 namespace vendrel {
 namespace {
@@ -41,6 +42,8 @@ TEST(TaggedComments, AreFoundByKeyAndByTagWhereTheClientAsksForIt) {
   comments.Remove("##NOTE");
   comments.Remove(5);
   EXPECT_EQ(comments.Count(), 2u);
+  comments.Remove(2);
+  EXPECT_EQ(comments.Count(), 1u);
   comments.Add(test::Tagged("##A", ""), "##A");
   EXPECT_THROW(comments.Add(test::Tagged("##A", ""), "##a"), VendrelError);
 }

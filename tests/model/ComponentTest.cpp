@@ -2,11 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include "core/ProcessState.h"
 #include "model/Building.h"
+#include "support/Projects.h"
+#include "support/Raised.h"
 
 namespace vendrel {
 namespace {
+
+using test::Raised;
 
 TEST(Component, DefaultTypeIsThatOfTheLastStatementWithTheLetter) {
   Component component;
@@ -22,62 +25,54 @@ TEST(Component, DefaultTypeIsThatOfTheLastStatementWithTheLetter) {
   for (const auto& c : cases) EXPECT_EQ(component.DefaultType(c.Name), "String") << c.Name;
 }
 
-TEST(Component, KindDecidesExtensionAndEventPrefix) {
+TEST(Component, KindDecidesExtensionEventPrefixAndFirstAndLastProcedure) {
   const struct {
     FileTypeEnum Kind;
-    const char *Extension, *Header;
-  } cases[] = {{ftClass, "cls", "Class_"},
-               {ftModule, "bas", ""},
-               {ftForm, "frm", "Form_"},
-               {ftUserControl, "ctl", "UserControl_"},
-               {ftUserDocument, "dob", "UserDocument_"},
-               {ftDesigner, "dsr", ""},
-               {ftPropertyPage, "", "PropertyPage_"},
-               {ftOther, "wct", ""}};
+    bool IsMdi;
+    const char *Extension, *Header, *Init, *Term;
+  } cases[] = {
+      {ftClass, false, "cls", "Class_", "Class_Initialize", "Class_Terminate"},
+      {ftModule, false, "bas", "", "", ""},
+      {ftForm, false, "frm", "Form_", "Form_Load", "Form_Unload"},
+      {ftForm, true, "frm", "Form_", "MDIForm_Load", "MDIForm_Unload"},
+      {ftUserControl, false, "ctl", "UserControl_", "Usercontrol_Initialize",
+       "Usercontrol_Terminate"},
+      {ftUserDocument, false, "dob", "UserDocument_", "Userdocument_Initialize",
+       "Userdocument_Terminate"},
+      {ftDesigner, false, "dsr", "", "", ""},
+      {ftPropertyPage, false, "", "PropertyPage_", "", ""},
+      {ftOther, false, "wct", "", "", ""},
+  };
   for (const auto& c : cases) {
+    SCOPED_TRACE(c.Kind);
     Component component;
     component.FileName.SetFullPath("Z:\\src\\page.wct");
     component.FileType = c.Kind;
+    component.SetIsMDI(c.IsMdi);
     EXPECT_EQ(component.Extension(), c.Extension);
     EXPECT_EQ(component.EventProcedureHeader(), c.Header);
+    EXPECT_EQ(component.InitBlock(), nullptr);
+    const Block* init = component.InitBlock(true);
+    const Block* term = component.TermBlock(true);
+    EXPECT_EQ(init ? init->Name() : "", c.Init);
+    EXPECT_EQ(term ? term->Name() : "", c.Term);
+    EXPECT_EQ(component.InitBlock(), init) << "made once";
+    EXPECT_EQ(component.TermBlock(), term) << "made once";
   }
 }
 
-TEST(Component, SkeletonsAreMadeOnceForTheKindsThatHaveThem) {
+TEST(Component, SkeletonsHaveTheirTypeAndLines) {
   Component form;
   form.FileType = ftForm;
-  EXPECT_EQ(form.InitBlock(), nullptr);
-  Block* load = form.InitBlock(true);
-  ASSERT_NE(load, nullptr);
-  EXPECT_EQ(load->BlockType(), btFormLoad);
-  EXPECT_EQ(load->CodeLines->LineText(1), "Private Sub Form_Load()");
-  EXPECT_EQ(load->CodeLines->Count(), 2);
-  EXPECT_EQ(form.InitBlock(true), load);
+  EXPECT_EQ(form.InitBlock(true)->BlockType(), btFormLoad);
+  EXPECT_EQ(test::ShowLines(*form.InitBlock()),
+            "Private Sub Form_Load() | FORM_LOAD [Private Sub Form_Load()]\n"
+            "End Sub | END_SUB [End Sub]\n");
   EXPECT_EQ(form.TermBlock(true)->BlockType(), btFormUnload);
-  EXPECT_EQ(form.BlockOfType(btSub, true), nullptr);
+  EXPECT_EQ(form.BlockOfType(btSub, true), nullptr) << "has no skeleton";
   EXPECT_EQ(form.BlockOfType(btDeclarations, true)->BlockType(), btDeclarations);
-
-  Component mdi;
-  mdi.FileType = ftForm;
-  mdi.SetIsMDI(true);
-  Block* unload = mdi.TermBlock(true);
-  ASSERT_NE(unload, nullptr);
-  EXPECT_EQ(unload->Name(), "MDIForm_Unload");
-  EXPECT_EQ(unload->CodeLines->Count(), 3);
-  EXPECT_EQ(mdi.TermBlock(), unload);
-
-  Component module;
-  module.FileType = ftModule;
-  EXPECT_EQ(module.InitBlock(true), nullptr);
-}
-
-TEST(Component, TheTypeCacheKeepsTheFirstEntryOfAName) {
-  ComponentTypeCache cache;
-  cache.Add("Colour", 3);
-  cache.Add("COLOUR", 6);
-  EXPECT_EQ(cache.Find("colour"), 3);
-  EXPECT_EQ(cache.Find("Shape"), 0);
-  EXPECT_EQ(cache.Count(), 1u);
+  form.SetIsMDI(true);
+  EXPECT_EQ(form.TermBlock(true)->CodeLines->Count(), 3);
 }
 
 TEST(Component, FactoriesBuildTheTreeOfALoader) {
@@ -111,46 +106,38 @@ TEST(Component, FactoriesBuildTheTreeOfALoader) {
 }
 
 TEST(CodeElement, AssigningADescriptionIsRefusedIgnoredOrStoredByClass) {
-  Variable variable;
   Block block;
-  Enumeration enumeration;
   Component component;
-  for (CodeElement* element :
-       std::initializer_list<CodeElement*>{&variable, &block, &enumeration, &component}) {
-    try {
-      element->SetDescription("text");
-      ADD_FAILURE() << element->ClassName() << " took a description";
-    } catch (const VendrelError& error) {
-      EXPECT_EQ(error.Number(), errReadOnlyProperty);
-    }
+  Variable variable;
+  EventDeclaration event;
+  Enumeration enumeration;
+  EnumMember member;
+  UDT udt;
+  Interface implemented;
+  for (CodeElement* element : std::initializer_list<CodeElement*>{
+           &block, &component, &variable, &event, &enumeration, &member, &udt, &implemented}) {
+    EXPECT_EQ(Raised([&] { element->SetDescription("text"); }), errReadOnlyProperty)
+        << element->ClassName();
   }
   DeclareDeclaration declaration;
-  EXPECT_NO_THROW(declaration.SetDescription("text"));
+  declaration.SetDescription("text");
+  EXPECT_EQ(declaration.Description(), "");
   Parameter parameter;
   parameter.SetDescription("text");
   EXPECT_EQ(parameter.mDescription, "text");
+}
+
+TEST(CodeElement, KnowsItsClassNameInAnyCase) {
+  const Block block;
   EXPECT_TRUE(TypeMatch(&block, "BLOCK"));
   EXPECT_FALSE(TypeMatch(nullptr, "Block"));
 }
 
 TEST(Enumeration, RefusesToLoseItsMembers) {
   Enumeration enumeration;
-  try {
-    enumeration.SetMembers(nullptr);
-    FAIL();
-  } catch (const VendrelError& error) {
-    EXPECT_EQ(error.Number(), errObjectNotSet);
-    EXPECT_NE(error.Text().find("Enumeration.Members - attempt to set to Nothing"),
-              std::string::npos);
-  }
-}
-
-TEST(ProjectOptions, TheLanguageOfAProjectIsInForceForTheProcess) {
-  ProjectOptions options;
-  options.Reading = ReadingRules::Complete();
-  options.SetLanguageVersion(lvVisualBasicDotNet);
-  EXPECT_EQ(State().CurrentLanguageVersion, lvVisualBasicDotNet);
-  EXPECT_EQ(State().CurrentReading, ReadingRules::Complete());
+  std::string text;
+  EXPECT_EQ(Raised([&] { enumeration.SetMembers(nullptr); }, &text), errObjectNotSet);
+  EXPECT_NE(text.find("Enumeration.Members - attempt to set to Nothing"), std::string::npos);
 }
 
 }  // namespace
