@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "names/NameWalk.h"
 #include "support/Projects.h"
 
 namespace vendrel {
@@ -10,26 +11,14 @@ namespace {
 using test::TestModule;
 
 // "element: text" for everything that has a description.
-std::string Descriptions(const Component& component) {
+std::string Descriptions(Component& component) {
   std::string text;
-  const auto add = [&](const std::string& name, const LateText& about) {
-    if (!about.empty()) text += name + ": " + about.str() + "\n";
-  };
-  add("module", component.UnTaggedDescription);
-  for (const EventDeclaration& item : component.EventDeclarations)
-    add(item.Name, item.UnTaggedDescription);
-  for (const Enumeration& item : component.Enumerations) add(item.Name, item.UnTaggedDescription);
-  for (const UDT& item : component.UDTs) add(item.Name, item.UnTaggedDescription);
-  for (const DeclareDeclaration& item : component.Declarations)
-    add(item.Name, item.UnTaggedDescription);
-  for (const Interface& item : component.Interfaces) add(item.Name, item.UnTaggedDescription);
-  for (const Block& block : component.Blocks) {
-    if (block.Constants.IfAny())
-      for (const Constant& item : *block.Constants) add(item.Name, item.UnTaggedDescription);
-    if (block.Variables.IfAny())
-      for (const Variable& item : *block.Variables) add(item.Name, item.UnTaggedDescription);
-    add(block.Name().empty() ? "section" : block.Name(), block.UnTaggedDescription);
-  }
+  ForEachNamedElement(component, [&](CodeElement& element) {
+    const LateText* about = element.UnTaggedDescriptionField();
+    if (!about || about->empty()) return;
+    text +=
+        (&element == &component ? "module" : element.ElementName()) + ": " + about->str() + "\n";
+  });
   return text;
 }
 
@@ -42,7 +31,10 @@ void ExpectDescriptions(const std::vector<Case>& cases, const test::Prepare& pre
   for (const Case& c : cases) {
     TestModule module("M.bas", c.Body, prepare);
     EXPECT_EQ(Descriptions(*module), c.Expected) << c.Body;
-    for (const Block& block : module->Blocks) EXPECT_EQ(block.CommentBuffer(), "") << c.Body;
+    for (const Block& block : module->Blocks) {
+      EXPECT_EQ(block.CommentBuffer(), "") << c.Body;
+      EXPECT_TRUE(!block.Name().empty() || block.UnTaggedDescription.empty()) << c.Body;
+    }
   }
 }
 

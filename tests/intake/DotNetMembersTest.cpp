@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/ObjectRegistry.h"
-#include "core/ProcessState.h"
-#include "project/NetResolver.h"
+#include "core/Ascii.h"
 #include "support/Projects.h"
 
 namespace vendrel {
@@ -25,12 +23,6 @@ struct NetModule {
     Project.Components.Add(component, "C");
     if (prepare) prepare(*component);
     while (!lines.empty()) component->AddLineOfCode(TakeField(lines, '\n'));
-  }
-  static std::string_view TakeField(std::string_view& rest, char end) {
-    const std::size_t at = rest.find(end);
-    const std::string_view field = rest.substr(0, at);
-    rest = at == std::string_view::npos ? std::string_view() : rest.substr(at + 1);
-    return field;
   }
   VBProject Project;
   Namespace Space;
@@ -70,28 +62,21 @@ TEST(DotNetMembersTest, ModifiersOfProcedures) {
 }
 
 TEST(DotNetMembersTest, APropertyStandsForGetAndSet) {
-  struct Case {
-    const char* Head;
-    const char* Block;
-    const char* Group;
-    const char* Default;
-  };
-  for (const Case& c :
-       std::vector<Case>{{"Public Property P() As Long",
-                          " get PUBLIC P() As System.Int64 access=3 @0\n", "get set", ""},
-                         {"Public ReadOnly Property P() As Long",
-                          " get PUBLIC P() As System.Int64 access=2 @0\n", "get", ""},
-                         {"Public WriteOnly Property P() As Long",
-                          " set PUBLIC P() As System.Int64 access=1 @0\n", "", ""},
-                         {"Default Public Property P(ByVal i As Integer) As Long",
-                          " get PUBLIC P(ByVal i As System.Int32) As System.Int64 access=3 @0\n",
-                          "get set", "P"}}) {
-    const NetModule net(std::string(c.Head) +
+  const std::pair<const char*, const char*> cases[] = {
+      {"Public Property P() As Long",
+       "C\n property PUBLIC P get set\n unrecognised\n get PUBLIC P() As System.Int64 access=3 "
+       "@0\n"},
+      {"Public ReadOnly Property P() As Long",
+       "C\n property PUBLIC P get\n unrecognised\n get PUBLIC P() As System.Int64 access=2 @0\n"},
+      {"Public WriteOnly Property P() As Long",
+       "C\n property PUBLIC P get\n unrecognised\n set PUBLIC P() As System.Int64 access=1 @0\n"},
+      {"Default Public Property P(ByVal i As Integer) As Long",
+       "C default=P\n property PUBLIC P get set\n unrecognised\n"
+       " get PUBLIC P(ByVal i As System.Int32) As System.Int64 access=3 @0\n"}};
+  for (const auto& [head, tree] : cases) {
+    const NetModule net(std::string(head) +
                         "\nGet\nReturn 1\nEnd Get\nSet(ByVal v As Long)\nEnd Set\nEnd Property\n");
-    EXPECT_EQ(Blocks(net), c.Block) << c.Head;
-    EXPECT_EQ(net.Module->DefaultMemberName, c.Default);
-    const PropertyGroup& group = *net.Module->PropertyGroups.Item(1);
-    EXPECT_EQ(group.PropertySetBlock() != nullptr, std::string(c.Group) == "get set") << c.Head;
+    EXPECT_EQ(Describe(*net.Module), tree) << head;
   }
 }
 
@@ -148,8 +133,7 @@ TEST(DotNetMembersTest, InheritsAndImports) {
   const NetModule plain("Inherits Base.Class\n");
   EXPECT_EQ(plain.Module->InheritsFrom, "Base.Class");
   const NetModule interface("Inherits IOne, ITwo\n", [](Component& c) { c.IsInterface = true; });
-  EXPECT_EQ(interface.Module->Interfaces.Count(), 2u);
-  EXPECT_EQ(interface.Module->Interfaces.Item(2)->Name, "ITwo");
+  EXPECT_EQ(test::Names(interface.Module->Interfaces), "IOne ITwo ");
   EXPECT_EQ(interface.Module->InheritsFrom, "System.Object");
   EXPECT_NO_THROW(NetModule("Imports System.IO\n"));
 }
@@ -157,10 +141,8 @@ TEST(DotNetMembersTest, InheritsAndImports) {
 TEST(DotNetMembersTest, TheDebugConstantIsTrue) {
   const NetModule net(
       "#If Debug Then\nDim a\n#Else\nDim b\n#End If\n#If Not Debug Then\nDim c\n#End If\n");
-  std::string names;
-  for (const Block& block : net.Module->Blocks)
-    for (const Variable& variable : *block.Variables) names += variable.Name + " ";
-  EXPECT_EQ(names, "a ");
+  ASSERT_EQ(net.Module->Blocks.Count(), 1u);
+  EXPECT_EQ(test::Names(*net.Module->Blocks.Item(1)->Variables), "a ");
 }
 
 }  // namespace

@@ -9,8 +9,6 @@
 namespace vendrel {
 namespace {
 
-using test::MemoryFiles;
-
 std::string Tree(const VBControl& control, const std::string& indent = "") {
   std::string text = indent + control.ProgID + " " + control.Name + " (" +
                      std::to_string(control.x) + "," + std::to_string(control.y) + ")";
@@ -22,23 +20,18 @@ std::string Tree(const VBControl& control, const std::string& indent = "") {
   return text;
 }
 
-struct Form {
+// A form of that description, with a procedure; `companion` are the bytes of its "F.frx".
+struct Form : test::TestProject {
   Form(const std::string& description, const test::Prepare& prepare = {},
        const std::string& companion = {})
-      : Files{
-            {"/p/F.frm", test::WithCrLf("VERSION 5.00\n" + description +
-                                        "Attribute VB_Name = \"F\"\nAttribute VB_Exposed = False\n"
-                                        "Private Sub cmd_Click(Index As Integer)\nEnd Sub\n")},
-            {"/p/P.vbp", "Form=F.frm\r\nName=\"P\"\r\n"}} {
-    if (!companion.empty()) Files.Add("/p/F.frx", companion);
-    if (prepare) prepare(Project);
-    EXPECT_TRUE(Project.Load("/p/P.vbp"));
-    Project.Components.Populate();
-    Module = Project.Components.Item("F");
+      : TestProject({{"F.frm", "VERSION 5.00\n" + description +
+                                   "Attribute VB_Name = \"F\"\nAttribute VB_Exposed = False\n"
+                                   "Private Sub cmd_Click(Index As Integer)\nEnd Sub\n"}},
+                    prepare) {
+    Files.Add("/p/F.frx", companion);
+    Module = &TestProject::Module("F");
   }
-  MemoryFiles Files;
-  VBProject Project;
-  Component* Module = nullptr;
+  Component* Module;
 };
 
 const char kDescription[] =
@@ -75,13 +68,9 @@ TEST(FormControlsTest, TheTreeOfControlsIsReadAndStaysPartOfTheSource) {
             "  VB.CommandButton cmd(0) (0,0) 'One' index=0:0\n"
             "  VB.CommandButton cmd(0) (0,0) index=0:2\n"
             " VB.TextBox txt (0,0) text=a = b\n");
-  std::string all;
-  for (const VBControl& control : module.AllVBControls) all += control.Name + " ";
-  EXPECT_EQ(all, "cmd(0) cmd(0) fra txt ");
+  EXPECT_EQ(test::Names(module.AllVBControls), "cmd(0) cmd(0) fra txt ");
   EXPECT_EQ(module.AllVBControls.Item("CMD")->Caption, "One");
   EXPECT_EQ(module.VBControl->FindControl("TXT"), module.AllVBControls.Item("txt"));
-  EXPECT_EQ(module.AllVBControls.Item("fra")->SortString(), "000240000120");
-  EXPECT_EQ(module.AllVBControls.Item("cmd")->ShortName(), "cmd");
   EXPECT_EQ(module.AllVBControls.Item("cmd")->Parent.Get(), module.AllVBControls.Item("fra"));
   EXPECT_EQ(module.AllVBControls.Item("txt")->SourceLine(), 19);
   // All lines of the description, those of properties too.
@@ -89,14 +78,12 @@ TEST(FormControlsTest, TheTreeOfControlsIsReadAndStaysPartOfTheSource) {
   EXPECT_EQ(module.Blocks.Item(1)->CodeLines->LineText(6), "      Left            =   99");
   EXPECT_EQ(module.Blocks.Item("cmd_Click")->EventSource.Get(), module.AllVBControls.Item("cmd"));
   EXPECT_EQ(module.LinesAlreadyRead, 26);
-  EXPECT_EQ(test::Told(form.Project.Diagnostics), "");
+  EXPECT_EQ(test::Told(form.Project->Diagnostics), "");
 }
 
 TEST(FormControlsTest, MembersOfAControlArrayHaveTheirIndexInTheCompleteReading) {
   Form form(kDescription, test::Reading("ControlIndexes"));
-  std::string all;
-  for (const VBControl& control : form.Module->AllVBControls) all += control.Name + " ";
-  EXPECT_EQ(all, "cmd(0) cmd(2) fra txt ");
+  EXPECT_EQ(test::Names(form.Module->AllVBControls), "cmd(0) cmd(2) fra txt ");
   EXPECT_EQ(form.Module->AllVBControls.Item("cmd")->Name, "cmd(0)");
 }
 
@@ -130,7 +117,7 @@ TEST(FormControlsTest, ADescriptionWithoutEndIsReadToTheEndOfTheFile) {
   ASSERT_TRUE(form.Module->VBControl);
   EXPECT_EQ(Tree(*form.Module->VBControl), "VB.Form F (0,0)\n VB.Label lbl (5,0)\n");
   EXPECT_EQ(form.Module->LoadState, lsFullyLoaded);
-  EXPECT_EQ(form.Project.Diagnostics.CountOf(DiagnosticCode::ControlTreeOpen), 1u);
+  EXPECT_EQ(form.Project->Diagnostics.CountOf(DiagnosticCode::ControlTreeOpen), 1u);
 }
 
 TEST(FormControlsTest, DeepNestingNeedsNoRecursion) {

@@ -74,23 +74,15 @@ TEST(ReadingFlagsTest, StaticProceduresNeedTheKeyword) {
 }
 
 TEST(ReadingFlagsTest, ReturnTypesStandBehindTheParameterList) {
-  ExpectBoth(
-      {{"ReturnTypes", "M.bas",
-        "Sub S(a() As Long)\nEnd Sub\nSub T()\nEnd Sub\nProperty Get F%()\nEnd Property\n"
-        "Function G(a() As Long) As String()\nEnd Function\nFunction H(x As Long)\nEnd Function\n"
-        "Property Let P(i, ByVal v As Date)\nEnd Property\nFunction I(x()) As Byte\nEnd Function\n",
-        "M\n property PUBLIC F get\n property PUBLIC P let\n attributes\n"
-        " sub PUBLIC S(a() As Long) As Long @2\n sub PUBLIC T() As Variant @4\n"
-        " get PUBLIC F() As Variant @6\n function PUBLIC G(a() As Long) As String() @8\n"
-        " function PUBLIC H(x As Long) As Variant @10\n"
-        " let PUBLIC P(i As Variant implicit, ByVal v As Date) As Date @12\n"
-        " function PUBLIC I(x() As Variant implicit) As Byte @14\n",
-        "M\n property PUBLIC F get\n property PUBLIC P let\n attributes\n"
-        " sub PUBLIC S(a() As Long) @2\n sub PUBLIC T() @4\n"
-        " get PUBLIC F() As Integer @6\n function PUBLIC G(a() As Long) As String() @8\n"
-        " function PUBLIC H(x As Long) As Variant @10\n"
-        " let PUBLIC P(i As Variant implicit, ByVal v As Date) As Date @12\n"
-        " function PUBLIC I(x() As Variant implicit) As Byte @14\n"}});
+  ExpectBoth({{"ReturnTypes", "M.bas",
+               "Sub S(a() As Long)\nEnd Sub\nSub T()\nEnd Sub\nProperty Get F%()\nEnd Property\n"
+               "Function G(a As Long)\nEnd Function\n",
+               "M\n property PUBLIC F get\n attributes\n sub PUBLIC S(a() As Long) As Long @2\n"
+               " sub PUBLIC T() As Variant @4\n get PUBLIC F() As Variant @6\n"
+               " function PUBLIC G(a As Long) As Variant @8\n",
+               "M\n property PUBLIC F get\n attributes\n sub PUBLIC S(a() As Long) @2\n"
+               " sub PUBLIC T() @4\n get PUBLIC F() As Integer @6\n"
+               " function PUBLIC G(a As Long) As Variant @8\n"}});
 }
 
 TEST(ReadingFlagsTest, DefaultsAndListsAreReadWhole) {
