@@ -1,12 +1,13 @@
 #include <gtest/gtest.h>
 
-#include "diagnostics/VendrelError.h"
 #include "support/Projects.h"
+#include "support/Raised.h"
 #include "text/CodeLines.h"
 
 namespace vendrel {
 namespace {
 
+using test::Raised;
 using test::Show;
 
 CodeLine Line(const char* text) { return InitialiseCodeLine(text, lvVisualBasic5or6); }
@@ -21,16 +22,6 @@ std::string Texts(const CodeLines& lines) {
   std::string text;
   for (std::int32_t i = 1; i <= lines.Count(); ++i) text += lines.LineText(i) + "|";
   return text;
-}
-
-template <typename Call>
-int Failure(Call call) {
-  try {
-    call();
-  } catch (const VendrelError& error) {
-    return error.Number();
-  }
-  return 0;
 }
 
 TEST(CodeLinesTest, LinesAreAddedBeforeBehindOrLast) {
@@ -49,16 +40,16 @@ TEST(CodeLinesTest, LinesAreAddedBeforeBehindOrLast) {
 TEST(CodeLinesTest, PositionsOutsideFail) {
   CodeLines lines = Lines({"a", "b"});
   for (const std::int32_t at : {-1, 0, 3}) {
-    EXPECT_EQ(Failure([&] { lines.Item(at); }), errSubscript) << at;
-    EXPECT_EQ(Failure([&] { lines.Continued(at); }), errSubscript) << at;
-    EXPECT_EQ(Failure([&] { lines.LineType(at); }), errSubscript) << at;
-    EXPECT_EQ(Failure([&] { lines.LineText(at); }), errSubscript) << at;
-    EXPECT_EQ(Failure([&] { lines.SetLineText(at, "x"); }), errSubscript) << at;
-    EXPECT_EQ(Failure([&] { lines.Remove(at); }), errSubscript) << at;
-    EXPECT_EQ(Failure([&] { lines.EventName(at); }), errSubscript) << at;
+    EXPECT_EQ(Raised([&] { lines.Item(at); }), errSubscript) << at;
+    EXPECT_EQ(Raised([&] { lines.Continued(at); }), errSubscript) << at;
+    EXPECT_EQ(Raised([&] { lines.LineType(at); }), errSubscript) << at;
+    EXPECT_EQ(Raised([&] { lines.LineText(at); }), errSubscript) << at;
+    EXPECT_EQ(Raised([&] { lines.SetLineText(at, "x"); }), errSubscript) << at;
+    EXPECT_EQ(Raised([&] { lines.Remove(at); }), errSubscript) << at;
+    EXPECT_EQ(Raised([&] { lines.EventName(at); }), errSubscript) << at;
   }
-  EXPECT_EQ(Failure([&] { lines.Add(Line("x"), 3); }), errSubscript);
-  EXPECT_EQ(Failure([&] { lines.Add(Line("x"), 0, -1); }), errSubscript);
+  EXPECT_EQ(Raised([&] { lines.Add(Line("x"), 3); }), errSubscript);
+  EXPECT_EQ(Raised([&] { lines.Add(Line("x"), 0, -1); }), errSubscript);
   EXPECT_EQ(Texts(lines), "a|b|");
   EXPECT_EQ(lines.ContinuationCount(), 0);
 }
@@ -68,13 +59,13 @@ TEST(CodeLinesTest, EverythingFailsOnceTheLinesAreUnloaded) {
   lines.UnloadSourceCode();
   lines.UnloadSourceCode();
   EXPECT_TRUE(lines.Unloaded());
-  EXPECT_EQ(Failure([&] { lines.Count(); }), errObjectNotSet);
-  EXPECT_EQ(Failure([&] { lines.Item(1); }), errObjectNotSet);
-  EXPECT_EQ(Failure([&] { lines.Continued(1); }), errObjectNotSet);
-  EXPECT_EQ(Failure([&] { lines.LinesOfType(OTHER); }), errObjectNotSet);
-  EXPECT_EQ(Failure([&] { lines.LinesMatchingPattern("*"); }), errObjectNotSet);
-  EXPECT_EQ(Failure([&] { lines.Add(Line("x")); }), errObjectNotSet);
-  EXPECT_EQ(Failure([&] { lines.ContinuationCount(); }), errObjectNotSet);
+  EXPECT_EQ(Raised([&] { lines.Count(); }), errObjectNotSet);
+  EXPECT_EQ(Raised([&] { lines.Item(1); }), errObjectNotSet);
+  EXPECT_EQ(Raised([&] { lines.Continued(1); }), errObjectNotSet);
+  EXPECT_EQ(Raised([&] { lines.LinesOfType(OTHER); }), errObjectNotSet);
+  EXPECT_EQ(Raised([&] { lines.LinesMatchingPattern("*"); }), errObjectNotSet);
+  EXPECT_EQ(Raised([&] { lines.Add(Line("x")); }), errObjectNotSet);
+  EXPECT_EQ(Raised([&] { lines.ContinuationCount(); }), errObjectNotSet);
 }
 
 TEST(CodeLinesTest, RecordsAreCopies) {
