@@ -4,7 +4,6 @@
 
 #include "comments/CommentedModule.h"
 #include "core/ProcessState.h"
-#include "diagnostics/VendrelError.h"
 #include "model/PropertyGroup.h"
 
 namespace vendrel {
@@ -13,23 +12,16 @@ namespace {
 using test::CommentedModule;
 
 TEST(AppendDescription, ChangesAllItsArguments) {
-  std::string description, text;
-  int wrap = wrapLineBreak;
-  EXPECT_EQ(AppendDescription(description, text, wrap), "");
-  EXPECT_EQ(text, "");
-  description = "a";
-  AppendDescription(description, text, wrap);
-  EXPECT_EQ(description, "a<crlf> ");
-  EXPECT_EQ(text, " ");
-  State().CurrentLanguageVersion = lvVisualBasicDotNet;
-  description = "a";
-  text = " _ b";
   VBProject project;
   State().CurrentLanguageVersion = lvVisualBasicDotNet;
+  std::string description = "a", text = " _ b";
+  int wrap = wrapLineBreak;
   EXPECT_EQ(project.AppendDescription(description, text, wrap), "a b");
-  State().CurrentLanguageVersion = lvVisualBasic5or6;
   EXPECT_EQ(text, "b");
   EXPECT_EQ(wrap, wrapSpace);
+  text.clear();
+  EXPECT_EQ(project.AppendDescription(description, text, wrap), "a b  ");
+  EXPECT_EQ(text, " ");
 }
 
 TEST(AppendDescription, AppendsATextToItself) {
@@ -79,7 +71,7 @@ TEST(Descriptions, CountPlainCommentsWhereTheProjectDoes) {
   CommentedModule module(
       "Option Explicit\nPublic x 'plain\n'##VARIABLE_SUMMARY x tagged\nEnum E\nRed 'warm\nEnd "
       "Enum\n"
-      "Declare Sub S Lib \"l\" () 'plain\nDim y\n",
+      "Declare Sub S Lib \"l\" () 'plain\nDim y\n' plain\nSub F()\nEnd Sub\n",
       [](VBProject& project) { project.UnTaggedEnumerations = true; });
   Variable& x = *module.Module->BlockOfType(btDeclarations)->Variables->Item("x");
   DeclareDeclaration& declare = *module.Module->Declarations.Item("S");
@@ -89,32 +81,13 @@ TEST(Descriptions, CountPlainCommentsWhereTheProjectDoes) {
   red.TaggedDescription = "tagged";
   EXPECT_EQ(red.Description(), "warm<crlf>tagged") << "the plain text of a member comes first";
   declare.UnTaggedDescription = "plain";
+  const Block& block = *module.Module->Blocks.Item("F");
+  EXPECT_EQ(block.Description(), "");
   module.Project.UnTaggedVariables = module.Project.UnTaggedModules = true;
+  module.Project.UnTaggedBlocks = true;
   EXPECT_EQ(x.Description(), "tagged<crlf>plain");
   EXPECT_EQ(declare.Description(), "plain") << "counted with the modules";
-}
-
-TEST(Descriptions, AreReadOnlyExceptWhereTheyAreStored) {
-  Block block;
-  Component component;
-  Variable variable;
-  EventDeclaration event;
-  Enumeration enumeration;
-  EnumMember member;
-  UDT udt;
-  Interface implemented;
-  for (CodeElement* element : std::initializer_list<CodeElement*>{
-           &block, &component, &variable, &event, &enumeration, &member, &udt, &implemented}) {
-    try {
-      element->SetDescription("x");
-      ADD_FAILURE() << element->ClassName();
-    } catch (const VendrelError& failure) {
-      EXPECT_EQ(failure.Number(), errReadOnlyProperty);
-    }
-  }
-  DeclareDeclaration declare;
-  declare.SetDescription("x");
-  EXPECT_EQ(declare.Description(), "");
+  EXPECT_EQ(block.Description(), "plain");
 }
 
 }  // namespace

@@ -1,25 +1,15 @@
 #include <gtest/gtest.h>
 
 #include "comments/CommentedModule.h"
-#include "core/MessageService.h"
 #include "core/ProcessState.h"
 #include "diagnostics/Diagnostic.h"
 #include "model/Example.h"
+#include "support/Boxes.h"
 
 namespace vendrel {
 namespace {
 
 using test::CommentedModule;
-
-// Keeps what boxes say.
-class Boxes : public MessageService {
- public:
-  void Show(std::string_view text, std::string_view caption, int style) override {
-    Said += std::string(caption) + "|" + std::string(text) + "|" + std::to_string(style) + "\n";
-  }
-  bool Ask(std::string_view, std::string_view, int) override { return false; }
-  std::string Said;
-};
 
 TEST(Example, ReadsItsParameters) {
   Example example;
@@ -36,8 +26,7 @@ TEST(Example, ReadsItsParameters) {
 }
 
 TEST(Example, TellsMissingParametersInTheirOrder) {
-  const auto boxes = std::make_shared<Boxes>();
-  MessageService::Install(boxes);
+  const auto boxes = test::InstallBoxes();
   State().Silent = false;
   Example example;
   example.Load("key=1");
@@ -51,8 +40,6 @@ TEST(Example, TellsMissingParametersInTheirOrder) {
   example.Load("");
   EXPECT_EQ(boxes->Said, expected);
   EXPECT_EQ(example.Caption, "");
-  State().Silent = false;
-  MessageService::Install(nullptr);
 }
 
 TEST(Example, GoesFromItsProcedureToTheElementItIsFor) {

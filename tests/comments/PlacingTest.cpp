@@ -4,6 +4,7 @@
 
 #include "comments/CommentedModule.h"
 #include "core/ProcessState.h"
+#include "support/Projects.h"
 
 namespace vendrel {
 namespace {
@@ -69,6 +70,8 @@ TEST(TaggedComments, StandBeforeTheirElement) {
        "Sub\n",
        "Component M new [##MODULE_IS_NEW=]\nVariable x new [##IS_NEW=]\n"
        "Block F new [##BLOCK_IS_NEW=]\n"},
+      {"head of the module", "'##SUMMARY A class.\n'##REMARKS Old.\n\nOption Explicit\nDim x\n",
+       "Component M d=A class. [##REMARKS=Old.]\n"},
       {"nothing follows", "Option Explicit\n'##SUMMARY lost\n", "waits [##SUMMARY=lost]\n"},
       {"no tag", "Option Explicit\n'##NOTAG x\n'# x\nSub F()\nEnd Sub\n", ""},
       {"a comment dies with the procedure it stands in",
@@ -110,11 +113,6 @@ TEST(TaggedComments, StayAsTheyAreWherePreserved) {
   for (const Case& c : cases) Check(c, Preserve);
 }
 
-TEST(TaggedComments, AtTheHeadOfAModuleDescribeIt) {
-  CommentedModule module("'##SUMMARY A class.\n'##REMARKS Old.\n\nOption Explicit\nDim x\n");
-  EXPECT_EQ(module.Landed(), "Component M d=A class. [##REMARKS=Old.]\n");
-}
-
 TEST(TaggedComments, CommandTheirModule) {
   CommentedModule module(
       "Option Explicit\n"
@@ -154,12 +152,12 @@ TEST(TaggedComments, AreToldToTheHostBeforeTheyArePlaced) {
   CommentedModule module(
       "Option Explicit\n'##SUMMARY a\nSub F(x)\n'plain\nEnd Sub '##REMARKS b\n",
       [&](VBProject& project) {
-        project.NewTaggedComment.Add([&](Block& block, TaggedComment& tc, const CodeLine&) {
-          told += block.Name() + tc.TagIdentifier + (tc.CodeElement ? "!" : ";");
+        project.NewTaggedComment.Add([&](Block& block, TaggedComment& tc, const CodeLine& line) {
+          told += block.Name() + tc.TagIdentifier + (tc.CodeElement ? "!" : ";") + line.Text + "|";
           tc.Text += "+";
         });
       });
-  EXPECT_EQ(told, "##SUMMARY;F##REMARKS;");
+  EXPECT_EQ(told, "##SUMMARY;'##SUMMARY a|F##REMARKS;End Sub '##REMARKS b|");
   EXPECT_EQ(module.Landed(), "Block F d=a+ [##REMARKS=b+]\n");
 }
 
@@ -168,7 +166,6 @@ TEST(TaggedComments, GoOnInPlainLinesWhereSoSet) {
   CommentedModule module(
       "Option Explicit\n'##SUMMARY a\n' and b\n\n'##PARAM x first\n' half\nSub F(x)\n' no\nEnd "
       "Sub\n");
-  State().AutoAppendUntagged = false;
   EXPECT_EQ(module.Landed(), "Component M d=a and b\nParameter x d=first half\n");
 }
 
@@ -183,48 +180,26 @@ TEST(TaggedComments, OfLegacyTagsAreUpgraded) {
          "Variable x new [##ISNEW=]\nBlock F [##BLOCK_REMARKS=a]\n"});
 }
 
-// Plain comments never reach the tags, but the readings differ in what a comment is.
-TEST(TaggedComments, InRemLinesCountInTheCompleteReading) {
-  const char* body = "Option Explicit\nRem ##SUMMARY Old style.\nSub F()\nEnd Sub\n";
-  EXPECT_EQ(CommentedModule(body).Landed(), "");
-  EXPECT_EQ(
-      CommentedModule(body, [](VBProject& p) { p.Reading = ReadingRules::Complete(); }).Landed(),
-      "Block F d=Old style.\n");
-}
-
-TEST(TaggedComments, WaitForWhatFollowsAProcedureInTheCompleteReading) {
-  const char* body =
-      "Option Explicit\nSub F(a, b)\nDim n\n'##PARAM b of F\nEnd Sub\n\n'##PARAM a of G\n"
-      "'##VARIABLE_SUMMARY n none\n'##RETURNS g\nFunction G(a)\nDim n\nEnd Function\n";
-  EXPECT_EQ(CommentedModule(body).Landed(),
-            "Parameter a d=of G\nParameter b d=of F\nVariable n d=none\nBlock G [##RETURNS=g]\n");
-  EXPECT_EQ(
-      CommentedModule(body, [](VBProject& p) { p.Reading.CommentsBehindEnd = true; }).Landed(),
-      "Parameter b d=of F\nBlock G [##RETURNS=g]\nParameter a d=of G\nVariable n d=none\n");
-}
-
-TEST(TaggedComments, StandAtConstantsInTheCompleteReading) {
-  const char* body =
-      "Option Explicit\n'##SUMMARY The limit.\n'##REMARKS Fixed.\nConst Limit = 5\nDim Total\n";
-  EXPECT_EQ(CommentedModule(body).Landed(), "Variable Total d=The limit. [##REMARKS=Fixed.]\n");
-  EXPECT_EQ(CommentedModule(body, [](VBProject& p) { p.Reading.ConstantComments = true; }).Landed(),
-            "Constant Limit d=The limit. [##REMARKS=Fixed.]\n");
-}
-
-TEST(LeadingComments, DescribeEachProcedureInTheCompleteReading) {
-  const char* body =
-      "Option Explicit\n' The first.\nSub F()\nx = 1\nEnd Sub\n\n' The second.\nSub G()\nx = "
-      "1\nEnd Sub\n";
-  const auto described = [&](const ReadingRules& reading) {
-    CommentedModule module(body, [&](VBProject& project) {
-      project.Reading = reading;
-      project.UnTaggedBlocks = true;
-    });
-    return module.Module->Blocks.Item("F")->Description() + "|" +
-           module.Module->Blocks.Item("G")->Description();
+TEST(TaggedComments, LandElsewhereUnderAFlagOfTheReading) {
+  const struct {
+    const char *Flag, *Body, *Classic, *Flagged;
+  } cases[] = {
+      {"RemComments", "Option Explicit\nRem ##SUMMARY Old style.\nSub F()\nEnd Sub\n", "",
+       "Block F d=Old style.\n"},
+      {"CommentsBehindEnd",
+       "Option Explicit\nSub F(a, b)\nDim n\n'##PARAM b of F\nEnd Sub\n\n'##PARAM a of G\n"
+       "'##VARIABLE_SUMMARY n none\n'##RETURNS g\nFunction G(a)\nDim n\nEnd Function\n",
+       "Parameter a d=of G\nParameter b d=of F\nVariable n d=none\nBlock G [##RETURNS=g]\n",
+       "Parameter b d=of F\nBlock G [##RETURNS=g]\nParameter a d=of G\nVariable n d=none\n"},
+      {"ConstantComments",
+       "Option Explicit\n'##SUMMARY The limit.\n'##REMARKS Fixed.\nConst Limit = 5\nDim Total\n",
+       "Variable Total d=The limit. [##REMARKS=Fixed.]\n",
+       "Constant Limit d=The limit. [##REMARKS=Fixed.]\n"},
   };
-  EXPECT_EQ(described(ReadingRules::Classic()), "The first.|");
-  EXPECT_EQ(described(ReadingRules::Complete()), "The first.|The second.");
+  for (const auto& c : cases) {
+    Check({c.Flag, c.Body, c.Classic});
+    Check({c.Flag, c.Body, c.Flagged}, test::Reading(c.Flag));
+  }
 }
 
 }  // namespace

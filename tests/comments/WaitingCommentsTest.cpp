@@ -9,6 +9,7 @@
 #include <random>
 
 #include "comments/CommentedModule.h"
+#include "text/Words.h"
 
 namespace vendrel {
 namespace {
@@ -103,27 +104,13 @@ struct HandMade {
     }
   }
   void Park(unsigned choice) {
-    static constexpr const char* tags[] = {"##SUMMARY",
-                                           "##REMARKS",
-                                           "##VARIABLE_REMARKS",
-                                           "##PARAM",
-                                           "##EVENT_REMARKS",
-                                           "##ISNEW",
-                                           "##ENUMERATION_MEMBER_REMARKS",
-                                           "##STRUCTURE_MEMBER_REMARKS",
-                                           "##INTERFACE_REMARKS",
-                                           "##INTERFACE_ALIAS",
-                                           "##VARIABLE_IS_NEW",
-                                           "##BLOCK_REMARKS",
-                                           "##MODULE_ISNEW",
-                                           "##IS_EXAMPLE",
-                                           "##ENUMERATION_REMARKS",
-                                           "##DECLARE_REMARKS",
-                                           "##EXCLUDE",
-                                           "##LIBRARY_REMARKS",
-                                           "##NONE"};
+    static const std::vector<std::string_view> tags = TrimmedWords(
+        "##SUMMARY ##REMARKS ##VARIABLE_REMARKS ##PARAM ##EVENT_REMARKS ##ISNEW "
+        "##ENUMERATION_MEMBER_REMARKS ##STRUCTURE_MEMBER_REMARKS ##INTERFACE_REMARKS "
+        "##INTERFACE_ALIAS ##VARIABLE_IS_NEW ##BLOCK_REMARKS ##MODULE_ISNEW ##IS_EXAMPLE "
+        "##ENUMERATION_REMARKS ##DECLARE_REMARKS ##EXCLUDE ##LIBRARY_REMARKS ##NONE");
     auto comment = std::make_shared<TaggedComment>();
-    comment->Initialise(std::string(tags[choice % std::size(tags)]) + " n" +
+    comment->Initialise(std::string(tags[choice % tags.size()]) + " n" +
                         std::to_string(Names + static_cast<int>(choice / 7 % 5) - 2) + " t" +
                         std::to_string(All.size()));
     All.push_back(comment);
