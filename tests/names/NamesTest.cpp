@@ -4,171 +4,133 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-#include <set>
-
-#include "names/NameWalk.h"
+#include "model/Building.h"
 #include "project/VBProjectGroup.h"
-#include "support/MemoryFiles.h"
+#include "support/Projects.h"
 
 namespace vendrel {
 namespace {
 
-using test::MemoryFiles;
+const test::TestProject::Modules kModules = {
+    {"F.frm",
+     "VERSION 5.00\n"
+     "Begin VB.Form F\n"
+     "  Begin VB.Frame Box\n"
+     "    Begin VB.CommandButton cmd\n      Index = 0\n    End\n"
+     "    Begin VB.CommandButton cmd\n      Index = 1\n    End\n"
+     "  End\n"
+     "End\n"
+     "Attribute VB_Name = \"F\"\n"},
+    {"M.cls",
+     "Option Explicit\n"
+     "Implements IShape\n"
+     "Public Event Moved(ByVal By As Long)\n"
+     "Public Enum Colour\n  Red = 1\n  Blue\nEnd Enum\n"
+     "Private Type Pair\n  First As Long\nEnd Type\n"
+     "Private Const Limit = 5\n"
+     "Private x As Long\n"
+     "Public Property Get Size(Optional ByVal Unit As Long) As Long\n"
+     "  Dim result As Long\nEnd Property\n"
+     "Public Property Let Size(Optional ByVal Unit As Long, ByVal value As Long)\n"
+     "  Dim result As Long\nEnd Property\n"
+     "Public Sub Walk(ByVal Steps As Long)\n  Const Pace = 2\n  Dim i As Long\nEnd Sub\n"
+     "Public Sub Paint_I(ByVal c As Long)\nEnd Sub\n"},
+    {"D.bas",
+     "Public Declare Function GetIt Lib \"user32\" (ByVal h As Long) As Long\n"
+     "Public Total As Long\n"}};
 
-constexpr const char* kProject =
-    "Type=Exe\r\nForm=F.frm\r\nClass=M; M.cls\r\nModule=D; D.bas\r\nName=\"P\"\r\n";
-constexpr const char* kClass =
-    "VERSION 1.0 CLASS\r\n"
-    "Attribute VB_Name = \"M\"\r\n"
-    "Option Explicit\r\n"
-    "Implements IShape\r\n"
-    "Public Event Moved(ByVal By As Long)\r\n"
-    "Public Enum Colour\r\n"
-    "  Red = 1\r\n"
-    "  Blue\r\n"
-    "End Enum\r\n"
-    "Private Type Pair\r\n"
-    "  First As Long\r\n"
-    "End Type\r\n"
-    "Private Const Limit = 5\r\n"
-    "Private x As Long\r\n"
-    "\r\n"
-    "Public Property Get Size(Optional ByVal Unit As Long) As Long\r\n"
-    "  Dim result As Long\r\n"
-    "End Property\r\n"
-    "Public Property Let Size(Optional ByVal Unit As Long, ByVal value As Long)\r\n"
-    "  Dim result As Long\r\n"
-    "End Property\r\n"
-    "Public Sub Walk(ByVal Steps As Long)\r\n"
-    "  Const Pace = 2\r\n"
-    "  Dim i As Long\r\n"
-    "End Sub\r\n"
-    "Public Sub Paint_I(ByVal c As Long)\r\n"
-    "End Sub\r\n";
-constexpr const char* kForm =
-    "VERSION 5.00\r\n"
-    "Begin VB.Form F\r\n"
-    "  Caption = \"f\"\r\n"
-    "  Begin VB.Frame Box\r\n"
-    "    Begin VB.CommandButton cmd\r\n"
-    "      Index = 0\r\n"
-    "    End\r\n"
-    "    Begin VB.CommandButton cmd\r\n"
-    "      Index = 1\r\n"
-    "    End\r\n"
-    "  End\r\n"
-    "End\r\n"
-    "Attribute VB_Name = \"F\"\r\n";
-constexpr const char* kModule =
-    "Attribute VB_Name = \"D\"\r\n"
-    "Public Declare Function GetIt Lib \"user32\" (ByVal h As Long) As Long\r\n"
-    "Public Total As Long\r\n";
-
-class NamesTest : public testing::Test {
- protected:
-  void Load(const ReadingRules& reading) {
-    mProject.Reading = reading;
-    ASSERT_TRUE(mProject.Load("/p/P.vbp"));
-    mProject.Components.Populate();
+// A project of these modules, loaded.
+struct Loaded : test::TestProject {
+  explicit Loaded(const test::Prepare& prepare = {}) : TestProject(kModules, prepare) {
+    Project->Components.Populate();
   }
-  /// Class and qualified name of what is found.
+  // Class and qualified name of what is found.
   std::string Find(std::string_view name) {
-    const CodeElement* found = mProject.GetObjectByName(name);
+    const CodeElement* found = Project->GetObjectByName(name);
     if (!found) return "-";
     return std::string(found->ClassName()) + " " + found->QualifiedName();
   }
-
-  MemoryFiles mFiles{
-      {"/p/P.vbp", kProject}, {"/p/M.cls", kClass}, {"/p/F.frm", kForm}, {"/p/D.bas", kModule}};
-  VBProject mProject;
 };
 
-TEST_F(NamesTest, WhatANameFindsInTheClassicReading) {
-  Load(ReadingRules::Classic());
-  const std::pair<const char*, const char*> names[] = {
-      {"P", "VBProject P"},
-      {"p", "VBProject P"},
-      {"Q", "-"},
-      {"", "-"},
-      {"P~M", "Component P~M"},
-      {"P~m", "Component P~M"},
-      {"P~Nothing", "-"},
-      {"P~M~Walk", "Block P~M~Walk"},
-      {"P~M~Walk:Steps", "Parameter P~M~Walk:Steps"},
-      {"P~M~Size", "Block P~M~Size"},
-      {"P~M~Size:Unit", "Parameter P~M~Size:Unit"},
-      {"P~M~Size:value", "-"},
-      {"P~M~Size_PL:value", "Parameter P~M~Size:value"},
-      {"P~M~size_PG", "Block P~M~Size"},
-      {"P~M~Size_PS", "-"},
-      {"P~M~Size_pl", "-"},
-      {"P~M~x", "Variable P~M~x"},
-      {"P~M~x:any", "Variable P~M~x"},
-      {"P~M~Limit", "-"},
-      {"P~M~Moved_EV", "EventDeclaration P~M~Moved_EV"},
-      {"P~M~Moved_EV:By", "Parameter P~M~Moved_EV:By"},
-      {"P~M~Colour_EN", "Enumeration P~M~Colour_EN"},
-      {"P~M~Colour_EN:Blue", "EnumMember P~M~Colour_EN:Blue"},
-      {"P~M~Pair_UT:First", "Variable P~M~Pair_UT:First"},
-      {"P~M~IShape_I", "Interface P~M~IShape_I"},
-      {"P~M~Paint_I", "-"},  // taken for an interface
-      {"P~M~Walk~i", "-"},
-      {"P~F~Box", "-"},
-      {"P~user32.dll_LIB", "-"},
-      {"P~M~Walk~i~j", "-"}};
-  for (const auto& [name, expected] : names) EXPECT_EQ(Find(name), expected) << name;
+TEST(NamesTest, WhatANameFindsInEitherReading) {
+  const char* const kSame = "the same";
+  const struct {
+    const char *Name, *Classic, *Complete;
+  } cases[] = {{"P", "VBProject P", kSame},
+               {"p", "VBProject P", kSame},
+               {"Q", "-", kSame},
+               {"", "-", kSame},
+               {"P~M", "Component P~M", kSame},
+               {"P~m", "Component P~M", kSame},
+               {"P~Nothing", "-", kSame},
+               {"P~M~Walk", "Block P~M~Walk", kSame},
+               {"P~M~Walk:Steps", "Parameter P~M~Walk:Steps", kSame},
+               {"P~M~Walk~i", "-", "Variable P~M~Walk~i"},
+               {"P~M~Walk~Pace", "-", "Constant P~M~Walk~Pace"},
+               {"P~M~Walk~no", "-", kSame},
+               {"P~M~Walk~i~j", "-", kSame},
+               {"P~M~Size", "Block P~M~Size", kSame},
+               {"P~M~Size:Unit", "Parameter P~M~Size:Unit", kSame},
+               {"P~M~Size:value", "-", "Parameter P~M~Size:value"},
+               {"P~M~Size~result", "-", "Variable P~M~Size_PG~result"},
+               {"P~M~Size_PL:value", "Parameter P~M~Size:value", kSame},
+               {"P~M~Size_PL~result", "-", "Variable P~M~Size_PL~result"},
+               {"P~M~size_PG", "Block P~M~Size", kSame},
+               {"P~M~Size_PS", "-", kSame},
+               {"P~M~Size_pl", "-", kSame},
+               {"P~M~x", "Variable P~M~x", kSame},
+               {"P~M~x:any", "Variable P~M~x", kSame},
+               {"P~M~Limit", "-", "Constant P~M~Limit"},
+               {"P~M~Moved_EV", "EventDeclaration P~M~Moved_EV", kSame},
+               {"P~M~Moved_EV:By", "Parameter P~M~Moved_EV:By", kSame},
+               {"P~M~Colour_EN", "Enumeration P~M~Colour_EN", kSame},
+               {"P~M~Colour_EN:Blue", "EnumMember P~M~Colour_EN:Blue", kSame},
+               {"P~M~Pair_UT:First", "Variable P~M~Pair_UT:First", kSame},
+               {"P~M~IShape_I", "Interface P~M~IShape_I", kSame},
+               {"P~M~Paint_I", "-", "Block P~M~Paint_I"},  // taken for an interface
+               {"P~M~Paint_I:c", "-", "Parameter P~M~Paint_I:c"},
+               {"P~F~F", "-", "VBControl P~F~F"},
+               {"P~F~Box", "-", "VBControl P~F~Box"},
+               {"P~F~cmd(1)", "-", "VBControl P~F~cmd(1)"},
+               {"P~user32.dll_LIB", "-", "Library P~user32.dll_LIB"},
+               {"P~user32.dll_LIB~GetIt", "-", kSame},
+               {"P~user32.dll_LIB~GetIt_DEC", "-", "DeclareDeclaration P~user32.dll_LIB~GetIt_DEC"},
+               {"P~user32.dll_LIB~GetIt_DEC:h", "-", "Parameter P~user32.dll_LIB~GetIt_DEC:h"}};
+  Loaded classic;
+  for (const auto& c : cases) EXPECT_EQ(classic.Find(c.Name), c.Classic) << c.Name;
+  Loaded complete(test::Complete());
+  for (const auto& c : cases)
+    EXPECT_EQ(complete.Find(c.Name), c.Complete == kSame ? c.Classic : c.Complete) << c.Name;
 }
 
-TEST_F(NamesTest, WhatANameFindsMoreInTheCompleteReading) {
-  Load(ReadingRules::Complete());
-  const std::pair<const char*, const char*> names[] = {
-      {"P~M~Size:value", "Parameter P~M~Size:value"},
-      {"P~M~Limit", "Constant P~M~Limit"},
-      {"P~M~Paint_I", "Block P~M~Paint_I"},
-      {"P~M~Paint_I:c", "Parameter P~M~Paint_I:c"},
-      {"P~M~IShape_I", "Interface P~M~IShape_I"},
-      {"P~M~Walk~i", "Variable P~M~Walk~i"},
-      {"P~M~Walk~Pace", "Constant P~M~Walk~Pace"},
-      {"P~M~Walk~no", "-"},
-      {"P~M~Size~result", "Variable P~M~Size_PG~result"},
-      {"P~M~Size_PL~result", "Variable P~M~Size_PL~result"},
-      {"P~F~F", "VBControl P~F~F"},
-      {"P~F~Box", "VBControl P~F~Box"},
-      {"P~F~cmd(1)", "VBControl P~F~cmd(1)"},
-      {"P~user32.dll_LIB", "Library P~user32.dll_LIB"},
-      {"P~user32.dll_LIB~GetIt_DEC", "DeclareDeclaration P~user32.dll_LIB~GetIt_DEC"},
-      {"P~user32.dll_LIB~GetIt_DEC:h", "Parameter P~user32.dll_LIB~GetIt_DEC:h"},
-      {"P~user32.dll_LIB~GetIt", "-"}};
-  for (const auto& [name, expected] : names) EXPECT_EQ(Find(name), expected) << name;
-}
-
-TEST_F(NamesTest, TheConsolidatedBlockStandsForAProperty) {
-  Load(ReadingRules::Classic());
-  Component& component = *mProject.Components.Item("M");
-  EXPECT_EQ(mProject.GetObjectByName("P~M~Size"),
+TEST(NamesTest, TheConsolidatedBlockStandsForAProperty) {
+  Loaded loaded;
+  Component& component = loaded.Module("M");
+  EXPECT_EQ(loaded.Project->GetObjectByName("P~M~Size"),
             component.ConsolidatedPropertyBlock("Size", true));
-  const auto* let = dynamic_cast<Block*>(mProject.GetObjectByName("P~M~Size_PL"));
+  const auto* let = dynamic_cast<Block*>(loaded.Project->GetObjectByName("P~M~Size_PL"));
   ASSERT_TRUE(let);
   EXPECT_EQ(let->BlockType(), btPropertyLet);
   EXPECT_EQ(component.PropertyGroups.Item("Size")->QualifiedName(), "P~M~Size");
 }
 
-TEST_F(NamesTest, TheMainObjectOfAMemberIsItsProcedureOrEvent) {
-  Load(ReadingRules::Classic());
-  const auto main = [&](std::string_view name) {
-    const CodeElement* found = mProject.GetObjectByName_MainObject(name);
-    return found ? found->QualifiedName() : "-";
-  };
-  EXPECT_EQ(main("P~M~Walk:Steps"), "P~M~Walk");
-  EXPECT_EQ(main("P~M~Moved_EV:By"), "P~M~Moved_EV");
-  EXPECT_EQ(main("P~M~Walk"), "P~M~Walk");
-  EXPECT_EQ(mProject.GetComponentByName("M"), nullptr);
+TEST(NamesTest, TheMainObjectOfAMemberIsItsProcedureOrEvent) {
+  Loaded loaded;
+  for (const auto& [name, main] : std::initializer_list<std::pair<const char*, const char*>>{
+           {"P~M~Walk:Steps", "P~M~Walk"},
+           {"P~M~Moved_EV:By", "P~M~Moved_EV"},
+           {"P~M~Walk", "P~M~Walk"}}) {
+    const CodeElement* found = loaded.Project->GetObjectByName_MainObject(name);
+    ASSERT_TRUE(found) << name;
+    EXPECT_EQ(found->QualifiedName(), main);
+  }
+  EXPECT_EQ(loaded.Project->GetComponentByName("M"), nullptr);
 }
 
-TEST_F(NamesTest, NamesOfOtherProjectsAreFoundThroughTheGroup) {
-  mFiles.Add("/p/O.vbp", "Type=Exe\r\nModule=D; D.bas\r\nName=\"O\"\r\n");
-  mFiles.Add("/p/G.vbg", "Project=P.vbp\r\nProject=O.vbp\r\n");
+TEST(NamesTest, NamesOfOtherProjectsAreFoundThroughTheGroup) {
+  Loaded loaded;
+  loaded.Files.Add("/p/O.vbp", "Type=Exe\r\nModule=D; D.bas\r\nName=\"O\"\r\n");
+  loaded.Files.Add("/p/G.vbg", "Project=P.vbp\r\nProject=O.vbp\r\n");
   VBProjectGroup group;
   ASSERT_TRUE(group.Load("/p/G.vbg"));
   VBProject& project = *group.VBProjects().Item("P");
@@ -201,16 +163,12 @@ TEST(NameFormTest, TypeLibrariesAndDelegatesHaveModulesOfTheirOwn) {
   Namespace space;
   space.Name = "A.B";
   const auto delegates = add("__Delegates");
-  const auto block = std::make_shared<Block>();
-  block->SetName("Handler");
+  Block* block = test::AddBlock(*delegates, btSub, "Handler");
   block->SetIsDelegate(true);
   block->SetNamespace(&space);
-  block->SetVBProject(&project);
-  block->Component = delegates.get();
-  delegates->Blocks.Add(block);
   EXPECT_EQ(block->QualifiedName(), "P~A.B.Handler");
-  EXPECT_EQ(project.GetObjectByName("P~A.B.Handler"), block.get());
-  EXPECT_EQ(project.GetObjectByName("P~A.B.Handler_Delegate"), block.get());
+  EXPECT_EQ(project.GetObjectByName("P~A.B.Handler"), block);
+  EXPECT_EQ(project.GetObjectByName("P~A.B.Handler_Delegate"), block);
   Parameter* parameter = block->netCreateParameter("sender", "System.Object", "", false);
   EXPECT_EQ(project.GetObjectByName("P~A.B.Handler:sender"), parameter);
 

@@ -1,7 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "project/VBProjectGroup.h"
-#include "support/MemoryFiles.h"
+#include "support/Projects.h"
+#include "support/Raised.h"
 
 namespace vendrel {
 namespace {
@@ -28,7 +29,6 @@ class TypeResolutionTest : public testing::Test {
     mGroup.VBProjects().CementReferences();
     mProject = mGroup.VBProjects().Item("P");
     ASSERT_TRUE(mProject);
-    mProject->ProjectName = "P";
   }
   /// Class number and qualified name of what `name` means in a module of P (or in none).
   std::string Resolve(std::string_view name, std::string_view module = {}) {
@@ -128,7 +128,7 @@ TEST_F(TypeResolutionTest, PrivateTypesOfOtherModulesAreNotFound) {
 
 TEST_F(TypeResolutionTest, ACachedElementThatHasGoneRaises9) {
   mProject->Components.Item("T")->Enumerations.Clear();
-  EXPECT_THROW(Resolve("Colour", "M"), VendrelError);
+  EXPECT_EQ(test::Raised([&] { Resolve("Colour", "M"); }), errSubscript);
 }
 
 TEST_F(TypeResolutionTest, VisibleModulesAreThoseOfTheProjectAndPublicOnesOfTheGroup) {
@@ -144,12 +144,8 @@ TEST_F(TypeResolutionTest, VisibleModulesAreThoseOfTheProjectAndPublicOnesOfTheG
 }
 
 TEST_F(TypeResolutionTest, GlobalsAreThoseOfStandardModules) {
-  std::string names;
-  const auto variables = mProject->GlobalVariables();
-  for (const Variable& variable : *variables) names += variable.Name + " ";
-  const auto blocks = mProject->GlobalBlocks();
-  for (const Block& block : *blocks) names += block.Name() + " ";
-  EXPECT_EQ(names, "Total Other Run Stay ");
+  EXPECT_EQ(test::Names(*mProject->GlobalVariables()), "Total Other ");
+  EXPECT_EQ(test::Names(*mProject->GlobalBlocks()), "Run Stay ");
   // The blocks stand in both collections.
   EXPECT_EQ(mProject->Components.Item("M")->Blocks.Item("Run")->Name(), "Run");
 }
