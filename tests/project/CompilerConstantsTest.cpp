@@ -94,49 +94,35 @@ TEST(CompilerConstantsTest, TheScriptIsBuiltWordByWord) {
             std::string("cc2 = \"abc\"\r\nFunction Evaluate()\r\nEvaluate = (cc2") + kEnd);
 }
 
-struct Condition {
-  const char* Text;
-  bool Classic;
-  bool Complete;
-  bool ClassicFails = false;
-};
-
 TEST(CompilerConstantsTest, ConditionsAreTrueOrFalse) {
-  const std::vector<Condition> conditions = {
-      {"#If A Then", true, true},
-      {"#If B Then", false, false},
-      {"#If A = 1 Then", true, true},
-      {"#If Missing Then", false, false},
-      {"#If Missing = 0 Then", true, true},
-      {"#If Not B Then", true, true},
-      {"#If A = 1 Or Missing Then", true, true},
-      {"#If Text = \"one\" Then", true, true},
-      {"#If Text = \"ONE\" Then", false, false},
-      {"#If 2 > 1 Then", true, true},
-      {"#If CBool(0) Then", false, false},
-      {"#If 1 / 0 Then", false, false},    // a failure while it runs
-      {"#If \"abc\" Then", false, false},  // no truth value
-      {"#If Win32 Then", false, true},     // built in
-      {"#If VBA6 = True Then", false, true},
-      {"#If Win16 Then", false, false},
-      {"#If Debug Then", false, false},
-      {"#If B And True Then", false, false, true},  // "And" holds the constant A
-      {"#If AB Then", false, false},
-      {"#If ( Then", false, false, true},
-      {"#If 1 + Then", false, false, true}};
+  enum class Is { True, False, Failure };
+  const struct {
+    Is Classic;
+    bool Complete;
+    std::vector<std::string> Conditions;
+  } cases[] = {
+      {Is::True, true, {"A", "A = 1", "Missing = 0", "Not B", "A = 1 Or Missing", "2 > 1"}},
+      {Is::True, true, {"Text = \"one\""}},
+      {Is::False, false, {"B", "Missing", "Text = \"ONE\"", "CBool(0)", "Win16", "Debug", "AB"}},
+      {Is::False, false, {"1 / 0", "\"abc\""}},           // a failure while it runs; no truth value
+      {Is::False, true, {"Win32", "VBA6 = True"}},        // built in
+      {Is::Failure, false, {"B And True", "(", "1 +"}}};  // "And" holds the constant A
   VBProject project;
   project.CompilerConstants.AddFromProjectLine("A = 1 : B = 0");
   CompilerConstants own;
   own.AddFromDeclaration("#Const Text = one");
-  for (const Condition& c : conditions) {
-    project.Reading = ReadingRules::Classic();
-    if (c.ClassicFails) {
-      EXPECT_THROW(own.Evaluate(c.Text, &project), VendrelError) << c.Text;
-    } else {
-      EXPECT_EQ(own.Evaluate(c.Text, &project), c.Classic) << c.Text;
+  for (const auto& c : cases) {
+    for (const std::string& condition : c.Conditions) {
+      const std::string text = "#If " + condition + " Then";
+      project.Reading = ReadingRules::Classic();
+      if (c.Classic == Is::Failure) {
+        EXPECT_THROW(own.Evaluate(text, &project), VendrelError) << text;
+      } else {
+        EXPECT_EQ(own.Evaluate(text, &project), c.Classic == Is::True) << text;
+      }
+      project.Reading = ReadingRules::Complete();
+      EXPECT_EQ(own.Evaluate(text, &project), c.Complete) << text;
     }
-    project.Reading = ReadingRules::Complete();
-    EXPECT_EQ(own.Evaluate(c.Text, &project), c.Complete) << c.Text;
   }
 }
 

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "core/MessageService.h"
 #include "core/ProcessState.h"
 #include "support/Projects.h"
 
@@ -109,8 +108,10 @@ TEST(ComponentsTest, AHandlerCanCancelTheLoad) {
 TEST(ComponentsTest, PopulationSetsTheLanguageAndTheReadingInForce) {
   TestProject project(kModules, test::Complete());
   VBProject other;
+  other.Reading.RemComments = true;
   other.SetLanguageVersion(lvVisualBasicDotNet);
   EXPECT_EQ(State().CurrentLanguageVersion, lvVisualBasicDotNet);
+  EXPECT_EQ(State().CurrentReading, other.Reading);
   Walk(*project.Project);
   EXPECT_EQ(State().CurrentLanguageVersion, lvVisualBasic5or6);
   EXPECT_EQ(State().CurrentReading, ReadingRules::Complete());
@@ -128,40 +129,19 @@ TEST(ComponentsTest, ADuplicateIsToldWithoutAFile) {
   EXPECT_EQ(project.Components.Count(), 2u);
 }
 
-TEST(ComponentsTest, EventsOfTheProjectReachTheClient) {
-  std::string events;
-  TestProject project({{"M.bas", "' plain\n' ##REMARKS tagged\nDim a\n"}}, [&](VBProject& p) {
-    p.NewTaggedComment.Add([&](Block& block, TaggedComment& comment, const CodeLine& line) {
-      events +=
-          std::to_string(block.BlockType()) + " " + comment.TagIdentifier + " " + line.Text + "|";
-    });
-    p.TransformCancelled.Add([&] { events += "transform|"; });
-  });
-  Walk(*project.Project);
-  EXPECT_EQ(events, "6 ##REMARKS ' ##REMARKS tagged|");
-  project.Project->FireTransformCancelled();
-  EXPECT_EQ(events, "6 ##REMARKS ' ##REMARKS tagged|transform|");
+TEST(ComponentsTest, EachNewProjectHasAKeyOfItsOwn) {
+  const std::int32_t others = State().mInstanceIncrement;
+  const VBProject first, second;
+  EXPECT_EQ(first.Key + second.Key, "01");
+  EXPECT_EQ(State().mInstanceIncrement, others + 2);
 }
 
-TEST(ComponentsTest, DefaultsOfANewProject) {
-  const std::int32_t others = State().mInstanceIncrement;
-  const VBProject first;
-  EXPECT_EQ(first.Key, "0");
-  const VBProject second;
-  EXPECT_EQ(second.Key, "1");
-  EXPECT_EQ(State().mInstanceIncrement, others + 2);
-  EXPECT_TRUE(first.TaggedCommentsBeforeElement && first.IncludeFlag && first.BuildTypeCache &&
-              first.DetectNewBlocksOnAddCode && first.Silent());
-  EXPECT_FALSE(first.LoadBlocksOnly || first.OutputConditionalCompilationBlocks ||
-               first.DoNotPopulateComponents() || first.CancelLoad || first.RetainContextIDs);
-  EXPECT_EQ(first.TemplateName, "Default");
-  EXPECT_EQ(first.Reading, ReadingRules::Classic());
-
+TEST(ComponentsTest, AProjectMadeForAClientKeepsWhatWasWritten) {
   const std::shared_ptr<VBProject> made = NewVBProject();
   EXPECT_TRUE(made->DoNotPopulateComponents() && made->PreserveOriginalTaggedComments &&
               made->OutputConditionalCompilationBlocks && made->LoadTypeLibHelpStrings &&
-              made->LoadBlocksOnly && made->IncludeFlag && made->UpgradeLegacyTaggedcomments());
-  EXPECT_TRUE(first.UpgradeLegacyTaggedcomments());  // one value for the process
+              made->LoadBlocksOnly && made->IncludeFlag);
+  EXPECT_TRUE(VBProject().UpgradeLegacyTaggedcomments()) << "one value for the process";
   made->SetAutoGatherComments(true);
   EXPECT_FALSE(made->AutoGatherComments());
 }
@@ -169,7 +149,8 @@ TEST(ComponentsTest, DefaultsOfANewProject) {
 TEST(ComponentsTest, TypesOfTheProjectAreCached) {
   TestProject project(
       {{"M.bas",
-        "Enum Colour\n  a\nEnd Enum\nPrivate Type Point\n  x\nEnd Type\nType M\n  y\nEnd Type\n"}});
+        "Enum Colour\n  a\nEnd Enum\nPrivate Type Point\n  x\nEnd Type\nType M\n  y\nEnd Type\n"
+        "Type COLOUR\n  z\nEnd Type\n"}});
   Walk(*project.Project);
   const ProjectTypeCache& cache = project.Project->TypeCache;
   const auto entry = [&](const char* name) {
@@ -179,7 +160,8 @@ TEST(ComponentsTest, TypesOfTheProjectAreCached) {
   EXPECT_EQ(entry("colour"), "4:M");
   EXPECT_EQ(entry("Point"), "7:M");
   EXPECT_EQ(entry("M"), "1:");  // the first entry of a name stays
-  EXPECT_EQ(project.Module("M").TypeCache.Find("COLOUR"), 3);
+  EXPECT_EQ(project.Module("M").TypeCache.Find("COLOUR"), 3) << "here too";
+  EXPECT_EQ(project.Module("M").TypeCache.Find("Shape"), 0);
   TestProject off({{"M.bas", "Enum Colour\n  a\nEnd Enum\n"}},
                   [](VBProject& p) { p.BuildTypeCache = false; });
   Walk(*off.Project);

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "core/MessageService.h"
 #include "core/ProcessState.h"
 #include "diagnostics/VendrelError.h"
+#include "support/Boxes.h"
 #include "support/Projects.h"
 
 namespace vendrel {
@@ -217,24 +217,11 @@ TEST(ProjectReaderTest, AMissingFileGivesFalseAndTheReason) {
   EXPECT_NE(project.LastErrorString, "Passed filename was invalid / did not exist");
 }
 
-// Keeps what would be shown.
-struct Boxes final : MessageService {
-  std::string Shown;
-  void Show(std::string_view text, std::string_view, int) override {
-    Shown += std::string(text) + "|";
-  }
-  bool Ask(std::string_view text, std::string_view, int) override {
-    Shown += std::string(text) + "?|";
-    return true;
-  }
-};
-
 TEST(ProjectReaderTest, ADuplicateModuleIsToldAndDropped) {
   const std::string lines =
       "Module=M; A.bas\nModule=m; B.bas\nForm=gone.frm\nForm=gone2.frm\nName=\"P\"\n";
   for (const bool silent : {true, false}) {
-    const auto boxes = std::make_shared<Boxes>();
-    MessageService::Install(boxes);
+    const auto boxes = test::InstallBoxes();
     File file(lines, [&](VBProject& p) {
       EXPECT_TRUE(p.Silent());
       p.SetSilent(silent);
@@ -243,8 +230,9 @@ TEST(ProjectReaderTest, ADuplicateModuleIsToldAndDropped) {
     EXPECT_EQ(file.Project.Components.Item("M")->FileName.LeafName(), "A.bas");
     EXPECT_EQ(Kept(file.Project), "Name=\"P\"|");
     EXPECT_EQ(Told(file.Project.Diagnostics), "2 duplicate-name\n");
-    EXPECT_EQ(boxes->Shown.empty(), silent);
-    EXPECT_EQ(boxes->Shown.find("Duplicate") != std::string::npos, !silent) << boxes->Shown;
+    EXPECT_EQ(boxes->Said, silent ? ""
+                                  : "Duplicate Components|Duplicate Components, 'm'.  Processing "
+                                    "will continue.|48\n");
     const VBProject another;  // a new project silences the whole process
     EXPECT_TRUE(file.Project.Silent());
   }

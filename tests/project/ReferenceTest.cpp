@@ -5,10 +5,10 @@
 #include <map>
 
 #include "core/Ascii.h"
-#include "diagnostics/VendrelError.h"
 #include "project/VBProjects.h"
 #include "services/SettingsReader.h"
 #include "support/MemoryFiles.h"
+#include "support/Raised.h"
 
 namespace vendrel {
 namespace {
@@ -51,6 +51,12 @@ class ReferenceTest : public testing::Test {
   void Register(std::map<std::string, std::string> values) {
     SettingsReader::Install(std::make_shared<FewSettings>(std::move(values)));
   }
+  Reference Loaded(std::string_view line) {
+    Reference reference;
+    reference.SetParentProject(&mProject);
+    reference.Load(line);
+    return reference;
+  }
   /// The fields of a line that was read, in one text.
   std::string Dump(std::string_view line) {
     mReference.Load(line);
@@ -82,12 +88,8 @@ TEST_F(ReferenceTest, EveryLineFormIsRead) {
     mReference = Reference();
     mReference.SetParentProject(&mProject);
     std::string got;
-    try {
-      got = Dump(line);
-    } catch (const VendrelError& error) {
-      got = "raises " + std::to_string(error.Number());
-    }
-    EXPECT_EQ(got, expected) << line;
+    const int raised = test::Raised([&] { got = Dump(line); });
+    EXPECT_EQ(raised ? "raises " + std::to_string(raised) : got, expected) << line;
     EXPECT_EQ(mReference.SourceString, line);
   }
 }
@@ -122,10 +124,7 @@ TEST_F(ReferenceTest, NewerMinorVersionsAreSearchedUpwardInHexadecimal) {
                         {"Reference=*\\G{X}#1.0#0#C:\\a.tlb", "2.1", false}};
   for (const Case& c : cases) {
     Register({{std::string("typelib\\{x}\\") + c.Registered + "\\0\\win32", "C:\\found.tlb"}});
-    mReference = Reference();
-    mReference.SetParentProject(&mProject);
-    mReference.Load(c.Line);
-    EXPECT_EQ(mReference.FileName.FullPath(), c.Found ? "C:\\found.tlb" : "C:\\a.tlb")
+    EXPECT_EQ(Loaded(c.Line).FileName.FullPath(), c.Found ? "C:\\found.tlb" : "C:\\a.tlb")
         << c.Line << " with " << c.Registered;
   }
 }
@@ -136,27 +135,15 @@ TEST_F(ReferenceTest, ALibraryTellsItsNameWhereTheLineHasNone) {
     if (path == "/p/b.tlb") throw VendrelError(errInvalidArgument);
     return std::string("TheLibrary");
   });
-  mReference.Load("Object={Y}#1.1#0; a.tlb");
-  EXPECT_EQ(mReference.Name(), "TheLibrary");
-  EXPECT_EQ(mReference.Description(), "TheLibrary");
-  Reference other;
-  other.SetParentProject(&mProject);
-  other.Load("Object={Y}#1.1#0; b.tlb");
-  EXPECT_EQ(other.Name(), "b.tlb");
-  Reference named;
-  named.SetParentProject(&mProject);
-  named.Load("Reference=*\\G{X}#2.0#0#a.tlb#A Lib");
-  EXPECT_EQ(named.Name(), "A Lib");
+  EXPECT_EQ(Loaded("Object={Y}#1.1#0; a.tlb").Name(), "TheLibrary");
+  EXPECT_EQ(Loaded("Object={Y}#1.1#0; a.tlb").Description(), "TheLibrary");
+  EXPECT_EQ(Loaded("Object={Y}#1.1#0; b.tlb").Name(), "b.tlb");
+  EXPECT_EQ(Loaded("Reference=*\\G{X}#2.0#0#a.tlb#A Lib").Name(), "A Lib");
 }
 
 TEST_F(ReferenceTest, ALineIsRebuiltWhereTheProjectIsWrittenElsewhere) {
   const MemoryFiles files{{"/lib/a.tlb", ""}, {"/p/y.ocx", ""}};
-  const auto compiled = [&](std::string_view line) {
-    Reference reference;
-    reference.SetParentProject(&mProject);
-    reference.Load(line);
-    return reference.CompiledLine();
-  };
+  const auto compiled = [&](std::string_view line) { return Loaded(line).CompiledLine(); };
   const char* const reference = "Reference=*\\G{X}#2.0#0#..\\p\\..\\lib\\a.tlb#A Lib";
   EXPECT_EQ(compiled(reference), reference);
   mProject.OutputFileName.SetFullPath("Z:\\q\\A.vbp");
@@ -187,9 +174,7 @@ TEST_F(ReferenceTest, AReferencedProjectGivesBothForms) {
   EXPECT_EQ(mReference.Description(), "The library project");
   lib->mCLSID = "{L}";
   EXPECT_EQ(mReference.CompiledLine(), "Reference=*\\G{L}#2.0#0#Z:\\lib\\Lib.dll#Lib");
-  Reference byProject;
-  byProject.SetParentProject(&mProject);
-  byProject.Load("Reference=*\\A..\\lib\\Lib.vbp");
+  Reference byProject = Loaded("Reference=*\\A..\\lib\\Lib.vbp");
   byProject.SetReferencedProject(lib.get());
   EXPECT_EQ(byProject.CompiledLine(), "Reference=*\\G{L}#1.0#0#Z:\\lib\\Lib.vbp#Lib.vbp");
   EXPECT_EQ(byProject.CodeLine(), "Reference=*\\A..\\lib\\Lib.vbp");

@@ -3,48 +3,35 @@
 #include <gtest/gtest.h>
 
 #include "core/ObjectRegistry.h"
-#include "diagnostics/VendrelError.h"
+#include "support/Raised.h"
 
 namespace vendrel {
 namespace {
 
-int NumberOf(const std::function<void()>& action) {
-  try {
-    action();
-    return 0;
-  } catch (const VendrelError& error) {
-    return error.Number();
-  }
+using test::Raised;
+
+TEST(Eval, GivesTheTextOfAFunctionAndNothingForAFailureWhileItRuns) {
+  const std::pair<const char*, const char*> scripts[] = {
+      {"cc1 = 1\r\ncc2 = 0\r\nFunction F()\r\nF = (cc1 And cc2 = 1)\r\nEnd Function\r\n", "0"},
+      {"FZDebug = True\nFunction F()\nF = (FZDebug)\nEnd Function\n", "True"},
+      {"cc1 = #1/1/2000#\nFunction F()\nF = (cc1 > #1/1/1999#)\nEnd Function", "True"},
+      {"Function F()\nF = (Undefined)\nEnd Function", ""},
+      {"Function F()\nF = (\"a\" = 1)\nEnd Function", ""},
+      {"Function G()\nG = 1\nEnd Function", ""}};
+  for (const auto& [code, text] : scripts) EXPECT_EQ(Eval(code, "F"), text) << code;
 }
 
-TEST(Eval, RunsTheGeneratedScript) {
-  EXPECT_EQ(Eval("cc1 = 1\r\ncc2 = 0\r\nFunction Evaluate()\r\nEvaluate = (cc1 And cc2 = 1)\r\n"
-                 "End Function\r\n",
-                 "Evaluate"),
-            "0");
-  EXPECT_EQ(
-      Eval("FZDebug = True\nFunction Evaluate()\nEvaluate = (FZDebug)\nEnd Function\n", "Evaluate"),
-      "True");
-  EXPECT_EQ(
-      Eval("cc1 = #1/1/2000#\nFunction Evaluate()\nEvaluate = (cc1 > #1/1/1999#)\nEnd Function",
-           "Evaluate"),
-      "True");
-  EXPECT_EQ(Eval("Function Evaluate()\nEvaluate = (Undefined)\nEnd Function", "Evaluate"), "");
-}
-
-TEST(Eval, GivesNothingForAFailureWhileRunningAndRaisesForCodeThatIsNone) {
-  EXPECT_EQ(Eval("Function F()\nF = (\"a\" = 1)\nEnd Function", "F"), "");
-  EXPECT_EQ(Eval("Function F()\nF = 1\nEnd Function", "G"), "");
-  EXPECT_EQ(NumberOf([] { Eval("Function F()\nF = (1 =)\nEnd Function", "F"); }), errScriptSyntax);
+TEST(Eval, RaisesForCodeThatIsNone) {
+  EXPECT_EQ(Raised([] { Eval("Function F()\nF = (1 =)\nEnd Function", "F"); }), errScriptSyntax);
   EXPECT_EQ(Eval("Function F()\nF = 2\nEnd Function", "F"), "2") << "after a failure";
 }
 
 TEST(ScriptControl, KeepsCodeAndVariablesInItsModulesUntilReset) {
   ScriptControl control;
-  EXPECT_EQ(NumberOf([&] { control.SetLanguage("JScript"); }), errCannotCreate);
+  EXPECT_EQ(Raised([&] { control.SetLanguage("JScript"); }), errCannotCreate);
   control.SetLanguage("vbscript");
   const auto module = control.Modules().Add("Code");
-  EXPECT_EQ(NumberOf([&] { control.Modules().Add("CODE"); }), errDuplicateKey);
+  EXPECT_EQ(Raised([&] { control.Modules().Add("CODE"); }), errDuplicateKey);
   module->AddCode(
       "g = 1 ' first\n"
       "Rem a remark\n"
@@ -58,7 +45,7 @@ TEST(ScriptControl, KeepsCodeAndVariablesInItsModulesUntilReset) {
   EXPECT_EQ(ToText(module->Run("COUNT")), "3") << "the variable outside has grown";
   EXPECT_EQ(ToText(module->Run("ReadLocal")), "5") << "a variable of another function is not seen";
   control.Reset();
-  EXPECT_EQ(NumberOf([&] { control.Modules().Add("Code")->Run("Count"); }), errTypeMismatch);
+  EXPECT_EQ(Raised([&] { control.Modules().Add("Code")->Run("Count"); }), errTypeMismatch);
 }
 
 TEST(ScriptControl, RefusesStatementsThatItDoesNotKnow) {
@@ -76,7 +63,7 @@ TEST(ScriptControl, RefusesStatementsThatItDoesNotKnow) {
     const std::string_view code = text;
     ScriptControl control;
     const auto module = control.Modules().Add("Code");
-    EXPECT_EQ(NumberOf([&] { module->AddCode(code); }), number) << code;
+    EXPECT_EQ(Raised([&] { module->AddCode(code); }), number) << code;
   }
 }
 
@@ -93,7 +80,7 @@ TEST(GetScriptEngine, KeepsOneEngineForALanguageAndTakesTheHostsOwn) {
   ReleaseScriptEngines();
   RegisterScriptEngine();
   EXPECT_FALSE(std::dynamic_pointer_cast<Hosts>(GetScriptEngine("")));
-  EXPECT_EQ(NumberOf([] { GetScriptEngine("JScript"); }), errCannotCreate);
+  EXPECT_EQ(Raised([] { GetScriptEngine("JScript"); }), errCannotCreate);
 }
 
 }  // namespace
