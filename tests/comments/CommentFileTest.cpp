@@ -54,18 +54,20 @@ TEST(ApplyCommentFile, PlacesCommentsByName) {
 
 TEST(ApplyCommentFile, RefusesWhatIsNotWellFormedAndAppliesNothing) {
   const std::string good = Item("M~M~F", "##SUMMARY", "", "a");
-  const std::pair<std::string, std::string> cases[] = {
+  const struct {
+    std::string File, Reason;
+  } cases[] = {
       {"<r>\n" + good + "  <c>x</d></r>", "line 3, column "},
       {"<r>\n" + good, "line 2, column "},
       {"<r>\n" + good + "</r>\n<r/>", "line 4, column 2: a second root element"},
       {"<r>\n" + good + "<c>A & B</c></r>", "line 3, column 6: \"&\""},
       {"", "line 1, column 1: "},
   };
-  for (const auto& [file, reason] : cases) {
+  for (const auto& c : cases) {
     CommentedModule module(kBody);
     std::string text;
-    EXPECT_NE(test::Raised([&] { Apply(module, file); }, &text), 0) << file;
-    EXPECT_NE(text.find("Z:\\p\\c.xml: " + reason), std::string::npos) << text;
+    EXPECT_NE(test::Raised([&] { Apply(module, c.File); }, &text), 0) << c.File;
+    EXPECT_NE(text.find("Z:\\p\\c.xml: " + c.Reason), std::string::npos) << text;
     EXPECT_EQ(module.Landed(), "");
   }
 }

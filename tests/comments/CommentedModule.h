@@ -2,6 +2,7 @@
 // A module given as text, and where its comments landed, as text again.
 
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "comments/CommentFile.h"
@@ -11,6 +12,13 @@
 #include "support/MemoryFiles.h"
 
 namespace vendrel::test {
+
+/// The comment that a text is read to, "##PARAM x the x".
+inline std::shared_ptr<TaggedComment> Parsed(std::string_view source) {
+  auto comment = std::make_shared<TaggedComment>();
+  comment->Initialise(source);
+  return comment;
+}
 
 inline std::string Shown(const TaggedComment& comment) {
   const std::string qualifier = comment.Qualifier.empty() ? "" : "(" + comment.Qualifier + ")";

@@ -32,11 +32,8 @@ TEST(AppendDescription, AppendsATextToItself) {
 
 TEST(MergedTaggedDescription, PutsTheCommentsInFront) {
   TaggedComments comments;
-  for (const char* source : {"##REMARKS x", "##SEEALSO n", "##remarks y"}) {
-    auto comment = std::make_shared<TaggedComment>();
-    comment->Initialise(source);
-    comments.Add(comment);
-  }
+  for (const char* source : {"##REMARKS x", "##SEEALSO n", "##remarks y"})
+    comments.Add(test::Parsed(source));
   const auto merged = [&](const char* description, const char* tag, bool onlyIfBlank,
                           bool overwrite) {
     return MergedTaggedDescription(description, comments, tag, onlyIfBlank, overwrite);

@@ -11,6 +11,7 @@ namespace {
 
 using test::CommentedModule;
 
+// Lines behind "Option Explicit", and where their comments land.
 struct Case {
   const char* Name;
   const char* Body;
@@ -21,96 +22,86 @@ void Behind(VBProject& project) { project.TaggedCommentsBeforeElement = false; }
 void Preserve(VBProject& project) { project.PreserveOriginalTaggedComments = true; }
 
 void Check(const Case& c, const CommentedModule::Setup& setup = {}) {
-  EXPECT_EQ(CommentedModule(c.Body, setup).Landed(), c.Landed) << c.Name;
+  CommentedModule module("Option Explicit\n" + std::string(c.Body), setup);
+  EXPECT_EQ(module.Landed(), c.Landed) << c.Name;
 }
 
 TEST(TaggedComments, StandBeforeTheirElement) {
   const Case cases[] = {
-      {"procedure", "Option Explicit\n'##SUMMARY Opens it.\n'##REMARKS Slow.\nSub F()\nEnd Sub\n",
+      {"procedure", "'##SUMMARY Opens it.\n'##REMARKS Slow.\nSub F()\nEnd Sub\n",
        "Block F d=Opens it. [##REMARKS=Slow.]\n"},
-      {"two lines of one tag", "Option Explicit\n'##SUMMARY a\n'##SUMMARY b\nSub F()\nEnd Sub\n",
+      {"two lines of one tag", "'##SUMMARY a\n'##SUMMARY b\nSub F()\nEnd Sub\n",
        "Block F d=a<crlf>b\n"},
-      {"a bare tag goes on", "Option Explicit\n'##SUMMARY a\n'## b\nSub F()\nEnd Sub\n",
-       "Block F d=a<crlf>b\n"},
-      {"parameters",
-       "Option Explicit\n'##PARAM a first\n'##PARAM A more\n'##PARAM z lost\nSub F(a, b)\nEnd "
-       "Sub\n",
+      {"a bare tag goes on", "'##SUMMARY a\n'## b\nSub F()\nEnd Sub\n", "Block F d=a<crlf>b\n"},
+      {"parameters", "'##PARAM a first\n'##PARAM A more\n'##PARAM z lost\nSub F(a, b)\nEnd Sub\n",
        "Parameter a d=first<crlf>more\n"},
-      {"variable", "Option Explicit\n'##SUMMARY The count.\nPublic Count As Long\n",
+      {"variable", "'##SUMMARY The count.\nPublic Count As Long\n",
        "Variable Count d=The count.\n"},
-      {"variable by name", "Option Explicit\n'##VARIABLE_REMARKS b Second.\nDim a, b\n",
+      {"variable by name", "'##VARIABLE_REMARKS b Second.\nDim a, b\n",
        "Variable b [##VARIABLE_REMARKS(b)=Second.]\n"},
       {"event and its parameter",
-       "Option Explicit\n'##SUMMARY Moved.\nEvent Moved(ByVal By As Long)\n'##ED Twice.\n"
+       "'##SUMMARY Moved.\nEvent Moved(ByVal By As Long)\n'##ED Twice.\n"
        "'##PD By steps\n'##PD by other case\n",
        "EventDeclaration Moved d=Moved.<crlf>Twice.\nParameter By d=steps\n"},
       {"enumeration and members",
-       "Option Explicit\n'##SUMMARY Colours.\nEnum E\nRed '##SUMMARY warm\nBlue\n"
+       "'##SUMMARY Colours.\nEnum E\nRed '##SUMMARY warm\nBlue\n"
        "'##SUMMARY cold\n'##ENUMERATION_MEMBER_REMARKS Red nice\nEnd Enum\n",
        "Enumeration E d=Colours.\nEnumMember Red d=warm [##ENUMERATION_MEMBER_REMARKS(Red)=nice]\n"
        "EnumMember Blue d=cold\n"},
       {"structure and members",
-       "Option Explicit\n'##SUMMARY Pair.\nPrivate Type T\nA As Long '##SUMMARY left\nEnd Type\n",
+       "'##SUMMARY Pair.\nPrivate Type T\nA As Long '##SUMMARY left\nEnd Type\n",
        "UDT T d=Pair.\nVariable A d=left\n"},
       {"declare",
-       "Option Explicit\n'##SUMMARY Beeps.\n'##PARAM f hertz\n"
+       "'##SUMMARY Beeps.\n'##PARAM f hertz\n"
        "Private Declare Function Beep Lib \"kernel32\" (ByVal f As Long) As Long\n",
        "DeclareDeclaration Beep d=Beeps.\nParameter f d=hertz\n"},
-      {"interface", "Option Explicit\n'##INTERFACE_SUMMARY IFoo Shape.\nImplements IFoo\n",
+      {"interface", "'##INTERFACE_SUMMARY IFoo Shape.\nImplements IFoo\n",
        "Interface IFoo d=Shape.\n"},
-      {"module and project",
-       "Option Explicit\n'##MODULE_SUMMARY All.\n'##PROJECT_SUMMARY Whole.\nDim x\n",
+      {"module and project", "'##MODULE_SUMMARY All.\n'##PROJECT_SUMMARY Whole.\nDim x\n",
        "VBProject M d=Whole.\nComponent M d=All.\n"},
       {"exclusion",
-       "Option Explicit\n'##EXCLUDE\nPublic x\n'##EXCLUDE\nSub F()\nEnd "
-       "Sub\n'##EXCLUDE_MODULE\nDim y\n",
+       "'##EXCLUDE\nPublic x\n'##EXCLUDE\nSub F()\nEnd Sub\n'##EXCLUDE_MODULE\nDim y\n",
        "Component M [##EXCLUDE_MODULE=]\nVariable x excluded\nBlock F excluded\n"},
-      {"is new",
-       "Option Explicit\n'##IS_NEW\nPublic x\n'##MODULE_IS_NEW\nSub F()\n'##BLOCK_IS_NEW\nEnd "
-       "Sub\n",
+      {"is new", "'##IS_NEW\nPublic x\n'##MODULE_IS_NEW\nSub F()\n'##BLOCK_IS_NEW\nEnd Sub\n",
        "Component M new [##MODULE_IS_NEW=]\nVariable x new [##IS_NEW=]\n"
        "Block F new [##BLOCK_IS_NEW=]\n"},
-      {"head of the module", "'##SUMMARY A class.\n'##REMARKS Old.\n\nOption Explicit\nDim x\n",
-       "Component M d=A class. [##REMARKS=Old.]\n"},
-      {"nothing follows", "Option Explicit\n'##SUMMARY lost\n", "waits [##SUMMARY=lost]\n"},
-      {"no tag", "Option Explicit\n'##NOTAG x\n'# x\nSub F()\nEnd Sub\n", ""},
+      {"nothing follows", "'##SUMMARY lost\n", "waits [##SUMMARY=lost]\n"},
+      {"no tag", "'##NOTAG x\n'# x\nSub F()\nEnd Sub\n", ""},
       {"a comment dies with the procedure it stands in",
-       "Option Explicit\nSub F()\nDim x\n'##VARIABLE_SUMMARY nowhere t\nEnd Sub\nSub G()\nEnd "
-       "Sub\n",
-       ""},
+       "Sub F()\nDim x\n'##VARIABLE_SUMMARY nowhere t\nEnd Sub\nSub G()\nEnd Sub\n", ""},
   };
   for (const Case& c : cases) Check(c);
 }
 
 TEST(TaggedComments, StandBehindTheirElementWhereSoSet) {
   const Case cases[] = {
-      {"procedure", "Option Explicit\nSub F()\n'##SUMMARY Opens it.\n'##PARAM a no such\nEnd Sub\n",
+      {"procedure", "Sub F()\n'##SUMMARY Opens it.\n'##PARAM a no such\nEnd Sub\n",
        "Block F d=Opens it.\n"},
-      {"enumeration",
-       "Option Explicit\nEnum E\n'##SUMMARY Colours.\nRed\n'##SUMMARY warm\nEnd Enum\n",
+      {"enumeration", "Enum E\n'##SUMMARY Colours.\nRed\n'##SUMMARY warm\nEnd Enum\n",
        "Enumeration E d=Colours.\nEnumMember Red d=warm\n"},
-      {"event", "Option Explicit\nEvent Moved(By)\n'##ED Moved.\n",
-       "EventDeclaration Moved d=Moved.\n"},
+      {"event", "Event Moved(By)\n'##ED Moved.\n", "EventDeclaration Moved d=Moved.\n"},
       {"behind the statement",
-       "Option Explicit\nPublic x As Long '##SUMMARY The x.\nSub F() '##SUMMARY f\n"
+       "Public x As Long '##SUMMARY The x.\nSub F() '##SUMMARY f\n"
        "End Sub\n",
        "Variable x d=The x.\nBlock F d=f\n"},
-      {"a variable takes none on the next line",
-       "Option Explicit\nPublic x\n'##SUMMARY gone\nDim y\n", ""},
+      {"a variable takes none on the next line", "Public x\n'##SUMMARY gone\nDim y\n", ""},
   };
   for (const Case& c : cases) Check(c, Behind);
 }
 
 TEST(TaggedComments, StayAsTheyAreWherePreserved) {
   const Case cases[] = {
-      {"nothing merges",
-       "Option Explicit\n'##SUMMARY a\n'##SUMMARY b\n'##EXCLUDE\nSub F()\nEnd Sub\n",
+      {"nothing merges", "'##SUMMARY a\n'##SUMMARY b\n'##EXCLUDE\nSub F()\nEnd Sub\n",
        "Block F [##SUMMARY=a] [##SUMMARY=b] [##EXCLUDE=]\n"},
-      {"commands act and are kept",
-       "Option Explicit\n'##MODULE_IS_COLLECTION\n'##PARAM a x\nSub F(a)\nEnd Sub\n",
+      {"commands act and are kept", "'##MODULE_IS_COLLECTION\n'##PARAM a x\nSub F(a)\nEnd Sub\n",
        "Component M [##MODULE_IS_COLLECTION=]\nParameter a [##PARAM(a)=x]\n"},
   };
   for (const Case& c : cases) Check(c, Preserve);
+}
+
+TEST(TaggedComments, AtTheHeadOfAModuleDescribeIt) {
+  CommentedModule module("'##SUMMARY A class.\n'##REMARKS Old.\n\nOption Explicit\nDim x\n");
+  EXPECT_EQ(module.Landed(), "Component M d=A class. [##REMARKS=Old.]\n");
 }
 
 TEST(TaggedComments, CommandTheirModule) {
@@ -171,12 +162,11 @@ TEST(TaggedComments, GoOnInPlainLinesWhereSoSet) {
 
 TEST(TaggedComments, OfLegacyTagsAreUpgraded) {
   const auto upgrade = [](VBProject& project) { project.SetUpgradeLegacyTaggedcomments(true); };
-  Check(
-      {"on", "Option Explicit\n'##ISNEW\nPublic x\n'##BLOCK_REMARKS a\n'##  b\nSub F()\nEnd Sub\n",
-       "Variable x new [##IS_NEW=]\nBlock F d= b [##REMARKS=a]\n"},
-      upgrade);
+  Check({"on", "'##ISNEW\nPublic x\n'##BLOCK_REMARKS a\n'##  b\nSub F()\nEnd Sub\n",
+         "Variable x new [##IS_NEW=]\nBlock F d= b [##REMARKS=a]\n"},
+        upgrade);
   State().mUpgradeLegacyTaggedcomments = false;
-  Check({"off", "Option Explicit\n'##ISNEW\nPublic x\n'##BLOCK_REMARKS a\nSub F()\nEnd Sub\n",
+  Check({"off", "'##ISNEW\nPublic x\n'##BLOCK_REMARKS a\nSub F()\nEnd Sub\n",
          "Variable x new [##ISNEW=]\nBlock F [##BLOCK_REMARKS=a]\n"});
 }
 
@@ -184,15 +174,13 @@ TEST(TaggedComments, LandElsewhereUnderAFlagOfTheReading) {
   const struct {
     const char *Flag, *Body, *Classic, *Flagged;
   } cases[] = {
-      {"RemComments", "Option Explicit\nRem ##SUMMARY Old style.\nSub F()\nEnd Sub\n", "",
-       "Block F d=Old style.\n"},
+      {"RemComments", "Rem ##SUMMARY Old style.\nSub F()\nEnd Sub\n", "", "Block F d=Old style.\n"},
       {"CommentsBehindEnd",
-       "Option Explicit\nSub F(a, b)\nDim n\n'##PARAM b of F\nEnd Sub\n\n'##PARAM a of G\n"
+       "Sub F(a, b)\nDim n\n'##PARAM b of F\nEnd Sub\n\n'##PARAM a of G\n"
        "'##VARIABLE_SUMMARY n none\n'##RETURNS g\nFunction G(a)\nDim n\nEnd Function\n",
        "Parameter a d=of G\nParameter b d=of F\nVariable n d=none\nBlock G [##RETURNS=g]\n",
        "Parameter b d=of F\nBlock G [##RETURNS=g]\nParameter a d=of G\nVariable n d=none\n"},
-      {"ConstantComments",
-       "Option Explicit\n'##SUMMARY The limit.\n'##REMARKS Fixed.\nConst Limit = 5\nDim Total\n",
+      {"ConstantComments", "'##SUMMARY The limit.\n'##REMARKS Fixed.\nConst Limit = 5\nDim Total\n",
        "Variable Total d=The limit. [##REMARKS=Fixed.]\n",
        "Constant Limit d=The limit. [##REMARKS=Fixed.]\n"},
   };

@@ -134,11 +134,9 @@ TEST(TaggedCommentDefs, AreFoundInAnyCase) {
 }
 
 TEST(ReadTagDefinitions, RefusesWhatIsWrongAndNamesIt) {
-  struct Case {
-    const char* Json;
-    const char* Reason;
-  };
-  const Case cases[] = {
+  const struct {
+    const char *Json, *Reason;
+  } cases[] = {
       {"{\"tags\": [\n  oops]}", "t.json: line 2, column 3: not well-formed JSON"},
       {"[]", "t.json: an object with an array \"tags\" is expected"},
       {R"({"tags": [{"TagIdentifier": "##A"}, 5]})", "t.json: entry 2: an object is expected"},
@@ -162,7 +160,7 @@ TEST(ReadTagDefinitions, RefusesWhatIsWrongAndNamesIt) {
       {R"({"tags": [{"TagIdentifier": "##A", "UpgradeTo": "##A"}]})",
        "t.json: entry 1 (##A): UpgradeTo leads in a circle: ##A"},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     std::string text;
     EXPECT_EQ(test::Raised([&] { ReadTagDefinitions(c.Json, "t.json"); }, &text),
               errInvalidArgument);

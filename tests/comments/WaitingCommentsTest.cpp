@@ -42,25 +42,23 @@ struct HandMade {
     Module->LastElement = element.get();
     return element;
   }
+  template <typename T, typename Collection>
+  std::shared_ptr<T> AddNamed(Collection& collection, unsigned choice) {
+    auto element = Named<T>(choice);
+    collection.Add(element, element->Name);
+    return element;
+  }
   void Step(unsigned action, unsigned choice) {
     switch (action) {
       case 0: return OpenBlock(choice);
-      case 1: return AddVariable(choice);
+      case 1: AddNamed<Variable>(*Block->Variables, choice); return;
       case 2: return OpenEnumeration(choice);
       case 3: return AddMember(choice);
-      case 4: {
-        auto event = Named<EventDeclaration>(choice);
-        Module->EventDeclarations.Add(event, event->Name);
-        return;
-      }
-      case 5: {
-        auto implemented = Named<Interface>(choice);
-        Module->Interfaces.Add(implemented, implemented->Name);
-        return;
-      }
+      case 4: AddNamed<EventDeclaration>(Module->EventDeclarations, choice); return;
+      case 5: AddNamed<Interface>(Module->Interfaces, choice); return;
       case 6:
         Module->LastElement = choice % 2 ? nullptr : Module.get();
-        if (choice % 3 == 0) AddConstant(choice);
+        if (choice % 3 == 0) AddNamed<Constant>(*Block->Constants, choice);
         return;
       case 7:
         if (choice % 2) Block->SetCompletelyLoaded();
@@ -77,31 +75,17 @@ struct HandMade {
     if (choice % 2) Block->Parameters.Renew();
     Module->LastElement = Block;
   }
-  void AddVariable(unsigned choice) {
-    auto variable = Named<Variable>(choice);
-    Block->Variables->Add(variable, variable->Name);
-  }
-  void AddConstant(unsigned choice) {
-    auto constant = Named<Constant>(choice);
-    Block->Constants->Add(constant, constant->Name);
-  }
   void OpenEnumeration(unsigned choice) {
-    if (choice % 2) {
-      Block->CurrentEnum() = Named<Enumeration>(choice);
-      Module->Enumerations.Add(Block->CurrentEnum(), Block->CurrentEnum()->Name);
-    } else {
-      Block->CurrentUDT() = Named<UDT>(choice);
-      Module->UDTs.Add(Block->CurrentUDT(), Block->CurrentUDT()->Name);
-    }
+    if (choice % 2)
+      Block->CurrentEnum() = AddNamed<Enumeration>(Module->Enumerations, choice);
+    else
+      Block->CurrentUDT() = AddNamed<UDT>(Module->UDTs, choice);
   }
   void AddMember(unsigned choice) {
-    if (Block->CurrentEnum()) {
-      auto member = Block->CurrentEnum()->AddMember(NextName(choice) + " = 1");
-      Module->LastElement = member.get();
-    } else if (Block->CurrentUDT()) {
-      auto member = Block->CurrentUDT()->AddMember(NextName(choice) + " As Long");
-      Module->LastElement = member.get();
-    }
+    if (Block->CurrentEnum())
+      Module->LastElement = Block->CurrentEnum()->AddMember(NextName(choice) + " = 1").get();
+    else if (Block->CurrentUDT())
+      Module->LastElement = Block->CurrentUDT()->AddMember(NextName(choice) + " As Long").get();
   }
   void Park(unsigned choice) {
     static const std::vector<std::string_view> tags = TrimmedWords(
@@ -109,10 +93,9 @@ struct HandMade {
         "##ENUMERATION_MEMBER_REMARKS ##STRUCTURE_MEMBER_REMARKS ##INTERFACE_REMARKS "
         "##INTERFACE_ALIAS ##VARIABLE_IS_NEW ##BLOCK_REMARKS ##MODULE_ISNEW ##IS_EXAMPLE "
         "##ENUMERATION_REMARKS ##DECLARE_REMARKS ##EXCLUDE ##LIBRARY_REMARKS ##NONE");
-    auto comment = std::make_shared<TaggedComment>();
-    comment->Initialise(std::string(tags[choice % tags.size()]) + " n" +
-                        std::to_string(Names + static_cast<int>(choice / 7 % 5) - 2) + " t" +
-                        std::to_string(All.size()));
+    const auto comment = test::Parsed(std::string(tags[choice % tags.size()]) + " n" +
+                                      std::to_string(Names + static_cast<int>(choice / 7 % 5) - 2) +
+                                      " t" + std::to_string(All.size()));
     All.push_back(comment);
     Block->HandleTaggedComment(comment);
   }
@@ -162,9 +145,8 @@ TEST(WaitingComments, AreNotOfferedAgainUntilWhatTheyWaitForComes) {
     module.Offer();
   };
   for (std::size_t i = 0; i < kCount; ++i) {
-    auto comment = std::make_shared<TaggedComment>();
-    comment->Initialise("##VARIABLE_REMARKS v" + std::to_string(i) + " t");
-    module.Block->HandleTaggedComment(comment);
+    module.Block->HandleTaggedComment(
+        test::Parsed("##VARIABLE_REMARKS v" + std::to_string(i) + " t"));
     declare("w" + std::to_string(i));
   }
   const TaggedComments& buffer = *module.Module->TaggedCommentBuffer;

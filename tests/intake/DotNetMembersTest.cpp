@@ -37,25 +37,18 @@ std::string Blocks(const NetModule& net) {
 }
 
 TEST(DotNetMembersTest, ModifiersOfProcedures) {
-  struct Case {
-    const char* Lines;
-    const char* Tree;
-  };
-  for (const Case& c : std::vector<Case>{
-           {"Public Sub New()\nEnd Sub\n", " sub PUBLIC _ctor() constructor @0\n"},
-           {"Protected Friend Overridable Function F(ByVal x As Integer, y) As String\nEnd "
-            "Function\n",
-            " function PROTECTED FRIEND F(ByVal x As System.Int32, ByVal y As System.Object "
-            "implicit) As System.String virtual @0\n"},
-           {"Public NotOverridable Overrides Sub S()\nEnd Sub\n", " sub PUBLIC S() sealed @0\n"},
-           {"Public MustOverride Sub S(ByRef o As Foo)\n", " sub PUBLIC S(o As Foo) abstract @0\n"},
-           {"Private Shadows Shared Function F()\nEnd Function\n",
-            " function PRIVATE F() As System.Object shadow @0\n"},
-           {"<Obsolete(\"x\")> Public Function F() As Long()\nEnd Function\n",
-            " function PUBLIC F() As System.Int64() @0\n"}}) {
-    const NetModule net(c.Lines);
-    EXPECT_EQ(Blocks(net), c.Tree) << c.Lines;
-  }
+  const std::pair<const char*, const char*> cases[] = {
+      {"Public Sub New()\nEnd Sub\n", " sub PUBLIC _ctor() constructor @0\n"},
+      {"Protected Friend Overridable Function F(ByVal x As Integer, y) As String\nEnd Function\n",
+       " function PROTECTED FRIEND F(ByVal x As System.Int32, ByVal y As System.Object "
+       "implicit) As System.String virtual @0\n"},
+      {"Public NotOverridable Overrides Sub S()\nEnd Sub\n", " sub PUBLIC S() sealed @0\n"},
+      {"Public MustOverride Sub S(ByRef o As Foo)\n", " sub PUBLIC S(o As Foo) abstract @0\n"},
+      {"Private Shadows Shared Function F()\nEnd Function\n",
+       " function PRIVATE F() As System.Object shadow @0\n"},
+      {"<Obsolete(\"x\")> Public Function F() As Long()\nEnd Function\n",
+       " function PUBLIC F() As System.Int64() @0\n"}};
+  for (const auto& [lines, tree] : cases) EXPECT_EQ(Blocks(NetModule(lines)), tree) << lines;
   const NetModule shared("Private Shared Sub S() Implements IFoo.S\nEnd Sub\n");
   EXPECT_TRUE(shared.Module->Blocks.Item("S")->IsStatic);
   EXPECT_EQ(shared.Module->Blocks.Item("S")->ImplementsName(), "IFoo.S");

@@ -98,11 +98,9 @@ TEST(ReadingFlagsTest, DefaultsAndListsAreReadWhole) {
        {"WholeDefaults", "M.bas",
         "Sub S(Optional x = 1 + 2, Optional y As String = \"a, b\", Optional z = -1)\nEnd Sub\n",
         "M\n attributes\n sub PUBLIC S(Optional x As Variant implicit = 2, Optional y As String = "
-        "\"a, b\", "
-        "Optional z As Variant implicit = -1) As Variant @2\n",
+        "\"a, b\", Optional z As Variant implicit = -1) As Variant @2\n",
         "M\n attributes\n sub PUBLIC S(Optional x As Variant implicit = 1 + 2, Optional y As "
-        "String = \"a, b\", "
-        "Optional z As Variant implicit = -1) As Variant @2\n"},
+        "String = \"a, b\", Optional z As Variant implicit = -1) As Variant @2\n"},
        {"WholeDefaults", "C.cls", "Dim z\nEvent Done\n",
         "C\n event Don() @2/7\n attributes\n declarations\n  var PRIVATE z As Variant implicit "
         "@1/6\n",

@@ -11,7 +11,7 @@
 #include "names/NameWalk.h"
 #include "project/VBProjectGroup.h"
 #include "services/Paths.h"
-#include "support/MemoryFiles.h"
+#include "support/Projects.h"
 
 namespace vendrel {
 namespace {
@@ -135,22 +135,16 @@ TEST_F(RoundTripTest, OnlyTheListedNamesAreLostInTheClassicReading) {
             "variable: Project~Class~x_EN\n");
 }
 
-TEST_F(RoundTripTest, NamesThatClashAreTold) {
-  mFiles.Add("/c/P.vbp", "Type=Exe\r\nModule=M; M.bas\r\nModule=N; N.bas\r\nName=\"P\"\r\n");
-  mFiles.Add("/c/M.bas",
-             "Attribute VB_Name = \"M\"\r\n"
-             "Private Declare Sub Beep Lib \"kernel32\" (ByVal Hertz As Long)\r\n"
-             "Private Type A\r\n  b As Long\r\nEnd Type\r\n"
-             "Private Sub A_UT(ByVal b As Long)\r\nEnd Sub\r\n");
-  mFiles.Add("/c/N.bas",
-             "Attribute VB_Name = \"N\"\r\n"
-             "Private Declare Sub Beep Lib \"kernel32\" (ByVal Hertz As Long)\r\n");
-  VBProject project;
-  project.Reading = ReadingRules::Complete();
-  ASSERT_TRUE(project.Load("/c/P.vbp"));
-  project.Components.Populate();
+TEST(UnsureNames, AreThoseThatClash) {
+  test::TestProject project(
+      {{"M.bas",
+        "Private Declare Sub Beep Lib \"kernel32\" (ByVal Hertz As Long)\n"
+        "Private Type A\n  b As Long\nEnd Type\nPrivate Sub A_UT(ByVal b As Long)\nEnd Sub\n"},
+       {"N.bas", "Private Declare Sub Beep Lib \"kernel32\" (ByVal Hertz As Long)\n"}},
+      test::Complete());
+  project.Project->Components.Populate();
   std::string told;
-  for (const UnsureName& name : UnsureNames(project)) {
+  for (const UnsureName& name : UnsureNames(*project.Project)) {
     EXPECT_EQ(name.State, NameState::Clashes);
     told += std::string(name.Kind) + " " + name.QualifiedName + "\n";
   }

@@ -18,28 +18,25 @@ std::string List(const CompilerConstants& constants) {
 }
 
 TEST(CompilerConstantsTest, ValuesTakeTheFormOfScriptText) {
-  struct Case {
-    const char* Source;
-    const char* Stored;
-  };
-  for (const Case& c : std::vector<Case>{{"#Const X = 1", "X=1|"},
-                                         {"  #CONST X=-1  ", "X=-1|"},
-                                         {"X = 2", "X=2|"},
-                                         {"#Const X = &H10", "X=16|"},
-                                         {"#Const X = &hFFFF", "X=-1|"},
-                                         {"#Const X = 5&", "X=5|"},
-                                         {"#Const X = 5!", "X=5|"},
-                                         {"#Const X = #1/1/2000#", "X=#1/1/2000#|"},
-                                         {"#Const X = abc", "X=\"abc\"|"},
-                                         {"#Const X = \"abc\"", "X=\"abc\"|"},
-                                         {"#Const X = True", "X=\"True\"|"},
-                                         {"#Const Y", "Y=\"\"|"},
-                                         {"#Const X = 1 = 2", "X=1|"},
-                                         {"#Const = 1", ""},
-                                         {"", ""}}) {
+  const std::pair<const char*, const char*> cases[] = {{"#Const X = 1", "X=1|"},
+                                                       {"  #CONST X=-1  ", "X=-1|"},
+                                                       {"X = 2", "X=2|"},
+                                                       {"#Const X = &H10", "X=16|"},
+                                                       {"#Const X = &hFFFF", "X=-1|"},
+                                                       {"#Const X = 5&", "X=5|"},
+                                                       {"#Const X = 5!", "X=5|"},
+                                                       {"#Const X = #1/1/2000#", "X=#1/1/2000#|"},
+                                                       {"#Const X = abc", "X=\"abc\"|"},
+                                                       {"#Const X = \"abc\"", "X=\"abc\"|"},
+                                                       {"#Const X = True", "X=\"True\"|"},
+                                                       {"#Const Y", "Y=\"\"|"},
+                                                       {"#Const X = 1 = 2", "X=1|"},
+                                                       {"#Const = 1", ""},
+                                                       {"", ""}};
+  for (const auto& [source, stored] : cases) {
     CompilerConstants constants;
-    constants.AddFromDeclaration(c.Source);
-    EXPECT_EQ(List(constants), c.Stored) << c.Source;
+    constants.AddFromDeclaration(source);
+    EXPECT_EQ(List(constants), stored) << source;
   }
 }
 

@@ -85,27 +85,25 @@ TEST(ProjectReaderTest, EachKeySetsItsPropertyAndIsKeptOrNot) {
 }
 
 TEST(ProjectReaderTest, ModulesAreListedByTheirLines) {
-  struct Case {
-    const char* Line;
-    const char* Listed;  // name type file part
-  };
-  for (const Case& c :
-       std::vector<Case>{{"Module=Mod; src\\Mod.bas", "Mod 2 Z:\\p\\src\\Mod.bas"},
-                         {"Class=Foo;foo.cls", "Foo 1 Z:\\p\\foo.cls"},
-                         {"Class=Foo; foo.cls; more", "Foo 1 Z:\\p\\foo.cls"},
-                         {"Class=A.B; foo.cls", "A 1 Z:\\p\\foo.cls"},
-                         {"Class= Foo; foo.cls", " Foo 1 Z:\\p\\foo.cls"},
-                         {"Form=F.frm", "frmMain 3 Z:\\p\\F.frm"},
-                         {"Form= F.frm ", " 3 Z:\\p\\F.frm"},  // the name is looked for as written
-                         {"Form=gone.frm", " 3 Z:\\p\\gone.frm"},
-                         {"UserControl=U.ctl", "ctlBox 4 Z:\\p\\U.ctl"},
-                         {"UserDocument=U.dob", " 5 Z:\\p\\U.dob"},
-                         {"Designer=D.dsr", " 6 Z:\\p\\D.dsr"},
-                         {"PropertyPage=P.pag", " 10 Z:\\p\\P.pag"},
-                         {"Form=plain", "plain 3 Z:\\p\\plain"},
-                         {"UserControl=..\\q\\U.ctl", " 4 Z:\\q\\U.ctl"}}) {
+  // Name, type and file.
+  const std::pair<std::string, std::string> cases[] = {
+      {"Module=Mod; src\\Mod.bas", "Mod 2 Z:\\p\\src\\Mod.bas"},
+      {"Class=Foo;foo.cls", "Foo 1 Z:\\p\\foo.cls"},
+      {"Class=Foo; foo.cls; more", "Foo 1 Z:\\p\\foo.cls"},
+      {"Class=A.B; foo.cls", "A 1 Z:\\p\\foo.cls"},
+      {"Class= Foo; foo.cls", " Foo 1 Z:\\p\\foo.cls"},
+      {"Form=F.frm", "frmMain 3 Z:\\p\\F.frm"},
+      {"Form= F.frm ", " 3 Z:\\p\\F.frm"},  // the name is looked for as written
+      {"Form=gone.frm", " 3 Z:\\p\\gone.frm"},
+      {"UserControl=U.ctl", "ctlBox 4 Z:\\p\\U.ctl"},
+      {"UserDocument=U.dob", " 5 Z:\\p\\U.dob"},
+      {"Designer=D.dsr", " 6 Z:\\p\\D.dsr"},
+      {"PropertyPage=P.pag", " 10 Z:\\p\\P.pag"},
+      {"Form=plain", "plain 3 Z:\\p\\plain"},
+      {"UserControl=..\\q\\U.ctl", " 4 Z:\\q\\U.ctl"}};
+  for (const auto& [line, listed] : cases) {
     const MemoryFiles files{
-        {"/p/P.vbp", std::string(c.Line) + "\r\nName=\"P\"\r\n"},
+        {"/p/P.vbp", line + "\r\nName=\"P\"\r\n"},
         {"/p/F.frm",
          WithCrLf("VERSION 5.00\nBegin VB.Form frmOther\nEnd\nAttribute VB_Name = \"frmMain\"\n")},
         {"/p/plain", WithCrLf("VERSION 5.00\nBegin VB.Form plain\nEnd\n")},
@@ -113,14 +111,14 @@ TEST(ProjectReaderTest, ModulesAreListedByTheirLines) {
          WithCrLf("VERSION 5.00\nBegin VB.UserControl x\nEnd\nAttribute VB_Name = \"ctlBox\"\n")}};
     VBProject project;
     ASSERT_TRUE(project.Load("/p/P.vbp"));
-    ASSERT_EQ(project.Components.Count(), 1u) << c.Line;
+    ASSERT_EQ(project.Components.Count(), 1u) << line;
     const Component& component = *project.Components.Item(1);
     EXPECT_EQ(component.Name + " " + std::to_string(component.FileType) + " " +
                   component.FileName.FullPath(),
-              c.Listed)
-        << c.Line;
+              listed)
+        << line;
     EXPECT_EQ(component.LoadState, lsNotLoaded);
-    EXPECT_EQ(component.ProjectLineRaw, c.Line);
+    EXPECT_EQ(component.ProjectLineRaw, line);
     EXPECT_EQ(project.Components.HasKey(component.Name), !component.Name.empty());
     EXPECT_EQ(Kept(project), "Name=\"P\"|");
     if (!component.Name.empty()) {
@@ -148,19 +146,16 @@ TEST(ProjectReaderTest, ALineWithoutItsSemicolonFailsOrIsSteppedOver) {
 }
 
 TEST(ProjectReaderTest, TheLastNormalLineStandsBeforeTheFirstGap) {
-  struct Case {
-    const char* Lines;
-    const char* Last;
-  };
-  for (const Case& c : std::vector<Case>{
-           {"Type=Exe\nStartup=\"x\"\n\nName=\"P\"\n[MS]\nA=1\n", "Type=Exe"},
-           {"Type=Exe\nName=\"P\"\n[MS Transaction Server]\nAutoRefresh=1\n", "Name=\"P\""},
-           {"Type=Exe\nName=\"P\"\n", ""},
-           {"\nType=Exe\n\nName=\"P\"\n", "Type=Exe"},  // nothing stood before the first one
-           {"Startup=\"x\"\n   \nName=\"P\"\n", ""},
-           {"Type=Exe\n\nMajorVer=1\n[x]\nName=\"P\"\n", "Type=Exe"}}) {
-    File file(c.Lines);
-    EXPECT_EQ(file.Project.LastNormalProjectLineText, c.Last) << c.Lines;
+  const std::pair<const char*, const char*> cases[] = {
+      {"Type=Exe\nStartup=\"x\"\n\nName=\"P\"\n[MS]\nA=1\n", "Type=Exe"},
+      {"Type=Exe\nName=\"P\"\n[MS Transaction Server]\nAutoRefresh=1\n", "Name=\"P\""},
+      {"Type=Exe\nName=\"P\"\n", ""},
+      {"\nType=Exe\n\nName=\"P\"\n", "Type=Exe"},  // nothing stood before the first one
+      {"Startup=\"x\"\n   \nName=\"P\"\n", ""},
+      {"Type=Exe\n\nMajorVer=1\n[x]\nName=\"P\"\n", "Type=Exe"}};
+  for (const auto& [lines, last] : cases) {
+    File file(lines);
+    EXPECT_EQ(file.Project.LastNormalProjectLineText, last) << lines;
     EXPECT_EQ(file.Project.ProjectName, "P");
   }
 }

@@ -70,7 +70,9 @@ class ReferenceTest : public testing::Test {
 };
 
 TEST_F(ReferenceTest, EveryLineFormIsRead) {
-  const std::pair<const char*, const char*> lines[] = {
+  const struct {
+    const char *Line, *Expected;
+  } cases[] = {
       {"Reference=*\\G{X}#2.0#0#C:\\a.tlb#A Lib",
        "Reference compiled [{X}|2.0|0] C:\\a.tlb (A Lib)"},
       {"Reference=*\\G{X}#2.0#0#C:\\a.tlb", "Reference compiled [{X}|2.0|0] C:\\a.tlb (a.tlb)"},
@@ -84,13 +86,13 @@ TEST_F(ReferenceTest, EveryLineFormIsRead) {
       {"Elsewhere=1", "Line [||]  ()"},
       {"Object", "raises 5"},
       {"Object={Y}#1.1#0 y.ocx", "raises 5"}};
-  for (const auto& [line, expected] : lines) {
+  for (const auto& c : cases) {
     mReference = Reference();
     mReference.SetParentProject(&mProject);
     std::string got;
-    const int raised = test::Raised([&] { got = Dump(line); });
-    EXPECT_EQ(raised ? "raises " + std::to_string(raised) : got, expected) << line;
-    EXPECT_EQ(mReference.SourceString, line);
+    const int raised = test::Raised([&] { got = Dump(c.Line); });
+    EXPECT_EQ(raised ? "raises " + std::to_string(raised) : got, c.Expected) << c.Line;
+    EXPECT_EQ(mReference.SourceString, c.Line);
   }
 }
 
