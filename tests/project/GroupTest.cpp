@@ -121,20 +121,13 @@ TEST(ProjectSetTest, AListOfPathsIsLoaded) {
 }
 
 TEST(ProjectSetTest, AddCanIncludeThePublicModules) {
-  const MemoryFiles files{
-      {"/s/A.vbp", Project("Alpha", "Class=Open; Open.cls\r\nClass=Shut; Shut.cls\r\n")},
-      {"/s/Open.cls",
-       "VERSION 1.0 CLASS\r\nAttribute VB_Name = \"Open\"\r\n"
-       "Attribute VB_Exposed = True\r\nPublic x As Long\r\n"},
-      {"/s/Shut.cls",
-       "VERSION 1.0 CLASS\r\nAttribute VB_Name = \"Shut\"\r\n"
-       "Attribute VB_Exposed = False\r\nPublic x As Long\r\n"}};
-  const auto project = std::make_shared<VBProject>();
-  ASSERT_TRUE(project->Load("/s/A.vbp"));
+  const test::TestProject made({{"Open.cls", "Attribute VB_Exposed = True\nPublic x As Long\n"},
+                                {"Shut.cls", "Attribute VB_Exposed = False\nPublic x As Long\n"}});
+  const std::shared_ptr<VBProject>& project = made.Project;
   VBProjects plain, flagged;
-  plain.Add(project, "Alpha");
+  plain.Add(project, "P");
   EXPECT_FALSE(project->Components.Item("Open")->IncludeFlag);
-  flagged.Add(project, "Alpha", {}, {}, true);
+  flagged.Add(project, "P", {}, {}, true);
   EXPECT_TRUE(project->Components.Item("Open")->IncludeFlag);
   EXPECT_FALSE(project->Components.Item("Shut")->IncludeFlag);
 }

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-
 #include "core/Ascii.h"
 #include "project/VBProjects.h"
 #include "services/SettingsReader.h"
@@ -15,26 +13,21 @@ namespace {
 
 using test::MemoryFiles;
 
-/// A registry of a few default values under "Typelib".
-class FewSettings : public SettingsReader {
+/// A registry of one default value.
+class OneSetting : public SettingsReader {
  public:
-  explicit FewSettings(std::map<std::string, std::string> values) : mValues(std::move(values)) {}
+  OneSetting(std::string key, std::string value) : mKey(std::move(key)), mValue(std::move(value)) {}
   std::string ReadValue(HiveEnum, std::string_view keyPath, std::string_view) override {
-    const auto found = mValues.find(LowerAscii(keyPath));
-    return found == mValues.end() ? std::string() : found->second;
+    return LowerAscii(keyPath) == mKey ? mValue : std::string();
   }
   std::vector<std::string> SubKeys(HiveEnum, std::string_view keyPath) override {
     const std::string prefix = LowerAscii(keyPath) + "\\";
-    std::vector<std::string> names;
-    for (const auto& entry : mValues)
-      if (entry.first.starts_with(prefix))
-        names.push_back(entry.first.substr(prefix.size(),
-                                           entry.first.find('\\', prefix.size()) - prefix.size()));
-    return names;
+    if (!mKey.starts_with(prefix)) return {};
+    return {mKey.substr(prefix.size(), mKey.find('\\', prefix.size()) - prefix.size())};
   }
 
  private:
-  std::map<std::string, std::string> mValues;
+  std::string mKey, mValue;
 };
 
 class ReferenceTest : public testing::Test {
@@ -48,8 +41,9 @@ class ReferenceTest : public testing::Test {
     SettingsReader::Install(nullptr);
     Reference::SetLibraryNameReader(nullptr);
   }
-  void Register(std::map<std::string, std::string> values) {
-    SettingsReader::Install(std::make_shared<FewSettings>(std::move(values)));
+  void Register(const std::string& version, std::string file) {
+    SettingsReader::Install(
+        std::make_shared<OneSetting>("typelib\\{x}\\" + version + "\\0\\win32", std::move(file)));
   }
   Reference Loaded(std::string_view line) {
     Reference reference;
@@ -103,7 +97,7 @@ TEST_F(ReferenceTest, ALineOfTwoHundredFieldsIsReadLikeOneOfFive) {
 }
 
 TEST_F(ReferenceTest, WhatIsRegisteredGoesBeforeThePathOfTheLine) {
-  Register({{"typelib\\{x}\\2.0\\0\\win32", "C:\\new\\a.tlb"}});
+  Register("2.0", "C:\\new\\a.tlb");
   EXPECT_EQ(Dump("Reference=*\\G{X}#2.0#0#C:\\a.tlb#A Lib"),
             "Reference compiled [{X}|2.0|0] C:\\new\\a.tlb (A Lib)");
 }
@@ -125,7 +119,7 @@ TEST_F(ReferenceTest, NewerMinorVersionsAreSearchedUpwardInHexadecimal) {
                         {"Object={X}#1.10#0; C:\\a.tlb", "1.10", true},  // as it stands
                         {"Reference=*\\G{X}#1.0#0#C:\\a.tlb", "2.1", false}};
   for (const Case& c : cases) {
-    Register({{std::string("typelib\\{x}\\") + c.Registered + "\\0\\win32", "C:\\found.tlb"}});
+    Register(c.Registered, "C:\\found.tlb");
     EXPECT_EQ(Loaded(c.Line).FileName.FullPath(), c.Found ? "C:\\found.tlb" : "C:\\a.tlb")
         << c.Line << " with " << c.Registered;
   }
