@@ -86,6 +86,12 @@ TEST(ModuleLoadTest, ALineBehindASeparatorIsLostOrWaits) {
   EXPECT_EQ(Told(kept.Project->Diagnostics), "");
 }
 
+TEST(ModuleLoadTest, AStatementLeftOpenAtTheEndOfTheFileIsNotLost) {
+  const std::string body = "Sub S()\nEnd Sub\n' goes on _\nand on _\n";
+  TestModule module("M.bas", body, test::Complete());
+  EXPECT_EQ(AllTexts(*module), "Attribute VB_Name = \"M\"\n" + body);
+}
+
 TEST(ModuleLoadTest, OneLineProceduresAreTakenApartInTheCompleteReading) {
   const char* const body =
       "Sub A(): x = 1: End Sub\nFunction F() As Long: F = 2: End Function\nSub B()\nEnd Sub\n";
