@@ -1,10 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
-#include <sstream>
-#include <vector>
-
-#include "cli/Tool.h"
 #include "support/MemoryFiles.h"
 #include "support/ToolRun.h"
 
@@ -48,12 +43,10 @@ TEST_F(CommentsCommand, WritesAFileThatDescribesTheSameElements) {
 }
 
 TEST_F(CommentsCommand, RefusesACommentFileThatIsMissingOrNotWellFormed) {
-  EXPECT_NE(
-      RunFor({"tree", "/p/m.bas", "--comment-file", "/p/none.xml"}, exFailed).find("none.xml"),
-      std::string::npos);
-  EXPECT_NE(
-      RunFor({"tree", "/p/m.bas", "--comment-file", "/p/bad.xml"}, exFailed).find("line 1, column"),
-      std::string::npos);
+  EXPECT_THAT(RunFor({"tree", "/p/m.bas", "--comment-file", "/p/none.xml"}, exFailed),
+              HasSubstr("none.xml"));
+  EXPECT_THAT(RunFor({"tree", "/p/m.bas", "--comment-file", "/p/bad.xml"}, exFailed),
+              HasSubstr("line 1, column"));
 }
 
 }  // namespace

@@ -3,20 +3,16 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <filesystem>
-#include <fstream>
-#include <nlohmann/json.hpp>
-#include <sstream>
-
-#include "cli/Tool.h"
-#include "services/TemporaryFolder.h"
+#include "services/FileSource.h"
+#include "support/DiskFolder.h"
+#include "support/ToolRun.h"
 
 namespace vendrel::cli {
 namespace {
 
 namespace fs = std::filesystem;
 
-class CompareCommands : public testing::Test {
+class CompareCommands : public testing::Test, public test::DiskFolder {
  protected:
   CompareCommands() {
     Write("A/P.vbp",
@@ -32,31 +28,16 @@ class CompareCommands : public testing::Test {
     Write("A/sub/F.frx", "x");
   }
 
-  std::string Path(const std::string& name) const { return mFolder.Path() + "/" + name; }
-  void Write(const std::string& name, const std::string& bytes) const {
-    fs::create_directories(fs::path(Path(name)).parent_path());
-    std::ofstream(Path(name), std::ios::binary) << bytes;
-  }
-  void Copy(const std::string& to) const {
-    fs::copy(Path("A"), Path(to), fs::copy_options::recursive);
-  }
-
   std::string Run(const std::vector<std::string>& arguments, int code) {
-    std::vector<const char*> argv{"vendrelmodel"};
-    for (const std::string& argument : arguments) argv.push_back(argument.c_str());
-    std::ostringstream out, err;
-    EXPECT_EQ(RunTool(static_cast<int>(argv.size()), argv.data(), {out, err}), code)
-        << out.str() << err.str();
-    mErr = err.str();
-    return out.str();
+    const ToolRun run = ToolEnding(code, arguments);
+    mErr = run.Err;
+    return run.Out;
   }
-
-  TemporaryFolder mFolder{"test"};
   std::string mErr;
 };
 
 TEST_F(CompareCommands, DiffTellsWhatMovedAndChanged) {
-  Copy("B");
+  fs::copy(Path("A"), Path("B"), fs::copy_options::recursive);
   EXPECT_EQ(Run({"diff", Path("A/P.vbp"), Path("B/P.vbp")}, exDone), "");
   EXPECT_EQ(Run({"diff", Path("A"), Path("B")}, exDone), "");
   fs::rename(Path("B/M.bas"), Path("B/sub/Moved.bas"));
@@ -65,35 +46,29 @@ TEST_F(CompareCommands, DiffTellsWhatMovedAndChanged) {
         "Form=sub\\F.frm\r\nModule=N; sub\\M.bas\r\nName=\"P\"\r\n\r\n[Other]\r\nKey=1\r\n");
   Write("B/sub/M.bas", "Attribute VB_Name = \"N\"\nFunction F() As Long\nF = 1\nEnd Function");
   const std::string changes = Run({"diff", Path("A/P.vbp"), Path("B/P.vbp")}, exNo);
-  EXPECT_NE(changes.find("moved\tComponent\tP~M\t" + Path("B/sub/Moved.bas")), std::string::npos);
-  EXPECT_NE(changes.find("\tReturnType: \"Variant\" -> \"Long\"\n"), std::string::npos) << changes;
-  EXPECT_NE(changes.find("  - Function F()\n  + Function F() As Long\n"), std::string::npos);
-  std::istringstream lines(Run({"diff", Path("A/P.vbp"), Path("B/P.vbp"), "--json"}, exNo));
-  for (std::string line; std::getline(lines, line);)
-    EXPECT_TRUE(nlohmann::json::parse(line).contains("Change"));
+  EXPECT_THAT(changes, HasSubstr("moved\tComponent\tP~M\t" + Path("B/sub/Moved.bas")));
+  EXPECT_THAT(changes, HasSubstr("\tReturnType: \"Variant\" -> \"Long\"\n"));
+  EXPECT_THAT(changes, HasSubstr("  - Function F()\n  + Function F() As Long\n"));
+  for (const auto& line : JsonLines({"diff", Path("A/P.vbp"), Path("B/P.vbp"), "--json"}, exNo))
+    EXPECT_TRUE(line.contains("Change"));
   fs::remove(Path("B/P.vbp"));
   Write("B/Q.vbp", "Type=Exe\r\nName=\"Q\"\r\n");
   const std::string projects = Run({"diff", Path("A"), Path("B")}, exNo);
-  EXPECT_NE(projects.find("gone\tVBProject\tP\t"), std::string::npos) << projects;
-  EXPECT_NE(projects.find("added\tVBProject\tQ\t"), std::string::npos) << projects;
+  EXPECT_THAT(projects, HasSubstr("gone\tVBProject\tP\t"));
+  EXPECT_THAT(projects, HasSubstr("added\tVBProject\tQ\t"));
   Run({"diff", Path("A"), Path("B/Q.vbp")}, exUsage);
 }
 
 TEST_F(CompareCommands, RoundtripTellsLostBytesButNotWhatIsRebuilt) {
   const std::string complete = Run({"roundtrip", Path("A/P.vbp")}, exDone);
-  EXPECT_EQ(complete.find("bytes\t"), std::string::npos) << complete;
-  EXPECT_NE(complete.find("rebuilt\t" + Path("A/P.vbp:3") + "\t- Module=M; M.bas\n"),
-            std::string::npos)
-      << complete;
-  EXPECT_NE(mErr.find("1 project, 3 modules, 3 of them byte for byte the same; 0 differences"),
-            std::string::npos)
-      << mErr;
+  EXPECT_THAT(complete, Not(HasSubstr("bytes\t")));
+  EXPECT_THAT(complete, HasSubstr("rebuilt\t" + Path("A/P.vbp:3") + "\t- Module=M; M.bas\n"));
+  EXPECT_THAT(mErr,
+              HasSubstr("1 project, 3 modules, 3 of them byte for byte the same; 0 differences"));
   EXPECT_EQ(Run({"roundtrip", Path("A/sub/F.frm")}, exDone), "");
   const std::string classic = Run({"roundtrip", Path("A"), "--reading", "classic"}, exNo);
-  EXPECT_NE(classic.find("bytes\t" + Path("A/sub/M.bas:1") +
-                         "\n  - \"Attribute VB_Name = \\\"N\\\"\\n\"\n"),
-            std::string::npos)
-      << classic;
+  EXPECT_THAT(classic, HasSubstr("bytes\t" + Path("A/sub/M.bas:1") +
+                                 "\n  - \"Attribute VB_Name = \\\"N\\\"\\n\"\n"));
 }
 
 TEST_F(CompareCommands, BuildShowsTheLogOfAnyCommand) {
@@ -110,14 +85,12 @@ TEST_F(CompareCommands, BuildShowsTheLogOfAnyCommand) {
   const std::vector<std::string> command{"build", Path("A/" + name), "--compiler",
                                          '"' + compiler + '"'};
   EXPECT_EQ(Run(command, exDone), "Build of 'P.exe' succeeded.\n");
-  std::ifstream arguments(Path("arguments"));
-  std::string first;
-  std::getline(arguments, first);
-  EXPECT_TRUE(first.ends_with("\\A\\" + name)) << first;
+  const std::string arguments = ReadWholeFile(Path("arguments"));
+  EXPECT_THAT(arguments.substr(0, arguments.find('\n')), EndsWith("\\A\\" + name));
   Write("log", "Variable not defined\r\n");
   EXPECT_EQ(Run(command, exNo), "Variable not defined\n");
   Run({"build", Path("A/P.vbp"), "--compiler", "true"}, exNo);
-  EXPECT_NE(mErr.find("wrote no log"), std::string::npos) << mErr;
+  EXPECT_THAT(mErr, HasSubstr("wrote no log"));
   Run({"build", Path("A/P.vbp"), "--compiler", Path("none")}, exFailed);
   Run({"build", Path("A/P.vbp")}, exUsage);
   Run({"build", Path("A/M.bas"), "--compiler", "true"}, exUsage);

@@ -2,12 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
-#include <sstream>
-#include <vector>
-
-#include "cli/Tool.h"
 #include "support/MemoryFiles.h"
+#include "support/ToolRun.h"
 
 namespace vendrel::cli {
 namespace {
@@ -29,17 +25,6 @@ constexpr const char* kForm =
 
 class NamesCommands : public testing::Test {
  protected:
-  /// What a run writes, or what it says where it does not end with `code` 0.
-  std::string Run(const std::vector<std::string>& arguments, int code = exDone) {
-    std::vector<const char*> argv{"vendrelmodel"};
-    for (const std::string& argument : arguments) argv.push_back(argument.c_str());
-    std::ostringstream out, err;
-    EXPECT_EQ(RunTool(static_cast<int>(argv.size()), argv.data(), {out, err}), code) << err.str();
-    mErr = err.str();
-    return code == exDone ? out.str() : err.str();
-  }
-
-  std::string mErr;
   test::MemoryFiles mFiles{
       {"/g/G.vbg", "VBGROUP 5.0\r\nProject=Shop.vbp\r\nProject=lib\\Lib.vbp\r\nProject=No.vbp\r\n"},
       {"/g/Shop.vbp",
@@ -53,7 +38,7 @@ class NamesCommands : public testing::Test {
 };
 
 TEST_F(NamesCommands, NamesListsEachNameWithKindAndPlace) {
-  const std::string names = Run({"names", "/g/G.vbg"});
+  const ToolRun names = ToolEnding(exDone, {"names", "/g/G.vbg"});
   for (const char* line :
        {"Shop\tproject\t/g/Shop.vbp\n", "Shop~kernel32.dll_LIB\tlibrary\t/g/modMain.bas:2\n",
         "Shop~modMain~Colour_EN:Red\tenumeration-member\t/g/modMain.bas:4\n",
@@ -63,11 +48,11 @@ TEST_F(NamesCommands, NamesListsEachNameWithKindAndPlace) {
         "Shop~modMain~Post~i\tlocal-variable\t/g/modMain.bas:11\n",
         "Shop~frmMain~cmd(3)\tcontrol\t/g/frmMain.frm:7\n",
         "Lib~Item~Price\tvariable\t/g/lib/Item.cls:3\n"})
-    EXPECT_NE(names.find(line), std::string::npos) << line << "is not in\n" << names;
-  EXPECT_NE(mErr.find("missing-project"), std::string::npos) << mErr;
-  EXPECT_EQ(Run({"names", "/g/Shop.vbp", "--kind", "enumeration"}),
+    EXPECT_THAT(names.Out, HasSubstr(line));
+  EXPECT_THAT(names.Err, HasSubstr("missing-project"));
+  EXPECT_EQ(RunFor({"names", "/g/Shop.vbp", "--kind", "enumeration"}),
             "Shop~modMain~Colour_EN\tenumeration\t/g/modMain.bas:3\n");
-  const json unsure = json::parse(Run({"names", "/g/Shop.vbp", "--unsure", "--json"}));
+  const json unsure = json::parse(RunFor({"names", "/g/Shop.vbp", "--unsure", "--json"}));
   EXPECT_EQ(unsure["QualifiedName"], "Shop~modMain~Size:Unit");
   EXPECT_EQ(unsure["Remark"], "clashes with an earlier name");
 }
@@ -89,45 +74,45 @@ TEST_F(NamesCommands, FindTakesQualifiedAndBareNamesAndPatterns) {
       {"Lib~Item~Price", "Lib~Item~Price\tvariable\tPUBLIC Price As Currency\t/g/lib/Item.cls:3\n"},
       {"box", "Shop~frmMain~Box\tcontrol\tBegin VB.Frame Box\t/g/frmMain.frm:4\n"}};
   for (const auto& [name, expected] : cases)
-    EXPECT_EQ(Run({"find", "/g/G.vbg", name}), expected) << name;
-  EXPECT_EQ(Run({"find", "/g", "item", "--kind", "module"}),
+    EXPECT_EQ(RunFor({"find", "/g/G.vbg", name}), expected) << name;
+  EXPECT_EQ(RunFor({"find", "/g", "item", "--kind", "module"}),
             "Lib~Item\tmodule\tPRIVATE module Item\t/g/lib/Item.cls:2\n");
-  const json whole = json::parse(Run({"find", "/g/G.vbg", "Post", "--json"}));
+  const json whole = json::parse(RunFor({"find", "/g/G.vbg", "Post", "--json"}));
   EXPECT_EQ(whole["Class"], "Block");
   EXPECT_EQ(whole["Parameters"][0]["DefaultValue"], "1");
-  EXPECT_NE(Run({"find", "/g/G.vbg", "nowhere"}, exNo).find("'nowhere'"), std::string::npos);
-  Run({"find", "/g/G.vbg", "post", "--kind", "event"}, exNo);
-  Run({"find", "/g/G.vbg", "post", "--kind", "sub"}, exUsage);
+  EXPECT_THAT(RunFor({"find", "/g/G.vbg", "nowhere"}, exNo), HasSubstr("'nowhere'"));
+  RunFor({"find", "/g/G.vbg", "post", "--kind", "event"}, exNo);
+  RunFor({"find", "/g/G.vbg", "post", "--kind", "sub"}, exUsage);
 }
 
 TEST_F(NamesCommands, ResolveTellsWhatATypeIs) {
-  EXPECT_EQ(Run({"resolve", "/g/Shop.vbp", "Colour"}),
+  EXPECT_EQ(RunFor({"resolve", "/g/Shop.vbp", "Colour"}),
             "enumeration of another module\tShop~modMain~Colour_EN\t/g/modMain.bas:3\n");
-  EXPECT_EQ(Run({"resolve", "/g/Shop.vbp", "colour", "--from", "MODMAIN"}),
+  EXPECT_EQ(RunFor({"resolve", "/g/Shop.vbp", "colour", "--from", "MODMAIN"}),
             "enumeration of the module\tShop~modMain~Colour_EN\t/g/modMain.bas:3\n");
-  EXPECT_EQ(Run({"resolve", "/g/Shop.vbp", "Long"}), "intrinsic type\n");
-  EXPECT_EQ(Run({"resolve", "/g/G.vbg", "Item", "--from", "modMain"}),
+  EXPECT_EQ(RunFor({"resolve", "/g/Shop.vbp", "Long"}), "intrinsic type\n");
+  EXPECT_EQ(RunFor({"resolve", "/g/G.vbg", "Item", "--from", "modMain"}),
             "module of another project\tLib~Item\t/g/lib/Item.cls:2\n");
-  const json item = json::parse(Run({"resolve", "/g/G.vbg", "Item", "--json"}));
+  const json item = json::parse(RunFor({"resolve", "/g/G.vbg", "Item", "--json"}));
   EXPECT_EQ(item["TypeClass"], "tcOtherProjectModule");
-  Run({"resolve", "/g/Shop.vbp", "Item"}, exNo);
-  EXPECT_NE(Run({"resolve", "/g/Shop.vbp", "Long", "--from", "x"}, exNo).find("no module 'x'"),
-            std::string::npos);
+  RunFor({"resolve", "/g/Shop.vbp", "Item"}, exNo);
+  EXPECT_THAT(RunFor({"resolve", "/g/Shop.vbp", "Long", "--from", "x"}, exNo),
+              HasSubstr("no module 'x'"));
 }
 
 TEST_F(NamesCommands, ControlsShowsTheTree) {
-  EXPECT_EQ(Run({"controls", "/g/Shop.vbp"}),
+  EXPECT_EQ(RunFor({"controls", "/g/Shop.vbp"}),
             "VB.Form frmMain \"Main\" at 0,0  /g/frmMain.frm:2\n"
             "  VB.Frame Box at 10,20  /g/frmMain.frm:4\n"
             "    VB.CommandButton cmd(3) \"Go\" at 0,0  /g/frmMain.frm:7\n");
-  const json form = json::parse(Run({"controls", "/g/G.vbg", "frmMain", "--json"}));
+  const json form = json::parse(RunFor({"controls", "/g/G.vbg", "frmMain", "--json"}));
   EXPECT_EQ(form["VBControls"][0]["VBControls"][0]["Caption"], "Go");
-  Run({"controls", "/g/Shop.vbp", "nowhere"}, exNo);
-  Run({"controls", "/g/lib/Lib.vbp"}, exNo);
+  RunFor({"controls", "/g/Shop.vbp", "nowhere"}, exNo);
+  RunFor({"controls", "/g/lib/Lib.vbp"}, exNo);
 }
 
 TEST_F(NamesCommands, StructureDrawsProjectsAndReferences) {
-  EXPECT_EQ(Run({"structure", "/g"}),
+  EXPECT_EQ(RunFor({"structure", "/g"}),
             "<Projects>\n"
             "  <Project ProjectName=\"Lib\" FullyQualifiedPath=\"Z:\\g\\lib\\Lib.vbp\">\n"
             "    <Parent ProjectName=\"Shop\" />\n"
@@ -136,7 +121,7 @@ TEST_F(NamesCommands, StructureDrawsProjectsAndReferences) {
             "    <Child ProjectName=\"Lib\" />\n"
             "  </Project>\n"
             "</Projects>\n");
-  EXPECT_EQ(Run({"structure", "/g/G.vbg", "--dot"}),
+  EXPECT_EQ(RunFor({"structure", "/g/G.vbg", "--dot"}),
             "digraph projects {\n"
             "  n0 [label=\"Shop\", shape=box];\n"
             "  n1 [label=\"Lib\", shape=box];\n"
@@ -144,7 +129,7 @@ TEST_F(NamesCommands, StructureDrawsProjectsAndReferences) {
             "  n0 -> n1;\n"
             "  n0 -> n2;\n"
             "}\n");
-  EXPECT_EQ(Run({"structure", "/g/G.vbg", "--mermaid"}),
+  EXPECT_EQ(RunFor({"structure", "/g/G.vbg", "--mermaid"}),
             "graph LR\n"
             "  n0[\"Shop\"]\n"
             "  n1[\"Lib\"]\n"
@@ -155,16 +140,16 @@ TEST_F(NamesCommands, StructureDrawsProjectsAndReferences) {
 
 TEST_F(NamesCommands, TreeAndDumpTakeGroupsAndFolders) {
   for (const char* path : {"/g/G.vbg", "/g"}) {
-    const std::string tree = Run({"tree", path, "--depth", "1"});
-    EXPECT_NE(tree.find("project Shop "), std::string::npos) << tree;
-    EXPECT_NE(tree.find("project Lib "), std::string::npos) << tree;
+    const std::string tree = RunFor({"tree", path, "--depth", "1"});
+    EXPECT_THAT(tree, HasSubstr("project Shop "));
+    EXPECT_THAT(tree, HasSubstr("project Lib "));
   }
-  const json group = json::parse(Run({"dump", "/g/G.vbg", "--comparable"}));
+  const json group = json::parse(RunFor({"dump", "/g/G.vbg", "--comparable"}));
   EXPECT_EQ(group["Class"], "VBProjectGroup");
   ASSERT_EQ(group["VBProjects"].size(), 2u);
-  const json alone = json::parse(Run({"dump", "/g/lib/Lib.vbp", "--comparable"}));
+  const json alone = json::parse(RunFor({"dump", "/g/lib/Lib.vbp", "--comparable"}));
   EXPECT_EQ(group["VBProjects"][1], alone) << "a project looks alike alone and in its group";
-  EXPECT_EQ(json::parse(Run({"dump", "/g/lib", "--comparable"})), alone);
+  EXPECT_EQ(json::parse(RunFor({"dump", "/g/lib", "--comparable"})), alone);
 }
 
 }  // namespace

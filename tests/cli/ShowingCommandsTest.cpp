@@ -2,11 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
-#include <sstream>
-#include <vector>
-
-#include "cli/Tool.h"
 #include "support/MemoryFiles.h"
 #include "support/ToolRun.h"
 
@@ -38,14 +33,14 @@ TEST_F(ShowingCommands, HtmlShowsAProcedureAModuleOrEverything) {
     EXPECT_EQ(RunFor({"html", "/g/Shop.vbp", name}), post) << name;
   const std::string size = RunFor({"html", "/g/Shop.vbp", "Size"});
   for (const char* part : {">Get</font> Size()", ">Let</font> Size("})
-    EXPECT_NE(size.find(part), std::string::npos) << part << size;
+    EXPECT_THAT(size, HasSubstr(part));
   const std::string module = RunFor({"html", "/g/Shop.vbp", "modMain"});
-  EXPECT_NE(module.find("Attribute VB_Name"), std::string::npos);
-  EXPECT_EQ(module.find("Item"), std::string::npos);
+  EXPECT_THAT(module, HasSubstr("Attribute VB_Name"));
+  EXPECT_THAT(module, Not(HasSubstr("Item")));
   const std::string all = RunFor({"html", "/g/Shop.vbp"});
-  EXPECT_NE(all.find("<a name=\"Shop~Item\">"), std::string::npos);
-  EXPECT_NE(all.find(module), std::string::npos);
-  EXPECT_NE(RunFor({"html", "/g/Shop.vbp", "None"}, exNo).find("'None'"), std::string::npos);
+  EXPECT_THAT(all, HasSubstr("<a name=\"Shop~Item\">"));
+  EXPECT_THAT(all, HasSubstr(module));
+  EXPECT_THAT(RunFor({"html", "/g/Shop.vbp", "None"}, exNo), HasSubstr("'None'"));
 }
 
 TEST_F(ShowingCommands, HtmlMakesAPageWithAnIndex) {
@@ -53,10 +48,10 @@ TEST_F(ShowingCommands, HtmlMakesAPageWithAnIndex) {
   for (const char* part :
        {"<title>Shop.vbp</title>", "<a href=\"#m1\">Shop~Item</a>", "<section id=m2>",
         "<h2>modMain<small>/g/modMain.bas</small></h2>", "<a id=\"Shop~Item~Post\"></a>"})
-    EXPECT_NE(page.find(part), std::string::npos) << part << " is not in\n" << page;
+    EXPECT_THAT(page, HasSubstr(part));
   EXPECT_TRUE(page.ends_with("</html>\n"));
   const std::string post = RunFor({"html", "/g/Item.cls", "Post", "--page"});
-  EXPECT_NE(post.find("counter-reset:line 12"), std::string::npos) << post;
+  EXPECT_THAT(post, HasSubstr("counter-reset:line 12"));
 }
 
 TEST_F(ShowingCommands, MembersAreThoseThatUsersSee) {
@@ -74,7 +69,7 @@ TEST_F(ShowingCommands, MembersAreThoseThatUsersSee) {
   EXPECT_EQ(member["Name"], "Post");
   EXPECT_EQ(member["QualifiedName"], "Shop~Item~Post");
   EXPECT_EQ(RunFor({"members", "/g/Shop.vbp", "modMain", "--kind", "collections"}), "");
-  EXPECT_NE(RunFor({"members", "/g/Shop.vbp", "None"}, exNo).find("'None'"), std::string::npos);
+  EXPECT_THAT(RunFor({"members", "/g/Shop.vbp", "None"}, exNo), HasSubstr("'None'"));
   RunFor({"members", "/g/Shop.vbp", "Item", "--kind", "procedures"}, exUsage);
 }
 
@@ -88,11 +83,8 @@ TEST_F(ShowingCommands, HelpIDsAreAMapInThreeForms) {
   auto asHeader = assign, asJson = assign;
   asHeader.push_back("--header");
   asJson.push_back("--json");
-  EXPECT_NE(RunFor(asHeader).find("#define IDH_Shop_Item_Post 105\r\n"), std::string::npos);
-  std::istringstream lines(RunFor(asJson));
-  std::string line;
-  std::getline(lines, line);
-  EXPECT_EQ(json::parse(line),
+  EXPECT_THAT(RunFor(asHeader), HasSubstr("#define IDH_Shop_Item_Post 105\r\n"));
+  EXPECT_EQ(JsonLines(asJson).front(),
             json::parse(R"({"HelpContextID":100,"QualifiedName":"Shop","Place":"/g/Shop.vbp"})"));
   RunFor({"help-ids", "/g/Shop.vbp", "--force"}, exUsage);
   RunFor({"help-ids", "/g/Shop.vbp", "--begin", "0"}, exUsage);
@@ -101,13 +93,13 @@ TEST_F(ShowingCommands, HelpIDsAreAMapInThreeForms) {
 TEST_F(ShowingCommands, HelpIDsAreWrittenIntoTheSource) {
   mFiles.Add("/g/Shop.vbp", "Type=OleDll\r\nClass=Item; Item.cls\r\nName=\"Shop\"\r\n");
   const std::string map = RunFor({"help-ids", "/g/Shop.vbp", "--begin", "100", "--write"});
-  EXPECT_NE(map.find("105\tShop~Item~Post"), std::string::npos) << map;
+  EXPECT_THAT(map, HasSubstr("105\tShop~Item~Post"));
   const std::string source = mFiles["/g/Item.cls"];
   for (const char* line :
        {"\r\nAttribute VB_HelpID = 102\r\n", "Attribute Sold.VB_HelpID = 103\r\n",
         "Attribute Post.VB_HelpID = 105\r\n"})
-    EXPECT_NE(source.find(line), std::string::npos) << line << " is not in\n" << source;
-  EXPECT_NE(mFiles["/g/Shop.vbp"].find("HelpContextID=\"100\""), std::string::npos);
+    EXPECT_THAT(source, HasSubstr(line));
+  EXPECT_THAT(mFiles["/g/Shop.vbp"], HasSubstr("HelpContextID=\"100\""));
   // Lines have moved, the numbers are the same.
   std::istringstream before(map), after(RunFor({"help-ids", "/g/Shop.vbp"}));
   for (std::string a, b; std::getline(before, a);) {

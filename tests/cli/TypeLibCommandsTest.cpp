@@ -2,12 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
-#include <sstream>
-
-#include "cli/Tool.h"
 #include "services/Startup.h"
 #include "support/MemoryFiles.h"
+#include "support/ToolRun.h"
 #include "typelib/SampleImages.h"
 
 namespace vendrel::cli {
@@ -29,13 +26,6 @@ class TypeLibCommands : public testing::Test {
     mFiles.Add("/t/old.tlb", Bytes(typelib::test::OldLibrary().Build()));
     mFiles.Add("/t/empty.ocx", "");
   }
-  std::string Run(const std::vector<std::string>& arguments, int code = exDone) {
-    std::vector<const char*> argv{"vendrelmodel"};
-    for (const std::string& argument : arguments) argv.push_back(argument.c_str());
-    std::ostringstream out, err;
-    EXPECT_EQ(RunTool(static_cast<int>(argv.size()), argv.data(), {out, err}), code) << err.str();
-    return code == exDone ? out.str() : err.str();
-  }
 
   test::MemoryFiles mFiles;
 };
@@ -51,41 +41,36 @@ TEST_F(TypeLibCommands, TreeShowsTheLibraryAsAProject) {
       "      parameter RHS As Long\n"
       "    procedure Public Function Paint(ByRef area As Single, Optional ByVal extra As Variant)"
       " As String\n      parameter area As Single\n      parameter extra As Variant\n";
-  EXPECT_EQ(Run({"/t/old.tlb", "--depth", "4"}), expected);
-  const std::string second = Run({"tree", "/t/Both.dll\\2", "--depth", "1"});
-  EXPECT_TRUE(second.starts_with("project OldLib  (ActiveX DLL, 3 modules")) << second;
-  EXPECT_TRUE(Run({"tree", "/t/BOTH.DLL", "--depth", "1"}).starts_with("project Small "));
+  EXPECT_EQ(RunFor({"/t/old.tlb", "--depth", "4"}), expected);
+  EXPECT_THAT(RunFor({"tree", "/t/Both.dll\\2", "--depth", "1"}),
+              StartsWith("project OldLib  (ActiveX DLL, 3 modules"));
+  EXPECT_THAT(RunFor({"tree", "/t/BOTH.DLL", "--depth", "1"}), StartsWith("project Small "));
 }
 
 TEST_F(TypeLibCommands, OtherCommandsTakeItToo) {
-  const json dump = json::parse(Run({"dump", "/t/old.tlb"}));
+  const json dump = json::parse(RunFor({"dump", "/t/old.tlb"}));
   EXPECT_EQ(dump["Components"][2]["Blocks"][2]["Name"], "Paint");
   EXPECT_EQ(dump["Components"][0]["Enumerations"][0]["Members"][0]["TaggedComments"][0]["Text"],
             "The name");
+  const json bare =
+      json::parse(RunFor({"dump", "/t/old.tlb", "--set", "LoadTypeLibHelpStrings=False"}));
+  EXPECT_EQ(bare["Components"][0]["Enumerations"][0]["TaggedComments"], json::array());
+  EXPECT_THAT(RunFor({"manifest", "/t/old.tlb"}), HasSubstr("Name=\"Paint\""));
   EXPECT_EQ(
-      json::parse(Run(
-          {"dump", "/t/old.tlb", "--set",
-           "LoadTypeLibHelpStrings=False"}))["Components"][0]["Enumerations"][0]["TaggedComments"]
-          .size(),
-      0u);
-  EXPECT_NE(Run({"manifest", "/t/old.tlb"}).find("Name=\"Paint\""), std::string::npos);
-  EXPECT_EQ(
-      Run({"find", "/t/old.tlb", "Deep"}),
+      RunFor({"find", "/t/old.tlb", "Deep"}),
       "OldLib~Enumerations~Colours_EN:Deep\tenumeration-member\tDeep = 1000000\t/t/old.tlb\n");
-  EXPECT_NE(Run({"names", "/t/old.tlb"}).find("OldLib~IBrush~Colour\tproperty\t/t/old.tlb\n"),
-            std::string::npos);
-  EXPECT_TRUE(Run({"check", "/t/old.tlb"})
-                  .starts_with("1 projects, 0 projects not read, 3 modules "
-                               "listed, 3 found,"));
+  EXPECT_THAT(RunFor({"names", "/t/old.tlb"}),
+              HasSubstr("OldLib~IBrush~Colour\tproperty\t/t/old.tlb\n"));
+  EXPECT_THAT(RunFor({"check", "/t/old.tlb"}),
+              StartsWith("1 projects, 0 projects not read, 3 modules listed, 3 found,"));
 }
 
 TEST_F(TypeLibCommands, TypelibPrintsWhatIsStored) {
-  const std::string listing = Run({"typelib", "/t/Both.dll/2"});
-  EXPECT_NE(listing.find("enum Colours {"), std::string::npos) << listing;
-  EXPECT_EQ(json::parse(Run({"typelib", "/t/Both.dll", "--json"}))["Name"], "Small");
-  EXPECT_NE(Run({"typelib", "/t/empty.ocx"}, exFailed).find("/t/empty.ocx: cannot be read"),
-            std::string::npos);
-  EXPECT_NE(Run({"typelib", "/t/none.ocx"}, exFailed).find("no such file"), std::string::npos);
+  EXPECT_THAT(RunFor({"typelib", "/t/Both.dll/2"}), HasSubstr("enum Colours {"));
+  EXPECT_EQ(json::parse(RunFor({"typelib", "/t/Both.dll", "--json"}))["Name"], "Small");
+  EXPECT_THAT(RunFor({"typelib", "/t/empty.ocx"}, exFailed),
+              HasSubstr("/t/empty.ocx: cannot be read"));
+  EXPECT_THAT(RunFor({"typelib", "/t/none.ocx"}, exFailed), HasSubstr("no such file"));
 }
 
 }  // namespace

@@ -1,12 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <random>
-#include <sstream>
-#include <vector>
 
-#include "cli/Tool.h"
 #include "cli/UnifiedDiff.h"
 #include "support/MemoryFiles.h"
+#include "support/ToolRun.h"
 
 namespace vendrel::cli {
 namespace {
@@ -17,17 +13,12 @@ constexpr const char* kModule =
 class WriteCommand : public testing::Test {
  protected:
   // What a run writes; `answer` is what a person types, null: nobody is there.
-  std::string Run(std::vector<const char*> arguments, int code = exDone,
+  std::string Run(std::vector<std::string> arguments, int code = exDone,
                   const char* answer = nullptr) {
-    arguments.insert(arguments.begin(), {"vendrelmodel", "write"});
-    std::ostringstream out, err;
-    std::istringstream answers(answer ? answer : "");
-    Streams streams{out, err};
-    if (answer) streams.Answers = &answers;
-    EXPECT_EQ(RunTool(static_cast<int>(arguments.size()), arguments.data(), streams), code)
-        << err.str();
-    mErr = err.str();
-    return out.str();
+    arguments.insert(arguments.begin(), "write");
+    const ToolRun run = ToolEnding(code, arguments, {.Answer = answer});
+    mErr = run.Err;
+    return run.Out;
   }
 
   std::string mErr;
@@ -53,7 +44,7 @@ TEST_F(WriteCommand, WritesACopyAndLeavesTheSourceAlone) {
 
 TEST_F(WriteCommand, InPlaceAsksFirst) {
   Run({"/g/A.vbp", "--in-place"}, exUsage);
-  EXPECT_NE(mErr.find("--yes"), std::string::npos) << mErr;
+  EXPECT_THAT(mErr, HasSubstr("--yes"));
   Run({"/g/A.vbp", "--in-place"}, exNo, "n\n");
   EXPECT_FALSE(mFiles.Has("/g/SourceBackup"));
   Run({"/g/A.vbp", "--in-place"}, exDone, "y\n");
@@ -85,16 +76,14 @@ TEST_F(WriteCommand, ADryRunWritesNothingAndShowsTheDifference) {
       Run({"/g/A.vbp", "--in-place", "--dry-run", "--line-numbers", "100:10"});
   EXPECT_EQ(mFiles.Paths(), before);
   EXPECT_EQ(mFiles["/g/M.bas"], kModule);
-  EXPECT_NE(
-      shown.find("changed /g/M.bas\n--- /g/M.bas\n+++ /g/M.bas\n@@ -1,7 +1,7 @@\n Attribute "
-                 "VB_Name = \"M\"\n Sub A()\n-#If False Then\n-  x = 1\n-#End If\n-  y = 2\n"
-                 "+      #If False Then\n+100     x = 1\n+      #End If\n+110     y = 2\n End "
-                 "Sub\n\\ No newline at end of file\n"),
-      std::string::npos)
-      << shown;
-  EXPECT_NE(shown.find("copy /g/SourceBackup/M.bas\n"), std::string::npos) << shown;
-  EXPECT_NE(Run({"/g/A.vbp", "--to", "/out", "--dry-run"}).find("same /out/M.bas\n"),
-            std::string::npos);
+  EXPECT_THAT(
+      shown,
+      HasSubstr("changed /g/M.bas\n--- /g/M.bas\n+++ /g/M.bas\n@@ -1,7 +1,7 @@\n Attribute "
+                "VB_Name = \"M\"\n Sub A()\n-#If False Then\n-  x = 1\n-#End If\n-  y = 2\n"
+                "+      #If False Then\n+100     x = 1\n+      #End If\n+110     y = 2\n End "
+                "Sub\n\\ No newline at end of file\n"));
+  EXPECT_THAT(shown, HasSubstr("copy /g/SourceBackup/M.bas\n"));
+  EXPECT_THAT(Run({"/g/A.vbp", "--to", "/out", "--dry-run"}), HasSubstr("same /out/M.bas\n"));
   EXPECT_FALSE(mFiles.Has("/out"));
 }
 
@@ -108,10 +97,10 @@ TEST_F(WriteCommand, EachProjectOfAGroupGetsAFolder) {
 TEST_F(WriteCommand, WhatIsRefusedEndsWithAFailure) {
   mFiles.Add("/out/M.bas", "", 0444);
   Run({"/g/A.vbp", "--to", "/out"}, exFailed);
-  EXPECT_NE(mErr.find("[write-refused]"), std::string::npos) << mErr;
+  EXPECT_THAT(mErr, HasSubstr("[write-refused]"));
   mFiles.AddFolder("/g/SourceBackup/M.bas");
   Run({"/g/A.vbp", "--in-place", "--yes"}, exFailed);
-  EXPECT_NE(mErr.find("Backup file copy error (M.bas)"), std::string::npos) << mErr;
+  EXPECT_THAT(mErr, HasSubstr("Backup file copy error (M.bas)"));
 }
 
 std::string TextOf(const std::vector<int>& lines) {

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <set>
 
 #include "comments/TagDefinitions.h"
 #include "diagnostics/ErrorReport.h"
@@ -17,7 +16,9 @@
 namespace vendrel {
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAreArray;
+using testing::HasSubstr;
 
 // The failure of a piece of work.
 VendrelError FailureOf(const std::function<void()>& work) {
@@ -161,24 +162,24 @@ TEST(Contexts, TellTheProceduresThatAFailurePassedAndTheInputAtFault) {
     SCOPED_TRACE(row.Name);
     const VendrelError failure = FailureOf(row.Work);
     EXPECT_THAT(Procedures(failure), ElementsAreArray(row.Chain));
-    const auto names = Procedures(failure);
-    EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), names.size());
     for (const ErrorContext& context : failure.Contexts()) {
       if (context.Procedure != row.Procedure) continue;
       EXPECT_EQ(context.Line, row.Line);
-      EXPECT_NE(Shown(context).find(row.Value), std::string::npos) << Shown(context);
+      EXPECT_THAT(Shown(context), HasSubstr(row.Value));
     }
   }
 }
 
-TEST(Contexts, LoadNoModule) {
-  const test::MemoryFiles files{{"/p/P.vbp", "Type=Exe\r\nModule=M; M.bas\r\nClass=Nameless\r\n"},
-                                {"/p/M.bas", "Sub A()\r\nEnd Sub\r\n"}};
+TEST(Contexts, ShowElementsWholeOnRequestAndLoadNoModule) {
+  const test::MemoryFiles files{
+      {"/p/P.vbp", "Type=Exe\r\nName=\"P\"\r\nModule=M; M.bas\r\nClass=Nameless\r\n"},
+      {"/p/M.bas", "Sub A()\r\nEnd Sub\r\n"}};
   VBProject project;
   project.Reading = ReadingRules::Classic();
   TraceElementsWhole(true);
   const VendrelError failure = FailureOf([&] { project.Load("/p/P.vbp"); });
-  EXPECT_NE(RenderError(failure).find("<Components>{1 elements}</Components>"), std::string::npos);
+  EXPECT_THAT(RenderError(failure), AllOf(HasSubstr("<ProjectName>P</ProjectName>"),
+                                          HasSubstr("<Components>{1 elements}</Components>")));
   TraceElementsWhole(false);
   for (const Component& component : project.Components.Listed())
     EXPECT_EQ(component.LoadState, lsNotLoaded);

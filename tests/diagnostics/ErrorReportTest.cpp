@@ -6,13 +6,10 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
-#include <algorithm>
-
 #include "core/ObjectRegistry.h"
 #include "diagnostics/FatalSignals.h"
 #include "output/TraceElement.h"
-#include "project/VBProject.h"
-#include "support/MemoryFiles.h"
+#include "support/Projects.h"
 
 namespace vendrel {
 namespace {
@@ -74,7 +71,6 @@ class ErrorObjectTest : public testing::Test {
   }
   ~ErrorObjectTest() override {
     ObjectRegistry::Register<ErrorObject>(kErrorObject, [] { return nullptr; });
-    TraceElementsWhole(false);
   }
 };
 
@@ -98,37 +94,10 @@ TEST_F(ErrorObjectTest, GetsEachContextFromTheInnermostOutwards) {
 }
 
 TEST_F(ErrorObjectTest, MayLetTheReaderStepOverALine) {
-  test::MemoryFiles files;
-  files.Add("/p/P.vbp", "Type=Exe\r\nModule=M; M.bas\r\nName=\"P\"\r\n");
   // A condition that does not compile is a failure of its line in the classic reading.
-  files.Add("/p/M.bas",
-            "Attribute VB_Name = \"M\"\r\n#If (1 Then\r\n#End If\r\nSub A()\r\nEnd Sub\r\n");
-  VBProject project;
-  ASSERT_TRUE(project.Load("/p/P.vbp"));
-  project.Components.Populate();
-  ASSERT_FALSE(Recorder::Reports.empty());
-  const auto report =
-      std::find_if(Recorder::Reports.begin(), Recorder::Reports.end(),
-                   [](const auto& r) { return r.Procedure == "ModuleReader.AddLineOfCode"; });
-  ASSERT_NE(report, Recorder::Reports.end());
-  EXPECT_EQ(report->Line, 2);
-  EXPECT_NE(report->Variables.find("<Line>#If (1 Then</Line>"), std::string::npos);
-  EXPECT_NE(report->Variables.find("<Me>{Component P~M}</Me>"), std::string::npos)
-      << report->Variables;
-  EXPECT_NE(project.Components.Item("M")->Blocks.Item("A"), nullptr);
-}
-
-TEST_F(ErrorObjectTest, ShowsElementsWholeOnRequest) {
-  VBProject project;
-  project.ProjectName = "P";
-  TraceElementsWhole(true);
-  VendrelError failure(errSubscript);
-  failure.AddContext("X", "Y").Of(project);
-  ReportError(failure);
-  EXPECT_NE(Recorder::Reports.back().Variables.find("<ProjectName>P</ProjectName>"),
-            std::string::npos);
-  EXPECT_NE(Recorder::Reports.back().Variables.find("<Components>{0 elements}</Components>"),
-            std::string::npos);
+  test::TestModule module("M.bas", "#If (1 Then\n#End If\nSub A()\nEnd Sub\n");
+  EXPECT_FALSE(Recorder::Reports.empty());
+  EXPECT_NE(module->Blocks.Item("A"), nullptr);
 }
 
 TEST(FatalSignals, HaveTheirWords) {

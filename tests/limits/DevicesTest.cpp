@@ -1,24 +1,24 @@
 // Whatever file a project, an option or the settings name may be a pipe that nobody writes to, or a
 // device that never ends: it is told, and never waited for. What may hang is guarded by a signal.
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 
-#include "cli/Tool.h"
 #include "core/ObjectRegistry.h"
 #include "diagnostics/ErrorReport.h"
 #include "services/ByteSource.h"
-#include "services/TemporaryFolder.h"
+#include "support/DiskFolder.h"
+#include "support/ToolRun.h"
 
 namespace vendrel {
 namespace {
+
+using testing::HasSubstr;
 
 constexpr unsigned kPatience = 120;  // seconds, of a whole table on a busy machine
 
@@ -81,7 +81,7 @@ const Role kRoles[] = {
      "not a regular file"},
 };
 
-class Devices : public testing::Test {
+class Devices : public testing::Test, public test::DiskFolder {
  protected:
   Devices() { alarm(kPatience); }
   ~Devices() override {
@@ -100,30 +100,16 @@ class Devices : public testing::Test {
     Write("copy/old.txt", "");
     Write("SourceBackup/old.txt", "");
   }
-  void Write(const std::string& name, const std::string& bytes) {
-    const std::filesystem::path path = std::filesystem::path(mFolder.Path()) / name;
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << bytes;
-  }
-  std::string Placed(std::string text, const char* file) const {
-    const std::string odd = mFolder.Path() + "/" + file;
-    if (text == "*") return odd;
-    if (text.starts_with('%')) text.replace(0, 1, mFolder.Path());
-    return text;
+  std::string Placed(const std::string& text, const char* file) const {
+    if (text == "*") return Path(file);
+    return text.starts_with('%') ? Path(text.substr(2)) : text;
   }
   void Try(const Role& role) {
     setenv("VENDRELMODEL_REGISTRY", Placed("%/s.reg", "").c_str(), 1);
-    std::vector<std::string> arguments{"vendrelmodel"};
+    std::vector<std::string> arguments;
     for (const std::string& each : role.Arguments) arguments.push_back(Placed(each, role.File));
-    std::vector<const char*> argv;
-    for (const std::string& each : arguments) argv.push_back(each.c_str());
-    std::ostringstream out, err;
-    EXPECT_EQ(cli::RunTool(static_cast<int>(argv.size()), argv.data(), {out, err}), role.Code)
-        << err.str();
-    EXPECT_NE(err.str().find(role.Told), std::string::npos) << err.str();
+    EXPECT_THAT(cli::ToolEnding(role.Code, arguments).Err, HasSubstr(role.Told));
   }
-
-  TemporaryFolder mFolder{"devices"};
 };
 
 TEST_F(Devices, AndPipesAreToldInEveryRole) {
@@ -132,18 +118,18 @@ TEST_F(Devices, AndPipesAreToldInEveryRole) {
       if (*target && role.PipeAlone) continue;
       SCOPED_TRACE(std::string(role.Name) + " is " + (*target ? target : "a pipe"));
       Fill();
-      const std::string odd = mFolder.Path() + "/" + role.File;
+      const std::string odd = Path(role.File);
       std::filesystem::remove(odd);
       ASSERT_EQ(*target ? symlink(target, odd.c_str()) : mkfifo(odd.c_str(), 0600), 0);
       Try(role);
-      std::filesystem::remove_all(mFolder.Path() + "/copy");
+      std::filesystem::remove_all(Path("copy"));
       std::filesystem::remove(odd);
     }
   }
 }
 
 TEST_F(Devices, AReportThatNobodyTakesIsToldOnce) {
-  const std::string pipe = mFolder.Path() + "/report";
+  const std::string pipe = Path("report");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   for (const char* path : {pipe.c_str(), "/dev/full", "/none/report"}) {
     WriteErrorReports(path);
@@ -151,15 +137,14 @@ TEST_F(Devices, AReportThatNobodyTakesIsToldOnce) {
     for (int i = 0; i < 2; ++i) EXPECT_EQ(ReportError(VendrelError(5)), StepOver::Raise);
     const std::string told = testing::internal::GetCapturedStderr();
     EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), 1) << told;
-    EXPECT_NE(told.find(path), std::string::npos) << told;
+    EXPECT_THAT(told, HasSubstr(path));
   }
   ObjectRegistry::Register<ErrorObject>(kErrorObject, [] { return nullptr; });
 }
 
 // The size is asked for once; what lies behind a new end is not there.
 TEST_F(Devices, AFileThatShrinksWhileItIsReadInPiecesEndsEarly) {
-  Write("a.dll", "MZ0123456789");
-  const std::string path = mFolder.Path() + "/a.dll";
+  const std::string path = Write("a.dll", "MZ0123456789");
   const auto bytes = OpenBytes(path);
   ASSERT_EQ(truncate(path.c_str(), 5), 0);
   EXPECT_EQ(bytes->Size(), 12u);

@@ -7,12 +7,12 @@
 #include <algorithm>
 #include <sstream>
 
-#include "cli/Tool.h"
 #include "core/ProcessState.h"
 #include "output/Dump.h"
 #include "project/VBProject.h"
-#include "services/ProcessRunner.h"
 #include "support/MemoryFiles.h"
+#include "support/Services.h"
+#include "support/ToolRun.h"
 
 namespace vendrel {
 namespace {
@@ -208,12 +208,33 @@ TEST_P(WriteFaults, LoseNothingAndAreTold) {
   }
 }
 
+// A process may be killed between any two calls. A temporary file may stay behind then.
+TEST_P(WriteFaults, LeaveEachFileOldOrNewAtEveryMoment) {
+  std::size_t amended = 0;
+  for (int n = 1; mReached && !HasFailure(); ++n) {
+    Loaded job;
+    job.FailAt(0, 0);
+    Contents then;
+    job.Files.ActAt(n, [&] { then = job.Now(); });
+    job.Attempt(GetParam());
+    mReached = job.Reached(n);
+    if (!mReached) break;
+    std::erase_if(then, [&](const auto& file) {
+      return !mBefore.contains(file.first) && !mWanted.contains(file.first);
+    });
+    SCOPED_TRACE("before call " + std::to_string(n));
+    ExpectOldOrNew(mBefore, mWanted, then);
+    if (then != mBefore) ++amended;
+  }
+  EXPECT_GT(amended, 0u);
+}
+
 INSTANTIATE_TEST_SUITE_P(Of, WriteFaults, testing::ValuesIn(kWrites),
                          [](const auto& each) { return std::string(each.param.Name); });
 
 struct ToolCase {
   const char* Name;
-  std::vector<const char*> Arguments;
+  std::vector<std::string> Arguments;
   int Code = cli::exDone;
 };
 
@@ -231,12 +252,9 @@ std::ostream& operator<<(std::ostream& out, const ToolCase& each) { return out <
 class ToolFaults : public testing::TestWithParam<ToolCase> {
  protected:
   int Run() {
-    std::vector<const char*> argv{"vendrelmodel"};
-    argv.insert(argv.end(), GetParam().Arguments.begin(), GetParam().Arguments.end());
-    std::ostringstream out, err;
-    const int code = cli::RunTool(static_cast<int>(argv.size()), argv.data(), {out, err});
-    mErr = err.str();
-    return code;
+    const cli::ToolRun run = cli::Tool(GetParam().Arguments);
+    mErr = run.Err;
+    return run.Code;
   }
   // What fails on reading costs a result its part, which is told; here the output fails.
   static bool IsOfOutput(const std::string& call) {
@@ -286,25 +304,13 @@ TEST_P(ToolFaults, LeaveTheOldResultOrTheNewOne) {
 INSTANTIATE_TEST_SUITE_P(Of, ToolFaults, testing::ValuesIn(kTools),
                          [](const auto& each) { return std::string(each.param.Name); });
 
-// A compiler that writes its log, on whatever disk there is.
-class Compiler final : public ProcessRunner {
- public:
-  explicit Compiler(Disk& disk) : mDisk(disk) {}
-  int Run(const std::vector<std::string>&, const ProcessOptions&) override {
-    mDisk.Files.Add("/log/build.log", "Build of 'A.exe' succeeded.\r\n");
-    return 0;
-  }
-
- private:
-  Disk& mDisk;
-};
-
 TEST(CompileFaults, AreTold) {
   for (const int error : kErrors) {
     bool reached = true;
     for (int n = 1; reached; ++n) {
       Disk disk;
-      ProcessRunner::Install(std::make_shared<Compiler>(disk));
+      test::NotedRuns compiler;
+      compiler.OnRun = [&] { disk.Files.Add("/log/build.log", "Build of 'A.exe' succeeded.\r\n"); };
       VBProject project;
       EXPECT_TRUE(project.Load("/g/A.vbp"));
       project.OutputFileName.SetFullPath(project.FileName.FullPath());
@@ -321,7 +327,6 @@ TEST(CompileFaults, AreTold) {
       EXPECT_TRUE(project.Make()) << "behind error " << error << " of call " << n;
     }
   }
-  ProcessRunner::Install(nullptr);
 }
 
 }  // namespace

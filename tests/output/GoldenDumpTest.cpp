@@ -9,17 +9,11 @@
 
 #include "output/Dump.h"
 #include "project/VBProject.h"
+#include "services/FileSource.h"
 #include "services/Paths.h"
 
 namespace vendrel {
 namespace {
-
-std::string ReadText(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
 
 // Number and text of the first line in which two texts differ.
 std::string FirstDifference(const std::string& expected, const std::string& actual) {
@@ -55,14 +49,11 @@ void CompareWithGolden(const std::string& name, const ReadingRules& reading) {
   EXPECT_EQ(actual.find(VENDREL_SOURCE_ROOT), std::string::npos);
   const char* update = std::getenv("VENDREL_UPDATE_GOLDEN");
   if (update && *update) std::ofstream(path, std::ios::binary) << actual;
-  EXPECT_EQ(FirstDifference(ReadText(path), actual), "") << path;
+  EXPECT_EQ(FirstDifference(ReadWholeFile(path), actual), "") << path;
 }
 
-TEST(GoldenDump, OfTheSampleInTheCompleteReading) {
+TEST(GoldenDump, OfTheSampleInTheTwoReadings) {
   CompareWithGolden("Ledger.complete.json", ReadingRules::Complete());
-}
-
-TEST(GoldenDump, OfTheSampleInTheClassicReading) {
   CompareWithGolden("Ledger.classic.json", ReadingRules::Classic());
 }
 

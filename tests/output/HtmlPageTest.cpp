@@ -4,11 +4,11 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 
 #include "core/Ascii.h"
 #include "output/CodePieces.h"
+#include "support/DiskFolder.h"
 #include "support/Projects.h"
 
 namespace vendrel {
@@ -127,23 +127,18 @@ std::string Browser() {
 TEST(HtmlPage, IsReadByABrowserAsTheSource) {
   const std::string browser = Browser();
   if (browser.empty()) GTEST_SKIP() << "no browser is installed (Debian's package: chromium)";
-  const auto folder =
-      std::filesystem::temp_directory_path() / ("vendrelmodel-page-" + std::to_string(getpid()));
-  std::filesystem::create_directories(folder);
-  std::ofstream(folder / "page.html", std::ios::binary)
-      << PageOf({"M", "m.bas", kHostile, 1, {{2, "a\"><b>"}}}, "</title><b>");
-  const std::string command = "HOME='" + folder.string() + "' timeout 120 '" + browser +
+  const test::DiskFolder folder;
+  folder.Write("page.html", PageOf({"M", "m.bas", kHostile, 1, {{2, "a\"><b>"}}}, "</title><b>"));
+  const std::string command = "cd '" + folder.Path() + "' && HOME=\"$PWD\" timeout 120 '" +
+                              browser +
                               "' --headless --no-sandbox --disable-gpu --dump-dom 'file://" +
-                              folder.string() + "/page.html' > '" + folder.string() +
-                              "/dom.html' 2> '" + folder.string() + "/log'";
+                              folder.Path("page.html") + "' > dom.html 2> log";
   ASSERT_EQ(std::system(command.c_str()), 0) << command;
-  std::ostringstream dom;
-  dom << std::ifstream(folder / "dom.html", std::ios::binary).rdbuf();
-  std::filesystem::remove_all(folder);
-  EXPECT_EQ(TextOf(dom.str()), kHostile);
-  EXPECT_NE(dom.str().find("<title>&lt;/title&gt;&lt;b&gt;</title>"), std::string::npos);
+  const std::string dom = ReadWholeFile(folder.Path("dom.html"));
+  EXPECT_EQ(TextOf(dom), kHostile);
+  EXPECT_NE(dom.find("<title>&lt;/title&gt;&lt;b&gt;</title>"), std::string::npos) << dom;
   for (const char* part : {"<script", "<img", "<!--", "<b>", "<i>"})
-    EXPECT_EQ(dom.str().find(part), std::string::npos) << part;
+    EXPECT_EQ(dom.find(part), std::string::npos) << part;
 }
 
 }  // namespace

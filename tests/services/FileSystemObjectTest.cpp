@@ -4,28 +4,17 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
-
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "services/Paths.h"
+#include "support/DiskFolder.h"
+#include "support/Failures.h"
 #include "support/MemoryFiles.h"
 
 namespace vendrel {
 namespace {
 
+using test::ErrorOf;
 using test::MemoryFiles;
-
-template <typename Action>
-int ErrorOf(Action action) {
-  try {
-    action();
-  } catch (const VendrelError& error) {
-    return error.Number();
-  }
-  return 0;
-}
 
 TEST(FileSystemObject, GivesThePartsOfItsPathAndChangesEachAlone) {
   FileSystemObject file("Z:\\src\\My.Project.vbp");
@@ -233,27 +222,6 @@ TEST(FileSystemObject, WritesBesideAndRenames) {
   EXPECT_EQ(files.Paths().size(), 2u);
 }
 
-TEST(FileSystemObject, AFailureAtAnyCallLeavesTheOldFileOrTheNewOne) {
-  for (const int systemError : {EIO, ENOSPC, EACCES, EROFS, EDQUOT}) {
-    bool worked = false;
-    for (int n = 1; !worked && n < 40; ++n) {
-      MemoryFiles files{{"/p/a.bas", "old"}};
-      files.FailAt(n, systemError);
-      const int number = ErrorOf([] { WriteTwoLines("/p/a.bas"); });
-      const std::size_t calls = files.Calls().size();
-      worked = number == 0 && static_cast<int>(calls) < n;
-      const std::string content = files["/p/a.bas"];
-      // A few calls may fail without harm: the look for the path, the look for a link.
-      if (number == 0)
-        EXPECT_EQ(content, "new one\r\n\r\nraw\n") << n;
-      else
-        EXPECT_EQ(content, "old") << n;
-      EXPECT_EQ(files.Paths().size(), 1u) << n << " " << files.Paths().back();
-    }
-    EXPECT_TRUE(worked);
-  }
-}
-
 TEST(FileSystemObject, WritesInTheEncodingAskedFor) {
   MemoryFiles files;
   Diagnostics told;
@@ -292,7 +260,6 @@ TEST(FileSystemObject, MakesFoldersAndDeletesFiles) {
   gone.DeleteFile();
   EXPECT_FALSE(files.Has("/Out/x"));
   gone.DeleteFile();
-  files.FailOn("/Out", EACCES);
 }
 
 std::vector<std::string> Found(const std::string& folder, int flag = 0) {
@@ -329,56 +296,46 @@ TEST(FileSystemObject, AsksTheReaderOfClassIds) {
 }
 
 // The same on the machine's own disk.
-class OnDisk : public testing::Test {
+class OnDisk : public testing::Test, public test::DiskFolder {
  protected:
-  OnDisk() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "vendrel-XXXXXX").string();
-    Folder = mkdtemp(pattern.data());
-    ForgetFolders();
-  }
-  ~OnDisk() override { std::filesystem::remove_all(Folder); }
-  void Put(const std::string& name, std::string_view bytes) const {
-    std::ofstream(Folder + "/" + name, std::ios::binary) << bytes;
-  }
-  std::string Folder;
+  OnDisk() { ForgetFolders(); }
 };
 
 TEST_F(OnDisk, WritingKeepsModeAndLinksAndLeavesNothingBeside) {
-  Put("real.bas", "old");
-  chmod((Folder + "/real.bas").c_str(), 0640);
-  std::filesystem::create_symlink("real.bas", Folder + "/link.bas");
-  WriteTwoLines(Folder + "/link.bas");
-  EXPECT_TRUE(std::filesystem::is_symlink(Folder + "/link.bas"));
+  Write("real.bas", "old");
+  chmod((Path("real.bas")).c_str(), 0640);
+  std::filesystem::create_symlink("real.bas", Path("link.bas"));
+  WriteTwoLines(Path("link.bas"));
+  EXPECT_TRUE(std::filesystem::is_symlink(Path("link.bas")));
   struct stat status;
-  stat((Folder + "/real.bas").c_str(), &status);
+  stat((Path("real.bas")).c_str(), &status);
   EXPECT_EQ(status.st_mode & 0777, 0640u);
   EXPECT_EQ(status.st_size, 15);
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(Folder), {}), 2);
-  EXPECT_EQ(ReadWholeFile(Folder + "/real.bas"), "new one\r\n\r\nraw\n");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(Path()), {}), 2);
+  EXPECT_EQ(ReadWholeFile(Path("real.bas")), "new one\r\n\r\nraw\n");
 }
 
 TEST_F(OnDisk, PipesAndDevicesAreRefusedWithoutWaiting) {
-  mkfifo((Folder + "/pipe").c_str(), 0600);
-  EXPECT_EQ(ErrorOf([&] { ReadWholeFile(Folder + "/pipe"); }), errPathAccess);
-  EXPECT_EQ(ErrorOf([&] { WriteTwoLines(Folder + "/pipe"); }), errPathAccess);
+  mkfifo((Path("pipe")).c_str(), 0600);
+  EXPECT_EQ(ErrorOf([&] { ReadWholeFile(Path("pipe")); }), errPathAccess);
+  EXPECT_EQ(ErrorOf([&] { WriteTwoLines(Path("pipe")); }), errPathAccess);
   EXPECT_EQ(ErrorOf([] { ReadWholeFile("/dev/zero"); }), errPathAccess);
-  std::ofstream(Folder + "/huge").close();
-  std::filesystem::resize_file(Folder + "/huge", FileSizeLimit);
-  EXPECT_EQ(ErrorOf([&] { ReadWholeFile(Folder + "/huge"); }), errPathAccess);
+  Write("huge", "");
+  std::filesystem::resize_file(Path("huge"), FileSizeLimit);
+  EXPECT_EQ(ErrorOf([&] { ReadWholeFile(Path("huge")); }), errPathAccess);
   EXPECT_FALSE(ReadWholeFile("/proc/self/status").empty());
 }
 
 TEST_F(OnDisk, FindsFilesThroughLoopsAndOddNames) {
-  std::filesystem::create_directories(Folder + "/a/b");
-  Put("a/b/x.vbp", "");
-  Put("a/\xF1.vbp", "");
-  std::filesystem::create_directory_symlink("..", Folder + "/a/b/loop");
-  std::filesystem::create_symlink("nowhere", Folder + "/dead.vbp");
+  Write("a/b/x.vbp", "");
+  Write("a/\xF1.vbp", "");
+  std::filesystem::create_directory_symlink("..", Path("a/b/loop"));
+  std::filesystem::create_symlink("nowhere", Path("dead.vbp"));
   std::vector<FileSystemObject> result;
-  FileSystemObject(Folder).FindFiles("*.vbp", 0, result);
+  FileSystemObject(Path()).FindFiles("*.vbp", 0, result);
   ASSERT_EQ(result.size(), 2u);
   for (const FileSystemObject& file : result) EXPECT_TRUE(file.Exists()) << file.FullPath();
-  EXPECT_EQ(result[0].FullPath(), WindowsPath(Folder + "/a/b/x.vbp"));
+  EXPECT_EQ(result[0].FullPath(), WindowsPath(Path("a/b/x.vbp")));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "diagnostics/Diagnostic.h"
 #include "services/Startup.h"
 #include "support/MemoryFiles.h"
+#include "support/Services.h"
 
 namespace vendrel {
 namespace {
@@ -134,27 +135,14 @@ TEST_F(Settings, AMissingFileIsToldAndTheOthersRead) {
   EXPECT_EQ(told.CountOf(DiagnosticCode::UnreadableFile), 1u);
 }
 
-class OneAnswer final : public SettingsReader {
- public:
-  explicit OneAnswer(std::string answer) : mAnswer(std::move(answer)) {}
-  std::string ReadValue(HiveEnum hive, std::string_view key, std::string_view value) override {
-    const bool asked = hive == HKEY_CURRENT_USER && value == "AutoAppendUntagged" &&
-                       key == "Software\\Vendrelsoft\\VendrelModel_V2";
-    return asked ? mAnswer : "";
-  }
-
- private:
-  std::string mAnswer;
-};
-
 TEST(Startup, TakesOverTheOneSettingOnlyIfItSaysTrue) {
   EnsureStarted();
   for (const char* answer : {"True", "true", "1", ""}) {
-    SettingsReader::Install(std::make_shared<OneAnswer>(answer));
+    const test::OneSetting setting(HKEY_CURRENT_USER, "Software\\Vendrelsoft\\VendrelModel_V2",
+                                   "AutoAppendUntagged", answer);
     State().Reset();
     EXPECT_EQ(State().AutoAppendUntagged, std::string_view(answer) == "True") << answer;
   }
-  SettingsReader::Install(nullptr);
   State().CurrentLineNumber = 7;
   EnsureStarted();
   EXPECT_EQ(State().CurrentLineNumber, 7);

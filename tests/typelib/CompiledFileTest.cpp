@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "diagnostics/VendrelError.h"
+#include "support/Failures.h"
 #include "typelib/ImageBuilders.h"
 #include "typelib/Widl.h"
 #include "typelib/reader/TypeLibReader.h"
@@ -12,7 +12,7 @@ using test::Bytes;
 using test::Image;
 using test::MsftBuilder;
 using test::PeBuilder;
-using test::ScratchFolder;
+using vendrel::test::DiskFolder;
 
 Image NamedLibrary(std::string_view name) {
   MsftBuilder builder;
@@ -22,12 +22,7 @@ Image NamedLibrary(std::string_view name) {
 }
 
 int NumberOfFailure(const std::string& path) {
-  try {
-    TypeLibInfoFromFile(path);
-    return 0;
-  } catch (const VendrelError& error) {
-    return error.Number();
-  }
+  return vendrel::test::ErrorOf([&] { TypeLibInfoFromFile(path); });
 }
 
 TEST(CompiledFile, HoldsLibrariesByNumber) {
@@ -36,7 +31,7 @@ TEST(CompiledFile, HoldsLibrariesByNumber) {
     file.IsWide = isWide;
     file.TypeLibraries = {{1, NamedLibrary("First")}, {3, NamedLibrary("Third")}};
     file.VersionBlock = PeBuilder::Version(5, 1, 2600, 70000 % 65536);
-    const ScratchFolder folder;
+    const DiskFolder folder;
     const std::string path = folder.Write("both.dll", file.Build());
     EXPECT_EQ(TypeLibResourceIds(path), (std::vector<int>{1, 3}));
     EXPECT_EQ(TypeLibInfoFromFile(path)->Name, "First");
@@ -56,14 +51,14 @@ TEST(CompiledFile, OfSixteenBitsHoldsLibrariesToo) {
   Bytes file;
   file.Text("MZ").Fill(58).U32(0x40).Text("NE").Fill(0x22).U16(0x40).U16(0x70).Fill(0x18);
   // At 0x80: units of 16 bytes, one group named at 30, one resource at 0xB0.
-  file.U16(4).U16(30).U16(1).U32(0).U16(0xB).U16(static_cast<unsigned>(library.size() / 16 + 1));
+  file.U16(4).U16(30).U16(1).U32(0).U16(0xB).U16(library.size() / 16 + 1);
   file.U16(0).U16(0x8001).U32(0).U16(0).PadTo(0x80 + 30, 0);
   file.U8(7).Text("TYPELIB").PadTo(0xB0, 0).Append(library).PadTo(16, 0);
   EXPECT_EQ(TypeLibInfoFromBytes(file.Data)->Name, "Old");
 }
 
 TEST(CompiledFile, FailsWithAClearError) {
-  const ScratchFolder folder;
+  const DiskFolder folder;
   PeBuilder foreign;
   foreign.TypeLibraries = {{1, Image(64, 0xFF)}};
   struct {
@@ -74,9 +69,9 @@ TEST(CompiledFile, FailsWithAClearError) {
       {folder.Path("absent.dll\\2"), errFileNotFound},
       {folder.Path(""), errPathAccess},
       {folder.Write("empty.tlb", std::string()), errInvalidFileFormat},
-      {folder.Write("text.tlb", std::string("not a library")), errInvalidFileFormat},
-      {folder.Write("head.tlb", std::string("MSFT")), errInvalidFileFormat},
-      {folder.Write("old.tlb", std::string("SLTG")), errInvalidFileFormat},
+      {folder.Write("text.tlb", "not a library"), errInvalidFileFormat},
+      {folder.Write("head.tlb", "MSFT"), errInvalidFileFormat},
+      {folder.Write("old.tlb", "SLTG"), errInvalidFileFormat},
       {folder.Write("dos.exe", "MZ" + std::string(200, '\0')), errInvalidFileFormat},
       {folder.Write("packed.ocx", foreign.Build()), errInvalidFileFormat},
       {folder.Write("plain.dll", PeBuilder{false, {}, PeBuilder::Version(1, 2, 3, 4)}.Build()),
@@ -92,7 +87,7 @@ TEST(CompiledFile, FailsWithAClearError) {
 }
 
 TEST(CompiledFile, OfThatVeryNameComesBeforeANumber) {
-  const ScratchFolder folder;
+  const DiskFolder folder;
   folder.Write("lib/2", NamedLibrary("Plain"));
   EXPECT_EQ(TypeLibInfoFromFile(folder.Path("lib/2"))->Name, "Plain");
 }

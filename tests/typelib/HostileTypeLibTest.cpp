@@ -6,6 +6,7 @@
 #include <random>
 
 #include "diagnostics/VendrelError.h"
+#include "typelib/LedgerIdl.h"
 #include "typelib/SampleImages.h"
 #include "typelib/Widl.h"
 #include "typelib/reader/TypeLibListing.h"
@@ -58,20 +59,8 @@ TEST(HostileTypeLib, MayEndAnywhereOrHoldAnyByte) {
 TEST(HostileTypeLib, MayBeChangedInManyPlaces) {
   if (!test::Widl::IsInstalled()) GTEST_SKIP() << test::Widl::kMissing;
   test::Widl compiler;
-  const std::string path = compiler.Compile("victim", R"(
-[uuid(11111111-2222-3333-4444-555555555501), version(1.0)] library Victim
-{
-    importlib("stdole2.tlb");
-    typedef enum Kind { kOne = 1, kTwo = 900000000 } Kind;
-    [object, uuid(11111111-2222-3333-4444-555555555505), dual, oleautomation]
-    interface IVictim : IDispatch {
-        [id(3), helpstring("Posts")] HRESULT Post([in, defaultvalue("none")] BSTR text,
-            [in, optional, defaultvalue(1)] Kind kind, [out, retval] SAFEARRAY(BSTR) *ok);
-    };
-    [uuid(11111111-2222-3333-4444-55555555550A)] coclass Object { [default] interface IVictim; };
-})");
-  std::ifstream stream(path, std::ios::binary);
-  const Image file(std::istreambuf_iterator<char>(stream), {});
+  const std::string bytes = ReadWholeFile(compiler.Compile("victim", test::kLedgerIdl));
+  const Image file(bytes.begin(), bytes.end());
   ASSERT_GT(ReadAll(file), 500u);
   std::mt19937 random(7);
   for (int round = 0; round < 800; ++round) {
@@ -85,20 +74,11 @@ TEST(HostileTypeLib, MayBeChangedInManyPlaces) {
 
 TEST(HostileTypeLib, CannotGoInCircles) {
   MsftBuilder builder = SmallLibrary();
-  MsftBuilder::Type alias;
-  alias.Kind = tkAlias;
-  alias.DataType = builder.AddNode(vtPointer, static_cast<std::int32_t>(builder.TypeNodes.Size()));
-  builder.Types.push_back(alias);
-  MsftBuilder::Type heir;
-  heir.Kind = tkDispatch;
-  heir.DataType = 200;  // itself
-  builder.Types.push_back(heir);
-  MsftBuilder::Type coclass;
-  coclass.Kind = tkCoclass;
-  coclass.DataType = 0;
-  coclass.Implemented = 0xFFFF;
-  builder.References.I32(0).U32(1).I32(-1).I32(0);  // the next is itself
-  builder.Types.push_back(coclass);
+  const std::int32_t toItself = builder.AddNode(vtPointer, builder.TypeNodes.End());
+  builder.Types.push_back({.Kind = tkAlias, .DataType = toItself});
+  builder.Types.push_back({.Kind = tkDispatch, .DataType = 200});  // itself
+  builder.References.I32(0).U32(1).I32(-1).I32(0);                 // the next is itself
+  builder.Types.push_back({.Kind = tkCoclass, .DataType = 0, .Implemented = 0xFFFF});
   const auto library = TypeLibInfoFromBytes(builder.Build());
   EXPECT_THROW(library->TypeInfos[1].AliasType.VarType(), VendrelError);
   EXPECT_TRUE(library->TypeInfos[2].Members().empty());
@@ -126,22 +106,15 @@ TEST(HostileTypeLib, CannotUseOneBlockManyTimes) {
 
 TEST(HostileTypeLib, CannotRepeatLongTextsOrBases) {
   MsftBuilder builder;
-  MsftBuilder::Type base;
-  base.Kind = tkModule;
-  const std::int32_t title = static_cast<std::int32_t>(builder.Values.Size());
-  builder.Values.U16(vtBstr).I32(60000).Fill(60000, 'x').PadTo(4);
+  MsftBuilder::Type base{.Kind = tkModule};
+  const auto title = builder.AddValue(test::Bytes().U16(vtBstr).I32(60000).Fill(60000, 'x'));
   for (int i = 0; i < 2000; ++i)
     MsftBuilder::AddField(base, MsftBuilder::Plain(vtBstr), -1, vkConstant, title);
   builder.Types.push_back(base);
   const std::int32_t longHelp = builder.AddString(std::string(60000, 'h'));
-  Image file = builder.Build();
   // Each of many entries points at one help string.
-  for (int i = 0; i < 3000; ++i) {
-    MsftBuilder::Type entry;
-    entry.Kind = tkRecord;
-    builder.Types.push_back(entry);
-  }
-  file = builder.Build();
+  for (int i = 0; i < 3000; ++i) builder.Types.push_back({.Kind = tkRecord});
+  Image file = builder.Build();
   const std::size_t types = 0x54 + 4 * builder.Types.size() + 240;
   for (std::size_t i = 1; i < builder.Types.size(); ++i)
     for (std::size_t k = 0; k < 4; ++k)

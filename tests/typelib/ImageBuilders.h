@@ -14,13 +14,14 @@ using Image = std::vector<std::uint8_t>;
 class Bytes {
  public:
   Image Data;
-  Bytes& U8(unsigned v) { return Put(v, 1); }
-  Bytes& U16(unsigned v) { return Put(v, 2); }
-  Bytes& U32(std::uint32_t v) { return Put(v, 4); }
-  Bytes& I32(std::int32_t v) { return Put(static_cast<std::uint32_t>(v), 4); }
+  /// The lowest bytes of any number, the least first.
+  Bytes& U8(auto v) { return Put(static_cast<std::uint64_t>(v), 1); }
+  Bytes& U16(auto v) { return Put(static_cast<std::uint64_t>(v), 2); }
+  Bytes& U32(auto v) { return Put(static_cast<std::uint64_t>(v), 4); }
+  Bytes& I32(std::int32_t v) { return U32(v); }
   Bytes& Text(std::string_view text) {
     // One by one: GCC 12 warns of an overflow where a whole text goes into a fresh vector.
-    for (const char c : text) U8(static_cast<unsigned char>(c));
+    for (const char c : text) U8(c);
     return *this;
   }
   Bytes& Fill(std::size_t count, unsigned v = 0) {
@@ -35,14 +36,15 @@ class Bytes {
     while (Data.size() % unit != 0) U8(v);
     return *this;
   }
-  void Set32(std::size_t at, std::uint32_t v) {
-    for (int i = 0; i < 4; ++i)
-      Data[at + static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(v >> 8 * i);
+  void Set32(std::size_t at, std::size_t v) {
+    for (std::size_t i = 0; i < 4; ++i) Data[at + i] = static_cast<std::uint8_t>(v >> 8 * i);
   }
   std::size_t Size() const { return Data.size(); }
+  /// Where the next byte goes, as the formats refer to it.
+  std::int32_t End() const { return static_cast<std::int32_t>(Data.size()); }
 
  private:
-  Bytes& Put(std::uint32_t v, int count) {
+  Bytes& Put(std::uint64_t v, int count) {
     for (int i = 0; i < count; ++i) Data.push_back(static_cast<std::uint8_t>(v >> 8 * i));
     return *this;
   }
@@ -59,8 +61,8 @@ class MsftBuilder {
     unsigned Implemented = 0;
     unsigned Functions = 0, Variables = 0;
     /// Records, without the length in front and the three lists behind.
-    Image Records;
-    std::vector<std::int32_t> Ids, Names, Places;
+    Bytes Records{};
+    std::vector<std::int32_t> Ids{}, Names{}, Places{};
     std::int32_t Guid = -1;
     /// Member block of another type instead of an own one.
     int SharedBlock = -1;
@@ -73,27 +75,42 @@ class MsftBuilder {
   std::int32_t LibraryName = -1, LibraryHelp = -1;
 
   std::int32_t AddName(std::string_view text) {
-    const std::size_t at = Names.Size();
-    Names.I32(-1).I32(-1).U32(static_cast<std::uint32_t>(text.size())).Text(text).PadTo(4);
-    return static_cast<std::int32_t>(at);
+    const std::int32_t at = Names.End();
+    Names.I32(-1).I32(-1).U32(text.size()).Text(text).PadTo(4);
+    return at;
   }
   std::int32_t AddString(std::string_view text) {
-    const std::size_t at = Strings.Size();
-    Strings.U16(static_cast<unsigned>(text.size())).Text(text).PadTo(4);
-    if (Strings.Size() - at < 8) Strings.Fill(8 - (Strings.Size() - at), 0x57);
-    return static_cast<std::int32_t>(at);
+    const std::int32_t at = Strings.End();
+    Strings.U16(text.size()).Text(text).PadTo(4);
+    while (Strings.End() - at < 8) Strings.U8(0x57);
+    return at;
   }
   /// An id whose bytes are all `fill`.
   std::int32_t AddGuid(unsigned fill) {
-    const std::size_t at = Guids.Size();
+    const std::int32_t at = Guids.End();
     Guids.Fill(16, fill).I32(-2).I32(-1);
-    return static_cast<std::int32_t>(at);
+    return at;
+  }
+  /// Imports a library, and of it the type of position 0 as the first imported one.
+  void AddImport(std::int32_t guid, std::string_view file, int major, int minor) {
+    Imports.I32(guid).U32(0).U16(major).U16(minor).U16(file.size() << 2 | 1).Text(file).PadTo(4);
+    ImportedTypes.U32(0).I32(0).I32(0);
   }
   /// Type description; the result is the encoded type.
   std::int32_t AddNode(unsigned kind, std::int32_t data) {
-    const std::size_t at = TypeNodes.Size();
+    const std::int32_t at = TypeNodes.End();
     TypeNodes.U16(kind).U16(0x7FFF).I32(data);
-    return static_cast<std::int32_t>(at);
+    return at;
+  }
+  /// A value that is stored outside of its member.
+  std::int32_t AddValue(const Bytes& value) {
+    const std::int32_t at = Values.End();
+    Values.Append(value.Data).PadTo(4);
+    return at;
+  }
+  /// A value that stands in its member.
+  static std::int32_t Packed(int varType, unsigned bits) {
+    return static_cast<std::int32_t>(0x80000000u | static_cast<unsigned>(varType) << 26 | bits);
   }
   static std::int32_t Plain(int varType) {
     return static_cast<std::int32_t>(0x80000000u | static_cast<unsigned>(varType) << 16 |
@@ -101,10 +118,8 @@ class MsftBuilder {
   }
   static void AddField(Type& type, std::int32_t encoded, std::int32_t name, unsigned kind,
                        std::int32_t value) {
-    type.Places.push_back(static_cast<std::int32_t>(type.Records.size()));
-    Bytes record;
-    record.U16(20).U16(type.Variables).I32(encoded).U32(0).U16(kind).U16(0).I32(value);
-    type.Records.insert(type.Records.end(), record.Data.begin(), record.Data.end());
+    type.Places.push_back(type.Records.End());
+    type.Records.U16(20).U16(type.Variables).I32(encoded).U32(0).U16(kind).U16(0).I32(value);
     type.Names.push_back(name);
     type.Ids.push_back(0x40000000 + static_cast<std::int32_t>(type.Variables++));
   }
@@ -117,13 +132,12 @@ class MsftBuilder {
   /// functions of a type come before its fields.
   static void AddFunction(Type& type, unsigned kind, std::int32_t name, std::int32_t id,
                           std::int32_t help, const std::vector<Argument>& arguments) {
-    type.Places.push_back(static_cast<std::int32_t>(type.Records.size()));
-    Bytes record;
-    record.U16(static_cast<unsigned>(24 + 8 + 12 * arguments.size())).U16(type.Functions);
+    type.Places.push_back(type.Records.End());
+    Bytes& record = type.Records;
+    record.U16(24 + 8 + 12 * arguments.size()).U16(type.Functions);
     record.I32(Plain(25)).U32(0).U16(8 * type.Functions).U16(0).U32(0x400 | kind << 3 | 1);
-    record.U16(static_cast<unsigned>(arguments.size())).U16(0).I32(0).I32(help);
+    record.U16(arguments.size()).U16(0).I32(0).I32(help);
     for (const Argument& item : arguments) record.I32(item.Type).I32(item.Name).U32(item.Flags);
-    type.Records.insert(type.Records.end(), record.Data.begin(), record.Data.end());
     type.Names.push_back(name);
     type.Ids.push_back(id);
     ++type.Functions;
@@ -132,10 +146,10 @@ class MsftBuilder {
   Image Build() const {
     Bytes file;
     file.Text("MSFT").U32(0x00010002).I32(Guids.Size() == 0 ? -1 : 0).U32(Lcid).U32(0).U32(0x41);
-    file.U16(1).U16(2).U32(0).U32(static_cast<std::uint32_t>(Types.size()));
+    file.U16(1).U16(2).U32(0).U32(Types.size());
     file.I32(LibraryHelp).U32(0).U32(0).U32(0).U32(0).I32(LibraryName).I32(-1).I32(-1);
-    file.U32(0x20).U32(0x80).I32(-1).U32(static_cast<std::uint32_t>(ImportedTypes.Size() / 12));
-    for (std::size_t i = 0; i < Types.size(); ++i) file.U32(static_cast<std::uint32_t>(100 * i));
+    file.U32(0x20).U32(0x80).I32(-1).U32(ImportedTypes.Size() / 12);
+    for (std::size_t i = 0; i < Types.size(); ++i) file.U32(100 * i);
     const std::size_t directory = file.Size();
     file.Fill(240);
     Bytes infos;
@@ -149,8 +163,8 @@ class MsftBuilder {
       if (i == 0) typesAt = file.Size();
       const std::size_t at = segments[i]->Size() == 0 ? 0xFFFFFFFFu : file.Size();
       file.Append(segments[i]->Data);
-      file.Set32(directory + 16 * i, static_cast<std::uint32_t>(at));
-      file.Set32(directory + 16 * i + 4, static_cast<std::uint32_t>(segments[i]->Size()));
+      file.Set32(directory + 16 * i, at);
+      file.Set32(directory + 16 * i + 4, segments[i]->Size());
       file.Set32(directory + 16 * i + 8, 0xFFFFFFFFu);
       file.Set32(directory + 16 * i + 12, 15);
     }
@@ -161,14 +175,13 @@ class MsftBuilder {
       if (type.SharedBlock >= 0) {
         block = blocks[static_cast<std::size_t>(type.SharedBlock)];
       } else if (!type.Ids.empty()) {
-        file.U32(static_cast<std::uint32_t>(type.Records.size())).Append(type.Records);
+        file.U32(type.Records.Size()).Append(type.Records.Data);
         for (const auto* list : {&type.Ids, &type.Names, &type.Places})
           for (std::int32_t item : *list) file.I32(item);
       }
       blocks.push_back(block);
       const Bytes info = TypeRecord(type, i, block);
-      std::copy(info.Data.begin(), info.Data.end(),
-                file.Data.begin() + static_cast<std::ptrdiff_t>(typesAt + 100 * i));
+      std::copy(info.Data.begin(), info.Data.end(), &file.Data[typesAt + 100 * i]);
     }
     return file.Data;
   }
@@ -176,8 +189,8 @@ class MsftBuilder {
  private:
   static Bytes TypeRecord(const Type& type, std::size_t index, std::size_t block) {
     Bytes info;
-    info.U32(static_cast<std::uint32_t>(type.Kind | 0x20 | index << 16));
-    info.U32(static_cast<std::uint32_t>(block)).U32(0).U32(0).U32(3).U32(0);
+    info.U32(type.Kind | 0x20 | index << 16);
+    info.U32(block).U32(0).U32(0).U32(3).U32(0);
     info.U16(type.Functions).U16(type.Variables).Fill(16).I32(type.Guid).U32(type.Flags);
     info.I32(type.Name).U16(0).U16(0).I32(-1).U32(0).U32(0).I32(-1).U16(type.Implemented).U16(0);
     return info.U32(0).I32(type.DataType).U32(0).U32(0).I32(-1);
@@ -210,31 +223,28 @@ class SltgBuilder {
   Image HelpTree;
 
   unsigned AddName(std::string_view text) {
-    const std::size_t at = NameTable.Size();
+    const auto at = static_cast<unsigned>(NameTable.Size());
     NameTable.Fill(8, 0xFF).Text(text).U8(0).PadTo(2, 0);
-    return static_cast<unsigned>(at);
+    return at;
   }
 
   Image Build() const {
     Bytes index;
     index.U8(1).Text("CompObj").U8(0).Text("dir").U8(0);
-    std::vector<unsigned> indexAt;
+    std::vector<std::size_t> indexAt;
     for (std::size_t i = 0; i < Entries.size(); ++i) {
-      indexAt.push_back(static_cast<unsigned>(index.Size()));
+      indexAt.push_back(index.Size());
       index.Text(IndexName(i)).U8(0);
     }
     std::vector<Image> blocks;
     for (const Entry& entry : Entries) blocks.push_back(TypeBlock(entry));
     const Image library = LibraryBlock();
     Bytes file;
-    const unsigned count = static_cast<unsigned>(Entries.size()) + 1;
-    file.Text("SLTG").U16(count + 1).U16(9).U16(static_cast<unsigned>(index.Size())).U16(1);
+    file.Text("SLTG").U16(Entries.size() + 2).U16(9).U16(index.Size()).U16(1);
     file.Fill(16, 0x46).U32(0x44).U32(0xFFFF0000u);
     for (std::size_t i = 0; i < Entries.size(); ++i)
-      file.U32(static_cast<std::uint32_t>(blocks[i].size()))
-          .U16(indexAt[i])
-          .U16(static_cast<unsigned>(i) + 2);
-    file.U32(static_cast<std::uint32_t>(library.size())).U16(9).U16(0);
+      file.U32(blocks[i].size()).U16(indexAt[i]).U16(i + 2);
+    file.U32(library.size()).U16(9).U16(0);
     file.Append(index.Data).Fill(9);
     for (const Image& block : blocks) file.Append(block);
     return file.Append(library).Fill(20).Text("TYPELIB").Fill(40).Data;
@@ -245,7 +255,7 @@ class SltgBuilder {
     return "AAAAAAAAA" + std::string(1, static_cast<char>('A' + i));
   }
   static Bytes& Prefixed(Bytes& out, std::string_view text) {
-    return out.U16(static_cast<unsigned>(text.size())).Text(text);
+    return out.U16(text.size()).Text(text);
   }
 
   static Image TypeBlock(const Entry& entry) {
@@ -257,20 +267,20 @@ class SltgBuilder {
     block.U32(0).U32(0xFFFFFFFFu).U16(1).U16(0).U32(0xFFFE0000u);
     block.U8((entry.Flags & 31) << 3 | 2).U8(entry.Flags >> 5).U8(2).U8(entry.BlockKind).U32(0);
     if (!entry.References.empty()) {
-      block.Set32(referencesAt, static_cast<std::uint32_t>(block.Size()));
-      const unsigned count = static_cast<unsigned>(entry.References.size());
+      block.Set32(referencesAt, block.Size());
+      const std::size_t count = entry.References.size();
       block.U8(0xDF).Fill(0x43).U32(8 * count).Fill(8 * count).Fill(7);
       for (const std::string& reference : entry.References) Prefixed(block, reference);
       block.U8(0xDF);
     }
-    block.Set32(membersAt, static_cast<std::uint32_t>(block.Size()));
-    block.U16(0).U16(0).U8(0).U32(static_cast<std::uint32_t>(entry.Group.size()));
+    block.Set32(membersAt, block.Size());
+    block.U16(0).U16(0).U8(0).U32(entry.Group.size());
     block.Append(entry.Group);
     block.U16(entry.Functions).U16(entry.Variables).U16(entry.Implemented).U16(0);
     block.U16(entry.FirstFunction).U16(entry.FirstVariable).U16(entry.FirstImplemented).Fill(6);
     block.U16(entry.Alias).U16(0).U32(1000).U16(entry.IsPlainAlias ? 1 : 0).U16(0);
     block.U16(4).U16(4).U32(0).U16(0).Fill(10);
-    return block.U16(static_cast<unsigned>(entry.Group.size())).Data;
+    return block.U16(entry.Group.size()).Data;
   }
 
   Image LibraryBlock() const {
@@ -278,15 +288,15 @@ class SltgBuilder {
     block.U16(0x51CC).U16(3).U16(LibraryName).U16(0xFFFF);
     Prefixed(block, "An old library");
     block.U16(0xFFFF).U32(0).U16(1).U16(0x409).U32(0).U16(0).U16(2).U16(5).Fill(16, 0x11);
-    block.Fill(0x40, 0xFF).U16(static_cast<unsigned>(Entries.size()));
+    block.Fill(0x40, 0xFF).U16(Entries.size());
     for (std::size_t i = 0; i < Entries.size(); ++i) {
       const Entry& entry = Entries[i];
       Prefixed(block, IndexName(i)).U16(0xFFFF).U16(0xFFFF).U16(entry.Name);
-      block.U16(static_cast<unsigned>(entry.Help.size())).Append(entry.Help).U16(0xFFFF).U32(77);
+      block.U16(entry.Help.size()).Append(entry.Help).U16(0xFFFF).U32(77);
       block.U16(0xFFFF).Fill(16, entry.GuidFill).U16(entry.Kind);
     }
-    block.U32(static_cast<std::uint32_t>(block.Size() + 4 + HelpTree.size())).Append(HelpTree);
-    block.U16(0xFFFF).Fill(10).Fill(0x200, 0xFF).U32(static_cast<std::uint32_t>(NameTable.Size()));
+    block.U32(block.Size() + 4 + HelpTree.size()).Append(HelpTree);
+    block.U16(0xFFFF).Fill(10).Fill(0x200, 0xFF).U32(NameTable.Size());
     return block.Append(NameTable.Data).Data;
   }
 };
@@ -300,7 +310,7 @@ struct PeBuilder {
   static Image Version(unsigned a, unsigned b, unsigned c, unsigned d) {
     Bytes block;
     block.U16(92).U16(52).U16(0);
-    for (char c16 : std::string_view("VS_VERSION_INFO")) block.U16(static_cast<unsigned char>(c16));
+    for (char c16 : std::string_view("VS_VERSION_INFO")) block.U16(c16);
     block.U16(0).PadTo(4, 0);
     return block.U32(0xFEEF04BD).U32(0x10000).U32(a << 16 | b).U32(c << 16 | d).Fill(36).Data;
   }
@@ -313,9 +323,9 @@ struct PeBuilder {
     const unsigned optional = (IsWide ? 112 : 96) + 128;
     file.U16(IsWide ? 0x8664 : 0x14C).U16(1).Fill(12).U16(optional).U16(0x2102);
     file.U16(IsWide ? 0x20B : 0x10B).Fill(IsWide ? 106 : 90).U32(16).Fill(16).U32(address);
-    file.U32(static_cast<std::uint32_t>(resources.size())).Fill(128 - 24);
-    file.Text(".rsrc").Fill(3).U32(static_cast<std::uint32_t>(resources.size())).U32(address);
-    file.U32(static_cast<std::uint32_t>(resources.size())).U32(offset).Fill(16).PadTo(offset, 0);
+    file.U32(resources.size()).Fill(128 - 24);
+    file.Text(".rsrc").Fill(3).U32(resources.size()).U32(address);
+    file.U32(resources.size()).U32(offset).Fill(16).PadTo(offset, 0);
     return file.Append(resources).Data;
   }
 
@@ -340,33 +350,26 @@ struct PeBuilder {
     at += 16;
     Bytes out;
     const bool hasLibraries = !TypeLibraries.empty();
-    out.Fill(12)
-        .U16(hasLibraries ? 1 : 0)
-        .U16(static_cast<unsigned>(types.size()) - (hasLibraries ? 1 : 0));
+    out.Fill(12).U16(hasLibraries ? 1 : 0).U16(types.size() - (hasLibraries ? 1 : 0));
     for (std::size_t i = 0; i < types.size(); ++i)
-      out.U32(i == 0 && hasLibraries ? 0x80000000u | static_cast<std::uint32_t>(nameAt) : 16)
-          .U32(0x80000000u | static_cast<std::uint32_t>(typeAt[i]));
+      out.U32(i == 0 && hasLibraries ? 0x80000000u | nameAt : 16).U32(0x80000000u | typeAt[i]);
     Bytes data;
     for (std::size_t i = 0; i < types.size(); ++i) {
       const auto& items = types[i];
-      out.Fill(14).U16(static_cast<unsigned>(items.size()));
-      std::size_t language = typeAt[i] + 16 + 8 * items.size();
+      out.Fill(14).U16(items.size());
+      std::size_t leaf = typeAt[i] + 16 + 8 * items.size();
+      for (std::size_t k = 0; k < items.size(); ++k)
+        out.U32(items[k].Id).U32(0x80000000u | (leaf + 40 * k));
       for (const Item& item : items) {
-        out.U32(static_cast<std::uint32_t>(item.Id))
-            .U32(0x80000000u | static_cast<std::uint32_t>(language));
-        language += 40;
-      }
-      language = typeAt[i] + 16 + 8 * items.size();
-      for (const Item& item : items) {
-        out.Fill(14).U16(1).U32(0x409).U32(static_cast<std::uint32_t>(language + 24));
-        out.U32(address + static_cast<std::uint32_t>(at + data.Size()));
-        out.U32(static_cast<std::uint32_t>(item.Data->size())).U32(0).U32(0);
+        out.Fill(14).U16(1).U32(0x409).U32(leaf + 24);
+        out.U32(address + at + data.Size());
+        out.U32(item.Data->size()).U32(0).U32(0);
         data.Append(*item.Data).PadTo(4, 0);
-        language += 40;
+        leaf += 40;
       }
     }
     out.U16(7);
-    for (char c : std::string_view("TypeLib")) out.U16(static_cast<unsigned char>(c));
+    for (char c : std::string_view("TypeLib")) out.U16(c);
     return out.Append(data.Data).Data;
   }
 };

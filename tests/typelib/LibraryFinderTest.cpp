@@ -14,7 +14,7 @@ namespace {
 using test::Image;
 using test::MsftBuilder;
 using test::PeBuilder;
-using test::ScratchFolder;
+using vendrel::test::DiskFolder;
 
 constexpr unsigned kOtherId = 0x22;
 constexpr const char* kOtherText = "{22222222-2222-2222-2222-222222222222}";
@@ -24,9 +24,7 @@ Image OtherLibrary() {
   MsftBuilder builder;
   builder.AddGuid(kOtherId);
   builder.LibraryName = builder.AddName("Other");
-  MsftBuilder::Type shade;
-  shade.Name = builder.AddName("Shade");
-  builder.Types.push_back(shade);
+  builder.Types.push_back({.Name = builder.AddName("Shade")});
   return builder.Build();
 }
 
@@ -34,15 +32,11 @@ Image OtherLibrary() {
 Image UserLibrary() {
   MsftBuilder builder;
   builder.AddGuid(0x11);
-  const std::int32_t otherId = builder.AddGuid(kOtherId);
-  const std::int32_t unknownId = static_cast<std::int32_t>(builder.Guids.Size());
+  builder.AddImport(builder.AddGuid(kOtherId), "Other.tlb", 4, 2);
+  const std::int32_t unknownId = builder.Guids.End();
   builder.Guids.Append(Image{0, 0, 0, 0, 0, 0, 0, 0, 0xC0, 0, 0, 0, 0, 0, 0, 0x46}).I32(0).I32(-1);
-  builder.Imports.I32(otherId).U32(0).U16(4).U16(2).U16(9 << 2 | 1).Text("Other.tlb").PadTo(4);
-  builder.ImportedTypes.U32(0).I32(0).I32(0);
   builder.ImportedTypes.U32(0x03010001).I32(0).I32(unknownId);
-  MsftBuilder::Type record;
-  record.Kind = tkRecord;
-  record.Name = builder.AddName("Mix");
+  MsftBuilder::Type record{.Kind = tkRecord, .Name = builder.AddName("Mix")};
   const std::int32_t unknown = builder.AddNode(vtUserDefined, 12 | 1);
   MsftBuilder::AddField(record, builder.AddNode(vtUserDefined, 1), builder.AddName("Tint"), vkField,
                         0);
@@ -83,8 +77,8 @@ TEST(LibraryFinder, LooksInSettingsBesideTheFileAndAlongThePath) {
       {"in the settings", "set/any.bin", OtherLibrary(), true, true},
   };
   for (const auto& item : cases) {
-    const ScratchFolder folder;
-    folder.Write("path/broken.dll", std::string("MZ"));
+    const DiskFolder folder;
+    folder.Write("path/broken.dll", "MZ");
     const std::string file = folder.Write(item.File, item.Data);
     SettingsLookUp settings = [&](const std::string& id, int major, int minor, unsigned) {
       EXPECT_EQ(id + std::to_string(major) + "." + std::to_string(minor),
@@ -112,17 +106,13 @@ TEST(LibraryFinder, IsNotNeededForTheRootInterfaces) {
 }
 
 TEST(LibraryFinder, OutlivesLibrariesThatImportEachOther) {
-  const ScratchFolder folder;
+  const DiskFolder folder;
   MsftBuilder builder;
   builder.AddGuid(kOtherId);
-  const std::int32_t userId = builder.AddGuid(0x11);
-  builder.Imports.I32(userId).U32(0).U16(1).U16(0).U16(8 << 2 | 1).Text("user.tlb").PadTo(4);
-  builder.ImportedTypes.U32(0).I32(0).I32(0);
-  MsftBuilder::Type alias;
-  alias.Kind = tkAlias;
-  alias.Name = builder.AddName("Shade");
-  alias.DataType = builder.AddNode(vtUserDefined, 1);
-  builder.Types.push_back(alias);
+  builder.AddImport(builder.AddGuid(0x11), "user.tlb", 1, 0);
+  builder.Types.push_back({.Kind = tkAlias,
+                           .Name = builder.AddName("Shade"),
+                           .DataType = builder.AddNode(vtUserDefined, 1)});
   folder.Write("other.tlb", builder.Build());
   TypeLibOptions options;
   options.Finder = std::make_shared<FileLibraryFinder>();

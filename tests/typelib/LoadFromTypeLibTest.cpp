@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "core/MessageService.h"
 #include "core/ObjectRegistry.h"
 #include "core/ProcessState.h"
 #include "project/VBProject.h"
 #include "services/Startup.h"
+#include "support/Services.h"
 #include "typelib/SampleImages.h"
 #include "typelib/ShopIdl.h"
 #include "typelib/TypeLibService.h"
@@ -14,8 +14,8 @@
 namespace vendrel {
 namespace {
 
+using test::DiskFolder;
 using typelib::test::PeBuilder;
-using typelib::test::ScratchFolder;
 using typelib::test::Widl;
 
 std::string Text(const Parameter& p) {
@@ -61,26 +61,14 @@ std::string Text(const Component& c) {
   return text;
 }
 
-class Boxes final : public MessageService {
- public:
-  void Show(std::string_view text, std::string_view caption, int style) override {
-    Shown.push_back(std::to_string(style) + " " + std::string(caption) + ": " + std::string(text));
-  }
-  bool Ask(std::string_view, std::string_view, int) override { return false; }
-  std::vector<std::string> Shown;
-};
-
 class LoadFromTypeLib : public testing::Test {
  protected:
   void SetUp() override { ConnectLibraryReaders(); }
-  void TearDown() override {
-    MessageService::Install(nullptr);
-    State().Silent = true;
-  }
+  void TearDown() override { State().Silent = true; }
 
   // The two libraries of the samples; the second one is taken away if it is not wanted.
   bool Compile(bool withParts) {
-    mWidl.Folder().Write("types.idl", std::string(typelib::test::kPartTypesIdl));
+    mWidl.Folder().Write("types.idl", typelib::test::kPartTypesIdl);
     mShop = mWidl.Compile("parts", typelib::test::kPartsIdl);
     mShop = mShop.empty() ? "" : mWidl.Compile("shop", typelib::test::kShopIdl);
     if (!withParts) std::filesystem::remove(mWidl.Folder().Path("parts.tlb"));
@@ -187,8 +175,7 @@ TEST_F(LoadFromTypeLib, ShowsMembersInTheTwoReadings) {
 TEST_F(LoadFromTypeLib, TellsWhatLiesInAMissingLibrary) {
   if (!Widl::IsInstalled()) GTEST_SKIP() << Widl::kMissing;
   ASSERT_TRUE(Compile(false));
-  const auto boxes = std::make_shared<Boxes>();
-  MessageService::Install(boxes);
+  test::NotedMessages boxes;
   const std::string missing = "48 Missing type information: Error reading type information for ";
   const std::string tail =
       ".  One or more dependant files containing type information may be missing.  Processing will "
@@ -212,15 +199,15 @@ TEST_F(LoadFromTypeLib, TellsWhatLiesInAMissingLibrary) {
   for (const char* name : {"Broken", "count", "Width", "Height"})
     expected.push_back(member("Panel", name));
   const auto classic = Load(ReadingRules::Classic(), false);
-  EXPECT_EQ(boxes->Shown, expected);
+  EXPECT_EQ(boxes.Shown, expected);
   EXPECT_EQ(classic->Diagnostics.Count(), expected.size());
   EXPECT_EQ(Module(*classic, "Board"), "");
-  boxes->Shown.clear();
+  boxes.Shown.clear();
 
   const auto complete = Load(ReadingRules::Complete(), false);
-  EXPECT_EQ(boxes->Shown, (std::vector<std::string>{expected[0], parameter("Width"),
-                                                    parameter("Width"), parameter("bolt")}));
-  EXPECT_EQ(complete->Diagnostics.Count(), boxes->Shown.size() + 5);
+  EXPECT_EQ(boxes.Shown, (std::vector<std::string>{expected[0], parameter("Width"),
+                                                   parameter("Width"), parameter("bolt")}));
+  EXPECT_EQ(complete->Diagnostics.Count(), boxes.Shown.size() + 5);
   EXPECT_EQ(Module(*complete, "Board"),
             "2 Broken()\n3 count():Long\n4 count(RHS:Long):Long\n3 Width()\n4 Width(RHS:)\n"
             "3 Height():Long\n4 Height(RHS:Long):Long\n");
@@ -234,27 +221,19 @@ class HostService final : public TLIApplication {
     using typelib::test::MsftBuilder;
     MsftBuilder builder;
     builder.AddGuid(0x11);
-    const std::int32_t other = builder.AddGuid(0x22);
-    builder.Imports.I32(other).U32(0).U16(4).U16(2).U16(9 << 2 | 1).Text("Other.tlb").PadTo(4);
-    builder.ImportedTypes.U32(0).I32(0).I32(0);
+    builder.AddImport(builder.AddGuid(0x22), "Other.tlb", 4, 2);
     builder.LibraryName = builder.AddName("Hosted");
-    MsftBuilder::Type record;
-    record.Kind = typelib::tkUnion;
-    record.Name = builder.AddName("IShown");
+    MsftBuilder::Type record{.Kind = typelib::tkUnion, .Name = builder.AddName("IShown")};
     MsftBuilder::AddField(record, MsftBuilder::Plain(typelib::vtI4), builder.AddName("Field"),
                           typelib::vkField, 0);
-    MsftBuilder::Type owner;
-    owner.Kind = typelib::tkCoclass;
-    owner.Name = builder.AddName("Owner");
-    owner.Implemented = 2;
-    owner.DataType = 0;
+    const MsftBuilder::Type owner{.Kind = typelib::tkCoclass,
+                                  .Name = builder.AddName("Owner"),
+                                  .DataType = 0,
+                                  .Implemented = 2};
     builder.References.I32(0).U32(1).I32(-1).I32(16).I32(1).U32(0).I32(-1).I32(-1);
-    MsftBuilder::Type constants;
-    constants.Kind = typelib::tkModule;
-    constants.Name = builder.AddName("Numbers");
+    MsftBuilder::Type constants{.Kind = typelib::tkModule, .Name = builder.AddName("Numbers")};
     MsftBuilder::AddField(constants, MsftBuilder::Plain(typelib::vtI4), builder.AddName("Limit"),
-                          typelib::vkConstant,
-                          static_cast<std::int32_t>(0x80000000u | typelib::vtI4 << 26 | 40));
+                          typelib::vkConstant, MsftBuilder::Packed(typelib::vtI4, 40));
     builder.Types = {record, owner, constants};
     return typelib::TypeLibInfoFromBytes(builder.Build());
   }
@@ -263,14 +242,13 @@ class HostService final : public TLIApplication {
 TEST_F(LoadFromTypeLib, AsksTheServiceThatAHostHasRegistered) {
   ObjectRegistry::Register<TLIApplication>(kTypeLibProgId,
                                            [] { return std::make_shared<HostService>(); });
-  const auto boxes = std::make_shared<Boxes>();
-  MessageService::Install(boxes);
+  test::NotedMessages boxes;
   mShop = "Z:\\none\\Hosted.exe";
   const auto classic = Load(ReadingRules::Classic(), false);
   EXPECT_EQ(classic->ProjectName, "Hosted");
   EXPECT_EQ(classic->ProjectType, ptOleExe);
   EXPECT_EQ(classic->MajorVersion(), "");
-  EXPECT_EQ(boxes->Shown,
+  EXPECT_EQ(boxes.Shown,
             std::vector<std::string>{
                 "48 Missing typelib information: There was an error reading typelib information "
                 "for one or more interfaces in module 'Owner'.  One or more dependant files "
@@ -278,7 +256,7 @@ TEST_F(LoadFromTypeLib, AsksTheServiceThatAHostHasRegistered) {
                 "component will be incomplete."});
   EXPECT_EQ(Module(*classic, "Owner") + Module(*classic, "Numbers"), "");
   const auto complete = Load(ReadingRules::Complete(), false);
-  EXPECT_EQ(boxes->Shown.size(), 1u);
+  EXPECT_EQ(boxes.Shown.size(), 1u);
   EXPECT_EQ(complete->Diagnostics.Count(), 1u);
   EXPECT_EQ(Module(*complete, "Owner"), "3 Field():Long\n4 Field(RHS:Long):Long\n");
   EXPECT_EQ(Module(*complete, "Numbers"), "const Limit:Long=40\n");
@@ -287,7 +265,7 @@ TEST_F(LoadFromTypeLib, AsksTheServiceThatAHostHasRegistered) {
 }
 
 TEST_F(LoadFromTypeLib, TakesTheVersionOfACompiledFileAndServesReferences) {
-  const ScratchFolder folder;
+  const DiskFolder folder;
   PeBuilder compiled;
   compiled.TypeLibraries = {{1, typelib::test::SmallLibrary().Build()},
                             {2, typelib::test::OldLibrary().Build()}};
@@ -302,8 +280,8 @@ TEST_F(LoadFromTypeLib, TakesTheVersionOfACompiledFileAndServesReferences) {
   mShop += "/2";
   EXPECT_EQ(Load(ReadingRules::Classic())->ProjectName, "OldLib");
 
-  const std::string project = folder.Write(
-      "A.vbp", std::string("Type=Exe\r\nReference=*\\G{0}#1.0#0#both.ocx\r\nName=\"A\"\r\n"));
+  const std::string project =
+      folder.Write("A.vbp", "Type=Exe\r\nReference=*\\G{0}#1.0#0#both.ocx\r\nName=\"A\"\r\n");
   VBProject user;
   ASSERT_TRUE(user.Load(project));
   EXPECT_EQ(user.References.Item(1)->Name(), "Small");
@@ -311,18 +289,17 @@ TEST_F(LoadFromTypeLib, TakesTheVersionOfACompiledFileAndServesReferences) {
 }
 
 TEST_F(LoadFromTypeLib, IsFalseAndSilentWhereThereIsNoLibrary) {
-  const ScratchFolder folder;
-  const auto boxes = std::make_shared<Boxes>();
-  MessageService::Install(boxes);
+  const DiskFolder folder;
+  test::NotedMessages boxes;
   for (const std::string& path :
-       {folder.Path("absent.dll"), folder.Write("text.tlb", std::string("no library"))}) {
+       {folder.Path("absent.dll"), folder.Write("text.tlb", "no library")}) {
     VBProject project;
     State().Silent = false;
     EXPECT_FALSE(project.LoadFromTypeLib(path));
     EXPECT_EQ(project.ProjectSourceType, ptsTypeLibrary);
     EXPECT_FALSE(project.WasReadFromTypeLibrary);
     EXPECT_NE(project.LastErrorString, "");
-    EXPECT_EQ(project.Diagnostics.Count() + boxes->Shown.size(), 0u);
+    EXPECT_EQ(project.Diagnostics.Count() + boxes.Shown.size(), 0u);
   }
 }
 

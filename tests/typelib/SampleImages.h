@@ -13,9 +13,7 @@ inline MsftBuilder SmallLibrary() {
   MsftBuilder builder;
   builder.AddGuid(0x11);
   builder.LibraryName = builder.AddName("Small");
-  MsftBuilder::Type record;
-  record.Kind = tkRecord;
-  record.Name = builder.AddName("Pair");
+  MsftBuilder::Type record{.Kind = tkRecord, .Name = builder.AddName("Pair")};
   const std::int32_t pointer = builder.AddNode(vtPointer, MsftBuilder::Plain(vtI4));
   MsftBuilder::AddField(record, pointer, builder.AddName("First"), vkField, 0);
   MsftBuilder::AddField(record, builder.AddNode(vtUserDefined, 0), builder.AddName("Next"), vkField,
@@ -31,7 +29,7 @@ inline Image WordTree() {
   nodes.U8(0x00).Text("The").U8(0);               // 3
   nodes.U8(0x80).U8(0).U8(17);                    // 8: zero to 17, one to 11
   nodes.U8(0x00).Text("name").U8(0).U8(0).U8(0);  // 11, 17
-  return Bytes().U16(100).U32(static_cast<std::uint32_t>(nodes.Size())).Append(nodes.Data).Data;
+  return Bytes().U16(100).U32(nodes.Size()).Append(nodes.Data).Data;
 }
 inline constexpr unsigned kTheName = 0b10100000;
 
@@ -47,24 +45,13 @@ inline SltgBuilder OldLibrary() {
   colours.Help = {kTheName};
   colours.Variables = 2;
   colours.FirstVariable = 0;
+  const unsigned red = builder.AddName("Red"), deep = builder.AddName("Deep");
   Bytes group;
   // Red: type and value in place, help at 36 with the distance 3 from the group's number.
-  group.U8(0x0A)
-      .U8(0x1A)
-      .U16(18)
-      .U16(builder.AddName("Red"))
-      .U16(0xFFFF)
-      .U16(vtInt)
-      .U32(0x40000000);
+  group.U8(0x0A).U8(0x1A).U16(18).U16(red).U16(0xFFFF).U16(vtInt).U32(0x40000000);
   group.U16(3 << 2 | 1).U16(36);
   // Deep: value at 37.
-  group.U8(0x0A)
-      .U8(0x12)
-      .U16(0xFFFF)
-      .U16(builder.AddName("Deep"))
-      .U16(37)
-      .U16(vtInt)
-      .U32(0x40000001);
+  group.U8(0x0A).U8(0x12).U16(0xFFFF).U16(deep).U16(37).U16(vtInt).U32(0x40000001);
   group.U16(0xFFFE).U16(0xFFFF).U8(kTheName).U32(1000000);
   colours.Group = group.Data;
   builder.Entries.push_back(colours);

@@ -53,9 +53,7 @@ TEST(TypeLibListing, WritesTypesAsIdlDoes) {
                      {import, "?import100 field"},
                      {8 * 900, "?damaged field"},
                      {MsftBuilder::Plain(77), "VT_77 field"}};
-  MsftBuilder::Type record;
-  record.Kind = tkRecord;
-  record.Name = builder.AddName("All");
+  MsftBuilder::Type record{.Kind = tkRecord, .Name = builder.AddName("All")};
   const std::int32_t name = builder.AddName("field");
   std::string expected = "\n    struct All {\n";
   for (const auto& item : cases) {

@@ -2,43 +2,14 @@
 // Compiles IDL with widl, where it is installed (Debian: mingw-w64-tools).
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
 
+#include "services/FileSource.h"
+#include "support/DiskFolder.h"
+
 namespace vendrel::typelib::test {
-
-/// A folder that goes with the test.
-class ScratchFolder {
- public:
-  ScratchFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "typelibXXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) std::abort();
-    mPath = pattern;
-  }
-  ~ScratchFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(mPath, ignored);
-  }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-  std::string Path(const std::string& name) const { return (mPath / name).string(); }
-  template <typename Data>
-  std::string Write(const std::string& name, const Data& data) const {
-    std::filesystem::create_directories(std::filesystem::path(Path(name)).parent_path());
-    std::ofstream file(Path(name), std::ios::binary);
-    file.write(reinterpret_cast<const char*>(data.data()),
-               static_cast<std::streamsize>(data.size()));
-    return Path(name);
-  }
-
- private:
-  std::filesystem::path mPath;
-};
 
 class Widl {
  public:
@@ -49,8 +20,8 @@ class Widl {
   }
 
   Widl() {
-    mFolder.Write("base.idl", std::string(kBase));
-    mFolder.Write("stdole2.idl", std::string(kStdOle));
+    mFolder.Write("base.idl", kBase);
+    mFolder.Write("stdole2.idl", kStdOle);
     Run("x86_64", "stdole2");
   }
 
@@ -61,18 +32,17 @@ class Widl {
     return Run(machine, name);
   }
 
-  const ScratchFolder& Folder() const { return mFolder; }
+  const vendrel::test::DiskFolder& Folder() const { return mFolder; }
 
  private:
   static std::string Command(const std::string& machine) { return machine + "-w64-mingw32-widl"; }
 
   std::string Run(const std::string& machine, const std::string& name) {
-    const std::string folder = mFolder.Path("");
-    const std::string command = "cd '" + folder + "' && " + Command(machine) + " -I. -L. -t -o " +
-                                name + ".tlb " + name + ".idl >" + name + ".log 2>&1";
+    const std::string command = "cd '" + mFolder.Path() + "' && " + Command(machine) +
+                                " -I. -L. -t -o " + name + ".tlb " + name + ".idl >" + name +
+                                ".log 2>&1";
     if (std::system(command.c_str()) == 0) return mFolder.Path(name + ".tlb");
-    std::ifstream log(mFolder.Path(name + ".log"));
-    ADD_FAILURE() << std::string(std::istreambuf_iterator<char>(log), {});
+    ADD_FAILURE() << ReadWholeFile(mFolder.Path(name + ".log"));
     return {};
   }
 
@@ -92,7 +62,7 @@ import "base.idl";
 library stdole { interface IUnknown; interface IDispatch; }
 )";
 
-  ScratchFolder mFolder;
+  vendrel::test::DiskFolder mFolder;
 };
 
 }  // namespace vendrel::typelib::test

@@ -4,9 +4,8 @@
 
 #include "core/ObjectRegistry.h"
 #include "diagnostics/VendrelError.h"
-#include "services/ProcessRunner.h"
-#include "services/SettingsReader.h"
 #include "support/Projects.h"
+#include "support/Services.h"
 #include "writer/Transformation.h"
 
 namespace vendrel {
@@ -14,53 +13,23 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-class NotedRuns : public ProcessRunner {
- public:
-  int Run(const Strings& arguments, const ProcessOptions& options) override {
-    Arguments = arguments;
-    Waited = options.Wait;
-    if (OnRun) OnRun();
-    return ExitCode;
-  }
-  Strings Arguments;
-  bool Waited = false;
-  int ExitCode = 0;
-  std::function<void()> OnRun;
-};
-
-class OneSetting : public SettingsReader {
- public:
-  explicit OneSetting(std::string value) : mValue(std::move(value)) {}
-  std::string ReadValue(HiveEnum hive, std::string_view key, std::string_view name) override {
-    const bool asked = hive == HKEY_CLASSES_ROOT && name.empty() &&
-                       key == "VisualBasic.Project\\shell\\make\\command";
-    return asked ? mValue : std::string();
-  }
-
- private:
-  std::string mValue;
-};
+constexpr const char* kCommandKey = "VisualBasic.Project\\shell\\make\\command";
 
 class BuildActions : public testing::Test {
  protected:
   BuildActions() {
-    ProcessRunner::Install(mRuns);
-    mRuns->OnRun = [this] {
+    mRuns.OnRun = [this] {
       if (!mLog.empty()) mFiles.Files.Add("/log/build.log", mLog);
     };
     mFiles.Files.AddFolder("/log");
     project().LogFolder = "/log";
     SetPath("/p/P.vbp");
   }
-  ~BuildActions() override {
-    ProcessRunner::Install(nullptr);
-    SettingsReader::Install(nullptr);
-  }
   VBProject& project() { return *mFiles.Project; }
   void SetPath(const std::string& path) { project().OutputFileName.SetFullPath(path); }
 
   test::TestProject mFiles{{"M.bas", "Sub Main()\r\nEnd Sub\r\n"}};
-  std::shared_ptr<NotedRuns> mRuns = std::make_shared<NotedRuns>();
+  test::NotedRuns mRuns;
   std::string mLog = "Build of 'P.exe' succeeded.\r\n";
 };
 
@@ -87,7 +56,7 @@ TEST_F(BuildActions, TheCommandIsBuiltByTheFormOfTheCompiler) {
     project().TypeName = c.Type;
     project().Reading.ClosedQuotes = c.Closed;
     EXPECT_TRUE(project().Make()) << c.Compiler;
-    EXPECT_EQ(mRuns->Arguments, c.Arguments) << c.Compiler;
+    EXPECT_EQ(mRuns.Arguments.back(), c.Arguments) << c.Compiler;
   }
   project().SetCompiler("vb6.exe %1");
   EXPECT_THROW(project().Make(), VendrelError);
@@ -101,14 +70,14 @@ TEST_F(BuildActions, ANameOfAProjectIsOneArgumentWhateverItHolds) {
       project().Reading.ClosedQuotes = true;
       SetPath("/p/" + leaf);
       EXPECT_TRUE(project().Make());
-      ASSERT_EQ(mRuns->Arguments.size(), 5u) << compiler << leaf;
-      EXPECT_EQ(mRuns->Arguments[1], "Z:\\p\\" + leaf);
+      ASSERT_EQ(mRuns.Arguments.back().size(), 5u) << compiler << leaf;
+      EXPECT_EQ(mRuns.Arguments.back()[1], "Z:\\p\\" + leaf);
     }
 }
 
 TEST_F(BuildActions, TheLogTellsWhetherTheBuildSucceeded) {
   project().SetCompiler("vb6");
-  mRuns->ExitCode = 3;
+  mRuns.ExitCode = 3;
   EXPECT_TRUE(project().Make());
   EXPECT_EQ(project().LastError, "VB returned Exit code 3");
   mLog = "Compile error\nline 2";
@@ -121,22 +90,23 @@ TEST_F(BuildActions, TheLogTellsWhetherTheBuildSucceeded) {
 TEST_F(BuildActions, TheCompilerIsAssignedOrRegistered) {
   EXPECT_EQ(project().Compiler(), "");
   EXPECT_THROW(project().Make(), VendrelError);
-  EXPECT_EQ(mRuns->Arguments, Strings());
-  SettingsReader::Install(std::make_shared<OneSetting>("\"vb6.exe\" \"%1\" /make"));
+  EXPECT_TRUE(mRuns.Arguments.empty());
+  const test::OneSetting setting(HKEY_CLASSES_ROOT, kCommandKey, "", "\"vb6.exe\" \"%1\" /make");
   EXPECT_EQ(project().Compiler(), "\"vb6.exe\" \"%1\" /make");
   project().SetCompiler("mine");
   EXPECT_EQ(project().Compiler(), "mine");
 }
 
 TEST_F(BuildActions, OpeningTakesTheRegisteredProgramAndDropsTheOldLog) {
-  SettingsReader::Install(std::make_shared<OneSetting>("\"C:\\Dev\\vb6.exe\" \"%1\" /make"));
+  const test::OneSetting setting(HKEY_CLASSES_ROOT, kCommandKey, "",
+                                 "\"C:\\Dev\\vb6.exe\" \"%1\" /make");
   mFiles.Files.Add("/log/build.log", "old");
   mLog.clear();
   SetPath("/out/Other.vbp");
   for (const bool asynchronous : {false, true}) {
     project().OpenInVB(asynchronous);
-    EXPECT_EQ(mRuns->Arguments, (Strings{"C:\\Dev\\vb6.exe", "Z:\\out\\P.vbp"}));
-    EXPECT_EQ(mRuns->Waited, !asynchronous);
+    EXPECT_EQ(mRuns.Arguments.back(), (Strings{"C:\\Dev\\vb6.exe", "Z:\\out\\P.vbp"}));
+    EXPECT_EQ(mRuns.Waited, !asynchronous);
     EXPECT_FALSE(mFiles.Files.Has("/log/build.log"));
   }
 }

@@ -175,14 +175,12 @@ TEST(WritingModules, ChangedAndAddedLinesTakeTheEndsAroundThem) {
 }
 
 TEST(WritingModules, ALineThatTheCodePageLacksIsToldAndTheFileStays) {
-  MemoryFiles files{{"/p/P.vbp", "Type=Exe\r\nModule=M; M.bas\r\nName=\"P\"\r\n"},
-                    {"/p/M.bas", "Attribute VB_Name = \"M\"\r\nSub A()\r\n'\xE9\r\nEnd Sub\r\n"}};
-  VBProject project;
-  ASSERT_TRUE(project.Load("/p/P.vbp"));
+  TestModule module("M.bas", "Sub A()\n'\xE9\nEnd Sub\n");
+  const MemoryFiles& files = module.Files;
+  VBProject& project = *module.Project;
   project.OutputFileName.SetFolderPath("/p");
-  project.Components.Populate();
   const std::string before = files["/p/M.bas"];
-  CodeLines& lines = *project.Components.Item("M")->Blocks.Item("A")->CodeLines;
+  CodeLines& lines = *module->Blocks.Item("A")->CodeLines;
   lines.SetLineText(2, "' \xC5\x82");
   project.WriteOut();
   EXPECT_EQ(files["/p/M.bas"], before);
