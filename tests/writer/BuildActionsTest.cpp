@@ -13,6 +13,8 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
+// As it is registered, and where.
+constexpr const char* kCommand = "\"vb6.exe\" \"%1\" /make";
 constexpr const char* kCommandKey = "VisualBasic.Project\\shell\\make\\command";
 
 class BuildActions : public testing::Test {
@@ -43,11 +45,8 @@ TEST_F(BuildActions, TheCommandIsBuiltByTheFormOfTheCompiler) {
       {"wine vb6", "Exe", false, {"wine", "vb6", "Z:\\p\\P.vbp", "/make", "/out", log}},
       {"vb6", "OleDll", true, {"vb6", "Z:\\p\\P.vbp", "/makedll", "/out", log}},
       {"vb6", "OleExe", true, {"vb6", "Z:\\p\\P.vbp", "/make", "/out", log}},
-      {"\"vb6.exe\" \"%1\" /make",
-       "Exe",
-       false,
-       {"vb6.exe", "Z:\\p\\P.vbp  /make /out Z:\\log\\build.log"}},
-      {"\"vb6.exe\" \"%1\" /make", "Exe", true, {"vb6.exe", "Z:\\p\\P.vbp", "/make", "/out", log}},
+      {kCommand, "Exe", false, {"vb6.exe", "Z:\\p\\P.vbp  /make /out Z:\\log\\build.log"}},
+      {kCommand, "Exe", true, {"vb6.exe", "Z:\\p\\P.vbp", "/make", "/out", log}},
       {"vb6.exe %1 /make", "Exe", false, {"vb6.exe", "Z:\\p\\P.vbp", "/make", "/out", log}},
       {"vb6.exe %1 /make", "Exe", true, {"vb6.exe", "Z:\\p\\P.vbp", "/make", "/out", log}},
   };
@@ -91,8 +90,8 @@ TEST_F(BuildActions, TheCompilerIsAssignedOrRegistered) {
   EXPECT_EQ(project().Compiler(), "");
   EXPECT_THROW(project().Make(), VendrelError);
   EXPECT_TRUE(mRuns.Arguments.empty());
-  const test::OneSetting setting(HKEY_CLASSES_ROOT, kCommandKey, "", "\"vb6.exe\" \"%1\" /make");
-  EXPECT_EQ(project().Compiler(), "\"vb6.exe\" \"%1\" /make");
+  const test::OneSetting setting(HKEY_CLASSES_ROOT, kCommandKey, "", kCommand);
+  EXPECT_EQ(project().Compiler(), kCommand);
   project().SetCompiler("mine");
   EXPECT_EQ(project().Compiler(), "mine");
 }

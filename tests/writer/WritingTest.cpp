@@ -32,36 +32,30 @@ std::string Rewritten(const std::string& file, const std::string& bytes,
 }
 
 TEST(WritingModules, EveryByteOfUntouchedSourceComesOutAgain) {
+  using namespace std::string_literals;
   const std::string name = "Attribute VB_Name = \"M\"";
-  const std::string cases[] = {
-      name + "\r\nSub A()\r\nEnd Sub\r\n",
-      name + "\nSub A()\n\tx = 1\nEnd Sub\n",
-      name + "\rSub A()\rEnd Sub",
-      name + "\r\nSub A()\n  x = 1 \r  y = 2\r\n\r\n\nEnd Sub\n\r",
-      name + "\r\nSub A()\r\nEnd Sub",
-      name +
-          "\r\nx = 1 : y = 2\r\nSub A(): x = 1: End Sub\r\nSub B(a, _\r\n  b) ' c : d\r\nEnd Sub",
-      name + "\r\nSub A()\r\n x = 1 : y = _\r\n 2 : z = 3\r\nEnd Sub\r\nDim a As Long, _\r\n",
-      name +
-          "\r\n#If Win32 Then\r\nDeclare Sub S Lib \"k\" ()\r\n#Else\r\n  Sub \xC4()\r\n#End "
-          "If\r\n",
-      name + "\r\nPublic\r\nSub\r\nEnd Sub : Sub B() : End Sub\r\n",
-      name +
-          "\r\nSub A()\r\nEnd Sub\r\nPublic Property Gte B()\r\nAttribute B.VB_UserMemId = 0\r\n",
-      name +
-          "\r\nAttribute VB_HelpID = 1\r\nSub A()\r\nPublic Property Gte B()\r\nAttribute "
-          "VB_HelpID = "
-          "2\r\n",
-      name + "\r\nProperty Let B(v)\r\nEvent E()\r\nAttribute E.VB_HelpID = 5\r\n",
-      "\xEF\xBB\xBF" + name + "\r\n' \xC3\xA9\r\n",
-      name + "\r\n' caf\xE9 \x81\r\nSub A()\r\nEnd Sub\r\n",
-      name + "\r\n\x1A\f\v" + std::string(1, '\0') + "\r\n",
+  const std::string bodies[] = {
       "",
-      "\r\n",
-      "x",
-      name,
+      "\r\nSub A()\r\nEnd Sub\r\n",
+      "\nSub A()\n\tx = 1\nEnd Sub\n",
+      "\rSub A()\rEnd Sub",
+      "\r\nSub A()\n  x = 1 \r  y = 2\r\n\r\n\nEnd Sub\n\r",
+      "\r\nSub A()\r\nEnd Sub",
+      "\r\nx = 1 : y = 2\r\nSub A(): x = 1: End Sub\r\nSub B(a, _\r\n  b) ' c : d\r\nEnd Sub",
+      "\r\nSub A()\r\n x = 1 : y = _\r\n 2 : z = 3\r\nEnd Sub\r\nDim a As Long, _\r\n",
+      "\r\n#If Win32 Then\r\nDeclare Sub S Lib \"k\" ()\r\n#Else\r\n  Sub \xC4()\r\n#End If\r\n",
+      "\r\nPublic\r\nSub\r\nEnd Sub : Sub B() : End Sub\r\n",
+      "\r\nSub A()\r\nEnd Sub\r\nPublic Property Gte B()\r\nAttribute B.VB_UserMemId = 0\r\n",
+      "\r\nAttribute VB_HelpID = 1\r\nSub A()\r\nPublic Property Gte B()\r\n"
+      "Attribute VB_HelpID = 2\r\n",
+      "\r\nProperty Let B(v)\r\nEvent E()\r\nAttribute E.VB_HelpID = 5\r\n",
+      "\r\n' caf\xE9 \x81\r\nSub A()\r\nEnd Sub\r\n",
+      "\r\n\x1A\f\v\0\r\n"s,
   };
-  for (const std::string& bytes : cases) EXPECT_EQ(Rewritten("M.bas", bytes), bytes);
+  for (const std::string& body : bodies) EXPECT_EQ(Rewritten("M.bas", name + body), name + body);
+  for (const std::string& bytes :
+       {"\xEF\xBB\xBF" + name + "\r\n' \xC3\xA9\r\n", ""s, "\r\n"s, "x"s})
+    EXPECT_EQ(Rewritten("M.bas", bytes), bytes);
 }
 
 TEST(WritingModules, FormsAndClassesKeepTheirHeadersAndAttributes) {
