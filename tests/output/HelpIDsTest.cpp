@@ -117,8 +117,10 @@ TEST_F(HelpIDs, AreNotGivenToModulesWithoutPublicSurface) {
     component.Access = "PUBLIC";
     component.AssignHelpContextIDs();
     EXPECT_EQ(component.HelpContextID != 0, type == ftClass);
+    const std::int32_t given = component.HelpContextID;
     component.Access = "Public";
     component.AssignHelpContextIDs(true);
+    EXPECT_EQ(component.HelpContextID, given);
   }
   Project().CurrentHelpContextID = std::numeric_limits<std::int32_t>::max();
   EXPECT_THROW(Class().AssignHelpContextIDs(true), VendrelError);
