@@ -232,7 +232,9 @@ TEST(ToolAlone, OptionsReachTheProject) {
 }
 
 TEST(ToolAlone, ManualNamesEveryCommandAndSetting) {
-  const std::string manual = ReadWholeFile(VENDREL_SOURCE_ROOT "/docs/tool.md");
+  std::string manual;
+  for (const std::string page : {"tool", "writing", "compare"})
+    manual += ReadWholeFile(VENDREL_SOURCE_ROOT "/docs/" + page + ".md");
   for (const std::string_view name : ProjectOptionNames())
     EXPECT_THAT(manual, HasSubstr("`" + std::string(name) + "`"));
   // Every option that the help of a command names stands in the manual.

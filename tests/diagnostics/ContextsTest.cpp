@@ -178,7 +178,7 @@ TEST(Contexts, ShowElementsWholeOnRequestAndLoadNoModule) {
   project.Reading = ReadingRules::Classic();
   TraceElementsWhole(true);
   const VendrelError failure = FailureOf([&] { project.Load("/p/P.vbp"); });
-  EXPECT_THAT(RenderError(failure), AllOf(HasSubstr("<ProjectName>P</ProjectName>"),
+  EXPECT_THAT(RenderError(failure), AllOf(HasSubstr("<ProjectName>\"P\"</ProjectName>"),
                                           HasSubstr("<Components>{1 elements}</Components>")));
   TraceElementsWhole(false);
   for (const Component& component : project.Components.Listed())

@@ -52,8 +52,11 @@ void CompareWithGolden(const std::string& name, const ReadingRules& reading) {
   EXPECT_EQ(FirstDifference(ReadWholeFile(path), actual), "") << path;
 }
 
-TEST(GoldenDump, OfTheSampleInTheTwoReadings) {
+TEST(GoldenDump, OfTheSampleInTheCompleteReading) {
   CompareWithGolden("Ledger.complete.json", ReadingRules::Complete());
+}
+
+TEST(GoldenDump, OfTheSampleInTheClassicReading) {
   CompareWithGolden("Ledger.classic.json", ReadingRules::Classic());
 }
 

@@ -81,7 +81,8 @@ TEST(LineNumbering, RunsOnOverModulesOrBeginsAnew) {
 }
 
 TEST(LineNumbering, NeverRunsBackwardBehindNumbersOfTheSource) {
-  EXPECT_EQ(Numbered({"Sub A()\n500 x\ny\nEnd Sub\n"}, {}), "?");
+  EXPECT_EQ(Numbered({"Sub A()\n500 x\ny\nEnd Sub\n"}, {}),
+            "Sub A()\n      500 x\n510   y\nEnd Sub\n");
   EXPECT_GT(State().CurrentLineNumber, 500);
 }
 
