@@ -7,14 +7,14 @@
 #include "diagnostics/Diagnostic.h"
 #include "services/Paths.h"
 #include "support/DiskFolder.h"
-#include "support/Failures.h"
 #include "support/MemoryFiles.h"
+#include "support/Raised.h"
 
 namespace vendrel {
 namespace {
 
-using test::ErrorOf;
 using test::MemoryFiles;
+using test::Raised;
 
 TEST(FileSystemObject, GivesThePartsOfItsPathAndChangesEachAlone) {
   FileSystemObject file("Z:\\src\\My.Project.vbp");
@@ -43,7 +43,7 @@ TEST(FileSystemObject, WithoutAPathIsEmptyAndStaysUsable) {
   EXPECT_EQ(file.FullPath(), "");
   EXPECT_EQ(file.FolderPath(), "");
   EXPECT_EQ(file.RelativePath(), "");
-  EXPECT_EQ(ErrorOf([&] { file.OpenFile(); }), errFileNotFound);
+  EXPECT_EQ(Raised([&] { file.OpenFile(); }), errFileNotFound);
   file.DeleteFile();
   file.SetFullPath("/nowhere/at/all.bas");
   EXPECT_FALSE(file.Exists());
@@ -155,7 +155,7 @@ TEST(FileSystemObject, ReadsLinesWhateverEndsThem) {
     EXPECT_EQ(file.ReadLine(), "");
     file.CloseFile();
     EXPECT_FALSE(file.IsOpen());
-    EXPECT_EQ(ErrorOf([&] { file.ReadLine(); }), errPathAccess);
+    EXPECT_EQ(Raised([&] { file.ReadLine(); }), errPathAccess);
   }
 }
 
@@ -183,12 +183,12 @@ TEST(FileSystemObject, RefusesWhatIsNoFile) {
   };
   for (const auto& [path, number] : cases) {
     FileSystemObject file(path);
-    EXPECT_EQ(ErrorOf([&] { file.OpenFile(); }), number) << path;
+    EXPECT_EQ(Raised([&] { file.OpenFile(); }), number) << path;
     EXPECT_FALSE(file.IsOpen());
   }
-  EXPECT_EQ(ErrorOf([&] { FileSystemObject("/d").OpenFile(4, 2, 1); }), errPathAccess);
-  EXPECT_EQ(ErrorOf([&] { FileSystemObject("/none/a.bas").OpenFile(4, 2, 1); }), errPathAccess);
-  EXPECT_EQ(ErrorOf([&] { FileSystemObject("/d/a.bas").OpenFile(1); }), errInvalidArgument);
+  EXPECT_EQ(Raised([&] { FileSystemObject("/d").OpenFile(4, 2, 1); }), errPathAccess);
+  EXPECT_EQ(Raised([&] { FileSystemObject("/none/a.bas").OpenFile(4, 2, 1); }), errPathAccess);
+  EXPECT_EQ(Raised([&] { FileSystemObject("/d/a.bas").OpenFile(1); }), errInvalidArgument);
 }
 
 void WriteTwoLines(const std::string& path) {
@@ -212,7 +212,7 @@ TEST(FileSystemObject, WritesBesideAndRenames) {
 
   files.Add("/p/locked.bas", "old", 0444);
   EXPECT_TRUE(FileSystemObject("/p/locked.bas").IsReadOnly());
-  EXPECT_EQ(ErrorOf([] { WriteTwoLines("/p/locked.bas"); }), errPathAccess);
+  EXPECT_EQ(Raised([] { WriteTwoLines("/p/locked.bas"); }), errPathAccess);
   {
     FileSystemObject file("/p/Old.bas");
     file.OpenFile(4, 2, 1);
@@ -242,8 +242,8 @@ TEST(FileSystemObject, WritesInTheEncodingAskedFor) {
 
   file.SetWriteForm({TextEncoding::CodePage, "1251"});
   file.OpenFile(4, 2, 1);
-  EXPECT_EQ(ErrorOf([&] { file.WriteLine("Größe"); }), errInvalidArgument);
-  EXPECT_EQ(ErrorOf([&] { file.CloseFile(); }), errPathAccess);
+  EXPECT_EQ(Raised([&] { file.WriteLine("Größe"); }), errInvalidArgument);
+  EXPECT_EQ(Raised([&] { file.CloseFile(); }), errPathAccess);
   EXPECT_EQ(files["/a.bas"].size(), 8u);
   EXPECT_EQ(told.CountOf(DiagnosticCode::CharactersNotHeld), 1u);
 }
@@ -255,7 +255,7 @@ TEST(FileSystemObject, MakesFoldersAndDeletesFiles) {
   EXPECT_TRUE(files.Has("/Out/a/b"));
   file.CreateFolderPath();
   EXPECT_TRUE(FileSystemObject("/out/a/b").IsFolder());
-  EXPECT_EQ(ErrorOf([] { FileSystemObject("/out/x/y/c.bas").CreateFolderPath(); }), errPathAccess);
+  EXPECT_EQ(Raised([] { FileSystemObject("/out/x/y/c.bas").CreateFolderPath(); }), errPathAccess);
   FileSystemObject gone("/OUT/X");
   gone.DeleteFile();
   EXPECT_FALSE(files.Has("/Out/x"));
@@ -283,7 +283,7 @@ TEST(FileSystemObject, FindsFilesBelowInOneOrderWhateverLinksThereAre) {
                                                    "Z:\\r\\far\\f.vbp", "Z:\\r\\sub\\d.vbp"}));
   EXPECT_EQ(told.CountOf(DiagnosticCode::FolderSkipped), 1u);
   EXPECT_EQ(Found("/R/", 1), (std::vector<std::string>{"Z:\\r\\A.VBP", "Z:\\r\\b.vbp"}));
-  EXPECT_EQ(ErrorOf([] { Found("/none"); }), errPathAccess);
+  EXPECT_EQ(Raised([] { Found("/none"); }), errPathAccess);
 }
 
 TEST(FileSystemObject, AsksTheReaderOfClassIds) {
@@ -318,7 +318,7 @@ TEST_F(OnDisk, WritingKeepsModeAndLinksAndLeavesNothingBeside) {
 TEST_F(OnDisk, FilesWithoutASizeAreReadAndTooLargeOnesRefused) {
   Write("huge", "");
   std::filesystem::resize_file(Path("huge"), FileSizeLimit);
-  EXPECT_EQ(ErrorOf([&] { ReadWholeFile(Path("huge")); }), errPathAccess);
+  EXPECT_EQ(Raised([&] { ReadWholeFile(Path("huge")); }), errPathAccess);
   EXPECT_FALSE(ReadWholeFile("/proc/self/status").empty());
 }
 

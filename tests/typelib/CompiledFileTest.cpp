@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "support/Failures.h"
+#include "support/Raised.h"
 #include "typelib/ImageBuilders.h"
 #include "typelib/Widl.h"
 #include "typelib/reader/TypeLibReader.h"
@@ -22,7 +22,7 @@ Image NamedLibrary(std::string_view name) {
 }
 
 int NumberOfFailure(const std::string& path) {
-  return vendrel::test::ErrorOf([&] { TypeLibInfoFromFile(path); });
+  return vendrel::test::Raised([&] { TypeLibInfoFromFile(path); });
 }
 
 TEST(CompiledFile, HoldsLibrariesByNumber) {
