@@ -46,8 +46,7 @@ TEST(WritingModules, EveryByteOfUntouchedSourceComesOutAgain) {
       "\r\n#If Win32 Then\r\nDeclare Sub S Lib \"k\" ()\r\n#Else\r\n  Sub \xC4()\r\n#End If\r\n",
       "\r\nPublic\r\nSub\r\nEnd Sub : Sub B() : End Sub\r\n",
       "\r\nSub A()\r\nEnd Sub\r\nPublic Property Gte B()\r\nAttribute B.VB_UserMemId = 0\r\n",
-      "\r\nAttribute VB_HelpID = 1\r\nSub A()\r\nPublic Property Gte B()\r\n"
-      "Attribute VB_HelpID = 2\r\n",
+      "\r\nAttribute VB_HelpID = 1\r\nPublic Property Gte B()\r\nAttribute VB_HelpID = 2\r\n",
       "\r\nProperty Let B(v)\r\nEvent E()\r\nAttribute E.VB_HelpID = 5\r\n",
       "\r\n' caf\xE9 \x81\r\nSub A()\r\nEnd Sub\r\n",
       "\r\n\x1A\f\v\0\r\n"s,
