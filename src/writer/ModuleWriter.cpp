@@ -89,7 +89,7 @@ bool IsRead(const Block& block) {
 }
 
 // First the attributes, then the declarations. In the complete reading that holds for new blocks
-// only: damaged source has declarations behind procedures.
+// only: damaged source has attributes behind procedures.
 std::vector<Block*> BlocksInOrder(Component& component) {
   const bool keepsOrder = component.Options().Reading.KeepBlockOrder;
   std::vector<Block*> order;
