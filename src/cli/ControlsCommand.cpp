@@ -19,15 +19,13 @@ struct ControlsArguments {
   bool Json = false;
 };
 
-constexpr int kDeepestIndent = 40;  // controls nest as deep as their input makes them
-
 struct OpenControl {
   const VBControl* Control;
   int Depth;
 };
 
 void WriteControl(std::ostream& out, const VBControl& control, int depth, ShownPaths& paths) {
-  std::string line(2 * static_cast<std::size_t>(std::min(depth, kDeepestIndent)), ' ');
+  std::string line(IndentOf(depth), ' ');
   line.append(control.ProgID).append(" ").append(control.Name);
   const std::string& text = control.Caption.empty() ? control.Text : control.Caption;
   if (!text.empty()) line.append(" \"").append(text).append("\"");

@@ -54,7 +54,7 @@ int CompareGroups(const DiffArguments& arguments, const Streams& streams, Change
 }
 
 // Project files below a folder, by their folded path as seen from it.
-std::map<std::string, std::string> ProjectsBelow(const std::string& folder) {
+std::map<std::string, std::string> ProjectsByPath(const std::string& folder) {
   std::string root = WindowsPath(AbsolutePath(folder));
   if (!root.ends_with('\\')) root.push_back('\\');
   std::map<std::string, std::string> files;
@@ -73,8 +73,8 @@ void TellAlone(ChangeKind kind, const std::string& path, ChangeWriter& writer) {
 
 // Projects of two folders are paired by their paths, and read two at a time.
 int CompareFolders(const DiffArguments& arguments, const Streams& streams, ChangeWriter& writer) {
-  const auto before = ProjectsBelow(arguments.Before);
-  auto after = ProjectsBelow(arguments.After);
+  const auto before = ProjectsByPath(arguments.Before);
+  auto after = ProjectsByPath(arguments.After);
   int code = exDone;
   for (const auto& [key, path] : before) {
     const auto partner = after.find(key);

@@ -14,7 +14,6 @@ constexpr std::string_view kRemarkColour = "\033[33m";
 constexpr std::string_view kPlaceColour = "\033[2m";
 constexpr int kMemberDepth = 3;
 constexpr int kPartDepth = 4;
-constexpr int kDeepestIndent = 40;  // controls nest as deep as their input makes them
 
 std::string_view WordOf(const Component& component) {
   if (component.IsMDI()) return "MDI form";
@@ -212,7 +211,7 @@ void Outline::WriteControls(const Component& component) {
 
 void Outline::Line(int depth, std::string_view word, std::string_view text, std::string_view remark,
                    std::int32_t line) {
-  mLine.assign(static_cast<std::size_t>(std::min(depth - 1, kDeepestIndent)) * 2, ' ');
+  mLine.assign(IndentOf(depth - 1), ' ');
   Paint(kWordColour, word);
   mLine.append(" ").append(text);
   if (!remark.empty()) {

@@ -1,5 +1,6 @@
 #include "cli/Report.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include "output/Json.h"
@@ -44,6 +45,11 @@ std::string ShownPaths::Place(const std::string& windowsPath, std::int32_t line)
   std::string place = Of(windowsPath);
   if (line > 0) place += ':' + std::to_string(line);
   return place;
+}
+
+std::size_t IndentOf(int depth) {
+  constexpr int kDeepest = 40;
+  return 2 * static_cast<std::size_t>(std::min(depth, kDeepest));
 }
 
 void WriteDiagnostic(std::ostream& out, const Diagnostic& diagnostic, ShownPaths& paths,

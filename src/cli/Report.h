@@ -26,6 +26,10 @@ class ShownPaths {
   std::unordered_map<std::string, std::string> mKnown;
 };
 
+/// Blanks in front of a line of a tree, two a level (0 or more). Controls nest as deep as their
+/// input makes them; what is deeper than 40 levels moves no further.
+std::size_t IndentOf(int depth);
+
 /// Writes one diagnostic as a line: "file:line: severity: text [code]", or a JSON object.
 void WriteDiagnostic(std::ostream& out, const Diagnostic& diagnostic, ShownPaths& paths, bool json);
 

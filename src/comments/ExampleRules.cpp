@@ -16,9 +16,9 @@
 namespace vendrel {
 namespace {
 
-using ParameterList = std::vector<std::pair<std::string, std::string>>;
+using ExampleParameters = std::vector<std::pair<std::string, std::string>>;
 
-const std::string* Find(const ParameterList& parameters, std::string_view name) {
+const std::string* Find(const ExampleParameters& parameters, std::string_view name) {
   const auto found = std::find_if(parameters.begin(), parameters.end(), [&](const auto& parameter) {
     return EqualsNoCase(parameter.first, name);
   });
@@ -42,7 +42,7 @@ void TellWrongFormat(std::string_view source) {
 }
 
 void ReadParameters(Example& example, std::string_view source) {
-  const ParameterList parameters = GetParameters(source);
+  const ExampleParameters parameters = GetParameters(source);
   if (const std::string* key = Find(parameters, "key")) example.Key = *key;
   if (const std::string* related = Find(parameters, "for"))
     example.RelatedElement = *related;

@@ -41,11 +41,14 @@ constexpr bool EndsWithNoCaseAscii(std::string_view text, std::string_view suffi
          EqualsNoCaseAscii(text.substr(text.size() - suffix.size()), suffix);
 }
 
-/// 0-based position of `sought` in `text` with ASCII case ignored, from `start` on; npos if absent.
+/// What a search gives that finds nothing.
+inline constexpr std::size_t kNotFound = std::string_view::npos;
+
+/// 0-based position of `sought` in `text`, ASCII case ignored, from `start` on; else `kNotFound`.
 std::size_t FindNoCaseAscii(std::string_view text, std::string_view sought, std::size_t start = 0);
 
 inline bool ContainsNoCaseAscii(std::string_view text, std::string_view sought) {
-  return FindNoCaseAscii(text, sought) != std::string_view::npos;
+  return FindNoCaseAscii(text, sought) != kNotFound;
 }
 
 /// Without leading / trailing / outer blanks. Only the blank counts: tabs stay.

@@ -19,19 +19,19 @@ std::string_view ColourOf(CodePart part) {
   }
 }
 
-void AppendPiece(std::string& html, const CodePiece& piece) {
+void AppendWord(std::string& html, const CodePiece& piece) {
   if (piece.Part == CodePart::Plain) return AppendHtml(html, piece.Text, heTags);
   html.append("<font color=\"").append(ColourOf(piece.Part)).append("\">");
   AppendHtml(html, piece.Text, piece.Part == CodePart::String ? heQuotes : heTags);
   html.append("</font>");
 }
 
-void AppendLine(std::string& html, std::string_view line) {
+void AppendWords(std::string& html, std::string_view line) {
   std::size_t lead = 0;
   for (; lead < line.size() && line[lead] == ' '; ++lead) html.append("&nbsp;");
   line.remove_prefix(lead);
   CodePiece piece;
-  for (WordPieces pieces(line); pieces.Next(piece);) AppendPiece(html, piece);
+  for (WordPieces pieces(line); pieces.Next(piece);) AppendWord(html, piece);
   html.append("<BR/>").append(kLineEnd);
 }
 
@@ -39,10 +39,10 @@ void AppendCode(std::string& html, std::string_view code) {
   const std::size_t start = html.size();
   while (!code.empty()) {
     const std::size_t end = code.find(kLineEnd);
-    AppendLine(html, code.substr(0, end));
+    AppendWords(html, code.substr(0, end));
     if (end == std::string_view::npos) break;
     code.remove_prefix(end + kLineEnd.size());
-    if (code.empty()) AppendLine(html, {});  // the cut leaves an empty line behind the last end
+    if (code.empty()) AppendWords(html, {});  // the cut leaves an empty line behind the last end
   }
   if (html.size() == start) html.append("<BR/>");
 }
@@ -131,7 +131,7 @@ std::string ModuleAsHTML(const Component& component, bool useCodeTag) try {
   for (std::string_view rest = component.SourceForm->Text; !rest.empty();) {
     line.clear();
     AppendWithoutTabs(line, TakeLine(rest, component.SourceForm->LineEnds.Form));
-    AppendLine(html, line);
+    AppendWords(html, line);
   }
   return useCodeTag ? InCodeTag(std::move(html)) : html;
 } catch (VendrelError& failure) {

@@ -10,8 +10,6 @@
 namespace vendrel {
 namespace {
 
-constexpr std::size_t kNone = std::string_view::npos;
-
 // What stands between the last piece and a coloured one is a plain piece; then the coloured one
 // waits for the next call. `take` moves on by a word and gives a coloured piece, or an empty one.
 template <typename Take>
@@ -33,7 +31,7 @@ bool NextPiece(std::string_view line, std::size_t& at, std::size_t& shown, CodeP
 }
 
 std::size_t EndOr(std::size_t position, std::string_view line) {
-  return position == kNone ? line.size() : position + 1;
+  return position == kNotFound ? line.size() : position + 1;
 }
 
 bool IsNameCharacter(char c) {
@@ -131,8 +129,8 @@ void TokenPieces::SkipOther() {
     mAtStatement = true;
   else if (c != ' ' && c != '\t')
     mAtStatement = false;
-  const std::size_t close = c == '[' ? mLine.find(']', mAt) : kNone;
-  mAt = close == kNone ? mAt + 1 : close + 1;
+  const std::size_t close = c == '[' ? mLine.find(']', mAt) : kNotFound;
+  mAt = close == kNotFound ? mAt + 1 : close + 1;
 }
 
 }  // namespace vendrel

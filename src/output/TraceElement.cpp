@@ -11,7 +11,7 @@
 namespace vendrel {
 namespace {
 
-TraceValue ValueOf(const PropertyDescription& property, const void* object) {
+TraceValue TracedValue(const PropertyDescription& property, const void* object) {
   if (property.Shape == PropertyShape::Element || property.Shape == PropertyShape::Elements)
     return TraceValue::Object(std::to_string(property.Count(object)) + " elements");
   PropertyValue value;
@@ -41,7 +41,7 @@ TraceValue TraceWhole(const CodeElement& element) {
   fields.emplace_back("Class", element.ClassName());
   for (const PropertyDescription& property : described.Class->Properties)
     if (property.Kind != PropertyKind::Derived)
-      fields.emplace_back(property.Name, ValueOf(property, described.Object));
+      fields.emplace_back(property.Name, TracedValue(property, described.Object));
   return TraceValue::Enumerable(std::move(fields));
 }
 

@@ -9,8 +9,6 @@
 namespace vendrel {
 namespace {
 
-constexpr std::size_t kNone = std::string_view::npos;
-
 // Words that cannot be names.
 constexpr std::string_view kReserved[] = {
     "AND",     "AS",   "BYREF",    "BYVAL",  "CALL",   "CASE",    "CONST",  "DIM",   "DO",
@@ -35,7 +33,7 @@ bool IsReserved(std::string_view word, ScriptDialect dialect) {
 // Letters of other scripts are bytes beyond ASCII.
 bool IsNameStart(char c) { return IsLetterAscii(c) || static_cast<unsigned char>(c) >= 0x80; }
 bool IsNamePart(char c) { return IsNameStart(c) || IsDigitAscii(c) || c == '_'; }
-bool IsSuffix(char c) { return std::string_view("%&!#@").find(c) != kNone; }
+bool IsSuffix(char c) { return std::string_view("%&!#@").find(c) != kNotFound; }
 
 std::size_t NameLength(std::string_view text) {
   std::size_t length = 0;
@@ -86,8 +84,8 @@ void ScriptLexer::SkipBlanks() {
       mRest.remove_prefix(1);
       continue;
     }
-    const std::size_t behind = mRest.front() == '_' ? mRest.find_first_not_of(" \t", 1) : kNone;
-    if (behind == kNone || (mRest[behind] != '\r' && mRest[behind] != '\n')) return;
+    const std::size_t behind = mRest.front() == '_' ? mRest.find_first_not_of(" \t", 1) : kNotFound;
+    if (behind == kNotFound || (mRest[behind] != '\r' && mRest[behind] != '\n')) return;
     mRest.remove_prefix(mRest.substr(behind).starts_with("\r\n") ? behind + 2 : behind + 1);
   }
 }
@@ -138,7 +136,7 @@ ScriptToken ScriptLexer::TakeWord() {
 
 ScriptToken ScriptLexer::TakeBracketedName() {
   const std::size_t close = mRest.find_first_of("]\r\n");
-  if (close == kNone || mRest[close] != ']') throw VendrelError(errScriptBracket);
+  if (close == kNotFound || mRest[close] != ']') throw VendrelError(errScriptBracket);
   ScriptToken token = Take(ScriptTokenKind::Name, close + 1);
   token.Text = token.Text.substr(1, close - 1);
   return token;
@@ -148,7 +146,7 @@ ScriptToken ScriptLexer::TakeString() {
   std::string text;
   for (std::size_t at = 1;;) {
     const std::size_t stop = mRest.find_first_of("\"\r\n", at);
-    if (stop == kNone || mRest[stop] != '"') throw VendrelError(errScriptString);
+    if (stop == kNotFound || mRest[stop] != '"') throw VendrelError(errScriptString);
     text.append(mRest, at, stop - at);
     at = stop + 1;
     if (at < mRest.size() && mRest[at] == '"') {
@@ -163,7 +161,7 @@ ScriptToken ScriptLexer::TakeString() {
 
 ScriptToken ScriptLexer::TakeDate() {
   const std::size_t close = mRest.find_first_of("#\r\n", 1);
-  if (close == kNone || mRest[close] != '#') throw VendrelError(errScriptSyntax);
+  if (close == kNotFound || mRest[close] != '#') throw VendrelError(errScriptSyntax);
   const auto date = DateFromText(mRest.substr(1, close - 1));
   if (!date) throw VendrelError(errScriptSyntax);
   mRest.remove_prefix(close + 1);
@@ -231,7 +229,7 @@ ScriptToken ScriptLexer::TakeSymbol() {
   constexpr std::string_view pairs[] = {"<=", ">=", "<>", "=<", "=>", "><"};
   for (const std::string_view pair : pairs)
     if (mRest.starts_with(pair)) return Take(ScriptTokenKind::Symbol, 2);
-  if (std::string_view("^*/\\+-&=<>").find(mRest.front()) == kNone)
+  if (std::string_view("^*/\\+-&=<>").find(mRest.front()) == kNotFound)
     throw VendrelError(errScriptCharacter);
   return Take(ScriptTokenKind::Symbol, 1);
 }

@@ -12,7 +12,6 @@ namespace vendrel {
 namespace {
 
 constexpr std::size_t BufferSize = 1 << 18;
-constexpr std::uint32_t OwnerMayWrite = 0200;
 constexpr int NameAttempts = 100;
 
 std::string TemporaryName(const std::string& target) {
@@ -49,7 +48,7 @@ void AtomicFile::CheckTarget() {
   if (result < 0) throw FileError(-result, mTarget);
   if (status.Type != FileStatus::Kind::File)
     throw VendrelError(errPathAccess, mTarget + " (not a regular file)");
-  if (!(status.Mode & OwnerMayWrite)) throw VendrelError(errPathAccess, mTarget + " (read-only)");
+  if (status.IsReadOnly()) throw VendrelError(errPathAccess, mTarget + " (read-only)");
   if (const int refused = source.MayWrite(mTarget); refused < 0) throw FileError(-refused, mTarget);
   mKeptMode = status.Mode;
   std::string real;

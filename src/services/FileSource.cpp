@@ -10,7 +10,7 @@
 namespace vendrel {
 namespace {
 
-std::shared_ptr<FileSource>& Installed() {
+std::shared_ptr<FileSource>& InstalledSource() {
   static std::shared_ptr<FileSource> source = FileSource::Machine();
   return source;
 }
@@ -44,10 +44,10 @@ VendrelError TooLarge(std::string_view path) {
 
 }  // namespace
 
-FileSource& FileSource::Current() { return *Installed(); }
+FileSource& FileSource::Current() { return *InstalledSource(); }
 
 void FileSource::Install(std::shared_ptr<FileSource> source) {
-  Installed() = source ? std::move(source) : Machine();
+  InstalledSource() = source ? std::move(source) : Machine();
   ForgetFolders();
 }
 

@@ -22,6 +22,9 @@ struct FileStatus {
   /// Device and number: two paths with both equal are one file.
   std::uint64_t Device = 0;
   std::uint64_t Number = 0;
+
+  /// Whether its owner may not write.
+  bool IsReadOnly() const { return (Mode & 0200) == 0; }
 };
 
 /// One name in a folder.

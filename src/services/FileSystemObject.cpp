@@ -11,7 +11,6 @@
 namespace vendrel {
 namespace {
 
-constexpr std::uint32_t OwnerMayWrite = 0200;
 // Real chains have two files; more than this is a ring, which has no folder.
 constexpr std::size_t LongestBaseChain = 16;
 FileSystemObject::ClassIdReader gClassIdReader = nullptr;
@@ -162,7 +161,7 @@ bool FileSystemObject::IsFolder() const {
 
 bool FileSystemObject::IsReadOnly() const {
   const FoundPath found = Find();
-  return found.Match != PathMatch::None && !(found.Status.Mode & OwnerMayWrite);
+  return found.Match != PathMatch::None && found.Status.IsReadOnly();
 }
 
 std::string FileSystemObject::NativePath() const {

@@ -63,7 +63,7 @@ class MachineProcesses final : public ProcessRunner {
   std::vector<pid_t> mRunning;
 };
 
-std::shared_ptr<ProcessRunner>& Installed() {
+std::shared_ptr<ProcessRunner>& InstalledRunner() {
   static std::shared_ptr<ProcessRunner> runner = std::make_shared<MachineProcesses>();
   return runner;
 }
@@ -109,10 +109,10 @@ std::string TakeArgument(std::string_view& rest) {
 
 }  // namespace
 
-ProcessRunner& ProcessRunner::Current() { return *Installed(); }
+ProcessRunner& ProcessRunner::Current() { return *InstalledRunner(); }
 
 void ProcessRunner::Install(std::shared_ptr<ProcessRunner> runner) {
-  Installed() = runner ? std::move(runner) : std::make_shared<MachineProcesses>();
+  InstalledRunner() = runner ? std::move(runner) : std::make_shared<MachineProcesses>();
 }
 
 std::vector<std::string> SplitCommandLine(std::string_view rest) {

@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* VariableName = "VENDRELMODEL_REGISTRY";
 
-std::shared_ptr<SettingsReader>& Installed() {
+std::shared_ptr<SettingsReader>& InstalledReader() {
   static std::shared_ptr<SettingsReader> reader = std::make_shared<SettingsReader>();
   return reader;
 }
@@ -54,10 +54,10 @@ constexpr SystemVariable SystemVariables[] = {
 
 }  // namespace
 
-SettingsReader& SettingsReader::Default() { return *Installed(); }
+SettingsReader& SettingsReader::Default() { return *InstalledReader(); }
 
 void SettingsReader::Install(std::shared_ptr<SettingsReader> reader) {
-  Installed() = reader ? std::move(reader) : std::make_shared<SettingsReader>();
+  InstalledReader() = reader ? std::move(reader) : std::make_shared<SettingsReader>();
 }
 
 void SettingsReader::Refresh() {

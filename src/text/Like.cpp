@@ -9,8 +9,6 @@
 namespace vendrel {
 namespace {
 
-constexpr std::size_t kNone = std::string_view::npos;
-
 // The code point at `at`, which is moved behind it. Bytes that are no UTF-8 count singly.
 char32_t NextCharacter(std::string_view text, std::size_t& at) {
   const auto lead = static_cast<unsigned char>(text[at++]);
@@ -49,9 +47,9 @@ std::string_view ListAt(std::string_view pattern, std::size_t open) {
 }
 
 void CheckPattern(std::string_view pattern) {
-  for (std::size_t at = pattern.find('['); at != kNone; at = pattern.find('[', at)) {
+  for (std::size_t at = pattern.find('['); at != kNotFound; at = pattern.find('[', at)) {
     const std::size_t close = pattern.find(']', at);
-    if (close == kNone) RaiseInvalidPattern(pattern);
+    if (close == kNotFound) RaiseInvalidPattern(pattern);
     std::string_view list = ListAt(pattern, at);
     if (list.size() > 1 && list.front() == '!') list.remove_prefix(1);
     if (AnyOfList(list, [](char32_t low, char32_t high) { return low > high; }))
@@ -87,7 +85,7 @@ bool TakeOne(std::string_view text, std::size_t& t, std::string_view pattern, st
 
 // Only the last star is ever tried again: what an earlier one could take, this one can as well.
 bool Match(std::string_view text, std::string_view pattern) {
-  std::size_t t = 0, p = 0, retryText = kNone, retryPattern = 0;
+  std::size_t t = 0, p = 0, retryText = kNotFound, retryPattern = 0;
   for (;;) {
     while (pattern.substr(p, 2) == "[]") p += 2;
     if (p < pattern.size() && pattern[p] == '*') {
@@ -95,10 +93,10 @@ bool Match(std::string_view text, std::string_view pattern) {
       retryText = t;
       continue;
     }
-    if (p == pattern.size() && (t == text.size() || (retryText != kNone && retryPattern == p)))
+    if (p == pattern.size() && (t == text.size() || (retryText != kNotFound && retryPattern == p)))
       return true;
     if (t < text.size() && p < pattern.size() && TakeOne(text, t, pattern, p)) continue;
-    if (retryText == kNone || retryText >= text.size()) return false;
+    if (retryText == kNotFound || retryText >= text.size()) return false;
     NextCharacter(text, retryText);
     t = retryText;
     p = retryPattern;

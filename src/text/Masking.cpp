@@ -5,8 +5,6 @@
 namespace vendrel {
 namespace {
 
-constexpr std::size_t kNone = std::string_view::npos;
-
 std::size_t Find(std::string_view text, std::string_view sought, std::size_t start, bool noCase) {
   return noCase ? FindNoCaseAscii(text, sought, start) : text.find(sought, start);
 }
@@ -20,15 +18,15 @@ std::size_t FindInCode(std::string_view source, std::string_view sought, std::si
     const char c = source[i];
     if (c == '"') {
       i = source.find('"', i + 1);
-      if (i == kNone) return kNone;
+      if (i == kNotFound) return kNotFound;
     } else if (c == '\'') {
-      return kNone;
+      return kNotFound;
     } else if (i >= start && UpperAscii(c) == first) {
       const std::string_view here = source.substr(i, sought.size());
       if (noCase ? EqualsNoCaseAscii(here, sought) : here == sought) return i;
     }
   }
-  return kNone;
+  return kNotFound;
 }
 
 }  // namespace
@@ -42,7 +40,7 @@ std::string Template(std::string_view source) {
     } else if (inString) {
       masked[i] = '_';
     } else if (masked[i] == '\'') {
-      masked.replace(i + 1, kNone, masked.size() - i - 1, '_');
+      masked.replace(i + 1, kNotFound, masked.size() - i - 1, '_');
       break;
     }
   }
@@ -55,10 +53,10 @@ std::size_t InStrEx(std::size_t start, std::string_view source, std::string_view
   if (first >= source.size()) return 0;
   if (sought.empty()) return first + 1;
   // What can stand in the mask itself is looked for there; everything else needs no copy.
-  const std::size_t found = sought.find_first_of("\"'_") == kNone
+  const std::size_t found = sought.find_first_of("\"'_") == kNotFound
                                 ? FindInCode(source, sought, first, compareNoCase)
                                 : Find(Template(source), sought, first, compareNoCase);
-  return found == kNone ? 0 : found + 1;
+  return found == kNotFound ? 0 : found + 1;
 }
 
 std::string StripAttributes(std::string_view text) {
@@ -79,8 +77,8 @@ std::string StripTags(std::string_view text) {
   std::string kept;
   for (;;) {
     const std::size_t open = text.find('<');
-    const std::size_t close = open == kNone ? kNone : text.find('>', open);
-    if (close == kNone) break;
+    const std::size_t close = open == kNotFound ? kNotFound : text.find('>', open);
+    if (close == kNotFound) break;
     kept.append(text, 0, open);
     text.remove_prefix(close + 1);
   }

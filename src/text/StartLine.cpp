@@ -6,8 +6,6 @@
 namespace vendrel {
 namespace {
 
-constexpr std::size_t kNone = std::string_view::npos;
-
 // 0-based byte position of the last character of a text that is not empty.
 std::size_t LastCharacter(std::string_view text) {
   std::size_t at = text.size() - 1;
@@ -23,7 +21,7 @@ struct LastWords {
 std::string_view TakeLastWord(std::string_view& text) {
   text = TrimRight(text);
   const std::size_t blank = text.rfind(' ');
-  const std::string_view word = blank == kNone ? text : text.substr(blank + 1);
+  const std::string_view word = blank == kNotFound ? text : text.substr(blank + 1);
   text.remove_suffix(word.size());
   return word;
 }
@@ -36,7 +34,7 @@ LastWords LastWordsOf(std::string_view text) {
   return words;
 }
 
-bool Holds(std::string_view text, char c) { return text.find(c) != kNone; }
+bool Holds(std::string_view text, char c) { return text.find(c) != kNotFound; }
 
 ReturnTypeText LastAsType(std::string_view text) {
   ReturnTypeText result;
@@ -60,31 +58,31 @@ struct CutLine {
 
 // Walks the code of the line once; strings are skipped, a comment ends it.
 CutLine CutAtParameters(std::string_view text) {
-  std::size_t open = kNone, close = kNone, end = text.size();
+  std::size_t open = kNotFound, close = kNotFound, end = text.size();
   int depth = 0;
   for (std::size_t at = 0; at < text.size(); ++at) {
     const char c = text[at];
     if (c == '"') {
       at = text.find('"', at + 1);
-      if (at == kNone) break;
+      if (at == kNotFound) break;
     } else if (c == '\'') {
       end = at;
       break;
     } else if (c == '(') {
-      if (open == kNone) open = at;
+      if (open == kNotFound) open = at;
       ++depth;
-    } else if (c == ')' && --depth == 0 && close == kNone) {
+    } else if (c == ')' && --depth == 0 && close == kNotFound) {
       close = at;
     }
   }
   CutLine cut;
-  if (open == kNone) {
+  if (open == kNotFound) {
     cut.Head = text.substr(0, end);
     return cut;
   }
   cut.HasParentheses = true;
   cut.Head = text.substr(0, open);
-  if (close == kNone) close = end;
+  if (close == kNotFound) close = end;
   cut.Parameters = text.substr(open + 1, close - open - 1);
   if (close < end) cut.Tail = text.substr(close + 1, end - close - 1);
   return cut;
@@ -106,7 +104,7 @@ ReturnTypeText TypeBehindAs(std::string_view text) {
 // Suffix of the name that ends `head`; the name stands in front of a possible "As".
 std::string_view SuffixType(std::string_view head) {
   const std::size_t as = FindNoCaseAscii(head, " as ");
-  return TypeFromName(as == kNone ? head : head.substr(0, as));
+  return TypeFromName(as == kNotFound ? head : head.substr(0, as));
 }
 
 ReturnTypeText LastParameterType(std::string_view parameters) {
@@ -160,10 +158,10 @@ ReturnTypeText SignatureType(std::string_view text) {
 std::string_view GetName(std::string_view Text) {
   if (Text.empty()) return {};
   std::size_t at = Text.find('(');
-  if (at == kNone) at = FindNoCaseAscii(Text, "as");
-  if (at == kNone) at = LastCharacter(Text);
-  const std::size_t blank = at < 2 ? kNone : Text.rfind(' ', at - 2);
-  const std::size_t start = blank == kNone ? 0 : blank + 1;
+  if (at == kNotFound) at = FindNoCaseAscii(Text, "as");
+  if (at == kNotFound) at = LastCharacter(Text);
+  const std::size_t blank = at < 2 ? kNotFound : Text.rfind(' ', at - 2);
+  const std::size_t start = blank == kNotFound ? 0 : blank + 1;
   return Trim(Text.substr(start, at - start));
 }
 

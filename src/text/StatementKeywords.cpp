@@ -36,7 +36,7 @@ constexpr WordType kSubNames[] = {
     {"USERDOCUMENT_TERMINATE()", START_USERDOCUMENT_TERMINATE},
 };
 
-constexpr WordType kKeywords[] = {
+constexpr WordType kOpeningKeywords[] = {
     {"FUNCTION", START_FUNCTION}, {"PROPERTY", START_PROPERTY}, {"ENUM", START_ENUM},
     {"TYPE", START_TYPE},         {"EVENT", EVENT_DECLARATION}, {"DECLARE", DECLARE_STATEMENT},
 };
@@ -146,7 +146,7 @@ StatementJudgement KeywordType(std::string_view keyword, Words& words, bool dotN
     const auto name = words.Next();
     return name ? StatementJudgement{SubType(*name)} : StatementJudgement{OTHER, true};
   }
-  for (const WordType& row : kKeywords)
+  for (const WordType& row : kOpeningKeywords)
     if (EqualsNoCaseAscii(keyword, row.Word) && !(dotNet && row.Type == START_TYPE))
       return {row.Type};
   if (!dotNet) return {};

@@ -8,8 +8,6 @@
 namespace vendrel {
 namespace {
 
-constexpr std::size_t kNone = std::string_view::npos;
-
 constexpr bool IsCodeDelimiter(char c) {
   return c == '(' || c == ')' || c == ' ' || c == '.' || c == ',' || c == ';';
 }
@@ -17,12 +15,12 @@ constexpr bool IsCodeDelimiter(char c) {
 // Moves `at` behind the string literal whose opening quote it stands on.
 std::size_t SkipString(std::string_view text, std::size_t at) {
   const std::size_t close = text.find('"', at + 1);
-  return close == kNone ? text.size() : close + 1;
+  return close == kNotFound ? text.size() : close + 1;
 }
 
 // 0-based position of the delimiter outside strings; npos if it is not there.
 std::size_t FindDelimiter(std::string_view text, std::string_view delimiter) {
-  if (delimiter.empty() || delimiter.front() == '"') return kNone;
+  if (delimiter.empty() || delimiter.front() == '"') return kNotFound;
   for (std::size_t at = 0; at < text.size();) {
     if (text[at] == '"') {
       at = SkipString(text, at);
@@ -32,7 +30,7 @@ std::size_t FindDelimiter(std::string_view text, std::string_view delimiter) {
       ++at;
     }
   }
-  return kNone;
+  return kNotFound;
 }
 
 }  // namespace
@@ -40,7 +38,7 @@ std::size_t FindDelimiter(std::string_view text, std::string_view delimiter) {
 bool SplitCursor::Next(std::string_view& piece) {
   if (mRest.empty()) return false;
   const std::size_t at = FindDelimiter(mRest, mDelimiter);
-  if (at == kNone) {
+  if (at == kNotFound) {
     piece = mRest;
     mRest = {};
     return true;
@@ -109,7 +107,7 @@ std::vector<std::pair<std::string, std::string>> GetParameters(std::string_view 
   std::unordered_set<std::string> seen;
   while (!Source.empty()) {
     std::string_view value = TakeField(Source, ',');
-    if (value.find('=') == kNone) continue;
+    if (value.find('=') == kNotFound) continue;
     const std::string_view name = Trim(TakeField(value, '='));
     if (seen.insert(FoldKey(name)).second) parameters.emplace_back(name, StripQuotes(Trim(value)));
   }

@@ -12,7 +12,7 @@ namespace {
 
 using namespace typelib;
 
-constexpr int kHidden = 16, kControl = 32, kRestricted = 512;
+constexpr int kHiddenType = 16, kControlType = 32, kRestrictedType = 512;
 constexpr int kSourceInterface = 2;
 
 // An object whose members are to be read.
@@ -93,7 +93,7 @@ class InterfaceChooser {
 void InterfaceChooser::TakeFurther(const InterfaceInfo& item, const TypeInfo& type) {
   if (EqualsNoCase(type.Name, "IDispatch") || Holds(type.Name)) return;
   if (mProject.Reading.HideComMembers && IsUnknown(type.Name)) return;
-  if ((item.AttributeMask & (kHidden | kRestricted)) != 0) return;
+  if ((item.AttributeMask & (kHiddenType | kRestrictedType)) != 0) return;
   const std::string name(WithoutUnderscore(type.Name));
   auto implemented = std::make_shared<Interface>();
   implemented->Component = &mComponent;
@@ -114,10 +114,10 @@ std::shared_ptr<Component> NewLibraryModule(VBProject& project, const TypeInfo& 
   component->HelpContextID = static_cast<std::int32_t>(type.HelpContext);
   project.AddHelpDescription(*component, type.HelpString);
   component->IncludeFlag = true;
-  const bool isControl = (type.AttributeMask & kControl) != 0;
+  const bool isControl = (type.AttributeMask & kControlType) != 0;
   component->FileType = isControl ? ftUserControl : ftClass;
   if (isControl) project.ProjectType = ptControl;
-  if ((type.AttributeMask & (kHidden | kRestricted)) != 0) {
+  if ((type.AttributeMask & (kHiddenType | kRestrictedType)) != 0) {
     component->Access = "PRIVATE";
     component->IncludeFlag = false;
   }

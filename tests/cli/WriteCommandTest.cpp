@@ -7,7 +7,7 @@
 namespace vendrel::cli {
 namespace {
 
-constexpr const char* kModule =
+constexpr const char* kWrittenModule =
     "Attribute VB_Name = \"M\"\nSub A()\n#If False Then\n  x = 1\n#End If\n  y = 2\nEnd Sub";
 
 class WriteCommand : public testing::Test {
@@ -25,7 +25,7 @@ class WriteCommand : public testing::Test {
   test::MemoryFiles mFiles{
       {"/g/G.vbg", "VBGROUP 5.0\r\nProject=A.vbp\r\nProject=lib\\A.vbp\r\n"},
       {"/g/A.vbp", "Type=Exe\r\nModule=M; M.bas\r\nModule=Gone; Gone.bas\r\nName=\"A\"\r\n"},
-      {"/g/M.bas", kModule},
+      {"/g/M.bas", kWrittenModule},
       {"/g/lib/A.vbp", "Type=OleDll\r\nClass=C; C.cls\r\nName=\"L\"\r\n"},
       {"/g/lib/C.cls", "VERSION 1.0 CLASS\r\nAttribute VB_Name = \"C\"\r\n"}};
 };
@@ -34,7 +34,7 @@ TEST_F(WriteCommand, WritesACopyAndLeavesTheSourceAlone) {
   const std::string project = mFiles["/g/A.vbp"];
   EXPECT_EQ(Run({"/g/A.vbp", "--to", "/out/deep"}),
             "/out/deep/A.vbp: 2 modules and project file written\n");
-  EXPECT_EQ(mFiles["/out/deep/M.bas"], kModule);
+  EXPECT_EQ(mFiles["/out/deep/M.bas"], kWrittenModule);
   EXPECT_EQ(mFiles["/g/A.vbp"], project);
   EXPECT_FALSE(mFiles.Has("/g/SourceBackup"));
   Run({"/g/A.vbp", "--to", "/only", "--only-project-file"});
@@ -48,7 +48,7 @@ TEST_F(WriteCommand, InPlaceAsksFirst) {
   Run({"/g/A.vbp", "--in-place"}, exNo, "n\n");
   EXPECT_FALSE(mFiles.Has("/g/SourceBackup"));
   Run({"/g/A.vbp", "--in-place"}, exDone, "y\n");
-  EXPECT_EQ(mFiles["/g/SourceBackup/M.bas"], kModule);
+  EXPECT_EQ(mFiles["/g/SourceBackup/M.bas"], kWrittenModule);
   Run({"/g/G.vbg", "--in-place", "--yes"});
   EXPECT_TRUE(mFiles.Has("/g/lib/SourceBackup/C.cls"));
 }
@@ -75,7 +75,7 @@ TEST_F(WriteCommand, ADryRunWritesNothingAndShowsTheDifference) {
   const std::string shown =
       Run({"/g/A.vbp", "--in-place", "--dry-run", "--line-numbers", "100:10"});
   EXPECT_EQ(mFiles.Paths(), before);
-  EXPECT_EQ(mFiles["/g/M.bas"], kModule);
+  EXPECT_EQ(mFiles["/g/M.bas"], kWrittenModule);
   EXPECT_THAT(
       shown,
       HasSubstr("changed /g/M.bas\n--- /g/M.bas\n+++ /g/M.bas\n@@ -1,7 +1,7 @@\n Attribute "
@@ -89,7 +89,7 @@ TEST_F(WriteCommand, ADryRunWritesNothingAndShowsTheDifference) {
 
 TEST_F(WriteCommand, EachProjectOfAGroupGetsAFolder) {
   Run({"/g/G.vbg", "--to", "/out"});
-  EXPECT_EQ(mFiles["/out/A/M.bas"], kModule);
+  EXPECT_EQ(mFiles["/out/A/M.bas"], kWrittenModule);
   EXPECT_TRUE(mFiles.Has("/out/A_2/A.vbp"));
   EXPECT_TRUE(mFiles.Has("/out/A_2/C.cls"));
 }

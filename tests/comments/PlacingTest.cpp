@@ -12,7 +12,7 @@ namespace {
 using test::CommentedModule;
 
 // Lines behind "Option Explicit", and where their comments land.
-struct Case {
+struct PlacingCase {
   const char* Name;
   const char* Body;
   const char* Landed;
@@ -21,13 +21,13 @@ struct Case {
 void Behind(VBProject& project) { project.TaggedCommentsBeforeElement = false; }
 void Preserve(VBProject& project) { project.PreserveOriginalTaggedComments = true; }
 
-void Check(const Case& c, const CommentedModule::Setup& setup = {}) {
+void Check(const PlacingCase& c, const CommentedModule::Setup& setup = {}) {
   CommentedModule module("Option Explicit\n" + std::string(c.Body), setup);
   EXPECT_EQ(module.Landed(), c.Landed) << c.Name;
 }
 
 TEST(TaggedComments, StandBeforeTheirElement) {
-  const Case cases[] = {
+  const PlacingCase cases[] = {
       {"procedure", "'##SUMMARY Opens it.\n'##REMARKS Slow.\nSub F()\nEnd Sub\n",
        "Block F d=Opens it. [##REMARKS=Slow.]\n"},
       {"two lines of one tag", "'##SUMMARY a\n'##SUMMARY b\nSub F()\nEnd Sub\n",
@@ -70,11 +70,11 @@ TEST(TaggedComments, StandBeforeTheirElement) {
       {"a comment dies with the procedure it stands in",
        "Sub F()\nDim x\n'##VARIABLE_SUMMARY nowhere t\nEnd Sub\nSub G()\nEnd Sub\n", ""},
   };
-  for (const Case& c : cases) Check(c);
+  for (const PlacingCase& c : cases) Check(c);
 }
 
 TEST(TaggedComments, StandBehindTheirElementWhereSoSet) {
-  const Case cases[] = {
+  const PlacingCase cases[] = {
       {"procedure", "Sub F()\n'##SUMMARY Opens it.\n'##PARAM a no such\nEnd Sub\n",
        "Block F d=Opens it.\n"},
       {"enumeration", "Enum E\n'##SUMMARY Colours.\nRed\n'##SUMMARY warm\nEnd Enum\n",
@@ -86,17 +86,17 @@ TEST(TaggedComments, StandBehindTheirElementWhereSoSet) {
        "Variable x d=The x.\nBlock F d=f\n"},
       {"a variable takes none on the next line", "Public x\n'##SUMMARY gone\nDim y\n", ""},
   };
-  for (const Case& c : cases) Check(c, Behind);
+  for (const PlacingCase& c : cases) Check(c, Behind);
 }
 
 TEST(TaggedComments, StayAsTheyAreWherePreserved) {
-  const Case cases[] = {
+  const PlacingCase cases[] = {
       {"nothing merges", "'##SUMMARY a\n'##SUMMARY b\n'##EXCLUDE\nSub F()\nEnd Sub\n",
        "Block F [##SUMMARY=a] [##SUMMARY=b] [##EXCLUDE=]\n"},
       {"commands act and are kept", "'##MODULE_IS_COLLECTION\n'##PARAM a x\nSub F(a)\nEnd Sub\n",
        "Component M [##MODULE_IS_COLLECTION=]\nParameter a [##PARAM(a)=x]\n"},
   };
-  for (const Case& c : cases) Check(c, Preserve);
+  for (const PlacingCase& c : cases) Check(c, Preserve);
 }
 
 TEST(TaggedComments, AtTheHeadOfAModuleDescribeIt) {

@@ -22,13 +22,14 @@ std::string Descriptions(Component& component) {
   return text;
 }
 
-struct Case {
+struct PlacementCase {
   const char* Body;
   const char* Expected;
 };
 
-void ExpectDescriptions(const std::vector<Case>& cases, const test::Prepare& prepare = {}) {
-  for (const Case& c : cases) {
+void ExpectDescriptions(const std::vector<PlacementCase>& cases,
+                        const test::Prepare& prepare = {}) {
+  for (const PlacementCase& c : cases) {
     TestModule module("M.bas", c.Body, prepare);
     EXPECT_EQ(Descriptions(*module), c.Expected) << c.Body;
     for (const Block& block : module->Blocks) {

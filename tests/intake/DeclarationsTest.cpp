@@ -10,14 +10,14 @@ namespace {
 using test::Describe;
 using test::TestModule;
 
-struct Case {
+struct DeclarationCase {
   const char* Body;
   const char* Tree;
 };
 
-void ExpectTrees(const std::string& file, const std::vector<Case>& cases,
+void ExpectTrees(const std::string& file, const std::vector<DeclarationCase>& cases,
                  const test::Prepare& prepare = {}) {
-  for (const Case& c : cases) {
+  for (const DeclarationCase& c : cases) {
     TestModule module(file, c.Body, prepare);
     EXPECT_EQ(Describe(*module), c.Tree) << c.Body;
     EXPECT_EQ(module->LoadState, lsFullyLoaded);

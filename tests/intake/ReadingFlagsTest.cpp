@@ -10,7 +10,7 @@ namespace {
 using test::Describe;
 using test::TestModule;
 
-struct Case {
+struct FlagCase {
   const char* Flag;
   const char* File;
   const char* Body;
@@ -18,8 +18,8 @@ struct Case {
   const char* Flagged;
 };
 
-void ExpectBoth(const std::vector<Case>& cases) {
-  for (const Case& c : cases) {
+void ExpectBoth(const std::vector<FlagCase>& cases) {
+  for (const FlagCase& c : cases) {
     TestModule classic(c.File, c.Body);
     EXPECT_EQ(Describe(*classic), c.Classic) << "classic " << c.Body;
     TestModule flagged(c.File, c.Body, test::Reading(c.Flag));

@@ -17,8 +17,6 @@
 namespace vendrel {
 namespace {
 
-constexpr int kErrors[] = {ENOSPC, EIO, ESTALE, EMFILE, EACCES};
-
 class Faults : public testing::Test {
  protected:
   Faults()
@@ -69,7 +67,7 @@ class Faults : public testing::Test {
 TEST_F(Faults, OfTheNthCallLeaveASoundTreeAndASoundProcess) {
   const std::string whole = Load();
   ASSERT_NE(whole.find("\"hello\""), std::string::npos) << whole;
-  for (const int error : kErrors) {
+  for (const int error : test::kFileErrors) {
     int n = 1;
     for (;; ++n) {
       mFiles.ForgetCalls();
@@ -97,7 +95,7 @@ TEST_F(Faults, OfOneFileCostThatFileAlone) {
               {"/p/F.frx", "\"hello\"", "\"Name\": \"m_Click\""},
               {"/p/Lib/L.vbp", "\"ProjectName\": \"L\"", "\"Name\": \"Main\""}};
   for (const auto& row : rows) {
-    for (const int error : kErrors) {
+    for (const int error : test::kFileErrors) {
       mFiles.FailOn(row.File, error);
       const std::string text = Load();
       EXPECT_NE(whole.find(row.Lost), std::string::npos);

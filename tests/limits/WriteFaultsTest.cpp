@@ -19,7 +19,6 @@ namespace {
 
 using Contents = std::map<std::string, std::string>;
 
-constexpr int kErrors[] = {ENOSPC, EIO, ESTALE, EMFILE, EACCES};
 constexpr int kFull = 0;  // not one call: from then on there is no room
 
 // A group of two projects, and files of an earlier copy.
@@ -305,7 +304,7 @@ INSTANTIATE_TEST_SUITE_P(Of, ToolFaults, testing::ValuesIn(kTools),
                          [](const auto& each) { return std::string(each.param.Name); });
 
 TEST(CompileFaults, AreTold) {
-  for (const int error : kErrors) {
+  for (const int error : test::kFileErrors) {
     bool reached = true;
     for (int n = 1; reached; ++n) {
       Disk disk;

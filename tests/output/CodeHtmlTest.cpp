@@ -23,13 +23,13 @@ std::string Short(std::string html) {
   return ReplaceAll(html, "<BR/>", "/");
 }
 
-struct Case {
+struct HtmlCase {
   const char* Source;
   const char* Expected;
 };
 
 TEST(CodeToHTML, ColoursALineWordByWord) {
-  const Case cases[] = {
+  const HtmlCase cases[] = {
       {"", "/"},
       {"\r\n", "/\n/\n"},
       {"x = 1", "x = 1/\n"},
@@ -46,11 +46,11 @@ TEST(CodeToHTML, ColoursALineWordByWord) {
       {"\tDim", "\tDim/\n"},
       {"Rem If", "Rem {k|If}/\n"},
   };
-  for (const Case& c : cases) EXPECT_EQ(Short(CodeToHTML(c.Source)), c.Expected) << c.Source;
+  for (const HtmlCase& c : cases) EXPECT_EQ(Short(CodeToHTML(c.Source)), c.Expected) << c.Source;
 }
 
 TEST(CodeToHTML, FindsStringsAndComments) {
-  const Case cases[] = {
+  const HtmlCase cases[] = {
       {"s = \"a\"", "s = {s|&quot;a&quot;}/\n"},
       {"s = \"a If b\" & If", "s = {s|&quot;a If b&quot;} & {k|If}/\n"},
       {"F(\"a\",\"b\")", "F({s|&quot;a&quot;},{s|&quot;b&quot;})/\n"},
@@ -66,7 +66,7 @@ TEST(CodeToHTML, FindsStringsAndComments) {
       {"x = 1'no If", "x = 1'no {k|If}/\n"},
       {"\"</font><script>\"", "{s|&quot;&lt;/font&gt;&lt;script&gt;&quot;}/\n"},
   };
-  for (const Case& c : cases) EXPECT_EQ(Short(CodeToHTML(c.Source)), c.Expected) << c.Source;
+  for (const HtmlCase& c : cases) EXPECT_EQ(Short(CodeToHTML(c.Source)), c.Expected) << c.Source;
 }
 
 TEST(CodeToHTML, KeepsEveryCharacterOfTheText) {

@@ -42,13 +42,13 @@ std::string Script(std::string_view expression) {
   });
 }
 
-struct Case {
+struct ExpressionCase {
   std::string_view Expression, Result;
 };
 
 template <std::size_t N>
-void ExpectScript(const Case (&cases)[N]) {
-  for (const Case& c : cases) EXPECT_EQ(Script(c.Expression), c.Result) << c.Expression;
+void ExpectScript(const ExpressionCase (&cases)[N]) {
+  for (const ExpressionCase& c : cases) EXPECT_EQ(Script(c.Expression), c.Result) << c.Expression;
 }
 
 TEST(ScriptExpression, BindsOperatorsInTheOrderOfTheLanguage) {
@@ -268,21 +268,21 @@ TEST(EvaluateExpression, ReadsConstantExpressionsOfTheSource) {
     if (found == constants.end()) throw VendrelError(errInvalidArgument, name);
     return found->second;
   };
-  const Case cases[] = {{"WIN32 And A = 4&", "Boolean True"},
-                        {"1& = A", "Boolean False"},
-                        {"&HFFFF& + 1%", "Long 65536"},
-                        {"2# * 1.5!", "Double 3"},
-                        {"A% Or &H10", "Integer 20"},
-                        {"Colors.Red + [A]", "Integer 259"},
-                        {"Name$ Like \"[0-9]\"", "Boolean True"},
-                        {"Name = A - 3", "Boolean True"},
-                        {"-(2 ^ 3)", "Double -8"},
-                        {"70000%", "error 6"},
-                        {"Missing", "error 5"},
-                        {"A A", "error 1025"},
-                        {"A = 1 Then", "error 1025"},
-                        {"", "error 1002"}};
-  for (const Case& c : cases) {
+  const ExpressionCase cases[] = {{"WIN32 And A = 4&", "Boolean True"},
+                                  {"1& = A", "Boolean False"},
+                                  {"&HFFFF& + 1%", "Long 65536"},
+                                  {"2# * 1.5!", "Double 3"},
+                                  {"A% Or &H10", "Integer 20"},
+                                  {"Colors.Red + [A]", "Integer 259"},
+                                  {"Name$ Like \"[0-9]\"", "Boolean True"},
+                                  {"Name = A - 3", "Boolean True"},
+                                  {"-(2 ^ 3)", "Double -8"},
+                                  {"70000%", "error 6"},
+                                  {"Missing", "error 5"},
+                                  {"A A", "error 1025"},
+                                  {"A = 1 Then", "error 1025"},
+                                  {"", "error 1002"}};
+  for (const ExpressionCase& c : cases) {
     const std::string shown = Shown([&] { return EvaluateExpression(c.Expression, names); });
     EXPECT_EQ(shown, c.Result) << c.Expression;
   }

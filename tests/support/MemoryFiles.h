@@ -16,6 +16,9 @@
 
 namespace vendrel::test {
 
+/// The errors of the system that matter: disk full, faulty, gone, too many files open, not allowed.
+inline constexpr int kFileErrors[] = {ENOSPC, EIO, ESTALE, EMFILE, EACCES};
+
 /// A machine whose files are these. While the object lives it is the file source in force:
 ///     MemoryFiles files{{"/p/A.vbp", "Type=Exe\r\n"}, {"/p/m.bas", "..."}};
 /// `files["/p/A.vbp"]` is the content of a file.

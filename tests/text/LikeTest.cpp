@@ -11,13 +11,13 @@
 namespace vendrel {
 namespace {
 
-struct Case {
+struct LikeCase {
   std::string_view Pattern;
   std::vector<std::string_view> Matching, Others;
 };
 
 TEST(Like, FollowsTheRulesOfTheLanguage) {
-  const Case cases[] = {
+  const LikeCase cases[] = {
       {"", {""}, {"a"}},
       {"*", {""}, {}},
       {"?", {"é"}, {""}},
@@ -50,7 +50,7 @@ TEST(Like, FollowsTheRulesOfTheLanguage) {
       {"*ab", {"abab"}, {"abac"}},
       {"a*X?", {"aXbXc"}, {}},
   };
-  for (const Case& c : cases) {
+  for (const LikeCase& c : cases) {
     SCOPED_TRACE(c.Pattern);
     for (const std::string_view text : c.Matching) EXPECT_TRUE(Like(text, c.Pattern)) << text;
     for (const std::string_view text : c.Others) EXPECT_FALSE(Like(text, c.Pattern)) << text;

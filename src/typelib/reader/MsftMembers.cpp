@@ -9,7 +9,6 @@
 namespace vendrel::typelib {
 namespace {
 
-constexpr std::size_t kTypeInfoBytes = 100;
 constexpr std::size_t kFunctionBytes = 24;
 constexpr std::size_t kVariableBytes = 20;
 constexpr std::size_t kParameterBytes = 12;

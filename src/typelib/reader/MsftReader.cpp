@@ -8,7 +8,6 @@ namespace vendrel::typelib {
 namespace {
 
 constexpr std::size_t kHeaderBytes = 0x54;
-constexpr std::size_t kTypeInfoBytes = 100;
 constexpr std::uint32_t kHasHelpStringDll = 0x100;
 constexpr const char* kSegmentNames[] = {"the types",        "the imported types",
                                          "the import files", "the references",

@@ -37,6 +37,8 @@ class MsftReader {
     segCount = 15,
   };
   struct MemberBlock;
+  /// Size of the record of a type.
+  static constexpr std::size_t kTypeInfoBytes = 100;
 
   void ReadHeader();
   void ReadDirectory();

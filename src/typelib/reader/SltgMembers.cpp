@@ -12,7 +12,7 @@ namespace {
 constexpr std::uint16_t kEnd = 0xFFFF;
 // In the first byte of a member: a word of flags ends the record.
 constexpr unsigned kHasFlags = 0x20;
-constexpr std::size_t kVariableBytes = 18, kFunctionBytes = 22, kImplementedBytes = 22;
+constexpr std::size_t kVariableRecord = 18, kFunctionRecord = 22, kImplementedRecord = 22;
 
 double ReadReal(ByteStream& bytes, bool isDouble) {
   if (!isDouble) {
@@ -68,7 +68,7 @@ void SltgReader::ReadGroup(Group& group, TypeInfo& type) {
   if (recordBytes < group.Records.Size())
     group.Records.At(recordBytes).Cover(group.Records.Size() - recordBytes);
   group.ParametersLeft = group.Records.Size() / 2;
-  type.OwnMembers.reserve(std::min(functions + variables, group.Records.Size() / kVariableBytes));
+  type.OwnMembers.reserve(std::min(functions + variables, group.Records.Size() / kVariableRecord));
   Guarded(type.Name, [&] { ReadImplemented(group, type, firstImplemented, implemented); });
   if (type.TypeKind == tkAlias) {
     Guarded(type.Name, [&] {
@@ -83,8 +83,9 @@ void SltgReader::ReadImplemented(Group& group, TypeInfo& type, std::uint16_t fir
                                  std::size_t count) {
   std::vector<InterfaceInfo> items;
   for (std::uint16_t place = first; place != kEnd && items.size() < count;) {
-    if (items.size() > group.Records.Size() / kImplementedBytes) throw DataError("a circular list");
-    ByteStream record = group.Records.Part(place, kImplementedBytes, "an implemented interface");
+    if (items.size() > group.Records.Size() / kImplementedRecord)
+      throw DataError("a circular list");
+    ByteStream record = group.Records.Part(place, kImplementedRecord, "an implemented interface");
     record.Skip(2);
     place = record.U16();
     record.Skip(2);
@@ -116,7 +117,7 @@ void SltgReader::ReadFunctions(Group& group, TypeInfo& type, std::uint16_t first
                                std::size_t count) {
   std::uint16_t place = first;
   for (std::size_t i = 0; i < count && place != kEnd; ++i) {
-    if (i > group.Records.Size() / kFunctionBytes) throw DataError("a circular list of functions");
+    if (i > group.Records.Size() / kFunctionRecord) throw DataError("a circular list of functions");
     place = ReadFunction(group, type, place);
   }
 }
@@ -125,7 +126,7 @@ void SltgReader::ReadVariables(Group& group, TypeInfo& type, std::uint16_t first
                                std::size_t count) {
   std::uint16_t place = first;
   for (std::size_t i = 0; i < count && place != kEnd; ++i) {
-    if (i > group.Records.Size() / kVariableBytes) throw DataError("a circular list of variables");
+    if (i > group.Records.Size() / kVariableRecord) throw DataError("a circular list of variables");
     place = ReadVariable(group, type, place);
   }
 }
