@@ -7,6 +7,15 @@
 
 namespace vendrel {
 
+struct Block::RareParts {
+  SharedText InheritedFrom;
+  SharedText ImplementsName;
+  SharedText DelegateQualifiedName;
+  std::shared_ptr<Block> Setter;
+  WeakHandle<vendrel::Namespace> Namespace;
+  OnDemand<Blocks> OverloadBlocks;
+};
+
 Block::Block() : BlockID(State().NextBlockID()) {}
 Block::~Block() = default;
 
@@ -25,6 +34,16 @@ void Block::SetBlockType(BlockTypeEnum type) {
   else if (mOwner)
     mOwner->Retyped(*this, old);
 }
+
+const SharedText& Block::InheritedFrom() const { return mRare->InheritedFrom; }
+const SharedText& Block::ImplementsName() const { return mRare->ImplementsName; }
+const SharedText& Block::DelegateQualifiedName() const { return mRare->DelegateQualifiedName; }
+const std::shared_ptr<Block>& Block::Setter() const { return mRare->Setter; }
+const OnDemand<Blocks>& Block::OverloadBlocks() const { return mRare->OverloadBlocks; }
+vendrel::Namespace* Block::Namespace() const { return mRare->Namespace.Get(); }
+
+void Block::SetImplementsName(std::string_view name) { mRare->ImplementsName = name; }
+void Block::SetSetter(std::shared_ptr<Block> setter) { mRare->Setter = std::move(setter); }
 
 void Block::SetInheritedFrom(std::string_view name) {
   if (name != InheritedFrom()) mRare->InheritedFrom = name;

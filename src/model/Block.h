@@ -20,7 +20,7 @@ namespace vendrel {
 
 /// One block of a module. Every line of the module passes through `AddLine` of its block once; from
 /// it grow name, signature, variables and declarations.
-class Block : public CodeElement {
+class Block : public ElementOf<Block> {
  public:
   Block();
   ~Block() override;
@@ -68,15 +68,15 @@ class Block : public CodeElement {
   OnDemand<vendrel::TaggedComments> TaggedComments;
 
   /// What few blocks have: marks of VB.NET, and the overloads gathered under this one.
-  const SharedText& InheritedFrom() const { return mRare->InheritedFrom; }
-  const SharedText& ImplementsName() const { return mRare->ImplementsName; }
-  const SharedText& DelegateQualifiedName() const { return mRare->DelegateQualifiedName; }
+  const SharedText& InheritedFrom() const;
+  const SharedText& ImplementsName() const;
+  const SharedText& DelegateQualifiedName() const;
   /// The set half of a VB.NET property, which has no lines of its own; null for other blocks.
-  const std::shared_ptr<Block>& Setter() const { return mRare->Setter; }
-  const OnDemand<Blocks>& OverloadBlocks() const { return mRare->OverloadBlocks; }
+  const std::shared_ptr<Block>& Setter() const;
+  const OnDemand<Blocks>& OverloadBlocks() const;
   void SetInheritedFrom(std::string_view name);
-  void SetImplementsName(std::string_view name) { mRare->ImplementsName = name; }
-  void SetSetter(std::shared_ptr<Block> setter) { mRare->Setter = std::move(setter); }
+  void SetImplementsName(std::string_view name);
+  void SetSetter(std::shared_ptr<Block> setter);
   void AddOverload(std::shared_ptr<Block> overload, std::string_view key);
 
   /// The open `Enum` or `Type` statement; may be assigned.
@@ -95,13 +95,6 @@ class Block : public CodeElement {
   std::string ElementName() const override { return mName; }
   std::string Description() const override;
   std::string QualifiedName() const override;
-  vendrel::Component* OwnComponent() const override { return Component.Get(); }
-  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
-  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
-  bool* ExcludeFlagField() override { return &ExcludeFlag; }
-  bool* IsNewField() override { return &IsNew; }
-  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
-  OnDemand<vendrel::Examples>* ExamplesField() override { return &Examples; }
 
   // Properties by which `Blocks` finds its elements.
   const std::string& Name() const { return mName; }
@@ -113,7 +106,7 @@ class Block : public CodeElement {
   bool IsDelegate() const { return mIsDelegate; }
   void SetIsDelegate(bool value);
   /// Namespace of a delegate; null for any other block.
-  vendrel::Namespace* Namespace() const { return mRare->Namespace.Get(); }
+  vendrel::Namespace* Namespace() const;
   void SetNamespace(vendrel::Namespace* value);
 
   /// The options that hold for this block: those of its project, else the defaults.
@@ -268,14 +261,7 @@ class Block : public CodeElement {
 
  private:
   friend class Blocks;
-  struct RareParts {
-    SharedText InheritedFrom;
-    SharedText ImplementsName;
-    SharedText DelegateQualifiedName;
-    std::shared_ptr<Block> Setter;
-    WeakHandle<vendrel::Namespace> Namespace;
-    OnDemand<Blocks> OverloadBlocks;
-  };
+  struct RareParts;
 
   std::string mName;
   Blocks* mOwner = nullptr;

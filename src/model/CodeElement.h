@@ -51,6 +51,50 @@ class CodeElement : public HandleTarget {
   std::int32_t mSourceLine = 0;
 };
 
+/// Answers the questions above from the members of `Class` that bear those names, where it has any:
+/// a data member `ExcludeFlag` is what `ExcludeFlagField` gives.
+template <typename Class, typename Base = CodeElement>
+class ElementOf : public Base {
+ public:
+  std::string ElementName() const override {
+    if constexpr (requires(Class own) { std::string(own.Name); }) return Own().Name;
+    return Base::ElementName();
+  }
+  Component* OwnComponent() const override {
+    if constexpr (requires(Class own) { own.Component.Get(); }) return Own().Component.Get();
+    return Base::OwnComponent();
+  }
+  LateText* TaggedDescriptionField() override {
+    if constexpr (requires(Class own) { own.TaggedDescription; }) return &Own().TaggedDescription;
+    return Base::TaggedDescriptionField();
+  }
+  LateText* UnTaggedDescriptionField() override {
+    if constexpr (requires(Class own) { own.UnTaggedDescription; })
+      return &Own().UnTaggedDescription;
+    return Base::UnTaggedDescriptionField();
+  }
+  bool* ExcludeFlagField() override {
+    if constexpr (requires(Class own) { own.ExcludeFlag; }) return &Own().ExcludeFlag;
+    return Base::ExcludeFlagField();
+  }
+  bool* IsNewField() override {
+    if constexpr (requires(Class own) { own.IsNew; }) return &Own().IsNew;
+    return Base::IsNewField();
+  }
+  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override {
+    if constexpr (requires(Class own) { own.TaggedComments; }) return &Own().TaggedComments;
+    return Base::TaggedCommentsField();
+  }
+  OnDemand<vendrel::Examples>* ExamplesField() override {
+    if constexpr (requires(Class own) { own.Examples; }) return &Own().Examples;
+    return Base::ExamplesField();
+  }
+
+ private:
+  Class& Own() { return static_cast<Class&>(*this); }
+  const Class& Own() const { return static_cast<const Class&>(*this); }
+};
+
 /// Whether `element` is there and of that class (case ignored).
 bool TypeMatch(const CodeElement* element, std::string_view className);
 

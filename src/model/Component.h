@@ -46,7 +46,7 @@ struct DefaultTypeEntry {
 };
 
 /// A module: class, standard module, form, user control, user document, designer or property page.
-class Component : public CodeElement {
+class Component : public ElementOf<Component> {
  public:
   Component();
   ~Component() override;
@@ -116,16 +116,9 @@ class Component : public CodeElement {
   OnDemand<std::unordered_set<std::string>> IgnoreReferenceKeys;
 
   std::string_view ClassName() const override { return "Component"; }
-  std::string ElementName() const override { return Name; }
   std::string Description() const override;
   std::string QualifiedName() const override;
   Component* OwnComponent() const override { return const_cast<Component*>(this); }
-  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
-  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
-  bool* ExcludeFlagField() override { return &ExcludeFlag; }
-  bool* IsNewField() override { return &IsNew; }
-  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
-  OnDemand<vendrel::Examples>* ExamplesField() override { return &Examples; }
 
   const ProjectOptions& Options() const;
   ProjectOptions* Project() const { return mProject.Get(); }

@@ -20,7 +20,7 @@ namespace vendrel {
 AccessTypeEnum AccessTypeFromstring(std::string_view Access);
 
 /// A constant of a module or procedure.
-class Constant : public CodeElement {
+class Constant : public ElementOf<Constant> {
  public:
   SharedText Access;
   std::string Name;
@@ -38,14 +38,9 @@ class Constant : public CodeElement {
   WeakHandle<Block> Procedure;
 
   std::string_view ClassName() const override { return "Constant"; }
-  std::string ElementName() const override { return Name; }
   std::string Description() const override { return mDescription.str(); }
   void SetDescription(std::string_view text) override { mDescription = text; }
   std::string QualifiedName() const override;
-  vendrel::Component* OwnComponent() const override { return Component.Get(); }
-  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
-  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
-  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
 
   AccessTypeEnum AccessType() const { return AccessTypeFromstring(Access); }
   /// Parses one constant of a statement; `Remainder` gets the statement of the next one, or
@@ -74,7 +69,7 @@ struct ConstantFamily {
 class Constants : public ElementCollection<Constant, ConstantFamily> {};
 
 /// One member of an enumeration.
-class EnumMember : public CodeElement {
+class EnumMember : public ElementOf<EnumMember> {
  public:
   std::string Name;
   /// Value as text; empty where the source gives none (the complete reading fills it).
@@ -89,14 +84,9 @@ class EnumMember : public CodeElement {
   OnDemand<vendrel::TaggedComments> TaggedComments;
 
   std::string_view ClassName() const override { return "EnumMember"; }
-  std::string ElementName() const override { return Name; }
   std::string Description() const override;
   std::string QualifiedName() const override;
   Component* OwnComponent() const override;
-  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
-  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
-  bool* ExcludeFlagField() override { return &ExcludeFlag; }
-  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
 
   void Initialise(std::string_view Source, vendrel::Enumeration* parent);
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
@@ -121,7 +111,7 @@ struct EnumMemberFamily {
 class EnumMembers : public ElementCollection<EnumMember, EnumMemberFamily> {};
 
 /// An `Enum` of a module.
-class Enumeration : public CodeElement {
+class Enumeration : public ElementOf<Enumeration> {
  public:
   std::string Name;
   SharedText Access;
@@ -137,15 +127,8 @@ class Enumeration : public CodeElement {
   WeakHandle<vendrel::Component> Component;
 
   std::string_view ClassName() const override { return "Enumeration"; }
-  std::string ElementName() const override { return Name; }
   std::string Description() const override;
   std::string QualifiedName() const override;
-  vendrel::Component* OwnComponent() const override { return Component.Get(); }
-  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
-  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
-  bool* ExcludeFlagField() override { return &ExcludeFlag; }
-  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
-  OnDemand<vendrel::Examples>* ExamplesField() override { return &Examples; }
 
   EnumMembers& Members() const { return *mMembers; }
   /// Raises 91 with "Enumeration.Members - attempt to set to Nothing" for an empty pointer.
@@ -181,7 +164,7 @@ struct EnumerationFamily {
 class Enumerations : public ElementCollection<Enumeration, EnumerationFamily> {};
 
 /// A `Type` of a module.
-class UDT : public CodeElement {
+class UDT : public ElementOf<UDT> {
  public:
   std::string Name;
   SharedText Access;
@@ -198,15 +181,8 @@ class UDT : public CodeElement {
   WeakHandle<vendrel::Component> Component;
 
   std::string_view ClassName() const override { return "UDT"; }
-  std::string ElementName() const override { return Name; }
   std::string Description() const override;
   std::string QualifiedName() const override;
-  vendrel::Component* OwnComponent() const override { return Component.Get(); }
-  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
-  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
-  bool* ExcludeFlagField() override { return &ExcludeFlag; }
-  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
-  OnDemand<vendrel::Examples>* ExamplesField() override { return &Examples; }
 
   AccessTypeEnum AccessType() const { return AccessTypeFromstring(Access); }
   void Initialise(std::string_view Source);
@@ -237,7 +213,7 @@ struct UDTFamily {
 class UDTs : public ElementCollection<UDT, UDTFamily> {};
 
 /// An interface that a class implements.
-class Interface : public CodeElement {
+class Interface : public ElementOf<Interface> {
  public:
   std::string Name;
   LateText TaggedDescription;
@@ -251,15 +227,8 @@ class Interface : public CodeElement {
   WeakHandle<vendrel::Component> Component;
 
   std::string_view ClassName() const override { return "Interface"; }
-  std::string ElementName() const override { return Name; }
   std::string Description() const override { return TaggedDescription.str(); }
   std::string QualifiedName() const override;
-  vendrel::Component* OwnComponent() const override { return Component.Get(); }
-  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
-  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
-  bool* ExcludeFlagField() override { return &ExcludeFlag; }
-  bool* IsNewField() override { return &IsNew; }
-  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 
   static constexpr auto Properties() {

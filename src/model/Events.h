@@ -13,7 +13,7 @@ namespace vendrel {
 class EventDeclarations;
 
 /// An `Event` of a class-like module.
-class EventDeclaration : public CodeElement {
+class EventDeclaration : public ElementOf<EventDeclaration> {
  public:
   EventDeclaration();
   ~EventDeclaration() override;
@@ -45,16 +45,8 @@ class EventDeclaration : public CodeElement {
   WeakHandle<vendrel::Component> Component;
 
   std::string_view ClassName() const override { return "EventDeclaration"; }
-  std::string ElementName() const override { return Name; }
   std::string Description() const override;
   std::string QualifiedName() const override;
-  vendrel::Component* OwnComponent() const override { return Component.Get(); }
-  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
-  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
-  bool* ExcludeFlagField() override { return &ExcludeFlag; }
-  bool* IsNewField() override { return &IsNew; }
-  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
-  OnDemand<vendrel::Examples>* ExamplesField() override { return &Examples; }
 
   AccessTypeEnum AccessType() const { return AccessTypeFromstring(Access); }
   void Initialise(std::string_view Source);
@@ -98,7 +90,7 @@ struct EventFamily {
 class EventDeclarations : public ElementCollection<EventDeclaration, EventFamily> {};
 
 /// A `Declare` statement.
-class DeclareDeclaration : public CodeElement {
+class DeclareDeclaration : public ElementOf<DeclareDeclaration> {
  public:
   SharedText Access;
   bool IsFunction = false;
@@ -119,16 +111,10 @@ class DeclareDeclaration : public CodeElement {
   WeakHandle<vendrel::Component> Component;
 
   std::string_view ClassName() const override { return "DeclareDeclaration"; }
-  std::string ElementName() const override { return Name; }
   std::string Description() const override;
   /// Does nothing: assigning the description of a Declare is ignored.
   void SetDescription(std::string_view) override {}
   std::string QualifiedName() const override;
-  vendrel::Component* OwnComponent() const override { return Component.Get(); }
-  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
-  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
-  bool* ExcludeFlagField() override { return &ExcludeFlag; }
-  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
 
   AccessTypeEnum AccessType() const { return AccessTypeFromstring(Access); }
   void Initialise(const CodeLine& oLine);
@@ -164,7 +150,7 @@ struct DeclareFamily {
 class DeclareDeclarations : public ElementCollection<DeclareDeclaration, DeclareFamily> {};
 
 /// One DLL named by the Declare statements of a project.
-class Library : public CodeElement {
+class Library : public ElementOf<Library> {
  public:
   std::string Name;
   LateText TaggedDescription;
@@ -173,11 +159,8 @@ class Library : public CodeElement {
   vendrel::DeclareDeclarations DeclareDeclarations;
 
   std::string_view ClassName() const override { return "Library"; }
-  std::string ElementName() const override { return Name; }
   std::string Description() const override { return TaggedDescription.str(); }
   std::string QualifiedName() const override;
-  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
-  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
   vendrel::VBProject* VBProject() const;
   ProjectOptions* Options() const { return mProject.Get(); }
   void SetVBProject(ProjectOptions* project) { mProject.Set(project); }

@@ -9,7 +9,7 @@
 namespace vendrel {
 
 /// A module or procedure that serves as a code example of another element.
-class Example : public CodeElement {
+class Example : public ElementOf<Example> {
  public:
   /// From the parameter "key"; used internally only.
   std::string Key;

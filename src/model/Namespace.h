@@ -6,7 +6,7 @@
 namespace vendrel {
 
 /// A .NET namespace: its name and the delegates declared in it.
-class Namespace : public CodeElement {
+class Namespace : public ElementOf<Namespace> {
  public:
   std::string Name;
   LateText TaggedDescription;
@@ -16,11 +16,8 @@ class Namespace : public CodeElement {
   OnDemand<vendrel::TaggedComments> TaggedComments;
 
   std::string_view ClassName() const override { return "Namespace"; }
-  std::string ElementName() const override { return Name; }
   std::string Description() const override { return TaggedDescription.str(); }
   std::string QualifiedName() const override;
-  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
-  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
 };
 
 }  // namespace vendrel

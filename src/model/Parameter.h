@@ -9,7 +9,7 @@
 namespace vendrel {
 
 /// One parameter of a procedure, event or `Declare`.
-class Parameter : public CodeElement {
+class Parameter : public ElementOf<Parameter> {
  public:
   /// Text of the comments for this parameter.
   LateText mDescription;
@@ -36,8 +36,6 @@ class Parameter : public CodeElement {
   void SetDescription(std::string_view text) override { mDescription = text; }
   std::string QualifiedName() const override;
   Component* OwnComponent() const override;
-  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
-  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
 
   const std::string& Name() const { return mName; }
   void SetName(std::string_view name);

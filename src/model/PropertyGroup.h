@@ -9,7 +9,7 @@
 namespace vendrel {
 
 /// The live view of one property: its `Get`, `Let` and `Set` as one element.
-class PropertyGroup : public CodeElement {
+class PropertyGroup : public ElementOf<PropertyGroup> {
  public:
   std::string Name;
   /// First value that is not 0.
@@ -20,10 +20,8 @@ class PropertyGroup : public CodeElement {
   WeakHandle<vendrel::Component> Component;
 
   std::string_view ClassName() const override { return "PropertyGroup"; }
-  std::string ElementName() const override { return Name; }
   std::string Description() const override;
   std::string QualifiedName() const override;
-  vendrel::Component* OwnComponent() const override { return Component.Get(); }
 
   Block* PropertyGetBlock() const { return mGet.Get(); }
   Block* PropertyLetBlock() const { return mLet.Get(); }

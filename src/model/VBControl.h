@@ -48,7 +48,7 @@ class VBControls {
 };
 
 /// One control of a form-like module, or the form itself at the root.
-class VBControl : public CodeElement {
+class VBControl : public ElementOf<VBControl> {
  public:
   ~VBControl() override;
 
@@ -68,9 +68,7 @@ class VBControl : public CodeElement {
   WeakHandle<VBControl> Parent;
 
   std::string_view ClassName() const override { return "VBControl"; }
-  std::string ElementName() const override { return Name; }
   std::string QualifiedName() const override;
-  vendrel::Component* OwnComponent() const override { return Component.Get(); }
 
   /// The stored text of a property; empty if it is not stored.
   std::string Property(std::string_view key) const;

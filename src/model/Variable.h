@@ -6,13 +6,14 @@
 #include "core/Enums.h"
 #include "model/CodeElement.h"
 #include "model/Example.h"
+#include "model/ProjectOptions.h"
 #include "model/TaggedComment.h"
 
 namespace vendrel {
 
 /// One declarator of a `Dim`, `Public`, `Private`, `Global`, `Static` or field statement, or a
 /// member of a structure.
-class Variable : public CodeElement {
+class Variable : public ElementOf<Variable> {
  public:
   /// "PUBLIC", "PRIVATE", "PROTECTED", "FRIEND" or "PROTECTED FRIEND".
   SharedText Access;
@@ -54,16 +55,8 @@ class Variable : public CodeElement {
   OnDemand<vendrel::Examples> Examples;
 
   std::string_view ClassName() const override { return "Variable"; }
-  std::string ElementName() const override { return Name; }
   std::string Description() const override;
   std::string QualifiedName() const override;
-  vendrel::Component* OwnComponent() const override { return Component.Get(); }
-  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
-  LateText* UnTaggedDescriptionField() override { return &UnTaggedDescription; }
-  bool* ExcludeFlagField() override { return &ExcludeFlag; }
-  bool* IsNewField() override { return &IsNew; }
-  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
-  OnDemand<vendrel::Examples>* ExamplesField() override { return &Examples; }
 
   /// The project; its options decide what counts as a description.
   ProjectOptions* Options() const { return mProject.Get(); }

@@ -12,7 +12,7 @@
 namespace vendrel {
 
 /// A `Reference=` or `Object=` line of a project file and the file behind it.
-class Reference : public CodeElement {
+class Reference : public ElementOf<Reference> {
  public:
   /// "Reference", "Object", or "Line" for anything else.
   std::string ReferenceType;
@@ -32,8 +32,6 @@ class Reference : public CodeElement {
   std::string_view ClassName() const override { return "Reference"; }
   std::string ElementName() const override { return Name(); }
   std::string Description() const override;
-  bool* ExcludeFlagField() override { return &ExcludeFlag; }
-  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
 
   /// Parses a line; finds the file by the registry first, then by the path of the line.
   void Load(std::string_view Source);

@@ -43,7 +43,7 @@ class ProjectTypeCache {
 };
 
 /// A project: create one, set its options, call `Load`, then walk `Components`.
-class VBProject : public ProjectOptions {
+class VBProject : public ElementOf<VBProject, ProjectOptions> {
  public:
   VBProject();
   ~VBProject() override;
@@ -137,9 +137,6 @@ class VBProject : public ProjectOptions {
   std::string Description() const override { return mDescription; }
   void SetDescription(std::string_view text) override { mDescription = text; }
   std::string QualifiedName() const override { return ProjectName; }
-  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
-  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
-  OnDemand<vendrel::Examples>* ExamplesField() override { return &Examples; }
 
   const std::string& Name() const { return ProjectName; }
   /// "EXE", "ActiveX EXE", "ActiveX DLL", "ActiveX Control", or empty.

@@ -12,7 +12,7 @@
 namespace vendrel {
 
 /// A group of projects, read from a group file (.vbg) or put together by a client.
-class VBProjectGroup : public CodeElement {
+class VBProjectGroup : public ElementOf<VBProjectGroup> {
  public:
   /// Reason of the last load that failed.
   std::string LastErrorString;
@@ -38,8 +38,6 @@ class VBProjectGroup : public CodeElement {
   std::string QualifiedName() const override;
   void SetQualifiedName(std::string_view name) { mQualifiedName = name; }
   std::string Name() const { return QualifiedName(); }
-  LateText* TaggedDescriptionField() override { return &TaggedDescription; }
-  OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override { return &TaggedComments; }
 
   /// The projects whose `IncludeFlag` is set. While it is set on all, this is the collection of all
   /// itself; else a list of its own, gathered at each call.
