@@ -1,5 +1,6 @@
 #include "cli/Outline.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "cli/Elements.h"
