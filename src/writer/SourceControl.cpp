@@ -54,7 +54,7 @@ class FolderItem final : public VSSItem {
       : mItemPath(std::move(itemPath)), mPlace(std::move(place)) {}
 
   std::string Name() const override { return mItemPath.substr(mItemPath.rfind('/') + 1); }
-  std::string Spec() const override { return mItemPath; }
+  std::string Path() const override { return mItemPath; }
   bool IsProject() const override { return mPlace.IsFolder(); }
 
   void Checkout(std::string_view, std::string_view) override {

@@ -17,7 +17,7 @@ class VSSItem {
   /// Its last name.
   virtual std::string Name() const = 0;
   /// Its path in the database: "$/Ledger/Account.cls".
-  virtual std::string Spec() const = 0;
+  virtual std::string Path() const = 0;
   /// Whether it holds other items.
   virtual bool IsProject() const = 0;
   /// Makes the working copy at a path writable, and the item the caller's. Raises what the service

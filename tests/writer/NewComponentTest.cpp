@@ -72,7 +72,7 @@ std::string SpecOf(const std::string& scc) {
   project.Load("/p/P.vbp");
   try {
     const auto item = project.SourceSafeItem();
-    return item ? item->Spec() : "none";
+    return item ? item->Path() : "none";
   } catch (const VendrelError& error) {
     return std::to_string(error.Number());
   }
