@@ -11,6 +11,7 @@ namespace vendrel {
 #define VENDREL_READING_RULES(X)                                                                   \
   X(KeepLinesBehindSeparators,                                                                     \
     "The physical line behind a line with \" : \" waits until the remainders are done.")           \
+  X(EverySeparator, "Every \":\" outside strings, comments, brackets and dates parts statements.") \
   X(KeepDirectives, "Directives and false branches stay as they stand in the source.")             \
   X(ConstantExpressions,                                                                           \
     "#Const values are expressions; constants are whole words; Win16, Win32, VBA6 are known.")     \
@@ -21,12 +22,17 @@ namespace vendrel {
   X(WholeCharacters, "Whole characters are compared; doubled quotes are understood.")              \
   X(QuotedCompanions, "Only \"file\":offset is a reference into the companion file of a form.")    \
   X(ControlIndexes, "Each member of a control array carries its own index.")                       \
+  X(ControlProperties, "All properties of a control can be asked for, in their order.")            \
+  X(CompanionTexts, "A text in a companion file has the length that its record states.")           \
+  X(UnderscoredSources, "The longest name that is known is the source of an event procedure.")     \
   X(KeepHelpAttributes, "Help ID attribute lines stay where they stood.")                          \
   X(KeepAttributePlaces, "Attribute lines of a property stay under their procedure.")              \
   X(LocalStatics, "Static x As Long in a procedure makes a variable.")                             \
   X(EarlyDeclarations, "Event, Declare, Implements, Def... and directives open the declarations.") \
   X(KeywordStatic, "IsStatic of a procedure needs the keyword.")                                   \
   X(ReturnTypes, "The return type stands behind the parameter list; a Sub has none.")              \
+  X(MemberNames, "A member of an open Type or Enum may have the name of a keyword.")               \
+  X(BracketedNames, "Names in brackets are read whole; blanks of every kind are blanks.")          \
   X(OneLineProcedures, "Header, body and end of a one-line procedure are taken apart.")            \
   X(WholeDefaults,                                                                                 \
     "Default values, fixed-length strings and lists without blanks are read whole.")               \
@@ -39,6 +45,9 @@ namespace vendrel {
   X(SharedLibraries, "Every Declare has its library, repeated names too.")                         \
   X(EnumerationValues, "Every enumeration member gets its number.")                                \
   X(CompleteNames, "Declares, libraries, controls and local variables are found by name.")         \
+  X(KeepProjectLines, "Lines of a project file whose value did not change stay as they stand.")    \
+  X(WholeHelpDescriptions, "No description is lost by writing help descriptions.")                 \
+  X(DistinctBackups, "A backup holds what stood before the run.")                                  \
   X(KeepBackups, "Backups of two modules of one name do not overwrite each other.")                \
   X(ClosedQuotes, "The compiler command closes the quotation mark behind the project path.")       \
   X(KeepUnreadable, "A library member of an unreadable type stays, without the type.")             \
