@@ -16,7 +16,7 @@ enum class Severity : std::uint8_t { Note, Warning, Error };
 #define VENDREL_DIAGNOSTICS(X)                                                                     \
   X(DuplicateName, "duplicate-name", Warning, "duplicate %1 '%2'; the first one stays")            \
   X(MissingModule, "missing-module", Warning, "module file not found: %1")                         \
-  X(ModuleUnderOtherCase, "module-case", Note, "module file found under another case: %1")         \
+  X(ModuleUnderOtherCase, "module-case", Note, "module file '%1' is spelled '%2' on the disk")     \
   X(UnreadableFile, "unreadable-file", Error, "%1 cannot be read (%2)")                            \
   X(NotAFile, "not-a-file", Error, "%1 is not a regular file")                                     \
   X(BinaryModule, "binary-module", Warning, "%1 holds binary data, not source; it is not read")    \
@@ -39,13 +39,19 @@ enum class Severity : std::uint8_t { Note, Warning, Error };
   X(MissingProject, "missing-project", Warning, "project of the group not found: %1")              \
   X(ProjectRepeated, "project-repeated", Warning, "project named more than once: %1")              \
   X(GroupLineSkipped, "group-line", Warning, "group line not understood: %1")                      \
-  X(FolderSkipped, "folder-skipped", Warning, "folder not read: %1 (%2)")                          \
+  X(FolderSkipped, "folder-skipped", Error, "folder not read: %1 (%2)")                            \
   X(MissingExampleParameter, "example-parameter", Warning, "%1")                                   \
   X(CommentUnplaced, "comment-unplaced", Note, "tagged comment %1 found no element")               \
   X(ElementNotFound, "element-not-found", Warning, "no element of this name: %1")                  \
   X(TypeLibraryMember, "typelib-member", Warning, "%1")                                            \
   X(WriteRefused, "write-refused", Error, "%1")                                                    \
-  X(Told, "told", Warning, "%1")
+  X(Told, "told", Warning, "%1")                                                                   \
+  X(UnreadProject, "unread-project", Error, "project not read: %1")                                \
+  X(MissingReferences, "missing-references", Note, "%1 not on this machine; --verbose tells each") \
+  X(UnknownTag, "unknown-tag", Warning,                                                            \
+    "%1 is no tag, the line stays an ordinary comment; did you mean %2?")                          \
+  X(MissingLibrary, "missing-library", Warning,                                                    \
+    "type library %1 not found, needed in %2; --typelib-path names folders to search")
 
 enum class DiagnosticCode : std::uint8_t {
 #define VENDREL_CODE(id, code, severity, text) id,

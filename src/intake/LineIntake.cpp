@@ -101,6 +101,7 @@ void LineIntake::SplitComment() try {
   ContinueTaggedComment();
   if (!mComment->TaggedCommentDef() && mComment->TagIdentifier != "##") {
     mUntagged = mLine.CommentPart;
+    if (mUntagged.starts_with("##")) TellMistypedTag(mUntagged);
     mComment.reset();
   } else {
     TakeTaggedComment();
