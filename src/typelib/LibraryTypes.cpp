@@ -3,7 +3,9 @@
 #include <array>
 
 #include "core/MessageService.h"
+#include "core/ProcessState.h"
 #include "diagnostics/VendrelError.h"
+#include "typelib/MissingLibraries.h"
 
 namespace vendrel {
 namespace {
@@ -106,6 +108,7 @@ ShownType ShowType(const VBProject& project, const TypeLibInfo& library, const V
     shown = {};
     shown.Readable = false;
     shown.Failure = error.Text();
+    if (type.Library) shown.MissingLibrary = MissingLibraryOf(*type.Library, type.Reference());
   }
   return shown;
 } catch (VendrelError& failure) {
@@ -119,8 +122,14 @@ std::string_view WithoutUnderscore(std::string_view name) {
 
 std::string Quoted(std::string_view name) { return "'" + std::string(name) + "'"; }
 
-void TellMissing(const std::string& told, const std::string& boxText, std::string_view caption) {
-  TellBox(DiagnosticCode::TypeLibraryMember, {told}, boxText, caption, msExclamation);
+void TellUnread(const std::string& missingLibrary, const std::string& told) {
+  if (!MissingLibraries::Count(missingLibrary)) Tell(DiagnosticCode::TypeLibraryMember, {told});
+}
+
+void TellMissing(const std::string& missingLibrary, const std::string& told,
+                 const std::string& boxText, std::string_view caption) {
+  TellUnread(missingLibrary, told);
+  if (!State().Silent) MessageService::Current().Show(boxText, caption, msExclamation);
 }
 
 std::string VBProject::TypeLibAdjustType(const TypeLibInfo& library, const TypeInfo& type) const {

@@ -17,6 +17,8 @@ struct ShownType {
   /// False if it lies in a library that cannot be found, or its description is damaged; why.
   bool Readable = true;
   std::string Failure;
+  /// The library that cannot be found, where that is why.
+  std::string MissingLibrary;
   /// Automation type number, 0 for a user type.
   std::int32_t VarType = 0;
   std::string Name;
@@ -36,8 +38,12 @@ std::string_view WithoutUnderscore(std::string_view name);
 /// The name of a module, member or parameter in single quotes, for messages.
 std::string Quoted(std::string_view name);
 
-/// Tells that something of a library could not be read: `told` as a diagnostic, `boxText` in a box
-/// that says which part of the tree is missing.
-void TellMissing(const std::string& told, const std::string& boxText, std::string_view caption);
+/// Tells that something of a library could not be read: `told` as a diagnostic, or as one more use
+/// of `missingLibrary` where a load counts those.
+void TellUnread(const std::string& missingLibrary, const std::string& told);
+
+/// The same, and `boxText` in a box that says which part of the tree is missing.
+void TellMissing(const std::string& missingLibrary, const std::string& told,
+                 const std::string& boxText, std::string_view caption);
 
 }  // namespace vendrel

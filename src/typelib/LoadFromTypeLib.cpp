@@ -10,6 +10,7 @@
 #include "services/FolderCache.h"
 #include "services/TextUtility.h"
 #include "typelib/LibraryTypes.h"
+#include "typelib/MissingLibraries.h"
 #include "typelib/TypeLibService.h"
 
 namespace vendrel {
@@ -174,7 +175,8 @@ std::shared_ptr<Variable> LibraryLoader::NewField(const MemberInfo& member, UDT&
   field->SetVBProject(&mProject);
   const ShownType type = ShowType(mProject, mLibrary, member.ReturnType, TypeUse::Field);
   if (!type.Readable) {
-    TellMissing("member " + Quoted(member.Name) + " of structure " + Quoted(structure.Name) +
+    TellMissing(type.MissingLibrary,
+                "member " + Quoted(member.Name) + " of structure " + Quoted(structure.Name) +
                     " has no type: " + type.Failure,
                 "Error reading type information for member '" + field->Name +
                     "' of structure (UDT) '" + structure.Name +
@@ -206,7 +208,11 @@ bool VBProject::LoadFromTypeLib(std::string_view Path) try {
   mCLSID = library->GUID();
   TakeVersion(*this, *library);
   ProjectType = TypeByExtension(FileName);
-  LibraryLoader(*this, *library).LoadEntries();
+  {
+    const MissingLibraries missing;
+    LibraryLoader(*this, *library).LoadEntries();
+    missing.Tell();
+  }
   for (const std::string& message : library->Messages)
     Tell(DiagnosticCode::TypeLibraryMember, {message});
   WasReadFromTypeLibrary = true;

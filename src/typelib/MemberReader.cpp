@@ -93,15 +93,15 @@ bool MemberReader::TakeBlockType(Block& block, const MemberInfo& member, const S
                                 : mProject.TypeLibBlockType(member.InvokeKind, type.VarType));
   if (mProject.Reading.KeepUnreadable) {
     if (!type.Readable)
-      Tell(DiagnosticCode::TypeLibraryMember,
-           {"member " + Quoted(member.Name) + " of module " + Quoted(mComponent.Name) +
-            " has no type: " + type.Failure});
+      TellUnread(type.MissingLibrary, "member " + Quoted(member.Name) + " of module " +
+                                          Quoted(mComponent.Name) +
+                                          " has no type: " + type.Failure);
     return true;
   }
-  if (!isVariable) mFailure = type.Failure;
-  const std::string& failure = mFailure.empty() ? type.Failure : mFailure;
-  if (!failure.empty()) TellUnreadable(member, failure);
-  return failure.empty();
+  if (!isVariable) mLast = type;
+  const ShownType& judged = mLast.Readable ? type : mLast;
+  if (!judged.Readable) TellUnreadable(member, judged);
+  return judged.Readable;
 }
 
 void MemberReader::TakeReturnType(Block& block, const ShownType& type) {
@@ -176,9 +176,10 @@ void MemberReader::AddEvent(const MemberInfo& member) try {
   throw;
 }
 
-void MemberReader::TellUnreadable(const MemberInfo& member, const std::string& failure) const {
-  TellMissing("member " + Quoted(member.Name) + " of module " + Quoted(mComponent.Name) +
-                  " is left out: " + failure,
+void MemberReader::TellUnreadable(const MemberInfo& member, const ShownType& type) const {
+  TellMissing(type.MissingLibrary,
+              "member " + Quoted(member.Name) + " of module " + Quoted(mComponent.Name) +
+                  " is left out: " + type.Failure,
               "Error reading type information for module '" + mComponent.Name + "', member '" +
                   std::string(member.Name) +
                   "'.  One or more dependant files containing type information may be missing.  "

@@ -30,15 +30,15 @@ class MemberReader {
   void AddGetter(Block& block);
   void AddConstant(const typelib::MemberInfo& member);
   std::string_view KeyOf(const Block& block, const typelib::MemberInfo& member) const;
-  void TellUnreadable(const typelib::MemberInfo& member, const std::string& failure) const;
+  void TellUnreadable(const typelib::MemberInfo& member, const ShownType& type) const;
 
   VBProject& mProject;
   const typelib::TypeLibInfo& mLibrary;
   const typelib::TypeInfo& mEntry;
   Component& mComponent;
-  /// Why the last function could not be read; empty once one could. A variable behind it is left
-  /// out too.
-  std::string mFailure;
+  /// The type of the last function: where it could not be read, a variable behind it is left out
+  /// too.
+  ShownType mLast;
 };
 
 }  // namespace vendrel

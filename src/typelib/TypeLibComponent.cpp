@@ -6,6 +6,7 @@
 #include "diagnostics/VendrelError.h"
 #include "typelib/LibraryTypes.h"
 #include "typelib/MemberReader.h"
+#include "typelib/MissingLibraries.h"
 
 namespace vendrel {
 namespace {
@@ -46,10 +47,10 @@ class InterfaceChooser {
         TakeFurther(item, item.TypeInfo());
       } catch (const VendrelError& error) {
         if (mProject.Reading.KeepUnreadable) {
-          TellLeftOut(error);
+          TellLeftOut(item, error);
           continue;
         }
-        TellIncomplete(error);
+        TellIncomplete(item, error);
         return false;
       }
     }
@@ -69,12 +70,14 @@ class InterfaceChooser {
       Take({type, item->AttributeMask, {}});
   }
   void TakeFurther(const InterfaceInfo& item, const TypeInfo& type);
-  void TellLeftOut(const VendrelError& error) const {
-    Tell(DiagnosticCode::TypeLibraryMember,
-         {"an interface of module " + Quoted(mComponent.Name) + " is left out: " + error.Text()});
+  void TellLeftOut(const InterfaceInfo& item, const VendrelError& error) const {
+    TellUnread(
+        MissingLibraryOf(*item.Library, item.Reference),
+        "an interface of module " + Quoted(mComponent.Name) + " is left out: " + error.Text());
   }
-  void TellIncomplete(const VendrelError& error) const {
-    TellMissing("module " + Quoted(mComponent.Name) + " is incomplete: " + error.Text(),
+  void TellIncomplete(const InterfaceInfo& item, const VendrelError& error) const {
+    TellMissing(MissingLibraryOf(*item.Library, item.Reference),
+                "module " + Quoted(mComponent.Name) + " is incomplete: " + error.Text(),
                 "There was an error reading typelib information for one or more interfaces in "
                 "module '" +
                     mComponent.Name +

@@ -63,7 +63,8 @@ std::shared_ptr<Parameter> VBProject::TypeLibParameter(const TypeLibInfo& librar
   const ShownType type = ShowType(*this, library, parameter.VarTypeInfo, TypeUse::Parameter);
   made->IsByRef = IsByReference(*this, parameter.VarTypeInfo, type.VarType);
   if (!type.Readable) {
-    TellMissing("parameter " + Quoted(parameter.Name) + " has no type: " + type.Failure,
+    TellMissing(type.MissingLibrary,
+                "parameter " + Quoted(parameter.Name) + " has no type: " + type.Failure,
                 "Error reading type information for a parameter named '" + made->Name() +
                     "'.  One or more dependant files containing type information may be missing.  "
                     "Processing will continue, this parameters type information will be missing.",

@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "core/ObjectRegistry.h"
@@ -58,6 +59,16 @@ std::string Text(const Component& c) {
       text += (b.IsHiddenMember ? "-" : "") + std::to_string(b.BlockType()) + " " + b.Name() +
               Text(b.Parameters.IfAny()) + (b.ReturnTypeIsArray ? "()" : "") +
               (b.ReturnType.empty() ? "" : ":" + b.ReturnType.str()) + "\n";
+  return text;
+}
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+std::string Told(const VBProject& project) {
+  std::string text;
+  for (const Diagnostic& item : project.Diagnostics) text += item.Text + "\n";
   return text;
 }
 
@@ -200,14 +211,16 @@ TEST_F(LoadFromTypeLib, TellsWhatLiesInAMissingLibrary) {
     expected.push_back(member("Panel", name));
   const auto classic = Load(ReadingRules::Classic(), false);
   EXPECT_EQ(boxes.Shown, expected);
-  EXPECT_EQ(classic->Diagnostics.Count(), expected.size());
+  EXPECT_THAT(Told(*classic), StartsWith("type library parts.tlb ({"));
+  EXPECT_THAT(Told(*classic), EndsWith(" not found, needed in 11 places; --typelib-path names "
+                                       "folders to search\n"));
   EXPECT_EQ(Module(*classic, "Board"), "");
   boxes.Shown.clear();
 
   const auto complete = Load(ReadingRules::Complete(), false);
   EXPECT_EQ(boxes.Shown, (std::vector<std::string>{expected[0], parameter("Width"),
                                                    parameter("Width"), parameter("bolt")}));
-  EXPECT_EQ(complete->Diagnostics.Count(), boxes.Shown.size() + 5);
+  EXPECT_THAT(Told(*complete), HasSubstr(" not found, needed in 9 places; "));
   EXPECT_EQ(Module(*complete, "Board"),
             "2 Broken()\n3 count():Long\n4 count(RHS:Long):Long\n3 Width()\n4 Width(RHS:)\n"
             "3 Height():Long\n4 Height(RHS:Long):Long\n");
@@ -257,7 +270,8 @@ TEST_F(LoadFromTypeLib, AsksTheServiceThatAHostHasRegistered) {
   EXPECT_EQ(Module(*classic, "Owner") + Module(*classic, "Numbers"), "");
   const auto complete = Load(ReadingRules::Complete(), false);
   EXPECT_EQ(boxes.Shown.size(), 1u);
-  EXPECT_EQ(complete->Diagnostics.Count(), 1u);
+  EXPECT_THAT(Told(*complete), StartsWith("type library Other.tlb ({"));
+  EXPECT_THAT(Told(*complete), HasSubstr("} 4.2) not found, needed in 1 place; "));
   EXPECT_EQ(Module(*complete, "Owner"), "3 Field():Long\n4 Field(RHS:Long):Long\n");
   EXPECT_EQ(Module(*complete, "Numbers"), "const Limit:Long=40\n");
   ObjectRegistry::Register<TLIApplication>(kTypeLibProgId,
