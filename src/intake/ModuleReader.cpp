@@ -12,6 +12,7 @@
 #include "intake/ModuleIntake.h"
 #include "model/Component.h"
 #include "project/VBProject.h"
+#include "services/FileSource.h"
 
 namespace vendrel {
 namespace {
@@ -46,6 +47,8 @@ class ModuleReader {
   bool Open();
   void OpenAgain();
   void TellMissing();
+  void TellSpelling() const;
+  void TellInProject(DiagnosticCode code, std::initializer_list<std::string_view> arguments) const;
   bool LooksBinary() const;
   void TellKind() const;
   void ReadFirstLine();
@@ -106,10 +109,31 @@ void ModuleReader::TellMissing() {
   mIntake.Told = true;
   const std::string path = mFile.FullPath();
   if (path.empty()) return;
-  if (mFile.IsFolder())
-    Tell(DiagnosticCode::NotAFile, {path});
-  else
-    Tell(DiagnosticCode::MissingModule, {path});
+  if (mFile.IsFolder()) return Tell(DiagnosticCode::NotAFile, {path});
+  const FoundPath found = mFile.Find();
+  if (found.Failure)  // it may be there
+    return Tell(DiagnosticCode::UnreadableFile,
+                {path, FileError(found.Failure, found.Path).Text()});
+  TellInProject(DiagnosticCode::MissingModule, {found.Path.empty() ? path : found.Path});
+}
+
+// What is wrong with the list of modules is mended where the list stands.
+void ModuleReader::TellInProject(DiagnosticCode code,
+                                 std::initializer_list<std::string_view> arguments) const {
+  const VBProject* project = mComponent.VBProject();
+  if (!project || mComponent.SourceLine() == 0) return Tell(code, arguments);
+  TellAt(code, project->FileName.FullPath(), mComponent.SourceLine(), arguments);
+}
+
+// Both spellings as seen from the project file, as it would have them.
+void ModuleReader::TellSpelling() const {
+  const PathMatch match = mFile.Match();
+  if (match != PathMatch::OtherCase && match != PathMatch::ShortName) return;
+  FileSystemObject onDisk(mFile.NativePath());
+  onDisk.SetBaseFile(mFile.BaseFile());
+  const std::string listed = mFile.RelativePath(), spelled = onDisk.RelativePath();
+  if (listed == spelled) return;  // it is the folder of the project that was named in another case
+  TellInProject(DiagnosticCode::ModuleUnderOtherCase, {listed, spelled});
 }
 
 bool ModuleReader::Open() {
@@ -127,8 +151,7 @@ bool ModuleReader::Open() {
     Tell(DiagnosticCode::BinaryModule, {mFile.FullPath()});
     return false;
   }
-  if (mFile.Match() == PathMatch::OtherCase)
-    Tell(DiagnosticCode::ModuleUnderOtherCase, {mFile.NativePath()});
+  TellSpelling();
   const std::shared_ptr<const SourceText>& source = mFile.Source();
   mIntake.Text = std::shared_ptr<const std::string>(source, &source->Text);
   mComponent.SourceForm = source;
@@ -153,16 +176,19 @@ void ModuleReader::OpenAgain() try {
   throw;
 }
 
-// A table of a database that has the extension of a form, or the like: nothing a reader of text can
-// use.
+// A table of a database that has the extension of a form, a compressed file or the like: nothing a
+// reader of text can use. Source has hardly any control characters; of random bytes they are a
+// tenth.
 bool ModuleReader::LooksBinary() const {
-  const std::string& text = mFile.Source()->Text;
-  const std::string_view head = std::string_view(text).substr(0, 1024);
-  std::size_t odd = 0;
-  for (const char c : head)
-    if (static_cast<unsigned char>(c) < 32 && c != '\t' && c != '\r' && c != '\n' && c != '\f')
-      ++odd;
-  return odd > 8 && odd * 10 > head.size();
+  constexpr std::size_t kFewest = 4, kShare = 20;
+  const std::string_view head = std::string_view(mFile.Source()->Text).substr(0, 1024);
+  std::size_t odd = 0, characters = 0;
+  for (const char c : head) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 32 && c != '\t' && c != '\r' && c != '\n' && c != '\f') ++odd;
+    if ((byte & 0xC0) != 0x80) ++characters;
+  }
+  return odd >= kFewest && odd * kShare > characters;
 }
 
 // The first line tells the kind that the file has, whatever its extension says.

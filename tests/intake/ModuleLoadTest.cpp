@@ -261,7 +261,7 @@ TEST(ModuleLoadTest, OddFilesGiveOneDiagnosticAndTheRestOfTheTree) {
                          {"other kind", "VERSION 5.00\r\nBegin VB.Form F\r\nEnd\r\n",
                           "0 other-kind\n", lsFullyLoaded},
                          {"nul", nul, "0 nul-characters\n", lsFullyLoaded},
-                         {"missing", "-", "0 missing-module\n", lsNotLoaded},
+                         {"missing", "-", "1 missing-module\n", lsNotLoaded},
                          {"folder", "/", "0 not-a-file\n", lsNotLoaded}}) {
     for (const test::Prepare& reading : {test::Prepare(), test::Complete()}) {
       test::MemoryFiles files{{"/p/P.vbp", "Module=M; M.bas\r\nModule=N; N.bas\r\nName=\"P\"\r\n"},
