@@ -1,10 +1,15 @@
+#include <algorithm>
+#include <map>
 #include <memory>
+#include <set>
+#include <tuple>
 
 #include "cli/Commands.h"
 #include "cli/ProjectCounts.h"
+#include "cli/ProjectSets.h"
 #include "cli/Report.h"
 #include "cli/Results.h"
-#include "cli/Session.h"
+#include "model/Block.h"
 
 namespace vendrel::cli {
 namespace {
@@ -13,25 +18,110 @@ struct CheckArguments {
   CommonOptions Common;
   std::string Path;
   bool Json = false;
+  bool Verbose = false;
 
   bool AsJson() const { return Json || Common.DiagnosticsAsJson(); }
 };
 
-std::vector<std::string> ProjectsBelow(const std::string& path) {
-  if (KindOfInput(path) != InputKind::Folder) return {path};
-  std::vector<FileSystemObject> found;
-  FileSystemObject(AbsolutePath(path) + "/").FindFiles("*.vbp", 0, found);
-  if (found.empty())
-    throw ToolError(exNo, path + ": no project (.vbp) lies in or below this folder");
-  std::vector<std::string> paths;
-  paths.reserve(found.size());
-  for (const FileSystemObject& file : found) paths.push_back(file.FullPath());
-  return paths;
+/// Tagged comments as they are read, to see at the end which found no element.
+class CommentWatch {
+ public:
+  void Begin(VBProject& project) {
+    // Apart, a comment has an element of its own, or none.
+    project.PreserveOriginalTaggedComments = true;
+    project.NewTaggedComment.Add([this](Block& block, TaggedComment&, const CodeLine&) {
+      const Component* component = block.Component.Get();
+      if (component) mRead.push_back({block.LastTaggedComment(), component->FileName.FullPath()});
+    });
+  }
+  void TellUnplaced() const {
+    for (const auto& [comment, file] : mRead) {
+      if (!comment || comment->CodeElement) continue;
+      const std::string name = comment->Qualifier.empty() ? "" : " " + comment->Qualifier;
+      TellAt(DiagnosticCode::CommentUnplaced, file, comment->SourceLine,
+             {comment->TagIdentifier + name});
+    }
+  }
+
+ private:
+  struct ReadComment {
+    std::shared_ptr<TaggedComment> Comment;
+    std::string File;
+  };
+  std::vector<ReadComment> mRead;
+};
+
+/// The check of one path: what is told goes to one stream, each thing once.
+class Check {
+ public:
+  Check(const CheckArguments& arguments, const Streams& streams, std::ostream& out)
+      : mArguments(arguments), mStreams(streams), mOut(out) {}
+
+  ProjectCounts Run();
+
+ private:
+  void CheckFolder();
+  void CheckProject(const std::string& path, Diagnostics* told);
+  void TellMissingReferences(const VBProject& project) const;
+  void SumUpReferences();
+  void Write(const Diagnostics& diagnostics, const std::string& first);
+  void WriteOnce(const Diagnostic& item);
+
+  const CheckArguments& mArguments;
+  const Streams& mStreams;
+  std::ostream& mOut;
+  ShownPaths mPaths;
+  ProjectCounts mCounts;
+  // A module that many projects share is read, but not told of, with each of them.
+  std::set<std::tuple<std::string, std::int32_t, DiagnosticCode, std::string>> mWritten;
+};
+
+ProjectCounts Check::Run() {
+  if (KindOfInput(mArguments.Path) == InputKind::Folder)
+    CheckFolder();
+  else
+    CheckProject(mArguments.Path, nullptr);
+  SumUpReferences();
+  mCounts.Write(mOut, mArguments.AsJson());
+  return mCounts;
+}
+
+void Check::CheckFolder() {
+  Diagnostics told;
+  const auto files = ProjectFilesBelow(mArguments.Path, told);
+  if (files.empty() && told.Count() == 0)
+    throw ToolError(exNo, mArguments.Path + ": no project (.vbp) lies in or below this folder");
+  mCounts.UnreadFolders = told.Count();
+  Write(told, {});
+  for (const FileSystemObject& file : files) {
+    told.Clear();
+    CheckProject(file.FullPath(), &told);
+    Write(told, {});
+  }
+}
+
+// With a list to tell it to, a project that cannot be read does not end the check.
+void Check::CheckProject(const std::string& path, Diagnostics* told) {
+  CommentWatch comments;
+  const auto begin = [&](VBProject& project) { comments.Begin(project); };
+  const auto project =
+      told ? LoadOneOf(path, mArguments.Common, mStreams, *told, LoadDepth::Modules, begin)
+           : LoadInput(path, mArguments.Common, mStreams, LoadDepth::Modules, begin);
+  if (!project) {
+    ++mCounts.Unread;
+    return;
+  }
+  {
+    const DiagnosticScope scope(&project->Diagnostics, project->FileName.FullPath());
+    comments.TellUnplaced();
+    if (mArguments.Verbose) TellMissingReferences(*project);
+  }
+  Write(project->Diagnostics, project->FileName.FullPath());
+  mCounts.Add(*project);
 }
 
 // Told by this command alone: on this machine hardly any registered library has its file.
-void TellMissingReferences(VBProject& project) {
-  const DiagnosticScope scope(&project.Diagnostics, project.FileName.FullPath());
+void Check::TellMissingReferences(const VBProject& project) const {
   for (const Reference& reference : project.References)
     if (!reference.FileName.Exists())
       TellAt(DiagnosticCode::MissingReference, project.FileName.FullPath(), reference.SourceLine(),
@@ -39,35 +129,44 @@ void TellMissingReferences(VBProject& project) {
                                                     : reference.FileName.FullPath()});
 }
 
-// One project; in a folder, one that cannot be read does not end the walk.
-void CheckOne(const CheckArguments& arguments, const Streams& streams, const std::string& path,
-              bool alone, std::ostream& out, ShownPaths& paths, ProjectCounts& counts) {
-  try {
-    const auto project = LoadInput(path, arguments.Common, streams);
-    TellMissingReferences(*project);
-    for (const Diagnostic& item : project->Diagnostics)
-      if (!arguments.Common.Quiet || SeverityOf(item.Code) == Severity::Error)
-        WriteDiagnostic(out, item, paths, arguments.AsJson());
-    counts.Add(*project);
-  } catch (const std::exception& error) {
-    if (alone) throw;
-    streams.Err << "vendrelmodel: " << paths.Of(path) << ": " << error.what() << '\n';
-    ++counts.Unread;
+void Check::SumUpReferences() {
+  const std::size_t count = mCounts.ReferencesWithoutFile;
+  if (count == 0 || mArguments.Verbose) return;
+  Diagnostics told;
+  const DiagnosticScope scope(&told, {});
+  Tell(DiagnosticCode::MissingReferences,
+       {count == 1 ? "1 reference names a file that is"
+                   : std::to_string(count) + " references name files that are"});
+  Write(told, {});
+}
+
+// File by file, `first` before the others, and line by line.
+void Check::Write(const Diagnostics& diagnostics, const std::string& first) {
+  std::map<std::string, std::size_t> places{{first, 0}};
+  std::vector<const Diagnostic*> items;
+  for (const Diagnostic& item : diagnostics) {
+    places.try_emplace(item.File, places.size());
+    items.push_back(&item);
   }
+  std::stable_sort(items.begin(), items.end(), [&](const Diagnostic* a, const Diagnostic* b) {
+    return std::pair(places[a->File], a->Line) < std::pair(places[b->File], b->Line);
+  });
+  for (const Diagnostic* item : items) WriteOnce(*item);
+}
+
+void Check::WriteOnce(const Diagnostic& item) {
+  if (mArguments.Common.Quiet && SeverityOf(item.Code) != Severity::Error) return;
+  if (!mWritten.emplace(item.File, item.Line, item.Code, item.Text).second) return;
+  WriteDiagnostic(mOut, item, mPaths, mArguments.AsJson());
 }
 
 int RunCheck(const CheckArguments& arguments, const Streams& streams) {
   ApplyToProcess(arguments.Common);
-  const auto projects = ProjectsBelow(arguments.Path);
   ProjectCounts counts;
-  WriteResult(arguments.Common, streams, arguments.Path, [&](std::ostream& out) {
-    ShownPaths paths;
-    for (const std::string& path : projects)
-      CheckOne(arguments, streams, path, projects.size() == 1, out, paths, counts);
-    counts.Write(out, arguments.AsJson());
-  });
-  if (counts.Unread > 0) return exFailed;
-  if (counts.Missing > 0) return exNo;
+  WriteResult(arguments.Common, streams, arguments.Path,
+              [&](std::ostream& out) { counts = Check(arguments, streams, out).Run(); });
+  if (counts.Unread + counts.UnreadFolders > 0) return exFailed;
+  if (counts.Missing + counts.Unreadable > 0) return exNo;
   return arguments.Common.Strict && counts.Warnings ? exWarnings : exDone;
 }
 
@@ -79,6 +178,8 @@ void AddCheckCommand(CLI::App& app, Job& job) {
   const auto arguments = std::make_shared<CheckArguments>();
   command->add_option("path", arguments->Path, "A project, a module, or a folder")->required();
   command->add_flag("--json", arguments->Json, "One JSON object a line");
+  command->add_flag("--verbose", arguments->Verbose,
+                    "Each reference whose file is not on this machine, not their number alone");
   AddCommonOptions(*command, arguments->Common);
   command->callback([arguments, &job] {
     job.Run = [arguments, &streams = job.Streams] { return RunCheck(*arguments, streams); };

@@ -63,9 +63,10 @@ int RunControls(const ControlsArguments& arguments, const Streams& streams) {
     });
   });
   if (found) return code;
-  if (arguments.Module.empty()) throw ToolError(exNo, arguments.File + ": no module has controls");
-  throw ToolError(exNo, arguments.File + ": has no module '" + arguments.Module +
-                            "'; tree --depth 2 lists its modules");
+  if (arguments.Module.empty())
+    throw ToolError(Worse(code, exNo), arguments.File + ": no module has controls");
+  throw ToolError(Worse(code, exNo), arguments.File + ": has no module '" + arguments.Module +
+                                         "'; tree --depth 2 lists its modules");
 }
 
 }  // namespace

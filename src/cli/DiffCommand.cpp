@@ -34,14 +34,17 @@ InputKind KindToCompare(const std::string& path) {
 }
 
 // Both sides of one comparison are told of; the worse exit code counts.
-int ComparePair(const std::string& before, const std::string& after, const DiffArguments& arguments,
+int ComparePair(VBProject& first, VBProject& second, const DiffArguments& arguments,
                 const Streams& streams, ChangeWriter& writer) {
-  const CommonOptions& common = arguments.Common;
-  const auto first = LoadInput(before, common, streams);
-  const auto second = LoadInput(after, common, streams);
-  writer.Compare(Describe(*first), Describe(*second), OptionsOf(arguments));
-  return std::max(ReportDiagnostics(*first, common, streams.Err),
-                  ReportDiagnostics(*second, common, streams.Err));
+  writer.Compare(Describe(first), Describe(second), OptionsOf(arguments));
+  return Worse(ReportDiagnostics(first, arguments.Common, streams.Err),
+               ReportDiagnostics(second, arguments.Common, streams.Err));
+}
+
+int CompareProjects(const DiffArguments& arguments, const Streams& streams, ChangeWriter& writer) {
+  const auto first = LoadInput(arguments.Before, arguments.Common, streams);
+  const auto second = LoadInput(arguments.After, arguments.Common, streams);
+  return ComparePair(*first, *second, arguments, streams, writer);
 }
 
 int CompareGroups(const DiffArguments& arguments, const Streams& streams, ChangeWriter& writer) {
@@ -49,16 +52,15 @@ int CompareGroups(const DiffArguments& arguments, const Streams& streams, Change
   const auto first = LoadGroup(arguments.Before, common, streams);
   const auto second = LoadGroup(arguments.After, common, streams);
   writer.Compare(Describe(*first), Describe(*second), OptionsOf(arguments));
-  return std::max(ReportGroup(*first, common, streams.Err),
-                  ReportGroup(*second, common, streams.Err));
+  return Worse(ReportGroup(*first, common, streams.Err), ReportGroup(*second, common, streams.Err));
 }
 
 // Project files below a folder, by their folded path as seen from it.
-std::map<std::string, std::string> ProjectsByPath(const std::string& folder) {
+std::map<std::string, std::string> ProjectsByPath(const std::string& folder, Diagnostics& told) {
   std::string root = WindowsPath(AbsolutePath(folder));
   if (!root.ends_with('\\')) root.push_back('\\');
   std::map<std::string, std::string> files;
-  for (const FileSystemObject& file : VBProjects::ProjectFilesBelow(AbsolutePath(folder)))
+  for (const FileSystemObject& file : ProjectFilesBelow(folder, told))
     files.emplace(FoldKey(RelativePath(root, file.FullPath())), file.FullPath());
   return files;
 }
@@ -71,10 +73,13 @@ void TellAlone(ChangeKind kind, const std::string& path, ChangeWriter& writer) {
   writer.Write(change);
 }
 
-// Projects of two folders are paired by their paths, and read two at a time.
+// Projects of two folders are paired by their paths, and read two at a time. A pair of which one
+// cannot be read is told, and the others are compared.
 int CompareFolders(const DiffArguments& arguments, const Streams& streams, ChangeWriter& writer) {
-  const auto before = ProjectsByPath(arguments.Before);
-  auto after = ProjectsByPath(arguments.After);
+  const CommonOptions& common = arguments.Common;
+  Diagnostics told;
+  const auto before = ProjectsByPath(arguments.Before, told);
+  auto after = ProjectsByPath(arguments.After, told);
   int code = exDone;
   for (const auto& [key, path] : before) {
     const auto partner = after.find(key);
@@ -82,11 +87,14 @@ int CompareFolders(const DiffArguments& arguments, const Streams& streams, Chang
       TellAlone(ChangeKind::Gone, path, writer);
       continue;
     }
-    code = std::max(code, ComparePair(path, partner->second, arguments, streams, writer));
+    const auto first = LoadOneOf(path, common, streams, told);
+    const auto second = LoadOneOf(partner->second, common, streams, told);
+    if (first && second)
+      code = Worse(code, ComparePair(*first, *second, arguments, streams, writer));
     after.erase(partner);
   }
   for (const auto& [key, path] : after) TellAlone(ChangeKind::Added, path, writer);
-  return code;
+  return Worse(code, ReportList(told, common, streams.Err));
 }
 
 int CompareAll(const DiffArguments& arguments, const Streams& streams, ChangeWriter& writer) {
@@ -100,7 +108,7 @@ int CompareAll(const DiffArguments& arguments, const Streams& streams, ChangeWri
                                  "folders");
   if (kind == InputKind::Group) return CompareGroups(arguments, streams, writer);
   if (kind == InputKind::Folder) return CompareFolders(arguments, streams, writer);
-  return ComparePair(arguments.Before, arguments.After, arguments, streams, writer);
+  return CompareProjects(arguments, streams, writer);
 }
 
 int RunDiff(const DiffArguments& arguments, const Streams& streams) {
@@ -111,7 +119,7 @@ int RunDiff(const DiffArguments& arguments, const Streams& streams) {
     code = CompareAll(arguments, streams, writer);
     count = writer.Count();
   });
-  return count > 0 ? static_cast<int>(exNo) : code;
+  return count > 0 ? Worse(code, exNo) : code;
 }
 
 }  // namespace

@@ -87,8 +87,8 @@ int RunFind(const FindArguments& arguments, const Streams& streams) {
     count = finder.Count();
   });
   if (count > 0) return code;
-  throw ToolError(exNo, arguments.File + ": nothing is called '" + arguments.Name +
-                            "'; names lists every qualified name");
+  throw ToolError(Worse(code, exNo), arguments.File + ": nothing is called '" + arguments.Name +
+                                         "'; names lists every qualified name");
 }
 
 }  // namespace

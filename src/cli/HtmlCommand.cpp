@@ -102,10 +102,11 @@ int RunHtml(const HtmlArguments& arguments, const Streams& streams) {
                           [&](VBProject& project) { writer.Write(project); });
     if (writer.Count() == 0)
       throw ToolError(
-          exNo, arguments.File + ": " +
-                    (arguments.Name.empty() ? "no module could be read"
-                                            : "no module and no procedure is called '" +
-                                                  arguments.Name + "'; names lists every name"));
+          Worse(code, exNo),
+          arguments.File + ": " +
+              (arguments.Name.empty() ? "no module could be read"
+                                      : "no module and no procedure is called '" + arguments.Name +
+                                            "'; names lists every name"));
     writer.Finish();
   });
   return code;

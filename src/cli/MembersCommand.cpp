@@ -99,8 +99,8 @@ int RunMembers(const MembersArguments& arguments, const Streams& streams) {
     modules = writer.Modules();
   });
   if (modules > 0) return code;
-  throw ToolError(exNo, arguments.File + ": no module is called '" + arguments.Module +
-                            "'; names --kind module lists them");
+  throw ToolError(Worse(code, exNo), arguments.File + ": no module is called '" + arguments.Module +
+                                         "'; names --kind module lists them");
 }
 
 }  // namespace

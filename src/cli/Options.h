@@ -21,6 +21,17 @@ class ToolError : public std::runtime_error {
   ExitCode mCode;
 };
 
+/// An input that cannot be read, or is not what it is named as: the path and why.
+class InputError : public ToolError {
+ public:
+  InputError(const std::string& path, const std::string& reason)
+      : ToolError(exFailed, path + ": " + reason), mReason(reason) {}
+  const std::string& Reason() const { return mReason; }
+
+ private:
+  std::string mReason;
+};
+
 /// Name and value of an option such as --define.
 struct NamedValue {
   std::string Name;

@@ -1,5 +1,6 @@
 #include "cli/ProjectCounts.h"
 
+#include "cli/InputJudgement.h"
 #include "cli/Report.h"
 #include "output/Json.h"
 
@@ -7,20 +8,15 @@ namespace vendrel::cli {
 namespace {
 
 void CountModules(const VBProject& project, ProjectCounts& counts) {
+  const std::set<const Component*> unread = UnreadModules(project);
+  counts.Unreadable += unread.size();
   for (const Component& component : project.Components.Listed()) {
     ++counts.Listed;
-    if (project.WasReadFromTypeLibrary) {
-      ++counts.Found;
-      continue;
-    }
-    if (!component.FileName.Exists()) {
-      ++counts.Missing;
-      continue;
-    }
-    ++counts.Found;
-    const PathMatch match = component.FileName.Match();
-    if (match == PathMatch::OtherCase || match == PathMatch::ShortName) ++counts.OtherCase;
+    if (unread.contains(&component)) continue;
+    ++(project.WasReadFromTypeLibrary || component.FileName.Exists() ? counts.Found
+                                                                     : counts.Missing);
   }
+  counts.OtherCase += project.Diagnostics.CountOf(DiagnosticCode::ModuleUnderOtherCase);
 }
 
 // Names that the project file gives twice: the second module is dropped.
@@ -45,6 +41,7 @@ constexpr CountName kCounts[] = {
     {"ModulesFound", "found", &ProjectCounts::Found},
     {"ModulesFoundUnderAnotherCase", "found under another case", &ProjectCounts::OtherCase},
     {"ModulesMissing", "missing", &ProjectCounts::Missing},
+    {"ModulesUnreadable", "unreadable", &ProjectCounts::Unreadable},
     {"DuplicateNames", "duplicate names", &ProjectCounts::DuplicateNames},
     {"ReferencesWithoutFile", "references without a file", &ProjectCounts::ReferencesWithoutFile},
 };

@@ -12,10 +12,14 @@ namespace vendrel::cli {
 struct ProjectCounts {
   std::size_t Projects = 0;
   std::size_t Unread = 0;
+  /// Folders whose projects nobody knows.
+  std::size_t UnreadFolders = 0;
   std::size_t Listed = 0;
   std::size_t Found = 0;
   std::size_t OtherCase = 0;
   std::size_t Missing = 0;
+  /// There, but not to be read.
+  std::size_t Unreadable = 0;
   std::size_t DuplicateNames = 0;
   std::size_t ReferencesWithoutFile = 0;
   /// Whether any of them told a warning or error.

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "cli/InputJudgement.h"
 #include "cli/Report.h"
+#include "diagnostics/ErrorReport.h"
 
 namespace vendrel::cli {
 namespace {
@@ -15,25 +17,9 @@ void ReplaceMember(VBProjectGroup& group, std::size_t index, std::shared_ptr<VBP
   projects.Add(std::move(project), name, index <= projects.Count() ? Position(index) : Position());
 }
 
-// A failure to read is the input's, also where it happens while a result is being written.
-std::shared_ptr<VBProject> LoadOne(const std::string& path, const CommonOptions& options,
-                                   const Streams& streams, LoadDepth depth,
-                                   VBProjectGroup* group = nullptr) {
-  try {
-    return LoadInput(path, options, streams, depth,
-                     [group](VBProject& project) { project.SetVBProjectGroup(group); });
-  } catch (const VendrelError& error) {
-    throw ToolError(exFailed, path + ": cannot be read: " + error.Text());
-  }
-}
-
-std::vector<FileSystemObject> FilesBelow(const std::string& path, Diagnostics& told) {
-  const DiagnosticScope scope(&told, AbsolutePath(path));
-  try {
-    return VBProjects::ProjectFilesBelow(AbsolutePath(path));
-  } catch (const VendrelError& error) {
-    throw ToolError(exFailed, path + ": cannot be read: " + error.Text());
-  }
+void TellUnread(const std::string& path, const ToolError& error) {
+  const auto* input = dynamic_cast<const InputError*>(&error);
+  TellAt(DiagnosticCode::UnreadProject, path, 0, {input ? input->Reason() : error.what()});
 }
 
 int VisitGroup(const std::string& path, const CommonOptions& options, const Streams& streams,
@@ -46,39 +32,69 @@ int VisitGroup(const std::string& path, const CommonOptions& options, const Stre
 int VisitFolder(const std::string& path, const CommonOptions& options, const Streams& streams,
                 const std::function<void(VBProject&)>& visit, LoadDepth depth) {
   Diagnostics told;
-  const std::vector<FileSystemObject> files = FilesBelow(path, told);
-  if (files.empty())
-    throw ToolError(exNo, path + ": no project (.vbp) lies in or below this folder");
+  const std::vector<FileSystemObject> files = ProjectFilesBelow(path, told);
   int code = exDone;
   for (const FileSystemObject& file : files) {
+    const auto project = LoadOneOf(file.FullPath(), options, streams, told, depth);
+    if (!project) continue;
     const DiagnosticScope scope(&told, file.FullPath());
     try {
-      const auto project = LoadOne(file.FullPath(), options, streams, depth);
       visit(*project);
-      code = std::max(code, ReportDiagnostics(*project, options, streams.Err));
+      code = Worse(code, ReportDiagnostics(*project, options, streams.Err));
     } catch (const ToolError& error) {
       Tell(DiagnosticCode::Told, {error.what()});
+      code = Worse(code, error.Code());
     }
   }
-  return std::max(code, ReportList(told, options, streams.Err));
+  code = Worse(code, ReportList(told, options, streams.Err));
+  if (files.empty())
+    throw ToolError(Worse(code, exNo), path + ": no project (.vbp) lies in or below this folder");
+  return code;
 }
 
 }  // namespace
+
+std::vector<FileSystemObject> ProjectFilesBelow(const std::string& path, Diagnostics& told) {
+  const DiagnosticScope scope(&told, AbsolutePath(path));
+  try {
+    return VBProjects::ProjectFilesBelow(AbsolutePath(path));
+  } catch (const VendrelError& error) {
+    throw InputError(path, "cannot be read: " + error.Text());
+  }
+}
+
+std::shared_ptr<VBProject> LoadOneOf(const std::string& path, const CommonOptions& options,
+                                     const Streams& streams, Diagnostics& told, LoadDepth depth,
+                                     const std::function<void(VBProject&)>& prepare) {
+  const DiagnosticScope scope(&told, path);
+  try {
+    return LoadInput(path, options, streams, depth, prepare);
+  } catch (const ToolError& error) {
+    TellUnread(path, error);
+    return nullptr;
+  }
+}
 
 std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonOptions& options,
                                           const Streams& streams, LoadDepth depth) {
   ApplyToProcess(options);
   auto group = std::make_shared<VBProjectGroup>();
-  if (!group->Load(AbsolutePath(path), true, true))
-    throw ToolError(exFailed, path + ": cannot be read: " + group->LastErrorString);
-  const DiagnosticScope scope(&group->Diagnostics, group->FileName().FullPath());
-  for (std::size_t i = 1; i <= group->AllVBProjects().Count(); ++i) {
+  try {
+    if (!group->Load(AbsolutePath(path), true, true))
+      throw InputError(path, "cannot be read: " + group->LastErrorString);
+    RefuseNoGroup(path, *group);
+  } catch (const VendrelError& error) {
+    ReportError(error);
+    throw InputError(path, "cannot be read: " + error.Text());
+  }
+  for (std::size_t i = 1; i <= group->AllVBProjects().Count();) {
     const std::string file = group->AllVBProjects().Item(i)->FileName.FullPath();
-    try {
-      ReplaceMember(*group, i, LoadOne(file, options, streams, depth, group.get()));
-    } catch (const ToolError& error) {
-      Tell(DiagnosticCode::Told, {error.what()});
-    }
+    auto project = LoadOneOf(file, options, streams, group->Diagnostics, depth,
+                             [&](VBProject& member) { member.SetVBProjectGroup(group.get()); });
+    if (project)
+      ReplaceMember(*group, i++, std::move(project));
+    else
+      group->AllVBProjects().Remove(i);
   }
   group->AllVBProjects().CementReferences();
   return group;
@@ -90,7 +106,7 @@ int ForEachProject(const std::string& path, const CommonOptions& options, const 
   const InputKind kind = KindOfInput(path);
   if (kind == InputKind::Group) return VisitGroup(path, options, streams, visit, depth);
   if (kind == InputKind::Folder) return VisitFolder(path, options, streams, visit, depth);
-  const auto project = LoadOne(path, options, streams, depth);
+  const auto project = LoadInput(path, options, streams, depth);
   visit(*project);
   return ReportDiagnostics(*project, options, streams.Err);
 }
@@ -98,7 +114,7 @@ int ForEachProject(const std::string& path, const CommonOptions& options, const 
 int ReportGroup(const VBProjectGroup& group, const CommonOptions& options, std::ostream& err) {
   int code = ReportList(group.Diagnostics, options, err);
   for (const VBProject& project : group.AllVBProjects())
-    code = std::max(code, ReportDiagnostics(project, options, err));
+    code = Worse(code, ReportDiagnostics(project, options, err));
   return code;
 }
 
@@ -107,6 +123,8 @@ int ReportList(const Diagnostics& list, const CommonOptions& options, std::ostre
   for (const Diagnostic& item : list)
     if (!options.Quiet || SeverityOf(item.Code) == Severity::Error)
       WriteDiagnostic(err, item, paths, options.DiagnosticsAsJson());
+  for (const Diagnostic& item : list)
+    if (SeverityOf(item.Code) == Severity::Error) return exFailed;
   return options.Strict && HasWarnings(list) ? exWarnings : exDone;
 }
 

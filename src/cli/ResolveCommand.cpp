@@ -77,10 +77,10 @@ int RunResolve(const ResolveArguments& arguments, const Streams& streams) {
     });
   });
   if (!fromFound)
-    throw ToolError(exNo, arguments.File + ": has no module '" + arguments.From +
-                              "'; tree --depth 2 lists its modules");
+    throw ToolError(Worse(code, exNo), arguments.File + ": has no module '" + arguments.From +
+                                           "'; tree --depth 2 lists its modules");
   if (resolved) return code;
-  throw ToolError(exNo,
+  throw ToolError(Worse(code, exNo),
                   arguments.File + ": the type '" + arguments.Type + "' is not declared here");
 }
 

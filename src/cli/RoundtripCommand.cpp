@@ -30,7 +30,7 @@ int RunRoundtrip(const RoundtripArguments& arguments, const Streams& streams) {
     counts = roundTrip.Counts();
   });
   if (!arguments.Common.Quiet) WriteCounts(streams.Err, counts);
-  return counts.Differences > 0 ? static_cast<int>(exNo) : code;
+  return counts.Differences > 0 ? Worse(code, exNo) : code;
 }
 
 }  // namespace

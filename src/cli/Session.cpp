@@ -4,6 +4,7 @@
 #include <array>
 #include <filesystem>
 
+#include "cli/InputJudgement.h"
 #include "cli/ProjectSettings.h"
 #include "cli/Report.h"
 #include "core/Ascii.h"
@@ -58,7 +59,7 @@ std::shared_ptr<VBProject> LoadLibrary(const std::string& path, const CommonOpti
       chooser.Guesses() ? CodePage::Default().Name() : options.CodePage;
   auto project = NewProject(options);
   if (!project->LoadFromTypeLib(path))
-    throw ToolError(exFailed, path + ": cannot be read: " + project->LastErrorString);
+    throw InputError(path, "cannot be read: " + project->LastErrorString);
   project->OutputFileName.SetFolderPath(project->FileName.FolderPath());
   return project;
 }
@@ -67,7 +68,8 @@ std::shared_ptr<VBProject> LoadFile(const std::string& path, InputKind kind,
                                     const CommonOptions& options) {
   auto project = NewProject(options);
   const bool read = kind == InputKind::Project ? project->Load(path) : project->LoadModule(path);
-  if (!read) throw ToolError(exFailed, path + ": cannot be read: " + project->LastErrorString);
+  if (!read) throw InputError(path, "cannot be read: " + project->LastErrorString);
+  if (kind == InputKind::Project) RefuseNoProject(path, *project);
   // Nothing is written, but what is shown must not depend on the current folder.
   project->OutputFileName.SetFolderPath(project->FileName.FolderPath());
   return project;
@@ -140,8 +142,10 @@ InputKind KindOfInput(const std::string& path) {
 }
 
 void RefuseInput(const std::string& path, InputKind kind) {
-  if (kind == InputKind::Missing)
-    throw ToolError(exFailed, path + ": no such file; check the path, and --drive for a drive");
+  if (kind == InputKind::Missing) {
+    RefuseHidden(path);
+    throw InputError(path, "no such file; check the path, and --drive for a drive");
+  }
   if (kind == InputKind::Unknown)
     throw ToolError(exFailed, path +
                                   ": neither a project (.vbp), nor a module (.bas, .cls, .frm, " +
@@ -154,7 +158,7 @@ void RefuseInput(const std::string& path, InputKind kind) {
 
 std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOptions& options,
                                      const Streams& streams, LoadDepth depth,
-                                     const std::function<void(VBProject&)>& prepare) {
+                                     const std::function<void(VBProject&)>& prepare) try {
   ApplyToProcess(options);
   const InputKind kind = KindOfInput(path);
   if (kind != InputKind::Project && kind != InputKind::Module && kind != InputKind::TypeLibrary)
@@ -167,8 +171,14 @@ std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOption
   ProgressBar bar(*project, options, streams);
   project->Components.Populate();
   bar.Finish();
+  if (kind == InputKind::Module) RefuseUnreadModule(path, *project);
   ApplyCommentFile(*project, options);
   return project;
+} catch (const InputError& error) {
+  throw InputError(path, error.Reason());  // as the user wrote it
+} catch (const VendrelError& error) {
+  ReportError(error);
+  throw InputError(path, "cannot be read: " + error.Text());
 }
 
 std::string ReadByOptions(const std::string& nativePath, const CommonOptions& options) {

@@ -97,23 +97,24 @@ struct ListedProjects {
 void List(const StructureArguments& arguments, const Streams& streams, ListedProjects& listed) {
   const CommonOptions& options = arguments.Common;
   ApplyToProcess(options);
-  const auto add = [&](const std::string& path) {
-    const auto project = LoadInput(path, options, streams, LoadDepth::ProjectFile);
-    listed.Code = std::max(listed.Code, ReportDiagnostics(*project, options, streams.Err));
+  const auto add = [&](const std::shared_ptr<VBProject>& project) {
+    if (!project) return;
+    listed.Code = Worse(listed.Code, ReportDiagnostics(*project, options, streams.Err));
     const std::string& name = project->ProjectName;
     listed.Own.Add(project, listed.Own.HasKey(name) ? std::string_view() : name);
   };
+  Diagnostics told;
   switch (KindOfInput(arguments.Path)) {
     case InputKind::Group:
       listed.Group = LoadGroup(arguments.Path, options, streams, LoadDepth::ProjectFile);
       listed.Code = ReportList(listed.Group->Diagnostics, options, streams.Err);
       break;
     case InputKind::Folder:
-      for (const FileSystemObject& file :
-           VBProjects::ProjectFilesBelow(AbsolutePath(arguments.Path)))
-        add(file.FullPath());
+      for (const FileSystemObject& file : ProjectFilesBelow(arguments.Path, told))
+        add(LoadOneOf(file.FullPath(), options, streams, told, LoadDepth::ProjectFile));
+      listed.Code = Worse(listed.Code, ReportList(told, options, streams.Err));
       break;
-    default: add(arguments.Path);
+    default: add(LoadInput(arguments.Path, options, streams, LoadDepth::ProjectFile));
   }
 }
 
@@ -121,7 +122,8 @@ int RunStructure(const StructureArguments& arguments, const Streams& streams) {
   ListedProjects listed;
   List(arguments, streams, listed);
   if (listed.All().Count() == 0)
-    throw ToolError(exNo, arguments.Path + ": no project (.vbp) lies in or below this folder");
+    throw ToolError(Worse(listed.Code, exNo),
+                    arguments.Path + ": no project (.vbp) lies in or below this folder");
   listed.All().CementReferences();
   WriteResult(arguments.Common, streams, arguments.Path, [&](std::ostream& out) {
     if (arguments.Dot)

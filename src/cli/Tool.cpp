@@ -88,6 +88,12 @@ int Parse(CLI::App& app, std::vector<std::string> arguments, const Streams& stre
 
 }  // namespace
 
+ExitCode Worse(int a, int b) {
+  for (const ExitCode code : {exUsage, exFailed, exNo, exWarnings})
+    if (a == code || b == code) return code;
+  return exDone;
+}
+
 int RunTool(int argc, const char* const* argv, const Streams& streams) {
   const auto fail = [&](int code, const std::string& text) {
     streams.Err << "vendrelmodel: " << text << '\n';

@@ -19,6 +19,10 @@ enum ExitCode : int {
   exNo = 4,
 };
 
+/// Of two exit codes the one that a command ends with: a failure outranks a "no", and that the
+/// warnings.
+ExitCode Worse(int a, int b);
+
 /// Where results go, and what is told on the way.
 struct Streams {
   std::ostream& Out;

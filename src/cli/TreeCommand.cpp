@@ -31,8 +31,8 @@ int RunTree(const TreeArguments& arguments, const Streams& streams) {
     });
   });
   if (found || options.Module.empty()) return code;
-  throw ToolError(exNo, arguments.File + ": has no module '" + options.Module +
-                            "'; tree --depth 2 lists its modules");
+  throw ToolError(Worse(code, exNo), arguments.File + ": has no module '" + options.Module +
+                                         "'; tree --depth 2 lists its modules");
 }
 
 }  // namespace

@@ -85,14 +85,15 @@ TEST_F(ToolOnAProject, CheckCountsAndSaysNoWhenAModuleIsMissing) {
   EXPECT_THAT(
       run.Out,
       HasSubstr("1 projects, 0 projects not read, 3 modules listed, 2 found, 1 found under "
-                "another case, 1 missing, 0 duplicate names, 0 references without a file\n"));
+                "another case, 1 missing, 0 unreadable, 0 duplicate names, 0 references without a "
+                "file\n"));
   ToolEnding(exDone, {"check", "/p/whole"});
 
   mFiles.Add("/p/twice/T.vbp", "Module=m; ..\\modMain.bas\r\nModule=M; ..\\modMain.bas\r\n");
   EXPECT_THAT(
       Tool({"check", "/p/twice/T.vbp"}).Out,
-      HasSubstr(
-          "2 modules listed, 1 found, 0 found under another case, 0 missing, 1 duplicate names"));
+      HasSubstr("2 modules listed, 1 found, 0 found under another case, 0 missing, 0 unreadable, 1 "
+                "duplicate names"));
 
   const json last = JsonLines({"check", "/p", "--json"}, exNo).back();
   EXPECT_EQ(last["Projects"], 3);

@@ -39,10 +39,11 @@ const std::vector<std::string> kInPlace = {"write", "%/P.vbp", "--in-place", "--
 const Role kRoles[] = {
     {"project", "Q.vbp", {"tree", "*"}, cli::exFailed, kRefused},
     {"group", "Q.vbg", {"tree", "*"}, cli::exFailed, kRefused},
-    {"module alone", "Q.bas", {"tree", "*"}, cli::exDone, "[unreadable-file]"},
+    {"module alone", "Q.bas", {"tree", "*"}, cli::exFailed, kRefused},
     {"library", "Q.tlb", {"typelib", "*"}, cli::exFailed, kRefused},
-    {"member of a group", "lib/L.vbp", {"tree", "%/G.vbg"}, cli::exDone, kRefused},
+    {"member of a group", "lib/L.vbp", {"tree", "%/G.vbg"}, cli::exFailed, kRefused},
     {"module of a project", "M.bas", {"tree", "%/P.vbp"}, cli::exDone, "[unreadable-file]"},
+    {"module checked", "M.bas", {"check", "%/P.vbp"}, cli::exNo, ""},
     {"companion", "F.frx", {"tree", "%/P.vbp"}, cli::exDone, "[companion-file]"},
     {"referenced library", "x.tlb", {"dump", "%/P.vbp"}, cli::exDone, ""},
     {"comment file", "c.xml", {"tree", "%/P.vbp", "--comment-file", "*"}, cli::exFailed, kRefused},
