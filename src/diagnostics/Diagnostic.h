@@ -46,7 +46,7 @@ enum class Severity : std::uint8_t { Note, Warning, Error };
   X(TypeLibraryMember, "typelib-member", Warning, "%1")                                            \
   X(WriteRefused, "write-refused", Error, "%1")                                                    \
   X(Told, "told", Warning, "%1")                                                                   \
-  X(UnreadProject, "unread-project", Error, "project not read: %1")                                \
+  X(UnreadProject, "unread-project", Error, "%1")                                                  \
   X(MissingReferences, "missing-references", Note, "%1 not on this machine; --verbose tells each") \
   X(UnknownTag, "unknown-tag", Warning,                                                            \
     "%1 is no tag, the line stays an ordinary comment; did you mean %2?")                          \

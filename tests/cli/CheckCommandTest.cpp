@@ -149,7 +149,7 @@ TEST_F(CheckCommand, OfManyProjectsTheReadableAreDone) {
   for (const auto& sample : cases) {
     const ToolRun run = ToolEnding(exFailed, sample.Arguments);
     EXPECT_THAT(run.Out, HasSubstr(sample.Done)) << testing::PrintToString(sample.Arguments);
-    EXPECT_THAT(run.Out + run.Err, HasSubstr("Bad.vbp: error: project not read: no project: the "
+    EXPECT_THAT(run.Out + run.Err, HasSubstr("Bad.vbp: error: no project: the "
                                              "file holds binary data [unread-project]"));
     EXPECT_EQ((run.Out + run.Err).find("[folder-skipped]") != std::string::npos,
               sample.Arguments[1] == "/a");
