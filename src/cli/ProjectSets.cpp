@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "cli/Report.h"
+#include "services/CodePage.h"
 
 namespace vendrel::cli {
 namespace {
@@ -69,9 +70,13 @@ std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonO
                                           const Streams& streams, LoadDepth depth) {
   ApplyToProcess(options);
   auto group = std::make_shared<VBProjectGroup>();
+  const std::string evidence = UseCodePageFor(AbsolutePath(path), options);
   if (!group->Load(AbsolutePath(path), true, true))
     throw ToolError(exFailed, path + ": cannot be read: " + group->LastErrorString);
   const DiagnosticScope scope(&group->Diagnostics, group->FileName().FullPath());
+  if (!evidence.empty())
+    Tell(DiagnosticCode::CodePageGuessed,
+         {FileOptions::Current().CodePage, evidence + "; --codepage sets another"});
   for (std::size_t i = 1; i <= group->AllVBProjects().Count(); ++i) {
     const std::string file = group->AllVBProjects().Item(i)->FileName.FullPath();
     try {

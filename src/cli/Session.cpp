@@ -7,7 +7,7 @@
 #include "cli/ProjectSettings.h"
 #include "cli/Report.h"
 #include "core/Ascii.h"
-#include "core/ProcessState.h"
+#include "project/ProjectCodePage.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"
 
@@ -28,18 +28,6 @@ constexpr std::array kExtensions{
     Extension{"dll", InputKind::TypeLibrary}, Extension{"ocx", InputKind::TypeLibrary},
     Extension{"exe", InputKind::TypeLibrary}, Extension{"oca", InputKind::TypeLibrary},
 };
-
-// Shows the chooser every file of a project; one that cannot be read is told when it is loaded.
-void FeedFiles(CodePageChooser& chooser, const VBProject& project) {
-  const auto feed = [&](const FileSystemObject& file) {
-    try {
-      if (file.Exists()) chooser.Feed(ReadWholeFile(file.NativePath()));
-    } catch (const VendrelError&) {
-    }
-  };
-  feed(project.FileName);
-  for (const Component& component : project.Components.Listed()) feed(component.FileName);
-}
 
 std::shared_ptr<VBProject> NewProject(const CommonOptions& options) {
   auto project = std::make_shared<VBProject>();
@@ -73,27 +61,14 @@ std::shared_ptr<VBProject> LoadFile(const std::string& path, InputKind kind,
   return project;
 }
 
-// The guess needs the list of files, and that list may need the guess: names of files are text of
-// the project file. So the project is listed once, and again if the guess is not what it was listed
-// by.
 std::shared_ptr<VBProject> LoadWithCodePage(const std::string& path, InputKind kind,
                                             const CommonOptions& options) {
-  CodePageChooser chooser(options.CodePage);
-  if (!chooser.Guesses()) {
-    FileOptions::Current().CodePage = chooser.Choose();
-    return LoadFile(path, kind, options);
-  }
-  FileOptions::Current().CodePage = CodePage::Default().Name();
+  const std::string evidence = UseCodePageFor(path, options);
   auto project = LoadFile(path, kind, options);
-  FeedFiles(chooser, *project);
-  const std::string chosen = chooser.Choose();
-  if (chosen == CodePage::Default().Name()) return project;
-  FileOptions::Current().CodePage = chosen;
-  project.reset();
-  State().Reset();  // the second listing counts as the first: keys and ids begin anew
-  project = LoadFile(path, kind, options);
+  if (evidence.empty()) return project;
   const DiagnosticScope scope(&project->Diagnostics, project->FileName.FullPath());
-  Tell(DiagnosticCode::CodePageGuessed, {chosen, "guessed; --codepage sets another"});
+  Tell(DiagnosticCode::CodePageGuessed,
+       {FileOptions::Current().CodePage, evidence + "; --codepage sets another"});
   return project;
 }
 
@@ -171,11 +146,21 @@ std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOption
   return project;
 }
 
+std::string UseCodePageFor(const std::string& path, const CommonOptions& options) {
+  const CodePageChooser chooser(options.CodePage);
+  CodePageGuess guess;
+  if (chooser.Guesses()) {
+    guess = GuessCodePage(FileSystemObject(path));
+  } else {
+    guess.Page = CodePage::Named(options.CodePage).Name();
+  }
+  FileOptions::Current().CodePage = guess.Page;
+  return guess.Page == CodePage::Default().Name() ? std::string() : guess.Evidence;
+}
+
 std::string ReadByOptions(const std::string& nativePath, const CommonOptions& options) {
   std::string bytes = ReadWholeFile(nativePath);
-  CodePageChooser chooser(options.CodePage);
-  chooser.Feed(bytes);
-  FileOptions::Current().CodePage = chooser.Choose();
+  UseCodePageFor(nativePath, options);
   return bytes;
 }
 
