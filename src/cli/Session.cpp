@@ -10,6 +10,7 @@
 #include "project/ProjectCodePage.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"
+#include "typelib/reader/TypeLibReader.h"
 
 namespace vendrel::cli {
 namespace {
@@ -41,9 +42,7 @@ std::shared_ptr<VBProject> NewProject(const CommonOptions& options) {
 
 // A library is one file: no modules are left to read.
 std::shared_ptr<VBProject> LoadLibrary(const std::string& path, const CommonOptions& options) {
-  const CodePageChooser chooser(options.CodePage);
-  FileOptions::Current().CodePage =
-      chooser.Guesses() ? CodePage::Default().Name() : options.CodePage;
+  FileOptions::Current().CodePage = options.CodePage;
   auto project = NewProject(options);
   if (!project->LoadFromTypeLib(path))
     throw ToolError(exFailed, path + ": cannot be read: " + project->LastErrorString);
@@ -95,6 +94,13 @@ InputKind KindByExtension(const FileSystemObject& file) {
   return InputKind::Unknown;
 }
 
+// A library is known by what it holds, a compiled file also by its extension.
+InputKind KindByContent(const FileSystemObject& file) {
+  const InputKind kind = KindByExtension(file);
+  if (kind == InputKind::TypeLibrary) return kind;
+  return typelib::HoldsTypeLibrary(file.NativePath()) ? InputKind::TypeLibrary : kind;
+}
+
 // "Both.dll\2": the second library of a compiled file.
 bool IsNumberedLibrary(const std::string& path) {
   const std::size_t mark = path.find_last_of("\\/");
@@ -102,7 +108,7 @@ bool IsNumberedLibrary(const std::string& path) {
   if (!std::all_of(path.begin() + static_cast<std::ptrdiff_t>(mark) + 1, path.end(), IsDigitAscii))
     return false;
   const FileSystemObject file(AbsolutePath(path.substr(0, mark)));
-  return file.Exists() && KindByExtension(file) == InputKind::TypeLibrary;
+  return file.Exists() && KindByContent(file) == InputKind::TypeLibrary;
 }
 
 }  // namespace
@@ -111,7 +117,7 @@ InputKind KindOfInput(const std::string& path) {
   const FileSystemObject file(AbsolutePath(path));
   if (file.IsFolder()) return InputKind::Folder;
   if (!file.Exists()) return IsNumberedLibrary(path) ? InputKind::TypeLibrary : InputKind::Missing;
-  return KindByExtension(file);
+  return KindByContent(file);
 }
 
 void RefuseInput(const std::string& path, InputKind kind) {
@@ -120,8 +126,8 @@ void RefuseInput(const std::string& path, InputKind kind) {
   if (kind == InputKind::Unknown)
     throw ToolError(exFailed, path +
                                   ": neither a project (.vbp), nor a module (.bas, .cls, .frm, " +
-                                  ".ctl, .dob, .pag, .dsr), nor a type library (.tlb, .olb, " +
-                                  ".dll, .ocx, .exe), by its extension");
+                                  ".ctl, .dob, .pag, .dsr), by its extension, nor does it hold " +
+                                  "a type library");
   throw ToolError(exFailed, path + ": " + std::string(WordsFor(kind)) +
                                 " come later; this version reads a project (.vbp) or a single " +
                                 "module (.bas, .cls, .frm, ...)");

@@ -207,6 +207,10 @@ bool VBProject::LoadFromTypeLib(std::string_view Path) try {
   TakeVersion(*this, *library);
   ProjectType = TypeByExtension(FileName);
   LibraryLoader(*this, *library).LoadEntries();
+  if (!library->CodePageEvidence.empty())
+    Tell(DiagnosticCode::CodePageGuessed,
+         {library->CodePage, "in place of that of the library's language: " +
+                                 library->CodePageEvidence + "; --codepage sets another"});
   for (const std::string& message : library->Messages)
     Tell(DiagnosticCode::TypeLibraryMember, {message});
   WasReadFromTypeLibrary = true;

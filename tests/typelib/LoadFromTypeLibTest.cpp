@@ -116,6 +116,8 @@ TEST_F(LoadFromTypeLib, MakesAModuleOfEachEntryAndTwoOfEnumerationsAndRecords) {
   EXPECT_EQ(account.Blocks.Item("IStore_Save")->Interface, "IStore");
   EXPECT_EQ(account.Blocks.Item("Name")->TaggedComments->Item(1)->Text, "The name");
   EXPECT_EQ(account.Blocks.Item("Name")->HelpContextID, 5);
+  // As stored by the compiler for a variable without one.
+  EXPECT_EQ(project->Components.Item("Board")->Blocks.Item("Height")->HelpContextID, -1);
   const Component& panel = *project->Components.Item("Panel");
   EXPECT_EQ(panel.FileType, ftUserControl);
   EXPECT_EQ(panel.Access, "PRIVATE");
@@ -300,6 +302,62 @@ TEST_F(LoadFromTypeLib, IsFalseAndSilentWhereThereIsNoLibrary) {
     EXPECT_FALSE(project.WasReadFromTypeLibrary);
     EXPECT_NE(project.LastErrorString, "");
     EXPECT_EQ(project.Diagnostics.Count() + boxes.Shown.size(), 0u);
+  }
+}
+
+// A type of a library that is not found, behind pointers: its kind is the one stored.
+TEST(TypeLibParameters, OfMissingTypesAreByReferenceByTheStoredKind) {
+  using namespace typelib;
+  struct {
+    int Kind;
+    const char* Classic;
+    const char* Complete;
+  } const cases[] = {{tkInterface, "010", "001"}, {tkDispatch, "010", "001"},
+                     {tkCoclass, "010", "001"},   {tkRecord, "010", "111"},
+                     {tkEnum, "010", "010"},      {tkAlias, "010", "010"},
+                     {-1, "010", "010"}};
+  for (const auto& item : cases) {
+    TypeLibInfo library;
+    library.Imports.resize(1);
+    library.ImportedTypes = {{.Library = 0, .TypeKind = item.Kind}};
+    library.TypeNodes = {{.VarType = vtUserDefined, .Link = TypeReference::Imported(0).Code},
+                         {.VarType = vtPointer, .Link = 0},
+                         {.VarType = vtPointer, .Link = 1}};
+    std::string classic, complete;
+    for (TypeCode level = 0; level < 3; ++level) {
+      ParameterInfo parameter;
+      parameter.VarTypeInfo = {&library, level};
+      VBProject project;
+      classic += project.TypeLibParameter(library, parameter)->IsByRef ? '1' : '0';
+      project.Reading = ReadingRules::Complete();
+      complete += project.TypeLibParameter(library, parameter)->IsByRef ? '1' : '0';
+    }
+    EXPECT_EQ(classic, item.Classic) << item.Kind;
+    EXPECT_EQ(complete, item.Complete) << item.Kind;
+  }
+}
+
+TEST(TypeLibParameters, HaveNoDefaultWhereItIsNothing) {
+  using namespace typelib;
+  struct {
+    TypeLibValue Value;
+    const char* Text;
+  } const cases[] = {{{.VarType = vtDispatch, .IsNull = true}, ""},
+                     {{.VarType = vtUnknown, .IsNull = true}, ""},
+                     {{.VarType = vtVariant, .IsNull = true}, ""},
+                     {{.VarType = vtBstr, .IsNull = true}, "\"\""},
+                     {{.VarType = vtI4, .Integer = 5}, "5"}};
+  const TypeLibInfo library;
+  for (const auto& item : cases) {
+    ParameterInfo parameter;
+    parameter.VarTypeInfo = {&library, PlainType(vtVariant)};
+    parameter.Optional = true;
+    parameter.DefaultValue = &item.Value;
+    for (const ReadingRules& reading : {ReadingRules::Classic(), ReadingRules::Complete()}) {
+      VBProject project;
+      project.Reading = reading;
+      EXPECT_EQ(project.TypeLibParameter(library, parameter)->DefaultValue, item.Text);
+    }
   }
 }
 
