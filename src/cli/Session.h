@@ -22,7 +22,7 @@ enum class InputKind {
   Missing
 };
 
-/// By what is there and by its extension.
+/// By what is there: a type library by what it holds, other files by their extension.
 InputKind KindOfInput(const std::string& path);
 
 /// How far a load goes.

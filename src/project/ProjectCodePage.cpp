@@ -227,9 +227,10 @@ class PageGuesser {
 
   static std::vector<std::string> SourcesIn(std::string folder) {
     if (folder.empty()) return {};
-    if (!folder.ends_with('/')) folder.push_back('/');
+    while (folder.ends_with('/')) folder.pop_back();
     std::vector<FolderEntry> entries;
-    FileSource::Current().List(folder, entries);
+    FileSource::Current().List(folder.empty() ? "/" : folder, entries);
+    folder.push_back('/');
     std::vector<std::string> paths;
     for (const FolderEntry& entry : entries) {
       const auto isOf = [&](std::string_view end) { return EndsWithNoCaseAscii(entry.Name, end); };
@@ -248,6 +249,10 @@ class PageGuesser {
 
 }  // namespace
 
-CodePageGuess GuessCodePage(const FileSystemObject& file) { return PageGuesser(file).Run(); }
+CodePageGuess GuessCodePage(const FileSystemObject& file) {
+  CodePageGuess guess = PageGuesser(file).Run();
+  ForgetFolders();  // listings hold for the page in force, which may change now
+  return guess;
+}
 
 }  // namespace vendrel

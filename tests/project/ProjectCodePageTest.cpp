@@ -60,7 +60,7 @@ TEST(ProjectCodePage, ComesFromNeighboursWhereThereIsLittleToGoBy) {
   test::MemoryFiles files{
       {"/jp/A.vbp", caption + "Module=a; lib\\a.bas\r\n"},
       {"/jp/lib/a.bas", "Rem\r\n"},
-      {"/jp/lib/other.cls", In("932", kJapanese)},
+      {"/jp/lib/other.cls", In("932", kJapanese) + In("932", kJapanese)},
       {"/jp/French.vbp", "Title=\"caf\xE9\"\r\nModule=a; lib\\a.bas\r\n"},
       {"/jp/lib/other.txt", std::string(5000, '\xE9')},
       {"/named/A.vbp", caption},
@@ -72,7 +72,7 @@ TEST(ProjectCodePage, ComesFromNeighboursWhereThereIsLittleToGoBy) {
   EXPECT_EQ(Guess("/alone/A.vbp"), "windows-1252");
   const CodePageGuess guess = GuessCodePage(FileSystemObject("/jp/A.vbp"));
   EXPECT_EQ(guess.Page, "cp932");
-  EXPECT_THAT(guess.Evidence, HasSubstr("with the files beside them 4"));
+  EXPECT_THAT(guess.Evidence, HasSubstr("with the files beside them 9"));
   EXPECT_THAT(GuessCodePage(FileSystemObject("/named/A.vbp")).Evidence,
               HasSubstr("B.vbp beside it: 1 of 1 listed files"));
   // What the neighbours were written with does not fit.

