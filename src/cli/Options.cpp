@@ -9,6 +9,7 @@
 #include "services/CodePage.h"
 #include "services/FileSystemObject.h"
 #include "services/Paths.h"
+#include "typelib/TypeLibService.h"
 
 namespace vendrel::cli {
 namespace {
@@ -98,6 +99,7 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
 void ApplyToProcess(const CommonOptions& options) {
   State().Reset();
   FileOptions::Current() = {};
+  TLIApplication::TextPage() = options.CodePage;
   CheckCodePage(options.CodePage);
   ApplyDrives(options.Drives);
   ApplyTags(options.Tags);

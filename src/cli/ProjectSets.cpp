@@ -5,6 +5,7 @@
 #include "cli/InputJudgement.h"
 #include "cli/Report.h"
 #include "diagnostics/ErrorReport.h"
+#include "services/CodePage.h"
 
 namespace vendrel::cli {
 namespace {
@@ -79,6 +80,7 @@ std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonO
                                           const Streams& streams, LoadDepth depth) {
   ApplyToProcess(options);
   auto group = std::make_shared<VBProjectGroup>();
+  const std::string evidence = UseCodePageFor(AbsolutePath(path), options);
   try {
     if (!group->Load(AbsolutePath(path), true, true))
       throw InputError(path, "cannot be read: " + group->LastErrorString);
@@ -87,6 +89,10 @@ std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonO
     ReportError(error);
     throw InputError(path, "cannot be read: " + error.Text());
   }
+  const DiagnosticScope scope(&group->Diagnostics, group->FileName().FullPath());
+  if (!evidence.empty())
+    Tell(DiagnosticCode::CodePageGuessed,
+         {FileOptions::Current().CodePage, evidence + "; --codepage sets another"});
   for (std::size_t i = 1; i <= group->AllVBProjects().Count();) {
     const std::string file = group->AllVBProjects().Item(i)->FileName.FullPath();
     auto project = LoadOneOf(file, options, streams, group->Diagnostics, depth,

@@ -8,9 +8,10 @@
 #include "cli/ProjectSettings.h"
 #include "cli/Report.h"
 #include "core/Ascii.h"
-#include "core/ProcessState.h"
+#include "project/ProjectCodePage.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"
+#include "typelib/reader/TypeLibReader.h"
 
 namespace vendrel::cli {
 namespace {
@@ -30,18 +31,6 @@ constexpr std::array kExtensions{
     Extension{"exe", InputKind::TypeLibrary}, Extension{"oca", InputKind::TypeLibrary},
 };
 
-// Shows the chooser every file of a project; one that cannot be read is told when it is loaded.
-void FeedFiles(CodePageChooser& chooser, const VBProject& project) {
-  const auto feed = [&](const FileSystemObject& file) {
-    try {
-      if (file.Exists()) chooser.Feed(ReadWholeFile(file.NativePath()));
-    } catch (const VendrelError&) {
-    }
-  };
-  feed(project.FileName);
-  for (const Component& component : project.Components.Listed()) feed(component.FileName);
-}
-
 std::shared_ptr<VBProject> NewProject(const CommonOptions& options) {
   auto project = std::make_shared<VBProject>();
   ApplyToProject(options, *project);
@@ -54,9 +43,7 @@ std::shared_ptr<VBProject> NewProject(const CommonOptions& options) {
 
 // A library is one file: no modules are left to read.
 std::shared_ptr<VBProject> LoadLibrary(const std::string& path, const CommonOptions& options) {
-  const CodePageChooser chooser(options.CodePage);
-  FileOptions::Current().CodePage =
-      chooser.Guesses() ? CodePage::Default().Name() : options.CodePage;
+  FileOptions::Current().CodePage = options.CodePage;
   auto project = NewProject(options);
   if (!project->LoadFromTypeLib(path))
     throw InputError(path, "cannot be read: " + project->LastErrorString);
@@ -75,27 +62,14 @@ std::shared_ptr<VBProject> LoadFile(const std::string& path, InputKind kind,
   return project;
 }
 
-// The guess needs the list of files, and that list may need the guess: names of files are text of
-// the project file. So the project is listed once, and again if the guess is not what it was listed
-// by.
 std::shared_ptr<VBProject> LoadWithCodePage(const std::string& path, InputKind kind,
                                             const CommonOptions& options) {
-  CodePageChooser chooser(options.CodePage);
-  if (!chooser.Guesses()) {
-    FileOptions::Current().CodePage = chooser.Choose();
-    return LoadFile(path, kind, options);
-  }
-  FileOptions::Current().CodePage = CodePage::Default().Name();
+  const std::string evidence = UseCodePageFor(path, options);
   auto project = LoadFile(path, kind, options);
-  FeedFiles(chooser, *project);
-  const std::string chosen = chooser.Choose();
-  if (chosen == CodePage::Default().Name()) return project;
-  FileOptions::Current().CodePage = chosen;
-  project.reset();
-  State().Reset();  // the second listing counts as the first: keys and ids begin anew
-  project = LoadFile(path, kind, options);
+  if (evidence.empty()) return project;
   const DiagnosticScope scope(&project->Diagnostics, project->FileName.FullPath());
-  Tell(DiagnosticCode::CodePageGuessed, {chosen, "guessed; --codepage sets another"});
+  Tell(DiagnosticCode::CodePageGuessed,
+       {FileOptions::Current().CodePage, evidence + "; --codepage sets another"});
   return project;
 }
 
@@ -122,6 +96,13 @@ InputKind KindByExtension(const FileSystemObject& file) {
   return InputKind::Unknown;
 }
 
+// A library is known by what it holds, a compiled file also by its extension.
+InputKind KindByContent(const FileSystemObject& file) {
+  const InputKind kind = KindByExtension(file);
+  if (kind == InputKind::TypeLibrary) return kind;
+  return typelib::HoldsTypeLibrary(file.NativePath()) ? InputKind::TypeLibrary : kind;
+}
+
 // "Both.dll\2": the second library of a compiled file.
 bool IsNumberedLibrary(const std::string& path) {
   const std::size_t mark = path.find_last_of("\\/");
@@ -129,7 +110,7 @@ bool IsNumberedLibrary(const std::string& path) {
   if (!std::all_of(path.begin() + static_cast<std::ptrdiff_t>(mark) + 1, path.end(), IsDigitAscii))
     return false;
   const FileSystemObject file(AbsolutePath(path.substr(0, mark)));
-  return file.Exists() && KindByExtension(file) == InputKind::TypeLibrary;
+  return file.Exists() && KindByContent(file) == InputKind::TypeLibrary;
 }
 
 }  // namespace
@@ -138,7 +119,7 @@ InputKind KindOfInput(const std::string& path) {
   const FileSystemObject file(AbsolutePath(path));
   if (file.IsFolder()) return InputKind::Folder;
   if (!file.Exists()) return IsNumberedLibrary(path) ? InputKind::TypeLibrary : InputKind::Missing;
-  return KindByExtension(file);
+  return KindByContent(file);
 }
 
 void RefuseInput(const std::string& path, InputKind kind) {
@@ -149,8 +130,8 @@ void RefuseInput(const std::string& path, InputKind kind) {
   if (kind == InputKind::Unknown)
     throw ToolError(exFailed, path +
                                   ": neither a project (.vbp), nor a module (.bas, .cls, .frm, " +
-                                  ".ctl, .dob, .pag, .dsr), nor a type library (.tlb, .olb, " +
-                                  ".dll, .ocx, .exe), by its extension");
+                                  ".ctl, .dob, .pag, .dsr), by its extension, nor does it hold " +
+                                  "a type library");
   throw ToolError(exFailed, path + ": " + std::string(WordsFor(kind)) +
                                 " come later; this version reads a project (.vbp) or a single " +
                                 "module (.bas, .cls, .frm, ...)");
@@ -181,11 +162,21 @@ std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOption
   throw InputError(path, "cannot be read: " + error.Text());
 }
 
+std::string UseCodePageFor(const std::string& path, const CommonOptions& options) {
+  const CodePageChooser chooser(options.CodePage);
+  CodePageGuess guess;
+  if (chooser.Guesses()) {
+    guess = GuessCodePage(FileSystemObject(path));
+  } else {
+    guess.Page = CodePage::Named(options.CodePage).Name();
+  }
+  FileOptions::Current().CodePage = guess.Page;
+  return guess.Page == CodePage::Default().Name() ? std::string() : guess.Evidence;
+}
+
 std::string ReadByOptions(const std::string& nativePath, const CommonOptions& options) {
   std::string bytes = ReadWholeFile(nativePath);
-  CodePageChooser chooser(options.CodePage);
-  chooser.Feed(bytes);
-  FileOptions::Current().CodePage = chooser.Choose();
+  UseCodePageFor(nativePath, options);
   return bytes;
 }
 

@@ -22,7 +22,7 @@ enum class InputKind {
   Missing
 };
 
-/// By what is there and by its extension.
+/// By what is there: a type library by what it holds, other files by their extension.
 InputKind KindOfInput(const std::string& path);
 
 /// How far a load goes.
@@ -35,8 +35,11 @@ std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOption
                                      const Streams& streams, LoadDepth depth = LoadDepth::Modules,
                                      const std::function<void(VBProject&)>& prepare = {});
 
-/// Puts the code page for one file in force, guessing it from the file where the options say so.
-/// Gives the bytes of the file.
+/// Puts the code page for a project, group or module in force: the one of the options, or the guess
+/// for it. Gives what a guess of another page than the default rests on, else nothing.
+std::string UseCodePageFor(const std::string& path, const CommonOptions& options);
+
+/// Puts the code page for one file in force and gives the bytes of the file.
 std::string ReadByOptions(const std::string& nativePath, const CommonOptions& options);
 
 /// Raises the error for an input that a command does not take.

@@ -54,11 +54,12 @@ std::string Inside(const std::string& folder, std::string_view leaf) {
   return path.append(leaf);
 }
 
-// Old archives leave names in the code page of their maker; they are matched as what they meant.
+// Old archives leave names in the code page of their maker, as the project file does; they are
+// matched as what they meant.
 std::string FoldedFileName(const std::string& name) {
   if (IsValidUtf8(name)) return FoldKey(name);
   std::string decoded;
-  CodePage::Default().Decode(name, decoded);
+  FileOptions::Current().Page().Decode(name, decoded);
   return FoldKey(decoded);
 }
 

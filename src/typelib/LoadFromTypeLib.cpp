@@ -213,6 +213,10 @@ bool VBProject::LoadFromTypeLib(std::string_view Path) try {
     LibraryLoader(*this, *library).LoadEntries();
     missing.Tell();
   }
+  if (!library->CodePageEvidence.empty())
+    Tell(DiagnosticCode::CodePageGuessed,
+         {library->CodePage, "in place of that of the library's language: " +
+                                 library->CodePageEvidence + "; --codepage sets another"});
   for (const std::string& message : library->Messages)
     Tell(DiagnosticCode::TypeLibraryMember, {message});
   WasReadFromTypeLibrary = true;

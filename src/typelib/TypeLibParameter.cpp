@@ -19,18 +19,29 @@ struct ResolvedKind {
   int Pointers = 0;
 };
 
-// A chain of aliases that ends in a plain type, or cannot be followed, has no kind.
-ResolvedKind Resolve(const VarTypeInfo& type) {
+// Kind of a type of another library as the import remembers it; -1 if it does not.
+int StoredKind(const VarTypeInfo& type) {
+  const TypeReference reference = type.Reference();
+  if (!type.Library || !reference.IsExternal()) return -1;
+  const std::vector<ImportedType>& imported = type.Library->ImportedTypes;
+  return reference.Index() < imported.size() ? imported[reference.Index()].TypeKind : -1;
+}
+
+// A chain of aliases that ends in a plain type has no kind; where it cannot be followed, the kind
+// is the one stored or, by the letter, unknown.
+ResolvedKind Resolve(const VarTypeInfo& type, bool takesStoredKind) {
   ResolvedKind resolved{-1, type.PointerLevel()};
+  const VarTypeInfo* at = &type;
   try {
-    const TypeInfo* target = type.TypeInfo();
+    const TypeInfo* target = at->TypeInfo();
     for (int depth = 0; target && target->TypeKind == tkAlias && depth < kMaxTypeDepth; ++depth) {
-      resolved.Pointers += target->AliasType.PointerLevel();
+      at = &target->AliasType;
+      resolved.Pointers += at->PointerLevel();
       target = target->ResolvedType();
     }
     if (target) resolved.Kind = target->TypeKind;
   } catch (const VendrelError&) {
-    // The type lies elsewhere; its kind stays unknown.
+    if (takesStoredKind) resolved.Kind = StoredKind(*at);
   }
   return resolved;
 }
@@ -38,7 +49,7 @@ ResolvedKind Resolve(const VarTypeInfo& type) {
 bool IsByReference(const VBProject& project, const VarTypeInfo& type, std::int32_t number) {
   const int level = type.PointerLevel();
   if ((number & ~kArrayAndVector) != 0) return level == 1;
-  const ResolvedKind resolved = Resolve(type);
+  const ResolvedKind resolved = Resolve(type, project.Reading.ByRefObjects);
   switch (resolved.Kind) {
     case tkRecord: return true;
     case tkInterface:
@@ -48,7 +59,14 @@ bool IsByReference(const VBProject& project, const VarTypeInfo& type, std::int32
   }
 }
 
+// A parameter that is nothing unless it is given. A string without a value is an empty one.
+bool IsNullObject(const TypeLibValue& value) {
+  return value.IsNull &&
+         (value.VarType == vtDispatch || value.VarType == vtUnknown || value.VarType == vtVariant);
+}
+
 std::string DefaultText(const TypeLibValue& value) {
+  if (IsNullObject(value)) return {};
   return value.IsNumeric() ? value.Text() : "\"" + value.Text() + "\"";
 }
 

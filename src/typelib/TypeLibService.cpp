@@ -68,11 +68,14 @@ class OwnService final : public TLIApplication {
  public:
   std::shared_ptr<const TypeLibInfo> TypeLibInfoFromFile(const std::string& path) override {
     TypeLibOptions options;
-    options.Finder = std::make_shared<typelib::FileLibraryFinder>(SearchPath, RegisteredFile);
+    options.CodePage = TextPage();
+    options.Finder =
+        std::make_shared<typelib::FileLibraryFinder>(SearchPath, RegisteredFile, TextPage());
     return typelib::TypeLibInfoFromFile(NativeOf(path), options);
   }
   std::string LibraryName(const std::string& path) override {
     TypeLibOptions options;
+    options.CodePage = TextPage();
     options.HeaderOnly = true;
     return std::string(typelib::TypeLibInfoFromFile(NativeOf(path), options)->Name);
   }
@@ -87,6 +90,11 @@ std::string NameOfLibrary(const std::string& nativePath) {
 std::string TLIApplication::LibraryName(const std::string& Path) {
   const auto library = TypeLibInfoFromFile(Path);
   return library ? std::string(library->Name) : std::string();
+}
+
+std::string& TLIApplication::TextPage() {
+  static std::string page;
+  return page;
 }
 
 std::shared_ptr<TLIApplication> TLIApplication::New() {

@@ -29,6 +29,8 @@ class TLIApplication {
   /// Name of that library, without reading its types where that is possible.
   virtual std::string LibraryName(const std::string& Path);
 
+  /// The code page of the texts of all libraries from now on, as `TypeLibOptions::CodePage`.
+  static std::string& TextPage();
   /// A new object of the service that is registered: this system's own unless a host has put
   /// another in its place.
   static std::shared_ptr<TLIApplication> New();

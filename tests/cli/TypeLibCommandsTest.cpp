@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "services/CodePage.h"
 #include "services/Startup.h"
 #include "support/MemoryFiles.h"
 #include "support/ToolRun.h"
@@ -71,6 +72,39 @@ TEST_F(TypeLibCommands, TypelibPrintsWhatIsStored) {
   EXPECT_THAT(RunFor({"typelib", "/t/empty.ocx"}, exFailed),
               HasSubstr("/t/empty.ocx: cannot be read"));
   EXPECT_THAT(RunFor({"typelib", "/t/none.ocx"}, exFailed), HasSubstr("no such file"));
+}
+
+TEST_F(TypeLibCommands, AFileIsALibraryByWhatItHolds) {
+  for (const char* path : {"/t/kept.cmp", "/t/noname", "/t/odd.bas", "/t/both.bak/2"}) {
+    const std::string file = std::string(path).substr(0, std::string(path).find("/2"));
+    mFiles.Add(file, mFiles[file == path ? "/t/old.tlb" : "/t/Both.dll"]);
+    EXPECT_THAT(RunFor({"typelib", path}), HasSubstr("enum Colours {"));
+    EXPECT_EQ(json::parse(RunFor({"dump", path}))["ProjectName"], "OldLib") << path;
+  }
+  mFiles.Add("/t/text.txt", "MSF");
+  EXPECT_THAT(RunFor({"dump", "/t/text.txt"}, exFailed), HasSubstr("nor does it hold a type"));
+  RunFor({"typelib", "/t/text.txt"}, exFailed);
+}
+
+TEST_F(TypeLibCommands, TextsComeInTheCodePageAskedForOrTold) {
+  std::string help;
+  CodePage::Named("936").Encode("返回当前文件的名称和大小", help);
+  typelib::test::MsftBuilder builder;
+  builder.LibraryName = builder.AddName("Lib");
+  builder.LibraryHelp = builder.AddString(help);
+  mFiles.Add("/t/zh.tlb", Bytes(builder.Build()));
+  struct {
+    const char* Page;
+    bool IsRead;
+    bool IsTold;
+  } const cases[] = {{"auto", true, true}, {"936", true, false}, {"1252", false, false}};
+  for (const auto& item : cases) {
+    const ToolRun run = Tool({"dump", "/t/zh.tlb", "--codepage", item.Page});
+    EXPECT_EQ(json::parse(run.Out)["Description"] == "返回当前文件的名称和大小", item.IsRead);
+    EXPECT_EQ(run.Err.find("cp936 (in place of") != std::string::npos, item.IsTold) << run.Err;
+    const std::string listing = RunFor({"typelib", "/t/zh.tlb", "--codepage", item.Page});
+    EXPECT_EQ(listing.find("返回") != std::string::npos, item.IsRead);
+  }
 }
 
 }  // namespace

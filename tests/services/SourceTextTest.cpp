@@ -188,6 +188,28 @@ TEST(CodePage, IsGuessedOnceForAllFilesFed) {
   EXPECT_EQ(guess({"Firm=\"Bront\xEB & Sons\"\r\n' Bront\xEB\r\nx = \"Bront\xEB\"\r\n",
                    "' Bront\xEB, Bront\xEB\r\n"}),
             "windows-1252");
+  struct {
+    const char* Page;
+    const char* Text;
+    const char* Damage;
+  } const others[] = {
+      {"cp936", "' 返回当前文件的名称和大小，如果文件不存在则显示错误信息\r\n", ""},
+      {"cp936", "Caption = \"工程一\"\r\nCaption = \"退出\"\r\n", ""},
+      {"cp949", "' 목록에 있는 모든 값의 합계를 계산하고 파일이 없으면 오류를 표시한다\r\n", ""},
+      {"cp950", "' 傳回目前檔案的名稱與大小，如果檔案不存在則顯示錯誤訊息\r\n", ""},
+      {"cp932", "' ファイルが見つからない場合はエラーを表示する\r\n' 値の合計を計算します\r\n",
+       "x = \"\x95\"\r\n"},
+      // Pairs of capitals that would be everyday ideographs, but stand alone.
+      {"windows-1252", "' FUNÇÃO\r\n' DESCRIÇÃO, OPÇÕES\r\n' AÇÃO NÃO É\r\n' REFEIÇÃO\r\n", ""},
+      {"windows-1252", "' Le créateur\r\n", "UTF-8 among it: \xE5\xB7\xA5\xE7\xA8\x8B\r\n"},
+      {"windows-1252", "' Größe\r\n", "\x01\x95\x5C\x8E\xA6\x82\xA0\x82\xA2\x82\xA4\r\n"},
+  };
+  for (const auto& item : others) {
+    std::string bytes;
+    ASSERT_TRUE(CodePage::Named(item.Page).Encode(item.Text, bytes)) << item.Text;
+    if (item.Page == std::string("cp932")) bytes += bytes + bytes + bytes;
+    EXPECT_EQ(guess({bytes + item.Damage}), item.Page) << item.Text;
+  }
   CodePageChooser fixed("1251");
   EXPECT_FALSE(fixed.Guesses());
   fixed.Feed(japanese);

@@ -73,6 +73,7 @@ TEST(LibraryFinder, LooksInSettingsBesideTheFileAndAlongThePath) {
       {"beside, but another library of that name", "user/other.tlb", UserLibrary(), false, false},
       {"on the path", "path/other.tlb", OtherLibrary(), false, true},
       {"on the path, under another name", "path/renamed.olb", OtherLibrary(), false, true},
+      {"on the path, of no known kind", "path/other.cmp", OtherLibrary(), false, true},
       {"in a second resource", "path/both.dll", compiled.Build(), false, true},
       {"in the settings", "set/any.bin", OtherLibrary(), true, true},
   };

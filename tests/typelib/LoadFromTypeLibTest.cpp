@@ -317,6 +317,67 @@ TEST_F(LoadFromTypeLib, IsFalseAndSilentWhereThereIsNoLibrary) {
   }
 }
 
+// A type of a library that is not found, behind pointers: its kind is the one stored.
+TEST(TypeLibParameters, OfMissingTypesAreByReferenceByTheStoredKind) {
+  using namespace typelib;
+  struct {
+    int Kind;
+    const char* Classic;
+    const char* Complete;
+  } const cases[] = {{tkInterface, "010", "001"}, {tkDispatch, "010", "001"},
+                     {tkCoclass, "010", "001"},   {tkRecord, "010", "111"},
+                     {tkEnum, "010", "010"},      {tkAlias, "010", "010"},
+                     {-1, "010", "010"}};
+  for (const auto& item : cases) {
+    TypeLibInfo library;
+    library.Imports.resize(1);
+    library.ImportedTypes.resize(1);
+    library.ImportedTypes[0].TypeKind = item.Kind;
+    library.TypeNodes = {{vtUserDefined, 0, 0, TypeReference::Imported(0).Code},
+                         {vtPointer, 0, 0, 0},
+                         {vtPointer, 0, 0, 1}};
+    std::string classic, complete;
+    for (TypeCode level = 0; level < 3; ++level) {
+      ParameterInfo parameter;
+      parameter.VarTypeInfo = {&library, level};
+      VBProject project;
+      classic += project.TypeLibParameter(library, parameter)->IsByRef ? '1' : '0';
+      project.Reading = ReadingRules::Complete();
+      complete += project.TypeLibParameter(library, parameter)->IsByRef ? '1' : '0';
+    }
+    EXPECT_EQ(classic, item.Classic) << item.Kind;
+    EXPECT_EQ(complete, item.Complete) << item.Kind;
+  }
+}
+
+TEST(TypeLibParameters, HaveNoDefaultWhereItIsNothing) {
+  using namespace typelib;
+  struct {
+    int VarType;
+    bool IsNull;
+    const char* Text;
+  } const cases[] = {{vtDispatch, true, ""},
+                     {vtUnknown, true, ""},
+                     {vtVariant, true, ""},
+                     {vtBstr, true, "\"\""},
+                     {vtI4, false, "0"}};
+  const TypeLibInfo library;
+  for (const auto& item : cases) {
+    ParameterInfo parameter;
+    parameter.VarTypeInfo = {&library, PlainType(vtVariant)};
+    parameter.Optional = true;
+    TypeLibValue value;
+    value.VarType = item.VarType;
+    value.IsNull = item.IsNull;
+    parameter.DefaultValue = &value;
+    for (const ReadingRules& reading : {ReadingRules::Classic(), ReadingRules::Complete()}) {
+      VBProject project;
+      project.Reading = reading;
+      EXPECT_EQ(project.TypeLibParameter(library, parameter)->DefaultValue, item.Text);
+    }
+  }
+}
+
 TEST(TypeWords, OfNumbersDropTheArrayBit) {
   const VBProject project;
   EXPECT_EQ(project.psTranslateType(8200), "String");

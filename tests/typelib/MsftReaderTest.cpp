@@ -231,18 +231,65 @@ TEST(MsftReader, ReadsTextsInTheCodePageOfTheLanguageOrTheOneGiven) {
   builder.LibraryHelp = builder.AddString("\xCC\xE8\xF0 \x81");
   struct {
     std::uint32_t Lcid;
-    int CodePage;
+    const char* CodePage;
     const char* Text;
-  } const cases[] = {{0x409, 0, "\xC3\x8C\xC3\xA8\xC3\xB0 \xC2\x81"},
-                     {0x419, 0, "\xD0\x9C\xD0\xB8\xD1\x80 \xD0\x83"},
-                     {0x409, 1251, "\xD0\x9C\xD0\xB8\xD1\x80 \xD0\x83"},
-                     {0x411, 0, "\xEF\xBE\x8C\xE9\xA0\x8F \xEF\xBF\xBD"}};
+  } const cases[] = {{0x409, "", "\xC3\x8C\xC3\xA8\xC3\xB0 \xC2\x81"},
+                     {0x419, "", "\xD0\x9C\xD0\xB8\xD1\x80 \xD0\x83"},
+                     {0x419, "auto", "\xD0\x9C\xD0\xB8\xD1\x80 \xD0\x83"},
+                     {0x409, "1251", "\xD0\x9C\xD0\xB8\xD1\x80 \xD0\x83"},
+                     {0x411, "", "\xEF\xBE\x8C\xE9\xA0\x8F \xEF\xBF\xBD"}};
   for (const auto& expected : cases) {
     builder.Lcid = expected.Lcid;
     TypeLibOptions options;
     options.CodePage = expected.CodePage;
     EXPECT_EQ(TypeLibInfoFromBytes(builder.Build(), options)->HelpString, expected.Text)
         << expected.Lcid;
+  }
+}
+
+TEST(MsftReader, KeepsAHelpContextAsStored) {
+  MsftBuilder builder;
+  MsftBuilder::Type type{.Kind = tkInterface, .Name = builder.AddName("IOne")};
+  MsftBuilder::AddFunction(type, 1, builder.AddName("Run"), 1, -1, {});
+  type.Records.Set32(24, 0xFFFFFFFF);
+  builder.Types.push_back(type);
+  const auto library = TypeLibInfoFromBytes(builder.Build());
+  EXPECT_EQ(static_cast<std::int32_t>(library->TypeInfos[0].OwnMembers[0].HelpContext), -1);
+  EXPECT_NE(TypeLibJson(*library).find("\"HelpContext\": -1"), std::string::npos);
+}
+
+TEST(MsftReader, TakesThePageThatTheBytesTellWhereItMay) {
+  struct {
+    std::uint32_t Lcid;
+    const char* CodePage;
+    const char* Written;
+    const char* Text;
+    bool IsRead;
+  } const cases[] = {
+      {0x409, "auto", "936", "返回当前文件的名称和大小", true},
+      {0x409, "", "936", "返回当前文件的名称和大小", false},
+      {0x409, "1252", "936", "返回当前文件的名称和大小", false},
+      {0x409, "gbk", "936", "返回当前文件的名称和大小", true},
+      {0x419, "auto", "936", "返回当前文件的名称和大小", true},
+      {0x809, "auto", "1251", "Возвращает имя текущего файла и его размер", true},
+      {0, "auto", "1251", "Возвращает имя текущего файла и его размер", true},
+      {0x411, "auto", "932", "表", true},
+      {0x40C, "auto", "1252", "Le nom du fichier créé à côté", true},
+      {0x409, "auto", "1252", "Größe, © 1998", true},
+  };
+  for (const auto& item : cases) {
+    std::string bytes;
+    ASSERT_TRUE(CodePage::Named(item.Written).Encode(item.Text, bytes));
+    MsftBuilder builder;
+    builder.AddString("first");
+    builder.LibraryHelp = builder.AddString(bytes);
+    builder.Lcid = item.Lcid;
+    TypeLibOptions options;
+    options.CodePage = item.CodePage;
+    const auto library = TypeLibInfoFromBytes(builder.Build(), options);
+    EXPECT_EQ(library->HelpString == item.Text, item.IsRead)
+        << item.Lcid << item.CodePage << library->HelpString;
+    EXPECT_EQ(library->CodePage == CodePage::Named(item.Written).Name(), item.IsRead);
   }
 }
 

@@ -1,5 +1,8 @@
 #include "typelib/reader/ImageTexts.h"
 
+#include "core/Ascii.h"
+#include "services/PairPages.h"
+#include "services/TellingBytes.h"
 #include "services/Utf8.h"
 #include "typelib/reader/LanguagePages.h"
 #include "typelib/reader/Limits.h"
@@ -9,19 +12,47 @@ namespace {
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
-const CodePage& PageFor(int number, unsigned lcid) {
-  if (number == 0) number = CodePageOfLanguage(lcid);
+constexpr unsigned kPrimaryLanguage = 0x3FF, kNeutral = 0, kEnglish = 9;
+
+const CodePage& PageOfLanguage(unsigned lcid) {
+  const int number = CodePageOfLanguage(lcid);
   const CodePage* page = number == 0 ? nullptr : CodePage::Find(std::to_string(number));
   return page ? *page : FileOptions::Current().Page();
 }
 
+// English has no letters beyond ASCII, and it is what compilers store for any language: there the
+// bytes decide. For another language they do where its page cannot be theirs.
+const CodePage& PageByBytes(TypeLibInfo& library, unsigned lcid, const TellingBytes& telling) {
+  const CodePage& own = PageOfLanguage(lcid);
+  const unsigned language = lcid & kPrimaryLanguage;
+  const CodePageGuess guess = telling.Choose();
+  const bool isOpen = language == kNeutral || language == kEnglish || !telling.Fit(own.Name()) ||
+                      (IsPairPage(guess.Page) && !IsPairPage(own.Name()));
+  const CodePage* guessed = isOpen ? CodePage::Find(guess.Page) : nullptr;
+  if (!guessed || guessed == &own || guessed == &CodePage::Default()) return own;
+  library.CodePageEvidence = guess.Evidence;
+  return *guessed;
+}
+
+const CodePage& PageFor(TypeLibInfo& library, const std::string& name, unsigned lcid,
+                        const TellingBytes* telling) {
+  if (EqualsNoCaseAscii(name, "auto"))
+    return telling && telling->Count() > 0 ? PageByBytes(library, lcid, *telling)
+                                           : PageOfLanguage(lcid);
+  const CodePage* page = name.empty() ? nullptr : CodePage::Find(name);
+  return page ? *page : PageOfLanguage(lcid);
+}
+
 }  // namespace
 
-ImageTexts::ImageTexts(TypeLibInfo& library, int codePage, unsigned lcid)
+ImageTexts::ImageTexts(TypeLibInfo& library, const std::string& codePage, unsigned lcid,
+                       const TellingBytes* telling)
     : mLibrary(library),
-      mPage(PageFor(codePage, lcid)),
+      mPage(PageFor(library, codePage, lcid, telling)),
       mLeft(kTextBase + kTextShare * library.Image.size()),
-      mLeftToConvert(mLeft) {}
+      mLeftToConvert(mLeft) {
+  library.CodePage = mPage.Name();
+}
 
 std::string_view ImageTexts::String(std::string_view bytes) {
   return Spend(bytes.size()) ? Decode(bytes) : std::string_view();

@@ -8,6 +8,10 @@
 #include "services/CodePage.h"
 #include "typelib/reader/TypeLibInfo.h"
 
+namespace vendrel {
+class TellingBytes;
+}
+
 namespace vendrel::typelib {
 
 /// The texts of one image while it is read, each kind within its limit. ASCII stays where it is in
@@ -15,8 +19,10 @@ namespace vendrel::typelib {
 /// mean nothing become U+FFFD.
 class ImageTexts {
  public:
-  /// `codePage` 0: that of the language; of the neutral one, the page in force for files.
-  ImageTexts(TypeLibInfo& library, int codePage, unsigned lcid);
+  /// `codePage` as in `TypeLibOptions`; the page of the neutral language is the one in force for
+  /// files. `telling` has the texts for which "auto" stands open to other pages; nullptr for none.
+  ImageTexts(TypeLibInfo& library, const std::string& codePage, unsigned lcid,
+             const TellingBytes* telling = nullptr);
 
   std::string_view Name(std::string_view bytes) { return Decode(bytes); }
   /// Help strings and values: counted, since many members may point at one long text.

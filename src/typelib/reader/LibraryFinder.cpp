@@ -11,14 +11,16 @@
 namespace vendrel::typelib {
 namespace {
 
-// A cache of a control's library (.oca) comes last: it is another library with members of the host.
-constexpr std::string_view kExtensions[] = {".tlb", ".olb", ".dll", ".ocx", ".exe", ".oca"};
+constexpr std::string_view kExtensions[] = {".tlb", ".olb", ".dll", ".ocx", ".exe"};
 
+// Any other file follows. A cache of a control's library (.oca) comes last: it is another library
+// with members of the host.
 std::size_t ExtensionRank(const std::string& path) {
   const auto found =
       std::find_if(std::begin(kExtensions), std::end(kExtensions),
                    [&](auto extension) { return EndsWithNoCaseAscii(path, extension); });
-  return static_cast<std::size_t>(found - std::begin(kExtensions));
+  const auto rank = static_cast<std::size_t>(found - std::begin(kExtensions));
+  return EndsWithNoCaseAscii(path, ".oca") ? rank + 1 : rank;
 }
 
 // The file name of a stored path, without the number of a resource, which is put into `suffix`.
@@ -37,8 +39,10 @@ std::string LeafOf(std::string stored, std::string& suffix) {
 }  // namespace
 
 FileLibraryFinder::FileLibraryFinder(std::vector<std::string> searchPath, SettingsLookUp settings,
-                                     int codePage)
-    : mSearchPath(std::move(searchPath)), mSettings(std::move(settings)), mCodePage(codePage) {}
+                                     std::string codePage)
+    : mSearchPath(std::move(searchPath)),
+      mSettings(std::move(settings)),
+      mCodePage(std::move(codePage)) {}
 
 FileLibraryFinder::~FileLibraryFinder() = default;
 
@@ -111,8 +115,7 @@ void FileLibraryFinder::ScanFolder(Folder& folder) {
   if (folder.Scanned) return;
   folder.Scanned = true;
   std::vector<std::string> files;
-  for (const auto& [leaf, path] : folder.Files)
-    if (ExtensionRank(path) < std::size(kExtensions)) files.push_back(path);
+  for (const auto& [leaf, path] : folder.Files) files.push_back(path);
   std::stable_sort(files.begin(), files.end(), [](const std::string& a, const std::string& b) {
     return ExtensionRank(a) < ExtensionRank(b);
   });

@@ -32,7 +32,7 @@ using SettingsLookUp = std::function<std::string(const std::string& libraryId, i
 class FileLibraryFinder final : public LibraryFinder {
  public:
   explicit FileLibraryFinder(std::vector<std::string> searchPath = {}, SettingsLookUp settings = {},
-                             int codePage = 0);
+                             std::string codePage = {});
   ~FileLibraryFinder() override;
 
   const TypeLibInfo* Find(const LibraryImport& import, const TypeLibInfo& importer) override;
@@ -55,7 +55,7 @@ class FileLibraryFinder final : public LibraryFinder {
 
   std::vector<std::string> mSearchPath;
   SettingsLookUp mSettings;
-  int mCodePage;
+  std::string mCodePage;
   std::map<std::string, std::shared_ptr<TypeLibInfo>> mOpened;
   std::map<std::string, Folder> mFolders;
   std::map<std::string, const TypeLibInfo*> mFound;

@@ -16,6 +16,7 @@ constexpr std::uint32_t kHasCustomData = 0x80;
 constexpr std::uint32_t kHasDefaults = 0x1000;
 constexpr std::uint32_t kEntryIsOrdinal = 0x2000;
 
+// Of help strings: -1 says that there is none.
 std::uint32_t ContextOrZero(std::int32_t stored) {
   return stored == -1 ? 0 : static_cast<std::uint32_t>(stored);
 }
@@ -208,7 +209,7 @@ void MsftReader::ReadFunctionExtras(ByteStream& record, std::size_t count, std::
   for (std::size_t i = 0; i < count; ++i) {
     const std::int32_t word = record.I32();
     switch (i) {
-      case 0: member.HelpContext = ContextOrZero(word); break;
+      case 0: member.HelpContext = static_cast<std::uint32_t>(word); break;
       case 1: Guarded("help string", [&] { member.HelpString = String(word); }); break;
       case 2:
         if ((bits & kEntryIsOrdinal) != 0) {
@@ -257,7 +258,7 @@ void MsftReader::ReadVariable(ByteStream record, MemberInfo& member) {
   for (std::size_t i = 0; record.Left() >= 4; ++i) {
     const std::int32_t word = record.I32();
     switch (i) {
-      case 0: member.HelpContext = ContextOrZero(word); break;
+      case 0: member.HelpContext = static_cast<std::uint32_t>(word); break;
       case 1: Guarded("help string", [&] { member.HelpString = String(word); }); break;
       case 3: Guarded("custom data", [&] { member.CustomData = CustomData(word); }); break;
       case 4: member.HelpStringContext = ContextOrZero(word); break;

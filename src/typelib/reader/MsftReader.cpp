@@ -2,12 +2,15 @@
 
 #include <algorithm>
 
+#include "core/Ascii.h"
+#include "services/TellingBytes.h"
 #include "typelib/reader/Limits.h"
 
 namespace vendrel::typelib {
 namespace {
 
 constexpr std::size_t kHeaderBytes = 0x54;
+constexpr std::size_t kShortestString = 8;
 constexpr std::uint32_t kHasHelpStringDll = 0x100;
 constexpr const char* kSegmentNames[] = {"the types",        "the imported types",
                                          "the import files", "the references",
@@ -40,6 +43,7 @@ void MsftReader::Read() {
   mLibrary.Format = LibraryFormat::Msft;
   ReadHeader();
   ReadDirectory();
+  ChooseCodePage();
   Guarded("library", [&] { ReadLibraryTexts(); });
   if (mOptions.HeaderOnly) return;
   Guarded("import files", [&] { ReadImports(); });
@@ -72,7 +76,20 @@ void MsftReader::ReadHeader() {
   mHelpFile = header.I32();
   mCustomData = header.I32();
   header.Skip(16);  // bucket counts, IDispatch, number of imported types
-  mTexts = std::make_unique<ImageTexts>(mLibrary, mOptions.CodePage, mLibrary.Lcid);
+}
+
+// The strings tell the code page of all texts, so they are looked at before any is converted.
+void MsftReader::ChooseCodePage() {
+  TellingBytes telling;
+  ByteStream strings = mSegments[segStrings];
+  while (EqualsNoCaseAscii(mOptions.CodePage, "auto") && strings.Left() >= 2) {
+    const std::size_t start = strings.Position();
+    const std::size_t length = std::min<std::size_t>(strings.U16(), strings.Left());
+    telling.Feed(strings.Chars(length));
+    const std::size_t end = std::max(start + kShortestString, RoundUp4(strings.Position()));
+    strings.Skip(std::min(end - strings.Position(), strings.Left()));
+  }
+  mTexts = std::make_unique<ImageTexts>(mLibrary, mOptions.CodePage, mLibrary.Lcid, &telling);
 }
 
 // Behind the header an offset for each entry, then fifteen times {offset, length, -1, 15}: the two

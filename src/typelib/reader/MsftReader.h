@@ -42,6 +42,7 @@ class MsftReader {
 
   void ReadHeader();
   void ReadDirectory();
+  void ChooseCodePage();
   void ReadLibraryTexts();
   void ReadImports();
   void ReadImportedTypes();

@@ -227,6 +227,9 @@ class TypeLibInfo {
   std::uint16_t MajorVersion = 0;
   std::uint16_t MinorVersion = 0;
   std::uint32_t Lcid = 0;
+  /// Name of the code page by which the texts were read; what it rests on where that is not the
+  /// language.
+  std::string CodePage, CodePageEvidence;
   /// 0 16-bit, 1 32-bit, 3 64-bit Windows.
   int SysKind = 1;
   /// 1 restricted, 2 control, 4 hidden.

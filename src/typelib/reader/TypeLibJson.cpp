@@ -78,7 +78,7 @@ Json MemberJson(const TypeLibInfo& library, const MemberInfo& member) {
                  {"DescKind", member.DescKind},
                  {"InvokeKind", member.InvokeKind},
                  {"AttributeMask", member.AttributeMask},
-                 {"HelpContext", member.HelpContext},
+                 {"HelpContext", static_cast<std::int32_t>(member.HelpContext)},
                  {"HelpString", member.HelpString},
                  {"ReturnType", TypeJson(member.ReturnType)}};
   if (member.DescKind == dkFunction) {
@@ -116,7 +116,7 @@ Json TypeInfoJson(const TypeLibInfo& library, const TypeInfo& type) {
                  {"AttributeMask", type.AttributeMask},
                  {"MajorVersion", type.MajorVersion},
                  {"MinorVersion", type.MinorVersion},
-                 {"HelpContext", type.HelpContext},
+                 {"HelpContext", static_cast<std::int32_t>(type.HelpContext)},
                  {"HelpString", type.HelpString}};
   if (!type.DllName.empty()) result["DllName"] = type.DllName;
   if (type.TypeKind == tkAlias) result["ResolvedType"] = TypeJson(type.AliasType);
@@ -144,7 +144,7 @@ Json HeadJson(const TypeLibInfo& library) {
                  {"SysKind", library.SysKind},
                  {"AttributeMask", library.AttributeMask},
                  {"HelpString", library.HelpString},
-                 {"HelpContext", library.HelpContext},
+                 {"HelpContext", static_cast<std::int32_t>(library.HelpContext)},
                  {"HelpFile", library.HelpFile},
                  {"ContainingFile", library.ContainingFile},
                  {"Format", library.Format == LibraryFormat::Sltg ? "SLTG" : "MSFT"}};

@@ -12,8 +12,9 @@
 namespace vendrel::typelib {
 
 struct TypeLibOptions {
-  /// Code page of the texts; 0: that of the library's language.
-  int CodePage = 0;
+  /// Code page of the texts, as `CodePage::Find` takes it. Empty: that of the library's language;
+  /// "auto": that one too, unless the bytes of the texts tell otherwise.
+  std::string CodePage;
   /// Where types of other libraries are sought; null: nowhere.
   std::shared_ptr<LibraryFinder> Finder;
   /// Keeps account of the bytes read, for `TypeLibInfo::Coverage`.
@@ -33,6 +34,9 @@ std::shared_ptr<TypeLibInfo> TypeLibInfoFromFile(const std::string& path,
 std::shared_ptr<TypeLibInfo> TypeLibInfoFromBytes(std::span<const std::uint8_t> file,
                                                   const TypeLibOptions& options = {},
                                                   int resourceId = 0);
+
+/// Whether the file of a native path is a library, or a compiled file with one in it. Never fails.
+bool HoldsTypeLibrary(const std::string& nativePath);
 
 /// Numbers of the libraries that a compiled file holds, as stored; empty for other files.
 std::vector<int> TypeLibResourceIds(const std::string& path);
