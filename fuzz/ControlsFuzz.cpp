@@ -16,7 +16,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!project->LoadModule("/p/F.frm")) return 0;
     fuzz::Exercise(*project);
     for (const Component& component : project->Components.Listed())
-      for (const VBControl& control : component.AllVBControls) control.QualifiedName();
+      for (const VBControl& control : component.AllVBControls) {
+        control.QualifiedName();
+        control.ControlProperties();
+      }
   } catch (const VendrelError&) {
   }
   return 0;

@@ -7,6 +7,7 @@
 #include "cli/Results.h"
 #include "core/CaseFold.h"
 #include "output/Dump.h"
+#include "output/Json.h"
 
 namespace vendrel::cli {
 namespace {
@@ -16,6 +17,7 @@ struct ControlsArguments {
   std::string File;
   std::string Module;
   bool Json = false;
+  bool Properties = false;
 };
 
 struct OpenControl {
@@ -33,13 +35,53 @@ void WriteControl(std::ostream& out, const VBControl& control, int depth, ShownP
   out << line << '\n';
 }
 
+// A text as JSON has it: on one line, whatever is in it.
+std::string InQuotes(std::string_view text) {
+  std::string quoted;
+  AppendJsonString(quoted, text);
+  return quoted;
+}
+
+// What is written without quotation marks.
+std::string WithoutQuotes(std::string_view text) {
+  std::string shown;
+  for (const char c : text) {
+    if (static_cast<unsigned char>(c) < ' ') {
+      const std::string escaped = InQuotes({&c, 1});
+      shown.append(escaped, 1, escaped.size() - 2);
+    } else {
+      shown += c;
+    }
+  }
+  return shown;
+}
+
+void WriteProperty(std::ostream& out, const ControlProperty& property, int depth) {
+  std::string line(IndentOf(depth + property.Depth), ' ');
+  line += WithoutQuotes(property.Name);
+  const bool isGroup = property.Kind == ControlValue::Group;
+  if (!isGroup) line += " =";
+  if (property.Kind == ControlValue::Text) {
+    line.append(" ").append(InQuotes(property.Value));
+  } else if (property.Kind == ControlValue::List) {
+    for (std::size_t i = 0; i < property.Items.size(); ++i)
+      line.append(i == 0 ? " " : ", ").append(InQuotes(property.Items[i]));
+  } else if (!property.Value.empty()) {
+    line.append(" ").append(WithoutQuotes(property.Value));
+  }
+  out << line << '\n';
+}
+
 // Containers before what they hold, from an explicit stack.
-void WriteTree(std::ostream& out, const VBControl& root, ShownPaths& paths) {
+void WriteTree(std::ostream& out, const VBControl& root, bool properties, ShownPaths& paths) {
   std::vector<OpenControl> open{{&root, 0}};
   while (!open.empty()) {
     const OpenControl next = open.back();
     open.pop_back();
     WriteControl(out, *next.Control, next.Depth, paths);
+    if (properties)
+      for (const ControlProperty& property : next.Control->ControlProperties())
+        WriteProperty(out, property, next.Depth + 2);
     for (std::size_t i = next.Control->VBControls.Count(); i >= 1; --i)
       open.push_back({next.Control->VBControls.Item(i), next.Depth + 1});
   }
@@ -50,15 +92,17 @@ int RunControls(const ControlsArguments& arguments, const Streams& streams) {
   bool found = false;
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
     ShownPaths paths;
+    DumpOptions shown;
+    shown.ControlProperties = arguments.Properties;
     code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
       for (const Component& component : project.Components.Listed()) {
         if (!arguments.Module.empty() && !EqualsNoCase(component.Name, arguments.Module)) continue;
         found = found || !arguments.Module.empty() || component.VBControl;
         if (!component.VBControl) continue;
         if (arguments.Json)
-          Dump(out, Describe(*component.VBControl));
+          Dump(out, Describe(*component.VBControl), shown);
         else
-          WriteTree(out, *component.VBControl, paths);
+          WriteTree(out, *component.VBControl, arguments.Properties, paths);
       }
     });
   });
@@ -77,6 +121,7 @@ void AddControlsCommand(CLI::App& app, Job& job) {
   command->add_option("file", arguments->File, "A project, module, group or folder")->required();
   command->add_option("module", arguments->Module, "Only the module of this name");
   command->add_flag("--json", arguments->Json, "Each tree as JSON");
+  command->add_flag("--properties", arguments->Properties, "All properties of each control too");
   AddCommonOptions(*command, arguments->Common);
   command->callback([arguments, &job] {
     job.Run = [arguments, &streams = job.Streams] { return RunControls(*arguments, streams); };

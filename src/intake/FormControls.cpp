@@ -35,9 +35,10 @@ std::size_t HexValue(std::string_view text) {
 }  // namespace
 
 ControlReader::ControlReader(Component& component, Block& block, ModuleIntake& intake)
-    : mComponent(component), mBlock(block), mIntake(intake) {}
+    : mComponent(component), mBlock(block), mIntake(intake), mCompanion(component) {}
 
 std::shared_ptr<VBControl> ControlReader::Read(std::string_view beginLine) try {
+  mLine = beginLine;
   Open(beginLine);
   while (!mOpen.empty() && !mComponent.FileName.AtEnd()) TakeLine(Trim(NextLine()));
   if (!mOpen.empty()) Tell(DiagnosticCode::ControlTreeOpen, {mOpen.back().Control->Name});
@@ -59,7 +60,13 @@ std::string_view ControlReader::NextLine() {
   ParsedLine line;
   mIntake.Classifier.First(text, line);
   StoreLine(mBlock, line);
+  mLine = text;
   return text;
+}
+
+// 0-based place of a line in the text of the module.
+std::uint32_t ControlReader::OffsetOf(std::string_view line) const {
+  return mIntake.InText(line) ? static_cast<std::uint32_t>(line.data() - mIntake.Text->data()) : 0;
 }
 
 void ControlReader::Open(std::string_view beginLine) {
@@ -72,6 +79,7 @@ void ControlReader::Open(std::string_view beginLine) {
   if (words.Next(word)) open.Control->Name = word;
   open.Control->Component = &mComponent;
   open.Control->SetSourceLine(mIntake.PhysicalLine);
+  open.Control->Span.Begin = OffsetOf(mLine);
   if (!mOpen.empty()) open.Control->Parent = mOpen.back().Control.get();
   mOpen.push_back(std::move(open));
 }
@@ -97,6 +105,7 @@ void ControlReader::Close(bool atEndLine) {
   OpenControl closed = std::move(mOpen.back());
   mOpen.pop_back();
   VBControl& control = *closed.Control;
+  KeepEnd(control, atEndLine);
   if (atEndLine && closed.Indexed) {
     const std::string number = mIntake.Reading.ControlIndexes
                                    ? std::to_string(control.Index)
@@ -110,6 +119,12 @@ void ControlReader::Close(bool atEndLine) {
   const std::string key = control.ShortName();
   mOpen.back().Control->VBControls.Add(closed.Control, key);
   mComponent.AllVBControls.Add(std::move(closed.Control), key);
+}
+
+void ControlReader::KeepEnd(VBControl& control, bool atEndLine) const {
+  const std::size_t size = mIntake.Text ? mIntake.Text->size() : 0;
+  control.Span.End = atEndLine ? OffsetOf(mLine) : static_cast<std::uint32_t>(size);
+  control.Span.EndLine = mIntake.PhysicalLine + (atEndLine ? 0 : 1);
 }
 
 void ControlReader::SkipProperty() {
@@ -126,6 +141,7 @@ void ControlReader::TakeProperty(std::string_view line) {
   OpenControl& open = mOpen.back();
   VBControl& control = *open.Control;
   if (name == "Caption") return TakeCaption(value);
+  if (name == "Text" && TakeCompanionText(name, value, control.Text)) return;
   if (value.find('"') != std::string_view::npos) value = StripQuotes(value);
   if (name == "Left") {
     control.x = NumericValue(value);
@@ -142,7 +158,22 @@ void ControlReader::TakeProperty(std::string_view line) {
   }
 }
 
+// False if the value is no place in the companion file, or its texts are read by the old rule.
+bool ControlReader::TakeCompanionText(std::string_view property, std::string_view value,
+                                      std::string& text) {
+  if (!mIntake.Reading.CompanionTexts) return false;
+  const auto place = CompanionPlaceOf(value);
+  if (!place) return false;
+  const VBControl& control = *mOpen.back().Control;
+  const auto read =
+      HoldsText(*place, control.ProgID, property) ? mCompanion.Text(*place) : std::nullopt;
+  text = read.value_or(std::string());
+  if (!read) Tell(DiagnosticCode::CompanionUnreadable, {control.Name, value});
+  return true;
+}
+
 void ControlReader::TakeCaption(std::string_view value) {
+  if (TakeCompanionText("Caption", value, mOpen.back().Control->Caption)) return;
   if (value.starts_with('$')) value.remove_prefix(1);
   const bool reference = mIntake.Reading.QuotedCompanions
                              ? IsQuotedReference(value)

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "intake/CompanionFile.h"
 #include "intake/ModuleIntake.h"
 #include "model/Component.h"
 
@@ -28,20 +29,25 @@ class ControlReader {
 
   void Open(std::string_view beginLine);
   void Close(bool atEndLine);
+  void KeepEnd(VBControl& control, bool atEndLine) const;
   void TakeLine(std::string_view line);
   void SkipProperty();
   void TakeProperty(std::string_view line);
   void TakeCaption(std::string_view value);
   bool ReadCompanion(std::string_view value);
+  bool TakeCompanionText(std::string_view property, std::string_view value, std::string& text);
   std::string_view NextLine();
+  std::uint32_t OffsetOf(std::string_view line) const;
 
   Component& mComponent;
   Block& mBlock;
   ModuleIntake& mIntake;
   std::vector<OpenControl> mOpen;
   std::shared_ptr<VBControl> mRoot;
+  std::string_view mLine;  // the one at hand, as it stands
   std::string mCompanionName;
   std::string mCompanionBytes;
+  CompanionFile mCompanion;
 };
 
 }  // namespace vendrel

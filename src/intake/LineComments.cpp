@@ -6,6 +6,7 @@
 #include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
+#include "intake/ProcedureSources.h"
 #include "model/Namespace.h"
 #include "project/VBProject.h"
 
@@ -120,20 +121,9 @@ void LineIntake::AddDelegate() try {
 }
 
 void LineIntake::FindEventSource() {
-  const std::size_t underscore = mBlock.Name().find('_');
-  if (underscore == std::string::npos || !mBlock.Interface.empty()) return;
-  const std::string_view name = mBlock.Name();
-  const std::string_view prefix = name.substr(0, underscore);
-  CodeElement* source = nullptr;
-  if (EqualsNoCaseAscii(name.substr(0, underscore + 1), mComponent.EventProcedureHeader())) {
-    source = &mComponent;
-  } else if (VBControl* control = mComponent.AllVBControls.Item(prefix)) {
-    source = control;
-  } else if (Block* declarations = mComponent.Blocks.FirstOfType(btDeclarations)) {
-    Variable* variable =
-        declarations->Variables.IfAny() ? declarations->Variables->Item(prefix) : nullptr;
-    if (variable && variable->IsWithEvents) source = variable;
-  }
+  if (!mBlock.Interface.empty()) return;
+  CodeElement* source =
+      EventSourceOfName(mComponent, mBlock.Name(), mIntake.Reading.UnderscoredSources);
   if (!source) return;
   mBlock.IsEventProcedure = true;
   mBlock.EventSource = source;

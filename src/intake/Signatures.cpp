@@ -6,23 +6,12 @@
 #include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
+#include "intake/ProcedureSources.h"
 #include "intake/StartLineText.h"
 #include "text/Names.h"
 #include "text/StartLine.h"
 
 namespace vendrel {
-namespace {
-
-// A name that begins with an implemented interface belongs to it.
-std::string_view InterfacePrefix(const Component& component, std::string_view name) {
-  const std::size_t underscore = name.find('_');
-  if (underscore == std::string_view::npos) return {};
-  const std::string_view prefix = name.substr(0, underscore);
-  return component.Interfaces.HasKey(prefix) ? prefix : std::string_view();
-}
-
-}  // namespace
-
 void LineIntake::ReadSignature() try {
   if (IsDotNet()) {
     ParseStartLine(mLine.StatementPart, mBlock);
@@ -49,7 +38,7 @@ void LineIntake::NameAndType() {
   }
   mBlock.SetName(name);
   if (mBlock.ReturnType.empty()) mBlock.ReturnType = mComponent.DefaultType(mBlock.Name());
-  mBlock.Interface = InterfacePrefix(mComponent, mBlock.Name());
+  mBlock.Interface = InterfaceOfName(mComponent, mBlock.Name(), mIntake.Reading.UnderscoredSources);
   if (mBlock.Name() == "NewEnum") {
     mComponent.SetIsCollection(true);
   } else if (IsDotNet() && mBlock.Name() == "New") {

@@ -7,6 +7,7 @@
 #include "core/ProcessState.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
+#include "intake/ProcedureSources.h"
 #include "model/Component.h"
 #include "model/Namespace.h"
 #include "text/Masking.h"
@@ -158,10 +159,10 @@ void SettleBlock(Block& o) {
     else if (component)
       o.ReturnType = component->DefaultType(o.Name());
   }
-  const std::size_t underscore = o.Name().find('_');
-  if (component && underscore != std::string::npos) {
-    const std::string_view prefix = std::string_view(o.Name()).substr(0, underscore);
-    if (component->Interfaces.HasKey(prefix)) o.Interface = prefix;
+  if (component) {
+    const std::string_view interface =
+        InterfaceOfName(*component, o.Name(), component->Options().Reading.UnderscoredSources);
+    if (!interface.empty()) o.Interface = interface;
   }
   if (!IsDotNet()) {
     if (component && o.Name() == "NewEnum") component->SetIsCollection(true);

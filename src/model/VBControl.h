@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "model/CodeElement.h"
+#include "model/ControlProperty.h"
 #include "model/KeyedCollection.h"
 #include "model/Property.h"
 
@@ -47,6 +48,15 @@ class VBControls {
   mutable std::shared_ptr<std::unordered_map<std::string, std::size_t>> mNames;
 };
 
+/// Where a control is described in the text of its module: 0-based bytes from its `Begin` line to
+/// its `End` line (or to the end of a text without one), and the number of the latter. All 0 for a
+/// control that no source describes.
+struct ControlSpan {
+  std::uint32_t Begin = 0;
+  std::uint32_t End = 0;
+  std::int32_t EndLine = 0;
+};
+
 /// One control of a form-like module, or the form itself at the root.
 class VBControl : public ElementOf<VBControl> {
  public:
@@ -56,6 +66,7 @@ class VBControl : public ElementOf<VBControl> {
   std::string ProgID;
   std::string Name;
   std::int32_t Index = 0;
+  ControlSpan Span;
   std::string Caption;
   std::string Text;
   /// From `Left` and `Top`, in the units of the container.
@@ -72,6 +83,11 @@ class VBControl : public ElementOf<VBControl> {
 
   /// The stored text of a property; empty if it is not stored.
   std::string Property(std::string_view key) const;
+  /// All properties of the control in their order, those of property groups behind their group,
+  /// read from the text of the module at each call (intake/). Empty without the flag
+  /// `ControlProperties` of the reading, and once `UnloadSourceCode` took the text away. What was
+  /// amended since the load does not show.
+  std::vector<ControlProperty> ControlProperties() const;
   /// The name without an array index.
   std::string ShortName() const;
   /// `y` and `x` with six digits each: sorts by rows from the top, then from the left.

@@ -5,6 +5,7 @@
 #include "core/Ascii.h"
 #include "diagnostics/VendrelError.h"
 #include "model/CodeElement.h"
+#include "model/VBControl.h"
 #include "output/Json.h"
 #include "text/CodeLines.h"
 
@@ -49,6 +50,8 @@ class Dumper {
     if (frame.InArray) mJson.EndArray();
     frame.InArray = false;
     if (frame.Property == frame.Element.Class->Properties.size()) {
+      if (mOptions.ControlProperties && frame.Element.Class->Name == "VBControl")
+        WriteControlProperties(*static_cast<const VBControl*>(frame.Element.Object));
       mJson.EndObject();
       mStack.pop_back();
       return;
@@ -129,6 +132,11 @@ class Dumper {
                        (path.size() == root.size() || path[root.size()] == '\\');
     if (!below) return mJson.String(path);
     mJson.String(std::string(kRootText).append(path.substr(root.size())));
+  }
+
+  void WriteControlProperties(const VBControl& control) {
+    mJson.Key("Properties");
+    DumpControlProperties(mJson, control.ControlProperties());
   }
 
   void WriteTexts() {

@@ -107,6 +107,18 @@ TEST_F(NamesCommands, ControlsShowsTheTree) {
             "    VB.CommandButton cmd(3) \"Go\" at 0,0  /g/frmMain.frm:7\n");
   const json form = json::parse(RunFor({"controls", "/g/G.vbg", "frmMain", "--json"}));
   EXPECT_EQ(form["VBControls"][0]["VBControls"][0]["Caption"], "Go");
+  EXPECT_EQ(RunFor({"controls", "/g/Shop.vbp", "--properties"}),
+            "VB.Form frmMain \"Main\" at 0,0  /g/frmMain.frm:2\n"
+            "    Caption = \"Main\"\n"
+            "  VB.Frame Box at 10,20  /g/frmMain.frm:4\n"
+            "      Left = 10\n"
+            "      Top = 20\n"
+            "    VB.CommandButton cmd(3) \"Go\" at 0,0  /g/frmMain.frm:7\n"
+            "        Caption = \"Go\"\n"
+            "        Index = 3\n");
+  const json whole = json::parse(RunFor({"controls", "/g/Shop.vbp", "--properties", "--json"}));
+  EXPECT_EQ(whole["VBControls"][0]["Properties"][1]["Value"], "20");
+  EXPECT_FALSE(form["VBControls"][0].contains("Properties"));
   RunFor({"controls", "/g/Shop.vbp", "nowhere"}, exNo);
   RunFor({"controls", "/g/lib/Lib.vbp"}, exNo);
 }

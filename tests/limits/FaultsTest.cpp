@@ -31,7 +31,7 @@ class Faults : public testing::Test {
              "VERSION 5.00\r\nBegin VB.Form F\r\n  Caption = $\"F.frx\":0003\r\n"
              "  Begin VB.Menu m\r\n  End\r\nEnd\r\nAttribute VB_Name = \"F\"\r\n"
              "Private Sub m_Click()\r\nEnd Sub\r\n"},
-            {"/p/F.frx", std::string("\1\2\3\0\0hello\xEB", 11)},
+            {"/p/F.frx", std::string("\1\2\3\5\0\0\0hello", 12)},
             {"/p/sub/C.cls",
              "VERSION 1.0 CLASS\r\nBEGIN\r\nEND\r\nAttribute VB_Name = \"C\"\r\n"
              "'##SUMMARY a class\r\nPublic Sub S(ByVal x As E)\r\nEnd Sub\r\n"},

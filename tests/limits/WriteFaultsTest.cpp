@@ -33,7 +33,7 @@ class Disk {
               {"/g/F.frm",
                "VERSION 5.00\r\nBegin VB.Form F\r\n  Caption = $\"F.frx\":0003\r\nEnd\r\n"
                "Attribute VB_Name = \"F\"\r\nAttribute VB_HelpID = 7\r\nSub S()\r\nEnd Sub\r\n"},
-              {"/g/F.frx", std::string("\1\2\3\0\0hello\xEB", 11)},
+              {"/g/F.frx", std::string("\1\2\3\5\0\0\0hello", 12)},
               {"/g/M.bas", "Attribute VB_Name = \"M\"\r\nSub A()\r\n  x = 1\r\nEnd Sub\r\n"},
               {"/g/notes.txt", "read me"},
               {"/g/old.dll", "MZ"},
