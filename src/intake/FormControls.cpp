@@ -158,17 +158,19 @@ void ControlReader::TakeProperty(std::string_view line) {
   }
 }
 
-// False if the value is no place in the companion file, or its texts are read by the old rule.
+// False if the value is no place in the companion file, or its texts are read by the old rule. What
+// is no text by its kind is not missed.
 bool ControlReader::TakeCompanionText(std::string_view property, std::string_view value,
                                       std::string& text) {
   if (!mIntake.Reading.CompanionTexts) return false;
   const auto place = CompanionPlaceOf(value);
   if (!place) return false;
   const VBControl& control = *mOpen.back().Control;
-  const auto read =
-      HoldsText(*place, control.ProgID, property) ? mCompanion.Text(*place) : std::nullopt;
-  text = read.value_or(std::string());
+  text.clear();
+  if (!HoldsText(*place, control.ProgID, property)) return true;
+  auto read = mCompanion.Text(*place);
   if (!read) Tell(DiagnosticCode::CompanionUnreadable, {control.Name, value});
+  if (read) text = std::move(*read);
   return true;
 }
 
