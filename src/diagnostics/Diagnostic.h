@@ -28,6 +28,10 @@ enum class Severity : std::uint8_t { Note, Warning, Error };
     "line kept as it stands, not interpreted: %1")                                                 \
   X(ConditionFailed, "condition-failed", Warning, "condition taken as false (%2): %1")             \
   X(UnbalancedDirective, "unbalanced-directive", Warning, "%1 without an open #If")                \
+  X(OddName, "odd-name", Warning,                                                                  \
+    "%1 '%2' has a name or a type that no declaration gives; look at the line")                    \
+  X(UnendedDeclaration, "unended-declaration", Warning,                                            \
+    "%1 '%2' has no end in front of this line; it ends here")                                      \
   X(LostLine, "lost-line", Warning, "line behind a statement separator is lost: %1")               \
   X(ProjectLineSkipped, "project-line", Warning, "project line kept, but not understood: %1")      \
   X(MissingReference, "missing-reference", Note, "file of the reference not found: %1")            \

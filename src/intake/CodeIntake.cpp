@@ -13,6 +13,21 @@
 namespace vendrel {
 namespace {
 
+// In an open Type or Enum everything but its end, comments, blank lines and directives is a member.
+bool IsMember(const Component& component, const ModuleIntake& intake, const ParsedLine& line) {
+  const Block* block = component.CurrentBlock.Get();
+  return intake.Reading.MemberNames && block && (block->CurrentEnum() || block->CurrentUDT()) &&
+         !EndsOpenDeclaration(line);
+}
+
+// A procedure that begins in an open Type or Enum ends it.
+void CloseUnended(Component& component, const ModuleIntake& intake, ParsedLine& line) {
+  Block* block = component.CurrentBlock.Get();
+  if (!intake.Reading.MemberNames || !block || !(block->CurrentEnum() || block->CurrentUDT()))
+    return;
+  LineIntake(*block, component, line).CloseOpenDeclaration();
+}
+
 // The eleven start types, and what DetectNewBlocksOnAddCode allows.
 bool OpensBlock(const Component& component, const ParsedLine& line) {
   return component.Options().DetectNewBlocksOnAddCode && IsStartLineType(line.LineType);
@@ -75,13 +90,19 @@ void FlushContinuations(Component& component, ModuleIntake& intake) try {
 
 }  // namespace
 
+bool OpensAnyBlock(const Component& component, const ModuleIntake& intake, const ParsedLine& line) {
+  return OpensBlock(component, line) || OpensDeclarations(intake, line);
+}
+
 void AddParsedCode(Component& component, ParsedLine& line, bool addLine) try {
   ModuleIntake& intake = component.Intake();
-  const bool opens = OpensBlock(component, line);
-  if (opens)
+  const bool opens = OpensBlock(component, line) && !IsMember(component, intake, line);
+  if (opens) {
+    CloseUnended(component, intake, line);
     OpenProcedure(component);
-  else if (intake.ContinuationBuffer.empty() || intake.Reading.EarlyDeclarations)
+  } else if (intake.ContinuationBuffer.empty() || intake.Reading.EarlyDeclarations) {
     ChooseSection(component, intake, line);
+  }
   if (!intake.ContinuationBuffer.empty()) FlushContinuations(component, intake);
   if (addLine) component.CurrentBlock.Get()->AddParsedLine(line);
   if (intake.Language == lvVisualBasicDotNet && IsStartLineType(line.LineType))

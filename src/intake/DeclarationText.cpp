@@ -5,9 +5,12 @@
 #include "core/ProcessState.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
+#include "intake/Declarators.h"
 #include "intake/StartLineText.h"
 #include "model/Component.h"
 #include "model/Namespace.h"
+#include "text/Classifier.h"
+#include "text/Names.h"
 #include "text/StartLine.h"
 #include "text/Words.h"
 
@@ -29,12 +32,6 @@ void DescribeFromWords(CodeElement& element, WordCursor& words) {
   if (found) AddObjectDescription(element, comment);
 }
 
-std::string_view WithoutBrackets(std::string_view name) {
-  if (name.starts_with('[')) name.remove_prefix(1);
-  if (name.ends_with(']')) name.remove_suffix(1);
-  return name;
-}
-
 const ProjectOptions& OptionsOf(const WeakHandle<Component>& component) {
   return component ? component->Options() : ProjectOptions::Defaults();
 }
@@ -43,12 +40,13 @@ const ProjectOptions& OptionsOf(const WeakHandle<Component>& component) {
 
 void Enumeration::Initialise(std::string_view Source) try {
   Access = "PUBLIC";
-  WordCursor words(Source);
+  const bool wholeNames = State().CurrentReading.BracketedNames;
+  WordCursor words(Source, wholeNames);
   std::string_view word;
   while (words.Next(word)) {
     if (EqualsNoCaseAscii(word, "PRIVATE")) Access = "PRIVATE";
     if (!EqualsNoCaseAscii(word, "ENUM")) continue;
-    if (words.Next(word)) Name = word;
+    if (words.Next(word)) Name = wholeNames ? WithoutBrackets(word) : word;
     break;
   }
   if (OptionsOf(Component).UnTaggedEnumerations) DescribeFromWords(*this, words);
@@ -71,16 +69,28 @@ std::shared_ptr<EnumMember> Enumeration::AddMember(std::string_view Source) try 
   throw;
 }
 
+namespace {
+// A member of an Enum begins with no label, and may be called by a keyword alone.
+CodeLine MemberLine(std::string_view source, const ProcessState& state) {
+  if (!state.CurrentReading.MemberNames && !state.CurrentReading.EverySeparator)
+    return InitialiseCodeLine(source, state.CurrentLanguageVersion, state.CurrentReading);
+  LineClassifier classifier(state.CurrentLanguageVersion, state.CurrentReading);
+  classifier.MayBeginWithLabel = classifier.RaiseLineNumber = false;
+  ParsedLine line;
+  classifier.First(source, line);
+  return line.Record();
+}
+}  // namespace
+
 void EnumMember::Initialise(std::string_view Source, vendrel::Enumeration* parent) try {
   Enumeration = parent;
   const ProcessState& state = State();
-  const CodeLine line =
-      InitialiseCodeLine(Source, state.CurrentLanguageVersion, state.CurrentReading);
+  const CodeLine line = MemberLine(Source, state);
   if (parent && !line.CommentPart.empty() && OptionsOf(parent->Component).UnTaggedEnumerations)
     AddObjectDescription(*this, line.CommentPart);
   std::string_view rest = line.StatementPart;
   std::string name;
-  WordCursor words(rest);
+  WordCursor words(rest, state.CurrentReading.BracketedNames);
   std::string_view word;
   while (words.Next(word)) {
     if (word == "=") {
@@ -116,13 +126,14 @@ void UDT::Initialise(std::string_view Source) try {
   const bool open = component && !component->OptionPrivate &&
                     (component->FileType == ftModule || component->FileType == ftClass);
   Access = open ? "PUBLIC" : "PRIVATE";
-  WordCursor words(Source);
+  const bool wholeNames = State().CurrentReading.BracketedNames;
+  WordCursor words(Source, wholeNames);
   std::string_view word;
   while (words.Next(word)) {
     if (EqualsNoCaseAscii(word, "PUBLIC")) Access = "PUBLIC";
     if (EqualsNoCaseAscii(word, "PRIVATE")) Access = "PRIVATE";
     if (!EqualsNoCaseAscii(word, "TYPE")) continue;
-    if (words.Next(word)) Name = word;
+    if (words.Next(word)) Name = wholeNames ? WithoutBrackets(word) : word;
     break;
   }
   if (OptionsOf(Component).UnTaggedUDTs) DescribeFromWords(*this, words);
@@ -137,8 +148,9 @@ std::shared_ptr<Variable> UDT::AddMember(std::string_view Source) try {
   auto member = std::make_shared<Variable>();
   member->Parent = this;
   if (vendrel::Component* component = Component.Get()) member->SetVBProject(component->Project());
-  std::string text = "Dim " + std::string(Source);
-  member->Initialise(text);
+  const ProjectOptions* options = member->Options();
+  const std::string text = "Dim " + std::string(Source);
+  DeclaratorReader(text, options ? options->Reading : ReadingRules::Classic(), true).Read(*member);
   Members.Add(member, member->Name);
   return member;
 } catch (VendrelError& failure) {
@@ -151,11 +163,14 @@ std::shared_ptr<Variable> UDT::AddMember(std::string_view Source) try {
 namespace {
 // Name of an event whose statement may have no parentheses: the word behind "Event".
 std::string_view EventWord(std::string_view statement) {
-  WordCursor words(statement);
+  const bool wholeNames = State().CurrentReading.BracketedNames;
+  WordCursor words(statement, wholeNames);
   std::string_view word;
   while (words.Next(word)) {
     if (!EqualsNoCaseAscii(word, "EVENT")) continue;
     if (!words.Next(word)) break;
+    if (wholeNames && word.starts_with('[') && BracketEnd(word, 0) > 0)
+      return WithoutBrackets(word.substr(0, BracketEnd(word, 0)));
     return word.substr(0, word.find('('));
   }
   return GetName(statement);
@@ -216,6 +231,7 @@ namespace {
 // The words of a Declare statement up to and behind its parameter list.
 struct DeclareWords {
   DeclareDeclaration& Target;
+  bool WholeNames;
   bool LibNext = false;
   bool AliasNext = false;
   bool NameNext = false;
@@ -254,7 +270,7 @@ void DeclareWords::TakeName(std::string_view word) {
   NameNext = false;
   Target.ReturnType = TypeFromName(word);
   if (!Target.ReturnType.empty()) word.remove_suffix(1);
-  Target.Name = word;
+  Target.Name = WholeNames ? WithoutBrackets(word) : word;
 }
 
 void DeclareWords::TakeReturnType(std::string_view word) {
@@ -263,7 +279,7 @@ void DeclareWords::TakeReturnType(std::string_view word) {
     Target.ReturnTypeIsArray = true;
     word.remove_suffix(2);
   }
-  Target.ReturnType = word;
+  Target.ReturnType = WholeNames ? TypeWithoutBrackets(word) : std::string(word);
 }
 
 void DeclareWords::CountParentheses(std::string_view word) {
@@ -321,8 +337,11 @@ void DeclareDeclaration::Initialise(const CodeLine& oLine) try {
 }
 
 void DeclareDeclaration::InitialiseFrom(std::string_view statement) try {
-  DeclareWords reader{*this};
-  WordCursor words(statement);
+  const bool wholeNames = State().CurrentReading.BracketedNames;
+  const std::string spaced = wholeNames ? SpacedOut(statement) : std::string();
+  if (!spaced.empty()) statement = spaced;
+  DeclareWords reader{*this, wholeNames};
+  WordCursor words(statement, wholeNames);
   std::string_view word;
   while (words.Next(word)) reader.Take(word);
   const vendrel::Component* component = Component.Get();

@@ -1,5 +1,7 @@
 #include "intake/Declarators.h"
 
+#include <algorithm>
+
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
@@ -10,11 +12,14 @@
 #include "text/CodeLine.h"
 #include "text/Names.h"
 #include "text/StartLine.h"
+#include "text/Words.h"
 
 namespace vendrel {
 
-DeclaratorWords::DeclaratorWords(std::string_view statement, bool cutAtCommas)
-    : mRest(statement), mCutAtCommas(cutAtCommas) {
+DeclaratorWords::DeclaratorWords(std::string_view statement, bool cutAtCommas, bool wholeNames)
+    : mRest(statement),
+      mCutAtCommas(cutAtCommas),
+      mWholeNames(wholeNames && statement.find('[') != std::string_view::npos) {
   Advance();
 }
 
@@ -28,12 +33,16 @@ std::string_view DeclaratorWords::Take() {
 void DeclaratorWords::Advance() {
   mRest = TrimLeft(mRest);
   if (!mCutAtCommas) {
-    mNext = mRest.substr(0, mRest.find(' '));
+    mNext = mRest.substr(0, mWholeNames ? WordEnd(mRest) : mRest.find(' '));
     return;
   }
   int depth = 0;
   std::size_t i = 0;
   for (; i < mRest.size() && mRest[i] != ' '; ++i) {
+    if (mWholeNames && mRest[i] == '[') {
+      i = std::max(i, BracketEnd(mRest, i) - 1);
+      continue;
+    }
     if (mRest[i] == '(') ++depth;
     if (mRest[i] == ')') --depth;
     if (mRest[i] == ',' && depth <= 0) {
@@ -44,9 +53,14 @@ void DeclaratorWords::Advance() {
   mNext = mRest.substr(0, i);
 }
 
-DeclaratorReader::DeclaratorReader(std::string_view statement, bool wholeLists)
-    : mWords(Trim(statement), wholeLists),
-      mWholeLists(wholeLists),
+DeclaratorReader::DeclaratorReader(std::string_view statement, const ReadingRules& reading,
+                                   bool isMember)
+    : mSpaced(reading.BracketedNames ? SpacedOut(statement) : std::string()),
+      mWords(Trim(mSpaced.empty() ? statement : mSpaced), reading.WholeDefaults,
+             reading.BracketedNames),
+      mWholeLists(reading.WholeDefaults),
+      mWholeNames(reading.BracketedNames),
+      mPlainName(isMember && reading.MemberNames),
       mDotNet(State().CurrentLanguageVersion == lvVisualBasicDotNet) {
   mKeyword = mWords.Take();
 }
@@ -65,6 +79,8 @@ void DeclaratorReader::Read(Variable& variable) {
   const std::string_view name = mDotNet ? ReadDotNetModifiers(variable) : ReadModifiers(variable);
   if (ReadName(variable, name)) ReadBehindName(variable);
   variable.ArraySubscript = TrimRight(mSubscript);
+  if (mWholeNames && variable.TypeName.view().find('[') != std::string_view::npos)
+    variable.TypeName = TypeWithoutBrackets(variable.TypeName.view());
   if (variable.TypeName.empty())
     variable.ImplicitType = true;
   else if (mDotNet)
@@ -80,7 +96,7 @@ std::string_view DeclaratorReader::ReadModifiers(Variable& variable) {
     variable.Access = "PRIVATE";
   if (EqualsNoCaseAscii(mKeyword, "STATIC")) variable.IsStatic = true;
   const std::string_view word = mWords.Take();
-  if (word != "WithEvents" && word != "Event") return word;
+  if (mPlainName || (word != "WithEvents" && word != "Event")) return word;
   if (word == "WithEvents") variable.IsWithEvents = true;
   return mWords.Take();
 }
@@ -114,7 +130,9 @@ std::string_view DeclaratorReader::ReadDotNetModifiers(Variable& variable) {
 // Cleans the name; false when the next declarator follows at once.
 bool DeclaratorReader::ReadName(Variable& variable, std::string_view name) {
   bool more = true;
-  const std::size_t parenthesis = name.find('(');
+  const std::size_t behindBracket =
+      mWholeNames && name.starts_with('[') ? BracketEnd(name, 0) : std::size_t{0};
+  const std::size_t parenthesis = name.find('(', behindBracket);
   if (parenthesis == std::string_view::npos) {
     if (name.ends_with(',')) {
       name.remove_suffix(1);
@@ -135,7 +153,7 @@ bool DeclaratorReader::ReadName(Variable& variable, std::string_view name) {
   }
   variable.TypeName = TypeFromName(name);
   if (!variable.TypeName.empty()) name.remove_suffix(1);
-  variable.Name = name;
+  variable.Name = mWholeNames ? WithoutBrackets(name) : name;
   return more;
 }
 
@@ -244,7 +262,7 @@ void Variable::Initialise(std::string& s) try {
   s.clear();
   if (statement.empty()) return;
   const ProjectOptions* options = Options();
-  DeclaratorReader reader(statement, options && options->Reading.WholeDefaults);
+  DeclaratorReader reader(statement, options ? options->Reading : ReadingRules::Classic());
   reader.Read(*this);
   s = reader.Remainder();
 } catch (VendrelError& failure) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/ReadingRules.h"
 #include "model/Declarations.h"
 #include "model/Variable.h"
 
@@ -14,7 +15,7 @@ namespace vendrel {
 /// parentheses and strings ends a word too ("a,b" is two).
 class DeclaratorWords {
  public:
-  DeclaratorWords(std::string_view statement, bool cutAtCommas);
+  DeclaratorWords(std::string_view statement, bool cutAtCommas, bool wholeNames);
   /// The next word without taking it; empty at the end.
   std::string_view Peek() const { return mNext; }
   std::string_view Take();
@@ -27,12 +28,14 @@ class DeclaratorWords {
   std::string_view mRest;
   std::string_view mNext;
   bool mCutAtCommas;
+  bool mWholeNames;
 };
 
 /// The variables of a `Dim`, `Public`, `Private`, `Global`, `Static` or field statement.
 class DeclaratorReader {
  public:
-  DeclaratorReader(std::string_view statement, bool wholeLists);
+  /// A member of a Type or Enum may have the name of a modifier (`MemberNames`).
+  DeclaratorReader(std::string_view statement, const ReadingRules& reading, bool isMember = false);
   bool AtEnd() const { return mWords.AtEnd(); }
   /// Reads the next declarator into a fresh variable.
   void Read(Variable& variable);
@@ -50,10 +53,13 @@ class DeclaratorReader {
   bool TakeLength(Variable& variable);
   void SkipConstructorArguments(std::string_view word);
 
+  std::string mSpaced;
   DeclaratorWords mWords;
   std::string_view mKeyword;
   std::string mSubscript;
   bool mWholeLists;
+  bool mWholeNames;
+  bool mPlainName;
   bool mDotNet;
   bool mInSubscript = false;
   bool mFoundAs = false;

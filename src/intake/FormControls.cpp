@@ -25,6 +25,15 @@ bool IsQuotedReference(std::string_view value) {
   return close != std::string_view::npos && value.substr(close + 1).starts_with(':');
 }
 
+// A number of a description may have an exponent: "1.00110e5".
+std::int32_t FormNumber(std::string_view text) {
+  double number = 0;
+  if (text.find_first_of("eE") == std::string_view::npos) return NumericValue(text);
+  const auto error = std::from_chars(text.data(), text.data() + text.size(), number).ec;
+  const bool fits = number > -2147483649.0 && number < 2147483648.0;
+  return error == std::errc() && fits ? static_cast<std::int32_t>(number) : NumericValue(text);
+}
+
 std::size_t HexValue(std::string_view text) {
   std::size_t value = 0;
   text = Trim(text);
@@ -58,6 +67,7 @@ std::string_view ControlReader::NextLine() {
   const std::string_view text = mComponent.FileName.NextLine();
   ++mComponent.LinesAlreadyRead;
   ParsedLine line;
+  mIntake.Classifier.PartLines = false;
   mIntake.Classifier.First(text, line);
   StoreLine(mBlock, line);
   mLine = text;
@@ -144,9 +154,9 @@ void ControlReader::TakeProperty(std::string_view line) {
   if (name == "Text" && TakeCompanionText(name, value, control.Text)) return;
   if (value.find('"') != std::string_view::npos) value = StripQuotes(value);
   if (name == "Left") {
-    control.x = NumericValue(value);
+    control.x = FormNumber(value);
   } else if (name == "Top") {
-    control.y = NumericValue(value);
+    control.y = FormNumber(value);
   } else if (name == "Text") {
     control.Text = value;
   } else if (name == "Index") {

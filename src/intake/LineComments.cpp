@@ -72,6 +72,9 @@ void LineIntake::AttachAtStatement() {
   const bool declarations = mBlock.BlockType() == btDeclarations;
   const LineTypeEnum type = mLine.LineType;
   if (type == OTHER && !declarations) mState.FoundActualCodeInBlock = true;
+  CodeElement* last = mComponent.LastElement.Get();
+  if (mIntake.Reading.EverySeparator && !mUntagged.empty() && last && IsDeclaredOnThisLine(*last))
+    AddObjectDescription(*last, mUntagged);
   if (declarations && (type == VAR_DECLARATION || type == CONST_DECLARATION))
     mState.mFoundItem = true;
   if (IsStartLineType(type)) {

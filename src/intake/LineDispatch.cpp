@@ -122,7 +122,7 @@ void LineIntake::TakeVariables() try {
   const bool module = mBlock.BlockType() == btDeclarations ||
                       (IsDotNet() && (mBlock.Name().empty() || mBlock.CompletelyLoaded()));
   if (!mOptions.LoadBlocksOnly || module) {
-    DeclaratorReader reader(mLine.StatementPart, mIntake.Reading.WholeDefaults);
+    DeclaratorReader reader(mLine.StatementPart, mIntake.Reading);
     while (!reader.AtEnd()) {
       auto variable = std::make_shared<Variable>();
       variable->Parent = &mComponent;
@@ -154,6 +154,7 @@ void LineIntake::AddVariable(std::shared_ptr<Variable> variable) try {
   if (mComponent.OptionPrivate) variable->Access = "PRIVATE";
   SetLast(variable.get());
   const std::string name = variable->Name;
+  TellOddName(*variable, name, variable->TypeName);
   if (IsDotNet() && !mBlock.Name().empty() && mBlock.CompletelyLoaded())
     mComponent.BlockOfType(btDeclarations, true)->Variables->Add(std::move(variable), name);
   else {
@@ -163,6 +164,15 @@ void LineIntake::AddVariable(std::shared_ptr<Variable> variable) try {
 } catch (VendrelError& failure) {
   failure.AddContext("LineIntake.AddVariable", "LineDispatch", LineReached()).Of(mBlock);
   throw;
+}
+
+// What the complete reading gives no more; should a line bring it about, it is told.
+void LineIntake::TellOddName(const CodeElement& element, std::string_view name,
+                             std::string_view type) const {
+  if (!mIntake.Reading.EverySeparator) return;
+  const bool odd = name.empty() || IsDigitAscii(name.front()) ||
+                   name.find_first_of("()[]:,") != std::string_view::npos || type.ends_with(':');
+  if (odd) Tell(DiagnosticCode::OddName, {element.ClassName(), name});
 }
 
 void LineIntake::TakeConstants() try {

@@ -115,9 +115,16 @@ void LineIntake::SplitComment() try {
 void LineIntake::ForgetLastElementUnlessDescribable(std::string_view tag) {
   const CodeElement* last = mComponent.LastElement.Get();
   if (!last || EqualsNoCaseAscii(tag, "##ED") || EqualsNoCaseAscii(tag, "##PD")) return;
+  if (mIntake.Reading.EverySeparator && IsDeclaredOnThisLine(*last)) return;
   for (const std::string_view name : {"Block", "EnumMember", "Enumeration", "UDT"})
     if (last->ClassName() == name) return;
   mComponent.LastElement = nullptr;
+}
+
+// "Dim x As Long: x = 5 ' the count": the comment of the line is about what it declares.
+bool LineIntake::IsDeclaredOnThisLine(const CodeElement& element) const {
+  return mLine.NotInSource && mLine.LineType == OTHER && element.ClassName() == "Variable" &&
+         element.SourceLine() == mIntake.StatementLine;
 }
 
 // An ordinary comment directly behind a tagged one continues it, where the setting says so.

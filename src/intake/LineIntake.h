@@ -19,6 +19,13 @@ struct ModuleIntake;
 /// Chooses the block of a line and hands the line on.
 void AddParsedCode(Component& component, ParsedLine& line, bool addLine);
 
+/// Whether a line opens a procedure, or the declarations section of its module.
+bool OpensAnyBlock(const Component& component, const ModuleIntake& intake, const ParsedLine& line);
+
+/// Whether a line closes the Type or Enum that is open, though it is no End of one: the beginning
+/// or the end of a procedure (`MemberNames`).
+bool EndsOpenDeclaration(const ParsedLine& line);
+
 /// Stores a line in a block without interpreting it.
 void StoreLine(Block& block, const ParsedLine& line, std::int32_t before = 0,
                std::int32_t after = 0);
@@ -38,12 +45,15 @@ class LineIntake {
  public:
   LineIntake(Block& block, Component& component, ParsedLine& line);
   void Run(std::int32_t before, std::int32_t after);
+  /// Closes the Type or Enum that is open in the block and tells it; does nothing if none is.
+  void CloseOpenDeclaration();
 
  private:
   // Stage 1 (LineIntake.cpp).
   void SplitComment();
   void ContinueTaggedComment();
   void TakeTaggedComment();
+  bool IsDeclaredOnThisLine(const CodeElement& element) const;
   void ForgetLastElementUnlessDescribable(std::string_view tag);
   // Stage 2 (LineDispatch.cpp).
   void Dispatch();
@@ -54,6 +64,7 @@ class LineIntake {
   void TakeDotNetPropertyEnd();
   void TakeVariables();
   void AddVariable(std::shared_ptr<Variable> variable);
+  void TellOddName(const CodeElement& element, std::string_view name, std::string_view type) const;
   void TakeConstants();
   void TakeEnumeration();
   void TakeStructure();
@@ -66,6 +77,7 @@ class LineIntake {
   void NameAndType();
   // (OpenDeclarations.cpp)
   void TakeInsideDeclaration();
+  void TakeInsideByName();
   void CloseStructure();
   void CloseEnumeration();
   void TakeMember();

@@ -30,6 +30,7 @@ void HoldRecords(const ModuleIntake& intake, std::vector<PendingLine>& lines) {
   classifier.RaiseLineNumber = false;
   for (PendingLine& pending : lines) {
     ParsedLine again;
+    classifier.MayBeginWithLabel = !pending.Line.NotInSource && !pending.Line.NoLabel;
     if (pending.Line.Continuation)
       classifier.Next(pending.Line.Text, again);
     else
@@ -131,18 +132,58 @@ void RefuseLine(ModuleIntake& intake, const ParsedLine& line) {
                      "the statement needs another word: " + std::string(Trim(line.Text)));
 }
 
-void Classify(ModuleIntake& intake, std::string_view text, bool notInSource, ParsedLine& line) try {
+// A colon parts nothing in the header of a module, which its first declaration ends.
+bool StandsInHeader(const Component& component, const ModuleIntake& intake,
+                    const ParsedLine& line) {
+  return component.CurrentBlock.Get()->BlockType() == btAttributes &&
+         !OpensAnyBlock(component, intake, line);
+}
+
+bool InOpenDeclaration(const Component& component) {
+  const Block& block = *component.CurrentBlock.Get();
+  return block.CurrentEnum() || block.CurrentUDT();
+}
+
+// What a line is depends on where it stands, in few places: "a: b" in an Enum has two members and
+// no label.
+LineClassifier::Result ClassifyFirst(const Component& component, ModuleIntake& intake,
+                                     std::string_view text, bool notInSource, ParsedLine& line) {
+  LineClassifier& classifier = intake.Classifier;
+  classifier.PartLines = true;
+  classifier.MayBeginWithLabel = !notInSource;
+  LineClassifier::Result result = classifier.First(text, line, !notInSource);
+  if (!intake.Reading.EverySeparator) return result;
+  if (line.MoreLines && StandsInHeader(component, intake, line)) {
+    classifier.PartLines = false;
+    result = classifier.First(text, line, !notInSource);
+  } else if (line.HasLabel && InOpenDeclaration(component)) {
+    classifier.MayBeginWithLabel = false;
+    result = classifier.First(text, line, !notInSource);
+    line.NoLabel = true;
+  }
+  return result;
+}
+
+// In an open Type or Enum a keyword alone is a member.
+bool MayStandAlone(const Component& component, const ModuleIntake& intake) {
+  return intake.Reading.MemberNames && InOpenDeclaration(component);
+}
+
+void Classify(const Component& component, ModuleIntake& intake, std::string_view text,
+              bool notInSource, ParsedLine& line) try {
   const bool continuation = intake.PreviousContinued;
-  intake.Classifier.SplitAtEveryColon = intake.InOneLineProcedure && notInSource;
-  const LineClassifier::Result result = continuation
-                                            ? intake.Classifier.Next(text, line)
-                                            : intake.Classifier.First(text, line, !notInSource);
+  intake.Classifier.SplitAtEveryColon =
+      intake.InOneLineProcedure && notInSource && !intake.Reading.EverySeparator;
+  const LineClassifier::Result result =
+      continuation ? intake.Classifier.Next(text, line)
+                   : ClassifyFirst(component, intake, text, notInSource, line);
   line.Continuation = continuation;
   line.NotInSource = notInSource;
   line.EveryColon = intake.Classifier.SplitAtEveryColon;
   line.OwnText = line.EveryColon && (continuation || line.Continued);
   if (!continuation) intake.StatementLine = intake.PhysicalLine;
-  if (result == LineClassifier::Result::MissingWord) RefuseLine(intake, line);
+  if (result == LineClassifier::Result::MissingWord && !MayStandAlone(component, intake))
+    RefuseLine(intake, line);
 } catch (VendrelError& failure) {
   failure.AddContext("Classify", "LogicalLines", LineReached())
       .Parameter("text", text)
@@ -154,7 +195,7 @@ void TakeStatement(Component& component, ModuleIntake& intake, std::string_view 
                    bool notInSource) try {
   PendingLine pending;
   ParsedLine& line = pending.Line;
-  Classify(intake, text, notInSource, line);
+  Classify(component, intake, text, notInSource, line);
   Remember(intake, line);
   if (line.Continued) {
     KeepPending(intake, line);

@@ -213,6 +213,7 @@ std::string_view ModuleReader::NextLine() {
 // A header line is stored as it is; one that cannot be judged stays `OTHER`.
 ParsedLine ModuleReader::Classify(std::string_view text) {
   ParsedLine line;
+  mIntake.Classifier.PartLines = false;
   mIntake.Classifier.First(text, line);
   mIntake.StatementLine = mIntake.PhysicalLine;
   return line;

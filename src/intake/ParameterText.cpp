@@ -127,7 +127,8 @@ void Parameter::Load(std::string_view Text) try {
   if (text.empty()) return;
   const std::string_view wholeDefault =
       state.CurrentReading.WholeDefaults ? CutDefault(text) : std::string_view();
-  SplitCursor cursor(text, " ", true);
+  const bool wholeNames = state.CurrentReading.BracketedNames;
+  SplitCursor cursor(text, " ", true, wholeNames);
   std::string_view word;
   for (bool searchOn = true; searchOn && cursor.Next(word);) {
     if (CutEnd(word, "()") || (words.DotNet && CutEnd(word, "(,)")))
@@ -140,8 +141,9 @@ void Parameter::Load(std::string_view Text) try {
   if (!wholeDefault.empty()) DefaultValue = wholeDefault;
   if (VariableType.empty())
     ImplicitType = true;
-  else if (words.DotNet)
-    VariableType = DotNetType(VariableType);
+  else if (wholeNames && VariableType.view().find('[') != std::string_view::npos)
+    VariableType = TypeWithoutBrackets(VariableType.view());
+  if (!VariableType.empty() && words.DotNet) VariableType = DotNetType(VariableType);
   std::string_view name = words.Name;
   if (name.starts_with('[') && name.ends_with(']') && name.size() >= 2)
     name = name.substr(1, name.size() - 2);
@@ -167,12 +169,15 @@ void Parameters::Load(std::string_view Text, CodeElement* Parent) try {
 void Parameters::LoadStatement(std::string_view statement, CodeElement* parent, bool addKey) try {
   const ProcessState& state = State();
   const bool dotNet = state.CurrentLanguageVersion == lvVisualBasicDotNet;
+  const bool wholeNames = state.CurrentReading.BracketedNames;
+  const std::string spaced = wholeNames ? SpacedOut(statement) : std::string();
+  if (!spaced.empty()) statement = spaced;
   std::string_view list;
   const bool found = state.CurrentReading.ReturnTypes ? FindClosedList(Trim(statement), list)
                                                       : FindList(Trim(statement), list);
   if (!found || list.empty()) return;
   vendrel::Component* component = Component.Get();
-  SplitCursor cursor(list, ",", true);
+  SplitCursor cursor(list, ",", true, wholeNames);
   std::string_view piece;
   while (cursor.Next(piece)) {
     piece = Trim(piece);

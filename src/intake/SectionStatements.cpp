@@ -7,6 +7,8 @@
 #include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
+#include "text/Names.h"
+#include "text/Words.h"
 
 namespace vendrel {
 namespace {
@@ -83,6 +85,12 @@ void LineIntake::TakeImplements() try {
   std::string_view rest = mLine.StatementPart;
   TakeField(rest, ' ');
   std::string_view name = TakeField(rest, ' ');
+  std::string unbracketed;
+  if (mIntake.Reading.BracketedNames && name.find('[') != std::string_view::npos) {
+    rest = mLine.StatementPart.substr(
+        static_cast<std::size_t>(name.data() - mLine.StatementPart.data()));
+    name = unbracketed = TypeWithoutBrackets(rest.substr(0, WordEnd(rest)));
+  }
   if (!IsDotNet() && name.find('.') != std::string_view::npos)
     name.remove_prefix(name.find('.') + 1);
   if (mComponent.Interfaces.HasKey(name)) return;

@@ -107,6 +107,15 @@ double ToComparable(const ScriptValue& a, ScriptKind other) {
   return ToNumber(a);
 }
 
+// Text that is no number, compared with a number or a truth value: no order at all.
+bool CannotCompare(const ScriptValue& a, const ScriptValue& b, bool withLiteral) {
+  if (a.IsString() == b.IsString() || a.IsEmpty() || b.IsEmpty() || !withLiteral) return false;
+  const ScriptValue& text = a.IsString() ? a : b;
+  const ScriptKind other = a.IsString() ? b.Kind : a.Kind;
+  if (other == ScriptKind::Date && DateFromText(text.Text)) return false;
+  return !ConvertsToNumber(text.Text);
+}
+
 int Sign(double difference) { return difference < 0 ? -1 : difference > 0 ? 1 : 0; }
 
 // Negative, 0 or positive as `a` stands before, with or behind `b`.
@@ -139,6 +148,8 @@ ScriptValue Comparison(ScriptOperator op, const ScriptValue& a, const ScriptValu
   RefuseNothing(a);
   RefuseNothing(b);
   if (a.IsNull() || b.IsNull()) return ScriptValue::Null();
+  if (op != ScriptOperator::Like && CannotCompare(a, b, withLiteral))
+    return ScriptValue::Boolean(false);
   if (op == ScriptOperator::Like) return ScriptValue::Boolean(Like(ToText(a), ToText(b)));
   return ScriptValue::Boolean(Holds(op, Order(a, b, withLiteral)));
 }

@@ -145,6 +145,10 @@ std::optional<double> NumberFromText(std::string_view text) {
   return negative ? -number : number;
 }
 
+bool ConvertsToNumber(std::string_view text) {
+  return NumberFromText(text) || BooleanFromText(text);
+}
+
 double ToNumber(const ScriptValue& value) {
   switch (value.Kind) {
     case ScriptKind::Null: throw VendrelError(errInvalidUseOfNull);

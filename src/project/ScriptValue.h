@@ -56,6 +56,9 @@ std::string ToText(const ScriptValue& value);
 /// when this gives a number.
 std::optional<double> NumberFromText(std::string_view text);
 
+/// Whether a text is a number or the name of a truth value.
+bool ConvertsToNumber(std::string_view text);
+
 /// The value as a number (Empty is 0). Raises 13 for text that holds no number, 94 for Null, 91 for
 /// Nothing.
 double ToNumber(const ScriptValue& value);

@@ -1,11 +1,13 @@
 #include "text/Classifier.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
 #include "core/Ascii.h"
 #include "core/ProcessState.h"
 #include "diagnostics/VendrelError.h"
+#include "text/Separators.h"
 #include "text/StatementKeywords.h"
 
 namespace vendrel {
@@ -99,6 +101,16 @@ std::string_view WithoutLast(std::string_view text) {
   return text.substr(0, at);
 }
 
+// Length of the blank that stands at `at` and is no " ": a no-break or ideographic one, or one of
+// the typographic ones; 0 if none does.
+std::size_t OtherBlankAt(std::string_view text, std::size_t at) {
+  const std::string_view two = text.substr(at, 2), three = text.substr(at, 3);
+  if (two == "\xC2\xA0") return 2;
+  if (three == "\xE3\x80\x80" || three == "\xE2\x80\xAF" || three == "\xE2\x81\x9F") return 3;
+  if (three.size() < 3 || !three.starts_with("\xE2\x80")) return 0;
+  return static_cast<unsigned char>(three[2]) <= 0x8A ? 3 : 0;
+}
+
 bool IsRemark(std::string_view text) {
   return StartsWithNoCaseAscii(text, "REM") && (text.size() == 3 || text[3] == ' ');
 }
@@ -140,6 +152,7 @@ LineClassifier::Result LineClassifier::First(std::string_view text, ParsedLine& 
                                              bool mayHoldTabs) {
   line = ParsedLine();
   line.Text = text;
+  line.Unparted = mRules.EverySeparator && !PartLines;
   mState = ScanState();
   const std::string_view work = !mayHoldTabs || text.empty() ? Trim(text) : WorkingCopy(text);
   if (work.empty()) {
@@ -183,7 +196,10 @@ LineClassifier::Result LineClassifier::Process(std::string_view work, ParsedLine
   const bool mayContinue = EndsContinued(work);
   ScanState kept;
   if (mayContinue) {
-    const std::size_t end = TrimRight(work.substr(0, work.size() - 1)).size();
+    std::size_t end = TrimRight(work.substr(0, work.size() - 1)).size();
+    // What a colon in front of the underscore does is known once the next line is.
+    if (PartsEvery())
+      while (end > 0 && (work[end - 1] == ':' || work[end - 1] == ' ')) --end;
     if (mState.What == Found::Nothing && mState.At > end) {
       // An empty line behind "_ _" leaves less than was looked at: blanks and underscores, which
       // only the end of a line number takes note of.
@@ -195,6 +211,7 @@ LineClassifier::Result LineClassifier::Process(std::string_view work, ParsedLine
     kept = mState;
   }
   Scan(work, work.size());
+  if (PartsEvery() && !(mayContinue && mState.What == Found::Nothing)) FindHiddenDeclaration(work);
   Separate(work, line);
   if (line.Continued) {
     if (mState.What == Found::Nothing) mState = kept;
@@ -204,6 +221,7 @@ LineClassifier::Result LineClassifier::Process(std::string_view work, ParsedLine
       mState = mBeforeComment;
     return Result::Ok;
   }
+  if (mState.HasOtherBlanks) TakeOtherBlanks(line);
   if (line.LineType == BLANK_LINE) return Result::Ok;
   if (line.StatementPart.empty()) {
     line.LineType = Comment;
@@ -229,16 +247,21 @@ void LineClassifier::Scan(std::string_view text, std::size_t end) {
       next = s.At + CharLength(byte);
       const unsigned char low = mRules.WholeCharacters ? byte : LowByte(text, s.At);
       kind = kClasses[low] == kHigh ? static_cast<unsigned char>(kPlain) : kClasses[low];
+      if (mRules.BracketedNames && !s.InString && OtherBlankAt(text, s.At) > 0)
+        s.HasOtherBlanks = true;
     }
     if (kind == kDigit) {
       if (!s.SeenOther) s.SeenDigit = true;
     } else if (kind == kBlank) {
-      if (s.SeenDigit && !s.SeenOther) TakeLineNumber(text);
+      if (s.SeenDigit && !s.SeenOther) {
+        TakeLineNumber(text);
+        if (s.Begin == 0 && MayBeginWithLabel && PartsEvery()) s.Begin = s.At + 1;
+      }
     } else {
       s.SeenOther = true;
     }
     if (kind == kQuote && ScanQuote(text, next)) continue;
-    if (!s.InString && kind == kApostrophe) {
+    if (!s.InString && kind == kApostrophe && !InBrackets(text, s.At)) {
       mBeforeComment = s;
       mBeforeComment.SeenOther = seenOther;
       s.What = Found::Comment;
@@ -246,7 +269,8 @@ void LineClassifier::Scan(std::string_view text, std::size_t end) {
       s.TextFrom = next;
       return;
     }
-    if (!s.InString && kind == kColon && IsSeparator(text, s.At)) {
+    if (!s.InString && kind == kColon &&
+        (mRules.EverySeparator ? PartsAtColon(text, s.At) : IsSeparator(text, s.At))) {
       s.What = Found::Separator;
       s.Where = s.At;
       return;
@@ -276,6 +300,28 @@ bool LineClassifier::ScanQuote(std::string_view text, std::size_t next) {
 bool LineClassifier::IsSeparator(std::string_view text, std::size_t at) const {
   if (at + 1 >= text.size() || text[at + 1] == '=' || at == 0) return false;
   return SplitAtEveryColon || text[at - 1] == ' ';
+}
+
+// The rule of EverySeparator. Empty statements are none: a colon with another, a comment or nothing
+// behind it parts nothing, and neither does one at the front.
+bool LineClassifier::PartsAtColon(std::string_view text, std::size_t at) {
+  if (!PartLines || at + 1 >= text.size() || text[at + 1] == '=') return false;
+  const std::size_t behind = text.find_first_not_of(' ', at + 1);
+  if (behind == std::string_view::npos || text[behind] == ':' || text[behind] == '\'') return false;
+  if (text[behind] == '_' && behind + 1 == text.size()) return false;
+  const std::size_t from = text.find_first_not_of(" :", mState.Begin);
+  if (from >= at || StandsInside(text, at, mLanguage, mState.Searched)) return false;
+  if (mRules.RemComments && IsRemark(text.substr(from))) return false;
+  if (!MayBeginWithLabel || mState.HasLabel || !IsLabel(text.substr(from, at - from))) return true;
+  mState.HasLabel = true;
+  mState.Begin = at + 1;
+  return false;
+}
+
+// An apostrophe in the name "[it's]" begins no comment.
+bool LineClassifier::InBrackets(std::string_view text, std::size_t at) {
+  if (!mRules.BracketedNames || std::memchr(text.data(), '[', at) == nullptr) return false;
+  return StandsInside(text, at, mLanguage, mState.Searched);
 }
 
 void LineClassifier::TakeLineNumber(std::string_view text) const {
@@ -314,12 +360,71 @@ void LineClassifier::Separate(std::string_view work, ParsedLine& line) {
       line.Continued = true;
     }
   }
+  if (PartsEvery()) TrimStatement(work, line);
   if (mLanguage == lvVisualBasicDotNet && !line.StatementPart.empty() &&
       line.StatementPart.front() == '<') {
     const std::size_t end = AttributeEnd(line.StatementPart);
     line.StatementPart = TrimLeft(
         end == std::string_view::npos ? line.StatementPart : line.StatementPart.substr(end + 1));
   }
+}
+
+// "If x Then Dim k": the declaration is a statement of its own.
+void LineClassifier::FindHiddenDeclaration(std::string_view work) {
+  const std::size_t end = mState.What == Found::Nothing ? work.size() : mState.Where;
+  if (mState.What == Found::Comment && EndsContinued(work)) return;
+  const std::size_t from = work.find_first_not_of(" :", mState.Begin);
+  if (from >= end) return;
+  const std::string_view statement = work.substr(from, end - from);
+  const std::size_t at = DeclarationBehindThen(statement, !MayBeginWithLabel);
+  if (at == kNotFound) return;
+  mState.What = Found::Separator;
+  mState.Where = from + at - 1;
+}
+
+// Without the label or line number at the front, and without the colons of empty statements.
+void LineClassifier::TrimStatement(std::string_view work, ParsedLine& line) const {
+  std::string_view statement = line.StatementPart;
+  if (statement.empty()) return;
+  const std::size_t begin = static_cast<std::size_t>(statement.data() - work.data());
+  if (mState.Begin > begin) {
+    const std::string_view rest =
+        TrimLeft(statement.substr(std::min(statement.size(), mState.Begin - begin)));
+    if (rest.empty() || line.Continued) return;
+    statement = rest;
+    line.HasLabel = true;
+    if (mRules.RemComments && IsRemark(statement)) {
+      line.CommentPart =
+          Trim(work.substr(static_cast<std::size_t>(statement.data() - work.data()) + 3));
+      line.StatementPart = {};
+      return;
+    }
+  }
+  while (statement.starts_with(':')) statement = TrimLeft(statement.substr(1));
+  std::string_view front = TrimRight(statement);
+  if (front.ends_with(':')) {
+    while (front.ends_with(':')) front = TrimRight(front.substr(0, front.size() - 1));
+    if (!MayBeginWithLabel || !IsLabel(front)) statement = front;
+  }
+  line.StatementPart = statement;
+  if (TrimRight(statement).empty() && mState.What != Found::Comment) line.LineType = BLANK_LINE;
+}
+
+// Blanks of every kind become blanks, but for those in strings.
+void LineClassifier::TakeOtherBlanks(ParsedLine& line) {
+  mBlanked.clear();
+  bool inString = false;
+  for (std::size_t i = 0; i < line.StatementPart.size();) {
+    const char c = line.StatementPart[i];
+    if (c == '"') inString = !inString;
+    const std::size_t blank = inString ? 0 : OtherBlankAt(line.StatementPart, i);
+    mBlanked.push_back(blank > 0 ? ' ' : c);
+    i += blank > 0 ? blank : 1;
+  }
+  line.StatementPart = TrimLeft(mBlanked);
+  if (!line.StatementPart.empty()) return;
+  line.StatementPart = {};
+  if (mState.What != Found::Comment) line.LineType = BLANK_LINE;
 }
 
 std::string_view LineClassifier::Collapsed(std::string_view statement) {
@@ -336,7 +441,8 @@ LineClassifier::Result LineClassifier::Judge(ParsedLine& line) {
   const StatementJudgement judged = JudgeStatement(line.StatementPart, mLanguage);
   line.LineType = judged.LineType;
   if (judged.MissingWord) return Result::MissingWord;
-  if (mRules.OneLineProcedures && !line.MoreLines && IsStartLineType(line.LineType)) {
+  if (mRules.OneLineProcedures && !mRules.EverySeparator && !line.MoreLines &&
+      IsStartLineType(line.LineType)) {
     SplitOneLineProcedure(line);
   }
   return Result::Ok;

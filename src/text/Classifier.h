@@ -19,12 +19,16 @@ struct ClassifierRules {
   bool RemComments = false;
   bool WholeCharacters = false;
   bool OneLineProcedures = false;
+  bool EverySeparator = false;
+  bool BracketedNames = false;
 
   ClassifierRules() = default;
   ClassifierRules(const ReadingRules& reading)  // NOLINT: a selection of the same flags
       : RemComments(reading.RemComments),
         WholeCharacters(reading.WholeCharacters),
-        OneLineProcedures(reading.OneLineProcedures) {}
+        OneLineProcedures(reading.OneLineProcedures),
+        EverySeparator(reading.EverySeparator),
+        BracketedNames(reading.BracketedNames) {}
 };
 
 /// Classifies lines one after the other. The parts of a result stay valid until the next call.
@@ -39,6 +43,11 @@ class LineClassifier {
   bool RaiseLineNumber = true;
   /// Every colon outside of strings separates statements: for the body of a one-line procedure.
   bool SplitAtEveryColon = false;
+  /// False for lines of a header, where a colon parts nothing (`EverySeparator`).
+  bool PartLines = true;
+  /// Whether a label or line number may stand at the front: not in a remainder, nor in the list of
+  /// a Type or Enum (`EverySeparator`).
+  bool MayBeginWithLabel = true;
 
   /// A line that begins a statement. `MissingWord`: a single word that needs another; the record is
   /// then `OTHER` with the whole text as its statement. A remainder holds no tabs; not to look for
@@ -62,6 +71,11 @@ class LineClassifier {
     Found What = Found::Nothing;
     std::size_t Where = 0;     // byte of the apostrophe or colon
     std::size_t TextFrom = 0;  // first byte of the comment's text
+    // Of EverySeparator and BracketedNames alone:
+    std::size_t Begin = 0;     // first byte behind a line number or label
+    std::size_t Searched = 0;  // up to here it is known what stands inside of brackets and dates
+    bool HasLabel = false;
+    bool HasOtherBlanks = false;
   };
 
   std::string_view WorkingCopy(std::string_view text);
@@ -69,8 +83,14 @@ class LineClassifier {
   void Scan(std::string_view text, std::size_t end);
   bool ScanQuote(std::string_view text, std::size_t next);
   bool IsSeparator(std::string_view text, std::size_t at) const;
+  bool PartsAtColon(std::string_view text, std::size_t at);
+  bool InBrackets(std::string_view text, std::size_t at);
+  bool PartsEvery() const { return mRules.EverySeparator && PartLines; }
   void TakeLineNumber(std::string_view text) const;
   void Separate(std::string_view work, ParsedLine& line);
+  void FindHiddenDeclaration(std::string_view work);
+  void TrimStatement(std::string_view work, ParsedLine& line) const;
+  void TakeOtherBlanks(ParsedLine& line);
   Result Judge(ParsedLine& line);
   void SplitOneLineProcedure(ParsedLine& line);
   std::string_view Collapsed(std::string_view statement);
@@ -81,6 +101,7 @@ class LineClassifier {
   ScanState mBeforeComment;      // where the scan stood in front of the comment it found
   std::string mWork;             // the line with tabs as blanks
   std::string mStatement;        // the statement with runs of blanks collapsed
+  std::string mBlanked;          // the statement with blanks of every kind as blanks
   std::string mLogical;          // the statement so far, across continuations
   std::size_t mLogicalSize = 0;  // what the next line continues: without the last underscore
 };

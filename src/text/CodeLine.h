@@ -52,6 +52,12 @@ struct ParsedLine {
   bool OwnText = false;
   /// Taken apart at every colon, as the body of a one-line procedure is.
   bool EveryColon = false;
+  /// A line of a header: not taken apart.
+  bool Unparted = false;
+  /// A line of a list, where no label can stand.
+  bool NoLabel = false;
+  /// A label or line number stands in front of the statement.
+  bool HasLabel = false;
   std::int16_t EventIndex = 0;
   std::string_view Text;
   std::string_view StatementPart;

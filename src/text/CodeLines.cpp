@@ -44,8 +44,7 @@ CodeLine CodeLines::Item(std::int32_t Key) const try {
 // changed it (tagged comments, members of an enumeration).
 CodeLine CodeLines::Classified(std::int32_t index) const {
   const Line& line = At(index);
-  LineClassifier classifier(mLanguage, mRules);
-  classifier.RaiseLineNumber = false;
+  LineClassifier classifier = ClassifierFor(At(FirstOf(index)).Flags);
   ParsedLine parsed;
   std::string logical;
   if (line.Flags & kContinuation) {
@@ -64,12 +63,24 @@ CodeLine CodeLines::Classified(std::int32_t index) const {
   return record;
 }
 
-// The statement up to this line, as the classifier saw it: joined from its first physical line on.
-std::string CodeLines::LogicalText(std::int32_t index) const {
-  std::int32_t first = index;
-  while (first > 1 && (At(first).Flags & kContinuation)) --first;
+LineClassifier CodeLines::ClassifierFor(std::uint8_t flags) const {
   LineClassifier classifier(mLanguage, mRules);
   classifier.RaiseLineNumber = false;
+  classifier.PartLines = !(flags & kUnparted);
+  classifier.MayBeginWithLabel = !(flags & (kNotInSource | kNoLabel));
+  return classifier;
+}
+
+// The first physical line of the statement that a line belongs to.
+std::int32_t CodeLines::FirstOf(std::int32_t index) const {
+  while (index > 1 && (At(index).Flags & kContinuation)) --index;
+  return index;
+}
+
+// The statement up to this line, as the classifier saw it: joined from its first physical line on.
+std::string CodeLines::LogicalText(std::int32_t index) const {
+  const std::int32_t first = FirstOf(index);
+  LineClassifier classifier = ClassifierFor(At(first).Flags);
   ParsedLine parsed;
   classifier.First(LineView(first), parsed);
   for (std::int32_t i = first + 1; i < index && parsed.Continued; ++i)
@@ -191,7 +202,8 @@ void CodeLines::AddParsed(const ParsedLine& parsed, std::int32_t before, std::in
     line.Type = static_cast<std::uint8_t>(parsed.LineType);
     line.Flags = static_cast<std::uint8_t>(
         (parsed.Continued ? kContinued : 0) | (parsed.Continuation ? kContinuation : 0) |
-        (parsed.NotInSource ? kNotInSource : 0) | (parsed.EveryColon ? kEveryColon : 0));
+        (parsed.NotInSource ? kNotInSource : 0) | (parsed.EveryColon ? kEveryColon : 0) |
+        (parsed.Unparted ? kUnparted : 0) | (parsed.NoLabel ? kNoLabel : 0));
     KeepText(line, parsed.Text, held);
   }
   Insert(line, before, after);

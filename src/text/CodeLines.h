@@ -83,6 +83,8 @@ class CodeLines {
                  // line began in the text, plus 1, or 0
     kHeld = 16,  // the text is a part of one in mHeld, under the number in Offset
     kEveryColon = 32,
+    kUnparted = 64,
+    kNoLabel = 128,
   };
   struct HeldText {
     std::shared_ptr<const std::string> Of;
@@ -102,6 +104,8 @@ class CodeLines {
   void KeepText(Line& line, std::string_view text, const std::shared_ptr<const std::string>& held);
   bool InText(std::string_view text) const;
   CodeLine Classified(std::int32_t index) const;
+  LineClassifier ClassifierFor(std::uint8_t flags) const;
+  std::int32_t FirstOf(std::int32_t index) const;
   std::string LogicalText(std::int32_t index) const;
 
   std::vector<Line> mLines;

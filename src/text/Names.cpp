@@ -24,4 +24,34 @@ std::string_view DotNetType(std::string_view name) {
   return name;
 }
 
+std::string_view WithoutBrackets(std::string_view name) {
+  if (name.starts_with('[')) name.remove_prefix(1);
+  if (name.ends_with(']')) name.remove_suffix(1);
+  return name;
+}
+
+std::string TypeWithoutBrackets(std::string_view type) {
+  std::string plain;
+  for (const char c : type)
+    if (c != '[' && c != ']') plain += c;
+  return plain;
+}
+
+std::string SpacedOut(std::string_view declaration) {
+  std::string spaced;
+  std::size_t done = 0;
+  bool inString = false;
+  for (std::size_t i = 0; i + 1 < declaration.size(); ++i) {
+    const char c = declaration[i];
+    if (c == '"') inString = !inString;
+    if (inString) continue;
+    if (c == '\'') break;
+    if ((c != ')' && c != '"') || !IsLetterAscii(declaration[i + 1])) continue;
+    spaced.append(declaration.substr(done, i + 1 - done)).append(" ");
+    done = i + 1;
+  }
+  if (done > 0) spaced.append(declaration.substr(done));
+  return spaced;
+}
+
 }  // namespace vendrel

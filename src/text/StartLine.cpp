@@ -91,7 +91,7 @@ CutLine CutAtParameters(std::string_view text) {
 // The type behind the first word "As" of a declaration without parameter list.
 ReturnTypeText TypeBehindAs(std::string_view text) {
   ReturnTypeText result;
-  WordCursor cursor(text);
+  WordCursor cursor(text, true);
   std::string_view word;
   while (cursor.Next(word) && !EqualsNoCaseAscii(word, "AS")) continue;
   if (!cursor.Next(word) || (EqualsNoCaseAscii(word, "NEW") && !cursor.Next(word))) return result;

@@ -8,6 +8,8 @@
 namespace vendrel {
 namespace {
 
+constexpr std::size_t kLongestName = 255;
+
 constexpr bool IsCodeDelimiter(char c) {
   return c == '(' || c == ')' || c == ' ' || c == '.' || c == ',' || c == ';';
 }
@@ -18,12 +20,15 @@ std::size_t SkipString(std::string_view text, std::size_t at) {
   return close == kNotFound ? text.size() : close + 1;
 }
 
-// 0-based position of the delimiter outside strings; npos if it is not there.
-std::size_t FindDelimiter(std::string_view text, std::string_view delimiter) {
+// 0-based position of the delimiter outside strings, and outside names in brackets where those are
+// whole; npos if it is not there.
+std::size_t FindDelimiter(std::string_view text, std::string_view delimiter, bool wholeNames) {
   if (delimiter.empty() || delimiter.front() == '"') return kNotFound;
   for (std::size_t at = 0; at < text.size();) {
     if (text[at] == '"') {
       at = SkipString(text, at);
+    } else if (wholeNames && text[at] == '[' && BracketEnd(text, at) > at) {
+      at = BracketEnd(text, at);
     } else if (text[at] == delimiter.front() && text.substr(at, delimiter.size()) == delimiter) {
       return at;
     } else {
@@ -37,7 +42,7 @@ std::size_t FindDelimiter(std::string_view text, std::string_view delimiter) {
 
 bool SplitCursor::Next(std::string_view& piece) {
   if (mRest.empty()) return false;
-  const std::size_t at = FindDelimiter(mRest, mDelimiter);
+  const std::size_t at = FindDelimiter(mRest, mDelimiter, mWholeNames);
   if (at == kNotFound) {
     piece = mRest;
     mRest = {};
@@ -51,9 +56,22 @@ bool SplitCursor::Next(std::string_view& piece) {
 bool WordCursor::Next(std::string_view& word) {
   mRest = TrimLeft(mRest);
   if (mRest.empty()) return false;
-  word = mRest.substr(0, mRest.find(' '));
+  word = mRest.substr(0, mWholeNames ? WordEnd(mRest) : mRest.find(' '));
   mRest.remove_prefix(word.size());
   return true;
+}
+
+std::size_t WordEnd(std::string_view text) {
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (text[at] == ' ') return at;
+    if (const std::size_t end = text[at] == '[' ? BracketEnd(text, at) : at; end > at) at = end - 1;
+  }
+  return text.size();
+}
+
+std::size_t BracketEnd(std::string_view text, std::size_t at) {
+  const std::size_t close = text.substr(at + 1, kLongestName + 1).find(']');
+  return close == kNotFound ? at : at + close + 2;
 }
 
 std::vector<std::string_view> SplitEx(std::string_view Source, std::string_view Delimeter,

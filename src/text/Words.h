@@ -10,12 +10,14 @@
 
 namespace vendrel {
 
-/// Walks the pieces of a text between delimiters that stand outside string literals.
+/// Walks the pieces of a text between delimiters that stand outside string literals, and outside
+/// names in brackets where that is asked for.
 class SplitCursor {
  public:
   /// An empty delimiter is never found.
-  SplitCursor(std::string_view source, std::string_view delimiter, bool removeDelimiter)
-      : mRest(source), mDelimiter(delimiter), mRemove(removeDelimiter) {}
+  SplitCursor(std::string_view source, std::string_view delimiter, bool removeDelimiter,
+              bool wholeNames = false)
+      : mRest(source), mDelimiter(delimiter), mRemove(removeDelimiter), mWholeNames(wholeNames) {}
   /// The next piece, with its delimiter unless that is removed; false at the end. Adjacent
   /// delimiters give empty pieces, a delimiter at the end of the text does not.
   bool Next(std::string_view& piece);
@@ -26,17 +28,27 @@ class SplitCursor {
   std::string_view mRest;
   std::string_view mDelimiter;
   bool mRemove;
+  bool mWholeNames;
 };
 
-/// Walks the words between blanks, leaving out empty ones.
+/// Walks the words between blanks, leaving out empty ones. A name in brackets counts as one word
+/// where that is asked for.
 class WordCursor {
  public:
-  explicit WordCursor(std::string_view text) : mRest(text) {}
+  explicit WordCursor(std::string_view text, bool wholeNames = false)
+      : mRest(text), mWholeNames(wholeNames) {}
   bool Next(std::string_view& word);
 
  private:
   std::string_view mRest;
+  bool mWholeNames;
 };
+
+/// Length of the first word of `text`: up to the first blank outside of brackets. A bracket that
+/// nothing closes is a character like any other.
+std::size_t WordEnd(std::string_view text);
+/// Where the name in brackets that begins at `at` ends: behind its "]"; `at` if nothing closes it.
+std::size_t BracketEnd(std::string_view text, std::size_t at);
 
 /// All pieces of a `SplitCursor`.
 std::vector<std::string_view> SplitEx(std::string_view Source, std::string_view Delimeter,

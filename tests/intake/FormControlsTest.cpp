@@ -44,7 +44,7 @@ const char kDescription[] =
     "      Left            =   99\n"
     "   EndProperty\n"
     "   Begin VB.Frame fra\n"
-    "      Left            =   120 'x\n"
+    "      Left            =   1.20e2 'x\n"
     "      Top             =   240\n"
     "      Begin VB.CommandButton cmd\n"
     "         Caption         =   \"One\"\n"

@@ -122,6 +122,44 @@ TEST(ReadingFlagsTest, InitialiseProceduresAreReadAsAnyOther) {
             "Private Sub Form_Unload(Cancel As Integer)");
 }
 
+TEST(ReadingFlagsTest, EverySeparatorPartsDeclarations) {
+  TestModule module("M.bas",
+                    "Public a As Long: Public b\nPrivate Type P: x As Long: y As Byte: End Type\n"
+                    "Enum E\n  ea: eb\nEnd Enum\n"
+                    "Declare Sub S Lib \"k\" (): Declare Sub T Lib \"k\" ()\n"
+                    "Sub A()\nDim d As Double: d = Round(1.5, 6) ' the sum\nConst c = 5: p = c\n"
+                    "l: Dim z As Long\nIf x Then Dim k: Dim n\nEnd Sub: Sub B(): Dim q: End Sub\n",
+                    test::Complete());
+  EXPECT_EQ(Describe(*module),
+            "M\n enum PUBLIC E @4\n  member ea @5\n  member eb @5\n"
+            " type PRIVATE P @3\n  var  x As Long @0/3\n  var  y As Byte @0/3\n"
+            " declare PUBLIC sub S lib k.dll() @5/7\n declare PUBLIC sub T lib k.dll() @5/7\n"
+            " attributes\n declarations\n  var PUBLIC a As Long @1/2\n"
+            "  var PUBLIC b As Variant implicit @1/2\n sub PUBLIC A() @8\n"
+            "  var PRIVATE d As Double 'the sum' @2/9\n");
+  EXPECT_EQ(test::Told(module.Project->Diagnostics), "");
+}
+
+TEST(ReadingFlagsTest, MembersHaveTheNamesOfKeywords) {
+  TestModule module("M.bas",
+                    "Type P\n  sUB As Long\n  Event As Long\n  ' note\n  Rem note\n\n"
+                    "  Property As Byte\nEnd Type\nEnum E\n  Property\nEnd Enum\nDim a\n"
+                    "Type Q\n  x As Long\nPrivate Sub S()\nEnd Sub\n",
+                    test::Complete());
+  EXPECT_EQ(Describe(*module), "");
+  EXPECT_EQ(test::Told(module.Project->Diagnostics), "16 unended-declaration\n");
+}
+
+TEST(ReadingFlagsTest, NamesInBracketsAreReadWhole) {
+  TestModule module(
+      "M.bas",
+      "Dim [my var] As [Some Type], [x]%\nType [my type]\n  [a b](1) As Long\nEnd Type\n"
+      "Declare Function F Lib \"u\"(ByVal a As Long)As Long\n"
+      "Function [my fn](ByVal [p q] As Long)As [t u]\nEnd Function\n",
+      test::Complete());
+  EXPECT_EQ(Describe(*module), "");
+}
+
 TEST(ReadingFlagsTest, EventsAndDeclaresHaveTheAccessOfTheLanguage) {
   const char* const body =
       "Dim z\nEvent E()\nDeclare Sub S Lib \"k\" ()\nPrivate Declare Sub T Lib \"k\" ()\n";

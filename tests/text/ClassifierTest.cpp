@@ -40,6 +40,57 @@ ReadingRules Only(bool ReadingRules::*flag) {
 constexpr auto VB = lvVisualBasic5or6;
 constexpr auto NET = lvVisualBasicDotNet;
 
+TEST(ClassifierTest, EveryColonThatMayPartsStatements) {
+  ExpectRows(
+      {
+          {"Dim d As Double: d = 1", "VAR_DECLARATION [Dim d As Double] more( d = 1)"},
+          {"a:b", "OTHER [b]"},
+          {"lbl: Dim z", "VAR_DECLARATION [Dim z]"},
+          {"lbl:", "OTHER [lbl:]"},
+          {"10 Dim f", "VAR_DECLARATION [Dim f]"},
+          {"20: x = 1: y = 2", "OTHER [x = 1] more( y = 2)"},
+          {"30 lbl: End Sub", "END_SUB [End Sub]"},
+          {"40", "BLANK_LINE"},
+          {"Else: Dim k", "OTHER [Else] more( Dim k)"},
+          {"If x Then: Dim k", "OTHER [If x Then] more( Dim k)"},
+          {"If x Then Dim k Else y = 1", "OTHER [If x Then ] more(Dim k Else y = 1)"},
+          {"If x = \" Then Dim k\" Then y = 1", "OTHER [If x = \" Then Dim k\" Then y = 1]"},
+          {"Case 1: Dim m", "CASE_LINE [Case 1] more( Dim m)"},
+          {"Foo a:=1, b:=2", "OTHER [Foo a:=1, b:=2]"},
+          {"Dim a: ' why: so", "VAR_DECLARATION [Dim a] 'why: so"},
+          {"Dim a::", "VAR_DECLARATION [Dim a]"},
+          {": : x = 1 : : y = 2", "OTHER [x = 1] more( y = 2)"},
+          {":", "BLANK_LINE"},
+          {"s = \"a: b\": t = 1", "OTHER [s = \"a: b\"] more( t = 1)"},
+          {"x = [a: b] + 1", "OTHER [x = [a: b] + 1]"},
+          {"x = #10:30:00 PM#: y = #Mar 1, 2000 1:00#",
+           "OTHER [x = #10:30:00 PM#] more( y = #Mar 1, 2000 1:00#)"},
+          {"Close #1: Close #2", "OTHER [Close #1] more( Close #2)"},
+          {"a# = 1: b# = 2", "OTHER [a# = 1] more( b# = 2)"},
+          {"10 Rem a: b", "OTHER [Rem a] more( b)"},
+          {"Private Type P: x As Long: End Type",
+           "START_TYPE [Private Type P] more( x As Long: End Type)"},
+      },
+      VB, Only(&ReadingRules::EverySeparator));
+  ExpectRows(
+      {
+          {"x = <a:b>c: d</a:b> : y = 1", "OTHER [x = <a:b>c: d</a:b> ] more( y = 1)"},
+          {"x = e.<n:a>.@n:b: y = 1", "OTHER [x = e.<n:a>.@n:b: y = 1]"},
+          {"s = $\"{d(\"h:m\"):N2}: x\" : y = 1",
+           "OTHER [s = $\"{d(\"h:m\"):N2}: x\" ] more( y = 1)"},
+          {"If a < b Then x = 1: y = 2", "OTHER [If a < b Then x = 1] more( y = 2)"},
+      },
+      NET, Only(&ReadingRules::EverySeparator));
+}
+
+TEST(ClassifierTest, BlanksOfEveryKindAreBlanks) {
+  ExpectRows({{"Dim\xC2\xA0x As\xE3\x80\x80Long", "VAR_DECLARATION [Dim x As Long]"},
+              {"\xC2\xA0' note", "Comment 'note"},
+              {"\xE3\x80\x80", "BLANK_LINE"},
+              {"s = \"\xC2\xA0\"", "OTHER [s = \"\xC2\xA0\"]"}},
+             VB, Only(&ReadingRules::BracketedNames));
+}
+
 TEST(ClassifierTest, StatementCommentAndSeparatorAreToldApart) {
   ExpectRows(
       {

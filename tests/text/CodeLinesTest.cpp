@@ -113,6 +113,7 @@ TEST(CodeLinesTest, LinesAreFoundByTypeAndPattern) {
 struct PlainReader {
   ReadingRules Rules;
   CodeLine Previous;
+  bool InRemainder = false;
   std::vector<CodeLine> Records;
 
   void Take(const std::string& physical) {
@@ -127,7 +128,12 @@ struct PlainReader {
   void TakeText(const std::string& text, bool notInSource) {
     const bool continuation = Previous.Continued;
     const std::string logical = continuation ? JoinContinuation(Previous.Remainder, text) : text;
-    CodeLine line = InitialiseCodeLine(logical, lvVisualBasic5or6, Rules);
+    if (!continuation) InRemainder = notInSource;
+    LineClassifier classifier(lvVisualBasic5or6, Rules);
+    classifier.MayBeginWithLabel = !InRemainder;
+    ParsedLine parsed;
+    classifier.First(logical, parsed);
+    CodeLine line = parsed.Record();
     line.Continuation = continuation;
     line.NotInSource = notInSource;
     line.Text = text;
@@ -158,6 +164,8 @@ TEST(CodeLinesTest, ALoadedModuleGivesBackTheRecordsOfItsReader) {
       "  + 2 'done",
       "   ",
       "label:",
+      "label: Dim z As Long: z = 1: ' said",
+      "10 If x Then Dim k: x = \"a: b\"",
       "End Sub",
       "Function Second() As Long:",
       "End Function : x = \"\u0416\" ' \u0422",
