@@ -57,6 +57,7 @@ int VisitFolder(const std::string& path, const CommonOptions& options, const Str
       visit(*project);
       code = std::max(code, ReportDiagnostics(*project, options, streams.Err));
     } catch (const ToolError& error) {
+      if (error.Code() != exFailed) throw;  // it concerns the run, not this project
       Tell(DiagnosticCode::Told, {error.what()});
     }
   }
