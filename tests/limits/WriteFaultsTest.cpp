@@ -5,10 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <csignal>
 #include <filesystem>
 #include <set>
 #include <sstream>
 
+#include "cli/Interrupts.h"
 #include "core/ProcessState.h"
 #include "output/Dump.h"
 #include "project/VBProject.h"
@@ -235,6 +237,41 @@ TEST_P(WriteFaults, LeaveEachFileOldOrNewAtEveryMoment) {
 
 INSTANTIATE_TEST_SUITE_P(Of, WriteFaults, testing::ValuesIn(kWrites),
                          [](const auto& each) { return std::string(each.param.Name); });
+
+// A result larger than what is kept back fails, or is stopped, in the midst of being written.
+TEST(ResultFaults, ALargeResultFailsInTheMidst) {
+  for (const char* command : {"dump", "names", "html", "lines"}) {
+    SCOPED_TRACE(command);
+    Disk disk;
+    std::string module = "Attribute VB_Name = \"M\"\r\n";
+    for (int i = 0; i < 4000; ++i)
+      module += "Public aNameOfSomeLength" + std::to_string(i) + "\r\n";
+    disk.Files.Add("/g/M.bas", module);
+    std::vector<std::string> arguments{command, "/g/M.bas", "-o", "/q/out"};
+    if (arguments.front() == "dump") arguments.emplace_back("--lines");
+    disk.Files.ForgetCalls();
+    ASSERT_EQ(cli::Tool(arguments).Code, cli::exDone);
+    const std::vector<std::string> calls = disk.Files.Calls();
+    const auto isWrite = [](const std::string& call) { return call.starts_with("Write "); };
+    const auto first = std::find_if(calls.begin(), calls.end(), isWrite) - calls.begin();
+    for (const std::ptrdiff_t step :
+         {first, first + 100, static_cast<std::ptrdiff_t>(calls.size()) - 5}) {
+      const int n = static_cast<int>(step) + 1;
+      disk.Files.Add("/q/out", "old");
+      disk.FailAt(n, kFull);
+      cli::ToolRun run = cli::Tool(arguments);
+      EXPECT_EQ(run.Code, cli::exFailed);
+      EXPECT_NE(run.Err.find("Disk full"), std::string::npos) << run.Err;
+      EXPECT_EQ(disk.Files["/q/out"], "old");
+      disk.FailAt(0, 0);
+      disk.Files.ActAt(n, [] { cli::NoteSignal(SIGINT); });
+      run = cli::Tool(arguments);
+      EXPECT_EQ(run.Code, cli::SignalBase + SIGINT) << run.Err;
+      EXPECT_EQ(disk.Files["/q/out"], "old");
+      cli::NoteSignal(0);
+    }
+  }
+}
 
 struct ToolCase {
   const char* Name;
