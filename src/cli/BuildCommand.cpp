@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "cli/Commands.h"
+#include "cli/Interrupts.h"
 #include "cli/Report.h"
 #include "cli/Results.h"
 #include "cli/Session.h"
@@ -48,6 +49,7 @@ int RunBuild(const BuildArguments& arguments, const Streams& streams) {
   project->SetCompiler(arguments.Compiler);
   if (project->Compiler().empty())
     throw ToolError(exUsage, "no compiler is registered; name one with --compiler");
+  const InterruptHold hold;
   std::unique_ptr<TemporaryFolder> temporary;
   if (project->LogFolder.empty()) {
     temporary = std::make_unique<TemporaryFolder>("build");

@@ -6,6 +6,8 @@
 #include "cli/Elements.h"
 #include "cli/ProjectSets.h"
 #include "cli/Results.h"
+#include "cli/WatchedFiles.h"
+#include "cli/Writer.h"
 #include "output/HelpIDs.h"
 #include "output/Json.h"
 
@@ -60,13 +62,14 @@ void WriteBack(VBProject& project, const std::string& file) {
   if (project.ProjectSourceAccess != psaReadWrite)
     throw ToolError(exUsage, file + ": --write takes a project (.vbp) or a group");
   project.OutputFileName.SetFullPath(project.FileName.FullPath());
-  project.WriteOut();
+  WriteOutOrTell(project);
   if (project.Diagnostics.CountOf(DiagnosticCode::WriteRefused) > 0)
     throw ToolError(exFailed, project.FileName.FullPath() + ": not every module could be written");
 }
 
 int RunHelpIDs(const HelpIDsArguments& arguments, const Streams& streams) {
   int code = exDone;
+  if (arguments.Write) WatchedFiles::Current()->RemoveLeftFiles();
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
     code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
       if (arguments.Begin) project.AssignHelpContextIDs(*arguments.Begin, arguments.Force);

@@ -56,6 +56,9 @@ class PretendedFiles::Source final : public FileSource {
   }
   int SetMode(int, std::uint32_t) override { return 0; }
   int Sync(int) override { return 0; }
+  int Lock(int handle, bool wait) override {
+    return handle < kFirstHandle ? mUnder.Lock(handle, wait) : 0;
+  }
   int Close(int handle) override {
     if (handle < kFirstHandle) return mUnder.Close(handle);
     mOpen.erase(handle);
@@ -142,33 +145,12 @@ class PretendedFiles::Source final : public FileSource {
   int mNext = kFirstHandle;
 };
 
-namespace {
-
-// Puts a source in force without owning it.
-void InstallBorrowed(FileSource& source) {
-  FileSource::Install(std::shared_ptr<FileSource>(std::shared_ptr<void>(), &source));
+PretendedFiles::PretendedFiles() : mSource(std::make_shared<Source>(FileSource::Current())) {
+  mUnder = FileSource::Install(mSource);
 }
 
-}  // namespace
-
-PretendedFiles::PretendedFiles()
-    : mUnder(FileSource::Current()), mSource(std::make_shared<Source>(mUnder)) {
-  InstallBorrowed(*mSource);
-}
-
-PretendedFiles::~PretendedFiles() { InstallBorrowed(mUnder); }
+PretendedFiles::~PretendedFiles() { FileSource::Install(mUnder); }
 
 const std::map<std::string, std::string>& PretendedFiles::Written() const { return mSource->Files; }
-
-std::string PretendedFiles::OnDisk(const std::string& nativePath) const {
-  InstallBorrowed(mUnder);
-  std::string bytes;
-  try {
-    bytes = ReadWholeFile(nativePath);
-  } catch (const VendrelError&) {  // none there, or none that can be read
-  }
-  InstallBorrowed(*mSource);
-  return bytes;
-}
 
 }  // namespace vendrel::cli

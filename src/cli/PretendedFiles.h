@@ -21,13 +21,11 @@ class PretendedFiles {
 
   /// Native paths and bytes of the files that would have been written.
   const std::map<std::string, std::string>& Written() const;
-  /// The bytes that a file has now; empty if there is none.
-  std::string OnDisk(const std::string& nativePath) const;
 
  private:
   class Source;
-  FileSource& mUnder;
   std::shared_ptr<Source> mSource;
+  std::shared_ptr<FileSource> mUnder;
 };
 
 }  // namespace vendrel::cli

@@ -43,6 +43,7 @@ int VisitFolder(const std::string& path, const CommonOptions& options, const Str
       visit(*project);
       code = Worse(code, ReportDiagnostics(*project, options, streams.Err));
     } catch (const ToolError& error) {
+      if (error.Code() != exFailed) throw;  // it concerns the run, not this project
       Tell(DiagnosticCode::Told, {error.what()});
       code = Worse(code, error.Code());
     }

@@ -4,6 +4,8 @@
 #include <optional>
 #include <streambuf>
 
+#include "cli/Interrupts.h"
+#include "cli/WatchedFiles.h"
 #include "diagnostics/VendrelError.h"
 #include "services/AtomicFile.h"
 #include "services/FileSource.h"
@@ -35,6 +37,7 @@ class FileBuffer final : public std::streambuf {
  private:
   void Reset() { setp(mBuffer.data(), mBuffer.data() + mBuffer.size()); }
   int sync() override {
+    LookForSignal();
     OnResult([&] { mFile.Write({pbase(), static_cast<std::size_t>(pptr() - pbase())}); });
     Reset();
     return 0;
@@ -44,7 +47,7 @@ class FileBuffer final : public std::streambuf {
     return c == traits_type::eof() ? traits_type::not_eof(c) : sputc(traits_type::to_char_type(c));
   }
   std::streamsize xsputn(const char* text, std::streamsize size) override {
-    sync();
+    sync();  // looks for a signal
     OnResult([&] { mFile.Write({text, static_cast<std::size_t>(size)}); });
     return size;
   }
@@ -65,7 +68,9 @@ bool AreOneFile(const std::string& a, const std::string& b) {
          first.Device == second.Device && first.Number == second.Number;
 }
 
-void WriteToFile(const std::string& path, const std::function<void(std::ostream&)>& write) {
+void WriteToFile(const CommonOptions& options, const std::function<void(std::ostream&)>& write) {
+  const std::string& path = options.Output;
+  const InterruptHold hold;
   try {
     std::optional<AtomicFile> file;
     OnResult([&] { file.emplace(NativeTarget(path)); });
@@ -74,6 +79,7 @@ void WriteToFile(const std::string& path, const std::function<void(std::ostream&
     out.exceptions(std::ios::badbit);  // a failure of the file passes through the stream
     write(out);
     out.flush();
+    RefuseSourceAsResult(options);
     OnResult([&] { file->Commit(); });
   } catch (const ResultFailure& failure) {
     throw ToolError(exFailed, path + ": cannot be written: " + failure.Error.Text());
@@ -82,12 +88,26 @@ void WriteToFile(const std::string& path, const std::function<void(std::ostream&
 
 }  // namespace
 
+void RefuseSourceAsResult(const CommonOptions& options) {
+  const WatchedFiles* files = WatchedFiles::Current();
+  if (options.Output.empty() || !files) return;
+  const std::string target = NativeTarget(options.Output);
+  if (const std::string* source = files->SourceAt(target))
+    throw ToolError(exUsage, "-o: '" + options.Output + "' was read for this result" +
+                                 (*source == target ? "" : ", as '" + *source + "'") +
+                                 "; name another file");
+  for (const std::string& written : files->Written())
+    if (AreOneFile(written, target))
+      throw ToolError(exUsage, "-o: '" + options.Output +
+                                   "' is among the files just written, and stays so; name another");
+}
+
 void WriteResult(const CommonOptions& options, const Streams& streams, const std::string& input,
                  const std::function<void(std::ostream&)>& write) {
   if (!options.Output.empty()) {
     if (AreOneFile(NativeTarget(options.Output), NativeTarget(input)))
       throw ToolError(exUsage, "-o: '" + options.Output + "' is the input; name another file");
-    return WriteToFile(options.Output, write);
+    return WriteToFile(options, write);
   }
   write(streams.Out);
   streams.Out.flush();

@@ -13,4 +13,8 @@ namespace vendrel::cli {
 void WriteResult(const CommonOptions& options, const Streams& streams, const std::string& input,
                  const std::function<void(std::ostream&)>& write);
 
+/// Raises a usage error where -o names a file that was read so far, by whatever path, or one that
+/// was written. Looked at again before the result is put in place.
+void RefuseSourceAsResult(const CommonOptions& options);
+
 }  // namespace vendrel::cli

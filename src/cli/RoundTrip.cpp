@@ -2,7 +2,9 @@
 
 #include <sstream>
 
+#include "cli/Interrupts.h"
 #include "cli/UnifiedDiff.h"
+#include "cli/WatchedFiles.h"
 #include "core/CaseFold.h"
 #include "output/Json.h"
 #include "services/CodePage.h"
@@ -74,6 +76,8 @@ void RoundTrip::Run(VBProject& project) {
 }
 
 void RoundTrip::WriteAndCompare(VBProject& project) {
+  const InterruptHold hold;
+  const WatchedFiles::Aside aside;
   const TemporaryFolder folder("roundtrip");
   std::vector<Module> modules = ModulesOf(project);
   const bool isModule = IsModuleAlone(project);

@@ -2,12 +2,16 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <string>
 #include <vector>
 
 #include "cli/Commands.h"
+#include "cli/Interrupts.h"
 #include "cli/Options.h"
+#include "cli/WatchedFiles.h"
+#include "cli/WrittenFiles.h"
 #include "diagnostics/ErrorReport.h"
 #include "diagnostics/VendrelError.h"
 
@@ -99,6 +103,8 @@ int RunTool(int argc, const char* const* argv, const Streams& streams) {
     streams.Err << "vendrelmodel: " << text << '\n';
     return code;
   };
+  NoteSignal(0);
+  const WatchedFiles files;
   try {
     CLI::App app{"The object model of Visual Basic code: reads projects and shows what is in them.",
                  "vendrelmodel"};
@@ -110,6 +116,9 @@ int RunTool(int argc, const char* const* argv, const Streams& streams) {
     const int parsed = Parse(app, {argv + (argc > 0 ? 1 : 0), argv + argc}, streams);
     if (parsed != exDone) return parsed < 0 ? exDone : parsed;
     return job.Run();
+  } catch (const Interrupted& interrupt) {
+    return fail(SignalBase + interrupt.Signal,
+                std::string("interrupted (") + strsignal(interrupt.Signal) + "); " + DoneSince(0));
   } catch (const ToolError& error) {
     return fail(error.Code(), error.what());
   } catch (const VendrelError& error) {

@@ -2,6 +2,7 @@
 // Writes JSON as a stream: nothing is kept but how deep the text is.
 
 #include <cstdint>
+#include <exception>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -19,7 +20,10 @@ class JsonWriter {
  public:
   /// `indented`: a line for each member; else all on one line.
   explicit JsonWriter(std::ostream& out, bool indented = true) : mOut(out), mIndented(indented) {}
-  ~JsonWriter() { Flush(); }
+  /// Writes the rest; raises what the stream raises, but not while another failure passes.
+  ~JsonWriter() noexcept(false) {
+    if (std::uncaught_exceptions() == mPassing) Flush();
+  }
   JsonWriter(const JsonWriter&) = delete;
   JsonWriter& operator=(const JsonWriter&) = delete;
 
@@ -55,6 +59,7 @@ class JsonWriter {
   bool mIndented;
   bool mAfterKey = false;
   std::string mBuffer;
+  const int mPassing = std::uncaught_exceptions();
   /// One entry for each open bracket: whether it has a member already.
   std::vector<bool> mFilled;
 };

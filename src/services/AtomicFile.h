@@ -1,6 +1,7 @@
 #pragma once
 // A file is written beside its target and renamed over it at the end, so that at every moment the
-// target is either the old file or the new one, whole.
+// target is either the old file or the new one, whole. The file beside it is locked for as long as
+// its writer lives: one that can be locked was left by a process that was killed.
 
 #include <cstdint>
 #include <string>
@@ -29,8 +30,12 @@ class AtomicFile {
   /// Removes the temporary file.
   void Abandon();
 
+  /// Whether files of that name, without a folder, are written beside targets.
+  static bool IsTemporaryName(std::string_view leafName);
+
  private:
   void CheckTarget();
+  bool TakeLock();
   void FlushBuffer();
   int CloseHandle();
   [[noreturn]] void Fail(int systemError);
@@ -42,5 +47,11 @@ class AtomicFile {
   std::int64_t mKeptMode = -1;
   bool mFailed = false;
 };
+
+class FileSource;
+
+/// Removes the temporary files in a folder whose writers are gone: those of the name form that can
+/// be locked, and nothing else. Never raises; what cannot be told or removed stays.
+void RemoveLeftFiles(FileSource& source, const std::string& nativeFolder);
 
 }  // namespace vendrel

@@ -46,9 +46,9 @@ VendrelError TooLarge(std::string_view path) {
 
 FileSource& FileSource::Current() { return *InstalledSource(); }
 
-void FileSource::Install(std::shared_ptr<FileSource> source) {
-  InstalledSource() = source ? std::move(source) : Machine();
+std::shared_ptr<FileSource> FileSource::Install(std::shared_ptr<FileSource> source) {
   ForgetFolders();
+  return std::exchange(InstalledSource(), source ? std::move(source) : Machine());
 }
 
 VendrelError FileError(int systemError, std::string_view path) {

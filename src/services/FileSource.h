@@ -1,6 +1,6 @@
 #pragma once
 // Every system call on files passes here, so that a test can answer it from memory or let the n-th
-// one fail. Calls answer like the system's: a failure is a negative errno, never an exception.
+// one fail. Calls answer like the system's: a failure is a negative errno.
 
 #include <cstdint>
 #include <memory>
@@ -23,6 +23,9 @@ struct FileStatus {
   std::uint64_t Device = 0;
   std::uint64_t Number = 0;
 
+  bool IsSameFile(const FileStatus& other) const {
+    return Device == other.Device && Number == other.Number;
+  }
   /// Whether its owner may not write.
   bool IsReadOnly() const { return (Mode & 0200) == 0; }
 };
@@ -36,7 +39,8 @@ struct FolderEntry {
 };
 
 /// The files of a machine. Paths are native and absolute. All results: 0 or more on success, minus
-/// errno on failure.
+/// errno on failure. A host's own source may raise to end the work: what is being written is then
+/// abandoned. `Close`, `Unlink` and `SetMode` never raise.
 class FileSource {
  public:
   virtual ~FileSource() = default;
@@ -53,6 +57,9 @@ class FileSource {
   virtual int SetMode(int handle, std::uint32_t mode) = 0;
   /// Waits until what was written is on the disk.
   virtual int Sync(int handle) = 0;
+  /// Takes the lock of an open file for as long as it stays open; waits for whoever has it, or with
+  /// `wait` false gives -EWOULDBLOCK.
+  virtual int Lock(int handle, bool wait) = 0;
   virtual int Close(int handle) = 0;
   /// Status of what a path names, symbolic links followed.
   virtual int Status(const std::string& path, FileStatus& status) = 0;
@@ -70,9 +77,9 @@ class FileSource {
 
   /// The source in force; never null. At first the machine's own.
   static FileSource& Current();
-  /// Puts a source in force; an empty pointer restores the machine's own. Cached folders are
-  /// forgotten.
-  static void Install(std::shared_ptr<FileSource> source);
+  /// Puts a source in force and gives the one that was; an empty pointer restores the machine's
+  /// own. Cached folders are forgotten.
+  static std::shared_ptr<FileSource> Install(std::shared_ptr<FileSource> source);
   /// The machine's own files.
   static std::shared_ptr<FileSource> Machine();
 };

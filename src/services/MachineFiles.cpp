@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -61,6 +62,9 @@ class MachineFiles final : public FileSource {
   }
   int Sync(int handle) override {
     return Repeated([&] { return fsync(handle); });
+  }
+  int Lock(int handle, bool wait) override {
+    return Repeated([&] { return flock(handle, LOCK_EX | (wait ? 0 : LOCK_NB)); });
   }
   int Close(int handle) override { return close(handle) < 0 && errno != EINTR ? -errno : 0; }
   int Status(const std::string& path, FileStatus& status) override {

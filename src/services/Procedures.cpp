@@ -38,8 +38,7 @@ void CopyBytes(int from, const std::string& fromPath, AtomicFile& to) {
 
 bool IsSameFile(const FileStatus& status, const std::string& nativePath) {
   FileStatus other;
-  return FileSource::Current().Status(nativePath, other) >= 0 && other.Device == status.Device &&
-         other.Number == status.Number;
+  return FileSource::Current().Status(nativePath, other) >= 0 && other.IsSameFile(status);
 }
 
 void CopyFile(const std::string& from, const std::string& to) {

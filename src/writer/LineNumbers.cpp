@@ -1,14 +1,20 @@
 #include "writer/LineNumbers.h"
 
+#include <algorithm>
+
 #include "core/Ascii.h"
+#include "core/NumericText.h"
 #include "core/ProcessState.h"
 #include "diagnostics/VendrelError.h"
 #include "project/EnumerationValues.h"
+#include "project/VBProject.h"
+#include "services/TextUtility.h"
 
 namespace vendrel {
 namespace {
 
 constexpr std::size_t kNumberWidth = 6;
+constexpr std::string_view kNumberingTag = "fvbOutputLineNumbers";
 
 bool IsWordByte(char c) {
   return IsLetterAscii(c) || IsDigitAscii(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
@@ -185,6 +191,24 @@ void LineNumbers::SpellNumber() {
     mNumber.push_back(' ');
   else
     mNumber.resize(kNumberWidth, ' ');
+}
+
+// The count never runs backward.
+std::int32_t BeginNumbering(VBProject& project) {
+  std::int32_t first = 0;
+  project.AddLineNumbers = false;
+  for (const auto& [name, value] : project.Tags) {
+    if (!EqualsNoCaseAscii(name, kNumberingTag)) continue;
+    ProcessState& state = State();
+    first = std::max(state.CurrentLineNumber, NumericValue(TextUtility::LeftPart(value)));
+    state.CurrentLineNumber = first;
+    const std::string steps = TextUtility::RightPart(value);
+    const bool hasInterval = steps.find('.') != std::string::npos;
+    state.LineNumberIncrement = NumericValue(TextUtility::Field(steps, ".", 1));
+    state.LineNumberInterval = hasInterval ? NumericValue(TextUtility::Field(steps, ".", 2)) : 1;
+    project.AddLineNumbers = true;
+  }
+  return first;
 }
 
 }  // namespace vendrel

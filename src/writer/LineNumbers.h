@@ -10,6 +10,12 @@
 
 namespace vendrel {
 
+class VBProject;
+
+/// Readies project and process for numbers as the project's tag asks for them: "start:increment" or
+/// "start:increment.interval". Without the tag there will be none. Gives the first number.
+std::int32_t BeginNumbering(VBProject& project);
+
 /// The numbers of one procedure. Its lines are offered in order; the number to use next is that of
 /// the process, `ProcessState::CurrentLineNumber`.
 class LineNumbers {

@@ -2,21 +2,17 @@
 
 #include <optional>
 
-#include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "core/NumericText.h"
 #include "core/ProcessState.h"
 #include "diagnostics/VendrelError.h"
-#include "services/TextUtility.h"
 #include "writer/Backups.h"
+#include "writer/LineNumbers.h"
 #include "writer/ModuleWriter.h"
 #include "writer/ProjectFileWriter.h"
 #include "writer/SideFiles.h"
 
 namespace vendrel {
 namespace {
-
-constexpr std::string_view kNumberingTag = "fvbOutputLineNumbers";
 
 class ProjectWriter {
  public:
@@ -30,7 +26,6 @@ class ProjectWriter {
 
  private:
   bool IsRefused() const;
-  void SetUpNumbering();
   bool BackUpFirst();
   bool WriteModules();
   void CopyCompatibleFile();
@@ -46,7 +41,7 @@ class ProjectWriter {
 void ProjectWriter::Run() try {
   if (IsRefused()) return;
   if (mSameLocation) mBackups.emplace(mProject);
-  SetUpNumbering();
+  mFirstNumber = BeginNumbering(mProject);
   if (!mOnlyProjectFile && !(BackUpFirst() && WriteModules())) return;
   if (mBackups && !mBackups->KeepProjectFileBesideItself()) return;
   mProject.OutputFileName.SetBaseName(mProject.FileName.BaseName());
@@ -73,23 +68,6 @@ bool ProjectWriter::IsRefused() const {
                   "project will not be written.",
               ".vbp file read-only");
   return true;
-}
-
-// "start:increment" or "start:increment.interval". The count never runs backward.
-void ProjectWriter::SetUpNumbering() {
-  mProject.AddLineNumbers = false;
-  for (const auto& [name, value] : mProject.Tags) {
-    if (!EqualsNoCaseAscii(name, kNumberingTag)) continue;
-    ProcessState& state = State();
-    state.CurrentLineNumber =
-        std::max(state.CurrentLineNumber, NumericValue(TextUtility::LeftPart(value)));
-    mFirstNumber = state.CurrentLineNumber;
-    const std::string steps = TextUtility::RightPart(value);
-    const bool hasInterval = steps.find('.') != std::string::npos;
-    state.LineNumberIncrement = NumericValue(TextUtility::Field(steps, ".", 1));
-    state.LineNumberInterval = hasInterval ? NumericValue(TextUtility::Field(steps, ".", 2)) : 1;
-    mProject.AddLineNumbers = true;
-  }
 }
 
 bool ProjectWriter::BackUpFirst() {

@@ -1,5 +1,8 @@
+#include <csignal>
+#include <map>
 #include <random>
 
+#include "cli/Interrupts.h"
 #include "cli/UnifiedDiff.h"
 #include "support/MemoryFiles.h"
 #include "support/ToolRun.h"
@@ -21,8 +24,16 @@ class WriteCommand : public testing::Test {
     return run.Out;
   }
 
+  void SetUp() override {
+    for (const std::string& path : mFiles.Paths()) mFiles.Remove(path);
+    for (const char* folder : {"/g/SourceBackup", "/out/A", "/out/A_2", "/out"})
+      mFiles.Remove(folder);
+    for (const auto& [path, bytes] : kFilesBefore) mFiles.Add(path, bytes);
+  }
+
   std::string mErr;
-  test::MemoryFiles mFiles{
+  test::MemoryFiles mFiles;
+  const std::vector<std::pair<std::string, std::string>> kFilesBefore{
       {"/g/G.vbg", "VBGROUP 5.0\r\nProject=A.vbp\r\nProject=lib\\A.vbp\r\n"},
       {"/g/A.vbp", "Type=Exe\r\nModule=M; M.bas\r\nModule=Gone; Gone.bas\r\nName=\"A\"\r\n"},
       {"/g/M.bas", kWrittenModule},
@@ -33,7 +44,7 @@ class WriteCommand : public testing::Test {
 TEST_F(WriteCommand, WritesACopyAndLeavesTheSourceAlone) {
   const std::string project = mFiles["/g/A.vbp"];
   EXPECT_EQ(Run({"/g/A.vbp", "--to", "/out/deep"}),
-            "/out/deep/A.vbp: 2 modules and project file written\n");
+            "/out/deep/A.vbp: 1 module and project file written\n");
   EXPECT_EQ(mFiles["/out/deep/M.bas"], kWrittenModule);
   EXPECT_EQ(mFiles["/g/A.vbp"], project);
   EXPECT_FALSE(mFiles.Has("/g/SourceBackup"));
@@ -67,7 +78,7 @@ TEST_F(WriteCommand, OptionsReachTheWriter) {
   Run({"/g/A.vbp", "--to", "/out", "--line-numbers", "100"}, exUsage);
   Run({"/g/A.vbp"}, exUsage);
   Run({"/g/A.vbp", "--to", "/g"}, exUsage);
-  Run({"/g/M.bas", "--to", "/out"}, exUsage);
+  Run({"/g/M.bas", "--to", "/out", "--only-project-file"}, exUsage);
 }
 
 TEST_F(WriteCommand, ADryRunWritesNothingAndShowsTheDifference) {
@@ -83,15 +94,194 @@ TEST_F(WriteCommand, ADryRunWritesNothingAndShowsTheDifference) {
                 "+      #If False Then\n+100     x = 1\n+      #End If\n+110     y = 2\n End "
                 "Sub\n\\ No newline at end of file\n"));
   EXPECT_THAT(shown, HasSubstr("copy /g/SourceBackup/M.bas\n"));
-  EXPECT_THAT(Run({"/g/A.vbp", "--to", "/out", "--dry-run"}), HasSubstr("same /out/M.bas\n"));
+  EXPECT_THAT(Run({"/g/A.vbp", "--to", "/out", "--dry-run"}), HasSubstr("new /out/M.bas\n"));
   EXPECT_FALSE(mFiles.Has("/out"));
+  mFiles.Add("/out/M.bas", "' there");
+  EXPECT_THAT(Run({"/g/A.vbp", "--to", "/out", "--dry-run"}),
+              HasSubstr("changed /out/M.bas\n--- /out/M.bas\n+++ /out/M.bas\n@@ -1 +1,7 @@\n-' "));
+  mFiles.Add("/out/M.bas", kWrittenModule);
+  EXPECT_THAT(Run({"/g/A.vbp", "--to", "/out", "--dry-run"}), HasSubstr("same /out/M.bas\n"));
 }
 
-TEST_F(WriteCommand, EachProjectOfAGroupGetsAFolder) {
-  Run({"/g/G.vbg", "--to", "/out"});
+TEST_F(WriteCommand, EachProjectOfAGroupGetsAFolderAndTheGroupItsFile) {
+  mFiles.Add("/g/G.vbg",
+             "VBGROUP 5.0\r\nStartupProject=A.vbp\n\"Odd\xFF\"\r\nProject=\"lib\\A.vbp\"\r\n"
+             "Project=Gone.vbp");
+  const std::string shown = Run({"/g/G.vbg", "--to", "/out"});
+  EXPECT_THAT(shown, HasSubstr("/out/A_2/A.vbp: 1 module and project file written\n"));
+  EXPECT_THAT(shown, EndsWith("/out/G.vbg: group file written\n"));
   EXPECT_EQ(mFiles["/out/A/M.bas"], kWrittenModule);
-  EXPECT_TRUE(mFiles.Has("/out/A_2/A.vbp"));
   EXPECT_TRUE(mFiles.Has("/out/A_2/C.cls"));
+  EXPECT_EQ(mFiles["/out/G.vbg"],
+            "VBGROUP 5.0\r\nStartupProject=A\\A.vbp\n\"Odd\xFF\"\r\nProject=\"A_2\\A.vbp\"\r\n"
+            "Project=Gone.vbp");
+  EXPECT_THAT(Run({"/g/G.vbg", "--to", "/out", "--dry-run"}), HasSubstr("same /out/G.vbg\n"));
+}
+
+TEST_F(WriteCommand, AModuleIsWrittenAlone) {
+  mFiles.Add("/g/F.frm", "VERSION 5.00\r\nAttribute VB_Name = \"F\"\r\nSub A()\r\nx\r\nEnd Sub");
+  mFiles.Add("/g/F.frx", "companion");
+  EXPECT_EQ(Run({"/g/F.frm", "--to", "/out", "--line-numbers", "10:1"}),
+            "/out/F.frm: 1 module written, 1 file copied\n");
+  EXPECT_THAT(mFiles["/out/F.frm"], HasSubstr("\r\n10    x\r\n"));
+  EXPECT_TRUE(mFiles.Has("/out/F.frx"));
+  const std::string before = mFiles["/g/F.frm"];
+  EXPECT_EQ(Run({"/g/F.frm", "--in-place", "--yes", "--line-numbers", "10:1"}),
+            "/g/F.frm: 1 module written, backups in /g/SourceBackup\n");
+  EXPECT_EQ(mFiles["/g/F.frm"], mFiles["/out/F.frm"]);
+  EXPECT_EQ(mFiles["/g/SourceBackup/F.frm"], before);
+  mFiles.FailOn("/g/SourceBackup/F.frm", EACCES);
+  EXPECT_EQ(Run({"/g/F.frm", "--in-place", "--yes"}, exFailed), "/g/F.frm: nothing written\n");
+  EXPECT_THAT(mErr, HasSubstr("Backup file copy error (F.frm)"));
+}
+
+// By whatever path: each line is a project, options, and a source that would be written over.
+TEST_F(WriteCommand, NoSourceIsEverWrittenOver) {
+  mFiles.Add("/g/sub/B.vbp", "Type=Exe\r\nForm=..\\F.frm\r\nRelatedDoc=N.txt\r\nName=\"B\"\r\n");
+  mFiles.Add("/g/F.frm", "VERSION 5.00\r\nAttribute VB_Name = \"F\"\r\n");
+  mFiles.Add("/g/F.frx", "of the form");
+  mFiles.Add("/g/sub/N.txt", "a document");
+  mFiles.Link("/linked", "/g");
+  mFiles.Link("/o/M.bas", "/g/M.bas");
+  mFiles.Link("/frx/F.frx", "/g/sub/N.txt");
+  mFiles.Add("/frx/other", "so that the folder is there");
+  mFiles.Add("/o/other", "and this one");
+  const std::vector<std::string> runs[] = {
+      {"/g/A.vbp", "--to", "/linked"},
+      {"/g/sub/B.vbp", "--to", "/g"},
+      {"/g/A.vbp", "--to", "/o"},
+      {"/g/A.vbp", "--to", "/o", "--dry-run"},
+      {"/g/sub/B.vbp", "--to", "/frx"},
+      {"/g/M.bas", "--to", "/o"},
+      {"/g/A.vbp", "--to", "/q", "-o", "/g/M.bas"},
+      {"/g/A.vbp", "--to", "/q", "-o", "/o/M.bas"},
+      {"/g/sub/B.vbp", "--in-place", "-o", "/g/F.frm"},
+  };
+  std::map<std::string, std::string> before;
+  for (const std::string& path : mFiles.Paths()) before[path] = mFiles[path];
+  for (std::vector<std::string> run : runs) {
+    SCOPED_TRACE(testing::PrintToString(run));
+    run.push_back("--yes");
+    Run(run, exUsage);
+    EXPECT_THAT(mErr, HasSubstr("name another"));
+    for (const auto& [path, bytes] : before) EXPECT_EQ(mFiles[path], bytes) << path;
+    EXPECT_EQ(mFiles.Paths().size(), before.size());
+  }
+  for (const char* command : {"dump", "names", "html", "check"}) {
+    ToolEnding(exUsage, {command, "/g/A.vbp", "-o", "/o/M.bas"});
+    EXPECT_EQ(mFiles["/g/M.bas"], kWrittenModule);
+  }
+  mFiles.Add("/g/SourceBackup/C.cls", "' a source");
+  mFiles.Add("/g/A.vbp", "Type=Exe\r\nModule=M; M.bas\r\nClass=C; SourceBackup\\C.cls\r\n");
+  Run({"/g/A.vbp", "--in-place", "--yes"}, exUsage);
+  EXPECT_THAT(mErr, HasSubstr("lies where the backups"));
+}
+
+TEST_F(WriteCommand, WhatIsThereAndDiffersAsks) {
+  Run({"/g/G.vbg", "--to", "/out"});
+  Run({"/g/G.vbg", "--to", "/out"});  // the same bytes
+  mFiles.Add("/out/A_2/C.cls", "' mine");
+  mFiles.Remove("/out/A/M.bas");
+  for (const char* answer : {static_cast<const char*>(nullptr), "n\n"}) {
+    Run({"/g/G.vbg", "--to", "/out"}, answer ? exNo : exUsage, answer);
+    EXPECT_THAT(mErr, HasSubstr("/out/A_2/C.cls"));
+    EXPECT_EQ(mFiles["/out/A_2/C.cls"], "' mine");
+    EXPECT_FALSE(mFiles.Has("/out/A/M.bas")) << "no other project was written either";
+  }
+  Run({"/g/G.vbg", "--to", "/out"}, exDone, "y\n");
+  EXPECT_EQ(mFiles["/out/A_2/C.cls"], mFiles["/g/lib/C.cls"]);
+  EXPECT_EQ(mFiles["/out/A/M.bas"], kWrittenModule);
+  mFiles.Add("/out/A/M.bas", "");
+  Run({"/g", "--to", "/out", "--yes"});
+  EXPECT_EQ(mFiles["/out/A/M.bas"], kWrittenModule);
+}
+
+// To look first gives no other numbers and no other names.
+TEST_F(WriteCommand, LookingFirstChangesNothing) {
+  mFiles.Add("/g/A.vbp", "Type=Exe\r\nModule=M; M.bas\r\nModule=N; n\\M.bas\r\n");
+  mFiles.Add("/g/n/M.bas", "Attribute VB_Name = \"N\"\nSub B()\n  z = 1\nEnd Sub");
+  mFiles.Add("/g/n/M.txt", "beside it");
+  mFiles.Add("/b/other", "");
+  for (const char* folder : {"/a", "/b"})
+    EXPECT_THAT(Run({"/g/A.vbp", "--to", folder, "--line-numbers", "100:10"}),
+                EndsWith(": 2 modules and project file written, 1 file copied\n"));
+  for (const char* name : {"/M.bas", "/M_2.bas", "/M.txt", "/A.vbp"})
+    EXPECT_EQ(mFiles["/a" + std::string(name)], mFiles["/b" + std::string(name)]) << name;
+  EXPECT_THAT(mFiles["/b/M_2.bas"], HasSubstr("120"));
+  mFiles.Add("/g/lib/A.vbp", "Type=Exe\r\nModule=O; ..\\n\\M.bas\r\nName=\"L\"\r\n");
+  Run({"/g/G.vbg", "--to", "/c", "--line-numbers", "100:10"});
+  Run({"/g/G.vbg", "--to", "/c", "--line-numbers", "100:10"});  // all the same: nothing is asked
+}
+
+TEST_F(WriteCommand, TheNextProjectIsWrittenWhenOneFails) {
+  mFiles.AddFolder("/out/A/A.vbp");
+  for (const char* input : {"/g/G.vbg", "/g"}) {
+    EXPECT_THAT(Run({input, "--to", "/out"}, exFailed),
+                HasSubstr("/out/A_2/A.vbp: 1 module and project file written\n"));
+    EXPECT_THAT(mErr, AllOf(HasSubstr("/g/A.vbp: cannot be written: "),
+                            HasSubstr("not written, or not whole: 1 of 2 projects: /g/A.vbp\n")));
+  }
+}
+
+TEST_F(WriteCommand, AFailureSaysWhatWasWrittenBefore) {
+  mFiles.Add("/g/A.vbp", "Type=Exe\r\nModule=M; M.bas\r\nModule=N; N.bas\r\nName=\"A\"\r\n");
+  mFiles.Add("/g/N.bas", "' n");
+  Run({"/g/A.vbp", "--in-place", "--yes"});
+  mFiles.ForgetCalls();
+  Run({"/g/A.vbp", "--in-place", "--yes"});
+  int n = 0;
+  while (mFiles.Calls()[static_cast<std::size_t>(n)] != "Rename /g/N.bas") ++n;
+  mFiles.FailAt(n + 1, ENOSPC);
+  Run({"/g/A.vbp", "--in-place", "--yes"}, exFailed);
+  EXPECT_EQ(mErr,
+            "vendrelmodel: /g/A.vbp: cannot be written: Disk full: /g/N.bas; 1 file had been "
+            "written before, and what was there lies in /g/SourceBackup\n");
+}
+
+// The files of a run that is stopped before each of its calls: nothing stays beside them.
+TEST_F(WriteCommand, ASignalLeavesNothingBehind) {
+  const std::vector<std::string> runs[] = {
+      {"write", "/g/A.vbp", "--in-place", "--yes"},
+      {"write", "/g/G.vbg", "--to", "/out", "-o", "/g/told"},
+      {"dump", "/g/A.vbp", "-o", "/g/told"},
+  };
+  for (const auto& run : runs) {
+    SCOPED_TRACE(testing::PrintToString(run));
+    std::size_t stopped = 0;
+    for (int n = 1, reached = 1; reached && !HasFailure(); ++n) {
+      SetUp();
+      mFiles.ForgetCalls();
+      mFiles.ActAt(n, [] { NoteSignal(SIGTERM); });
+      const ToolRun ended = Tool(run);
+      reached = mFiles.Calls().size() >= static_cast<std::size_t>(n);
+      for (const std::string& path : mFiles.Paths())
+        EXPECT_EQ(path.find(".vendrel-"), std::string::npos) << path;
+      if (ended.Code != SignalBase + SIGTERM) continue;
+      ++stopped;
+      EXPECT_THAT(ended.Err, HasSubstr("interrupted (Terminated); "));
+      EXPECT_FALSE(mFiles.Has("/g/told"));
+      const bool nothing = ended.Err.find("nothing was written") != std::string::npos;
+      EXPECT_TRUE(!nothing || mFiles.Paths().size() == 5 || mFiles.Has("/g/SourceBackup"));
+    }
+    EXPECT_GT(stopped, 10u);
+    NoteSignal(0);
+  }
+}
+
+TEST_F(WriteCommand, AWritingRunRemovesWhatKilledOnesLeft) {
+  const std::string left = "/g/.vendrel-123-4.tmp";
+  const std::string kept[] = {"/g/.vendrel-123-5.tmp", "/g/.vendrel-1-2-3.tmp", "/g/.vendrel-.tmp",
+                              "/g/.vendrel-12-x.tmp", "/g/lib/.vendrel-1-1.tmp"};
+  for (const std::string& path : kept) mFiles.Add(path, "");
+  mFiles.Add(left, "");
+  mFiles.Lock(kept[0]);  // somebody writes it
+  Run({"/g/A.vbp", "--in-place", "--dry-run"});
+  Run({"/g/A.vbp", "--to", "/out"});
+  ToolEnding(exDone, {"dump", "/g/A.vbp", "-o", "/g/told"});
+  EXPECT_TRUE(mFiles.Has(left));
+  Run({"/g/A.vbp", "--in-place", "--yes"});
+  EXPECT_FALSE(mFiles.Has(left));
+  for (const std::string& path : kept) EXPECT_TRUE(mFiles.Has(path)) << path;
 }
 
 TEST_F(WriteCommand, WhatIsRefusedEndsWithAFailure) {

@@ -5,11 +5,18 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <csignal>
+#include <filesystem>
+#include <set>
 #include <sstream>
 
+#include "cli/Interrupts.h"
 #include "core/ProcessState.h"
 #include "output/Dump.h"
 #include "project/VBProject.h"
+#include "services/AtomicFile.h"
+#include "services/FileSource.h"
+#include "support/DiskFolder.h"
 #include "support/MemoryFiles.h"
 #include "support/Services.h"
 #include "support/ToolRun.h"
@@ -231,6 +238,41 @@ TEST_P(WriteFaults, LeaveEachFileOldOrNewAtEveryMoment) {
 INSTANTIATE_TEST_SUITE_P(Of, WriteFaults, testing::ValuesIn(kWrites),
                          [](const auto& each) { return std::string(each.param.Name); });
 
+// A result larger than what is kept back fails, or is stopped, in the midst of being written.
+TEST(ResultFaults, ALargeResultFailsInTheMidst) {
+  for (const char* command : {"dump", "names", "html", "lines"}) {
+    SCOPED_TRACE(command);
+    Disk disk;
+    std::string module = "Attribute VB_Name = \"M\"\r\n";
+    for (int i = 0; i < 4000; ++i)
+      module += "Public aNameOfSomeLength" + std::to_string(i) + "\r\n";
+    disk.Files.Add("/g/M.bas", module);
+    std::vector<std::string> arguments{command, "/g/M.bas", "-o", "/q/out"};
+    if (arguments.front() == "dump") arguments.emplace_back("--lines");
+    disk.Files.ForgetCalls();
+    ASSERT_EQ(cli::Tool(arguments).Code, cli::exDone);
+    const std::vector<std::string> calls = disk.Files.Calls();
+    const auto isWrite = [](const std::string& call) { return call.starts_with("Write "); };
+    const auto first = std::find_if(calls.begin(), calls.end(), isWrite) - calls.begin();
+    for (const std::ptrdiff_t step :
+         {first, first + 100, static_cast<std::ptrdiff_t>(calls.size()) - 5}) {
+      const int n = static_cast<int>(step) + 1;
+      disk.Files.Add("/q/out", "old");
+      disk.FailAt(n, kFull);
+      cli::ToolRun run = cli::Tool(arguments);
+      EXPECT_EQ(run.Code, cli::exFailed);
+      EXPECT_NE(run.Err.find("Disk full"), std::string::npos) << run.Err;
+      EXPECT_EQ(disk.Files["/q/out"], "old");
+      disk.FailAt(0, 0);
+      disk.Files.ActAt(n, [] { cli::NoteSignal(SIGINT); });
+      run = cli::Tool(arguments);
+      EXPECT_EQ(run.Code, cli::SignalBase + SIGINT) << run.Err;
+      EXPECT_EQ(disk.Files["/q/out"], "old");
+      cli::NoteSignal(0);
+    }
+  }
+}
+
 struct ToolCase {
   const char* Name;
   std::vector<std::string> Arguments;
@@ -240,6 +282,8 @@ struct ToolCase {
 const ToolCase kTools[] = {
     {"WriteGroup", {"write", "/g/G.vbg", "--to", "/q/copy", "-o", "/q/out"}},
     {"WriteGroupInPlace", {"write", "/g/G.vbg", "--in-place", "--yes"}},
+    {"WriteOver", {"write", "/g/A.vbp", "--to", "/q", "--yes"}},
+    {"WriteModule", {"write", "/g/F.frm", "--in-place", "--yes", "--line-numbers", "1:1"}},
     {"Dump", {"dump", "/g/G.vbg", "--lines", "-o", "/q/out"}},
     {"Html", {"html", "/g/A.vbp", "--page", "-o", "/q/out"}},
     {"Diff", {"diff", "/g/A.vbp", "/g/lib/B.vbp", "-o", "/q/out"}, cli::exNo},
@@ -302,6 +346,46 @@ TEST_P(ToolFaults, LeaveTheOldResultOrTheNewOne) {
 
 INSTANTIATE_TEST_SUITE_P(Of, ToolFaults, testing::ValuesIn(kTools),
                          [](const auto& each) { return std::string(each.param.Name); });
+
+// A file beside a target is that of somebody who writes, unless it can be locked.
+TEST(LeftFiles, AreToldByTheirLock) {
+  const test::DiskFolder folder;
+  AtomicFile open(folder.Path("target"));
+  folder.Write(".vendrel-1-1.tmp", "left by a process that was killed");
+  std::filesystem::create_symlink(folder.Write("mine", "kept"), folder.Path(".vendrel-1-2.tmp"));
+  RemoveLeftFiles(*FileSource::Machine(), folder.Path());
+  open.Write("whole");
+  open.Commit();
+  RemoveLeftFiles(*FileSource::Machine(), folder.Path());
+  std::set<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
+    names.insert(entry.path().filename());
+  EXPECT_EQ(names, (std::set<std::string>{".vendrel-1-2.tmp", "mine", "target"}));
+}
+
+// Whoever removes it before it is locked could not know.
+TEST(LeftFiles, OneThatIsRemovedTooEarlyIsMadeAgain) {
+  test::MemoryFiles files{{"/p/a", "old"}};
+  const auto write = [] {
+    AtomicFile file("/p/a");
+    file.Write("new");
+    file.Commit();
+  };
+  write();
+  int lock = 1;
+  for (const std::string& call : files.Calls()) {
+    if (call.starts_with("Lock ")) break;
+    ++lock;
+  }
+  files.Add("/p/a", "old");
+  files.ActAt(lock, [&] {
+    for (const std::string& path : files.Paths())
+      if (path != "/p/a") files.Remove(path);
+  });
+  write();
+  EXPECT_EQ(files["/p/a"], "new");
+  EXPECT_EQ(files.Paths().size(), 1u);
+}
 
 TEST(CompileFaults, AreTold) {
   for (const int error : test::kFileErrors) {

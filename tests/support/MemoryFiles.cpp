@@ -58,8 +58,16 @@ class MemoryFiles::Source final : public FileSource {
     return 0;
   }
   int Sync(int handle) override { return Begin("Sync", mOpen.at(handle).Path); }
+  int Lock(int handle, bool) override {
+    Open& open = mOpen.at(handle);
+    if (const int failure = Begin("Lock", open.Path)) return failure;
+    if (!open.Of || open.Of->Locked) return -EWOULDBLOCK;  // nobody is there to wait for
+    open.HasLock = open.Of->Locked = true;
+    return 0;
+  }
   int Close(int handle) override {
     const std::string path = mOpen.at(handle).Path;
+    if (mOpen.at(handle).HasLock) mOpen.at(handle).Of->Locked = false;
     mOpen.erase(handle);
     return Begin("Close", path);
   }
@@ -127,6 +135,7 @@ class MemoryFiles::Source final : public FileSource {
     std::string Path;
     std::shared_ptr<File> Of;  // none for folders and pipes
     std::size_t At = 0;
+    bool HasLock = false;
   };
 
   int Begin(std::string_view call, const std::string& path) {
@@ -188,6 +197,8 @@ void MemoryFiles::AddFolder(std::string path) {
 }
 
 void MemoryFiles::AddPipe(const std::string& path) { mSource->Pipes.insert(path); }
+
+void MemoryFiles::Lock(const std::string& path) { mSource->Files.at(path)->Locked = true; }
 
 void MemoryFiles::Link(const std::string& path, const std::string& target) {
   mSource->Links[path] = target;

@@ -28,6 +28,7 @@ class MemoryFiles {
     std::string Bytes;
     std::uint32_t Mode = 0644;
     std::uint64_t Number = 0;
+    bool Locked = false;
   };
 
   class Source;
@@ -46,6 +47,8 @@ class MemoryFiles {
   void Remove(const std::string& path);
   /// Something that is neither file nor folder.
   void AddPipe(const std::string& path);
+  /// Some other process holds the lock of a file.
+  void Lock(const std::string& path);
   /// A symbolic link to a folder: listed, and followed where it is a whole path.
   void Link(const std::string& path, const std::string& target);
   /// Content of a file; empty if there is none.

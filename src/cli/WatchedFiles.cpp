@@ -1,0 +1,144 @@
+#include "cli/WatchedFiles.h"
+
+#include <cerrno>
+#include <map>
+#include <set>
+#include <utility>
+
+#include "cli/Interrupts.h"
+#include "services/AtomicFile.h"
+#include "services/FileSource.h"
+
+namespace vendrel::cli {
+namespace {
+
+WatchedFiles* sCurrent = nullptr;
+
+}  // namespace
+
+class WatchedFiles::Source final : public FileSource {
+ public:
+  explicit Source(FileSource& under) : mUnder(under) {}
+
+  FileSource& mUnder;
+  std::vector<std::string> Written;
+  bool Counts = true, Protects = false, RemovesLeft = false;
+
+  const std::string* SourceAt(const std::string& path) const {
+    FileStatus status;
+    if (mRead.empty() || mUnder.Status(path, status) < 0) return nullptr;
+    const auto found = mRead.find({status.Device, status.Number});
+    return found == mRead.end() ? nullptr : &found->second;
+  }
+  const std::string& AsAsked(const std::string& real) const {
+    const auto found = mAsked.find(real);
+    return found == mAsked.end() ? real : found->second;
+  }
+
+  int OpenForReading(const std::string& path) override {
+    LookForSignal();
+    const int handle = mUnder.OpenForReading(path);
+    FileStatus status;
+    if (Counts && handle >= 0 && mUnder.StatusOfOpen(handle, status) >= 0 &&
+        status.Type == FileStatus::Kind::File)
+      mRead.emplace(std::pair(status.Device, status.Number), path);
+    return handle;
+  }
+  int CreateNew(const std::string& path, std::uint32_t mode) override {
+    LookForSignal();
+    const std::string folder = path.substr(0, path.rfind('/') + 1);
+    if (RemovesLeft && mCleaned.insert(folder).second) vendrel::RemoveLeftFiles(mUnder, folder);
+    return mUnder.CreateNew(path, mode);
+  }
+  std::int64_t Read(int handle, char* buffer, std::size_t size) override {
+    LookForSignal();
+    return mUnder.Read(handle, buffer, size);
+  }
+  std::int64_t Write(int handle, const char* bytes, std::size_t size) override {
+    LookForSignal();
+    return mUnder.Write(handle, bytes, size);
+  }
+  int StatusOfOpen(int handle, FileStatus& status) override {
+    return mUnder.StatusOfOpen(handle, status);
+  }
+  int SetMode(int handle, std::uint32_t mode) override { return mUnder.SetMode(handle, mode); }
+  int Sync(int handle) override { return mUnder.Sync(handle); }
+  int Lock(int handle, bool wait) override { return mUnder.Lock(handle, wait); }
+  int Close(int handle) override { return mUnder.Close(handle); }
+  int Status(const std::string& path, FileStatus& status) override {
+    return mUnder.Status(path, status);
+  }
+  int Rename(const std::string& from, const std::string& to) override {
+    LookForSignal();
+    if (Protects) {
+      // What cannot be told may be a source.
+      FileStatus status;
+      const int there = mUnder.Status(to, status);
+      if (there < 0 && there != -ENOENT) return there;
+      if (there >= 0 && mRead.contains({status.Device, status.Number})) return -EPERM;
+    }
+    const int result = mUnder.Rename(from, to);
+    if (result >= 0 && Counts) Written.push_back(AsAsked(to));
+    return result;
+  }
+  int Unlink(const std::string& path) override { return mUnder.Unlink(path); }
+  int MakeFolder(const std::string& path) override {
+    LookForSignal();
+    return mUnder.MakeFolder(path);
+  }
+  int List(const std::string& path, std::vector<FolderEntry>& entries) override {
+    return mUnder.List(path, entries);
+  }
+  int MayWrite(const std::string& path) override { return mUnder.MayWrite(path); }
+  int RealPath(const std::string& path, std::string& real) override {
+    const int result = mUnder.RealPath(path, real);
+    if (result >= 0) mAsked[real] = path;
+    return result;
+  }
+  std::string CurrentFolder() override { return mUnder.CurrentFolder(); }
+
+ private:
+  std::map<std::pair<std::uint64_t, std::uint64_t>, std::string> mRead;
+  std::map<std::string, std::string> mAsked;
+  std::set<std::string> mCleaned;
+};
+
+WatchedFiles::WatchedFiles() : mSource(std::make_shared<Source>(FileSource::Current())) {
+  mUnder = FileSource::Install(mSource);
+  sCurrent = this;
+}
+
+WatchedFiles::~WatchedFiles() {
+  FileSource::Install(mUnder);
+  sCurrent = nullptr;
+}
+
+WatchedFiles* WatchedFiles::Current() { return sCurrent; }
+
+const std::string* WatchedFiles::SourceAt(const std::string& nativePath) const {
+  return mSource->SourceAt(nativePath);
+}
+
+const std::vector<std::string>& WatchedFiles::Written() const { return mSource->Written; }
+
+const std::string& WatchedFiles::AsAsked(const std::string& realPath) const {
+  return mSource->AsAsked(realPath);
+}
+
+void WatchedFiles::RemoveLeftFiles() { mSource->RemovesLeft = true; }
+
+WatchedFiles::Protection::Protection(bool isOn) : mBefore(sCurrent && sCurrent->mSource->Protects) {
+  if (sCurrent) sCurrent->mSource->Protects = isOn;
+}
+WatchedFiles::Protection::~Protection() {
+  if (sCurrent) sCurrent->mSource->Protects = mBefore;
+}
+
+WatchedFiles::Aside::Aside() : mBefore(sCurrent && sCurrent->mSource->Counts) {
+  if (sCurrent) sCurrent->mSource->Counts = false;
+}
+WatchedFiles::Aside::~Aside() {
+  if (sCurrent) sCurrent->mSource->Counts = mBefore;
+}
+
+}  // namespace vendrel::cli
