@@ -8,6 +8,8 @@
 
 namespace vendrel {
 
+class TellingBytes;
+
 /// One code page, made at its first use and kept for the life of the process. One thread only.
 class CodePage {
  public:
@@ -50,15 +52,15 @@ class CodePage {
 /// project sets it.
 struct FileOptions {
   /// Name of a code page. Empty, "auto" and unknown names count as windows-1252: a guess is made
-  /// once a project, by `CodePageChooser`, and its result put here.
+  /// once a project, by `GuessCodePage`, and its result put here.
   std::string CodePage;
 
   const vendrel::CodePage& Page() const;
   static FileOptions& Current();
 };
 
-/// Chooses the code page of a project: the one asked for, or a guess over all of its files that are
-/// neither ASCII nor UTF-8.
+/// Chooses a code page: the one asked for, or a guess over all files shown that are neither ASCII
+/// nor UTF-8. `GuessCodePage` knows more of a project than its bytes.
 class CodePageChooser {
  public:
   /// A name, or "auto" (any letter case) for the guess; empty for windows-1252. Raises 5 for an
@@ -69,19 +71,15 @@ class CodePageChooser {
   CodePageChooser& operator=(const CodePageChooser&) = delete;
 
   /// Whether bytes are of use: the option is "auto".
-  bool Guesses() const { return mDetector != nullptr; }
+  bool Guesses() const { return mBytes != nullptr; }
   /// Shows the bytes of one file; ASCII, UTF-8 and UTF-16 ones are passed over.
   void Feed(std::string_view bytes);
   /// Name of the page chosen. Guesses that no Visual Basic machine ever had count as windows-1252.
-  /// Ends the feeding.
-  std::string Choose();
+  std::string Choose() const;
 
  private:
   std::string mName;
-  bool mFed = false;
-  /// Bytes beyond ASCII, and those of them that only central European words have.
-  std::size_t mTellingBytes = 0, mCentralEuropeanBytes = 0;
-  void* mDetector = nullptr;
+  std::unique_ptr<TellingBytes> mBytes;
 };
 
 }  // namespace vendrel

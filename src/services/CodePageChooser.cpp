@@ -3,29 +3,21 @@
 #include "services/TellingBytes.h"
 
 namespace vendrel {
-namespace {
-
-TellingBytes* Bytes(void* held) { return static_cast<TellingBytes*>(held); }
-
-}  // namespace
 
 CodePageChooser::CodePageChooser(std::string_view option) {
   if (EqualsNoCaseAscii(option, "auto")) {
-    mDetector = new TellingBytes;
+    mBytes = std::make_unique<TellingBytes>();
   } else {
     mName = CodePage::Named(option).Name();
   }
 }
 
-CodePageChooser::~CodePageChooser() { delete Bytes(mDetector); }
+CodePageChooser::~CodePageChooser() = default;
 
 void CodePageChooser::Feed(std::string_view bytes) {
-  if (mDetector) Bytes(mDetector)->Feed(bytes);
+  if (mBytes) mBytes->Feed(bytes);
 }
 
-std::string CodePageChooser::Choose() {
-  if (mName.empty()) mName = Bytes(mDetector)->Choose().Page;
-  return mName;
-}
+std::string CodePageChooser::Choose() const { return mBytes ? mBytes->Choose().Page : mName; }
 
 }  // namespace vendrel

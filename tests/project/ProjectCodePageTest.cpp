@@ -69,6 +69,7 @@ TEST(ProjectCodePage, ComesFromNeighboursWhereThereIsLittleToGoBy) {
       {"/alone/A.vbp", caption},
       {"/alone/sub/B.vbp", In("932", kJapanese)},
   };
+  FileOptions::Current().CodePage = "1250";
   EXPECT_EQ(Guess("/alone/A.vbp"), "windows-1252");
   const CodePageGuess guess = GuessCodePage(FileSystemObject("/jp/A.vbp"));
   EXPECT_EQ(guess.Page, "cp932");
@@ -79,7 +80,8 @@ TEST(ProjectCodePage, ComesFromNeighboursWhereThereIsLittleToGoBy) {
   EXPECT_EQ(Guess("/jp/French.vbp"), "windows-1252");
   // Whatever was asked for in between, the answer is the same; the page in force is not touched.
   EXPECT_EQ(Guess("/alone/A.vbp"), "windows-1252");
-  EXPECT_EQ(FileOptions::Current().CodePage, "");
+  EXPECT_EQ(FileOptions::Current().CodePage, "1250");
+  FileOptions::Current() = {};
   EXPECT_EQ(Guess("/alone/none.vbp"), "windows-1252");
 }
 
