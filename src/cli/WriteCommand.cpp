@@ -12,6 +12,7 @@
 #include "cli/Results.h"
 #include "cli/UnifiedDiff.h"
 #include "core/CaseFold.h"
+#include "writer/WriteRun.h"
 
 namespace vendrel::cli {
 namespace {
@@ -183,6 +184,7 @@ int RunWrite(const WriteArguments& arguments, const Streams& streams) {
   bool failed = false;
   WriteResult(options, streams, arguments.File, [&](std::ostream& out) {
     Writer writer(arguments, out);
+    const WriteRun run;
     const InputKind kind = KindOfInput(arguments.File);
     const bool several = kind == InputKind::Group || kind == InputKind::Folder;
     code = ForEachProject(arguments.File, options, streams,

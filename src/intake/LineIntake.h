@@ -19,6 +19,9 @@ struct ModuleIntake;
 /// Chooses the block of a line and hands the line on.
 void AddParsedCode(Component& component, ParsedLine& line, bool addLine);
 
+/// Takes a text of several lines as so many physical lines of a module.
+void AddLinesOfCode(Component& component, std::string_view text);
+
 /// Stores a line in a block without interpreting it.
 void StoreLine(Block& block, const ParsedLine& line, std::int32_t before = 0,
                std::int32_t after = 0);
