@@ -14,23 +14,6 @@ constexpr std::size_t kMostLines = 8;
 
 bool IsLong(std::string_view text) { return text.find('\n') != std::string_view::npos; }
 
-// The lines of a text with their ends, by their number.
-class NumberedLines {
- public:
-  explicit NumberedLines(std::string_view text) : mText(text) {
-    for (std::string_view rest = text; !rest.empty(); TakeLine(rest))
-      mStarts.push_back(text.size() - rest.size());
-    mStarts.push_back(text.size());
-  }
-  std::string_view At(std::size_t index) const {
-    return mText.substr(mStarts[index], mStarts[index + 1] - mStarts[index]);
-  }
-
- private:
-  std::string_view mText;
-  std::vector<std::size_t> mStarts;
-};
-
 std::string Joined(const NumberedLines& lines, std::size_t first, std::size_t count, bool quoted) {
   std::string text;
   for (std::size_t i = first; i < first + count; ++i) {
@@ -48,6 +31,12 @@ std::string Quoted(std::string_view value) {
 }
 
 }  // namespace
+
+NumberedLines::NumberedLines(std::string_view text) : mText(text) {
+  for (std::string_view rest = text; !rest.empty(); TakeLine(rest))
+    mStarts.push_back(text.size() - rest.size());
+  mStarts.push_back(text.size());
+}
 
 void WriteMarkedLines(std::ostream& out, std::string_view mark, std::string_view text) {
   if (text.empty()) return;

@@ -4,11 +4,25 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "cli/Report.h"
 #include "output/Difference.h"
 
 namespace vendrel::cli {
+
+/// The lines of a text with their ends, by their 0-based number.
+class NumberedLines {
+ public:
+  explicit NumberedLines(std::string_view text);
+  std::string_view At(std::size_t index) const {
+    return mText.substr(mStarts[index], mStarts[index + 1] - mStarts[index]);
+  }
+
+ private:
+  std::string_view mText;
+  std::vector<std::size_t> mStarts;
+};
 
 /// Writes differences, each as a line with tabs between its columns (change, class, element, place,
 /// what changed) and lines with "-" and "+" below where it takes several, or as a JSON object.

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -10,6 +11,7 @@
 #include "cli/Writer.h"
 #include "output/HelpIDs.h"
 #include "output/Json.h"
+#include "writer/WriteRun.h"
 
 namespace vendrel::cli {
 namespace {
@@ -58,22 +60,50 @@ void WriteMap(std::ostream& out, VBProject& project, const HelpIDsArguments& arg
 }
 
 // The project is written in place, with backups; unless a module was refused, all of them are.
-void WriteBack(VBProject& project, const std::string& file) {
-  if (project.ProjectSourceAccess != psaReadWrite)
-    throw ToolError(exUsage, file + ": --write takes a project (.vbp) or a group");
+void WriteBack(VBProject& project) {
   project.OutputFileName.SetFullPath(project.FileName.FullPath());
   WriteOutOrTell(project);
   if (project.Diagnostics.CountOf(DiagnosticCode::WriteRefused) > 0)
     throw ToolError(exFailed, project.FileName.FullPath() + ": not every module could be written");
 }
 
+// Why no element of a project has got a number.
+std::string WhyNone(const VBProject& project, bool force) {
+  const auto& modules = project.Components.Listed();
+  if (force && project.RetainContextIDs)
+    return "##RETAIN_CONTEXT_IDS keeps those it has, and nothing is without one";
+  if (std::none_of(modules.begin(), modules.end(),
+                   [](const Component& module) { return TakesHelpIDs(module); }))
+    return "the project has its ID, and no module is a public class or control: what stands in "
+           "standard modules, forms and private classes takes none";
+  return "the project, its public classes and their public members all have one; say --force to "
+         "number them anew";
+}
+
+// Numbers the project and gives whether anything got another number.
+bool Assign(VBProject& project, const HelpIDsArguments& arguments, const Streams& streams) {
+  const std::vector<std::int32_t> before = HelpIDsOf(project);
+  project.AssignHelpContextIDs(*arguments.Begin, arguments.Force);
+  if (HelpIDsOf(project) != before) return true;
+  ShownPaths paths;
+  if (!arguments.Common.Quiet)
+    streams.Err << paths.Of(project.FileName.FullPath()) << ": no help ID was given"
+                << (arguments.Write && project.Reading.KeepProjectLines ? ", so nothing is written"
+                                                                        : "")
+                << ": " << WhyNone(project, arguments.Force) << '\n';
+  return false;
+}
+
 int RunHelpIDs(const HelpIDsArguments& arguments, const Streams& streams) {
   int code = exDone;
   if (arguments.Write) WatchedFiles::Current()->RemoveLeftFiles();
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
+    const WriteRun run;
     code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
-      if (arguments.Begin) project.AssignHelpContextIDs(*arguments.Begin, arguments.Force);
-      if (arguments.Write) WriteBack(project, arguments.File);
+      if (arguments.Write && project.ProjectSourceAccess != psaReadWrite)
+        throw ToolError(exUsage, arguments.File + ": --write takes a project (.vbp) or a group");
+      const bool changed = arguments.Begin && Assign(project, arguments, streams);
+      if (arguments.Write && (changed || !project.Reading.KeepProjectLines)) WriteBack(project);
       WriteMap(out, project, arguments);
     });
   });

@@ -1,5 +1,6 @@
 #include "cli/RoundTrip.h"
 
+#include <algorithm>
 #include <sstream>
 
 #include "cli/Interrupts.h"
@@ -50,6 +51,14 @@ void WriteFields(std::ostream& out, std::initializer_list<Field> fields) {
   json.EndObject();
   json.NewLine();
 }
+
+bool IsUtf16(const TextForm& form) {
+  return form.Encoding == TextEncoding::Utf16LE || form.Encoding == TextEncoding::Utf16BE;
+}
+
+std::string WithoutEnd(std::string_view line) { return std::string(TakeLine(line)); }
+
+std::string_view EndOf(std::string_view line) { return line.substr(WithoutEnd(line).size()); }
 
 // The code page that the files of a project were read with.
 std::string CodePageOf(const VBProject& project) {
@@ -140,15 +149,47 @@ void RoundTrip::TellBytes(const std::string& path, std::string_view before,
   Tell("bytes", place, text.str());
 }
 
+// By their bytes, but for UTF-16, whose lines are found in its text alone.
 void RoundTrip::CompareProjectFile(const VBProject& project) {
-  const auto before = SourceText::Read(project.FileName.NativePath());
-  const auto after = SourceText::Read(project.OutputFileName.NativePath());
-  for (const ProjectLineChange& change : CompareProjectLines(before->Text, after->Text)) {
-    ++(change.ByRule ? mCounts.ByRule : mCounts.Differences);
-    const std::int32_t line = change.IsWritten ? 0 : change.Line;
-    Tell(change.ByRule ? "rebuilt" : "line", mPaths.Place(project.FileName.FullPath(), line),
-         (change.IsWritten ? "+ " : "- ") + change.Text);
+  std::string before = ReadWholeFile(project.FileName.NativePath());
+  std::string after = ReadWholeFile(project.OutputFileName.NativePath());
+  if (before == after) return;
+  if (project.SourceForm && IsUtf16(*project.SourceForm)) {
+    before = SourceText::Decode(before, PageOf(*project.SourceForm))->Text;
+    after = SourceText::Decode(after, PageOf(*project.SourceForm))->Text;
   }
+  if (project.Reading.KeepProjectLines) return CompareKeptLines(project, before, after);
+  for (const ProjectLineChange& change : CompareProjectLines(before, after))
+    TellLine(project, change.ByRule, change.IsWritten ? 0 : change.Line,
+             (change.IsWritten ? "+ " : "- ") + change.Text);
+}
+
+// Only paths may be other ones, each in its line.
+void RoundTrip::CompareKeptLines(const VBProject& project, std::string_view before,
+                                 std::string_view after) {
+  const NumberedLines oldLines(before), newLines(after);
+  for (const LineChange& change : CompareLines(before, after)) {
+    const std::size_t pairs = std::min(change.OldCount, change.NewCount);
+    for (std::size_t i = 0; i < std::max(change.OldCount, change.NewCount); ++i) {
+      const bool isOld = i < change.OldCount, isNew = i < change.NewCount;
+      const std::string_view was = isOld ? oldLines.At(change.OldLine + i) : std::string_view();
+      const std::string_view is = isNew ? newLines.At(change.NewLine + i) : std::string_view();
+      const bool sameEnd = EndOf(was) == EndOf(is);
+      const bool byRule = i < pairs && sameEnd && IsSamePathLine(was, is);
+      const std::int32_t line = static_cast<std::int32_t>(change.OldLine + i) + 1;
+      if (isOld) TellLine(project, byRule, line, "- " + WithoutEnd(was));
+      if (isNew) TellLine(project, byRule, 0, "+ " + WithoutEnd(is));
+      if (i < pairs && !sameEnd) TellLine(project, false, line, "another line end");
+    }
+  }
+}
+
+void RoundTrip::TellLine(const VBProject& project, bool byRule, std::int32_t line,
+                         const std::string& bytes) {
+  ++(byRule ? mCounts.ByRule : mCounts.Differences);
+  const TextForm form = project.SourceForm ? TextForm(*project.SourceForm) : TextForm();
+  Tell(byRule ? "rebuilt" : "line", mPaths.Place(project.FileName.FullPath(), line),
+       SourceText::Decode(bytes, PageOf(form))->Text);
 }
 
 void RoundTrip::CompareTrees(const VBProject& before, const std::string& written) {

@@ -25,7 +25,7 @@ class RoundTrip {
   RoundTrip(std::ostream& out, bool json, const CommonOptions& options, const Streams& streams)
       : mOut(out), mJson(json), mOptions(options), mStreams(streams), mWriter(out, json) {}
 
-  /// Compares bytes of modules, lines of the project file, and the two trees.
+  /// Compares bytes of modules and of the project file, and the two trees.
   void Run(VBProject& project);
   const RoundTripCounts& Counts() const { return mCounts; }
 
@@ -40,6 +40,8 @@ class RoundTrip {
   void CompareModules(const std::vector<Module>& modules);
   void CompareModule(const Module& module);
   void CompareProjectFile(const VBProject& project);
+  void CompareKeptLines(const VBProject& project, std::string_view before, std::string_view after);
+  void TellLine(const VBProject& project, bool byRule, std::int32_t line, const std::string& bytes);
   void CompareTrees(const VBProject& before, const std::string& written);
   /// `place` as people are shown it.
   void Tell(std::string_view kind, const std::string& place, std::string_view text);

@@ -8,6 +8,7 @@
 #include "cli/Results.h"
 #include "cli/WatchedFiles.h"
 #include "cli/Writer.h"
+#include "writer/WriteRun.h"
 
 namespace vendrel::cli {
 namespace {
@@ -63,6 +64,7 @@ int RunWrite(const WriteArguments& arguments, const Streams& streams) {
   bool whole = true;
   WriteResult(options, streams, arguments.File, [&](std::ostream& out) {
     Writer writer(arguments, streams, out);
+    const WriteRun run;
     code = WriteAll(arguments, options, streams, writer);
     whole = writer.Finish();
   });

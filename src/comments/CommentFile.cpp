@@ -1,7 +1,12 @@
 #include "comments/CommentFile.h"
 
+#include <algorithm>
+#include <optional>
 #include <ostream>
 #include <pugixml.hpp>
+#include <set>
+#include <unordered_map>
+#include <vector>
 
 #include "comments/TagDefinitions.h"
 #include "comments/TaggedCommentRules.h"
@@ -13,6 +18,36 @@
 
 namespace vendrel {
 namespace {
+
+template <typename Elements, typename Visitor>
+void VisitAll(const Elements* elements, const Visitor& visit) {
+  if (!elements) return;
+  for (CodeElement& element : *elements) visit(element);
+}
+
+// Elements by their full names, which several may share: the procedures of a property with their
+// parameters, the Declares of one function in several modules.
+class NamedElements {
+ public:
+  explicit NamedElements(VBProject& project) {
+    ForEachCommentedElement(project, [this](CodeElement& element) {
+      mElements[element.QualifiedName()].push_back(&element);
+    });
+  }
+  CodeElement* Find(std::string_view name, std::size_t number) const {
+    const auto found = mElements.find(std::string(name));
+    const bool isThere = found != mElements.end() && number > 0 && number <= found->second.size();
+    return isThere ? found->second[number - 1] : nullptr;
+  }
+  /// 1-based place among those of its name.
+  std::size_t NumberOf(const CodeElement& element) const {
+    const std::vector<CodeElement*>& all = mElements.at(element.QualifiedName());
+    return static_cast<std::size_t>(std::find(all.begin(), all.end(), &element) - all.begin()) + 1;
+  }
+
+ private:
+  std::unordered_map<std::string, std::vector<CodeElement*>> mElements;
+};
 
 // ---- Reading -----------------------------------------------------------------------------------
 
@@ -45,14 +80,22 @@ bool IsOneOf(const CodeElement& element, std::initializer_list<std::string_view>
   return false;
 }
 
-Place PlaceFor(VBProject& project, CodeElement* element, std::string_view name) {
+// What an element belongs to that is no target of its own.
+CodeElement* MainObjectOf(CodeElement* element) {
+  if (auto* parameter = dynamic_cast<Parameter*>(element)) return parameter->Parent.Get();
+  if (auto* member = dynamic_cast<EnumMember*>(element)) return member->Enumeration.Get();
+  auto* variable = dynamic_cast<Variable*>(element);
+  return variable && TypeMatch(variable->Parent.Get(), "UDT") ? variable->Parent.Get() : element;
+}
+
+Place PlaceFor(VBProject& project, CodeElement* element) {
   Place place;
-  if (IsOneOf(*element, {"EnumMember", "Variable", "Parameter"}))
-    element = project.GetObjectByName_MainObject(name);
   if (!element) return place;
+  const bool isConstant = TypeMatch(element, "Constant") && project.Reading.ConstantComments;
   if (IsOneOf(*element, {"VBProject", "VBProjectGroup"})) {
     place.Component = project.Components.Item(1);
-  } else if (IsOneOf(*element, {"Component", "Block", "EventDeclaration", "DeclareDeclaration",
+  } else if (isConstant ||
+             IsOneOf(*element, {"Component", "Block", "EventDeclaration", "DeclareDeclaration",
                                 "Enumeration", "UDT", "Variable", "Interface"})) {
     place.Component = element->OwnComponent();
     if (element != place.Component) place.LastElement = element;
@@ -81,19 +124,35 @@ void Prepare(const Place& place) {
     place.Block->CurrentUDT() = ShareOf(place.Component->UDTs, *udt);
 }
 
-void ApplyOne(VBProject& project, const pugi::xml_node& item) try {
+// The element that an item names, as one that comments are offered to: of several with that name
+// the one with its number, else the one that is found by it.
+CodeElement* ElementOf(VBProject& project, const pugi::xml_node& item,
+                       std::optional<NamedElements>& elements) {
   const std::string_view name = item.attribute("eid").value();
+  if (const pugi::xml_attribute number = item.attribute("n")) {
+    if (!elements) elements.emplace(project);
+    return MainObjectOf(elements->Find(name, number.as_uint()));
+  }
   CodeElement* element = project.GetObjectByName(name);
-  if (!element) return Tell(DiagnosticCode::ElementNotFound, {name});
+  const bool isPart = element && IsOneOf(*element, {"EnumMember", "Variable", "Parameter"});
+  return isPart ? project.GetObjectByName_MainObject(name) : element;
+}
+
+void ApplyOne(VBProject& project, const pugi::xml_node& item,
+              std::optional<NamedElements>& elements) try {
+  const std::string_view name = item.attribute("eid").value();
+  CodeElement* element = ElementOf(project, item, elements);
+  if (!element && !project.GetObjectByName(name))
+    return Tell(DiagnosticCode::ElementNotFound, {name});
   auto comment = std::make_shared<TaggedComment>();
   comment->TagIdentifier = item.attribute("tid").value();
   comment->Qualifier = item.attribute("q").value();
   comment->Text = TextOf(item);
-  const Place place = PlaceFor(project, element, name);
+  const Place place = PlaceFor(project, element);
   const bool canPlace = place.Block != nullptr;
   if (canPlace) Prepare(place);
   if (!canPlace || !place.Block->ApplyTaggedComment(comment))
-    Tell(DiagnosticCode::CommentUnplaced, {comment->TagIdentifier});
+    Tell(DiagnosticCode::CommentUnplaced, {comment->TagIdentifier + " for " + std::string(name)});
 } catch (VendrelError& failure) {
   failure.AddContext("ApplyOne", "CommentFile", LineReached())
       .Local("eid", item.attribute("eid").value())
@@ -147,13 +206,19 @@ std::string WrittenTag(const WrittenForm& form, const std::string& tag) {
 }
 
 struct Writer {
+  VBProject& Project;
   pugi::xml_node Root;
+  const NamedElements& Elements;
 
   void Write(const CodeElement& element, const std::string& tag, const std::string& qualifier,
              const std::string& text) {
     const WrittenForm* form = FormOf(element);
     pugi::xml_node item = Root.append_child("TaggedComment");
-    item.append_attribute("eid").set_value(element.QualifiedName().c_str());
+    const std::string name = element.QualifiedName();
+    item.append_attribute("eid").set_value(name.c_str());
+    if (Project.GetObjectByName(name) != &element)
+      item.append_attribute("n").set_value(
+          static_cast<unsigned long long>(Elements.NumberOf(element)));
     item.append_attribute("tid").set_value((form ? WrittenTag(*form, tag) : tag).c_str());
     const std::string member = form && form->NamesMember ? element.ElementName() : qualifier;
     item.append_attribute("q").set_value(member.c_str());
@@ -167,16 +232,13 @@ struct Writer {
     if (description && !description->empty()) Write(element, "##SUMMARY", {}, description->str());
     OnDemand<TaggedComments>* comments = element.TaggedCommentsField();
     if (!comments || !comments->IfAny()) return;
+    // A command that is kept apart stands in the list twice: by its tag, and as what it is.
+    std::set<const TaggedComment*> written;
     for (const TaggedComment& comment : **comments)
-      Write(element, comment.TagIdentifier, comment.Qualifier, comment.Text);
+      if (written.insert(&comment).second)
+        Write(element, comment.TagIdentifier, comment.Qualifier, comment.Text);
   }
 };
-
-template <typename Elements, typename Visitor>
-void VisitAll(const Elements* elements, const Visitor& visit) {
-  if (!elements) return;
-  for (CodeElement& element : *elements) visit(element);
-}
 
 void VisitBlock(Block& block, const std::function<void(CodeElement&)>& visit) {
   if (!block.Name().empty()) visit(block);
@@ -218,12 +280,13 @@ void VBProject::ApplyCommentFile() try {
   const DiagnosticScope scope(&Diagnostics, CommentFile.FullPath(), &line);
   pugi::xml_document document;
   ParseXml(document, text, CommentFile.FullPath());
+  std::optional<NamedElements> elements;  // made where an item asks for one of several
   std::size_t counted = 0;
   for (const pugi::xml_node& item : document.document_element().children()) {
     if (item.type() != pugi::node_element) continue;
     for (const auto at = static_cast<std::size_t>(item.offset_debug()); counted < at; ++counted)
       line += text[counted] == '\n';
-    ApplyOne(*this, item);
+    ApplyOne(*this, item, elements);
   }
 } catch (VendrelError& failure) {
   failure.AddContext("VBProject.ApplyCommentFile", "CommentFile")
@@ -239,7 +302,8 @@ void ForEachCommentedElement(VBProject& project, const std::function<void(CodeEl
 
 void WriteCommentFile(VBProject& project, std::ostream& out) try {
   pugi::xml_document document;
-  Writer writer{document.append_child("TaggedComments")};
+  const NamedElements elements(project);
+  Writer writer{project, document.append_child("TaggedComments"), elements};
   ForEachCommentedElement(project, [&](CodeElement& element) { writer.WriteAll(element); });
   document.save(out, "  ", pugi::format_default, pugi::encoding_utf8);
 } catch (VendrelError& failure) {

@@ -1,7 +1,8 @@
 #pragma once
 // Comment files: tagged comments kept outside the source, as XML. Below a root of any name stands
 // one element for each comment: "eid" names the code element (its qualified name), "tid" the tag,
-// "q" the qualifier, and the text of the element is the comment.
+// "q" the qualifier, and the text of the element is the comment. Where several elements have that
+// name, "n" may say the how many-th of them it is, 1-based in the order of the tree.
 
 #include <functional>
 #include <iosfwd>

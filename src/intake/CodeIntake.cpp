@@ -116,6 +116,11 @@ void AddParsedCode(Component& component, ParsedLine& line, bool addLine) try {
 }
 
 void Component::AddCode(std::string_view Source, bool AddLine) try {
+  if (Source.find_first_of("\r\n") != kNotFound) {
+    if (AddLine) return AddLinesOfCode(*this, Source);
+    while (!Source.empty()) AddCode(TakeLine(Source), false);
+    return;
+  }
   const CodeLine record =
       InitialiseCodeLine(Source, State().CurrentLanguageVersion, Options().Reading);
   ParsedLine line = ParsedLine::Of(record);

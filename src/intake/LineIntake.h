@@ -26,6 +26,9 @@ bool OpensAnyBlock(const Component& component, const ModuleIntake& intake, const
 /// or the end of a procedure (`MemberNames`).
 bool EndsOpenDeclaration(const ParsedLine& line);
 
+/// Takes a text of several lines as so many physical lines of a module.
+void AddLinesOfCode(Component& component, std::string_view text);
+
 /// Stores a line in a block without interpreting it.
 void StoreLine(Block& block, const ParsedLine& line, std::int32_t before = 0,
                std::int32_t after = 0);

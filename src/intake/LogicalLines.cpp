@@ -262,4 +262,18 @@ void Component::AddLineOfCode(std::string_view Source) try {
   throw;
 }
 
+// Unlike a line of a file, one of these never waits for its turn behind a separator.
+void AddLinesOfCode(Component& component, std::string_view text) {
+  ModuleIntake& intake = component.Intake();
+  if (!component.CurrentBlock) component.CurrentBlock = component.NewBlock(btUnrecognised);
+  while (!text.empty()) {
+    const std::string_view line = TakeLine(text);
+    intake.PreviousMoreLines = false;
+    TakeStatement(component, intake, line, false);
+    while (intake.Reading.KeepLinesBehindSeparators && RemainderWaits(component, intake))
+      TakeStatement(component, intake, intake.Remainder, true);
+  }
+  intake.PreviousMoreLines = false;
+}
+
 }  // namespace vendrel

@@ -40,11 +40,6 @@ class Numbering {
   bool mReplaces;
 };
 
-bool HasPublicSurface(const Component& component) {
-  return component.Access == "PUBLIC" && component.FileType != ftModule &&
-         component.FileType != ftForm;
-}
-
 // Get, Let and Set share one topic. The consolidated block takes over an ID that one of the others
 // has, so it is asked for before it counts as one without.
 void NumberProperty(Component& component, Block& block, Numbering& numbering) {
@@ -63,23 +58,22 @@ const Variables* VariablesOf(const Block& block) {
   return block.BlockType() == btDeclarations ? block.Variables.IfAny() : nullptr;
 }
 
-std::int32_t HighestIn(const Component& component) {
-  std::int32_t highest = component.HelpContextID;
-  const auto see = [&](const auto& element) { highest = std::max(highest, element.HelpContextID); };
-  for (const EventDeclaration& event : component.EventDeclarations) see(event);
+template <typename Visitor>
+void VisitIDs(const Component& component, const Visitor& visit) {
+  visit(component.HelpContextID);
+  for (const EventDeclaration& event : component.EventDeclarations) visit(event.HelpContextID);
   for (const Block& block : component.Blocks) {
-    see(block);
+    visit(block.HelpContextID);
     if (const Variables* variables = VariablesOf(block))
-      for (const Variable& variable : *variables) see(variable);
+      for (const Variable& variable : *variables) visit(variable.HelpContextID);
   }
-  return highest;
 }
 
 // IDs that an earlier call gave count as seen: a second call never gives one of them again.
 std::int32_t HighestSeen(const VBProject& project) {
   std::int32_t highest = project.HighestHelpContextID();
   for (const Component& component : project.Components.Listed())
-    highest = std::max(highest, HighestIn(component));
+    VisitIDs(component, [&](std::int32_t id) { highest = std::max(highest, id); });
   return highest;
 }
 
@@ -134,7 +128,7 @@ void VBProject::AssignHelpContextIDs(std::int32_t BeginAt, bool ForceReassign) t
 
 void Component::AssignHelpContextIDs(bool ForceReassign) try {
   vendrel::VBProject* project = VBProject();
-  if (!project || !HasPublicSurface(*this)) return;
+  if (!project || !TakesHelpIDs(*this)) return;
   Numbering numbering(*project, ForceReassign);
   numbering.NumberIfNeeded(*this);
   for (EventDeclaration& event : EventDeclarations) numbering.NumberIfNeeded(event);
@@ -165,6 +159,18 @@ void Block::AssignHelpContextIDs(bool ForceReassign) try {
       .Parameter("ForceReassign", ForceReassign)
       .Of(*this);
   throw;
+}
+
+bool TakesHelpIDs(const Component& component) {
+  return component.Access == "PUBLIC" && component.FileType != ftModule &&
+         component.FileType != ftForm;
+}
+
+std::vector<std::int32_t> HelpIDsOf(const VBProject& project) {
+  std::vector<std::int32_t> ids{project.HelpContextID};
+  for (const Component& component : project.Components.Listed())
+    VisitIDs(component, [&](std::int32_t id) { ids.push_back(id); });
+  return ids;
 }
 
 std::vector<HelpTopic> HelpTopicsOf(VBProject& project) try {

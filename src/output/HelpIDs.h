@@ -19,6 +19,13 @@ struct HelpTopic {
 /// property once.
 std::vector<HelpTopic> HelpTopicsOf(VBProject& project);
 
+/// The IDs of the project, of its loaded modules and of their members, 0 where there is none, in
+/// the order of the tree: two lists of one project tell whether numbering changed anything.
+std::vector<std::int32_t> HelpIDsOf(const VBProject& project);
+
+/// Whether numbering reaches a module: a public one that is neither a standard module nor a form.
+bool TakesHelpIDs(const Component& component);
+
 /// The map in the form that help compilers include: a line `#define IDH_Project_Module_Member 1001`
 /// for each topic. Names are ASCII and differ from each other.
 void WriteHelpHeader(std::ostream& out, const std::vector<HelpTopic>& topics);

@@ -38,7 +38,8 @@ struct ProjectLineText {
 class ProjectReader {
  public:
   explicit ProjectReader(VBProject& project) : mProject(project) {}
-  void Read();
+  /// Gives what came of each line.
+  std::shared_ptr<ProjectFileLines> Read();
 
  private:
   struct Row {
@@ -48,6 +49,7 @@ class ProjectReader {
   };
   static const Row* FindRow(std::string_view key);
 
+  void ThisLineIs(std::string_view raw);
   void TakeLine(std::string_view raw);
   void KeepLine(std::string_view raw);
   void StepOver(const VendrelError& error, std::string_view raw);
@@ -81,6 +83,7 @@ class ProjectReader {
     mProject.CompilerConstants.AddFromProjectLine(StripQuotes(line.Value));
   }
   void TakeDocument(const ProjectLineText& line) {
+    ThisLine().Document = static_cast<std::int32_t>(mProject.RelatedDocuments.size());
     mProject.RelatedDocuments.emplace_back(StripQuotes(line.Value));
   }
   void TakeHelpFile(const ProjectLineText& line) { mProject.HelpFile = StripQuotes(line.Value); }
@@ -90,7 +93,10 @@ class ProjectReader {
   }
   void TakeIconForm(const ProjectLineText& line) { mProject.IconForm = StripQuotes(line.Value); }
 
+  ProjectFileLine& ThisLine() { return mLines->Lines.back(); }
+
   VBProject& mProject;
+  std::shared_ptr<ProjectFileLines> mLines = std::make_shared<ProjectFileLines>();
   std::int32_t mLine = 0;
   std::string mPreviousKept;
 };
@@ -131,20 +137,30 @@ const ProjectReader::Row* ProjectReader::FindRow(std::string_view key) {
   return nullptr;
 }
 
-void ProjectReader::Read() {
+std::shared_ptr<ProjectFileLines> ProjectReader::Read() {
   FileSystemObject& file = mProject.FileName;
   const DiagnosticScope scope(&mProject.Diagnostics, file.FullPath(), &mLine);
   file.OpenFile(omRead);
   // Read at once: names of modules are looked up while this file is being walked.
   const std::shared_ptr<const SourceText> source = file.Source();
   mProject.SourceForm = source;
+  mLines->Source = source;
   std::string_view rest = source->Text;
   while (!rest.empty()) {
     ++mLine;
-    TakeLine(TakeLineOf(rest));
+    const std::string_view raw = TakeLineOf(rest);
+    ThisLineIs(raw);
+    TakeLine(raw);
   }
   mProject.ClsID();
   file.CloseFile();
+  return mLines;
+}
+
+void ProjectReader::ThisLineIs(std::string_view raw) {
+  ProjectFileLine& line = mLines->Lines.emplace_back();
+  line.Offset = static_cast<std::size_t>(raw.data() - mLines->Source->Text.data());
+  line.Length = raw.size();
 }
 
 void ProjectReader::TakeLine(std::string_view raw) {
@@ -174,6 +190,7 @@ void ProjectReader::KeepLine(std::string_view raw) {
   const std::string_view trimmed = Trim(raw);
   if (mProject.LastNormalProjectLineText.empty() && (trimmed.empty() || trimmed.front() == '['))
     mProject.LastNormalProjectLineText = mPreviousKept;
+  ThisLine().Kept = static_cast<std::int32_t>(mProject.ProjectLines.size());
   mProject.ProjectLines.emplace_back(raw);
   mPreviousKept = raw;
 }
@@ -198,12 +215,13 @@ void ProjectReader::TakeReference(const ProjectLineText& line) try {
   reference->SetSourceLine(line.Line);
   reference->Load(line.Raw);
   std::string identity = reference->ClsID();
-  if (identity.empty()) {
-    mProject.References.Add(reference);
-    identity = reference->StoredCLSID;
-  } else if (!mProject.References.HasKey(identity)) {
+  ThisLine().IsReference = identity.empty() || !mProject.References.HasKey(identity);
+  if (ThisLine().IsReference) {
     mProject.References.Add(reference, identity);
+    ThisLine().Reference = reference;
+    ThisLine().Value = ProjectFileLines::ValueOf(*reference);
   }
+  if (identity.empty()) identity = reference->StoredCLSID;
   std::string_view version = reference->Version;
   const std::int32_t major = NumericValue(TakeField(version, '.'));
   const std::int32_t minor = NumericValue(TakeField(version, '.'));
@@ -261,7 +279,11 @@ void ProjectReader::AddComponent(const ProjectLineText& line, FileTypeEnum type,
   if (const std::size_t dot = component->Name.find('.'); dot != std::string::npos)
     component->Name.resize(dot);
   const std::string key = component->Name;
-  mProject.Components.Add(std::move(component), key);
+  ThisLine().IsModule = mProject.Components.Add(component, key);
+  if (ThisLine().IsModule) {
+    ThisLine().Module = component;
+    ThisLine().Value = ProjectFileLines::ValueOf(*component);
+  }
   if (mProject.BuildTypeCache) mProject.TypeCache.Add(key, tcLocalProjectModule);
 } catch (VendrelError& failure) {
   failure.AddContext("ProjectReader.AddComponent", "ProjectReader", LineReached())
@@ -317,9 +339,11 @@ bool VBProject::Load(std::string_view ProjectFileName) try {
   }
   OutputFileName.SetBaseName(FileName.BaseName());
   OutputFileName.SetExtension(FileName.Extension());
-  ProjectReader(*this).Read();
+  const std::shared_ptr<ProjectFileLines> lines = ProjectReader(*this).Read();
   CurrentHelpContextID = Following(mHighestHelpContextID);
   ProjectName = GetProjectName(FileName.FullPath());
+  lines->Note(*this);
+  FileLines = lines;
   ProjectSourceType = ptsVisualBasicProject;
   ProjectSourceAccess = psaReadWrite;
   return true;

@@ -16,6 +16,7 @@
 #include "project/CompilerConstants.h"
 #include "project/Components.h"
 #include "project/NetResolver.h"
+#include "project/ProjectFileLines.h"
 #include "project/Reference.h"
 #include "project/TypeResolver.h"
 #include "services/FileSystemObject.h"
@@ -108,6 +109,8 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
   FileSystemObject OutputFileName;
   /// The project file as it was decoded; empty before the load.
   std::shared_ptr<const SourceText> SourceForm;
+  /// The lines of the project file and what came of each; empty before the load.
+  std::shared_ptr<const ProjectFileLines> FileLines;
   vendrel::References References;
   vendrel::Components Components;
   vendrel::CompilerConstants CompilerConstants;

@@ -23,6 +23,12 @@ std::string& AppendDescription(std::string& Description, std::string_view NewTex
 std::string& AppendDescription(std::string& Description, std::string_view NewText,
                                WrapTypeEnum&& WrapType = wrapNone);
 
+/// The text on one line: each line end, and each "<crlf>", is one blank.
+std::string OnOneLine(std::string_view text);
+/// The first sentence of a description on one line, without mark-up, blanks at its ends or in
+/// runs: up to ".", "!" or "?" that is followed by a blank and no small letter, or by a paragraph.
+std::string FirstSentence(std::string_view description);
+
 /// Plain one-line form: without "%", cut at the first "<crlf>", without mark-up.
 std::string BareDescription(std::string_view S);
 

@@ -5,6 +5,7 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/NumericText.h"
+#include "project/VBProject.h"
 #include "text/Descriptions.h"
 
 namespace vendrel {
@@ -14,6 +15,7 @@ constexpr std::string_view kAttribute = "Attribute ";
 constexpr std::string_view kModuleHelpID = "VB_HelpID";
 constexpr std::string_view kHelpID = ".VB_HelpID";
 constexpr std::string_view kVarHelpID = ".VB_VarHelpID";
+constexpr std::size_t kLongestDescription = 49;
 
 std::string NumberLine(std::string_view name, std::string_view word, std::int32_t id) {
   std::string line(kAttribute);
@@ -23,6 +25,25 @@ std::string NumberLine(std::string_view name, std::string_view word, std::int32_
 std::string QuotedLine(std::string_view name, std::string_view word, std::string_view text) {
   std::string line(kAttribute);
   return line.append(name).append(word).append(" = \"").append(text).append("\"");
+}
+
+std::size_t CharacterCount(std::string_view text) {
+  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
+    return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+  }));
+}
+
+// The comment as it is and the description bare; in the whole form one of them that is not empty.
+std::optional<std::string> TextFrom(std::optional<std::string> comment,
+                                    const std::string& description, bool whole) {
+  if (!whole) {
+    if (comment || description.empty()) return comment;
+    return BareDescription(description);
+  }
+  std::string text = comment ? OnOneLine(*comment) : std::string();
+  if (text.empty()) text = FirstSentence(description);
+  if (text.empty()) return std::nullopt;
+  return ReplaceAll(text, "\"", "\"\"");
 }
 
 // A line that gives a help ID, taken apart.
@@ -80,22 +101,29 @@ std::optional<std::string> CommentText(CodeElement& element, std::string_view ta
   return comment->Text;
 }
 
-std::optional<std::string> BrowserText(CodeElement& element) {
-  if (auto text = CommentText(element, "##OBJECTBROWSER")) return text;
-  const std::string description = element.Description();
-  if (description.empty()) return std::nullopt;
-  return BareDescription(description);
+std::optional<std::string> BrowserText(CodeElement& element, bool whole) {
+  return TextFrom(CommentText(element, "##OBJECTBROWSER"), element.Description(), whole);
 }
 
-std::optional<std::string> PropertyBrowserText(Block& block) {
+std::optional<std::string> PropertyBrowserText(Block& block, bool whole) {
   Component* component = block.Component.Get();
-  Block* whole = block.Consolidated ? &block
-                 : component        ? component->ConsolidatedPropertyBlock(block.Name())
-                                    : nullptr;
-  if (!whole) return std::nullopt;
-  if (auto text = CommentText(*whole, "##OBJECTBROWSER")) return text;
-  if (whole->TaggedDescription.empty()) return std::nullopt;
-  return BareDescription(whole->TaggedDescription);
+  Block* consolidated = block.Consolidated ? &block
+                        : component        ? component->ConsolidatedPropertyBlock(block.Name())
+                                           : nullptr;
+  if (!consolidated) return std::nullopt;
+  return TextFrom(CommentText(*consolidated, "##OBJECTBROWSER"),
+                  consolidated->TaggedDescription.str(), whole);
+}
+
+std::optional<std::string> ModuleBrowserText(Component& component, bool whole) {
+  const auto text = CommentText(component, "##MODULE_OBJECTBROWSER");
+  const std::string description = component.Description();
+  if (whole) return TextFrom(text, description, true);
+  if (text) return BareDescription(*text);
+  if (!description.empty() && CharacterCount(description) <= kLongestDescription)
+    return BareDescription(description);
+  const VBProject* project = component.VBProject();
+  return (project ? project->ProjectName : std::string()) + "." + component.Name;
 }
 
 bool IsDescriptionLine(std::string_view text) {

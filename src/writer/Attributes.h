@@ -15,16 +15,20 @@ namespace vendrel {
 /// "Attribute Name.VB_HelpID = 5", with another word for variables.
 std::string HelpIDLine(std::string_view name, std::int32_t id);
 std::string VarHelpIDLine(std::string_view name, std::int32_t id);
-/// `Attribute Name.VB_Description = "text"`, with another word for variables. Quotes in the text
-/// are not doubled.
+/// `Attribute Name.VB_Description = "text"`, with another word for variables. The text goes in as
+/// it is.
 std::string DescriptionLine(std::string_view name, std::string_view text);
 std::string VarDescriptionLine(std::string_view name, std::string_view text);
 
 /// What the object browser shows for an element: the text of its comment for it, else its bare
-/// description; nothing if it has neither.
-std::optional<std::string> BrowserText(CodeElement& element);
+/// description; nothing if it has neither. `whole`: that text on one line, else the first sentence
+/// of the description, with doubled quotation marks; nothing if both are empty.
+std::optional<std::string> BrowserText(CodeElement& element, bool whole);
 /// The same for a property as a whole, from the block that stands for it.
-std::optional<std::string> PropertyBrowserText(Block& block);
+std::optional<std::string> PropertyBrowserText(Block& block, bool whole);
+/// The same for a module. Unless `whole`, a description of 50 characters or more, or none, gives
+/// the names of project and module.
+std::optional<std::string> ModuleBrowserText(Component& component, bool whole);
 /// The text of the comment of that tag; nothing without one.
 std::optional<std::string> CommentText(CodeElement& element, std::string_view tag);
 

@@ -31,8 +31,10 @@ bool IsAbsent(const FileSystemObject& file) {
 
 }  // namespace
 
-Backups::Backups(VBProject& project)
-    : mProject(project), mFolder(project.FileName.FolderPath() + std::string(kFolderName) + "\\") {}
+Backups::Backups(VBProject& project, WriteRun* run)
+    : mProject(project),
+      mRun(run),
+      mFolder(project.FileName.FolderPath() + std::string(kFolderName) + "\\") {}
 
 bool Backups::MakeFolder() {
   FileSystemObject folder;
@@ -56,19 +58,27 @@ bool Backups::Copy(const FileSystemObject& file, const std::string& to, std::str
                 question, kCopyError, msYesNoQuestion);
 }
 
-bool Backups::KeepProjectFile() {
-  return Copy(mProject.FileName, mFolder + NameFor(mProject.FileName), kGoOnWithOthers);
+bool Backups::KeepProjectFile() { return KeepInFolder(mProject.FileName); }
+
+bool Backups::KeepModule(const FileSystemObject& file) { return mNoModules || KeepInFolder(file); }
+
+// What the run has backed up stands there as it was; the file may be another one by now.
+bool Backups::KeepInFolder(const FileSystemObject& file) {
+  if (mRun && mRun->IsBackedUp(file)) return true;
+  if (!Copy(file, mFolder + NameFor(file), kGoOnWithOthers)) return false;
+  if (mRun) mRun->NoteBackedUp(file);
+  return true;
 }
 
-bool Backups::KeepModule(const FileSystemObject& file) {
-  return mNoModules || Copy(file, mFolder + NameFor(file), kGoOnWithOthers);
+bool Backups::TakeName(const FileSystemObject& backup) {
+  return mRun ? mRun->Take(backup.FullPath()) : mTaken.insert(FoldKey(backup.LeafName())).second;
 }
 
 // By leaf name; two of one name overwrite each other unless the reading says otherwise.
 std::string Backups::NameFor(const FileSystemObject& file) {
   FileSystemObject backup(mFolder + file.LeafName());
-  if (!mProject.Reading.KeepBackups) return backup.LeafName();
-  for (int number = 2; !mTaken.insert(FoldKey(backup.LeafName())).second; ++number)
+  if (!mRun && !mProject.Reading.KeepBackups) return backup.LeafName();
+  for (int number = 2; !TakeName(backup); ++number)
     backup.SetBaseName(file.BaseName() + "_" + std::to_string(number));
   return backup.LeafName();
 }

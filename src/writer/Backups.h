@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "project/VBProject.h"
+#include "writer/WriteRun.h"
 
 namespace vendrel {
 
@@ -13,7 +14,8 @@ namespace vendrel {
 /// after a failure, if `Silent`, or if the user says so.
 class Backups {
  public:
-  explicit Backups(VBProject& project);
+  /// `run` remembers what has been backed up; null where nothing is remembered.
+  Backups(VBProject& project, WriteRun* run);
 
   bool MakeFolder();
   bool KeepProjectFile();
@@ -22,9 +24,12 @@ class Backups {
 
  private:
   bool Copy(const FileSystemObject& file, const std::string& to, std::string_view question);
+  bool KeepInFolder(const FileSystemObject& file);
+  bool TakeName(const FileSystemObject& backup);
   std::string NameFor(const FileSystemObject& file);
 
   VBProject& mProject;
+  WriteRun* const mRun;
   std::string mFolder;
   /// The user goes on although there is no folder for backups.
   bool mNoModules = false;

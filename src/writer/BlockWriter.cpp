@@ -98,21 +98,21 @@ void BlockWriter::AttributeLine(std::int32_t index) {
     mStream.Replaced(mLines, index, *kept);
 }
 
-// A description gives way to the one that is written for its element; where attribute lines keep
-// their places, only if there is one.
+// A description gives way to the one that is written for its element; where none may be lost, or
+// attribute lines keep their places, only if there is one.
 bool BlockWriter::DescriptionStays(std::string_view text) {
   if (!mOptions.WriteHelpDescriptions) return true;
-  if (!mOptions.Reading.KeepHelpAttributes) return false;
+  if (!mOptions.Reading.KeepHelpAttributes && !WholeTexts()) return false;
   const std::string_view name = DescribedName(text);
   if (mBlock.BlockType() != btDeclarations)
     return mAttributesBehind == 0    ? true
-           : mBlock.IsPropertyType() ? !PropertyBrowserText(mBlock)
-                                     : !BrowserText(mBlock);
+           : mBlock.IsPropertyType() ? !PropertyBrowserText(mBlock, WholeTexts())
+                                     : !BrowserText(mBlock, WholeTexts());
   if (EventDeclaration* event = mComponent.EventDeclarations.Item(name))
-    return !BrowserText(*event);
+    return !BrowserText(*event, WholeTexts());
   const Variables* variables = mBlock.Variables.IfAny();
   Variable* variable = variables ? variables->Item(name) : nullptr;
-  return !variable || variable->HelpContextID <= 0 || !BrowserText(*variable);
+  return !variable || variable->HelpContextID <= 0 || !BrowserText(*variable, WholeTexts());
 }
 
 // Help ID lines that stand in the source are not written again.
@@ -135,7 +135,8 @@ void BlockWriter::EventAttributes(std::int32_t index) try {
   if (NeedsHelpLine(*event, event->Name))
     mStream.Line(HelpIDLine(event->Name, event->HelpContextID));
   if (!mOptions.WriteHelpDescriptions) return;
-  if (const auto text = BrowserText(*event)) mStream.Line(DescriptionLine(event->Name, *text));
+  if (const auto text = BrowserText(*event, WholeTexts()))
+    mStream.Line(DescriptionLine(event->Name, *text));
 } catch (VendrelError& failure) {
   failure.AddContext("BlockWriter.EventAttributes", "BlockWriter", mStream.LineNumber())
       .Parameter("index", index)
@@ -147,7 +148,8 @@ void BlockWriter::ProcedureAttributes() try {
   if (mFirstPropertyBlock) {
     PropertyAttributes();
   } else if (mOptions.WriteHelpDescriptions && mWriteAttributes) {
-    if (const auto text = BrowserText(mBlock)) mStream.Line(DescriptionLine(mBlock.Name(), *text));
+    if (const auto text = BrowserText(mBlock, WholeTexts()))
+      mStream.Line(DescriptionLine(mBlock.Name(), *text));
   }
   if (mWriteAttributes && NeedsHelpLine(mBlock, mBlock.Name()))
     mStream.Line(HelpIDLine(mBlock.Name(), mBlock.HelpContextID));
@@ -163,7 +165,7 @@ void BlockWriter::PropertyAttributes() try {
     for (const std::string& line : mComponent.AttributeLines(mBlock.Name()))
       if (line.find(".VB_Description = ") == std::string::npos) mStream.Line(line);
   if (!mOptions.WriteHelpDescriptions) return;
-  if (const auto text = PropertyBrowserText(mBlock))
+  if (const auto text = PropertyBrowserText(mBlock, WholeTexts()))
     mStream.Line(DescriptionLine(mBlock.Name(), *text));
 } catch (VendrelError& failure) {
   failure.AddContext("BlockWriter.PropertyAttributes", "BlockWriter", mStream.LineNumber())
@@ -179,7 +181,7 @@ void BlockWriter::VariableAttributes() try {
     if (NeedsHelpLine(variable, variable.Name))
       mStream.Line(VarHelpIDLine(variable.Name, variable.HelpContextID));
     if (!mOptions.WriteHelpDescriptions) continue;
-    if (const auto text = BrowserText(variable))
+    if (const auto text = BrowserText(variable, WholeTexts()))
       mStream.Line(VarDescriptionLine(variable.Name, *text));
   }
 } catch (VendrelError& failure) {

@@ -24,6 +24,7 @@ class BlockWriter {
   void Line(std::int32_t index);
   void AttributeLine(std::int32_t index);
   bool DescriptionStays(std::string_view text);
+  bool WholeTexts() const { return mOptions.Reading.WholeHelpDescriptions; }
   void EventAttributes(std::int32_t index);
   void ProcedureAttributes();
   void PropertyAttributes();

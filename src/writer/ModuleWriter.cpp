@@ -1,6 +1,7 @@
 #include "writer/ModuleWriter.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 #include "core/Ascii.h"
@@ -9,14 +10,11 @@
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "project/VBProject.h"
-#include "text/Descriptions.h"
 #include "writer/BlockWriter.h"
 #include "writer/OutputNames.h"
 
 namespace vendrel {
 namespace {
-
-constexpr std::size_t kLongestDescription = 49;
 
 // Up to `prefix`, case counting, as the lines of a module are written.
 bool IsLine(const CodeLines& lines, std::int32_t index, std::string_view prefix) {
@@ -38,22 +36,6 @@ void Append(CodeLines& lines, const std::string& text, bool behindAttributes) {
   lines.Add(InitialiseCodeLine(text, State().CurrentLanguageVersion), 0, last);
 }
 
-std::size_t CharacterCount(std::string_view text) {
-  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
-    return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-  }));
-}
-
-std::string ModuleDescription(Component& component) {
-  if (const auto text = CommentText(component, "##MODULE_OBJECTBROWSER"))
-    return BareDescription(*text);
-  const std::string description = component.Description();
-  if (!description.empty() && CharacterCount(description) <= kLongestDescription)
-    return BareDescription(description);
-  const VBProject* project = component.VBProject();
-  return (project ? project->ProjectName : std::string()) + "." + component.Name;
-}
-
 // Whether a line of the source gives the module its help ID, wherever damage has put it.
 bool HasHelpIDLine(Component& component) {
   return std::any_of(component.Blocks.begin(), component.Blocks.end(),
@@ -67,15 +49,17 @@ void RewriteAttributes(Component& component) try {
   const bool keeps = options.Reading.KeepHelpAttributes;
   const bool stands =
       keeps && (component.HelpContextID == component.HelpContextIDRead || HasHelpIDLine(component));
-  if (stands && !options.WriteHelpDescriptions) return;
+  std::optional<std::string> description;
+  if (options.WriteHelpDescriptions)
+    description = ModuleBrowserText(component, options.Reading.WholeHelpDescriptions);
+  if (stands && !description) return;
   Block* block = component.BlockOfType(btAttributes, true);
   if (!block) block = component.NewBlock(btAttributes);
   CodeLines& lines = *block->CodeLines;
-  RemoveLines(lines, !keeps, options.WriteHelpDescriptions);
+  RemoveLines(lines, !keeps, description.has_value());
   if (!stands)
     Append(lines, "Attribute VB_HelpID = " + std::to_string(component.HelpContextID), keeps);
-  if (options.WriteHelpDescriptions)
-    Append(lines, "Attribute VB_Description=\"" + ModuleDescription(component) + "\"", keeps);
+  if (description) Append(lines, "Attribute VB_Description=\"" + *description + "\"", keeps);
 } catch (VendrelError& failure) {
   failure.AddContext("RewriteAttributes", "ModuleWriter").Of(component);
   throw;
@@ -139,7 +123,7 @@ void TellNotOpened(std::string_view leafName) {
   MessageService::Current().Show(text, "File access error", msExclamation);
 }
 
-void WriteModule(Component& component, std::string_view path) try {
+bool WriteModule(Component& component, std::string_view path) try {
   VBProject* project = component.VBProject();
   const DiagnosticScope scope(project ? &project->Diagnostics : nullptr,
                               component.FileName.FullPath());
@@ -147,14 +131,17 @@ void WriteModule(Component& component, std::string_view path) try {
     // Why it is not loaded has been told; what was never read cannot be lost by writing.
     constexpr std::string_view text =
         "Attempt to write out a component which is not fully loaded !";
-    return TellBox(DiagnosticCode::Told, {text}, text, "Error", msExclamation);
+    TellBox(DiagnosticCode::Told, {text}, text, "Error", msExclamation);
+    return false;
   }
   FileSystemObject target(path);
-  if (target.Exists() && target.IsReadOnly())
-    return TellRefused("Could not write to the file '" + target.FullPath() +
-                           "' as the file is read-only.  Processing will continue, but source "
-                           "code for this file will not be written.",
-                       "File read-only");
+  if (target.Exists() && target.IsReadOnly()) {
+    TellRefused("Could not write to the file '" + target.FullPath() +
+                    "' as the file is read-only.  Processing will continue, but source "
+                    "code for this file will not be written.",
+                "File read-only");
+    return false;
+  }
   target.CreateFolderPath();
   target.SetWriteForm(WriteFormOf(component));
   Open(target);
@@ -163,9 +150,10 @@ void WriteModule(Component& component, std::string_view path) try {
     WriteBlocks(component, target);
   } catch (const CharactersRefused&) {
     target.Discard();  // told where it was met; the file stays as it was
-    return;
+    return false;
   }
   target.CloseFile();
+  return true;
 } catch (VendrelError& failure) {
   failure.AddContext("WriteModule", "ModuleWriter")
       .Parameter("component", component)

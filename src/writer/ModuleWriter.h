@@ -8,9 +8,10 @@
 
 namespace vendrel {
 
-/// Writes a module to `target`. One that is not fully loaded, whose target is read-only, or that
-/// holds characters its code page lacks, is told and left out; raises what the file raises.
-void WriteModule(Component& component, std::string_view target);
+/// Writes a module to `target` and gives whether it did. One that is not fully loaded, whose target
+/// is read-only, or that holds characters its code page lacks, is told and left out; raises what
+/// the file raises.
+bool WriteModule(Component& component, std::string_view target);
 
 /// Tells that something is not written: always as a diagnostic, in a box unless `Silent`.
 void TellRefused(std::string_view text, std::string_view caption);

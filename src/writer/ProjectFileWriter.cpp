@@ -3,6 +3,7 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "diagnostics/VendrelError.h"
+#include "writer/KeptProjectLines.h"
 #include "writer/ModuleWriter.h"
 #include "writer/SideFiles.h"
 
@@ -21,7 +22,7 @@ ProjectFileWriter::ProjectFileWriter(VBProject& project, OutputNames& names, boo
       mCopyOthers(copyOthers),
       mSameLocation(project.SameLocation()),
       mStream(project.OutputFileName, FormOf(project), project.SourceForm.get(),
-              project.Reading.KeepLineEnds) {
+              project.Reading.KeepLineEnds || KeepsLines()) {
   if (!project.SourceForm) return;
   const std::string_view text = project.SourceForm->Text;
   for (const auto& [offset, bytes] : project.SourceForm->RawLines) {
@@ -54,8 +55,27 @@ void ProjectFileWriter::Run() try {
   throw;
 }
 
+bool ProjectFileWriter::KeepsLines() const {
+  return mProject.Reading.KeepProjectLines && mProject.FileLines && mProject.SourceForm;
+}
+
+// What the rows below copy on their way.
+void ProjectFileWriter::CopyOthers() {
+  SideFiles sideFiles(mProject, mNames);
+  const std::string folder = mProject.OutputFileName.FolderPath();
+  for (Component& component : mProject.Components.Listed()) {
+    if (!mSameLocation) mNames.Of(component);  // settles the leaf name
+    if (mCopyOthers) sideFiles.Copy(component, folder);
+  }
+  for (const std::string& entry : mProject.RelatedDocuments) CopyDocument(entry);
+}
+
 // The order is that of the file format.
 void ProjectFileWriter::Rows() {
+  if (KeepsLines()) {
+    CopyOthers();
+    return KeptProjectLines(mProject, mNames, mStream).Run();
+  }
   FirstLine();
   References();
   Modules();
@@ -121,14 +141,19 @@ void ProjectFileWriter::Modules() try {
   throw;
 }
 
+FileSystemObject ProjectFileWriter::CopyDocument(const std::string& entry) {
+  FileSystemObject file;
+  file.SetBaseFile(&mProject.FileName);
+  file.SetFullPath(entry);
+  if (mCopyOthers && file.Exists())
+    CopyOrTell(file.FullPath(), mProject.OutputFileName.FolderPath() + file.LeafName());
+  return file;
+}
+
 // Chosen by extension, not by the key that the entry came from.
 void ProjectFileWriter::RelatedDocuments() try {
   for (const std::string& entry : mProject.RelatedDocuments) {
-    FileSystemObject file;
-    file.SetBaseFile(&mProject.FileName);
-    file.SetFullPath(entry);
-    if (mCopyOthers && file.Exists())
-      CopyOrTell(file.FullPath(), mProject.OutputFileName.FolderPath() + file.LeafName());
+    const FileSystemObject file = CopyDocument(entry);
     const std::string path = mSameLocation ? file.RelativePath() : file.LeafName();
     if (EqualsNoCaseAscii(file.Extension(), "RES"))
       Quoted("ResFile32", path);

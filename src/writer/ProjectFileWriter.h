@@ -19,12 +19,15 @@ class ProjectFileWriter {
   void Run();
 
  private:
+  bool KeepsLines() const;
+  void CopyOthers();
   void Rows();
   void KeptLine(const std::string& line);
   void FirstLine();
   void References();
   void Modules();
   void RelatedDocuments();
+  FileSystemObject CopyDocument(const std::string& entry);
   void KeptLines();
   void Startup();
   void Compatibility();

@@ -82,7 +82,21 @@ void AddSurplus(std::string_view text, std::string_view other, bool isWritten,
   }
 }
 
+// Keys whose lines tell no path.
+bool IsSettingAlone(std::string_view key) {
+  for (const std::string_view setting :
+       {"NAME", "HELPFILE", "HELPCONTEXTID", "ICONFORM", "STARTUP", "COMPATIBLEMODE", "EXENAME32",
+        "PATH32", "AUTOINCREMENTVER"})
+    if (key == setting) return true;
+  return false;
+}
+
 }  // namespace
+
+bool IsSamePathLine(std::string_view before, std::string_view after) {
+  const std::string key = KeyOf(before);
+  return key == KeyOf(after) && RuleOf(key) != Rebuilt::Never && !IsSettingAlone(key);
+}
 
 std::vector<ProjectLineChange> CompareProjectLines(std::string_view before,
                                                    std::string_view after) {

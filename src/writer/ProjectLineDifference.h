@@ -24,4 +24,8 @@ struct ProjectLineChange {
 /// lines: their order does not count. Lines that went come first, each in the order of its file.
 std::vector<ProjectLineChange> CompareProjectLines(std::string_view before, std::string_view after);
 
+/// Whether a line that was read may stand as this one in a project file that was written to another
+/// folder with its lines kept: both are of one key, and that key tells a path.
+bool IsSamePathLine(std::string_view before, std::string_view after);
+
 }  // namespace vendrel

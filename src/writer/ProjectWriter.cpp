@@ -10,6 +10,7 @@
 #include "writer/ModuleWriter.h"
 #include "writer/ProjectFileWriter.h"
 #include "writer/SideFiles.h"
+#include "writer/WriteRun.h"
 
 namespace vendrel {
 namespace {
@@ -35,12 +36,17 @@ class ProjectWriter {
   const bool mSameLocation;
   OutputNames mNames;
   std::optional<Backups> mBackups;
+  /// The run that remembers what was written; null where each file is written as often as listed.
+  WriteRun* mRun = nullptr;
   std::int32_t mFirstNumber = 0;
 };
 
 void ProjectWriter::Run() try {
   if (IsRefused()) return;
-  if (mSameLocation) mBackups.emplace(mProject);
+  const WriteRun runOfItsOwn;  // counts only where no other one is open
+  if (mSameLocation && mProject.Reading.DistinctBackups) mRun = WriteRun::Current();
+  if (mRun && mRun->IsWritten(mProject.FileName)) return;
+  if (mSameLocation) mBackups.emplace(mProject, mRun);
   mFirstNumber = BeginNumbering(mProject);
   if (!mOnlyProjectFile && !(BackUpFirst() && WriteModules())) return;
   if (mBackups && !mBackups->KeepProjectFileBesideItself()) return;
@@ -48,6 +54,7 @@ void ProjectWriter::Run() try {
   mProject.OutputFileName.SetExtension(mProject.FileName.Extension());
   const bool elsewhere = !mSameLocation && !mOnlyProjectFile;
   ProjectFileWriter(mProject, mNames, elsewhere).Run();
+  if (mRun) mRun->NoteWritten(mProject.FileName);
   if (elsewhere) CopyCompatibleFile();
 } catch (VendrelError& failure) {
   failure.AddContext("ProjectWriter.Run", "ProjectWriter")
@@ -78,10 +85,12 @@ bool ProjectWriter::WriteModules() try {
   bool first = true;
   for (Component& component : mProject.Components) {  // loads what is not loaded
     mProject.WriteProgress.Raise(component);
+    if (mRun && mRun->IsWritten(component.FileName)) continue;
     if (mBackups && !mBackups->KeepModule(component.FileName)) return false;
     if (!first && mProject.LineNumberPerModule) State().CurrentLineNumber = mFirstNumber;
     first = false;
-    WriteModule(component, mNames.Of(component));
+    const bool written = WriteModule(component, mNames.Of(component));
+    if (mRun && written) mRun->NoteWritten(component.FileName);
   }
   return true;
 } catch (VendrelError& failure) {

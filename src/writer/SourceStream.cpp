@@ -9,15 +9,6 @@ namespace {
 
 constexpr std::string_view kCrLf = "\r\n";
 
-// The line end that begins at `offset` of a text; empty if none does.
-std::string_view EndAt(std::string_view text, std::size_t offset) {
-  if (offset >= text.size()) return {};
-  if (text[offset] == '\n') return text.substr(offset, 1);
-  if (text[offset] != '\r') return {};
-  const bool pair = offset + 1 < text.size() && text[offset + 1] == '\n';
-  return text.substr(offset, pair ? 2 : 1);
-}
-
 std::string_view FirstEnd(const SourceText& source) {
   const std::size_t at = source.Text.find_first_of("\r\n");
   return at == std::string::npos ? kCrLf : EndAt(source.Text, at);
@@ -33,6 +24,14 @@ bool HoldsAll(const TextForm& form) {
 
 }  // namespace
 
+std::string_view EndAt(std::string_view text, std::size_t offset) {
+  if (offset >= text.size()) return {};
+  if (text[offset] == '\n') return text.substr(offset, 1);
+  if (text[offset] != '\r') return {};
+  const bool pair = offset + 1 < text.size() && text[offset + 1] == '\n';
+  return text.substr(offset, pair ? 2 : 1);
+}
+
 SourceStream::SourceStream(FileSystemObject& file, TextForm form, const SourceText* source,
                            bool keepEnds)
     : mFile(file),
@@ -46,11 +45,12 @@ SourceStream::SourceStream(FileSystemObject& file, TextForm form, const SourceTe
 void SourceStream::Line(const CodeLines& lines, std::int32_t index, std::string_view prefix) {
   const std::string_view text = lines.LineView(index);
   const bool ours = mSource && lines.SourceText() == &mSource->Text;
-  if (ours && prefix.empty() && lines.AsRead(index)) {
+  // The classic reading encodes a line behind a prefix anew, whatever its bytes were.
+  if (ours && (prefix.empty() || mKeepEnds) && lines.AsRead(index)) {
     const std::size_t offset = *lines.SourceOffset(index);
     const std::string* raw = mSource->RawLines.empty() ? nullptr : mSource->RawLine(offset);
-    if (raw) return Put({}, *raw, mKeepEnds ? EndBehind(lines, index) : std::string_view());
-    if (IsOwnBytes(text)) return TakeRun(offset, text.size());
+    if (raw) return PutRaw(prefix, *raw, mKeepEnds ? EndBehind(lines, index) : std::string_view());
+    if (prefix.empty() && IsOwnBytes(text)) return TakeRun(offset, text.size());
   }
   const std::string_view end = mKeepEnds && ours ? EndBehind(lines, index) : std::string_view();
   if (!IsUtf16(mForm) || prefix.empty()) return Put(prefix, Bytes(text), end);
@@ -112,11 +112,21 @@ std::string_view SourceStream::Bytes(std::string_view text) {
   if (FirstNonAscii(text) == text.size()) return text;
   mEncoded.clear();
   if (mPage.Encode(text, mEncoded)) return mEncoded;
+  Refuse();
+}
+
+void SourceStream::Refuse() {
   const DiagnosticScope* scope = DiagnosticScope::Current();
-  TellAt(DiagnosticCode::CharactersNotHeld, scope ? scope->File() : mFile.FullPath(), mLine + 1,
-         {mFile.FullPath(), mPage.Name()});
-  throw CharactersRefused(errInvalidArgument,
-                          "a character that code page " + mPage.Name() + " lacks");
+  const std::string file = scope ? scope->File() : mFile.FullPath();
+  TellAt(DiagnosticCode::CharactersNotHeld, file, mLine + 1, {mFile.FullPath(), mPage.Name()});
+  throw CharactersRefused(errInvalidArgument, file + ", line " + std::to_string(mLine + 1) +
+                                                  ": a character that code page " + mPage.Name() +
+                                                  " lacks");
+}
+
+void SourceStream::PutRaw(std::string_view prefix, const std::string& raw, std::string_view end) {
+  if (!IsUtf16(mForm) || prefix.empty()) return Put(prefix, raw, end);
+  Put({}, *Encode(prefix, mForm) + raw, end);
 }
 
 void SourceStream::BeginLine() {

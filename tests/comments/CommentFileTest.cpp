@@ -105,5 +105,32 @@ TEST(WriteCommentFile, IsReadBackOntoTheSameElements) {
             "Block F [##REMARKS= f]\nParameter p [##PARAM(p)=par]\n");
 }
 
+// Several elements may bear one name, constants have comments, and commands stand in lists twice.
+TEST(WriteCommentFile, GivesBackWhatElementsOfOneNameHold) {
+  const auto complete = [](VBProject& project) {
+    project.Reading = ReadingRules::Complete();
+    project.PreserveOriginalTaggedComments = true;
+  };
+  CommentedModule source(
+      "'##SUMMARY Limit.\nConst K = 1\n'##SUMMARY Get.\n'##IS_NEW\nProperty Get P(i)\n"
+      "End Property\n'##SUMMARY Let.\n'##PARAM v Value.\nProperty Let P(i, v)\nEnd Property\n",
+      complete);
+  std::ostringstream file;
+  WriteCommentFile(source.Project, file);
+  CommentedModule target(
+      "Const K = 1\nProperty Get P(i)\nEnd Property\nProperty Let P(i, v)\nEnd Property\n",
+      complete);
+  Apply(target, file.str());
+  EXPECT_EQ(target.Project.Diagnostics.Count(), 0u);
+  EXPECT_EQ(target.Landed(), source.Landed());
+  EXPECT_NE(target.Landed().find("Parameter v [##PARAM(v)=Value.]"), std::string::npos);
+  std::ostringstream again;
+  WriteCommentFile(target.Project, again);
+  EXPECT_EQ(again.str(), file.str());
+  Apply(target, "<r>" + Item("M~M~K", "##MEMBER", "", "x") + "</r>");
+  EXPECT_EQ(target.Project.Diagnostics.begin()->Text,
+            "tagged comment ##MEMBER for M~M~K found no element");
+}
+
 }  // namespace
 }  // namespace vendrel

@@ -326,9 +326,14 @@ TEST(ModuleLoadTest, CodeCanBeAddedByAClient) {
   component->AddCode("Sub NotAdded()", false);
   EXPECT_EQ(component->Blocks.Count(), 4u);
   EXPECT_EQ(component->Blocks.Item("F")->ReturnType, "Long");
+  component->AddCode("Sub V(a, _\r\n  b)\n  x = 1 : y = 2\rEnd Sub\nSub W()\r\nEnd Sub\r\n");
+  ASSERT_TRUE(component->Blocks.Item("V") && component->Blocks.Item("W"));
+  EXPECT_EQ(component->Blocks.Item("V")->CodeLines->Count(), 4);
+  EXPECT_EQ(component->Blocks.Item("V")->Parameters->Count(), 2u);
+  EXPECT_EQ(component->Blocks.Item("W")->CodeLines->Count(), 2);
   project.DetectNewBlocksOnAddCode = false;
   component->AddCode("Sub T()");
-  EXPECT_EQ(component->Blocks.Count(), 4u);
+  EXPECT_EQ(component->Blocks.Count(), 6u);
 }
 
 TEST(ModuleLoadTest, DroppingTheRootFreesTheTree) {

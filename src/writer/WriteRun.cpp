@@ -1,0 +1,41 @@
+#include "writer/WriteRun.h"
+
+#include "core/CaseFold.h"
+
+namespace vendrel {
+namespace {
+
+WriteRun* current = nullptr;
+
+}  // namespace
+
+WriteRun::WriteRun() : mOuter(current) {
+  if (!mOuter) current = this;
+}
+
+WriteRun::~WriteRun() {
+  if (!mOuter) current = nullptr;
+}
+
+WriteRun* WriteRun::Current() { return current; }
+
+bool WriteRun::Take(std::string_view backupPath) {
+  return mBackups.insert(FoldKey(backupPath)).second;
+}
+
+bool WriteRun::Files::Holds(const FileSystemObject& file) const {
+  if (mPaths.empty()) return false;
+  const FoundPath found = file.Find();
+  if (found.Match == PathMatch::None) return false;
+  return mIdentities.contains({found.Status.Device, found.Status.Number}) ||
+         mPaths.contains(found.Path);
+}
+
+void WriteRun::Files::Note(const FileSystemObject& file) {
+  const FoundPath found = file.Find();
+  if (found.Match == PathMatch::None) return;
+  mIdentities.emplace(found.Status.Device, found.Status.Number);
+  mPaths.insert(found.Path);
+}
+
+}  // namespace vendrel
