@@ -12,6 +12,7 @@
 #include "intake/ModuleIntake.h"
 #include "model/Component.h"
 #include "project/VBProject.h"
+#include "services/Utf8.h"
 
 namespace vendrel {
 namespace {
@@ -47,6 +48,7 @@ class ModuleReader {
   void OpenAgain();
   void TellMissing();
   bool LooksBinary() const;
+  void TellDirectionControls(const SourceText& source) const;
   void TellKind() const;
   void ReadFirstLine();
   void ReadHeader();
@@ -134,6 +136,7 @@ bool ModuleReader::Open() {
   mComponent.SourceForm = source;
   if (source->Text.empty()) Tell(DiagnosticCode::EmptyModule, {mFile.FullPath()});
   if (source->HasNul) Tell(DiagnosticCode::NulCharacters, {mFile.FullPath()});
+  TellDirectionControls(*source);
   TellKind();
   return true;
 }
@@ -163,6 +166,21 @@ bool ModuleReader::LooksBinary() const {
     if (static_cast<unsigned char>(c) < 32 && c != '\t' && c != '\r' && c != '\n' && c != '\f')
       ++odd;
   return odd > 8 && odd * 10 > head.size();
+}
+
+// Each line with characters that turn what is behind them to another direction.
+void ModuleReader::TellDirectionControls(const SourceText& source) const {
+  const std::string_view text = source.Text;
+  if (source.Encoding == TextEncoding::Ascii || FirstDirectionControl(text) == text.size()) return;
+  std::int32_t number = 0;
+  for (std::string_view rest = text; !rest.empty();) {
+    const std::string_view line = TakeLine(rest);
+    ++number;
+    std::size_t at = FirstDirectionControl(line);
+    if (at == line.size()) continue;
+    TellAt(DiagnosticCode::DirectionControl, mFile.FullPath(), number,
+           {CodePointName(TakeCharacter(line, at))});
+  }
 }
 
 // The first line tells the kind that the file has, whatever its extension says.
