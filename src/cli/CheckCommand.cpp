@@ -5,6 +5,8 @@
 #include "cli/Report.h"
 #include "cli/Results.h"
 #include "cli/Session.h"
+#include "cli/ShownText.h"
+#include "project/VBProjectGroup.h"
 
 namespace vendrel::cli {
 namespace {
@@ -17,8 +19,22 @@ struct CheckArguments {
   bool AsJson() const { return Json || Common.DiagnosticsAsJson(); }
 };
 
-std::vector<std::string> ProjectsBelow(const std::string& path) {
-  if (KindOfInput(path) != InputKind::Folder) return {path};
+// The projects of a group; those that it names in vain are told.
+std::vector<std::string> ProjectsOfGroup(const std::string& path, Diagnostics& told) {
+  VBProjectGroup group;
+  if (!group.Load(AbsolutePath(path), true, true))
+    throw ToolError(exFailed, path + ": cannot be read: " + ReasonIn(group.LastErrorString, path));
+  std::vector<std::string> paths;
+  for (const VBProject& project : group.AllVBProjects())
+    paths.push_back(project.FileName.FullPath());
+  for (const Diagnostic& item : group.Diagnostics) told.Add(item);
+  return paths;
+}
+
+std::vector<std::string> ProjectsBehind(const std::string& path, Diagnostics& told) {
+  const InputKind kind = KindOfInput(path);
+  if (kind == InputKind::Group) return ProjectsOfGroup(path, told);
+  if (kind != InputKind::Folder) return {path};
   std::vector<FileSystemObject> found;
   FileSystemObject(AbsolutePath(path) + "/").FindFiles("*.vbp", 0, found);
   if (found.empty())
@@ -45,23 +61,25 @@ void CheckOne(const CheckArguments& arguments, const Streams& streams, const std
   try {
     const auto project = LoadInput(path, arguments.Common, streams);
     TellMissingReferences(*project);
-    for (const Diagnostic& item : project->Diagnostics)
-      if (!arguments.Common.Quiet || SeverityOf(item.Code) == Severity::Error)
-        WriteDiagnostic(out, item, paths, arguments.AsJson());
+    for (const Diagnostic& item : project->Diagnostics)  // the result, --quiet or not
+      WriteDiagnostic(out, item, paths, arguments.AsJson());
     counts.Add(*project);
   } catch (const std::exception& error) {
     if (alone) throw;
-    streams.Err << "vendrelmodel: " << paths.Of(path) << ": " << error.what() << '\n';
+    streams.Err << "vendrelmodel: " << Shown(paths.Of(path) + ": " + error.what()) << '\n';
     ++counts.Unread;
   }
 }
 
 int RunCheck(const CheckArguments& arguments, const Streams& streams) {
   ApplyToProcess(arguments.Common);
-  const auto projects = ProjectsBelow(arguments.Path);
+  Diagnostics told;
+  const auto projects = ProjectsBehind(arguments.Path, told);
   ProjectCounts counts;
+  counts.Unread = told.CountOf(DiagnosticCode::MissingProject);
   WriteResult(arguments.Common, streams, arguments.Path, [&](std::ostream& out) {
     ShownPaths paths;
+    for (const Diagnostic& item : told) WriteDiagnostic(out, item, paths, arguments.AsJson());
     for (const std::string& path : projects)
       CheckOne(arguments, streams, path, projects.size() == 1, out, paths, counts);
     counts.Write(out, arguments.AsJson());
@@ -77,7 +95,7 @@ void AddCheckCommand(CLI::App& app, Job& job) {
   auto* command =
       app.add_subcommand("check", "What is missing or not understood in a project or folder");
   const auto arguments = std::make_shared<CheckArguments>();
-  command->add_option("path", arguments->Path, "A project, a module, or a folder")->required();
+  command->add_option("path", arguments->Path, "A project, module, group or folder")->required();
   command->add_flag("--json", arguments->Json, "One JSON object a line");
   AddCommonOptions(*command, arguments->Common);
   command->callback([arguments, &job] {

@@ -6,6 +6,7 @@
 #include "cli/Elements.h"
 #include "cli/ProjectSets.h"
 #include "cli/Results.h"
+#include "cli/ShownText.h"
 #include "output/HelpIDs.h"
 #include "output/Json.h"
 
@@ -25,8 +26,8 @@ struct HelpIDsArguments {
 void WriteAsText(std::ostream& out, const std::vector<HelpTopic>& topics) {
   ShownPaths paths;
   for (const HelpTopic& topic : topics)
-    out << topic.HelpContextID << '\t' << topic.Element->QualifiedName() << '\t'
-        << PlaceOf(*topic.Element, paths) << '\n';
+    WriteRow(out, {std::to_string(topic.HelpContextID), topic.Element->QualifiedName(),
+                   PlaceOf(*topic.Element, paths)});
 }
 
 void WriteAsJson(std::ostream& out, const std::vector<HelpTopic>& topics) {
@@ -62,7 +63,8 @@ void WriteBack(VBProject& project, const std::string& file) {
   project.OutputFileName.SetFullPath(project.FileName.FullPath());
   project.WriteOut();
   if (project.Diagnostics.CountOf(DiagnosticCode::WriteRefused) > 0)
-    throw ToolError(exFailed, project.FileName.FullPath() + ": not every module could be written");
+    throw ToolError(exFailed, ShownPaths().Of(project.FileName.FullPath()) +
+                                  ": not every module could be written");
 }
 
 int RunHelpIDs(const HelpIDsArguments& arguments, const Streams& streams) {

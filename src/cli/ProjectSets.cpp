@@ -18,12 +18,11 @@ void ReplaceMember(VBProjectGroup& group, std::size_t index, std::shared_ptr<VBP
 // A failure to read is the input's, also where it happens while a result is being written.
 std::shared_ptr<VBProject> LoadOne(const std::string& path, const CommonOptions& options,
                                    const Streams& streams, LoadDepth depth,
-                                   VBProjectGroup* group = nullptr) {
+                                   const std::function<void(VBProject&)>& prepare) {
   try {
-    return LoadInput(path, options, streams, depth,
-                     [group](VBProject& project) { project.SetVBProjectGroup(group); });
+    return LoadInput(path, options, streams, depth, prepare);
   } catch (const VendrelError& error) {
-    throw ToolError(exFailed, path + ": cannot be read: " + error.Text());
+    throw ToolError(exFailed, path + ": cannot be read: " + ReasonOf(error, path));
   }
 }
 
@@ -32,19 +31,21 @@ std::vector<FileSystemObject> FilesBelow(const std::string& path, Diagnostics& t
   try {
     return VBProjects::ProjectFilesBelow(AbsolutePath(path));
   } catch (const VendrelError& error) {
-    throw ToolError(exFailed, path + ": cannot be read: " + error.Text());
+    throw ToolError(exFailed, path + ": cannot be read: " + ReasonOf(error, path));
   }
 }
 
 int VisitGroup(const std::string& path, const CommonOptions& options, const Streams& streams,
-               const std::function<void(VBProject&)>& visit, LoadDepth depth) {
-  const auto group = LoadGroup(path, options, streams, depth);
+               const std::function<void(VBProject&)>& visit, LoadDepth depth,
+               const std::function<void(VBProject&)>& prepare) {
+  const auto group = LoadGroup(path, options, streams, depth, prepare);
   for (VBProject& project : group->AllVBProjects()) visit(project);
   return ReportGroup(*group, options, streams.Err);
 }
 
 int VisitFolder(const std::string& path, const CommonOptions& options, const Streams& streams,
-                const std::function<void(VBProject&)>& visit, LoadDepth depth) {
+                const std::function<void(VBProject&)>& visit, LoadDepth depth,
+                const std::function<void(VBProject&)>& prepare) {
   Diagnostics told;
   const std::vector<FileSystemObject> files = FilesBelow(path, told);
   if (files.empty())
@@ -53,7 +54,7 @@ int VisitFolder(const std::string& path, const CommonOptions& options, const Str
   for (const FileSystemObject& file : files) {
     const DiagnosticScope scope(&told, file.FullPath());
     try {
-      const auto project = LoadOne(file.FullPath(), options, streams, depth);
+      const auto project = LoadOne(file.FullPath(), options, streams, depth, prepare);
       visit(*project);
       code = std::max(code, ReportDiagnostics(*project, options, streams.Err));
     } catch (const ToolError& error) {
@@ -66,16 +67,21 @@ int VisitFolder(const std::string& path, const CommonOptions& options, const Str
 }  // namespace
 
 std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonOptions& options,
-                                          const Streams& streams, LoadDepth depth) {
+                                          const Streams& streams, LoadDepth depth,
+                                          const std::function<void(VBProject&)>& prepare) {
   ApplyToProcess(options);
   auto group = std::make_shared<VBProjectGroup>();
   if (!group->Load(AbsolutePath(path), true, true))
-    throw ToolError(exFailed, path + ": cannot be read: " + group->LastErrorString);
+    throw ToolError(exFailed, path + ": cannot be read: " + ReasonIn(group->LastErrorString, path));
+  const auto join = [&](VBProject& project) {
+    project.SetVBProjectGroup(group.get());
+    if (prepare) prepare(project);
+  };
   const DiagnosticScope scope(&group->Diagnostics, group->FileName().FullPath());
   for (std::size_t i = 1; i <= group->AllVBProjects().Count(); ++i) {
     const std::string file = group->AllVBProjects().Item(i)->FileName.FullPath();
     try {
-      ReplaceMember(*group, i, LoadOne(file, options, streams, depth, group.get()));
+      ReplaceMember(*group, i, LoadOne(file, options, streams, depth, join));
     } catch (const ToolError& error) {
       Tell(DiagnosticCode::Told, {error.what()});
     }
@@ -85,12 +91,13 @@ std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonO
 }
 
 int ForEachProject(const std::string& path, const CommonOptions& options, const Streams& streams,
-                   const std::function<void(VBProject&)>& visit, LoadDepth depth) {
+                   const std::function<void(VBProject&)>& visit, LoadDepth depth,
+                   const std::function<void(VBProject&)>& prepare) {
   ApplyToProcess(options);
   const InputKind kind = KindOfInput(path);
-  if (kind == InputKind::Group) return VisitGroup(path, options, streams, visit, depth);
-  if (kind == InputKind::Folder) return VisitFolder(path, options, streams, visit, depth);
-  const auto project = LoadOne(path, options, streams, depth);
+  if (kind == InputKind::Group) return VisitGroup(path, options, streams, visit, depth, prepare);
+  if (kind == InputKind::Folder) return VisitFolder(path, options, streams, visit, depth, prepare);
+  const auto project = LoadOne(path, options, streams, depth, prepare);
   visit(*project);
   return ReportDiagnostics(*project, options, streams.Err);
 }

@@ -14,15 +14,18 @@ namespace vendrel::cli {
 /// alike alone and in its group. What could not be loaded is in the diagnostics of the group.
 std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonOptions& options,
                                           const Streams& streams,
-                                          LoadDepth depth = LoadDepth::Modules);
+                                          LoadDepth depth = LoadDepth::Modules,
+                                          const std::function<void(VBProject&)>& prepare = {});
 
 /// Calls `visit` for each project behind a path: the one project or module; the members of a group,
 /// which know each other; or each project file in and below a folder, which is freed before the
-/// next one is read. Reports their diagnostics and gives the exit code: 0, or 3 for warnings under
+/// next one is read. `prepare` gets each before its modules are
+/// read. Reports their diagnostics and gives the exit code: 0, or 3 for warnings under
 /// --strict. Raises a `ToolError` where nothing can be read.
 int ForEachProject(const std::string& path, const CommonOptions& options, const Streams& streams,
                    const std::function<void(VBProject&)>& visit,
-                   LoadDepth depth = LoadDepth::Modules);
+                   LoadDepth depth = LoadDepth::Modules,
+                   const std::function<void(VBProject&)>& prepare = {});
 
 /// Reports the diagnostics of a group and of its members; gives the exit code.
 int ReportGroup(const VBProjectGroup& group, const CommonOptions& options, std::ostream& err);

@@ -4,6 +4,8 @@
 #include <optional>
 #include <streambuf>
 
+#include "cli/Report.h"
+#include "cli/ShownText.h"
 #include "diagnostics/VendrelError.h"
 #include "services/AtomicFile.h"
 #include "services/FileSource.h"
@@ -65,6 +67,18 @@ bool AreOneFile(const std::string& a, const std::string& b) {
          first.Device == second.Device && first.Number == second.Number;
 }
 
+void WriteToTerminal(std::ostream& terminal, const std::function<void(std::ostream&)>& write) {
+  TerminalFilter filter(terminal);
+  std::ostream out(&filter);
+  try {
+    write(out);
+  } catch (...) {
+    out.flush();  // what was shown before a failure is no less true
+    throw;
+  }
+  out.flush();
+}
+
 void WriteToFile(const std::string& path, const std::function<void(std::ostream&)>& write) {
   try {
     std::optional<AtomicFile> file;
@@ -76,20 +90,23 @@ void WriteToFile(const std::string& path, const std::function<void(std::ostream&
     out.flush();
     OnResult([&] { file->Commit(); });
   } catch (const ResultFailure& failure) {
-    throw ToolError(exFailed, path + ": cannot be written: " + failure.Error.Text());
+    throw ToolError(exFailed, path + ": cannot be written: " + ReasonOf(failure.Error, path));
   }
 }
 
 }  // namespace
 
 void WriteResult(const CommonOptions& options, const Streams& streams, const std::string& input,
-                 const std::function<void(std::ostream&)>& write) {
+                 const std::function<void(std::ostream&)>& write, ResultForm form) {
   if (!options.Output.empty()) {
     if (AreOneFile(NativeTarget(options.Output), NativeTarget(input)))
       throw ToolError(exUsage, "-o: '" + options.Output + "' is the input; name another file");
     return WriteToFile(options.Output, write);
   }
-  write(streams.Out);
+  if (streams.OutIsTerminal && form == ResultForm::Plain)
+    WriteToTerminal(streams.Out, write);
+  else
+    write(streams.Out);
   streams.Out.flush();
   if (!streams.Out) throw ToolError(exFailed, "the result could not be written to standard output");
 }

@@ -58,7 +58,8 @@ std::shared_ptr<VBProject> LoadLibrary(const std::string& path, const CommonOpti
       chooser.Guesses() ? CodePage::Default().Name() : options.CodePage;
   auto project = NewProject(options);
   if (!project->LoadFromTypeLib(path))
-    throw ToolError(exFailed, path + ": cannot be read: " + project->LastErrorString);
+    throw ToolError(exFailed,
+                    path + ": cannot be read: " + ReasonIn(project->LastErrorString, path));
   project->OutputFileName.SetFolderPath(project->FileName.FolderPath());
   return project;
 }
@@ -67,7 +68,9 @@ std::shared_ptr<VBProject> LoadFile(const std::string& path, InputKind kind,
                                     const CommonOptions& options) {
   auto project = NewProject(options);
   const bool read = kind == InputKind::Project ? project->Load(path) : project->LoadModule(path);
-  if (!read) throw ToolError(exFailed, path + ": cannot be read: " + project->LastErrorString);
+  if (!read)
+    throw ToolError(exFailed,
+                    path + ": cannot be read: " + ReasonIn(project->LastErrorString, path));
   // Nothing is written, but what is shown must not depend on the current folder.
   project->OutputFileName.SetFolderPath(project->FileName.FolderPath());
   return project;
@@ -97,20 +100,17 @@ std::shared_ptr<VBProject> LoadWithCodePage(const std::string& path, InputKind k
   return project;
 }
 
-std::string_view WordsFor(InputKind kind) {
-  switch (kind) {
-    case InputKind::Group: return "project groups";
-    case InputKind::DotNetProject: return "VB.NET projects";
-    default: return "folders of projects";
-  }
-}
-
 void ApplyCommentFile(VBProject& project, const CommonOptions& options) {
   if (options.CommentFile.empty()) return;
   project.CommentFile.SetFullPath(AbsolutePath(options.CommentFile));
   if (!project.CommentFile.Exists())
     throw ToolError(exFailed, "--comment-file: " + options.CommentFile + ": no such file");
-  project.ApplyCommentFile();
+  try {
+    project.ApplyCommentFile();
+  } catch (const VendrelError& error) {
+    throw ToolError(exFailed, "--comment-file: " + options.CommentFile + ": " +
+                                  ReasonOf(error, options.CommentFile));
+  }
 }
 
 InputKind KindByExtension(const FileSystemObject& file) {
@@ -147,9 +147,11 @@ void RefuseInput(const std::string& path, InputKind kind) {
                                   ": neither a project (.vbp), nor a module (.bas, .cls, .frm, " +
                                   ".ctl, .dob, .pag, .dsr), nor a type library (.tlb, .olb, " +
                                   ".dll, .ocx, .exe), by its extension");
-  throw ToolError(exFailed, path + ": " + std::string(WordsFor(kind)) +
-                                " come later; this version reads a project (.vbp) or a single " +
-                                "module (.bas, .cls, .frm, ...)");
+  if (kind == InputKind::DotNetProject)
+    throw ToolError(exFailed, path + ": VB.NET projects come later; this version reads those of " +
+                                  "Visual Basic 5 and 6 (.vbp)");
+  throw ToolError(exFailed, path + (kind == InputKind::Group ? ": a group" : ": a folder") +
+                                " of projects; this command takes one of them at a time");
 }
 
 std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOptions& options,

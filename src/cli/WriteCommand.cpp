@@ -10,6 +10,7 @@
 #include "cli/ProjectSets.h"
 #include "cli/Report.h"
 #include "cli/Results.h"
+#include "cli/ShownText.h"
 #include "cli/UnifiedDiff.h"
 #include "core/CaseFold.h"
 
@@ -122,12 +123,18 @@ void Writer::Write(VBProject& project, bool isOneOfSeveral) {
 }
 
 void Writer::WriteOut(VBProject& project) {
-  project.OutputFileName.CreateFolderPath();
+  try {
+    project.OutputFileName.CreateFolderPath();
+  } catch (const VendrelError&) {
+    throw ToolError(exFailed, mPaths.Of(project.OutputFileName.FolderPath()) +
+                                  ": this folder cannot be made; name another one");
+  }
   project.WriteOut(mArguments.OnlyProjectFile);
-  mOut << mPaths.Of(project.OutputFileName.FullPath()) << ": "
-       << (mArguments.OnlyProjectFile
+  const std::size_t modules = project.Components.Count();
+  mOut << Shown(mPaths.Of(project.OutputFileName.FullPath())) << ": "
+       << (mArguments.OnlyProjectFile || modules == 0
                ? std::string("project file")
-               : std::to_string(project.Components.Count()) + " modules and project file")
+               : CountOf(modules, "module") + " and project file")
        << " written\n";
 }
 
@@ -151,25 +158,26 @@ void Writer::Pretend(VBProject& project) {
   for (const auto& [path, bytes] : files.Written()) {
     const auto origin = origins.find(path);
     if (origin == origins.end())
-      mOut << "copy " << mPaths.Of(path) << '\n';
+      mOut << "copy " << Shown(mPaths.Of(path)) << '\n';
     else
       ShowDifference(path, bytes, origin->second, files.OnDisk(origin->second), counts);
   }
-  mOut << counts.Written << " files would be written, " << counts.Changed << " of them changed\n";
+  mOut << CountedWith(counts.Written, "file") << " would be written, " << counts.Changed
+       << " of them changed\n";
 }
 
 void Writer::ShowDifference(const std::string& path, const std::string& bytes,
                             const std::string& origin, const std::string& before, Counts& counts) {
   ++counts.Written;
   if (bytes == before) {
-    mOut << "same " << mPaths.Of(path) << '\n';
+    mOut << "same " << Shown(mPaths.Of(path)) << '\n';
     return;
   }
   ++counts.Changed;
-  mOut << "changed " << mPaths.Of(path) << '\n';
+  mOut << "changed " << Shown(mPaths.Of(path)) << '\n';
   const CodePage& page = FileOptions::Current().Page();
-  WriteUnifiedDiff(mOut, mPaths.Of(origin), SourceText::Decode(before, page)->Text, mPaths.Of(path),
-                   SourceText::Decode(bytes, page)->Text);
+  WriteUnifiedDiff(mOut, Shown(mPaths.Of(origin)), SourceText::Decode(before, page)->Text,
+                   Shown(mPaths.Of(path)), SourceText::Decode(bytes, page)->Text);
 }
 
 int RunWrite(const WriteArguments& arguments, const Streams& streams) {
