@@ -2,9 +2,10 @@
 
 #include "cli/Commands.h"
 #include "cli/Interrupts.h"
+#include "cli/ProjectSets.h"
 #include "cli/Report.h"
 #include "cli/Results.h"
-#include "cli/Session.h"
+#include "cli/ShownText.h"
 #include "services/TemporaryFolder.h"
 
 namespace vendrel::cli {
@@ -28,46 +29,66 @@ std::string LogText(const VBProject& project) {
   return text;
 }
 
-// Compiles the project where it stands; false where it was not compiled.
-bool Build(VBProject& project, const std::string& path) {
-  try {
-    return project.Make();
-  } catch (const VendrelError& error) {
-    if (error.Number() == errFileNotFound && error.Text().find("build.log") != std::string::npos)
-      throw ToolError(exNo, path + ": the compiler wrote no log" +
-                                (project.LastError.empty() ? "" : " (" + project.LastError + ")"));
-    throw ToolError(exFailed, path + ": cannot be compiled: " + error.Text());
+// Compiles projects where they stand, one after the other.
+class Builder {
+ public:
+  Builder(const BuildArguments& arguments, const Streams& streams, std::ostream& out)
+      : mArguments(arguments), mStreams(streams), mOut(out) {}
+
+  /// The worst of what was told.
+  int Code() const { return mCode; }
+
+  void Build(VBProject& project) {
+    project.OutputFileName.SetFullPath(project.FileName.FullPath());
+    project.SetCompiler(mArguments.Compiler);
+    if (project.Compiler().empty())
+      throw ToolError(exUsage, "no compiler is registered; name one with --compiler");
+    const InterruptHold hold;
+    const TemporaryFolder temporary("build");
+    project.LogFolder =
+        project.LogFolder.empty() ? temporary.Path() : AbsolutePath(project.LogFolder);
+    const std::string path = ShownPaths().Of(project.FileName.FullPath());
+    try {
+      const bool succeeded = project.Make();
+      mOut << LogText(project);
+      if (!succeeded) return Tell(exNo, path + ": not compiled; the log tells why");
+      if (!project.LastError.empty()) Tell(exDone, path + ": compiled, but " + project.LastError);
+    } catch (const VendrelError& error) {
+      if (error.Number() == errFileNotFound && error.Text().find("build.log") != std::string::npos)
+        return Tell(exNo, path + ": the compiler wrote no log" +
+                              (project.LastError.empty() ? "" : " (" + project.LastError + ")"));
+      Tell(exFailed, path + ": cannot be compiled: " + ReasonOf(error, path));
+    }
   }
-}
+
+ private:
+  void Tell(ExitCode code, const std::string& text) {
+    mStreams.Err << "vendrelmodel: " << Shown(text) << '\n';
+    if (mCode != exFailed && code != exDone) mCode = code;
+  }
+
+  const BuildArguments& mArguments;
+  const Streams& mStreams;
+  std::ostream& mOut;
+  int mCode = exDone;
+};
 
 int RunBuild(const BuildArguments& arguments, const Streams& streams) {
   const InputKind kind = KindOfInput(arguments.File);
-  if (kind == InputKind::Module)
-    throw ToolError(exUsage, arguments.File + ": a module alone is no program; name its project");
-  const auto project = LoadInput(arguments.File, arguments.Common, streams, LoadDepth::ProjectFile);
-  project->OutputFileName.SetFullPath(project->FileName.FullPath());
-  project->SetCompiler(arguments.Compiler);
-  if (project->Compiler().empty())
-    throw ToolError(exUsage, "no compiler is registered; name one with --compiler");
-  const InterruptHold hold;
-  std::unique_ptr<TemporaryFolder> temporary;
-  if (project->LogFolder.empty()) {
-    temporary = std::make_unique<TemporaryFolder>("build");
-    project->LogFolder = temporary->Path();
-  } else {
-    project->LogFolder = AbsolutePath(project->LogFolder);
-  }
-  bool succeeded = false;
+  if (kind == InputKind::Module || kind == InputKind::TypeLibrary)
+    throw ToolError(exUsage, arguments.File + ": " +
+                                 (kind == InputKind::Module ? "a module alone is no program"
+                                                            : "this is compiled already") +
+                                 "; name a project");
+  int told = exDone, built = exDone;
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
-    succeeded = Build(*project, arguments.File);
-    out << LogText(*project);
+    Builder builder(arguments, streams, out);
+    told = ForEachProject(
+        arguments.File, arguments.Common, streams,
+        [&](VBProject& project) { builder.Build(project); }, LoadDepth::ProjectFile);
+    built = builder.Code();
   });
-  const int code = ReportDiagnostics(*project, arguments.Common, streams.Err);
-  if (!succeeded) throw ToolError(exNo, arguments.File + ": not compiled; the log tells why");
-  if (!project->LastError.empty())
-    streams.Err << "vendrelmodel: " << arguments.File << ": compiled, but " << project->LastError
-                << '\n';
-  return code;
+  return built == exDone ? told : built;
 }
 
 }  // namespace
@@ -75,7 +96,7 @@ int RunBuild(const BuildArguments& arguments, const Streams& streams) {
 void AddBuildCommand(CLI::App& app, Job& job) {
   auto* command = app.add_subcommand("build", "Compile a project and show the log");
   const auto arguments = std::make_shared<BuildArguments>();
-  command->add_option("file", arguments->File, "A project")->required();
+  command->add_option("file", arguments->File, "A project, group or folder")->required();
   command
       ->add_option("--compiler", arguments->Compiler,
                    "The command that compiles, such as 'wine /opt/vb/VB6.EXE'")

@@ -1,9 +1,7 @@
 #include "cli/Changes.h"
 
-#include <vector>
-
+#include "cli/ShownText.h"
 #include "cli/UnifiedDiff.h"
-#include "output/Json.h"
 #include "services/SourceText.h"
 
 namespace vendrel::cli {
@@ -28,6 +26,38 @@ std::string Quoted(std::string_view value) {
   std::string text;
   AppendJsonString(text, value);
   return text;
+}
+
+bool IsLong(const Change& change) {
+  return change.Kind == ChangeKind::Text || IsLong(change.Before) || IsLong(change.After);
+}
+
+// Whether the whole changed, not something in it.
+bool IsOfWhole(const Change& change) { return change.Element == change.Whole.Element; }
+
+// "P~M~F:a" in "P~M~F" is "a".
+std::string_view NameWithin(const Change& part) {
+  std::string_view name = part.Element;
+  if (!name.starts_with(part.Whole.Element)) return name;
+  name.remove_prefix(part.Whole.Element.size());
+  const std::size_t first = name.find_first_not_of("~:.");
+  return first == std::string_view::npos ? part.Element : name.substr(first);
+}
+
+std::string ValueChange(const Change& change) {
+  std::string text(change.Property);
+  return text.append(": ")
+      .append(Quoted(change.Before))
+      .append(" -> ")
+      .append(Quoted(change.After));
+}
+
+// What happened to the whole: "text" where its lines alone are others.
+ChangeKind EntryKind(const std::vector<Change>& entry) {
+  if (entry.size() == 1 && IsOfWhole(entry.front())) return entry.front().Kind;
+  for (const Change& part : entry)
+    if (part.Kind != ChangeKind::Text || !IsOfWhole(part)) return ChangeKind::Changed;
+  return ChangeKind::Text;
 }
 
 }  // namespace
@@ -70,54 +100,109 @@ void WriteLineChanges(std::ostream& out, std::string_view before, std::string_vi
 
 void ChangeWriter::Compare(ElementRef before, ElementRef after, const DifferenceOptions& options) {
   vendrel::Compare(before, after, options, [this](const Change& change) { Write(change); });
+  Flush();
+}
+
+bool ChangeWriter::BelongsToEntry(const Change& change) const {
+  if (mEntry.empty() || !change.Whole.Object) return false;
+  const Change& first = mEntry.front();
+  return first.Whole.Object == change.Whole.Object &&
+         (first.Kind == ChangeKind::Moved) == (change.Kind == ChangeKind::Moved);
 }
 
 void ChangeWriter::Write(const Change& change) {
   ++mCount;
+  if (!BelongsToEntry(change)) Flush();
+  mEntry.push_back(change);
+  if (!change.Whole.Object) Flush();
+}
+
+void ChangeWriter::Flush() {
+  if (mEntry.empty()) return;
   if (mJson)
-    WriteJson(change);
+    WriteJson();
   else
-    WriteText(change);
+    WriteText();
+  mEntry.clear();
 }
 
-void ChangeWriter::WriteText(const Change& change) {
-  const ChangePlace& place =
-      change.PlaceAfter.File.empty() ? change.PlaceBefore : change.PlaceAfter;
-  mOut << ChangeName(change.Kind) << '\t' << change.ClassName << '\t' << change.Element << '\t'
-       << mPaths.Place(place.File, place.Line);
-  const bool isLong =
-      change.Kind == ChangeKind::Text || IsLong(change.Before) || IsLong(change.After);
-  if (!change.Property.empty()) mOut << '\t' << change.Property;
-  if (!change.Property.empty() && !isLong)
-    mOut << ": " << Quoted(change.Before) << " -> " << Quoted(change.After);
-  mOut << '\n';
-  if (isLong) WriteLineChanges(mOut, change.Before, change.After);
+void ChangeWriter::WriteText() {
+  const Change& first = mEntry.front();
+  const ChangedWhole& whole = first.Whole;
+  const ChangePlace& place = whole.PlaceAfter.File.empty() ? whole.PlaceBefore : whole.PlaceAfter;
+  const std::string shown = mPaths.Place(place.File, place.Line);
+  const std::string_view kind = ChangeName(EntryKind(mEntry));
+  const bool isOne = mEntry.size() == 1 && !IsLong(first) && IsOfWhole(first);
+  if (isOne && !first.Property.empty())
+    return WriteRow(mOut, {kind, whole.Word, whole.Element, shown, {ValueChange(first), true}});
+  WriteRow(mOut, {kind, whole.Word, whole.Element, shown});
+  const auto isOwnText = [](const Change& part) {
+    return part.Kind == ChangeKind::Text && IsOfWhole(part);
+  };
+  for (const Change& part : mEntry)
+    if (!isOwnText(part)) WritePart(part);
+  for (const Change& part : mEntry)
+    if (isOwnText(part)) WritePart(part);
 }
 
-void ChangeWriter::WriteJson(const Change& change) {
+// Texts of the whole itself come without a heading: that is what "-" and "+" are for.
+void ChangeWriter::WritePart(const Change& part) {
+  const bool isOfWhole = IsOfWhole(part);
+  std::string heading;
+  if (!isOfWhole) heading.append(part.Word).append(" ").append(Shown(NameWithin(part)));
+  if (part.Property.empty()) {
+    if (!isOfWhole) mOut << '\t' << heading << ' ' << ChangeName(part.Kind) << '\n';
+    return;
+  }
+  if (!heading.empty()) heading += ": ";
+  if (!IsLong(part)) {
+    mOut << '\t' << heading << ValueChange(part) << '\n';
+    return;
+  }
+  if (!isOfWhole || part.Kind != ChangeKind::Text) mOut << '\t' << heading << part.Property << '\n';
+  WriteLineChanges(mOut, part.Before, part.After);
+}
+
+void ChangeWriter::WritePlace(JsonWriter& json, std::string_view name, const ChangePlace& place) {
+  json.Key(name);
+  if (place.File.empty())
+    json.Null();
+  else
+    json.String(mPaths.Place(place.File, place.Line));
+}
+
+void ChangeWriter::WriteJson() {
+  const ChangedWhole& whole = mEntry.front().Whole;
   JsonWriter json(mOut, false);
   const auto text = [&](std::string_view name, std::string_view value) {
     json.Key(name);
     json.String(value);
   };
-  const auto place = [&](std::string_view name, const ChangePlace& where) {
-    json.Key(name);
-    if (where.File.empty())
-      json.Null();
-    else
-      json.String(mPaths.Place(where.File, where.Line));
-  };
   json.BeginObject();
-  text("Change", ChangeName(change.Kind));
-  text("Class", change.ClassName);
-  text("Element", change.Element);
-  if (!change.Property.empty()) {
-    text("Property", change.Property);
-    text("Before", change.Before);
-    text("After", change.After);
+  text("Change", ChangeName(EntryKind(mEntry)));
+  text("Kind", whole.Word);
+  text("Class", whole.ClassName);
+  text("Element", whole.Element);
+  WritePlace(json, "PlaceBefore", whole.PlaceBefore);
+  WritePlace(json, "PlaceAfter", whole.PlaceAfter);
+  json.Key("Parts");
+  json.BeginArray();
+  for (const Change& part : mEntry) {
+    if (IsOfWhole(part) && part.Property.empty()) continue;
+    json.BeginObject();
+    text("Change", ChangeName(part.Kind));
+    if (!IsOfWhole(part)) {
+      text("Kind", part.Word);
+      text("Element", part.Element);
+    }
+    if (!part.Property.empty()) {
+      text("Property", part.Property);
+      text("Before", part.Before);
+      text("After", part.After);
+    }
+    json.EndObject();
   }
-  place("PlaceBefore", change.PlaceBefore);
-  place("PlaceAfter", change.PlaceAfter);
+  json.EndArray();
   json.EndObject();
   json.NewLine();
 }

@@ -8,6 +8,7 @@
 
 #include "cli/Report.h"
 #include "output/Difference.h"
+#include "output/Json.h"
 
 namespace vendrel::cli {
 
@@ -24,25 +25,34 @@ class NumberedLines {
   std::vector<std::size_t> mStarts;
 };
 
-/// Writes differences, each as a line with tabs between its columns (change, class, element, place,
-/// what changed) and lines with "-" and "+" below where it takes several, or as a JSON object.
+/// Writes differences, those of one procedure (or of another element) together: a line with tabs
+/// between its columns (change, kind, element, place, and what changed if that is one thing), below
+/// it a line for each further part, and lines with "-" and "+"; or one JSON object.
 class ChangeWriter {
  public:
   ChangeWriter(std::ostream& out, bool json) : mOut(out), mJson(json) {}
-  /// Writes one and counts it.
+  /// Takes one difference. It is written with the others of its whole, when the next one begins.
   void Write(const Change& change);
+  /// Writes what has been taken.
+  void Flush();
   /// Compares two elements and writes what differs.
   void Compare(ElementRef before, ElementRef after, const DifferenceOptions& options);
+  /// Number of those taken.
   std::size_t Count() const { return mCount; }
 
  private:
-  void WriteText(const Change& change);
-  void WriteJson(const Change& change);
+  bool BelongsToEntry(const Change& change) const;
+  void WriteText();
+  void WritePart(const Change& part);
+  void WriteJson();
+  void WritePlace(JsonWriter& json, std::string_view name, const ChangePlace& place);
 
   std::ostream& mOut;
   bool mJson;
   ShownPaths mPaths;
   std::size_t mCount = 0;
+  /// Differences of one whole.
+  std::vector<Change> mEntry;
 };
 
 /// Writes each line of a text behind a mark ("  - "), the first ones of a long text alone.

@@ -9,7 +9,10 @@
 #include "cli/ProjectSets.h"
 #include "cli/Report.h"
 #include "cli/Results.h"
+#include "cli/Session.h"
+#include "cli/ShownText.h"
 #include "model/Block.h"
+#include "project/VBProjectGroup.h"
 
 namespace vendrel::cli {
 namespace {
@@ -61,6 +64,7 @@ class Check {
 
  private:
   void CheckFolder();
+  void CheckGroup();
   void CheckProject(const std::string& path, Diagnostics* told);
   void TellMissingReferences(const VBProject& project) const;
   void SumUpReferences();
@@ -77,10 +81,11 @@ class Check {
 };
 
 ProjectCounts Check::Run() {
-  if (KindOfInput(mArguments.Path) == InputKind::Folder)
-    CheckFolder();
-  else
-    CheckProject(mArguments.Path, nullptr);
+  switch (KindOfInput(mArguments.Path)) {
+    case InputKind::Folder: CheckFolder(); break;
+    case InputKind::Group: CheckGroup(); break;
+    default: CheckProject(mArguments.Path, nullptr);
+  }
   SumUpReferences();
   mCounts.Write(mOut, mArguments.AsJson());
   return mCounts;
@@ -96,6 +101,22 @@ void Check::CheckFolder() {
   for (const FileSystemObject& file : files) {
     told.Clear();
     CheckProject(file.FullPath(), &told);
+    Write(told, {});
+  }
+}
+
+// The members one after the other, as they would be alone; those that the group names in vain are
+// told at its line.
+void Check::CheckGroup() {
+  const auto group =
+      LoadGroup(mArguments.Path, mArguments.Common, mStreams, LoadDepth::ProjectFile);
+  mCounts.Unread = group->Diagnostics.CountOf(DiagnosticCode::MissingProject) +
+                   group->Diagnostics.CountOf(DiagnosticCode::UnreadProject);
+  Write(group->Diagnostics, {});
+  Diagnostics told;
+  for (const VBProject& member : group->AllVBProjects()) {
+    told.Clear();
+    CheckProject(member.FileName.FullPath(), &told);
     Write(told, {});
   }
 }
@@ -155,7 +176,6 @@ void Check::Write(const Diagnostics& diagnostics, const std::string& first) {
 }
 
 void Check::WriteOnce(const Diagnostic& item) {
-  if (mArguments.Common.Quiet && SeverityOf(item.Code) != Severity::Error) return;
   if (!mWritten.emplace(item.File, item.Line, item.Code, item.Text).second) return;
   WriteDiagnostic(mOut, item, mPaths, mArguments.AsJson());
 }
@@ -176,7 +196,7 @@ void AddCheckCommand(CLI::App& app, Job& job) {
   auto* command =
       app.add_subcommand("check", "What is missing or not understood in a project or folder");
   const auto arguments = std::make_shared<CheckArguments>();
-  command->add_option("path", arguments->Path, "A project, a module, or a folder")->required();
+  command->add_option("path", arguments->Path, "A project, module, group or folder")->required();
   command->add_flag("--json", arguments->Json, "One JSON object a line");
   command->add_flag("--verbose", arguments->Verbose,
                     "Each reference whose file is not on this machine, not their number alone");

@@ -1,10 +1,12 @@
+#include <map>
 #include <memory>
 #include <set>
 
 #include "cli/Commands.h"
+#include "cli/ProjectSets.h"
 #include "cli/Report.h"
 #include "cli/Results.h"
-#include "cli/Session.h"
+#include "cli/ShownText.h"
 #include "comments/CommentFile.h"
 #include "model/Block.h"
 #include "output/Json.h"
@@ -56,19 +58,13 @@ class Gatherer {
   std::set<const TaggedComment*> mKnown;
 };
 
-std::string OnOneLine(std::string text) {
-  for (char& c : text)
-    if (c == '\n' || c == '\r') c = ' ';
-  return text;
-}
-
 void WriteAsText(std::ostream& out, const FoundComment& found, ShownPaths& paths) {
   const TaggedComment& comment = *found.Comment;
   const CodeElement* element = comment.CodeElement.Get();
-  out << paths.Place(found.File, comment.SourceLine) << ": " << comment.TagIdentifier;
-  if (!comment.Qualifier.empty()) out << ' ' << comment.Qualifier;
-  out << " -> " << (element ? element->QualifiedName() : "unplaced") << ": "
-      << OnOneLine(comment.Text) << '\n';
+  out << Shown(paths.Place(found.File, comment.SourceLine)) << ": " << Shown(comment.TagIdentifier);
+  if (!comment.Qualifier.empty()) out << ' ' << Shown(comment.Qualifier);
+  out << " -> " << (element ? Shown(element->QualifiedName()) : "unplaced") << ": "
+      << Shown(comment.Text) << '\n';
 }
 
 void WriteAsJson(JsonWriter& json, const FoundComment& found) {
@@ -93,34 +89,59 @@ void WriteAsJson(JsonWriter& json, const FoundComment& found) {
   json.EndObject();
 }
 
-void WriteList(std::ostream& out, const Gatherer& comments, const CommentsArguments& arguments) {
-  ShownPaths paths;
-  JsonWriter json(out);
-  if (arguments.Json) json.BeginArray();
-  for (const FoundComment& found : comments.All()) {
-    if (arguments.UnplacedOnly && found.Comment->CodeElement) continue;
-    if (arguments.Json)
-      WriteAsJson(json, found);
-    else
-      WriteAsText(out, found, paths);
+// One list, whatever number of projects it comes from.
+class ListWriter {
+ public:
+  ListWriter(const CommentsArguments& arguments, std::ostream& out)
+      : mArguments(arguments), mOut(out), mJson(out) {
+    if (arguments.Json) mJson.BeginArray();
   }
-  if (!arguments.Json) return;
-  json.EndArray();
-  json.NewLine();
-}
+  void Write(const Gatherer& comments) {
+    for (const FoundComment& found : comments.All()) {
+      if (mArguments.UnplacedOnly && found.Comment->CodeElement) continue;
+      if (mArguments.Json)
+        WriteAsJson(mJson, found);
+      else
+        WriteAsText(mOut, found, mPaths);
+    }
+  }
+  void Finish() {
+    if (!mArguments.Json) return;
+    mJson.EndArray();
+    mJson.NewLine();
+  }
+
+ private:
+  const CommentsArguments& mArguments;
+  std::ostream& mOut;
+  JsonWriter mJson;
+  ShownPaths mPaths;
+};
 
 int RunComments(const CommentsArguments& arguments, const Streams& streams) {
-  Gatherer comments;
-  const auto project = LoadInput(arguments.File, arguments.Common, streams, LoadDepth::Modules,
-                                 [&](VBProject& loaded) { comments.Watch(loaded); });
-  comments.AddFromFile(*project);
+  int code = exDone;
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
-    if (arguments.AsCommentFile)
-      WriteCommentFile(*project, out);
-    else
-      WriteList(out, comments, arguments);
+    std::map<const VBProject*, Gatherer> gathered;
+    const auto watch = [&](VBProject& project) { (gathered[&project] = {}).Watch(project); };
+    if (arguments.AsCommentFile) {
+      CommentFileOfSeveral file;
+      code = ForEachProject(
+          arguments.File, arguments.Common, streams, [&](VBProject& project) { file.Add(project); },
+          LoadDepth::Modules, watch);
+      return file.Write(out);
+    }
+    ListWriter list(arguments, out);
+    const auto write = [&](VBProject& project) {
+      Gatherer& comments = gathered[&project];
+      comments.AddFromFile(project);
+      list.Write(comments);
+      gathered.erase(&project);
+    };
+    code =
+        ForEachProject(arguments.File, arguments.Common, streams, write, LoadDepth::Modules, watch);
+    list.Finish();
   });
-  return ReportDiagnostics(*project, arguments.Common, streams.Err);
+  return code;
 }
 
 }  // namespace
@@ -128,7 +149,7 @@ int RunComments(const CommentsArguments& arguments, const Streams& streams) {
 void AddCommentsCommand(CLI::App& app, Job& job) {
   auto* command = app.add_subcommand("comments", "Every tagged comment and where it was applied");
   const auto arguments = std::make_shared<CommentsArguments>();
-  command->add_option("file", arguments->File, "A project or a module")->required();
+  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
   command->add_flag("--unplaced", arguments->UnplacedOnly, "Only those that found no element");
   auto* asFile = command->add_flag("--as-comment-file", arguments->AsCommentFile,
                                    "As a comment file (XML), to be applied by --comment-file");

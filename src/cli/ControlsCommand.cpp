@@ -5,6 +5,7 @@
 #include "cli/Elements.h"
 #include "cli/ProjectSets.h"
 #include "cli/Results.h"
+#include "cli/ShownText.h"
 #include "core/CaseFold.h"
 #include "output/Dump.h"
 #include "output/Json.h"
@@ -26,13 +27,13 @@ struct OpenControl {
 };
 
 void WriteControl(std::ostream& out, const VBControl& control, int depth, ShownPaths& paths) {
-  std::string line(IndentOf(depth), ' ');
-  line.append(control.ProgID).append(" ").append(control.Name);
+  std::string line = control.ProgID;
+  line.append(" ").append(control.Name);
   const std::string& text = control.Caption.empty() ? control.Text : control.Caption;
   if (!text.empty()) line.append(" \"").append(text).append("\"");
   line.append(" at ").append(std::to_string(control.x)).append(",");
   line.append(std::to_string(control.y)).append("  ").append(PlaceOf(control, paths));
-  out << line << '\n';
+  out << std::string(IndentOf(depth), ' ') << Shown(line) << '\n';
 }
 
 // A text as JSON has it: on one line, whatever is in it.

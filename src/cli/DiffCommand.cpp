@@ -70,6 +70,9 @@ void TellAlone(ChangeKind kind, const std::string& path, ChangeWriter& writer) {
   const FileSystemObject file(path);
   change.Element = file.BaseName();
   (kind == ChangeKind::Gone ? change.PlaceBefore : change.PlaceAfter).File = file.FullPath();
+  change.Word = "project";
+  change.Whole = {nullptr,        change.Word,        change.ClassName,
+                  change.Element, change.PlaceBefore, change.PlaceAfter};
   writer.Write(change);
 }
 

@@ -1,5 +1,6 @@
 #include "cli/Elements.h"
 
+#include "cli/ShownText.h"
 #include "core/Ascii.h"
 #include "model/Component.h"
 #include "project/VBProject.h"
@@ -60,18 +61,54 @@ std::string Text(const Block& b) {
                  Typed(b.Name() + List(b.Parameters.IfAny()), IsLetOrSet(b) ? "" : b.ReturnType)});
 }
 
+const CodeLines* LinesWith(const Variable& v) {
+  const Block* block = v.Procedure.Get();
+  if (!block && v.OwnComponent()) block = v.OwnComponent()->Blocks.FirstOfType(btDeclarations);
+  const CodeLines* lines = block ? block->CodeLines.IfAny() : nullptr;
+  const bool isThere = lines && !lines->Unloaded() && v.LineIndex >= 1;
+  return isThere && v.LineIndex <= lines->Count() ? lines : nullptr;
+}
+
+// The statement that declares a variable, its lines joined.
+std::string StatementWith(const Variable& v) {
+  const CodeLines* lines = LinesWith(v);
+  std::string statement;
+  for (std::int32_t i = v.LineIndex; lines && i <= lines->Count(); ++i) {
+    statement += lines->LineView(i);
+    for (char& c : statement)
+      if (c == '\t') c = ' ';
+    if (!statement.ends_with(" _")) break;
+    statement.pop_back();
+  }
+  return statement;
+}
+
+// The tree keeps the type alone: whether an object is made at its first use stands in the source.
+bool IsDeclaredNew(const Variable& v) {
+  const std::string statement = StatementWith(v);
+  const auto ends = [](char c) { return c == ' ' || c == ',' || c == '('; };
+  for (std::size_t at = FindNoCaseAscii(statement, v.Name); at != kNotFound;
+       at = FindNoCaseAscii(statement, v.Name, at + 1)) {
+    std::string_view behind = std::string_view(statement).substr(at + v.Name.size());
+    if (at == 0 || !ends(statement[at - 1]) || behind.empty() || !ends(behind.front())) continue;
+    if (v.IsArray) behind.remove_prefix(std::min(behind.size(), behind.find(')') + 1));
+    behind = TrimLeft(behind);
+    if (!StartsWithNoCaseAscii(behind, "As ")) continue;
+    return StartsWithNoCaseAscii(TrimLeft(behind.substr(3)), "New ");
+  }
+  return false;
+}
+
 std::string Text(const Variable& v) {
   const std::string name = v.Name + (v.IsArray ? "(" + v.ArraySubscript.str() + ")" : "");
-  if (v.Procedure) return Phrase({v.IsStatic ? "Static" : "Dim", Typed(name, v.TypeName)});
+  if (v.Procedure) return Phrase({v.IsStatic ? "Static" : "Dim", Typed(name, TypeWords(v))});
   const bool isMember = TypeMatch(v.Parent.Get(), "UDT");
   return Phrase({isMember ? "" : v.Access.view(), v.IsWithEvents ? "WithEvents" : "",
-                 Typed(name, v.TypeName)});
+                 Typed(name, TypeWords(v))});
 }
 
 std::string Text(const DeclareDeclaration& d) {
-  const std::string library = "\"" + d.Library.str() + "\"";
-  return Phrase({d.Access, "Declare", d.IsFunction ? "Function" : "Sub", d.Name, "Lib", library,
-                 Typed(List(d.Parameters.IfAny()), d.IsFunction ? d.ReturnType.view() : "")});
+  return Phrase({d.Access, "Declare", DeclareWords(d)});
 }
 
 std::string Text(const Constant& c) {
@@ -121,7 +158,20 @@ const CodeElement* DeclaredBy(const CodeElement& element) {
 std::string SignatureOf(const CodeElement& element) {
   std::string signature;
   AsItIs(element, [&](const auto& typed) { signature = Text(typed); });
-  return signature;
+  return ShownSource(signature);
+}
+
+std::string TypeWords(const Variable& variable) {
+  const std::string_view type = variable.TypeName;
+  if (type.empty() || !IsDeclaredNew(variable)) return std::string(type);
+  return std::string("New ").append(type);
+}
+
+std::string DeclareWords(const DeclareDeclaration& declare) {
+  const std::string library = "\"" + declare.Library.str() + "\"";
+  return Phrase({declare.IsFunction ? "Function" : "Sub", declare.Name, "Lib", library,
+                 Typed(List(declare.Parameters.IfAny()),
+                       declare.IsFunction ? declare.ReturnType.view() : "")});
 }
 
 std::string AccessWords(std::string_view access) {

@@ -4,6 +4,7 @@
 #include "cli/Elements.h"
 #include "cli/ProjectSets.h"
 #include "cli/Results.h"
+#include "cli/ShownText.h"
 #include "core/CaseFold.h"
 #include "names/NameWalk.h"
 #include "output/Dump.h"
@@ -28,8 +29,7 @@ class Finder {
         mOut(out),
         mIsPattern(arguments.Name.find_first_of("*?[#") != std::string::npos),
         mIsQualified(arguments.Name.find('~') != std::string::npos) {
-    if (mIsPattern)
-      Like("", arguments.Name);  // a pattern that is none raises before anything is read
+    if (mIsPattern) CheckPattern();
   }
 
   std::size_t Count() const { return mCount; }
@@ -47,6 +47,15 @@ class Finder {
   }
 
  private:
+  // Before anything is read.
+  void CheckPattern() const {
+    try {
+      Like("", mArguments.Name);
+    } catch (const VendrelError&) {
+      throw ToolError(exUsage, "'" + mArguments.Name + "' is no pattern; a list opened by " +
+                                   "\"[\" ends with \"]\", and [[] stands for a bracket");
+    }
+  }
   bool Matches(const CodeElement& element) const {
     const std::string name = mIsQualified ? element.QualifiedName() : element.ElementName();
     return mIsPattern ? LikeNoCase(name, mArguments.Name) : EqualsNoCase(name, mArguments.Name);
@@ -65,8 +74,10 @@ class Finder {
       Dump(mOut, DescribeElement(element));
       return;
     }
-    mOut << element.QualifiedName() << '\t' << KindOf(element) << '\t' << SignatureOf(element)
-         << '\t' << PlaceOf(element, mPaths) << '\n';
+    WriteRow(mOut, {element.QualifiedName(),
+                    KindOf(element),
+                    {SignatureOf(element), true},
+                    PlaceOf(element, mPaths)});
   }
 
   const FindArguments& mArguments;

@@ -7,6 +7,7 @@
 #include "cli/Elements.h"
 #include "cli/ProjectSets.h"
 #include "cli/Results.h"
+#include "cli/ShownText.h"
 #include "cli/WatchedFiles.h"
 #include "cli/Writer.h"
 #include "output/HelpIDs.h"
@@ -29,8 +30,8 @@ struct HelpIDsArguments {
 void WriteAsText(std::ostream& out, const std::vector<HelpTopic>& topics) {
   ShownPaths paths;
   for (const HelpTopic& topic : topics)
-    out << topic.HelpContextID << '\t' << topic.Element->QualifiedName() << '\t'
-        << PlaceOf(*topic.Element, paths) << '\n';
+    WriteRow(out, {std::to_string(topic.HelpContextID), topic.Element->QualifiedName(),
+                   PlaceOf(*topic.Element, paths)});
 }
 
 void WriteAsJson(std::ostream& out, const std::vector<HelpTopic>& topics) {
@@ -64,7 +65,8 @@ void WriteBack(VBProject& project) {
   project.OutputFileName.SetFullPath(project.FileName.FullPath());
   WriteOutOrTell(project);
   if (project.Diagnostics.CountOf(DiagnosticCode::WriteRefused) > 0)
-    throw ToolError(exFailed, project.FileName.FullPath() + ": not every module could be written");
+    throw ToolError(exFailed, ShownPaths().Of(project.FileName.FullPath()) +
+                                  ": not every module could be written");
 }
 
 // Why no element of a project has got a number.

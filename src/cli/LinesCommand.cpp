@@ -5,6 +5,7 @@
 #include "cli/Report.h"
 #include "cli/Results.h"
 #include "cli/Session.h"
+#include "cli/ShownText.h"
 #include "core/ProcessState.h"
 #include "output/Dump.h"
 #include "output/Json.h"
@@ -34,7 +35,7 @@ ClassifiedLine Classify(std::string_view text, LanguageVersionEnum language,
     line.Record = InitialiseCodeLine(text, language, reading);
   } catch (const VendrelError& error) {
     line.Record.Text = text;
-    line.Failure = error.Text();
+    line.Failure = ReasonOf(error);
   }
   return line;
 }
@@ -60,7 +61,7 @@ void AppendAsText(std::string& out, const ClassifiedLine& line, const std::strin
   if (line.Record.MoreLines) type += " more";
   type.resize(std::max<std::size_t>(type.size(), 22), ' ');
   out.append(place).append(": ").append(type).append("  ").append(line.Record.Text);
-  if (!line.Failure.empty()) out.append("  (").append(line.Failure).append(")");
+  if (!line.Failure.empty()) out.append("  (").append(Shown(line.Failure)).append(")");
   out += '\n';
 }
 
@@ -80,7 +81,7 @@ void WriteLines(std::ostream& out, const LinesArguments& arguments, const Source
       continue;
     }
     text.clear();
-    AppendAsText(text, line, paths.Place(windowsPath, number));
+    AppendAsText(text, line, Shown(paths.Place(windowsPath, number)));
     out << text;
   }
 }
@@ -88,6 +89,8 @@ void WriteLines(std::ostream& out, const LinesArguments& arguments, const Source
 int RunLines(const LinesArguments& arguments, const Streams& streams) {
   ApplyToProcess(arguments.Common);
   const FileSystemObject file(AbsolutePath(arguments.File));
+  if (file.IsFolder())
+    throw ToolError(exFailed, arguments.File + ": a folder has no lines; name one of its files");
   if (!file.Exists()) RefuseInput(arguments.File, InputKind::Missing);
   std::string bytes = ReadByOptions(file.NativePath(), arguments.Common);
   const auto source = SourceText::Decode(std::move(bytes), FileOptions::Current().Page());

@@ -1,9 +1,8 @@
 #include <memory>
 
 #include "cli/Commands.h"
-#include "cli/Report.h"
+#include "cli/ProjectSets.h"
 #include "cli/Results.h"
-#include "cli/Session.h"
 #include "output/Xml.h"
 
 namespace vendrel::cli {
@@ -16,13 +15,27 @@ struct ManifestArguments {
   bool TaggedComments = false;
 };
 
+constexpr std::string_view kDeclaration = "<?xml version=\"1.0\"?>\n";
+
+// Several projects are one document: their manifests below one root.
 int RunManifest(const ManifestArguments& arguments, const Streams& streams) {
   const auto depth = arguments.ProjectOnly ? LoadDepth::ProjectFile : LoadDepth::Modules;
-  const auto project = LoadInput(arguments.File, arguments.Common, streams, depth);
-  const auto document = project->Manifest(arguments.ProjectOnly, arguments.TaggedComments);
-  WriteResult(arguments.Common, streams, arguments.File,
-              [&](std::ostream& out) { out << document->Xml(); });
-  return ReportDiagnostics(*project, arguments.Common, streams.Err);
+  int code = exDone;
+  WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
+    const InputKind kind = KindOfInput(arguments.File);
+    const bool several = kind == InputKind::Group || kind == InputKind::Folder;
+    const auto write = [&](VBProject& project) {
+      const std::string text =
+          project.Manifest(arguments.ProjectOnly, arguments.TaggedComments)->Xml();
+      const std::string_view document = text;
+      out << (several && document.starts_with(kDeclaration) ? document.substr(kDeclaration.size())
+                                                            : document);
+    };
+    if (several) out << kDeclaration << "<Projects>\n";
+    code = ForEachProject(arguments.File, arguments.Common, streams, write, depth);
+    if (several) out << "</Projects>\n";
+  });
+  return code;
 }
 
 }  // namespace
@@ -30,7 +43,7 @@ int RunManifest(const ManifestArguments& arguments, const Streams& streams) {
 void AddManifestCommand(CLI::App& app, Job& job) {
   auto* command = app.add_subcommand("manifest", "The manifest as XML: structure and attributes");
   const auto arguments = std::make_shared<ManifestArguments>();
-  command->add_option("file", arguments->File, "A project or a module")->required();
+  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
   command->add_flag("--project-only", arguments->ProjectOnly, "The project without its modules");
   command->add_flag("--tagged-comments", arguments->TaggedComments, "With tagged comments");
   AddCommonOptions(*command, arguments->Common);

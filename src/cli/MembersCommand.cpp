@@ -5,6 +5,7 @@
 #include "cli/Elements.h"
 #include "cli/ProjectSets.h"
 #include "cli/Results.h"
+#include "cli/ShownText.h"
 #include "core/CaseFold.h"
 #include "output/Json.h"
 #include "output/MemberLists.h"
@@ -41,6 +42,7 @@ class MembersWriter {
       : mArguments(arguments), mOut(out), mJson(out, false) {}
 
   std::size_t Modules() const { return mModules; }
+  std::size_t Members() const { return mMembers; }
 
   void Write(VBProject& project) {
     for (Component& component : project.Components.Listed())
@@ -63,9 +65,10 @@ class MembersWriter {
   }
 
   void Write(const CodeElement& member, std::string_view kind) {
+    ++mMembers;
     if (!mArguments.Json) {
-      mOut << member.ElementName() << '\t' << kind << '\t' << SignatureOf(member) << '\t'
-           << PlaceOf(member, mPaths) << '\n';
+      WriteRow(mOut,
+               {member.ElementName(), kind, {SignatureOf(member), true}, PlaceOf(member, mPaths)});
       return;
     }
     mJson.BeginObject();
@@ -86,18 +89,34 @@ class MembersWriter {
   std::ostream& mOut;
   JsonWriter mJson;
   ShownPaths mPaths;
-  std::size_t mModules = 0;
+  std::size_t mModules = 0, mMembers = 0;
 };
+
+// Why there is an empty list, and what would fill it.
+std::string NothingToShow(const MembersArguments& arguments) {
+  std::string text = " has no ";
+  if (!arguments.Private) text += arguments.Friend ? "public or friend " : "public ";
+  text += arguments.Kind.empty() ? "members" : arguments.Kind;
+  if (!arguments.Interface.empty())
+    text += " of the interface '" + Shown(arguments.Interface) + "'";
+  if (!arguments.Private)
+    text +=
+        arguments.Friend ? "; --private shows the others" : "; --private and --friend show others";
+  return text;
+}
 
 int RunMembers(const MembersArguments& arguments, const Streams& streams) {
   int code = exDone;
-  std::size_t modules = 0;
+  std::size_t modules = 0, members = 0;
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
     MembersWriter writer(arguments, out);
     code = ForEachProject(arguments.File, arguments.Common, streams,
                           [&](VBProject& project) { writer.Write(project); });
     modules = writer.Modules();
+    members = writer.Members();
   });
+  if (modules > 0 && members == 0 && !arguments.Common.Quiet)
+    streams.Err << Shown(arguments.Module) << NothingToShow(arguments) << '\n';
   if (modules > 0) return code;
   throw ToolError(Worse(code, exNo), arguments.File + ": no module is called '" + arguments.Module +
                                          "'; names --kind module lists them");

@@ -4,6 +4,7 @@
 #include "cli/Elements.h"
 #include "cli/ProjectSets.h"
 #include "cli/Results.h"
+#include "cli/ShownText.h"
 #include "names/NameCheck.h"
 #include "names/NameWalk.h"
 #include "output/Json.h"
@@ -47,11 +48,13 @@ class NamesWriter {
 
  private:
   void WriteAsText(const CodeElement& element, std::string_view kind, NameState state) {
-    mLine = element.QualifiedName();
-    if (mLine.empty()) mLine = element.ElementName();
-    mLine.append("\t").append(kind).append("\t").append(PlaceOf(element, mPaths));
-    if (state != NameState::Leads) mLine.append("\t").append(RemarkOf(state));
-    mOut << mLine << '\n';
+    std::string name = element.QualifiedName();
+    if (name.empty()) name = element.ElementName();
+    const std::string place = PlaceOf(element, mPaths);
+    if (state == NameState::Leads)
+      WriteRow(mOut, {name, kind, place});
+    else
+      WriteRow(mOut, {name, kind, place, RemarkOf(state)});
   }
 
   void WriteAsJson(const CodeElement& element, std::string_view kind, NameState state) {
@@ -72,7 +75,6 @@ class NamesWriter {
   std::ostream& mOut;
   JsonWriter mJson;
   ShownPaths mPaths;
-  std::string mLine;
 };
 
 int RunNames(const NamesArguments& arguments, const Streams& streams) {

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "cli/Report.h"
 #include "comments/TagDefinitions.h"
 #include "core/ProcessState.h"
 #include "diagnostics/ErrorReport.h"
@@ -42,7 +43,7 @@ void ApplyTags(const std::string& path) {
   try {
     UseTagDefinitionFile(FileSystemObject(AbsolutePath(path)).NativePath());
   } catch (const VendrelError& error) {
-    throw ToolError(exFailed, "--tags: " + path + ": " + error.Text());
+    throw ToolError(exFailed, "--tags: " + path + ": " + ReasonOf(error, path));
   }
 }
 

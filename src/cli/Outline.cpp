@@ -69,16 +69,19 @@ std::string AccessAndName(std::string_view access, std::string_view name) {
   return TypedName(access, name, false, {}, {});
 }
 
-}  // namespace
-
-std::string CountOf(std::size_t count, std::string_view singular) {
-  if (count == 0) return {};
-  std::string text = std::to_string(count).append(" ").append(singular);
-  if (count == 1) return text;
-  if (!text.ends_with("y")) return text + "s";
-  text.pop_back();
-  return text + "ies";
+std::string VariableWords(const Variable& variable, bool withAccess) {
+  const std::string events = variable.IsWithEvents ? "WithEvents " : "";
+  return TypedName(withAccess ? variable.Access : SharedText(), events + variable.Name,
+                   variable.IsArray, variable.ArraySubscript, TypeWords(variable));
 }
+
+// What raises the event that a procedure handles.
+std::string EventOf(const Block& block) {
+  const CodeElement* source = block.EventSource.Get();
+  return block.IsEventProcedure && source ? "event of " + source->ElementName() : std::string();
+}
+
+}  // namespace
 
 bool Outline::Write(const VBProject& project) {
   if (mOptions.Module.empty()) WriteProject(project);
@@ -154,20 +157,20 @@ void Outline::WriteDeclarations(const Component& component) {
   WriteVariables(kMemberDepth, declarations ? declarations->Variables.IfAny() : nullptr,
                  "variable");
   for (const DeclareDeclaration& item : component.Declarations) {
-    Line(kMemberDepth, "declare", TypedName(item.Access, item.Name, false, {}, item.ReturnType),
-         item.Library, item.SourceLine());
+    const std::string words = ShownSource(AccessAndName(item.Access, DeclareWords(item)));
+    Line(kMemberDepth, "declare", {words, true}, {}, item.SourceLine());
     WriteParameters(item.Parameters.IfAny());
   }
 }
 
 void Outline::WriteBlock(const Block& block) {
   const Variables* variables = block.Variables.IfAny();
-  const std::string_view definition = block.DefinitionLine;
-  Line(kMemberDepth, block.IsPropertyType() ? "property" : "procedure",
-       definition.empty() && block.Options().WasReadFromTypeLibrary ? SignatureOf(block)
-       : definition.empty() ? AccessAndName(block.Access, block.Name())
-                            : std::string(definition),
-       CountOf(variables ? variables->Count() : 0, "variable"), block.SourceLine());
+  const bool isSignature = !block.DefinitionLine.empty() || block.Options().WasReadFromTypeLibrary;
+  const std::string words =
+      isSignature ? SignatureOf(block) : AccessAndName(block.Access, block.Name());
+  Line(kMemberDepth, block.IsPropertyType() ? "property" : "procedure", {words, isSignature},
+       Joined({EventOf(block), CountOf(variables ? variables->Count() : 0, "variable")}),
+       block.SourceLine());
   WriteParameters(block.Parameters.IfAny());
   WriteVariables(kPartDepth, variables, "variable");
 }
@@ -176,10 +179,7 @@ template <typename Collection>
 void Outline::WriteVariables(int depth, const Collection* variables, std::string_view word) {
   if (!variables || !Shows(depth)) return;
   for (const Variable& item : *variables)
-    Line(depth, word,
-         TypedName(depth == kMemberDepth ? item.Access : SharedText(), item.Name, item.IsArray,
-                   item.ArraySubscript, item.TypeName),
-         {}, item.SourceLine());
+    Line(depth, word, VariableWords(item, depth == kMemberDepth), {}, item.SourceLine());
 }
 
 void Outline::WriteParameters(const Parameters* parameters) {
@@ -210,11 +210,12 @@ void Outline::WriteControls(const Component& component) {
   }
 }
 
-void Outline::Line(int depth, std::string_view word, std::string_view text, std::string_view remark,
+void Outline::Line(int depth, std::string_view word, const Cell& text, std::string_view remark,
                    std::int32_t line) {
   mLine.assign(IndentOf(depth - 1), ' ');
   Paint(kWordColour, word);
-  mLine.append(" ").append(text);
+  mLine += ' ';
+  text.AppendTo(mLine);
   if (!remark.empty()) {
     mLine += "  (";
     Paint(kRemarkColour, remark);
@@ -230,10 +231,12 @@ void Outline::Line(int depth, std::string_view word, std::string_view text, std:
 
 void Outline::Paint(std::string_view colour, std::string_view text) {
   if (!mOptions.Coloured) {
-    mLine.append(text);
+    AppendShown(mLine, text);
     return;
   }
-  mLine.append(colour).append(text).append("\033[0m");
+  mLine += colour;
+  AppendShown(mLine, text);
+  mLine += "\033[0m";
 }
 
 }  // namespace vendrel::cli

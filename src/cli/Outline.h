@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "cli/Report.h"
+#include "cli/ShownText.h"
 
 namespace vendrel::cli {
 
@@ -37,9 +38,10 @@ class Outline {
   void WriteParameters(const Parameters* parameters);
 
   /// One line: word for the kind, text, remark, and place in the file at hand (line 0: none).
-  void Line(int depth, std::string_view word, std::string_view text, std::string_view remark,
+  void Line(int depth, std::string_view word, const Cell& text, std::string_view remark,
             std::int32_t line);
   bool Shows(int depth) const { return depth <= mOptions.Depth; }
+  /// `text` with what would disturb a terminal written out.
   void Paint(std::string_view colour, std::string_view text);
 
   std::ostream& mOut;
@@ -50,8 +52,5 @@ class Outline {
   std::string mFile;
   std::string mLine;
 };
-
-/// "1 module", "2 modules"; empty for none.
-std::string CountOf(std::size_t count, std::string_view singular);
 
 }  // namespace vendrel::cli

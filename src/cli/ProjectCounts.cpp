@@ -31,19 +31,24 @@ std::size_t DroppedModules(const VBProject& project) {
 
 struct CountName {
   const char* Key;
-  const char* Words;
+  /// For the number 1, and what comes behind the word for others.
+  const char* Word;
+  const char* Plural;
+  const char* Behind;
   std::size_t ProjectCounts::*Member;
 };
 constexpr CountName kCounts[] = {
-    {"Projects", "projects", &ProjectCounts::Projects},
-    {"ProjectsNotRead", "projects not read", &ProjectCounts::Unread},
-    {"ModulesListed", "modules listed", &ProjectCounts::Listed},
-    {"ModulesFound", "found", &ProjectCounts::Found},
-    {"ModulesFoundUnderAnotherCase", "found under another case", &ProjectCounts::OtherCase},
-    {"ModulesMissing", "missing", &ProjectCounts::Missing},
-    {"ModulesUnreadable", "unreadable", &ProjectCounts::Unreadable},
-    {"DuplicateNames", "duplicate names", &ProjectCounts::DuplicateNames},
-    {"ReferencesWithoutFile", "references without a file", &ProjectCounts::ReferencesWithoutFile},
+    {"Projects", "project", "projects", "", &ProjectCounts::Projects},
+    {"ProjectsNotRead", "project", "projects", " not read", &ProjectCounts::Unread},
+    {"ModulesListed", "module", "modules", " listed", &ProjectCounts::Listed},
+    {"ModulesFound", "found", "found", "", &ProjectCounts::Found},
+    {"ModulesFoundUnderAnotherCase", "found", "found", " under another case",
+     &ProjectCounts::OtherCase},
+    {"ModulesMissing", "missing", "missing", "", &ProjectCounts::Missing},
+    {"ModulesUnreadable", "unreadable", "unreadable", "", &ProjectCounts::Unreadable},
+    {"DuplicateNames", "duplicate name", "duplicate names", "", &ProjectCounts::DuplicateNames},
+    {"ReferencesWithoutFile", "reference", "references", " without a file",
+     &ProjectCounts::ReferencesWithoutFile},
 };
 
 }  // namespace
@@ -62,7 +67,9 @@ void ProjectCounts::Write(std::ostream& out, bool asJson) const {
   if (!asJson) {
     const char* separator = "";
     for (const CountName& count : kCounts) {
-      out << separator << this->*count.Member << ' ' << count.Words;
+      const std::size_t number = this->*count.Member;
+      out << separator << number << ' ' << (number == 1 ? count.Word : count.Plural)
+          << count.Behind;
       separator = ", ";
     }
     out << '\n';

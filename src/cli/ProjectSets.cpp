@@ -24,19 +24,21 @@ void TellUnread(const std::string& path, const ToolError& error) {
 }
 
 int VisitGroup(const std::string& path, const CommonOptions& options, const Streams& streams,
-               const std::function<void(VBProject&)>& visit, LoadDepth depth) {
-  const auto group = LoadGroup(path, options, streams, depth);
+               const std::function<void(VBProject&)>& visit, LoadDepth depth,
+               const std::function<void(VBProject&)>& prepare) {
+  const auto group = LoadGroup(path, options, streams, depth, prepare);
   for (VBProject& project : group->AllVBProjects()) visit(project);
   return ReportGroup(*group, options, streams.Err);
 }
 
 int VisitFolder(const std::string& path, const CommonOptions& options, const Streams& streams,
-                const std::function<void(VBProject&)>& visit, LoadDepth depth) {
+                const std::function<void(VBProject&)>& visit, LoadDepth depth,
+                const std::function<void(VBProject&)>& prepare) {
   Diagnostics told;
   const std::vector<FileSystemObject> files = ProjectFilesBelow(path, told);
   int code = exDone;
   for (const FileSystemObject& file : files) {
-    const auto project = LoadOneOf(file.FullPath(), options, streams, told, depth);
+    const auto project = LoadOneOf(file.FullPath(), options, streams, told, depth, prepare);
     if (!project) continue;
     const DiagnosticScope scope(&told, file.FullPath());
     try {
@@ -61,7 +63,7 @@ std::vector<FileSystemObject> ProjectFilesBelow(const std::string& path, Diagnos
   try {
     return VBProjects::ProjectFilesBelow(AbsolutePath(path));
   } catch (const VendrelError& error) {
-    throw InputError(path, "cannot be read: " + error.Text());
+    throw InputError(path, "cannot be read: " + ReasonOf(error, path));
   }
 }
 
@@ -78,26 +80,30 @@ std::shared_ptr<VBProject> LoadOneOf(const std::string& path, const CommonOption
 }
 
 std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonOptions& options,
-                                          const Streams& streams, LoadDepth depth) {
+                                          const Streams& streams, LoadDepth depth,
+                                          const std::function<void(VBProject&)>& prepare) {
   ApplyToProcess(options);
   auto group = std::make_shared<VBProjectGroup>();
   const std::string evidence = UseCodePageFor(AbsolutePath(path), options);
   try {
     if (!group->Load(AbsolutePath(path), true, true))
-      throw InputError(path, "cannot be read: " + group->LastErrorString);
+      throw InputError(path, "cannot be read: " + ReasonIn(group->LastErrorString, path));
     RefuseNoGroup(path, *group);
   } catch (const VendrelError& error) {
     ReportError(error);
-    throw InputError(path, "cannot be read: " + error.Text());
+    throw InputError(path, "cannot be read: " + ReasonOf(error, path));
   }
+  const auto join = [&](VBProject& project) {
+    project.SetVBProjectGroup(group.get());
+    if (prepare) prepare(project);
+  };
   const DiagnosticScope scope(&group->Diagnostics, group->FileName().FullPath());
   if (!evidence.empty())
     Tell(DiagnosticCode::CodePageGuessed,
          {FileOptions::Current().CodePage, evidence + "; --codepage sets another"});
   for (std::size_t i = 1; i <= group->AllVBProjects().Count();) {
     const std::string file = group->AllVBProjects().Item(i)->FileName.FullPath();
-    auto project = LoadOneOf(file, options, streams, group->Diagnostics, depth,
-                             [&](VBProject& member) { member.SetVBProjectGroup(group.get()); });
+    auto project = LoadOneOf(file, options, streams, group->Diagnostics, depth, join);
     if (project)
       ReplaceMember(*group, i++, std::move(project));
     else
@@ -108,12 +114,13 @@ std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonO
 }
 
 int ForEachProject(const std::string& path, const CommonOptions& options, const Streams& streams,
-                   const std::function<void(VBProject&)>& visit, LoadDepth depth) {
+                   const std::function<void(VBProject&)>& visit, LoadDepth depth,
+                   const std::function<void(VBProject&)>& prepare) {
   ApplyToProcess(options);
   const InputKind kind = KindOfInput(path);
-  if (kind == InputKind::Group) return VisitGroup(path, options, streams, visit, depth);
-  if (kind == InputKind::Folder) return VisitFolder(path, options, streams, visit, depth);
-  const auto project = LoadInput(path, options, streams, depth);
+  if (kind == InputKind::Group) return VisitGroup(path, options, streams, visit, depth, prepare);
+  if (kind == InputKind::Folder) return VisitFolder(path, options, streams, visit, depth, prepare);
+  const auto project = LoadInput(path, options, streams, depth, prepare);
   visit(*project);
   return ReportDiagnostics(*project, options, streams.Err);
 }

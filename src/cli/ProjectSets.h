@@ -14,7 +14,8 @@ namespace vendrel::cli {
 /// alike alone and in its group. What could not be loaded is in the diagnostics of the group.
 std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonOptions& options,
                                           const Streams& streams,
-                                          LoadDepth depth = LoadDepth::Modules);
+                                          LoadDepth depth = LoadDepth::Modules,
+                                          const std::function<void(VBProject&)>& prepare = {});
 
 /// The project files in and below a folder, in the order of their paths. A folder on the way that
 /// cannot be read is told to `told`; raises an `InputError` if this one cannot.
@@ -29,12 +30,13 @@ std::shared_ptr<VBProject> LoadOneOf(const std::string& path, const CommonOption
 
 /// Calls `visit` for each project behind a path: the one project or module; the members of a group,
 /// which know each other; or each project file in and below a folder, which is freed before the
-/// next one is read. Reports their diagnostics and gives the exit code: 0, 1 if one of several
-/// could not be read, or 3 for warnings under --strict. Raises a `ToolError` where nothing can be
-/// read.
+/// next one is read. `prepare` gets each before its modules are read. Reports their diagnostics and
+/// gives the exit code: 0, 1 if one of several could not be read, or 3 for warnings under --strict.
+/// Raises a `ToolError` where nothing can be read.
 int ForEachProject(const std::string& path, const CommonOptions& options, const Streams& streams,
                    const std::function<void(VBProject&)>& visit,
-                   LoadDepth depth = LoadDepth::Modules);
+                   LoadDepth depth = LoadDepth::Modules,
+                   const std::function<void(VBProject&)>& prepare = {});
 
 /// Reports the diagnostics of a group and of its members; gives the exit code.
 int ReportGroup(const VBProjectGroup& group, const CommonOptions& options, std::ostream& err);

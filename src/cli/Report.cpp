@@ -1,10 +1,14 @@
 #include "cli/Report.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 
+#include "cli/ShownText.h"
+#include "core/Ascii.h"
 #include "output/Json.h"
 #include "services/FileSystemObject.h"
+#include "services/Paths.h"
 
 namespace vendrel::cli {
 namespace {
@@ -16,7 +20,83 @@ std::string NativeForm(const std::string& windowsPath) {
   return native.starts_with(here) ? native.substr(here.size()) : native;
 }
 
-void WriteAsJson(std::ostream& out, const Diagnostic& item, const std::string& file) {
+// Errors that say more behind their class.
+constexpr std::array kClasses{errInvalidArgument, errSubscript,        errTypeMismatch,
+                              errFileNotFound,    errPermissionDenied, errPathAccess,
+                              errObjectNotSet,    errInvalidPattern,   errInvalidFileFormat,
+                              errCannotCreate,    errReadOnlyProperty, errRegExpSyntax,
+                              errOverflow,        errInvalidUseOfNull, errObjectRequired};
+
+bool IsWindowsPath(std::string_view text) {
+  return text.size() > 2 && IsLetterAscii(text[0]) && text[1] == ':' && text[2] == '\\';
+}
+
+// Paths in Windows form as those of this machine. Blanks may stand in a path: it ends where the
+// sentence goes on.
+std::string WithShownPaths(std::string_view text) {
+  constexpr std::array<std::string_view, 6> kBehind{" is ", " are ", " for ", ": ", " (", ", "};
+  ShownPaths paths;
+  std::string shown;
+  for (std::size_t i = 0; i < text.size();) {
+    const bool isStart = i == 0 || text[i - 1] == ' ' || text[i - 1] == '(';
+    if (!isStart || !IsWindowsPath(text.substr(i))) {
+      shown += text[i++];
+      continue;
+    }
+    std::size_t end = text.size();
+    for (const std::string_view behind : kBehind) end = std::min(end, text.find(behind, i));
+    shown += paths.Of(std::string(text.substr(i, end - i)));
+    i = end;
+  }
+  return shown;
+}
+
+std::string_view WordsFor(int number) {
+  switch (number) {
+    case errFileNotFound: return "no such file";
+    case errPermissionDenied: return "permission denied";
+    default: return "it cannot be opened";
+  }
+}
+
+// What stands behind a path at the front of a text: all of it for another path.
+std::string_view BehindPath(std::string_view text, const std::string& path, int number) {
+  if (path.empty()) return text;
+  const FileSystemObject file(AbsolutePath(path));
+  for (const std::string& form : {path, file.FullPath(), file.NativePath()}) {
+    if (form.empty() || !text.starts_with(form)) continue;
+    const std::string_view behind = text.substr(form.size());
+    if (behind.empty()) return WordsFor(number);
+    if (behind.starts_with(": ")) return behind.substr(2);
+    if (behind.starts_with(" (") && behind.ends_with(')'))
+      return behind.substr(2, behind.size() - 3);
+  }
+  return text;
+}
+
+// The text without a path that its place tells already; other paths are those of this machine.
+std::string TextOf(const Diagnostic& item, ShownPaths& paths) {
+  if (item.Code == DiagnosticCode::WriteRefused || item.Code == DiagnosticCode::Told)
+    return WithShownPaths(BehindPath(item.Text, item.File, 0));
+  std::string text = item.Text;
+  const std::size_t at = item.Path.empty() ? std::string::npos : text.find(item.Path);
+  if (at == std::string::npos) return text;
+  std::string behind = text.substr(at + item.Path.size());
+  if (item.Code == DiagnosticCode::UnreadableFile && behind.ends_with(')')) {
+    const std::size_t reason = behind.find('(') + 1;
+    const std::string error = behind.substr(reason, behind.size() - reason - 1);
+    behind.replace(reason, error.size(), ReasonIn(error, item.Path));
+  }
+  text.resize(at);
+  const std::string& shown = paths.Of(item.Path);
+  if (shown != paths.Of(item.File)) return text + shown + behind;
+  if (text.empty()) return "the file" + behind;
+  while (text.ends_with(' ') || text.ends_with(':')) text.pop_back();
+  return text + behind;
+}
+
+void WriteAsJson(std::ostream& out, const Diagnostic& item, const std::string& file,
+                 const std::string& text) {
   JsonWriter json(out, false);
   json.BeginObject();
   json.Key("File");
@@ -28,7 +108,7 @@ void WriteAsJson(std::ostream& out, const Diagnostic& item, const std::string& f
   json.Key("Code");
   json.String(CodeName(item.Code));
   json.Key("Text");
-  json.String(item.Text);
+  json.String(text);
   json.EndObject();
   json.NewLine();
 }
@@ -47,6 +127,27 @@ std::string ShownPaths::Place(const std::string& windowsPath, std::int32_t line)
   return place;
 }
 
+std::string ReasonIn(std::string_view errorText, const std::string& path) {
+  for (const int number : kClasses) {
+    const std::string_view name = ErrorText(number);
+    if (!errorText.starts_with(name)) continue;
+    const std::string_view behind = errorText.substr(name.size());
+    if (behind.empty()) return std::string(errorText);
+    if (!behind.starts_with(": ")) continue;
+    const std::string_view detail = behind.substr(2);
+    std::string reason = WithShownPaths(BehindPath(detail, path, number));
+    const bool isPath = (detail.starts_with('/') || IsWindowsPath(detail)) &&
+                        detail.find(": ") == kNotFound && detail.find(" (") == kNotFound;
+    if (!isPath || reason == WordsFor(number)) return reason;
+    return reason.append(": ").append(WordsFor(number));
+  }
+  return WithShownPaths(BehindPath(errorText, path, 0));
+}
+
+std::string ReasonOf(const VendrelError& error, const std::string& path) {
+  return ReasonIn(error.Text(), path);
+}
+
 std::size_t IndentOf(int depth) {
   constexpr int kDeepest = 40;
   return 2 * static_cast<std::size_t>(std::min(depth, kDeepest));
@@ -54,10 +155,12 @@ std::size_t IndentOf(int depth) {
 
 void WriteDiagnostic(std::ostream& out, const Diagnostic& diagnostic, ShownPaths& paths,
                      bool json) {
-  if (json) return WriteAsJson(out, diagnostic, paths.Of(diagnostic.File));
-  std::string line = paths.Place(diagnostic.File, diagnostic.Line);
+  const std::string text = TextOf(diagnostic, paths);
+  if (json) return WriteAsJson(out, diagnostic, paths.Of(diagnostic.File), text);
+  std::string line = Shown(paths.Place(diagnostic.File, diagnostic.Line));
   if (!line.empty()) line += ": ";
-  line.append(SeverityName(SeverityOf(diagnostic.Code))).append(": ").append(diagnostic.Text);
+  line.append(SeverityName(SeverityOf(diagnostic.Code))).append(": ");
+  AppendShown(line, text);
   line.append(" [").append(CodeName(diagnostic.Code)).append("]\n");
   out << line;
 }
@@ -92,7 +195,7 @@ void ProgressBar::Show(std::size_t done) {
   const std::size_t all = mProject.Components.Count();
   const std::size_t filled = all == 0 ? width : done * width / all;
   mErr << "\r\033[K[" << std::string(filled, '#') << std::string(width - filled, ' ') << "] "
-       << done << " of " << all << " modules" << std::flush;
+       << done << " of " << CountedWith(all, "module") << std::flush;
   mShown = true;
 }
 

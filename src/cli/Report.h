@@ -9,6 +9,7 @@
 
 #include "cli/Options.h"
 #include "diagnostics/Diagnostic.h"
+#include "diagnostics/VendrelError.h"
 #include "project/VBProject.h"
 
 namespace vendrel::cli {
@@ -26,11 +27,18 @@ class ShownPaths {
   std::unordered_map<std::string, std::string> mKnown;
 };
 
+/// Why something failed, as a person reads it: the text of an error without its class where there
+/// is more to say, without the path that the message names already, and with others as
+/// `ShownPaths`.
+std::string ReasonIn(std::string_view errorText, const std::string& path = {});
+std::string ReasonOf(const VendrelError& error, const std::string& path = {});
+
 /// Blanks in front of a line of a tree, two a level (0 or more). Controls nest as deep as their
 /// input makes them; what is deeper than 40 levels moves no further.
 std::size_t IndentOf(int depth);
 
-/// Writes one diagnostic as a line: "file:line: severity: text [code]", or a JSON object.
+/// Writes one diagnostic as a line: "file:line: severity: text [code]", or a JSON object. A path
+/// that the place tells already is left out of the text.
 void WriteDiagnostic(std::ostream& out, const Diagnostic& diagnostic, ShownPaths& paths, bool json);
 
 /// Writes the diagnostics of a project to the error stream, as the options want them; gives the

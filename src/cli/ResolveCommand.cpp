@@ -4,6 +4,7 @@
 #include "cli/Elements.h"
 #include "cli/ProjectSets.h"
 #include "cli/Results.h"
+#include "cli/ShownText.h"
 #include "output/Json.h"
 
 namespace vendrel::cli {
@@ -43,10 +44,8 @@ void WriteResolution(std::ostream& out, const Resolution& resolution, bool asJso
   const std::string name = resolution.Element ? resolution.Element->QualifiedName() : "";
   const std::string place = resolution.Element ? PlaceOf(*resolution.Element, paths) : "";
   if (!asJson) {
-    out << text.Meaning;
-    if (resolution.Element) out << '\t' << name << '\t' << place;
-    out << '\n';
-    return;
+    if (resolution.Element) return WriteRow(out, {text.Meaning, name, place});
+    return WriteRow(out, {text.Meaning});
   }
   JsonWriter json(out, false);
   json.BeginObject();

@@ -5,6 +5,8 @@
 #include <streambuf>
 
 #include "cli/Interrupts.h"
+#include "cli/Report.h"
+#include "cli/ShownText.h"
 #include "cli/WatchedFiles.h"
 #include "diagnostics/VendrelError.h"
 #include "services/AtomicFile.h"
@@ -68,6 +70,18 @@ bool AreOneFile(const std::string& a, const std::string& b) {
          first.Device == second.Device && first.Number == second.Number;
 }
 
+void WriteToTerminal(std::ostream& terminal, const std::function<void(std::ostream&)>& write) {
+  TerminalFilter filter(terminal);
+  std::ostream out(&filter);
+  try {
+    write(out);
+  } catch (...) {
+    out.flush();  // what was shown before a failure is no less true
+    throw;
+  }
+  out.flush();
+}
+
 void WriteToFile(const CommonOptions& options, const std::function<void(std::ostream&)>& write) {
   const std::string& path = options.Output;
   const InterruptHold hold;
@@ -82,7 +96,7 @@ void WriteToFile(const CommonOptions& options, const std::function<void(std::ost
     RefuseSourceAsResult(options);
     OnResult([&] { file->Commit(); });
   } catch (const ResultFailure& failure) {
-    throw ToolError(exFailed, path + ": cannot be written: " + failure.Error.Text());
+    throw ToolError(exFailed, path + ": cannot be written: " + ReasonOf(failure.Error, path));
   }
 }
 
@@ -103,13 +117,16 @@ void RefuseSourceAsResult(const CommonOptions& options) {
 }
 
 void WriteResult(const CommonOptions& options, const Streams& streams, const std::string& input,
-                 const std::function<void(std::ostream&)>& write) {
+                 const std::function<void(std::ostream&)>& write, ResultForm form) {
   if (!options.Output.empty()) {
     if (AreOneFile(NativeTarget(options.Output), NativeTarget(input)))
       throw ToolError(exUsage, "-o: '" + options.Output + "' is the input; name another file");
     return WriteToFile(options, write);
   }
-  write(streams.Out);
+  if (streams.OutIsTerminal && form == ResultForm::Plain)
+    WriteToTerminal(streams.Out, write);
+  else
+    write(streams.Out);
   streams.Out.flush();
   if (!streams.Out) throw ToolError(exFailed, "the result could not be written to standard output");
 }

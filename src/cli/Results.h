@@ -8,10 +8,15 @@
 
 namespace vendrel::cli {
 
-/// Calls `write` with the stream of the result. Raises a `ToolError` where it could not be written,
-/// or where -o names the input.
+/// Whether a command paints its result itself where that is a terminal.
+enum class ResultForm { Plain, Painted };
+
+/// Calls `write` with the stream of the result. On a terminal a plain result passes a
+/// `TerminalFilter`. Raises a `ToolError` where it could not be written, or where -o names the
+/// input.
 void WriteResult(const CommonOptions& options, const Streams& streams, const std::string& input,
-                 const std::function<void(std::ostream&)>& write);
+                 const std::function<void(std::ostream&)>& write,
+                 ResultForm form = ResultForm::Plain);
 
 /// Raises a usage error where -o names a file that was read so far, by whatever path, or one that
 /// was written. Looked at again before the result is put in place.

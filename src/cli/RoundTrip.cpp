@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "cli/Interrupts.h"
+#include "cli/ShownText.h"
 #include "cli/UnifiedDiff.h"
 #include "cli/WatchedFiles.h"
 #include "core/CaseFold.h"
@@ -78,7 +79,7 @@ void RoundTrip::Run(VBProject& project) {
   try {
     WriteAndCompare(project);
   } catch (const VendrelError& error) {
-    TellNotWritten(place, error.Text());
+    TellNotWritten(place, ReasonOf(error));
   } catch (const ToolError& error) {  // what was written cannot be loaded
     TellNotWritten(place, error.what());
   }
@@ -141,7 +142,7 @@ void RoundTrip::TellBytes(const std::string& path, std::string_view before,
   const auto line = changes.empty() ? 0 : static_cast<std::int32_t>(changes.front().OldLine) + 1;
   const std::string place = mPaths.Place(path, line);
   if (!mJson) {
-    mOut << "bytes\t" << place << '\n';
+    WriteRow(mOut, {"bytes", place});
     return WriteLineChanges(mOut, before, after, true);
   }
   std::ostringstream text;
@@ -204,16 +205,19 @@ void RoundTrip::CompareTrees(const VBProject& before, const std::string& written
                   change.Element + " " + std::string(change.Property));
     }
     ++mCounts.Differences;
-    if (!change.PlaceBefore.File.empty()) change.PlaceAfter = {};  // that folder will be gone
+    // That folder will be gone.
+    if (!change.PlaceBefore.File.empty()) change.PlaceAfter = {};
+    if (!change.Whole.PlaceBefore.File.empty()) change.Whole.PlaceAfter = {};
     mWriter.Write(change);
   });
+  mWriter.Flush();
 }
 
 void RoundTrip::Tell(std::string_view kind, const std::string& place, std::string_view text) {
   if (mJson)
     WriteFields(mOut, {{"Change", kind}, {"Place", place}, {"Text", text}});
   else
-    mOut << kind << '\t' << place << '\t' << text << '\n';
+    WriteRow(mOut, {kind, place, text});
 }
 
 }  // namespace vendrel::cli

@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/Results.h"
 #include "cli/RoundTrip.h"
+#include "cli/ShownText.h"
 
 namespace vendrel::cli {
 namespace {
@@ -14,9 +15,9 @@ struct RoundtripArguments {
 };
 
 void WriteCounts(std::ostream& err, const RoundTripCounts& counts) {
-  err << counts.Projects << (counts.Projects == 1 ? " project, " : " projects, ") << counts.Modules
-      << " modules, " << counts.Modules - counts.Changed << " of them byte for byte the same; "
-      << counts.Differences << " differences, " << counts.ByRule
+  err << CountedWith(counts.Projects, "project") << ", " << CountedWith(counts.Modules, "module")
+      << ", " << counts.Modules - counts.Changed << " of them byte for byte the same; "
+      << CountedWith(counts.Differences, "difference") << ", " << counts.ByRule
       << " more by the rules for project files\n";
 }
 

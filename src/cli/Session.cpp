@@ -46,7 +46,7 @@ std::shared_ptr<VBProject> LoadLibrary(const std::string& path, const CommonOpti
   FileOptions::Current().CodePage = options.CodePage;
   auto project = NewProject(options);
   if (!project->LoadFromTypeLib(path))
-    throw InputError(path, "cannot be read: " + project->LastErrorString);
+    throw InputError(path, "cannot be read: " + ReasonIn(project->LastErrorString, path));
   project->OutputFileName.SetFolderPath(project->FileName.FolderPath());
   return project;
 }
@@ -55,7 +55,7 @@ std::shared_ptr<VBProject> LoadFile(const std::string& path, InputKind kind,
                                     const CommonOptions& options) {
   auto project = NewProject(options);
   const bool read = kind == InputKind::Project ? project->Load(path) : project->LoadModule(path);
-  if (!read) throw InputError(path, "cannot be read: " + project->LastErrorString);
+  if (!read) throw InputError(path, "cannot be read: " + ReasonIn(project->LastErrorString, path));
   if (kind == InputKind::Project) RefuseNoProject(path, *project);
   // Nothing is written, but what is shown must not depend on the current folder.
   project->OutputFileName.SetFolderPath(project->FileName.FolderPath());
@@ -73,20 +73,17 @@ std::shared_ptr<VBProject> LoadWithCodePage(const std::string& path, InputKind k
   return project;
 }
 
-std::string_view WordsFor(InputKind kind) {
-  switch (kind) {
-    case InputKind::Group: return "project groups";
-    case InputKind::DotNetProject: return "VB.NET projects";
-    default: return "folders of projects";
-  }
-}
-
 void ApplyCommentFile(VBProject& project, const CommonOptions& options) {
   if (options.CommentFile.empty()) return;
   project.CommentFile.SetFullPath(AbsolutePath(options.CommentFile));
   if (!project.CommentFile.Exists())
     throw ToolError(exFailed, "--comment-file: " + options.CommentFile + ": no such file");
-  project.ApplyCommentFile();
+  try {
+    project.ApplyCommentFile();
+  } catch (const VendrelError& error) {
+    throw ToolError(exFailed, "--comment-file: " + options.CommentFile + ": " +
+                                  ReasonOf(error, options.CommentFile));
+  }
 }
 
 InputKind KindByExtension(const FileSystemObject& file) {
@@ -132,9 +129,11 @@ void RefuseInput(const std::string& path, InputKind kind) {
                                   ": neither a project (.vbp), nor a module (.bas, .cls, .frm, " +
                                   ".ctl, .dob, .pag, .dsr), by its extension, nor does it hold " +
                                   "a type library");
-  throw ToolError(exFailed, path + ": " + std::string(WordsFor(kind)) +
-                                " come later; this version reads a project (.vbp) or a single " +
-                                "module (.bas, .cls, .frm, ...)");
+  if (kind == InputKind::DotNetProject)
+    throw ToolError(exFailed, path + ": VB.NET projects come later; this version reads those of " +
+                                  "Visual Basic 5 and 6 (.vbp)");
+  throw ToolError(exFailed, path + (kind == InputKind::Group ? ": a group" : ": a folder") +
+                                " of projects; this command takes one of them at a time");
 }
 
 std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOptions& options,

@@ -10,6 +10,8 @@
 #include "cli/Commands.h"
 #include "cli/Interrupts.h"
 #include "cli/Options.h"
+#include "cli/Report.h"
+#include "cli/ShownText.h"
 #include "cli/WatchedFiles.h"
 #include "cli/WrittenFiles.h"
 #include "diagnostics/ErrorReport.h"
@@ -67,20 +69,38 @@ bool IsCommand(const CLI::App& app, const std::string& text) {
   return false;
 }
 
-// A first argument that is a file, or an option of a command, means `tree`.
-void InsertDefaultCommand(const CLI::App& app, std::vector<std::string>& arguments) {
-  if (arguments.empty()) return;
-  const std::string& first = arguments.front();
-  if (IsCommand(app, first) || IsOneOf(first, {"-h", "--help", "--version"})) return;
-  if (!first.starts_with('-') && !LooksLikeFile(first))
-    throw ToolError(exUsage, "'" + first + "' is neither a command nor a file; commands are " +
+// Whether an argument is an option, of whatever command, whose value is the next argument.
+bool TakesNext(const CLI::App& app, const std::string& argument) {
+  for (const CLI::App* command : app.get_subcommands({})) {
+    const CLI::Option* option = command->get_option_no_throw(argument);
+    if (option && option->get_items_expected_max() > 0) return true;
+  }
+  return false;
+}
+
+// Options may stand before the command as well as behind it: it is put in front of them. Where a
+// file stands in its place the command is `tree`.
+void PutCommandFirst(const CLI::App& app, std::vector<std::string>& arguments) {
+  if (arguments.empty() || IsOneOf(arguments.front(), {"-h", "--help", "--version"})) return;
+  std::size_t at = 0;
+  while (at < arguments.size() && arguments[at].starts_with('-'))
+    at += TakesNext(app, arguments[at]) ? 2 : 1;
+  if (at < arguments.size() && IsCommand(app, arguments[at])) {
+    const auto first = arguments.begin();
+    const auto command = first + static_cast<std::ptrdiff_t>(at);
+    std::rotate(first, command, command + 1);
+    return;
+  }
+  if (at < arguments.size() && !LooksLikeFile(arguments[at]))
+    throw ToolError(exUsage, "'" + arguments[at] +
+                                 "' is neither a command nor a file; commands are " +
                                  CommandNames(app));
   arguments.insert(arguments.begin(), "tree");
 }
 
 int Parse(CLI::App& app, std::vector<std::string> arguments, const Streams& streams) {
   try {
-    InsertDefaultCommand(app, arguments);
+    PutCommandFirst(app, arguments);
     std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
     app.parse(arguments);
     return exDone;
@@ -100,7 +120,7 @@ ExitCode Worse(int a, int b) {
 
 int RunTool(int argc, const char* const* argv, const Streams& streams) {
   const auto fail = [&](int code, const std::string& text) {
-    streams.Err << "vendrelmodel: " << text << '\n';
+    streams.Err << "vendrelmodel: " << Shown(text) << '\n';
     return code;
   };
   NoteSignal(0);
@@ -123,7 +143,7 @@ int RunTool(int argc, const char* const* argv, const Streams& streams) {
     return fail(error.Code(), error.what());
   } catch (const VendrelError& error) {
     ReportError(error);
-    return fail(exFailed, error.Text());
+    return fail(exFailed, ReasonOf(error));
   } catch (const std::exception& error) {
     return fail(exFailed, error.what());
   }

@@ -25,11 +25,14 @@ int RunTree(const TreeArguments& arguments, const Streams& streams) {
   options.Coloured = ColoursWanted(arguments, streams);
   bool found = false;
   int code = exDone;
-  WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
-    code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
-      found = Outline(out, options).Write(project) || found;
-    });
-  });
+  WriteResult(
+      arguments.Common, streams, arguments.File,
+      [&](std::ostream& out) {
+        code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
+          found = Outline(out, options).Write(project) || found;
+        });
+      },
+      ResultForm::Painted);
   if (found || options.Module.empty()) return code;
   throw ToolError(Worse(code, exNo), arguments.File + ": has no module '" + options.Module +
                                          "'; tree --depth 2 lists its modules");

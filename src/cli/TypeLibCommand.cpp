@@ -2,6 +2,7 @@
 
 #include "cli/Commands.h"
 #include "cli/ProjectSettings.h"
+#include "cli/Report.h"
 #include "cli/Results.h"
 #include "cli/Session.h"
 #include "typelib/TypeLibService.h"
@@ -28,7 +29,8 @@ int RunTypeLib(const TypeLibArguments& arguments, const Streams& streams) {
   try {
     library = service->TypeLibInfoFromFile(AbsolutePath(arguments.File));
   } catch (const VendrelError& error) {
-    throw ToolError(exFailed, arguments.File + ": cannot be read: " + error.Text());
+    throw ToolError(exFailed,
+                    arguments.File + ": cannot be read: " + ReasonOf(error, arguments.File));
   }
   if (!library) throw ToolError(exFailed, arguments.File + ": holds no type library");
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {

@@ -76,8 +76,9 @@ void WriteOutOrTell(VBProject& project, bool onlyProjectFile) {
       WriteModuleAlone(project);
   } catch (const VendrelError& error) {
     ReportError(error);
-    throw ToolError(exFailed, project.FileName.NativePath() +
-                                  ": cannot be written: " + error.Text() + "; " + DoneSince(mark));
+    const std::string path = project.FileName.NativePath();
+    throw ToolError(
+        exFailed, path + ": cannot be written: " + ReasonOf(error, path) + "; " + DoneSince(mark));
   }
 }
 

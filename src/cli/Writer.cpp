@@ -5,6 +5,7 @@
 
 #include "cli/Results.h"
 #include "cli/Session.h"
+#include "cli/ShownText.h"
 #include "cli/UnifiedDiff.h"
 #include "cli/WatchedFiles.h"
 #include "cli/WrittenFiles.h"
@@ -116,17 +117,17 @@ bool Writer::Attempt(const std::string& path, bool isOneOfSeveral, Step step) {
     text = error.what();
   } catch (const VendrelError& error) {
     if (!isOneOfSeveral) throw;
-    text = path + ": cannot be written: " + error.Text();
+    text = path + ": cannot be written: " + ReasonOf(error, path);
   }
   mFailed.push_back(path);
-  mStreams.Err << "vendrelmodel: " << text << '\n';
+  mStreams.Err << "vendrelmodel: " << Shown(text) << '\n';
   return false;
 }
 
 void Writer::Write(VBProject& project, bool isOneOfSeveral) {
   const std::string path = project.FileName.NativePath();
   if (isOneOfSeveral && IsBackupPath(path)) {
-    mOut << mPaths.Of(project.FileName.FullPath()) << ": a backup, not written\n";
+    mOut << Shown(mPaths.Of(project.FileName.FullPath())) << ": a backup, not written\n";
     return;
   }
   ++mProjects;
@@ -179,7 +180,7 @@ void Writer::Write(VBProjectGroup& group) {
     if (mArguments.DryRun) return Show(PlanOf(file, [&] { WriteFileOf(group, placed); }));
     const WatchedFiles::Protection protection;
     WriteFileOf(group, placed);
-    mOut << mPaths.Of(AbsolutePath(mArguments.To) + "/" + group.FileName().LeafName())
+    mOut << Shown(mPaths.Of(AbsolutePath(mArguments.To) + "/" + group.FileName().LeafName()))
          << ": group file written\n";
   };
   if (writesFile) Attempt(file, true, write);
@@ -204,7 +205,8 @@ void Writer::WriteFileOf(const VBProjectGroup& group, const std::vector<VBProjec
 void Writer::WriteOut(VBProject& project) {
   const std::size_t mark = WrittenSoFar();
   WriteOutOrTell(project, mArguments.OnlyProjectFile);
-  mOut << mPaths.Of(project.OutputFileName.FullPath()) << ": " << WrittenOf(project, mark) << '\n';
+  mOut << Shown(mPaths.Of(project.OutputFileName.FullPath())) << ": " << WrittenOf(project, mark)
+       << '\n';
 }
 
 void Writer::Pretend(VBProject& project) {
@@ -217,27 +219,31 @@ void Writer::Pretend(VBProject& project) {
 void Writer::Show(const std::vector<PlannedFile>& plan) {
   Counts counts;
   for (const PlannedFile& file : plan) ShowOne(file, counts);
-  mOut << counts.Written << " files would be written, " << counts.Changed << " of them changed\n";
+  mOut << CountedWith(counts.Written, "file") << " would be written, " << counts.Changed
+       << " of them changed\n";
 }
 
 // Against what is there, or where nothing is, against the file that it is made from.
 void Writer::ShowOne(const PlannedFile& file, Counts& counts) {
   const bool isThere = IsThere(file.Path), isCopy = file.Origin.empty();
   if (isCopy && (!isThere || mArguments.InPlace)) {
-    mOut << "copy " << mPaths.Of(file.Path) << '\n';
+    mOut << "copy " << Shown(mPaths.Of(file.Path)) << '\n';
     return;
   }
   ++counts.Written;
   const std::string& against = isThere ? file.Path : file.Origin;
   const std::string before = BytesAt(against);
   const bool isSame = before == file.Bytes;
-  mOut << (!isThere ? "new " : isSame ? "same " : "changed ") << mPaths.Of(file.Path) << '\n';
+  mOut << (!isThere ? "new "
+           : isSame ? "same "
+                    : "changed ")
+       << Shown(mPaths.Of(file.Path)) << '\n';
   if (isSame) return;
   ++counts.Changed;
   if (isCopy) return;
   const CodePage& page = FileOptions::Current().Page();
-  WriteUnifiedDiff(mOut, mPaths.Of(against), SourceText::Decode(before, page)->Text,
-                   mPaths.Of(file.Path), SourceText::Decode(file.Bytes, page)->Text);
+  WriteUnifiedDiff(mOut, Shown(mPaths.Of(against)), SourceText::Decode(before, page)->Text,
+                   Shown(mPaths.Of(file.Path)), SourceText::Decode(file.Bytes, page)->Text);
 }
 
 bool Writer::Finish() {

@@ -300,12 +300,26 @@ void ForEachCommentedElement(VBProject& project, const std::function<void(CodeEl
   for (Component& component : project.Components.Listed()) VisitModule(component, visit);
 }
 
-void WriteCommentFile(VBProject& project, std::ostream& out) try {
-  pugi::xml_document document;
+CommentFileOfSeveral::CommentFileOfSeveral() : mDocument(std::make_unique<pugi::xml_document>()) {
+  mDocument->append_child("TaggedComments");
+}
+
+CommentFileOfSeveral::~CommentFileOfSeveral() = default;
+
+void CommentFileOfSeveral::Add(VBProject& project) {
   const NamedElements elements(project);
-  Writer writer{project, document.append_child("TaggedComments"), elements};
+  Writer writer{project, mDocument->document_element(), elements};
   ForEachCommentedElement(project, [&](CodeElement& element) { writer.WriteAll(element); });
-  document.save(out, "  ", pugi::format_default, pugi::encoding_utf8);
+}
+
+void CommentFileOfSeveral::Write(std::ostream& out) const {
+  mDocument->save(out, "  ", pugi::format_default, pugi::encoding_utf8);
+}
+
+void WriteCommentFile(VBProject& project, std::ostream& out) try {
+  CommentFileOfSeveral file;
+  file.Add(project);
+  file.Write(out);
 } catch (VendrelError& failure) {
   failure.AddContext("WriteCommentFile", "CommentFile").Parameter("project", project);
   throw;

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <iosfwd>
+#include <memory>
 #include <string_view>
 
 #include "model/CodeElement.h"
@@ -27,6 +28,18 @@ void ForEachCommentedElement(VBProject& project, const std::function<void(CodeEl
 /// a file is written in its element-prefixed form. Load the project with
 /// `PreserveOriginalTaggedComments` to have every comment apart.
 void WriteCommentFile(VBProject& project, std::ostream& out);
+
+/// A comment file of several projects, whose names tell their elements apart.
+class CommentFileOfSeveral {
+ public:
+  CommentFileOfSeveral();
+  ~CommentFileOfSeveral();
+  void Add(VBProject& project);
+  void Write(std::ostream& out) const;
+
+ private:
+  std::unique_ptr<pugi::xml_document> mDocument;
+};
 
 /// Parses XML text whole. Raises 5 with `name`, line and column where it is not well-formed.
 void ParseXml(pugi::xml_document& document, std::string_view text, std::string_view name);

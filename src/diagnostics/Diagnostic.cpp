@@ -24,18 +24,25 @@ const Entry& EntryOf(DiagnosticCode code) { return kEntries[static_cast<std::siz
 
 const DiagnosticScope* gScope = nullptr;
 
-std::string Fill(std::string_view text, std::initializer_list<std::string_view> arguments) {
-  std::string result;
+// Puts the arguments in the place of their marks; the one that is a path is kept apart too.
+Diagnostic Filled(DiagnosticCode code, std::initializer_list<std::string_view> arguments) {
+  Diagnostic item{code, {}, 0, {}};
+  const std::string_view text = EntryOf(code).Text;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool marker = text[i] == '%' && i + 1 < text.size() && text[i + 1] >= '1' &&
-                        text[i + 1] < static_cast<char>('1' + arguments.size());
+    const bool isPath = text.substr(i).starts_with("%p");
+    const std::size_t at = i + (isPath ? 2 : 1);
+    const bool marker = text[i] == '%' && at < text.size() && text[at] >= '1' &&
+                        text[at] < static_cast<char>('1' + arguments.size());
     if (!marker) {
-      result += text[i];
+      item.Text += text[i];
       continue;
     }
-    result += *(arguments.begin() + (text[++i] - '1'));
+    const std::string_view argument = *(arguments.begin() + (text[at] - '1'));
+    item.Text += argument;
+    if (isPath) item.Path = argument;
+    i = at;
   }
-  return result;
+  return item;
 }
 
 }  // namespace
@@ -78,7 +85,10 @@ void Tell(DiagnosticCode code, std::initializer_list<std::string_view> arguments
 void TellAt(DiagnosticCode code, std::string_view file, std::int32_t line,
             std::initializer_list<std::string_view> arguments) {
   if (!gScope || !gScope->List()) return;
-  gScope->List()->Add({code, std::string(file), line, Fill(EntryOf(code).Text, arguments)});
+  Diagnostic item = Filled(code, arguments);
+  item.File = file;
+  item.Line = line;
+  gScope->List()->Add(std::move(item));
 }
 
 void TellBox(DiagnosticCode code, std::initializer_list<std::string_view> arguments,

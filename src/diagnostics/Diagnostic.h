@@ -12,18 +12,21 @@ namespace vendrel {
 
 enum class Severity : std::uint8_t { Note, Warning, Error };
 
-// X(identifier, stable code, severity, text with %1 %2 %3 for the arguments)
+// X(identifier, stable code, severity, text with %1 %2 %3 for the arguments; %p1 for one that is
+// the path of a file)
 #define VENDREL_DIAGNOSTICS(X)                                                                     \
   X(DuplicateName, "duplicate-name", Warning, "duplicate %1 '%2'; the first one stays")            \
-  X(MissingModule, "missing-module", Warning, "module file not found: %1")                         \
+  X(MissingModule, "missing-module", Warning, "module file not found: %p1")                        \
   X(ModuleUnderOtherCase, "module-case", Note, "module file '%1' is spelled '%2' on the disk")     \
-  X(UnreadableFile, "unreadable-file", Error, "%1 cannot be read (%2)")                            \
-  X(NotAFile, "not-a-file", Error, "%1 is not a regular file")                                     \
-  X(BinaryModule, "binary-module", Warning, "%1 holds binary data, not source; it is not read")    \
-  X(EmptyModule, "empty-module", Warning, "%1 is empty")                                           \
+  X(UnreadableFile, "unreadable-file", Error, "%p1 cannot be read (%2)")                           \
+  X(NotAFile, "not-a-file", Error, "%p1 is not a regular file")                                    \
+  X(BinaryModule, "binary-module", Warning, "%p1 holds binary data, not source; it is not read")   \
+  X(EmptyModule, "empty-module", Warning, "%p1 is empty")                                          \
   X(OtherKind, "other-kind", Warning,                                                              \
-    "%1 does not look like a %2; it is read as one all the same")                                  \
-  X(NulCharacters, "nul-characters", Warning, "%1 holds NUL characters; they are kept")            \
+    "%p1 does not look like a %2; it is read as one all the same")                                 \
+  X(NulCharacters, "nul-characters", Warning, "%p1 holds NUL characters; they are kept")           \
+  X(DirectionControl, "direction-control", Warning,                                                \
+    "%1 changes the order in which this line is shown; what is read may not be what runs")         \
   X(LineNotUnderstood, "line-not-understood", Warning,                                             \
     "line kept as it stands, not interpreted: %1")                                                 \
   X(ConditionFailed, "condition-failed", Warning, "condition taken as false (%2): %1")             \
@@ -34,16 +37,16 @@ enum class Severity : std::uint8_t { Note, Warning, Error };
     "%1 '%2' has no end in front of this line; it ends here")                                      \
   X(LostLine, "lost-line", Warning, "line behind a statement separator is lost: %1")               \
   X(ProjectLineSkipped, "project-line", Warning, "project line kept, but not understood: %1")      \
-  X(MissingReference, "missing-reference", Note, "file of the reference not found: %1")            \
+  X(MissingReference, "missing-reference", Note, "file of the reference not found: %p1")           \
   X(CodePageGuessed, "code-page", Note, "read with code page %1 (%2)")                             \
   X(CharactersNotHeld, "characters-not-held", Error,                                               \
-    "%1 holds characters that code page %2 lacks")                                                 \
+    "%p1 holds characters that code page %2 lacks")                                                \
   X(ControlTreeOpen, "control-tree-open", Warning, "the description of control '%1' has no End")   \
   X(CompanionUnreadable, "companion-file", Note, "text of control '%1' not read from %2")          \
-  X(MissingProject, "missing-project", Warning, "project of the group not found: %1")              \
-  X(ProjectRepeated, "project-repeated", Warning, "project named more than once: %1")              \
+  X(MissingProject, "missing-project", Warning, "project of the group not found: %p1")             \
+  X(ProjectRepeated, "project-repeated", Warning, "project named more than once: %p1")             \
   X(GroupLineSkipped, "group-line", Warning, "group line not understood: %1")                      \
-  X(FolderSkipped, "folder-skipped", Error, "folder not read: %1 (%2)")                            \
+  X(FolderSkipped, "folder-skipped", Error, "folder not read: %p1 (%2)")                           \
   X(MissingExampleParameter, "example-parameter", Warning, "%1")                                   \
   X(CommentUnplaced, "comment-unplaced", Note, "tagged comment %1 found no element")               \
   X(ElementNotFound, "element-not-found", Warning, "no element of this name: %1")                  \
@@ -77,6 +80,8 @@ struct Diagnostic {
   /// 1-based physical line in that file; 0: the file as a whole.
   std::int32_t Line = 0;
   std::string Text;
+  /// The path that the text names, as it stands there; empty if none.
+  std::string Path = {};
 };
 
 /// The diagnostics of one project, in the order in which they were told.

@@ -13,6 +13,7 @@
 #include "model/Component.h"
 #include "project/VBProject.h"
 #include "services/FileSource.h"
+#include "services/Utf8.h"
 
 namespace vendrel {
 namespace {
@@ -50,6 +51,7 @@ class ModuleReader {
   void TellSpelling() const;
   void TellInProject(DiagnosticCode code, std::initializer_list<std::string_view> arguments) const;
   bool LooksBinary() const;
+  void TellDirectionControls(const SourceText& source) const;
   void TellKind() const;
   void ReadFirstLine();
   void ReadHeader();
@@ -157,6 +159,7 @@ bool ModuleReader::Open() {
   mComponent.SourceForm = source;
   if (source->Text.empty()) Tell(DiagnosticCode::EmptyModule, {mFile.FullPath()});
   if (source->HasNul) Tell(DiagnosticCode::NulCharacters, {mFile.FullPath()});
+  TellDirectionControls(*source);
   TellKind();
   return true;
 }
@@ -189,6 +192,21 @@ bool ModuleReader::LooksBinary() const {
     if ((byte & 0xC0) != 0x80) ++characters;
   }
   return odd >= kFewest && odd * kShare > characters;
+}
+
+// Each line with characters that turn what is behind them to another direction.
+void ModuleReader::TellDirectionControls(const SourceText& source) const {
+  const std::string_view text = source.Text;
+  if (source.Encoding == TextEncoding::Ascii || FirstDirectionControl(text) == text.size()) return;
+  std::int32_t number = 0;
+  for (std::string_view rest = text; !rest.empty();) {
+    const std::string_view line = TakeLine(rest);
+    ++number;
+    std::size_t at = FirstDirectionControl(line);
+    if (at == line.size()) continue;
+    TellAt(DiagnosticCode::DirectionControl, mFile.FullPath(), number,
+           {CodePointName(TakeCharacter(line, at))});
+  }
 }
 
 // The first line tells the kind that the file has, whatever its extension says.

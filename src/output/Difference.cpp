@@ -9,6 +9,7 @@
 #include "core/CaseFold.h"
 #include "diagnostics/VendrelError.h"
 #include "model/CodeElement.h"
+#include "output/ElementWords.h"
 #include "output/Pairing.h"
 #include "services/Paths.h"
 #include "text/CodeLines.h"
@@ -250,7 +251,22 @@ class Comparison {
     change.After = std::move(texts.After);
     change.PlaceBefore = PlaceOf(node, &ElementPair::Before);
     change.PlaceAfter = PlaceOf(node, &ElementPair::After);
+    change.Word = KindWord(node.Any());
+    change.Whole = WholeOf(node);
     mTell(change);
+  }
+
+  static ChangedWhole WholeOf(const Node& node) {
+    const Node* whole = &node;
+    for (const Node* at = &node; at; at = at->Parent)
+      if (IsProcedure(at->Any())) whole = at;
+    const ElementRef element = whole->Any();
+    return {element.Object,
+            KindWord(element),
+            element.Class->Name,
+            NameOf(*whole),
+            PlaceOf(*whole, &ElementPair::Before),
+            PlaceOf(*whole, &ElementPair::After)};
   }
 
   // Names of elements without one of their own are built from the next one above that has.
@@ -265,9 +281,18 @@ class Comparison {
         if (!qualified.empty()) return qualified + tail;
       }
       if (!at->Parent) return name + tail;
-      const std::string key = name.empty() ? TextOf(element, SecondProperty(type)) : name;
-      tail.insert(0, "." + std::string(at->Collection->Name) + "(" + key + ")");
+      tail.insert(0, "." + PartName(element, *at->Collection, name));
     }
+  }
+
+  // Of what has no qualified name: a section of a module by what it is, others by the collection
+  // that holds them.
+  static std::string PartName(ElementRef element, const PropertyDescription& collection,
+                              const std::string& name) {
+    const ClassDescription& type = *element.Class;
+    if (name.empty() && type.Name == "Block") return std::string(KindWord(element));
+    return std::string(collection.Name) + "(" +
+           (name.empty() ? TextOf(element, SecondProperty(type)) : name) + ")";
   }
 
   // Lines of an element are counted in the file of the nearest one, from itself upwards, that is a
@@ -284,6 +309,7 @@ class Comparison {
       PropertyValue value;
       line->Read(element.Object, value);
       place.Line = static_cast<std::int32_t>(value.Number);
+      if (place.Line == 0) place.Line = LineOfSection(element);
     }
     for (const Node* at = &node; at && place.File.empty(); at = at->Parent)
       if (HasPlacesOfItsOwn(*at)) {

@@ -31,13 +31,25 @@ struct ChangePlace {
   std::int32_t Line = 0;
 };
 
+/// What a difference is a part of: the procedure in which its element stands, else the element.
+struct ChangedWhole {
+  /// Tells wholes of one name apart; not to be followed once the trees are gone.
+  const void* Object = nullptr;
+  /// As `Change::Word`.
+  std::string_view Word;
+  std::string_view ClassName;
+  std::string Element;
+  ChangePlace PlaceBefore, PlaceAfter;
+};
+
 /// One difference.
 struct Change {
   ChangeKind Kind;
   /// Of the element, e.g. "Block".
   std::string_view ClassName;
   /// Qualified name of the element; of one without, its name in the collection of the next one
-  /// above it: "Ledger.References(stdole)".
+  /// above it: "Ledger.References(stdole)"; of a section of a module what it is:
+  /// "Ledger~modMain.declarations".
   std::string Element;
   /// The property whose value changed; empty for an element that was added or is gone.
   std::string_view Property;
@@ -46,6 +58,9 @@ struct Change {
   std::string Before, After;
   /// Without a file where the element is not in that tree.
   ChangePlace PlaceBefore, PlaceAfter;
+  /// What the element is called: "procedure", "declarations", "reference" (`KindWord`).
+  std::string_view Word = {};
+  ChangedWhole Whole = {};
 };
 
 struct DifferenceOptions {

@@ -8,6 +8,7 @@
 #include "output/CodePieces.h"
 #include "output/HtmlText.h"
 #include "services/SourceText.h"
+#include "services/Utf8.h"
 
 namespace vendrel {
 namespace {
@@ -20,7 +21,7 @@ constexpr std::string_view kStyle = R"css(
 body{margin:0 auto;max-width:76rem;padding:1.5rem;background:var(--back);color:var(--text);
 font:1rem/1.5 system-ui,sans-serif}
 h1{font-size:1.5rem;margin:0 0 1rem}h2{font-size:1.15rem;margin:2rem 0 .5rem}
-h2 small{color:var(--dim);font-weight:normal;margin-left:.75rem}
+h2 small{unicode-bidi:isolate}h2 small{color:var(--dim);font-weight:normal;margin-left:.75rem}
 a{color:inherit}nav{column-width:16rem;font-size:.9rem;margin:.5rem 0}
 nav a{display:block;overflow-wrap:anywhere}
 pre{margin:0;padding:.75rem 0;overflow-x:auto;border:solid var(--rule);border-width:1px 0;
@@ -29,13 +30,9 @@ font:.875rem/1.45 ui-monospace,Consolas,"DejaVu Sans Mono",monospace;tab-size:4}
 margin-right:1em;text-align:right;color:var(--dim);user-select:none}
 .l:target{background:var(--rule)}
 .k{color:var(--keyword)}.c{color:var(--comment)}.s{color:var(--string)}
+.c,.s,.b{unicode-bidi:isolate;direction:ltr}
+.b::before{content:attr(title);padding:0 .25em;color:var(--back);background:var(--text);font-size:.75em}
 )css";
-
-std::string Html(std::string_view text) {
-  std::string html;
-  AppendHtml(html, text);
-  return html;
-}
 
 std::string_view ClassOf(CodePart part) {
   switch (part) {
@@ -45,10 +42,38 @@ std::string_view ClassOf(CodePart part) {
   }
 }
 
+// Characters that turn the direction are shown by their names, each isolated so that it turns
+// nothing; the text stays what it is.
+void AppendText(std::string& html, std::string_view text, HtmlEscapes escapes = heAmpersands) {
+  for (std::size_t at = FirstDirectionControl(text); at < text.size();
+       at = FirstDirectionControl(text)) {
+    AppendHtml(html, text.substr(0, at), escapes);
+    std::size_t behind = at;
+    const std::string name = CodePointName(TakeCharacter(text, behind));
+    html.append("<span class=b title=\"").append(name).append("\">");
+    html.append(text.substr(at, behind - at)).append("</span>");
+    text.remove_prefix(behind);
+  }
+  AppendHtml(html, text, escapes);
+}
+
+// For the title, which holds no elements.
+std::string Html(std::string_view text) {
+  std::string html;
+  AppendHtml(html, text);
+  return html;
+}
+
+std::string Heading(std::string_view text) {
+  std::string html;
+  AppendText(html, text, heAll);
+  return html;
+}
+
 void AppendPiece(std::string& html, const CodePiece& piece) {
-  if (piece.Part == CodePart::Plain) return AppendHtml(html, piece.Text, heAmpersands);
+  if (piece.Part == CodePart::Plain) return AppendText(html, piece.Text);
   html.append("<span class=").append(ClassOf(piece.Part)).append(">");
-  AppendHtml(html, piece.Text, heAmpersands);
+  AppendText(html, piece.Text);
   html.append("</span>");
 }
 
@@ -60,21 +85,21 @@ HtmlPage::HtmlPage(std::ostream& out, std::string_view title) : mOut(out) {
           "content=\"default-src 'none'; style-src 'unsafe-inline'\">\n"
           "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>"
        << Html(title) << "</title>\n<style>" << kStyle << "</style>\n</head>\n<body>\n<h1>"
-       << Html(title) << "</h1>\n";
+       << Heading(title) << "</h1>\n";
 }
 
 void HtmlPage::AddIndex(const std::vector<std::string>& names) {
   mOut << "<nav>\n";
   for (std::size_t i = 0; i < names.size(); ++i)
-    mOut << "<a href=\"#m" << static_cast<std::size_t>(mListings) + i + 1 << "\">" << Html(names[i])
-         << "</a>\n";
+    mOut << "<a href=\"#m" << static_cast<std::size_t>(mListings) + i + 1 << "\">"
+         << Heading(names[i]) << "</a>\n";
   mOut << "</nav>\n";
 }
 
 void HtmlPage::Add(const Listing& listing) {
   ++mListings;
-  mOut << "<section id=m" << mListings << ">\n<h2>" << Html(listing.Name) << "<small>"
-       << Html(listing.Place) << "</small></h2>\n";
+  mOut << "<section id=m" << mListings << ">\n<h2>" << Heading(listing.Name) << "<small>"
+       << Heading(listing.Place) << "</small></h2>\n";
   AddLinks(listing);
   AddCode(listing);
   mOut << "</section>\n";
@@ -84,7 +109,7 @@ void HtmlPage::AddLinks(const Listing& listing) {
   if (listing.Anchors.empty()) return;
   mOut << "<details><summary>Procedures: " << listing.Anchors.size() << "</summary><nav>\n";
   for (const auto& [line, name] : listing.Anchors)
-    mOut << "<a href=\"#m" << mListings << "-" << line << "\">" << Html(name) << "</a>\n";
+    mOut << "<a href=\"#m" << mListings << "-" << line << "\">" << Heading(name) << "</a>\n";
   mOut << "</nav></details>\n";
 }
 

@@ -1,6 +1,7 @@
 #include "services/Utf8.h"
 
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 
 namespace vendrel {
@@ -88,6 +89,24 @@ std::size_t FirstNonAscii(std::string_view bytes, std::size_t start) {
   }
   while (i < bytes.size() && static_cast<unsigned char>(bytes[i]) < 0x80) ++i;
   return i;
+}
+
+std::size_t FirstDirectionControl(std::string_view text, std::size_t start) {
+  while (start < text.size()) {
+    const void* lead = std::memchr(text.data() + start, 0xE2, text.size() - start);
+    if (!lead) break;
+    start = static_cast<std::size_t>(static_cast<const char*>(lead) - text.data());
+    std::size_t behind = start;
+    if (IsDirectionControl(TakeCharacter(text, behind))) return start;
+    ++start;
+  }
+  return text.size();
+}
+
+std::string CodePointName(char32_t character) {
+  char name[16];
+  std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned>(character));
+  return name;
 }
 
 char32_t TakeCharacter(std::string_view text, std::size_t& position) {

@@ -34,6 +34,19 @@ bool IsValidUtf8(std::string_view bytes);
 char32_t TakeCharacter(std::string_view text, std::size_t& position);
 constexpr char32_t IllFormed = 0xFFFFFFFF;
 
+/// Whether a character turns the text behind it to another direction: embeddings, overrides and
+/// isolates. What is shown then need not be the order of the text.
+constexpr bool IsDirectionControl(char32_t c) {
+  return (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
+}
+
+/// 0-based position of the first such character from `start` on; the size if there is none. At the
+/// speed of memory.
+std::size_t FirstDirectionControl(std::string_view text, std::size_t start = 0);
+
+/// "U+202E": how a character that cannot be shown is named.
+std::string CodePointName(char32_t character);
+
 /// Appends one character. Surrogates and numbers beyond U+10FFFF become U+FFFD.
 void AppendUtf8(std::string& out, char32_t character);
 

@@ -42,6 +42,25 @@ TEST_F(CommentsCommand, WritesAFileThatDescribesTheSameElements) {
   EXPECT_EQ(block["Parameters"][0]["Description"], "first");
 }
 
+TEST_F(CommentsCommand, TakesGroupsAndFolders) {
+  mFiles.Add("/p/A.vbp", "Type=Exe\r\nModule=m; m.bas\r\nName=\"A\"\r\n");
+  mFiles.Add("/p/B.vbp", "Type=Exe\r\nModule=m; m.bas\r\nName=\"B\"\r\n");
+  mFiles.Add("/p/G.vbg", "VBGROUP 5.0\r\nProject=A.vbp\r\nProject=B.vbp\r\n");
+  for (const char* path : {"/p/G.vbg", "/p"}) {
+    const std::string list = RunFor({"comments", path});
+    for (const char* line :
+         {"/p/m.bas:3: ##SUMMARY -> A~m~F: Counts.\n", "/p/m.bas:3: ##SUMMARY -> B~m~F: Counts.\n"})
+      EXPECT_THAT(list, HasSubstr(line));
+    EXPECT_EQ(nlohmann::json::parse(RunFor({"comments", path, "--json"})).size(), 10u);
+    const std::string file = RunFor({"comments", path, "--as-comment-file"});
+    EXPECT_THAT(file, AllOf(HasSubstr("eid=\"A~m~F\""), HasSubstr("eid=\"B~m~F\"")));
+    const std::string manifest = RunFor({"manifest", path});
+    EXPECT_TRUE(manifest.starts_with("<?xml version=\"1.0\"?>\n<Projects>\n")) << manifest;
+    EXPECT_EQ(manifest.find("<?xml", 1), std::string::npos);
+    EXPECT_THAT(manifest, HasSubstr("ProjectName=\"B\""));
+  }
+}
+
 TEST_F(CommentsCommand, RefusesACommentFileThatIsMissingOrNotWellFormed) {
   EXPECT_THAT(RunFor({"tree", "/p/m.bas", "--comment-file", "/p/none.xml"}, exFailed),
               HasSubstr("none.xml"));

@@ -46,7 +46,8 @@ TEST_F(CompareCommands, DiffTellsWhatMovedAndChanged) {
         "Form=sub\\F.frm\r\nModule=N; sub\\M.bas\r\nName=\"P\"\r\n\r\n[Other]\r\nKey=1\r\n");
   Write("B/sub/M.bas", "Attribute VB_Name = \"N\"\nFunction F() As Long\nF = 1\nEnd Function");
   const std::string changes = Run({"diff", Path("A/P.vbp"), Path("B/P.vbp")}, exNo);
-  EXPECT_THAT(changes, HasSubstr("moved\tComponent\tP~M\t" + Path("B/sub/Moved.bas")));
+  EXPECT_THAT(changes, HasSubstr("moved\tmodule\tP~M\t" + Path("B/sub/Moved.bas")));
+  EXPECT_THAT(changes, HasSubstr("\nchanged\tprocedure\tP~N~F\t" + Path("B/sub/M.bas:2") + "\n\t"));
   EXPECT_THAT(changes, HasSubstr("\tReturnType: \"Variant\" -> \"Long\"\n"));
   EXPECT_THAT(changes, HasSubstr("  - Function F()\n  + Function F() As Long\n"));
   for (const auto& line : JsonLines({"diff", Path("A/P.vbp"), Path("B/P.vbp"), "--json"}, exNo))
@@ -54,9 +55,36 @@ TEST_F(CompareCommands, DiffTellsWhatMovedAndChanged) {
   fs::remove(Path("B/P.vbp"));
   Write("B/Q.vbp", "Type=Exe\r\nName=\"Q\"\r\n");
   const std::string projects = Run({"diff", Path("A"), Path("B")}, exNo);
-  EXPECT_THAT(projects, HasSubstr("gone\tVBProject\tP\t"));
-  EXPECT_THAT(projects, HasSubstr("added\tVBProject\tQ\t"));
+  EXPECT_THAT(projects, HasSubstr("gone\tproject\tP\t"));
+  EXPECT_THAT(projects, HasSubstr("added\tproject\tQ\t"));
   Run({"diff", Path("A"), Path("B/Q.vbp")}, exUsage);
+}
+
+TEST_F(CompareCommands, DiffTellsAChangedProcedureOnce) {
+  Write("a/m.bas",
+        "Attribute VB_Name = \"m\"\nOption Explicit\nDim k As Long\n\n"
+        "Sub F(a As Long)\nDim i As Long\nx = 1\nEnd Sub\nSub G()\nx = 2\nEnd Sub\n");
+  Write("b/m.bas",
+        "Attribute VB_Name = \"m\"\nOption Explicit\nOption Base 1\nDim k As Long\n\n"
+        "Sub F(a As Date, b)\nx = 1\nEnd Sub\nSub G()\nx = 3\nEnd Sub\n");
+  EXPECT_EQ(Run({"diff", Path("a/m.bas"), Path("b/m.bas")}, exNo),
+            "changed\tmodule\tm~m\t" + Path("b/m.bas") +
+                "\tOptionBase: \"0\" -> \"1\"\n"
+                "text\tdeclarations\tm~m.declarations\t" +
+                Path("b/m.bas:2") +
+                "\n  + Option Base 1\n"
+                "changed\tprocedure\tm~m~F\t" +
+                Path("b/m.bas:6") +
+                "\n\tDefinitionLine: \"Sub F(a As Long)\" -> \"Sub F(a As Date, b)\"\n"
+                "\tparameter a: VariableType: \"Long\" -> \"Date\"\n"
+                "\tparameter b added\n\tlocal-variable i gone\n"
+                "  - Sub F(a As Long)\n  - Dim i As Long\n  + Sub F(a As Date, b)\n"
+                "text\tprocedure\tm~m~G\t" +
+                Path("b/m.bas:9") + "\n  - x = 2\n  + x = 3\n");
+  const auto entries = JsonLines({"diff", Path("a/m.bas"), Path("b/m.bas"), "--json"}, exNo);
+  ASSERT_EQ(entries.size(), 4u);
+  EXPECT_EQ(entries[2]["Kind"], "procedure");
+  EXPECT_EQ(entries[2]["Parts"].size(), 5u);
 }
 
 TEST_F(CompareCommands, RoundtripTellsLostBytesButNotWhatIsRebuilt) {

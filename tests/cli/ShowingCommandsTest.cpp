@@ -68,7 +68,10 @@ TEST_F(ShowingCommands, MembersAreThoseThatUsersSee) {
       json::parse(RunFor({"members", "/g/Shop.vbp", "Item", "--kind", "methods", "--json"}));
   EXPECT_EQ(member["Name"], "Post");
   EXPECT_EQ(member["QualifiedName"], "Shop~Item~Post");
-  EXPECT_EQ(RunFor({"members", "/g/Shop.vbp", "modMain", "--kind", "collections"}), "");
+  const ToolRun none =
+      ToolEnding(exDone, {"members", "/g/Shop.vbp", "modMain", "--kind", "collections"});
+  EXPECT_EQ(none.Out, "");
+  EXPECT_THAT(none.Err, HasSubstr("modMain has no public collections; --private"));
   EXPECT_THAT(RunFor({"members", "/g/Shop.vbp", "None"}, exNo), HasSubstr("'None'"));
   RunFor({"members", "/g/Shop.vbp", "Item", "--kind", "procedures"}, exUsage);
 }

@@ -84,7 +84,7 @@ TEST_F(ToolOnAProject, CheckCountsAndSaysNoWhenAModuleIsMissing) {
   EXPECT_THAT(run.Out, HasSubstr("[missing-module]"));
   EXPECT_THAT(
       run.Out,
-      HasSubstr("1 projects, 0 projects not read, 3 modules listed, 2 found, 1 found under "
+      HasSubstr("1 project, 0 projects not read, 3 modules listed, 2 found, 1 found under "
                 "another case, 1 missing, 0 unreadable, 0 duplicate names, 0 references without a "
                 "file\n"));
   ToolEnding(exDone, {"check", "/p/whole"});
@@ -93,8 +93,14 @@ TEST_F(ToolOnAProject, CheckCountsAndSaysNoWhenAModuleIsMissing) {
   EXPECT_THAT(
       Tool({"check", "/p/twice/T.vbp"}).Out,
       HasSubstr("2 modules listed, 1 found, 0 found under another case, 0 missing, 0 unreadable, 1 "
-                "duplicate names"));
+                "duplicate name,"));
 
+  EXPECT_EQ(Tool({"check", "/p/Shop.vbp", "--quiet"}).Out, run.Out);
+  mFiles.Add("/p/G.vbg", "VBGROUP 5.0\r\nProject=whole\\One.vbp\r\nProject=No.vbp\r\n");
+  const ToolRun group = ToolEnding(exFailed, {"check", "/p/G.vbg"});
+  EXPECT_THAT(group.Out, AllOf(HasSubstr("/p/G.vbg:3: warning: project of the group not found: "
+                                         "/p/No.vbp [missing-project]\n"),
+                               HasSubstr("1 project, 1 project not read, 1 module listed")));
   const json last = JsonLines({"check", "/p", "--json"}, exNo).back();
   EXPECT_EQ(last["Projects"], 3);
   EXPECT_EQ(last["ModulesListed"], 6);
@@ -179,7 +185,7 @@ TEST(ToolAlone, EvaluateAnswersAndShowsItsScript) {
 
 TEST(ToolAlone, WrongUsageAndInputSayWhatAndWhatToDo) {
   const test::MemoryFiles files{{"/p/a.txt", "text"},
-                                {"/p/G.vbg", "VBGROUP 5.0\r\n"},
+                                {"/p/bad.xml", "<r><c></r>"},
                                 {"/p/n.vbproj", "<x/>"},
                                 {"/p/l.dll", "MZ"},
                                 {"/p/A.vbp", "Type=Exe\r\n"}};
@@ -202,10 +208,15 @@ TEST(ToolAlone, WrongUsageAndInputSayWhatAndWhatToDo) {
       {{"tree", "/p/none.vbp"}, exFailed, "/p/none.vbp: no such file"},
       {{"/p/none.vbp"}, exFailed, "no such file"},
       {{"tree", "/p/a.txt"}, exFailed, "neither a project (.vbp), nor a module"},
-      {{"manifest", "/p/G.vbg"}, exFailed, "project groups come later"},
+      {{"tree", "/p/A.vbp", "--comment-file", "/p/bad.xml"},
+       exFailed,
+       "vendrelmodel: --comment-file: /p/bad.xml: line 1, column 9"},
+      {{"tree", "/p/A.vbp", "--tags", "/p/a.txt"}, exFailed, "--tags: /p/a.txt: line 1"},
+      {{"find", "/p/A.vbp", "[z"}, exUsage, "'[z' is no pattern"},
+      {{"lines", "/p"}, exFailed, "/p: a folder has no lines"},
       {{"tree", "/p/n.vbproj"}, exFailed, "VB.NET projects come later"},
-      {{"manifest", "/p/l.dll"}, exFailed, "/p/l.dll: cannot be read: Invalid file format"},
-      {{"manifest", "/p"}, exFailed, "folders of projects come later"},
+      {{"manifest", "/p/l.dll"}, exFailed, "vendrelmodel: /p/l.dll: cannot be read: "},
+      {{"typelib", "/p/a.txt"}, exFailed, "/p/a.txt: cannot be read: not a type library\n"},
       {{"lines", "/p/none.bas"}, exFailed, "no such file"},
       {{"--version"}, exDone, ""},
       {{"tree", "--help"}, exDone, ""},
@@ -214,6 +225,48 @@ TEST(ToolAlone, WrongUsageAndInputSayWhatAndWhatToDo) {
     EXPECT_THAT(ToolEnding(sample.Code, sample.Arguments).Err, HasSubstr(sample.Part));
   }
   EXPECT_TRUE(RunFor({"--version"}).starts_with("vendrelmodel "));
+}
+
+TEST_F(ToolOnAProject, OptionsStandBeforeTheCommandOrBehind) {
+  const ToolRun behind = Tool({"tree", "/p/Shop.vbp", "--quiet", "--depth", "1"});
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{"--quiet", "tree", "--depth", "1", "/p/Shop.vbp"},
+        {"--depth", "1", "--quiet", "tree", "/p/Shop.vbp"},
+        {"--depth=1", "--quiet", "/p/Shop.vbp"},
+        {"--quiet", "--depth", "1", "/p/Shop.vbp"}}) {
+    const ToolRun before = Tool(arguments);
+    EXPECT_EQ(before.Out, behind.Out) << testing::PrintToString(arguments);
+    EXPECT_EQ(before.Err + behind.Err, "");
+  }
+  EXPECT_THAT(RunFor({"--quiet", "frob"}, exUsage), HasSubstr("'frob' is neither"));
+}
+
+TEST_F(ToolOnAProject, TreeShowsHowThingsAreDeclared) {
+  mFiles.Add("/p/d.frm",
+             "VERSION 5.00\r\nBegin VB.Form d\r\n  Begin VB.Timer Clock\r\n  End\r\nEnd\r\n"
+             "Attribute VB_Name = \"d\"\r\nOption Explicit\r\n"
+             "Private WithEvents Watch As Item\r\nDim a As Long, List As New Collection\r\n"
+             "Private Declare Function Beep Lib \"kernel32\" (ByVal Hertz As Long) As Long\r\n"
+             "Private Sub Clock_Timer()\r\n  Dim x As _\r\n    New Item\r\nEnd Sub\r\n"
+             "Private Sub Watch_Sold()\r\nEnd Sub\r\nPrivate Sub Form_Load()\r\nEnd Sub\r\n");
+  const std::string tree = RunFor({"tree", "/p/d.frm", "--depth", "4"});
+  for (const char* part :
+       {"variable Private WithEvents Watch As Item  /", "variable Private a As Long  /",
+        "variable Private List As New Collection  /", "variable x As New Item  /",
+        "declare Private Function Beep Lib \"kernel32.dll\" (ByVal Hertz As Long) As Long  /",
+        "Clock_Timer()  (event of Clock, 1 variable)  /", "Watch_Sold()  (event of Watch)  /",
+        "Form_Load()  (event of d)  /"})
+    EXPECT_THAT(tree, HasSubstr(part));
+  EXPECT_THAT(RunFor({"find", "/p/d.frm", "List"}),
+              HasSubstr("\tPRIVATE List As New Collection\t"));
+}
+
+TEST_F(ToolOnAProject, MessagesNameAPathOnce) {
+  mFiles.Add("/p/odd/empty.bas", "");
+  mFiles.Add("/p/odd/O.vbp", "Type=Exe\r\nModule=e; empty.bas\r\nModule=n; none.bas\r\n");
+  const std::string err = Tool({"tree", "/p/odd/O.vbp"}).Err;
+  EXPECT_THAT(err, HasSubstr("/p/odd/empty.bas: warning: the file is empty [empty-module]\n"));
+  EXPECT_THAT(err, Not(HasSubstr("Z:\\")));
 }
 
 TEST(ToolAlone, OptionsReachTheProject) {

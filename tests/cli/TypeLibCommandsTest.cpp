@@ -63,7 +63,7 @@ TEST_F(TypeLibCommands, OtherCommandsTakeItToo) {
   EXPECT_THAT(RunFor({"names", "/t/old.tlb"}),
               HasSubstr("OldLib~IBrush~Colour\tproperty\t/t/old.tlb\n"));
   EXPECT_THAT(RunFor({"check", "/t/old.tlb"}),
-              StartsWith("1 projects, 0 projects not read, 3 modules listed, 3 found,"));
+              StartsWith("1 project, 0 projects not read, 3 modules listed, 3 found,"));
 }
 
 TEST_F(TypeLibCommands, TypelibPrintsWhatIsStored) {

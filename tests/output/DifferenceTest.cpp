@@ -54,10 +54,10 @@ TEST(Difference, TellsWhatIsAddedGoneAndChangedByElement) {
   } cases[] = {
       {"", "", ""},
       {"Limit = 5", "Limit = 6",
-       "text P~M.Blocks(6) CodeLines 'Public Const Limit = 5\n' 'Public Const Limit = 6\n'\n"
+       "text P~M.declarations CodeLines 'Public Const Limit = 5\n' 'Public Const Limit = 6\n'\n"
        "changed P~M~Limit Value '5' '6'\n"},
       {"Private mTotal As Long\n", "Private mTotal As Long\nPrivate mOther As Long\n",
-       "text P~M.Blocks(6) CodeLines '' 'Private mOther As Long\n'\nadded P~M~mOther\n"},
+       "text P~M.declarations CodeLines '' 'Private mOther As Long\n'\nadded P~M~mOther\n"},
       {"  mTotal = v", "  mTotal = v * 2",
        "text P~M~Size CodeLines '  mTotal = v\n' '  mTotal = v * 2\n'\n"},
       {"Public Property Get Size() As Long\n  Size = mTotal\nEnd Property\n", "",

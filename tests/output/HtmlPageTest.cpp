@@ -115,6 +115,15 @@ TEST(HtmlPage, NeverLetsSourceBecomeMarkUp) {
             "b\n");
 }
 
+TEST(HtmlPage, MarksCharactersThatTurnTheDirection) {
+  const std::string page = PageOf({"M", "", "x = \"\xE2\x80\xAE'\" ' \xE2\x81\xA7\n", 1, {}});
+  for (const char* part : {"<span class=s>\"<span class=b title=\"U+202E\">\xE2\x80\xAE</span>'\"",
+                           "<span class=b title=\"U+2067\">\xE2\x81\xA7</span></span>",
+                           ".c,.s,.b{unicode-bidi:isolate;direction:ltr}"})
+    EXPECT_NE(page.find(part), std::string::npos) << part << " is not in\n" << page;
+  EXPECT_EQ(TextOf(page), "x = \"\xE2\x80\xAE'\" ' \xE2\x81\xA7\n");
+}
+
 std::string Browser() {
   const char* path = std::getenv("PATH");
   std::istringstream folders(path ? path : "");
