@@ -5,7 +5,7 @@
 #include "cli/Report.h"
 #include "cli/Results.h"
 #include "cli/Session.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "output/Dump.h"
 #include "output/Json.h"
 #include "services/SourceText.h"

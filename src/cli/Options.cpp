@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "comments/TagDefinitions.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/ErrorReport.h"
 #include "diagnostics/VendrelError.h"
 #include "services/CodePage.h"

@@ -7,7 +7,7 @@
 #include "cli/ProjectSettings.h"
 #include "cli/Report.h"
 #include "core/Ascii.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/MessageService.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 
 namespace vendrel {
 namespace {
@@ -22,7 +22,10 @@ constexpr Entry kEntries[] = {
 
 const Entry& EntryOf(DiagnosticCode code) { return kEntries[static_cast<std::size_t>(code)]; }
 
-const DiagnosticScope* gScope = nullptr;
+// The innermost scope of a workspace.
+struct OpenScope {
+  const DiagnosticScope* Innermost = nullptr;
+};
 
 std::string Fill(std::string_view text, std::initializer_list<std::string_view> arguments) {
   std::string result;
@@ -58,13 +61,17 @@ std::size_t Diagnostics::CountOf(DiagnosticCode code) const {
 }
 
 DiagnosticScope::DiagnosticScope(Diagnostics* list, std::string file, const std::int32_t* line)
-    : mList(list), mFile(std::move(file)), mLine(line), mOuter(gScope) {
-  gScope = this;
+    : mList(list),
+      mFile(std::move(file)),
+      mLine(line),
+      mInnermost(InUse<OpenScope>().Innermost),
+      mOuter(mInnermost) {
+  mInnermost = this;
 }
 
-DiagnosticScope::~DiagnosticScope() { gScope = mOuter; }
+DiagnosticScope::~DiagnosticScope() { mInnermost = mOuter; }
 
-const DiagnosticScope* DiagnosticScope::Current() { return gScope; }
+const DiagnosticScope* DiagnosticScope::Current() { return InUse<OpenScope>().Innermost; }
 
 std::int32_t LineReached() {
   const DiagnosticScope* scope = DiagnosticScope::Current();
@@ -72,13 +79,15 @@ std::int32_t LineReached() {
 }
 
 void Tell(DiagnosticCode code, std::initializer_list<std::string_view> arguments) {
-  if (gScope) TellAt(code, gScope->File(), gScope->Line(), arguments);
+  const DiagnosticScope* scope = DiagnosticScope::Current();
+  if (scope) TellAt(code, scope->File(), scope->Line(), arguments);
 }
 
 void TellAt(DiagnosticCode code, std::string_view file, std::int32_t line,
             std::initializer_list<std::string_view> arguments) {
-  if (!gScope || !gScope->List()) return;
-  gScope->List()->Add({code, std::string(file), line, Fill(EntryOf(code).Text, arguments)});
+  const DiagnosticScope* scope = DiagnosticScope::Current();
+  if (!scope || !scope->List()) return;
+  scope->List()->Add({code, std::string(file), line, Fill(EntryOf(code).Text, arguments)});
 }
 
 void TellBox(DiagnosticCode code, std::initializer_list<std::string_view> arguments,

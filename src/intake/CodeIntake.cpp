@@ -2,7 +2,7 @@
 // the declarations section.
 
 #include "core/Ascii.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
@@ -95,6 +95,7 @@ void AddParsedCode(Component& component, ParsedLine& line, bool addLine) try {
 }
 
 void Component::AddCode(std::string_view Source, bool AddLine) try {
+  const Workspace::Use use(Options().Workspace());
   const CodeLine record =
       InitialiseCodeLine(Source, State().CurrentLanguageVersion, Options().Reading);
   ParsedLine line = ParsedLine::Of(record);
@@ -108,6 +109,7 @@ void Component::AddCode(std::string_view Source, bool AddLine) try {
 }
 
 void Component::AddCode(const CodeLine& Source, bool AddLine) try {
+  const Workspace::Use use(Options().Workspace());
   ParsedLine line = ParsedLine::Of(Source);
   AddParsedCode(*this, line, AddLine);
 } catch (VendrelError& failure) {

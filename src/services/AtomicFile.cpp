@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 
 #include "diagnostics/VendrelError.h"
@@ -15,7 +16,7 @@ constexpr std::size_t BufferSize = 1 << 18;
 constexpr int NameAttempts = 100;
 
 std::string TemporaryName(const std::string& target) {
-  static unsigned count = 0;
+  static std::atomic<unsigned> count = 0;  // names of two workspaces must differ
   // A short name: that of the target may already be as long as the system allows.
   return target.substr(0, target.rfind('/') + 1) + ".vendrel-" + std::to_string(getpid()) + "-" +
          std::to_string(++count) + ".tmp";

@@ -8,7 +8,7 @@
 
 namespace vendrel {
 
-/// One code page, made at its first use and kept for the life of the process. One thread only.
+/// One code page, made at its first use and kept for the life of its workspace.
 class CodePage {
  public:
   ~CodePage();
@@ -36,6 +36,7 @@ class CodePage {
  private:
   struct Tables;
   struct Converters;
+  struct PageStore;
   CodePage(std::string name, const std::string& systemName);
   bool DecodeByConverter(std::string_view bytes, std::string& out) const;
   bool EncodeByConverter(std::string_view utf8, std::string& out) const;

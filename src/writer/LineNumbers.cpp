@@ -1,7 +1,7 @@
 #include "writer/LineNumbers.h"
 
 #include "core/Ascii.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "project/EnumerationValues.h"
 

@@ -5,7 +5,7 @@
 
 #include "core/Ascii.h"
 #include "core/MessageService.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "project/VBProject.h"
@@ -174,6 +174,7 @@ void WriteModule(Component& component, std::string_view path) try {
 }
 
 bool Component::WriteOut() try {
+  const Workspace::Use use(Options().Workspace());
   vendrel::VBProject* project = VBProject();
   WriteModule(*this, project ? ComponentOutputFileName(*project, *this) : FileName.FullPath());
   return false;

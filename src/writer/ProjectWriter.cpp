@@ -5,7 +5,7 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/NumericText.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "services/TextUtility.h"
 #include "writer/Backups.h"
@@ -124,6 +124,7 @@ bool VBProject::SameLocation() const {
 }
 
 void VBProject::WriteOut(bool OnlyProjectFile) try {
+  const Workspace::Use use(Workspace());
   // VB.NET projects are written by rules of their own.
   if (LanguageVersion() == lvVisualBasicDotNet || ProjectSourceAccess != psaReadWrite) return;
   const DiagnosticScope scope(&Diagnostics, FileName.FullPath());

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "output/Dump.h"
 #include "project/VBProject.h"
 #include "support/MemoryFiles.h"
