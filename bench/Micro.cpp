@@ -11,7 +11,7 @@
 
 #include "bench/Generator.h"
 #include "bench/Registered.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "project/VBProject.h"
 #include "services/SourceText.h"
 #include "services/Startup.h"

@@ -4,7 +4,7 @@
 #include <sstream>
 
 #include "Support.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "output/CodeHtml.h"
 #include "output/HtmlPage.h"
 #include "services/Utf8.h"

@@ -2,7 +2,7 @@
 // "#Const" are those of the module, the others are conditions.
 
 #include "Support.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 
 using namespace vendrel;

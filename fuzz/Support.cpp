@@ -4,7 +4,7 @@
 #include <ostream>
 #include <streambuf>
 
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "names/NameWalk.h"
 #include "output/Dump.h"
 #include "output/Xml.h"

@@ -4,7 +4,7 @@
 #include "cli/ProjectSettings.h"
 #include "cli/Report.h"
 #include "cli/Results.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 
 namespace vendrel::cli {
 namespace {

@@ -6,7 +6,7 @@
 #include "cli/Results.h"
 #include "cli/Session.h"
 #include "cli/ShownText.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "output/Dump.h"
 #include "output/Json.h"
 #include "services/SourceText.h"

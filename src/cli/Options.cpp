@@ -4,7 +4,7 @@
 
 #include "cli/Report.h"
 #include "comments/TagDefinitions.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/ErrorReport.h"
 #include "diagnostics/VendrelError.h"
 #include "services/CodePage.h"

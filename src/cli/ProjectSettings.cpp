@@ -5,7 +5,7 @@
 #include <variant>
 
 #include "core/Ascii.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 
 namespace vendrel::cli {
 namespace {

@@ -8,6 +8,7 @@
 #include "cli/ProjectSettings.h"
 #include "cli/Report.h"
 #include "core/Ascii.h"
+#include "core/Workspace.h"
 #include "project/ProjectCodePage.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"

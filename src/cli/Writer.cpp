@@ -10,7 +10,7 @@
 #include "cli/WatchedFiles.h"
 #include "cli/WrittenFiles.h"
 #include "core/CaseFold.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "services/FileSource.h"
 #include "writer/GroupFile.h"
 

@@ -272,6 +272,7 @@ void VisitModule(Component& component, const std::function<void(CodeElement&)>& 
 }  // namespace
 
 void VBProject::ApplyCommentFile() try {
+  const Workspace::Use use(Workspace());
   if (!CommentFile.Exists()) return;
   CommentFile.OpenFile(omRead);
   const std::string text = CommentFile.ReadAll();

@@ -1,7 +1,7 @@
 #include "comments/Descriptions.h"
 
 #include "core/CaseFold.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "model/Block.h"
 #include "model/Component.h"
 #include "project/VBProject.h"

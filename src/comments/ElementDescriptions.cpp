@@ -27,6 +27,7 @@ std::string Block::Description() const {
 }
 
 std::string Component::Description() const {
+  const Workspace::Use use(Options().Workspace());
   return Combine(TaggedDescription, UnTaggedDescription, Options().UnTaggedModules);
 }
 

@@ -84,6 +84,7 @@ vendrel::TaggedComments* Example::TaggedComments() const {
 }
 
 void VBProject::ResolveExamples() try {
+  const Workspace::Use use(Workspace());
   if (!Examples.IfAny()) return;
   OnDemand<vendrel::Examples> waiting = std::move(Examples);
   Examples.Renew();

@@ -43,6 +43,7 @@ void Block::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank, bool
 
 void Component::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank,
                                    bool Overwrite) try {
+  const Workspace::Use use(Options().Workspace());
   const MergeRequest merge{TagID, OnlyUseIfBlank, Overwrite};
   merge.Into(*this);
   merge.IntoEach(EventDeclarations);
@@ -69,6 +70,7 @@ void Component::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank,
 
 void VBProject::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank,
                                    bool Overwrite) try {
+  const Workspace::Use use(Workspace());
   for (Component& component : Components)
     component.MergeTaggedComment(TagID, OnlyUseIfBlank, Overwrite);
 } catch (VendrelError& failure) {

@@ -73,6 +73,7 @@ void AppendIfAny(LateText& description, std::string_view text) {
 }  // namespace
 
 Block* Component::ConsolidatedPropertyBlock(std::string_view name, bool /*includePrivate*/) try {
+  const Workspace::Use use(Options().Workspace());
   const RankedBlocks ranked = RankedProperty(*this, name);
   Block* result = ranked.Result;
   if (!result || ranked.WasConsolidated) return result;

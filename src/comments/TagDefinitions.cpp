@@ -5,6 +5,7 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/ObjectRegistry.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 
 namespace vendrel {
@@ -32,10 +33,11 @@ class BuiltinTemplateObjects final : public TemplateObjects {
   }
 };
 
-std::shared_ptr<TemplateObjects>& Slot() {
-  static std::shared_ptr<TemplateObjects> service;
-  return service;
-}
+struct InstalledTemplates {
+  std::shared_ptr<TemplateObjects> Service;
+};
+
+std::shared_ptr<TemplateObjects>& Slot() { return InUse<InstalledTemplates>().Service; }
 
 }  // namespace
 

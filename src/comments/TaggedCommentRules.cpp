@@ -5,7 +5,7 @@
 #include "comments/WaitingComments.h"
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "model/Block.h"

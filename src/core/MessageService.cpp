@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "core/Workspace.h"
+
 namespace vendrel {
 namespace {
 
@@ -11,17 +13,17 @@ class NoMessages final : public MessageService {
   bool Ask(std::string_view, std::string_view, int) override { return false; }
 };
 
-std::shared_ptr<MessageService>& Slot() {
-  static std::shared_ptr<MessageService> service = std::make_shared<NoMessages>();
-  return service;
-}
+struct InstalledMessages {
+  std::shared_ptr<MessageService> Service = std::make_shared<NoMessages>();
+};
 
 }  // namespace
 
-MessageService& MessageService::Current() { return *Slot(); }
+MessageService& MessageService::Current() { return *InUse<InstalledMessages>().Service; }
 
 void MessageService::Install(std::shared_ptr<MessageService> service) {
-  Slot() = service ? std::move(service) : std::make_shared<NoMessages>();
+  InUse<InstalledMessages>().Service =
+      service ? std::move(service) : std::make_shared<NoMessages>();
 }
 
 }  // namespace vendrel

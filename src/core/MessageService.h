@@ -28,7 +28,7 @@ class MessageService {
   /// A question; true for Yes (or OK).
   virtual bool Ask(std::string_view text, std::string_view caption, int style) = 0;
 
-  /// The service in force; never null.
+  /// The service in force in the workspace in use; never null.
   static MessageService& Current();
   /// Puts a service in force; an empty pointer restores the one that shows nothing.
   static void Install(std::shared_ptr<MessageService> service);

@@ -3,13 +3,15 @@
 #include <unordered_map>
 
 #include "core/CaseFold.h"
+#include "core/Workspace.h"
 
 namespace vendrel {
 namespace {
-std::unordered_map<std::string, std::any>& Entries() {
-  static std::unordered_map<std::string, std::any> entries;
-  return entries;
-}
+struct RegisteredObjects {
+  std::unordered_map<std::string, std::any> Entries;
+};
+
+auto& Entries() { return InUse<RegisteredObjects>().Entries; }
 }  // namespace
 
 void ObjectRegistry::Store(std::string_view progId, std::any factory) {

@@ -10,7 +10,8 @@
 
 namespace vendrel {
 
-/// ProgID to factory. Names compare without regard to case; the last registration wins.
+/// ProgID to factory, in the workspace in use. Names compare without regard to case; the last
+/// registration wins.
 class ObjectRegistry {
  public:
   template <typename T>

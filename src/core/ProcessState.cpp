@@ -1,22 +1,18 @@
 #include "core/ProcessState.h"
 
-namespace vendrel {
-namespace {
-ProcessState::AutoAppendReader gAutoAppendReader = nullptr;
-}
+#include "core/Workspace.h"
 
-ProcessState& ProcessState::Get() {
-  static ProcessState state;
-  return state;
-}
+namespace vendrel {
+
+ProcessState& ProcessState::Get() { return State(); }
 
 void ProcessState::Reset() {
   const std::int32_t living = mInstanceIncrement;  // objects do not die with a reset
+  const AutoAppendReader reader = mAutoAppendReader;
   *this = ProcessState();
   mInstanceIncrement = living;
-  if (gAutoAppendReader) AutoAppendUntagged = gAutoAppendReader();
+  mAutoAppendReader = reader;
+  if (reader) AutoAppendUntagged = reader();
 }
-
-void ProcessState::SetAutoAppendReader(AutoAppendReader reader) { gAutoAppendReader = reader; }
 
 }  // namespace vendrel

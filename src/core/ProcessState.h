@@ -1,6 +1,5 @@
 #pragma once
-// The values that all projects of a process share. There is one instance; loads run one at a time
-// on the caller's thread.
+// The values that all projects of a workspace share; loads of one workspace run one at a time.
 
 #include <cstdint>
 #include <string>
@@ -10,8 +9,9 @@
 
 namespace vendrel {
 
-/// State shared by every object of the process. `Reset()` puts the start values back and reads the
-/// one persisted setting; it runs by itself when the library is first used.
+/// State shared by every object of a workspace (`Workspace::State`); without one of their own, of
+/// the process. `Reset()` puts the start values back and reads the one persisted setting; it runs
+/// by itself when the first project of a workspace is made.
 struct ProcessState {
   /// True: no message box is shown. False until the first project exists.
   bool Silent = false;
@@ -40,7 +40,7 @@ struct ProcessState {
   bool mUpgradeLegacyTaggedcomments = false;
   std::string mTaggedCommentUpgradeFlag;
 
-  /// The one instance.
+  /// That of the workspace in use.
   static ProcessState& Get();
 
   /// Start values, then the setting "AutoAppendUntagged". `Silent` becomes false again.
@@ -53,10 +53,10 @@ struct ProcessState {
 
   /// Reads the setting behind `AutoAppendUntagged`; installed by the services room.
   using AutoAppendReader = bool (*)();
-  static void SetAutoAppendReader(AutoAppendReader reader);
-};
+  void SetAutoAppendReader(AutoAppendReader reader) { mAutoAppendReader = reader; }
 
-/// The state, in short.
-inline ProcessState& State() { return ProcessState::Get(); }
+ private:
+  AutoAppendReader mAutoAppendReader = nullptr;
+};
 
 }  // namespace vendrel

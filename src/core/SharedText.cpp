@@ -48,6 +48,7 @@ void SharedText::Assign(std::string_view text) {
       std::size_t slot = Slot(word);
       while ((*table)[slot]) slot = (slot + 1) & (kSlots - 1);
       (*table)[slot] = NewNode(word);
+      (*table)[slot]->Uses = kImmortal;
     }
     return table;
   }();
@@ -55,7 +56,6 @@ void SharedText::Assign(std::string_view text) {
     for (std::size_t slot = Slot(text); (*known)[slot]; slot = (slot + 1) & (kSlots - 1)) {
       if (TextOf((*known)[slot]) != text) continue;
       mNode = (*known)[slot];
-      ++mNode->Uses;
       return;
     }
   }
@@ -63,7 +63,7 @@ void SharedText::Assign(std::string_view text) {
 }
 
 void SharedText::Release() {
-  if (mNode && --mNode->Uses == 0) std::free(mNode);
+  if (mNode && mNode->Uses != kImmortal && --mNode->Uses == 0) std::free(mNode);
   mNode = nullptr;
 }
 

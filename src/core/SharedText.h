@@ -8,7 +8,8 @@
 
 namespace vendrel {
 
-/// A short immutable text. Assign any text to it; read it as a string_view. One thread only.
+/// A short immutable text. Assign any text to it; read it as a string_view. Copies of one text
+/// belong to one thread, but for the well-known words: those are never counted and never freed.
 class SharedText {
  public:
   SharedText() = default;
@@ -16,7 +17,7 @@ class SharedText {
   SharedText(const char* text) { Assign(text); }         // NOLINT
   SharedText(const std::string& text) { Assign(text); }  // NOLINT
   SharedText(const SharedText& other) : mNode(other.mNode) {
-    if (mNode) ++mNode->Uses;
+    if (mNode && mNode->Uses != kImmortal) ++mNode->Uses;
   }
   SharedText(SharedText&& other) noexcept : mNode(other.mNode) { other.mNode = nullptr; }
   ~SharedText() { Release(); }
@@ -46,6 +47,8 @@ class SharedText {
     unsigned Uses;
     unsigned Length;
   };
+  /// Number of uses of a node that nobody counts.
+  static constexpr unsigned kImmortal = 0;
   static Node* NewNode(std::string_view text);
   static std::string_view TextOf(const Node* node);
   void Assign(std::string_view text);

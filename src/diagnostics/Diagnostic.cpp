@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/MessageService.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 
 namespace vendrel {
 namespace {
@@ -22,7 +22,10 @@ constexpr Entry kEntries[] = {
 
 const Entry& EntryOf(DiagnosticCode code) { return kEntries[static_cast<std::size_t>(code)]; }
 
-const DiagnosticScope* gScope = nullptr;
+// The innermost scope of a workspace.
+struct OpenScope {
+  const DiagnosticScope* Innermost = nullptr;
+};
 
 // Puts the arguments in the place of their marks; the one that is a path is kept apart too.
 Diagnostic Filled(DiagnosticCode code, std::initializer_list<std::string_view> arguments) {
@@ -65,13 +68,17 @@ std::size_t Diagnostics::CountOf(DiagnosticCode code) const {
 }
 
 DiagnosticScope::DiagnosticScope(Diagnostics* list, std::string file, const std::int32_t* line)
-    : mList(list), mFile(std::move(file)), mLine(line), mOuter(gScope) {
-  gScope = this;
+    : mList(list),
+      mFile(std::move(file)),
+      mLine(line),
+      mInnermost(InUse<OpenScope>().Innermost),
+      mOuter(mInnermost) {
+  mInnermost = this;
 }
 
-DiagnosticScope::~DiagnosticScope() { gScope = mOuter; }
+DiagnosticScope::~DiagnosticScope() { mInnermost = mOuter; }
 
-const DiagnosticScope* DiagnosticScope::Current() { return gScope; }
+const DiagnosticScope* DiagnosticScope::Current() { return InUse<OpenScope>().Innermost; }
 
 std::int32_t LineReached() {
   const DiagnosticScope* scope = DiagnosticScope::Current();
@@ -79,16 +86,18 @@ std::int32_t LineReached() {
 }
 
 void Tell(DiagnosticCode code, std::initializer_list<std::string_view> arguments) {
-  if (gScope) TellAt(code, gScope->File(), gScope->Line(), arguments);
+  const DiagnosticScope* scope = DiagnosticScope::Current();
+  if (scope) TellAt(code, scope->File(), scope->Line(), arguments);
 }
 
 void TellAt(DiagnosticCode code, std::string_view file, std::int32_t line,
             std::initializer_list<std::string_view> arguments) {
-  if (!gScope || !gScope->List()) return;
+  const DiagnosticScope* scope = DiagnosticScope::Current();
+  if (!scope || !scope->List()) return;
   Diagnostic item = Filled(code, arguments);
   item.File = file;
   item.Line = line;
-  gScope->List()->Add(std::move(item));
+  scope->List()->Add(std::move(item));
 }
 
 void TellBox(DiagnosticCode code, std::initializer_list<std::string_view> arguments,

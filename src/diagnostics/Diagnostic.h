@@ -119,6 +119,7 @@ class DiagnosticScope {
   Diagnostics* mList;
   std::string mFile;
   const std::int32_t* mLine;
+  const DiagnosticScope*& mInnermost;  // of the workspace in which the scope was opened
   const DiagnosticScope* mOuter;
 };
 

@@ -11,11 +11,14 @@
 #include <utility>
 
 #include "core/ObjectRegistry.h"
+#include "core/Workspace.h"
 
 namespace vendrel {
 namespace {
 
-bool sTraceWholeElements = false;
+struct TraceDepth {
+  bool WholeElements = false;
+};
 
 std::string Section(std::string_view tag, const ErrorContext::Values& values, int depth) {
   const std::string indent(static_cast<std::size_t>(depth), ' ');
@@ -125,7 +128,7 @@ void WriteErrorReports(std::string_view path) {
                                         [target] { return std::make_shared<ReportFile>(target); });
 }
 
-void SetTraceWholeElements(bool whole) { sTraceWholeElements = whole; }
-bool TraceWholeElements() { return sTraceWholeElements; }
+void SetTraceWholeElements(bool whole) { InUse<TraceDepth>().WholeElements = whole; }
+bool TraceWholeElements() { return InUse<TraceDepth>().WholeElements; }
 
 }  // namespace vendrel

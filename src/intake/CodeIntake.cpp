@@ -2,7 +2,7 @@
 // the declarations section.
 
 #include "core/Ascii.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
@@ -116,6 +116,7 @@ void AddParsedCode(Component& component, ParsedLine& line, bool addLine) try {
 }
 
 void Component::AddCode(std::string_view Source, bool AddLine) try {
+  const Workspace::Use use(Options().Workspace());
   if (Source.find_first_of("\r\n") != kNotFound) {
     if (AddLine) return AddLinesOfCode(*this, Source);
     while (!Source.empty()) AddCode(TakeLine(Source), false);
@@ -134,6 +135,7 @@ void Component::AddCode(std::string_view Source, bool AddLine) try {
 }
 
 void Component::AddCode(const CodeLine& Source, bool AddLine) try {
+  const Workspace::Use use(Options().Workspace());
   ParsedLine line = ParsedLine::Of(Source);
   AddParsedCode(*this, line, AddLine);
 } catch (VendrelError& failure) {

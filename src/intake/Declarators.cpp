@@ -4,7 +4,7 @@
 
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "model/Component.h"

@@ -3,7 +3,7 @@
 #include "comments/Descriptions.h"
 #include "comments/TaggedCommentRules.h"
 #include "core/Ascii.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "intake/ModuleIntake.h"

@@ -2,7 +2,7 @@
 // apart, branches of conditional compilation resolved.
 
 #include "core/Ascii.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "intake/Conditions.h"
@@ -242,6 +242,7 @@ ModuleIntake& Component::Intake() {
 bool Component::Ignore() const { return mIntake && mIntake->Conditions.Ignore(); }
 
 void Component::AddLineOfCode(std::string_view Source) try {
+  const Workspace::Use use(Options().Workspace());
   ModuleIntake& intake = Intake();
   if (!CurrentBlock) CurrentBlock = NewBlock(btUnrecognised);
   if (intake.Reading.KeepLinesBehindSeparators) {

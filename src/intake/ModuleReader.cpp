@@ -4,7 +4,7 @@
 
 #include "comments/TaggedCommentRules.h"
 #include "core/Ascii.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "intake/FormControls.h"
@@ -369,6 +369,7 @@ void ModuleReader::StorePending(Block& block) {
 }  // namespace
 
 bool Component::Load(bool OnlyHeader) try {
+  const Workspace::Use use(Options().Workspace());
   if (LoadState == lsFullyLoadedNoCode) return false;  // read before, and unloaded since
   ModuleReader(*this).Load(OnlyHeader);
   return false;

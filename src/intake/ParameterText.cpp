@@ -1,7 +1,7 @@
 // The text of parameter lists.
 
 #include "core/Ascii.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "model/Component.h"

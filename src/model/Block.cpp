@@ -1,6 +1,6 @@
 #include "model/Block.h"
 
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 #include "text/Names.h"

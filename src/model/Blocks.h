@@ -1,5 +1,7 @@
 #pragma once
 #include <array>
+#include <atomic>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -94,7 +96,7 @@ class Blocks {
   // running number of such changes that their index is stale.
   bool mHasShared = false;
   mutable std::uint64_t mSharedChangesSeen = 0;
-  static inline std::uint64_t sSharedChanges = 0;
+  static inline std::atomic<std::uint64_t> sSharedChanges = 0;
 };
 
 }  // namespace vendrel

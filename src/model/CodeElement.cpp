@@ -1,13 +1,16 @@
 #include "model/CodeElement.h"
 
 #include "core/Ascii.h"
+#include "core/Workspace.h"
 #include "diagnostics/ErrorReport.h"
 #include "diagnostics/VendrelError.h"
 
 namespace vendrel {
 namespace {
 
-ElementTracer sElementTracer = nullptr;
+struct InstalledTracer {
+  ElementTracer Tracer = nullptr;
+};
 
 }  // namespace
 
@@ -25,13 +28,14 @@ bool TypeMatch(const CodeElement* element, std::string_view className) {
 TraceValue TraceOf(const CodeElement* element) {
   if (!element) return TraceValue::Nothing();
   try {
-    if (TraceWholeElements() && sElementTracer) return sElementTracer(*element);
+    const ElementTracer trace = TraceWholeElements() ? InUse<InstalledTracer>().Tracer : nullptr;
+    if (trace) return trace(*element);
     return TraceValue::Object(std::string(element->ClassName()) + " " + element->QualifiedName());
   } catch (const VendrelError& failure) {
     return TraceValue::Failed(failure.Number());
   }
 }
 
-void SetElementTracer(ElementTracer tracer) { sElementTracer = tracer; }
+void SetElementTracer(ElementTracer tracer) { InUse<InstalledTracer>().Tracer = tracer; }
 
 }  // namespace vendrel

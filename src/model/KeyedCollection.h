@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/CaseFold.h"
@@ -35,13 +36,15 @@ class KeyedCollection {
   KeyedCollection(const KeyedCollection&) = delete;
   KeyedCollection& operator=(const KeyedCollection&) = delete;
   KeyedCollection(KeyedCollection&& other) noexcept
-      : mOrder(std::move(other.mOrder)), mSlots(std::move(other.mSlots)), mKeyed(other.mKeyed) {
-    other.mKeyed = 0;
-  }
+      : mOrder(std::move(other.mOrder)),
+        mSlots(std::move(other.mSlots)),
+        mKeyed(std::exchange(other.mKeyed, 0)),
+        mUsed(std::exchange(other.mUsed, 0)) {}
   KeyedCollection& operator=(KeyedCollection&& other) noexcept {
     mOrder.swap(other.mOrder);
     mSlots.swap(other.mSlots);
     std::swap(mKeyed, other.mKeyed);
+    std::swap(mUsed, other.mUsed);
     return *this;
   }
 
@@ -118,7 +121,7 @@ class KeyedCollection {
   void Clear() {
     mOrder.clear();
     mSlots.clear();
-    mKeyed = 0;
+    mKeyed = mUsed = 0;
   }
 
   /// The key under which the element at a 1-based position was added, folded; empty if none.

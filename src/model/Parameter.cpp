@@ -1,5 +1,6 @@
 #include "model/Parameter.h"
 
+#include <atomic>
 #include <unordered_map>
 
 #include "core/CaseFold.h"
@@ -13,7 +14,7 @@ constexpr std::size_t kWalked = 16;
 
 // Counts the new names of listed parameters. One parameter may stand in the lists of an event and
 // of its delegate, so an index compares this number instead of being told.
-std::uint64_t gNamesChanged = 0;
+std::atomic<std::uint64_t> gNamesChanged = 0;
 
 }  // namespace
 

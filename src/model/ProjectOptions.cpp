@@ -1,13 +1,14 @@
 #include "model/ProjectOptions.h"
 
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 
 namespace vendrel {
 
 void ProjectOptions::SetLanguageVersion(LanguageVersionEnum language) {
   mLanguageVersion = language;
-  State().CurrentLanguageVersion = language;
-  State().CurrentReading = Reading;
+  ProcessState& state = Workspace().State;
+  state.CurrentLanguageVersion = language;
+  state.CurrentReading = Reading;
 }
 
 const ProjectOptions& ProjectOptions::Defaults() {

@@ -5,12 +5,14 @@
 
 #include "core/Enums.h"
 #include "core/ReadingRules.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "model/CodeElement.h"
 
 namespace vendrel {
 
-/// Options of a project: plain values, set before `Load`.
+/// Options of a project: plain values, set before `Load`. Only a project has some of its own, so
+/// that a link to options is a link to a project.
 struct ProjectOptions : public CodeElement {
   /// How source is read; classic by default.
   ReadingRules Reading;
@@ -47,16 +49,25 @@ struct ProjectOptions : public CodeElement {
 
   /// Language of the project's source.
   LanguageVersionEnum LanguageVersion() const { return mLanguageVersion; }
-  /// Also sets the language now in force for the process.
+  /// Also sets the language now in force for the workspace.
   void SetLanguageVersion(LanguageVersionEnum language);
 
-  /// The options of an element that has no project.
+  /// The workspace to which the project belongs: the one in use when it was made. Loading, writing
+  /// and building put it in use.
+  vendrel::Workspace& Workspace() const {
+    return mWorkspace ? *mWorkspace : vendrel::Workspace::Current();
+  }
+
+  /// The options of an element that has no project, and so belongs to the workspace in use.
   static const ProjectOptions& Defaults();
 
   std::string_view ClassName() const override { return "VBProject"; }
 
  protected:
+  ProjectOptions() = default;
+
   LanguageVersionEnum mLanguageVersion = lvVisualBasic5or6;
+  vendrel::Workspace* mWorkspace = nullptr;
 };
 
 }  // namespace vendrel

@@ -234,6 +234,7 @@ CodeElement* FindByName(VBProject& from, std::string_view name) {
 }  // namespace
 
 CodeElement* VBProject::GetObjectByName(std::string_view Name) {
+  const Workspace::Use use(Workspace());
   try {
     return FindByName(*this, Name);
   } catch (const VendrelError&) {

@@ -70,6 +70,7 @@ bool VBProject::IsIntrinsicType(std::string_view TypeName) {
 
 CodeElement* VBProject::ResolveType(Component* component, std::string_view Name,
                                     TypeClassEnum& TypeClass) try {
+  const Workspace::Use use(Workspace());
   const bool wholeName =
       Name.find('.') == std::string_view::npos || LanguageVersion() == lvVisualBasicDotNet;
   if (wholeName && IsIntrinsicType(Name)) {
@@ -151,6 +152,7 @@ CodeElement* VBProject::GetCachedMember(const ProjectTypeCache::Entry& Source,
 }
 
 UDT* VBProject::FindUDT(std::string_view Name, Component* component) try {
+  const Workspace::Use use(Workspace());
   TypeClassEnum typeClass = tcUnresolved;
   auto* found = dynamic_cast<UDT*>(ResolveType(component, Name, typeClass));
   if (!found) return nullptr;
@@ -164,6 +166,7 @@ UDT* VBProject::FindUDT(std::string_view Name, Component* component) try {
 }
 
 Enumeration* VBProject::FindEnum(std::string_view Name, Component* MustBeVisibleTo) try {
+  const Workspace::Use use(Workspace());
   TypeClassEnum typeClass = tcUnresolved;
   auto* found = dynamic_cast<Enumeration*>(ResolveType(MustBeVisibleTo, Name, typeClass));
   if (!found) return nullptr;

@@ -88,6 +88,7 @@ void EnterFromGroup(Components& visible, VBProject& project, const VBProjectGrou
 }  // namespace
 
 Components& VBProject::AllVisibleComponents() try {
+  const Workspace::Use use(Workspace());
   if (mVisibleComponents) return *mVisibleComponents;
   const auto visible = std::make_shared<vendrel::Components>();
   // The modules in it are loaded, or not, by their own projects.
@@ -103,6 +104,7 @@ Components& VBProject::AllVisibleComponents() try {
 }
 
 std::shared_ptr<Variables> VBProject::GlobalVariables() try {
+  const Workspace::Use use(Workspace());
   auto variables = std::make_shared<Variables>();
   for (const Component& component : Components) {
     if (component.FileType != ftModule) continue;
@@ -118,6 +120,7 @@ std::shared_ptr<Variables> VBProject::GlobalVariables() try {
 }
 
 std::shared_ptr<Blocks> VBProject::GlobalBlocks() try {
+  const Workspace::Use use(Workspace());
   auto blocks = std::make_shared<Blocks>();
   for (const Component& component : Components) {
     if (component.FileType != ftModule) continue;

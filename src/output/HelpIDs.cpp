@@ -109,6 +109,7 @@ std::string TopicName(const CodeElement& element) {
 }  // namespace
 
 void VBProject::AssignHelpContextIDs(std::int32_t BeginAt, bool ForceReassign) try {
+  const Workspace::Use use(Workspace());
   Components.Populate();  // what the modules hold counts among the IDs seen
   Numbering numbering(*this, ForceReassign);
   CurrentHelpContextID = numbering.Replaces() ? BeginAt : FirstID(*this, BeginAt);
@@ -127,6 +128,7 @@ void VBProject::AssignHelpContextIDs(std::int32_t BeginAt, bool ForceReassign) t
 }
 
 void Component::AssignHelpContextIDs(bool ForceReassign) try {
+  const Workspace::Use use(Options().Workspace());
   vendrel::VBProject* project = VBProject();
   if (!project || !TakesHelpIDs(*this)) return;
   Numbering numbering(*project, ForceReassign);

@@ -37,6 +37,7 @@ void SetRootAttributes(XmlElement& root, const VBProject& project) {
 }  // namespace
 
 std::shared_ptr<XmlDocument> VBProject::Manifest(bool JustProject, bool IncludeTaggedComments) try {
+  const Workspace::Use use(Workspace());
   auto document = std::make_shared<XmlDocument>();
   XmlElement root = document->Root();
   root.SetName(kRootName);
@@ -62,6 +63,7 @@ std::shared_ptr<XmlDocument> VBProject::Manifest(bool JustProject, bool IncludeT
 
 void VBProject::WriteManifestToFile(std::string_view fileName, bool JustProject,
                                     bool IncludeTaggedComments) try {
+  const Workspace::Use use(Workspace());
   const auto document = Manifest(JustProject, IncludeTaggedComments);
   FileSystemObject file(fileName);
   TextForm form;

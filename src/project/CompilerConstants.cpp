@@ -4,7 +4,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "project/ScriptEngine.h"

@@ -1,6 +1,6 @@
 #include "project/Components.h"
 
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "project/EnumerationValues.h"
 #include "project/VBProject.h"
@@ -30,10 +30,8 @@ bool Components::Add(std::shared_ptr<Component> item, std::string_view key, cons
 void Components::Populate() try {
   vendrel::VBProject* project = VBProject();
   const bool preLoadOff = project && project->DontPreLoadComponentDeclarations;
-  if (project) {
-    State().CurrentLanguageVersion = project->LanguageVersion();
-    State().CurrentReading = project->Reading;
-  }
+  const Workspace::Use use(project ? project->Workspace() : Workspace::Current());
+  if (project) project->SetLanguageVersion(project->LanguageVersion());
   if (DoNotPopulate) {
     for (std::size_t i = 1; i <= mCol.Count(); ++i) {
       Component& component = mCol.At(i);

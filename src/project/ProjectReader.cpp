@@ -7,7 +7,7 @@
 
 #include "core/Ascii.h"
 #include "core/NumericText.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "project/ModuleNames.h"
@@ -328,6 +328,7 @@ std::int32_t Following(std::int32_t id) {
 }  // namespace
 
 bool VBProject::Load(std::string_view ProjectFileName) try {
+  const Workspace::Use use(Workspace());
   if (EndsWithNoCaseAscii(ProjectFileName, ".VBPROJ")) return LoadDotNet(ProjectFileName);
   BeginLoad();
   AddLineNumbers = false;
@@ -355,6 +356,7 @@ bool VBProject::Load(std::string_view ProjectFileName) try {
 }
 
 bool VBProject::LoadModule(std::string_view ModuleFileName) try {
+  const Workspace::Use use(Workspace());
   BeginLoad();
   AddLineNumbers = false;
   SetLanguageVersion(lvVisualBasic5or6);

@@ -5,6 +5,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "project/VBProject.h"
@@ -17,7 +18,9 @@ namespace {
 constexpr std::size_t kMostFields = 99;
 constexpr int kLastMinorVersion = 999;
 
-Reference::LibraryNameReader libraryNameReader = nullptr;
+struct LibraryNames {
+  Reference::LibraryNameReader Reader = nullptr;
+};
 
 /// Text from a 1-based position on; empty behind the end.
 std::string_view From(std::string_view text, std::size_t position) {
@@ -53,7 +56,9 @@ std::string HexText(int number) {
 
 }  // namespace
 
-void Reference::SetLibraryNameReader(LibraryNameReader reader) { libraryNameReader = reader; }
+void Reference::SetLibraryNameReader(LibraryNameReader reader) {
+  InUse<LibraryNames>().Reader = reader;
+}
 
 VBProject* Reference::ParentProject() const {
   return static_cast<vendrel::VBProject*>(mParentProject.Get());
@@ -187,10 +192,11 @@ std::string Reference::HexVersion(std::string_view Version) {
 }
 
 void Reference::NameFromLibrary() {
-  if (!libraryNameReader) return;
+  const LibraryNameReader read = InUse<LibraryNames>().Reader;
+  if (!read) return;
   try {
     const std::string path = FileName.NativePath();
-    if (!path.empty() && FileName.Exists()) mName = libraryNameReader(path);
+    if (!path.empty() && FileName.Exists()) mName = read(path);
   } catch (const std::exception&) {
     // A file that is no library has no name of its own; the leaf name stands in.
   }

@@ -52,7 +52,7 @@ class Reference : public ElementOf<Reference> {
   void SetRelativeTo(FileSystemObject* file);
 
   /// How the name of a library is read from its file (a native path); gives empty text for a file
-  /// that is none. Installed by the room that reads type libraries.
+  /// that is none. Installed in the workspace in use by the room that reads type libraries.
   using LibraryNameReader = std::string (*)(const std::string& nativePath);
   static void SetLibraryNameReader(LibraryNameReader reader);
 

@@ -1,7 +1,6 @@
 #include "project/ScriptDate.h"
 
 #include <array>
-#include <cmath>
 #include <utility>
 #include <vector>
 
@@ -10,7 +9,6 @@
 namespace vendrel {
 namespace {
 
-constexpr double kSecondsOfDay = 86400;
 constexpr std::array<std::string_view, 12> kMonths = {
     "January", "February", "March",     "April",   "May",      "June",
     "July",    "August",   "September", "October", "November", "December"};
@@ -19,37 +17,14 @@ struct CivilDate {
   long Year = 0, Month = 0, Day = 0;
 };
 
-// The usual count over years that begin in March, so that a leap day ends its year; shifted to
-// 30 December 1899.
-constexpr long kDaysBefore1970 = 25569;
-
-long DayNumber(CivilDate date) {
-  const long year = date.Month <= 2 ? date.Year - 1 : date.Year;
-  const long era = (year >= 0 ? year : year - 399) / 400;
-  const long yearOfEra = year - era * 400;
-  const long dayOfYear = (153 * (date.Month + (date.Month > 2 ? -3 : 9)) + 2) / 5 + date.Day - 1;
-  const long dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
-  return era * 146097 + dayOfEra - 719468 + kDaysBefore1970;
-}
-
-CivilDate CivilOf(long dayNumber) {
-  const long shifted = dayNumber - kDaysBefore1970 + 719468;
-  const long era = (shifted >= 0 ? shifted : shifted - 146096) / 146097;
-  const long dayOfEra = shifted - era * 146097;
-  const long yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-  const long dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-  const long month = (5 * dayOfYear + 2) / 153;
-  CivilDate date;
-  date.Day = dayOfYear - (153 * month + 2) / 5 + 1;
-  date.Month = month < 10 ? month + 3 : month - 9;
-  date.Year = yearOfEra + era * 400 + (date.Month <= 2 ? 1 : 0);
-  return date;
-}
-
-bool IsCivil(CivilDate date) {
-  if (date.Month < 1 || date.Month > 12 || date.Day < 1 || date.Day > 31) return false;
-  if (date.Year < 100 || date.Year > 9999) return false;
-  return CivilOf(DayNumber(date)).Day == date.Day;
+// Nothing if there is no such day.
+std::optional<long> DayNumberOf(CivilDate date) {
+  if (date.Month < 1 || date.Month > 12 || date.Day < 1 || date.Day > 31) return std::nullopt;
+  if (date.Year < 100 || date.Year > 9999) return std::nullopt;
+  const std::chrono::year_month_day day{std::chrono::year(static_cast<int>(date.Year)),
+                                        std::chrono::month(static_cast<unsigned>(date.Month)),
+                                        std::chrono::day(static_cast<unsigned>(date.Day))};
+  return day.ok() ? std::optional(DayNumber(day)) : std::nullopt;
 }
 
 // What the text was cut into: numbers of the date in their order, month by name, time.
@@ -144,8 +119,7 @@ std::optional<double> DayOf(const DateWords& words) {
     if (date.Month > 12) std::swap(date.Month, date.Day);
   }
   date.Year = FullYear(date.Year);
-  if (!IsCivil(date)) return std::nullopt;
-  return static_cast<double>(DayNumber(date));
+  return DayNumberOf(date);
 }
 
 std::optional<double> TimeOf(const DateWords& words) {
@@ -161,15 +135,6 @@ std::optional<double> TimeOf(const DateWords& words) {
   return static_cast<double>(hour * 3600 + minute * 60 + second) / kSecondsOfDay;
 }
 
-std::string TimeText(long seconds) {
-  const auto twoDigits = [](long n) {
-    return std::string(n < 10 ? ":0" : ":") + std::to_string(n);
-  };
-  const long hour = seconds / 3600;
-  return std::to_string(hour % 12 == 0 ? 12 : hour % 12) + twoDigits(seconds / 60 % 60) +
-         twoDigits(seconds % 60) + (hour < 12 ? " AM" : " PM");
-}
-
 }  // namespace
 
 std::optional<double> DateFromText(std::string_view text) {
@@ -179,21 +144,6 @@ std::optional<double> DateFromText(std::string_view text) {
   if (!day || !time) return std::nullopt;
   return *day < 0 ? *day - *time
                   : *day + *time;  // the fraction of a date before day 0 runs outwards
-}
-
-std::string DateText(double date) {
-  double day = std::trunc(date);
-  auto seconds = static_cast<long>(std::lround(std::fabs(date - day) * kSecondsOfDay));
-  if (seconds == static_cast<long>(kSecondsOfDay)) {
-    day += date < 0 ? -1 : 1;
-    seconds = 0;
-  }
-  if (day == 0) return TimeText(seconds);
-  const CivilDate civil = CivilOf(static_cast<long>(day));
-  std::string text = std::to_string(civil.Month) + "/" + std::to_string(civil.Day) + "/" +
-                     std::to_string(civil.Year);
-  if (seconds != 0) text.append(" ").append(TimeText(seconds));
-  return text;
 }
 
 }  // namespace vendrel

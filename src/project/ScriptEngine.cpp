@@ -5,6 +5,7 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/ObjectRegistry.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "project/ScriptProgram.h"
 
@@ -23,10 +24,9 @@ class Module : public IScriptModule {
 };
 
 // Engines by language, kept for the next condition.
-std::unordered_map<std::string, std::shared_ptr<IScriptControl>>& Engines() {
-  static std::unordered_map<std::string, std::shared_ptr<IScriptControl>> engines;
-  return engines;
-}
+using EngineStore = std::unordered_map<std::string, std::shared_ptr<IScriptControl>>;
+
+EngineStore& Engines() { return InUse<EngineStore>(); }
 
 std::shared_ptr<IScriptControl> NewScriptControl() {
   if (!ObjectRegistry::Has(kScriptControlProgId)) RegisterScriptEngine();

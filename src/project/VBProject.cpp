@@ -2,7 +2,7 @@
 
 #include "core/CaseFold.h"
 #include "core/ObjectRegistry.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "project/ScriptEngine.h"
 #include "project/VBProjectGroup.h"
@@ -22,6 +22,7 @@ const ProjectTypeCache::Entry* ProjectTypeCache::Find(std::string_view name) con
 
 VBProject::VBProject() {
   EnsureStarted();
+  mWorkspace = &vendrel::Workspace::Current();
   mTypeResolver = std::make_shared<vendrel::TypeResolver>();
   Components.SetVBProject(this);
   Components.ComponentLoaded.Add([this](std::int32_t index) { ComponentLoaded.Raise(index); });
@@ -31,6 +32,7 @@ VBProject::VBProject() {
 }
 
 VBProject::~VBProject() {
+  const Workspace::Use use(Workspace());
   if (--State().mInstanceIncrement == 0) ReleaseScriptEngines();
 }
 
@@ -57,24 +59,27 @@ void VBProject::SetTypeResolver(std::shared_ptr<vendrel::TypeResolver> resolver)
 }
 
 NetResolver* VBProject::NetResolver() {
+  const Workspace::Use use(Workspace());
   if (!mNetResolver) {
     mNetResolver = ObjectRegistry::Create<vendrel::NetResolver>("VendrelReflectionLoader.Resolver");
   }
   return mNetResolver.get();
 }
 
-bool VBProject::Silent() const { return State().Silent; }
-void VBProject::SetSilent(bool value) { State().Silent = value; }
+bool VBProject::Silent() const { return Workspace().State.Silent; }
+void VBProject::SetSilent(bool value) { Workspace().State.Silent = value; }
 
-bool VBProject::UpgradeLegacyTaggedcomments() const { return State().mUpgradeLegacyTaggedcomments; }
+bool VBProject::UpgradeLegacyTaggedcomments() const {
+  return Workspace().State.mUpgradeLegacyTaggedcomments;
+}
 void VBProject::SetUpgradeLegacyTaggedcomments(bool value) {
-  State().mUpgradeLegacyTaggedcomments = value;
+  Workspace().State.mUpgradeLegacyTaggedcomments = value;
 }
 std::string VBProject::TaggedCommentUpgradeFlag() const {
-  return State().mTaggedCommentUpgradeFlag;
+  return Workspace().State.mTaggedCommentUpgradeFlag;
 }
 void VBProject::SetTaggedCommentUpgradeFlag(std::string_view value) {
-  State().mTaggedCommentUpgradeFlag = value;
+  Workspace().State.mTaggedCommentUpgradeFlag = value;
 }
 
 void VBProject::LoadedHelpContextID(std::int32_t id) {
@@ -87,6 +92,7 @@ bool VBProject::LoadDotNet(std::string_view) {
 }
 
 void VBProject::UnloadSourceCode() try {
+  const Workspace::Use use(Workspace());
   for (Component& component : Components) component.UnloadSourceCode();
 } catch (VendrelError& failure) {
   failure.AddContext("VBProject.UnloadSourceCode", "VBProject").Of(*this);

@@ -5,7 +5,7 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/MessageService.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "services/FolderCache.h"
@@ -59,6 +59,7 @@ const FileSystemObject& VBProjectGroup::FileName() const {
 
 bool VBProjectGroup::Load(std::string_view FileName, bool Silent,
                           bool DoNotPopulateComponents) try {
+  const Workspace::Use use(*mWorkspace);
   State().Silent = Silent;
   ForgetFolders();
   mFileName.SetFullPath(FileName);

@@ -71,6 +71,7 @@ class VBProjectGroup : public ElementOf<VBProjectGroup> {
   void LoadLine(std::string_view line, bool silent, bool doNotPopulate);
   void LoadProject(const FileSystemObject& file, bool silent, bool doNotPopulate);
 
+  Workspace* mWorkspace = &Workspace::Current();
   std::string mDescription;
   std::string mQualifiedName;
   FileSystemObject mFileName;

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "core/Ascii.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 
 namespace vendrel {
@@ -52,6 +52,7 @@ std::vector<FileSystemObject> VBProjects::ProjectFilesBelow(std::string_view Roo
 }
 
 void VBProjects::Load(std::string_view RootPath) try {
+  const Workspace::Use use(*mWorkspace);
   const DiagnosticScope scope(&Diagnostics, FileSystemObject(RootPath).FullPath());
   for (const FileSystemObject& file : ProjectFilesBelow(RootPath)) LoadOne(file.FullPath());
 } catch (VendrelError& failure) {
@@ -60,6 +61,7 @@ void VBProjects::Load(std::string_view RootPath) try {
 }
 
 void VBProjects::LoadCollection(const std::vector<std::string>& ProjectPaths) try {
+  const Workspace::Use use(*mWorkspace);
   const DiagnosticScope scope(&Diagnostics, {});
   for (const std::string& path : ProjectPaths) LoadOne(path);
 } catch (VendrelError& failure) {
@@ -87,6 +89,7 @@ bool LoadMember(VBProject& project, std::string_view path) {
 }
 
 void VBProjects::CementReferences() try {
+  const Workspace::Use use(*mWorkspace);
   VBProjects byClassId, byFile;
   for (std::size_t i = 1; i <= Count(); ++i) {
     const std::shared_ptr<VBProject> project = Share(i);
@@ -103,6 +106,7 @@ void VBProjects::CementReferences() try {
 }
 
 void VBProject::CementReferences(const VBProjects& projects, bool SearchByName) try {
+  const Workspace::Use use(Workspace());
   for (Reference& reference : References) {
     const std::string key = SearchByName ? reference.FileName.LeafName() : reference.ClsID();
     if (VBProject* project = projects.Item(key)) reference.SetReferencedProject(project);

@@ -49,6 +49,8 @@ class VBProjects : public ElementCollection<VBProject, VBProjectFamily> {
 
  private:
   void LoadOne(std::string_view path);
+
+  Workspace* mWorkspace = &Workspace::Current();
 };
 
 /// `project` as a member of a set, loaded from `path`; false, and told, if that fails.

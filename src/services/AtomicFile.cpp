@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <vector>
 
@@ -20,7 +21,7 @@ constexpr std::string_view NamePrefix = ".vendrel-";
 constexpr std::string_view NameSuffix = ".tmp";
 
 std::string TemporaryName(const std::string& target) {
-  static unsigned count = 0;
+  static std::atomic<unsigned> count = 0;  // names of two workspaces must differ
   // A short name: that of the target may already be as long as the system allows.
   std::string name = target.substr(0, target.rfind('/') + 1);
   name.append(NamePrefix).append(std::to_string(getpid())).append("-");

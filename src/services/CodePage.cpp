@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "core/Ascii.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "services/Utf8.h"
 
@@ -119,8 +120,14 @@ CodePage::CodePage(std::string name, const std::string& systemName)
   mTables = std::move(tables);
 }
 
+// A converter has a state: pages are those of one workspace.
+struct CodePage::PageStore {
+  std::unordered_map<std::string, std::unique_ptr<CodePage>> Pages;
+  const CodePage* Default = nullptr;
+};
+
 const CodePage* CodePage::Find(std::string_view given) {
-  static std::unordered_map<std::string, std::unique_ptr<CodePage>> pages;
+  auto& pages = InUse<PageStore>().Pages;
   const auto [name, systemName] = NamesOf(given);
   if (const auto known = pages.find(name); known != pages.end()) return known->second.get();
   std::unique_ptr<CodePage> page(new CodePage(name, systemName));
@@ -141,8 +148,9 @@ const CodePage& CodePage::Named(std::string_view name) try {
 }
 
 const CodePage& CodePage::Default() {
-  static const CodePage& page = Named(DefaultName);
-  return page;
+  const CodePage*& page = InUse<PageStore>().Default;
+  if (!page) page = &Named(DefaultName);
+  return *page;
 }
 
 bool CodePage::Decode(std::string_view bytes, std::string& out) const {
@@ -226,9 +234,6 @@ const CodePage& FileOptions::Page() const {
   return page ? *page : vendrel::CodePage::Default();
 }
 
-FileOptions& FileOptions::Current() {
-  static FileOptions options;
-  return options;
-}
+FileOptions& FileOptions::Current() { return InUse<FileOptions>(); }
 
 }  // namespace vendrel

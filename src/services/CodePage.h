@@ -10,7 +10,7 @@ namespace vendrel {
 
 class TellingBytes;
 
-/// One code page, made at its first use and kept for the life of the process. One thread only.
+/// One code page, made at its first use and kept for the life of its workspace.
 class CodePage {
  public:
   ~CodePage();
@@ -38,6 +38,7 @@ class CodePage {
  private:
   struct Tables;
   struct Converters;
+  struct PageStore;
   CodePage(std::string name, const std::string& systemName);
   bool DecodeByConverter(std::string_view bytes, std::string& out) const;
   bool EncodeByConverter(std::string_view utf8, std::string& out) const;

@@ -4,16 +4,16 @@
 #include <system_error>
 #include <utility>
 
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "services/FolderCache.h"
 
 namespace vendrel {
 namespace {
 
-std::shared_ptr<FileSource>& InstalledSource() {
-  static std::shared_ptr<FileSource> source = FileSource::Machine();
-  return source;
-}
+struct InstalledSource {
+  std::shared_ptr<FileSource> Source = FileSource::Machine();
+};
 
 int NumberOf(int systemError) {
   switch (systemError) {
@@ -44,11 +44,11 @@ VendrelError TooLarge(std::string_view path) {
 
 }  // namespace
 
-FileSource& FileSource::Current() { return *InstalledSource(); }
+FileSource& FileSource::Current() { return *InUse<InstalledSource>().Source; }
 
 std::shared_ptr<FileSource> FileSource::Install(std::shared_ptr<FileSource> source) {
   ForgetFolders();
-  return std::exchange(InstalledSource(), source ? std::move(source) : Machine());
+  return std::exchange(InUse<InstalledSource>().Source, source ? std::move(source) : Machine());
 }
 
 VendrelError FileError(int systemError, std::string_view path) {

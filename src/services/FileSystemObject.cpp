@@ -2,6 +2,7 @@
 
 #include <cerrno>
 
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "services/AtomicFile.h"
@@ -13,7 +14,9 @@ namespace {
 
 // Real chains have two files; more than this is a ring, which has no folder.
 constexpr std::size_t LongestBaseChain = 16;
-FileSystemObject::ClassIdReader gClassIdReader = nullptr;
+struct ClassIds {
+  FileSystemObject::ClassIdReader Reader = nullptr;
+};
 
 VendrelError NotOpen(const std::string& path) {
   return VendrelError(errPathAccess, path + " (not open)");
@@ -285,10 +288,10 @@ void FileSystemObject::DeleteFile() try {
 }
 
 std::string FileSystemObject::ClassID() const {
-  if (!gClassIdReader || !Exists()) return {};
-  return gClassIdReader(mNative);
+  const ClassIdReader read = InUse<ClassIds>().Reader;
+  return read && Exists() ? read(mNative) : std::string();
 }
 
-void FileSystemObject::SetClassIdReader(ClassIdReader reader) { gClassIdReader = reader; }
+void FileSystemObject::SetClassIdReader(ClassIdReader reader) { InUse<ClassIds>().Reader = reader; }
 
 }  // namespace vendrel

@@ -8,6 +8,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "core/Workspace.h"
 #include "services/CodePage.h"
 #include "services/Utf8.h"
 
@@ -28,10 +29,7 @@ struct Folder {
 // By the path asked for, which need not be the one found.
 using FolderMap = std::unordered_map<std::string, Folder>;
 
-FolderMap& Folders() {
-  static FolderMap folders;
-  return folders;
-}
+FolderMap& Folders() { return InUse<FolderMap>(); }
 
 PathMatch Worse(PathMatch a, PathMatch b) { return std::max(a, b); }
 

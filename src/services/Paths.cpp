@@ -4,6 +4,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "services/Utf8.h"
 
@@ -60,10 +61,7 @@ bool IsPrivateByte(char32_t c) {
 
 }  // namespace
 
-DriveMap& DriveMap::Current() {
-  static DriveMap map;
-  return map;
-}
+DriveMap& DriveMap::Current() { return InUse<DriveMap>(); }
 
 void DriveMap::Reset() {
   mDrives = {};

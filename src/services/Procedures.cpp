@@ -7,7 +7,7 @@
 #include <climits>
 #include <vector>
 
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "services/AtomicFile.h"
 #include "services/FileSource.h"

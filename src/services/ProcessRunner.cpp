@@ -63,10 +63,9 @@ class MachineProcesses final : public ProcessRunner {
   std::vector<pid_t> mRunning;
 };
 
-std::shared_ptr<ProcessRunner>& InstalledRunner() {
-  static std::shared_ptr<ProcessRunner> runner = std::make_shared<MachineProcesses>();
-  return runner;
-}
+struct InstalledRunner {
+  std::shared_ptr<ProcessRunner> Runner = std::make_shared<MachineProcesses>();
+};
 
 bool IsGap(char c) { return c == ' ' || c == '\t'; }
 
@@ -109,10 +108,11 @@ std::string TakeArgument(std::string_view& rest) {
 
 }  // namespace
 
-ProcessRunner& ProcessRunner::Current() { return *InstalledRunner(); }
+ProcessRunner& ProcessRunner::Current() { return *InUse<InstalledRunner>().Runner; }
 
 void ProcessRunner::Install(std::shared_ptr<ProcessRunner> runner) {
-  InstalledRunner() = runner ? std::move(runner) : std::make_shared<MachineProcesses>();
+  InUse<InstalledRunner>().Runner =
+      runner ? std::move(runner) : std::make_shared<MachineProcesses>();
 }
 
 std::vector<std::string> SplitCommandLine(std::string_view rest) {

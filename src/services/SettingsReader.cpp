@@ -12,10 +12,9 @@ namespace {
 
 constexpr const char* VariableName = "VENDRELMODEL_REGISTRY";
 
-std::shared_ptr<SettingsReader>& InstalledReader() {
-  static std::shared_ptr<SettingsReader> reader = std::make_shared<SettingsReader>();
-  return reader;
-}
+struct InstalledReader {
+  std::shared_ptr<SettingsReader> Reader = std::make_shared<SettingsReader>();
+};
 
 // The places in which a key may stand, the nearest first. Programs of 32 bits, which is what is
 // read here, had a branch of their own on later machines.
@@ -54,10 +53,10 @@ constexpr SystemVariable SystemVariables[] = {
 
 }  // namespace
 
-SettingsReader& SettingsReader::Default() { return *InstalledReader(); }
+SettingsReader& SettingsReader::Default() { return *InUse<InstalledReader>().Reader; }
 
 void SettingsReader::Install(std::shared_ptr<SettingsReader> reader) {
-  InstalledReader() = reader ? std::move(reader) : std::make_shared<SettingsReader>();
+  InUse<InstalledReader>().Reader = reader ? std::move(reader) : std::make_shared<SettingsReader>();
 }
 
 void SettingsReader::Refresh() {

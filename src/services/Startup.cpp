@@ -1,6 +1,6 @@
 #include "services/Startup.h"
 
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "services/SettingsReader.h"
 
 namespace vendrel {
@@ -15,11 +15,11 @@ bool AutoAppendSetting() {
 }  // namespace
 
 void EnsureStarted() {
-  static bool started = false;
-  if (started) return;
-  started = true;
-  ProcessState::SetAutoAppendReader(AutoAppendSetting);
-  State().Reset();
+  Workspace& workspace = Workspace::Current();
+  if (workspace.Started) return;
+  workspace.Started = true;
+  workspace.State.SetAutoAppendReader(AutoAppendSetting);
+  workspace.State.Reset();
   ConnectLibraryReaders();
 }
 

@@ -2,7 +2,7 @@
 
 namespace vendrel {
 
-/// What happens once a process, before anything else: the state gets its start values and the one
+/// What happens once a workspace, before anything else: the state gets its start values and the one
 /// persisted setting is read. Every entry into the library calls it; only the first call acts.
 void EnsureStarted();
 

@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "core/Ascii.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "text/Separators.h"
 #include "text/StatementKeywords.h"

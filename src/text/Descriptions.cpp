@@ -1,7 +1,7 @@
 #include "text/Descriptions.h"
 
 #include "core/Ascii.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "text/Masking.h"
 
 namespace vendrel {

@@ -6,6 +6,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 
 namespace vendrel {
@@ -14,8 +15,10 @@ namespace {
 // More patterns than the system has; a host that invents patterns starts the store anew.
 constexpr std::size_t kMaxPatterns = 64;
 
+using PatternStore = std::unordered_map<std::string, std::unique_ptr<re2::RE2>>;
+
 const re2::RE2& Compiled(std::string_view pattern) {
-  static std::unordered_map<std::string, std::unique_ptr<re2::RE2>> store;
+  PatternStore& store = InUse<PatternStore>();
   const std::string key(pattern);
   const auto found = store.find(key);
   if (found != store.end()) return *found->second;

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "core/MessageService.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "typelib/MissingLibraries.h"
 

@@ -194,6 +194,7 @@ std::shared_ptr<Variable> LibraryLoader::NewField(const MemberInfo& member, UDT&
 }  // namespace
 
 bool VBProject::LoadFromTypeLib(std::string_view Path) try {
+  const Workspace::Use use(Workspace());
   ForgetFolders();
   ProjectSourceType = ptsTypeLibrary;
   ProjectSourceAccess = psaNone;
@@ -229,6 +230,7 @@ bool VBProject::LoadFromTypeLib(std::string_view Path) try {
 }
 
 void VBProject::AddHelpDescription(CodeElement& element, std::string_view HelpText) try {
+  const Workspace::Use use(Workspace());
   OnDemand<vendrel::TaggedComments>* comments = element.TaggedCommentsField();
   if (!LoadTypeLibHelpStrings || !comments) return;
   auto comment = std::make_shared<TaggedComment>();

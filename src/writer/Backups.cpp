@@ -2,7 +2,7 @@
 
 #include "core/CaseFold.h"
 #include "core/MessageService.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "services/Procedures.h"
 

@@ -88,6 +88,7 @@ std::string MakeSwitch(const VBProject& project, const FileSystemObject& log) {
 }  // namespace
 
 std::string VBProject::Compiler() try {
+  const Workspace::Use use(Workspace());
   if (mCompiler.empty()) {
     std::string host = CurrentEXEName();
     mCompiler = ContainsNoCaseAscii(host, "\\vb") ? std::move(host) : RegisteredCommand();
@@ -99,6 +100,7 @@ std::string VBProject::Compiler() try {
 }
 
 bool VBProject::Make() try {
+  const Workspace::Use use(Workspace());
   const std::string compiler = Compiler();
   // An empty command would start the project itself.
   if (Trim(compiler).empty())
@@ -120,6 +122,7 @@ bool VBProject::Make() try {
 }
 
 void VBProject::OpenInVB(bool Asynchronous) try {
+  const Workspace::Use use(Workspace());
   std::string command = TextUtility::Field(RegisteredCommand(), kPlaceOfProject, 1);
   if (command.empty()) throw VendrelError(errInvalidArgument, "no development environment known");
   command.pop_back();  // the quotation mark in front of the place of the project

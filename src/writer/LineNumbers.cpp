@@ -4,7 +4,7 @@
 
 #include "core/Ascii.h"
 #include "core/NumericText.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "project/EnumerationValues.h"
 #include "project/VBProject.h"

@@ -6,7 +6,7 @@
 
 #include "core/Ascii.h"
 #include "core/MessageService.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "project/VBProject.h"
@@ -162,6 +162,7 @@ bool WriteModule(Component& component, std::string_view path) try {
 }
 
 bool Component::WriteOut() try {
+  const Workspace::Use use(Options().Workspace());
   vendrel::VBProject* project = VBProject();
   WriteModule(*this, project ? ComponentOutputFileName(*project, *this) : FileName.FullPath());
   return false;

@@ -37,6 +37,7 @@ Block* AddMain(VBProject& project) {
 std::shared_ptr<Component> VBProject::NewComponent(FileTypeEnum ComponentType,
                                                    std::string_view Name,
                                                    std::string_view fileName) try {
+  const Workspace::Use use(Workspace());
   auto component = std::make_shared<Component>();
   component->SetVBProject(this);
   component->FileName.SetBaseFile(&FileName);
@@ -64,6 +65,7 @@ std::shared_ptr<Component> VBProject::NewComponent(FileTypeEnum ComponentType,
 }
 
 Block* VBProject::StartupBlock() try {
+  const Workspace::Use use(Workspace());
   Block* block = FindMain(*this);
   if (!block) block = AddMain(*this);
   const bool startsWithForm =

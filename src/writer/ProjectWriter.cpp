@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "core/CaseFold.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "writer/Backups.h"
 #include "writer/LineNumbers.h"
@@ -111,6 +111,7 @@ bool VBProject::SameLocation() const {
 }
 
 void VBProject::WriteOut(bool OnlyProjectFile) try {
+  const Workspace::Use use(Workspace());
   // VB.NET projects are written by rules of their own.
   if (LanguageVersion() == lvVisualBasicDotNet || ProjectSourceAccess != psaReadWrite) return;
   const DiagnosticScope scope(&Diagnostics, FileName.FullPath());

@@ -2,7 +2,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "services/Procedures.h"
@@ -91,6 +91,7 @@ void CopyOrTell(const std::string& source, const std::string& target) {
 }
 
 void Component::CopyTo(std::string_view Path) try {
+  const Workspace::Use use(Options().Workspace());
   vendrel::VBProject* project = VBProject();
   if (!project) throw VendrelError(errObjectNotSet, "the component has no project");
   FileSystemObject folder;

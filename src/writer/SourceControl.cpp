@@ -104,6 +104,7 @@ std::shared_ptr<VSSItem> FolderDatabase::Item(std::string_view projectPath) try 
 }
 
 std::shared_ptr<VSSItem> VBProject::SourceSafeItem() try {
+  const Workspace::Use use(Workspace());
   if (!FileName.Exists()) return nullptr;
   const Link link = ReadLink(FileName);
   if (link.Project.empty() || StartsWithNoCaseAscii(link.Project, kNotControlled)) return nullptr;

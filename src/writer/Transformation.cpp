@@ -29,6 +29,7 @@ void RunStep(VBProject& project, const TransformationKind& kind, TransformationS
 }  // namespace
 
 bool VBProject::TransformWithPlan(TransformationPlan& Plan) try {
+  const Workspace::Use use(Workspace());
   const auto manager = CreateOrRaise<TransformationManager>(TransformationManager::kProgID);
   for (const TransformationKind& kind : manager->Kinds())
     for (std::size_t i = 1; i <= Plan.StepCount(); ++i)

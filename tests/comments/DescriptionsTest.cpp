@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "comments/CommentedModule.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "model/PropertyGroup.h"
 
 namespace vendrel {

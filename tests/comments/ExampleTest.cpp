@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "comments/CommentedModule.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "model/Example.h"
 #include "support/Boxes.h"

@@ -7,7 +7,7 @@
 #include <sstream>
 
 #include "comments/TaggedCommentRules.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "support/Raised.h"
 
 namespace vendrel {

@@ -7,7 +7,7 @@
 #include <map>
 #include <sstream>
 
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "names/NameWalk.h"
 #include "output/Dump.h"
 #include "project/VBProjectGroup.h"

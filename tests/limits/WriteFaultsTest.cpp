@@ -11,7 +11,7 @@
 #include <sstream>
 
 #include "cli/Interrupts.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "output/Dump.h"
 #include "project/VBProject.h"
 #include "services/AtomicFile.h"

@@ -31,6 +31,28 @@ TEST(ElementCollection, TellsADuplicateAndKeepsTheFirst) {
   EXPECT_EQ(told.begin()->Text, "duplicate Enumeration 'COLOUR'; the first one stays");
 }
 
+// What was moved has its keys, what it came from is an empty collection like any other.
+TEST(KeyedCollection, AnswersForAbsentKeysAfterAMove) {
+  const auto fill = [](auto& into, int from, int count) {
+    for (int i = from; i < from + count; ++i)
+      into.Insert(std::make_shared<int>(i), "key" + std::to_string(i));
+  };
+  KeyedCollection<int> first;
+  fill(first, 0, 20);
+  KeyedCollection<int> second = std::move(first);
+  KeyedCollection<int> third;
+  fill(third, 0, 20);
+  first = std::move(third);
+  for (KeyedCollection<int>* moved : {&first, &second}) {
+    fill(*moved, 20, 12);
+    EXPECT_EQ(*moved->Find("KEY19"), 19);
+    EXPECT_EQ(moved->Find("absent"), nullptr);
+    EXPECT_EQ(moved->Count(), 32u);
+  }
+  fill(third, 0, 1);
+  EXPECT_EQ(third.Find("key19"), nullptr);
+}
+
 TEST(TaggedComments, AreFoundByKeyAndByTagWhereTheClientAsksForIt) {
   TaggedComments comments;
   const auto first = test::Tagged("##NOTE", "1");

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "model/Building.h"
+#include "project/VBProject.h"
 
 namespace vendrel {
 namespace {
@@ -58,7 +59,7 @@ TEST(PropertyGroup, CommentsComeFromTheProceduresThatTheOptionNames) {
                {pcPropertyGet, "##G ", "reads"},
                {pcPropertyLetSet, "##L ", "writes"}};
   for (const auto& c : cases) {
-    ProjectOptions options;
+    VBProject options;
     options.PropertyCommentsFrom = c.From;
     Component component;
     component.SetVBProject(&options);

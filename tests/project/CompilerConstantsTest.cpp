@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "project/VBProject.h"
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "project/VBProjectGroup.h"
 #include "support/Projects.h"
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "support/Boxes.h"
 #include "support/Projects.h"

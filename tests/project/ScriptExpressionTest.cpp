@@ -248,6 +248,7 @@ TEST(ScriptDate, ReadsAndWritesEveryDay) {
       {"12/30/1899 12:00 PM", "12:00:00 PM"},
       {"12/29/1899 6:00", "12/29/1899 6:00:00 AM"},
       {"1/1/100", "1/1/100"},
+      {"0:00", "12:00:00 AM"},
       {"23:59:59", "11:59:59 PM"}};
   for (const auto& [text, shown] : cases) {
     const auto date = DateFromText(text);

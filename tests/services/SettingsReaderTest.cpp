@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "services/Startup.h"
 #include "support/MemoryFiles.h"

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "core/MessageService.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "services/Startup.h"
 
 namespace {

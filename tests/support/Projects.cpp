@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/Ascii.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "project/ModuleNames.h"
 #include "text/StatementKeywords.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "support/Projects.h"
 #include "support/Raised.h"

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "core/ObjectRegistry.h"
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "project/VBProject.h"
 #include "services/Startup.h"
 #include "support/Services.h"

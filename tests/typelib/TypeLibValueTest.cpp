@@ -32,7 +32,8 @@ TEST(TypeLibValue, WritesDatesOfAnAmericanMachine) {
     double Days;
     const char* Text;
   } const cases[] = {{32, "1/31/1900"},
-                     {0, "12/30/1899"},
+                     {0, "12:00:00 AM"},
+                     {-1.9999999, "12/30/1899"},
                      {0.5, "12:00:00 PM"},
                      {36526.75, "1/1/2000 6:00:00 PM"},
                      {-1.25, "12/29/1899 6:00:00 AM"},

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "support/Projects.h"
 
 namespace vendrel::test {

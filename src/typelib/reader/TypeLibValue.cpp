@@ -5,39 +5,10 @@
 #include <cstdlib>
 
 #include "core/Ascii.h"
+#include "core/Calendar.h"
 
 namespace vendrel::typelib {
 namespace {
-
-// Dates of the language run from 1 January 100 to 31 December 9999.
-constexpr double kFirstDate = -657434, kDateEnd = 2958466;
-
-struct Day {
-  long Year;
-  unsigned Month, DayOfMonth;
-};
-
-// Civil date of a day count from 1970-01-01, by eras of 400 years.
-Day CivilDay(long days) {
-  days += 719468;
-  const long era = (days >= 0 ? days : days - 146096) / 146097;
-  const unsigned long dayOfEra = static_cast<unsigned long>(days - era * 146097);
-  const unsigned long yearOfEra =
-      (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-  const unsigned long dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-  const unsigned long shifted = (5 * dayOfYear + 2) / 153;
-  const unsigned month = static_cast<unsigned>(shifted < 10 ? shifted + 3 : shifted - 9);
-  return {static_cast<long>(yearOfEra) + era * 400 + (month <= 2 ? 1 : 0), month,
-          static_cast<unsigned>(dayOfYear - (153 * shifted + 2) / 5 + 1)};
-}
-
-std::string TimeText(long seconds) {
-  const long hour = seconds / 3600;
-  char text[32];
-  std::snprintf(text, sizeof text, "%ld:%02ld:%02ld %s", hour % 12 == 0 ? 12 : hour % 12,
-                seconds / 60 % 60, seconds % 60, hour < 12 ? "AM" : "PM");
-  return text;
-}
 
 std::string CurrencyText(std::int64_t scaled) {
   const bool negative = scaled < 0;
@@ -68,19 +39,8 @@ bool ReadsAsNumber(std::string_view text) {
 }  // namespace
 
 std::string DateText(double days) {
-  if (!(days >= kFirstDate && days < kDateEnd)) return NumberText(days, 15);
-  // Before day zero the fraction still counts forward from midnight.
-  double whole = std::trunc(days);
-  long seconds = std::lround(std::fabs(days - whole) * 86400);
-  if (seconds == 86400) {
-    seconds = 0;
-    whole += 1;
-  }
-  if (whole == 0 && seconds != 0) return TimeText(seconds);
-  const Day day = CivilDay(static_cast<long>(whole) - 25569);
-  std::string text = std::to_string(day.Month) + "/" + std::to_string(day.DayOfMonth) + "/" +
-                     std::to_string(day.Year);
-  return seconds == 0 ? text : text + " " + TimeText(seconds);
+  const bool isDate = days >= kFirstDate && days < kLastDate + 1;
+  return isDate ? vendrel::DateText(days) : NumberText(days, 15);
 }
 
 std::string NumberText(double number, int digits) {
