@@ -1,5 +1,6 @@
 #include "typelib/MissingLibraries.h"
 
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "typelib/reader/LibraryFinder.h"
 
@@ -8,7 +9,9 @@ namespace {
 
 using namespace typelib;
 
-MissingLibraries* gCounting = nullptr;
+struct OpenCount {
+  MissingLibraries* Innermost = nullptr;
+};
 
 }  // namespace
 
@@ -24,13 +27,17 @@ std::string MissingLibraryOf(const TypeLibInfo& importer, TypeReference referenc
          std::to_string(import.MinorVersion) + ")";
 }
 
-MissingLibraries::MissingLibraries() : mOuter(gCounting) { gCounting = this; }
-MissingLibraries::~MissingLibraries() { gCounting = mOuter; }
+MissingLibraries::MissingLibraries()
+    : mInnermost(InUse<OpenCount>().Innermost), mOuter(mInnermost) {
+  mInnermost = this;
+}
+MissingLibraries::~MissingLibraries() { mInnermost = mOuter; }
 
 bool MissingLibraries::Count(const std::string& library) {
-  if (!gCounting || library.empty()) return false;
-  auto& missed = gCounting->mMissed;
-  const auto [entry, isNew] = gCounting->mPlaces.try_emplace(library, missed.size());
+  MissingLibraries* counting = InUse<OpenCount>().Innermost;
+  if (!counting || library.empty()) return false;
+  auto& missed = counting->mMissed;
+  const auto [entry, isNew] = counting->mPlaces.try_emplace(library, missed.size());
   if (isNew) missed.emplace_back(library, 0);
   ++missed[entry->second].second;
   return true;

@@ -32,6 +32,7 @@ class MissingLibraries {
  private:
   std::vector<std::pair<std::string, std::size_t>> mMissed;
   std::map<std::string, std::size_t> mPlaces;
+  MissingLibraries*& mInnermost;  // of the workspace in use
   MissingLibraries* mOuter;
 };
 

@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "core/ObjectRegistry.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "project/VBProject.h"
 #include "services/SettingsReader.h"
@@ -85,6 +86,10 @@ std::string NameOfLibrary(const std::string& nativePath) {
   return TLIApplication::New()->LibraryName(nativePath);
 }
 
+struct TextPageOfLibraries {
+  std::string Name;
+};
+
 }  // namespace
 
 std::string TLIApplication::LibraryName(const std::string& Path) {
@@ -92,10 +97,7 @@ std::string TLIApplication::LibraryName(const std::string& Path) {
   return library ? std::string(library->Name) : std::string();
 }
 
-std::string& TLIApplication::TextPage() {
-  static std::string page;
-  return page;
-}
+std::string& TLIApplication::TextPage() { return InUse<TextPageOfLibraries>().Name; }
 
 std::shared_ptr<TLIApplication> TLIApplication::New() {
   auto service = ObjectRegistry::Create<TLIApplication>(kTypeLibProgId);

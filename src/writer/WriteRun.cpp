@@ -1,23 +1,26 @@
 #include "writer/WriteRun.h"
 
 #include "core/CaseFold.h"
+#include "core/Workspace.h"
 
 namespace vendrel {
 namespace {
 
-WriteRun* current = nullptr;
+struct OpenRun {
+  WriteRun* Outermost = nullptr;
+};
 
 }  // namespace
 
-WriteRun::WriteRun() : mOuter(current) {
-  if (!mOuter) current = this;
+WriteRun::WriteRun() : mOutermost(InUse<OpenRun>().Outermost), mOuter(mOutermost) {
+  if (!mOuter) mOutermost = this;
 }
 
 WriteRun::~WriteRun() {
-  if (!mOuter) current = nullptr;
+  if (!mOuter) mOutermost = nullptr;
 }
 
-WriteRun* WriteRun::Current() { return current; }
+WriteRun* WriteRun::Current() { return InUse<OpenRun>().Outermost; }
 
 bool WriteRun::Take(std::string_view backupPath) {
   return mBackups.insert(FoldKey(backupPath)).second;

@@ -47,6 +47,7 @@ class WriteRun {
     std::unordered_set<std::string> mPaths;
   };
 
+  WriteRun*& mOutermost;  // of the workspace in use
   WriteRun* mOuter;
   Files mWritten, mBackedUp;
   std::unordered_set<std::string> mBackups;
