@@ -28,7 +28,11 @@ class PretendedFiles::Source final : public FileSource {
   std::map<std::string, std::string> Files;
 
   int OpenForReading(const std::string& path) override {
-    if (Files.count(path)) return Handle(path);
+    if (Files.count(path)) {
+      // What is written over and read later is a source that the write would destroy.
+      if (const int handle = mUnder.OpenForReading(path); handle >= 0) mUnder.Close(handle);
+      return Handle(path);
+    }
     return mGone.count(path) ? -ENOENT : mUnder.OpenForReading(path);
   }
   int CreateNew(const std::string& path, std::uint32_t) override {

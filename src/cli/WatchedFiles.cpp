@@ -1,5 +1,6 @@
 #include "cli/WatchedFiles.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <map>
 #include <set>
@@ -46,7 +47,7 @@ class WatchedFiles::Source final : public FileSource {
   }
   int CreateNew(const std::string& path, std::uint32_t mode) override {
     LookForSignal();
-    const std::string folder = path.substr(0, path.rfind('/') + 1);
+    const std::string folder = path.substr(0, std::max<std::size_t>(path.rfind('/'), 1));
     if (RemovesLeft && mCleaned.insert(folder).second) vendrel::RemoveLeftFiles(mUnder, folder);
     return mUnder.CreateNew(path, mode);
   }

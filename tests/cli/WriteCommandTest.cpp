@@ -97,8 +97,9 @@ TEST_F(WriteCommand, ADryRunWritesNothingAndShowsTheDifference) {
   EXPECT_THAT(Run({"/g/A.vbp", "--to", "/out", "--dry-run"}), HasSubstr("new /out/M.bas\n"));
   EXPECT_FALSE(mFiles.Has("/out"));
   mFiles.Add("/out/M.bas", "' there");
-  EXPECT_THAT(Run({"/g/A.vbp", "--to", "/out", "--dry-run"}),
-              HasSubstr("changed /out/M.bas\n--- /out/M.bas\n+++ /out/M.bas\n@@ -1 +1,7 @@\n-' "));
+  EXPECT_THAT(
+      Run({"/g/A.vbp", "--to", "/out", "--dry-run"}),
+      HasSubstr("changed /out/M.bas\n--- /out/M.bas\n+++ /out/M.bas\n@@ -1,1 +1,7 @@\n-' there\n"));
   mFiles.Add("/out/M.bas", kWrittenModule);
   EXPECT_THAT(Run({"/g/A.vbp", "--to", "/out", "--dry-run"}), HasSubstr("same /out/M.bas\n"));
 }
