@@ -9,6 +9,7 @@
 #include "services/FileSource.h"
 #include "writer/Backups.h"
 #include "writer/LineNumbers.h"
+#include "writer/WriteRun.h"
 
 namespace vendrel::cli {
 namespace {
@@ -54,7 +55,7 @@ void WriteModuleAlone(VBProject& project) {
   const DiagnosticScope scope(&project.Diagnostics, project.FileName.FullPath());
   BeginNumbering(project);
   if (project.SameLocation()) {
-    Backups backups(project);
+    Backups backups(project, WriteRun::Current());
     if (!backups.MakeFolder() || !backups.KeepModule(module.FileName)) return;  // told
   }
   module.WriteOut();
