@@ -6,8 +6,8 @@
 #include "comments/Placing.h"
 #include "comments/TaggedCommentRules.h"
 #include "core/CaseFold.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "project/VBProjectGroup.h"
 
 namespace vendrel {
@@ -248,14 +248,10 @@ void AttachByKind(Application& a) try {
     case etDeclareStatement: return AttachToDeclare(a);
     case etImplementedInterface: return AttachToInterface(a);
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("AttachByKind", "ApplyTaggedComment", LineReached())
-      .Local("Tag", a.Comment->TagIdentifier)
-      .Local("Kind", a.Kind)
-      .Local("LastElement", a.LastElement)
-      .Of(a.Block);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Local("Tag", a.Comment->TagIdentifier),
+                   trace::Local("Kind", a.Kind), trace::Local("LastElement", a.LastElement),
+                   trace::Me(a.Block))
 
 // Whether an element of the kind is at hand, for a comment that names none.
 bool IsAtHand(const Application& a) {
@@ -305,13 +301,9 @@ bool Block::ApplyTaggedComment(const std::shared_ptr<TaggedComment>& tc) try {
   if (ReadExclusion(a)) return true;
   AttachByKind(a);
   return a.Applied;
-} catch (VendrelError& failure) {
-  failure.AddContext("Block.ApplyTaggedComment", "ApplyTaggedComment", LineReached())
-      .Parameter("Tag", tc ? tc->TagIdentifier : std::string())
-      .Parameter("Text", tc ? tc->Text : std::string())
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Parameter("Tag", tc ? tc->TagIdentifier : std::string()),
+                   trace::Parameter("Text", tc ? tc->Text : std::string()), *this)
 
 ElementTypeEnum FixedKind(const TaggedCommentDef& definition) {
   if (definition.ElementType != etNone) return definition.ElementType;

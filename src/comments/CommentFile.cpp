@@ -10,8 +10,8 @@
 
 #include "comments/TagDefinitions.h"
 #include "comments/TaggedCommentRules.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "model/Block.h"
 #include "model/Component.h"
 #include "project/VBProject.h"
@@ -153,12 +153,9 @@ void ApplyOne(VBProject& project, const pugi::xml_node& item,
   if (canPlace) Prepare(place);
   if (!canPlace || !place.Block->ApplyTaggedComment(comment))
     Tell(DiagnosticCode::CommentUnplaced, {comment->TagIdentifier + " for " + std::string(name)});
-} catch (VendrelError& failure) {
-  failure.AddContext("ApplyOne", "CommentFile", LineReached())
-      .Local("eid", item.attribute("eid").value())
-      .Local("tid", item.attribute("tid").value());
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Local("eid", item.attribute("eid").value()),
+                   trace::Local("tid", item.attribute("tid").value()))
 
 // ---- Writing -----------------------------------------------------------------------------------
 
@@ -289,12 +286,8 @@ void VBProject::ApplyCommentFile() try {
       line += text[counted] == '\n';
     ApplyOne(*this, item, elements);
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.ApplyCommentFile", "CommentFile")
-      .Field("CommentFile", CommentFile.FullPath())
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(trace::Field("CommentFile", CommentFile.FullPath()), *this)
 
 void ForEachCommentedElement(VBProject& project, const std::function<void(CodeElement&)>& visit) {
   visit(project);
@@ -321,9 +314,7 @@ void WriteCommentFile(VBProject& project, std::ostream& out) try {
   CommentFileOfSeveral file;
   file.Add(project);
   file.Write(out);
-} catch (VendrelError& failure) {
-  failure.AddContext("WriteCommentFile", "CommentFile").Parameter("project", project);
-  throw;
 }
+VENDREL_CONTEXT(project)
 
 }  // namespace vendrel

@@ -5,8 +5,8 @@
 
 #include "core/CaseFold.h"
 #include "core/MessageService.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "model/Block.h"
 #include "model/Component.h"
 #include "model/Example.h"
@@ -67,10 +67,8 @@ void Example::Load(std::string_view Source) try {
   } catch (const std::exception&) {
     TellWrongFormat(Source);
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("Example.Load", "ExampleRules").Parameter("Source", Source).Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(Source, *this)
 
 void Example::SetRelatedItem(CodeElement* item) {
   mRelatedItem = item;
@@ -98,9 +96,7 @@ void VBProject::ResolveExamples() try {
     OnDemand<vendrel::Examples>* examples = target ? target->ExamplesField() : &Examples;
     if (examples) (*examples)->Add(example);
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.ResolveExamples", "ExampleRules").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 }  // namespace vendrel

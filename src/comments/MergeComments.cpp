@@ -1,7 +1,7 @@
 // Comments of one tag folded into the descriptions of their elements, after loading.
 
 #include "comments/Descriptions.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "model/Block.h"
 #include "model/Component.h"
 #include "project/VBProject.h"
@@ -32,14 +32,8 @@ void Block::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank, bool
   const MergeRequest merge{TagID, OnlyUseIfBlank, Overwrite};
   if (BlockType() != btDeclarations) return merge.Into(*this);
   if (const vendrel::Variables* variables = Variables.IfAny()) merge.IntoEach(*variables);
-} catch (VendrelError& failure) {
-  failure.AddContext("Block.MergeTaggedComment", "MergeComments")
-      .Parameter("TagID", TagID)
-      .Parameter("OnlyUseIfBlank", OnlyUseIfBlank)
-      .Parameter("Overwrite", Overwrite)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(TagID, OnlyUseIfBlank, Overwrite, *this)
 
 void Component::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank,
                                    bool Overwrite) try {
@@ -59,27 +53,15 @@ void Component::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank,
     if (block.IsMethod() ||
         (block.IsProperty() && ConsolidatedPropertyBlock(block.Name(), true) == &block))
       block.MergeTaggedComment(TagID, OnlyUseIfBlank, Overwrite);
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.MergeTaggedComment", "MergeComments")
-      .Parameter("TagID", TagID)
-      .Parameter("OnlyUseIfBlank", OnlyUseIfBlank)
-      .Parameter("Overwrite", Overwrite)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(TagID, OnlyUseIfBlank, Overwrite, *this)
 
 void VBProject::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank,
                                    bool Overwrite) try {
   const Workspace::Use use(Workspace());
   for (Component& component : Components)
     component.MergeTaggedComment(TagID, OnlyUseIfBlank, Overwrite);
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.MergeTaggedComment", "MergeComments")
-      .Parameter("TagID", TagID)
-      .Parameter("OnlyUseIfBlank", OnlyUseIfBlank)
-      .Parameter("Overwrite", Overwrite)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(TagID, OnlyUseIfBlank, Overwrite, *this)
 
 }  // namespace vendrel

@@ -1,7 +1,7 @@
 // A property is up to three procedures of one name; clients want one description of it.
 
 #include "comments/TaggedCommentRules.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "model/Component.h"
 #include "text/Descriptions.h"
 
@@ -93,12 +93,8 @@ Block* Component::ConsolidatedPropertyBlock(std::string_view name, bool /*includ
   result->Consolidated = true;
   if (ranked.Counted > 1) result->IsHiddenMember = hidden;
   return result;
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.ConsolidatedPropertyBlock", "PropertyComments")
-      .Parameter("name", name)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(name, *this)
 
 void PropertyGroup::ConsolidateDescriptions() const try {
   if (mTaggedComments) return;
@@ -113,9 +109,7 @@ void PropertyGroup::ConsolidateDescriptions() const try {
     AppendDescription(mTaggedDescription.Edit(), block->TaggedDescription);
     AppendDescription(mUnTaggedDescription.Edit(), block->UnTaggedDescription);
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("PropertyGroup.ConsolidateDescriptions", "PropertyComments").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 }  // namespace vendrel

@@ -6,8 +6,8 @@
 
 #include "comments/Placing.h"
 #include "core/CaseFold.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "model/Example.h"
 
 namespace vendrel {
@@ -183,13 +183,9 @@ Outcome ActOnCommand(Application& a) try {
   for (const Command& command : kCommands)
     if (a.Is(command.Tag)) return command.Act(a);
   return Outcome::GoesOn;
-} catch (VendrelError& failure) {
-  failure.AddContext("ActOnCommand", "TagCommands", LineReached())
-      .Local("Tag", a.Comment->TagIdentifier)
-      .Local("Qualifier", a.Comment->Qualifier)
-      .Of(a.Block);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Local("Tag", a.Comment->TagIdentifier),
+                   trace::Local("Qualifier", a.Comment->Qualifier), trace::Me(a.Block))
 
 bool IsCommandTag(std::string_view tag) {
   for (const Command& command : kCommands)

@@ -5,7 +5,7 @@
 
 #include "comments/TagDefinitions.h"
 #include "core/Ascii.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "services/FileSource.h"
 
 namespace vendrel {
@@ -96,12 +96,8 @@ TaggedCommentDef ReadEntry(const json& entry, const std::string& where, std::str
   }
   if (definition.TagIdentifier.empty()) Refuse(file, where + ": TagIdentifier is missing");
   return definition;
-} catch (VendrelError& failure) {
-  failure.AddContext("ReadEntry", "TagDefinitionFile")
-      .Parameter("where", where)
-      .Parameter("file", file);
-  throw;
 }
+VENDREL_CONTEXT(where, file)
 
 class TagFile final : public TemplateObjects {
  public:
@@ -133,22 +129,15 @@ TaggedCommentDefs ReadTagDefinitions(std::string_view text, std::string_view nam
   const std::string fault = definitions.UpgradeFault();
   if (!fault.empty()) Refuse(name, fault);
   return definitions;
-} catch (VendrelError& failure) {
-  failure.AddContext("ReadTagDefinitions", "TagDefinitionFile")
-      .Parameter("text", text)
-      .Parameter("name", name);
-  throw;
 }
+VENDREL_CONTEXT(text, name)
 
 void UseTagDefinitionFile(const std::string& nativePath) try {
   const std::string text = ReadWholeFile(nativePath);
   std::string_view body = text;
   if (body.starts_with("\xEF\xBB\xBF")) body.remove_prefix(3);
   TemplateObjects::Install(std::make_shared<TagFile>(ReadTagDefinitions(body, nativePath)));
-} catch (VendrelError& failure) {
-  failure.AddContext("UseTagDefinitionFile", "TagDefinitionFile")
-      .Parameter("nativePath", nativePath);
-  throw;
 }
+VENDREL_CONTEXT(nativePath)
 
 }  // namespace vendrel

@@ -6,7 +6,7 @@
 #include "core/CaseFold.h"
 #include "core/ObjectRegistry.h"
 #include "core/Workspace.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 
 namespace vendrel {
 namespace {
@@ -65,20 +65,15 @@ const TaggedCommentDef* TaggedCommentDefs::Find(std::string_view TagIdentifier) 
 const TaggedCommentDef& TaggedCommentDefs::Item(std::string_view TagIdentifier) const try {
   if (const TaggedCommentDef* found = Find(TagIdentifier)) return *found;
   throw VendrelError(errSubscript, TagIdentifier);
-} catch (VendrelError& failure) {
-  failure.AddContext("TaggedCommentDefs.Item", "TagDefinitions")
-      .Parameter("TagIdentifier", TagIdentifier);
-  throw;
 }
+VENDREL_CONTEXT(TagIdentifier)
 
 const TaggedCommentDef& TaggedCommentDefs::Item(int index) const try {
   if (index < 1 || static_cast<std::size_t>(index) > mItems.size())
     throw VendrelError(errSubscript);
   return mItems[static_cast<std::size_t>(index) - 1];
-} catch (VendrelError& failure) {
-  failure.AddContext("TaggedCommentDefs.Item", "TagDefinitions").Parameter("index", index);
-  throw;
 }
+VENDREL_CONTEXT(index)
 
 void TaggedCommentDefs::Add(TaggedCommentDef definition) try {
   const std::string& tag = definition.TagIdentifier;
@@ -90,10 +85,8 @@ void TaggedCommentDefs::Add(TaggedCommentDef definition) try {
   if (mItems.size() * 2 <= mSlots.size()) return Place(static_cast<std::uint32_t>(mItems.size()));
   mSlots.assign(mSlots.empty() ? 64 : mSlots.size() * 2, 0);
   for (std::size_t i = 1; i <= mItems.size(); ++i) Place(static_cast<std::uint32_t>(i));
-} catch (VendrelError& failure) {
-  failure.AddContext("TaggedCommentDefs.Add", "TagDefinitions");
-  throw;
 }
+VENDREL_CONTEXT()
 
 void TaggedCommentDefs::Place(std::uint32_t position) {
   const std::size_t mask = mSlots.size() - 1;
@@ -130,10 +123,8 @@ TemplateObjects& TemplateObjects::Default() try {
   service = ObjectRegistry::Create<TemplateObjects>(kProgId);
   if (!service) throw VendrelError(errCannotCreate, kProgId);
   return *service;
-} catch (VendrelError& failure) {
-  failure.AddContext("TemplateObjects.Default", "TagDefinitions");
-  throw;
 }
+VENDREL_CONTEXT()
 
 void TemplateObjects::Install(std::shared_ptr<TemplateObjects> service) {
   Slot() = std::move(service);

@@ -6,8 +6,8 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/Workspace.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "model/Block.h"
 #include "model/Component.h"
 #include "project/VBProject.h"
@@ -72,24 +72,16 @@ bool TaggedComment::Initialise(std::string_view Source) try {
   Qualifier = words.substr(0, end);
   if (end != std::string_view::npos) Text = words.substr(end + 1);
   return true;
-} catch (VendrelError& failure) {
-  failure.AddContext("TaggedComment.Initialise", "TaggedCommentRules", LineReached())
-      .Parameter("Source", Source)
-      .Field("TagIdentifier", TagIdentifier);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Source, trace::Field("TagIdentifier", TagIdentifier))
 
 void TaggedComment::Upgrade(bool ForAssociation) try {
   if (!ProcessState::Get().mUpgradeLegacyTaggedcomments) return;
   const std::string_view upgraded = UpgradedTag(TagIdentifier, ForAssociation);
   if (upgraded.data() != TagIdentifier.data()) TagIdentifier = std::string(upgraded);
   if (TagIdentifier == kBareTag) TagIdentifier = kSummaryTag;
-} catch (VendrelError& failure) {
-  failure.AddContext("TaggedComment.Upgrade", "TaggedCommentRules", LineReached())
-      .Parameter("ForAssociation", ForAssociation)
-      .Field("TagIdentifier", TagIdentifier);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), ForAssociation, trace::Field("TagIdentifier", TagIdentifier))
 
 std::shared_ptr<TaggedComment> TaggedComment::Clone() const {
   auto copy = std::make_shared<TaggedComment>();
@@ -138,12 +130,9 @@ void Block::HandleTaggedComment(const std::shared_ptr<TaggedComment>& tc) try {
   vendrel::TaggedComments& buffer = *Component->TaggedCommentBuffer;
   buffer.mBehindEnd |= CompletelyLoaded();
   AddTaggedComment(buffer, tc, true, Options().PreserveOriginalTaggedComments);
-} catch (VendrelError& failure) {
-  failure.AddContext("Block.HandleTaggedComment", "TaggedCommentRules", LineReached())
-      .Parameter("Tag", tc ? tc->TagIdentifier : std::string())
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Parameter("Tag", tc ? tc->TagIdentifier : std::string()),
+                   *this)
 
 std::string_view NamespaceFromObject(const CodeElement* Element) {
   if (!Element) return "{none}";

@@ -7,8 +7,8 @@
 #include "comments/TaggedCommentRules.h"
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "model/Block.h"
 #include "model/Component.h"
 
@@ -207,12 +207,8 @@ void OfferEveryTaggedComment(Component& component, Block& block) try {
   const std::size_t count = buffer->Count();
   for (std::size_t i = 0; i < count; ++i)
     if (block.ApplyTaggedComment(buffer->Share(i + 1))) departures.Add(i);
-} catch (VendrelError& failure) {
-  failure.AddContext("OfferEveryTaggedComment", "WaitingComments", LineReached())
-      .Parameter("component", component)
-      .Parameter("block", block);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), component, block)
 
 void OfferTaggedComments(Component& component, Block& block) try {
   TaggedComments* buffer = component.TaggedCommentBuffer.IfAny();
@@ -234,11 +230,7 @@ void OfferTaggedComments(Component& component, Block& block) try {
     buffer->mOffers.reset();  // all that is left is offered again
     throw;
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("OfferTaggedComments", "WaitingComments", LineReached())
-      .Parameter("component", component)
-      .Parameter("block", block);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), component, block)
 
 }  // namespace vendrel

@@ -5,7 +5,7 @@
 
 #include "comments/CommentFile.h"
 #include "core/Ascii.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 
 namespace vendrel {
 namespace {
@@ -75,9 +75,7 @@ void ParseXml(pugi::xml_document& document, std::string_view text, std::string_v
   if (!result) Refuse(text, static_cast<std::size_t>(result.offset), name, result.description());
   CheckRoot(document, text, name);
   CheckReferences(text, name);
-} catch (VendrelError& failure) {
-  failure.AddContext("ParseXml", "XmlText").Parameter("name", name).Local("Size", text.size());
-  throw;
 }
+VENDREL_CONTEXT(name, trace::Local("Size", text.size()))
 
 }  // namespace vendrel

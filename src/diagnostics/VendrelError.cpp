@@ -36,8 +36,8 @@ std::string_view ErrorText(int number) {
   }
 }
 
-VendrelError::VendrelError(int number, std::string_view detail)
-    : mNumber(number), mText(ErrorText(number)) {
+VendrelError::VendrelError(int number, std::string_view detail, const char* file, int line)
+    : mNumber(number), mLine(line), mFile(file), mText(ErrorText(number)) {
   if (!detail.empty()) mText.append(": ").append(detail);
 }
 

@@ -84,13 +84,19 @@ struct ErrorContext {
 /// A failure on its way to the caller.
 class VendrelError : public std::exception {
  public:
-  explicit VendrelError(int number, std::string_view detail = {});
+  /// `file` and `line` are the place in the library's own source that raises the failure.
+  explicit VendrelError(int number, std::string_view detail = {},
+                        const char* file = __builtin_FILE(), int line = __builtin_LINE());
 
   /// One of `ErrorNumber`, or the number an outside object gave.
   int Number() const { return mNumber; }
   /// Standard text, with the detail behind it where there is one.
   const std::string& Text() const { return mText; }
   const char* what() const noexcept override { return mText.c_str(); }
+
+  /// Where the failure was raised: path and 1-based line of the library's source.
+  const char* RaisedIn() const { return mFile; }
+  int RaisedAt() const { return mLine; }
 
   /// Contexts from the innermost procedure outwards.
   const std::vector<ErrorContext>& Contexts() const { return mContexts; }
@@ -99,6 +105,8 @@ class VendrelError : public std::exception {
 
  private:
   int mNumber;
+  int mLine;
+  const char* mFile;
   std::string mText;
   std::vector<ErrorContext> mContexts;
 };

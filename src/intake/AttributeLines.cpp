@@ -1,8 +1,8 @@
 // Stage 4: what an Attribute line says about the module, the block or one of its elements.
 
 #include "core/Ascii.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 
@@ -54,10 +54,8 @@ bool LineIntake::TakeAttribute() try {
   mBlock.AddAttribute(mLine.Text);
   if (statement == "Attribute VB_Exposed = True") mComponent.Access = "PUBLIC";
   return true;
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.TakeAttribute", "AttributeLines", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 bool LineIntake::TakeHelpIDs(std::string_view statement) try {
   const auto valueBehindEquals = [&] {
@@ -78,12 +76,8 @@ bool LineIntake::TakeHelpIDs(std::string_view statement) try {
   Variable* variable = mBlock.Variables.IfAny() ? mBlock.Variables->Item(name) : nullptr;
   if (variable) TakeHelpContextID(mComponent, *variable, NumericValue(Word(statement, 4)));
   return true;
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.TakeHelpIDs", "AttributeLines", LineReached())
-      .Parameter("statement", statement)
-      .Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), statement, trace::Me(mBlock))
 
 void LineIntake::TakeFlags(std::string_view statement) {
   if (ContainsNoCaseAscii(statement, "ATTRIBUTE VB_EXPOSED = TRUE")) {

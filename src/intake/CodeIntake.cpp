@@ -3,8 +3,8 @@
 
 #include "core/Ascii.h"
 #include "core/Workspace.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "intake/Overloads.h"
@@ -83,10 +83,8 @@ void FlushContinuations(Component& component, ModuleIntake& intake) try {
   for (PendingLine& line : pending) component.CurrentBlock.Get()->AddParsedLine(line.Line);
   pending.clear();
   intake.ContinuationBuffer.swap(pending);  // keeps the room
-} catch (VendrelError& failure) {
-  failure.AddContext("FlushContinuations", "CodeIntake", LineReached()).Of(component);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(component))
 
 }  // namespace
 
@@ -107,13 +105,8 @@ void AddParsedCode(Component& component, ParsedLine& line, bool addLine) try {
   if (addLine) component.CurrentBlock.Get()->AddParsedLine(line);
   if (intake.Language == lvVisualBasicDotNet && IsStartLineType(line.LineType))
     CollectOverloads(component);
-} catch (VendrelError& failure) {
-  failure.AddContext("AddParsedCode", "CodeIntake", LineReached())
-      .Parameter("component", component)
-      .Parameter("addLine", addLine)
-      .Local("LineType", line.LineType);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), component, addLine, trace::Local("LineType", line.LineType))
 
 void Component::AddCode(std::string_view Source, bool AddLine) try {
   const Workspace::Use use(Options().Workspace());
@@ -126,24 +119,14 @@ void Component::AddCode(std::string_view Source, bool AddLine) try {
       InitialiseCodeLine(Source, State().CurrentLanguageVersion, Options().Reading);
   ParsedLine line = ParsedLine::Of(record);
   AddParsedCode(*this, line, AddLine);
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.AddCode", "CodeIntake", LineReached())
-      .Parameter("Source", Source)
-      .Parameter("AddLine", AddLine)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Source, AddLine, *this)
 
 void Component::AddCode(const CodeLine& Source, bool AddLine) try {
   const Workspace::Use use(Options().Workspace());
   ParsedLine line = ParsedLine::Of(Source);
   AddParsedCode(*this, line, AddLine);
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.AddCode", "CodeIntake", LineReached())
-      .Parameter("Line", Source.Text)
-      .Parameter("AddLine", AddLine)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Parameter("Line", Source.Text), AddLine, *this)
 
 }  // namespace vendrel

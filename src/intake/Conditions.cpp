@@ -1,8 +1,8 @@
 #include "intake/Conditions.h"
 
 #include "core/Ascii.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "intake/ModuleIntake.h"
 #include "model/Component.h"
 #include "project/CompilerConstants.h"
@@ -52,12 +52,8 @@ void UpdateConditions(Component& component, ModuleIntake& intake, std::string_vi
     TakeElse(intake);
   else if (StartsWithNoCaseAscii(statement, "#END IF"))
     intake.Conditions.Pop();
-} catch (VendrelError& failure) {
-  failure.AddContext("UpdateConditions", "Conditions", LineReached())
-      .Parameter("component", component)
-      .Parameter("statement", statement)
-      .Local("Depth", intake.Conditions.Depth());
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), component, statement,
+                   trace::Local("Depth", intake.Conditions.Depth()))
 
 }  // namespace vendrel

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "core/Ascii.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "intake/CompanionFile.h"
 #include "model/Component.h"
 #include "services/SourceText.h"
@@ -161,10 +161,8 @@ std::vector<ControlProperty> VBControl::ControlProperties() const try {
   if (!component || !component->SourceForm || Span.End == 0) return {};
   if (!component->Options().Reading.ControlProperties) return {};
   return PropertyReader(*component, *this).Read();
-} catch (VendrelError& failure) {
-  failure.AddContext("VBControl.ControlProperties", "ControlProperties").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 std::string_view ControlValueName(ControlValue kind) {
   switch (kind) {

@@ -3,8 +3,8 @@
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
 #include "core/Workspace.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "intake/Declarators.h"
 #include "intake/StartLineText.h"
 #include "model/Component.h"
@@ -50,24 +50,16 @@ void Enumeration::Initialise(std::string_view Source) try {
     break;
   }
   if (OptionsOf(Component).UnTaggedEnumerations) DescribeFromWords(*this, words);
-} catch (VendrelError& failure) {
-  failure.AddContext("Enumeration.Initialise", "DeclarationText", LineReached())
-      .Parameter("Source", Source)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Source, *this)
 
 std::shared_ptr<EnumMember> Enumeration::AddMember(std::string_view Source) try {
   auto member = std::make_shared<EnumMember>();
   member->Initialise(Source, this);
   Members().Add(member, member->Name);
   return member;
-} catch (VendrelError& failure) {
-  failure.AddContext("Enumeration.AddMember", "DeclarationText", LineReached())
-      .Parameter("Source", Source)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Source, *this)
 
 namespace {
 // A member of an Enum begins with no label, and may be called by a keyword alone.
@@ -113,13 +105,8 @@ void EnumMember::Initialise(std::string_view Source, vendrel::Enumeration* paren
     }
   }
   Name = WithoutBrackets(name);
-} catch (VendrelError& failure) {
-  failure.AddContext("EnumMember.Initialise", "DeclarationText", LineReached())
-      .Parameter("Source", Source)
-      .Parameter("parent", parent)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Source, parent, *this)
 
 void UDT::Initialise(std::string_view Source) try {
   const vendrel::Component* component = Component.Get();
@@ -137,12 +124,8 @@ void UDT::Initialise(std::string_view Source) try {
     break;
   }
   if (OptionsOf(Component).UnTaggedUDTs) DescribeFromWords(*this, words);
-} catch (VendrelError& failure) {
-  failure.AddContext("UDT.Initialise", "DeclarationText", LineReached())
-      .Parameter("Source", Source)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Source, *this)
 
 std::shared_ptr<Variable> UDT::AddMember(std::string_view Source) try {
   auto member = std::make_shared<Variable>();
@@ -153,12 +136,8 @@ std::shared_ptr<Variable> UDT::AddMember(std::string_view Source) try {
   DeclaratorReader(text, options ? options->Reading : ReadingRules::Classic(), true).Read(*member);
   Members.Add(member, member->Name);
   return member;
-} catch (VendrelError& failure) {
-  failure.AddContext("UDT.AddMember", "DeclarationText", LineReached())
-      .Parameter("Source", Source)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Source, *this)
 
 namespace {
 // Name of an event whose statement may have no parentheses: the word behind "Event".
@@ -219,12 +198,8 @@ void EventDeclaration::Initialise(std::string_view Source) try {
   if (reading.DefaultAccess)
     Access = StartsWithNoCaseAscii(line.StatementPart, "PRIVATE") ? "PRIVATE" : "PUBLIC";
   Parameters->LoadStatement(line.StatementPart, this, false);
-} catch (VendrelError& failure) {
-  failure.AddContext("EventDeclaration.Initialise", "DeclarationText", LineReached())
-      .Parameter("Source", Source)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Source, *this)
 
 namespace {
 
@@ -329,12 +304,8 @@ void DeclareWords::Take(std::string_view word) {
 
 void DeclareDeclaration::Initialise(const CodeLine& oLine) try {
   InitialiseFrom(oLine.StatementPart);
-} catch (VendrelError& failure) {
-  failure.AddContext("DeclareDeclaration.Initialise", "DeclarationText", LineReached())
-      .Parameter("Line", oLine.Text)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Parameter("Line", oLine.Text), *this)
 
 void DeclareDeclaration::InitialiseFrom(std::string_view statement) try {
   const bool wholeNames = State().CurrentReading.BracketedNames;
@@ -350,11 +321,7 @@ void DeclareDeclaration::InitialiseFrom(std::string_view statement) try {
   Parameters.Renew();
   Parameters->Component = Component.Get();
   Parameters->LoadStatement(statement, this, false);
-} catch (VendrelError& failure) {
-  failure.AddContext("DeclareDeclaration.InitialiseFrom", "DeclarationText", LineReached())
-      .Parameter("statement", statement)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), statement, *this)
 
 }  // namespace vendrel

@@ -5,8 +5,8 @@
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
 #include "core/Workspace.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 #include "model/ProjectOptions.h"
 #include "text/CodeLine.h"
@@ -265,12 +265,8 @@ void Variable::Initialise(std::string& s) try {
   DeclaratorReader reader(statement, options ? options->Reading : ReadingRules::Classic());
   reader.Read(*this);
   s = reader.Remainder();
-} catch (VendrelError& failure) {
-  failure.AddContext("Variable.Initialise", "Declarators", LineReached())
-      .Parameter("s", s)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), s, *this)
 
 ConstantReader::ConstantReader(std::string_view statement, bool wholeLists)
     : mRest(Trim(statement)), mWholeLists(wholeLists) {}
@@ -346,12 +342,7 @@ void Constant::Initialise(std::string_view Source, std::string& Remainder) try {
   ConstantReader reader(line.StatementPart, reading.WholeDefaults);
   reader.Read(*this);
   Remainder = reader.Remainder();
-} catch (VendrelError& failure) {
-  failure.AddContext("Constant.Initialise", "Declarators", LineReached())
-      .Parameter("Source", Source)
-      .Parameter("Remainder", Remainder)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Source, Remainder, *this)
 
 }  // namespace vendrel

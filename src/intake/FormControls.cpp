@@ -3,8 +3,8 @@
 #include <charconv>
 
 #include "core/Ascii.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "services/FileSource.h"
 #include "services/SourceText.h"
@@ -53,12 +53,8 @@ std::shared_ptr<VBControl> ControlReader::Read(std::string_view beginLine) try {
   if (!mOpen.empty()) Tell(DiagnosticCode::ControlTreeOpen, {mOpen.back().Control->Name});
   while (!mOpen.empty()) Close(false);
   return mRoot;
-} catch (VendrelError& failure) {
-  failure.AddContext("ControlReader.Read", "FormControls", LineReached())
-      .Parameter("beginLine", beginLine)
-      .Of(mComponent);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), beginLine, trace::Me(mComponent))
 
 // Every line of the description stays part of the source.
 std::string_view ControlReader::NextLine() {
@@ -103,13 +99,9 @@ void ControlReader::TakeLine(std::string_view line) try {
     SkipProperty();
   else if (line.find('=') != std::string_view::npos)
     TakeProperty(line);
-} catch (VendrelError& failure) {
-  failure.AddContext("ControlReader.TakeLine", "FormControls", LineReached())
-      .Parameter("line", line)
-      .Local("OpenControls", mOpen.size())
-      .Of(mComponent);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), line, trace::Local("OpenControls", mOpen.size()),
+                   trace::Me(mComponent))
 
 void ControlReader::Close(bool atEndLine) {
   OpenControl closed = std::move(mOpen.back());

@@ -2,8 +2,8 @@
 
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "intake/ProcedureSources.h"
@@ -118,10 +118,8 @@ void LineIntake::AddDelegate() try {
   if (Namespace* space = mComponent.Namespace.Get()) space->Delegates.Add(self, mBlock.Name());
   mIntake.DetachedBlock = self;
   blocks.Remove(blocks.Count());
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.AddDelegate", "LineComments", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 void LineIntake::FindEventSource() {
   if (!mBlock.Interface.empty()) return;
@@ -163,10 +161,8 @@ void LineIntake::FinishStartLine() try {
     SettleAccess();
   }
   SettlePropertyType();
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.FinishStartLine", "LineComments", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 void LineIntake::SettleAccess() {
   if (mComponent.OptionPrivate) {

@@ -2,8 +2,8 @@
 
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "intake/Declarators.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
@@ -61,12 +61,8 @@ void LineIntake::TakeProcedure(BlockTypeEnum type) try {
   ReadSignature();
   mBlock.DefinitionLine = mLine.StatementPart;
   SetLast(&mBlock);
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.TakeProcedure", "LineDispatch", LineReached())
-      .Parameter("type", type)
-      .Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), type, trace::Me(mBlock))
 
 void LineIntake::TakeInitialiser(BlockTypeEnum type, std::string_view name) try {
   mBlock.SetBlockType(type);
@@ -79,13 +75,8 @@ void LineIntake::TakeInitialiser(BlockTypeEnum type, std::string_view name) try 
     mBlock.SetName(name);
   }
   SetLast(&mBlock);
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.TakeInitialiser", "LineDispatch", LineReached())
-      .Parameter("type", type)
-      .Parameter("name", name)
-      .Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), type, name, trace::Me(mBlock))
 
 void LineIntake::TakeEnd() try {
   mState.mEnded = true;
@@ -94,10 +85,8 @@ void LineIntake::TakeEnd() try {
     mBlock.SetCompletelyLoaded();
   }
   if (mLine.LineType == END_PROPERTY && IsDotNet()) TakeDotNetPropertyEnd();
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.TakeEnd", "LineDispatch", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 // The one Property statement of VB.NET stands for a get and a set.
 void LineIntake::TakeDotNetPropertyEnd() {
@@ -135,10 +124,8 @@ void LineIntake::TakeVariables() try {
     }
   }
   mState.FoundActualCodeInBlock = true;
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.TakeVariables", "LineDispatch", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 void LineIntake::AddVariable(std::shared_ptr<Variable> variable) try {
   // Of several declarators only the first gets the comment.
@@ -161,10 +148,8 @@ void LineIntake::AddVariable(std::shared_ptr<Variable> variable) try {
     if (!mBlock.Name().empty()) variable->Procedure = &mBlock;
     mBlock.Variables->Add(std::move(variable), name);
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.AddVariable", "LineDispatch", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 // What the complete reading gives no more; should a line bring it about, it is told.
 void LineIntake::TellOddName(const CodeElement& element, std::string_view name,
@@ -190,10 +175,8 @@ void LineIntake::TakeConstants() try {
     mBlock.Constants->Add(std::move(constant), name);
   }
   mState.FoundActualCodeInBlock = true;
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.TakeConstants", "LineDispatch", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 void LineIntake::TakeEnumeration() try {
   auto enumeration = std::make_shared<Enumeration>();
@@ -204,10 +187,8 @@ void LineIntake::TakeEnumeration() try {
   mBlock.CurrentEnum() = enumeration;
   DescribeFromBuffer(*enumeration);
   SetLast(enumeration.get());
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.TakeEnumeration", "LineDispatch", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 void LineIntake::TakeStructure() try {
   auto structure = std::make_shared<UDT>();
@@ -218,10 +199,8 @@ void LineIntake::TakeStructure() try {
   mBlock.CurrentUDT() = structure;
   DescribeFromBuffer(*structure);
   SetLast(structure.get());
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.TakeStructure", "LineDispatch", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 void LineIntake::TakeEvent() try {
   auto event = std::make_shared<EventDeclaration>();
@@ -239,10 +218,8 @@ void LineIntake::TakeEvent() try {
   mComponent.EventDeclarations.Add(std::move(event), name);
   mLine.EventIndex = static_cast<std::int16_t>(mComponent.EventDeclarations.Count());
   mIsEvent = true;
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.TakeEvent", "LineDispatch", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 void LineIntake::TakeDeclare() try {
   auto declare = std::make_shared<DeclareDeclaration>();
@@ -266,10 +243,8 @@ void LineIntake::TakeDeclare() try {
   const bool first = !library->DeclareDeclarations.HasKey(declare->Name);
   if (first) library->DeclareDeclarations.Add(declare, declare->Name);
   if (first || mIntake.Reading.SharedLibraries) declare->LibraryObject = library;
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.TakeDeclare", "LineDispatch", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 void LineIntake::TakeInherits() try {
   std::string_view rest = mLine.StatementPart;
@@ -280,10 +255,8 @@ void LineIntake::TakeInherits() try {
     return;
   }
   while (!rest.empty()) mComponent.netCreateImplementedInterface(Trim(TakeField(rest, ',')));
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.TakeInherits", "LineDispatch", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 void LineIntake::TakeImports() try {
   std::string_view rest = mLine.StatementPart;
@@ -291,9 +264,7 @@ void LineIntake::TakeImports() try {
   VBProject* project = mComponent.VBProject();
   if (NetResolver* resolver = project ? project->NetResolver() : nullptr)
     resolver->addnamespace(TakeField(rest, ' '));
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.TakeImports", "LineDispatch", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 }  // namespace vendrel

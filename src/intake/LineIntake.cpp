@@ -4,8 +4,8 @@
 #include "comments/TaggedCommentRules.h"
 #include "core/Ascii.h"
 #include "core/Workspace.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "intake/ModuleIntake.h"
 #include "project/VBProject.h"
 
@@ -16,39 +16,21 @@ void Block::AddLine(std::string_view Line, std::int32_t Before, std::int32_t Aft
       InitialiseCodeLine(Line, State().CurrentLanguageVersion, Options().Reading);
   ParsedLine line = ParsedLine::Of(record);
   AddParsedLine(line, Before, After);
-} catch (VendrelError& failure) {
-  failure.AddContext("Block.AddLine", "LineIntake", LineReached())
-      .Parameter("Line", Line)
-      .Parameter("Before", Before)
-      .Parameter("After", After)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Line, Before, After, *this)
 
 void Block::AddLine(const CodeLine& Line, std::int32_t Before, std::int32_t After) try {
   ParsedLine line = ParsedLine::Of(Line);
   AddParsedLine(line, Before, After);
-} catch (VendrelError& failure) {
-  failure.AddContext("Block.AddLine", "LineIntake", LineReached())
-      .Parameter("Line", Line.Text)
-      .Parameter("Before", Before)
-      .Parameter("After", After)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Parameter("Line", Line.Text), Before, After, *this)
 
 void Block::AddParsedLine(ParsedLine& line, std::int32_t before, std::int32_t after) try {
   vendrel::Component* component = Component.Get();
   if (!component) throw VendrelError(errObjectNotSet, "the block has no component");
   LineIntake(*this, *component, line).Run(before, after);
-} catch (VendrelError& failure) {
-  failure.AddContext("Block.AddParsedLine", "LineIntake", LineReached())
-      .Parameter("before", before)
-      .Parameter("after", after)
-      .Local("LineType", line.LineType)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), before, after, trace::Local("LineType", line.LineType), *this)
 
 void StoreLine(Block& block, const ParsedLine& line, std::int32_t before, std::int32_t after) {
   ModuleIntake& intake = block.Component->Intake();
@@ -106,10 +88,8 @@ void LineIntake::SplitComment() try {
   } else {
     TakeTaggedComment();
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.SplitComment", "LineIntake", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 // Only blocks, enumerations, their members and structures take a comment that follows them.
 void LineIntake::ForgetLastElementUnlessDescribable(std::string_view tag) {
@@ -166,10 +146,8 @@ void LineIntake::HandOverTaggedComments() try {
   mState.mEventLast = mIsEvent || mFoundEventComment || (mState.mEventLast && mLine.Continued);
   if (mLine.LineType != Comment && mLine.LineType != TAGGED_COMMENT)
     mComponent.VMCommentBuffer.clear();
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.HandOverTaggedComments", "LineIntake", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 // Elements point at the first physical line of their statement.
 std::int32_t LineIntake::AdjustedLineIndex() const {

@@ -3,8 +3,8 @@
 
 #include "core/Ascii.h"
 #include "core/Workspace.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "intake/Conditions.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
@@ -91,11 +91,8 @@ bool TakeEventHelpID(Component& component, const ModuleIntake& intake, const Par
   if (!event) return false;
   TakeHelpContextID(component, *event, id);
   return !intake.Reading.KeepHelpAttributes;
-} catch (VendrelError& failure) {
-  failure.AddContext("TakeEventHelpID", "LogicalLines", LineReached())
-      .Parameter("component", component);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), component)
 
 // Keeps what the next line needs of this one. The remainder of a line with tabs stands in a buffer
 // that the next line overwrites, so it is held.
@@ -184,12 +181,8 @@ void Classify(const Component& component, ModuleIntake& intake, std::string_view
   if (!continuation) intake.StatementLine = intake.PhysicalLine;
   if (result == LineClassifier::Result::MissingWord && !MayStandAlone(component, intake))
     RefuseLine(intake, line);
-} catch (VendrelError& failure) {
-  failure.AddContext("Classify", "LogicalLines", LineReached())
-      .Parameter("text", text)
-      .Parameter("notInSource", notInSource);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), text, notInSource)
 
 void TakeStatement(Component& component, ModuleIntake& intake, std::string_view text,
                    bool notInSource) try {
@@ -215,15 +208,10 @@ void TakeStatement(Component& component, ModuleIntake& intake, std::string_view 
   else if (type != ATTRIBUTE_LINE || !TakeEventHelpID(component, intake, line))
     AddParsedCode(component, line, true);
   if (type == COMPILER_DIRECTIVE) UpdateConditions(component, intake, statement);
-} catch (VendrelError& failure) {
-  failure.AddContext("TakeStatement", "LogicalLines", LineReached())
-      .Parameter("component", component)
-      .Parameter("text", text)
-      .Parameter("notInSource", notInSource)
-      .Local("StatementLine", intake.StatementLine)
-      .Local("Pending", intake.ContinuationBuffer.size());
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), component, text, notInSource,
+                   trace::Local("StatementLine", intake.StatementLine),
+                   trace::Local("Pending", intake.ContinuationBuffer.size()))
 
 bool RemainderWaits(const Component& component, const ModuleIntake& intake) {
   return intake.PreviousMoreLines && component.CurrentBlock.Get()->BlockType() != btAttributes;
@@ -256,12 +244,8 @@ void Component::AddLineOfCode(std::string_view Source) try {
     return;
   }
   TakeStatement(*this, intake, Source, false);
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.AddLineOfCode", "LogicalLines", LineReached())
-      .Parameter("Source", Source)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Source, *this)
 
 // Unlike a line of a file, one of these never waits for its turn behind a separator.
 void AddLinesOfCode(Component& component, std::string_view text) {

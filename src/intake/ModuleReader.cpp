@@ -5,8 +5,8 @@
 #include "comments/TaggedCommentRules.h"
 #include "core/Ascii.h"
 #include "core/Workspace.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "intake/FormControls.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
@@ -172,12 +172,8 @@ void ModuleReader::OpenAgain() try {
   mIntake.PhysicalLine = 0;
   for (std::int32_t i = 0; i < mComponent.LinesAlreadyRead && !mFile.AtEnd(); ++i)
     mText = NextLine();
-} catch (VendrelError& failure) {
-  failure.AddContext("ModuleReader.OpenAgain", "ModuleReader", LineReached())
-      .Field("FileName", mFile.FullPath())
-      .Of(mComponent);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Field("FileName", mFile.FullPath()), trace::Me(mComponent))
 
 // A table of a database that has the extension of a form, a compressed file or the like: nothing a
 // reader of text can use. Source has hardly any control characters; of random bytes they are a
@@ -272,12 +268,8 @@ void ModuleReader::ReadHeader() try {
     StoreLine(block, Classify(mText));
     if (beginCount == 0 && started) return;
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("ModuleReader.ReadHeader", "ModuleReader", LineReached())
-      .Field("FileName", mFile.FullPath())
-      .Of(mComponent);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Field("FileName", mFile.FullPath()), trace::Me(mComponent))
 
 void ModuleReader::ReadControls() {
   ControlReader reader(mComponent, *mComponent.CurrentBlock.Get(), mIntake);
@@ -373,12 +365,7 @@ bool Component::Load(bool OnlyHeader) try {
   if (LoadState == lsFullyLoadedNoCode) return false;  // read before, and unloaded since
   ModuleReader(*this).Load(OnlyHeader);
   return false;
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.Load", "ModuleReader", Intake().PhysicalLine)
-      .Parameter("OnlyHeader", OnlyHeader)
-      .Local("LoadState", LoadState)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(Intake().PhysicalLine, OnlyHeader, trace::Local("LoadState", LoadState), *this)
 
 }  // namespace vendrel

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "core/Ascii.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "project/VBProject.h"
@@ -106,10 +106,8 @@ void LineIntake::TakeMember() try {
     TellOddName(*member, member->Name, member->TypeName);
     SetLast(mBlock.CurrentUDT()->Members.Item(mBlock.CurrentUDT()->Members.Count()));
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.TakeMember", "OpenDeclarations", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 void LineIntake::CloseStructure() try {
   const std::shared_ptr<UDT> structure = std::move(mBlock.CurrentUDT());
@@ -121,10 +119,8 @@ void LineIntake::CloseStructure() try {
   }
   mComponent.UDTs.Add(structure, structure->Name);
   if (mOptions.TaggedCommentsBeforeElement) SetLast(nullptr);
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.CloseStructure", "OpenDeclarations", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 void LineIntake::CloseEnumeration() try {
   const std::shared_ptr<Enumeration> enumeration = std::move(mBlock.CurrentEnum());
@@ -137,9 +133,7 @@ void LineIntake::CloseEnumeration() try {
   }
   mComponent.Enumerations.Add(enumeration, enumeration->Name);
   if (mOptions.TaggedCommentsBeforeElement) SetLast(nullptr);
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.CloseEnumeration", "OpenDeclarations", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 }  // namespace vendrel

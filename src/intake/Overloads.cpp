@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "core/CaseFold.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 
 namespace vendrel {
@@ -57,10 +57,7 @@ void CollectOverloads(Component& component) try {
     if (other != master && other->Name() == master->Name() && SameKind(*other, *master))
       family.push_back(other);
   for (Block* block : family) MoveToMaster(component, *block, *master);
-} catch (VendrelError& failure) {
-  failure.AddContext("CollectOverloads", "Overloads", LineReached())
-      .Parameter("component", component);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), component)
 
 }  // namespace vendrel

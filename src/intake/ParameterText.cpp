@@ -2,8 +2,8 @@
 
 #include "core/Ascii.h"
 #include "core/Workspace.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "model/Component.h"
 #include "model/Parameter.h"
 #include "text/Masking.h"
@@ -148,12 +148,8 @@ void Parameter::Load(std::string_view Text) try {
   if (name.starts_with('[') && name.ends_with(']') && name.size() >= 2)
     name = name.substr(1, name.size() - 2);
   SetName(name);
-} catch (VendrelError& failure) {
-  failure.AddContext("Parameter.Load", "ParameterText", LineReached())
-      .Parameter("Text", Text)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Text, *this)
 
 void Parameters::Load(std::string_view Text, CodeElement* Parent) try {
   const ProcessState& state = State();
@@ -161,10 +157,8 @@ void Parameters::Load(std::string_view Text, CodeElement* Parent) try {
       InitialiseCodeLine(Text, state.CurrentLanguageVersion, state.CurrentReading);
   const bool addKey = line.LineType != DECLARE_STATEMENT && line.LineType != EVENT_DECLARATION;
   LoadStatement(line.StatementPart, Parent, addKey);
-} catch (VendrelError& failure) {
-  failure.AddContext("Parameters.Load", "ParameterText", LineReached()).Parameter("Text", Text);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Text)
 
 void Parameters::LoadStatement(std::string_view statement, CodeElement* parent, bool addKey) try {
   const ProcessState& state = State();
@@ -197,12 +191,7 @@ void Parameters::LoadStatement(std::string_view statement, CodeElement* parent, 
     if (name.empty() || HasKey(name)) continue;
     Add(std::move(parameter), addKey ? std::string_view(name) : std::string_view());
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("Parameters.LoadStatement", "ParameterText", LineReached())
-      .Parameter("statement", statement)
-      .Parameter("parent", parent)
-      .Parameter("addKey", addKey);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), statement, parent, addKey)
 
 }  // namespace vendrel

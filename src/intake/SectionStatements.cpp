@@ -3,8 +3,8 @@
 
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "text/Names.h"
@@ -41,11 +41,8 @@ void LineIntake::TakeSectionStatement() try {
     TakeDefType();
   else if (StartsWithNoCaseAscii(mLine.StatementPart, "implements "))
     TakeImplements();
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.TakeSectionStatement", "SectionStatements", LineReached())
-      .Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 void LineIntake::TakeOption(std::string_view statement) {
   const auto behind = [&](std::size_t position) {
@@ -102,9 +99,7 @@ void LineIntake::TakeImplements() try {
   if (mIntake.Reading.LeadingComments) DescribeFromBuffer(*interface);
   SetLast(interface.get());
   mComponent.Interfaces.Add(interface, name);
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.TakeImplements", "SectionStatements", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 }  // namespace vendrel

@@ -2,8 +2,8 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "intake/ProcedureSources.h"
@@ -45,10 +45,8 @@ void LineIntake::ReadSignature() try {
   if (type.IsArray) mBlock.ReturnTypeIsArray = true;
   NameAndType();
   if (!type.TakesDefault) mBlock.ReturnType = {};
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.ReadSignature", "Signatures", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 void LineIntake::NameAndType() {
   std::string_view name = NameOf(mLine.StatementPart, mIntake.Reading.BracketedNames);
@@ -107,9 +105,7 @@ void LineIntake::TakeProperty() try {
   mBlock.DefinitionLine = statement;
   SetLast(&mBlock);
   mComponent.AddPropertyBlockToPropertyGroup(&mBlock);
-} catch (VendrelError& failure) {
-  failure.AddContext("LineIntake.TakeProperty", "Signatures", LineReached()).Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 }  // namespace vendrel

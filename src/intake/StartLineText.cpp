@@ -5,8 +5,8 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/Workspace.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "intake/ProcedureSources.h"
 #include "model/Component.h"
 #include "model/Namespace.h"
@@ -200,12 +200,8 @@ void ParseStartLine(std::string_view Text, Block& o) try {
     if (suffix.IsArray) o.ReturnTypeIsArray = true;
   }
   SettleBlock(o);
-} catch (VendrelError& failure) {
-  failure.AddContext("ParseStartLine", "StartLineText", LineReached())
-      .Parameter("Text", Text)
-      .Parameter("o", o);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Text, o)
 
 void ParseStartLine(std::string_view Text, Variable& o) try {
   const std::string line = StartLine(Text);
@@ -228,12 +224,8 @@ void ParseStartLine(std::string_view Text, Variable& o) try {
     if (suffix.IsArray) o.IsArray = true;
   }
   if (o.Access.empty()) o.Access = "PUBLIC";
-} catch (VendrelError& failure) {
-  failure.AddContext("ParseStartLine", "StartLineText", LineReached())
-      .Parameter("Text", Text)
-      .Parameter("o", o);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Text, o)
 
 void ParseStartLine(std::string_view Text, EventDeclaration& o) try {
   const std::string line = StartLine(Text);
@@ -251,11 +243,7 @@ void ParseStartLine(std::string_view Text, EventDeclaration& o) try {
   LoadParameters(*o.Parameters, o.Component.Get(), parts.Parameters, &o);
   const SuffixWords suffix = ReadSuffix(parts.Suffix);
   if (!suffix.Type.empty()) o.DelegateName = suffix.Type;
-} catch (VendrelError& failure) {
-  failure.AddContext("ParseStartLine", "StartLineText", LineReached())
-      .Parameter("Text", Text)
-      .Parameter("o", o);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Text, o)
 
 }  // namespace vendrel

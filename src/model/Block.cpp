@@ -1,7 +1,7 @@
 #include "model/Block.h"
 
 #include "core/Workspace.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "model/Component.h"
 #include "text/Names.h"
 
@@ -136,10 +136,8 @@ void Block::UnloadSourceCode() try {
   Parameters.Drop();
   mIntake.Drop();
   Constants.Drop();
-} catch (VendrelError& failure) {
-  failure.AddContext("Block.UnloadSourceCode", "Block").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 std::shared_ptr<Block> Block::Clone(vendrel::Component* NewComponent, bool CopyComments) const try {
   auto copy = std::make_shared<Block>();
@@ -173,13 +171,8 @@ std::shared_ptr<Block> Block::Clone(vendrel::Component* NewComponent, bool CopyC
     for (const Block& overload : *overloads)
       copy->AddOverload(overload.Clone(NewComponent, false), overload.Name());
   return copy;
-} catch (VendrelError& failure) {
-  failure.AddContext("Block.Clone", "Block")
-      .Parameter("NewComponent", NewComponent)
-      .Parameter("CopyComments", CopyComments)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(NewComponent, CopyComments, *this)
 
 Parameter* Block::netCreateParameter(std::string_view name, std::string_view typeName,
                                      std::string_view defaultValue, bool isOptional,

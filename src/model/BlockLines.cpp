@@ -1,6 +1,6 @@
 // Places in the lines of a block.
 
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "model/Blocks.h"
 #include "model/Component.h"
 
@@ -40,18 +40,14 @@ std::int32_t Block::StartLine() const try {
   while (position < count && lines->LineType(position + 1) == ATTRIBUTE_LINE) ++position;
   while (position < count && lines->Continued(position)) ++position;
   return position;
-} catch (VendrelError& failure) {
-  failure.AddContext("Block.StartLine", "BlockLines").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 std::int32_t Block::FirstLine() const try {
   const vendrel::CodeLines* lines = CodeLines.IfAny();
   return lines ? BackOverContinuations(*lines, FirstStartLine(*lines)) : 0;
-} catch (VendrelError& failure) {
-  failure.AddContext("Block.FirstLine", "BlockLines").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 std::int32_t Block::EndLine() const try {
   if (mEndLine != -1) return mEndLine;
@@ -60,10 +56,8 @@ std::int32_t Block::EndLine() const try {
   if (mBlockType == btAttributes || mBlockType == btDeclarations) return lines->Count();
   const std::int32_t position = FirstEndLine(*lines);
   return position > 0 ? BackOverContinuations(*lines, position) : lines->Count();
-} catch (VendrelError& failure) {
-  failure.AddContext("Block.EndLine", "BlockLines").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 std::vector<CodeLine> Block::LinesOfType(LineTypeEnum LineType) const try {
   std::vector<CodeLine> result;
@@ -82,9 +76,7 @@ std::vector<CodeLine> Block::LinesOfType(LineTypeEnum LineType) const try {
       break;
   }
   return result;
-} catch (VendrelError& failure) {
-  failure.AddContext("Block.LinesOfType", "BlockLines").Parameter("LineType", LineType).Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(LineType, *this)
 
 }  // namespace vendrel

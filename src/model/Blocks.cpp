@@ -4,7 +4,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "model/Component.h"
 #include "text/Names.h"
 
@@ -116,28 +116,22 @@ bool Blocks::Add(std::shared_ptr<Block> item, std::string_view Key, const Positi
   }
   Sorted = false;
   return true;
-} catch (VendrelError& failure) {
-  failure.AddContext("Blocks.Add", "Blocks").Parameter("item", item.get()).Parameter("Key", Key);
-  throw;
 }
+VENDREL_CONTEXT(trace::Parameter("item", item.get()), Key)
 
 void Blocks::Remove(std::size_t index) try {
   const std::shared_ptr<Block> block = mCol.Share(index);
   mCol.Remove(index);
   Forget(*block);
-} catch (VendrelError& failure) {
-  failure.AddContext("Blocks.Remove", "Blocks").Parameter("index", index);
-  throw;
 }
+VENDREL_CONTEXT(index)
 
 void Blocks::Remove(std::string_view key) try {
   const std::shared_ptr<Block> block = mCol.Share(key);
   mCol.Remove(key);
   Forget(*block);
-} catch (VendrelError& failure) {
-  failure.AddContext("Blocks.Remove", "Blocks").Parameter("key", key);
-  throw;
 }
+VENDREL_CONTEXT(key)
 
 void Blocks::Clear() {
   for (Block& block : mCol)
@@ -172,10 +166,8 @@ void Blocks::Sort() try {
   mCol = std::move(sorted);
   DropIndex();
   Sorted = true;
-} catch (VendrelError& failure) {
-  failure.AddContext("Blocks.Sort", "Blocks").Local("Count", mCol.Count());
-  throw;
 }
+VENDREL_CONTEXT(trace::Local("Count", mCol.Count()))
 
 Block* Blocks::FirstOfType(BlockTypeEnum type) const {
   Refresh();

@@ -2,8 +2,8 @@
 
 #include "core/Ascii.h"
 #include "core/Workspace.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/ErrorReport.h"
-#include "diagnostics/VendrelError.h"
 
 namespace vendrel {
 namespace {
@@ -16,10 +16,8 @@ struct InstalledTracer {
 
 void CodeElement::SetDescription(std::string_view) try {
   throw VendrelError(errReadOnlyProperty, std::string(ClassName()) + ".Description");
-} catch (VendrelError& failure) {
-  failure.AddContext("CodeElement.SetDescription", "CodeElement").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 bool TypeMatch(const CodeElement* element, std::string_view className) {
   return element && EqualsNoCaseAscii(element->ClassName(), className);

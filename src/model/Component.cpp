@@ -2,7 +2,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 
 namespace vendrel {
 namespace {
@@ -139,9 +139,7 @@ void Component::UnloadSourceCode() try {
   SourceForm.reset();
   mIntake.reset();
   LoadState = lsFullyLoadedNoCode;
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.UnloadSourceCode", "Component").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 }  // namespace vendrel

@@ -1,7 +1,7 @@
 // Making and finding the blocks of a module.
 
 #include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "model/Component.h"
 
 namespace vendrel {
@@ -63,12 +63,8 @@ Block* Component::NewBlock(BlockTypeEnum BlockType) try {
   block->AddLine(header);
   block->AddLine("End Sub");
   return block;
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.NewBlock", "ComponentBlocks")
-      .Parameter("BlockType", BlockType)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(BlockType, *this)
 
 Block* Component::BlockOfType(BlockTypeEnum BlockType, bool CreateIfNotFound) {
   Block* block = Blocks.FirstOfType(BlockType);

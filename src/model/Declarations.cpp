@@ -1,6 +1,6 @@
 #include "model/Declarations.h"
 
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "model/Component.h"
 #include "model/Events.h"
 #include "text/StartLine.h"
@@ -23,10 +23,8 @@ void Enumeration::SetMembers(std::shared_ptr<EnumMembers> members) try {
   if (!members)
     throw VendrelError(errObjectNotSet, "Enumeration.Members - attempt to set to Nothing");
   mMembers = std::move(members);
-} catch (VendrelError& failure) {
-  failure.AddContext("Enumeration.SetMembers", "Declarations").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 EventDeclaration::EventDeclaration() = default;
 EventDeclaration::~EventDeclaration() = default;

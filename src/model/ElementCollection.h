@@ -3,6 +3,7 @@
 // duplicate name in source is told and dropped, and loading goes on with the first element in
 // place.
 
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
 #include "model/KeyedCollection.h"
 
@@ -45,25 +46,13 @@ class ElementCollection {
                                       : mCol.InsertIfFree(std::move(item), key);
     if (!added) ReportDuplicateKey(Family::TypeText, key);
     return added;
-  } catch (VendrelError& failure) {
-    failure.AddContext("ElementCollection.Add", "ElementCollection")
-        .Parameter("key", key)
-        .Local("Type", Family::TypeText);
-    throw;
   }
+  VENDREL_CONTEXT(key, trace::Local("Type", Family::TypeText))
   /// Removes by position or key; raises 9 when there is none.
-  void Remove(std::size_t index) try { mCol.Remove(index); } catch (VendrelError& failure) {
-    failure.AddContext("ElementCollection.Remove", "ElementCollection")
-        .Parameter("index", index)
-        .Local("Type", Family::TypeText);
-    throw;
-  }
-  void Remove(std::string_view key) try { mCol.Remove(key); } catch (VendrelError& failure) {
-    failure.AddContext("ElementCollection.Remove", "ElementCollection")
-        .Parameter("key", key)
-        .Local("Type", Family::TypeText);
-    throw;
-  }
+  void Remove(std::size_t index) try { mCol.Remove(index); }
+  VENDREL_CONTEXT(index, trace::Local("Type", Family::TypeText))
+  void Remove(std::string_view key) try { mCol.Remove(key); }
+  VENDREL_CONTEXT(key, trace::Local("Type", Family::TypeText))
   void Clear() { mCol.Clear(); }
   /// Gives back the memory that was set aside for more elements.
   void Fit() { mCol.Fit(); }
@@ -93,18 +82,12 @@ class PlainCollection {
   void Add(std::shared_ptr<T> item, std::string_view key = {}, const Position& before = {},
            const Position& after = {}) try {
     mCol.Insert(std::move(item), key, before, after);
-  } catch (VendrelError& failure) {
-    failure.AddContext("PlainCollection.Add", "ElementCollection").Parameter("key", key);
-    throw;
   }
-  void Remove(std::size_t index) try { mCol.Remove(index); } catch (VendrelError& failure) {
-    failure.AddContext("PlainCollection.Remove", "ElementCollection").Parameter("index", index);
-    throw;
-  }
-  void Remove(std::string_view key) try { mCol.Remove(key); } catch (VendrelError& failure) {
-    failure.AddContext("PlainCollection.Remove", "ElementCollection").Parameter("key", key);
-    throw;
-  }
+  VENDREL_CONTEXT(key)
+  void Remove(std::size_t index) try { mCol.Remove(index); }
+  VENDREL_CONTEXT(index)
+  void Remove(std::string_view key) try { mCol.Remove(key); }
+  VENDREL_CONTEXT(key)
   void Clear() { mCol.Clear(); }
   std::size_t Count() const { return mCol.Count(); }
   auto begin() const { return mCol.begin(); }

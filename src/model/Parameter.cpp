@@ -4,7 +4,7 @@
 #include <unordered_map>
 
 #include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 
 namespace vendrel {
 namespace {
@@ -47,12 +47,8 @@ std::shared_ptr<Parameter> Parameter::Clone(bool CopyComments) const try {
   for (const TaggedComment& comment : *TaggedComments)
     AddUnderFreeKey<TaggedComment>(*copy->TaggedComments, comment.Clone(), comment.TagIdentifier);
   return copy;
-} catch (VendrelError& failure) {
-  failure.AddContext("Parameter.Clone", "Parameter")
-      .Parameter("CopyComments", CopyComments)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(CopyComments, *this)
 
 // The first parameter of each name, as the list stood when it was made.
 struct Parameters::NameIndex {
@@ -85,28 +81,20 @@ bool Parameters::Add(std::shared_ptr<Parameter> item, std::string_view key, cons
   else if (mIndex)
     mIndex->First.emplace(FoldKey(added->Name()), added);
   return true;
-} catch (VendrelError& failure) {
-  failure.AddContext("Parameters.Add", "Parameter")
-      .Parameter("item", item.get())
-      .Parameter("key", key);
-  throw;
 }
+VENDREL_CONTEXT(trace::Parameter("item", item.get()), key)
 
 void Parameters::Remove(std::size_t index) try {
   mIndex.reset();
   ElementCollection::Remove(index);
-} catch (VendrelError& failure) {
-  failure.AddContext("Parameters.Remove", "Parameter").Parameter("index", index);
-  throw;
 }
+VENDREL_CONTEXT(index)
 
 void Parameters::Remove(std::string_view key) try {
   mIndex.reset();
   ElementCollection::Remove(key);
-} catch (VendrelError& failure) {
-  failure.AddContext("Parameters.Remove", "Parameter").Parameter("key", key);
-  throw;
 }
+VENDREL_CONTEXT(key)
 
 void Parameters::Clear() {
   mIndex.reset();

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/Ascii.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "model/Component.h"
 
 namespace vendrel {
@@ -100,12 +100,8 @@ void Component::AddPropertyBlockToPropertyGroup(Block* block) try {
   if (block->BlockType() == btPropertyGet) group->SetPropertyGetBlock(block);
   if (block->BlockType() == btPropertyLet) group->SetPropertyLetBlock(block);
   if (block->BlockType() == btPropertySet) group->SetPropertySetBlock(block);
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.AddPropertyBlockToPropertyGroup", "PropertyGroup")
-      .Parameter("block", block)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(block, *this)
 
 bool Component::IsFirstPropertyBlock(const Block* block) const {
   if (!block) return false;
@@ -130,10 +126,8 @@ std::vector<std::string> Component::AttributeLines(std::string_view name) const 
       if (lines->LineType(i) == ATTRIBUTE_LINE) texts.push_back(lines->LineText(i));
   }
   return texts;
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.AttributeLines", "PropertyGroup").Parameter("name", name).Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(name, *this)
 
 bool Block::IsProperty() const {
   if (mBlockType == btPropertyGet) return true;

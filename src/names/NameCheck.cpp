@@ -1,7 +1,7 @@
 #include "names/NameCheck.h"
 
 #include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "names/NameWalk.h"
 
 namespace vendrel {
@@ -21,9 +21,7 @@ std::vector<UnsureName> UnsureNames(VBProject& project) try {
       unsure.push_back({element.QualifiedName(), KindOf(element), state});
   });
   return unsure;
-} catch (VendrelError& failure) {
-  failure.AddContext("UnsureNames", "NameCheck").Parameter("project", project);
-  throw;
 }
+VENDREL_CONTEXT(project)
 
 }  // namespace vendrel

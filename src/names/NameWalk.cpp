@@ -1,6 +1,6 @@
 #include "names/NameWalk.h"
 
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 
 #include <utility>
 #include <vector>
@@ -129,18 +129,14 @@ void ForEachNamedElement(Component& component, const Visitor& visit) try {
   VisitEach(component.AllVBControls, visit);
   VisitDeclarations(component, visit);
   VisitProcedures(component, visit);
-} catch (VendrelError& failure) {
-  failure.AddContext("ForEachNamedElement", "NameWalk").Parameter("component", component);
-  throw;
 }
+VENDREL_CONTEXT(component)
 
 void ForEachNamedElement(VBProject& project, const Visitor& visit) try {
   visit(project);
   VisitEach(project.Libraries, visit);
   for (Component& component : project.Components.Listed()) ForEachNamedElement(component, visit);
-} catch (VendrelError& failure) {
-  failure.AddContext("ForEachNamedElement", "NameWalk").Parameter("project", project);
-  throw;
 }
+VENDREL_CONTEXT(project)
 
 }  // namespace vendrel

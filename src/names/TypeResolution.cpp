@@ -3,7 +3,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "project/VBProjectGroup.h"
 
 namespace vendrel {
@@ -92,14 +92,8 @@ CodeElement* VBProject::ResolveType(Component* component, std::string_view Name,
   VBProject* other = group ? group->Project(type.ProjectName) : nullptr;
   const auto* entry = other ? other->TypeCache.Find(type.Name) : nullptr;
   return entry ? GetCachedMember(*entry, type.Name, false, *other, TypeClass) : nullptr;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.ResolveType", "TypeResolution")
-      .Parameter("component", component)
-      .Parameter("Name", Name)
-      .Parameter("TypeClass", TypeClass)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(component, Name, TypeClass, *this)
 
 // The projects of the group for a type library, the referenced ones for any other project. Of
 // several that know the name the last one wins.
@@ -117,13 +111,8 @@ CodeElement* VBProject::ResolveInOtherProjects(std::string_view Name,
       if (&project != this) tryProject(&project);
   }
   return found;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.ResolveInOtherProjects", "TypeResolution")
-      .Parameter("Name", Name)
-      .Parameter("TypeClass", TypeClass)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(Name, TypeClass, *this)
 
 CodeElement* VBProject::GetCachedMember(const ProjectTypeCache::Entry& Source,
                                         std::string_view Name, bool IsLocal, VBProject& vbp,
@@ -141,15 +130,9 @@ CodeElement* VBProject::GetCachedMember(const ProjectTypeCache::Entry& Source,
     return Required(Required(vbp.Components, Source.ComponentName)->UDTs, Name);
   }
   return nullptr;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.GetCachedMember", "TypeResolution")
-      .Parameter("Name", Name)
-      .Parameter("IsLocal", IsLocal)
-      .Parameter("vbp", vbp)
-      .Parameter("TypeClass", TypeClass)
-      .Parameter("ComponentName", Source.ComponentName);
-  throw;
 }
+VENDREL_CONTEXT(Name, IsLocal, vbp, TypeClass,
+                trace::Parameter("ComponentName", Source.ComponentName))
 
 UDT* VBProject::FindUDT(std::string_view Name, Component* component) try {
   const Workspace::Use use(Workspace());
@@ -157,13 +140,8 @@ UDT* VBProject::FindUDT(std::string_view Name, Component* component) try {
   auto* found = dynamic_cast<UDT*>(ResolveType(component, Name, typeClass));
   if (!found) return nullptr;
   return found->Component.Get() == component || found->AccessType() == atPublic ? found : nullptr;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.FindUDT", "TypeResolution")
-      .Parameter("Name", Name)
-      .Parameter("component", component)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(Name, component, *this)
 
 Enumeration* VBProject::FindEnum(std::string_view Name, Component* MustBeVisibleTo) try {
   const Workspace::Use use(Workspace());
@@ -172,32 +150,19 @@ Enumeration* VBProject::FindEnum(std::string_view Name, Component* MustBeVisible
   if (!found) return nullptr;
   return found->Component.Get() == MustBeVisibleTo || found->AccessType() == atPublic ? found
                                                                                       : nullptr;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.FindEnum", "TypeResolution")
-      .Parameter("Name", Name)
-      .Parameter("MustBeVisibleTo", MustBeVisibleTo)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(Name, MustBeVisibleTo, *this)
 
 bool Variable::IsUDT(vendrel::Component* component) const try {
   vendrel::VBProject* project = component ? component->VBProject() : VBProject();
   return project && project->FindUDT(TypeName, component);
-} catch (VendrelError& failure) {
-  failure.AddContext("Variable.IsUDT", "TypeResolution")
-      .Parameter("component", component)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(component, *this)
 
 bool Parameter::IsUDT(vendrel::Component* component) const try {
   vendrel::VBProject* project = component ? component->VBProject() : nullptr;
   return project && project->FindUDT(VariableType, component);
-} catch (VendrelError& failure) {
-  failure.AddContext("Parameter.IsUDT", "TypeResolution")
-      .Parameter("component", component)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(component, *this)
 
 }  // namespace vendrel

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "project/VBProjectGroup.h"
 
 namespace vendrel {
@@ -98,10 +98,8 @@ Components& VBProject::AllVisibleComponents() try {
     EnterFromGroup(*visible, *this, *group);
   mVisibleComponents = visible;
   return *mVisibleComponents;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.AllVisibleComponents", "VisibleElements").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 std::shared_ptr<Variables> VBProject::GlobalVariables() try {
   const Workspace::Use use(Workspace());
@@ -114,10 +112,8 @@ std::shared_ptr<Variables> VBProject::GlobalVariables() try {
       if (own->Item(i)->Access == "PUBLIC") variables->Add(own->Share(i), own->Item(i)->Name);
   }
   return variables;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.GlobalVariables", "VisibleElements").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 std::shared_ptr<Blocks> VBProject::GlobalBlocks() try {
   const Workspace::Use use(Workspace());
@@ -131,9 +127,7 @@ std::shared_ptr<Blocks> VBProject::GlobalBlocks() try {
     }
   }
   return blocks;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.GlobalBlocks", "VisibleElements").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 }  // namespace vendrel

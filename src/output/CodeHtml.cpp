@@ -1,6 +1,6 @@
 #include "output/CodeHtml.h"
 
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "output/CodePieces.h"
 #include "output/HtmlText.h"
 #include "project/VBProject.h"
@@ -89,12 +89,8 @@ void ForEachShownLine(const Block& block, bool includeTaggedComments,
     if (isShown) visit(lines->LineView(i), lines->Continued(i));
     if (lines->IsEndLine(i)) break;
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("ForEachShownLine", "CodeHtml")
-      .Parameter("block", block)
-      .Parameter("includeTaggedComments", includeTaggedComments);
-  throw;
 }
+VENDREL_CONTEXT(block, includeTaggedComments)
 
 std::string Block::CodeAsHTML(bool UseCodeTag, bool IncludeTaggedComments) const try {
   std::string html;
@@ -114,13 +110,8 @@ std::string Block::CodeAsHTML(bool UseCodeTag, bool IncludeTaggedComments) const
   // The last line asks for one that is not there.
   if (isOpen) AppendCode(html, std::string_view(statement).substr(0, statement.size() - 2));
   return UseCodeTag ? InCodeTag(std::move(html)) : html;
-} catch (VendrelError& failure) {
-  failure.AddContext("Block.CodeAsHTML", "CodeHtml")
-      .Parameter("UseCodeTag", UseCodeTag)
-      .Parameter("IncludeTaggedComments", IncludeTaggedComments)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(UseCodeTag, IncludeTaggedComments, *this)
 
 std::string ModuleAsHTML(const Component& component, bool useCodeTag) try {
   if (!component.SourceForm) return {};
@@ -134,11 +125,7 @@ std::string ModuleAsHTML(const Component& component, bool useCodeTag) try {
     AppendWords(html, line);
   }
   return useCodeTag ? InCodeTag(std::move(html)) : html;
-} catch (VendrelError& failure) {
-  failure.AddContext("ModuleAsHTML", "CodeHtml")
-      .Parameter("component", component)
-      .Parameter("useCodeTag", useCodeTag);
-  throw;
 }
+VENDREL_CONTEXT(component, useCodeTag)
 
 }  // namespace vendrel

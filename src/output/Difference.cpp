@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "model/CodeElement.h"
 #include "output/ElementWords.h"
 #include "output/Pairing.h"
@@ -340,9 +340,7 @@ std::size_t Compare(ElementRef before, ElementRef after, const DifferenceOptions
   if (!before || !after) throw VendrelError(errObjectNotSet);
   if (before.Class != after.Class) throw VendrelError(errTypeMismatch);
   return Comparison(options, tell).Run(before, after);
-} catch (VendrelError& failure) {
-  failure.AddContext("Compare", "Difference");
-  throw;
 }
+VENDREL_CONTEXT()
 
 }  // namespace vendrel

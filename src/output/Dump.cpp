@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "core/Ascii.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "model/CodeElement.h"
 #include "model/VBControl.h"
 #include "output/Json.h"
@@ -192,9 +192,7 @@ void DumpLineMembers(JsonWriter& json, const CodeLine& line) {
 
 void Dump(std::ostream& out, ElementRef element, const DumpOptions& options) try {
   if (element) Dumper(out, options).Run(element);
-} catch (VendrelError& failure) {
-  failure.AddContext("Dump", "Dump");
-  throw;
 }
+VENDREL_CONTEXT()
 
 }  // namespace vendrel

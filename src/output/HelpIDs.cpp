@@ -6,7 +6,7 @@
 #include <string>
 
 #include "core/Ascii.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "names/NameWalk.h"
 #include "project/VBProject.h"
 
@@ -119,13 +119,8 @@ void VBProject::AssignHelpContextIDs(std::int32_t BeginAt, bool ForceReassign) t
   }
   for (Component& component : Components.Listed()) component.AssignHelpContextIDs(ForceReassign);
   HelpContextIDsAssigned = true;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.AssignHelpContextIDs", "HelpIDs")
-      .Parameter("BeginAt", BeginAt)
-      .Parameter("ForceReassign", ForceReassign)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(BeginAt, ForceReassign, *this)
 
 void Component::AssignHelpContextIDs(bool ForceReassign) try {
   const Workspace::Use use(Options().Workspace());
@@ -143,12 +138,8 @@ void Component::AssignHelpContextIDs(bool ForceReassign) try {
     }
     block.AssignHelpContextIDs(ForceReassign);
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.AssignHelpContextIDs", "HelpIDs")
-      .Parameter("ForceReassign", ForceReassign)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(ForceReassign, *this)
 
 void Block::AssignHelpContextIDs(bool ForceReassign) try {
   vendrel::VBProject* project = VBProject();
@@ -156,12 +147,8 @@ void Block::AssignHelpContextIDs(bool ForceReassign) try {
   Numbering numbering(*project, ForceReassign);
   for (Variable& variable : *Variables)
     if (variable.Access == "PUBLIC") numbering.NumberIfNeeded(variable);
-} catch (VendrelError& failure) {
-  failure.AddContext("Block.AssignHelpContextIDs", "HelpIDs")
-      .Parameter("ForceReassign", ForceReassign)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(ForceReassign, *this)
 
 bool TakesHelpIDs(const Component& component) {
   return component.Access == "PUBLIC" && component.FileType != ftModule &&
@@ -185,10 +172,8 @@ std::vector<HelpTopic> HelpTopicsOf(VBProject& project) try {
     return a.HelpContextID < b.HelpContextID;
   });
   return topics;
-} catch (VendrelError& failure) {
-  failure.AddContext("HelpTopicsOf", "HelpIDs").Parameter("project", project);
-  throw;
 }
+VENDREL_CONTEXT(project)
 
 void WriteHelpHeader(std::ostream& out, const std::vector<HelpTopic>& topics) {
   std::set<std::string> taken;

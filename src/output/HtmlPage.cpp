@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "model/Component.h"
 #include "output/CodeHtml.h"
 #include "output/CodePieces.h"
@@ -151,12 +151,8 @@ HtmlPage::Listing ListingOf(const Component& component, std::string_view place) 
   }
   std::stable_sort(listing.Anchors.begin(), listing.Anchors.end());
   return listing;
-} catch (VendrelError& failure) {
-  failure.AddContext("ListingOf", "HtmlPage")
-      .Parameter("component", component)
-      .Parameter("place", place);
-  throw;
 }
+VENDREL_CONTEXT(component, place)
 
 HtmlPage::Listing ListingOf(const Block& block, std::string_view place, std::string& text) try {
   text.clear();
@@ -165,12 +161,7 @@ HtmlPage::Listing ListingOf(const Block& block, std::string_view place, std::str
   for (std::int32_t i = 1; lines && i < block.FirstLine(); ++i) above += !lines->NotInSource(i);
   ForEachShownLine(block, true, [&](std::string_view line, bool) { text.append(line) += '\n'; });
   return {block.Name(), place, text, std::max(1, block.SourceLine() - above), {}};
-} catch (VendrelError& failure) {
-  failure.AddContext("ListingOf", "HtmlPage")
-      .Parameter("block", block)
-      .Parameter("place", place)
-      .Parameter("text", text);
-  throw;
 }
+VENDREL_CONTEXT(block, place, text)
 
 }  // namespace vendrel

@@ -3,7 +3,7 @@
 
 #include "output/Manifest.h"
 
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "output/Xml.h"
 #include "project/VBProject.h"
 
@@ -92,12 +92,8 @@ void Component::Manifest(XmlElement& e, bool IncludeTaggedComments) const try {
   AddChildren(e, "Example", Examples.IfAny(), IncludeTaggedComments);
   // A module writes its own comments whether they are asked for or not.
   TaggedCommentManifest(e, TaggedComments.IfAny());
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.Manifest", "Manifest")
-      .Parameter("IncludeTaggedComments", IncludeTaggedComments)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(IncludeTaggedComments, *this)
 
 void Block::Manifest(XmlElement& e, bool IncludeTaggedComments) const try {
   SetAttributes(e, "Name", mName, "Type", mBlockType, "LineCount", LineCount(CodeLines.IfAny()),
@@ -116,12 +112,8 @@ void Block::Manifest(XmlElement& e, bool IncludeTaggedComments) const try {
   AddDescriptions(e, *this);
   e.AddElement("ReturnDescription", ReturnDescription);
   e.AddElement("CommentBuffer", CommentBuffer());
-} catch (VendrelError& failure) {
-  failure.AddContext("Block.Manifest", "Manifest")
-      .Parameter("IncludeTaggedComments", IncludeTaggedComments)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(IncludeTaggedComments, *this)
 
 void Variable::Manifest(XmlElement& e, bool IncludeTaggedComments) const {
   SetAttributes(e, "Name", Name, "Access", Access, "TypeName", TypeName, "HelpContextID",

@@ -2,7 +2,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "project/VBProject.h"
 #include "services/SortedList.h"
 
@@ -193,97 +193,55 @@ std::vector<const CodeElement*> MembersOf(Component& component, MemberKind kind,
     case MemberKind::Collections: return CollectionsOf(component, filter.IncludePrivate).Items();
   }
   return {};
-} catch (VendrelError& failure) {
-  failure.AddContext("MembersOf", "MemberLists").Parameter("component", component);
-  throw;
 }
+VENDREL_CONTEXT(component)
 
 std::vector<std::string> Component::MethodList(bool /*AsHTML*/, bool IncludePrivate,
                                                bool IncludeFriend, std::string_view Interface) try {
   return NamesOf(MembersOf(*this, MemberKind::Methods, {IncludePrivate, IncludeFriend, Interface}));
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.MethodList", "MemberLists")
-      .Parameter("IncludePrivate", IncludePrivate)
-      .Parameter("IncludeFriend", IncludeFriend)
-      .Parameter("Interface", Interface)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(IncludePrivate, IncludeFriend, Interface, *this)
 
 std::vector<std::string> Component::FilteredMethodList(std::string_view access, bool IsStatic,
                                                        std::string_view Interface) try {
   return NamesOf(MethodsOf(*this, Interface, FilterBy(access, IsStatic), true).Items());
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.FilteredMethodList", "MemberLists")
-      .Parameter("access", access)
-      .Parameter("IsStatic", IsStatic)
-      .Parameter("Interface", Interface)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(access, IsStatic, Interface, *this)
 
 std::vector<std::string> Component::PropertyList(bool /*AsHTML*/, bool IncludePrivate,
                                                  bool IncludeFriend,
                                                  std::string_view Interface) try {
   return NamesOf(
       MembersOf(*this, MemberKind::Properties, {IncludePrivate, IncludeFriend, Interface}));
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.PropertyList", "MemberLists")
-      .Parameter("IncludePrivate", IncludePrivate)
-      .Parameter("IncludeFriend", IncludeFriend)
-      .Parameter("Interface", Interface)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(IncludePrivate, IncludeFriend, Interface, *this)
 
 std::vector<std::string> Component::FilteredPropertyList(std::string_view access, bool IsStatic,
                                                          std::string_view Interface) try {
   const auto match = FilterBy(access, IsStatic);
   const bool includePrivate = EqualsNoCaseAscii(access, "private");
   return NamesOf(PropertiesOf(*this, Interface, includePrivate, match, true, match).Items());
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.FilteredPropertyList", "MemberLists")
-      .Parameter("access", access)
-      .Parameter("IsStatic", IsStatic)
-      .Parameter("Interface", Interface)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(access, IsStatic, Interface, *this)
 
 std::vector<std::string> Component::CollectionList(bool /*AsHTML*/, bool IncludePrivate) try {
   return NamesOf(MembersOf(*this, MemberKind::Collections, {IncludePrivate, false, {}}));
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.CollectionList", "MemberLists")
-      .Parameter("IncludePrivate", IncludePrivate)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(IncludePrivate, *this)
 
 std::vector<std::string> Component::EnumList(bool /*AsHTML*/, bool IncludePrivate) try {
   return NamesOf(MembersOf(*this, MemberKind::Enumerations, {IncludePrivate, false, {}}));
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.EnumList", "MemberLists")
-      .Parameter("IncludePrivate", IncludePrivate)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(IncludePrivate, *this)
 
 std::vector<std::string> Component::UDTList(bool /*AsHTML*/, bool IncludePrivate) try {
   return NamesOf(MembersOf(*this, MemberKind::Types, {IncludePrivate, false, {}}));
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.UDTList", "MemberLists")
-      .Parameter("IncludePrivate", IncludePrivate)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(IncludePrivate, *this)
 
 std::vector<std::string> Component::EventList(bool /*AsHTML*/, bool IncludePrivate) try {
   return NamesOf(MembersOf(*this, MemberKind::Events, {IncludePrivate, false, {}}));
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.EventList", "MemberLists")
-      .Parameter("IncludePrivate", IncludePrivate)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(IncludePrivate, *this)
 
 }  // namespace vendrel

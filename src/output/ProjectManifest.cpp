@@ -1,6 +1,6 @@
 // The manifest of a whole project: the document, its root, and the removal of what is empty.
 
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "output/Manifest.h"
 #include "output/Xml.h"
 #include "project/VBProject.h"
@@ -53,13 +53,8 @@ std::shared_ptr<XmlDocument> VBProject::Manifest(bool JustProject, bool IncludeT
   }
   StripElement(root);
   return document;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.Manifest", "ProjectManifest")
-      .Parameter("JustProject", JustProject)
-      .Parameter("IncludeTaggedComments", IncludeTaggedComments)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(JustProject, IncludeTaggedComments, *this)
 
 void VBProject::WriteManifestToFile(std::string_view fileName, bool JustProject,
                                     bool IncludeTaggedComments) try {
@@ -72,14 +67,8 @@ void VBProject::WriteManifestToFile(std::string_view fileName, bool JustProject,
   file.OpenFile(omWrite, 2, 1);
   file.WriteLine(document->Xml());
   file.CloseFile();
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.WriteManifestToFile", "ProjectManifest")
-      .Parameter("fileName", fileName)
-      .Parameter("JustProject", JustProject)
-      .Parameter("IncludeTaggedComments", IncludeTaggedComments)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(fileName, JustProject, IncludeTaggedComments, *this)
 
 // Removing a child and staying at its index is walking on to its sibling. The depth is that of the
 // format, not of the input.

@@ -1,6 +1,6 @@
 #include "output/Xml.h"
 
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "services/Utf8.h"
 
 namespace vendrel {
@@ -101,10 +101,8 @@ void XmlElements::Remove(std::size_t index) try {
   const XmlElement element = Item(index);
   if (!element) throw VendrelError(errSubscript);
   mNode.remove_child(element.Node());
-} catch (VendrelError& failure) {
-  failure.AddContext("XmlElements.Remove", "Xml").Parameter("index", index);
-  throw;
 }
+VENDREL_CONTEXT(index)
 
 XmlElements::Iterator& XmlElements::Iterator::operator++() {
   mNode = FirstElement(mNode.next_sibling());
@@ -134,9 +132,7 @@ void XmlDocument::LoadXml(std::string_view text) try {
     throw VendrelError(errInvalidArgument, std::string("the text is no XML document: ") +
                                                result.description() + " at byte " +
                                                std::to_string(result.offset));
-} catch (VendrelError& failure) {
-  failure.AddContext("XmlDocument.LoadXml", "Xml").Parameter("text", text);
-  throw;
 }
+VENDREL_CONTEXT(text)
 
 }  // namespace vendrel

@@ -5,8 +5,8 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/Workspace.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "project/ScriptEngine.h"
 #include "project/ScriptExpression.h"
 #include "project/VBProject.h"
@@ -158,11 +158,8 @@ void CompilerConstants::AddFromProjectLine(std::string_view Source) try {
     const std::string_view piece = Trim(TakeField(Source, ':'));
     if (!piece.empty()) AddFromDeclaration(piece);
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("CompilerConstants.AddFromProjectLine", "CompilerConstants", LineReached())
-      .Parameter("Source", Source);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Source)
 
 void CompilerConstants::AddFromDeclaration(std::string_view Source, const VBProject* project) try {
   std::string_view rest = Trim(Source);
@@ -184,12 +181,8 @@ void CompilerConstants::AddFromDeclaration(std::string_view Source, const VBProj
     constant->Value = ConstantText(written);
   }
   Add(constant, name);
-} catch (VendrelError& failure) {
-  failure.AddContext("CompilerConstants.AddFromDeclaration", "CompilerConstants", LineReached())
-      .Parameter("Source", Source)
-      .Parameter("project", project);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Source, project)
 
 std::string CompilerConstants::EvaluationScript(std::string_view Source,
                                                 const VBProject* project) const {
@@ -222,11 +215,7 @@ bool CompilerConstants::Evaluate(std::string_view Source, const VBProject* proje
   } catch (const VendrelError&) {
     return false;  // a text that is no truth value
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("CompilerConstants.Evaluate", "CompilerConstants", LineReached())
-      .Parameter("Source", Source)
-      .Parameter("project", project);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Source, project)
 
 }  // namespace vendrel

@@ -1,7 +1,7 @@
 #include "project/Components.h"
 
 #include "core/Workspace.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "project/EnumerationValues.h"
 #include "project/VBProject.h"
 
@@ -22,10 +22,8 @@ bool Components::Add(std::shared_ptr<Component> item, std::string_view key, cons
   }
   mCol.Insert(std::move(item), key);
   return true;
-} catch (VendrelError& failure) {
-  failure.AddContext("Components.Add", "Components").Parameter("key", key);
-  throw;
 }
+VENDREL_CONTEXT(key)
 
 void Components::Populate() try {
   vendrel::VBProject* project = VBProject();
@@ -53,10 +51,8 @@ void Components::Populate() try {
   else
     ResolveEnumerationMembers();
   mEnumerationsResolved = true;
-} catch (VendrelError& failure) {
-  failure.AddContext("Components.Populate", "Components");
-  throw;
 }
+VENDREL_CONTEXT()
 
 // Loads one module if it waits for it; true when a client has cancelled.
 bool Components::LoadAt(std::size_t index, bool preLoadOff) try {
@@ -70,12 +66,8 @@ bool Components::LoadAt(std::size_t index, bool preLoadOff) try {
   if (!project || !project->CancelLoad) return false;
   project->FireLoadCancelled();
   return true;
-} catch (VendrelError& failure) {
-  failure.AddContext("Components.LoadAt", "Components")
-      .Parameter("index", index)
-      .Parameter("preLoadOff", preLoadOff);
-  throw;
 }
+VENDREL_CONTEXT(index, preLoadOff)
 
 // Members whose value names a constant take its value: of their own module first, then of the
 // others in order, where a further hit needs a constant named like the value found.
@@ -98,9 +90,7 @@ void Components::ResolveEnumerationMembers() try {
       }
     }
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("Components.ResolveEnumerationMembers", "Components");
-  throw;
 }
+VENDREL_CONTEXT()
 
 }  // namespace vendrel

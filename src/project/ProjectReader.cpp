@@ -8,8 +8,8 @@
 #include "core/Ascii.h"
 #include "core/NumericText.h"
 #include "core/Workspace.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "project/ModuleNames.h"
 #include "project/VBProject.h"
 #include "services/FolderCache.h"
@@ -228,10 +228,8 @@ void ProjectReader::TakeReference(const ProjectLineText& line) try {
   TypeResolver& resolver = mProject.TypeResolver();
   if (!resolver.AddTypeLibByID(identity, major, minor, NumericValue(reference->Locale)))
     resolver.AddTypeLibByPath(reference->FileName.FullPath());
-} catch (VendrelError& failure) {
-  failure.AddContext("ProjectReader.TakeReference", "ProjectReader", LineReached()).Of(mProject);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mProject))
 
 void ProjectReader::TakeFormLike(const ProjectLineText& line) try {
   static constexpr std::pair<std::string_view, FileTypeEnum> kTypes[] = {
@@ -245,10 +243,8 @@ void ProjectReader::TakeFormLike(const ProjectLineText& line) try {
     module.SetFullPath(line.Value);
     AddComponent(line, type, GetComponentName(module.FullPath()));
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("ProjectReader.TakeFormLike", "ProjectReader", LineReached()).Of(mProject);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(mProject))
 
 // "Class=Name; path": the name stands between the key and the first ";".
 void ProjectReader::TakeClass(const ProjectLineText& line) {
@@ -285,13 +281,9 @@ void ProjectReader::AddComponent(const ProjectLineText& line, FileTypeEnum type,
     ThisLine().Value = ProjectFileLines::ValueOf(*component);
   }
   if (mProject.BuildTypeCache) mProject.TypeCache.Add(key, tcLocalProjectModule);
-} catch (VendrelError& failure) {
-  failure.AddContext("ProjectReader.AddComponent", "ProjectReader", LineReached())
-      .Parameter("FilePart", line.FilePart)
-      .Parameter("type", type)
-      .Of(mProject);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Parameter("FilePart", line.FilePart), type,
+                   trace::Me(mProject))
 
 void ProjectReader::TakeCompatibleExe(const ProjectLineText& line) {
   FileSystemObject& file = mProject.CompatibleFileName;
@@ -348,12 +340,8 @@ bool VBProject::Load(std::string_view ProjectFileName) try {
   ProjectSourceType = ptsVisualBasicProject;
   ProjectSourceAccess = psaReadWrite;
   return true;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.Load", "ProjectReader")
-      .Parameter("ProjectFileName", ProjectFileName)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(ProjectFileName, *this)
 
 bool VBProject::LoadModule(std::string_view ModuleFileName) try {
   const Workspace::Use use(Workspace());
@@ -378,11 +366,7 @@ bool VBProject::LoadModule(std::string_view ModuleFileName) try {
   ProjectSourceType = ptsVisualBasicFiles;
   ProjectSourceAccess = psaRead;
   return true;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.LoadModule", "ProjectReader")
-      .Parameter("ModuleFileName", ModuleFileName)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(ModuleFileName, *this)
 
 }  // namespace vendrel

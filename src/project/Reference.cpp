@@ -6,8 +6,8 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/Workspace.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "project/VBProject.h"
 #include "services/SettingsReader.h"
 #include "services/TextUtility.h"
@@ -98,10 +98,8 @@ void Reference::Load(std::string_view Source) try {
   if (mName.empty()) NameFromLibrary();
   // Reading and assigning freezes the path as an absolute one.
   FileName.SetFullPath(FileName.FullPath());
-} catch (VendrelError& failure) {
-  failure.AddContext("Reference.Load", "Reference", LineReached()).Parameter("Source", Source);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), Source)
 
 // "{clsid}#version#locale; file" or "*\Apath".
 void Reference::LoadObject(std::string_view text) try {
@@ -120,12 +118,8 @@ void Reference::LoadObject(std::string_view text) try {
   Locale = fields[2];
   // The blank behind the semicolon is part of the form.
   FileName.SetFullPath(From(text, semicolon + 3));
-} catch (VendrelError& failure) {
-  failure.AddContext("Reference.LoadObject", "Reference", LineReached())
-      .Parameter("text", text)
-      .Field("SourceString", SourceString);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), text, trace::Field("SourceString", SourceString))
 
 // "*\G{clsid}#version#locale#path#name" or "*\Apath".
 void Reference::LoadReference(std::string_view text) try {
@@ -138,12 +132,8 @@ void Reference::LoadReference(std::string_view text) try {
   Locale = fields[2];
   FileName.SetFullPath(fields[3]);
   if (fields.size() > 4) mName = fields[4];
-} catch (VendrelError& failure) {
-  failure.AddContext("Reference.LoadReference", "Reference", LineReached())
-      .Parameter("text", text)
-      .Field("SourceString", SourceString);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), text, trace::Field("SourceString", SourceString))
 
 // What is registered goes before the path of the line: the very version, then the next newer one.
 void Reference::FindRegisteredFile() try {
@@ -151,12 +141,9 @@ void Reference::FindRegisteredFile() try {
   std::string path = RegisteredPath(Version);
   if (path.empty()) path = NewerRegisteredPath();
   if (!path.empty()) FileName.SetFullPath(path);
-} catch (VendrelError& failure) {
-  failure.AddContext("Reference.FindRegisteredFile", "Reference", LineReached())
-      .Field("StoredCLSID", StoredCLSID)
-      .Field("Version", Version);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Field("StoredCLSID", StoredCLSID),
+                   trace::Field("Version", Version))
 
 std::string Reference::RegisteredPath(std::string_view version) const {
   std::string key = "Typelib\\" + StoredCLSID + "\\";
@@ -237,10 +224,8 @@ std::string Reference::CompiledLine() try {
   }
   if (vendrel::VBProject* parent = ParentProject()) FileName.SetBaseFile(&parent->FileName);
   return CompiledForm(classId, FileName.FullPath());
-} catch (VendrelError& failure) {
-  failure.AddContext("Reference.CompiledLine", "Reference").Field("Name", mName);
-  throw;
 }
+VENDREL_CONTEXT(trace::Field("Name", mName))
 
 std::string Reference::CodeLine() try {
   if (!CompiledReference) return SourceString;
@@ -253,10 +238,8 @@ std::string Reference::CodeLine() try {
   const std::string path = file.RelativePath();
   file.SetBaseFile(savedBase);
   return ReferenceType + "=*\\A" + path;
-} catch (VendrelError& failure) {
-  failure.AddContext("Reference.CodeLine", "Reference").Field("Name", mName);
-  throw;
 }
+VENDREL_CONTEXT(trace::Field("Name", mName))
 
 std::string Reference::Description() const {
   const vendrel::VBProject* project = ReferencedProject();

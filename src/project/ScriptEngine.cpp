@@ -6,7 +6,7 @@
 #include "core/CaseFold.h"
 #include "core/ObjectRegistry.h"
 #include "core/Workspace.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "project/ScriptProgram.h"
 
 namespace vendrel {
@@ -64,10 +64,8 @@ ScriptControl::~ScriptControl() = default;
 void ScriptControl::SetLanguage(std::string_view Language) try {
   if (!EqualsNoCaseAscii(Language, kLanguage)) throw VendrelError(errCannotCreate, Language);
   mLanguage = Language;
-} catch (VendrelError& failure) {
-  failure.AddContext("ScriptControl.SetLanguage", "ScriptEngine").Parameter("Language", Language);
-  throw;
 }
+VENDREL_CONTEXT(Language)
 
 void ScriptControl::Reset() { mModules->Clear(); }
 
@@ -88,10 +86,8 @@ std::shared_ptr<IScriptControl> GetScriptEngine(std::string_view Language) try {
   std::shared_ptr<IScriptControl> engine = NewScriptControl();
   engine->SetLanguage(Language.empty() ? kLanguage : Language);
   return Engines()[key] = engine;
-} catch (VendrelError& failure) {
-  failure.AddContext("GetScriptEngine", "ScriptEngine").Parameter("Language", Language);
-  throw;
 }
+VENDREL_CONTEXT(Language)
 
 void ReleaseScriptEngines() { Engines().clear(); }
 
@@ -102,11 +98,7 @@ std::string Eval(std::string_view Code, std::string_view FunctionName) try {
   std::string text = RunToText(*module, FunctionName);
   engine->Reset();
   return text;
-} catch (VendrelError& failure) {
-  failure.AddContext("Eval", "ScriptEngine")
-      .Parameter("Code", Code)
-      .Parameter("FunctionName", FunctionName);
-  throw;
 }
+VENDREL_CONTEXT(Code, FunctionName)
 
 }  // namespace vendrel

@@ -3,7 +3,7 @@
 #include <iterator>
 #include <utility>
 
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "project/ScriptFunctions.h"
 
 namespace vendrel {
@@ -217,10 +217,8 @@ ScriptValue ScriptExpression::Run(const ScriptNames& names) const try {
     }
   }
   return std::move(stack.back().Value);
-} catch (VendrelError& failure) {
-  failure.AddContext("ScriptExpression.Run", "ScriptExpression");
-  throw;
 }
+VENDREL_CONTEXT()
 
 void ScriptExpression::RunCall(const Step& step, std::vector<Operand>& stack) const {
   const std::string& name = mNames[step.Index];
@@ -235,9 +233,7 @@ ScriptValue EvaluateExpression(std::string_view expression, const ScriptNames& n
   const ScriptExpression compiled = ScriptExpression::Compile(lexer, token);
   if (token.Kind != ScriptTokenKind::End) throw VendrelError(errScriptEndOfStatement);
   return compiled.Run(names);
-} catch (VendrelError& failure) {
-  failure.AddContext("EvaluateExpression", "ScriptExpression").Parameter("expression", expression);
-  throw;
 }
+VENDREL_CONTEXT(expression)
 
 }  // namespace vendrel

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 
 namespace vendrel {
 
@@ -92,21 +92,16 @@ void ScriptProgram::Assign(const Assignment& statement, Variables* locals) try {
   const bool isLocal =
       locals && (locals->contains(statement.Name) || !mVariables.contains(statement.Name));
   (isLocal ? *locals : mVariables)[statement.Name] = std::move(value);
-} catch (VendrelError& failure) {
-  failure.AddContext("ScriptProgram.Assign", "ScriptProgram")
-      .Parameter("statement", statement.Name);
-  throw;
 }
+VENDREL_CONTEXT(trace::Parameter("statement", statement.Name))
 
 void ScriptProgram::AddCode(std::string_view text) try {
   ScriptProgramCompiler compiler(text);
   compiler.Compile();
   for (auto& [name, statements] : compiler.Functions) mFunctions[name] = std::move(statements);
   for (const Assignment& statement : compiler.Globals) Assign(statement, nullptr);
-} catch (VendrelError& failure) {
-  failure.AddContext("ScriptProgram.AddCode", "ScriptProgram").Parameter("text", text);
-  throw;
 }
+VENDREL_CONTEXT(text)
 
 ScriptValue ScriptProgram::Run(std::string_view function) try {
   const std::string key = FoldKey(function);
@@ -116,9 +111,7 @@ ScriptValue ScriptProgram::Run(std::string_view function) try {
   locals[key] = {};
   for (const Assignment& statement : found->second) Assign(statement, &locals);
   return std::move(locals[key]);
-} catch (VendrelError& failure) {
-  failure.AddContext("ScriptProgram.Run", "ScriptProgram").Parameter("function", function);
-  throw;
 }
+VENDREL_CONTEXT(function)
 
 }  // namespace vendrel

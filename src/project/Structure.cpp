@@ -6,7 +6,7 @@
 
 #include <pugixml.hpp>
 
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "project/VBProjects.h"
 
 namespace vendrel {
@@ -53,9 +53,7 @@ std::string VBProjects::Structure() try {
   std::ostringstream text;
   document.save(text, "  ", pugi::format_indent | pugi::format_no_declaration);
   return text.str();
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProjects.Structure", "Structure");
-  throw;
 }
+VENDREL_CONTEXT()
 
 }  // namespace vendrel

@@ -3,7 +3,7 @@
 #include "core/CaseFold.h"
 #include "core/ObjectRegistry.h"
 #include "core/Workspace.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "project/ScriptEngine.h"
 #include "project/VBProjectGroup.h"
 #include "services/Startup.h"
@@ -53,10 +53,8 @@ std::string VBProject::ClsID() const {
 void VBProject::SetTypeResolver(std::shared_ptr<vendrel::TypeResolver> resolver) try {
   if (!resolver) throw VendrelError(errObjectNotSet, "VBProject.TypeResolver");
   mTypeResolver = std::move(resolver);
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.SetTypeResolver", "VBProject").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 NetResolver* VBProject::NetResolver() {
   const Workspace::Use use(Workspace());
@@ -94,10 +92,8 @@ bool VBProject::LoadDotNet(std::string_view) {
 void VBProject::UnloadSourceCode() try {
   const Workspace::Use use(Workspace());
   for (Component& component : Components) component.UnloadSourceCode();
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.UnloadSourceCode", "VBProject").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 std::shared_ptr<VBProject> NewVBProject() {
   auto project = std::make_shared<VBProject>();

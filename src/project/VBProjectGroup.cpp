@@ -6,8 +6,8 @@
 #include "core/CaseFold.h"
 #include "core/MessageService.h"
 #include "core/Workspace.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "services/FolderCache.h"
 #include "services/Procedures.h"
 #include "text/Words.h"
@@ -42,10 +42,8 @@ VBProjects& VBProjectGroup::VBProjects() const try {
     mIncluded->Add(project, mIncluded->HasKey(name) ? std::string_view() : name);
   }
   return *mIncluded;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProjectGroup.VBProjects", "VBProjectGroup").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 VBProject* VBProjectGroup::Project(std::string_view projectName) const {
   VBProject* project = mProjects->Item(projectName);
@@ -77,14 +75,8 @@ bool VBProjectGroup::Load(std::string_view FileName, bool Silent,
   }
   mFileName.CloseFile();
   return true;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProjectGroup.Load", "VBProjectGroup")
-      .Parameter("FileName", FileName)
-      .Parameter("Silent", Silent)
-      .Parameter("DoNotPopulateComponents", DoNotPopulateComponents)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(FileName, Silent, DoNotPopulateComponents, *this)
 
 void VBProjectGroup::LoadLine(std::string_view line, bool silent, bool doNotPopulate) try {
   if (line.starts_with("VBGROUP ") || Trim(line).empty()) return;
@@ -102,14 +94,8 @@ void VBProjectGroup::LoadLine(std::string_view line, bool silent, bool doNotPopu
           "Project group file contained a reference to a project that could not be found - '" +
               fullPath + "'.  Processing will continue without this project.",
           "Project not found", msExclamation);
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProjectGroup.LoadLine", "VBProjectGroup", LineReached())
-      .Parameter("line", line)
-      .Parameter("silent", silent)
-      .Parameter("doNotPopulate", doNotPopulate)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), line, silent, doNotPopulate, *this)
 
 void VBProjectGroup::LoadProject(const FileSystemObject& file, bool silent,
                                  bool doNotPopulate) try {
@@ -129,14 +115,9 @@ void VBProjectGroup::LoadProject(const FileSystemObject& file, bool silent,
   if (mProjects->HasKey(project->ProjectName))
     return Tell(DiagnosticCode::ProjectRepeated, {project->ProjectName + " (" + path + ")"});
   mProjects->Add(project, project->ProjectName);
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProjectGroup.LoadProject", "VBProjectGroup", LineReached())
-      .Parameter("file", file.FullPath())
-      .Parameter("silent", silent)
-      .Parameter("doNotPopulate", doNotPopulate)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT_AT(LineReached(), trace::Parameter("file", file.FullPath()), silent, doNotPopulate,
+                   *this)
 
 VBProjectGroup* VBProject::VBProjectGroup() const { return mGroup.Get(); }
 void VBProject::SetVBProjectGroup(vendrel::VBProjectGroup* group) { mGroup.Set(group); }

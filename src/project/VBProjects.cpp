@@ -5,7 +5,7 @@
 
 #include "core/Ascii.h"
 #include "core/Workspace.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 
 namespace vendrel {
 namespace {
@@ -34,49 +34,37 @@ bool VBProjects::Add(std::shared_ptr<VBProject> item, std::string_view key, cons
   if (!ElementCollection::Add(std::move(item), key, before, after)) return false;
   if (SetIncludeFlagForPublic) IncludePublicComponents(project);
   return true;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProjects.Add", "VBProjects")
-      .Parameter("key", key)
-      .Parameter("SetIncludeFlagForPublic", SetIncludeFlagForPublic);
-  throw;
 }
+VENDREL_CONTEXT(key, SetIncludeFlagForPublic)
 
 std::vector<FileSystemObject> VBProjects::ProjectFilesBelow(std::string_view RootPath) try {
   std::vector<FileSystemObject> files;
   FileSystemObject(RootPath).FindFiles("*.vbp", 0, files);
   std::erase_if(files, [](const FileSystemObject& f) { return IsExcludedFolder(f.FolderPath()); });
   return files;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProjects.ProjectFilesBelow", "VBProjects").Parameter("RootPath", RootPath);
-  throw;
 }
+VENDREL_CONTEXT(RootPath)
 
 void VBProjects::Load(std::string_view RootPath) try {
   const Workspace::Use use(*mWorkspace);
   const DiagnosticScope scope(&Diagnostics, FileSystemObject(RootPath).FullPath());
   for (const FileSystemObject& file : ProjectFilesBelow(RootPath)) LoadOne(file.FullPath());
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProjects.Load", "VBProjects").Parameter("RootPath", RootPath);
-  throw;
 }
+VENDREL_CONTEXT(RootPath)
 
 void VBProjects::LoadCollection(const std::vector<std::string>& ProjectPaths) try {
   const Workspace::Use use(*mWorkspace);
   const DiagnosticScope scope(&Diagnostics, {});
   for (const std::string& path : ProjectPaths) LoadOne(path);
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProjects.LoadCollection", "VBProjects").Local("Count", ProjectPaths.size());
-  throw;
 }
+VENDREL_CONTEXT(trace::Local("Count", ProjectPaths.size()))
 
 void VBProjects::LoadOne(std::string_view path) try {
   const auto project = std::make_shared<VBProject>();
   if (BeforeLoad) BeforeLoad(*project);
   if (LoadMember(*project, path)) Add(project, project->ProjectName);
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProjects.LoadOne", "VBProjects").Parameter("path", path);
-  throw;
 }
+VENDREL_CONTEXT(path)
 
 bool LoadMember(VBProject& project, std::string_view path) {
   try {
@@ -100,10 +88,8 @@ void VBProjects::CementReferences() try {
     project.CementReferences(byClassId, false);
     project.CementReferences(byFile, true);
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProjects.CementReferences", "VBProjects");
-  throw;
 }
+VENDREL_CONTEXT()
 
 void VBProject::CementReferences(const VBProjects& projects, bool SearchByName) try {
   const Workspace::Use use(Workspace());
@@ -111,11 +97,7 @@ void VBProject::CementReferences(const VBProjects& projects, bool SearchByName) 
     const std::string key = SearchByName ? reference.FileName.LeafName() : reference.ClsID();
     if (VBProject* project = projects.Item(key)) reference.SetReferencedProject(project);
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.CementReferences", "VBProjects")
-      .Parameter("SearchByName", SearchByName)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(SearchByName, *this)
 
 }  // namespace vendrel

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "core/Ascii.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "services/FileSource.h"
 #include "services/FolderCache.h"
 
@@ -59,10 +59,8 @@ AtomicFile::AtomicFile(const std::string& nativePath) try : mTarget(nativePath) 
     if (failure == ENOENT) throw VendrelError(errPathAccess, mTarget + " (no such folder)");
     throw FileError(failure, mTarget);
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("AtomicFile.AtomicFile", "AtomicFile").Parameter("nativePath", nativePath);
-  throw;
 }
+VENDREL_CONTEXT(nativePath)
 
 void AtomicFile::CheckTarget() {
   FileSource& source = FileSource::Current();
@@ -101,12 +99,8 @@ bool AtomicFile::IsTemporaryName(std::string_view leafName) {
 void AtomicFile::Write(std::string_view bytes) try {
   mBuffer.append(bytes);
   if (mBuffer.size() >= BufferSize) FlushBuffer();
-} catch (VendrelError& failure) {
-  failure.AddContext("AtomicFile.Write", "AtomicFile")
-      .Local("Size", bytes.size())
-      .Field("Target", mTarget);
-  throw;
 }
+VENDREL_CONTEXT(trace::Local("Size", bytes.size()), trace::Field("Target", mTarget))
 
 void AtomicFile::FlushBuffer() {
   std::size_t done = 0;
@@ -134,10 +128,8 @@ void AtomicFile::Commit() try {
   mTemporary.clear();
   CloseHandle();  // the bytes are on the disk already
   ForgetFolderOf(mTarget);
-} catch (VendrelError& failure) {
-  failure.AddContext("AtomicFile.Commit", "AtomicFile").Field("Target", mTarget);
-  throw;
 }
+VENDREL_CONTEXT(trace::Field("Target", mTarget))
 
 int AtomicFile::CloseHandle() {
   const int handle = mHandle;

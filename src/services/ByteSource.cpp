@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "services/FileSource.h"
 
 namespace vendrel {
@@ -72,9 +72,7 @@ std::unique_ptr<ByteSource> OpenBytes(const std::string& nativePath) try {
   FileStatus status;
   const int handle = OpenRegularFile(nativePath, status);
   return std::make_unique<MachineBytes>(handle, status.Size, nativePath);
-} catch (VendrelError& failure) {
-  failure.AddContext("OpenBytes", "ByteSource").Parameter("nativePath", nativePath);
-  throw;
 }
+VENDREL_CONTEXT(nativePath)
 
 }  // namespace vendrel

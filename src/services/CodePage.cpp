@@ -9,7 +9,7 @@
 
 #include "core/Ascii.h"
 #include "core/Workspace.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "services/Utf8.h"
 
 namespace vendrel {
@@ -142,10 +142,8 @@ const CodePage* CodePage::Find(std::string_view given) {
 const CodePage& CodePage::Named(std::string_view name) try {
   if (const CodePage* page = Find(name)) return *page;
   throw VendrelError(errInvalidArgument, "unknown code page " + std::string(name));
-} catch (VendrelError& failure) {
-  failure.AddContext("CodePage.Named", "CodePage").Parameter("name", name);
-  throw;
 }
+VENDREL_CONTEXT(name)
 
 const CodePage& CodePage::Default() {
   const CodePage*& page = InUse<PageStore>().Default;

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "core/Workspace.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "services/FolderCache.h"
 
 namespace vendrel {
@@ -69,10 +69,8 @@ int OpenRegularFile(const std::string& nativePath, FileStatus& status) try {
   throw VendrelError(errPathAccess, nativePath + (status.Type == FileStatus::Kind::Folder
                                                       ? " (a folder)"
                                                       : " (not a regular file)"));
-} catch (VendrelError& failure) {
-  failure.AddContext("OpenRegularFile", "FileSource").Parameter("nativePath", nativePath);
-  throw;
 }
+VENDREL_CONTEXT(nativePath)
 
 std::string ReadWholeFile(const std::string& nativePath) try {
   FileStatus status;
@@ -96,9 +94,7 @@ std::string ReadWholeFile(const std::string& nativePath) try {
   }
   bytes.resize(got);
   return bytes;
-} catch (VendrelError& failure) {
-  failure.AddContext("ReadWholeFile", "FileSource").Parameter("nativePath", nativePath);
-  throw;
 }
+VENDREL_CONTEXT(nativePath)
 
 }  // namespace vendrel

@@ -3,8 +3,8 @@
 #include <cerrno>
 
 #include "core/Workspace.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "services/AtomicFile.h"
 #include "services/FileSource.h"
 #include "services/Paths.h"
@@ -187,12 +187,8 @@ void FileSystemObject::OpenFile(int mode, int, int) try {
   if (found.Failure) throw FileError(found.Failure, native);
   mWriter = std::make_unique<AtomicFile>(native);
   mWriter->Write(ByteOrderMark(mWriteForm));
-} catch (VendrelError& failure) {
-  failure.AddContext("FileSystemObject.OpenFile", "FileSystemObject")
-      .Parameter("mode", mode)
-      .Field("FullPath", FullPath());
-  throw;
 }
+VENDREL_CONTEXT(mode, trace::Field("FullPath", FullPath()))
 
 void FileSystemObject::OpenForReading() {
   const std::string native = NativePath();
@@ -215,11 +211,8 @@ void FileSystemObject::CloseFile() try {
   const std::unique_ptr<AtomicFile> writer = std::move(mWriter);
   Discard();
   if (writer) writer->Commit();
-} catch (VendrelError& failure) {
-  failure.AddContext("FileSystemObject.CloseFile", "FileSystemObject")
-      .Field("FullPath", FullPath());
-  throw;
 }
+VENDREL_CONTEXT(trace::Field("FullPath", FullPath()))
 
 void FileSystemObject::Discard() {
   mRest = {};
@@ -230,20 +223,16 @@ void FileSystemObject::Discard() {
 std::string_view FileSystemObject::NextLine() try {
   if (!mSource) throw NotOpen(FullPath());
   return TakeLine(mRest, mSource->LineEnds.Form);
-} catch (VendrelError& failure) {
-  failure.AddContext("FileSystemObject.NextLine", "FileSystemObject").Field("FullPath", FullPath());
-  throw;
 }
+VENDREL_CONTEXT(trace::Field("FullPath", FullPath()))
 
 std::string FileSystemObject::ReadAll() try {
   if (!mSource) throw NotOpen(FullPath());
   std::string text(mRest);
   mRest = {};
   return text;
-} catch (VendrelError& failure) {
-  failure.AddContext("FileSystemObject.ReadAll", "FileSystemObject").Field("FullPath", FullPath());
-  throw;
 }
+VENDREL_CONTEXT(trace::Field("FullPath", FullPath()))
 
 void FileSystemObject::WriteLine(std::string_view text) try {
   if (!mWriter) throw NotOpen(FullPath());
@@ -256,22 +245,14 @@ void FileSystemObject::WriteLine(std::string_view text) try {
   Tell(DiagnosticCode::CharactersNotHeld, {FullPath(), page});
   mWriter->Spoil();
   throw VendrelError(errInvalidArgument, "a character that code page " + page + " lacks");
-} catch (VendrelError& failure) {
-  failure.AddContext("FileSystemObject.WriteLine", "FileSystemObject")
-      .Parameter("text", text)
-      .Field("FullPath", FullPath());
-  throw;
 }
+VENDREL_CONTEXT(text, trace::Field("FullPath", FullPath()))
 
 void FileSystemObject::WriteBytes(std::string_view bytes) try {
   if (!mWriter) throw NotOpen(FullPath());
   mWriter->Write(bytes);
-} catch (VendrelError& failure) {
-  failure.AddContext("FileSystemObject.WriteBytes", "FileSystemObject")
-      .Local("Size", bytes.size())
-      .Field("FullPath", FullPath());
-  throw;
 }
+VENDREL_CONTEXT(trace::Local("Size", bytes.size()), trace::Field("FullPath", FullPath()))
 
 void FileSystemObject::DeleteFile() try {
   Discard();
@@ -281,11 +262,8 @@ void FileSystemObject::DeleteFile() try {
   ForgetFolderOf(found.Path);
   mMatch = PathMatch::None;
   if (result < 0 && result != -ENOENT) throw FileError(-result, found.Path);
-} catch (VendrelError& failure) {
-  failure.AddContext("FileSystemObject.DeleteFile", "FileSystemObject")
-      .Field("FullPath", FullPath());
-  throw;
 }
+VENDREL_CONTEXT(trace::Field("FullPath", FullPath()))
 
 std::string FileSystemObject::ClassID() const {
   const ClassIdReader read = InUse<ClassIds>().Reader;

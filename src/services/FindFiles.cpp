@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "core/CaseFold.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "services/FileSource.h"
 #include "services/FileSystemObject.h"
 #include "services/Paths.h"
@@ -118,13 +118,8 @@ void FileSystemObject::FindFiles(std::string_view pattern, int flag,
            folder.Match == PathMatch::Exact ? windows : WindowsPath(folder.Path + "/"));
   std::sort(walk.Found.begin(), walk.Found.end());
   for (const auto& entry : walk.Found) result.emplace_back(entry.second);
-} catch (VendrelError& failure) {
-  failure.AddContext("FileSystemObject.FindFiles", "FindFiles")
-      .Parameter("pattern", pattern)
-      .Parameter("flag", flag)
-      .Field("FullPath", FullPath());
-  throw;
 }
+VENDREL_CONTEXT(pattern, flag, trace::Field("FullPath", FullPath()))
 
 void FileSystemObject::CreateFolderPath() try {
   const std::string native = vendrel::NativePath(FolderPath());
@@ -154,10 +149,7 @@ void FileSystemObject::CreateFolderPath() try {
   const int result = source.Status(path, status);
   if (result < 0) throw FileError(-result, path);
   if (status.Type != FileStatus::Kind::Folder) throw VendrelError(errPathAccess, path);
-} catch (VendrelError& failure) {
-  failure.AddContext("FileSystemObject.CreateFolderPath", "FindFiles")
-      .Field("FullPath", FullPath());
-  throw;
 }
+VENDREL_CONTEXT(trace::Field("FullPath", FullPath()))
 
 }  // namespace vendrel

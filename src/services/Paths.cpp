@@ -5,7 +5,7 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/Workspace.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "services/Utf8.h"
 
 namespace vendrel {
@@ -76,22 +76,16 @@ void DriveMap::Set(char letter, std::string_view nativeFolder) try {
   drive.Mapped = !nativeFolder.empty();
   while (!nativeFolder.empty() && nativeFolder.back() == '/') nativeFolder.remove_suffix(1);
   drive.Folder = nativeFolder;
-} catch (VendrelError& failure) {
-  failure.AddContext("DriveMap.Set", "Paths")
-      .Parameter("nativeFolder", nativeFolder)
-      .Parameter("letter", std::string(1, letter));
-  throw;
 }
+VENDREL_CONTEXT(nativeFolder, trace::Parameter("letter", std::string(1, letter)))
 
 void DriveMap::SetFromText(std::string_view text) try {
   std::size_t equals = text.find('=');
   if ((equals != 1 && equals != 2) || (equals == 2 && text[1] != ':'))
     throw VendrelError(errInvalidArgument, text);
   Set(text[0], text.substr(equals + 1));
-} catch (VendrelError& failure) {
-  failure.AddContext("DriveMap.SetFromText", "Paths").Parameter("text", text);
-  throw;
 }
+VENDREL_CONTEXT(text)
 
 const std::string* DriveMap::Folder(char letter) const {
   if (!IsLetterAscii(letter)) return nullptr;

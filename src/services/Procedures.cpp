@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "core/Workspace.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "services/AtomicFile.h"
 #include "services/FileSource.h"
 #include "services/FileSystemObject.h"
@@ -83,12 +83,8 @@ int RunCommandLine(std::string_view commandLine, const ProcessOptions& options) 
     if (std::string native = FileSystemObject(arguments[0]).NativePath(); !native.empty())
       arguments[0] = std::move(native);
   return ProcessRunner::Current().Run(arguments, options);
-} catch (VendrelError& failure) {
-  failure.AddContext("RunCommandLine", "Procedures")
-      .Parameter("commandLine", commandLine)
-      .Parameter("Folder", options.Folder);
-  throw;
 }
+VENDREL_CONTEXT(commandLine, trace::Parameter("Folder", options.Folder))
 
 void ExecCmd(std::string_view commandLine) {
   try {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "services/FileSource.h"
 #include "services/Utf8.h"
 
@@ -173,10 +173,8 @@ std::shared_ptr<const SourceText> SourceText::Decode(std::string bytes, const Co
 std::shared_ptr<const SourceText> SourceText::Read(const std::string& nativePath,
                                                    const CodePage& page) try {
   return Decode(ReadWholeFile(nativePath), page);
-} catch (VendrelError& failure) {
-  failure.AddContext("SourceText.Read", "SourceText").Parameter("nativePath", nativePath);
-  throw;
 }
+VENDREL_CONTEXT(nativePath)
 
 std::string_view ByteOrderMark(const TextForm& like) {
   switch (like.Encoding) {

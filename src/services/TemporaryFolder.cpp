@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <filesystem>
 
+#include "diagnostics/Context.h"
 #include "services/FileSource.h"
 
 namespace vendrel {
@@ -16,11 +17,8 @@ TemporaryFolder::TemporaryFolder(std::string_view purpose) try {
   path /= "vendrelmodel-" + std::string(purpose) + "-XXXXXX";
   mPath = path.string();
   if (!mkdtemp(mPath.data())) throw FileError(errno, mPath);
-} catch (VendrelError& failure) {
-  failure.AddContext("TemporaryFolder.TemporaryFolder", "TemporaryFolder")
-      .Parameter("purpose", purpose);
-  throw;
 }
+VENDREL_CONTEXT(purpose)
 
 TemporaryFolder::~TemporaryFolder() {
   std::error_code ignored;

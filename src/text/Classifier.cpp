@@ -6,7 +6,7 @@
 
 #include "core/Ascii.h"
 #include "core/Workspace.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "text/Separators.h"
 #include "text/StatementKeywords.h"
 
@@ -509,11 +509,7 @@ CodeLine InitialiseCodeLine(std::string_view Text, LanguageVersionEnum LanguageV
                        "the statement needs another word: " + std::string(Trim(Text)));
   }
   return line.Record();
-} catch (VendrelError& failure) {
-  failure.AddContext("InitialiseCodeLine", "Classifier")
-      .Parameter("Text", Text)
-      .Parameter("LanguageVersion", LanguageVersion);
-  throw;
 }
+VENDREL_CONTEXT(Text, LanguageVersion)
 
 }  // namespace vendrel

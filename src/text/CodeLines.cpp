@@ -2,7 +2,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "text/Like.h"
 #include "text/StartLine.h"
 
@@ -35,10 +35,8 @@ CodeLine CodeLines::Item(std::int32_t Key) const try {
   const Line& line = At(Key);
   if (line.Flags & kWhole) return (*mWhole)[line.Offset];
   return Classified(Key);
-} catch (VendrelError& failure) {
-  failure.AddContext("CodeLines.Item", "CodeLines").Parameter("Key", Key);
-  throw;
 }
+VENDREL_CONTEXT(Key)
 
 // The record again from the text. The stored type is put over the judged one: the intake may have
 // changed it (tagged comments, members of an enumeration).
@@ -109,12 +107,8 @@ void CodeLines::SetLineText(std::int32_t Index, std::string_view text) try {
                                                    : line.Offset + 1;
   line = KeepWhole(std::move(record));
   line.Length = began;
-} catch (VendrelError& failure) {
-  failure.AddContext("CodeLines.SetLineText", "CodeLines")
-      .Parameter("Index", Index)
-      .Parameter("text", text);
-  throw;
 }
+VENDREL_CONTEXT(Index, text)
 
 std::optional<std::size_t> CodeLines::SourceOffset(std::int32_t Index) const {
   const Line& line = At(Index);
@@ -143,10 +137,8 @@ std::vector<CodeLine> CodeLines::LinesOfType(LineTypeEnum type) const try {
   for (std::int32_t i = 1; i <= Count(); ++i)
     if (LineType(i) == type) found.push_back(Item(i));
   return found;
-} catch (VendrelError& failure) {
-  failure.AddContext("CodeLines.LinesOfType", "CodeLines").Parameter("type", type);
-  throw;
 }
+VENDREL_CONTEXT(type)
 
 std::vector<CodeLine> CodeLines::LinesMatchingPattern(std::string_view Pattern) const try {
   const std::string lowered = LowerCase(Pattern);
@@ -156,10 +148,8 @@ std::vector<CodeLine> CodeLines::LinesMatchingPattern(std::string_view Pattern) 
     if (Like(Trim(text), lowered)) found.push_back(Item(i));
   }
   return found;
-} catch (VendrelError& failure) {
-  failure.AddContext("CodeLines.LinesMatchingPattern", "CodeLines").Parameter("Pattern", Pattern);
-  throw;
 }
+VENDREL_CONTEXT(Pattern)
 
 bool CodeLines::InText(std::string_view text) const { return mText && IsPart(text, *mText); }
 
@@ -207,23 +197,14 @@ void CodeLines::AddParsed(const ParsedLine& parsed, std::int32_t before, std::in
     KeepText(line, parsed.Text, held);
   }
   Insert(line, before, after);
-} catch (VendrelError& failure) {
-  failure.AddContext("CodeLines.AddParsed", "CodeLines")
-      .Parameter("before", before)
-      .Parameter("after", after);
-  throw;
 }
+VENDREL_CONTEXT(before, after)
 
 void CodeLines::Add(const CodeLine& Item, std::int32_t Before, std::int32_t After) try {
   if (mUnloaded) throw VendrelError(errObjectNotSet, "the source lines have been unloaded");
   Insert(KeepWhole(Item), Before, After);
-} catch (VendrelError& failure) {
-  failure.AddContext("CodeLines.Add", "CodeLines")
-      .Parameter("Line", Item.Text)
-      .Parameter("Before", Before)
-      .Parameter("After", After);
-  throw;
 }
+VENDREL_CONTEXT(trace::Parameter("Line", Item.Text), Before, After)
 
 void CodeLines::Insert(const Line& line, std::int32_t before, std::int32_t after) {
   if (line.Flags & kContinuation) ++mContinuations;
@@ -240,10 +221,8 @@ void CodeLines::Insert(const Line& line, std::int32_t before, std::int32_t after
 void CodeLines::Remove(std::int32_t Index) try {
   if (At(Index).Flags & kContinuation) --mContinuations;
   mLines.erase(mLines.begin() + Index - 1);
-} catch (VendrelError& failure) {
-  failure.AddContext("CodeLines.Remove", "CodeLines").Parameter("Index", Index);
-  throw;
 }
+VENDREL_CONTEXT(Index)
 
 void CodeLines::UnloadSourceCode() {
   if (mUnloaded) return;

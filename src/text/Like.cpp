@@ -4,7 +4,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 
 namespace vendrel {
 namespace {
@@ -108,16 +108,12 @@ bool Match(std::string_view text, std::string_view pattern) {
 bool Like(std::string_view text, std::string_view pattern) try {
   CheckPattern(pattern);
   return Match(text, pattern);
-} catch (VendrelError& failure) {
-  failure.AddContext("Like", "Like").Parameter("text", text).Parameter("pattern", pattern);
-  throw;
 }
+VENDREL_CONTEXT(text, pattern)
 
 bool LikeNoCase(std::string_view text, std::string_view pattern) try {
   return Like(FoldKey(text), FoldKey(pattern));
-} catch (VendrelError& failure) {
-  failure.AddContext("LikeNoCase", "Like").Parameter("text", text).Parameter("pattern", pattern);
-  throw;
 }
+VENDREL_CONTEXT(text, pattern)
 
 }  // namespace vendrel

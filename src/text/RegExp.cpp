@@ -7,7 +7,7 @@
 #include <unordered_map>
 
 #include "core/Workspace.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 
 namespace vendrel {
 namespace {
@@ -35,9 +35,7 @@ const re2::RE2& Compiled(std::string_view pattern) {
 
 bool MatchRegExp(std::string_view Text, std::string_view Pattern) try {
   return re2::RE2::PartialMatch(re2::StringPiece(Text.data(), Text.size()), Compiled(Pattern));
-} catch (VendrelError& failure) {
-  failure.AddContext("MatchRegExp", "RegExp").Parameter("Text", Text).Parameter("Pattern", Pattern);
-  throw;
 }
+VENDREL_CONTEXT(Text, Pattern)
 
 }  // namespace vendrel

@@ -4,7 +4,7 @@
 
 #include "core/MessageService.h"
 #include "core/Workspace.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "typelib/MissingLibraries.h"
 
 namespace vendrel {
@@ -111,10 +111,8 @@ ShownType ShowType(const VBProject& project, const TypeLibInfo& library, const V
     if (type.Library) shown.MissingLibrary = MissingLibraryOf(*type.Library, type.Reference());
   }
   return shown;
-} catch (VendrelError& failure) {
-  failure.AddContext("ShowType", "LibraryTypes").Parameter("project", project);
-  throw;
 }
+VENDREL_CONTEXT(project)
 
 std::string_view WithoutUnderscore(std::string_view name) {
   return name.starts_with('_') ? name.substr(1) : name;

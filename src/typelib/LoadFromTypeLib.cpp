@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "model/Declarations.h"
 #include "project/VBProject.h"
 #include "services/FolderCache.h"
@@ -99,12 +99,8 @@ class LibraryLoader {
 void LibraryLoader::AddComponent(const TypeInfo& type) try {
   mProject.Components.Add(mProject.TypeLibComponent(mLibrary, type), type.Name);
   Cache(type.Name, kCachedModule);
-} catch (VendrelError& failure) {
-  failure.AddContext("LibraryLoader.AddComponent", "LoadFromTypeLib")
-      .Parameter("type", type.Name)
-      .Of(mProject);
-  throw;
 }
+VENDREL_CONTEXT(trace::Parameter("type", type.Name), trace::Me(mProject))
 
 // The module "Enumerations" or "Structures", made when the first of its kind comes.
 Component& LibraryLoader::Invented(Component*& module, std::string_view name) {
@@ -142,12 +138,8 @@ void LibraryLoader::AddEnumeration(const TypeInfo& type) try {
   }
   Cache(type.Name, kCachedEnum, module.Name);
   module.Enumerations.Add(std::move(enumeration), type.Name);
-} catch (VendrelError& failure) {
-  failure.AddContext("LibraryLoader.AddEnumeration", "LoadFromTypeLib")
-      .Parameter("type", type.Name)
-      .Of(mProject);
-  throw;
 }
+VENDREL_CONTEXT(trace::Parameter("type", type.Name), trace::Me(mProject))
 
 void LibraryLoader::AddStructure(const TypeInfo& type) try {
   Component& module = Invented(mStructures, "Structures");
@@ -161,12 +153,8 @@ void LibraryLoader::AddStructure(const TypeInfo& type) try {
     structure->Members.Add(NewField(*info, *structure), info->Name);
   module.UDTs.Add(std::move(structure), type.Name);
   Cache(type.Name, kCachedStructure, module.Name);
-} catch (VendrelError& failure) {
-  failure.AddContext("LibraryLoader.AddStructure", "LoadFromTypeLib")
-      .Parameter("type", type.Name)
-      .Of(mProject);
-  throw;
 }
+VENDREL_CONTEXT(trace::Parameter("type", type.Name), trace::Me(mProject))
 
 std::shared_ptr<Variable> LibraryLoader::NewField(const MemberInfo& member, UDT& structure) const {
   auto field = std::make_shared<Variable>();
@@ -222,12 +210,8 @@ bool VBProject::LoadFromTypeLib(std::string_view Path) try {
     Tell(DiagnosticCode::TypeLibraryMember, {message});
   WasReadFromTypeLibrary = true;
   return true;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.LoadFromTypeLib", "LoadFromTypeLib")
-      .Parameter("Path", Path)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(Path, *this)
 
 void VBProject::AddHelpDescription(CodeElement& element, std::string_view HelpText) try {
   const Workspace::Use use(Workspace());
@@ -238,11 +222,7 @@ void VBProject::AddHelpDescription(CodeElement& element, std::string_view HelpTe
   comment->CodeElement = &element;
   comment->Text = HelpText;
   AddTaggedComment(**comments, comment, false);
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.AddHelpDescription", "LoadFromTypeLib")
-      .Parameter("HelpText", HelpText)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(HelpText, *this)
 
 }  // namespace vendrel

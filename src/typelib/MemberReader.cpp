@@ -1,6 +1,6 @@
 #include "typelib/MemberReader.h"
 
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 
 namespace vendrel {
 namespace {
@@ -58,13 +58,8 @@ void MemberReader::AddBlock(const MemberInfo& member, const std::string& seconda
   if (isVariable) AddGetter(*block);
   const std::string_view key = KeyOf(*block, member);
   mComponent.Blocks.Add(block, mComponent.Blocks.HasKey(key) ? std::string_view() : key);
-} catch (VendrelError& failure) {
-  failure.AddContext("MemberReader.AddBlock", "MemberReader")
-      .Parameter("member", member.Name)
-      .Parameter("secondary", secondary)
-      .Of(mComponent);
-  throw;
 }
+VENDREL_CONTEXT(trace::Parameter("member", member.Name), secondary, trace::Me(mComponent))
 
 std::shared_ptr<Block> MemberReader::NewBlock(const MemberInfo& member,
                                               const std::string& secondary) {
@@ -152,12 +147,8 @@ void MemberReader::AddConstant(const MemberInfo& member) try {
   constant->TypeName = ShowType(mProject, mLibrary, member.ReturnType, TypeUse::Return).Name;
   mProject.AddHelpDescription(*constant, member.HelpString);
   declarations->Constants->Add(std::move(constant), member.Name);
-} catch (VendrelError& failure) {
-  failure.AddContext("MemberReader.AddConstant", "MemberReader")
-      .Parameter("member", member.Name)
-      .Of(mComponent);
-  throw;
 }
+VENDREL_CONTEXT(trace::Parameter("member", member.Name), trace::Me(mComponent))
 
 void MemberReader::AddEvent(const MemberInfo& member) try {
   if ((member.AttributeMask & (kRestricted | kHidden | kNonBrowsable)) != 0) return;
@@ -169,12 +160,8 @@ void MemberReader::AddEvent(const MemberInfo& member) try {
   event->Parameters.Renew();
   AddParameters(mProject, mLibrary, member, *event);
   mComponent.EventDeclarations.Add(std::move(event), member.Name);
-} catch (VendrelError& failure) {
-  failure.AddContext("MemberReader.AddEvent", "MemberReader")
-      .Parameter("member", member.Name)
-      .Of(mComponent);
-  throw;
 }
+VENDREL_CONTEXT(trace::Parameter("member", member.Name), trace::Me(mComponent))
 
 void MemberReader::TellUnreadable(const MemberInfo& member, const ShownType& type) const {
   TellMissing(type.MissingLibrary,

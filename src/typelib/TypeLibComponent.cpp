@@ -3,7 +3,7 @@
 #include <unordered_set>
 
 #include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "typelib/LibraryTypes.h"
 #include "typelib/MemberReader.h"
 #include "typelib/MissingLibraries.h"
@@ -163,9 +163,7 @@ std::shared_ptr<Component> VBProject::TypeLibComponent(const TypeLibInfo& librar
     }
   }
   return component;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.TypeLibComponent", "TypeLibComponent").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 }  // namespace vendrel

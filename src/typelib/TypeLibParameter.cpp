@@ -1,6 +1,6 @@
 // A parameter of a library member.
 
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "typelib/LibraryTypes.h"
 #include "typelib/reader/Limits.h"
 
@@ -94,9 +94,7 @@ std::shared_ptr<Parameter> VBProject::TypeLibParameter(const TypeLibInfo& librar
   if (made->IsOptional && parameter.Default())
     made->DefaultValue = DefaultText(*parameter.DefaultValue);
   return made;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.TypeLibParameter", "TypeLibParameter").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 }  // namespace vendrel

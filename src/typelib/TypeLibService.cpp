@@ -5,7 +5,7 @@
 
 #include "core/ObjectRegistry.h"
 #include "core/Workspace.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "project/VBProject.h"
 #include "services/SettingsReader.h"
 #include "services/Startup.h"
@@ -106,12 +106,8 @@ std::shared_ptr<TLIApplication> TLIApplication::New() {
 
 std::string FileVersion(const FileSystemObject& file, std::string_view delimiter) try {
   return typelib::ReadFileVersion(file.NativePath(), std::string(delimiter));
-} catch (VendrelError& failure) {
-  failure.AddContext("FileVersion", "TypeLibService")
-      .Parameter("file", file.FullPath())
-      .Parameter("delimiter", delimiter);
-  throw;
 }
+VENDREL_CONTEXT(trace::Parameter("file", file.FullPath()), delimiter)
 
 void ConnectLibraryReaders() {
   if (!ObjectRegistry::Has(kTypeLibProgId))

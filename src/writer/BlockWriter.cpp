@@ -1,6 +1,6 @@
 #include "writer/BlockWriter.h"
 
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "project/VBProject.h"
 
 namespace vendrel {
@@ -49,10 +49,8 @@ void BlockWriter::ChooseAttributes() try {
   if (!mBlock.IsPropertyType()) return;
   mFirstPropertyBlock = mComponent.IsFirstPropertyBlock(&mBlock);
   mWriteAttributes = mFirstPropertyBlock;
-} catch (VendrelError& failure) {
-  failure.AddContext("BlockWriter.ChooseAttributes", "BlockWriter").Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT(trace::Me(mBlock))
 
 void BlockWriter::Run() {
   const std::int32_t count = mLines.Count();
@@ -75,12 +73,8 @@ void BlockWriter::Line(std::int32_t index) try {
   if (type == ATTRIBUTE_LINE) return AttributeLine(index);
   mStream.Line(mLines, index, mNumbers ? mNumbers->Before(index) : std::string_view());
   if (type == EVENT_DECLARATION) EventAttributes(index);
-} catch (VendrelError& failure) {
-  failure.AddContext("BlockWriter.Line", "BlockWriter", mStream.LineNumber())
-      .Parameter("index", index)
-      .Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(mStream.LineNumber(), index, trace::Me(mBlock))
 
 void BlockWriter::AttributeLine(std::int32_t index) {
   const std::string_view text = mLines.LineView(index);
@@ -137,12 +131,8 @@ void BlockWriter::EventAttributes(std::int32_t index) try {
   if (!mOptions.WriteHelpDescriptions) return;
   if (const auto text = BrowserText(*event, WholeTexts()))
     mStream.Line(DescriptionLine(event->Name, *text));
-} catch (VendrelError& failure) {
-  failure.AddContext("BlockWriter.EventAttributes", "BlockWriter", mStream.LineNumber())
-      .Parameter("index", index)
-      .Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(mStream.LineNumber(), index, trace::Me(mBlock))
 
 void BlockWriter::ProcedureAttributes() try {
   if (mFirstPropertyBlock) {
@@ -153,11 +143,8 @@ void BlockWriter::ProcedureAttributes() try {
   }
   if (mWriteAttributes && NeedsHelpLine(mBlock, mBlock.Name()))
     mStream.Line(HelpIDLine(mBlock.Name(), mBlock.HelpContextID));
-} catch (VendrelError& failure) {
-  failure.AddContext("BlockWriter.ProcedureAttributes", "BlockWriter", mStream.LineNumber())
-      .Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(mStream.LineNumber(), trace::Me(mBlock))
 
 // The attributes of all procedures of a property stand behind its first one.
 void BlockWriter::PropertyAttributes() try {
@@ -167,11 +154,8 @@ void BlockWriter::PropertyAttributes() try {
   if (!mOptions.WriteHelpDescriptions) return;
   if (const auto text = PropertyBrowserText(mBlock, WholeTexts()))
     mStream.Line(DescriptionLine(mBlock.Name(), *text));
-} catch (VendrelError& failure) {
-  failure.AddContext("BlockWriter.PropertyAttributes", "BlockWriter", mStream.LineNumber())
-      .Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(mStream.LineNumber(), trace::Me(mBlock))
 
 void BlockWriter::VariableAttributes() try {
   const Variables* variables = mBlock.Variables.IfAny();
@@ -184,11 +168,8 @@ void BlockWriter::VariableAttributes() try {
     if (const auto text = BrowserText(variable, WholeTexts()))
       mStream.Line(VarDescriptionLine(variable.Name, *text));
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("BlockWriter.VariableAttributes", "BlockWriter", mStream.LineNumber())
-      .Of(mBlock);
-  throw;
 }
+VENDREL_CONTEXT_AT(mStream.LineNumber(), trace::Me(mBlock))
 
 TextForm WriteFormOf(const Component& component) {
   if (component.SourceForm) return *component.SourceForm;
@@ -202,9 +183,7 @@ void Block::WriteOut(FileSystemObject& f) try {
                       Options().Reading.KeepLineEnds);
   BlockWriter(*this, stream).Run();
   stream.Finish();
-} catch (VendrelError& failure) {
-  failure.AddContext("Block.WriteOut", "BlockWriter").Parameter("f", f.FullPath()).Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(trace::Parameter("f", f.FullPath()), *this)
 
 }  // namespace vendrel

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "core/Ascii.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "project/VBProject.h"
 #include "services/Procedures.h"
 #include "services/ProcessRunner.h"
@@ -44,10 +44,8 @@ std::string LinesOf(FileSystemObject& file) try {
   while (!file.AtEnd()) text.append(file.NextLine()).append("\r\n");
   file.CloseFile();
   return text;
-} catch (VendrelError& failure) {
-  failure.AddContext("LinesOf", "Compiling").Parameter("file", file.FullPath());
-  throw;
 }
+VENDREL_CONTEXT(trace::Parameter("file", file.FullPath()))
 
 // The command as registered: "vb6.exe" "%1" /make. What stands behind the switch is cut off, since
 // the call brings its own.
@@ -65,13 +63,8 @@ std::string CommandAroundPlace(std::string_view compiler, std::string_view path,
   if (cut == std::string::npos)
     throw VendrelError(errInvalidArgument, "the compiler command has %1 and no /make");
   return text.substr(0, cut);
-} catch (VendrelError& failure) {
-  failure.AddContext("CommandAroundPlace", "Compiling")
-      .Parameter("compiler", compiler)
-      .Parameter("path", path)
-      .Parameter("closed", closed);
-  throw;
 }
+VENDREL_CONTEXT(compiler, path, closed)
 
 std::string CompileCommand(const std::string& compiler, const VBProject& project) {
   const std::string path = project.OutputFileName.FullPath();
@@ -94,10 +87,8 @@ std::string VBProject::Compiler() try {
     mCompiler = ContainsNoCaseAscii(host, "\\vb") ? std::move(host) : RegisteredCommand();
   }
   return mCompiler;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.Compiler", "Compiling").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 bool VBProject::Make() try {
   const Workspace::Use use(Workspace());
@@ -116,10 +107,8 @@ bool VBProject::Make() try {
   if (Like(text, "*Build of '*' succeeded.*")) return true;
   LastError = "Compile failed\r\n\r\n" + text;
   return false;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.Make", "Compiling").Field("Compiler", mCompiler).Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(trace::Field("Compiler", mCompiler), *this)
 
 void VBProject::OpenInVB(bool Asynchronous) try {
   const Workspace::Use use(Workspace());
@@ -132,11 +121,7 @@ void VBProject::OpenInVB(bool Asynchronous) try {
     RunCommandLine(command, {.Folder = {}, .Wait = false});
   else
     ExecCmd(command);
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.OpenInVB", "Compiling")
-      .Parameter("Asynchronous", Asynchronous)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(Asynchronous, *this)
 
 }  // namespace vendrel

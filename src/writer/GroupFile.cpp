@@ -1,7 +1,7 @@
 #include "writer/GroupFile.h"
 
 #include "core/Ascii.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "services/Paths.h"
 #include "services/SourceText.h"
 #include "text/Words.h"
@@ -75,9 +75,7 @@ void GroupFile::Write() {
 void WriteGroupFile(const VBProjectGroup& group, std::string_view path,
                     const std::function<std::string(const std::string&)>& targetOf) try {
   GroupFile(group, path, targetOf).Write();
-} catch (VendrelError& failure) {
-  failure.AddContext("WriteGroupFile", "GroupFile").Parameter("path", path).Of(group);
-  throw;
 }
+VENDREL_CONTEXT(path, trace::Me(group))
 
 }  // namespace vendrel

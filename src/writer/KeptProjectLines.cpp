@@ -4,7 +4,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "writer/ProjectLineParts.h"
 
 namespace vendrel {
@@ -63,10 +63,8 @@ void KeptProjectLines::Run() try {
                     EndAt(source.Text, line.Offset + line.Length));
     addNew(static_cast<std::ptrdiff_t>(i));
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("KeptProjectLines.Run", "KeptProjectLines", mStream.LineNumber()).Of(mProject);
-  throw;
 }
+VENDREL_CONTEXT_AT(mStream.LineNumber(), trace::Me(mProject))
 
 // Index of the last line of a sort; -1 if there is none.
 std::ptrdiff_t KeptProjectLines::LastOf(bool (*is)(const ProjectFileLine&)) const {

@@ -5,7 +5,7 @@
 #include "core/Ascii.h"
 #include "core/NumericText.h"
 #include "core/Workspace.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "project/EnumerationValues.h"
 #include "project/VBProject.h"
 #include "services/TextUtility.h"
@@ -65,12 +65,8 @@ std::string_view LineNumbers::Before(std::int32_t index) try {
   const bool alone =
       mLines.IsStartLine(index) || mLines.IsEndLine(index) || mLineType == BLANK_LINE;
   return alone ? std::string_view() : Spacer();
-} catch (VendrelError& failure) {
-  failure.AddContext("LineNumbers.Before", "LineNumbers")
-      .Parameter("index", index)
-      .Local("Number", State().CurrentLineNumber);
-  throw;
 }
+VENDREL_CONTEXT(index, trace::Local("Number", State().CurrentLineNumber))
 
 void LineNumbers::Pass(std::int32_t index) {
   if (!mNumberable || mLines.Continued(index)) return;

@@ -7,8 +7,8 @@
 #include "core/Ascii.h"
 #include "core/MessageService.h"
 #include "core/Workspace.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "project/VBProject.h"
 #include "writer/BlockWriter.h"
 #include "writer/OutputNames.h"
@@ -60,10 +60,8 @@ void RewriteAttributes(Component& component) try {
   if (!stands)
     Append(lines, "Attribute VB_HelpID = " + std::to_string(component.HelpContextID), keeps);
   if (description) Append(lines, "Attribute VB_Description=\"" + *description + "\"", keeps);
-} catch (VendrelError& failure) {
-  failure.AddContext("RewriteAttributes", "ModuleWriter").Of(component);
-  throw;
 }
+VENDREL_CONTEXT(trace::Me(component))
 
 bool IsRead(const Block& block) {
   const CodeLines* lines = block.CodeLines.IfAny();
@@ -94,12 +92,8 @@ void WriteBlocks(Component& component, FileSystemObject& target) try {
                       component.Options().Reading.KeepLineEnds);
   for (Block* block : BlocksInOrder(component)) BlockWriter(*block, stream).Run();
   stream.Finish();
-} catch (VendrelError& failure) {
-  failure.AddContext("WriteBlocks", "ModuleWriter")
-      .Parameter("target", target.FullPath())
-      .Of(component);
-  throw;
 }
+VENDREL_CONTEXT(trace::Parameter("target", target.FullPath()), trace::Me(component))
 
 void Open(FileSystemObject& target) {
   try {
@@ -154,21 +148,15 @@ bool WriteModule(Component& component, std::string_view path) try {
   }
   target.CloseFile();
   return true;
-} catch (VendrelError& failure) {
-  failure.AddContext("WriteModule", "ModuleWriter")
-      .Parameter("component", component)
-      .Parameter("path", path);
-  throw;
 }
+VENDREL_CONTEXT(component, path)
 
 bool Component::WriteOut() try {
   const Workspace::Use use(Options().Workspace());
   vendrel::VBProject* project = VBProject();
   WriteModule(*this, project ? ComponentOutputFileName(*project, *this) : FileName.FullPath());
   return false;
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.WriteOut", "ModuleWriter").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 }  // namespace vendrel

@@ -1,7 +1,7 @@
 // Modules and procedures that a client adds to a project before it is written.
 
 #include "core/Ascii.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "project/VBProject.h"
 
 namespace vendrel {
@@ -56,13 +56,8 @@ std::shared_ptr<Component> VBProject::NewComponent(FileTypeEnum ComponentType,
   Components.Add(component);
   if (BuildTypeCache) TypeCache.Add(Name, tcLocalProjectModule);
   return component;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.NewComponent", "NewComponents")
-      .Parameter("Name", Name)
-      .Parameter("FileName", fileName)
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(Name, trace::Parameter("FileName", fileName), *this)
 
 Block* VBProject::StartupBlock() try {
   const Workspace::Use use(Workspace());
@@ -73,10 +68,8 @@ Block* VBProject::StartupBlock() try {
   if (startsWithForm && IconForm.empty()) IconForm = Startup;
   Startup = "Sub Main";
   return block;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.StartupBlock", "NewComponents").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 std::string VBProject::DefaultComponentFileName() const {
   switch (ProjectType) {

@@ -2,7 +2,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "writer/KeptProjectLines.h"
 #include "writer/ModuleWriter.h"
 #include "writer/SideFiles.h"
@@ -48,12 +48,10 @@ void ProjectFileWriter::Run() try {
     file.Discard();
     throw;
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("ProjectFileWriter.Run", "ProjectFileWriter", mStream.LineNumber())
-      .Parameter("OutputFileName", mProject.OutputFileName.FullPath())
-      .Of(mProject);
-  throw;
 }
+VENDREL_CONTEXT_AT(mStream.LineNumber(),
+                   trace::Parameter("OutputFileName", mProject.OutputFileName.FullPath()),
+                   trace::Me(mProject))
 
 bool ProjectFileWriter::KeepsLines() const {
   return mProject.Reading.KeepProjectLines && mProject.FileLines && mProject.SourceForm;
@@ -92,13 +90,8 @@ void ProjectFileWriter::Rows() {
 void ProjectFileWriter::Quoted(std::string_view key, std::string_view value) try {
   std::string line(key);
   mStream.Line(line.append("=\"").append(value).append("\""));
-} catch (VendrelError& failure) {
-  failure.AddContext("ProjectFileWriter.Quoted", "ProjectFileWriter", mStream.LineNumber())
-      .Parameter("key", key)
-      .Parameter("value", value)
-      .Of(mProject);
-  throw;
 }
+VENDREL_CONTEXT_AT(mStream.LineNumber(), key, value, trace::Me(mProject))
 
 void ProjectFileWriter::KeptLine(const std::string& line) try {
   const auto raw = mRawLines.find(line);
@@ -106,12 +99,8 @@ void ProjectFileWriter::KeptLine(const std::string& line) try {
     mStream.Line(line);
   else
     mStream.Raw(raw->second);
-} catch (VendrelError& failure) {
-  failure.AddContext("ProjectFileWriter.KeptLine", "ProjectFileWriter", mStream.LineNumber())
-      .Parameter("line", line)
-      .Of(mProject);
-  throw;
 }
+VENDREL_CONTEXT_AT(mStream.LineNumber(), line, trace::Me(mProject))
 
 void ProjectFileWriter::FirstLine() {
   if (!mProject.ProjectLines.empty()) KeptLine(mProject.ProjectLines.front());
@@ -123,10 +112,8 @@ void ProjectFileWriter::References() try {
     const std::string compiled = reference.CompiledLine();
     KeptLine(compiled.empty() ? reference.CodeLine() : compiled);
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("ProjectFileWriter.References", "ProjectFileWriter").Of(mProject);
-  throw;
 }
+VENDREL_CONTEXT(trace::Me(mProject))
 
 void ProjectFileWriter::Modules() try {
   SideFiles sideFiles(mProject, mNames);
@@ -136,10 +123,8 @@ void ProjectFileWriter::Modules() try {
     KeptLine(component.ProjectLine(!mSameLocation));
     if (mCopyOthers) sideFiles.Copy(component, folder);
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("ProjectFileWriter.Modules", "ProjectFileWriter").Of(mProject);
-  throw;
 }
+VENDREL_CONTEXT(trace::Me(mProject))
 
 FileSystemObject ProjectFileWriter::CopyDocument(const std::string& entry) {
   FileSystemObject file;
@@ -160,10 +145,8 @@ void ProjectFileWriter::RelatedDocuments() try {
     else
       mStream.Line("RelatedDoc=" + path);
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("ProjectFileWriter.RelatedDocuments", "ProjectFileWriter").Of(mProject);
-  throw;
 }
+VENDREL_CONTEXT(trace::Me(mProject))
 
 void ProjectFileWriter::KeptLines() {
   std::string& last = mProject.LastNormalProjectLineText;

@@ -4,7 +4,7 @@
 
 #include "core/CaseFold.h"
 #include "core/Workspace.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "writer/Backups.h"
 #include "writer/LineNumbers.h"
 #include "writer/ModuleWriter.h"
@@ -56,13 +56,9 @@ void ProjectWriter::Run() try {
   ProjectFileWriter(mProject, mNames, elsewhere).Run();
   if (mRun) mRun->NoteWritten(mProject.FileName);
   if (elsewhere) CopyCompatibleFile();
-} catch (VendrelError& failure) {
-  failure.AddContext("ProjectWriter.Run", "ProjectWriter")
-      .Local("OnlyProjectFile", mOnlyProjectFile)
-      .Local("SameLocation", mSameLocation)
-      .Of(mProject);
-  throw;
 }
+VENDREL_CONTEXT(trace::Local("OnlyProjectFile", mOnlyProjectFile),
+                trace::Local("SameLocation", mSameLocation), trace::Me(mProject))
 
 // In spite of its words nothing of this project is written; a group goes on with its next one.
 bool ProjectWriter::IsRefused() const {
@@ -93,10 +89,8 @@ bool ProjectWriter::WriteModules() try {
     if (mRun && written) mRun->NoteWritten(component.FileName);
   }
   return true;
-} catch (VendrelError& failure) {
-  failure.AddContext("ProjectWriter.WriteModules", "ProjectWriter").Of(mProject);
-  throw;
 }
+VENDREL_CONTEXT(trace::Me(mProject))
 
 void ProjectWriter::CopyCompatibleFile() {
   const FileSystemObject& file = mProject.CompatibleFileName;
@@ -116,12 +110,8 @@ void VBProject::WriteOut(bool OnlyProjectFile) try {
   if (LanguageVersion() == lvVisualBasicDotNet || ProjectSourceAccess != psaReadWrite) return;
   const DiagnosticScope scope(&Diagnostics, FileName.FullPath());
   ProjectWriter(*this, OnlyProjectFile).Run();
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.WriteOut", "ProjectWriter")
-      .Parameter("OnlyProjectFile", OnlyProjectFile)
-      .Parameter("OutputFileName", OutputFileName.FullPath())
-      .Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(OnlyProjectFile, trace::Parameter("OutputFileName", OutputFileName.FullPath()),
+                *this)
 
 }  // namespace vendrel

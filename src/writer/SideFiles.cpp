@@ -3,8 +3,8 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/Workspace.h"
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "services/Procedures.h"
 
 namespace vendrel {
@@ -66,12 +66,8 @@ void SideFiles::Copy(Component& component, const std::string& folder) try {
       continue;
     CopyOne(source, target);
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("SideFiles.Copy", "SideFiles")
-      .Parameter("component", component)
-      .Parameter("folder", folder);
-  throw;
 }
+VENDREL_CONTEXT(component, folder)
 
 void SideFiles::CopyOne(const FileSystemObject& file, const std::string& target) {
   const std::string source = file.FullPath();
@@ -99,10 +95,8 @@ void Component::CopyTo(std::string_view Path) try {
   OutputNames names(*project);
   const DiagnosticScope scope(&project->Diagnostics, FileName.FullPath());
   SideFiles(*project, names).Copy(*this, folder.FolderPath());
-} catch (VendrelError& failure) {
-  failure.AddContext("Component.CopyTo", "SideFiles").Parameter("Path", Path).Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(Path, *this)
 
 bool Component::IsOtherFileName(std::string_view name) const {
   vendrel::VBProject* project = VBProject();

@@ -2,7 +2,7 @@
 
 #include "core/Ascii.h"
 #include "core/ObjectRegistry.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "project/VBProject.h"
 #include "services/IniFile.h"
 #include "services/SettingsReader.h"
@@ -74,10 +74,8 @@ void FolderDatabase::Open(std::string_view iniPath, std::string_view, std::strin
   const FileSystemObject file(iniPath);
   if (!file.Exists()) throw VendrelError(errFileNotFound, iniPath);
   mFolder = file.FolderPath();
-} catch (VendrelError& failure) {
-  failure.AddContext("FolderDatabase.Open", "SourceControl").Parameter("iniPath", iniPath);
-  throw;
 }
+VENDREL_CONTEXT(iniPath)
 
 std::shared_ptr<VSSItem> FolderDatabase::Item(std::string_view projectPath) try {
   if (mFolder.empty()) throw VendrelError(errObjectNotSet, "no database is open");
@@ -96,12 +94,8 @@ std::shared_ptr<VSSItem> FolderDatabase::Item(std::string_view projectPath) try 
   FileSystemObject found(place);
   if (!found.Exists() && !found.IsFolder()) throw VendrelError(errFileNotFound, projectPath);
   return std::make_shared<FolderItem>(std::move(itemPath), std::move(found));
-} catch (VendrelError& failure) {
-  failure.AddContext("FolderDatabase.Item", "SourceControl")
-      .Parameter("projectPath", projectPath)
-      .Field("Folder", mFolder);
-  throw;
 }
+VENDREL_CONTEXT(projectPath, trace::Field("Folder", mFolder))
 
 std::shared_ptr<VSSItem> VBProject::SourceSafeItem() try {
   const Workspace::Use use(Workspace());
@@ -115,9 +109,7 @@ std::shared_ptr<VSSItem> VBProject::SourceSafeItem() try {
   database->Open(DatabasePath(link.AuxPath), Setting("Sourcesafe_User"),
                  Setting("Sourcesafe_Password"));
   return database->Item(path);
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.SourceSafeItem", "SourceControl").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 }  // namespace vendrel

@@ -1,7 +1,7 @@
 #include "writer/SourceStream.h"
 
+#include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "diagnostics/VendrelError.h"
 #include "services/Utf8.h"
 
 namespace vendrel {
@@ -158,9 +158,7 @@ void SourceStream::Finish() try {
   FlushRun();
   if (!mKeepEnds || mLine == 0) return;
   if (mSource->LineEnds.LastLineEnds && !mSource->Text.empty()) WriteEnd(mEnd);
-} catch (VendrelError& failure) {
-  failure.AddContext("SourceStream.Finish", "SourceStream", mLine).Field("File", mFile.FullPath());
-  throw;
 }
+VENDREL_CONTEXT_AT(mLine, trace::Field("File", mFile.FullPath()))
 
 }  // namespace vendrel

@@ -2,7 +2,7 @@
 
 #include "core/CaseFold.h"
 #include "core/ObjectRegistry.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "project/VBProject.h"
 
 namespace vendrel {
@@ -19,12 +19,8 @@ void RunStep(VBProject& project, const TransformationKind& kind, TransformationS
   const auto transformation = CreateOrRaise<Transformation>(kind.ProgID);
   project.TransformProgress.Raise(transformation->Caption());
   transformation->process(step, project);
-} catch (VendrelError& failure) {
-  failure.AddContext("RunStep", "Transformation")
-      .Parameter("project", project)
-      .Parameter("ProgID", kind.ProgID);
-  throw;
 }
+VENDREL_CONTEXT(project, trace::Parameter("ProgID", kind.ProgID))
 
 }  // namespace
 
@@ -36,9 +32,7 @@ bool VBProject::TransformWithPlan(TransformationPlan& Plan) try {
       if (TransformationStep& step = Plan.Step(i); EqualsNoCase(step.Kind(), kind.Name))
         RunStep(*this, kind, step);
   return false;
-} catch (VendrelError& failure) {
-  failure.AddContext("VBProject.TransformWithPlan", "Transformation").Of(*this);
-  throw;
 }
+VENDREL_CONTEXT(*this)
 
 }  // namespace vendrel

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "typelib/reader/LibraryFinder.h"
 #include "typelib/reader/Limits.h"
 
@@ -62,11 +62,8 @@ int VarTypeInfo::StoredVarType() const try {
   if (flat.IsDamaged) throw VendrelError(errInvalidFileFormat, "damaged type description");
   const int base = flat.VarType == vtUserDefined ? 0 : flat.VarType;
   return flat.IsArray ? base | vtArrayBit : base;
-} catch (VendrelError& failure) {
-  failure.AddContext("VarTypeInfo.StoredVarType", "TypeLibInfo")
-      .Field("Library", Library ? Library->Name : std::string_view());
-  throw;
 }
+VENDREL_CONTEXT(trace::Field("Library", Library ? Library->Name : std::string_view()))
 
 int VarTypeInfo::VarType() const {
   const TypeReference reference = Reference();
@@ -102,11 +99,8 @@ const TypeInfo& InterfaceInfo::TypeInfo() const try {
   const typelib::TypeInfo* target = Library->Resolve(Reference);
   if (target == nullptr) throw VendrelError(errInvalidFileFormat, "interface without a type");
   return *target;
-} catch (VendrelError& failure) {
-  failure.AddContext("InterfaceInfo.TypeInfo", "TypeLibInfo")
-      .Field("Library", Library ? Library->Name : std::string_view());
-  throw;
 }
+VENDREL_CONTEXT(trace::Field("Library", Library ? Library->Name : std::string_view()))
 
 std::string_view InterfaceInfo::Name() const { return TypeInfo().Name; }
 int InterfaceInfo::TypeInfoNumber() const { return TypeInfo().TypeInfoNumber; }
@@ -175,10 +169,8 @@ const TypeInfo* TypeLibInfo::Resolve(TypeReference reference) const try {
   if (found == nullptr && reference.IsExternal() && reference.Index() < ImportedTypes.size())
     throw VendrelError(errFileNotFound, MissingText(*this, ImportedTypes[reference.Index()]));
   return found;
-} catch (VendrelError& failure) {
-  failure.AddContext("TypeLibInfo.Resolve", "TypeLibInfo").Field("Name", Name);
-  throw;
 }
+VENDREL_CONTEXT(trace::Field("Name", Name))
 
 const TypeInfo* TypeLibInfo::TryResolve(TypeReference reference) const {
   if (reference.IsNone()) return nullptr;

@@ -1,6 +1,6 @@
 #include <nlohmann/json.hpp>
 
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "typelib/reader/TypeLibListing.h"
 
 namespace vendrel::typelib {
@@ -179,11 +179,7 @@ std::string TypeLibJson(const TypeLibInfo& library, int indent) try {
   }
   text += std::string("\n],") + newLine + "\"Messages\": ";
   return text + Dump(Json(library.Messages), indent) + newLine + "}\n";
-} catch (VendrelError& failure) {
-  failure.AddContext("TypeLibJson", "TypeLibJson")
-      .Parameter("indent", indent)
-      .Parameter("library", library.Name);
-  throw;
 }
+VENDREL_CONTEXT(indent, trace::Parameter("library", library.Name))
 
 }  // namespace vendrel::typelib

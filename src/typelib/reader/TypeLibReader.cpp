@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "core/Ascii.h"
-#include "diagnostics/VendrelError.h"
+#include "diagnostics/Context.h"
 #include "typelib/reader/CompiledFile.h"
 #include "typelib/reader/LibraryFinder.h"
 #include "typelib/reader/Limits.h"
@@ -80,12 +80,9 @@ std::shared_ptr<TypeLibInfo> Load(ByteSource& source, const Location& location,
     throw VendrelError(errInvalidFileFormat,
                        location.File.empty() ? error.what() : location.File + ": " + error.what());
   }
-} catch (VendrelError& failure) {
-  failure.AddContext("Load", "TypeLibReader")
-      .Parameter("File", location.File)
-      .Parameter("ResourceId", location.ResourceId);
-  throw;
 }
+VENDREL_CONTEXT(trace::Parameter("File", location.File),
+                trace::Parameter("ResourceId", location.ResourceId))
 
 // A version block: lengths, a key, and the fixed part behind it, found by its signature.
 std::string VersionText(std::span<const std::uint8_t> block, const std::string& delimiter) {
@@ -110,20 +107,16 @@ std::shared_ptr<TypeLibInfo> TypeLibInfoFromFile(const std::string& path,
   Location location;
   const std::unique_ptr<ByteSource> source = Open(path, location);
   return Load(*source, location, options);
-} catch (VendrelError& failure) {
-  failure.AddContext("TypeLibInfoFromFile", "TypeLibReader").Parameter("path", path);
-  throw;
 }
+VENDREL_CONTEXT(path)
 
 std::shared_ptr<TypeLibInfo> TypeLibInfoFromBytes(std::span<const std::uint8_t> file,
                                                   const TypeLibOptions& options,
                                                   int resourceId) try {
   MemoryBytes source(file);
   return Load(source, {"", resourceId}, options);
-} catch (VendrelError& failure) {
-  failure.AddContext("TypeLibInfoFromBytes", "TypeLibReader").Parameter("resourceId", resourceId);
-  throw;
 }
+VENDREL_CONTEXT(resourceId)
 
 std::vector<int> TypeLibResourceIds(const std::string& path) {
   std::vector<int> ids;
