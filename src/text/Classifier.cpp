@@ -385,12 +385,12 @@ void LineClassifier::FindHiddenDeclaration(std::string_view work) {
 // Without the label or line number at the front, and without the colons of empty statements.
 void LineClassifier::TrimStatement(std::string_view work, ParsedLine& line) const {
   std::string_view statement = line.StatementPart;
-  if (statement.empty()) return;
+  if (statement.empty() || line.Continued) return;
   const std::size_t begin = static_cast<std::size_t>(statement.data() - work.data());
   if (mState.Begin > begin) {
     const std::string_view rest =
         TrimLeft(statement.substr(std::min(statement.size(), mState.Begin - begin)));
-    if (rest.empty() || line.Continued) return;
+    if (rest.empty()) return;
     statement = rest;
     line.HasLabel = true;
     if (mRules.RemComments && IsRemark(statement)) {

@@ -82,7 +82,9 @@ std::size_t XmlEnd(std::string_view text, std::size_t at) {
   const char first = text[at + 1];
   if (!IsLetterAscii(first) && std::string_view("_/!?%").find(first) == kNotFound) return at;
   const std::string_view before = TrimRight(text.substr(0, at));
-  const std::size_t firstTag = TagEnd(text, at);
+  // What is open at the end of the line goes on in the next, which may be joined to it.
+  const std::size_t firstEnd = TagEnd(text, at);
+  const std::size_t firstTag = text[firstEnd - 1] == '>' ? firstEnd : kNotFound;
   if (before.ends_with('.')) return firstTag;
   int depth = 0;
   std::size_t tag = at;
@@ -99,7 +101,7 @@ std::size_t XmlEnd(std::string_view text, std::size_t at) {
   }
   const bool attribute =
       before.empty() || before.ends_with('(') || before.ends_with(',') || before.ends_with('>');
-  return attribute ? firstTag : text.size();
+  return attribute ? firstTag : kNotFound;
 }
 
 // Behind "@ns:name" of an XML attribute axis; `at` if it is none.

@@ -131,33 +131,44 @@ TEST(ReadingFlagsTest, EverySeparatorPartsDeclarations) {
                     "l: Dim z As Long\nIf x Then Dim k: Dim n\nEnd Sub: Sub B(): Dim q: End Sub\n",
                     test::Complete());
   EXPECT_EQ(Describe(*module),
-            "M\n enum PUBLIC E @4\n  member ea @5\n  member eb @5\n"
-            " type PRIVATE P @3\n  var  x As Long @0/3\n  var  y As Byte @0/3\n"
-            " declare PUBLIC sub S lib k.dll() @5/7\n declare PUBLIC sub T lib k.dll() @5/7\n"
+            "M\n enum PUBLIC E {ea=0, eb=1} @3/4\n"
+            " type PRIVATE P {PRIVATE x As Long, PRIVATE y As Byte} @2/3\n"
+            " declare PUBLIC sub S lib k.dll() @6/7\n declare PUBLIC sub T lib k.dll() @6/7\n"
             " attributes\n declarations\n  var PUBLIC a As Long @1/2\n"
-            "  var PUBLIC b As Variant implicit @1/2\n sub PUBLIC A() @8\n"
-            "  var PRIVATE d As Double 'the sum' @2/9\n");
+            "  var PUBLIC b As Variant implicit @1/2\n sub PUBLIC A() @8\n  const PRIVATE c=5\n"
+            "  var PRIVATE d As Double 'the sum' @2/9\n  var PRIVATE z As Long @4/11\n"
+            "  var PRIVATE k As Variant implicit @5/12\n  var PRIVATE n As Variant implicit @5/12\n"
+            " sub PUBLIC B() @13\n  var PRIVATE q As Variant implicit @0/13\n");
   EXPECT_EQ(test::Told(module.Project->Diagnostics), "");
 }
 
 TEST(ReadingFlagsTest, MembersHaveTheNamesOfKeywords) {
   TestModule module("M.bas",
-                    "Type P\n  sUB As Long\n  Event As Long\n  ' note\n  Rem note\n\n"
-                    "  Property As Byte\nEnd Type\nEnum E\n  Property\nEnd Enum\nDim a\n"
+                    "Dim a\nType P\n  sUB As Long\n  Event As Long\n  ' note\n  Rem note\n\n"
+                    "  Property As Byte\nEnd Type\nEnum E\n  Property\nEnd Enum\nDim b\n"
                     "Type Q\n  x As Long\nPrivate Sub S()\nEnd Sub\n",
                     test::Complete());
-  EXPECT_EQ(Describe(*module), "");
-  EXPECT_EQ(test::Told(module.Project->Diagnostics), "16 unended-declaration\n");
+  EXPECT_EQ(Describe(*module),
+            "M\n enum PUBLIC E {Property=0} @10/11\n"
+            " type PUBLIC P {PRIVATE sUB As Long, PRIVATE Event As Long, PRIVATE Property As Byte}"
+            " @2/3\n type PUBLIC Q {PRIVATE x As Long} @14/15\n attributes\n declarations\n"
+            "  var PRIVATE a As Variant implicit @1/2\n  var PRIVATE b As Variant implicit @13/14\n"
+            " sub PRIVATE S() @17\n");
+  EXPECT_EQ(test::Told(module.Project->Diagnostics), "17 unended-declaration\n");
 }
 
 TEST(ReadingFlagsTest, NamesInBracketsAreReadWhole) {
-  TestModule module(
-      "M.bas",
-      "Dim [my var] As [Some Type], [x]%\nType [my type]\n  [a b](1) As Long\nEnd Type\n"
-      "Declare Function F Lib \"u\"(ByVal a As Long)As Long\n"
-      "Function [my fn](ByVal [p q] As Long)As [t u]\nEnd Function\n",
-      test::Complete());
-  EXPECT_EQ(Describe(*module), "");
+  TestModule module("M.bas",
+                    "Dim [my var] As [Some Type], [x]%\nType [my type]\n  [a b](1) As Long\n"
+                    "End Type\nDeclare Function F Lib \"u\"(ByVal a As Long)As Long\n"
+                    "Function [my fn](ByVal [p q] As Long)As [t u]\nEnd Function\n",
+                    test::Complete());
+  EXPECT_EQ(Describe(*module),
+            "M\n type PUBLIC my type {PRIVATE a b(1) As Long} @2/3\n"
+            " declare PUBLIC function F lib u.dll(ByVal a As Long) As Long @5/6\n"
+            " attributes\n declarations\n  var PRIVATE my var As Some Type @1/2\n"
+            "  var PRIVATE x As Integer @1/2\n"
+            " function PUBLIC my fn(ByVal p q As Long) As t u @7\n");
 }
 
 TEST(ReadingFlagsTest, EventsAndDeclaresHaveTheAccessOfTheLanguage) {

@@ -16,7 +16,8 @@ TEST(Eval, GivesTheTextOfAFunctionAndNothingForAFailureWhileItRuns) {
       {"FZDebug = True\nFunction F()\nF = (FZDebug)\nEnd Function\n", "True"},
       {"cc1 = #1/1/2000#\nFunction F()\nF = (cc1 > #1/1/1999#)\nEnd Function", "True"},
       {"Function F()\nF = (Undefined)\nEnd Function", ""},
-      {"Function F()\nF = (\"a\" = 1)\nEnd Function", ""},
+      {"Function F()\nF = (\"a\" = 1)\nEnd Function", "False"},
+      {"Function F()\nF = (\"a\" - 1)\nEnd Function", ""},
       {"Function G()\nG = 1\nEnd Function", ""}};
   for (const auto& [code, text] : scripts) EXPECT_EQ(Eval(code, "F"), text) << code;
 }

@@ -53,7 +53,7 @@ TEST(ClassifierTest, EveryColonThatMayPartsStatements) {
           {"40", "BLANK_LINE"},
           {"Else: Dim k", "OTHER [Else] more( Dim k)"},
           {"If x Then: Dim k", "OTHER [If x Then] more( Dim k)"},
-          {"If x Then Dim k Else y = 1", "OTHER [If x Then ] more(Dim k Else y = 1)"},
+          {"If x Then Dim k Else y = 1", "OTHER [If x Then] more(Dim k Else y = 1)"},
           {"If x = \" Then Dim k\" Then y = 1", "OTHER [If x = \" Then Dim k\" Then y = 1]"},
           {"Case 1: Dim m", "CASE_LINE [Case 1] more( Dim m)"},
           {"Foo a:=1, b:=2", "OTHER [Foo a:=1, b:=2]"},

@@ -176,7 +176,7 @@ TEST(CodeLinesTest, ALoadedModuleGivesBackTheRecordsOfItsReader) {
     ReadingRules used = rules;
     used.OneLineProcedures = false;  // its body is cut at every colon: see the intake's own test
     std::string text;
-    PlainReader plain{used, {}, {}};
+    PlainReader plain{used, {}, false, {}};
     for (const std::string& line : body) {
       text += line + "\n";
       plain.Take(line);
