@@ -84,9 +84,9 @@ std::string WhyNone(const VBProject& project, bool force) {
 
 // Numbers the project and gives whether anything got another number.
 bool Assign(VBProject& project, const HelpIDsArguments& arguments, const Streams& streams) {
-  const std::vector<std::int32_t> before = HelpIDsOf(project);
+  const std::vector<HelpTopic> before = HelpTopicsOf(project);
   project.AssignHelpContextIDs(*arguments.Begin, arguments.Force);
-  if (HelpIDsOf(project) != before) return true;
+  if (HelpTopicsOf(project) != before) return true;
   ShownPaths paths;
   if (!arguments.Common.Quiet)
     streams.Err << paths.Of(project.FileName.FullPath()) << ": no help ID was given"

@@ -213,13 +213,21 @@ struct Writer {
     pugi::xml_node item = Root.append_child("TaggedComment");
     const std::string name = element.QualifiedName();
     item.append_attribute("eid").set_value(name.c_str());
-    if (Project.GetObjectByName(name) != &element)
+    if (!IsFoundBy(name, element))
       item.append_attribute("n").set_value(
           static_cast<unsigned long long>(Elements.NumberOf(element)));
     item.append_attribute("tid").set_value((form ? WrittenTag(*form, tag) : tag).c_str());
     const std::string member = form && form->NamesMember ? element.ElementName() : qualifier;
     item.append_attribute("q").set_value(member.c_str());
     if (!text.empty()) item.append_child(pugi::node_pcdata).set_value(text.c_str());
+  }
+
+  // Whether the name alone leads to the element, and to what it belongs to.
+  bool IsFoundBy(const std::string& name, const CodeElement& element) const {
+    CodeElement* found = Project.GetObjectByName(name);
+    if (found != &element) return false;
+    CodeElement* const owner = MainObjectOf(found);
+    return owner == found || owner == Project.GetObjectByName_MainObject(name);
   }
 
   void WriteAll(CodeElement& element) {

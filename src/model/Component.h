@@ -149,7 +149,7 @@ class Component : public ElementOf<Component> {
   bool Load(bool OnlyHeader = false);
   /// One physical line into the current block, with continuation, separators, conditions.
   void AddLineOfCode(std::string_view Source);
-  /// Chooses the block and hands on the line; also the way to add generated code.
+  /// Chooses the block and hands on the line, or each line of a text; also adds generated code.
   void AddCode(std::string_view Source, bool AddLine = true);
   void AddCode(const CodeLine& Source, bool AddLine = true);
   /// A new block at the end; procedures with a fixed name get their skeleton.

@@ -58,22 +58,23 @@ const Variables* VariablesOf(const Block& block) {
   return block.BlockType() == btDeclarations ? block.Variables.IfAny() : nullptr;
 }
 
-template <typename Visitor>
-void VisitIDs(const Component& component, const Visitor& visit) {
-  visit(component.HelpContextID);
-  for (const EventDeclaration& event : component.EventDeclarations) visit(event.HelpContextID);
+std::int32_t HighestIn(const Component& component) {
+  std::int32_t highest = component.HelpContextID;
+  const auto see = [&](const auto& element) { highest = std::max(highest, element.HelpContextID); };
+  for (const EventDeclaration& event : component.EventDeclarations) see(event);
   for (const Block& block : component.Blocks) {
-    visit(block.HelpContextID);
+    see(block);
     if (const Variables* variables = VariablesOf(block))
-      for (const Variable& variable : *variables) visit(variable.HelpContextID);
+      for (const Variable& variable : *variables) see(variable);
   }
+  return highest;
 }
 
 // IDs that an earlier call gave count as seen: a second call never gives one of them again.
 std::int32_t HighestSeen(const VBProject& project) {
   std::int32_t highest = project.HighestHelpContextID();
   for (const Component& component : project.Components.Listed())
-    VisitIDs(component, [&](std::int32_t id) { highest = std::max(highest, id); });
+    highest = std::max(highest, HighestIn(component));
   return highest;
 }
 
@@ -153,13 +154,6 @@ VENDREL_CONTEXT(ForceReassign, *this)
 bool TakesHelpIDs(const Component& component) {
   return component.Access == "PUBLIC" && component.FileType != ftModule &&
          component.FileType != ftForm;
-}
-
-std::vector<std::int32_t> HelpIDsOf(const VBProject& project) {
-  std::vector<std::int32_t> ids{project.HelpContextID};
-  for (const Component& component : project.Components.Listed())
-    VisitIDs(component, [&](std::int32_t id) { ids.push_back(id); });
-  return ids;
 }
 
 std::vector<HelpTopic> HelpTopicsOf(VBProject& project) try {

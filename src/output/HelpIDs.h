@@ -13,15 +13,13 @@ namespace vendrel {
 struct HelpTopic {
   std::int32_t HelpContextID = 0;
   const CodeElement* Element = nullptr;
+
+  bool operator==(const HelpTopic&) const = default;
 };
 
 /// Every element of the loaded modules of a project that has an ID, in ascending order of IDs; a
 /// property once.
 std::vector<HelpTopic> HelpTopicsOf(VBProject& project);
-
-/// The IDs of the project, of its loaded modules and of their members, 0 where there is none, in
-/// the order of the tree: two lists of one project tell whether numbering changed anything.
-std::vector<std::int32_t> HelpIDsOf(const VBProject& project);
 
 /// Whether numbering reaches a module: a public one that is neither a standard module nor a form.
 bool TakesHelpIDs(const Component& component);

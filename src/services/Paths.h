@@ -12,6 +12,7 @@ namespace vendrel {
 /// Wine, so that a Windows compiler called through it understands our paths.
 class DriveMap {
  public:
+  DriveMap() { Reset(); }
   /// `letter` in either case, `nativeFolder` absolute; an empty folder takes the drive away.
   /// Raises 5 for anything else.
   void Set(char letter, std::string_view nativeFolder);
@@ -22,6 +23,7 @@ class DriveMap {
   /// Only Z, the root.
   void Reset();
 
+  /// That of the workspace in use.
   static DriveMap& Current();
 
  private:
@@ -30,7 +32,6 @@ class DriveMap {
     std::string Folder;
   };
   std::array<Drive, 26> mDrives = {};
-  DriveMap() { Reset(); }
   friend std::string WindowsPath(std::string_view);
 };
 

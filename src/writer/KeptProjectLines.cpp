@@ -5,6 +5,7 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
+#include "diagnostics/Diagnostic.h"
 #include "writer/ProjectLineParts.h"
 
 namespace vendrel {
@@ -33,6 +34,10 @@ std::string SettingLine(std::string_view key, std::string_view value, bool quote
   const char* const mark = quoted ? "\"" : "";
   std::string line(key);
   return line.append("=").append(mark).append(value).append(mark);
+}
+
+bool IsResource(const std::string& path) {
+  return EqualsNoCaseAscii(FileSystemObject(path).Extension(), "RES");
 }
 
 }  // namespace
@@ -202,7 +207,17 @@ void KeptProjectLines::ReferencePath(std::size_t index, const vendrel::Reference
   const bool staysIfAbsent = mProject.Reading.KeepAbsentReferences || !reference.CompiledReference;
   if (staysIfAbsent && !file.Exists()) return;
   file.SetBaseFile(&mProject.OutputFileName);
-  mEdits[index].Replace(*path, file.RelativePath());
+  Relocate(index, *path, file.RelativePath());
+}
+
+// A folder on the way may have a name that the code page lacks. A project that nobody changed is
+// written all the same, with the path it was read with.
+void KeptProjectLines::Relocate(std::size_t index, Region place, const std::string& path) {
+  if (Encode(path, *mFile.Source)) return mEdits[index].Replace(place, path);
+  TellAt(DiagnosticCode::Told, mProject.FileName.FullPath(), static_cast<std::int32_t>(index) + 1,
+         {"the path stays as it was read, since code page " + PageOf(*mFile.Source).Name() +
+          " lacks characters of " + path +
+          "; choose a folder beside the source, or another code page"});
 }
 
 // ---- Documents ---------------------------------------------------------------------------------
@@ -222,11 +237,8 @@ void KeptProjectLines::Documents() {
   std::ptrdiff_t behind = LastOf([](const ProjectFileLine& l) { return l.Document >= 0; });
   if (behind < 0) behind = LastOf([](const ProjectFileLine& l) { return l.IsModule; });
   if (behind < 0 && !mFile.Lines.empty()) behind = 0;
-  for (std::size_t k = match.FirstNew(); k < match.EndOfNew(); ++k) {
-    const bool isResource = EqualsNoCaseAscii(FileSystemObject(now[k]).Extension(), "RES");
-    AddBehind(behind, SettingLine(isResource ? "ResFile32" : "RelatedDoc", DocumentPath(now[k]),
-                                  isResource));
-  }
+  for (std::size_t k = match.FirstNew(); k < match.EndOfNew(); ++k)
+    AddBehind(behind, DocumentLine(now[k]));
 }
 
 void KeptProjectLines::Document(std::size_t index, const std::string& entry, bool changed) {
@@ -234,7 +246,16 @@ void KeptProjectLines::Document(std::size_t index, const std::string& entry, boo
       mSameLocation ? Resolved(entry, mProject.FileName)
                     : mProject.OutputFileName.FolderPath() + FileSystemObject(entry).LeafName();
   if (!changed && EqualsNoCase(Resolved(entry, mProject.OutputFileName), target)) return;
+  const bool isResourceLine = ProjectLineKey(Text(index)) == "RESFILE32";
+  if (changed && isResourceLine != IsResource(entry))
+    return mEdits[index].ReplaceAll(DocumentLine(entry));
   mEdits[index].Replace(ValueRegion(Text(index)), DocumentPath(entry));
+}
+
+// The key is chosen by extension.
+std::string KeptProjectLines::DocumentLine(const std::string& entry) const {
+  const bool isResource = IsResource(entry);
+  return SettingLine(isResource ? "ResFile32" : "RelatedDoc", DocumentPath(entry), isResource);
 }
 
 std::string KeptProjectLines::DocumentPath(const std::string& entry) const {
@@ -301,7 +322,7 @@ void KeptProjectLines::CompatiblePath(std::size_t index) {
   if (path.Length == 0) return;
   const std::string seen = Resolved(path.Of(line), mProject.OutputFileName);
   if (EqualsNoCase(seen, mProject.CompatibleFileName.FullPath())) return;
-  mEdits[index].Replace(path, RelativePath(mProject.CompatibleFileName));
+  Relocate(index, path, RelativePath(mProject.CompatibleFileName));
 }
 
 std::string KeptProjectLines::RelativePath(const FileSystemObject& file) const {

@@ -40,10 +40,12 @@ class KeptProjectLines {
   void Setting(const SettingRow& row);
   void SetValue(std::size_t index, const SettingRow& row, const std::string& value);
   void CompatiblePath(std::size_t index);
+  void Relocate(std::size_t index, Region place, const std::string& path);
 
   std::string_view Text(std::size_t index) const { return mFile.Text(mFile.Lines[index]); }
   std::string Resolved(std::string_view path, FileSystemObject& base) const;
   std::string RelativePath(const FileSystemObject& file) const;
+  std::string DocumentLine(const std::string& entry) const;
   std::string DocumentPath(const std::string& entry) const;
   static bool BeginsSection(std::string_view line);
   std::ptrdiff_t LastOf(bool (*is)(const ProjectFileLine&)) const;

@@ -109,6 +109,12 @@ TEST_F(ShowingCommands, HelpIDsAreWrittenIntoTheSource) {
     std::getline(after, b);
     EXPECT_EQ(a.substr(0, a.rfind('\t')), b.substr(0, b.rfind('\t')));
   }
+  // Once all have numbers nothing is written.
+  const std::string backup = mFiles["/g/SourceBackup/Item.cls"];
+  const ToolRun again =
+      ToolEnding(exDone, {"help-ids", "/g/Shop.vbp", "--begin", "100", "--write"});
+  EXPECT_THAT(again.Err, HasSubstr("/g/Shop.vbp: no help ID was given, so nothing is written: "));
+  EXPECT_EQ(mFiles["/g/SourceBackup/Item.cls"], backup);
   RunFor({"help-ids", "/g/Item.cls", "--begin", "100", "--write"}, exUsage);
   RunFor({"help-ids", "/g/Shop.vbp", "--write"}, exUsage);
 }

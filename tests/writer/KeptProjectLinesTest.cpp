@@ -83,6 +83,19 @@ TEST(KeptProjectLines, ElsewhereOnlyPathsThatWouldLeadNowhereAreOthers) {
         << codePage;
 }
 
+TEST(KeptProjectLines, APathThroughAFolderThatTheCodePageLacksStaysAndIsTold) {
+  const std::string lines = "Type=Exe\r\nCompatibleEXE32=\"c.dll\"\r\n";
+  MemoryFiles files{{"/\xE6\xB5\x8B/A.vbp", lines}};
+  files.AddFolder("/q");
+  VBProject project;
+  project.Reading = ReadingRules::Complete();
+  ASSERT_TRUE(project.Load("/\xE6\xB5\x8B/A.vbp"));
+  project.OutputFileName.SetFolderPath("/q");
+  project.WriteOut();
+  EXPECT_EQ(files["/q/A.vbp"], lines);
+  EXPECT_EQ(Told(project.Diagnostics), "2 told\n");
+}
+
 TEST(KeptProjectLines, WhatChangedIsRewrittenInItsPlace) {
   const struct {
     std::function<void(VBProject&)> Change;
@@ -101,7 +114,7 @@ TEST(KeptProjectLines, WhatChangedIsRewrittenInItsPlace) {
       {[](VBProject& p) { p.Components.Item("F")->FileName.SetFullPath("Z:\\p\\G.frm"); },
        {{"f\\F.frm", "G.frm"}}},
       {[](VBProject& p) { p.Components.Remove("M"); }, {{"MODULE=M; M.bas;x\r\n", ""}}},
-      {[](VBProject& p) { p.NewComponent(ftClass, "New", "Z:\\p\\New.cls"); },
+      {[](VBProject& p) { p.NewComponent(ftClass, "New", "Z:\\p\\New"); },
        {{"Form=f\\F.frm\r\n", "Form=f\\F.frm\r\nClass=New;New.cls\r\n"}}},
       {[](VBProject& p) { p.References.Remove(2); }, {{"Object={B}#1.0#0; here.ocx\r\n", ""}}},
       {[](VBProject& p) { p.References.Item(1)->SourceString = "Reference=*\\G{D}#1.0#0#d#D"; },

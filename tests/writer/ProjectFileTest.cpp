@@ -112,10 +112,9 @@ TEST(WritingTheProjectFile, KeepsEncodingAndInTheCompleteReadingLineEnds) {
     project.WriteOut();
     const std::string end = complete ? "\n" : "\r\n";
     const std::string text = files["/q/A.vbp"];
-    EXPECT_NE(text.find(end + "Title=\"caf\xE9 \x81\"" + end + "Name=\"A\"" + end),
-              std::string::npos)
+    EXPECT_NE(text.find(end + "Title=\"caf\xE9 \x81\"" + end + "Name=\"A\""), std::string::npos)
         << text;
-    EXPECT_EQ(text.ends_with("AutoIncrementVer=0" + std::string(complete ? "" : "\r\n")), true);
+    EXPECT_EQ(text.ends_with(complete ? "\nName=\"A\"" : "AutoIncrementVer=0\r\n"), true);
   }
 }
 

@@ -60,7 +60,7 @@ TEST_F(Runs, ClassicBackupsAreMadeForEachModule) {
 
 TEST_F(Runs, AModuleThatIsListedTwiceIsWrittenOnce) {
   mFiles.Add("/p/a/A.vbp", "Type=Exe\r\nModule=M; ..\\M.bas\r\nModule=O; ..\\M.bas\r\n");
-  Write(false);
+  Write(true);
   EXPECT_EQ(mFiles["/p/M.bas"], kNumbered);
   EXPECT_EQ(mFiles["/p/a/SourceBackup/M.bas"], kShared);
   EXPECT_FALSE(mFiles.Has("/p/a/SourceBackup/M_2.bas"));

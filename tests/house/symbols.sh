@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Every mutable symbol of the library's objects stands in a table with its reason:
+#     symbols.sh TABLE OBJECT...
+# What is process-wide must be a constant once made, the process's own workspace, or something that
+# any number of threads may use. A line of the table is a symbol, " | " and why it may be there.
+set -euo pipefail
+table=$1
+shift
+found=$(
+  objdump -tC "$@" 2>/dev/null |
+    awk '$0 ~ /[ \t]\.(data|bss|tdata|tbss)(\.[^ \t]*)?[ \t]/ && $0 !~ /[ \t]\.data\.rel\.ro/ {
+           line = $0; sub(/^.*\t[0-9a-f]+ +(\.hidden +)?/, "", line); print line }' |
+    grep -vE '^\.|^guard variable|^DW\.ref|^typeinfo|^vtable|^std::|^nlohmann::|^__' |
+    sed -E 's/\[abi:[a-z0-9]+\]//g' | sort -u
+)
+known=$(sed -nE 's/^([^#].*) \| .*$/\1/p' "$table" | sort -u)
+status=0
+new=$(comm -23 <(echo "$found") <(echo "$known"))
+gone=$(comm -13 <(echo "$found") <(echo "$known"))
+if [ -n "$new" ]; then
+  printf 'Mutable symbols without a reason in %s:\n%s\n' "$table" "$new"
+  status=1
+fi
+if [ -n "$gone" ]; then
+  printf 'In %s, but in no object:\n%s\n' "$table" "$gone"
+  status=1
+fi
+exit $status
