@@ -55,7 +55,7 @@ TEST_F(CheckCommand, TellsWhatIsWrongWithTheListOfModulesWhereItStands) {
                                "/p/P.vbp:4: note: module file 'SUB\\ITEM.cls' is spelled "
                                "'sub\\Item.cls' on the disk [module-case]\n"));
   EXPECT_THAT(told, HasSubstr("10 modules listed, 3 found, 1 found under another case, 1 missing, "
-                              "5 unreadable, 1 duplicate names, "));
+                              "5 unreadable, 1 duplicate name, "));
   for (const char* file : {"shut.bas", "pipe.bas", "folder", "noise.frm", "hidden/h.bas"})
     EXPECT_THAT(told, HasSubstr("/p/" + std::string(file) + ": ")) << told;
   // Named in another case as a whole, the project is not told of each of its modules.
@@ -139,7 +139,7 @@ TEST_F(CheckCommand, OfManyProjectsTheReadableAreDone) {
       {{"structure", "/a/G.vbg"}, "ProjectName=\"A\""},
       {{"tree", "/a"}, "project Z "},
       {{"tree", "/a/G.vbg"}, "project A "},
-      {{"diff", "/a", "/b"}, "added\tBlock\tA~M~More\t"},
+      {{"diff", "/a", "/b"}, "added\tprocedure\tA~M~More\t"},
       {{"diff", "/a/G.vbg", "/b/G.vbg"}, "More"},
       {{"find", "/a", "Main"}, "Main"},
       {{"check", "/a"}, "2 projects, 2 projects not read, 2 modules listed, 1 found"},

@@ -44,8 +44,9 @@ std::vector<std::string> ProjectsIn(int argc, char** argv, const fs::path& gener
 void ResolveAll(vendrel::VBProject& project, std::ostream& out) {
   for (vendrel::Component& component : project.Components)
     for (vendrel::Block& block : component.Blocks) {
+      vendrel::TypeClassEnum typeClass{};
       out << block.QualifiedName() << ' '
-          << (project.ResolveType(&component, block.ReturnType) != nullptr) << ' '
+          << (project.ResolveType(&component, block.ReturnType, typeClass) != nullptr) << ' '
           << (project.GetObjectByName(block.QualifiedName()) != nullptr) << '\n';
     }
 }
