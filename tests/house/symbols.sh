@@ -11,7 +11,10 @@ found=$(
     awk '$0 ~ /[ \t]\.(data|bss|tdata|tbss)(\.[^ \t]*)?[ \t]/ && $0 !~ /[ \t]\.data\.rel\.ro/ {
            line = $0; sub(/^.*\t[0-9a-f]+ +(\.hidden +)?/, "", line); print line }' |
     grep -vE '^\.|^guard variable|^DW\.ref|^typeinfo|^vtable|^std::|^nlohmann::|^__' |
-    sed -E 's/\[abi:[a-z0-9]+\]//g' | sort -u
+    sed -E 's/\[abi:[a-z0-9]+\]//g
+            s/std::basic_string_view<char, std::char_traits<char> >/std::string_view/g
+            s/std::__cxx11::basic_string<char, std::char_traits<char>, std::allocator<char> >/std::string/g
+            s/(KeyedCollection|OnDemand)<[^<>]*>/\1<T>/' | sort -u
 )
 known=$(sed -nE 's/^([^#].*) \| .*$/\1/p' "$table" | sort -u)
 status=0
