@@ -63,7 +63,7 @@ void Put(ErrorContext& context, Value value);
 
 template <typename... Values>
 void AddAll(VendrelError& failure, const char* signature, const char* file, long line,
-            std::string_view list, const Values&... values) {
+            [[maybe_unused]] std::string_view list, const Values&... values) {
   [[maybe_unused]] ErrorContext& context = Add(failure, signature, file, line);
   (Put(context, Listed(TakeItem(list), values)), ...);
 }
