@@ -4,6 +4,7 @@
 #include <array>
 #include <filesystem>
 
+#include "cli/CompiledInput.h"
 #include "cli/ProjectSettings.h"
 #include "cli/Report.h"
 #include "core/Ascii.h"
@@ -19,14 +20,25 @@ struct Extension {
   InputKind Kind;
 };
 constexpr std::array kExtensions{
-    Extension{"vbp", InputKind::Project},     Extension{"bas", InputKind::Module},
-    Extension{"cls", InputKind::Module},      Extension{"frm", InputKind::Module},
-    Extension{"ctl", InputKind::Module},      Extension{"dob", InputKind::Module},
-    Extension{"pag", InputKind::Module},      Extension{"dsr", InputKind::Module},
-    Extension{"vbg", InputKind::Group},       Extension{"vbproj", InputKind::DotNetProject},
-    Extension{"tlb", InputKind::TypeLibrary}, Extension{"olb", InputKind::TypeLibrary},
-    Extension{"dll", InputKind::TypeLibrary}, Extension{"ocx", InputKind::TypeLibrary},
-    Extension{"exe", InputKind::TypeLibrary}, Extension{"oca", InputKind::TypeLibrary},
+    Extension{"vbp", InputKind::Project},
+    Extension{"bas", InputKind::Module},
+    Extension{"cls", InputKind::Module},
+    Extension{"frm", InputKind::Module},
+    Extension{"ctl", InputKind::Module},
+    Extension{"dob", InputKind::Module},
+    Extension{"pag", InputKind::Module},
+    Extension{"dsr", InputKind::Module},
+    Extension{"vbg", InputKind::Group},
+    Extension{"vbproj", InputKind::DotNetProject},
+    Extension{"tlb", InputKind::TypeLibrary},
+    Extension{"olb", InputKind::TypeLibrary},
+    Extension{"dll", InputKind::TypeLibrary},
+    Extension{"ocx", InputKind::TypeLibrary},
+    Extension{"exe", InputKind::TypeLibrary},
+    Extension{"oca", InputKind::TypeLibrary},
+    Extension{"netmodule", InputKind::TypeLibrary},
+    Extension{"winmd", InputKind::TypeLibrary},
+    Extension{"node", InputKind::TypeLibrary},
 };
 
 // Shows the chooser every file of a project; one that cannot be read is told when it is loaded.
@@ -57,8 +69,7 @@ std::shared_ptr<VBProject> LoadLibrary(const std::string& path, const CommonOpti
   FileOptions::Current().CodePage =
       chooser.Guesses() ? CodePage::Default().Name() : options.CodePage;
   auto project = NewProject(options);
-  if (!project->LoadFromTypeLib(path))
-    throw ToolError(exFailed, path + ": cannot be read: " + project->LastErrorString);
+  FillFromCompiled(*project, path, options);
   project->OutputFileName.SetFolderPath(project->FileName.FolderPath());
   return project;
 }
@@ -133,6 +144,7 @@ bool IsNumberedLibrary(const std::string& path) {
 }  // namespace
 
 InputKind KindOfInput(const std::string& path) {
+  if (IsCustomInput(path)) return InputKind::TypeLibrary;
   const FileSystemObject file(AbsolutePath(path));
   if (file.IsFolder()) return InputKind::Folder;
   if (!file.Exists()) return IsNumberedLibrary(path) ? InputKind::TypeLibrary : InputKind::Missing;
@@ -143,10 +155,10 @@ void RefuseInput(const std::string& path, InputKind kind) {
   if (kind == InputKind::Missing)
     throw ToolError(exFailed, path + ": no such file; check the path, and --drive for a drive");
   if (kind == InputKind::Unknown)
-    throw ToolError(exFailed, path +
-                                  ": neither a project (.vbp), nor a module (.bas, .cls, .frm, " +
-                                  ".ctl, .dob, .pag, .dsr), nor a type library (.tlb, .olb, " +
-                                  ".dll, .ocx, .exe), by its extension");
+    throw ToolError(
+        exFailed, path + ": neither a project (.vbp), nor a module (.bas, .cls, .frm, " +
+                      ".ctl, .dob, .pag, .dsr), nor an assembly or a type library " +
+                      "(.dll, .exe, .netmodule, .winmd, .tlb, .olb, .ocx), by its " + "extension");
   throw ToolError(exFailed, path + ": " + std::string(WordsFor(kind)) +
                                 " come later; this version reads a project (.vbp) or a single " +
                                 "module (.bas, .cls, .frm, ...)");
@@ -160,7 +172,7 @@ std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOption
   if (kind != InputKind::Project && kind != InputKind::Module && kind != InputKind::TypeLibrary)
     RefuseInput(path, kind);
   auto project = kind == InputKind::TypeLibrary
-                     ? LoadLibrary(AbsolutePath(path), options)
+                     ? LoadLibrary(IsCustomInput(path) ? path : AbsolutePath(path), options)
                      : LoadWithCodePage(AbsolutePath(path), kind, options);
   if (depth == LoadDepth::ProjectFile) return project;
   if (prepare) prepare(*project);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/Commands.h"
+#include "cli/CompiledInput.h"
 #include "cli/Options.h"
 #include "diagnostics/ErrorReport.h"
 #include "diagnostics/VendrelError.h"
@@ -34,6 +35,7 @@ void AddCommands(CLI::App& app, Job& job) {
   AddHelpIDsCommand(app, job);
   AddWriteCommand(app, job);
   AddTypeLibCommand(app, job);
+  AddAssemblyCommand(app, job);
   AddDiffCommand(app, job);
   AddBuildCommand(app, job);
   AddRoundtripCommand(app, job);
@@ -76,6 +78,7 @@ void InsertDefaultCommand(const CLI::App& app, std::vector<std::string>& argumen
 
 int Parse(CLI::App& app, std::vector<std::string> arguments, const Streams& streams) {
   try {
+    TakeCustomInput(arguments);
     InsertDefaultCommand(app, arguments);
     std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
     app.parse(arguments);

@@ -11,6 +11,7 @@ struct Block::RareParts {
   SharedText InheritedFrom;
   SharedText ImplementsName;
   SharedText DelegateQualifiedName;
+  SharedText DocumentedArguments;
   std::shared_ptr<Block> Setter;
   WeakHandle<vendrel::Namespace> Namespace;
   OnDemand<Blocks> OverloadBlocks;
@@ -42,11 +43,19 @@ const std::shared_ptr<Block>& Block::Setter() const { return mRare->Setter; }
 const OnDemand<Blocks>& Block::OverloadBlocks() const { return mRare->OverloadBlocks; }
 vendrel::Namespace* Block::Namespace() const { return mRare->Namespace.Get(); }
 
+const SharedText& Block::DocumentedArguments() const { return mRare->DocumentedArguments; }
+
+void Block::SetDocumentedArguments(std::string_view text) { mRare->DocumentedArguments = text; }
+void Block::SetDelegateQualifiedName(std::string_view name) { mRare->DelegateQualifiedName = name; }
 void Block::SetImplementsName(std::string_view name) { mRare->ImplementsName = name; }
 void Block::SetSetter(std::shared_ptr<Block> setter) { mRare->Setter = std::move(setter); }
 
 void Block::SetInheritedFrom(std::string_view name) {
   if (name != InheritedFrom()) mRare->InheritedFrom = name;
+}
+
+void Block::ShareInheritedFrom(const SharedText& name) {
+  if (!name.empty()) mRare->InheritedFrom = name;
 }
 
 void Block::AddOverload(std::shared_ptr<Block> overload, std::string_view key) {
@@ -85,18 +94,6 @@ std::string Block::OverloadedMethodSignature() const {
     if (parameter.IsArray) signature += "[]";
   }
   return signature += ')';
-}
-
-std::string Block::DotNetSignature() const { return Parameters->DotNetSignature(); }
-
-std::string Block::DotNetName() const {
-  const vendrel::Component* component = Component.Get();
-  std::string name = mIsDelegate ? "T:" : IsMethod() ? "M:" : "P:";
-  if (component) name += component->FullName();
-  name += '.';
-  if (!mOverloaded) return name += mName;
-  name += ShortName(mName);
-  return name += "(" + Parameters->DotNetSignature() + ")";
 }
 
 bool Block::IsMethod() const {

@@ -58,7 +58,8 @@ void VBProject::SetTypeResolver(std::shared_ptr<vendrel::TypeResolver> resolver)
 
 NetResolver* VBProject::NetResolver() {
   if (!mNetResolver) {
-    mNetResolver = ObjectRegistry::Create<vendrel::NetResolver>("VendrelReflectionLoader.Resolver");
+    mNetResolver = ObjectRegistry::Create<vendrel::NetResolver>(kNetResolverProgId);
+    if (mNetResolver) mNetResolver->searchfolders(ReferencePath);
   }
   return mNetResolver.get();
 }

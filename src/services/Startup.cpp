@@ -21,6 +21,7 @@ void EnsureStarted() {
   ProcessState::SetAutoAppendReader(AutoAppendSetting);
   State().Reset();
   ConnectLibraryReaders();
+  ConnectNetLoaders();
 }
 
 }  // namespace vendrel
