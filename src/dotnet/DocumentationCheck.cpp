@@ -5,6 +5,7 @@
 
 #include "model/Events.h"
 #include "services/FileSource.h"
+#include "services/FolderCache.h"
 
 namespace vendrel {
 namespace {
@@ -34,6 +35,7 @@ std::string NameOf(const CodeElement& element) {
 }  // namespace
 
 std::string DocumentationBeside(const std::string& nativePath) {
+  ForgetFolders();  // the file may have come just now
   FileSystemObject file(nativePath);
   file.SetExtension("xml");
   return file.Exists() ? file.NativePath() : std::string();

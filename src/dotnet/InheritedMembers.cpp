@@ -25,6 +25,7 @@ struct Waiting {
   TypeHandle Type;
   std::vector<CodeElement*> Own;
   MemberFilter Filter;
+  std::shared_ptr<TreeRoom> Room;
   std::int32_t FirstNumber;
   bool Done = false;
 };
@@ -64,7 +65,7 @@ bool IsProcedure(const Member& member) {
 class Completion {
  public:
   explicit Completion(Waiting& waiting)
-      : mWaiting(waiting), mModule(*waiting.Module), mBuilder(mModule) {
+      : mWaiting(waiting), mModule(*waiting.Module), mBuilder(mModule, *waiting.Room) {
     mOwn = MembersOf(*waiting.Type.File->Image, waiting.Type.Row, waiting.Filter);
     mFound = InheritanceOf(*waiting.Store, waiting.Type, mOwn, waiting.Filter);
     for (const BaseType& base : mFound.Bases) mBaseNames.emplace_back(base.Type.Name());
@@ -182,9 +183,9 @@ std::int32_t SetNumbersAside(const std::vector<BaseType>& bases) {
 
 void InheritLate(Component& component, const std::shared_ptr<AssemblyStore>& store, TypeHandle type,
                  const std::vector<BaseType>& bases, std::vector<CodeElement*> own,
-                 const MemberFilter& filter) {
+                 const MemberFilter& filter, const std::shared_ptr<TreeRoom>& room) {
   const auto waiting = std::make_shared<Waiting>(
-      Waiting{&component, store, type, std::move(own), filter, SetNumbersAside(bases)});
+      Waiting{&component, store, type, std::move(own), filter, room, SetNumbersAside(bases)});
   component.Blocks.FillLate([waiting] { Complete(*waiting); });
   component.EventDeclarations.FillLate([waiting] { Complete(*waiting); });
 }

@@ -1,6 +1,9 @@
 #include "dotnet/MemberBuilder.h"
 
+#include <utility>
+
 #include "diagnostics/Diagnostic.h"
+#include "dotnet/metadata/Limits.h"
 #include "dotnet/metadata/Values.h"
 #include "model/Events.h"
 
@@ -81,6 +84,15 @@ std::string TreeNameOf(const SourcedMember& member) {
   return name;
 }
 
+void TreeRoom::Take(std::size_t textSize) {
+  const std::size_t size = kTreeElement + textSize;
+  if (size > Left) {
+    Left = 0;
+    throw DataError("the tree would be too large for such a file");
+  }
+  Left -= size;
+}
+
 void TakeObsoleteMark(CodeElement& element, const Image& image, Token place) {
   const ObsoleteMark mark = ObsoleteMarkOf(image, place);
   OnDemand<TaggedComments>* comments = element.TaggedCommentsField();
@@ -112,6 +124,7 @@ CodeElement* MemberBuilder::AddField(const SourcedMember& member) {
       member.Source.File->Types.Field(image.Blob(tField, 2, own.Row), ArgumentsOf(member.Source));
   const std::string value = own.IsConstant ? ValueOf(image, own.Place()) : std::string();
   const std::string name = DocumentedNameOf(own, 0);
+  mRoom.Take(2 * name.size() + type.Name.size() + value.size());
   Block* declarations = mComponent.BlockOfType(btDeclarations, true);
   // Names that differ in case alone share a key: the first one owns it.
   const bool isFree = !declarations->Variables->HasKey(name);
@@ -136,6 +149,7 @@ CodeElement* MemberBuilder::AddEvent(const SourcedMember& member) {
   const std::string type = member.Source.File->Types.Type(delegate, ArgumentsOf(member.Source));
   const std::string name = DocumentedNameOf(own, 0);
   if (mComponent.EventDeclarations.HasKey(name)) return nullptr;
+  mRoom.Take(2 * name.size() + type.size());
   EventDeclaration* event =
       mComponent.netCreateEvent(name, type, member.Source.InheritedFrom.empty(), {});
   event->InheritedFrom = member.Source.InheritedFrom;
@@ -189,12 +203,14 @@ void MemberBuilder::FillProcedure(Block& block, const SourcedMember& member,
 void MemberBuilder::TakeSignature(Block& block, const AssemblyFile& file, std::uint32_t method,
                                   const MethodText& text) {
   const Image& image = *file.Image;
+  mRoom.Take(block.Name().size() + text.Result.Name.size());
   if (text.Result.Name != "System.Void" || text.Result.IsByRef) block.ReturnType = text.Result.Name;
   const std::vector<std::uint32_t> rows = ParameterRows(image, method, text.Parameters.size());
   for (std::size_t i = 0; i < text.Parameters.size(); ++i) {
     const Token place{tParam, rows[i + 1]};
     const std::string name = place ? CleanName(image.Text(tParam, kParamName, place.Row)) : "";
     const std::string value = place ? ValueOf(image, place) : std::string();
+    mRoom.Take(2 * name.size() + value.size() + text.Parameters[i].Name.size());
     const bool isOptional =
         place && (image.Tables().Cell(tParam, kParamFlags, place.Row) & kOptional) != 0;
     const bool isParamArray = place && image.AttributeOf(place, KnownAttribute::ParamArray) != 0;
@@ -207,6 +223,7 @@ void MemberBuilder::TakeSignature(Block& block, const AssemblyFile& file, std::u
 }
 
 void MemberBuilder::TellDamage(const SourcedMember& member, const char* reason) const {
+  if (mRoom.Left == 0 && std::exchange(mRoom.Told, true)) return;  // what follows fails likewise
   Tell(DiagnosticCode::AssemblyPart,
        {mComponent.Name + "." + CleanName(member.Member.Name) + " is left out: " + reason});
 }

@@ -27,10 +27,18 @@ struct SourcedMember {
   metadata::Member Member;
 };
 
+/// How many bytes a tree may still take; shared by all that is made of one file.
+struct TreeRoom {
+  std::size_t Left = 0;
+  bool Told = false;
+  /// Counts one element and its texts; raises DataError where there is no room for it.
+  void Take(std::size_t textSize);
+};
+
 /// Builds elements in one module. A member that is damaged is told and left out.
 class MemberBuilder {
  public:
-  explicit MemberBuilder(Component& component) : mComponent(component) {}
+  MemberBuilder(Component& component, TreeRoom& room) : mComponent(component), mRoom(room) {}
 
   /// Gives the elements made, one a member, null for those left out. Methods, and properties, of
   /// one name become one block with the overloads below it.
@@ -41,8 +49,8 @@ class MemberBuilder {
   void AddOverloads(Block& head, const std::vector<SourcedMember>& members);
 
   /// Parameters and result of a method as those of a block.
-  static void TakeSignature(Block& block, const metadata::AssemblyFile& file, std::uint32_t method,
-                            const metadata::MethodText& text);
+  void TakeSignature(Block& block, const metadata::AssemblyFile& file, std::uint32_t method,
+                     const metadata::MethodText& text);
 
  private:
   CodeElement* Add(const SourcedMember& member);
@@ -56,6 +64,7 @@ class MemberBuilder {
   void TellDamage(const SourcedMember& member, const char* reason) const;
 
   Component& mComponent;
+  TreeRoom& mRoom;
 };
 
 /// The signature of a method or property in the terms of the type that has it.

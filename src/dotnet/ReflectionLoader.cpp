@@ -46,7 +46,7 @@ void LoadAssembly(VBProject& project, const std::string& nativePath) try {
   project.mMinorVersion = std::to_string(identity.Version[1]);
   project.mIncrement = std::to_string(identity.Version[2]);
   project.Components.DoNotPopulate = true;  // there are no files to read
-  TypeBuilder(project, store).BuildAll(*file);
+  TypeBuilder(project, store, file->Image->Size()).BuildAll(*file);
 } catch (VendrelError& failure) {
   failure.AddContext("LoadAssembly", "ReflectionLoader")
       .Parameter("nativePath", nativePath)

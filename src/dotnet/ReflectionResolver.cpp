@@ -125,7 +125,7 @@ Component* ReflectionResolver::loadtype(std::string_view name,
     const DiagnosticScope scope(&project->Diagnostics,
                                 FileSystemObject(type.File->Image->Path()).FullPath());
     project->Components.DoNotPopulate = true;
-    loaded = {project, TypeBuilder(*project, mStore).Build(type)};
+    loaded = {project, TypeBuilder(*project, mStore, type.File->Image->Size()).Build(type)};
   }
   return loaded.Module.get();
 } catch (const DataError& error) {

@@ -12,15 +12,6 @@ namespace {
 using namespace metadata;
 
 constexpr unsigned kExtends = 3;
-// Elements for each row of the tables that members come from: overlapping lists name a row often.
-constexpr std::size_t kElementsPerRow = 4;
-
-std::size_t ElementRoom(const Image& image) {
-  std::size_t rows = 0;
-  for (const Table table : {tTypeDef, tField, tMethod, tEvent, tProperty})
-    rows += image.Tables().Rows(table);
-  return kShownBase + kElementsPerRow * rows;
-}
 
 std::string BaseNameOf(const TypeHandle& type) {
   const Token base = type.File->Image->Tables().Coded(tTypeDef, kExtends, type.Row, cTypeDefOrRef);
@@ -34,9 +25,13 @@ std::string BaseNameOf(const TypeHandle& type) {
 
 }  // namespace
 
-bool TypeBuilder::BuildAll(const AssemblyFile& file) {
+TypeBuilder::TypeBuilder(VBProject& project, std::shared_ptr<AssemblyStore> store, std::size_t size)
+    : mProject(project), mStore(std::move(store)), mRoom(std::make_shared<TreeRoom>()) {
+  mRoom->Left = kTreeBase + kTreeShare * size;
+}
+
+void TypeBuilder::BuildAll(const AssemblyFile& file) {
   const Image& image = *file.Image;
-  const std::size_t room = ElementRoom(image);
   for (std::uint32_t row = 2; row <= image.Tables().Rows(tTypeDef); ++row) {
     if (IsHiddenType(image, row)) continue;
     if (!mProject.LoadPrivateMembers && !IsVisibleType(image, row)) continue;
@@ -46,11 +41,10 @@ bool TypeBuilder::BuildAll(const AssemblyFile& file) {
       Tell(DiagnosticCode::AssemblyPart,
            {"type " + CleanName(image.Text(tTypeDef, 1, row)) + " is left out: " + error.what()});
     }
-    if (mElements <= room) continue;
+    if (mRoom->Left > 0) continue;
     Tell(DiagnosticCode::AssemblyPart, {"the rest is left out: too much for such a file"});
-    return false;
+    return;
   }
-  return true;
 }
 
 std::shared_ptr<Component> TypeBuilder::Build(TypeHandle type) {
@@ -64,7 +58,7 @@ std::shared_ptr<Component> TypeBuilder::Build(TypeHandle type) {
       kind == TypeKind::Module ? ftModule : ftClass,
       kind == TypeKind::Interface ? std::string() : HierarchyOf(type, bases),
       isClass && (flags & tfAbstract) != 0, isClass && (flags & tfSealed) != 0, BaseNameOf(type));
-  ++mElements;
+  mRoom->Take(component->ClassHierarchy.size() + 3 * component->Name.size());
   if (kind == TypeKind::Delegate) {
     BuildDelegate(*component, type);
     return nullptr;
@@ -120,7 +114,7 @@ void TypeBuilder::BuildDelegate(Component& carrier, TypeHandle type) {
   const bool isSub = text.Result.Name.empty() || text.Result.Name == "System.Void";
   Block* block = carrier.netCreateBlock(isSub ? btSub : btFunction, type.Name(), carrier.Access, {},
                                         true, {}, false, false, false, false);
-  MemberBuilder::TakeSignature(*block, *type.File, invoke, text);
+  MemberBuilder(carrier, *mRoom).TakeSignature(*block, *type.File, invoke, text);
   TakeObsoleteMark(*block, image, {tTypeDef, type.Row});
   mProject.netCreateDelegate(block, type.Name(), type.Name());
 }
@@ -131,9 +125,8 @@ void TypeBuilder::BuildMembers(const std::shared_ptr<Component>& component, Type
   std::vector<SourcedMember> members;
   for (const Member& member : MembersOf(*type.File->Image, type.Row, filter))
     members.push_back({{type.File, nullptr, {}}, member});
-  mElements += members.size();
-  std::vector<CodeElement*> made = MemberBuilder(*component).AddAll(members);
-  if (!bases.empty()) InheritLate(*component, mStore, type, bases, std::move(made), filter);
+  std::vector<CodeElement*> made = MemberBuilder(*component, *mRoom).AddAll(members);
+  if (!bases.empty()) InheritLate(*component, mStore, type, bases, std::move(made), filter, mRoom);
 }
 
 }  // namespace vendrel

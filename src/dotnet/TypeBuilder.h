@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "dotnet/MemberBuilder.h"
 #include "dotnet/metadata/Inheritance.h"
 #include "project/VBProject.h"
 
@@ -13,12 +14,12 @@ namespace vendrel {
 /// they inherit.
 class TypeBuilder {
  public:
-  TypeBuilder(VBProject& project, std::shared_ptr<metadata::AssemblyStore> store)
-      : mProject(project), mStore(std::move(store)) {}
+  /// `size`: bytes of the file whose types are built, which bound those of the tree.
+  TypeBuilder(VBProject& project, std::shared_ptr<metadata::AssemblyStore> store, std::size_t size);
 
   /// Every type of a file that the options of the project ask for, in the order of the metadata.
-  /// Gives false where a small file would make more than any reader wants; that is told.
-  bool BuildAll(const metadata::AssemblyFile& file);
+  /// Ends where a small file would make more than any reader wants; that is told.
+  void BuildAll(const metadata::AssemblyFile& file);
   /// One type; null for a delegate, which becomes a block of "__Delegates".
   std::shared_ptr<Component> Build(metadata::TypeHandle type);
 
@@ -31,7 +32,7 @@ class TypeBuilder {
 
   VBProject& mProject;
   std::shared_ptr<metadata::AssemblyStore> mStore;
-  std::size_t mElements = 0;
+  std::shared_ptr<TreeRoom> mRoom;
 };
 
 /// Lets a module complete itself by what its type inherits when its blocks or events are first
@@ -39,6 +40,7 @@ class TypeBuilder {
 /// blocks are set aside at once, so that they are those of a module completed at once.
 void InheritLate(Component& component, const std::shared_ptr<metadata::AssemblyStore>& store,
                  metadata::TypeHandle type, const std::vector<metadata::BaseType>& bases,
-                 std::vector<CodeElement*> own, const metadata::MemberFilter& filter);
+                 std::vector<CodeElement*> own, const metadata::MemberFilter& filter,
+                 const std::shared_ptr<TreeRoom>& room);
 
 }  // namespace vendrel

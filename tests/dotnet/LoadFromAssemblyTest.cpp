@@ -64,13 +64,11 @@ TEST(LoadFromAssembly, TypesAreModules) {
     for (const Interface& item : c.Interfaces) line += " +" + item.Name;
     lines.push_back(line);
   }
-  EXPECT_THAT(lines,
-              ElementsAre("Shop.Days PUBLIC enumeration +System.IComparable +System.IConvertible "
-                          "+System.IFormattable",
-                          "Shop.Price PUBLIC structure +System.IComparable", "__Delegates PRIVATE",
-                          "Shop.Goods`1 PUBLIC +Shop.Base.IStock{`0}",
-                          "Shop.Goods`1.Node`1 PUBLIC nested", "Shop.Names PUBLIC sealed",
-                          "Shop.Helpers PUBLIC abstract sealed", "Shop.Tools PUBLIC module sealed"))
+  EXPECT_THAT(lines, ElementsAre("Shop.Days PUBLIC enumeration",
+                                 "Shop.Price PUBLIC structure +System.IComparable",
+                                 "__Delegates PRIVATE", "Shop.Goods`1 PUBLIC +Shop.Base.IStock{`0}",
+                                 "Shop.Goods`1.Node`1 PUBLIC nested", "Shop.Names PUBLIC sealed",
+                                 "Shop.Helpers PUBLIC abstract sealed", "Shop.Tools PUBLIC module"))
       << testing::PrintToString(lines);
   EXPECT_EQ(project->ProjectName, "Shop");
   EXPECT_EQ(project->LanguageVersion(), lvVisualBasicDotNet);
@@ -105,7 +103,9 @@ TEST(LoadFromAssembly, MembersJoinTheirFamilies) {
   const Block* add = names.Blocks.Item("Add");
   ASSERT_NE(add, nullptr);
   EXPECT_EQ(add->DotNetSignature(), "System.String,System.String[]");
-  EXPECT_TRUE(add->Parameters->Item(2)->IsParamArray);
+  const auto base = LoadData("ShopBase.dll");
+  EXPECT_TRUE(
+      Module(*base, "Shop.Base.Store`1").Blocks.Item("Add")->Parameters->Item(2)->IsParamArray);
 }
 
 TEST(LoadFromAssembly, InheritedMembersHaveNumbersAsIfMadeAtOnce) {

@@ -25,11 +25,17 @@ inline constexpr std::size_t kMaxNameText = 4096;
 inline constexpr std::size_t kMaxTypeText = 16384;
 /// Parameters of one signature; its blob ends first in real files (real: 60).
 inline constexpr std::size_t kMaxParameters = 65535;
-/// Elements and characters of all elements that a tree is made of: this many, and some for each
-/// byte of the file, since many rows may point at one long signature or name.
-inline constexpr std::size_t kShownBase = 1 << 16;
+/// Characters of all names, and of all that a listing shows: this many, and some for each byte of
+/// the file, since many rows may point at one long signature or name.
 inline constexpr std::size_t kTextShare = 16;
 inline constexpr std::size_t kTextBase = std::size_t{1} << 20;
+/// Characters of all types of one signature (real: 3,000).
+inline constexpr std::size_t kMaxSignatureText = 65536;
+/// Bytes that a tree may take: this many, and some for each byte of the file.
+inline constexpr std::size_t kTreeBase = std::size_t{128} << 20;
+inline constexpr std::size_t kTreeShare = 128;
+/// What one element of a tree counts for, besides its texts.
+inline constexpr std::size_t kTreeElement = 400;
 /// Members that a class may inherit.
 inline constexpr std::size_t kMaxInherited = 20000;
 /// Messages kept of one file.

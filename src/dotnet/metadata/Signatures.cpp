@@ -244,9 +244,12 @@ Signatures::Instance Signatures::Writer::TakeInstance(ByteStream& blob, int dept
   if (instance.Definition.Of == tTypeSpec)
     throw DataError("a generic type is made of one that is made already");
   const std::uint32_t count = TakeCompressed(blob);
+  std::size_t length = 0;
   for (std::uint32_t i = 0; i < count; ++i) {
     std::string argument;
     Write(blob, argument, depth + 1);
+    length += argument.size();
+    if (length > kMaxTypeText) throw DataError("the text of a type is too long");
     instance.Arguments.push_back(std::move(argument));
   }
   return instance;
@@ -274,8 +277,12 @@ MethodText Signatures::Method(ByteStream blob, const TypeArguments& arguments) c
   if (count > kMaxParameters || count > blob.Left())
     throw DataError("a signature has " + std::to_string(count) + " parameters and ends before");
   method.Result = writer.Parameter(blob);
-  method.Parameters.reserve(count);
-  for (std::uint32_t i = 0; i < count; ++i) method.Parameters.push_back(writer.Parameter(blob));
+  std::size_t length = 0;
+  for (std::uint32_t i = 0; i < count; ++i) {
+    method.Parameters.push_back(writer.Parameter(blob));
+    length += method.Parameters.back().Name.size();
+    if (length > kMaxSignatureText) throw DataError("the text of a signature is too long");
+  }
   return method;
 }
 

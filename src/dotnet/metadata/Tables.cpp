@@ -179,19 +179,64 @@ Token Tables::Decode(CodedKind kind, std::uint32_t value) const {
   return row > mTables[table].Rows ? Token{} : Token{table, row};
 }
 
+namespace {
+
+// The longest rising part of the numbers stays; each other one becomes the one before it. Where a
+// file is as it should be that is all of them.
+void MakeRising(std::vector<std::uint32_t>& numbers) {
+  if (std::is_sorted(numbers.begin(), numbers.end())) return;
+  std::vector<std::size_t> ends;  // by length: where the lowest end of such a part stands
+  std::vector<std::size_t> before(numbers.size(), SIZE_MAX);
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    const auto place = std::upper_bound(
+        ends.begin(), ends.end(), numbers[i],
+        [&](std::uint32_t number, std::size_t end) { return number < numbers[end]; });
+    if (place != ends.begin()) before[i] = *std::prev(place);
+    if (place == ends.end())
+      ends.push_back(i);
+    else
+      *place = i;
+  }
+  std::vector<bool> stays(numbers.size(), false);
+  for (std::size_t i = ends.back(); i != SIZE_MAX; i = before[i]) stays[i] = true;
+  std::uint32_t last = 1;
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    if (!stays[i]) numbers[i] = last;
+    last = numbers[i];
+  }
+}
+
+Table PointersTo(Table target) {
+  switch (target) {
+    case tField: return tFieldPtr;
+    case tMethod: return tMethodPtr;
+    case tParam: return tParamPtr;
+    case tEvent: return tEventPtr;
+    default: return tPropertyPtr;
+  }
+}
+
+}  // namespace
+
+const std::vector<std::uint32_t>& Tables::StartsOf(Table owner, unsigned column,
+                                                   Table target) const {
+  std::vector<std::uint32_t>& starts = mStarts[{owner, column}];
+  if (!starts.empty()) return starts;
+  // Where a table of pointers stands between, the lists count its rows.
+  const Table counted = Rows(PointersTo(target)) > 0 ? PointersTo(target) : target;
+  const std::uint32_t end = Rows(counted) + 1;
+  starts.reserve(Rows(owner) + std::size_t{1});
+  for (std::uint32_t row = 1; row <= Rows(owner); ++row)
+    starts.push_back(std::clamp<std::uint32_t>(Cell(owner, column, row), 1, end));
+  MakeRising(starts);
+  starts.push_back(end);
+  return starts;
+}
+
 RowRange Tables::Run(Table owner, unsigned column, std::uint32_t row, Table target) const {
-  // Where a table of pointers stands between, the run counts its rows.
-  std::uint32_t end = mTables[target].Rows + 1;
-  if (target == tField && Rows(tFieldPtr) > 0) end = Rows(tFieldPtr) + 1;
-  if (target == tMethod && Rows(tMethodPtr) > 0) end = Rows(tMethodPtr) + 1;
-  if (target == tParam && Rows(tParamPtr) > 0) end = Rows(tParamPtr) + 1;
-  if (target == tEvent && Rows(tEventPtr) > 0) end = Rows(tEventPtr) + 1;
-  if (target == tProperty && Rows(tPropertyPtr) > 0) end = Rows(tPropertyPtr) + 1;
-  RowRange run;
-  run.First = std::clamp<std::uint32_t>(Cell(owner, column, row), 1, end);
-  run.Last = row < Rows(owner) ? Cell(owner, column, row + 1) : end;
-  run.Last = std::clamp(run.Last, run.First, end);
-  return run;
+  if (row - 1 >= Rows(owner)) return {};
+  const std::vector<std::uint32_t>& starts = StartsOf(owner, column, target);
+  return {starts[row - 1], starts[row]};
 }
 
 }  // namespace vendrel::metadata

@@ -3,8 +3,10 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vendrel::metadata {
@@ -101,14 +103,13 @@ class Tables {
   }
   Token Decode(CodedKind kind, std::uint32_t value) const;
   /// The rows of `target` that belong to a row of `owner`: from its list column to that of the next
-  /// row. Numbers out of order or out of range are cut to what is there.
+  /// row. Numbers that are out of order or out of range count as those before them, so that no row
+  /// belongs to two.
   RowRange Run(Table owner, unsigned column, std::uint32_t row, Table target) const;
   /// The row that a place of a run stands for, where a table of pointers stands between.
   std::uint32_t Through(Table pointers, std::uint32_t place) const {
     return mTables[pointers].Rows == 0 ? place : Cell(pointers, 0, place);
   }
-  /// Bytes of a string index, as the heap flags tell.
-  bool WideStrings() const { return mWideStrings; }
 
  private:
   struct Layout {
@@ -119,9 +120,12 @@ class Tables {
   };
   void LayOut(Table table);
   std::uint8_t WidthOf(std::uint8_t column) const;
+  const std::vector<std::uint32_t>& StartsOf(Table owner, unsigned column, Table target) const;
 
   std::array<Layout, kTables> mTables{};
   std::array<std::uint32_t, kTables> mDeclaredRows{};
+  /// Where the lists begin, by the owner and the column; made at the first question.
+  mutable std::map<std::pair<Table, unsigned>, std::vector<std::uint32_t>> mStarts;
   bool mWideStrings = false, mWideGuids = false, mWideBlobs = false, mAllWide = false;
 };
 

@@ -10,13 +10,17 @@ namespace vendrel::metadata {
 TypeNames::TypeNames(const Image& image)
     : mImage(image),
       mDefined(image.Tables().Rows(tTypeDef) + std::size_t{1}),
-      mReferred(image.Tables().Rows(tTypeRef) + std::size_t{1}) {}
+      mReferred(image.Tables().Rows(tTypeRef) + std::size_t{1}),
+      mRoom(kTextBase + kTextShare * image.Size()) {}
 
 const std::string& TypeNames::Of(Token type) const {
   static const std::string none;
   if (!type || (type.Of != tTypeDef && type.Of != tTypeRef)) return none;
   std::string& name = (type.Of == tTypeDef ? mDefined : mReferred)[type.Row];
-  if (name.empty()) name = Build(type, 0);
+  if (!name.empty()) return name;
+  name = Build(type, 0);
+  if (name.size() > mRoom) throw DataError("the names of the types are too long");
+  mRoom -= name.size();
   return name;
 }
 

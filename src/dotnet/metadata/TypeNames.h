@@ -23,6 +23,7 @@ class TypeNames {
 
   const Image& mImage;
   mutable std::vector<std::string> mDefined, mReferred;
+  mutable std::size_t mRoom;
 };
 
 /// A name from the file as text of a tree: well-formed, nothing that is no character.
