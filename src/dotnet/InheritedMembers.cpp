@@ -166,6 +166,7 @@ void Complete(Waiting& waiting) {
   const NumbersSetAside numbers(waiting.FirstNumber);
   try {
     Completion(waiting).Run();
+    waiting.Own = {};
   } catch (const DataError& error) {
     Tell(DiagnosticCode::AssemblyPart,
          {"what " + waiting.Module->Name + " inherits is left out: " + error.what()});

@@ -93,6 +93,10 @@ void TreeRoom::Take(std::size_t textSize) {
   Left -= size;
 }
 
+const SharedText& TreeRoom::Share(const SharedText& text) {
+  return mTexts.try_emplace(text.view(), text).first->second;
+}
+
 void TakeObsoleteMark(CodeElement& element, const Image& image, Token place) {
   const ObsoleteMark mark = ObsoleteMarkOf(image, place);
   OnDemand<TaggedComments>* comments = element.TaggedCommentsField();
@@ -137,6 +141,7 @@ CodeElement* MemberBuilder::AddField(const SourcedMember& member) {
     field->Parent = declarations;
     declarations->Variables->Add(field);
   }
+  field->TypeName = mRoom.Share(field->TypeName);
   field->Value = value;
   TakeObsoleteMark(*field, image, own.Place());
   return field.get();
@@ -148,11 +153,21 @@ CodeElement* MemberBuilder::AddEvent(const SourcedMember& member) {
   const Token delegate = image.Tables().Coded(tEvent, 2, own.Row, cTypeDefOrRef);
   const std::string type = member.Source.File->Types.Type(delegate, ArgumentsOf(member.Source));
   const std::string name = DocumentedNameOf(own, 0);
-  if (mComponent.EventDeclarations.HasKey(name)) return nullptr;
   mRoom.Take(2 * name.size() + type.size());
-  EventDeclaration* event =
-      mComponent.netCreateEvent(name, type, member.Source.InheritedFrom.empty(), {});
+  EventDeclaration* event = nullptr;
+  if (mComponent.EventDeclarations.HasKey(name)) {  // by one whose name differs in case
+    const auto made = std::make_shared<EventDeclaration>();
+    made->Component = &mComponent;
+    made->Name = name;
+    made->DelegateName = type;
+    made->Implemented = member.Source.InheritedFrom.empty();
+    mComponent.EventDeclarations.Add(made);
+    event = made.get();
+  } else {
+    event = mComponent.netCreateEvent(name, type, member.Source.InheritedFrom.empty(), {});
+  }
   event->InheritedFrom = member.Source.InheritedFrom;
+  event->DelegateName = mRoom.Share(event->DelegateName);
   event->Access = AccessWord(own.Access);
   event->IsStatic = own.IsStatic;
   event->IsVirtual = own.IsVirtual && !own.IsFinal;
@@ -204,7 +219,8 @@ void MemberBuilder::TakeSignature(Block& block, const AssemblyFile& file, std::u
                                   const MethodText& text) {
   const Image& image = *file.Image;
   mRoom.Take(block.Name().size() + text.Result.Name.size());
-  if (text.Result.Name != "System.Void" || text.Result.IsByRef) block.ReturnType = text.Result.Name;
+  if (text.Result.Name != "System.Void" || text.Result.IsByRef)
+    block.ReturnType = mRoom.Share(text.Result.Name);
   const std::vector<std::uint32_t> rows = ParameterRows(image, method, text.Parameters.size());
   for (std::size_t i = 0; i < text.Parameters.size(); ++i) {
     const Token place{tParam, rows[i + 1]};
@@ -216,7 +232,9 @@ void MemberBuilder::TakeSignature(Block& block, const AssemblyFile& file, std::u
     const bool isParamArray = place && image.AttributeOf(place, KnownAttribute::ParamArray) != 0;
     Parameter* made = block.netCreateParameter(name, ReflectedType(text.Parameters[i]), value,
                                                isOptional || isParamArray);
-    if (made) made->IsParamArray = isParamArray;
+    if (!made) continue;
+    made->VariableType = mRoom.Share(made->VariableType);
+    made->IsParamArray = isParamArray;
   }
   if (HasPointer(text) || ParameterCount(block) != text.Parameters.size())
     block.SetDocumentedArguments(text.Arguments());

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "dotnet/metadata/AssemblyStore.h"
@@ -33,6 +34,11 @@ struct TreeRoom {
   bool Told = false;
   /// Counts one element and its texts; raises DataError where there is no room for it.
   void Take(std::size_t textSize);
+  /// The one copy of a text of which a tree holds many: the name of a type.
+  const SharedText& Share(const SharedText& text);
+
+ private:
+  std::unordered_map<std::string_view, SharedText> mTexts;
 };
 
 /// Builds elements in one module. A member that is damaged is told and left out.

@@ -8,7 +8,6 @@
 namespace vendrel {
 
 struct Block::RareParts {
-  SharedText InheritedFrom;
   SharedText ImplementsName;
   SharedText DelegateQualifiedName;
   SharedText DocumentedArguments;
@@ -36,7 +35,7 @@ void Block::SetBlockType(BlockTypeEnum type) {
     mOwner->Retyped(*this, old);
 }
 
-const SharedText& Block::InheritedFrom() const { return mRare->InheritedFrom; }
+const SharedText& Block::InheritedFrom() const { return mInheritedFrom; }
 const SharedText& Block::ImplementsName() const { return mRare->ImplementsName; }
 const SharedText& Block::DelegateQualifiedName() const { return mRare->DelegateQualifiedName; }
 const std::shared_ptr<Block>& Block::Setter() const { return mRare->Setter; }
@@ -51,12 +50,10 @@ void Block::SetImplementsName(std::string_view name) { mRare->ImplementsName = n
 void Block::SetSetter(std::shared_ptr<Block> setter) { mRare->Setter = std::move(setter); }
 
 void Block::SetInheritedFrom(std::string_view name) {
-  if (name != InheritedFrom()) mRare->InheritedFrom = name;
+  if (name != InheritedFrom()) mInheritedFrom = name;
 }
 
-void Block::ShareInheritedFrom(const SharedText& name) {
-  if (!name.empty()) mRare->InheritedFrom = name;
-}
+void Block::ShareInheritedFrom(const SharedText& name) { mInheritedFrom = name; }
 
 void Block::AddOverload(std::shared_ptr<Block> overload, std::string_view key) {
   mRare->OverloadBlocks->Add(std::move(overload), key);

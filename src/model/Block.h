@@ -271,6 +271,8 @@ class Block : public ElementOf<Block> {
   struct RareParts;
 
   std::string mName;
+  /// Not among the rare parts: most blocks of an assembly have it.
+  SharedText mInheritedFrom;
   Blocks* mOwner = nullptr;
   WeakHandle<ProjectOptions> mProject;
   OnDemand<IntakeState> mIntake;
