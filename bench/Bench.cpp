@@ -1,5 +1,6 @@
-// The program that measures: vendrelmodel_bench load|write|classify|evaluate|names|colour|typelib.
-// Other parts of the library join by a row of their own.
+// The program that measures: vendrelmodel_bench
+// load|write|classify|evaluate|names|colour|typelib|assembly. Other parts of the library join by a
+// row of their own.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
@@ -65,6 +66,9 @@ int main(int argc, char** argv) {
       ->check(CLI::ExistingFile);
   typelib->add_option("--megabytes", library.Megabytes, "Size of the generated library")
       ->check(CLI::Range(0.01, 500.0));
+  AssemblyBenchOptions compiled;
+  CLI::App* assembly = AddCommand(app, "assembly", "An assembly from disk to tree", shared);
+  assembly->add_option("file", compiled.File, "The assembly")->required()->check(CLI::ExistingFile);
   CLI11_PARSE(app, argc, argv);
   try {
     load.Runs = shared.Runs;
@@ -80,6 +84,11 @@ int main(int argc, char** argv) {
       library.Runs = shared.Runs;
       library.Classic = shared.Classic;
       return RunTypeLib(library);
+    }
+    if (assembly->parsed()) {
+      compiled.Runs = shared.Runs;
+      compiled.Classic = shared.Classic;
+      return RunAssembly(compiled);
     }
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());

@@ -29,4 +29,13 @@ struct TypeLibBenchOptions {
 /// A type library from its file (in the file cache) to the reader's objects, and to the tree.
 int RunTypeLib(const TypeLibBenchOptions& options);
 
+struct AssemblyBenchOptions {
+  int Runs = 5;
+  bool Classic = false;
+  std::string File;
+};
+/// An assembly from its file (in the file cache) to names, to the tree of its own members, and to
+/// what they inherit.
+int RunAssembly(const AssemblyBenchOptions& options);
+
 }  // namespace vendrel::bench

@@ -55,10 +55,15 @@ bool IsLetOrSet(const Block& b) {
   return b.BlockType() == btPropertyLet || b.BlockType() == btPropertySet;
 }
 
+// An overload has its types in its name.
+std::string NameOf(const Block& b) {
+  return b.Overloaded() ? b.Name().substr(0, b.Name().find('(')) : b.Name();
+}
+
 std::string Text(const Block& b) {
   if (!b.DefinitionLine.empty()) return b.DefinitionLine.str();
   return Phrase({AccessWords(b.Access), WordOf(b.BlockType()),
-                 Typed(b.Name() + List(b.Parameters.IfAny()), IsLetOrSet(b) ? "" : b.ReturnType)});
+                 Typed(NameOf(b) + List(b.Parameters.IfAny()), IsLetOrSet(b) ? "" : b.ReturnType)});
 }
 
 const CodeLines* LinesWith(const Variable& v) {

@@ -84,6 +84,19 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
                    "A folder searched for type libraries that others refer to")
       ->type_name("FOLDER")
       ->allow_extra_args(false);
+  group
+      ->add_option("--reference-path", options.ReferencePath,
+                   "A folder searched for assemblies that others refer to")
+      ->type_name("FOLDER")
+      ->allow_extra_args(false);
+  group->add_option("--as", options.As, "What a compiled file is read as: assembly or typelib")
+      ->check(CLI::IsMember({"assembly", "typelib"}));
+  group->add_option("--loader", options.Loader, "A shared library that has the loader of --custom")
+      ->type_name("FILE");
+  group
+      ->add_option("--custom", options.Custom,
+                   "In place of FILE: a project filled by the loader of that name from DATA")
+      ->type_name("PROGID=DATA");
   group->add_flag("--strict", options.Strict, "Exit code 3 if there were warnings");
   group->add_flag("--quiet", options.Quiet, "Tell errors only; no progress");
   group

@@ -47,6 +47,11 @@ struct CommonOptions {
   std::vector<std::string> Drives;
   std::vector<std::string> Settings;
   std::vector<std::string> TypeLibPath;
+  std::vector<std::string> ReferencePath;
+  /// "assembly" or "typelib": what a file that may be both is read as.
+  std::string As;
+  std::string Loader;
+  std::string Custom;
   std::string Tags;
   std::string CommentFile;
   bool Strict = false;

@@ -18,6 +18,10 @@ constexpr int kPartDepth = 4;
 
 std::string_view WordOf(const Component& component) {
   if (component.IsMDI()) return "MDI form";
+  if (component.IsInterface && component.Options().WasReadFromTypeLibrary) return "interface";
+  if (component.Name == kDelegatesModule) return "module";
+  if (component.IsStructure) return "structure";
+  if (component.IsEnumeration) return "enumeration";
   switch (component.FileType) {
     case ftClass: return "class";
     case ftModule: return "module";
@@ -44,10 +48,26 @@ bool IsProcedure(const Block& block) {
   return block.BlockType() != btDeclarations && block.BlockType() != btAttributes;
 }
 
+// What a class of an assembly inherits is not shown, and not made for that.
+template <typename Member>
+bool IsInherited(const Member& member) {
+  return !member.Implemented && !member.InheritedFrom.empty();
+}
+bool IsInherited(const Block& block) {
+  return !block.Implemented && !block.InheritedFrom().empty();
+}
+
 std::size_t ProcedureCount(const Component& component) {
   std::size_t count = 0;
-  for (const Block& block : component.Blocks) count += IsProcedure(block) ? 1 : 0;
+  for (const Block& block : component.Blocks.Listed())
+    count += IsProcedure(block) && !IsInherited(block) ? 1 : 0;
   return count;
+}
+
+const Block* DeclarationsOf(const Component& component) {
+  for (const Block& block : component.Blocks.Listed())
+    if (block.BlockType() == btDeclarations) return &block;
+  return nullptr;
 }
 
 std::string StateOf(const Component& component) {
@@ -122,14 +142,15 @@ void Outline::WriteModule(const Component& component) {
   if (!Shows(kMemberDepth)) return;
   WriteControls(component);
   WriteDeclarations(component);
-  for (const Block& block : component.Blocks)
-    if (IsProcedure(block)) WriteBlock(block);
+  for (const Block& block : component.Blocks.Listed())
+    if (IsProcedure(block) && !IsInherited(block)) WriteBlock(block);
 }
 
 void Outline::WriteDeclarations(const Component& component) {
   for (const Interface& item : component.Interfaces)
     Line(kMemberDepth, "implements", item.Name, {}, item.SourceLine());
-  for (const EventDeclaration& item : component.EventDeclarations) {
+  for (const EventDeclaration& item : component.EventDeclarations.Listed()) {
+    if (IsInherited(item)) continue;
     const Parameters* parameters = item.Parameters.IfAny();
     Line(kMemberDepth, "event", item.Name,
          CountOf(parameters ? parameters->Count() : 0, "parameter"), item.SourceLine());
@@ -147,13 +168,13 @@ void Outline::WriteDeclarations(const Component& component) {
          CountOf(item.Members.Count(), "member"), item.SourceLine());
     WriteVariables(kPartDepth, &item.Members, "member");
   }
-  const Constants* constants = component.Constants();
+  const Block* declarations = DeclarationsOf(component);
+  const Constants* constants = declarations ? declarations->Constants.IfAny() : nullptr;
   for (std::size_t i = 1; constants && i <= constants->Count(); ++i) {
     const Constant& item = *constants->Item(i);
     Line(kMemberDepth, "constant", AccessAndName(item.Access, item.Name), item.Value,
          item.SourceLine());
   }
-  const Block* declarations = component.Blocks.FirstOfType(btDeclarations);
   WriteVariables(kMemberDepth, declarations ? declarations->Variables.IfAny() : nullptr,
                  "variable");
   for (const DeclareDeclaration& item : component.Declarations) {
@@ -164,6 +185,12 @@ void Outline::WriteDeclarations(const Component& component) {
 }
 
 void Outline::WriteBlock(const Block& block) {
+  const Blocks* overloads = block.OverloadBlocks().IfAny();
+  if (overloads && overloads->Count() > 0 && block.Options().WasReadFromTypeLibrary) {
+    for (const Block& overload : *overloads)
+      if (!IsInherited(overload)) WriteBlock(overload);
+    return;
+  }
   const Variables* variables = block.Variables.IfAny();
   const bool isSignature = !block.DefinitionLine.empty() || block.Options().WasReadFromTypeLibrary;
   const std::string words =
@@ -178,8 +205,11 @@ void Outline::WriteBlock(const Block& block) {
 template <typename Collection>
 void Outline::WriteVariables(int depth, const Collection* variables, std::string_view word) {
   if (!variables || !Shows(depth)) return;
-  for (const Variable& item : *variables)
-    Line(depth, word, VariableWords(item, depth == kMemberDepth), {}, item.SourceLine());
+  for (const Variable& item : *variables) {
+    if (IsInherited(item)) continue;
+    Line(depth, item.Value.empty() ? word : "constant", VariableWords(item, depth == kMemberDepth),
+         item.Value, item.SourceLine());
+  }
 }
 
 void Outline::WriteParameters(const Parameters* parameters) {

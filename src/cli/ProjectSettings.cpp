@@ -31,6 +31,7 @@ const Entry kEntries[] = {
     {"IncludeFlag", &VBProject::IncludeFlag},
     {"LineNumberPerModule", &VBProject::LineNumberPerModule},
     {"LoadBlocksOnly", &VBProject::LoadBlocksOnly},
+    {"LoadPrivateMembers", &VBProject::LoadPrivateMembers},
     {"LoadTypeLibHelpStrings", &VBProject::LoadTypeLibHelpStrings},
     {"LogFolder", &VBProject::LogFolder},
     {"OutputConditionalCompilationBlocks", &VBProject::OutputConditionalCompilationBlocks},
@@ -107,6 +108,8 @@ void SetProjectOption(VBProject& project, const NamedValue& setting) {
 void ApplyToProject(const CommonOptions& options, VBProject& project) {
   project.Reading = options.Preset();
   project.LoadTypeLibHelpStrings = true;
+  for (const std::string& folder : options.ReferencePath)
+    project.ReferencePath.push_back(FileSystemObject(AbsolutePath(folder)).NativePath());
   for (const std::string& folder : options.TypeLibPath)
     project.TypeLibPath.push_back(FileSystemObject(AbsolutePath(folder)).NativePath());
   for (const std::string& text : options.Settings)

@@ -4,6 +4,7 @@
 #include <array>
 #include <filesystem>
 
+#include "cli/CompiledInput.h"
 #include "cli/InputJudgement.h"
 #include "cli/ProjectSettings.h"
 #include "cli/Report.h"
@@ -22,14 +23,25 @@ struct Extension {
   InputKind Kind;
 };
 constexpr std::array kExtensions{
-    Extension{"vbp", InputKind::Project},     Extension{"bas", InputKind::Module},
-    Extension{"cls", InputKind::Module},      Extension{"frm", InputKind::Module},
-    Extension{"ctl", InputKind::Module},      Extension{"dob", InputKind::Module},
-    Extension{"pag", InputKind::Module},      Extension{"dsr", InputKind::Module},
-    Extension{"vbg", InputKind::Group},       Extension{"vbproj", InputKind::DotNetProject},
-    Extension{"tlb", InputKind::TypeLibrary}, Extension{"olb", InputKind::TypeLibrary},
-    Extension{"dll", InputKind::TypeLibrary}, Extension{"ocx", InputKind::TypeLibrary},
-    Extension{"exe", InputKind::TypeLibrary}, Extension{"oca", InputKind::TypeLibrary},
+    Extension{"vbp", InputKind::Project},
+    Extension{"bas", InputKind::Module},
+    Extension{"cls", InputKind::Module},
+    Extension{"frm", InputKind::Module},
+    Extension{"ctl", InputKind::Module},
+    Extension{"dob", InputKind::Module},
+    Extension{"pag", InputKind::Module},
+    Extension{"dsr", InputKind::Module},
+    Extension{"vbg", InputKind::Group},
+    Extension{"vbproj", InputKind::DotNetProject},
+    Extension{"tlb", InputKind::TypeLibrary},
+    Extension{"olb", InputKind::TypeLibrary},
+    Extension{"dll", InputKind::TypeLibrary},
+    Extension{"ocx", InputKind::TypeLibrary},
+    Extension{"exe", InputKind::TypeLibrary},
+    Extension{"oca", InputKind::TypeLibrary},
+    Extension{"netmodule", InputKind::TypeLibrary},
+    Extension{"winmd", InputKind::TypeLibrary},
+    Extension{"node", InputKind::TypeLibrary},
 };
 
 std::shared_ptr<VBProject> NewProject(const CommonOptions& options) {
@@ -46,8 +58,7 @@ std::shared_ptr<VBProject> NewProject(const CommonOptions& options) {
 std::shared_ptr<VBProject> LoadLibrary(const std::string& path, const CommonOptions& options) {
   FileOptions::Current().CodePage = options.CodePage;
   auto project = NewProject(options);
-  if (!project->LoadFromTypeLib(path))
-    throw InputError(path, "cannot be read: " + ReasonIn(project->LastErrorString, path));
+  FillFromCompiled(*project, path, options);
   project->OutputFileName.SetFolderPath(project->FileName.FolderPath());
   return project;
 }
@@ -114,6 +125,7 @@ bool IsNumberedLibrary(const std::string& path) {
 }  // namespace
 
 InputKind KindOfInput(const std::string& path) {
+  if (IsCustomInput(path)) return InputKind::TypeLibrary;
   const FileSystemObject file(AbsolutePath(path));
   if (file.IsFolder()) return InputKind::Folder;
   if (!file.Exists()) return IsNumberedLibrary(path) ? InputKind::TypeLibrary : InputKind::Missing;
@@ -129,7 +141,7 @@ void RefuseInput(const std::string& path, InputKind kind) {
     throw ToolError(exFailed, path +
                                   ": neither a project (.vbp), nor a module (.bas, .cls, .frm, " +
                                   ".ctl, .dob, .pag, .dsr), by its extension, nor does it hold " +
-                                  "a type library");
+                                  "an assembly or a type library");
   if (kind == InputKind::DotNetProject)
     throw ToolError(exFailed, path + ": VB.NET projects come later; this version reads those of " +
                                   "Visual Basic 5 and 6 (.vbp)");
@@ -145,7 +157,7 @@ std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOption
   if (kind != InputKind::Project && kind != InputKind::Module && kind != InputKind::TypeLibrary)
     RefuseInput(path, kind);
   auto project = kind == InputKind::TypeLibrary
-                     ? LoadLibrary(AbsolutePath(path), options)
+                     ? LoadLibrary(IsCustomInput(path) ? path : AbsolutePath(path), options)
                      : LoadWithCodePage(AbsolutePath(path), kind, options);
   if (depth == LoadDepth::ProjectFile) return project;
   if (prepare) prepare(*project);

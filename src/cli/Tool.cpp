@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cli/Commands.h"
+#include "cli/CompiledInput.h"
 #include "cli/Interrupts.h"
 #include "cli/Options.h"
 #include "cli/Report.h"
@@ -40,6 +41,7 @@ void AddCommands(CLI::App& app, Job& job) {
   AddHelpIDsCommand(app, job);
   AddWriteCommand(app, job);
   AddTypeLibCommand(app, job);
+  AddAssemblyCommand(app, job);
   AddDiffCommand(app, job);
   AddBuildCommand(app, job);
   AddRoundtripCommand(app, job);
@@ -100,6 +102,7 @@ void PutCommandFirst(const CLI::App& app, std::vector<std::string>& arguments) {
 
 int Parse(CLI::App& app, std::vector<std::string> arguments, const Streams& streams) {
   try {
+    TakeCustomInput(arguments);
     PutCommandFirst(app, arguments);
     std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
     app.parse(arguments);

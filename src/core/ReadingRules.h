@@ -55,7 +55,9 @@ namespace vendrel {
   X(HideComMembers, "The members of IUnknown and IDispatch are left out.")                         \
   X(ByRefObjects, "Pointer level 2 is by reference, for objects too.")                             \
   X(LibraryTypeNames, "Types of library members carry the element's name.")                        \
-  X(LibraryParamArrays, "ParamArray and _NewEnum are known in libraries.")
+  X(LibraryParamArrays, "ParamArray and _NewEnum are known in libraries.")                         \
+  X(NetNames, ".NET names are those of documentation files; delegates are found by them.")         \
+  X(AssemblyNesting, "A type nested in a class of an assembly is marked as nested.")
 
 /// One named flag for each place where the described behaviour loses text or misreads everyday
 /// code. A plain value: copy it, change a flag, hand it to a project before `Load`.

@@ -51,6 +51,9 @@ enum class Severity : std::uint8_t { Note, Warning, Error };
   X(CommentUnplaced, "comment-unplaced", Note, "tagged comment %1 found no element")               \
   X(ElementNotFound, "element-not-found", Warning, "no element of this name: %1")                  \
   X(TypeLibraryMember, "typelib-member", Warning, "%1")                                            \
+  X(AssemblyPart, "assembly-part", Warning, "%1")                                                  \
+  X(MissingAssembly, "missing-assembly", Note,                                                     \
+    "assembly %1 not found; --reference-path names folders to look in")                            \
   X(WriteRefused, "write-refused", Error, "%1")                                                    \
   X(Told, "told", Warning, "%1")                                                                   \
   X(UnreadProject, "unread-project", Error, "%1")                                                  \

@@ -8,9 +8,9 @@
 namespace vendrel {
 
 struct Block::RareParts {
-  SharedText InheritedFrom;
   SharedText ImplementsName;
   SharedText DelegateQualifiedName;
+  SharedText DocumentedArguments;
   std::shared_ptr<Block> Setter;
   WeakHandle<vendrel::Namespace> Namespace;
   OnDemand<Blocks> OverloadBlocks;
@@ -35,19 +35,25 @@ void Block::SetBlockType(BlockTypeEnum type) {
     mOwner->Retyped(*this, old);
 }
 
-const SharedText& Block::InheritedFrom() const { return mRare->InheritedFrom; }
+const SharedText& Block::InheritedFrom() const { return mInheritedFrom; }
 const SharedText& Block::ImplementsName() const { return mRare->ImplementsName; }
 const SharedText& Block::DelegateQualifiedName() const { return mRare->DelegateQualifiedName; }
 const std::shared_ptr<Block>& Block::Setter() const { return mRare->Setter; }
 const OnDemand<Blocks>& Block::OverloadBlocks() const { return mRare->OverloadBlocks; }
 vendrel::Namespace* Block::Namespace() const { return mRare->Namespace.Get(); }
 
+const SharedText& Block::DocumentedArguments() const { return mRare->DocumentedArguments; }
+
+void Block::SetDocumentedArguments(std::string_view text) { mRare->DocumentedArguments = text; }
+void Block::SetDelegateQualifiedName(std::string_view name) { mRare->DelegateQualifiedName = name; }
 void Block::SetImplementsName(std::string_view name) { mRare->ImplementsName = name; }
 void Block::SetSetter(std::shared_ptr<Block> setter) { mRare->Setter = std::move(setter); }
 
 void Block::SetInheritedFrom(std::string_view name) {
-  if (name != InheritedFrom()) mRare->InheritedFrom = name;
+  if (name != InheritedFrom()) mInheritedFrom = name;
 }
+
+void Block::ShareInheritedFrom(const SharedText& name) { mInheritedFrom = name; }
 
 void Block::AddOverload(std::shared_ptr<Block> overload, std::string_view key) {
   mRare->OverloadBlocks->Add(std::move(overload), key);
@@ -85,18 +91,6 @@ std::string Block::OverloadedMethodSignature() const {
     if (parameter.IsArray) signature += "[]";
   }
   return signature += ')';
-}
-
-std::string Block::DotNetSignature() const { return Parameters->DotNetSignature(); }
-
-std::string Block::DotNetName() const {
-  const vendrel::Component* component = Component.Get();
-  std::string name = mIsDelegate ? "T:" : IsMethod() ? "M:" : "P:";
-  if (component) name += component->FullName();
-  name += '.';
-  if (!mOverloaded) return name += mName;
-  name += ShortName(mName);
-  return name += "(" + Parameters->DotNetSignature() + ")";
 }
 
 bool Block::IsMethod() const {

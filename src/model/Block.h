@@ -75,8 +75,15 @@ class Block : public ElementOf<Block> {
   const std::shared_ptr<Block>& Setter() const;
   const OnDemand<Blocks>& OverloadBlocks() const;
   void SetInheritedFrom(std::string_view name);
+  /// The same by a text that many blocks share.
+  void ShareInheritedFrom(const SharedText& name);
   void SetImplementsName(std::string_view name);
+  void SetDelegateQualifiedName(std::string_view name);
   void SetSetter(std::shared_ptr<Block> setter);
+  /// What follows the name of the block in documentation files, where the parameters do not tell it
+  /// (pointers, the result of a conversion): "(System.Int32*)~System.Int64".
+  const SharedText& DocumentedArguments() const;
+  void SetDocumentedArguments(std::string_view text);
   void AddOverload(std::shared_ptr<Block> overload, std::string_view key);
 
   /// The open `Enum` or `Type` statement; may be assigned.
@@ -264,6 +271,8 @@ class Block : public ElementOf<Block> {
   struct RareParts;
 
   std::string mName;
+  /// Not among the rare parts: most blocks of an assembly have it.
+  SharedText mInheritedFrom;
   Blocks* mOwner = nullptr;
   WeakHandle<ProjectOptions> mProject;
   OnDemand<IntakeState> mIntake;

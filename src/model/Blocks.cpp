@@ -50,7 +50,7 @@ Blocks::~Blocks() {
     if (block.mOwner == this) block.mOwner = nullptr;
 }
 
-Block* Blocks::Item(std::size_t index) const { return &mCol.At(index); }
+Block* Blocks::Item(std::size_t index) const { return &Whole().At(index); }
 
 Block* Blocks::Item(std::string_view Key) const {
   const SoughtName sought = Sought(Key);
@@ -93,17 +93,19 @@ Block* Blocks::FirstMatch(std::string_view base, std::string_view key, bool with
 }
 
 std::shared_ptr<Block> Blocks::ShareOf(const Block* block) const {
+  mLate.Run();
   return mCol.Share(PlaceOf(block));
 }
 
 Block* Blocks::ItemByDotNetSignature(std::string_view Signature) const {
-  for (Block& block : mCol)
+  for (Block& block : Whole())
     if (EqualsNoCase(block.DotNetSignature(), Signature)) return &block;
   return nullptr;
 }
 
 bool Blocks::Add(std::shared_ptr<Block> item, std::string_view Key, const Position& Before,
                  const Position& After) try {
+  mLate.Run();
   Block& block = *item;
   if (Key.empty()) {
     mCol.Insert(std::move(item));
@@ -120,6 +122,7 @@ bool Blocks::Add(std::shared_ptr<Block> item, std::string_view Key, const Positi
 VENDREL_CONTEXT(trace::Parameter("item", item.get()), Key)
 
 void Blocks::Remove(std::size_t index) try {
+  mLate.Run();
   const std::shared_ptr<Block> block = mCol.Share(index);
   mCol.Remove(index);
   Forget(*block);
@@ -127,6 +130,7 @@ void Blocks::Remove(std::size_t index) try {
 VENDREL_CONTEXT(index)
 
 void Blocks::Remove(std::string_view key) try {
+  mLate.Run();
   const std::shared_ptr<Block> block = mCol.Share(key);
   mCol.Remove(key);
   Forget(*block);
@@ -134,13 +138,26 @@ void Blocks::Remove(std::string_view key) try {
 VENDREL_CONTEXT(key)
 
 void Blocks::Clear() {
+  mLate.Run();
   for (Block& block : mCol)
     if (block.mOwner == this) block.mOwner = nullptr;
   mCol.Clear();
   DropIndex();
 }
 
+void Blocks::Replace(const Block* old, std::shared_ptr<Block> block) {
+  const std::size_t place = PlaceOf(old);
+  if (place == 0) return;
+  Block& added = *block;
+  const std::shared_ptr<Block> gone = mCol.Share(place);
+  mCol.Insert(std::move(block), {}, Position(place));
+  mCol.Remove(place + 1);
+  Forget(*gone);
+  Adopt(added, false);
+}
+
 void Blocks::Sort() try {
+  mLate.Run();
   std::vector<std::shared_ptr<Block>> named, nameless;
   std::size_t namelessBeforeLast = 0;
   const Block* last = nullptr;
@@ -170,6 +187,7 @@ void Blocks::Sort() try {
 VENDREL_CONTEXT(trace::Local("Count", mCol.Count()))
 
 Block* Blocks::FirstOfType(BlockTypeEnum type) const {
+  mLate.Run();
   Refresh();
   if (!(mTypesKnown & TypeBit(type))) {
     const auto found =
@@ -182,6 +200,7 @@ Block* Blocks::FirstOfType(BlockTypeEnum type) const {
 
 const std::vector<Block*>& Blocks::Named(std::string_view name) const {
   static const std::vector<Block*> none;
+  mLate.Run();
   Refresh();
   if (!mIndexed) BuildIndex();
   const auto found = mByName.find(FoldKey(name));
@@ -189,6 +208,7 @@ const std::vector<Block*>& Blocks::Named(std::string_view name) const {
 }
 
 Block* Blocks::Previous(const Block* block) const {
+  mLate.Run();
   const std::size_t place = PlaceOf(block);
   return place > 1 ? mCol.Find(place - 1) : nullptr;
 }

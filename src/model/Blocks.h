@@ -2,12 +2,14 @@
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
+#include "core/LateFill.h"
 #include "model/Block.h"
 #include "model/KeyedCollection.h"
 
@@ -31,13 +33,13 @@ class Blocks {
   /// Nothing when there is none.
   Block* Item(std::string_view Key) const;
   Block* Item(const char* Key) const { return Item(std::string_view(Key)); }
-  std::shared_ptr<Block> Share(std::size_t index) const { return mCol.Share(index); }
+  std::shared_ptr<Block> Share(std::size_t index) const { return Whole().Share(index); }
   /// The block a pointer stands for, with a share of the ownership; nothing if it is not here.
   std::shared_ptr<Block> ShareOf(const Block* block) const;
   /// First block whose `DotNetSignature` equals `Signature`, case ignored.
   Block* ItemByDotNetSignature(std::string_view Signature) const;
   /// Whether a block was added under that key.
-  bool HasKey(std::string_view key) const { return mCol.HasKey(key); }
+  bool HasKey(std::string_view key) const { return Whole().HasKey(key); }
 
   /// Adds a block; a key that is taken is told and the block dropped. `Before` and `After` count in
   /// the keyed form only.
@@ -48,7 +50,7 @@ class Blocks {
   void Remove(int index) { Remove(static_cast<std::size_t>(index)); }
   void Remove(std::string_view key);
   void Clear();
-  std::size_t Count() const { return mCol.Count(); }
+  std::size_t Count() const { return Whole().Count(); }
 
   /// Puts the blocks in descending ordinal order of their names; equal names keep their order, keys
   /// are lost. A list with a nameless block raises 9 once only nameless ones are left.
@@ -60,15 +62,26 @@ class Blocks {
   const std::vector<Block*>& Named(std::string_view name) const;
   /// The block in front of this one; null for the first.
   Block* Previous(const Block* block) const;
-  Block* Last() const { return mCol.Find(mCol.Count()); }
+  Block* Last() const { return Whole().Find(mCol.Count()); }
+  /// Puts a block in the place of another; keys stay behind.
+  void Replace(const Block* old, std::shared_ptr<Block> block);
+
+  /// The blocks as they stand, without what waits to be made.
+  const KeyedCollection<Block>& Listed() const { return mCol; }
+  /// `fill` runs once, when the blocks are first asked for.
+  void FillLate(std::function<void()> fill) { mLate.Set(std::move(fill)); }
 
   /// Gives back the memory that was set aside for more blocks.
   void Fit() { mCol.Fit(); }
 
-  auto begin() const { return mCol.begin(); }
-  auto end() const { return mCol.end(); }
+  auto begin() const { return Whole().begin(); }
+  auto end() const { return Whole().end(); }
 
  private:
+  const KeyedCollection<Block>& Whole() const {
+    mLate.Run();
+    return mCol;
+  }
   friend class Block;
   void Adopt(Block& block, bool atEnd);
   void Renamed(Block& block, std::string_view oldName);
@@ -84,6 +97,7 @@ class Blocks {
   Block* FirstMatch(std::string_view base, std::string_view key, bool withArguments) const;
 
   KeyedCollection<Block> mCol;
+  LateFill mLate;
   mutable std::unordered_map<std::string, std::vector<Block*>> mByName;
   /// Rising numbers in the order of the blocks; made when the place of a block is asked for.
   mutable std::unordered_map<const Block*, std::size_t> mOrdinals;

@@ -73,8 +73,6 @@ std::string Component::FullName() const {
   return space && !space->Name.empty() ? space->Name + "." + Name : Name;
 }
 
-std::string Component::DotNetName() const { return "T:" + FullName(); }
-
 Constants* Component::Constants() const {
   Block* declarations = Blocks.FirstOfType(btDeclarations);
   return declarations ? &*declarations->Constants : nullptr;
@@ -116,9 +114,9 @@ std::string_view Component::DefaultType(std::string_view name) const {
 }
 
 void Component::UnloadSourceCode() try {
-  for (Block& block : Blocks) block.UnloadSourceCode();
+  for (Block& block : Blocks.Listed()) block.UnloadSourceCode();
   Blocks.Fit();
-  for (EventDeclaration& event : EventDeclarations) {
+  for (EventDeclaration& event : EventDeclarations.Listed()) {
     event.UnTaggedDescription.clear();
     event.Parameters.Drop();
   }

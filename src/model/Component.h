@@ -97,6 +97,9 @@ class Component : public ElementOf<Component> {
   bool IsAbstract = false;
   bool IsSealed = false;
   bool IsStructure = false;
+  bool IsEnumeration = false;
+  /// Declared inside another type, whose name stands before the last dot of its own.
+  bool IsNested = false;
   /// Root of the control tree of a form-like module; null for others.
   std::shared_ptr<vendrel::VBControl> VBControl;
   /// Every control but the root, children before their container.
@@ -250,6 +253,8 @@ class Component : public ElementOf<Component> {
         Prop{"IsAbstract", &Component::IsAbstract},
         Prop{"IsSealed", &Component::IsSealed},
         Prop{"IsStructure", &Component::IsStructure},
+        Prop{"IsEnumeration", &Component::IsEnumeration},
+        Prop{"IsNested", &Component::IsNested},
         Prop{"HelpContextID", &Component::HelpContextID},
         Prop{"RelationshipLevels", &Component::RelationshipLevels},
         Prop{"TaggedDescription", &Component::TaggedDescription},

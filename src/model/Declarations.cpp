@@ -9,11 +9,6 @@ namespace vendrel {
 
 AccessTypeEnum Variable::AccessType() const { return AccessTypeFromstring(Access); }
 
-std::string Variable::DotNetName() const {
-  const vendrel::Component* component = Component.Get();
-  return "F:" + (component ? component->FullName() : std::string()) + "." + Name;
-}
-
 Component* EnumMember::OwnComponent() const {
   const vendrel::Enumeration* enumeration = Enumeration.Get();
   return enumeration ? enumeration->Component.Get() : nullptr;
@@ -35,11 +30,6 @@ Parameter* EventDeclaration::netCreateParameter(std::string_view name, std::stri
   const auto parameter = CreateParameter(name, typeName, defaultValue, isOptional, parameterType);
   parameter->Parent = this;
   return Parameters->Add(parameter, name) ? parameter.get() : Parameters->Item(name);
-}
-
-std::string EventDeclaration::DotNetName() const {
-  const vendrel::Component* component = Component.Get();
-  return "E:" + (component ? component->FullName() : std::string()) + "." + Name;
 }
 
 }  // namespace vendrel

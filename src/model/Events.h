@@ -1,10 +1,12 @@
 #pragma once
 // Events, Declare statements and the libraries that these name.
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
+#include "core/LateFill.h"
 #include "model/Declarations.h"
 #include "text/CodeLine.h"
 
@@ -87,7 +89,52 @@ struct EventFamily {
   static constexpr std::string_view TypeText = "Event Declaration";
   static constexpr bool Placed = true;
 };
-class EventDeclarations : public ElementCollection<EventDeclaration, EventFamily> {};
+
+/// The events of a module. Those that a class of an assembly inherits come when the events, or the
+/// blocks, are first asked for.
+class EventDeclarations : public ElementCollection<EventDeclaration, EventFamily> {
+  using Base = ElementCollection<EventDeclaration, EventFamily>;
+
+ public:
+  /// The events as they stand, without what waits to be made.
+  const KeyedCollection<EventDeclaration>& Listed() const { return mCol; }
+  /// `fill` runs once, when the events are first asked for.
+  void FillLate(std::function<void()> fill) { mLate.Set(std::move(fill)); }
+
+  template <typename Key>
+  EventDeclaration* Item(const Key& key) const {
+    return Whole().Item(key);
+  }
+  template <typename Key>
+  std::shared_ptr<EventDeclaration> Share(const Key& key) const {
+    return Whole().Share(key);
+  }
+  bool HasKey(std::string_view key) const { return Whole().HasKey(key); }
+  bool Add(std::shared_ptr<EventDeclaration> item, std::string_view key = {},
+           const Position& before = {}, const Position& after = {}) {
+    mLate.Run();
+    return Base::Add(std::move(item), key, before, after);
+  }
+  template <typename Key>
+  void Remove(const Key& key) {
+    mLate.Run();
+    Base::Remove(key);
+  }
+  void Clear() {
+    mLate.Run();
+    Base::Clear();
+  }
+  std::size_t Count() const { return Whole().Count(); }
+  auto begin() const { return Whole().begin(); }
+  auto end() const { return Whole().end(); }
+
+ private:
+  const Base& Whole() const {
+    mLate.Run();
+    return *this;
+  }
+  LateFill mLate;
+};
 
 /// A `Declare` statement.
 class DeclareDeclaration : public ElementOf<DeclareDeclaration> {

@@ -41,6 +41,8 @@ class Variable : public ElementOf<Variable> {
   bool IsAbstract = false;
   /// Text between the parentheses, words joined by single blanks ("1 To 3").
   SharedText ArraySubscript;
+  /// Value of a field that is a constant, as source would write it; empty for others.
+  LateText Value;
   LateText TaggedDescription;
   LateText UnTaggedDescription;
   SharedText InheritedFrom;
@@ -77,6 +79,7 @@ class Variable : public ElementOf<Variable> {
                       Prop{"HelpContextID", &Variable::HelpContextID},
                       Prop{"IsArray", &Variable::IsArray},
                       Prop{"ArraySubscript", &Variable::ArraySubscript},
+                      Prop{"Value", &Variable::Value},
                       Prop{"FixedLengthString", &Variable::FixedLengthString},
                       Prop{"ImplicitType", &Variable::ImplicitType},
                       Prop{"IsStatic", &Variable::IsStatic},

@@ -2,6 +2,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "model/Fwd.h"
 
@@ -22,6 +23,8 @@ class NetResolver {
   virtual void clearnamespaces() = 0;
   /// Full .NET name of a type, given assemblies and imports.
   virtual std::string resolvedtypename(std::string_view name) = 0;
+  /// Folders (of this machine) in which assemblies are sought.
+  virtual void searchfolders(const std::vector<std::string>& /*folders*/) {}
   /// Builds a type in the given project; null if unknown.
   virtual Component* loadtype(std::string_view name, const std::shared_ptr<VBProject>& project) = 0;
 };

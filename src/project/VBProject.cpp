@@ -59,7 +59,8 @@ VENDREL_CONTEXT(*this)
 NetResolver* VBProject::NetResolver() {
   const Workspace::Use use(Workspace());
   if (!mNetResolver) {
-    mNetResolver = ObjectRegistry::Create<vendrel::NetResolver>("VendrelReflectionLoader.Resolver");
+    mNetResolver = ObjectRegistry::Create<vendrel::NetResolver>(kNetResolverProgId);
+    if (mNetResolver) mNetResolver->searchfolders(ReferencePath);
   }
   return mNetResolver.get();
 }

@@ -15,6 +15,7 @@
 #include "model/Component.h"
 #include "project/CompilerConstants.h"
 #include "project/Components.h"
+#include "project/NetLoader.h"
 #include "project/NetResolver.h"
 #include "project/ProjectFileLines.h"
 #include "project/Reference.h"
@@ -103,6 +104,10 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
   std::string LogFolder;
   /// Folders searched for type libraries that others refer to (paths of this machine).
   std::vector<std::string> TypeLibPath;
+  /// Folders searched for assemblies that others refer to (paths of this machine).
+  std::vector<std::string> ReferencePath;
+  /// A load of an assembly gives its private types and members too.
+  bool LoadPrivateMembers = false;
   /// `--define`: constants added to, or put over, those of project and module (complete reading).
   std::vector<std::pair<std::string, std::string>> Defines;
   FileSystemObject FileName;
@@ -238,6 +243,31 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
   std::shared_ptr<Parameter> TypeLibParameter(const typelib::TypeLibInfo& library,
                                               const typelib::ParameterInfo& parameter);
   BlockTypeEnum TypeLibBlockType(std::int32_t InvokeKind, std::int32_t VarType) const;
+
+  // dotnet/
+  /// Fills the project from a compiled assembly, by the registered loader, or from a ".vbproj".
+  /// Shows no box from here on. Raises what the loader raises: 53, 75, 321.
+  void LoadFromAssembly(std::string_view AssemblyFileName);
+  /// Fills the project by the loader of that ProgID. Raises 429 if there is none.
+  void LoadFromCustom(std::string_view ProgID, std::string_view Data);
+  /// The element of a name such as "M:Ns.Type.Method(System.Int32)"; null if there is none.
+  CodeElement* GetObjectFromDotNetName(std::string_view Name) const;
+  /// Cuts a member name without its prefix at the last dot in front of its parameters.
+  static void SplitDotNetName(std::string_view Name, std::string& ComponentName,
+                              std::string& MemberName);
+  /// A module of that name, added to `Components`. Where the name is taken the new one is told as
+  /// a duplicate and lives as long as the result is held.
+  std::shared_ptr<Component> netCreateComponent(LoadStateEnum LoadState, std::string_view Name,
+                                                std::string_view Access, FileTypeEnum FileType,
+                                                std::string_view ClassHierarchy, bool IsAbstract,
+                                                bool IsSealed, std::string_view InheritsFrom);
+  /// Moves a block from its carrier, a module that goes, to the module "__Delegates".
+  Block* netCreateDelegate(Block* Block, std::string_view Name,
+                           std::string_view DelegateQualifiedName);
+  /// The module that a type name means here, else one that the resolver builds; null if unknown.
+  Component* netGetComponentForTypeName(std::string_view Name);
+  /// Remembers the assembly of a type; the first one stays.
+  void AddTypeLocation(std::string_view AssemblyLocation, std::string_view NetTypeName);
 
   // comments/
   void AddTaggedComment(vendrel::TaggedComments& col, const std::shared_ptr<TaggedComment>& tc,

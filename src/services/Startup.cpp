@@ -21,6 +21,7 @@ void EnsureStarted() {
   workspace.State.SetAutoAppendReader(AutoAppendSetting);
   workspace.State.Reset();
   ConnectLibraryReaders();
+  ConnectNetLoaders();
 }
 
 }  // namespace vendrel

@@ -10,4 +10,8 @@ void EnsureStarted();
 /// opens them. Part of the start; stands with the reader of libraries.
 void ConnectLibraryReaders();
 
+/// Registers the loader and the resolver of assemblies, unless a host has put its own in their
+/// place. Part of the start; stands with the reader of assemblies.
+void ConnectNetLoaders();
+
 }  // namespace vendrel

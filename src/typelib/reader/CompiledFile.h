@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "services/ByteSource.h"
-#include "typelib/reader/ByteStream.h"
+#include "services/ByteStream.h"
 
 namespace vendrel::typelib {
 

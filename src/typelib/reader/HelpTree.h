@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "typelib/reader/ByteStream.h"
+#include "services/ByteStream.h"
 
 namespace vendrel::typelib {
 

@@ -7,7 +7,7 @@
 #include <functional>
 #include <unordered_map>
 
-#include "typelib/reader/ByteStream.h"
+#include "services/ByteStream.h"
 #include "typelib/reader/ImageTexts.h"
 #include "typelib/reader/TypeLibReader.h"
 

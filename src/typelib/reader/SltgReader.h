@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "typelib/reader/ByteStream.h"
+#include "services/ByteStream.h"
 #include "typelib/reader/HelpTree.h"
 #include "typelib/reader/ImageTexts.h"
 #include "typelib/reader/TypeLibReader.h"

@@ -13,7 +13,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "typelib/reader/CoverageMap.h"
+#include "services/CoverageMap.h"
 #include "typelib/reader/TypeLibValue.h"
 #include "typelib/reader/TypeReference.h"
 

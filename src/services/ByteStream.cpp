@@ -1,11 +1,11 @@
-#include "typelib/reader/ByteStream.h"
+#include "services/ByteStream.h"
 
 #include <algorithm>
 #include <cstring>
 
-#include "typelib/reader/CoverageMap.h"
+#include "services/CoverageMap.h"
 
-namespace vendrel::typelib {
+namespace vendrel {
 
 ByteStream& ByteStream::Seek(std::size_t offset) {
   if (offset > mBytes.size()) {
@@ -51,4 +51,4 @@ void ByteStream::Fail(std::size_t count) const {
                   " run past the end of " + mName);
 }
 
-}  // namespace vendrel::typelib
+}  // namespace vendrel

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace vendrel::typelib {
+namespace vendrel {
 
 class CoverageMap {
  public:
@@ -40,4 +40,4 @@ class CoverageMap {
   std::vector<Region> mRegions;
 };
 
-}  // namespace vendrel::typelib
+}  // namespace vendrel

@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-namespace vendrel::typelib {
+namespace vendrel {
 
 class CoverageMap;
 
@@ -97,4 +97,4 @@ class ByteStream {
   CoverageMap* mCoverage = nullptr;
 };
 
-}  // namespace vendrel::typelib
+}  // namespace vendrel

@@ -1,8 +1,8 @@
-#include "typelib/reader/CoverageMap.h"
+#include "services/CoverageMap.h"
 
 #include <algorithm>
 
-namespace vendrel::typelib {
+namespace vendrel {
 
 void CoverageMap::Mark(const std::uint8_t* start, std::size_t count) {
   const std::size_t offset = static_cast<std::size_t>(start - mStart);
@@ -33,4 +33,4 @@ std::vector<CoverageMap::Leftover> CoverageMap::Leftovers() const {
   return result;
 }
 
-}  // namespace vendrel::typelib
+}  // namespace vendrel

@@ -1,0 +1,97 @@
+// From a name of documentation files to the element.
+
+#include "core/CaseFold.h"
+#include "model/Events.h"
+#include "project/VBProject.h"
+
+namespace vendrel {
+namespace {
+
+CodeElement* FindDelegate(const VBProject& project, std::string_view name) {
+  const Component* delegates = project.Components.Item(kDelegatesModule);
+  return delegates ? delegates->Blocks.Item(name) : nullptr;
+}
+
+CodeElement* FindType(const VBProject& project, std::string_view name) {
+  if (Component* component = project.Components.Item(name)) return component;
+  if (CodeElement* found = FindDelegate(project, name)) return found;
+  // The name that the classic reading gives a delegate.
+  const std::string prefix = std::string(kDelegatesModule) + ".";
+  if (!project.Reading.NetNames || !name.starts_with(prefix)) return nullptr;
+  return FindDelegate(project, name.substr(prefix.size()));
+}
+
+// The block of that very name, among those that share the name in front of its parameters.
+Block* FindDocumented(const Component& component, std::string_view member, std::string_view name) {
+  std::string base(member.substr(0, member.find_first_of("(~")));
+  if (base == "#ctor" || base == "#cctor") base[0] = '_';
+  for (Block* block : component.Blocks.Named(base)) {
+    const Blocks* overloads = block->OverloadBlocks().IfAny();
+    if (!overloads || overloads->Count() == 0) {
+      if (block->DotNetName() == name) return block;
+      continue;
+    }
+    for (Block& overload : *overloads)
+      if (overload.DotNetName() == name) return &overload;
+  }
+  return nullptr;
+}
+
+// By either form. Parameters that no overload has lead nowhere.
+Block* FindProcedure(const Component& component, std::string_view member, std::string_view name) {
+  if (Block* block = FindDocumented(component, member, name)) return block;
+  Block* block = component.Blocks.Item(member);
+  const bool isAnswer =
+      block && (block->Overloaded() || member.find('(') == std::string_view::npos);
+  return isAnswer ? block : nullptr;
+}
+
+// Keys take no heed of case; in the complete reading names do.
+template <typename Elements>
+CodeElement* FindIn(const Elements& elements, std::string_view member, std::string_view name,
+                    bool exact) {
+  auto* found = elements.Item(member);
+  if (!exact || !found || found->DotNetName() == name) return found;
+  for (auto& element : elements)
+    if (element.DotNetName() == name) return &element;
+  return found;
+}
+
+CodeElement* FindMember(const Component& component, std::string_view member, std::string_view name,
+                        bool exact) {
+  switch (name[0]) {
+    case 'M':
+    case 'P': return exact ? FindProcedure(component, member, name) : component.Blocks.Item(member);
+    case 'F': {
+      const Block* declarations = component.Blocks.FirstOfType(btDeclarations);
+      const Variables* fields = declarations ? declarations->Variables.IfAny() : nullptr;
+      return fields ? FindIn(*fields, member, name, exact) : nullptr;
+    }
+    case 'E': return FindIn(component.EventDeclarations, member, name, exact);
+    default: return nullptr;
+  }
+}
+
+}  // namespace
+
+void VBProject::SplitDotNetName(std::string_view Name, std::string& ComponentName,
+                                std::string& MemberName) {
+  const std::string_view front = Name.substr(0, Name.find('('));
+  const std::size_t dot = front.rfind('.');
+  ComponentName = dot == std::string_view::npos ? std::string_view() : front.substr(0, dot);
+  MemberName = dot == std::string_view::npos ? Name : Name.substr(dot + 1);
+}
+
+CodeElement* VBProject::GetObjectFromDotNetName(std::string_view Name) const try {
+  const std::size_t colon = Name.find(':');
+  if (colon != 1) return nullptr;
+  const std::string_view rest = Name.substr(2);
+  if (Name[0] == 'T') return FindType(*this, rest);
+  std::string componentName, memberName;
+  SplitDotNetName(rest, componentName, memberName);
+  const Component* component = Components.Item(componentName);
+  return component ? FindMember(*component, memberName, Name, Reading.NetNames) : nullptr;
+}
+VENDREL_CONTEXT(Name, *this)
+
+}  // namespace vendrel

@@ -1,0 +1,1 @@
+[assembly: System.Runtime.CompilerServices.TypeForwardedTo(typeof(Shop.Base.Moved))]

@@ -1,0 +1,1 @@
+public class User : Shop.Base.Moved { public void Use() { } }
