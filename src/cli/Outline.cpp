@@ -6,6 +6,7 @@
 #include "cli/Elements.h"
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "model/ModuleKinds.h"
 
 namespace vendrel::cli {
 namespace {
@@ -18,16 +19,7 @@ constexpr int kPartDepth = 4;
 
 std::string_view WordOf(const Component& component) {
   if (component.IsMDI()) return "MDI form";
-  switch (component.FileType) {
-    case ftClass: return "class";
-    case ftModule: return "module";
-    case ftForm: return "form";
-    case ftUserControl: return "user control";
-    case ftUserDocument: return "user document";
-    case ftDesigner: return "designer";
-    case ftPropertyPage: return "property page";
-    default: return "file";
-  }
+  return KindOfModule(component.FileType).Word;
 }
 
 std::string Joined(std::initializer_list<std::string> parts) {
