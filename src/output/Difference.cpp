@@ -245,7 +245,7 @@ class Comparison {
   void Tell(const Node& node, ChangeKind kind, const PropertyDescription* property = nullptr,
             TextPair texts = {}) {
     ++mCount;
-    Change change{kind, node.Any().Class->Name, NameOf(node), {}, {}, {}, {}, {}};
+    Change change{kind, node.Any().Class->Kind, NameOf(node), {}, {}, {}, {}, {}};
     if (property) change.Property = property->Name;
     change.Before = std::move(texts.Before);
     change.After = std::move(texts.After);
@@ -263,7 +263,7 @@ class Comparison {
     const ElementRef element = whole->Any();
     return {element.Object,
             KindWord(element),
-            element.Class->Name,
+            element.Class->Kind,
             NameOf(*whole),
             PlaceOf(*whole, &ElementPair::Before),
             PlaceOf(*whole, &ElementPair::After)};
