@@ -11,7 +11,7 @@
 
 namespace vendrel {
 
-/// The scope of what no tag describes by its scope: a parameter is described through its procedure.
+/// The scope of what no tag reaches as the element read last: the tag of a parameter names it.
 inline constexpr std::string_view kNoScope = "{none}";
 
 // One row a class, those with names in the order of a walk over them: class, what one of it is

@@ -290,7 +290,7 @@ class Comparison {
   static std::string PartName(ElementRef element, const PropertyDescription& collection,
                               const std::string& name) {
     const ClassDescription& type = *element.Class;
-    if (name.empty() && type.Name == "Block") return std::string(KindWord(element));
+    if (name.empty() && type.Kind == ElementKind::Block) return std::string(KindWord(element));
     return std::string(collection.Name) + "(" +
            (name.empty() ? TextOf(element, SecondProperty(type)) : name) + ")";
   }
