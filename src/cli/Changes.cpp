@@ -181,7 +181,7 @@ void ChangeWriter::WriteJson() {
   json.BeginObject();
   text("Change", ChangeName(EntryKind(mEntry)));
   text("Kind", whole.Word);
-  text("Class", whole.ClassName);
+  text("Class", RowOf(whole.Class).ClassName);
   text("Element", whole.Element);
   WritePlace(json, "PlaceBefore", whole.PlaceBefore);
   WritePlace(json, "PlaceAfter", whole.PlaceAfter);

@@ -66,12 +66,12 @@ std::map<std::string, std::string> ProjectsByPath(const std::string& folder, Dia
 }
 
 void TellAlone(ChangeKind kind, const std::string& path, ChangeWriter& writer) {
-  Change change{kind, "VBProject", {}, {}, {}, {}, {}, {}};
+  Change change{kind, ElementKind::VBProject, {}, {}, {}, {}, {}, {}};
   const FileSystemObject file(path);
   change.Element = file.BaseName();
   (kind == ChangeKind::Gone ? change.PlaceBefore : change.PlaceAfter).File = file.FullPath();
-  change.Word = "project";
-  change.Whole = {nullptr,        change.Word,        change.ClassName,
+  change.Word = RowOf(change.Class).Word;
+  change.Whole = {nullptr,        change.Word,        change.Class,
                   change.Element, change.PlaceBefore, change.PlaceAfter};
   writer.Write(change);
 }

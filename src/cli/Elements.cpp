@@ -3,7 +3,7 @@
 #include "cli/ShownText.h"
 #include "core/Ascii.h"
 #include "model/Component.h"
-#include "project/VBProject.h"
+#include "project/WithItsClass.h"
 
 namespace vendrel::cli {
 namespace {
@@ -107,7 +107,7 @@ bool IsDeclaredNew(const Variable& v) {
 std::string Text(const Variable& v) {
   const std::string name = v.Name + (v.IsArray ? "(" + v.ArraySubscript.str() + ")" : "");
   if (v.Procedure) return Phrase({v.IsStatic ? "Static" : "Dim", Typed(name, TypeWords(v))});
-  const bool isMember = TypeMatch(v.Parent.Get(), "UDT");
+  const bool isMember = IsA<UDT>(v.Parent.Get());
   return Phrase({isMember ? "" : v.Access.view(), v.IsWithEvents ? "WithEvents" : "",
                  Typed(name, TypeWords(v))});
 }
@@ -133,28 +133,14 @@ std::string Text(const VBControl& c) { return Phrase({"Begin", c.ProgID, c.Name}
 std::string Text(const Library& l) { return l.Name; }
 std::string Text(const VBProject& p) { return Phrase({"Project", p.ProjectName}); }
 
-// Calls `use` with the element as what it is; false for a class that is none of these.
-template <typename Use, typename... Classes>
-bool WithClass(const CodeElement& element, Use use) {
-  const auto offer = [&](const auto* typed) { return typed ? (use(*typed), true) : false; };
-  return (offer(dynamic_cast<const Classes*>(&element)) || ...);
-}
-
-template <typename Use>
-bool AsItIs(const CodeElement& element, Use use) {
-  return WithClass<Use, VBProject, Library, Component, VBControl, Constant, Variable, Enumeration,
-                   EnumMember, UDT, EventDeclaration, DeclareDeclaration, Interface, Block,
-                   Parameter>(element, use);
-}
+// What has no signature.
+std::string Text(const CodeElement&) { return {}; }
 
 // What an element without a line of its own is declared by.
 const CodeElement* DeclaredBy(const CodeElement& element) {
-  if (const auto* parameter = dynamic_cast<const Parameter*>(&element))
-    return parameter->Parent.Get();
-  if (const auto* member = dynamic_cast<const EnumMember*>(&element))
-    return member->Enumeration.Get();
-  if (const auto* library = dynamic_cast<const Library*>(&element))
-    return library->DeclareDeclarations.Item(1);
+  if (const auto* parameter = As<Parameter>(&element)) return parameter->Parent.Get();
+  if (const auto* member = As<EnumMember>(&element)) return member->Enumeration.Get();
+  if (const auto* library = As<Library>(&element)) return library->DeclareDeclarations.Item(1);
   return element.OwnComponent() == &element ? nullptr : element.OwnComponent();
 }
 
@@ -162,7 +148,7 @@ const CodeElement* DeclaredBy(const CodeElement& element) {
 
 std::string SignatureOf(const CodeElement& element) {
   std::string signature;
-  AsItIs(element, [&](const auto& typed) { signature = Text(typed); });
+  WithItsClass(element, [&](const auto& typed) { signature = Text(typed); });
   return ShownSource(signature);
 }
 
@@ -193,7 +179,7 @@ std::string FileOf(const Component& component) {
 }
 
 std::string PlaceOf(const CodeElement& element, ShownPaths& paths) {
-  if (const auto* project = dynamic_cast<const VBProject*>(&element))
+  if (const auto* project = As<VBProject>(&element))
     return paths.Place(project->FileName.FullPath(), 0);
   const CodeElement* declared = &element;
   while (declared->SourceLine() == 0) {
@@ -202,7 +188,7 @@ std::string PlaceOf(const CodeElement& element, ShownPaths& paths) {
     declared = by;
   }
   const Component* component = declared->OwnComponent();
-  if (const auto* member = dynamic_cast<const Variable*>(declared); member && !component)
+  if (const auto* member = As<Variable>(declared); member && !component)
     component = member->Parent ? member->Parent.Get()->OwnComponent() : nullptr;
   return component ? paths.Place(FileOf(*component), declared->SourceLine()) : "";
 }

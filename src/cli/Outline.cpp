@@ -6,6 +6,7 @@
 #include "cli/Elements.h"
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "model/ModuleKinds.h"
 
 namespace vendrel::cli {
 namespace {
@@ -22,16 +23,7 @@ std::string_view WordOf(const Component& component) {
   if (component.Name == kDelegatesModule) return "module";
   if (component.IsStructure) return "structure";
   if (component.IsEnumeration) return "enumeration";
-  switch (component.FileType) {
-    case ftClass: return "class";
-    case ftModule: return "module";
-    case ftForm: return "form";
-    case ftUserControl: return "user control";
-    case ftUserDocument: return "user document";
-    case ftDesigner: return "designer";
-    case ftPropertyPage: return "property page";
-    default: return "file";
-  }
+  return KindOfModule(component.FileType).Word;
 }
 
 std::string Joined(std::initializer_list<std::string> parts) {

@@ -32,9 +32,9 @@ bool IsOfMember(const Change& change, const VBProject& before) {
 // Changes that follow from how project files are written: paths are seen from the other folder, an
 // icon that is the form to start with is not named, and settings have no place of their own.
 bool FollowsFromRules(const Change& change, const VBProject& before) {
-  if (change.ClassName == "Reference")
+  if (change.Class == ElementKind::Reference)
     return change.Property == "SourceString" || IsOfMember(change, before);
-  if (change.ClassName != "VBProject") return false;
+  if (change.Class != ElementKind::VBProject) return false;
   if (change.Property == "IconForm")
     return EqualsNoCase(change.Before, before.Startup) && change.After.empty();
   return change.Property == "RelatedDocuments" || change.Property == "LastNormalProjectLineText";

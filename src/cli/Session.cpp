@@ -10,6 +10,7 @@
 #include "cli/Report.h"
 #include "core/Ascii.h"
 #include "core/Workspace.h"
+#include "model/ModuleKinds.h"
 #include "project/ProjectCodePage.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"
@@ -22,26 +23,14 @@ struct Extension {
   std::string_view Text;
   InputKind Kind;
 };
+// Beside those of modules.
 constexpr std::array kExtensions{
-    Extension{"vbp", InputKind::Project},
-    Extension{"bas", InputKind::Module},
-    Extension{"cls", InputKind::Module},
-    Extension{"frm", InputKind::Module},
-    Extension{"ctl", InputKind::Module},
-    Extension{"dob", InputKind::Module},
-    Extension{"pag", InputKind::Module},
-    Extension{"dsr", InputKind::Module},
-    Extension{"vbg", InputKind::Group},
-    Extension{"vbproj", InputKind::DotNetProject},
-    Extension{"tlb", InputKind::TypeLibrary},
-    Extension{"olb", InputKind::TypeLibrary},
-    Extension{"dll", InputKind::TypeLibrary},
-    Extension{"ocx", InputKind::TypeLibrary},
-    Extension{"exe", InputKind::TypeLibrary},
-    Extension{"oca", InputKind::TypeLibrary},
-    Extension{"netmodule", InputKind::TypeLibrary},
-    Extension{"winmd", InputKind::TypeLibrary},
-    Extension{"node", InputKind::TypeLibrary},
+    Extension{"vbp", InputKind::Project},          Extension{"vbg", InputKind::Group},
+    Extension{"vbproj", InputKind::DotNetProject}, Extension{"tlb", InputKind::TypeLibrary},
+    Extension{"olb", InputKind::TypeLibrary},      Extension{"dll", InputKind::TypeLibrary},
+    Extension{"ocx", InputKind::TypeLibrary},      Extension{"exe", InputKind::TypeLibrary},
+    Extension{"oca", InputKind::TypeLibrary},      Extension{"netmodule", InputKind::TypeLibrary},
+    Extension{"winmd", InputKind::TypeLibrary},    Extension{"node", InputKind::TypeLibrary},
 };
 
 std::shared_ptr<VBProject> NewProject(const CommonOptions& options) {
@@ -98,8 +87,17 @@ void ApplyCommentFile(VBProject& project, const CommonOptions& options) {
   }
 }
 
+// ".bas, .cls, .frm"
+std::string ModuleExtensions() {
+  std::string list;
+  for (const ModuleKind& kind : kModuleKinds)
+    if (!kind.Extension.empty()) list.append(list.empty() ? "." : ", .").append(kind.Extension);
+  return list;
+}
+
 InputKind KindByExtension(const FileSystemObject& file) {
   const std::string extension = file.Extension();
+  if (ModuleKindOfExtension(extension)) return InputKind::Module;
   for (const Extension& known : kExtensions)
     if (EqualsNoCaseAscii(known.Text, extension)) return known.Kind;
   return InputKind::Unknown;
@@ -138,9 +136,8 @@ void RefuseInput(const std::string& path, InputKind kind) {
     throw InputError(path, "no such file; check the path, and --drive for a drive");
   }
   if (kind == InputKind::Unknown)
-    throw ToolError(exFailed, path +
-                                  ": neither a project (.vbp), nor a module (.bas, .cls, .frm, " +
-                                  ".ctl, .dob, .pag, .dsr), by its extension, nor does it hold " +
+    throw ToolError(exFailed, path + ": neither a project (.vbp), nor a module (" +
+                                  ModuleExtensions() + "), by its extension, nor does it hold " +
                                   "an assembly or a type library");
   if (kind == InputKind::DotNetProject)
     throw ToolError(exFailed, path + ": VB.NET projects come later; this version reads those of " +

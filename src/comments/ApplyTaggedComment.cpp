@@ -57,7 +57,7 @@ Constant* LastConstant(const Application& a) {
 
 // The tag cannot describe the last element: what else it may mean there.
 ElementTypeEnum KindBesidesLastElement(Application& a) {
-  if (TypeMatch(a.LastElement, "Component")) {
+  if (IsA<Component>(a.LastElement)) {
     if (a.Is("##SUMMARY")) a.Comment->TagIdentifier = "##MODULE_SUMMARY";
     return etModule;
   }

@@ -74,34 +74,27 @@ struct Place {
   vendrel::Block* Block = nullptr;
 };
 
-bool IsOneOf(const CodeElement& element, std::initializer_list<std::string_view> classNames) {
-  for (const std::string_view name : classNames)
-    if (TypeMatch(&element, name)) return true;
-  return false;
-}
-
 // What an element belongs to that is no target of its own.
 CodeElement* MainObjectOf(CodeElement* element) {
-  if (auto* parameter = dynamic_cast<Parameter*>(element)) return parameter->Parent.Get();
-  if (auto* member = dynamic_cast<EnumMember*>(element)) return member->Enumeration.Get();
-  auto* variable = dynamic_cast<Variable*>(element);
-  return variable && TypeMatch(variable->Parent.Get(), "UDT") ? variable->Parent.Get() : element;
+  if (auto* parameter = As<Parameter>(element)) return parameter->Parent.Get();
+  if (auto* member = As<EnumMember>(element)) return member->Enumeration.Get();
+  auto* variable = As<Variable>(element);
+  return variable && IsA<UDT>(variable->Parent.Get()) ? variable->Parent.Get() : element;
 }
 
 Place PlaceFor(VBProject& project, CodeElement* element) {
   Place place;
   if (!element) return place;
-  const bool isConstant = TypeMatch(element, "Constant") && project.Reading.ConstantComments;
-  if (IsOneOf(*element, {"VBProject", "VBProjectGroup"})) {
+  const bool isConstant = IsA<Constant>(element) && project.Reading.ConstantComments;
+  if (IsA<VBProject, VBProjectGroup>(element)) {
     place.Component = project.Components.Item(1);
-  } else if (isConstant ||
-             IsOneOf(*element, {"Component", "Block", "EventDeclaration", "DeclareDeclaration",
-                                "Enumeration", "UDT", "Variable", "Interface"})) {
+  } else if (isConstant || IsA<Component, Block, EventDeclaration, DeclareDeclaration, Enumeration,
+                               UDT, Variable, Interface>(element)) {
     place.Component = element->OwnComponent();
     if (element != place.Component) place.LastElement = element;
   }
   if (!place.Component) return place;
-  place.Block = dynamic_cast<Block*>(element);
+  place.Block = As<Block>(element);
   if (!place.Block) place.Block = place.Component->BlockOfType(btDeclarations, true);
   return place;
 }
@@ -118,9 +111,9 @@ auto ShareOf(const Collection& collection, const typename Collection::Element& e
 // The state that placing a comment expects, as if the element had just been read.
 void Prepare(const Place& place) {
   place.Component->LastElement = place.LastElement;
-  if (auto* enumeration = dynamic_cast<Enumeration*>(place.LastElement))
+  if (auto* enumeration = As<Enumeration>(place.LastElement))
     place.Block->CurrentEnum() = ShareOf(place.Component->Enumerations, *enumeration);
-  if (auto* udt = dynamic_cast<UDT*>(place.LastElement))
+  if (auto* udt = As<UDT>(place.LastElement))
     place.Block->CurrentUDT() = ShareOf(place.Component->UDTs, *udt);
 }
 
@@ -134,7 +127,7 @@ CodeElement* ElementOf(VBProject& project, const pugi::xml_node& item,
     return MainObjectOf(elements->Find(name, number.as_uint()));
   }
   CodeElement* element = project.GetObjectByName(name);
-  const bool isPart = element && IsOneOf(*element, {"EnumMember", "Variable", "Parameter"});
+  const bool isPart = IsA<EnumMember, Variable, Parameter>(element);
   return isPart ? project.GetObjectByName_MainObject(name) : element;
 }
 
@@ -160,7 +153,7 @@ VENDREL_CONTEXT_AT(LineReached(), trace::Local("eid", item.attribute("eid").valu
 // ---- Writing -----------------------------------------------------------------------------------
 
 struct WrittenForm {
-  std::string_view ClassName;
+  ElementKind Class;
   std::string_view Prefix;
   ElementTypeEnum Kind;
   bool NamesMember;
@@ -169,21 +162,20 @@ struct WrittenForm {
 // Elements that a bare tag misses when it is read from a file: the last element is another one
 // there, or the open declaration takes the comment for its last member.
 constexpr WrittenForm kForms[] = {
-    {"VBProject", "PROJECT", etProject, false},
-    {"Component", "MODULE", etModule, false},
-    {"Enumeration", "ENUMERATION", etEnumeration, false},
-    {"EnumMember", "ENUMERATION_MEMBER", etEnumerationMember, true},
-    {"UDT", "STRUCTURE", etStructure, false},
-    {"Variable", "STRUCTURE_MEMBER", etStructureMember, true},
-    {"Parameter", "PARAMETER", etParameter, true},
+    {ElementKind::VBProject, "PROJECT", etProject, false},
+    {ElementKind::Component, "MODULE", etModule, false},
+    {ElementKind::Enumeration, "ENUMERATION", etEnumeration, false},
+    {ElementKind::EnumMember, "ENUMERATION_MEMBER", etEnumerationMember, true},
+    {ElementKind::UDT, "STRUCTURE", etStructure, false},
+    {ElementKind::Variable, "STRUCTURE_MEMBER", etStructureMember, true},
+    {ElementKind::Parameter, "PARAMETER", etParameter, true},
 };
 
 const WrittenForm* FormOf(const CodeElement& element) {
-  if (TypeMatch(&element, "Variable") &&
-      !TypeMatch(static_cast<const Variable&>(element).Parent.Get(), "UDT"))
-    return nullptr;
+  const auto* variable = As<Variable>(&element);
+  if (variable && !IsA<UDT>(variable->Parent.Get())) return nullptr;
   for (const WrittenForm& form : kForms)
-    if (TypeMatch(&element, form.ClassName)) return &form;
+    if (element.Kind() == form.Class) return &form;
   return nullptr;
 }
 
@@ -231,7 +223,7 @@ struct Writer {
   }
 
   void WriteAll(CodeElement& element) {
-    const auto* parameter = dynamic_cast<const Parameter*>(&element);
+    const auto* parameter = As<Parameter>(&element);
     const LateText* description =
         parameter ? &parameter->mDescription : element.TaggedDescriptionField();
     if (description && !description->empty()) Write(element, "##SUMMARY", {}, description->str());

@@ -35,7 +35,7 @@ struct Application {
   /// The last element if it is of that class, else null.
   template <typename T>
   T* LastAs() const {
-    return dynamic_cast<T*>(LastElement);
+    return As<T>(LastElement);
   }
   /// Adds the comment under its tag; a comment already there stays alone.
   void AddByTag(CodeElement& element) const {

@@ -135,26 +135,14 @@ VENDREL_CONTEXT_AT(LineReached(), trace::Parameter("Tag", tc ? tc->TagIdentifier
                    *this)
 
 std::string_view NamespaceFromObject(const CodeElement* Element) {
-  if (!Element) return "{none}";
-  const std::string_view name = Element->ClassName();
-  if (name == "VBProject") return "FZ:Project";
-  if (name == "Component") return "FZ:Module";
-  if (name == "Block")
-    return static_cast<const Block*>(Element)->IsMethod() ? "FZ:Method" : "FZ:Property";
-  if (name == "Variable") {
-    const CodeElement* parent = static_cast<const Variable*>(Element)->Parent.Get();
-    return TypeMatch(parent, "UDT") ? "FZ:StructureMember" : "FZ:Property";
-  }
-  if (name == "UDT")
-    return static_cast<const UDT*>(Element)->Members.Count() > 0 ? "FZ:StructureMember"
-                                                                 : "FZ:Structure";
-  if (name == "Enumeration") return "FZ:Enumeration";
-  if (name == "EventDeclaration") return "FZ:Event";
-  if (name == "Constant") return "FZ:Constant";
-  if (name == "EnumMember") return "FZ:EnumerationMember";
-  if (name == "Interface") return "FZ:ImplementedInterface";
-  if (name == "DeclareDeclaration") return "FZ:DeclareStatement";
-  return "{none}";
+  if (!Element) return kNoScope;
+  if (const auto* block = As<Block>(Element); block && !block->IsMethod())
+    return RowOf(kKindOf<Variable>).Scope;
+  const auto* variable = As<Variable>(Element);
+  const auto* udt = As<UDT>(Element);
+  const bool isMember = variable && IsA<UDT>(variable->Parent.Get());
+  if (isMember || (udt && udt->Members.Count() > 0)) return "FZ:StructureMember";
+  return RowOf(Element->Kind()).Scope;
 }
 
 }  // namespace vendrel

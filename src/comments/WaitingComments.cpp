@@ -17,13 +17,13 @@ namespace {
 
 void AddLastElement(OfferState& state, const CodeElement* last) {
   state.LastElement = last;
-  if (const auto* block = dynamic_cast<const Block*>(last)) {
+  if (const auto* block = As<Block>(last)) {
     state.LastBlockType = block->BlockType();
     state.LastIsNamed = !block->Name().empty();
     state.LastHasParameters = block->Parameters.IfAny() != nullptr;
-  } else if (const auto* enumeration = dynamic_cast<const Enumeration*>(last)) {
+  } else if (const auto* enumeration = As<Enumeration>(last)) {
     state.LastMembers = enumeration->Members().Count();
-  } else if (const auto* udt = dynamic_cast<const UDT*>(last)) {
+  } else if (const auto* udt = As<UDT>(last)) {
     state.LastMembers = udt->Members.Count();
   }
 }

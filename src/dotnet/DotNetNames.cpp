@@ -1,6 +1,7 @@
 // From a name of documentation files to the element.
 
 #include "core/CaseFold.h"
+#include "diagnostics/Context.h"
 #include "model/Events.h"
 #include "project/VBProject.h"
 

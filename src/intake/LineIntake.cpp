@@ -96,14 +96,13 @@ void LineIntake::ForgetLastElementUnlessDescribable(std::string_view tag) {
   const CodeElement* last = mComponent.LastElement.Get();
   if (!last || EqualsNoCaseAscii(tag, "##ED") || EqualsNoCaseAscii(tag, "##PD")) return;
   if (mIntake.Reading.EverySeparator && IsDeclaredOnThisLine(*last)) return;
-  for (const std::string_view name : {"Block", "EnumMember", "Enumeration", "UDT"})
-    if (last->ClassName() == name) return;
+  if (IsA<Block, EnumMember, Enumeration, UDT>(last)) return;
   mComponent.LastElement = nullptr;
 }
 
 // "Dim x As Long: x = 5 ' the count": the comment of the line is about what it declares.
 bool LineIntake::IsDeclaredOnThisLine(const CodeElement& element) const {
-  return mLine.NotInSource && mLine.LineType == OTHER && element.ClassName() == "Variable" &&
+  return mLine.NotInSource && mLine.LineType == OTHER && IsA<Variable>(&element) &&
          element.SourceLine() == mIntake.StatementLine;
 }
 

@@ -11,30 +11,13 @@
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "model/Component.h"
+#include "model/ModuleKinds.h"
 #include "project/VBProject.h"
 #include "services/FileSource.h"
 #include "services/Utf8.h"
 
 namespace vendrel {
 namespace {
-
-bool IsFormLike(FileTypeEnum type) {
-  return type == ftDesigner || type == ftForm || type == ftPropertyPage || type == ftUserControl ||
-         type == ftUserDocument;
-}
-
-std::string_view KindName(FileTypeEnum type) {
-  switch (type) {
-    case ftClass: return "class module";
-    case ftModule: return "standard module";
-    case ftForm: return "form";
-    case ftUserControl: return "user control";
-    case ftUserDocument: return "user document";
-    case ftDesigner: return "designer";
-    case ftPropertyPage: return "property page";
-    default: return "module";
-  }
-}
 
 // One module on its way from file to tree.
 class ModuleReader {
@@ -211,12 +194,13 @@ void ModuleReader::TellKind() const {
   const std::string_view first = TrimLeft(text.substr(0, 256));
   if (first.empty()) return;
   const bool version = StartsWithNoCaseAscii(first, "VERSION ");
-  const bool classFile = StartsWithNoCaseAscii(first, "VERSION 1.0 CLASS");
+  const bool classFile = StartsWithNoCaseAscii(first, KindOfModule(ftClass).Header);
+  const ModuleKind& kind = KindOfModule(mComponent.FileType);
   bool fits = true;
-  if (mComponent.FileType == ftClass) fits = classFile;
-  if (IsFormLike(mComponent.FileType)) fits = version && !classFile;
-  if (mComponent.FileType == ftModule) fits = !version;
-  if (!fits) Tell(DiagnosticCode::OtherKind, {mFile.FullPath(), KindName(mComponent.FileType)});
+  if (kind.Type == ftClass) fits = classFile;
+  if (kind.IsFormLike) fits = version && !classFile;
+  if (kind.Type == ftModule) fits = !version;
+  if (!fits) Tell(DiagnosticCode::OtherKind, {mFile.FullPath(), kind.FullWord});
 }
 
 std::string_view ModuleReader::NextLine() {
@@ -254,7 +238,7 @@ void ModuleReader::ReadHeader() try {
     if (StartsWithNoCaseAscii(mText, "attribute ") || mComponent.FileType == ftModule) return;
     if (StartsWithNoCaseAscii(mText, "begin")) {
       if (StartsWithNoCaseAscii(Trim(mText), "begin vb.mdiform ")) mComponent.SetIsMDI(true);
-      if (IsFormLike(mComponent.FileType))
+      if (KindOfModule(mComponent.FileType).IsFormLike)
         ReadControls();
       else
         ++beginCount;

@@ -207,7 +207,7 @@ void ParseStartLine(std::string_view Text, Variable& o) try {
   const std::string line = StartLine(Text);
   const StartLineParts parts = CutStartLine(line);
   o.Access = {};
-  const auto* owner = dynamic_cast<const Component*>(o.Parent.Get());
+  const auto* owner = As<Component>(o.Parent.Get());
   const std::string base = owner ? owner->InheritsFrom.str() : std::string();
   if (!parts.Prefix.empty()) {
     std::string_view suffixType;

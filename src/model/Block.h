@@ -98,7 +98,6 @@ class Block : public ElementOf<Block> {
     return mIntake->LastTaggedComment;
   }
 
-  std::string_view ClassName() const override { return "Block"; }
   std::string ElementName() const override { return mName; }
   std::string Description() const override;
   std::string QualifiedName() const override;

@@ -10,6 +10,7 @@
 #include "core/SharedText.h"
 #include "core/WeakHandle.h"
 #include "diagnostics/TraceValue.h"
+#include "model/ElementKinds.h"
 #include "model/Fwd.h"
 
 namespace vendrel {
@@ -18,8 +19,10 @@ namespace vendrel {
 /// whatever the class; each gives null where a class has no such property.
 class CodeElement : public HandleTarget {
  public:
+  /// The class of the element; `As` asks it.
+  virtual ElementKind Kind() const = 0;
   /// Name of the class, as the rules compare it, e.g. "EventDeclaration".
-  virtual std::string_view ClassName() const = 0;
+  std::string_view ClassName() const { return RowOf(Kind()).ClassName; }
   /// The `Name` property; empty for a class without one.
   virtual std::string ElementName() const { return {}; }
   /// Tagged and untagged description combined by the rule of the class.
@@ -56,6 +59,10 @@ class CodeElement : public HandleTarget {
 template <typename Class, typename Base = CodeElement>
 class ElementOf : public Base {
  public:
+  ElementKind Kind() const override {
+    static_assert(kKindOf<Class> != ElementKind::None, "needs its row in model/ElementKinds.h");
+    return kKindOf<Class>;
+  }
   std::string ElementName() const override {
     if constexpr (requires(Class own) { std::string(own.Name); }) return Own().Name;
     return Base::ElementName();
@@ -95,7 +102,25 @@ class ElementOf : public Base {
   const Class& Own() const { return static_cast<const Class&>(*this); }
 };
 
-/// Whether `element` is there and of that class (case ignored).
+/// The element as one of that class; null where there is none or it is of another class.
+template <typename Class>
+const Class* As(const CodeElement* element) {
+  static_assert(kKindOf<Class> != ElementKind::None, "no class of elements");
+  return element && element->Kind() == kKindOf<Class> ? static_cast<const Class*>(element)
+                                                      : nullptr;
+}
+template <typename Class>
+Class* As(CodeElement* element) {
+  return const_cast<Class*>(As<Class>(static_cast<const CodeElement*>(element)));
+}
+
+/// Whether the element is there and of one of those classes.
+template <typename... Classes>
+bool IsA(const CodeElement* element) {
+  return element && ((element->Kind() == kKindOf<Classes>) || ...);
+}
+
+/// Whether `element` is there and of the class of that name (case ignored).
 bool TypeMatch(const CodeElement* element, std::string_view className);
 
 /// The element in an error report: class and qualified name, or with all of its properties while

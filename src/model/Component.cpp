@@ -3,6 +3,7 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
+#include "model/ModuleKinds.h"
 
 namespace vendrel {
 namespace {
@@ -79,27 +80,13 @@ Constants* Component::Constants() const {
 }
 
 std::string_view Component::EventProcedureHeader() const {
-  switch (FileType) {
-    case ftClass: return "Class_";
-    case ftForm: return "Form_";
-    case ftUserControl: return "UserControl_";
-    case ftUserDocument: return "UserDocument_";
-    case ftPropertyPage: return "PropertyPage_";
-    default: return {};
-  }
+  return KindOfModule(FileType).EventPrefix;
 }
 
 std::string Component::Extension() const {
-  switch (FileType) {
-    case ftClass: return "cls";
-    case ftModule: return "bas";
-    case ftForm: return "frm";
-    case ftUserControl: return "ctl";
-    case ftUserDocument: return "dob";
-    case ftDesigner: return "dsr";
-    case ftOther: return FileName.Extension();
-    default: return {};
-  }
+  if (FileType == ftOther) return FileName.Extension();
+  const ModuleKind& kind = KindOfModule(FileType);
+  return kind.TellsExtension ? std::string(kind.Extension) : std::string();
 }
 
 std::string_view Component::DefaultType(std::string_view name) const {

@@ -118,7 +118,6 @@ class Component : public ElementOf<Component> {
   /// Their folded names; only comments/ touches it.
   OnDemand<std::unordered_set<std::string>> IgnoreReferenceKeys;
 
-  std::string_view ClassName() const override { return "Component"; }
   std::string Description() const override;
   std::string QualifiedName() const override;
   Component* OwnComponent() const override { return const_cast<Component*>(this); }

@@ -3,34 +3,17 @@
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
 #include "model/Component.h"
+#include "model/ModuleKinds.h"
 
 namespace vendrel {
 namespace {
 
 // Header line of the skeleton of a procedure with a fixed name; empty for other types.
 std::string_view SkeletonHeader(BlockTypeEnum type) {
-  switch (type) {
-    case btClassInitialize: return "Private Sub Class_Initialize()";
-    case btClassTerminate: return "Private Sub Class_Terminate()";
-    case btFormLoad: return "Private Sub Form_Load()";
-    case btFormUnload: return "Private Sub Form_Unload(Cancel as Integer)";
-    case btUserControlInitialise: return "Private Sub UserControl_Initialize()";
-    case btUserControlTerminate: return "Private Sub UserControl_Terminate()";
-    case btUserDocumentInitialise: return "Private Sub UserDocument_Initialize()";
-    case btUserDocumentTerminate: return "Private Sub UserDocument_Terminate()";
-    default: return {};
-  }
-}
-
-// The procedure that opens or closes a module of that kind; btUnrecognised where there is none.
-BlockTypeEnum LifetimeType(FileTypeEnum file, bool opens) {
-  switch (file) {
-    case ftClass: return opens ? btClassInitialize : btClassTerminate;
-    case ftForm: return opens ? btFormLoad : btFormUnload;
-    case ftUserControl: return opens ? btUserControlInitialise : btUserControlTerminate;
-    case ftUserDocument: return opens ? btUserDocumentInitialise : btUserDocumentTerminate;
-    default: return btUnrecognised;
-  }
+  for (const ModuleKind& kind : kModuleKinds)
+    for (const LifetimeProcedure* procedure : {&kind.Opens, &kind.Closes})
+      if (procedure->Type == type) return procedure->FirstLine;
+  return {};
 }
 
 // An MDI form has no block types of its own: its procedures are known by their names.
@@ -44,8 +27,7 @@ Block* MdiBlock(Component& form, std::string_view name, std::string_view header,
   return block;
 }
 
-Block* LifetimeBlock(Component& component, bool opens, bool create) {
-  const BlockTypeEnum type = LifetimeType(component.FileType, opens);
+Block* LifetimeBlock(Component& component, BlockTypeEnum type, bool create) {
   return type == btUnrecognised ? nullptr : component.BlockOfType(type, create);
 }
 
@@ -76,14 +58,14 @@ Block* Component::BlockOfType(BlockTypeEnum BlockType, bool CreateIfNotFound) {
 Block* Component::InitBlock(bool CreateIfNotFound) {
   if (FileType == ftForm && mIsMDI)
     return MdiBlock(*this, "mdiform_load", "Private Sub MDIForm_Load()", CreateIfNotFound);
-  return LifetimeBlock(*this, true, CreateIfNotFound);
+  return LifetimeBlock(*this, KindOfModule(FileType).Opens.Type, CreateIfNotFound);
 }
 
 Block* Component::TermBlock(bool CreateIfNotFound) {
   if (FileType == ftForm && mIsMDI)
     return MdiBlock(*this, "mdiform_unload", "Private Sub MDIForm_Unload(Cancel As Integer)",
                     CreateIfNotFound);
-  return LifetimeBlock(*this, false, CreateIfNotFound);
+  return LifetimeBlock(*this, KindOfModule(FileType).Closes.Type, CreateIfNotFound);
 }
 
 }  // namespace vendrel

@@ -37,7 +37,6 @@ class Constant : public ElementOf<Constant> {
   /// The procedure that declares it; empty for a constant of the module.
   WeakHandle<Block> Procedure;
 
-  std::string_view ClassName() const override { return "Constant"; }
   std::string Description() const override { return mDescription.str(); }
   void SetDescription(std::string_view text) override { mDescription = text; }
   std::string QualifiedName() const override;
@@ -83,7 +82,6 @@ class EnumMember : public ElementOf<EnumMember> {
   WeakHandle<vendrel::Enumeration> Enumeration;
   OnDemand<vendrel::TaggedComments> TaggedComments;
 
-  std::string_view ClassName() const override { return "EnumMember"; }
   std::string Description() const override;
   std::string QualifiedName() const override;
   Component* OwnComponent() const override;
@@ -126,7 +124,6 @@ class Enumeration : public ElementOf<Enumeration> {
   OnDemand<vendrel::TaggedComments> TaggedComments;
   WeakHandle<vendrel::Component> Component;
 
-  std::string_view ClassName() const override { return "Enumeration"; }
   std::string Description() const override;
   std::string QualifiedName() const override;
 
@@ -180,7 +177,6 @@ class UDT : public ElementOf<UDT> {
   OnDemand<vendrel::TaggedComments> TaggedComments;
   WeakHandle<vendrel::Component> Component;
 
-  std::string_view ClassName() const override { return "UDT"; }
   std::string Description() const override;
   std::string QualifiedName() const override;
 
@@ -226,7 +222,6 @@ class Interface : public ElementOf<Interface> {
   OnDemand<vendrel::TaggedComments> TaggedComments;
   WeakHandle<vendrel::Component> Component;
 
-  std::string_view ClassName() const override { return "Interface"; }
   std::string Description() const override { return TaggedDescription.str(); }
   std::string QualifiedName() const override;
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;

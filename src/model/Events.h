@@ -46,7 +46,6 @@ class EventDeclaration : public ElementOf<EventDeclaration> {
   OnDemand<vendrel::TaggedComments> TaggedComments;
   WeakHandle<vendrel::Component> Component;
 
-  std::string_view ClassName() const override { return "EventDeclaration"; }
   std::string Description() const override;
   std::string QualifiedName() const override;
 
@@ -157,7 +156,6 @@ class DeclareDeclaration : public ElementOf<DeclareDeclaration> {
   OnDemand<vendrel::TaggedComments> TaggedComments;
   WeakHandle<vendrel::Component> Component;
 
-  std::string_view ClassName() const override { return "DeclareDeclaration"; }
   std::string Description() const override;
   /// Does nothing: assigning the description of a Declare is ignored.
   void SetDescription(std::string_view) override {}
@@ -205,7 +203,6 @@ class Library : public ElementOf<Library> {
   /// The declarations that name this library; of repeated names the first.
   vendrel::DeclareDeclarations DeclareDeclarations;
 
-  std::string_view ClassName() const override { return "Library"; }
   std::string Description() const override { return TaggedDescription.str(); }
   std::string QualifiedName() const override;
   vendrel::VBProject* VBProject() const;

@@ -25,7 +25,6 @@ class Example : public ElementOf<Example> {
   std::string Language;
   std::string Caption;
 
-  std::string_view ClassName() const override { return "Example"; }
   std::string ElementName() const override { return Caption; }
   std::string Description() const override { return mDescription; }
   std::string QualifiedName() const override;

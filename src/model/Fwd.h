@@ -8,6 +8,7 @@ class Block;
 class Blocks;
 class CodeElement;
 class CodeLines;
+class CompilerConstant;
 class CompilerConstants;
 class Component;
 class Components;

@@ -15,7 +15,6 @@ class Namespace : public ElementOf<Namespace> {
   WeakHandle<CodeElement> Assembly;
   OnDemand<vendrel::TaggedComments> TaggedComments;
 
-  std::string_view ClassName() const override { return "Namespace"; }
   std::string Description() const override { return TaggedDescription.str(); }
   std::string QualifiedName() const override;
 };

@@ -30,7 +30,6 @@ class Parameter : public ElementOf<Parameter> {
   SharedText RelationshipTo;
   OnDemand<vendrel::TaggedComments> TaggedComments;
 
-  std::string_view ClassName() const override { return "Parameter"; }
   std::string ElementName() const override { return mName; }
   std::string Description() const override { return mDescription.str(); }
   void SetDescription(std::string_view text) override { mDescription = text; }

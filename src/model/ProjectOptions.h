@@ -61,7 +61,8 @@ struct ProjectOptions : public CodeElement {
   /// The options of an element that has no project, and so belongs to the workspace in use.
   static const ProjectOptions& Defaults();
 
-  std::string_view ClassName() const override { return "VBProject"; }
+  /// `None` for those that stand in for a project; a project tells its own.
+  ElementKind Kind() const override { return ElementKind::None; }
 
  protected:
   ProjectOptions() = default;

@@ -19,7 +19,6 @@ class PropertyGroup : public ElementOf<PropertyGroup> {
   WeakHandle<Block> FirstBlockInCode;
   WeakHandle<vendrel::Component> Component;
 
-  std::string_view ClassName() const override { return "PropertyGroup"; }
   std::string Description() const override;
   std::string QualifiedName() const override;
 

@@ -78,7 +78,6 @@ class VBControl : public ElementOf<VBControl> {
   WeakHandle<vendrel::Component> Component;
   WeakHandle<VBControl> Parent;
 
-  std::string_view ClassName() const override { return "VBControl"; }
   std::string QualifiedName() const override;
 
   /// The stored text of a property; empty if it is not stored.

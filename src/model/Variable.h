@@ -56,7 +56,6 @@ class Variable : public ElementOf<Variable> {
   OnDemand<vendrel::TaggedComments> TaggedComments;
   OnDemand<vendrel::Examples> Examples;
 
-  std::string_view ClassName() const override { return "Variable"; }
   std::string Description() const override;
   std::string QualifiedName() const override;
 

@@ -2,7 +2,6 @@
 
 #include "diagnostics/Context.h"
 
-#include <utility>
 #include <vector>
 
 namespace vendrel {
@@ -10,22 +9,8 @@ namespace {
 
 using Visitor = std::function<void(CodeElement&)>;
 
-constexpr std::pair<std::string_view, std::string_view> kKinds[] = {
-    {"VBProject", "project"},
-    {"Library", "library"},
-    {"Component", "module"},
-    {"VBControl", "control"},
-    {"Constant", "constant"},
-    {"Variable", "variable"},
-    {"Enumeration", "enumeration"},
-    {"EnumMember", "enumeration-member"},
-    {"UDT", "type"},
-    {"EventDeclaration", "event"},
-    {"DeclareDeclaration", "declare"},
-    {"Interface", "interface"},
-    {"Block", "procedure"},
-    {"PropertyGroup", "property"},
-    {"Parameter", "parameter"}};
+constexpr std::string_view kLocalVariable = "local-variable";
+constexpr std::string_view kTypeMember = "type-member";
 
 template <typename Collection>
 void VisitEach(const Collection& elements, const Visitor& visit) {
@@ -99,24 +84,24 @@ void VisitDeclarations(const Component& component, const Visitor& visit) {
 }  // namespace
 
 std::string_view KindOf(const CodeElement& element) {
-  if (const auto* block = dynamic_cast<const Block*>(&element))
-    return block->IsPropertyType() ? "property" : "procedure";
-  if (const auto* variable = dynamic_cast<const Variable*>(&element)) {
-    if (TypeMatch(variable->Parent.Get(), "UDT")) return "type-member";
-    return variable->Procedure ? "local-variable" : "variable";
+  if (const auto* block = As<Block>(&element); block && block->IsPropertyType())
+    return RowOf(kKindOf<PropertyGroup>).Word;
+  if (const auto* variable = As<Variable>(&element)) {
+    if (IsA<UDT>(variable->Parent.Get())) return kTypeMember;
+    if (variable->Procedure) return kLocalVariable;
   }
-  for (const auto& [className, kind] : kKinds)
-    if (element.ClassName() == className) return kind;
-  return {};
+  const ElementKindRow& row = RowOf(element.Kind());
+  return row.InNameLists ? row.Word : std::string_view();
 }
 
 const std::vector<std::string_view>& AllKinds() {
   static const std::vector<std::string_view> kinds = [] {
     std::vector<std::string_view> all;
-    for (const auto& [className, kind] : kKinds) {
-      all.push_back(kind);
-      if (kind == "variable") all.push_back("local-variable");
-      if (kind == "type") all.push_back("type-member");
+    for (const ElementKindRow& row : kElementKinds) {
+      if (!row.InNameLists) continue;
+      all.push_back(row.Word);
+      if (&row == &RowOf(kKindOf<Variable>)) all.push_back(kLocalVariable);
+      if (&row == &RowOf(kKindOf<UDT>)) all.push_back(kTypeMember);
     }
     return all;
   }();

@@ -15,18 +15,16 @@ std::string NamespaceOfModule(const CodeElement* element) {
 }
 
 const CodeElement* ParentOf(const CodeElement* element) {
-  if (const auto* variable = dynamic_cast<const Variable*>(element)) return variable->Parent.Get();
-  if (const auto* parameter = dynamic_cast<const Parameter*>(element))
-    return parameter->Parent.Get();
+  if (const auto* variable = As<Variable>(element)) return variable->Parent.Get();
+  if (const auto* parameter = As<Parameter>(element)) return parameter->Parent.Get();
   return nullptr;
 }
 
 }  // namespace
 
 std::string GetObjectNamespace(const CodeElement* Element) {
-  if (const auto* component = dynamic_cast<const Component*>(Element))
-    return NameOf(component->Namespace.Get());
-  if (const auto* block = dynamic_cast<const Block*>(Element)) return NameOf(block->Namespace());
+  if (const auto* component = As<Component>(Element)) return NameOf(component->Namespace.Get());
+  if (const auto* block = As<Block>(Element)) return NameOf(block->Namespace());
   const std::string name = NamespaceOfModule(Element);
   return name.empty() ? NamespaceOfModule(ParentOf(Element)) : name;
 }

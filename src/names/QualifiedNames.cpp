@@ -73,8 +73,8 @@ std::string PropertyGroup::QualifiedName() const { return NameOf(PrimaryBlock())
 std::string Variable::QualifiedName() const {
   if (const Block* block = OwnProcedure(*this)) return NameInProcedure(*block, Name);
   const CodeElement* parent = Parent.Get();
-  if (TypeMatch(parent, "UDT")) return Joined({parent->QualifiedName(), ":", Name});
-  const bool isDeclarations = TypeMatch(parent, "Block") && parent->ElementName().empty();
+  if (IsA<UDT>(parent)) return Joined({parent->QualifiedName(), ":", Name});
+  const bool isDeclarations = IsA<Block>(parent) && parent->ElementName().empty();
   return Joined({NameOf(isDeclarations || !parent ? Component.Get() : parent), "~", Name});
 }
 

@@ -137,7 +137,7 @@ VENDREL_CONTEXT(Name, IsLocal, vbp, TypeClass,
 UDT* VBProject::FindUDT(std::string_view Name, Component* component) try {
   const Workspace::Use use(Workspace());
   TypeClassEnum typeClass = tcUnresolved;
-  auto* found = dynamic_cast<UDT*>(ResolveType(component, Name, typeClass));
+  auto* found = As<UDT>(ResolveType(component, Name, typeClass));
   if (!found) return nullptr;
   return found->Component.Get() == component || found->AccessType() == atPublic ? found : nullptr;
 }
@@ -146,7 +146,7 @@ VENDREL_CONTEXT(Name, component, *this)
 Enumeration* VBProject::FindEnum(std::string_view Name, Component* MustBeVisibleTo) try {
   const Workspace::Use use(Workspace());
   TypeClassEnum typeClass = tcUnresolved;
-  auto* found = dynamic_cast<Enumeration*>(ResolveType(MustBeVisibleTo, Name, typeClass));
+  auto* found = As<Enumeration>(ResolveType(MustBeVisibleTo, Name, typeClass));
   if (!found) return nullptr;
   return found->Component.Get() == MustBeVisibleTo || found->AccessType() == atPublic ? found
                                                                                       : nullptr;

@@ -1,31 +1,20 @@
 #include "output/Describe.h"
 
+#include <algorithm>
 #include <array>
 #include <concepts>
 #include <type_traits>
 
-#include "project/VBProjectGroup.h"
+#include "project/WithItsClass.h"
 
 namespace vendrel {
 
-// Every class with a table of properties.
-// clang-format off
-#define VENDREL_DESCRIBED(X) \
-  X(Block) X(CompilerConstant) X(Component) X(Constant) X(DeclareDeclaration) X(EnumMember) \
-  X(Enumeration) X(EventDeclaration) X(Example) X(Interface) X(Library) X(Parameter) \
-  X(PropertyGroup) X(Reference) X(TaggedComment) X(UDT) X(VBControl) X(VBProject) \
-  X(VBProjectGroup) X(Variable)
-// clang-format on
-
 namespace {
 
-template <typename T>
-constexpr std::string_view kClassName = {};
-#define VENDREL_NAME(name)                                                                         \
-  template <>                                                                                      \
-  constexpr std::string_view kClassName<name> = #name;
-VENDREL_DESCRIBED(VENDREL_NAME)
-#undef VENDREL_NAME
+template <typename Class>
+concept HasProperties = requires {
+  Class::Properties();
+};
 
 template <typename T>
 const ClassDescription& DescriptionOf();
@@ -175,37 +164,58 @@ constexpr auto kProperties = DescribeAll<Class>(
     std::make_index_sequence<std::tuple_size_v<decltype(Class::Properties())>>());
 
 template <typename Class>
-constexpr ClassDescription kDescription{kClassName<Class>, kProperties<Class>};
+constexpr ClassDescription kDescription{RowOf(kKindOf<Class>).ClassName, kProperties<Class>,
+                                        kKindOf<Class>};
 
 template <typename Class>
 const ClassDescription& DescriptionOf() {
   return kDescription<Class>;
 }
 
+// Null for a class without a table of properties.
+template <typename Class>
+constexpr const ClassDescription* DescriptionIfAny() {
+  if constexpr (HasProperties<Class>)
+    return &kDescription<Class>;
+  else
+    return nullptr;
+}
+
+constexpr std::array kDescriptions{
+#define VENDREL_ENTRY(Class, word, named, scope) DescriptionIfAny<Class>(),
+    VENDREL_ELEMENT_KINDS(VENDREL_ENTRY)
+#undef VENDREL_ENTRY
+};
+
 }  // namespace
 
 template <typename Class>
 ElementRef Describe(const Class& element) {
-  return {&element, &DescriptionOf<Class>()};
+  if constexpr (HasProperties<Class>)
+    return {&element, &DescriptionOf<Class>()};
+  else
+    return {};
 }
 
-#define VENDREL_INSTANTIATE(name) template ElementRef Describe<name>(const name&);
-VENDREL_DESCRIBED(VENDREL_INSTANTIATE)
+#define VENDREL_INSTANTIATE(Class, word, named, scope)                                             \
+  template ElementRef Describe<Class>(const Class&);
+VENDREL_ELEMENT_KINDS(VENDREL_INSTANTIATE)
 #undef VENDREL_INSTANTIATE
 
 ElementRef DescribeElement(const CodeElement& element) {
-#define VENDREL_TRY(name)                                                                          \
-  if constexpr (std::is_base_of_v<CodeElement, name>)                                              \
-    if (const auto* object = dynamic_cast<const name*>(&element)) return Describe(*object);
-  VENDREL_DESCRIBED(VENDREL_TRY)
-#undef VENDREL_TRY
-  return {};
+  ElementRef described;
+  WithItsClass(element, [&](const auto& typed) { described = Describe(typed); });
+  return described;
 }
 
 std::span<const ClassDescription* const> AllClasses() {
-#define VENDREL_ENTRY(name) &kDescription<name>,
-  static constexpr const ClassDescription* kAll[] = {VENDREL_DESCRIBED(VENDREL_ENTRY)};
-#undef VENDREL_ENTRY
+  static constexpr auto kAll = [] {
+    std::array<const ClassDescription*,
+               kDescriptions.size() - std::ranges::count(kDescriptions, nullptr)>
+        all{};
+    std::ranges::copy_if(kDescriptions, all.begin(), [](auto* one) { return one != nullptr; });
+    return all;
+  }();
   return kAll;
 }
 

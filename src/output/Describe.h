@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "model/Fwd.h"
+#include "model/ElementKinds.h"
 #include "model/Property.h"
 
 namespace vendrel {
@@ -70,6 +70,7 @@ struct PropertyDescription {
 struct ClassDescription {
   std::string_view Name;
   std::span<const PropertyDescription> Properties;
+  ElementKind Kind;
 };
 
 /// The description of an element. Defined for every class with a table of properties.

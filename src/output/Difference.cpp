@@ -245,7 +245,7 @@ class Comparison {
   void Tell(const Node& node, ChangeKind kind, const PropertyDescription* property = nullptr,
             TextPair texts = {}) {
     ++mCount;
-    Change change{kind, node.Any().Class->Name, NameOf(node), {}, {}, {}, {}, {}};
+    Change change{kind, node.Any().Class->Kind, NameOf(node), {}, {}, {}, {}, {}};
     if (property) change.Property = property->Name;
     change.Before = std::move(texts.Before);
     change.After = std::move(texts.After);
@@ -263,7 +263,7 @@ class Comparison {
     const ElementRef element = whole->Any();
     return {element.Object,
             KindWord(element),
-            element.Class->Name,
+            element.Class->Kind,
             NameOf(*whole),
             PlaceOf(*whole, &ElementPair::Before),
             PlaceOf(*whole, &ElementPair::After)};
@@ -290,7 +290,7 @@ class Comparison {
   static std::string PartName(ElementRef element, const PropertyDescription& collection,
                               const std::string& name) {
     const ClassDescription& type = *element.Class;
-    if (name.empty() && type.Name == "Block") return std::string(KindWord(element));
+    if (name.empty() && type.Kind == ElementKind::Block) return std::string(KindWord(element));
     return std::string(collection.Name) + "(" +
            (name.empty() ? TextOf(element, SecondProperty(type)) : name) + ")";
   }

@@ -37,7 +37,7 @@ struct ChangedWhole {
   const void* Object = nullptr;
   /// As `Change::Word`.
   std::string_view Word;
-  std::string_view ClassName;
+  ElementKind Class = ElementKind::None;
   std::string Element;
   ChangePlace PlaceBefore, PlaceAfter;
 };
@@ -45,8 +45,8 @@ struct ChangedWhole {
 /// One difference.
 struct Change {
   ChangeKind Kind;
-  /// Of the element, e.g. "Block".
-  std::string_view ClassName;
+  /// Of the element.
+  ElementKind Class = ElementKind::None;
   /// Qualified name of the element; of one without, its name in the collection of the next one
   /// above it: "Ledger.References(stdole)"; of a section of a module what it is:
   /// "Ledger~modMain.declarations".

@@ -50,7 +50,7 @@ class Dumper {
     if (frame.InArray) mJson.EndArray();
     frame.InArray = false;
     if (frame.Property == frame.Element.Class->Properties.size()) {
-      if (mOptions.ControlProperties && frame.Element.Class->Name == "VBControl")
+      if (mOptions.ControlProperties && frame.Element.Class->Kind == ElementKind::VBControl)
         WriteControlProperties(*static_cast<const VBControl*>(frame.Element.Object));
       mJson.EndObject();
       mStack.pop_back();

@@ -8,31 +8,10 @@
 namespace vendrel {
 namespace {
 
-struct ClassWord {
-  std::string_view ClassName, Word;
-};
-constexpr ClassWord kWords[] = {{"VBProjectGroup", "group"},
-                                {"VBProject", "project"},
-                                {"Reference", "reference"},
-                                {"CompilerConstant", "conditional-constant"},
-                                {"Library", "library"},
-                                {"Component", "module"},
-                                {"VBControl", "control"},
-                                {"Constant", "constant"},
-                                {"Enumeration", "enumeration"},
-                                {"EnumMember", "enumeration-member"},
-                                {"UDT", "type"},
-                                {"EventDeclaration", "event"},
-                                {"DeclareDeclaration", "declare"},
-                                {"Interface", "interface"},
-                                {"PropertyGroup", "property"},
-                                {"Parameter", "parameter"},
-                                {"TaggedComment", "tagged-comment"},
-                                {"Example", "example"}};
-
 // Null for an element of another class.
 const Block* BlockOf(ElementRef element) {
-  return element.Class->Name == "Block" ? static_cast<const Block*>(element.Object) : nullptr;
+  return element.Class->Kind == ElementKind::Block ? static_cast<const Block*>(element.Object)
+                                                   : nullptr;
 }
 
 std::string_view SectionWord(const Block& block) {
@@ -69,11 +48,9 @@ bool IsProcedure(ElementRef element) {
 std::string_view KindWord(ElementRef element) {
   if (const Block* block = BlockOf(element))
     return block->Name().empty() ? SectionWord(*block) : KindOf(*block);
-  if (element.Class->Name == "Variable")
+  if (element.Class->Kind == ElementKind::Variable)
     return KindOf(*static_cast<const Variable*>(element.Object));
-  for (const ClassWord& known : kWords)
-    if (element.Class->Name == known.ClassName) return known.Word;
-  return element.Class->Name;
+  return RowOf(element.Class->Kind).Word;
 }
 
 }  // namespace vendrel

@@ -8,7 +8,7 @@
 #include "core/Ascii.h"
 #include "diagnostics/Context.h"
 #include "names/NameWalk.h"
-#include "project/VBProject.h"
+#include "project/WithItsClass.h"
 
 namespace vendrel {
 namespace {
@@ -84,19 +84,11 @@ std::int32_t FirstID(const VBProject& project, std::int32_t beginAt) {
   return project.HelpContextID > first ? IncreasedOrRaise(project.HelpContextID) : first;
 }
 
-template <typename Class>
-bool TakeIDOf(const CodeElement& element, std::int32_t& id) {
-  const auto* typed = dynamic_cast<const Class*>(&element);
-  if (typed) id = typed->HelpContextID;
-  return typed != nullptr;
-}
-
 std::int32_t HelpContextIDOf(const CodeElement& element) {
   std::int32_t id = 0;
-  TakeIDOf<Block>(element, id) || TakeIDOf<Variable>(element, id) ||
-      TakeIDOf<EventDeclaration>(element, id) || TakeIDOf<Enumeration>(element, id) ||
-      TakeIDOf<UDT>(element, id) || TakeIDOf<Component>(element, id) ||
-      TakeIDOf<VBProject>(element, id);
+  WithItsClass(element, [&](const auto& typed) {
+    if constexpr (requires { typed.HelpContextID; }) id = typed.HelpContextID;
+  });
   return id;
 }
 

@@ -1,24 +1,21 @@
 // The line of a project file that names a module.
 
 #include "core/Ascii.h"
+#include "model/ModuleKinds.h"
 #include "project/VBProject.h"
 
 namespace vendrel {
 namespace {
 
 std::string KeyPart(const Component& component) {
-  switch (component.FileType) {
-    case ftClass: return "Class=" + component.Name + ";";
-    case ftModule: return "Module=" + component.Name + ";";
-    case ftForm: return "Form=";
-    case ftUserControl: return "UserControl=";
-    case ftUserDocument: return "UserDocument=";
-    case ftDesigner: return "Designer=";
-    case ftPropertyPage: return "PropertyPage=";
-    case ftOther:
-      return component.ProjectLineRaw.substr(0, component.ProjectLineRaw.find('=')) + "=";
-    default: return {};
-  }
+  if (component.FileType == ftOther)
+    return component.ProjectLineRaw.substr(0, component.ProjectLineRaw.find('=')) + "=";
+  const ModuleKind& kind = KindOfModule(component.FileType);
+  if (kind.Key.empty()) return {};
+  std::string part(kind.Key);
+  part.push_back('=');
+  if (kind.LineTellsName) part.append(component.Name).push_back(';');
+  return part;
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "core/Ascii.h"
 #include "diagnostics/VendrelError.h"
+#include "model/ModuleKinds.h"
 #include "services/FileSystemObject.h"
 
 namespace vendrel {
@@ -38,10 +39,11 @@ std::string GetComponentName(std::string_view FileName) {
   const auto source = TextOf(FileName);
   std::string_view rest = source ? std::string_view(source->Text) : std::string_view();
   std::string name;
+  constexpr std::string_view kFormHeader = KindOfModule(ftForm).Header;
   bool version = false;
   while (!rest.empty()) {
     const std::string_view line = TakeLine(rest);
-    if (EqualsNoCaseAscii(line, "VERSION 5.00")) version = true;
+    if (EqualsNoCaseAscii(line, kFormHeader)) version = true;
     if (StartsWithNoCaseAscii(line, "Attribute VB_Name ")) {
       std::string_view found = line.size() > 21 ? line.substr(21) : std::string_view();
       if (!found.empty()) found.remove_suffix(1);
@@ -53,13 +55,8 @@ std::string GetComponentName(std::string_view FileName) {
 }
 
 FileTypeEnum FileTypeOfExtension(std::string_view extension) {
-  static constexpr std::pair<std::string_view, FileTypeEnum> kTypes[] = {
-      {"cls", ftClass},        {"bas", ftModule},   {"frm", ftForm},         {"ctl", ftUserControl},
-      {"dob", ftUserDocument}, {"dsr", ftDesigner}, {"pag", ftPropertyPage},
-  };
-  for (const auto& [known, type] : kTypes)
-    if (EqualsNoCaseAscii(known, extension)) return type;
-  return ftOther;
+  const ModuleKind* kind = ModuleKindOfExtension(extension);
+  return kind ? kind->Type : ftOther;
 }
 
 }  // namespace vendrel

@@ -7,6 +7,7 @@
 
 #include "core/Ascii.h"
 #include "diagnostics/VendrelError.h"
+#include "model/ModuleKinds.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"
 #include "services/FolderCache.h"
@@ -23,12 +24,8 @@ constexpr std::array kPages{"windows-1252", "cp932",        "cp936",        "cp9
                             "windows-1254", "windows-1255", "windows-1256", "windows-1257",
                             "windows-1258", "cp874"};
 
-// Lines of a project file that name a module, other files of it, and the members of a group.
-constexpr std::string_view kModuleKeys[] = {
-    "FORM", "CLASS", "MODULE", "USERCONTROL", "USERDOCUMENT", "PROPERTYPAGE", "DESIGNER"};
+// Lines of a project file that name other files of it than modules, and the members of a group.
 constexpr std::string_view kOtherKeys[] = {"RELATEDDOC", "RESFILE32", "PROJECT", "STARTUPPROJECT"};
-constexpr std::string_view kSources[] = {".vbp", ".bas", ".cls", ".frm",
-                                         ".ctl", ".dob", ".pag", ".dsr"};
 
 // What is read beside a project with few bytes of its own.
 constexpr std::size_t kMostNeighbours = 300;
@@ -37,6 +34,13 @@ constexpr std::size_t kMostNeighbourBytes = std::size_t{16} << 20;
 template <typename List>
 bool Holds(const List& list, std::string_view key) {
   return std::find(std::begin(list), std::end(list), key) != std::end(list);
+}
+
+bool IsSource(std::string_view name) {
+  const std::size_t dot = name.rfind('.');
+  if (dot == std::string_view::npos) return false;
+  const std::string_view extension = name.substr(dot + 1);
+  return EqualsNoCaseAscii(extension, "vbp") || ModuleKindOfExtension(extension);
 }
 
 bool IsList(const FileSystemObject& file) {
@@ -130,7 +134,7 @@ class ListingFile {
     const std::size_t equals = line.find('=');
     if (equals == std::string_view::npos) return {};
     const std::string key = UpperAscii(Trim(line.substr(0, equals)));
-    if (!Holds(kModuleKeys, key) && !(others && Holds(kOtherKeys, key))) return {};
+    if (!ModuleKindOfKey(key) && !(others && Holds(kOtherKeys, key))) return {};
     std::string_view value = line.substr(equals + 1);
     if (const std::size_t semicolon = value.find(';'); semicolon != std::string_view::npos) {
       value.remove_prefix(semicolon + 1);
@@ -233,9 +237,7 @@ class PageGuesser {
     folder.push_back('/');
     std::vector<std::string> paths;
     for (const FolderEntry& entry : entries) {
-      const auto isOf = [&](std::string_view end) { return EndsWithNoCaseAscii(entry.Name, end); };
-      if (!entry.IsFolder && std::any_of(std::begin(kSources), std::end(kSources), isOf))
-        paths.push_back(folder + entry.Name);
+      if (!entry.IsFolder && IsSource(entry.Name)) paths.push_back(folder + entry.Name);
     }
     std::sort(paths.begin(), paths.end());
     return paths;

@@ -10,6 +10,7 @@
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
+#include "model/ModuleKinds.h"
 #include "project/ModuleNames.h"
 #include "project/VBProject.h"
 #include "services/FolderCache.h"
@@ -55,9 +56,9 @@ class ProjectReader {
   void StepOver(const VendrelError& error, std::string_view raw);
 
   void TakeReference(const ProjectLineText& line);
-  void TakeFormLike(const ProjectLineText& line);
-  void TakeClass(const ProjectLineText& line);
-  void TakeModule(const ProjectLineText& line);
+  void TakeModule(const ProjectLineText& line, const ModuleKind& kind);
+  void TakeFormLike(const ProjectLineText& line, const ModuleKind& kind);
+  void TakeNamed(const ProjectLineText& line, const ModuleKind& kind);
   void AddComponent(const ProjectLineText& line, FileTypeEnum type, std::string name);
   void TakeAutoIncrement(const ProjectLineText& line) {
     if (line.Value == "1") mProject.AutoIncrement = true;
@@ -101,18 +102,11 @@ class ProjectReader {
   std::string mPreviousKept;
 };
 
-// In the order of test; the key is compared whole.
+// Beside lines of modules; the key is compared whole.
 const ProjectReader::Row* ProjectReader::FindRow(std::string_view key) {
   static const Row rows[] = {
       {"REFERENCE", false, &ProjectReader::TakeReference},
       {"OBJECT", false, &ProjectReader::TakeReference},
-      {"FORM", false, &ProjectReader::TakeFormLike},
-      {"CLASS", false, &ProjectReader::TakeClass},
-      {"MODULE", false, &ProjectReader::TakeModule},
-      {"USERCONTROL", false, &ProjectReader::TakeFormLike},
-      {"USERDOCUMENT", false, &ProjectReader::TakeFormLike},
-      {"DESIGNER", false, &ProjectReader::TakeFormLike},
-      {"PROPERTYPAGE", false, &ProjectReader::TakeFormLike},
       {"AUTOINCREMENTVER", false, &ProjectReader::TakeAutoIncrement},
       {"MAJORVER", true, &ProjectReader::TakeMajor},
       {"MINORVER", true, &ProjectReader::TakeMinor},
@@ -175,15 +169,15 @@ void ProjectReader::TakeLine(std::string_view raw) {
     line.Value = Trim(behind);
     line.FilePart = TakeField(behind, ';');
   }
-  const Row* row = FindRow(line.Key);
-  if (row) {
-    try {
-      (this->*row->Take)(line);
-    } catch (const VendrelError& error) {
-      return StepOver(error, raw);
-    }
+  const ModuleKind* module = ModuleKindOfKey(line.Key);
+  const Row* row = module ? nullptr : FindRow(line.Key);
+  try {
+    if (module) TakeModule(line, *module);
+    if (row) (this->*row->Take)(line);
+  } catch (const VendrelError& error) {
+    return StepOver(error, raw);
   }
-  if (!row || row->Kept) KeepLine(raw);
+  if (!module && (!row || row->Kept)) KeepLine(raw);
 }
 
 void ProjectReader::KeepLine(std::string_view raw) {
@@ -231,34 +225,28 @@ void ProjectReader::TakeReference(const ProjectLineText& line) try {
 }
 VENDREL_CONTEXT_AT(LineReached(), trace::Me(mProject))
 
-void ProjectReader::TakeFormLike(const ProjectLineText& line) try {
-  static constexpr std::pair<std::string_view, FileTypeEnum> kTypes[] = {
-      {"FORM", ftForm},         {"USERCONTROL", ftUserControl},   {"USERDOCUMENT", ftUserDocument},
-      {"DESIGNER", ftDesigner}, {"PROPERTYPAGE", ftPropertyPage},
-  };
-  for (const auto& [key, type] : kTypes) {
-    if (key != line.Key) continue;
-    FileSystemObject module;
-    module.SetBaseFile(&mProject.FileName);
-    module.SetFullPath(line.Value);
-    AddComponent(line, type, GetComponentName(module.FullPath()));
-  }
+void ProjectReader::TakeModule(const ProjectLineText& line, const ModuleKind& kind) {
+  if (kind.LineTellsName)
+    TakeNamed(line, kind);
+  else
+    TakeFormLike(line, kind);
+}
+
+void ProjectReader::TakeFormLike(const ProjectLineText& line, const ModuleKind& kind) try {
+  FileSystemObject module;
+  module.SetBaseFile(&mProject.FileName);
+  module.SetFullPath(line.Value);
+  AddComponent(line, kind.Type, GetComponentName(module.FullPath()));
 }
 VENDREL_CONTEXT_AT(LineReached(), trace::Me(mProject))
 
 // "Class=Name; path": the name stands between the key and the first ";".
-void ProjectReader::TakeClass(const ProjectLineText& line) {
-  const std::size_t semicolon = line.Raw.find(';', 5);
-  if (semicolon == std::string_view::npos || semicolon < 6)
+void ProjectReader::TakeNamed(const ProjectLineText& line, const ModuleKind& kind) {
+  const std::size_t equals = kind.Key.size();
+  const std::size_t semicolon = line.Raw.find(';', equals);
+  if (semicolon == std::string_view::npos || semicolon == equals)
     throw VendrelError(errInvalidArgument, "the line needs a \";\" behind the name");
-  AddComponent(line, ftClass, std::string(line.Raw.substr(6, semicolon - 6)));
-}
-
-void ProjectReader::TakeModule(const ProjectLineText& line) {
-  const std::size_t semicolon = line.Raw.find(';', 6);
-  if (semicolon == std::string_view::npos || semicolon < 7)
-    throw VendrelError(errInvalidArgument, "the line needs a \";\" behind the name");
-  AddComponent(line, ftModule, std::string(line.Raw.substr(7, semicolon - 7)));
+  AddComponent(line, kind.Type, std::string(line.Raw.substr(equals + 1, semicolon - equals - 1)));
 }
 
 void ProjectReader::AddComponent(const ProjectLineText& line, FileTypeEnum type,

@@ -29,7 +29,6 @@ class Reference : public ElementOf<Reference> {
   OnDemand<vendrel::TaggedComments> TaggedComments;
   FileSystemObject FileName;
 
-  std::string_view ClassName() const override { return "Reference"; }
   std::string ElementName() const override { return Name(); }
   std::string Description() const override;
 

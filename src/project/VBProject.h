@@ -140,7 +140,6 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
     return OnLineFailure ? OnLineFailure(failure, file, line) : ReportError(failure);
   }
 
-  std::string_view ClassName() const override { return "VBProject"; }
   std::string ElementName() const override { return ProjectName; }
   std::string Description() const override { return mDescription; }
   void SetDescription(std::string_view text) override { mDescription = text; }

@@ -25,7 +25,6 @@ class VBProjectGroup : public ElementOf<VBProjectGroup> {
   /// Called for each member before it is read: the place to set its options.
   std::function<void(VBProject&)> BeforeLoad;
 
-  std::string_view ClassName() const override { return "VBProjectGroup"; }
   std::string ElementName() const override { return Name(); }
   /// The stored text; where there is none, the description or else the name of the first project.
   std::string Description() const override;

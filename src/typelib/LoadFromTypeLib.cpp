@@ -6,6 +6,7 @@
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
 #include "model/Declarations.h"
+#include "model/ModuleKinds.h"
 #include "project/VBProject.h"
 #include "services/FolderCache.h"
 #include "services/TextUtility.h"
@@ -110,7 +111,7 @@ Component& LibraryLoader::Invented(Component*& module, std::string_view name) {
   made->FileType = ftClass;
   made->FileName.SetFullPath(mProject.FileName.FullPath());
   made->FileName.SetBaseName(name);
-  made->FileName.SetExtension("cls");
+  made->FileName.SetExtension(KindOfModule(ftClass).Extension);
   made->LoadState = lsFullyLoadedNoCode;
   made->Access = "PUBLIC";
   made->Name = name;

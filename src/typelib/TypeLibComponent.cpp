@@ -4,6 +4,7 @@
 
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
+#include "model/ModuleKinds.h"
 #include "typelib/LibraryTypes.h"
 #include "typelib/MemberReader.h"
 #include "typelib/MissingLibraries.h"
@@ -111,7 +112,7 @@ std::shared_ptr<Component> NewLibraryModule(VBProject& project, const TypeInfo& 
   component->Access = "PUBLIC";
   component->FileName.SetFullPath(project.FileName.FullPath());
   component->FileName.SetBaseName(type.Name);
-  component->FileName.SetExtension("cls");
+  component->FileName.SetExtension(KindOfModule(ftClass).Extension);
   component->LoadState = lsFullyLoadedNoCode;
   component->Name = type.Name;
   component->HelpContextID = static_cast<std::int32_t>(type.HelpContext);

@@ -2,21 +2,12 @@
 
 #include "core/Ascii.h"
 #include "diagnostics/Context.h"
+#include "model/ModuleKinds.h"
 #include "project/VBProject.h"
+#include "services/SourceText.h"
 
 namespace vendrel {
 namespace {
-
-std::string_view ExtensionOfNew(FileTypeEnum type) {
-  switch (type) {
-    case ftClass: return "cls";
-    case ftForm: return "frm";
-    case ftUserControl: return "ctl";
-    case ftUserDocument: return "dob";
-    case ftPropertyPage: return "pag";
-    default: return "bas";
-  }
-}
 
 // The first procedure `Main` without a result in any module.
 Block* FindMain(VBProject& project) {
@@ -38,20 +29,18 @@ std::shared_ptr<Component> VBProject::NewComponent(FileTypeEnum ComponentType,
                                                    std::string_view Name,
                                                    std::string_view fileName) try {
   const Workspace::Use use(Workspace());
+  const ModuleKind& kind = KindOfModule(ComponentType);
   auto component = std::make_shared<Component>();
   component->SetVBProject(this);
   component->FileName.SetBaseFile(&FileName);
-  component->FileName.SetFullPath(std::string(fileName.empty() ? Name : fileName)
-                                      .append(".")
-                                      .append(ExtensionOfNew(ComponentType)));
+  component->FileName.SetFullPath(
+      std::string(fileName.empty() ? Name : fileName).append(".").append(kind.NewExtension));
   component->FileType = ComponentType;
   component->Name = Name;
   // There is no file to read: what stands in the blocks is all of the module.
   component->LoadState = lsFullyLoaded;
   Block* header = component->NewBlock(btAttributes);
-  if (ComponentType == ftClass)
-    for (const std::string_view line : {"VERSION 1.0 CLASS", "BEGIN", "MultiUse = -1", "END"})
-      header->AddLine(line);
+  for (std::string_view rest = kind.NewHeader; !rest.empty();) header->AddLine(TakeLine(rest));
   header->AddLine("Attribute VB_Name = \"" + std::string(Name) + "\"");
   Components.Add(component);
   if (BuildTypeCache) TypeCache.Add(Name, tcLocalProjectModule);

@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "core/Ascii.h"
+#include "model/ModuleKinds.h"
 #include "services/SourceText.h"
 
 namespace vendrel {
@@ -21,16 +22,10 @@ struct Rule {
   std::string_view Key;
   Rebuilt How;
 };
+// Beside those of modules.
 constexpr Rule kRules[] = {
     {"REFERENCE", Rebuilt::Each},
     {"OBJECT", Rebuilt::Each},
-    {"FORM", Rebuilt::Each},
-    {"CLASS", Rebuilt::Each},
-    {"MODULE", Rebuilt::Each},
-    {"USERCONTROL", Rebuilt::Each},
-    {"USERDOCUMENT", Rebuilt::Each},
-    {"DESIGNER", Rebuilt::Each},
-    {"PROPERTYPAGE", Rebuilt::Each},
     {"RELATEDDOC", Rebuilt::Each},
     {"RESFILE32", Rebuilt::Each},
     {"NAME", Rebuilt::Each},
@@ -52,7 +47,7 @@ std::string KeyOf(std::string_view line) {
 Rebuilt RuleOf(std::string_view key) {
   for (const Rule& rule : kRules)
     if (rule.Key == key) return rule.How;
-  return Rebuilt::Never;
+  return ModuleKindOfKey(key) ? Rebuilt::Each : Rebuilt::Never;
 }
 
 // A document is written under the one key or the other by its extension.

@@ -1,6 +1,7 @@
 #include "writer/ProjectLineParts.h"
 
 #include "core/Ascii.h"
+#include "model/ModuleKinds.h"
 
 namespace vendrel {
 namespace {
@@ -35,10 +36,12 @@ Region ModulePathRegion(std::string_view line) {
 }
 
 std::optional<Region> ModuleNameRegion(std::string_view line) {
-  for (const std::string_view key : {"CLASS=", "MODULE="}) {
-    const std::size_t semicolon = line.find(';', key.size() - 1);
-    if (StartsWithNoCaseAscii(line, key) && semicolon != kNotFound)
-      return Between(key.size(), semicolon);
+  for (const ModuleKind& kind : kModuleKinds) {
+    const std::size_t equals = kind.Key.size();
+    const std::size_t semicolon = line.find(';', equals);
+    const bool isOfKind = StartsWithNoCaseAscii(line, kind.Key) && line.substr(equals, 1) == "=";
+    if (kind.LineTellsName && isOfKind && semicolon != kNotFound)
+      return Between(equals + 1, semicolon);
   }
   return std::nullopt;
 }

@@ -133,6 +133,17 @@ TEST(CodeElement, KnowsItsClassNameInAnyCase) {
   EXPECT_FALSE(TypeMatch(nullptr, "Block"));
 }
 
+TEST(CodeElement, IsCastToItsOwnClassAlone) {
+  Block block;
+  CodeElement* element = &block;
+  EXPECT_EQ(As<Block>(element), &block);
+  EXPECT_EQ(As<Component>(element), nullptr);
+  EXPECT_EQ(As<Block>(static_cast<CodeElement*>(nullptr)), nullptr);
+  EXPECT_TRUE((IsA<UDT, Block>(element)));
+  EXPECT_FALSE((IsA<UDT, Variable>(element)));
+  EXPECT_EQ(As<VBProject>(&ProjectOptions::Defaults()), nullptr) << "stands in for one";
+}
+
 TEST(Enumeration, RefusesToLoseItsMembers) {
   Enumeration enumeration;
   std::string text;
