@@ -6,12 +6,12 @@
 #include <vector>
 
 #include "core/Ascii.h"
+#include "core/Utf8.h"
 #include "diagnostics/VendrelError.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"
 #include "services/FolderCache.h"
 #include "services/SourceText.h"
-#include "services/Utf8.h"
 #include "text/Words.h"
 
 namespace vendrel {
