@@ -220,6 +220,11 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
   std::shared_ptr<VSSItem> SourceSafeItem();
 
   // typelib/
+  /// Makes the readers of compiled files known to the workspace in use: references and files ask
+  /// type libraries for names and ids by them. Every project does that first; only the first call
+  /// acts. Defined in the highest room that has such a reader, since a static library would leave
+  /// out a reader that nobody names.
+  static void ConnectReaders();
   /// Fills the project from a type library or compiled file. False if it holds no library.
   bool LoadFromTypeLib(std::string_view Path);
   /// Keeps a help string as a tagged comment of an element, if `LoadTypeLibHelpStrings`.

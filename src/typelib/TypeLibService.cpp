@@ -8,7 +8,6 @@
 #include "diagnostics/Context.h"
 #include "project/VBProject.h"
 #include "services/SettingsReader.h"
-#include "services/Startup.h"
 #include "typelib/reader/LibraryFinder.h"
 #include "typelib/reader/TypeLibReader.h"
 
@@ -108,6 +107,13 @@ std::string FileVersion(const FileSystemObject& file, std::string_view delimiter
   return typelib::ReadFileVersion(file.NativePath(), std::string(delimiter));
 }
 VENDREL_CONTEXT(trace::Parameter("file", file.FullPath()), delimiter)
+
+void VBProject::ConnectReaders() {
+  bool& connected = Workspace::Current().ReadersConnected;
+  if (connected) return;
+  connected = true;
+  ConnectLibraryReaders();
+}
 
 void ConnectLibraryReaders() {
   if (!ObjectRegistry::Has(kTypeLibProgId))
