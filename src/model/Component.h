@@ -244,8 +244,8 @@ class Component : public ElementOf<Component> {
         Prop{"ClassHierarchy", &Component::ClassHierarchy},
         Prop{"LoadState", &Component::LoadState},
         Prop{"LinesAlreadyRead", &Component::LinesAlreadyRead, PropertyKind::Identity},
-        Prop{"IsMDI", &Component::IsMDI},
-        Prop{"IsCollection", &Component::IsCollection},
+        Prop{"IsMDI", &Component::IsMDI, &Component::SetIsMDI},
+        Prop{"IsCollection", &Component::IsCollection, &Component::SetIsCollection},
         Prop{"IsInterface", &Component::IsInterface},
         Prop{"IsAbstract", &Component::IsAbstract},
         Prop{"IsSealed", &Component::IsSealed},
@@ -273,7 +273,22 @@ class Component : public ElementOf<Component> {
         Prop{"Examples", &Component::Examples, PropertyKind::Children},
         Prop{"TaggedComments", &Component::TaggedComments, PropertyKind::Children},
         Prop{"TaggedCommentBuffer", &Component::TaggedCommentBuffer, PropertyKind::Children},
-        Prop{"QualifiedName", &Component::QualifiedName, PropertyKind::Derived}};
+        Prop{"QualifiedName", &Component::QualifiedName, PropertyKind::Derived},
+        Prop{"HelpContextIDRead", &Component::HelpContextIDRead}.Hide(),
+        Prop{"CommentBuffer", &Component::CommentBuffer}.Hide(),
+        Prop{"VMCommentBuffer", &Component::VMCommentBuffer}.Hide(),
+        Prop{"ProjectLineRaw", &Component::ProjectLineRaw}.Hide(),
+        Prop{"AccessType", &Component::AccessType, PropertyKind::Derived}.Hide(),
+        Prop{"FullName", &Component::FullName, PropertyKind::Derived}.Hide(),
+        Prop{"EventProcedureHeader", &Component::EventProcedureHeader, PropertyKind::Derived}
+            .Hide(),
+        Prop{"Extension", &Component::Extension, PropertyKind::Derived}.Hide(),
+        Prop{"CurrentBlock", &Component::CurrentBlock, PropertyKind::Link}.Hide(),
+        Prop{"LastElement", &Component::LastElement, PropertyKind::Link}.Hide(),
+        Prop{"Namespace", &Component::Namespace, PropertyKind::Link}.Hide(),
+        Prop{"VBProject", &Component::VBProject, &Component::SetVBProject, PropertyKind::Link}
+            .Hide(),
+        Prop{"AllVBControls", &Component::AllVBControls, PropertyKind::Derived}.Hide()};
   }
 
  private:
