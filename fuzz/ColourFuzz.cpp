@@ -4,10 +4,10 @@
 #include <sstream>
 
 #include "Support.h"
+#include "core/Utf8.h"
 #include "core/Workspace.h"
 #include "output/CodeHtml.h"
 #include "output/HtmlPage.h"
-#include "services/Utf8.h"
 
 using namespace vendrel;
 

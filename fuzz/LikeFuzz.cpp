@@ -3,8 +3,8 @@
 #include <cstdlib>
 
 #include "Support.h"
+#include "core/Utf8.h"
 #include "diagnostics/VendrelError.h"
-#include "services/Utf8.h"
 #include "text/Like.h"
 
 using namespace vendrel;

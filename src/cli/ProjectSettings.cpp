@@ -2,57 +2,30 @@
 
 #include <algorithm>
 #include <charconv>
-#include <variant>
+#include <span>
+#include <string>
 
 #include "core/Ascii.h"
 #include "core/Workspace.h"
+#include "output/Describe.h"
 
 namespace vendrel::cli {
 namespace {
 
-using Setter =
-    std::variant<bool VBProject::*, std::string VBProject::*, PropertyCommentsFromEnum VBProject::*,
-                 void (VBProject::*)(bool), void (VBProject::*)(std::string_view)>;
+// What may be set before a load.
+template <typename Visitor>
+void ForEachOption(Visitor&& visit) {
+  for (const PropertyDescription& property : DescriptionOf<VBProject>().AllProperties)
+    if (property.IsOption) visit(property);
+}
 
-struct Entry {
-  std::string_view Name;
-  Setter Set;
-};
-
-// What may be set before a load, in the order of their names.
-const Entry kEntries[] = {
-    {"AddLineNumbers", &VBProject::AddLineNumbers},
-    {"BuildTypeCache", &VBProject::BuildTypeCache},
-    {"DetectNewBlocksOnAddCode", &VBProject::DetectNewBlocksOnAddCode},
-    {"DoNotPopulateComponents", &VBProject::SetDoNotPopulateComponents},
-    {"DontPreLoadComponentDeclarations", &VBProject::DontPreLoadComponentDeclarations},
-    {"DotNetReferencePath", &VBProject::DotNetReferencePath},
-    {"ExamplesOnlyFlag", &VBProject::ExamplesOnlyFlag},
-    {"IncludeFlag", &VBProject::IncludeFlag},
-    {"LineNumberPerModule", &VBProject::LineNumberPerModule},
-    {"LoadBlocksOnly", &VBProject::LoadBlocksOnly},
-    {"LoadPrivateMembers", &VBProject::LoadPrivateMembers},
-    {"LoadTypeLibHelpStrings", &VBProject::LoadTypeLibHelpStrings},
-    {"LogFolder", &VBProject::LogFolder},
-    {"OutputConditionalCompilationBlocks", &VBProject::OutputConditionalCompilationBlocks},
-    {"PlugInFlag", &VBProject::PlugInFlag},
-    {"PreserveOriginalTaggedComments", &VBProject::PreserveOriginalTaggedComments},
-    {"PropertyCommentsFrom", &VBProject::PropertyCommentsFrom},
-    {"RetainContextIDs", &VBProject::RetainContextIDs},
-    {"RootFlag", &VBProject::RootFlag},
-    {"RootNamespace", &VBProject::RootNamespace},
-    {"TaggedCommentUpgradeFlag", &VBProject::SetTaggedCommentUpgradeFlag},
-    {"TaggedCommentsBeforeElement", &VBProject::TaggedCommentsBeforeElement},
-    {"TemplateName", &VBProject::TemplateName},
-    {"UnTaggedBlocks", &VBProject::UnTaggedBlocks},
-    {"UnTaggedEnumerations", &VBProject::UnTaggedEnumerations},
-    {"UnTaggedEvents", &VBProject::UnTaggedEvents},
-    {"UnTaggedModules", &VBProject::UnTaggedModules},
-    {"UnTaggedUDTs", &VBProject::UnTaggedUDTs},
-    {"UnTaggedVariables", &VBProject::UnTaggedVariables},
-    {"UpgradeLegacyTaggedcomments", &VBProject::SetUpgradeLegacyTaggedcomments},
-    {"WriteHelpDescriptions", &VBProject::WriteHelpDescriptions},
-};
+const PropertyDescription* FindOption(std::string_view name) {
+  const PropertyDescription* found = nullptr;
+  ForEachOption([&](const PropertyDescription& property) {
+    if (EqualsNoCaseAscii(property.Name, name)) found = &property;
+  });
+  return found;
+}
 
 [[noreturn]] void RefuseValue(const NamedValue& setting, std::string_view wanted) {
   throw ToolError(exUsage, "--set: '" + setting.Value + "' is no value for " + setting.Name +
@@ -65,39 +38,49 @@ bool TruthOf(const NamedValue& setting) {
   RefuseValue(setting, "True or False");
 }
 
-PropertyCommentsFromEnum CommentsFromOf(const NamedValue& setting) {
-  int number = -1;
-  const char* end = setting.Value.data() + setting.Value.size();
-  const auto [stop, error] = std::from_chars(setting.Value.data(), end, number);
-  if (error != std::errc() || stop != end || number < pcAll || number > pcPropertyLetSet)
-    RefuseValue(setting, "0 (all procedures), 1 (Get) or 2 (Let and Set)");
-  return static_cast<PropertyCommentsFromEnum>(number);
+// "0 (all procedures), 1 (Get) or 2 (Let and Set)".
+std::string Choice(std::span<const EnumName> names) {
+  std::string choice;
+  for (const EnumName& name : names) {
+    if (&name != &names.front()) choice += &name == &names.back() ? " or " : ", ";
+    choice += std::to_string(name.Value) + " (";
+    choice.append(name.Words.empty() ? name.Name : name.Words) += ")";
+  }
+  return choice;
 }
 
-struct Assign {
-  VBProject& Project;
-  const NamedValue& Setting;
-  void operator()(bool VBProject::*member) const { Project.*member = TruthOf(Setting); }
-  void operator()(std::string VBProject::*member) const { Project.*member = Setting.Value; }
-  void operator()(PropertyCommentsFromEnum VBProject::*member) const {
-    Project.*member = CommentsFromOf(Setting);
-  }
-  void operator()(void (VBProject::*set)(bool)) const { (Project.*set)(TruthOf(Setting)); }
-  void operator()(void (VBProject::*set)(std::string_view)) const { (Project.*set)(Setting.Value); }
-};
+std::int64_t NumberOf(const NamedValue& setting, std::string_view wanted) {
+  std::int64_t number = -1;
+  const char* end = setting.Value.data() + setting.Value.size();
+  const auto [stop, error] = std::from_chars(setting.Value.data(), end, number);
+  if (error != std::errc() || stop != end) RefuseValue(setting, wanted);
+  return number;
+}
+
+void Assign(VBProject& project, const PropertyDescription& option, const NamedValue& setting) {
+  const std::string wanted = option.Names.empty() ? "a number" : Choice(option.Names);
+  PropertyValue value;
+  if (option.Shape == PropertyShape::Truth)
+    value.Truth = TruthOf(setting);
+  else if (option.Shape == PropertyShape::Number)
+    value.Number = NumberOf(setting, wanted);
+  else
+    value.Text = setting.Value;
+  if (!option.Write(&project, value)) RefuseValue(setting, wanted);
+}
 
 }  // namespace
 
 std::vector<std::string_view> ProjectOptionNames() {
   std::vector<std::string_view> names;
-  for (const Entry& entry : kEntries) names.push_back(entry.Name);
+  ForEachOption([&](const PropertyDescription& option) { names.push_back(option.Name); });
+  std::sort(names.begin(), names.end());
   return names;
 }
 
 void SetProjectOption(VBProject& project, const NamedValue& setting) {
-  for (const Entry& entry : kEntries)
-    if (EqualsNoCaseAscii(entry.Name, setting.Name))
-      return std::visit(Assign{project, setting}, entry.Set);
+  if (const PropertyDescription* option = FindOption(setting.Name))
+    return Assign(project, *option, setting);
   ReadingRules changed = project.Reading;
   if (!changed.Set(setting.Name, false))
     throw ToolError(exUsage, "--set: no option of a project and no flag of the reading is named '" +

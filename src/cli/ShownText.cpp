@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "core/Ascii.h"
-#include "services/Utf8.h"
+#include "core/Utf8.h"
 
 namespace vendrel::cli {
 namespace {

@@ -4,6 +4,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "core/Hash.h"
 #include "core/ObjectRegistry.h"
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
@@ -15,11 +16,10 @@ constexpr std::string_view kProgId = "TemplateObjects";
 
 // Equal for tags that differ in case only: letters beyond ASCII do not count.
 std::uint32_t HashTag(std::string_view tag) {
-  std::uint32_t hash = 2166136261u;
+  TextHash hash;
   for (const char c : tag)
-    if (static_cast<unsigned char>(c) < 0x80)
-      hash = (hash ^ static_cast<unsigned char>(UpperAscii(c))) * 16777619u;
-  return hash ^ (hash >> 15);
+    if (static_cast<unsigned char>(c) < 0x80) hash.Add(UpperAscii(c));
+  return hash.Value();
 }
 
 bool SameTag(std::string_view a, std::string_view b) {

@@ -62,6 +62,14 @@ constexpr std::string_view TrimRight(std::string_view text) {
 }
 constexpr std::string_view Trim(std::string_view text) { return TrimRight(TrimLeft(text)); }
 
+/// Without outer blanks and tabs: for files of settings, where both are gaps.
+constexpr bool IsGap(char c) { return c == ' ' || c == '\t'; }
+constexpr std::string_view TrimGaps(std::string_view text) {
+  while (!text.empty() && IsGap(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsGap(text.back())) text.remove_suffix(1);
+  return text;
+}
+
 /// Takes the text up to `delimiter` off the front of `rest` and returns it; at the end all of it.
 inline std::string_view TakeField(std::string_view& rest, char delimiter) {
   const std::size_t at = rest.find(delimiter);
@@ -69,6 +77,29 @@ inline std::string_view TakeField(std::string_view& rest, char delimiter) {
   rest = at == std::string_view::npos ? std::string_view() : rest.substr(at + 1);
   return field;
 }
+
+/// Walks the fields of a text in order, each once. Unlike `TakeField` it gives the empty field
+/// behind a delimiter that ends the text.
+class FieldCursor {
+ public:
+  /// Views: text and delimiter must outlive the cursor. With an empty delimiter the text is one
+  /// field; an empty text has none.
+  FieldCursor(std::string_view text, std::string_view delimiter)
+      : mRest(text), mDelimiter(delimiter), mMore(!text.empty()) {}
+  /// Gives the next field; false behind the last.
+  bool Next(std::string_view& field) {
+    if (!mMore) return false;
+    const std::size_t at = mDelimiter.empty() ? std::string_view::npos : mRest.find(mDelimiter);
+    field = mRest.substr(0, at);
+    mMore = at != std::string_view::npos;
+    if (mMore) mRest.remove_prefix(at + mDelimiter.size());
+    return true;
+  }
+
+ private:
+  std::string_view mRest, mDelimiter;
+  bool mMore;
+};
 
 /// Every occurrence of `from` replaced by `to`.
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);

@@ -3,193 +3,240 @@
 // them, so none is ever renumbered.
 
 #include <cstdint>
+#include <span>
+#include <string_view>
 
 namespace vendrel {
 
-/// What a source line is. Gaps in the numbers belong to values that no longer exist.
-enum LineTypeEnum : std::int32_t {
-  START_FUNCTION = 9,
-  END_FUNCTION = 10,
-  START_SUB = 11,
-  END_SUB = 12,
-  VAR_DECLARATION = 13,
-  BLANK_LINE = 14,
-  Comment = 15,
-  OTHER = 16,
-  DECLARE_FUNCTION = 17,
-  DECLARE_SUB = 18,
-  START_PROPERTY = 19,
-  END_PROPERTY = 20,
-  START_CLASS_INITIALISE = 21,
-  START_CLASS_TERMINATE = 22,
-  END_CLASS_INITIALISE = 26,
-  END_CLASS_TERMINATE = 27,
-  CONST_DECLARATION = 28,
-  SELECT_CASE_LINE = 29,
-  CASE_LINE = 30,
-  END_SELECT_LINE = 31,
-  ATTRIBUTE_LINE = 32,
-  EXIT_LINE = 33,
-  FORM_LOAD = 40,
-  FORM_UNLOAD = 41,
-  START_ENUM = 47,
-  END_ENUM = 48,
-  START_TYPE = 49,
-  END_TYPE = 50,
-  EVENT_DECLARATION = 51,
-  COMPILER_DIRECTIVE = 52,
-  DECLARE_STATEMENT = 53,
-  START_USERCONTROL_INITIALISE = 54,
-  START_USERCONTROL_TERMINATE = 55,
-  START_USERDOCUMENT_INITIALISE = 56,
-  START_USERDOCUMENT_TERMINATE = 57,
-  TAGGED_COMMENT = 58,
-  INHERITS_STATEMENT = 59,
-  IMPLEMENTS_STATEMENT = 60,
-  START_PROPERTY_SUBBLOCK = 61,
-  END_PROPERTY_SUBBLOCK = 62,
-  START_NAMESPACE = 63,
-  END_NAMESPACE = 64,
-  START_CLASS = 65,
-  END_CLASS = 66,
-  START_TRY = 67,
-  CATCH_STATEMENT = 68,
-  FINALLY_STATEMENT = 69,
-  END_TRY = 70,
-  IMPORTS_STATEMENT = 71,
-  NESTED_CLASS_PLACEHOLDER = 72,
-  START_STRUCTURE = 73,
-  START_INTERFACE = 74,
+/// One value of an enumeration: its number, its name, and what people call it.
+struct EnumName {
+  std::int32_t Value;
+  std::string_view Name;
+  /// Empty where the name says enough.
+  std::string_view Words;
 };
+
+// An enumeration and the table of its names, from one list of X(name, number): `NamesOf(E())`.
+// clang-format off
+#define VENDREL_ENUM_VALUE(name, number) name = number,
+#define VENDREL_ENUM_NAME(name, number) {number, #name, {}},
+#define VENDREL_ENUM(type, list)                                                                   \
+  enum type : std::int32_t { list(VENDREL_ENUM_VALUE) };                                           \
+  inline constexpr EnumName kNamesOf##type[] = {list(VENDREL_ENUM_NAME)};                          \
+  constexpr std::span<const EnumName> NamesOf(type) { return kNamesOf##type; }
+// The same for a list of X(name, number, words).
+#define VENDREL_ENUM_VALUE_IN_WORDS(name, number, words) name = number,
+#define VENDREL_ENUM_NAME_IN_WORDS(name, number, words) {number, #name, words},
+#define VENDREL_ENUM_IN_WORDS(type, list)                                                          \
+  enum type : std::int32_t { list(VENDREL_ENUM_VALUE_IN_WORDS) };                                  \
+  inline constexpr EnumName kNamesOf##type[] = {list(VENDREL_ENUM_NAME_IN_WORDS)};                 \
+  constexpr std::span<const EnumName> NamesOf(type) { return kNamesOf##type; }
+
+/// What a source line is. Gaps in the numbers belong to values that no longer exist.
+#define VENDREL_LINE_TYPE_VALUES(X) \
+  X(START_FUNCTION, 9) \
+  X(END_FUNCTION, 10) \
+  X(START_SUB, 11) \
+  X(END_SUB, 12) \
+  X(VAR_DECLARATION, 13) \
+  X(BLANK_LINE, 14) \
+  X(Comment, 15) \
+  X(OTHER, 16) \
+  X(DECLARE_FUNCTION, 17) \
+  X(DECLARE_SUB, 18) \
+  X(START_PROPERTY, 19) \
+  X(END_PROPERTY, 20) \
+  X(START_CLASS_INITIALISE, 21) \
+  X(START_CLASS_TERMINATE, 22) \
+  X(END_CLASS_INITIALISE, 26) \
+  X(END_CLASS_TERMINATE, 27) \
+  X(CONST_DECLARATION, 28) \
+  X(SELECT_CASE_LINE, 29) \
+  X(CASE_LINE, 30) \
+  X(END_SELECT_LINE, 31) \
+  X(ATTRIBUTE_LINE, 32) \
+  X(EXIT_LINE, 33) \
+  X(FORM_LOAD, 40) \
+  X(FORM_UNLOAD, 41) \
+  X(START_ENUM, 47) \
+  X(END_ENUM, 48) \
+  X(START_TYPE, 49) \
+  X(END_TYPE, 50) \
+  X(EVENT_DECLARATION, 51) \
+  X(COMPILER_DIRECTIVE, 52) \
+  X(DECLARE_STATEMENT, 53) \
+  X(START_USERCONTROL_INITIALISE, 54) \
+  X(START_USERCONTROL_TERMINATE, 55) \
+  X(START_USERDOCUMENT_INITIALISE, 56) \
+  X(START_USERDOCUMENT_TERMINATE, 57) \
+  X(TAGGED_COMMENT, 58) \
+  X(INHERITS_STATEMENT, 59) \
+  X(IMPLEMENTS_STATEMENT, 60) \
+  X(START_PROPERTY_SUBBLOCK, 61) \
+  X(END_PROPERTY_SUBBLOCK, 62) \
+  X(START_NAMESPACE, 63) \
+  X(END_NAMESPACE, 64) \
+  X(START_CLASS, 65) \
+  X(END_CLASS, 66) \
+  X(START_TRY, 67) \
+  X(CATCH_STATEMENT, 68) \
+  X(FINALLY_STATEMENT, 69) \
+  X(END_TRY, 70) \
+  X(IMPORTS_STATEMENT, 71) \
+  X(NESTED_CLASS_PLACEHOLDER, 72) \
+  X(START_STRUCTURE, 73) \
+  X(START_INTERFACE, 74)
+VENDREL_ENUM(LineTypeEnum, VENDREL_LINE_TYPE_VALUES)
 
 /// The kind of a Block.
-enum BlockTypeEnum : std::int32_t {
-  btSub = 1,
-  btFunction = 2,
-  btPropertyGet = 3,
-  btPropertyLet = 4,
-  btPropertySet = 5,
-  btDeclarations = 6,
-  btAttributes = 7,
-  btClassInitialize = 8,
-  btClassTerminate = 9,
-  btFormLoad = 10,
-  btFormUnload = 11,
-  btUnrecognised = 12,
-  btUserControlInitialise = 13,
-  btUserControlTerminate = 14,
-  btUserDocumentInitialise = 15,
-  btUserDocumentTerminate = 16,
-};
+#define VENDREL_BLOCK_TYPE_VALUES(X) \
+  X(btSub, 1) \
+  X(btFunction, 2) \
+  X(btPropertyGet, 3) \
+  X(btPropertyLet, 4) \
+  X(btPropertySet, 5) \
+  X(btDeclarations, 6) \
+  X(btAttributes, 7) \
+  X(btClassInitialize, 8) \
+  X(btClassTerminate, 9) \
+  X(btFormLoad, 10) \
+  X(btFormUnload, 11) \
+  X(btUnrecognised, 12) \
+  X(btUserControlInitialise, 13) \
+  X(btUserControlTerminate, 14) \
+  X(btUserDocumentInitialise, 15) \
+  X(btUserDocumentTerminate, 16)
+VENDREL_ENUM(BlockTypeEnum, VENDREL_BLOCK_TYPE_VALUES)
 
 /// How far a module has been read.
-enum LoadStateEnum : std::int32_t {
-  lsNotLoaded = 0,
-  lsLoadedHeader = 1,
-  lsFullyLoaded = 2,
-  lsFullyLoadedNoCode = 3,
-};
+#define VENDREL_LOAD_STATE_VALUES(X) \
+  X(lsNotLoaded, 0) \
+  X(lsLoadedHeader, 1) \
+  X(lsFullyLoaded, 2) \
+  X(lsFullyLoadedNoCode, 3)
+VENDREL_ENUM(LoadStateEnum, VENDREL_LOAD_STATE_VALUES)
 
 /// The kind of a module file.
-enum FileTypeEnum : std::int32_t {
-  ftUnknown = 0,
-  ftClass = 1,
-  ftModule = 2,
-  ftForm = 3,
-  ftUserControl = 4,
-  ftUserDocument = 5,
-  ftDesigner = 6,
-  ftOther = 9,
-  ftPropertyPage = 10,
-};
+#define VENDREL_FILE_TYPE_VALUES(X) \
+  X(ftUnknown, 0) \
+  X(ftClass, 1) \
+  X(ftModule, 2) \
+  X(ftForm, 3) \
+  X(ftUserControl, 4) \
+  X(ftUserDocument, 5) \
+  X(ftDesigner, 6) \
+  X(ftOther, 9) \
+  X(ftPropertyPage, 10)
+VENDREL_ENUM(FileTypeEnum, VENDREL_FILE_TYPE_VALUES)
 
 /// Which procedures a property has; 0 where none counts.
-enum PropertyTypeEnum : std::int32_t { ptNone = 0, ptWrite = 1, ptRead = 2, ptReadWrite = 3 };
+#define VENDREL_PROPERTY_TYPE_VALUES(X) \
+  X(ptNone, 0) \
+  X(ptWrite, 1) \
+  X(ptRead, 2) \
+  X(ptReadWrite, 3)
+VENDREL_ENUM(PropertyTypeEnum, VENDREL_PROPERTY_TYPE_VALUES)
 
 /// Access of an element as a number.
-enum AccessTypeEnum : std::int32_t {
-  atPublic = 0,
-  atPrivate = 1,
-  atFriend = 2,
-  atProtected = 4,
-  atProtectedFriend = 6,
-};
+#define VENDREL_ACCESS_TYPE_VALUES(X) \
+  X(atPublic, 0) \
+  X(atPrivate, 1) \
+  X(atFriend, 2) \
+  X(atProtected, 4) \
+  X(atProtectedFriend, 6)
+VENDREL_ENUM(AccessTypeEnum, VENDREL_ACCESS_TYPE_VALUES)
 
 /// Where a type name was found.
-enum TypeClassEnum : std::int32_t {
-  tcUnresolved = 0,
-  tcLocalProjectModule = 1,
-  tcOtherProjectModule = 2,
-  tcLocalModuleEnum = 3,
-  tcLocalProjectEnum = 4,
-  tcOtherProjectEnum = 5,
-  tcLocalModuleUDT = 6,
-  tcLocalProjectUDT = 7,
-  tcOtherProjectUDT = 8,
-  tcIntrinsic = 9,
-};
+#define VENDREL_TYPE_CLASS_VALUES(X) \
+  X(tcUnresolved, 0) \
+  X(tcLocalProjectModule, 1) \
+  X(tcOtherProjectModule, 2) \
+  X(tcLocalModuleEnum, 3) \
+  X(tcLocalProjectEnum, 4) \
+  X(tcOtherProjectEnum, 5) \
+  X(tcLocalModuleUDT, 6) \
+  X(tcLocalProjectUDT, 7) \
+  X(tcOtherProjectUDT, 8) \
+  X(tcIntrinsic, 9)
+VENDREL_ENUM(TypeClassEnum, VENDREL_TYPE_CLASS_VALUES)
 
 /// What a project is compiled to; 0 where its `Type` line named none of these.
-enum ProjectTypeEnum : std::int32_t {
-  ptUnknown = 0,
-  ptEXE = 1,
-  ptOleExe = 2,
-  ptOleDLL = 3,
-  ptControl = 4,
-};
+#define VENDREL_PROJECT_TYPE_VALUES(X) \
+  X(ptUnknown, 0) \
+  X(ptEXE, 1) \
+  X(ptOleExe, 2) \
+  X(ptOleDLL, 3) \
+  X(ptControl, 4)
+VENDREL_ENUM(ProjectTypeEnum, VENDREL_PROJECT_TYPE_VALUES)
 
-enum CompatibleEnum : std::int32_t {
-  CompatibleNone = 0,
-  CompatibleProject = 1,
-  CompatibleBinary = 2,
-};
+#define VENDREL_COMPATIBLE_VALUES(X) \
+  X(CompatibleNone, 0) \
+  X(CompatibleProject, 1) \
+  X(CompatibleBinary, 2)
+VENDREL_ENUM(CompatibleEnum, VENDREL_COMPATIBLE_VALUES)
 
 /// What a project was read from.
-enum ProjectSourceTypeEnum : std::int32_t {
-  ptsNone = 0,
-  ptsVisualBasicProject = 1,
-  ptsVisualBasicNETProject = 2,
-  ptsTypeLibrary = 3,
-  ptsVisualBasicFiles = 4,
-};
+#define VENDREL_PROJECT_SOURCE_TYPE_VALUES(X) \
+  X(ptsNone, 0) \
+  X(ptsVisualBasicProject, 1) \
+  X(ptsVisualBasicNETProject, 2) \
+  X(ptsTypeLibrary, 3) \
+  X(ptsVisualBasicFiles, 4)
+VENDREL_ENUM(ProjectSourceTypeEnum, VENDREL_PROJECT_SOURCE_TYPE_VALUES)
 
-enum ProjectSourceAccessEnum : std::int32_t { psaNone = 0, psaRead = 1, psaReadWrite = 2 };
+#define VENDREL_PROJECT_SOURCE_ACCESS_VALUES(X) \
+  X(psaNone, 0) \
+  X(psaRead, 1) \
+  X(psaReadWrite, 2)
+VENDREL_ENUM(ProjectSourceAccessEnum, VENDREL_PROJECT_SOURCE_ACCESS_VALUES)
 
 /// Language whose rules classify and parse a line.
-enum LanguageVersionEnum : std::int32_t { lvVisualBasic5or6 = 0, lvVisualBasicDotNet = 1 };
+#define VENDREL_LANGUAGE_VERSION_VALUES(X) \
+  X(lvVisualBasic5or6, 0) \
+  X(lvVisualBasicDotNet, 1)
+VENDREL_ENUM(LanguageVersionEnum, VENDREL_LANGUAGE_VERSION_VALUES)
 
 /// From which procedures of a property its comments are taken.
-enum PropertyCommentsFromEnum : std::int32_t {
-  pcAll = 0,
-  pcPropertyGet = 1,
-  pcPropertyLetSet = 2,
-};
+#define VENDREL_PROPERTY_COMMENTS_FROM_VALUES(X) \
+  X(pcAll, 0, "all procedures") \
+  X(pcPropertyGet, 1, "Get") \
+  X(pcPropertyLetSet, 2, "Let and Set")
+VENDREL_ENUM_IN_WORDS(PropertyCommentsFromEnum, VENDREL_PROPERTY_COMMENTS_FROM_VALUES)
 
 /// How repeated text of a tag is joined.
-enum WrapTypeEnum : std::int32_t {
-  wrapNone = 0,
-  wrapSpace = 1,
-  wrapLineBreak = 2,
-  wrapParagraph = 3,
-};
+#define VENDREL_WRAP_TYPE_VALUES(X) \
+  X(wrapNone, 0) \
+  X(wrapSpace, 1) \
+  X(wrapLineBreak, 2) \
+  X(wrapParagraph, 3)
+VENDREL_ENUM(WrapTypeEnum, VENDREL_WRAP_TYPE_VALUES)
 
 /// Kind of element that a tag belongs to; 0: told by the scope of its definition.
-enum ElementTypeEnum : std::int32_t {
-  etNone = 0,
-  etProjectGroup = 1,
-  etProject = 2,
-  etModule = 3,
-  etMethod = 4,
-  etVariable = 5,
-  etParameter = 6,
-  etReserved = 7,
-  etEvent = 8,
-  etEnumeration = 9,
-  etEnumerationMember = 10,
-  etStructure = 11,
-  etStructureMember = 12,
-  etDeclareStatement = 13,
-  etImplementedInterface = 14,
-};
+#define VENDREL_ELEMENT_TYPE_VALUES(X) \
+  X(etNone, 0) \
+  X(etProjectGroup, 1) \
+  X(etProject, 2) \
+  X(etModule, 3) \
+  X(etMethod, 4) \
+  X(etVariable, 5) \
+  X(etParameter, 6) \
+  X(etReserved, 7) \
+  X(etEvent, 8) \
+  X(etEnumeration, 9) \
+  X(etEnumerationMember, 10) \
+  X(etStructure, 11) \
+  X(etStructureMember, 12) \
+  X(etDeclareStatement, 13) \
+  X(etImplementedInterface, 14)
+VENDREL_ENUM(ElementTypeEnum, VENDREL_ELEMENT_TYPE_VALUES)
+
+// clang-format on
+
+/// The name of a number among the values of its enumeration; null if none has it.
+constexpr const EnumName* FindName(std::span<const EnumName> names, std::int64_t number) {
+  for (const EnumName& name : names)
+    if (name.Value == number) return &name;
+  return nullptr;
+}
 
 }  // namespace vendrel

@@ -46,8 +46,10 @@ class Workspace {
 
   /// The values of `modMain`.
   ProcessState State;
-  /// Whether the start values were set and the readers connected (`EnsureStarted`).
+  /// Whether the start values were set (`EnsureStarted`).
   bool Started = false;
+  /// Whether the readers of compiled files are known (`VBProject::ConnectReaders`).
+  bool ReadersConnected = false;
 
   /// The part of that type, made without arguments at its first use. Parts end in the opposite
   /// order.

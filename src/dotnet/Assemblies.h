@@ -28,4 +28,8 @@ void LoadAssembly(VBProject& project, const std::string& nativePath);
 /// because a project names one.
 void UseLoaderLibrary(const std::string& nativePath, const std::string& progId);
 
+/// Registers the loader and the resolver of assemblies in the workspace in use, unless a host has
+/// put its own in their place.
+void ConnectNetLoaders();
+
 }  // namespace vendrel

@@ -4,6 +4,7 @@
 
 #include "comments/TaggedCommentRules.h"
 #include "core/Ascii.h"
+#include "core/Utf8.h"
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
@@ -14,7 +15,6 @@
 #include "model/ModuleKinds.h"
 #include "project/VBProject.h"
 #include "services/FileSource.h"
-#include "services/Utf8.h"
 
 namespace vendrel {
 namespace {

@@ -246,14 +246,12 @@ class Component : public ElementOf<Component> {
         Prop{"ClassHierarchy", &Component::ClassHierarchy},
         Prop{"LoadState", &Component::LoadState},
         Prop{"LinesAlreadyRead", &Component::LinesAlreadyRead, PropertyKind::Identity},
-        Prop{"IsMDI", &Component::IsMDI},
-        Prop{"IsCollection", &Component::IsCollection},
+        Prop{"IsMDI", &Component::IsMDI, &Component::SetIsMDI},
+        Prop{"IsCollection", &Component::IsCollection, &Component::SetIsCollection},
         Prop{"IsInterface", &Component::IsInterface},
         Prop{"IsAbstract", &Component::IsAbstract},
         Prop{"IsSealed", &Component::IsSealed},
         Prop{"IsStructure", &Component::IsStructure},
-        Prop{"IsEnumeration", &Component::IsEnumeration},
-        Prop{"IsNested", &Component::IsNested},
         Prop{"HelpContextID", &Component::HelpContextID},
         Prop{"RelationshipLevels", &Component::RelationshipLevels},
         Prop{"TaggedDescription", &Component::TaggedDescription},
@@ -277,7 +275,24 @@ class Component : public ElementOf<Component> {
         Prop{"Examples", &Component::Examples, PropertyKind::Children},
         Prop{"TaggedComments", &Component::TaggedComments, PropertyKind::Children},
         Prop{"TaggedCommentBuffer", &Component::TaggedCommentBuffer, PropertyKind::Children},
-        Prop{"QualifiedName", &Component::QualifiedName, PropertyKind::Derived}};
+        Prop{"QualifiedName", &Component::QualifiedName, PropertyKind::Derived},
+        Prop{"IsEnumeration", &Component::IsEnumeration}.Hide(),
+        Prop{"IsNested", &Component::IsNested}.Hide(),
+        Prop{"HelpContextIDRead", &Component::HelpContextIDRead}.Hide(),
+        Prop{"CommentBuffer", &Component::CommentBuffer}.Hide(),
+        Prop{"VMCommentBuffer", &Component::VMCommentBuffer}.Hide(),
+        Prop{"ProjectLineRaw", &Component::ProjectLineRaw}.Hide(),
+        Prop{"AccessType", &Component::AccessType, PropertyKind::Derived}.Hide(),
+        Prop{"FullName", &Component::FullName, PropertyKind::Derived}.Hide(),
+        Prop{"EventProcedureHeader", &Component::EventProcedureHeader, PropertyKind::Derived}
+            .Hide(),
+        Prop{"Extension", &Component::Extension, PropertyKind::Derived}.Hide(),
+        Prop{"CurrentBlock", &Component::CurrentBlock, PropertyKind::Link}.Hide(),
+        Prop{"LastElement", &Component::LastElement, PropertyKind::Link}.Hide(),
+        Prop{"Namespace", &Component::Namespace, PropertyKind::Link}.Hide(),
+        Prop{"VBProject", &Component::VBProject, &Component::SetVBProject, PropertyKind::Link}
+            .Hide(),
+        Prop{"AllVBControls", &Component::AllVBControls, PropertyKind::Derived}.Hide()};
   }
 
  private:

@@ -58,7 +58,10 @@ class Constant : public ElementOf<Constant> {
                       Prop{"RefCount", &Constant::RefCount},
                       Prop{"TaggedComments", &Constant::TaggedComments, PropertyKind::Children},
                       Prop{"QualifiedName", &Constant::QualifiedName, PropertyKind::Derived},
-                      Prop{"SourceLine", &Constant::SourceLine}};
+                      Prop{"SourceLine", &Constant::SourceLine, &Constant::SetSourceLine},
+                      Prop{"AccessType", &Constant::AccessType, PropertyKind::Derived}.Hide(),
+                      Prop{"Procedure", &Constant::Procedure, PropertyKind::Link}.Hide(),
+                      Prop{"Component", &Constant::Component, PropertyKind::Link}.Hide()};
   }
 };
 struct ConstantFamily {
@@ -99,7 +102,8 @@ class EnumMember : public ElementOf<EnumMember> {
                       Prop{"ExcludeFlag", &EnumMember::ExcludeFlag},
                       Prop{"TaggedComments", &EnumMember::TaggedComments, PropertyKind::Children},
                       Prop{"QualifiedName", &EnumMember::QualifiedName, PropertyKind::Derived},
-                      Prop{"SourceLine", &EnumMember::SourceLine}};
+                      Prop{"SourceLine", &EnumMember::SourceLine, &EnumMember::SetSourceLine},
+                      Prop{"Enumeration", &EnumMember::Enumeration, PropertyKind::Link}.Hide()};
   }
 };
 struct EnumMemberFamily {
@@ -151,7 +155,9 @@ class Enumeration : public ElementOf<Enumeration> {
                       Prop{"Examples", &Enumeration::Examples, PropertyKind::Children},
                       Prop{"TaggedComments", &Enumeration::TaggedComments, PropertyKind::Children},
                       Prop{"QualifiedName", &Enumeration::QualifiedName, PropertyKind::Derived},
-                      Prop{"SourceLine", &Enumeration::SourceLine}};
+                      Prop{"SourceLine", &Enumeration::SourceLine, &Enumeration::SetSourceLine},
+                      Prop{"AccessType", &Enumeration::AccessType, PropertyKind::Derived}.Hide(),
+                      Prop{"Component", &Enumeration::Component, PropertyKind::Link}.Hide()};
   }
 };
 struct EnumerationFamily {
@@ -199,7 +205,9 @@ class UDT : public ElementOf<UDT> {
                       Prop{"Examples", &UDT::Examples, PropertyKind::Children},
                       Prop{"TaggedComments", &UDT::TaggedComments, PropertyKind::Children},
                       Prop{"QualifiedName", &UDT::QualifiedName, PropertyKind::Derived},
-                      Prop{"SourceLine", &UDT::SourceLine}};
+                      Prop{"SourceLine", &UDT::SourceLine, &UDT::SetSourceLine},
+                      Prop{"AccessType", &UDT::AccessType, PropertyKind::Derived}.Hide(),
+                      Prop{"Component", &UDT::Component, PropertyKind::Link}.Hide()};
   }
 };
 struct UDTFamily {
@@ -238,7 +246,8 @@ class Interface : public ElementOf<Interface> {
                       Prop{"DocumentationLocation", &Interface::DocumentationLocation},
                       Prop{"TaggedComments", &Interface::TaggedComments, PropertyKind::Children},
                       Prop{"QualifiedName", &Interface::QualifiedName, PropertyKind::Derived},
-                      Prop{"SourceLine", &Interface::SourceLine}};
+                      Prop{"SourceLine", &Interface::SourceLine, &Interface::SetSourceLine},
+                      Prop{"Component", &Interface::Component, PropertyKind::Link}.Hide()};
   }
 };
 struct InterfaceFamily {

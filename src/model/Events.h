@@ -81,7 +81,15 @@ class EventDeclaration : public ElementOf<EventDeclaration> {
         Prop{"Examples", &EventDeclaration::Examples, PropertyKind::Children},
         Prop{"TaggedComments", &EventDeclaration::TaggedComments, PropertyKind::Children},
         Prop{"QualifiedName", &EventDeclaration::QualifiedName, PropertyKind::Derived},
-        Prop{"SourceLine", &EventDeclaration::SourceLine}};
+        Prop{"SourceLine", &EventDeclaration::SourceLine, &EventDeclaration::SetSourceLine},
+        Prop{"HelpContextIDRead", &EventDeclaration::HelpContextIDRead}.Hide(),
+        Prop{"IsSealed", &EventDeclaration::IsSealed}.Hide(),
+        Prop{"IsStatic", &EventDeclaration::IsStatic}.Hide(),
+        Prop{"AccessType", &EventDeclaration::AccessType, PropertyKind::Derived}.Hide(),
+        Prop{"Component", &EventDeclaration::Component, PropertyKind::Link}.Hide(),
+        Prop{"OverloadEventDeclarations", &EventDeclaration::OverloadEventDeclarations,
+             PropertyKind::Children}
+            .Hide()};
   }
 };
 struct EventFamily {
@@ -185,7 +193,9 @@ class DeclareDeclaration : public ElementOf<DeclareDeclaration> {
         Prop{"LibraryObject", &DeclareDeclaration::LibraryObject, PropertyKind::Link},
         Prop{"TaggedComments", &DeclareDeclaration::TaggedComments, PropertyKind::Children},
         Prop{"QualifiedName", &DeclareDeclaration::QualifiedName, PropertyKind::Derived},
-        Prop{"SourceLine", &DeclareDeclaration::SourceLine}};
+        Prop{"SourceLine", &DeclareDeclaration::SourceLine, &DeclareDeclaration::SetSourceLine},
+        Prop{"AccessType", &DeclareDeclaration::AccessType, PropertyKind::Derived}.Hide(),
+        Prop{"Component", &DeclareDeclaration::Component, PropertyKind::Link}.Hide()};
   }
 };
 struct DeclareFamily {
@@ -211,11 +221,14 @@ class Library : public ElementOf<Library> {
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 
   static constexpr auto Properties() {
-    return std::tuple{Prop{"Name", &Library::Name},
-                      Prop{"TaggedDescription", &Library::TaggedDescription},
-                      Prop{"Description", &Library::Description, PropertyKind::Derived},
-                      Prop{"TaggedComments", &Library::TaggedComments, PropertyKind::Children},
-                      Prop{"QualifiedName", &Library::QualifiedName, PropertyKind::Derived}};
+    return std::tuple{
+        Prop{"Name", &Library::Name},
+        Prop{"TaggedDescription", &Library::TaggedDescription},
+        Prop{"Description", &Library::Description, PropertyKind::Derived},
+        Prop{"TaggedComments", &Library::TaggedComments, PropertyKind::Children},
+        Prop{"QualifiedName", &Library::QualifiedName, PropertyKind::Derived},
+        Prop{"VBProject", &Library::VBProject, &Library::SetVBProject, PropertyKind::Link}.Hide(),
+        Prop{"DeclareDeclarations", &Library::DeclareDeclarations, PropertyKind::Derived}.Hide()};
   }
 
  private:

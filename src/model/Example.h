@@ -42,15 +42,19 @@ class Example : public ElementOf<Example> {
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 
   static constexpr auto Properties() {
-    return std::tuple{Prop{"Key", &Example::Key},
-                      Prop{"RelatedElement", &Example::RelatedElement},
-                      Prop{"Description", &Example::mDescription},
-                      Prop{"Text", &Example::Text},
-                      Prop{"Template", &Example::Template},
-                      Prop{"InLine", &Example::InLine},
-                      Prop{"Language", &Example::Language},
-                      Prop{"Caption", &Example::Caption},
-                      Prop{"QualifiedName", &Example::QualifiedName, PropertyKind::Derived}};
+    return std::tuple{
+        Prop{"Key", &Example::Key},
+        Prop{"RelatedElement", &Example::RelatedElement},
+        Prop{"Description", &Example::mDescription},
+        Prop{"Text", &Example::Text},
+        Prop{"Template", &Example::Template},
+        Prop{"InLine", &Example::InLine},
+        Prop{"Language", &Example::Language},
+        Prop{"Caption", &Example::Caption},
+        Prop{"QualifiedName", &Example::QualifiedName, PropertyKind::Derived},
+        Prop{"Name", &Example::Name, PropertyKind::Derived}.Hide(),
+        Prop{"RelatedItem", &Example::RelatedItem, &Example::SetRelatedItem, PropertyKind::Link}
+            .Hide()};
   }
 
  private:

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "core/CaseFold.h"
+#include "core/Hash.h"
 #include "diagnostics/VendrelError.h"
 
 namespace vendrel {
@@ -184,9 +185,9 @@ class KeyedCollection {
     return *item;
   }
   static std::uint32_t Hash(std::string_view folded) {
-    std::uint32_t hash = 2166136261u;
-    for (const char c : folded) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
-    return hash ^ (hash >> 15);
+    TextHash hash;
+    for (const char c : folded) hash.Add(c);
+    return hash.Value();
   }
   const Entry* FindEntry(std::string_view key) const {
     if (mKeyed == 0 || key.empty()) return nullptr;

@@ -47,7 +47,7 @@ class Parameter : public ElementOf<Parameter> {
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 
   static constexpr auto Properties() {
-    return std::tuple{Prop{"Name", &Parameter::Name},
+    return std::tuple{Prop{"Name", &Parameter::Name, &Parameter::SetName},
                       Prop{"VariableType", &Parameter::VariableType},
                       Prop{"Description", &Parameter::mDescription},
                       Prop{"IsOptional", &Parameter::IsOptional},
@@ -61,7 +61,8 @@ class Parameter : public ElementOf<Parameter> {
                       Prop{"TaggedDescription", &Parameter::TaggedDescription},
                       Prop{"TaggedComments", &Parameter::TaggedComments, PropertyKind::Children},
                       Prop{"QualifiedName", &Parameter::QualifiedName, PropertyKind::Derived},
-                      Prop{"SourceLine", &Parameter::SourceLine}};
+                      Prop{"SourceLine", &Parameter::SourceLine, &Parameter::SetSourceLine},
+                      Prop{"Parent", &Parameter::Parent, PropertyKind::Link}.Hide()};
   }
 
  private:

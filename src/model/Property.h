@@ -1,11 +1,16 @@
 #pragma once
 // One description of each class: a constexpr table of its public properties. The dump, the
 // difference of two trees, and setting a property by name all come from it.
+//
+// Left out is what is no value of the element: caches, events and hooks, the list of diagnostics,
+// shared texts of files, and what only a reader or writer touches.
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string_view>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 
 namespace vendrel {
@@ -19,27 +24,51 @@ enum class PropertyKind : std::uint8_t {
   Source,    // code lines: only where asked for
 };
 
-/// One property: its public name and the member (data, or const function of that name).
-template <typename Member>
+/// One property: its public name, the member that reads it (data, or const function of that name)
+/// and, where data cannot be assigned as it is, the function that sets it.
+template <typename Member, typename Setter = std::nullptr_t>
 struct Prop {
   std::string_view Name;
   Member Value;
   PropertyKind Kind = PropertyKind::Value;
+  Setter Set = {};
+  /// Known, but neither dumped nor compared.
+  bool IsHidden = false;
+  /// A switch of a project, to be set before `Load`.
+  bool IsOption = false;
+
+  constexpr Prop(std::string_view name, Member value, PropertyKind kind = PropertyKind::Value)
+      : Name(name), Value(value), Kind(kind) {}
+  constexpr Prop(
+      std::string_view name, Member value, Setter set,
+      PropertyKind kind = PropertyKind::Value) requires std::is_member_function_pointer_v<Setter>
+      : Name(name), Value(value), Kind(kind), Set(set) {}
+
+  /// The same, hidden. What is hidden stands behind all that is shown.
+  constexpr Prop Hide() const {
+    Prop hidden = *this;
+    hidden.IsHidden = true;
+    return hidden;
+  }
+  constexpr Prop Option() const {
+    Prop option = *this;
+    option.IsOption = true;
+    return option;
+  }
+
+  static constexpr bool kHasSetter = !std::is_null_pointer_v<Setter>;
+  static constexpr bool kIsData = std::is_member_object_pointer_v<Member>;
 
   /// The property of `object`.
   template <typename Object>
-  decltype(auto) Of(Object& object) const {
+  constexpr decltype(auto) Of(Object& object) const {
     return std::invoke(Value, object);
   }
 };
-template <typename Member>
-Prop(std::string_view, Member) -> Prop<Member>;
-template <typename Member>
-Prop(std::string_view, Member, PropertyKind) -> Prop<Member>;
 
 /// Calls `visit(prop)` for each property of `Class`, in the order of its table.
 template <typename Class, typename Visitor>
-void ForEachProperty(Visitor&& visit) {
+constexpr void ForEachProperty(Visitor&& visit) {
   std::apply([&](const auto&... property) { (visit(property), ...); }, Class::Properties());
 }
 

@@ -49,13 +49,19 @@ class PropertyGroup : public ElementOf<PropertyGroup> {
         Prop{"HelpContextID", &PropertyGroup::HelpContextID},
         Prop{"IsHiddenMember", &PropertyGroup::IsHiddenMember},
         Prop{"FirstBlockInCode", &PropertyGroup::FirstBlockInCode, PropertyKind::Link},
-        Prop{"PropertyGetBlock", &PropertyGroup::PropertyGetBlock, PropertyKind::Link},
-        Prop{"PropertyLetBlock", &PropertyGroup::PropertyLetBlock, PropertyKind::Link},
-        Prop{"PropertySetBlock", &PropertyGroup::PropertySetBlock, PropertyKind::Link},
+        Prop{"PropertyGetBlock", &PropertyGroup::PropertyGetBlock,
+             &PropertyGroup::SetPropertyGetBlock, PropertyKind::Link},
+        Prop{"PropertyLetBlock", &PropertyGroup::PropertyLetBlock,
+             &PropertyGroup::SetPropertyLetBlock, PropertyKind::Link},
+        Prop{"PropertySetBlock", &PropertyGroup::PropertySetBlock,
+             &PropertyGroup::SetPropertySetBlock, PropertyKind::Link},
         Prop{"Access", &PropertyGroup::Access, PropertyKind::Derived},
         Prop{"ExcludeFlag", &PropertyGroup::ExcludeFlag, PropertyKind::Derived},
         Prop{"Interface", &PropertyGroup::Interface, PropertyKind::Derived},
-        Prop{"QualifiedName", &PropertyGroup::QualifiedName, PropertyKind::Derived}};
+        Prop{"QualifiedName", &PropertyGroup::QualifiedName, PropertyKind::Derived},
+        Prop{"Component", &PropertyGroup::Component, PropertyKind::Link}.Hide(),
+        Prop{"PrimaryBlock", &PropertyGroup::PrimaryBlock, PropertyKind::Link}.Hide(),
+        Prop{"VBProject", &PropertyGroup::VBProject, PropertyKind::Link}.Hide()};
   }
 
  private:

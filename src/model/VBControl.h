@@ -107,7 +107,10 @@ class VBControl : public ElementOf<VBControl> {
                       Prop{"y", &VBControl::y},
                       Prop{"VBControls", &VBControl::VBControls, PropertyKind::Children},
                       Prop{"QualifiedName", &VBControl::QualifiedName, PropertyKind::Derived},
-                      Prop{"SourceLine", &VBControl::SourceLine}};
+                      Prop{"SourceLine", &VBControl::SourceLine, &VBControl::SetSourceLine},
+                      Prop{"ShortName", &VBControl::ShortName, PropertyKind::Derived}.Hide(),
+                      Prop{"Component", &VBControl::Component, PropertyKind::Link}.Hide(),
+                      Prop{"Parent", &VBControl::Parent, PropertyKind::Link}.Hide()};
   }
 };
 

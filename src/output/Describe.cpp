@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <concepts>
+#include <cstddef>
 #include <type_traits>
+#include <utility>
 
 #include "project/WithItsClass.h"
 
@@ -17,9 +19,6 @@ concept HasProperties = requires {
 };
 
 template <typename T>
-const ClassDescription& DescriptionOf();
-
-template <typename T>
 constexpr bool kIsOnDemand = false;
 template <typename T>
 constexpr bool kIsOnDemand<OnDemand<T>> = true;
@@ -27,6 +26,14 @@ template <typename T>
 constexpr bool kIsHandle = false;
 template <typename T>
 constexpr bool kIsHandle<WeakHandle<T>> = true;
+template <typename T>
+struct LinkTarget {
+  using Type = std::remove_pointer_t<T>;
+};
+template <typename T>
+struct LinkTarget<WeakHandle<T>> {
+  using Type = T;
+};
 template <typename T>
 constexpr bool kIsShared = false;
 template <typename T>
@@ -98,6 +105,48 @@ void Fill(PropertyValue& value, const T& property) {
     value.Link = property;
 }
 
+// What a function that sets a property takes.
+template <typename Setter>
+struct ArgumentOf;
+template <typename Class, typename Argument>
+struct ArgumentOf<void (Class::*)(Argument)> {
+  using Type = std::remove_cvref_t<Argument>;
+};
+
+template <typename T>
+constexpr std::span<const EnumName> NamesOfType() {
+  if constexpr (std::is_enum_v<T>)
+    return NamesOf(T());
+  else
+    return {};
+}
+
+// Gives `target` the value; false, without a change, where that does not fit.
+template <typename T>
+bool Assign(T& target, const PropertyValue& value) {
+  constexpr PropertyShape shape = ShapeOf<T>();
+  if constexpr (std::is_enum_v<T>) {
+    if (!FindName(NamesOf(T()), value.Number)) return false;
+    target = static_cast<T>(value.Number);
+  } else if constexpr (shape == PropertyShape::Number) {
+    if (!std::in_range<T>(value.Number)) return false;
+    target = static_cast<T>(value.Number);
+  } else if constexpr (shape == PropertyShape::Truth) {
+    target = value.Truth;
+  } else if constexpr (shape == PropertyShape::Text) {
+    target = value.Text;
+  } else if constexpr (shape == PropertyShape::Path) {
+    target.SetFullPath(value.Text);
+  } else if constexpr (shape == PropertyShape::Texts) {
+    target.assign(value.Texts.begin(), value.Texts.end());
+  } else {
+    auto* element = dynamic_cast<typename LinkTarget<T>::Type*>(value.Link);
+    if (value.Link && !element) return false;
+    target = element;
+  }
+  return true;
+}
+
 // The collection behind a property; null where it was never used.
 template <typename T>
 const ContentOf<T>* CollectionOf(const T& property) {
@@ -107,10 +156,39 @@ const ContentOf<T>* CollectionOf(const T& property) {
     return &property;
 }
 
+// The class of what a property owns or links to; void for plain values.
+template <typename T>
+struct ElementTypeOf {
+  using Type = void;
+};
+template <CollectionOfElements T>
+struct ElementTypeOf<T> {
+  using Type = typename T::Element;
+};
+template <CollectionOfElements T>
+struct ElementTypeOf<OnDemand<T>> {
+  using Type = typename T::Element;
+};
+template <typename T>
+struct ElementTypeOf<std::shared_ptr<T>> {
+  using Type = T;
+};
+template <typename T>
+struct ElementTypeOf<WeakHandle<T>> {
+  using Type = T;
+};
+template <typename T>
+struct ElementTypeOf<T*> {
+  using Type = T;
+};
+
 template <typename Class, std::size_t I>
 struct Property {
   static constexpr auto kEntry = std::get<I>(Class::Properties());
   using Type = ValueOf<Class, I>;
+  static constexpr bool kOwns =
+      ShapeOf<Type>() == PropertyShape::Element || ShapeOf<Type>() == PropertyShape::Elements;
+  using ElementType = typename ElementTypeOf<Type>::Type;
 
   static decltype(auto) Of(const void* object) {
     return kEntry.Of(*static_cast<const Class*>(object));
@@ -141,15 +219,38 @@ struct Property {
               &DescriptionOf<typename ContentOf<Type>::Element>()};
   }
 
+  static bool Write(void* object, const PropertyValue& value) {
+    Class& element = *static_cast<Class*>(object);
+    if constexpr (kEntry.kHasSetter) {
+      typename ArgumentOf<decltype(kEntry.Set)>::Type argument{};
+      if (!Assign(argument, value)) return false;
+      (element.*kEntry.Set)(argument);
+      return true;
+    } else {
+      return Assign(kEntry.Of(element), value);
+    }
+  }
+
+  static constexpr bool MayBeSet() {
+    if constexpr (kOwns || ShapeOf<Type>() == PropertyShape::Lines)
+      return false;
+    else
+      return kEntry.kHasSetter || kEntry.kIsData;
+  }
+
   static constexpr PropertyDescription Describe() {
-    constexpr PropertyShape shape = ShapeOf<Type>();
-    PropertyDescription description{kEntry.Name, kEntry.Kind, shape};
-    if constexpr (shape == PropertyShape::Element || shape == PropertyShape::Elements) {
+    PropertyDescription description{kEntry.Name, kEntry.Kind, ShapeOf<Type>()};
+    if constexpr (kOwns) {
       description.Count = &Count;
       description.At = &At;
     } else {
       description.Read = &Read;
     }
+    if constexpr (MayBeSet()) description.Write = &Write;
+    description.Names = NamesOfType<Type>();
+    if constexpr (!kClassName<ElementType>.empty())
+      description.ElementClass = &DescriptionOf<ElementType>;
+    description.IsOption = kEntry.IsOption;
     return description;
   }
 };
@@ -163,14 +264,29 @@ template <typename Class>
 constexpr auto kProperties = DescribeAll<Class>(
     std::make_index_sequence<std::tuple_size_v<decltype(Class::Properties())>>());
 
+// Number of properties that are shown; -1 where a hidden one stands before one of them.
 template <typename Class>
-constexpr ClassDescription kDescription{RowOf(kKindOf<Class>).ClassName, kProperties<Class>,
-                                        kKindOf<Class>};
+constexpr std::ptrdiff_t CountShown() {
+  std::ptrdiff_t shown = 0, hidden = 0;
+  ForEachProperty<Class>([&](const auto& property) {
+    if (property.IsHidden)
+      ++hidden;
+    else
+      shown = hidden > 0 ? -1 : shown + 1;
+  });
+  return shown;
+}
 
 template <typename Class>
-const ClassDescription& DescriptionOf() {
-  return kDescription<Class>;
+constexpr std::span<const PropertyDescription> ShownProperties() {
+  constexpr std::ptrdiff_t count = CountShown<Class>();
+  static_assert(count >= 0, "hidden properties stand last");
+  return std::span(kProperties<Class>).first(count);
 }
+
+template <typename Class>
+constexpr ClassDescription kDescription{RowOf(kKindOf<Class>).ClassName, ShownProperties<Class>(),
+                                        kProperties<Class>, kKindOf<Class>};
 
 // Null for a class without a table of properties.
 template <typename Class>
@@ -187,7 +303,17 @@ constexpr std::array kDescriptions{
 #undef VENDREL_ENTRY
 };
 
+constexpr ClassDescription kNoDescription{{}, {}, {}, ElementKind::None};
+
 }  // namespace
+
+template <typename Class>
+const ClassDescription& DescriptionOf() {
+  if constexpr (HasProperties<Class>)
+    return kDescription<Class>;
+  else
+    return kNoDescription;
+}
 
 template <typename Class>
 ElementRef Describe(const Class& element) {
@@ -198,6 +324,7 @@ ElementRef Describe(const Class& element) {
 }
 
 #define VENDREL_INSTANTIATE(Class, word, named, scope)                                             \
+  template const ClassDescription& DescriptionOf<Class>();                                         \
   template ElementRef Describe<Class>(const Class&);
 VENDREL_ELEMENT_KINDS(VENDREL_INSTANTIATE)
 #undef VENDREL_INSTANTIATE

@@ -1,8 +1,8 @@
 #pragma once
-// The classes of the tree as data: which properties each has, how each is read. Made at compile
-// time from the table that stands on each class; the dump walks it, and whatever compares two trees
-// or reaches a property by name can. Elements are reached by position, so a walker can keep a stack
-// of its own: trees of controls are as deep as their input makes them.
+// The classes of the tree as data: which properties each has, how each is read and set. Made at
+// compile time from the table that stands on each class; the dump walks it, and whatever compares
+// two trees or reaches a property by name can. Elements are reached by position, so a walker can
+// keep a stack of its own: trees of controls are as deep as their input makes them.
 
 #include <cstddef>
 #include <cstdint>
@@ -11,7 +11,9 @@
 #include <string_view>
 #include <vector>
 
+#include "core/Enums.h"
 #include "model/ElementKinds.h"
+#include "model/Fwd.h"
 #include "model/Property.h"
 
 namespace vendrel {
@@ -45,7 +47,7 @@ struct PropertyValue {
   std::int64_t Number = 0;
   bool Truth = false;
   std::span<const std::string> Texts;
-  const CodeElement* Link = nullptr;
+  CodeElement* Link = nullptr;
   /// Null where the collection was never used.
   const CodeLines* Lines = nullptr;
 
@@ -64,14 +66,31 @@ struct PropertyDescription {
   std::size_t (*Count)(const void* object) = nullptr;
   /// The element at a 1-based position. Loads nothing.
   ElementRef (*At)(const void* object, std::size_t index) = nullptr;
+  /// Sets the property, of an object of the class that was described; null where it cannot be set.
+  /// False, and nothing changed, where the value does not fit: a number that its type cannot hold
+  /// or its enumeration does not name, an element of another class.
+  bool (*Write)(void* object, const PropertyValue& value) = nullptr;
+  /// The values of its enumeration; empty for other properties.
+  std::span<const EnumName> Names = {};
+  /// The class of its elements, or of the element it links to; null where that may be of any class.
+  const ClassDescription& (*ElementClass)() = nullptr;
+  /// A switch of a project, to be set before `Load`.
+  bool IsOption = false;
 };
 
 /// One class: its name and its properties in the order of its table.
 struct ClassDescription {
   std::string_view Name;
+  /// Those that are shown and compared.
   std::span<const PropertyDescription> Properties;
+  /// Those and behind them the hidden ones.
+  std::span<const PropertyDescription> AllProperties;
   ElementKind Kind;
 };
+
+/// The description of a class. Defined for every class with a table of properties.
+template <typename Class>
+const ClassDescription& DescriptionOf();
 
 /// The description of an element. Defined for every class with a table of properties.
 template <typename Class>

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
+#include "core/Utf8.h"
 #include "diagnostics/Context.h"
 #include "model/Component.h"
 #include "output/CodeHtml.h"
 #include "output/CodePieces.h"
 #include "output/HtmlText.h"
 #include "services/SourceText.h"
-#include "services/Utf8.h"
 
 namespace vendrel {
 namespace {

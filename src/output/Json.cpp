@@ -3,7 +3,7 @@
 #include <array>
 #include <charconv>
 
-#include "services/Utf8.h"
+#include "core/Utf8.h"
 
 namespace vendrel {
 namespace {

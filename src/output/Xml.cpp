@@ -1,7 +1,7 @@
 #include "output/Xml.h"
 
+#include "core/Utf8.h"
 #include "diagnostics/Context.h"
-#include "services/Utf8.h"
 
 namespace vendrel {
 namespace {

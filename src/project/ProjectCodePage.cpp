@@ -6,13 +6,13 @@
 #include <vector>
 
 #include "core/Ascii.h"
+#include "core/Utf8.h"
 #include "diagnostics/VendrelError.h"
 #include "model/ModuleKinds.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"
 #include "services/FolderCache.h"
 #include "services/SourceText.h"
-#include "services/Utf8.h"
 #include "text/Words.h"
 
 namespace vendrel {

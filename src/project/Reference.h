@@ -68,7 +68,13 @@ class Reference : public ElementOf<Reference> {
                       Prop{"ExcludeFlag", &Reference::ExcludeFlag},
                       Prop{"Description", &Reference::Description, PropertyKind::Derived},
                       Prop{"TaggedComments", &Reference::TaggedComments, PropertyKind::Children},
-                      Prop{"SourceLine", &Reference::SourceLine}};
+                      Prop{"SourceLine", &Reference::SourceLine, &Reference::SetSourceLine},
+                      Prop{"ParentProject", &Reference::ParentProject, &Reference::SetParentProject,
+                           PropertyKind::Link}
+                          .Hide(),
+                      Prop{"ReferencedProject", &Reference::ReferencedProject,
+                           &Reference::SetReferencedProject, PropertyKind::Link}
+                          .Hide()};
   }
 
  private:

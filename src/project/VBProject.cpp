@@ -22,6 +22,7 @@ const ProjectTypeCache::Entry* ProjectTypeCache::Find(std::string_view name) con
 
 VBProject::VBProject() {
   EnsureStarted();
+  ConnectReaders();
   mWorkspace = &vendrel::Workspace::Current();
   mTypeResolver = std::make_shared<vendrel::TypeResolver>();
   Components.SetVBProject(this);

@@ -224,6 +224,11 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
   std::shared_ptr<VSSItem> SourceSafeItem();
 
   // typelib/
+  /// Makes the readers of compiled files known to the workspace in use: references and files ask
+  /// type libraries for names and ids by them. Every project does that first; only the first call
+  /// acts. Defined in the highest room that has such a reader, since a static library would leave
+  /// out a reader that nobody names.
+  static void ConnectReaders();
   /// Fills the project from a type library or compiled file. False if it holds no library.
   bool LoadFromTypeLib(std::string_view Path);
   /// Keeps a help string as a tagged comment of an element, if `LoadTypeLibHelpStrings`.
@@ -344,19 +349,81 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
         Prop{"Increment", &VBProject::Increment},
         Prop{"IconForm", &VBProject::IconForm},
         Prop{"ClsID", &VBProject::ClsID, PropertyKind::Derived},
-        Prop{"TemplateName", &VBProject::TemplateName},
-        Prop{"IncludeFlag", &VBProject::IncludeFlag},
+        Prop{"TemplateName", &VBProject::TemplateName}.Option(),
+        Prop{"IncludeFlag", &VBProject::IncludeFlag}.Option(),
         Prop{"ProjectSourceType", &VBProject::ProjectSourceType},
         Prop{"ProjectSourceAccess", &VBProject::ProjectSourceAccess},
-        Prop{"LanguageVersion", &VBProject::LanguageVersion},
-        Prop{"RootNamespace", &VBProject::RootNamespace},
+        Prop{"LanguageVersion", &VBProject::LanguageVersion, &VBProject::SetLanguageVersion},
+        Prop{"RootNamespace", &VBProject::RootNamespace}.Option(),
         Prop{"CompilerConstants", &VBProject::CompilerConstants, PropertyKind::Children},
         Prop{"References", &VBProject::References, PropertyKind::Children},
         Prop{"Libraries", &VBProject::Libraries, PropertyKind::Children},
         Prop{"Examples", &VBProject::Examples, PropertyKind::Children},
         Prop{"TaggedComments", &VBProject::TaggedComments, PropertyKind::Children},
         Prop{"Components", &VBProject::Components, PropertyKind::Children},
-        Prop{"QualifiedName", &VBProject::QualifiedName, PropertyKind::Derived}};
+        Prop{"QualifiedName", &VBProject::QualifiedName, PropertyKind::Derived},
+        Prop{"AddLineNumbers", &VBProject::AddLineNumbers}.Hide().Option(),
+        Prop{"BuildTypeCache", &VBProject::BuildTypeCache}.Hide().Option(),
+        Prop{"DetectNewBlocksOnAddCode", &VBProject::DetectNewBlocksOnAddCode}.Hide().Option(),
+        Prop{"DontPreLoadComponentDeclarations", &VBProject::DontPreLoadComponentDeclarations}
+            .Hide()
+            .Option(),
+        Prop{"DotNetReferencePath", &VBProject::DotNetReferencePath}.Hide().Option(),
+        Prop{"ExamplesOnlyFlag", &VBProject::ExamplesOnlyFlag}.Hide().Option(),
+        Prop{"LineNumberPerModule", &VBProject::LineNumberPerModule}.Hide().Option(),
+        Prop{"LoadBlocksOnly", &VBProject::LoadBlocksOnly}.Hide().Option(),
+        Prop{"LoadPrivateMembers", &VBProject::LoadPrivateMembers}.Hide().Option(),
+        Prop{"LoadTypeLibHelpStrings", &VBProject::LoadTypeLibHelpStrings}.Hide().Option(),
+        Prop{"LogFolder", &VBProject::LogFolder}.Hide().Option(),
+        Prop{"OutputConditionalCompilationBlocks", &VBProject::OutputConditionalCompilationBlocks}
+            .Hide()
+            .Option(),
+        Prop{"PlugInFlag", &VBProject::PlugInFlag}.Hide().Option(),
+        Prop{"PreserveOriginalTaggedComments", &VBProject::PreserveOriginalTaggedComments}
+            .Hide()
+            .Option(),
+        Prop{"PropertyCommentsFrom", &VBProject::PropertyCommentsFrom}.Hide().Option(),
+        Prop{"RetainContextIDs", &VBProject::RetainContextIDs}.Hide().Option(),
+        Prop{"RootFlag", &VBProject::RootFlag}.Hide().Option(),
+        Prop{"TaggedCommentsBeforeElement", &VBProject::TaggedCommentsBeforeElement}
+            .Hide()
+            .Option(),
+        Prop{"UnTaggedBlocks", &VBProject::UnTaggedBlocks}.Hide().Option(),
+        Prop{"UnTaggedEnumerations", &VBProject::UnTaggedEnumerations}.Hide().Option(),
+        Prop{"UnTaggedEvents", &VBProject::UnTaggedEvents}.Hide().Option(),
+        Prop{"UnTaggedModules", &VBProject::UnTaggedModules}.Hide().Option(),
+        Prop{"UnTaggedUDTs", &VBProject::UnTaggedUDTs}.Hide().Option(),
+        Prop{"UnTaggedVariables", &VBProject::UnTaggedVariables}.Hide().Option(),
+        Prop{"WriteHelpDescriptions", &VBProject::WriteHelpDescriptions}.Hide().Option(),
+        Prop{"DoNotPopulateComponents", &VBProject::DoNotPopulateComponents,
+             &VBProject::SetDoNotPopulateComponents}
+            .Hide()
+            .Option(),
+        Prop{"TaggedCommentUpgradeFlag", &VBProject::TaggedCommentUpgradeFlag,
+             &VBProject::SetTaggedCommentUpgradeFlag}
+            .Hide()
+            .Option(),
+        Prop{"UpgradeLegacyTaggedcomments", &VBProject::UpgradeLegacyTaggedcomments,
+             &VBProject::SetUpgradeLegacyTaggedcomments}
+            .Hide()
+            .Option(),
+        Prop{"LastError", &VBProject::LastError}.Hide(),
+        Prop{"PersistSource", &VBProject::PersistSource}.Hide(),
+        Prop{"CancelLoad", &VBProject::CancelLoad}.Hide(),
+        Prop{"VBNETProjectGUID", &VBProject::VBNETProjectGUID}.Hide(),
+        Prop{"VBNETAssemblyName", &VBProject::VBNETAssemblyName}.Hide(),
+        Prop{"WasReadFromTypeLibrary", &VBProject::WasReadFromTypeLibrary}.Hide(),
+        Prop{"TypeLibPath", &VBProject::TypeLibPath}.Hide(),
+        Prop{"AutoGatherComments", &VBProject::AutoGatherComments,
+             &VBProject::SetAutoGatherComments}
+            .Hide(),
+        Prop{"Silent", &VBProject::Silent, &VBProject::SetSilent}.Hide(),
+        Prop{"HighestHelpContextID", &VBProject::HighestHelpContextID, PropertyKind::Derived}
+            .Hide(),
+        Prop{"CommentFile", &VBProject::CommentFile, PropertyKind::Identity}.Hide(),
+        Prop{"VBProjectGroup", &VBProject::VBProjectGroup, &VBProject::SetVBProjectGroup,
+             PropertyKind::Link}
+            .Hide()};
   }
 
   // State of the reader of project files; only that room touches it.

@@ -59,11 +59,15 @@ class VBProjectGroup : public ElementOf<VBProjectGroup> {
         Prop{"FileName", &VBProjectGroup::FileName, PropertyKind::Identity},
         Prop{"LastErrorString", &VBProjectGroup::LastErrorString},
         Prop{"TaggedDescription", &VBProjectGroup::TaggedDescription},
-        Prop{"Description", &VBProjectGroup::Description, PropertyKind::Derived},
-        Prop{"InternalDescription", &VBProjectGroup::InternalDescription},
+        Prop{"Description", &VBProjectGroup::Description, &VBProjectGroup::SetDescription,
+             PropertyKind::Derived},
+        Prop{"InternalDescription", &VBProjectGroup::InternalDescription,
+             &VBProjectGroup::SetInternalDescription},
         Prop{"TaggedComments", &VBProjectGroup::TaggedComments, PropertyKind::Children},
         Prop{"VBProjects", &VBProjectGroup::AllVBProjects, PropertyKind::Children},
-        Prop{"QualifiedName", &VBProjectGroup::QualifiedName, PropertyKind::Derived}};
+        Prop{"QualifiedName", &VBProjectGroup::QualifiedName, &VBProjectGroup::SetQualifiedName,
+             PropertyKind::Derived},
+        Prop{"UpgradeLegacyTaggedcomments", &VBProjectGroup::UpgradeLegacyTaggedcomments}.Hide()};
   }
 
  private:

@@ -8,9 +8,9 @@
 #include <utility>
 
 #include "core/Ascii.h"
+#include "core/Utf8.h"
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
-#include "services/Utf8.h"
 
 namespace vendrel {
 namespace {

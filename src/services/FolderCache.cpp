@@ -8,9 +8,9 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "core/Utf8.h"
 #include "core/Workspace.h"
 #include "services/CodePage.h"
-#include "services/Utf8.h"
 
 namespace vendrel {
 namespace {

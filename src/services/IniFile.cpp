@@ -2,19 +2,11 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "core/Utf8.h"
 #include "services/SourceText.h"
-#include "services/Utf8.h"
 
 namespace vendrel {
 namespace {
-
-constexpr std::string_view kGaps = " \t";
-
-std::string_view TrimGaps(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kGaps);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kGaps) - first + 1);
-}
 
 std::string_view WithoutEnclosingQuotes(std::string_view value) {
   const bool enclosed = value.size() > 1 && value.front() == value.back() &&

@@ -4,9 +4,9 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "core/Utf8.h"
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
-#include "services/Utf8.h"
 
 namespace vendrel {
 namespace {

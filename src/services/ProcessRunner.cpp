@@ -67,8 +67,6 @@ struct InstalledRunner {
   std::shared_ptr<ProcessRunner> Runner = std::make_shared<MachineProcesses>();
 };
 
-bool IsGap(char c) { return c == ' ' || c == '\t'; }
-
 std::string TakeProgram(std::string_view& rest) {
   std::string program;
   bool quoted = false;

@@ -6,7 +6,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "services/Utf8.h"
+#include "core/Utf8.h"
 
 namespace vendrel {
 namespace {
@@ -113,12 +113,7 @@ class RegistryParser {
   }
 
  private:
-  std::string_view NextLine() {
-    std::string_view line = TakeLine(mRest, mEnds);
-    while (!line.empty() && (line[0] == ' ' || line[0] == '\t')) line.remove_prefix(1);
-    while (!line.empty() && (line.back() == ' ' || line.back() == '\t')) line.remove_suffix(1);
-    return line;
-  }
+  std::string_view NextLine() { return TrimGaps(TakeLine(mRest, mEnds)); }
 
   void ReadHeader(std::string_view line) {
     mIsWine = StartsWithNoCaseAscii(line, "WINE REGISTRY");

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstring>
 
+#include "core/Utf8.h"
 #include "diagnostics/Context.h"
 #include "services/FileSource.h"
-#include "services/Utf8.h"
 
 namespace vendrel {
 namespace {

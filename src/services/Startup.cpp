@@ -20,8 +20,6 @@ void EnsureStarted() {
   workspace.Started = true;
   workspace.State.SetAutoAppendReader(AutoAppendSetting);
   workspace.State.Reset();
-  ConnectLibraryReaders();
-  ConnectNetLoaders();
 }
 
 }  // namespace vendrel

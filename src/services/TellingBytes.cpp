@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "core/Ascii.h"
+#include "core/Utf8.h"
 #include "services/CodePage.h"
 #include "services/PairPages.h"
-#include "services/Utf8.h"
 
 namespace vendrel {
 namespace {

@@ -3,18 +3,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "core/Ascii.h"
-
 namespace vendrel {
-
-bool FieldCursor::Next(std::string_view& field) {
-  if (!mMore) return false;
-  const std::size_t at = mDelimiter.empty() ? std::string_view::npos : mRest.find(mDelimiter);
-  field = mRest.substr(0, at);
-  mMore = at != std::string_view::npos;
-  if (mMore) mRest.remove_prefix(at + mDelimiter.size());
-  return true;
-}
 
 TextUtility& TextUtility::Default() {
   static TextUtility instance;

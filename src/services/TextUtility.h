@@ -9,23 +9,9 @@
 #include <string_view>
 #include <vector>
 
+#include "core/Ascii.h"
+
 namespace vendrel {
-
-/// Walks the fields of a text in order, each once. Asking `TextUtility::Field` for 1, 2, 3 and so
-/// on walks from the start each time.
-class FieldCursor {
- public:
-  /// Views: text and delimiter must outlive the cursor. With an empty delimiter the text is one
-  /// field; an empty text has none.
-  FieldCursor(std::string_view text, std::string_view delimiter)
-      : mRest(text), mDelimiter(delimiter), mMore(!text.empty()) {}
-  /// Gives the next field; false behind the last.
-  bool Next(std::string_view& field);
-
- private:
-  std::string_view mRest, mDelimiter;
-  bool mMore;
-};
 
 /// Text helpers, without state.
 class TextUtility {
@@ -39,7 +25,8 @@ class TextUtility {
   static std::string RightPart(std::string_view text);
 
   /// The field of that 1-based index; empty past the last and for an index below 1. Text without
-  /// the delimiter is field 1.
+  /// the delimiter is field 1. Each call walks from the start: for all in turn take a
+  /// `FieldCursor`.
   static std::string Field(std::string_view text, std::string_view delimiter, std::int32_t index);
   /// The same as a view into `text`.
   static std::string_view FieldView(std::string_view text, std::string_view delimiter,

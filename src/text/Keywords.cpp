@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "core/Ascii.h"
+#include "core/Hash.h"
 
 namespace vendrel {
 namespace {
@@ -44,9 +45,9 @@ constexpr std::size_t kLongestKeyword = 14;
 constexpr std::size_t kSlots = 512;
 
 constexpr std::size_t SlotOf(std::string_view word) {
-  std::uint32_t hash = 2166136261u;
-  for (const char c : word) hash = (hash ^ static_cast<unsigned char>(UpperAscii(c))) * 16777619u;
-  return (hash ^ (hash >> 15)) % kSlots;
+  TextHash hash;
+  for (const char c : word) hash.Add(UpperAscii(c));
+  return hash.Value() % kSlots;
 }
 
 constexpr std::array<std::uint8_t, kSlots> MakeSlots() {

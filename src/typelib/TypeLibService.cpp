@@ -8,7 +8,6 @@
 #include "diagnostics/Context.h"
 #include "project/VBProject.h"
 #include "services/SettingsReader.h"
-#include "services/Startup.h"
 #include "typelib/reader/LibraryFinder.h"
 #include "typelib/reader/TypeLibReader.h"
 

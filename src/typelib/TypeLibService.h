@@ -36,6 +36,10 @@ class TLIApplication {
   static std::shared_ptr<TLIApplication> New();
 };
 
+/// Registers this system's own service, unless a host has put another in its place, and lets files
+/// and references of the workspace in use ask libraries for ids and names.
+void ConnectLibraryReaders();
+
 /// The numbers of the version block of a compiled file with a delimiter between them: "5.1.2600.0".
 /// Empty if there is no such file or block.
 std::string FileVersion(const FileSystemObject& file, std::string_view delimiter = ".");

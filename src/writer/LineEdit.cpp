@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "services/Utf8.h"
+#include "core/Utf8.h"
 #include "writer/RawLine.h"
 
 namespace vendrel {

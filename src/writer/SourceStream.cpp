@@ -1,8 +1,8 @@
 #include "writer/SourceStream.h"
 
+#include "core/Utf8.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "services/Utf8.h"
 
 namespace vendrel {
 namespace {

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "services/CodePage.h"
-#include "services/Startup.h"
 #include "support/MemoryFiles.h"
 #include "support/ToolRun.h"
 #include "typelib/SampleImages.h"
+#include "typelib/TypeLibService.h"
 
 namespace vendrel::cli {
 namespace {

@@ -2,13 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <sstream>
 
 #include "model/PropertyGroup.h"
 #include "output/Json.h"
-#include "project/VBProject.h"
+#include "project/VBProjectGroup.h"
 
 namespace vendrel {
 namespace {
@@ -35,6 +36,93 @@ TEST(Describe, GivesEveryClassDistinctNamesAndReaders) {
           << description->Name << "." << property.Name;
     }
   }
+}
+
+const PropertyDescription& PropertyOf(const ClassDescription& type, std::string_view name) {
+  const auto all = type.AllProperties;
+  const auto found = std::find_if(all.begin(), all.end(), [&](auto& p) { return p.Name == name; });
+  EXPECT_NE(found, all.end()) << name;
+  return *found;
+}
+
+// Sets each property that can be set to something else, and reads it back.
+template <typename Class>
+void SetAndReadBack() {
+  Class object;
+  const ClassDescription& type = DescriptionOf<Class>();
+  for (const PropertyDescription& property : type.AllProperties) {
+    if (!property.Write || property.Shape == PropertyShape::Link) continue;
+    if (property.Name == "AutoGatherComments") continue;  // assigning is ignored
+    const std::string_view text = property.Shape == PropertyShape::Path ? "Z:\\a\\b.txt" : "ab c";
+    const std::vector<std::string> texts{"a", "b"};
+    PropertyValue given, after;
+    property.Read(&object, given);
+    given.Truth = !given.Truth;
+    given.Number = property.Names.empty() ? 7 : property.Names.back().Value;
+    given.Text = text;
+    given.Texts = texts;
+    SCOPED_TRACE(std::string(type.Name) + "." + std::string(property.Name));
+    EXPECT_TRUE(property.Write(&object, given));
+    property.Read(&object, after);
+    switch (property.Shape) {
+      case PropertyShape::Number: EXPECT_EQ(after.Number, given.Number); break;
+      case PropertyShape::Truth: EXPECT_EQ(after.Truth, given.Truth); break;
+      case PropertyShape::Texts: EXPECT_EQ(after.Texts.size(), texts.size()); break;
+      default: EXPECT_EQ(after.Text, text);
+    }
+  }
+}
+
+TEST(Describe, WhatCanBeSetReadsBack) {
+  SetAndReadBack<Block>();
+  SetAndReadBack<CompilerConstant>();
+  SetAndReadBack<Component>();
+  SetAndReadBack<DeclareDeclaration>();
+  SetAndReadBack<EventDeclaration>();
+  SetAndReadBack<Example>();
+  SetAndReadBack<Parameter>();
+  SetAndReadBack<Reference>();
+  SetAndReadBack<TaggedComment>();
+  SetAndReadBack<VBControl>();
+  SetAndReadBack<VBProject>();
+  SetAndReadBack<VBProjectGroup>();
+  SetAndReadBack<Variable>();
+}
+
+TEST(Describe, RefusesWhatDoesNotFit) {
+  Block block;
+  Variable variable;
+  PropertyValue value;
+  const auto write = [&](std::string_view name) {
+    return PropertyOf(DescriptionOf<Block>(), name).Write(&block, value);
+  };
+  value.Number = btPropertyLet;
+  EXPECT_TRUE(write("BlockType"));
+  value.Number = 99;
+  EXPECT_FALSE(write("BlockType"));
+  EXPECT_EQ(block.BlockType(), btPropertyLet);
+  value.Number = std::int64_t{1} << 40;
+  EXPECT_FALSE(write("HelpContextID"));
+  value.Link = &variable;
+  EXPECT_TRUE(write("EventSource"));
+  EXPECT_EQ(block.EventSource.Get(), &variable);
+  EXPECT_FALSE(write("Component"));
+  EXPECT_EQ(block.Component.Get(), nullptr);
+  value.Link = nullptr;
+  EXPECT_TRUE(write("EventSource"));
+  EXPECT_EQ(block.EventSource.Get(), nullptr);
+}
+
+TEST(Describe, TellsTypesAndWhatCannotBeSet) {
+  const ClassDescription& module = DescriptionOf<Component>();
+  EXPECT_EQ(PropertyOf(module, "FileType").Names[3].Name, "ftForm");
+  EXPECT_TRUE(PropertyOf(module, "OptionBase").Names.empty());
+  EXPECT_EQ(PropertyOf(module, "Blocks").ElementClass, &DescriptionOf<Block>);
+  EXPECT_EQ(PropertyOf(module, "VBControl").ElementClass, &DescriptionOf<VBControl>);
+  EXPECT_EQ(PropertyOf(module, "CurrentBlock").ElementClass, &DescriptionOf<Block>);
+  EXPECT_EQ(PropertyOf(module, "LastElement").ElementClass, nullptr);
+  for (const char* name : {"Blocks", "VBControl", "QualifiedName", "AccessType"})
+    EXPECT_EQ(PropertyOf(module, name).Write, nullptr) << name;
 }
 
 TEST(Dump, HasEveryPropertyOfTheTable) {

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "core/Utf8.h"
 #include "diagnostics/VendrelError.h"
-#include "services/Utf8.h"
 
 namespace vendrel {
 namespace {

@@ -2,6 +2,7 @@
 
 #include "core/MessageService.h"
 #include "core/Workspace.h"
+#include "project/VBProject.h"
 #include "services/Startup.h"
 
 namespace {
@@ -9,7 +10,9 @@ namespace {
 // Process-wide state is reset around each case, so that the order of cases cannot matter.
 class FreshState final : public testing::EmptyTestEventListener {
   void OnTestStart(const testing::TestInfo&) override {
-    vendrel::EnsureStarted();  // else the first object of a case would reset what the case has set
+    // Else the first project of a case would reset what the case has set.
+    vendrel::EnsureStarted();
+    vendrel::VBProject::ConnectReaders();
     vendrel::State().Reset();
     vendrel::MessageService::Install(nullptr);
   }

@@ -4,7 +4,6 @@
 #include "core/ObjectRegistry.h"
 #include "core/Workspace.h"
 #include "project/VBProject.h"
-#include "services/Startup.h"
 #include "support/Services.h"
 #include "typelib/SampleImages.h"
 #include "typelib/ShopIdl.h"

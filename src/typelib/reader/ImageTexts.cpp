@@ -1,9 +1,9 @@
 #include "typelib/reader/ImageTexts.h"
 
 #include "core/Ascii.h"
+#include "core/Utf8.h"
 #include "services/PairPages.h"
 #include "services/TellingBytes.h"
-#include "services/Utf8.h"
 #include "typelib/reader/LanguagePages.h"
 #include "typelib/reader/Limits.h"
 
