@@ -24,11 +24,10 @@ std::string_view Trimmed(std::string_view text) {
 }
 
 std::string NameOf(const CodeElement& element) {
-  if (TypeMatch(&element, "Component")) return static_cast<const Component&>(element).DotNetName();
-  if (TypeMatch(&element, "Block")) return static_cast<const Block&>(element).DotNetName();
-  if (TypeMatch(&element, "Variable")) return static_cast<const Variable&>(element).DotNetName();
-  if (TypeMatch(&element, "EventDeclaration"))
-    return static_cast<const EventDeclaration&>(element).DotNetName();
+  if (const auto* component = As<Component>(&element)) return component->DotNetName();
+  if (const auto* block = As<Block>(&element)) return block->DotNetName();
+  if (const auto* variable = As<Variable>(&element)) return variable->DotNetName();
+  if (const auto* event = As<EventDeclaration>(&element)) return event->DotNetName();
   return {};
 }
 

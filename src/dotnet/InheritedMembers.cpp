@@ -99,14 +99,13 @@ class Completion {
       CodeElement* element = mark.Own < mWaiting.Own.size() ? mWaiting.Own[mark.Own] : nullptr;
       if (!element) continue;
       const std::string& base = mFound.Bases[mark.Base].Type.Name();
-      if (TypeMatch(element, "Block")) {
-        MarkBlock(static_cast<Block&>(*element), base, mark.Hides);
-      } else if (TypeMatch(element, "EventDeclaration")) {
-        auto& event = static_cast<EventDeclaration&>(*element);
-        event.IsShadow |= mark.Hides;
-        if (!mark.Hides && event.InheritedFrom.empty()) event.InheritedFrom = base;
-      } else if (TypeMatch(element, "Variable")) {
-        static_cast<Variable&>(*element).IsShadow |= mark.Hides;
+      if (auto* block = As<Block>(element)) {
+        MarkBlock(*block, base, mark.Hides);
+      } else if (auto* event = As<EventDeclaration>(element)) {
+        event->IsShadow |= mark.Hides;
+        if (!mark.Hides && event->InheritedFrom.empty()) event->InheritedFrom = base;
+      } else if (auto* variable = As<Variable>(element)) {
+        variable->IsShadow |= mark.Hides;
       }
     }
   }

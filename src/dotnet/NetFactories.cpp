@@ -78,7 +78,7 @@ VENDREL_CONTEXT(Name, *this)
 Component* VBProject::netGetComponentForTypeName(std::string_view Name) try {
   TypeClassEnum found = tcUnresolved;
   CodeElement* element = ResolveType(nullptr, Name, found);
-  if (TypeMatch(element, "Component")) return static_cast<Component*>(element);
+  if (auto* component = As<Component>(element)) return component;
   try {
     vendrel::NetResolver* resolver = NetResolver();
     return resolver ? resolver->loadtype(Name, NewVBProject()) : nullptr;
