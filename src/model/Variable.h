@@ -100,6 +100,7 @@ class Variable : public ElementOf<Variable> {
         Prop{"Examples", &Variable::Examples, PropertyKind::Children},
         Prop{"QualifiedName", &Variable::QualifiedName, PropertyKind::Derived},
         Prop{"SourceLine", &Variable::SourceLine, &Variable::SetSourceLine},
+        Prop{"Value", &Variable::Value}.Hide(),
         Prop{"HelpContextIDRead", &Variable::HelpContextIDRead}.Hide(),
         Prop{"AccessType", &Variable::AccessType, PropertyKind::Derived}.Hide(),
         Prop{"Parent", &Variable::Parent, PropertyKind::Link}.Hide(),

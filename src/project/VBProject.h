@@ -414,6 +414,7 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
         Prop{"VBNETAssemblyName", &VBProject::VBNETAssemblyName}.Hide(),
         Prop{"WasReadFromTypeLibrary", &VBProject::WasReadFromTypeLibrary}.Hide(),
         Prop{"TypeLibPath", &VBProject::TypeLibPath}.Hide(),
+        Prop{"ReferencePath", &VBProject::ReferencePath}.Hide(),
         Prop{"AutoGatherComments", &VBProject::AutoGatherComments,
              &VBProject::SetAutoGatherComments}
             .Hide(),

@@ -10,7 +10,7 @@ namespace {
 
 using nlohmann::json;
 
-constexpr const char* kModule =
+constexpr const char* kMainModule =
     "Attribute VB_Name = \"modMain\"\r\n"
     "Private Declare Sub Beep Lib \"kernel32\" (ByVal Hertz As Long)\r\n"
     "Public Enum Colour\r\n  Red = 1\r\nEnd Enum\r\n"
@@ -30,7 +30,7 @@ class NamesCommands : public testing::Test {
       {"/g/Shop.vbp",
        "Type=Exe\r\nReference=*\\Alib\\Lib.vbp\r\nReference=*\\G{X}#2.0#0#C:\\a.tlb#A \"Lib\"\r\n"
        "Module=modMain; modMain.bas\r\nForm=frmMain.frm\r\nName=\"Shop\"\r\n"},
-      {"/g/modMain.bas", kModule},
+      {"/g/modMain.bas", kMainModule},
       {"/g/frmMain.frm", kForm},
       {"/g/lib/Lib.vbp", "Type=OleDll\r\nClass=Item; Item.cls\r\nName=\"Lib\"\r\n"},
       {"/g/lib/Item.cls",

@@ -25,7 +25,7 @@ const std::regex kNoValue(
 // options do, adds to that of another.
 void ReadClasses(const fs::path& header, std::map<std::string, std::set<std::string>>& members) {
   static const std::regex opening("(?:class|struct) (\\w+)[^;]*\\{");
-  static const std::regex member("  ([\\w:<>, *]+[>\\w*]) (\\w+)(?: = [^;]*)?;");
+  static const std::regex member("  (\\w[\\w:<>, *]*[>\\w*]) (\\w+)(?: = [^;]*)?;");
   std::ifstream input(header);
   std::string name;
   bool isPublic = false;

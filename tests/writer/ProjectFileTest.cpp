@@ -5,13 +5,13 @@
 namespace vendrel::test {
 namespace {
 
-struct Written {
+struct WrittenFile {
   std::string Text;  // of the project file, LF
   std::string LastNormal;
 };
 
-Written WriteProject(const std::string& lines, const std::string& folder,
-                     const Prepare& prepare = {}) {
+WrittenFile WriteProject(const std::string& lines, const std::string& folder,
+                         const Prepare& prepare = {}) {
   MemoryFiles files{
       {"/p/A.vbp", WithCrLf(lines)},
       {"/p/sub/M.bas", "Attribute VB_Name = \"M\"\r\n"},
@@ -87,7 +87,7 @@ TEST(WritingTheProjectFile, ReferencesAreRebuiltForAnotherFolderIfTheirFilesAreT
       "Type=Exe\nReference=*\\G{A}#1.0#0#lib\\here.tlb#A\n"
       "Reference=*\\G{B}#1.0#0#lib\\gone.tlb#B\nObject={C}#1.0#0; x.ocx\nReference=*\\AX.vbp\n";
   const std::string rest = "Object={C}#1.0#0; x.ocx\nReference=*\\AX.vbp\n";
-  const auto references = [](const Written& written) {
+  const auto references = [](const WrittenFile& written) {
     return written.Text.substr(9, written.Text.find("HelpFile") - 9);
   };
   EXPECT_EQ(references(WriteProject(lines, "/p")), lines.substr(9));
