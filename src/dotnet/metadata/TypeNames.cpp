@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "core/Utf8.h"
 #include "dotnet/metadata/Limits.h"
-#include "services/Utf8.h"
 
 namespace vendrel::metadata {
 

@@ -4,9 +4,9 @@
 #include <bit>
 #include <charconv>
 
+#include "core/Utf8.h"
 #include "dotnet/metadata/Limits.h"
 #include "dotnet/metadata/Signatures.h"
-#include "services/Utf8.h"
 
 namespace vendrel::metadata {
 namespace {
