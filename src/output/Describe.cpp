@@ -248,7 +248,7 @@ struct Property {
     }
     if constexpr (MayBeSet()) description.Write = &Write;
     description.Names = NamesOfType<Type>();
-    if constexpr (!kClassName<ElementType>.empty())
+    if constexpr (HasProperties<ElementType>)
       description.ElementClass = &DescriptionOf<ElementType>;
     description.IsOption = kEntry.IsOption;
     return description;
