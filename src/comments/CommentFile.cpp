@@ -10,6 +10,7 @@
 
 #include "comments/TagDefinitions.h"
 #include "comments/TaggedCommentRules.h"
+#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
 #include "model/Block.h"

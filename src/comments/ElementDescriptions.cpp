@@ -2,6 +2,7 @@
 // where the project counts those for its kind.
 
 #include "comments/Descriptions.h"
+#include "core/Workspace.h"
 #include "model/Block.h"
 #include "model/Component.h"
 #include "model/PropertyGroup.h"

@@ -5,6 +5,7 @@
 
 #include "core/CaseFold.h"
 #include "core/MessageService.h"
+#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
 #include "model/Block.h"

@@ -1,6 +1,7 @@
 // Comments of one tag folded into the descriptions of their elements, after loading.
 
 #include "comments/Descriptions.h"
+#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "model/Block.h"
 #include "model/Component.h"

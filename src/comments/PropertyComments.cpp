@@ -1,6 +1,7 @@
 // A property is up to three procedures of one name; clients want one description of it.
 
 #include "comments/TaggedCommentRules.h"
+#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "model/Component.h"
 #include "text/Descriptions.h"

@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "dotnet/MemberBuilder.h"
 #include "dotnet/TypeBuilder.h"

@@ -3,6 +3,7 @@
 #include "core/CaseFold.h"
 #include "core/ObjectRegistry.h"
 #include "core/ProcessState.h"
+#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "dotnet/Assemblies.h"
 #include "dotnet/TypeBuilder.h"

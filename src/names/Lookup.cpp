@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "core/CaseFold.h"
+#include "core/Workspace.h"
 #include "names/Names.h"
 #include "project/VBProjectGroup.h"
 

@@ -3,6 +3,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "project/VBProjectGroup.h"
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/CaseFold.h"
+#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "project/VBProjectGroup.h"
 

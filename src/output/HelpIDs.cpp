@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/Ascii.h"
+#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "names/NameWalk.h"
 #include "project/WithItsClass.h"

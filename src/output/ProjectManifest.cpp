@@ -1,5 +1,6 @@
 // The manifest of a whole project: the document, its root, and the removal of what is empty.
 
+#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "output/Manifest.h"
 #include "output/Xml.h"

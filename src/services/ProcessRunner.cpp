@@ -2,10 +2,12 @@
 
 #include <spawn.h>
 #include <sys/wait.h>
-#include <algorithm>
 
+#include <algorithm>
 #include <cerrno>
 
+#include "core/Ascii.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "services/FileSource.h"
 

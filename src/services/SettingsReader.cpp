@@ -4,6 +4,7 @@
 #include <map>
 
 #include "core/Ascii.h"
+#include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 

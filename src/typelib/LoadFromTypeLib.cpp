@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "core/CaseFold.h"
+#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "model/Declarations.h"
 #include "model/ModuleKinds.h"

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "core/Ascii.h"
+#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "project/VBProject.h"
 #include "services/Procedures.h"

@@ -1,6 +1,7 @@
 // Modules and procedures that a client adds to a project before it is written.
 
 #include "core/Ascii.h"
+#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "model/ModuleKinds.h"
 #include "project/VBProject.h"

@@ -2,6 +2,7 @@
 
 #include "core/CaseFold.h"
 #include "core/ObjectRegistry.h"
+#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "project/VBProject.h"
 
