@@ -82,7 +82,8 @@ TEST_F(TypeLibCommands, AFileIsALibraryByWhatItHolds) {
     EXPECT_EQ(json::parse(RunFor({"dump", path}))["ProjectName"], "OldLib") << path;
   }
   mFiles.Add("/t/text.txt", "MSF");
-  EXPECT_THAT(RunFor({"dump", "/t/text.txt"}, exFailed), HasSubstr("nor does it hold an assembly or a type"));
+  EXPECT_THAT(RunFor({"dump", "/t/text.txt"}, exFailed),
+              HasSubstr("nor does it hold an assembly or a type"));
   RunFor({"typelib", "/t/text.txt"}, exFailed);
 }
 
