@@ -7,11 +7,15 @@
 set -euo pipefail
 source=$1
 shift
+objects=()
+for object in "$@"; do
+  case "$object" in *.o) objects+=("$object") ;; esac  # a precompiled header is none
+done
 rooms=$(sed -nE 's/^\| `([a-z]+)` \|.*/\1/p' "$source/docs/architecture.md" | awk '!seen[$0]++')
 classes=$(cd "$source/src" &&
   grep -rnE --include='*.h' '^ *(class|struct) [A-Za-z_]+( final)?( : .*)?( \{|$)' . |
   sed -E 's#^\./([a-z]+)/[^:]*:[0-9]+: *(class|struct) ([A-Za-z_]+).*#class \1 \3#')
-symbols=$(nm -A -C "$@" 2>/dev/null | sed -nE 's/^(.*\.o): *[0-9a-f]* ([A-Za-z]) (.*)$/\2 \1 \3/p' |
+symbols=$(nm -A -C "${objects[@]}" 2>/dev/null | sed -nE 's/^(.*\.o): *[0-9a-f]* ([A-Za-z]) (.*)$/\2 \1 \3/p' |
   grep -E '^[TDBRUuVW] ')
 {
   echo "$rooms" | sed 's/^/room /'

@@ -6,8 +6,12 @@
 set -euo pipefail
 table=$1
 shift
+objects=()
+for object in "$@"; do
+  case "$object" in *.o) objects+=("$object") ;; esac  # a precompiled header is none
+done
 found=$(
-  objdump -tC "$@" 2>/dev/null |
+  objdump -tC "${objects[@]}" 2>/dev/null |
     awk '$0 ~ /[ \t]\.(data|bss|tdata|tbss)(\.[^ \t]*)?[ \t]/ && $0 !~ /[ \t]\.data\.rel\.ro/ {
            line = $0; sub(/^.*\t[0-9a-f]+ +(\.hidden +)?/, "", line); print line }' |
     grep -vE '^\.|^guard variable|^DW\.ref|^typeinfo|^vtable|^std::|^nlohmann::|^__' |
