@@ -104,6 +104,9 @@ void EnumMember::Initialise(std::string_view Source, vendrel::Enumeration* paren
       name = TrimRight(std::string_view(name).substr(0, equals));
     }
   }
+  // "Red& = 1": a suffix, which says nothing of a member.
+  const bool hasSuffix = name.size() > 1 && !TypeFromName(name).empty();
+  if (state.CurrentReading.BracketedNames && hasSuffix) name.pop_back();
   Name = WithoutBrackets(name);
 }
 VENDREL_CONTEXT_AT(LineReached(), Source, parent, *this)

@@ -171,6 +171,12 @@ TEST(ReadingFlagsTest, NamesInBracketsAreReadWhole) {
             " function PUBLIC my fn(ByVal p q As Long) As t u @7\n");
 }
 
+TEST(ReadingFlagsTest, ASuffixIsNoPartOfTheNameOfAnEnumMember) {
+  ExpectBoth({{"BracketedNames", "M.bas", "Enum E\n  a& = 1\n  [d&] = 3\nEnd Enum\n",
+               "M\n enum PUBLIC E {a&=1, d&=3} @1/2\n attributes\n declarations\n",
+               "M\n enum PUBLIC E {a=1, d&=3} @1/2\n attributes\n declarations\n"}});
+}
+
 TEST(ReadingFlagsTest, EventsAndDeclaresHaveTheAccessOfTheLanguage) {
   const char* const body =
       "Dim z\nEvent E()\nDeclare Sub S Lib \"k\" ()\nPrivate Declare Sub T Lib \"k\" ()\n";
