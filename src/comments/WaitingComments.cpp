@@ -15,6 +15,8 @@
 namespace vendrel {
 namespace {
 
+// What the rule asks of the last element beside its identity: an element that gains a name, members
+// or parameters while it stays the last one is a new chance for a comment that it has refused.
 void AddLastElement(OfferState& state, const CodeElement* last) {
   state.LastElement = last;
   if (const auto* block = As<Block>(last)) {
@@ -32,6 +34,8 @@ void AddLastElement(OfferState& state, const CodeElement* last) {
 
 enum NameKind : std::size_t { kVariables, kEnumMembers, kStructureMembers, kInterfaces, kNoName };
 
+// A qualifier that names a variable, a member or an interface is answered by one collection. "##"
+// alone takes its kind from the place, so nothing can be told of it beforehand.
 NameKind NameAwaited(const TaggedComment& comment, const TaggedCommentDef& definition) {
   if (comment.Qualifier.empty()) return kNoName;
   switch (FixedKind(definition)) {
@@ -43,6 +47,8 @@ NameKind NameAwaited(const TaggedComment& comment, const TaggedCommentDef& defin
   }
 }
 
+// The three ways of waiting. In doubt a comment goes to the others, which costs offers and never a
+// comment.
 void File(OfferMemory& memory, WaitingComment&& waiting) {
   const TaggedComment& comment = *waiting.Comment;
   const TaggedCommentDef* definition = comment.TaggedCommentDef();
@@ -64,7 +70,9 @@ void Take(WaitingList& from, WaitingList& to) {
   from.clear();
 }
 
-// The names that `collection` has got since the last look; all of them if it is another one.
+// The names that `collection` has got since the last look; all of them if it is another one, or if
+// it has become shorter. Collections grow at their end while a module is read, so each name is
+// looked at once.
 template <typename Collection>
 void TakeNamed(NameWatch& watch, const Collection* collection, WaitingList& offered) {
   const std::size_t count = collection ? collection->Count() : 0;
@@ -91,6 +99,7 @@ void TakeWhatMayFit(OfferMemory& memory, Component& component, Block& block, Wai
   TakeNamed(memory.Names[kInterfaces], &component.Interfaces, offered);
 }
 
+// Comments come in at the end of the buffer; those behind the last known serial are new.
 void TakeNew(OfferMemory& memory, const TaggedComments& buffer, WaitingList& offered) {
   for (std::size_t i = memory.Serials.size(); i < buffer.Count(); ++i) {
     offered.push_back({memory.NextSerial, buffer.Share(i + 1)});
@@ -132,6 +141,7 @@ class Departures {
   std::vector<bool> mMarked;
 };
 
+// Keeps the serials in step with the buffer that the departures leave.
 void Forget(std::vector<std::uint64_t>& serials, const Departures& departures) {
   std::size_t to = departures.First();
   if (departures.Count() == 1) serials.erase(serials.begin() + static_cast<std::ptrdiff_t>(to));
@@ -141,6 +151,8 @@ void Forget(std::vector<std::uint64_t>& serials, const Departures& departures) {
   serials.resize(to);
 }
 
+// The order of the buffer decides which of two comments of one tag comes first into a description.
+// An accepted comment is found in the buffer by its serial, since positions shift while they leave.
 void Offer(OfferMemory& memory, TaggedComments& buffer, Block& block, WaitingList& offered) {
   std::sort(offered.begin(), offered.end(),
             [](const auto& a, const auto& b) { return a.Serial < b.Serial; });

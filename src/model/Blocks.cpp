@@ -11,7 +11,10 @@
 namespace vendrel {
 namespace {
 
-// What a look-up by name compares: the name in front of the parentheses, and all of it.
+// What a look-up by name compares: the name in front of the parentheses, and all of it. Overloads
+// are filed under the short names of their parameter types ("Run(String,Int32)"), and callers write
+// full ones ("Run(System.String,System.Int32)"), so full names are cut; a key without a dot stands
+// as it is, blanks included.
 struct SoughtName {
   std::string Base;
   std::string Key;
@@ -52,6 +55,8 @@ Blocks::~Blocks() {
 
 Block* Blocks::Item(std::size_t index) const { return &Whole().At(index); }
 
+// A family of overloads is one block here and its others stand in `OverloadBlocks`: the block of
+// the name is found first, and the arguments then choose within its family.
 Block* Blocks::Item(std::string_view Key) const {
   const SoughtName sought = Sought(Key);
   Block* found = FirstMatch(sought.Base, sought.Key, sought.WithArguments);
@@ -145,6 +150,7 @@ void Blocks::Clear() {
   DropIndex();
 }
 
+// In before out: the old block keeps its place as long as that place is needed.
 void Blocks::Replace(const Block* old, std::shared_ptr<Block> block) {
   const std::size_t place = PlaceOf(old);
   if (place == 0) return;
@@ -156,6 +162,9 @@ void Blocks::Replace(const Block* old, std::shared_ptr<Block> block) {
   Adopt(added, false);
 }
 
+// A selection of the greatest name that is left, over and over, done here by one sort. A nameless
+// block is never the greatest, so the selection would go on taking the position of the round
+// before.
 void Blocks::Sort() try {
   mLate.Run();
   std::vector<std::shared_ptr<Block>> named, nameless;
@@ -186,6 +195,7 @@ void Blocks::Sort() try {
 }
 VENDREL_CONTEXT(trace::Local("Count", mCol.Count()))
 
+// The question of every line for its declarations section. A known answer may be "none".
 Block* Blocks::FirstOfType(BlockTypeEnum type) const {
   mLate.Run();
   Refresh();
@@ -238,6 +248,9 @@ void Blocks::Renamed(Block& block, std::string_view oldName) {
   File(&block);
 }
 
+// A block gets its type after it has come in. The usual case, the last block, keeps the index
+// right; any other may stand in front of the known first one, and then the answer is looked for
+// again.
 void Blocks::Retyped(Block& block, BlockTypeEnum oldType) {
   const BlockTypeEnum type = block.BlockType();
   if (mFirstOfType[oldType] == &block) mTypesKnown &= ~TypeBit(oldType);
@@ -277,7 +290,8 @@ void Blocks::BuildIndex() const {
   mIndexed = true;
 }
 
-// Enters a block under its name, in the order of the blocks.
+// Enters a block under its name, in the order of the blocks. Blocks are named as they come, so the
+// end is the usual place; a renamed one goes where its ordinal says.
 void Blocks::File(Block* block) const {
   std::vector<Block*>& list = mByName[FoldKey(block->Name())];
   if (list.empty() || block == Last()) {
@@ -298,7 +312,8 @@ void Blocks::Unfile(const Block* block, std::string_view name) const {
   if (list->second.empty()) mByName.erase(list);
 }
 
-// Rises with the place of the block; 0 if it is not here.
+// Rises with the place of the block; 0 if it is not here. Removals leave gaps, which do no harm:
+// only the order counts, so nothing is renumbered.
 std::size_t Blocks::OrdinalOf(const Block* block) const {
   if (mOrdinals.empty()) {
     mLastOrdinal = 0;

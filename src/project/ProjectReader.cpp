@@ -146,6 +146,9 @@ std::shared_ptr<ProjectFileLines> ProjectReader::Read() {
     ThisLineIs(raw);
     TakeLine(raw);
   }
+  // A host that answers class identities (`FileSystemObject::SetClassIdReader`) is asked once a
+  // load, while the file is open; what it says is asked for again where it is used, so it is
+  // dropped here.
   mProject.ClsID();
   file.CloseFile();
   return mLines;
@@ -171,6 +174,7 @@ void ProjectReader::TakeLine(std::string_view raw) {
   }
   const ModuleKind* module = ModuleKindOfKey(line.Key);
   const Row* row = module ? nullptr : FindRow(line.Key);
+  // A line that fails is one line lost, not the project: it is told and kept as text.
   try {
     if (module) TakeModule(line, *module);
     if (row) (this->*row->Take)(line);
@@ -180,6 +184,9 @@ void ProjectReader::TakeLine(std::string_view raw) {
   if (!module && (!row || row->Kept)) KeepLine(raw);
 }
 
+// Lines that nobody understands are written back as they stand. A writer that rebuilds the file
+// writes them up to the first blank line or section, then its own, then the rest: the last one
+// before that place is noted.
 void ProjectReader::KeepLine(std::string_view raw) {
   const std::string_view trimmed = Trim(raw);
   if (mProject.LastNormalProjectLineText.empty() && (trimmed.empty() || trimmed.front() == '['))
@@ -203,6 +210,9 @@ void ProjectReader::StepOver(const VendrelError& error, std::string_view raw) {
   KeepLine(raw);
 }
 
+// A second line of one class adds nothing and is dropped without a word. The library is handed to
+// the type resolver in any case, by its identity first, since paths of another machine are rarely
+// right.
 void ProjectReader::TakeReference(const ProjectLineText& line) try {
   auto reference = std::make_shared<Reference>();
   reference->SetParentProject(&mProject);
@@ -232,6 +242,8 @@ void ProjectReader::TakeModule(const ProjectLineText& line, const ModuleKind& ki
     TakeFormLike(line, kind);
 }
 
+// "Form=path": only the file itself knows its name, so the first lines of each such file are read
+// here, and the whole of it not before it is asked for.
 void ProjectReader::TakeFormLike(const ProjectLineText& line, const ModuleKind& kind) try {
   FileSystemObject module;
   module.SetBaseFile(&mProject.FileName);
@@ -259,6 +271,7 @@ void ProjectReader::AddComponent(const ProjectLineText& line, FileTypeEnum type,
   component->FileName.SetBaseFile(&mProject.FileName);
   component->FileName.SetFullPath(Trim(line.FilePart));
   component->Name = std::move(name);
+  // "Class=A.cls; A.cls": a line that tells the file twice tells no name.
   if (line.FilePart == component->Name) component->Name = component->FileName.BaseName();
   if (const std::size_t dot = component->Name.find('.'); dot != std::string::npos)
     component->Name.resize(dot);
@@ -277,6 +290,7 @@ void ProjectReader::TakeCompatibleExe(const ProjectLineText& line) {
   FileSystemObject& file = mProject.CompatibleFileName;
   file.SetBaseFile(&mProject.FileName);
   file.SetFullPath(line.From(17));
+  // Assigned once more in full, so that the path no longer counts as a relative one.
   file.SetFullPath(file.FullPath());
 }
 

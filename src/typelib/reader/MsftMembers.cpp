@@ -120,7 +120,9 @@ void MsftReader::ReadImplemented(TypeInfo& type, std::int32_t offset, int count)
   }
 }
 
-// {bytes of records}, the records, then ids, names and places of the records.
+// {bytes of records}, the records, then ids, names and places of the records. Blocks of two types,
+// and records of two members, may be made to overlap in a hostile file, which would multiply the
+// work; so all that is read is paid for from the bytes that the file has.
 void MsftReader::ReadMembers(TypeInfo& type, const MemberBlock& block) {
   const std::size_t count = std::size_t{block.Functions} + block.Variables;
   if (count == 0) return;
@@ -174,6 +176,8 @@ void MsftReader::ReadFunction(ByteStream record, MemberInfo& member) {
   const int stored = record.I16();
   member.OptionalCount = record.I16();
   const std::size_t parameters = static_cast<std::size_t>(std::max(stored, 0));
+  // Optional fields stand between the fixed ones and the parameters, and only the size of the
+  // record tells how many there are: it is counted back from the end.
   const std::size_t needed =
       kFunctionBytes + parameters * (kParameterBytes + ((bits & kHasDefaults) != 0 ? 4 : 0));
   if (stored < 0 || needed > record.Size())

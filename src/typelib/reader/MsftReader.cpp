@@ -31,6 +31,8 @@ MsftReader::MsftReader(TypeLibInfo& library, const TypeLibOptions& options)
       mImage(library.Image, "the file", library.Coverage.get()),
       mRecordBytesLeft(library.Image.size()) {}
 
+// One damaged text or member must not cost the library: the step is given up, told, and the next
+// begins.
 void MsftReader::Guarded(const char* what, const std::function<void()>& step) {
   try {
     step();
@@ -95,6 +97,7 @@ void MsftReader::ChooseCodePage() {
 // Behind the header an offset for each entry, then fifteen times {offset, length, -1, 15}: the two
 // constants tell whether the place was computed rightly and the entry is sound.
 void MsftReader::ReadDirectory() {
+  // No count is believed before the file is seen to have room for it.
   if (mTypeCount > mImage.Size() / 4) {
     mLibrary.Warn("more types than the file has room for");
     mTypeCount = 0;
@@ -120,6 +123,7 @@ void MsftReader::ReadDirectory() {
     mSegments[i] = mImage.Part(offset, present, kSegmentNames[i]);
     if (mLibrary.Coverage) mLibrary.Coverage->AddRegion(kSegmentNames[i], offset, present);
   }
+  // Hash tables serve those who look names up in the file; all entries are read here in any case.
   mSegments[segGuidHash].Cover(mSegments[segGuidHash].Size());
   mSegments[segNameHash].Cover(mSegments[segNameHash].Size());
 }
@@ -142,7 +146,7 @@ void MsftReader::ReadImports() {
     import.Lcid = segment.U32();
     import.MajorVersion = segment.U16();
     import.MinorVersion = segment.U16();
-    const std::size_t length = segment.U16() >> 2;
+    const std::size_t length = segment.U16() >> 2;  // the two low bits are flags
     import.LeafName = mTexts->Name(segment.Chars(length));
     mImportByOffset.emplace(offset, static_cast<std::uint32_t>(mLibrary.Imports.size()));
     mLibrary.Imports.push_back(std::move(import));
@@ -198,6 +202,8 @@ void MsftReader::ReadBounds(std::int32_t offset, TypeNode& node) {
   const std::uint16_t dimensions = array.U16();
   array.Skip(2);
   if (dimensions > kMaxDimensions) throw DataError("an array of too many dimensions");
+  // Several types may point at one description. It is read once, and all of them together cannot
+  // hold more bounds than the segment has bytes for.
   auto [known, isNew] = mBoundsByOffset.try_emplace(offset);
   if (isNew) {
     known->second = {static_cast<std::uint32_t>(mLibrary.ArrayBounds.size()), std::uint16_t{0}};
@@ -217,7 +223,7 @@ std::string_view MsftReader::Name(std::int32_t offset) {
   if (offset < 0) return {};
   ByteStream entry = mSegments[segNames].At(static_cast<std::size_t>(offset));
   entry.Skip(8);
-  const std::size_t length = entry.U32() & 0xFF;
+  const std::size_t length = entry.U32() & 0xFF;  // above it flags and a hash
   const std::string_view bytes = entry.Chars(length);
   entry.Cover(RoundUp4(length) - length);
   return mTexts->Name(bytes);

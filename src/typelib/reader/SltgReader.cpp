@@ -57,6 +57,8 @@ void SltgReader::ReadFrame() {
   frame.Seek(kFrameBytes + 8 * count + indexBytes).Skip(9);
   std::size_t place = frame.Position();
   std::vector<bool> used(count);
+  // The blocks lie in the order of the chain, not of the table: each begins where the last one
+  // ended.
   while (at != 0 && at <= count && !used[at - 1]) {
     used[at - 1] = true;
     table.Seek(8 * (at - 1));
@@ -96,6 +98,7 @@ void SltgReader::ReadLibraryBlock() {
   mLibrary.MajorVersion = block.U16();
   mLibrary.MinorVersion = block.U16();
   mLibrary.Id = Guid::FromBytes(block.Bytes(16));
+  // From here on the language is known, and with it the code page of the texts.
   mTexts = std::make_unique<ImageTexts>(mLibrary, mOptions.CodePage, mLibrary.Lcid);
   mLibrary.HelpString = mTexts->String(help);
   mLibrary.HelpFile = mTexts->String(helpFile);
@@ -103,6 +106,7 @@ void SltgReader::ReadLibraryBlock() {
     block.Skip(0x40);
     const std::size_t count = block.U16();
     for (std::size_t i = 0; i < count; ++i) ReadEntry(block, mEntries.emplace_back());
+    // Names first: help words are only texts, names are what all else is found by.
     const std::size_t names = block.U32();
     Guarded("names", [&] { ReadNameTable(mLibraryBlock, names); });
     Guarded("help words", [&] {
@@ -178,6 +182,7 @@ void SltgReader::ReadType(Entry& entry, TypeInfo& type) {
   type.MajorVersion = block.U16();
   type.MinorVersion = block.U16();
   block.Skip(4);
+  // The flags begin three bits into the first byte.
   const unsigned low = block.U8(), high = block.U8();
   type.AttributeMask = static_cast<int>(low >> 3 | high << 5);
   block.Skip(6);
