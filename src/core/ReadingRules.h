@@ -56,8 +56,21 @@ namespace vendrel {
   X(ByRefObjects, "Pointer level 2 is by reference, for objects too.")                             \
   X(LibraryTypeNames, "Types of library members carry the element's name.")                        \
   X(LibraryParamArrays, "ParamArray and _NewEnum are known in libraries.")                         \
+  X(NetLines,                                                                                      \
+    "Lines of VB.NET source are read and kept as they stand, continued by the language.")          \
+  X(NetKeepSource, "Every line of a VB.NET file has its place in it and is written there.")        \
+  X(NetKeepPlaces, "A VB.NET file is written where it was read, or at its path in the project.")   \
+  X(NetProjectItems, "Source files in capitals, HintPath and ReferencePath of VB.NET count.")      \
+  X(NetTypeStatements, "Statements of types and namespaces of VB.NET are read word by word.")      \
+  X(NetMembers, "Members of VB.NET types are read as the language has them.")                      \
+  X(NetEnumerations, "Fields of VB.NET enumerations keep value, type, access and comments.")       \
+  X(NetOverloads, "Every overload of a VB.NET method is in its family.")                           \
+  X(NetConditions, "Constants of VB.NET projects and files decide what exists.")                   \
+  X(NetTypeNames, "Type names of VB.NET are looked up in every scope that the language has.")      \
+  X(NetInheritance, "Members of VB.NET are inherited bases first, as the language has it.")        \
   X(NetNames, ".NET names are those of documentation files; delegates are found by them.")         \
-  X(AssemblyNesting, "A type nested in a class of an assembly is marked as nested.")
+  X(AssemblyNesting, "A type nested in a class of an assembly is marked as nested.")               \
+  X(NetXmlComments, "Lines with three apostrophes are documentation of what follows them.")
 
 /// One named flag for each place where the described behaviour loses text or misreads everyday
 /// code. A plain value: copy it, change a flag, hand it to a project before `Load`.
