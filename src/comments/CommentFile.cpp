@@ -40,6 +40,10 @@ class NamedElements {
     const bool isThere = found != mElements.end() && number > 0 && number <= found->second.size();
     return isThere ? found->second[number - 1] : nullptr;
   }
+  bool IsShared(const std::string& name) const {
+    const auto found = mElements.find(name);
+    return found != mElements.end() && found->second.size() > 1;
+  }
   /// 1-based place among those of its name.
   std::size_t NumberOf(const CodeElement& element) const {
     const std::vector<CodeElement*>& all = mElements.at(element.QualifiedName());
@@ -215,12 +219,16 @@ struct Writer {
     if (!text.empty()) item.append_child(pugi::node_pcdata).set_value(text.c_str());
   }
 
-  // Whether the name alone leads to the element, and to what it belongs to.
+  // Whether the name alone leads to the element, and to what it belongs to. A name that the
+  // procedures of a property share is not looked up, here and when the file is read: that gives
+  // the comments of all of them to the first.
   bool IsFoundBy(const std::string& name, const CodeElement& element) const {
+    const std::string owner = name.substr(0, name.find(':'));
+    if (Elements.IsShared(name) || Elements.IsShared(owner)) return false;
     CodeElement* found = Project.GetObjectByName(name);
     if (found != &element) return false;
-    CodeElement* const owner = MainObjectOf(found);
-    return owner == found || owner == Project.GetObjectByName_MainObject(name);
+    CodeElement* const main = MainObjectOf(found);
+    return main == found || main == Project.GetObjectByName(owner);
   }
 
   void WriteAll(CodeElement& element) {
