@@ -190,6 +190,21 @@ VENDREL_ENUM(ProjectSourceTypeEnum, VENDREL_PROJECT_SOURCE_TYPE_VALUES)
   X(psaReadWrite, 2)
 VENDREL_ENUM(ProjectSourceAccessEnum, VENDREL_PROJECT_SOURCE_ACCESS_VALUES)
 
+/// Where the types of an assembly are read from.
+#define VENDREL_ASSEMBLY_TYPE_VALUES(X) \
+  X(atCompiled, 1) \
+  X(atVBNETSource, 2)
+VENDREL_ENUM(AssemblyTypeEnum, VENDREL_ASSEMBLY_TYPE_VALUES)
+
+/// What kind of type a VB.NET statement opens.
+#define VENDREL_COMPONENT_TYPE_VALUES(X) \
+  X(ctClass, 1) \
+  X(ctModule, 2) \
+  X(ctEnumeration, 3) \
+  X(ctStructure, 4) \
+  X(ctInterface, 5)
+VENDREL_ENUM(ComponentTypeEnum, VENDREL_COMPONENT_TYPE_VALUES)
+
 /// Language whose rules classify and parse a line.
 #define VENDREL_LANGUAGE_VERSION_VALUES(X) \
   X(lvVisualBasic5or6, 0) \

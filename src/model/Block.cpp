@@ -3,6 +3,7 @@
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "model/Component.h"
+#include "model/Namespace.h"
 #include "text/Names.h"
 
 namespace vendrel {
@@ -14,6 +15,8 @@ struct Block::RareParts {
   std::shared_ptr<Block> Setter;
   WeakHandle<vendrel::Namespace> Namespace;
   OnDemand<Blocks> OverloadBlocks;
+  OnDemand<vendrel::Permissions> Permissions;
+  OnDemand<vendrel::Exceptions> Exceptions;
 };
 
 Block::Block() : BlockID(State().NextBlockID()) {}
@@ -40,6 +43,10 @@ const SharedText& Block::ImplementsName() const { return mRare->ImplementsName; 
 const SharedText& Block::DelegateQualifiedName() const { return mRare->DelegateQualifiedName; }
 const std::shared_ptr<Block>& Block::Setter() const { return mRare->Setter; }
 const OnDemand<Blocks>& Block::OverloadBlocks() const { return mRare->OverloadBlocks; }
+OnDemand<Permissions>& Block::Permissions() { return mRare->Permissions; }
+OnDemand<Exceptions>& Block::Exceptions() { return mRare->Exceptions; }
+const OnDemand<Permissions>& Block::Permissions() const { return mRare->Permissions; }
+const OnDemand<Exceptions>& Block::Exceptions() const { return mRare->Exceptions; }
 vendrel::Namespace* Block::Namespace() const { return mRare->Namespace.Get(); }
 
 const SharedText& Block::DocumentedArguments() const { return mRare->DocumentedArguments; }

@@ -11,6 +11,7 @@
 #include "model/Declarations.h"
 #include "model/Example.h"
 #include "model/Parameter.h"
+#include "model/Permission.h"
 #include "model/ProjectOptions.h"
 #include "model/TaggedComment.h"
 #include "model/Variable.h"
@@ -85,6 +86,11 @@ class Block : public ElementOf<Block> {
   const SharedText& DocumentedArguments() const;
   void SetDocumentedArguments(std::string_view text);
   void AddOverload(std::shared_ptr<Block> overload, std::string_view key);
+  /// What its documentation says that it demands, and raises.
+  OnDemand<vendrel::Permissions>& Permissions();
+  OnDemand<vendrel::Exceptions>& Exceptions();
+  const OnDemand<vendrel::Permissions>& Permissions() const;
+  const OnDemand<vendrel::Exceptions>& Exceptions() const;
 
   /// The open `Enum` or `Type` statement; may be assigned.
   std::shared_ptr<Enumeration>& CurrentEnum() { return mIntake->CurrentEnum; }
@@ -238,6 +244,8 @@ class Block : public ElementOf<Block> {
         Prop{"CodeLines", &Block::CodeLines, PropertyKind::Source},
         Prop{"QualifiedName", &Block::QualifiedName, PropertyKind::Derived},
         Prop{"SourceLine", &Block::SourceLine, &Block::SetSourceLine},
+        Prop{"Permissions", &Block::ListedPermissions, PropertyKind::Children}.Rare(),
+        Prop{"Exceptions", &Block::ListedExceptions, PropertyKind::Children}.Rare(),
         Prop{"HelpContextIDRead", &Block::HelpContextIDRead}.Hide(),
         Prop{"ImplementsName", &Block::ImplementsName, &Block::SetImplementsName}.Hide(),
         Prop{"DelegateQualifiedName", &Block::DelegateQualifiedName}.Hide(),
@@ -269,6 +277,11 @@ class Block : public ElementOf<Block> {
     SharedText mLastTagIdentifier;
     SharedText mLastQualifier;
   };
+  OnDemand<vendrel::Permissions>* PermissionsField() override { return &Permissions(); }
+  OnDemand<vendrel::Exceptions>* ExceptionsField() override { return &Exceptions(); }
+  const OnDemand<vendrel::Permissions>& ListedPermissions() const { return Permissions(); }
+  const OnDemand<vendrel::Exceptions>& ListedExceptions() const { return Exceptions(); }
+
   IntakeState& Intake() { return *mIntake; }
   const IntakeState& Intake() const { return *mIntake; }
   void SetCompletelyLoaded() { mCompletelyLoaded = true; }

@@ -38,6 +38,8 @@ class CodeElement : public HandleTarget {
   virtual bool* IsNewField() { return nullptr; }
   virtual OnDemand<vendrel::TaggedComments>* TaggedCommentsField() { return nullptr; }
   virtual OnDemand<vendrel::Examples>* ExamplesField() { return nullptr; }
+  virtual OnDemand<vendrel::Permissions>* PermissionsField() { return nullptr; }
+  virtual OnDemand<vendrel::Exceptions>* ExceptionsField() { return nullptr; }
 
   const LateText* TaggedDescriptionField() const {
     return const_cast<CodeElement*>(this)->TaggedDescriptionField();
@@ -95,6 +97,14 @@ class ElementOf : public Base {
   OnDemand<vendrel::Examples>* ExamplesField() override {
     if constexpr (requires(Class own) { own.Examples; }) return &Own().Examples;
     return Base::ExamplesField();
+  }
+  OnDemand<vendrel::Permissions>* PermissionsField() override {
+    if constexpr (requires(Class own) { own.Permissions.IfAny(); }) return &Own().Permissions;
+    return Base::PermissionsField();
+  }
+  OnDemand<vendrel::Exceptions>* ExceptionsField() override {
+    if constexpr (requires(Class own) { own.Exceptions.IfAny(); }) return &Own().Exceptions;
+    return Base::ExceptionsField();
   }
 
  private:

@@ -4,6 +4,7 @@
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
 #include "model/ModuleKinds.h"
+#include "model/Namespace.h"
 
 namespace vendrel {
 namespace {

@@ -15,7 +15,7 @@
 #include "model/Declarations.h"
 #include "model/Events.h"
 #include "model/Example.h"
-#include "model/Namespace.h"
+#include "model/Permission.h"
 #include "model/ProjectOptions.h"
 #include "model/PropertyGroup.h"
 #include "model/TaggedComment.h"
@@ -108,6 +108,8 @@ class Component : public ElementOf<Component> {
   OnDemand<vendrel::TaggedComments> TaggedComments;
   /// Tagged comments waiting for the element they precede.
   OnDemand<vendrel::TaggedComments> TaggedCommentBuffer;
+  OnDemand<vendrel::Permissions> Permissions;
+  OnDemand<vendrel::Exceptions> Exceptions;
   /// The block that receives lines.
   WeakHandle<Block> CurrentBlock;
   /// The code element read last, for comments that follow it.
@@ -276,8 +278,11 @@ class Component : public ElementOf<Component> {
         Prop{"TaggedComments", &Component::TaggedComments, PropertyKind::Children},
         Prop{"TaggedCommentBuffer", &Component::TaggedCommentBuffer, PropertyKind::Children},
         Prop{"QualifiedName", &Component::QualifiedName, PropertyKind::Derived},
-        Prop{"IsEnumeration", &Component::IsEnumeration}.Hide(),
-        Prop{"IsNested", &Component::IsNested}.Hide(),
+        Prop{"IsEnumeration", &Component::IsEnumeration}.Rare(),
+        Prop{"IsNested", &Component::IsNested}.Rare(),
+        Prop{"Namespace", &Component::Namespace, PropertyKind::Link}.Rare(),
+        Prop{"Permissions", &Component::Permissions, PropertyKind::Children}.Rare(),
+        Prop{"Exceptions", &Component::Exceptions, PropertyKind::Children}.Rare(),
         Prop{"HelpContextIDRead", &Component::HelpContextIDRead}.Hide(),
         Prop{"CommentBuffer", &Component::CommentBuffer}.Hide(),
         Prop{"VMCommentBuffer", &Component::VMCommentBuffer}.Hide(),
@@ -289,7 +294,6 @@ class Component : public ElementOf<Component> {
         Prop{"Extension", &Component::Extension, PropertyKind::Derived}.Hide(),
         Prop{"CurrentBlock", &Component::CurrentBlock, PropertyKind::Link}.Hide(),
         Prop{"LastElement", &Component::LastElement, PropertyKind::Link}.Hide(),
-        Prop{"Namespace", &Component::Namespace, PropertyKind::Link}.Hide(),
         Prop{"VBProject", &Component::VBProject, &Component::SetVBProject, PropertyKind::Link}
             .Hide(),
         Prop{"AllVBControls", &Component::AllVBControls, PropertyKind::Derived}.Hide()};

@@ -25,6 +25,8 @@ inline constexpr std::string_view kNoScope = "{none}";
   X(Reference,          "reference",            false, kNoScope)                   \
   X(CompilerConstant,   "conditional-constant", false, kNoScope)                   \
   X(Library,            "library",              true,  kNoScope)                   \
+  X(Assembly,           "assembly",             false, kNoScope)                   \
+  X(ProjectFile,        "source-file",          false, kNoScope)                   \
   X(Namespace,          "namespace",            false, kNoScope)                   \
   X(Component,          "module",               true,  "FZ:Module")                \
   X(VBControl,          "control",              true,  kNoScope)                   \
@@ -40,7 +42,9 @@ inline constexpr std::string_view kNoScope = "{none}";
   X(PropertyGroup,      "property",             true,  kNoScope)                   \
   X(Parameter,          "parameter",            true,  kNoScope)                   \
   X(TaggedComment,      "tagged-comment",       false, kNoScope)                   \
-  X(Example,            "example",              false, kNoScope)
+  X(Example,            "example",              false, kNoScope)                   \
+  X(Permission,         "permission",           false, kNoScope)                   \
+  X(Exception,          "exception",            false, kNoScope)
 // clang-format on
 
 /// The class of an object of the tree.

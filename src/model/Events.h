@@ -8,6 +8,7 @@
 
 #include "core/LateFill.h"
 #include "model/Declarations.h"
+#include "model/Permission.h"
 #include "text/CodeLine.h"
 
 namespace vendrel {
@@ -44,6 +45,8 @@ class EventDeclaration : public ElementOf<EventDeclaration> {
   OnDemand<EventDeclarations> OverloadEventDeclarations;
   OnDemand<vendrel::Examples> Examples;
   OnDemand<vendrel::TaggedComments> TaggedComments;
+  OnDemand<vendrel::Permissions> Permissions;
+  OnDemand<vendrel::Exceptions> Exceptions;
   WeakHandle<vendrel::Component> Component;
 
   std::string Description() const override;
@@ -82,6 +85,8 @@ class EventDeclaration : public ElementOf<EventDeclaration> {
         Prop{"TaggedComments", &EventDeclaration::TaggedComments, PropertyKind::Children},
         Prop{"QualifiedName", &EventDeclaration::QualifiedName, PropertyKind::Derived},
         Prop{"SourceLine", &EventDeclaration::SourceLine, &EventDeclaration::SetSourceLine},
+        Prop{"Permissions", &EventDeclaration::Permissions, PropertyKind::Children}.Rare(),
+        Prop{"Exceptions", &EventDeclaration::Exceptions, PropertyKind::Children}.Rare(),
         Prop{"HelpContextIDRead", &EventDeclaration::HelpContextIDRead}.Hide(),
         Prop{"IsSealed", &EventDeclaration::IsSealed}.Hide(),
         Prop{"IsStatic", &EventDeclaration::IsStatic}.Hide(),

@@ -3,6 +3,7 @@
 
 namespace vendrel {
 
+class Assemblies;
 class Assembly;
 class Block;
 class Blocks;
@@ -24,14 +25,22 @@ class EventDeclaration;
 class EventDeclarations;
 class Example;
 class Examples;
+class Exception;
+class Exceptions;
+class ExternalDocs;
 class FileSystemObject;
 class Interface;
 class Interfaces;
 class Libraries;
 class Library;
 class Namespace;
+class Namespaces;
 class Parameter;
 class Parameters;
+class Permission;
+class Permissions;
+class ProjectFile;
+class ProjectFiles;
 class PropertyGroup;
 class PropertyGroups;
 class Reference;

@@ -1,22 +1,60 @@
 #pragma once
+#include <memory>
 #include <string>
+#include <string_view>
 
 #include "model/Blocks.h"
+#include "model/Components.h"
 
 namespace vendrel {
 
-/// A .NET namespace: its name and the delegates declared in it.
+/// A .NET namespace: the types and delegates declared in it, each in the list of its kind.
 class Namespace : public ElementOf<Namespace> {
  public:
+  Namespace();
+
+  /// The full name ("Shop.Ledger"); empty for types outside any namespace.
   std::string Name;
-  LateText TaggedDescription;
+  /// The types by kind, keyed by their names in the namespace. The project owns the same elements
+  /// under their full names.
+  Components Classes;
+  Components Interfaces;
+  Components Enumerations;
+  Components Structures;
+  /// Blocks with `IsDelegate`, by name.
   Blocks Delegates;
-  /// The assembly it stands in.
-  WeakHandle<CodeElement> Assembly;
+  bool IsNew = false;
+  bool IncludeFlag = true;
+  LateText TaggedDescription;
   OnDemand<vendrel::TaggedComments> TaggedComments;
+  /// The assembly it stands in.
+  WeakHandle<vendrel::Assembly> Assembly;
 
   std::string Description() const override { return TaggedDescription.str(); }
+  /// Name of the assembly, "~", the name and "_namespace".
   std::string QualifiedName() const override;
+  /// "N:" and the name.
+  std::string DotNetName() const { return "N:" + Name; }
+
+  static constexpr auto Properties() {
+    return std::tuple{Prop{"Name", &Namespace::Name},
+                      Prop{"TaggedDescription", &Namespace::TaggedDescription},
+                      Prop{"Description", &Namespace::Description, PropertyKind::Derived},
+                      Prop{"IsNew", &Namespace::IsNew},
+                      Prop{"IncludeFlag", &Namespace::IncludeFlag},
+                      Prop{"TaggedComments", &Namespace::TaggedComments, PropertyKind::Children},
+                      Prop{"Delegates", &Namespace::Delegates, PropertyKind::Children},
+                      Prop{"QualifiedName", &Namespace::QualifiedName, PropertyKind::Derived},
+                      Prop{"Classes", &Namespace::Classes, PropertyKind::Derived}.Hide(),
+                      Prop{"Interfaces", &Namespace::Interfaces, PropertyKind::Derived}.Hide(),
+                      Prop{"Enumerations", &Namespace::Enumerations, PropertyKind::Derived}.Hide(),
+                      Prop{"Structures", &Namespace::Structures, PropertyKind::Derived}.Hide(),
+                      Prop{"DotNetName", &Namespace::DotNetName, PropertyKind::Derived}.Hide(),
+                      Prop{"Assembly", &Namespace::Assembly, PropertyKind::Link}.Hide()};
+  }
 };
+
+/// The namespaces of an assembly, by their full names. A key already taken raises 457.
+class Namespaces : public PlainCollection<Namespace> {};
 
 }  // namespace vendrel

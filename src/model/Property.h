@@ -36,6 +36,8 @@ struct Prop {
   bool IsHidden = false;
   /// A switch of a project, to be set before `Load`.
   bool IsOption = false;
+  /// Dumped only where it says something, even if what is empty is dumped.
+  bool IsRare = false;
 
   constexpr Prop(std::string_view name, Member value, PropertyKind kind = PropertyKind::Value)
       : Name(name), Value(value), Kind(kind) {}
@@ -49,6 +51,12 @@ struct Prop {
     Prop hidden = *this;
     hidden.IsHidden = true;
     return hidden;
+  }
+  /// The same, left out of dumps where it is empty: what only some languages or sources have.
+  constexpr Prop Rare() const {
+    Prop rare = *this;
+    rare.IsRare = true;
+    return rare;
   }
   constexpr Prop Option() const {
     Prop option = *this;

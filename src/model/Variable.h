@@ -6,6 +6,7 @@
 #include "core/Enums.h"
 #include "model/CodeElement.h"
 #include "model/Example.h"
+#include "model/Permission.h"
 #include "model/ProjectOptions.h"
 #include "model/TaggedComment.h"
 
@@ -55,6 +56,8 @@ class Variable : public ElementOf<Variable> {
   WeakHandle<Block> Procedure;
   OnDemand<vendrel::TaggedComments> TaggedComments;
   OnDemand<vendrel::Examples> Examples;
+  OnDemand<vendrel::Permissions> Permissions;
+  OnDemand<vendrel::Exceptions> Exceptions;
 
   std::string Description() const override;
   std::string QualifiedName() const override;
@@ -100,6 +103,8 @@ class Variable : public ElementOf<Variable> {
         Prop{"Examples", &Variable::Examples, PropertyKind::Children},
         Prop{"QualifiedName", &Variable::QualifiedName, PropertyKind::Derived},
         Prop{"SourceLine", &Variable::SourceLine, &Variable::SetSourceLine},
+        Prop{"Permissions", &Variable::Permissions, PropertyKind::Children}.Rare(),
+        Prop{"Exceptions", &Variable::Exceptions, PropertyKind::Children}.Rare(),
         Prop{"Value", &Variable::Value}.Hide(),
         Prop{"HelpContextIDRead", &Variable::HelpContextIDRead}.Hide(),
         Prop{"AccessType", &Variable::AccessType, PropertyKind::Derived}.Hide(),

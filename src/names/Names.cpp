@@ -2,6 +2,7 @@
 
 #include "core/CaseFold.h"
 #include "model/Component.h"
+#include "model/Namespace.h"
 #include "text/Names.h"
 
 namespace vendrel {

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "model/Component.h"
+#include "project/Assembly.h"
 #include "services/Procedures.h"
 
 namespace vendrel {

@@ -251,6 +251,7 @@ struct Property {
     if constexpr (HasProperties<ElementType>)
       description.ElementClass = &DescriptionOf<ElementType>;
     description.IsOption = kEntry.IsOption;
+    description.IsRare = kEntry.IsRare;
     return description;
   }
 };

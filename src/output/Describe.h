@@ -76,6 +76,8 @@ struct PropertyDescription {
   const ClassDescription& (*ElementClass)() = nullptr;
   /// A switch of a project, to be set before `Load`.
   bool IsOption = false;
+  /// Dumped only where it says something.
+  bool IsRare = false;
 };
 
 /// One class: its name and its properties in the order of its table.

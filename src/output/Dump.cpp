@@ -77,7 +77,7 @@ class Dumper {
     if (!Wanted(property)) return;
     if (property.Count) return StartChildren(frame, property);
     property.Read(frame.Element.Object, mValue);
-    if (!mOptions.Empty && IsEmpty(property.Shape)) return;
+    if ((!mOptions.Empty || property.IsRare) && IsEmpty(property.Shape)) return;
     mJson.Key(property.Name);
     WriteValue(property.Shape);
   }
@@ -85,7 +85,7 @@ class Dumper {
   void StartChildren(Frame& frame, const PropertyDescription& property) {
     frame.Done = 0;
     frame.Count = property.Count(frame.Element.Object);
-    if (frame.Count == 0 && !mOptions.Empty) return;
+    if (frame.Count == 0 && (!mOptions.Empty || property.IsRare)) return;
     mJson.Key(property.Name);
     frame.InArray = property.Shape == PropertyShape::Elements;
     if (frame.InArray)

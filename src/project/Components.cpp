@@ -1,4 +1,4 @@
-#include "project/Components.h"
+#include "model/Components.h"
 
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"

@@ -4,6 +4,7 @@
 #include "core/ObjectRegistry.h"
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
+#include "project/Assembly.h"
 #include "project/ScriptEngine.h"
 #include "project/VBProjectGroup.h"
 #include "services/Startup.h"
@@ -56,6 +57,13 @@ void VBProject::SetTypeResolver(std::shared_ptr<vendrel::TypeResolver> resolver)
   mTypeResolver = std::move(resolver);
 }
 VENDREL_CONTEXT(*this)
+
+Assembly* VBProject::Assembly() const { return mAssembly.Get(); }
+void VBProject::SetAssembly(vendrel::Assembly* assembly) { mAssembly = assembly; }
+void VBProject::OwnAssembly(std::shared_ptr<vendrel::Assembly> assembly) {
+  mAssembly = assembly.get();
+  mOwnAssembly = std::move(assembly);
+}
 
 NetResolver* VBProject::NetResolver() {
   const Workspace::Use use(Workspace());

@@ -14,9 +14,10 @@
 #include "diagnostics/ErrorReport.h"
 #include "model/Component.h"
 #include "project/CompilerConstants.h"
-#include "project/Components.h"
+#include "model/Components.h"
 #include "project/NetLoader.h"
 #include "project/NetResolver.h"
+#include "project/ProjectFile.h"
 #include "project/ProjectFileLines.h"
 #include "project/Reference.h"
 #include "project/TypeResolver.h"
@@ -118,6 +119,8 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
   std::shared_ptr<const ProjectFileLines> FileLines;
   vendrel::References References;
   vendrel::Components Components;
+  /// The source files of a VB.NET project, in the order of its project file.
+  vendrel::ProjectFiles ProjectFiles;
   vendrel::CompilerConstants CompilerConstants;
   OnDemand<vendrel::Libraries> Libraries;
   OnDemand<vendrel::Examples> Examples;
@@ -166,6 +169,12 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
   void SetUpgradeLegacyTaggedcomments(bool value);
   std::string TaggedCommentUpgradeFlag() const;
   void SetTaggedCommentUpgradeFlag(std::string_view value);
+  /// The assembly that the project is the content of; null for a project that is none's.
+  vendrel::Assembly* Assembly() const;
+  /// Ties the project to an assembly, which owns the project or is kept by who made it.
+  void SetAssembly(vendrel::Assembly* assembly);
+  /// The same with an assembly that the project owns: that of a project loaded alone.
+  void OwnAssembly(std::shared_ptr<vendrel::Assembly> assembly);
   /// The group that the project stands in; null if none.
   vendrel::VBProjectGroup* VBProjectGroup() const;
   void SetVBProjectGroup(vendrel::VBProjectGroup* group);
@@ -362,6 +371,7 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
         Prop{"TaggedComments", &VBProject::TaggedComments, PropertyKind::Children},
         Prop{"Components", &VBProject::Components, PropertyKind::Children},
         Prop{"QualifiedName", &VBProject::QualifiedName, PropertyKind::Derived},
+        Prop{"ProjectFiles", &VBProject::ProjectFiles, PropertyKind::Children}.Rare(),
         Prop{"AddLineNumbers", &VBProject::AddLineNumbers}.Hide().Option(),
         Prop{"BuildTypeCache", &VBProject::BuildTypeCache}.Hide().Option(),
         Prop{"DetectNewBlocksOnAddCode", &VBProject::DetectNewBlocksOnAddCode}.Hide().Option(),
@@ -422,6 +432,7 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
         Prop{"HighestHelpContextID", &VBProject::HighestHelpContextID, PropertyKind::Derived}
             .Hide(),
         Prop{"CommentFile", &VBProject::CommentFile, PropertyKind::Identity}.Hide(),
+        Prop{"Assembly", &VBProject::Assembly, &VBProject::SetAssembly, PropertyKind::Link}.Hide(),
         Prop{"VBProjectGroup", &VBProject::VBProjectGroup, &VBProject::SetVBProjectGroup,
              PropertyKind::Link}
             .Hide()};
@@ -440,6 +451,8 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
   std::shared_ptr<vendrel::TypeResolver> mTypeResolver;
   std::shared_ptr<vendrel::NetResolver> mNetResolver;
   WeakHandle<vendrel::VBProjectGroup> mGroup;
+  WeakHandle<vendrel::Assembly> mAssembly;
+  std::shared_ptr<vendrel::Assembly> mOwnAssembly;
 };
 
 /// A project as a group makes its members: not populated, comments and directives kept, library

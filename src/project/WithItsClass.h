@@ -3,6 +3,7 @@
 
 #include <type_traits>
 
+#include "project/Assembly.h"
 #include "project/VBProjectGroup.h"
 
 namespace vendrel {

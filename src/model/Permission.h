@@ -1,0 +1,53 @@
+#pragma once
+// What documentation says about permissions that a member demands and exceptions that it raises.
+
+#include <string>
+
+#include "model/CodeElement.h"
+#include "model/ElementCollection.h"
+#include "model/Property.h"
+
+namespace vendrel {
+
+/// A permission that an element demands, as its documentation tells.
+class Permission : public ElementOf<Permission> {
+ public:
+  std::string Name;
+  std::string mDescription;
+  /// Qualified name of the type of the permission, or an address.
+  std::string TargetQualifiedName;
+
+  std::string Description() const override { return mDescription; }
+  void SetDescription(std::string_view text) override { mDescription = text; }
+  std::string QualifiedName() const override { return TargetQualifiedName; }
+
+  static constexpr auto Properties() {
+    return std::tuple{Prop{"Name", &Permission::Name},
+                      Prop{"Description", &Permission::mDescription},
+                      Prop{"TargetQualifiedName", &Permission::TargetQualifiedName},
+                      Prop{"QualifiedName", &Permission::QualifiedName, PropertyKind::Derived}};
+  }
+};
+class Permissions : public PlainCollection<Permission> {};
+
+/// An exception that an element raises, as its documentation tells.
+class Exception : public ElementOf<Exception> {
+ public:
+  std::string Name;
+  std::string mDescription;
+  /// Qualified name of the class of the exception, or an address.
+  std::string TargetQualifiedName;
+
+  std::string Description() const override { return mDescription; }
+  void SetDescription(std::string_view text) override { mDescription = text; }
+  std::string QualifiedName() const override { return TargetQualifiedName; }
+
+  static constexpr auto Properties() {
+    return std::tuple{Prop{"Name", &Exception::Name}, Prop{"Description", &Exception::mDescription},
+                      Prop{"TargetQualifiedName", &Exception::TargetQualifiedName},
+                      Prop{"QualifiedName", &Exception::QualifiedName, PropertyKind::Derived}};
+  }
+};
+class Exceptions : public PlainCollection<Exception> {};
+
+}  // namespace vendrel
