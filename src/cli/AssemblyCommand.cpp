@@ -138,6 +138,7 @@ void WriteCheck(std::ostream& out, const DocumentationCheck& check,
   for (const std::string& name : check.Missing)
     out << "not found: " << name
         << (inMetadata.count(name) > 0 ? "" : " (the assembly has no such name)") << '\n';
+  for (const std::string& name : check.Loose) out << "found by a part of it: " << name << '\n';
   for (const std::string& name : check.Different) out << "another name: " << name << '\n';
   const std::size_t tenths = check.Names == 0 ? 1000 : check.Found * 1000 / check.Names;
   out << check.Found << " of " << check.Names << " names found (" << tenths / 10 << '.'
@@ -146,7 +147,7 @@ void WriteCheck(std::ostream& out, const DocumentationCheck& check,
 
 int CheckDocs(const AssemblyArguments& arguments, const Streams& streams) {
   const std::string nativePath = NativeInput(arguments);
-  const std::string documentation = DocumentationBeside(nativePath);
+  const std::vector<std::string> documentation = DocumentationBeside(nativePath);
   if (documentation.empty())
     throw ToolError(exFailed, arguments.File + ": no documentation file (.xml) beside it");
   const std::vector<std::string> names = DocumentedNames(documentation);

@@ -1,9 +1,12 @@
 #include "dotnet/DocumentationCheck.h"
 
+#include <algorithm>
 #include <pugixml.hpp>
 #include <unordered_set>
 
-#include "model/Events.h"
+#include "core/Ascii.h"
+#include "core/CaseFold.h"
+#include "dotnet/DocumentedElements.h"
 #include "services/FileSource.h"
 #include "services/FolderCache.h"
 
@@ -23,36 +26,65 @@ std::string_view Trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-std::string NameOf(const CodeElement& element) {
-  if (const auto* component = As<Component>(&element)) return component->DotNetName();
-  if (const auto* block = As<Block>(&element)) return block->DotNetName();
-  if (const auto* variable = As<Variable>(&element)) return variable->DotNetName();
-  if (const auto* event = As<EventDeclaration>(&element)) return event->DotNetName();
-  return {};
+// "en", "zh-Hans", "sr-Latn-CS"
+bool IsCultureFolder(std::string_view name) {
+  const std::string_view language = name.substr(0, name.find('-'));
+  if (language.size() < 2 || language.size() > 3 || name.size() > 11) return false;
+  return std::all_of(language.begin(), language.end(), IsLetterAscii) &&
+         std::all_of(name.begin(), name.end(),
+                     [](char c) { return c == '-' || IsLetterAscii(c) || IsDigitAscii(c); });
 }
 
-}  // namespace
-
-std::string DocumentationBeside(const std::string& nativePath) {
-  ForgetFolders();  // the file may have come just now
+std::string WithExtensionXml(const std::string& nativePath) {
   FileSystemObject file(nativePath);
   file.SetExtension("xml");
   return file.Exists() ? file.NativePath() : std::string();
 }
 
-std::vector<std::string> DocumentedNames(const std::string& nativePath) {
-  const std::string bytes = ReadWholeFile(nativePath);
-  // Some files begin with NULs; what follows an error is lost, what precedes it counts.
-  const std::size_t start = bytes.find_first_not_of('\0');
-  pugi::xml_document document;
-  if (start != std::string::npos) document.load_buffer(bytes.data() + start, bytes.size() - start);
+bool IsEnglish(std::string_view culture) {
+  return EqualsNoCase(culture.substr(0, culture.find('-')), "en");
+}
+
+}  // namespace
+
+std::vector<std::string> DocumentationBeside(const std::string& nativePath) {
+  ForgetFolders();  // the file may have come just now
+  std::vector<std::string> found;
+  const auto take = [&](const std::string& assembly) {
+    if (std::string file = WithExtensionXml(assembly); !file.empty())
+      found.push_back(std::move(file));
+  };
+  take(nativePath);
+  const std::size_t slash = nativePath.rfind('/');
+  const std::string folder = nativePath.substr(0, slash + 1), leaf = nativePath.substr(slash + 1);
+  std::vector<FolderEntry> entries;
+  if (FileSource::Current().List(folder, entries) < 0) return found;
+  std::sort(entries.begin(), entries.end(), [](const FolderEntry& a, const FolderEntry& b) {
+    const bool aIsEnglish = IsEnglish(a.Name), bIsEnglish = IsEnglish(b.Name);
+    return aIsEnglish != bIsEnglish ? aIsEnglish : a.Name < b.Name;
+  });
+  for (const FolderEntry& entry : entries)
+    if ((entry.IsFolder || entry.Unsure) && IsCultureFolder(entry.Name))
+      take(folder + entry.Name + "/" + leaf);
+  return found;
+}
+
+std::vector<std::string> DocumentedNames(const std::vector<std::string>& nativePaths) {
   std::vector<std::string> names;
   std::unordered_set<std::string> known;
-  for (const pugi::xml_node members : document.child("doc").children("members"))
-    for (const pugi::xml_node member : members.children("member")) {
-      std::string name(Trimmed(member.attribute("name").as_string()));
-      if (IsMemberName(name) && known.insert(name).second) names.push_back(std::move(name));
-    }
+  for (const std::string& path : nativePaths) {
+    const std::string bytes = ReadWholeFile(path);
+    // Some files begin with NULs; what follows an error is lost, what precedes it counts.
+    const std::size_t start = bytes.find_first_not_of('\0');
+    pugi::xml_document document;
+    if (start != std::string::npos)
+      document.load_buffer(bytes.data() + start, bytes.size() - start);
+    for (const pugi::xml_node members : document.child("doc").children("members"))
+      for (const pugi::xml_node member : members.children("member")) {
+        std::string name(Trimmed(member.attribute("name").as_string()));
+        if (IsMemberName(name) && known.insert(name).second) names.push_back(std::move(name));
+      }
+  }
   return names;
 }
 
@@ -60,15 +92,17 @@ DocumentationCheck CheckDocumentation(const VBProject& project,
                                       const std::vector<std::string>& names) {
   DocumentationCheck check;
   check.Names = names.size();
+  DocumentedElements elements(project);
   for (const std::string& name : names) {
-    const CodeElement* element = project.GetObjectFromDotNetName(name);
-    if (!element) {
+    const DocumentedElement found = elements.Find(name);
+    if (!found.Element) {
       check.Missing.push_back(name);
       continue;
     }
     ++check.Found;
-    if (const std::string back = NameOf(*element); back != name)
-      check.Different.push_back(name + " -> " + back);
+    const std::string back = DocumentedNameOf(*found.Element);
+    if (back == name) continue;
+    (found.Join == NameJoin::Exact ? check.Different : check.Loose).push_back(name + " -> " + back);
   }
   return check;
 }

@@ -47,6 +47,16 @@ Block* FindProcedure(const Component& component, std::string_view member, std::s
   return isAnswer ? block : nullptr;
 }
 
+// What every delegate has leads to the delegate, which is one block.
+CodeElement* FindPartOfDelegate(const VBProject& project, std::string_view type,
+                                std::string_view member) {
+  if (!project.Reading.NetNames) return nullptr;
+  const std::string_view name = member.substr(0, member.find('('));
+  const bool isPart =
+      name == "#ctor" || name == "Invoke" || name == "BeginInvoke" || name == "EndInvoke";
+  return isPart ? FindDelegate(project, type) : nullptr;
+}
+
 // Keys take no heed of case; in the complete reading names do.
 template <typename Elements>
 CodeElement* FindIn(const Elements& elements, std::string_view member, std::string_view name,
@@ -91,7 +101,8 @@ CodeElement* VBProject::GetObjectFromDotNetName(std::string_view Name) const try
   std::string componentName, memberName;
   SplitDotNetName(rest, componentName, memberName);
   const Component* component = Components.Item(componentName);
-  return component ? FindMember(*component, memberName, Name, Reading.NetNames) : nullptr;
+  if (component) return FindMember(*component, memberName, Name, Reading.NetNames);
+  return Name[0] == 'M' ? FindPartOfDelegate(*this, componentName, memberName) : nullptr;
 }
 VENDREL_CONTEXT(Name, *this)
 

@@ -66,7 +66,9 @@ bool IsProcedure(const Member& member) {
 class Completion {
  public:
   explicit Completion(Waiting& waiting)
-      : mWaiting(waiting), mModule(*waiting.Module), mBuilder(mModule, *waiting.Room) {
+      : mWaiting(waiting),
+        mModule(*waiting.Module),
+        mBuilder(mModule, *waiting.Store, *waiting.Room) {
     mOwn = MembersOf(*waiting.Type.File->Image, waiting.Type.Row, waiting.Filter);
     mFound = InheritanceOf(*waiting.Store, waiting.Type, mOwn, waiting.Filter);
     for (const BaseType& base : mFound.Bases) mBaseNames.emplace_back(base.Type.Name());

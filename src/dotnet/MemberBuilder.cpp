@@ -173,8 +173,30 @@ CodeElement* MemberBuilder::AddEvent(const SourcedMember& member) {
   event->IsVirtual = own.IsVirtual && !own.IsFinal;
   event->IsAbstract = own.IsAbstract;
   event->IsSealed = own.IsVirtual && own.IsFinal;
+  if (const DelegateInvoke& invoke = InvokeBehind(member.Source, delegate, type); invoke.File)
+    TakeParameters(*event, *invoke.File, invoke.Method, invoke.Text);
   TakeObsoleteMark(*event, image, own.Place());
   return event;
+}
+
+// An event whose delegate cannot be found or read has no parameters; the assembly that is missing
+// was told.
+const DelegateInvoke& MemberBuilder::InvokeBehind(const MemberSource& source, Token delegate,
+                                                  const std::string& type) {
+  const auto [known, isNew] = mRoom.Delegates.try_emplace(type);
+  if (!isNew || !delegate) return known->second;
+  try {
+    const Signatures::Instance instance = source.File->Types.Open(delegate, ArgumentsOf(source));
+    const TypeHandle found = mStore.Resolve(*source.File, instance.Definition);
+    const std::uint32_t invoke = found ? InvokeOf(*found.File->Image, found.Row) : 0;
+    if (invoke != 0)
+      known->second = {found.File, invoke,
+                       found.File->Types.Method(found.File->Image->Blob(tMethod, 4, invoke),
+                                                instance.Arguments)};
+  } catch (const DataError&) {
+    known->second = {};
+  }
+  return known->second;
 }
 
 Block* MemberBuilder::AddProcedure(const SourcedMember& member) {
@@ -217,10 +239,18 @@ void MemberBuilder::FillProcedure(Block& block, const SourcedMember& member,
 
 void MemberBuilder::TakeSignature(Block& block, const AssemblyFile& file, std::uint32_t method,
                                   const MethodText& text) {
-  const Image& image = *file.Image;
   mRoom.Take(block.Name().size() + text.Result.Name.size());
   if (text.Result.Name != "System.Void" || text.Result.IsByRef)
     block.ReturnType = mRoom.Share(text.Result.Name);
+  TakeParameters(block, file, method, text);
+  if (HasPointer(text) || ParameterCount(block) != text.Parameters.size())
+    block.SetDocumentedArguments(text.Arguments());
+}
+
+template <typename Element>
+void MemberBuilder::TakeParameters(Element& element, const AssemblyFile& file, std::uint32_t method,
+                                   const MethodText& text) {
+  const Image& image = *file.Image;
   const std::vector<std::uint32_t> rows = ParameterRows(image, method, text.Parameters.size());
   for (std::size_t i = 0; i < text.Parameters.size(); ++i) {
     const Token place{tParam, rows[i + 1]};
@@ -230,14 +260,12 @@ void MemberBuilder::TakeSignature(Block& block, const AssemblyFile& file, std::u
     const bool isOptional =
         place && (image.Tables().Cell(tParam, kParamFlags, place.Row) & kOptional) != 0;
     const bool isParamArray = place && image.AttributeOf(place, KnownAttribute::ParamArray) != 0;
-    Parameter* made = block.netCreateParameter(name, ReflectedType(text.Parameters[i]), value,
-                                               isOptional || isParamArray);
+    Parameter* made = element.netCreateParameter(name, ReflectedType(text.Parameters[i]), value,
+                                                 isOptional || isParamArray);
     if (!made) continue;
     made->VariableType = mRoom.Share(made->VariableType);
     made->IsParamArray = isParamArray;
   }
-  if (HasPointer(text) || ParameterCount(block) != text.Parameters.size())
-    block.SetDocumentedArguments(text.Arguments());
 }
 
 void MemberBuilder::TellDamage(const SourcedMember& member, const char* reason) const {

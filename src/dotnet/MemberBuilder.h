@@ -28,6 +28,13 @@ struct SourcedMember {
   metadata::Member Member;
 };
 
+/// The method that stands for the delegate of an event; `File` is null where it was not found.
+struct DelegateInvoke {
+  const metadata::AssemblyFile* File = nullptr;
+  std::uint32_t Method = 0;
+  metadata::MethodText Text;
+};
+
 /// How many bytes a tree may still take; shared by all that is made of one file.
 struct TreeRoom {
   std::size_t Left = 0;
@@ -36,6 +43,8 @@ struct TreeRoom {
   void Take(std::size_t textSize);
   /// The one copy of a text of which a tree holds many: the name of a type.
   const SharedText& Share(const SharedText& text);
+  /// Delegates by the text of their type: most events share a few.
+  std::unordered_map<std::string, DelegateInvoke> Delegates;
 
  private:
   std::unordered_map<std::string_view, SharedText> mTexts;
@@ -44,7 +53,9 @@ struct TreeRoom {
 /// Builds elements in one module. A member that is damaged is told and left out.
 class MemberBuilder {
  public:
-  MemberBuilder(Component& component, TreeRoom& room) : mComponent(component), mRoom(room) {}
+  /// Delegates of events are looked up in `store`.
+  MemberBuilder(Component& component, metadata::AssemblyStore& store, TreeRoom& room)
+      : mComponent(component), mStore(store), mRoom(room) {}
 
   /// Gives the elements made, one a member, null for those left out. Methods, and properties, of
   /// one name become one block with the overloads below it.
@@ -62,6 +73,11 @@ class MemberBuilder {
   CodeElement* Add(const SourcedMember& member);
   CodeElement* AddField(const SourcedMember& member);
   CodeElement* AddEvent(const SourcedMember& member);
+  const DelegateInvoke& InvokeBehind(const MemberSource& source, metadata::Token delegate,
+                                     const std::string& type);
+  template <typename Element>
+  void TakeParameters(Element& element, const metadata::AssemblyFile& file, std::uint32_t method,
+                      const metadata::MethodText& text);
   Block* AddProcedure(const SourcedMember& member);
   void AddFamily(const std::vector<SourcedMember>& members, const std::vector<std::size_t>& family,
                  std::vector<CodeElement*>& made);
@@ -70,6 +86,7 @@ class MemberBuilder {
   void TellDamage(const SourcedMember& member, const char* reason) const;
 
   Component& mComponent;
+  metadata::AssemblyStore& mStore;
   TreeRoom& mRoom;
 };
 

@@ -114,7 +114,7 @@ void TypeBuilder::BuildDelegate(Component& carrier, TypeHandle type) {
   const bool isSub = text.Result.Name.empty() || text.Result.Name == "System.Void";
   Block* block = carrier.netCreateBlock(isSub ? btSub : btFunction, type.Name(), carrier.Access, {},
                                         true, {}, false, false, false, false);
-  MemberBuilder(carrier, *mRoom).TakeSignature(*block, *type.File, invoke, text);
+  MemberBuilder(carrier, *mStore, *mRoom).TakeSignature(*block, *type.File, invoke, text);
   TakeObsoleteMark(*block, image, {tTypeDef, type.Row});
   mProject.netCreateDelegate(block, type.Name(), type.Name());
 }
@@ -125,7 +125,7 @@ void TypeBuilder::BuildMembers(const std::shared_ptr<Component>& component, Type
   std::vector<SourcedMember> members;
   for (const Member& member : MembersOf(*type.File->Image, type.Row, filter))
     members.push_back({{type.File, nullptr, {}}, member});
-  std::vector<CodeElement*> made = MemberBuilder(*component, *mRoom).AddAll(members);
+  std::vector<CodeElement*> made = MemberBuilder(*component, *mStore, *mRoom).AddAll(members);
   if (!bases.empty()) InheritLate(*component, mStore, type, bases, std::move(made), filter, mRoom);
 }
 

@@ -53,6 +53,13 @@ TEST(AssemblyCommand, DocumentationIsHeldAgainstTheTree) {
   EXPECT_THAT(ToolEnding(exNo, {"assembly", "--check-docs", file}).Out,
               AllOf(HasSubstr("not found: T:Shop.None (the assembly has no such name)"),
                     HasSubstr("1 of 2 names found (50.0 %)")));
+  // Those of further languages stand in folders of their own.
+  const std::string other = folder.Write("other/Shop.dll", test::DataBytes("Shop.dll"));
+  folder.Write("other/zh-Hans/shop.xml",
+               "<doc><members><member name=\"T:Shop.Price\"/></members></doc>");
+  folder.Write("other/readme/shop.xml",
+               "<doc><members><member name=\"T:Shop.None\"/></members></doc>");
+  EXPECT_THAT(RunFor({"assembly", "--check-docs", other}), HasSubstr("1 of 1 names"));
 }
 
 TEST(AssemblyCommand, EveryReadingCommandTakesAnAssembly) {

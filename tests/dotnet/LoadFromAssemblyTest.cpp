@@ -149,6 +149,10 @@ TEST(LoadFromAssembly, FieldsEventsAndParametersCarryWhatTheyHave) {
     events.push_back(event.Name + " " + event.DelegateName.str() + " " + event.InheritedFrom.str());
   EXPECT_THAT(events, ElementsAre("Changed System.EventHandler{System.EventArgs} ",
                                   "Emptied Shop.Base.Notice Shop.Base.Store`1"));
+  std::string parameters;
+  for (const Parameter& parameter : *goods.EventDeclarations.Item("Emptied")->Parameters)
+    parameters += parameter.Name() + " As " + parameter.VariableType.str() + ";";
+  EXPECT_EQ(parameters, "sender As System.Object;text As System.String;");
   const Block& order = *goods.Blocks.Item("Order");
   EXPECT_EQ(order.Parameters->Item(3)->DefaultValue, "1.5");
   EXPECT_TRUE(order.Parameters->Item(3)->IsOptional);
@@ -169,6 +173,8 @@ TEST(LoadFromAssembly, DelegatesAreBlocksOfOneModule) {
   EXPECT_TRUE(block->Parameters->Item("used")->IsByRef);
   EXPECT_EQ(block->DotNetName(), "T:Shop.Call`2");
   EXPECT_EQ(project->GetObjectFromDotNetName("T:__Delegates.Shop.Call`2"), block);
+  EXPECT_EQ(project->GetObjectFromDotNetName("M:Shop.Call`2.Invoke(`0,System.Int32@)"), block);
+  EXPECT_EQ(project->GetObjectFromDotNetName("M:Shop.Call`2.Other"), nullptr);
   const auto classic = LoadData("Shop.dll", true);
   EXPECT_EQ(classic->Components.Item("__Delegates")->Blocks.Item(1)->DotNetName(),
             "T:__Delegates.Shop.Call`2");
@@ -181,6 +187,21 @@ TEST(LoadFromAssembly, EveryDocumentedNameIsFoundAndComesBack) {
   const auto check = CheckDocumentation(*LoadData("Shop.dll", false, true), names);
   EXPECT_THAT(check.Missing, ElementsAre());
   EXPECT_THAT(check.Different, ElementsAre());
+}
+
+TEST(LoadFromAssembly, NamesWrittenByHandAreFoundByWhatIsRightInThem) {
+  const auto check = CheckDocumentation(
+      *LoadData("Shop.dll", false, true),
+      {"M:Shop.Goods`1.Shop#Base#IStock{Item}#Take(`0,System.Int32@)",
+       "M:Shop.Goods`1.Shop#Base#IStock{Item}#Take", "M:Shop.Goods`1.Shop#Base#IStock{Item}#Give",
+       "M:Shop.Goods`1.Look(System.Int32)", "M:Shop.Goods`1.Find(System.Int64)"});
+  const std::string take = " -> M:Shop.Goods`1.Shop#Base#IStock{T}#Take(`0,System.Int32@)";
+  EXPECT_THAT(check.Loose,
+              ElementsAre("M:Shop.Goods`1.Shop#Base#IStock{Item}#Take(`0,System.Int32@)" + take,
+                          "M:Shop.Goods`1.Shop#Base#IStock{Item}#Take" + take,
+                          "M:Shop.Goods`1.Look(System.Int32) -> M:Shop.Goods`1.Look"));
+  EXPECT_THAT(check.Missing, ElementsAre("M:Shop.Goods`1.Shop#Base#IStock{Item}#Give",
+                                         "M:Shop.Goods`1.Find(System.Int64)"));
 }
 
 TEST(LoadFromAssembly, NamesLeadToElementsInBothReadings) {

@@ -1,0 +1,76 @@
+#include "dotnet/DocumentedElements.h"
+
+#include "model/Events.h"
+
+namespace vendrel {
+namespace {
+
+// A name cut where its arguments begin; what stands in the braces of its front is left out.
+struct LooseName {
+  std::string Front;
+  std::string_view Arguments;
+};
+
+LooseName Loosen(std::string_view name) {
+  LooseName loose;
+  int depth = 0;
+  std::size_t at = 0;
+  for (; at < name.size(); ++at) {
+    const char c = name[at];
+    if (depth == 0 && (c == '(' || c == '~')) break;
+    if (c == '}' && depth > 0) --depth;
+    if (depth == 0) loose.Front += c;
+    if (c == '{') ++depth;
+  }
+  loose.Arguments = name.substr(at);
+  return loose;
+}
+
+}  // namespace
+
+std::string DocumentedNameOf(const CodeElement& element) {
+  if (const auto* component = As<Component>(&element)) return component->DotNetName();
+  if (const auto* block = As<Block>(&element)) return block->DotNetName();
+  if (const auto* variable = As<Variable>(&element)) return variable->DotNetName();
+  if (const auto* event = As<EventDeclaration>(&element)) return event->DotNetName();
+  return {};
+}
+
+const DocumentedElements::Members& DocumentedElements::MembersOf(const Component& component) {
+  const auto [known, isNew] = mMembers.try_emplace(&component);
+  if (!isNew) return known->second;
+  const auto add = [&](Block& block) {
+    known->second[Loosen(block.DotNetName()).Front].push_back(&block);
+  };
+  for (Block& block : component.Blocks) {
+    if (block.BlockType() == btDeclarations) continue;
+    Blocks* overloads = block.OverloadBlocks().IfAny();
+    if (!overloads || overloads->Count() == 0)
+      add(block);
+    else
+      for (Block& overload : *overloads) add(overload);
+  }
+  return known->second;
+}
+
+DocumentedElement DocumentedElements::Find(std::string_view name) {
+  if (CodeElement* exact = mProject.GetObjectFromDotNetName(name)) return {exact, NameJoin::Exact};
+  const bool isProcedure = name.starts_with("M:") || name.starts_with("P:");
+  if (!isProcedure || !mProject.Reading.NetNames) return {};
+  std::string type, member;
+  VBProject::SplitDotNetName(name.substr(2), type, member);
+  const Component* component = mProject.Components.Item(type);
+  if (!component) return {};
+  const LooseName sought = Loosen(name);
+  const Members& members = MembersOf(*component);
+  const auto family = members.find(sought.Front);
+  if (family == members.end()) return {};
+  if (sought.Front.find('{') != std::string::npos)
+    for (Block* block : family->second)
+      if (Loosen(block->DotNetName()).Arguments == sought.Arguments)
+        return {block, NameJoin::OtherBraces};
+  if (family->second.size() == 1) return {family->second.front(), NameJoin::NameAlone};
+  return {};
+}
+
+}  // namespace vendrel
