@@ -52,15 +52,28 @@ void BlockWriter::ChooseAttributes() try {
 }
 VENDREL_CONTEXT(trace::Me(mBlock))
 
+void BlockWriter::TakeHeader(const HeaderLines& header) {
+  mHeader = &header;
+  mLastAttribute = mLines.Count();
+  while (mLastAttribute > 0 && mLines.LineType(mLastAttribute) != ATTRIBUTE_LINE) --mLastAttribute;
+  if (mLastAttribute == 0) mLastAttribute = mLines.Count();
+}
+
+void BlockWriter::PutNew() {
+  for (const std::string& line : mHeader->New) mStream.Line(line);
+}
+
 void BlockWriter::Run() {
   const std::int32_t count = mLines.Count();
   bool attributesDone = mAttributesBehind == 0;
+  if (mHeader && mLastAttribute == 0) PutNew();
   for (std::int32_t i = 1; i <= count; ++i) {
     if (mLines.NotInSource(i)) {
       if (mNumbers) mNumbers->Pass(i);
       continue;
     }
-    Line(i);
+    if (!mHeader || !mHeader->ReplaceDescription || !IsModuleDescription(mLines, i)) Line(i);
+    if (mHeader && i == mLastAttribute) PutNew();
     if (attributesDone || i < mAttributesBehind || mLines.Continued(i)) continue;
     attributesDone = true;
     ProcedureAttributes();
@@ -170,6 +183,11 @@ void BlockWriter::VariableAttributes() try {
   }
 }
 VENDREL_CONTEXT_AT(mStream.LineNumber(), trace::Me(mBlock))
+
+bool IsModuleDescription(const CodeLines& lines, std::int32_t index) {
+  return lines.LineType(index) == ATTRIBUTE_LINE &&
+         lines.LineView(index).starts_with("Attribute VB_Description");
+}
 
 TextForm WriteFormOf(const Component& component) {
   if (component.SourceForm) return *component.SourceForm;

@@ -165,20 +165,15 @@ void KeptProjectLines::References() {
   std::ptrdiff_t behind = LastOf([](const ProjectFileLine& l) { return l.IsReference; });
   if (behind < 0 && !mFile.Lines.empty()) behind = 0;
   for (vendrel::Reference& reference : mProject.References)
-    if (!read.contains(&reference)) AddBehind(behind, WrittenLine(reference));
-}
-
-std::string KeptProjectLines::WrittenLine(vendrel::Reference& reference) {
-  reference.FileName.SetBaseFile(&mProject.OutputFileName);
-  const std::string compiled = reference.CompiledLine();
-  return compiled.empty() ? reference.CodeLine() : compiled;
+    if (!read.contains(&reference))
+      AddBehind(behind, WrittenLine(reference, mProject.OutputFileName));
 }
 
 void KeptProjectLines::Reference(std::size_t index, vendrel::Reference& reference) {
   const bool changed = ProjectFileLines::ValueOf(reference) != mFile.Lines[index].Value;
   const VBProject* project = reference.ReferencedProject();
   if (changed || (project && !LeadsTo(index, reference, *project)))
-    return mEdits[index].ReplaceAll(WrittenLine(reference));
+    return mEdits[index].ReplaceAll(WrittenLine(reference, mProject.OutputFileName));
   if (!mSameLocation) ReferencePath(index, reference);
 }
 

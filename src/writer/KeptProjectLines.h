@@ -33,7 +33,6 @@ class KeptProjectLines {
   void ReferencePath(std::size_t index, const vendrel::Reference& reference);
   bool LeadsTo(std::size_t index, const vendrel::Reference& reference,
                const VBProject& project) const;
-  std::string WrittenLine(vendrel::Reference& reference);
   void Documents();
   void Document(std::size_t index, const std::string& entry, bool changed);
   void Settings();

@@ -16,24 +16,9 @@
 namespace vendrel {
 namespace {
 
-// Up to `prefix`, case counting, as the lines of a module are written.
-bool IsLine(const CodeLines& lines, std::int32_t index, std::string_view prefix) {
-  return lines.LineType(index) == ATTRIBUTE_LINE && lines.LineView(index).starts_with(prefix);
-}
-
-void RemoveLines(CodeLines& lines, bool helpIDs, bool descriptions) {
-  for (std::int32_t i = lines.Count(); i >= 1; --i)
-    if ((helpIDs && IsLine(lines, i, "Attribute VB_HelpID")) ||
-        (descriptions && IsLine(lines, i, "Attribute VB_Description")))
-      lines.Remove(i);
-}
-
-// At the end of the block, as documented. The complete reading puts it behind the last attribute
-// line: a section without declarations goes on with comments, where the compiler takes none.
-void Append(CodeLines& lines, const std::string& text, bool behindAttributes) {
-  std::int32_t last = behindAttributes ? lines.Count() : 0;
-  while (last > 0 && lines.LineType(last) != ATTRIBUTE_LINE) --last;
-  lines.Add(InitialiseCodeLine(text, State().CurrentLanguageVersion), 0, last);
+bool IsHelpID(const CodeLines& lines, std::int32_t index) {
+  return lines.LineType(index) == ATTRIBUTE_LINE &&
+         lines.LineView(index).starts_with("Attribute VB_HelpID");
 }
 
 // Whether a line of the source gives the module its help ID, wherever damage has put it.
@@ -42,24 +27,35 @@ bool HasHelpIDLine(Component& component) {
                      [](Block& block) { return HelpIDs(block).HasLineOfModule(); });
 }
 
-// A module with a help ID gets its attributes anew.
-void RewriteAttributes(Component& component) try {
-  if (component.HelpContextID == 0) return;
+// What a module with a help ID gets into its header.
+HeaderLines HeaderOf(Component& component) {
+  HeaderLines header;
+  if (component.HelpContextID == 0) return header;
   const ProjectOptions& options = component.Options();
-  const bool keeps = options.Reading.KeepHelpAttributes;
   const bool stands =
-      keeps && (component.HelpContextID == component.HelpContextIDRead || HasHelpIDLine(component));
-  std::optional<std::string> description;
-  if (options.WriteHelpDescriptions)
-    description = ModuleBrowserText(component, options.Reading.WholeHelpDescriptions);
-  if (stands && !description) return;
+      options.Reading.KeepHelpAttributes &&
+      (component.HelpContextID == component.HelpContextIDRead || HasHelpIDLine(component));
+  if (!stands)
+    header.New.push_back("Attribute VB_HelpID = " + std::to_string(component.HelpContextID));
+  if (!options.WriteHelpDescriptions) return header;
+  const auto text = ModuleBrowserText(component, options.Reading.WholeHelpDescriptions);
+  header.ReplaceDescription = text.has_value();
+  if (text) header.New.push_back("Attribute VB_Description=\"" + *text + "\"");
+  return header;
+}
+
+// As documented, the new lines become lines of the block, at its end, in the place of the old ones.
+// The complete reading leaves the block alone.
+void RewriteAttributes(Component& component, const HeaderLines& header) try {
+  if (header.New.empty()) return;
   Block* block = component.BlockOfType(btAttributes, true);
   if (!block) block = component.NewBlock(btAttributes);
   CodeLines& lines = *block->CodeLines;
-  RemoveLines(lines, !keeps, description.has_value());
-  if (!stands)
-    Append(lines, "Attribute VB_HelpID = " + std::to_string(component.HelpContextID), keeps);
-  if (description) Append(lines, "Attribute VB_Description=\"" + *description + "\"", keeps);
+  for (std::int32_t i = lines.Count(); i >= 1; --i)
+    if (IsHelpID(lines, i) || (header.ReplaceDescription && IsModuleDescription(lines, i)))
+      lines.Remove(i);
+  for (const std::string& text : header.New)
+    lines.Add(InitialiseCodeLine(text, State().CurrentLanguageVersion));
 }
 VENDREL_CONTEXT(trace::Me(component))
 
@@ -90,7 +86,19 @@ std::vector<Block*> BlocksInOrder(Component& component) {
 void WriteBlocks(Component& component, FileSystemObject& target) try {
   SourceStream stream(target, WriteFormOf(component), component.SourceForm.get(),
                       component.Options().Reading.KeepLineEnds);
-  for (Block* block : BlocksInOrder(component)) BlockWriter(*block, stream).Run();
+  HeaderLines header = HeaderOf(component);
+  if (!component.Options().Reading.KeepHelpAttributes) {
+    RewriteAttributes(component, header);
+    header = {};
+  }
+  const Block* headed = component.Blocks.FirstOfType(btAttributes);
+  if (!headed)
+    for (const std::string& line : header.New) stream.Line(line);
+  for (Block* block : BlocksInOrder(component)) {
+    BlockWriter writer(*block, stream);
+    if (block == headed && !header.New.empty()) writer.TakeHeader(header);
+    writer.Run();
+  }
   stream.Finish();
 }
 VENDREL_CONTEXT(trace::Parameter("target", target.FullPath()), trace::Me(component))
@@ -139,7 +147,6 @@ bool WriteModule(Component& component, std::string_view path) try {
   target.CreateFolderPath();
   target.SetWriteForm(WriteFormOf(component));
   Open(target);
-  RewriteAttributes(component);
   try {
     WriteBlocks(component, target);
   } catch (const CharactersRefused&) {

@@ -5,6 +5,7 @@
 #include "diagnostics/Context.h"
 #include "writer/KeptProjectLines.h"
 #include "writer/ModuleWriter.h"
+#include "writer/ProjectLineParts.h"
 #include "writer/SideFiles.h"
 
 namespace vendrel {
@@ -108,9 +109,8 @@ void ProjectFileWriter::FirstLine() {
 
 void ProjectFileWriter::References() try {
   for (Reference& reference : mProject.References) {
-    reference.FileName.SetBaseFile(&mProject.OutputFileName);
-    const std::string compiled = reference.CompiledLine();
-    KeptLine(compiled.empty() ? reference.CodeLine() : compiled);
+    KeptLine(WrittenLine(reference, mProject.OutputFileName));
+    reference.FileName.SetBaseFile(&mProject.OutputFileName);  // as documented
   }
 }
 VENDREL_CONTEXT(trace::Me(mProject))

@@ -46,6 +46,20 @@ std::optional<Region> ModuleNameRegion(std::string_view line) {
   return std::nullopt;
 }
 
+std::string WrittenLine(Reference& reference, FileSystemObject& output) {
+  FileSystemObject& file = reference.FileName;
+  file.FullPath();  // a relative path is settled while its base is the one it was given for
+  FileSystemObject* const base = file.BaseFile();
+  const std::string version = reference.Version, locale = reference.Locale;
+  file.SetBaseFile(&output);
+  std::string line = reference.CompiledLine();
+  if (line.empty()) line = reference.CodeLine();
+  file.SetBaseFile(base);
+  reference.Version = version;
+  reference.Locale = locale;
+  return line;
+}
+
 // "Reference=*\G{id}#version#locale#path#name", "Object={id}#version#locale; path", or "*\A" and
 // the path of a project. The blank behind the semicolon is part of the form.
 std::optional<Region> ReferencePathRegion(std::string_view line) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "project/Reference.h"
 #include "writer/LineEdit.h"
 
 namespace vendrel {
@@ -17,6 +18,9 @@ Region ValueRegion(std::string_view line);
 Region ModulePathRegion(std::string_view line);
 /// Name in a "Class=" or "Module=" line; nothing where it does not stand where the reader looks.
 std::optional<Region> ModuleNameRegion(std::string_view line);
+/// The line of a reference in the file `output`, with paths as seen from there. The reference stays
+/// as it is: a version that the line makes up, and the base of its path, are its own again.
+std::string WrittenLine(Reference& reference, FileSystemObject& output);
 /// Path in a "Reference=" or "Object=" line; nothing in one without.
 std::optional<Region> ReferencePathRegion(std::string_view line);
 

@@ -11,22 +11,10 @@
 #include "project/VBProject.h"
 #include "services/FileSource.h"
 #include "services/Paths.h"
+#include "support/Projects.h"
 
 namespace vendrel {
 namespace {
-
-// Number and text of the first line in which two texts differ.
-std::string FirstDifference(const std::string& expected, const std::string& actual) {
-  std::istringstream a(expected), b(actual);
-  std::string lineA, lineB;
-  for (int number = 1;; ++number) {
-    const bool moreA = static_cast<bool>(std::getline(a, lineA));
-    const bool moreB = static_cast<bool>(std::getline(b, lineB));
-    if (!moreA && !moreB) return {};
-    if (moreA != moreB || lineA != lineB)
-      return "line " + std::to_string(number) + "\n  golden: " + lineA + "\n  now:    " + lineB;
-  }
-}
 
 std::string DumpOfSample(const ReadingRules& reading) {
   VBProject project;
@@ -49,7 +37,7 @@ void CompareWithGolden(const std::string& name, const ReadingRules& reading) {
   EXPECT_EQ(actual.find(VENDREL_SOURCE_ROOT), std::string::npos);
   const char* update = std::getenv("VENDREL_UPDATE_GOLDEN");
   if (update && *update) std::ofstream(path, std::ios::binary) << actual;
-  EXPECT_EQ(FirstDifference(ReadWholeFile(path), actual), "") << path;
+  EXPECT_EQ(test::FirstDifference(ReadWholeFile(path), actual), "") << path;
 }
 
 TEST(GoldenDump, OfTheSampleInTheCompleteReading) {

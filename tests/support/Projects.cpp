@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "core/Ascii.h"
 #include "core/Workspace.h"
 #include "project/ModuleNames.h"
@@ -235,6 +237,18 @@ std::string Describe(const Component& c) {
                      About(c) + "\n" + Declarations(c);
   for (const Block& block : c.Blocks) text += Describe(block);
   return text;
+}
+
+std::string FirstDifference(const std::string& expected, const std::string& actual) {
+  std::istringstream a(expected), b(actual);
+  std::string lineA, lineB;
+  for (int number = 1;; ++number) {
+    const bool moreA = static_cast<bool>(std::getline(a, lineA));
+    const bool moreB = static_cast<bool>(std::getline(b, lineB));
+    if (!moreA && !moreB) return {};
+    if (moreA != moreB || lineA != lineB)
+      return "line " + std::to_string(number) + "\n  expected: " + lineA + "\n  now:      " + lineB;
+  }
 }
 
 std::string Told(const Diagnostics& diagnostics) {

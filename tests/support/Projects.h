@@ -74,6 +74,8 @@ std::string Names(const Collection& collection) {
   for (const auto& element : collection) names += element.ElementName() + " ";
   return names;
 }
+/// Number and text of the first line in which two texts differ; empty if they are equal.
+std::string FirstDifference(const std::string& expected, const std::string& actual);
 /// "line code" of each diagnostic, one a line.
 std::string Told(const Diagnostics& diagnostics);
 
