@@ -55,6 +55,10 @@ void Writer::Place(VBProject& project, bool isOneOfSeveral) {
     path = base;
     for (int number = 2; !mFoldersTaken.insert(FoldKey(path)).second; ++number)
       path = base + "_" + std::to_string(number);
+    if (path != base)
+      mNumbered.insert(&project);
+    else
+      mNumbered.erase(&project);  // the place of one that is gone
   }
   project.OutputFileName.SetFolderPath(path);
   if (isModule)
@@ -98,7 +102,7 @@ void Writer::AskOver() {
     if (!mStreams.Answers)
       throw ToolError(exUsage, "--to: " + files +
                                    "; say --yes to write over them, look with --dry-run, or name " +
-                                   "another folder");
+                                   "another folder; " + DoneSince(0));
     if (!Agrees(mStreams, files + ". Write over them?")) throw ToolError(exNo, DoneSince(0));
     mAgreed = true;
   }
@@ -205,8 +209,10 @@ void Writer::WriteFileOf(const VBProjectGroup& group, const std::vector<VBProjec
 void Writer::WriteOut(VBProject& project) {
   const std::size_t mark = WrittenSoFar();
   WriteOutOrTell(project, mArguments.OnlyProjectFile);
-  mOut << Shown(mPaths.Of(project.OutputFileName.FullPath())) << ": " << WrittenOf(project, mark)
-       << '\n';
+  mOut << Shown(mPaths.Of(project.OutputFileName.FullPath())) << ": " << WrittenOf(project, mark);
+  if (mNumbered.contains(&project))  // its name alone does not tell which one it is
+    mOut << ", from " << Shown(mPaths.Of(project.FileName.FullPath()));
+  mOut << '\n';
 }
 
 void Writer::Pretend(VBProject& project) {

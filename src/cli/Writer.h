@@ -71,6 +71,8 @@ class Writer {
   std::ostream& mOut;
   ShownPaths mPaths;
   std::set<std::string> mFoldersTaken;
+  /// Projects whose folder has a number behind its name.
+  std::set<const VBProject*> mNumbered;
   /// What stands in the target, holds other bytes and would be written over.
   std::vector<std::string> mOver;
   bool mAgreed = false;

@@ -86,6 +86,9 @@ std::string Backups::NameFor(const FileSystemObject& file) {
 bool Backups::KeepProjectFileBesideItself() {
   const FileSystemObject& file = mProject.FileName;
   FileSystemObject backup(file.FullPath() + ".bak");
+  // Names that differ in case alone lead to one file.
+  for (int number = 2; mRun && !mRun->Take(backup.FullPath()); ++number)
+    backup.SetBaseName(file.LeafName() + "_" + std::to_string(number));
   try {
     // One that may be written is replaced as a whole; at no moment there is none.
     if (backup.IsReadOnly()) backup.DeleteFile();

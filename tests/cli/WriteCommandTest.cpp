@@ -109,7 +109,8 @@ TEST_F(WriteCommand, EachProjectOfAGroupGetsAFolderAndTheGroupItsFile) {
              "VBGROUP 5.0\r\nStartupProject=A.vbp\n\"Odd\xFF\"\r\nProject=\"lib\\A.vbp\"\r\n"
              "Project=Gone.vbp");
   const std::string shown = Run({"/g/G.vbg", "--to", "/out"});
-  EXPECT_THAT(shown, HasSubstr("/out/A_2/A.vbp: 1 module and project file written\n"));
+  EXPECT_THAT(shown, HasSubstr("/out/A_2/A.vbp: 1 module and project file written, from "
+                               "/g/lib/A.vbp\n"));
   EXPECT_THAT(shown, EndsWith("/out/G.vbg: group file written\n"));
   EXPECT_EQ(mFiles["/out/A/M.bas"], kWrittenModule);
   EXPECT_TRUE(mFiles.Has("/out/A_2/C.cls"));
@@ -117,6 +118,21 @@ TEST_F(WriteCommand, EachProjectOfAGroupGetsAFolderAndTheGroupItsFile) {
             "VBGROUP 5.0\r\nStartupProject=A\\A.vbp\n\"Odd\xFF\"\r\nProject=\"A_2\\A.vbp\"\r\n"
             "Project=Gone.vbp");
   EXPECT_THAT(Run({"/g/G.vbg", "--to", "/out", "--dry-run"}), HasSubstr("same /out/G.vbg\n"));
+}
+
+TEST_F(WriteCommand, ProjectFilesOfOneNameInAFolderKeepApart) {
+  const std::string first = "Type=Exe\r\nName=\"A\"\r\n", other = "Type=Exe\r\nName=\"B\"\r\n";
+  mFiles.Add("/d/A.vbp", first);
+  mFiles.Add("/d/a.vbp", other);
+  EXPECT_THAT(Run({"/d", "--to", "/out"}),
+              HasSubstr("/out/a_2/a.vbp: project file written, from /d/a.vbp\n"));
+  EXPECT_EQ(mFiles["/out/A/A.vbp"] + mFiles["/out/a_2/a.vbp"], first + other);
+  Run({"/d", "--in-place", "--yes"});
+  EXPECT_EQ(mFiles["/d/SourceBackup/A.vbp"] + mFiles["/d/SourceBackup/a_2.vbp"], first + other);
+  EXPECT_EQ(mFiles["/d/A.vbp.bak"] + mFiles["/d/a.vbp_2.bak"], first + other);
+  mFiles.Add("/out/a_2/a.vbp", "");
+  Run({"/d/", "--to", "/out"}, exUsage);
+  EXPECT_THAT(mErr, HasSubstr("another folder; 1 file had been written before"));
 }
 
 TEST_F(WriteCommand, AModuleIsWrittenAlone) {
@@ -218,7 +234,7 @@ TEST_F(WriteCommand, TheNextProjectIsWrittenWhenOneFails) {
   mFiles.AddFolder("/out/A/A.vbp");
   for (const char* input : {"/g/G.vbg", "/g"}) {
     EXPECT_THAT(Run({input, "--to", "/out"}, exFailed),
-                HasSubstr("/out/A_2/A.vbp: 1 module and project file written\n"));
+                HasSubstr("/out/A_2/A.vbp: 1 module and project file written, from "));
     EXPECT_THAT(mErr, AllOf(HasSubstr("/g/A.vbp: cannot be written: "),
                             HasSubstr("not written, or not whole: 1 of 2 projects: /g/A.vbp\n")));
   }
