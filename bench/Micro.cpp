@@ -101,7 +101,6 @@ int RunEvaluate(const MicroOptions& options) {
   EnsureStarted();
   VBProject project;
   project.Reading = Preset(options.Classic);
-  State().CurrentReading = project.Reading;
   for (const int constants : {1, 10, 100}) {
     Register("evaluate/constants:" + std::to_string(constants), options.Runs,
              [&project, constants](benchmark::State& state) {

@@ -10,7 +10,6 @@ using namespace vendrel;
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   std::string_view input = fuzz::Text(data, size);
   const auto project = fuzz::NewProject(fuzz::TakeChoice(input));
-  State().CurrentReading = project->Reading;
   CompilerConstants module;
   bool first = true;
   while (!input.empty()) {
@@ -19,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     input.remove_prefix(end == std::string_view::npos ? input.size() : end + 1);
     try {
       if (first)
-        project->CompilerConstants.AddFromProjectLine(line);
+        project->CompilerConstants.AddFromProjectLine(line, project.get());
       else if (line.starts_with("#Const"))
         module.AddFromDeclaration(line, project.get());
       else

@@ -24,7 +24,7 @@ int RunEvaluate(const EvaluateArguments& arguments, const Streams& streams) {
   ApplyToProject(arguments.Common, project);
   project.SetLanguageVersion(arguments.DotNet ? lvVisualBasicDotNet : lvVisualBasic5or6);
   const DiagnosticScope scope(&project.Diagnostics, {});
-  project.CompilerConstants.AddFromProjectLine(arguments.ProjectConstants);
+  project.CompilerConstants.AddFromProjectLine(arguments.ProjectConstants, &project);
   CompilerConstants module;
   for (const std::string& line : arguments.ModuleConstants)
     module.AddFromDeclaration(line, &project);

@@ -101,7 +101,6 @@ void ApplyToProject(const CommonOptions& options, VBProject& project) {
     NamedValue constant = CutNamedValue("--define", text);
     project.Defines.emplace_back(std::move(constant.Name), std::move(constant.Value));
   }
-  State().CurrentReading = project.Reading;
 }
 
 }  // namespace vendrel::cli

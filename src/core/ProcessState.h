@@ -5,7 +5,6 @@
 #include <string>
 
 #include "core/Enums.h"
-#include "core/ReadingRules.h"
 
 namespace vendrel {
 
@@ -33,8 +32,6 @@ struct ProcessState {
   std::int32_t mKeyIncrement = 0;
   /// Language of the project being read.
   LanguageVersionEnum CurrentLanguageVersion = lvVisualBasic5or6;
-  /// Rules of the project being read, set wherever `CurrentLanguageVersion` is.
-  ReadingRules CurrentReading;
   /// Untagged comment lines continue the tagged comment above them.
   bool AutoAppendUntagged = false;
   bool mUpgradeLegacyTaggedcomments = false;

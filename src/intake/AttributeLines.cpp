@@ -36,70 +36,69 @@ bool IsBlockHelpID(std::string_view statement, std::string_view name) {
          StartsWithNoCaseAscii(behind.substr(name.size()), kSuffix);
 }
 
-}  // namespace
-
-// False when the line is used up and not stored.
-bool LineIntake::TakeAttribute() try {
-  const std::string_view statement = mLine.StatementPart;
-  const std::size_t events = mComponent.EventDeclarations.Count();
-  if (mState.mEventLast && events > 0 &&
-      ContainsNoCaseAscii(statement, mComponent.EventDeclarations.Item(events)->Name))
-    mFoundEventComment = true;
-  if (mBlock.BlockType() == btUnrecognised) mBlock.SetBlockType(btAttributes);
-  if (TakeHelpIDs(statement)) {
-    if (!mIntake.Reading.KeepHelpAttributes) return false;
-  } else {
-    TakeFlags(statement);
-  }
-  mBlock.AddAttribute(mLine.Text);
-  if (statement == "Attribute VB_Exposed = True") mComponent.Access = "PUBLIC";
-  return true;
-}
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
-
-bool LineIntake::TakeHelpIDs(std::string_view statement) try {
+bool TakeHelpIDs(LinePassage& p, std::string_view statement) try {
   const auto valueBehindEquals = [&] {
     const std::size_t equals = statement.find('=');
     return equals == std::string_view::npos ? 0 : NumericValue(statement.substr(equals + 1));
   };
   if (StartsWithNoCaseAscii(statement, "ATTRIBUTE VB_HELPID")) {
-    TakeHelpContextID(mComponent, mComponent, valueBehindEquals());
+    TakeHelpContextID(p.Component, p.Component, valueBehindEquals());
     return true;
   }
-  if (IsBlockHelpID(statement, mBlock.Name())) {
-    TakeHelpContextID(mComponent, mBlock, valueBehindEquals());
+  if (IsBlockHelpID(statement, p.Block.Name())) {
+    TakeHelpContextID(p.Component, p.Block, valueBehindEquals());
     return true;
   }
   if (!ContainsNoCaseAscii(statement, ".VB_VARHELPID")) return false;
   std::string_view name = Word(statement, 2);
   name = TakeField(name, '.');
-  Variable* variable = mBlock.Variables.IfAny() ? mBlock.Variables->Item(name) : nullptr;
-  if (variable) TakeHelpContextID(mComponent, *variable, NumericValue(Word(statement, 4)));
+  Variable* variable = p.Block.Variables.IfAny() ? p.Block.Variables->Item(name) : nullptr;
+  if (variable) TakeHelpContextID(p.Component, *variable, NumericValue(Word(statement, 4)));
   return true;
 }
-VENDREL_CONTEXT_AT(LineReached(), statement, trace::Me(mBlock))
+VENDREL_CONTEXT_AT(LineReached(), statement, trace::Me(p.Block))
 
-void LineIntake::TakeFlags(std::string_view statement) {
+void TakeFlags(LinePassage& p, std::string_view statement) {
   if (ContainsNoCaseAscii(statement, "ATTRIBUTE VB_EXPOSED = TRUE")) {
-    mComponent.Access = "PUBLIC";
+    p.Component.Access = "PUBLIC";
   } else if (ContainsNoCaseAscii(statement, ".VB_MEMBERFLAGS = \"40\"")) {
     const std::string_view subject = Subject(statement);
-    if (EqualsNoCase(subject, mBlock.Name()))
-      mBlock.IsHiddenMember = true;
+    if (EqualsNoCase(subject, p.Block.Name()))
+      p.Block.IsHiddenMember = true;
     else if (Variable* variable =
-                 mBlock.Variables.IfAny() ? mBlock.Variables->Item(subject) : nullptr)
+                 p.Block.Variables.IfAny() ? p.Block.Variables->Item(subject) : nullptr)
       variable->IsHiddenMember = true;
-    else if (EventDeclaration* event = mComponent.EventDeclarations.Item(subject))
+    else if (EventDeclaration* event = p.Component.EventDeclarations.Item(subject))
       event->IsHiddenMember = true;
-    else if (Enumeration* enumeration = mComponent.Enumerations.Item(subject))
+    else if (Enumeration* enumeration = p.Component.Enumerations.Item(subject))
       enumeration->IsHiddenMember = true;
-    else if (UDT* structure = mComponent.UDTs.Item(subject))
+    else if (UDT* structure = p.Component.UDTs.Item(subject))
       structure->IsHiddenMember = true;
   } else if (ContainsNoCaseAscii(statement, "USERMEMID = 0")) {
-    mComponent.DefaultMemberName = Subject(statement);
+    p.Component.DefaultMemberName = Subject(statement);
   } else if (ContainsNoCaseAscii(statement, "USERMEMID = -4")) {
-    mComponent.SetIsCollection(true);
+    p.Component.SetIsCollection(true);
   }
 }
+
+}  // namespace
+
+bool TakeAttribute(LinePassage& p) try {
+  const std::string_view statement = p.Line.StatementPart;
+  const std::size_t events = p.Component.EventDeclarations.Count();
+  if (p.State.mEventLast && events > 0 &&
+      ContainsNoCaseAscii(statement, p.Component.EventDeclarations.Item(events)->Name))
+    p.FoundEventComment = true;
+  if (p.Block.BlockType() == btUnrecognised) p.Block.SetBlockType(btAttributes);
+  if (TakeHelpIDs(p, statement)) {
+    if (!p.Reading.KeepHelpAttributes) return false;
+  } else {
+    TakeFlags(p, statement);
+  }
+  p.Block.AddAttribute(p.Line.Text);
+  if (statement == "Attribute VB_Exposed = True") p.Component.Access = "PUBLIC";
+  return true;
+}
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
 }  // namespace vendrel

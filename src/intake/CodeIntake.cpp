@@ -7,7 +7,6 @@
 #include "diagnostics/Diagnostic.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
-#include "intake/Overloads.h"
 #include "model/Component.h"
 
 namespace vendrel {
@@ -25,7 +24,8 @@ void CloseUnended(Component& component, const ModuleIntake& intake, ParsedLine& 
   Block* block = component.CurrentBlock.Get();
   if (!intake.Reading.MemberNames || !block || !(block->CurrentEnum() || block->CurrentUDT()))
     return;
-  LineIntake(*block, component, line).CloseOpenDeclaration();
+  LinePassage passage(*block, component, line);
+  CloseOpenDeclaration(passage);
 }
 
 // The eleven start types, and what DetectNewBlocksOnAddCode allows.
@@ -103,8 +103,7 @@ void AddParsedCode(Component& component, ParsedLine& line, bool addLine) try {
   }
   if (!intake.ContinuationBuffer.empty()) FlushContinuations(component, intake);
   if (addLine) component.CurrentBlock.Get()->AddParsedLine(line);
-  if (intake.Language == lvVisualBasicDotNet && IsStartLineType(line.LineType))
-    CollectOverloads(component);
+  if (IsStartLineType(line.LineType)) intake.Language.ProcedureBegan(component);
 }
 VENDREL_CONTEXT_AT(LineReached(), component, addLine, trace::Local("LineType", line.LineType))
 

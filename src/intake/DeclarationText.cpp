@@ -1,14 +1,13 @@
-// The text of enumerations, structures, events and Declare statements.
+// The text of enumerations, structures and Declare statements.
+
+#include "intake/DeclarationText.h"
 
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
-#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
 #include "intake/Declarators.h"
-#include "intake/StartLineText.h"
 #include "model/Component.h"
-#include "model/Namespace.h"
 #include "text/Classifier.h"
 #include "text/Names.h"
 #include "text/StartLine.h"
@@ -36,171 +35,145 @@ const ProjectOptions& OptionsOf(const WeakHandle<Component>& component) {
   return component ? component->Options() : ProjectOptions::Defaults();
 }
 
+SourceRules RulesOf(const WeakHandle<Component>& component) {
+  return SourceRules::InForce(component ? &component->Options() : nullptr);
+}
+
 }  // namespace
 
-void Enumeration::Initialise(std::string_view Source) try {
-  Access = "PUBLIC";
-  const bool wholeNames = State().CurrentReading.BracketedNames;
+void ReadEnumeration(Enumeration& o, std::string_view Source, const ReadingRules& reading) {
+  o.Access = "PUBLIC";
+  const bool wholeNames = reading.BracketedNames;
   WordCursor words(Source, wholeNames);
   std::string_view word;
   while (words.Next(word)) {
-    if (EqualsNoCaseAscii(word, "PRIVATE")) Access = "PRIVATE";
+    if (EqualsNoCaseAscii(word, "PRIVATE")) o.Access = "PRIVATE";
     if (!EqualsNoCaseAscii(word, "ENUM")) continue;
-    if (words.Next(word)) Name = wholeNames ? WithoutBrackets(word) : word;
+    if (words.Next(word)) o.Name = wholeNames ? WithoutBrackets(word) : word;
     break;
   }
-  if (OptionsOf(Component).UnTaggedEnumerations) DescribeFromWords(*this, words);
+  if (OptionsOf(o.Component).UnTaggedEnumerations) DescribeFromWords(o, words);
 }
-VENDREL_CONTEXT_AT(LineReached(), Source, *this)
 
-std::shared_ptr<EnumMember> Enumeration::AddMember(std::string_view Source) try {
-  auto member = std::make_shared<EnumMember>();
-  member->Initialise(Source, this);
-  Members().Add(member, member->Name);
-  return member;
+void Enumeration::Initialise(std::string_view Source) try {
+  ReadEnumeration(*this, Source, OptionsOf(Component).Reading);
 }
 VENDREL_CONTEXT_AT(LineReached(), Source, *this)
 
 namespace {
+
 // A member of an Enum begins with no label, and may be called by a keyword alone.
-CodeLine MemberLine(std::string_view source, const ProcessState& state) {
-  if (!state.CurrentReading.MemberNames && !state.CurrentReading.EverySeparator)
-    return InitialiseCodeLine(source, state.CurrentLanguageVersion, state.CurrentReading);
-  LineClassifier classifier(state.CurrentLanguageVersion, state.CurrentReading);
+CodeLine MemberLine(std::string_view source, const SourceRules& rules) {
+  if (!rules.Reading.MemberNames && !rules.Reading.EverySeparator)
+    return InitialiseCodeLine(source, rules.Language.Language(), rules.Reading);
+  LineClassifier classifier(rules.Language.Language(), rules.Reading);
   classifier.MayBeginWithLabel = classifier.RaiseLineNumber = false;
   ParsedLine line;
   classifier.First(source, line);
   return line.Record();
 }
-}  // namespace
 
-void EnumMember::Initialise(std::string_view Source, vendrel::Enumeration* parent) try {
-  Enumeration = parent;
-  const ProcessState& state = State();
-  const CodeLine line = MemberLine(Source, state);
-  if (parent && !line.CommentPart.empty() && OptionsOf(parent->Component).UnTaggedEnumerations)
-    AddObjectDescription(*this, line.CommentPart);
-  std::string_view rest = line.StatementPart;
-  std::string name;
-  WordCursor words(rest, state.CurrentReading.BracketedNames);
+// What stands behind "=", with single blanks; the words in front of it become the name.
+std::string TakeMemberValue(std::string_view statement, const ReadingRules& reading,
+                            std::string& name) {
+  std::string value;
+  WordCursor words(statement, reading.BracketedNames);
   std::string_view word;
   while (words.Next(word)) {
     if (word == "=") {
-      std::string value;
       while (words.Next(word)) {
         if (!value.empty()) value += ' ';
         value += word;
       }
-      Value = value;
       break;
     }
     if (!name.empty()) name += ' ';
     name += word;
   }
-  if (state.CurrentReading.WholeDefaults && Value.empty()) {
-    const std::size_t equals = name.find('=');
-    if (equals != std::string::npos) {
-      Value = Trim(std::string_view(name).substr(equals + 1));
-      name = TrimRight(std::string_view(name).substr(0, equals));
-    }
-  }
+  const std::size_t equals =
+      reading.WholeDefaults && value.empty() ? name.find('=') : std::string::npos;
+  if (equals == std::string::npos) return value;
+  value = Trim(std::string_view(name).substr(equals + 1));
+  name = TrimRight(std::string_view(name).substr(0, equals));
+  return value;
+}
+
+void ReadEnumMember(EnumMember& o, std::string_view Source, Enumeration* parent,
+                    const SourceRules& rules) {
+  o.Enumeration = parent;
+  const CodeLine line = MemberLine(Source, rules);
+  if (parent && !line.CommentPart.empty() && OptionsOf(parent->Component).UnTaggedEnumerations)
+    AddObjectDescription(o, line.CommentPart);
+  std::string name;
+  o.Value = TakeMemberValue(line.StatementPart, rules.Reading, name);
   // "Red& = 1": a suffix, which says nothing of a member.
   const bool hasSuffix = name.size() > 1 && !TypeFromName(name).empty();
-  if (state.CurrentReading.BracketedNames && hasSuffix) name.pop_back();
-  Name = WithoutBrackets(name);
+  if (rules.Reading.BracketedNames && hasSuffix) name.pop_back();
+  o.Name = WithoutBrackets(name);
+}
+
+}  // namespace
+
+std::shared_ptr<EnumMember> AddEnumMember(Enumeration& o, std::string_view Source,
+                                          const SourceRules& rules) {
+  auto member = std::make_shared<EnumMember>();
+  ReadEnumMember(*member, Source, &o, rules);
+  o.Members().Add(member, member->Name);
+  return member;
+}
+
+std::shared_ptr<EnumMember> Enumeration::AddMember(std::string_view Source) try {
+  return AddEnumMember(*this, Source, RulesOf(Component));
+}
+VENDREL_CONTEXT_AT(LineReached(), Source, *this)
+
+void EnumMember::Initialise(std::string_view Source, vendrel::Enumeration* parent) try {
+  ReadEnumMember(*this, Source, parent,
+                 parent ? RulesOf(parent->Component) : SourceRules::InForce(nullptr));
 }
 VENDREL_CONTEXT_AT(LineReached(), Source, parent, *this)
 
-void UDT::Initialise(std::string_view Source) try {
-  const vendrel::Component* component = Component.Get();
+void ReadStructure(UDT& o, std::string_view Source, const ReadingRules& reading) {
+  const Component* component = o.Component.Get();
   const bool open = component && !component->OptionPrivate &&
                     (component->FileType == ftModule || component->FileType == ftClass);
-  Access = open ? "PUBLIC" : "PRIVATE";
-  const bool wholeNames = State().CurrentReading.BracketedNames;
-  WordCursor words(Source, wholeNames);
+  o.Access = open ? "PUBLIC" : "PRIVATE";
+  WordCursor words(Source, reading.BracketedNames);
   std::string_view word;
   while (words.Next(word)) {
-    if (EqualsNoCaseAscii(word, "PUBLIC")) Access = "PUBLIC";
-    if (EqualsNoCaseAscii(word, "PRIVATE")) Access = "PRIVATE";
+    if (EqualsNoCaseAscii(word, "PUBLIC")) o.Access = "PUBLIC";
+    if (EqualsNoCaseAscii(word, "PRIVATE")) o.Access = "PRIVATE";
     if (!EqualsNoCaseAscii(word, "TYPE")) continue;
-    if (words.Next(word)) Name = wholeNames ? WithoutBrackets(word) : word;
+    if (words.Next(word)) o.Name = reading.BracketedNames ? WithoutBrackets(word) : word;
     break;
   }
-  if (OptionsOf(Component).UnTaggedUDTs) DescribeFromWords(*this, words);
+  if (OptionsOf(o.Component).UnTaggedUDTs) DescribeFromWords(o, words);
+}
+
+void UDT::Initialise(std::string_view Source) try {
+  ReadStructure(*this, Source, OptionsOf(Component).Reading);
 }
 VENDREL_CONTEXT_AT(LineReached(), Source, *this)
 
-std::shared_ptr<Variable> UDT::AddMember(std::string_view Source) try {
+std::shared_ptr<Variable> AddStructureMember(UDT& o, std::string_view Source,
+                                             const SourceRules& rules) {
   auto member = std::make_shared<Variable>();
-  member->Parent = this;
-  if (vendrel::Component* component = Component.Get()) member->SetVBProject(component->Project());
-  const ProjectOptions* options = member->Options();
+  member->Parent = &o;
+  if (Component* component = o.Component.Get()) member->SetVBProject(component->Project());
   const std::string text = "Dim " + std::string(Source);
-  DeclaratorReader(text, options ? options->Reading : ReadingRules::Classic(), true).Read(*member);
-  Members.Add(member, member->Name);
+  DeclaratorReader(text, rules, true).Read(*member);
+  o.Members.Add(member, member->Name);
   return member;
 }
+
+std::shared_ptr<Variable> UDT::AddMember(std::string_view Source) try {
+  return AddStructureMember(*this, Source, RulesOf(Component));
+}
 VENDREL_CONTEXT_AT(LineReached(), Source, *this)
 
-namespace {
-// Name of an event whose statement may have no parentheses: the word behind "Event".
-std::string_view EventWord(std::string_view statement) {
-  const bool wholeNames = State().CurrentReading.BracketedNames;
-  WordCursor words(statement, wholeNames);
-  std::string_view word;
-  while (words.Next(word)) {
-    if (!EqualsNoCaseAscii(word, "EVENT")) continue;
-    if (!words.Next(word)) break;
-    if (wholeNames && word.starts_with('[') && BracketEnd(word, 0) > 0)
-      return WithoutBrackets(word.substr(0, BracketEnd(word, 0)));
-    return word.substr(0, word.find('('));
-  }
-  return GetName(statement);
-}
-}  // namespace
-
-namespace {
-
-// Every event of VB.NET has a delegate: a procedure with the parameters of the event.
-void MakeDelegate(EventDeclaration& o) {
-  Component* component = o.Component.Get();
-  Namespace* space = component ? component->Namespace.Get() : nullptr;
-  if (!space) return;
-  auto block = std::make_shared<Block>();
-  block->Component = component;
-  block->SetVBProject(component->Project());
-  block->SetBlockType(btSub);
-  block->SetName(o.Name + "EventHandler");
-  block->Access = o.Access;
-  block->Parameters->Component = component;
-  for (const Parameter& parameter : *o.Parameters) {
-    std::shared_ptr<Parameter> copy = parameter.Clone(true);
-    copy->Parent = block.get();
-    block->Parameters->Add(copy, copy->Name());
-  }
-  o.DelegateName = space->Name + "." + block->Name();
-  const std::string name = block->Name();
-  space->Delegates.Add(std::move(block), name);
-}
-
-}  // namespace
-
 void EventDeclaration::Initialise(std::string_view Source) try {
-  Parameters.Renew();
-  Parameters->Component = Component.Get();
-  const ProcessState& state = State();
-  if (state.CurrentLanguageVersion == lvVisualBasicDotNet) {
-    ParseStartLine(Source, *this);
-    MakeDelegate(*this);
-    return;
-  }
-  const CodeLine line =
-      InitialiseCodeLine(Source, state.CurrentLanguageVersion, state.CurrentReading);
-  const ReadingRules& reading = state.CurrentReading;
-  Name = reading.WholeDefaults ? EventWord(line.StatementPart) : GetName(line.StatementPart);
-  if (reading.DefaultAccess)
-    Access = StartsWithNoCaseAscii(line.StatementPart, "PRIVATE") ? "PRIVATE" : "PUBLIC";
-  Parameters->LoadStatement(line.StatementPart, this, false);
+  const SourceRules rules = RulesOf(Component);
+  rules.Language.ReadEvent(*this, Source, rules.Reading);
 }
 VENDREL_CONTEXT_AT(LineReached(), Source, *this)
 
@@ -305,26 +278,25 @@ void DeclareWords::Take(std::string_view word) {
 
 }  // namespace
 
-void DeclareDeclaration::Initialise(const CodeLine& oLine) try {
-  InitialiseFrom(oLine.StatementPart);
-}
-VENDREL_CONTEXT_AT(LineReached(), trace::Parameter("Line", oLine.Text), *this)
-
-void DeclareDeclaration::InitialiseFrom(std::string_view statement) try {
-  const bool wholeNames = State().CurrentReading.BracketedNames;
+void ReadDeclare(DeclareDeclaration& o, std::string_view statement, const SourceRules& rules) {
+  const bool wholeNames = rules.Reading.BracketedNames;
   const std::string spaced = wholeNames ? SpacedOut(statement) : std::string();
   if (!spaced.empty()) statement = spaced;
-  DeclareWords reader{*this, wholeNames};
+  DeclareWords reader{o, wholeNames};
   WordCursor words(statement, wholeNames);
   std::string_view word;
   while (words.Next(word)) reader.Take(word);
-  const vendrel::Component* component = Component.Get();
-  if (Access.empty() && State().CurrentReading.DefaultAccess)
-    Access = component && component->FileType == ftModule ? "PUBLIC" : "PRIVATE";
-  Parameters.Renew();
-  Parameters->Component = Component.Get();
-  Parameters->LoadStatement(statement, this, false);
+  const Component* component = o.Component.Get();
+  if (o.Access.empty() && rules.Reading.DefaultAccess)
+    o.Access = component && component->FileType == ftModule ? "PUBLIC" : "PRIVATE";
+  o.Parameters.Renew();
+  o.Parameters->Component = o.Component.Get();
+  ReadParameters(*o.Parameters, statement, &o, false, rules);
 }
-VENDREL_CONTEXT_AT(LineReached(), statement, *this)
+
+void DeclareDeclaration::Initialise(const CodeLine& oLine) try {
+  ReadDeclare(*this, oLine.StatementPart, RulesOf(Component));
+}
+VENDREL_CONTEXT_AT(LineReached(), trace::Parameter("Line", oLine.Text), *this)
 
 }  // namespace vendrel

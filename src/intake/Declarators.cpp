@@ -4,7 +4,6 @@
 
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
-#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
 #include "model/Component.h"
@@ -53,15 +52,15 @@ void DeclaratorWords::Advance() {
   mNext = mRest.substr(0, i);
 }
 
-DeclaratorReader::DeclaratorReader(std::string_view statement, const ReadingRules& reading,
+DeclaratorReader::DeclaratorReader(std::string_view statement, const SourceRules& rules,
                                    bool isMember)
-    : mSpaced(reading.BracketedNames ? SpacedOut(statement) : std::string()),
-      mWords(Trim(mSpaced.empty() ? statement : mSpaced), reading.WholeDefaults,
-             reading.BracketedNames),
-      mWholeLists(reading.WholeDefaults),
-      mWholeNames(reading.BracketedNames),
-      mPlainName(isMember && reading.MemberNames),
-      mDotNet(State().CurrentLanguageVersion == lvVisualBasicDotNet) {
+    : mLanguage(rules.Language),
+      mSpaced(rules.Reading.BracketedNames ? SpacedOut(statement) : std::string()),
+      mWords(Trim(mSpaced.empty() ? statement : mSpaced), rules.Reading.WholeDefaults,
+             rules.Reading.BracketedNames),
+      mWholeLists(rules.Reading.WholeDefaults),
+      mWholeNames(rules.Reading.BracketedNames),
+      mPlainName(isMember && rules.Reading.MemberNames) {
   mKeyword = mWords.Take();
 }
 
@@ -76,55 +75,15 @@ std::string DeclaratorReader::Remainder() const {
 void DeclaratorReader::Read(Variable& variable) {
   mSubscript.clear();
   mInSubscript = mFoundAs = mFoundType = false;
-  const std::string_view name = mDotNet ? ReadDotNetModifiers(variable) : ReadModifiers(variable);
+  const std::string_view name = mLanguage.ReadModifiers(mKeyword, mWords, variable, mPlainName);
   if (ReadName(variable, name)) ReadBehindName(variable);
   variable.ArraySubscript = TrimRight(mSubscript);
   if (mWholeNames && variable.TypeName.view().find('[') != std::string_view::npos)
     variable.TypeName = TypeWithoutBrackets(variable.TypeName.view());
   if (variable.TypeName.empty())
     variable.ImplicitType = true;
-  else if (mDotNet)
-    variable.TypeName = DotNetType(variable.TypeName);
-}
-
-// Only the first word counts as a modifier; gives the name.
-std::string_view DeclaratorReader::ReadModifiers(Variable& variable) {
-  if (EqualsNoCaseAscii(mKeyword, "PUBLIC") || EqualsNoCaseAscii(mKeyword, "GLOBAL"))
-    variable.Access = "PUBLIC";
-  else if (EqualsNoCaseAscii(mKeyword, "DIM") || EqualsNoCaseAscii(mKeyword, "PRIVATE") ||
-           EqualsNoCaseAscii(mKeyword, "FRIEND") || EqualsNoCaseAscii(mKeyword, "STATIC"))
-    variable.Access = "PRIVATE";
-  if (EqualsNoCaseAscii(mKeyword, "STATIC")) variable.IsStatic = true;
-  const std::string_view word = mWords.Take();
-  if (mPlainName || (word != "WithEvents" && word != "Event")) return word;
-  if (word == "WithEvents") variable.IsWithEvents = true;
-  return mWords.Take();
-}
-
-// Walks modifiers up to the first word that is none: the name.
-std::string_view DeclaratorReader::ReadDotNetModifiers(Variable& variable) {
-  for (std::string_view word = mKeyword;; word = mWords.Take()) {
-    const auto is = [&](std::string_view keyword) { return EqualsNoCaseAscii(word, keyword); };
-    if (is("DIM") || is("PRIVATE")) {
-      variable.Access = "PRIVATE";
-    } else if (is("PUBLIC") || is("GLOBAL")) {
-      variable.Access = "PUBLIC";
-    } else if (is("STATIC")) {
-      variable.Access = "PRIVATE";
-      variable.IsStatic = true;
-    } else if (is("PROTECTED")) {
-      variable.Access = "PROTECTED";
-    } else if (is("FRIEND")) {
-      variable.Access = variable.Access == "PROTECTED" ? "PROTECTED FRIEND" : "FRIEND";
-    } else if (is("SHADOWS")) {
-      variable.IsShadow = true;
-    } else if (is("SHARED")) {
-      variable.IsStatic = true;
-    } else if (!is("READONLY") && !is("WITHEVENTS")) {
-      return word;
-    }
-    if (mWords.AtEnd()) return {};
-  }
+  else
+    mLanguage.SettleTypeName(variable.TypeName);
 }
 
 // Cleans the name; false when the next declarator follows at once.
@@ -186,13 +145,9 @@ bool DeclaratorReader::TakeSubscriptWord(std::string_view word) {
 
 bool DeclaratorReader::TakeTypeWord(Variable& variable, std::string_view word) {
   std::string_view type = word;
-  if (mDotNet && type.find('(') != std::string_view::npos) {
-    type = type.substr(0, type.find('('));
-    if (!word.ends_with(')') && !word.ends_with("),")) SkipConstructorArguments(word);
-    if (word.ends_with("),")) {
-      variable.TypeName = type;
-      return false;
-    }
+  if (mLanguage.SkipArguments(type, mWords)) {
+    variable.TypeName = type;
+    return false;
   }
   if (type.ends_with(',')) {
     type.remove_suffix(1);
@@ -218,11 +173,6 @@ bool DeclaratorReader::TakeLength(Variable& variable) {
   std::string_view word = mWords.Take();
   if (word == "*") word = mWords.Take();
   return !word.ends_with(',');
-}
-
-void DeclaratorReader::SkipConstructorArguments(std::string_view) {
-  while (!mWords.AtEnd() && !mWords.Take().ends_with(')')) {
-  }
 }
 
 bool DeclaratorReader::TakeOtherWord(Variable& variable, std::string_view word) {
@@ -262,7 +212,7 @@ void Variable::Initialise(std::string& s) try {
   s.clear();
   if (statement.empty()) return;
   const ProjectOptions* options = Options();
-  DeclaratorReader reader(statement, options ? options->Reading : ReadingRules::Classic());
+  DeclaratorReader reader(statement, SourceRules::InForce(options));
   reader.Read(*this);
   s = reader.Remainder();
 }
@@ -336,10 +286,10 @@ void ConstantReader::ReadValue(Constant& constant) {
 }
 
 void Constant::Initialise(std::string_view Source, std::string& Remainder) try {
-  const ReadingRules& reading = State().CurrentReading;
-  const CodeLine line = InitialiseCodeLine(Source, State().CurrentLanguageVersion, reading);
+  const SourceRules rules = SourceRules::InForce(Component ? &Component->Options() : nullptr);
+  const CodeLine line = InitialiseCodeLine(Source, rules.Language.Language(), rules.Reading);
   mDescription = line.CommentPart;
-  ConstantReader reader(line.StatementPart, reading.WholeDefaults);
+  ConstantReader reader(line.StatementPart, rules.Reading.WholeDefaults);
   reader.Read(*this);
   Remainder = reader.Remainder();
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/ReadingRules.h"
+#include "intake/LanguageRules.h"
 #include "model/Declarations.h"
 #include "model/Variable.h"
 
@@ -35,7 +35,7 @@ class DeclaratorWords {
 class DeclaratorReader {
  public:
   /// A member of a Type or Enum may have the name of a modifier (`MemberNames`).
-  DeclaratorReader(std::string_view statement, const ReadingRules& reading, bool isMember = false);
+  DeclaratorReader(std::string_view statement, const SourceRules& rules, bool isMember = false);
   bool AtEnd() const { return mWords.AtEnd(); }
   /// Reads the next declarator into a fresh variable.
   void Read(Variable& variable);
@@ -43,16 +43,14 @@ class DeclaratorReader {
   std::string Remainder() const;
 
  private:
-  std::string_view ReadModifiers(Variable& variable);
-  std::string_view ReadDotNetModifiers(Variable& variable);
   bool ReadName(Variable& variable, std::string_view name);
   void ReadBehindName(Variable& variable);
   bool TakeSubscriptWord(std::string_view word);
   bool TakeTypeWord(Variable& variable, std::string_view word);
   bool TakeOtherWord(Variable& variable, std::string_view word);
   bool TakeLength(Variable& variable);
-  void SkipConstructorArguments(std::string_view word);
 
+  const LanguageRules& mLanguage;
   std::string mSpaced;
   DeclaratorWords mWords;
   std::string_view mKeyword;
@@ -60,7 +58,6 @@ class DeclaratorReader {
   bool mWholeLists;
   bool mWholeNames;
   bool mPlainName;
-  bool mDotNet;
   bool mInSubscript = false;
   bool mFoundAs = false;
   bool mFoundType = false;

@@ -4,233 +4,166 @@
 #include "core/Ascii.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
+#include "intake/DeclarationText.h"
 #include "intake/Declarators.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
-#include "project/NetResolver.h"
 #include "project/VBProject.h"
-#include "text/Names.h"
 
 namespace vendrel {
+namespace {
 
-void LineIntake::Dispatch() {
-  switch (mLine.LineType) {
-    case START_FUNCTION: return TakeProcedure(btFunction);
-    case START_SUB: return TakeProcedure(btSub);
-    case START_PROPERTY: return TakeProperty();
-    case START_CLASS_INITIALISE: return TakeInitialiser(btClassInitialize, "Class_Initialize");
-    case START_CLASS_TERMINATE: return TakeInitialiser(btClassTerminate, "Class_Terminate");
-    case FORM_LOAD: return TakeInitialiser(btFormLoad, "Form_Load");
-    case FORM_UNLOAD: return TakeInitialiser(btFormUnload, "Form_Unload");
-    case START_USERCONTROL_INITIALISE:
-      return TakeInitialiser(btUserControlInitialise, "Usercontrol_Initialize");
-    case START_USERCONTROL_TERMINATE:
-      return TakeInitialiser(btUserControlTerminate, "Usercontrol_Terminate");
-    case START_USERDOCUMENT_INITIALISE:
-      return TakeInitialiser(btUserDocumentInitialise, "Userdocument_Initialize");
-    case START_USERDOCUMENT_TERMINATE:
-      return TakeInitialiser(btUserDocumentTerminate, "Userdocument_Terminate");
-    case END_FUNCTION:
-    case END_SUB:
-    case END_PROPERTY:
-    case END_CLASS_INITIALISE:
-    case END_CLASS_TERMINATE:
-    case END_ENUM:
-    case END_TYPE: return TakeEnd();
-    case VAR_DECLARATION: return TakeVariables();
-    case CONST_DECLARATION: return TakeConstants();
-    case START_ENUM: return TakeEnumeration();
-    case START_TYPE: return TakeStructure();
-    case EVENT_DECLARATION: return TakeEvent();
-    case DECLARE_STATEMENT: return TakeDeclare();
-    case INHERITS_STATEMENT: return TakeInherits();
-    case IMPORTS_STATEMENT: return TakeImports();
-    case START_PROPERTY_SUBBLOCK: return;
-    default: break;
-  }
-  if (mBlock.BlockType() == btDeclarations)
-    TakeSectionStatement();
-  else if (mIntake.Reading.LocalStatics && mLine.LineType == OTHER && !mBlock.Name().empty() &&
-           StartsWithNoCaseAscii(mLine.StatementPart, "STATIC "))
-    TakeVariables();
+void TakeProcedure(LinePassage& p, BlockTypeEnum type) try {
+  p.Block.SetBlockType(type);
+  p.Block.SetSourceLine(p.Intake.StatementLine);
+  p.Language.ReadSignature(p);
+  p.Block.DefinitionLine = p.Line.StatementPart;
+  p.SetLast(&p.Block);
 }
+VENDREL_CONTEXT_AT(LineReached(), type, trace::Me(p.Block))
 
-void LineIntake::TakeProcedure(BlockTypeEnum type) try {
-  mBlock.SetBlockType(type);
-  mBlock.SetSourceLine(mIntake.StatementLine);
-  ReadSignature();
-  mBlock.DefinitionLine = mLine.StatementPart;
-  SetLast(&mBlock);
-}
-VENDREL_CONTEXT_AT(LineReached(), type, trace::Me(mBlock))
-
-void LineIntake::TakeInitialiser(BlockTypeEnum type, std::string_view name) try {
-  mBlock.SetBlockType(type);
-  mBlock.SetSourceLine(mIntake.StatementLine);
-  if (mIntake.Reading.InitialiseProcedures) {
-    ReadSignature();
-    mBlock.ReturnType = {};
-    mBlock.DefinitionLine = mLine.StatementPart;
+void TakeInitialiser(LinePassage& p, BlockTypeEnum type, std::string_view name) try {
+  p.Block.SetBlockType(type);
+  p.Block.SetSourceLine(p.Intake.StatementLine);
+  if (p.Reading.InitialiseProcedures) {
+    p.Language.ReadSignature(p);
+    p.Block.ReturnType = {};
+    p.Block.DefinitionLine = p.Line.StatementPart;
   } else {
-    mBlock.SetName(name);
+    p.Block.SetName(name);
   }
-  SetLast(&mBlock);
+  p.SetLast(&p.Block);
 }
-VENDREL_CONTEXT_AT(LineReached(), type, name, trace::Me(mBlock))
+VENDREL_CONTEXT_AT(LineReached(), type, name, trace::Me(p.Block))
 
-void LineIntake::TakeEnd() try {
-  mState.mEnded = true;
-  if (mOptions.TaggedCommentsBeforeElement) {
-    mClearLastElement = mClearTaggedCommentBuffer = true;
-    mBlock.SetCompletelyLoaded();
+void TakeProperty(LinePassage& p) try {
+  p.Block.SetSourceLine(p.Intake.StatementLine);
+  p.Language.ReadProperty(p);
+  p.Block.DefinitionLine = p.Line.StatementPart;
+  p.SetLast(&p.Block);
+  p.Component.AddPropertyBlockToPropertyGroup(&p.Block);
+}
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
+
+void TakeEnd(LinePassage& p) try {
+  p.State.mEnded = true;
+  if (p.Options.TaggedCommentsBeforeElement) {
+    p.ClearLastElement = p.ClearTaggedCommentBuffer = true;
+    p.Block.SetCompletelyLoaded();
   }
-  if (mLine.LineType == END_PROPERTY && IsDotNet()) TakeDotNetPropertyEnd();
+  if (p.Line.LineType == END_PROPERTY) p.Language.PropertyEnds(p);
 }
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
-// The one Property statement of VB.NET stands for a get and a set.
-void LineIntake::TakeDotNetPropertyEnd() {
-  if (mBlock.PropertyType == ptRead) {
-    mBlock.SetBlockType(btPropertyGet);
-  } else if (mBlock.PropertyType == ptReadWrite) {
-    auto setter = std::make_shared<Block>();
-    setter->Component = &mComponent;
-    setter->SetVBProject(mBlock.Project());
-    setter->SetName(mBlock.Name());
-    setter->Access = mBlock.Access;
-    setter->PropertyType = mBlock.PropertyType;
-    setter->SetBlockType(btPropertySet);
-    mComponent.AddPropertyBlockToPropertyGroup(setter.get());
-    mBlock.SetSetter(std::move(setter));
-  } else {
-    mBlock.SetBlockType(btPropertySet);
-  }
-}
-
-void LineIntake::TakeVariables() try {
-  const bool module = mBlock.BlockType() == btDeclarations ||
-                      (IsDotNet() && (mBlock.Name().empty() || mBlock.CompletelyLoaded()));
-  if (!mOptions.LoadBlocksOnly || module) {
-    DeclaratorReader reader(mLine.StatementPart, mIntake.Reading);
-    while (!reader.AtEnd()) {
-      auto variable = std::make_shared<Variable>();
-      variable->Parent = &mComponent;
-      variable->SetVBProject(mBlock.Project());
-      variable->Component = &mComponent;
-      variable->LineIndex = AdjustedLineIndex();
-      variable->SetSourceLine(mIntake.StatementLine);
-      reader.Read(*variable);
-      AddVariable(std::move(variable));
-    }
-  }
-  mState.FoundActualCodeInBlock = true;
-}
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
-
-void LineIntake::AddVariable(std::shared_ptr<Variable> variable) try {
+void AddVariable(LinePassage& p, std::shared_ptr<Variable> variable) try {
   // Of several declarators only the first gets the comment.
-  if (!mUntagged.empty()) {
-    AddObjectDescription(*variable, mUntagged);
-    mUntagged = {};
+  if (!p.Untagged.empty()) {
+    AddObjectDescription(*variable, p.Untagged);
+    p.Untagged = {};
   } else {
-    DescribeFromBuffer(*variable);
+    p.DescribeFromBuffer(*variable);
   }
   if (variable->TypeName.empty())
-    variable->TypeName =
-        IsDotNet() ? std::string_view("System.Object") : mComponent.DefaultType(variable->Name);
-  if (mComponent.OptionPrivate) variable->Access = "PRIVATE";
-  SetLast(variable.get());
+    variable->TypeName = p.Language.ImplicitType(&p.Component, variable->Name);
+  if (p.Component.OptionPrivate) variable->Access = "PRIVATE";
+  p.SetLast(variable.get());
   const std::string name = variable->Name;
-  TellOddName(*variable, name, variable->TypeName);
-  if (IsDotNet() && !mBlock.Name().empty() && mBlock.CompletelyLoaded())
-    mComponent.BlockOfType(btDeclarations, true)->Variables->Add(std::move(variable), name);
-  else {
-    if (!mBlock.Name().empty()) variable->Procedure = &mBlock;
-    mBlock.Variables->Add(std::move(variable), name);
+  p.TellOddName(*variable, name, variable->TypeName);
+  Block& owner = p.Language.OwnerOfVariable(p);
+  if (&owner == &p.Block && !p.Block.Name().empty()) variable->Procedure = &p.Block;
+  owner.Variables->Add(std::move(variable), name);
+}
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
+
+void TakeVariables(LinePassage& p) try {
+  if (!p.Options.LoadBlocksOnly || p.Language.DeclaresField(p)) {
+    DeclaratorReader reader(p.Line.StatementPart, p.Rules());
+    while (!reader.AtEnd()) {
+      auto variable = std::make_shared<Variable>();
+      variable->Parent = &p.Component;
+      variable->SetVBProject(p.Block.Project());
+      variable->Component = &p.Component;
+      variable->LineIndex = p.StatementIndex();
+      variable->SetSourceLine(p.Intake.StatementLine);
+      reader.Read(*variable);
+      AddVariable(p, std::move(variable));
+    }
   }
+  p.State.FoundActualCodeInBlock = true;
 }
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
-// What the complete reading gives no more; should a line bring it about, it is told.
-void LineIntake::TellOddName(const CodeElement& element, std::string_view name,
-                             std::string_view type) const {
-  if (!mIntake.Reading.EverySeparator) return;
-  const bool odd = name.empty() || IsDigitAscii(name.front()) ||
-                   name.find_first_of("()[]:,") != std::string_view::npos || type.ends_with(':');
-  if (odd) Tell(DiagnosticCode::OddName, {element.ClassName(), name});
-}
-
-void LineIntake::TakeConstants() try {
-  ConstantReader reader(mLine.StatementPart, mIntake.Reading.WholeDefaults);
+void TakeConstants(LinePassage& p) try {
+  ConstantReader reader(p.Line.StatementPart, p.Reading.WholeDefaults);
   while (!reader.AtEnd()) {
     auto constant = std::make_shared<Constant>();
-    constant->Component = &mComponent;
-    if (!mBlock.Name().empty()) constant->Procedure = &mBlock;
-    constant->SetSourceLine(mIntake.StatementLine);
+    constant->Component = &p.Component;
+    if (!p.Block.Name().empty()) constant->Procedure = &p.Block;
+    constant->SetSourceLine(p.Intake.StatementLine);
     reader.Read(*constant);
-    if (IsDotNet()) constant->TypeName = DotNetType(constant->TypeName);
-    if (mIntake.Reading.LeadingComments) DescribeFromBuffer(*constant);
-    SetLast(constant.get());
+    p.Language.SettleTypeName(constant->TypeName);
+    if (p.Reading.LeadingComments) p.DescribeFromBuffer(*constant);
+    p.SetLast(constant.get());
     const std::string name = constant->Name;
-    mBlock.Constants->Add(std::move(constant), name);
+    p.Block.Constants->Add(std::move(constant), name);
   }
-  mState.FoundActualCodeInBlock = true;
+  p.State.FoundActualCodeInBlock = true;
 }
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
-void LineIntake::TakeEnumeration() try {
+void TakeEnumeration(LinePassage& p) try {
   auto enumeration = std::make_shared<Enumeration>();
-  enumeration->LineIndex = AdjustedLineIndex();
-  enumeration->SetSourceLine(mIntake.StatementLine);
-  enumeration->Component = &mComponent;
-  enumeration->Initialise(mLine.StatementPart);
-  mBlock.CurrentEnum() = enumeration;
-  DescribeFromBuffer(*enumeration);
-  SetLast(enumeration.get());
+  enumeration->LineIndex = p.StatementIndex();
+  enumeration->SetSourceLine(p.Intake.StatementLine);
+  enumeration->Component = &p.Component;
+  ReadEnumeration(*enumeration, p.Line.StatementPart, p.Reading);
+  p.Block.CurrentEnum() = enumeration;
+  p.DescribeFromBuffer(*enumeration);
+  p.SetLast(enumeration.get());
 }
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
-void LineIntake::TakeStructure() try {
+void TakeStructure(LinePassage& p) try {
   auto structure = std::make_shared<UDT>();
-  structure->LineIndex = AdjustedLineIndex();
-  structure->SetSourceLine(mIntake.StatementLine);
-  structure->Component = &mComponent;
-  structure->Initialise(mLine.StatementPart);
-  mBlock.CurrentUDT() = structure;
-  DescribeFromBuffer(*structure);
-  SetLast(structure.get());
+  structure->LineIndex = p.StatementIndex();
+  structure->SetSourceLine(p.Intake.StatementLine);
+  structure->Component = &p.Component;
+  ReadStructure(*structure, p.Line.StatementPart, p.Reading);
+  p.Block.CurrentUDT() = structure;
+  p.DescribeFromBuffer(*structure);
+  p.SetLast(structure.get());
 }
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
-void LineIntake::TakeEvent() try {
+void TakeEvent(LinePassage& p) try {
   auto event = std::make_shared<EventDeclaration>();
-  event->LineIndex = AdjustedLineIndex();
-  event->SetSourceLine(mIntake.StatementLine);
-  event->Component = &mComponent;
-  DescribeFromBuffer(*event);
-  if (!mComponent.VMCommentBuffer.empty()) {
-    AddObjectDescription(*event, mComponent.VMCommentBuffer);
-    mComponent.VMCommentBuffer.clear();
+  event->LineIndex = p.StatementIndex();
+  event->SetSourceLine(p.Intake.StatementLine);
+  event->Component = &p.Component;
+  p.DescribeFromBuffer(*event);
+  if (!p.Component.VMCommentBuffer.empty()) {
+    AddObjectDescription(*event, p.Component.VMCommentBuffer);
+    p.Component.VMCommentBuffer.clear();
   }
-  event->Initialise(mLine.StatementPart);
-  SetLast(event.get());
+  p.Language.ReadEvent(*event, p.Line.StatementPart, p.Reading);
+  p.SetLast(event.get());
   const std::string name = event->Name;
-  mComponent.EventDeclarations.Add(std::move(event), name);
-  mLine.EventIndex = static_cast<std::int16_t>(mComponent.EventDeclarations.Count());
-  mIsEvent = true;
+  p.Component.EventDeclarations.Add(std::move(event), name);
+  p.Line.EventIndex = static_cast<std::int16_t>(p.Component.EventDeclarations.Count());
+  p.IsEvent = true;
 }
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
-void LineIntake::TakeDeclare() try {
+void TakeDeclare(LinePassage& p) try {
   auto declare = std::make_shared<DeclareDeclaration>();
-  declare->LineIndex = AdjustedLineIndex();
-  declare->SetSourceLine(mIntake.StatementLine);
-  declare->Component = &mComponent;
-  declare->InitialiseFrom(mLine.StatementPart);
-  if (mIntake.Reading.LeadingComments) DescribeFromBuffer(*declare);
-  SetLast(declare.get());
-  mComponent.Declarations.Add(declare, declare->Name);
-  VBProject* project = mComponent.VBProject();
+  declare->LineIndex = p.StatementIndex();
+  declare->SetSourceLine(p.Intake.StatementLine);
+  declare->Component = &p.Component;
+  ReadDeclare(*declare, p.Line.StatementPart, p.Rules());
+  if (p.Reading.LeadingComments) p.DescribeFromBuffer(*declare);
+  p.SetLast(declare.get());
+  p.Component.Declarations.Add(declare, declare->Name);
+  VBProject* project = p.Component.VBProject();
   if (!project) return;
   if (!project->Libraries->HasKey(declare->Library)) {
     auto library = std::make_shared<Library>();
@@ -242,29 +175,51 @@ void LineIntake::TakeDeclare() try {
   if (!library) return;  // a Declare without a library name
   const bool first = !library->DeclareDeclarations.HasKey(declare->Name);
   if (first) library->DeclareDeclarations.Add(declare, declare->Name);
-  if (first || mIntake.Reading.SharedLibraries) declare->LibraryObject = library;
+  if (first || p.Reading.SharedLibraries) declare->LibraryObject = library;
 }
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
-void LineIntake::TakeInherits() try {
-  std::string_view rest = mLine.StatementPart;
-  TakeField(rest, ' ');
-  rest = Trim(rest);
-  if (!mComponent.IsInterface || rest.find(',') == std::string_view::npos) {
-    mComponent.InheritsFrom = rest;
-    return;
+}  // namespace
+
+void Dispatch(LinePassage& p) {
+  switch (p.Line.LineType) {
+    case START_FUNCTION: return TakeProcedure(p, btFunction);
+    case START_SUB: return TakeProcedure(p, btSub);
+    case START_PROPERTY: return TakeProperty(p);
+    case START_CLASS_INITIALISE: return TakeInitialiser(p, btClassInitialize, "Class_Initialize");
+    case START_CLASS_TERMINATE: return TakeInitialiser(p, btClassTerminate, "Class_Terminate");
+    case FORM_LOAD: return TakeInitialiser(p, btFormLoad, "Form_Load");
+    case FORM_UNLOAD: return TakeInitialiser(p, btFormUnload, "Form_Unload");
+    case START_USERCONTROL_INITIALISE:
+      return TakeInitialiser(p, btUserControlInitialise, "Usercontrol_Initialize");
+    case START_USERCONTROL_TERMINATE:
+      return TakeInitialiser(p, btUserControlTerminate, "Usercontrol_Terminate");
+    case START_USERDOCUMENT_INITIALISE:
+      return TakeInitialiser(p, btUserDocumentInitialise, "Userdocument_Initialize");
+    case START_USERDOCUMENT_TERMINATE:
+      return TakeInitialiser(p, btUserDocumentTerminate, "Userdocument_Terminate");
+    case END_FUNCTION:
+    case END_SUB:
+    case END_PROPERTY:
+    case END_CLASS_INITIALISE:
+    case END_CLASS_TERMINATE:
+    case END_ENUM:
+    case END_TYPE: return TakeEnd(p);
+    case VAR_DECLARATION: return TakeVariables(p);
+    case CONST_DECLARATION: return TakeConstants(p);
+    case START_ENUM: return TakeEnumeration(p);
+    case START_TYPE: return TakeStructure(p);
+    case EVENT_DECLARATION: return TakeEvent(p);
+    case DECLARE_STATEMENT: return TakeDeclare(p);
+    case START_PROPERTY_SUBBLOCK: return;
+    default: break;
   }
-  while (!rest.empty()) mComponent.netCreateImplementedInterface(Trim(TakeField(rest, ',')));
+  p.Language.TakeOwnStatement(p);
+  if (p.Block.BlockType() == btDeclarations)
+    TakeSectionStatement(p);
+  else if (p.Reading.LocalStatics && p.Line.LineType == OTHER && !p.Block.Name().empty() &&
+           StartsWithNoCaseAscii(p.Line.StatementPart, "STATIC "))
+    TakeVariables(p);
 }
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
-
-void LineIntake::TakeImports() try {
-  std::string_view rest = mLine.StatementPart;
-  TakeField(rest, ' ');
-  VBProject* project = mComponent.VBProject();
-  if (NetResolver* resolver = project ? project->NetResolver() : nullptr)
-    resolver->addnamespace(TakeField(rest, ' '));
-}
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 }  // namespace vendrel

@@ -25,17 +25,10 @@ void Block::AddLine(const CodeLine& Line, std::int32_t Before, std::int32_t Afte
 }
 VENDREL_CONTEXT_AT(LineReached(), trace::Parameter("Line", Line.Text), Before, After, *this)
 
-void Block::AddParsedLine(ParsedLine& line, std::int32_t before, std::int32_t after) try {
-  vendrel::Component* component = Component.Get();
-  if (!component) throw VendrelError(errObjectNotSet, "the block has no component");
-  LineIntake(*this, *component, line).Run(before, after);
-}
-VENDREL_CONTEXT_AT(LineReached(), before, after, trace::Local("LineType", line.LineType), *this)
-
 void StoreLine(Block& block, const ParsedLine& line, std::int32_t before, std::int32_t after) {
   ModuleIntake& intake = block.Component->Intake();
   if (!block.CodeLines.IfAny())
-    *block.CodeLines = CodeLines(intake.Text, intake.Language, intake.Reading);
+    *block.CodeLines = CodeLines(intake.Text, intake.Language.Language(), intake.Reading);
   block.CodeLines->AddParsed(line, before, after, intake.HeldRemainder);
   intake.LineStored = true;
 }
@@ -44,116 +37,143 @@ void ReportHelpContextID(Component& component, std::int32_t id) {
   if (VBProject* project = component.VBProject()) project->LoadedHelpContextID(id);
 }
 
-LineIntake::LineIntake(Block& block, Component& component, ParsedLine& line)
-    : mBlock(block),
-      mComponent(component),
-      mIntake(component.Intake()),
-      mOptions(component.Options()),
-      mLine(line),
-      mState(block.Intake()),
-      mDotNet(State().CurrentLanguageVersion == lvVisualBasicDotNet) {}
+LinePassage::LinePassage(vendrel::Block& block, vendrel::Component& component, ParsedLine& line)
+    : Block(block),
+      Component(component),
+      Intake(component.Intake()),
+      Language(Intake.Language),
+      Reading(Intake.Reading),
+      Options(component.Options()),
+      Line(line),
+      State(block.Intake()) {}
 
-void LineIntake::Run(std::int32_t before, std::int32_t after) {
-  if (!mLine.NotInSource) ++mState.mCurrentLineIndex;
-  if (!mLine.Continued) {
-    SplitComment();
-    if (mBlock.CurrentEnum() || mBlock.CurrentUDT() || mLine.LineType == BLANK_LINE)
-      TakeInsideDeclaration();
+namespace {
+// The way of a line: a stage each.
+void RunStages(LinePassage& p, std::int32_t before, std::int32_t after) {
+  if (!p.Line.NotInSource) ++p.State.mCurrentLineIndex;
+  if (!p.Line.Continued) {
+    SplitComment(p);
+    if (p.Block.CurrentEnum() || p.Block.CurrentUDT() || p.Line.LineType == BLANK_LINE)
+      TakeInsideDeclaration(p);
     else
-      Dispatch();
-    AttachComments();
+      Dispatch(p);
+    AttachComments(p);
   }
-  if (mLine.LineType == ATTRIBUTE_LINE && !TakeAttribute()) return;
-  HandOverTaggedComments();
-  StoreLine(mBlock, mLine, before, after);
+  if (p.Line.LineType == ATTRIBUTE_LINE && !TakeAttribute(p)) return;
+  HandOverTaggedComments(p);
+  StoreLine(p.Block, p.Line, before, after);
 }
+}  // namespace
 
-void LineIntake::SplitComment() try {
-  if (mLine.CommentPart.empty()) {
-    mState.mLastTagIdentifier = {};
-    mState.mLastQualifier = {};
-    return;
-  }
-  mComment = std::make_shared<TaggedComment>();
-  mComment->LineIndex = mState.mCurrentLineIndex;
-  mComment->SourceLine = mIntake.PhysicalLine;
-  mComment->Initialise(mLine.CommentPart);
-  mState.LastTaggedComment = mComment;
-  ForgetLastElementUnlessDescribable(mComment->TagIdentifier);
-  ContinueTaggedComment();
-  if (!mComment->TaggedCommentDef() && mComment->TagIdentifier != "##") {
-    mUntagged = mLine.CommentPart;
-    if (mUntagged.starts_with("##")) TellMistypedTag(mUntagged);
-    mComment.reset();
-  } else {
-    TakeTaggedComment();
-  }
+void Block::AddParsedLine(ParsedLine& line, std::int32_t before, std::int32_t after) try {
+  vendrel::Component* component = Component.Get();
+  if (!component) throw VendrelError(errObjectNotSet, "the block has no component");
+  LinePassage passage(*this, *component, line);
+  RunStages(passage, before, after);
 }
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
+VENDREL_CONTEXT_AT(LineReached(), before, after, trace::Local("LineType", line.LineType), *this)
 
+namespace {
 // Only blocks, enumerations, their members and structures take a comment that follows them.
-void LineIntake::ForgetLastElementUnlessDescribable(std::string_view tag) {
-  const CodeElement* last = mComponent.LastElement.Get();
+void ForgetLastElementUnlessDescribable(LinePassage& p, std::string_view tag) {
+  const CodeElement* last = p.Component.LastElement.Get();
   if (!last || EqualsNoCaseAscii(tag, "##ED") || EqualsNoCaseAscii(tag, "##PD")) return;
-  if (mIntake.Reading.EverySeparator && IsDeclaredOnThisLine(*last)) return;
+  if (p.Reading.EverySeparator && p.Declared(*last)) return;
   if (IsA<Block, EnumMember, Enumeration, UDT>(last)) return;
-  mComponent.LastElement = nullptr;
-}
-
-// "Dim x As Long: x = 5 ' the count": the comment of the line is about what it declares.
-bool LineIntake::IsDeclaredOnThisLine(const CodeElement& element) const {
-  return mLine.NotInSource && mLine.LineType == OTHER && IsA<Variable>(&element) &&
-         element.SourceLine() == mIntake.StatementLine;
+  p.Component.LastElement = nullptr;
 }
 
 // An ordinary comment directly behind a tagged one continues it, where the setting says so.
-void LineIntake::ContinueTaggedComment() {
-  if (mState.mLastTagIdentifier.empty() || !State().AutoAppendUntagged) return;
-  if (mComment->TagIdentifier.starts_with("##") || mComment->TaggedCommentDef()) return;
-  mComment->TagIdentifier = mState.mLastTagIdentifier.str();
-  mComment->Qualifier = mState.mLastQualifier.str();
-  mComment->Text = mLine.CommentPart;
-  mComment->AlwaysJoinWithWhitespace = true;
+void ContinueTaggedComment(LinePassage& p) {
+  if (p.State.mLastTagIdentifier.empty() || !State().AutoAppendUntagged) return;
+  if (p.Tagged->TagIdentifier.starts_with("##") || p.Tagged->TaggedCommentDef()) return;
+  p.Tagged->TagIdentifier = p.State.mLastTagIdentifier.str();
+  p.Tagged->Qualifier = p.State.mLastQualifier.str();
+  p.Tagged->Text = p.Line.CommentPart;
+  p.Tagged->AlwaysJoinWithWhitespace = true;
 }
 
-void LineIntake::TakeTaggedComment() {
-  VBProject* project = mComponent.VBProject();
+void TakeTaggedComment(LinePassage& p) {
+  VBProject* project = p.Component.VBProject();
   if (project && !project->NewTaggedComment.Empty())
-    project->FireNewTaggedComment(mBlock, *mComment, mLine.Record());
-  if (mLine.StatementPart.empty()) mLine.LineType = TAGGED_COMMENT;
-  mState.mLastTagIdentifier = mComment->TagIdentifier;
-  mState.mLastQualifier = mComment->Qualifier;
+    project->FireNewTaggedComment(p.Block, *p.Tagged, p.Line.Record());
+  if (p.Line.StatementPart.empty()) p.Line.LineType = TAGGED_COMMENT;
+  p.State.mLastTagIdentifier = p.Tagged->TagIdentifier;
+  p.State.mLastQualifier = p.Tagged->Qualifier;
 }
+}  // namespace
 
-void LineIntake::HandOverTaggedComments() try {
-  if (mOptions.TaggedCommentsBeforeElement) OfferTaggedComments(mComponent, mBlock);
-  if (mComment) {
-    const std::string& tag = mComment->TagIdentifier;
-    const bool atOnce = !mLine.StatementPart.empty() || !mOptions.TaggedCommentsBeforeElement ||
-                        (mBlock.Name().empty() &&
+void SplitComment(LinePassage& p) try {
+  if (p.Line.CommentPart.empty()) {
+    p.State.mLastTagIdentifier = {};
+    p.State.mLastQualifier = {};
+    return;
+  }
+  p.Tagged = std::make_shared<TaggedComment>();
+  p.Tagged->LineIndex = p.State.mCurrentLineIndex;
+  p.Tagged->SourceLine = p.Intake.PhysicalLine;
+  p.Tagged->Initialise(p.Line.CommentPart);
+  p.State.LastTaggedComment = p.Tagged;
+  ForgetLastElementUnlessDescribable(p, p.Tagged->TagIdentifier);
+  ContinueTaggedComment(p);
+  if (!p.Tagged->TaggedCommentDef() && p.Tagged->TagIdentifier != "##") {
+    p.Untagged = p.Line.CommentPart;
+    if (p.Untagged.starts_with("##")) TellMistypedTag(p.Untagged);
+    p.Tagged.reset();
+  } else {
+    TakeTaggedComment(p);
+  }
+}
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
+
+void HandOverTaggedComments(LinePassage& p) try {
+  if (p.Options.TaggedCommentsBeforeElement) OfferTaggedComments(p.Component, p.Block);
+  if (p.Tagged) {
+    const std::string& tag = p.Tagged->TagIdentifier;
+    const bool atOnce = !p.Line.StatementPart.empty() || !p.Options.TaggedCommentsBeforeElement ||
+                        (p.Block.Name().empty() &&
                          (EqualsNoCaseAscii(tag, "##ED") || EqualsNoCaseAscii(tag, "##PD")));
     if (atOnce)
-      mBlock.ApplyTaggedComment(mComment);
+      p.Block.ApplyTaggedComment(p.Tagged);
     else
-      mBlock.HandleTaggedComment(mComment);
+      p.Block.HandleTaggedComment(p.Tagged);
   }
-  if (mClearLastElement) mComponent.LastElement = nullptr;
-  if (mClearTaggedCommentBuffer && mComponent.TaggedCommentBuffer.IfAny())
-    mComponent.TaggedCommentBuffer.Renew();
-  mState.mEnumOpen = mBlock.CurrentEnum() != nullptr;
-  mState.mUDTOpen = mBlock.CurrentUDT() != nullptr;
-  mState.mEventLast = mIsEvent || mFoundEventComment || (mState.mEventLast && mLine.Continued);
-  if (mLine.LineType != Comment && mLine.LineType != TAGGED_COMMENT)
-    mComponent.VMCommentBuffer.clear();
+  if (p.ClearLastElement) p.Component.LastElement = nullptr;
+  if (p.ClearTaggedCommentBuffer && p.Component.TaggedCommentBuffer.IfAny())
+    p.Component.TaggedCommentBuffer.Renew();
+  p.State.mEnumOpen = p.Block.CurrentEnum() != nullptr;
+  p.State.mUDTOpen = p.Block.CurrentUDT() != nullptr;
+  p.State.mEventLast = p.IsEvent || p.FoundEventComment || (p.State.mEventLast && p.Line.Continued);
+  if (p.Line.LineType != Comment && p.Line.LineType != TAGGED_COMMENT)
+    p.Component.VMCommentBuffer.clear();
 }
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
 // Elements point at the first physical line of their statement.
-std::int32_t LineIntake::AdjustedLineIndex() const {
-  if (!mLine.Continuation) return mState.mCurrentLineIndex;
+std::int32_t LinePassage::StatementIndex() const {
+  if (!Line.Continuation) return State.mCurrentLineIndex;
   const std::int32_t continuations =
-      mBlock.CodeLines.IfAny() ? mBlock.CodeLines->ContinuationCount() : 0;
-  return mState.mCurrentLineIndex - (continuations + 1);
+      Block.CodeLines.IfAny() ? Block.CodeLines->ContinuationCount() : 0;
+  return State.mCurrentLineIndex - (continuations + 1);
+}
+
+void LinePassage::DescribeFromBuffer(CodeElement& element) {
+  if (State.CommentBuffer.empty()) return;
+  AddObjectDescription(element, State.CommentBuffer);
+  State.CommentBuffer.clear();
+}
+
+bool LinePassage::Declared(const CodeElement& element) const {
+  return Line.NotInSource && Line.LineType == OTHER && IsA<Variable>(&element) &&
+         element.SourceLine() == Intake.StatementLine;
+}
+
+void LinePassage::TellOddName(const CodeElement& element, std::string_view name,
+                              std::string_view type) const {
+  if (!Reading.EverySeparator) return;
+  const bool odd = name.empty() || IsDigitAscii(name.front()) ||
+                   name.find_first_of("()[]:,") != std::string_view::npos || type.ends_with(':');
+  if (odd) Tell(DiagnosticCode::OddName, {element.ClassName(), name});
 }
 
 }  // namespace vendrel

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "core/NumericText.h"
+#include "intake/LanguageRules.h"
 #include "model/Block.h"
 #include "model/Component.h"
 #include "text/CodeLine.h"
@@ -43,89 +44,54 @@ void TakeHelpContextID(Component& component, Element& element, std::int32_t id) 
   ReportHelpContextID(component, id);
 }
 
-/// The passage of one line through `Block::AddLine`.
-class LineIntake {
- public:
-  LineIntake(Block& block, Component& component, ParsedLine& line);
-  void Run(std::int32_t before, std::int32_t after);
-  /// Closes the Type or Enum that is open in the block and tells it; does nothing if none is.
-  void CloseOpenDeclaration();
+/// What the stages of one line share: where it goes, by which rules it is read, what they found.
+struct LinePassage {
+  LinePassage(vendrel::Block& block, vendrel::Component& component, ParsedLine& line);
 
- private:
-  // Stage 1 (LineIntake.cpp).
-  void SplitComment();
-  void ContinueTaggedComment();
-  void TakeTaggedComment();
-  bool IsDeclaredOnThisLine(const CodeElement& element) const;
-  void ForgetLastElementUnlessDescribable(std::string_view tag);
-  // Stage 2 (LineDispatch.cpp).
-  void Dispatch();
-  void TakeProcedure(BlockTypeEnum type);
-  void TakeInitialiser(BlockTypeEnum type, std::string_view name);
-  void TakeProperty();
-  void TakeEnd();
-  void TakeDotNetPropertyEnd();
-  void TakeVariables();
-  void AddVariable(std::shared_ptr<Variable> variable);
-  void TellOddName(const CodeElement& element, std::string_view name, std::string_view type) const;
-  void TakeConstants();
-  void TakeEnumeration();
-  void TakeStructure();
-  void TakeEvent();
-  void TakeDeclare();
-  void TakeInherits();
-  void TakeImports();
-  // (Signatures.cpp)
-  void ReadSignature();
-  void NameAndType();
-  // (OpenDeclarations.cpp)
-  void TakeInsideDeclaration();
-  void TakeInsideByName();
-  void CloseStructure();
-  void CloseEnumeration();
-  void TakeMember();
-  // (SectionStatements.cpp)
-  void TakeSectionStatement();
-  void TakeOption(std::string_view statement);
-  void TakeDefType();
-  void TakeImplements();
-  // Stage 3 (LineComments.cpp).
-  void AttachComments();
-  void AttachAtBlankLine();
-  void AttachCommentLine();
-  void AttachAtStatement();
-  void AttachModuleComment();
+  vendrel::Block& Block;
+  vendrel::Component& Component;
+  ModuleIntake& Intake;
+  const LanguageRules& Language;
+  const ReadingRules& Reading;
+  const ProjectOptions& Options;
+  ParsedLine& Line;
+  vendrel::Block::IntakeState& State;
+  /// The tagged comment of the line.
+  std::shared_ptr<TaggedComment> Tagged;
+  /// The text of its comment, if that is not tagged.
+  std::string_view Untagged;
+  bool ClearLastElement = false;
+  bool ClearTaggedCommentBuffer = false;
+  bool IsEvent = false;
+  bool FoundEventComment = false;
+
+  SourceRules Rules() const { return {Language, Reading}; }
+  /// The element that a comment behind it describes.
+  void SetLast(CodeElement* element) { Component.LastElement = element; }
+  /// The line of the block at which the statement begins.
+  std::int32_t StatementIndex() const;
+  /// Gives the comment that waits to an element.
   void DescribeFromBuffer(CodeElement& element);
-  void FinishStartLine();
-  void FindEventSource();
-  void JudgeStatic();
-  void SettleAccess();
-  void SettlePropertyType();
-  void AddDelegate();
-  // Stage 4 (AttributeLines.cpp).
-  bool TakeAttribute();
-  bool TakeHelpIDs(std::string_view statement);
-  void TakeFlags(std::string_view statement);
-  // Stage 5 (LineIntake.cpp).
-  void HandOverTaggedComments();
-
-  std::int32_t AdjustedLineIndex() const;
-  void SetLast(CodeElement* element) { mComponent.LastElement = element; }
-  bool IsDotNet() const { return mDotNet; }
-
-  Block& mBlock;
-  Component& mComponent;
-  ModuleIntake& mIntake;
-  const ProjectOptions& mOptions;
-  ParsedLine& mLine;
-  Block::IntakeState& mState;
-  std::shared_ptr<TaggedComment> mComment;
-  std::string_view mUntagged;
-  bool mDotNet;
-  bool mClearLastElement = false;
-  bool mClearTaggedCommentBuffer = false;
-  bool mIsEvent = false;
-  bool mFoundEventComment = false;
+  /// "Dim x As Long: x = 5 ' the count": the comment of the line is about what it declares.
+  bool Declared(const CodeElement& element) const;
+  /// Tells a name that no declaration of the complete reading should bring about.
+  void TellOddName(const CodeElement& element, std::string_view name, std::string_view type) const;
 };
+
+/// Closes the Type or Enum that is open in the block and tells it; does nothing if none is.
+void CloseOpenDeclaration(LinePassage& p);
+
+// The stages, in their order.
+void SplitComment(LinePassage& p);
+/// A statement outside of Type and Enum, by its type.
+void Dispatch(LinePassage& p);
+/// A line in an open Type or Enum, or a blank one.
+void TakeInsideDeclaration(LinePassage& p);
+/// A statement of the declarations section that no keyword tells: Option, Def..., Implements.
+void TakeSectionStatement(LinePassage& p);
+void AttachComments(LinePassage& p);
+/// False when the line is used up and not stored.
+bool TakeAttribute(LinePassage& p);
+void HandOverTaggedComments(LinePassage& p);
 
 }  // namespace vendrel

@@ -26,7 +26,7 @@ bool KeepsDirectives(const Component& component, const ModuleIntake& intake) {
 // The parts of lines that wait lie in a buffer of the classifier, which the later lines of the
 // statement have overwritten: they are classified anew, and held.
 void HoldRecords(const ModuleIntake& intake, std::vector<PendingLine>& lines) {
-  LineClassifier classifier(intake.Language, intake.Reading);
+  LineClassifier classifier(intake.Language.Language(), intake.Reading);
   classifier.RaiseLineNumber = false;
   for (PendingLine& pending : lines) {
     ParsedLine again;
@@ -221,8 +221,7 @@ bool RemainderWaits(const Component& component, const ModuleIntake& intake) {
 
 ModuleIntake& Component::Intake() {
   if (!mIntake) {
-    mIntake = std::make_shared<ModuleIntake>(
-        State().CurrentLanguageVersion, Project() ? Options().Reading : State().CurrentReading);
+    mIntake = std::make_shared<ModuleIntake>(State().CurrentLanguageVersion, Options().Reading);
   }
   return *mIntake;
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/ReadingRules.h"
+#include "intake/LanguageRules.h"
 #include "model/Fwd.h"
 #include "text/Classifier.h"
 #include "text/CodeLine.h"
@@ -51,9 +52,9 @@ class ConditionStack {
 
 struct ModuleIntake {
   ModuleIntake(LanguageVersionEnum language, const ReadingRules& reading)
-      : Language(language), Reading(reading), Classifier(language, reading) {}
+      : Language(LanguageRules::Of(language)), Reading(reading), Classifier(language, reading) {}
 
-  LanguageVersionEnum Language;
+  const LanguageRules& Language;
   ReadingRules Reading;
   LineClassifier Classifier;
   /// The decoded file, shared by the lines of all blocks.

@@ -28,6 +28,43 @@ bool IsAttributeOfMember(const ParsedLine& line) {
   return line.LineType == ATTRIBUTE_LINE && ContainsNoCaseAscii(line.StatementPart, ".VB_");
 }
 
+void TakeMember(LinePassage& p) try {
+  std::string source(p.Line.StatementPart);
+  source.append(" '").append(p.Untagged);
+  if (p.Block.CurrentEnum() && p.State.mEnumOpen) {
+    const std::shared_ptr<EnumMember> member =
+        AddEnumMember(*p.Block.CurrentEnum(), source, p.Rules());
+    member->SetSourceLine(p.Intake.StatementLine);
+    const std::size_t count = p.Block.CurrentEnum()->Members().Count();
+    p.SetLast(p.Block.CurrentEnum()->Members().Item(count));
+  } else if (p.Block.CurrentUDT() && p.State.mUDTOpen) {
+    const std::shared_ptr<Variable> member =
+        AddStructureMember(*p.Block.CurrentUDT(), source, p.Rules());
+    member->SetSourceLine(p.Intake.StatementLine);
+    p.TellOddName(*member, member->Name, member->TypeName);
+    p.SetLast(p.Block.CurrentUDT()->Members.Item(p.Block.CurrentUDT()->Members.Count()));
+  }
+}
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
+
+void CloseStructure(LinePassage& p) try {
+  const std::shared_ptr<UDT> structure = std::move(p.Block.CurrentUDT());
+  p.Block.CurrentUDT().reset();
+  if (p.Options.BuildTypeCache) p.Language.CacheStructure(p.Component, *structure);
+  p.Component.UDTs.Add(structure, structure->Name);
+  if (p.Options.TaggedCommentsBeforeElement) p.SetLast(nullptr);
+}
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
+
+void CloseEnumeration(LinePassage& p) try {
+  const std::shared_ptr<Enumeration> enumeration = std::move(p.Block.CurrentEnum());
+  p.Block.CurrentEnum().reset();
+  if (p.Options.BuildTypeCache) p.Language.CacheEnumeration(p.Component, *enumeration);
+  p.Component.Enumerations.Add(enumeration, enumeration->Name);
+  if (p.Options.TaggedCommentsBeforeElement) p.SetLast(nullptr);
+}
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
+
 }  // namespace
 
 bool EndsOpenDeclaration(const ParsedLine& line) {
@@ -45,95 +82,53 @@ bool EndsOpenDeclaration(const ParsedLine& line) {
   return IsAnyOf(word, {"SUB", "FUNCTION", "PROPERTY"});
 }
 
-void LineIntake::TakeInsideDeclaration() {
-  if (mIntake.Reading.MemberNames && !IsDotNet() && mLine.LineType != BLANK_LINE)
-    return TakeInsideByName();
-  if (mLine.LineType == END_TYPE && mState.mUDTOpen) return CloseStructure();
-  if (mLine.LineType == END_ENUM && mState.mEnumOpen) return CloseEnumeration();
-  if (mLine.StatementPart.empty() || mLine.LineType == BLANK_LINE ||
-      mLine.StatementPart.front() == '#')
-    return;
-  TakeMember();
-  mLine.LineType = OTHER;
+// What has no end of its own ends here, and is told.
+void CloseOpenDeclaration(LinePassage& p) {
+  if (p.Block.CurrentUDT()) {
+    Tell(DiagnosticCode::UnendedDeclaration, {"Type", p.Block.CurrentUDT()->Name});
+    CloseStructure(p);
+  } else if (p.Block.CurrentEnum()) {
+    Tell(DiagnosticCode::UnendedDeclaration, {"Enum", p.Block.CurrentEnum()->Name});
+    CloseEnumeration(p);
+  }
+  p.State.mUDTOpen = p.State.mEnumOpen = false;
 }
 
+namespace {
 // A member may have any name, also that of a statement.
-void LineIntake::TakeInsideByName() {
-  switch (mLine.LineType) {
+void TakeInsideByName(LinePassage& p) {
+  switch (p.Line.LineType) {
     case END_TYPE:
     case END_ENUM:
-      if ((mLine.LineType == END_TYPE) != mState.mUDTOpen) return CloseOpenDeclaration();
-      return mState.mUDTOpen ? CloseStructure() : CloseEnumeration();
+      if ((p.Line.LineType == END_TYPE) != p.State.mUDTOpen) return CloseOpenDeclaration(p);
+      return p.State.mUDTOpen ? CloseStructure(p) : CloseEnumeration(p);
     case Comment:
     case TAGGED_COMMENT:
     case COMPILER_DIRECTIVE: return;
     default: break;
   }
-  if (mLine.StatementPart.empty() || IsAttributeOfMember(mLine) ||
-      IsRemarkStatement(mLine.StatementPart))
+  if (p.Line.StatementPart.empty() || IsAttributeOfMember(p.Line) ||
+      IsRemarkStatement(p.Line.StatementPart))
     return;
-  if (EndsOpenDeclaration(mLine)) {
-    CloseOpenDeclaration();
-    return Dispatch();
+  if (EndsOpenDeclaration(p.Line)) {
+    CloseOpenDeclaration(p);
+    return Dispatch(p);
   }
-  TakeMember();
-  mLine.LineType = OTHER;
+  TakeMember(p);
+  p.Line.LineType = OTHER;
 }
+}  // namespace
 
-// What has no end of its own ends here, and is told.
-void LineIntake::CloseOpenDeclaration() {
-  if (mBlock.CurrentUDT()) {
-    Tell(DiagnosticCode::UnendedDeclaration, {"Type", mBlock.CurrentUDT()->Name});
-    CloseStructure();
-  } else if (mBlock.CurrentEnum()) {
-    Tell(DiagnosticCode::UnendedDeclaration, {"Enum", mBlock.CurrentEnum()->Name});
-    CloseEnumeration();
-  }
-  mState.mUDTOpen = mState.mEnumOpen = false;
+void TakeInsideDeclaration(LinePassage& p) {
+  if (p.Reading.MemberNames && p.Language.HasPlainMemberNames() && p.Line.LineType != BLANK_LINE)
+    return TakeInsideByName(p);
+  if (p.Line.LineType == END_TYPE && p.State.mUDTOpen) return CloseStructure(p);
+  if (p.Line.LineType == END_ENUM && p.State.mEnumOpen) return CloseEnumeration(p);
+  if (p.Line.StatementPart.empty() || p.Line.LineType == BLANK_LINE ||
+      p.Line.StatementPart.front() == '#')
+    return;
+  TakeMember(p);
+  p.Line.LineType = OTHER;
 }
-
-void LineIntake::TakeMember() try {
-  std::string source(mLine.StatementPart);
-  source.append(" '").append(mUntagged);
-  if (mBlock.CurrentEnum() && mState.mEnumOpen) {
-    const std::shared_ptr<EnumMember> member = mBlock.CurrentEnum()->AddMember(source);
-    member->SetSourceLine(mIntake.StatementLine);
-    const std::size_t count = mBlock.CurrentEnum()->Members().Count();
-    SetLast(mBlock.CurrentEnum()->Members().Item(count));
-  } else if (mBlock.CurrentUDT() && mState.mUDTOpen) {
-    const std::shared_ptr<Variable> member = mBlock.CurrentUDT()->AddMember(source);
-    member->SetSourceLine(mIntake.StatementLine);
-    TellOddName(*member, member->Name, member->TypeName);
-    SetLast(mBlock.CurrentUDT()->Members.Item(mBlock.CurrentUDT()->Members.Count()));
-  }
-}
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
-
-void LineIntake::CloseStructure() try {
-  const std::shared_ptr<UDT> structure = std::move(mBlock.CurrentUDT());
-  mBlock.CurrentUDT().reset();
-  if (mOptions.BuildTypeCache && !IsDotNet()) {
-    mComponent.TypeCache.Add(structure->Name, tcLocalModuleUDT);
-    if (VBProject* project = mComponent.VBProject())
-      project->TypeCache.Add(structure->Name, tcLocalProjectUDT, mComponent.Name);
-  }
-  mComponent.UDTs.Add(structure, structure->Name);
-  if (mOptions.TaggedCommentsBeforeElement) SetLast(nullptr);
-}
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
-
-void LineIntake::CloseEnumeration() try {
-  const std::shared_ptr<Enumeration> enumeration = std::move(mBlock.CurrentEnum());
-  mBlock.CurrentEnum().reset();
-  if (mOptions.BuildTypeCache) {
-    mComponent.TypeCache.Add(enumeration->Name, tcLocalModuleEnum);
-    VBProject* project = mComponent.VBProject();
-    if (project && !IsDotNet())
-      project->TypeCache.Add(enumeration->Name, tcLocalProjectEnum, mComponent.Name);
-  }
-  mComponent.Enumerations.Add(enumeration, enumeration->Name);
-  if (mOptions.TaggedCommentsBeforeElement) SetLast(nullptr);
-}
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
 
 }  // namespace vendrel

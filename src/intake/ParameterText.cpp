@@ -1,9 +1,9 @@
 // The text of parameter lists.
 
 #include "core/Ascii.h"
-#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
+#include "intake/DeclarationText.h"
 #include "model/Component.h"
 #include "model/Parameter.h"
 #include "text/Masking.h"
@@ -18,7 +18,6 @@ namespace {
 struct ParameterWords {
   Parameter& Target;
   std::string Name;
-  bool DotNet;
   bool AsFound = false;
   bool EqualFound = false;
 
@@ -117,61 +116,65 @@ bool FindClosedList(std::string_view text, std::string_view& list) {
   return FindList(text, list);
 }
 
-}  // namespace
-
-void Parameter::Load(std::string_view Text) try {
-  const ProcessState& state = State();
-  ParameterWords words{*this, {}, state.CurrentLanguageVersion == lvVisualBasicDotNet};
-  if (!words.DotNet) IsByRef = true;
+void ReadParameter(Parameter& o, std::string_view Text, const SourceRules& rules) {
+  ParameterWords words{o, {}};
+  if (rules.Language.ParametersAreByRef()) o.IsByRef = true;
   std::string_view text = Trim(Text);
   if (text.empty()) return;
   const std::string_view wholeDefault =
-      state.CurrentReading.WholeDefaults ? CutDefault(text) : std::string_view();
-  const bool wholeNames = state.CurrentReading.BracketedNames;
+      rules.Reading.WholeDefaults ? CutDefault(text) : std::string_view();
+  const bool wholeNames = rules.Reading.BracketedNames;
   SplitCursor cursor(text, " ", true, wholeNames);
   std::string_view word;
   for (bool searchOn = true; searchOn && cursor.Next(word);) {
-    if (CutEnd(word, "()") || (words.DotNet && CutEnd(word, "(,)")))
-      IsArray = true;
+    if (rules.Language.CutArrayMark(word))
+      o.IsArray = true;
     else if (CutEnd(word, ")"))
       searchOn = false;
     word = Trim(word);
     if (!word.empty() || !words.EqualFound) words.Take(word);
   }
-  if (!wholeDefault.empty()) DefaultValue = wholeDefault;
-  if (VariableType.empty())
-    ImplicitType = true;
-  else if (wholeNames && VariableType.view().find('[') != std::string_view::npos)
-    VariableType = TypeWithoutBrackets(VariableType.view());
-  if (!VariableType.empty() && words.DotNet) VariableType = DotNetType(VariableType);
+  if (!wholeDefault.empty()) o.DefaultValue = wholeDefault;
+  if (o.VariableType.empty())
+    o.ImplicitType = true;
+  else if (wholeNames && o.VariableType.view().find('[') != std::string_view::npos)
+    o.VariableType = TypeWithoutBrackets(o.VariableType.view());
+  if (!o.VariableType.empty()) rules.Language.SettleTypeName(o.VariableType);
   std::string_view name = words.Name;
   if (name.starts_with('[') && name.ends_with(']') && name.size() >= 2)
     name = name.substr(1, name.size() - 2);
-  SetName(name);
+  o.SetName(name);
+}
+
+const ProjectOptions* OptionsOf(const Component* component) {
+  return component ? &component->Options() : nullptr;
+}
+
+}  // namespace
+
+void Parameter::Load(std::string_view Text) try {
+  ReadParameter(*this, Text, SourceRules::InForce(OptionsOf(OwnComponent())));
 }
 VENDREL_CONTEXT_AT(LineReached(), Text, *this)
 
 void Parameters::Load(std::string_view Text, CodeElement* Parent) try {
-  const ProcessState& state = State();
-  const CodeLine line =
-      InitialiseCodeLine(Text, state.CurrentLanguageVersion, state.CurrentReading);
+  const SourceRules rules = SourceRules::InForce(OptionsOf(Component.Get()));
+  const CodeLine line = InitialiseCodeLine(Text, rules.Language.Language(), rules.Reading);
   const bool addKey = line.LineType != DECLARE_STATEMENT && line.LineType != EVENT_DECLARATION;
-  LoadStatement(line.StatementPart, Parent, addKey);
+  ReadParameters(*this, line.StatementPart, Parent, addKey, rules);
 }
 VENDREL_CONTEXT_AT(LineReached(), Text)
 
-void Parameters::LoadStatement(std::string_view statement, CodeElement* parent, bool addKey) try {
-  const ProcessState& state = State();
-  const bool dotNet = state.CurrentLanguageVersion == lvVisualBasicDotNet;
-  const bool wholeNames = state.CurrentReading.BracketedNames;
+void ReadParameters(Parameters& list, std::string_view statement, CodeElement* parent, bool addKey,
+                    const SourceRules& rules) try {
+  const bool wholeNames = rules.Reading.BracketedNames;
   const std::string spaced = wholeNames ? SpacedOut(statement) : std::string();
   if (!spaced.empty()) statement = spaced;
-  std::string_view list;
-  const bool found = state.CurrentReading.ReturnTypes ? FindClosedList(Trim(statement), list)
-                                                      : FindList(Trim(statement), list);
-  if (!found || list.empty()) return;
-  vendrel::Component* component = Component.Get();
-  SplitCursor cursor(list, ",", true, wholeNames);
+  std::string_view text;
+  const bool found = rules.Reading.ReturnTypes ? FindClosedList(Trim(statement), text)
+                                               : FindList(Trim(statement), text);
+  if (!found || text.empty()) return;
+  SplitCursor cursor(text, ",", true, wholeNames);
   std::string_view piece;
   while (cursor.Next(piece)) {
     piece = Trim(piece);
@@ -179,17 +182,15 @@ void Parameters::LoadStatement(std::string_view statement, CodeElement* parent, 
     auto parameter = std::make_shared<Parameter>();
     parameter->Parent = parent;
     if (parent) parameter->SetSourceLine(parent->SourceLine());
-    parameter->Load(piece);
+    ReadParameter(*parameter, piece, rules);
     if (parameter->VariableType.empty()) {
-      if (dotNet)
-        parameter->VariableType = "System.Object";
-      else if (component)
-        parameter->VariableType = component->DefaultType(parameter->Name());
+      parameter->VariableType =
+          rules.Language.ImplicitType(list.Component.Get(), parameter->Name());
+      rules.Language.SettleTypeName(parameter->VariableType);
     }
-    if (dotNet) parameter->VariableType = DotNetType(parameter->VariableType);
     const std::string name = parameter->Name();
-    if (name.empty() || HasKey(name)) continue;
-    Add(std::move(parameter), addKey ? std::string_view(name) : std::string_view());
+    if (name.empty() || list.HasKey(name)) continue;
+    list.Add(std::move(parameter), addKey ? std::string_view(name) : std::string_view());
   }
 }
 VENDREL_CONTEXT_AT(LineReached(), statement, parent, addKey)

@@ -32,36 +32,24 @@ std::vector<std::string> TakeRanges(std::vector<DefaultTypeEntry>& entries, std:
   return {};
 }
 
-}  // namespace
-
-void LineIntake::TakeSectionStatement() try {
-  if (StartsWithNoCaseAscii(mLine.StatementPart, "option"))
-    TakeOption(mLine.StatementPart);
-  else if (StartsWithNoCaseAscii(mLine.StatementPart, "def"))
-    TakeDefType();
-  else if (StartsWithNoCaseAscii(mLine.StatementPart, "implements "))
-    TakeImplements();
-}
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
-
-void LineIntake::TakeOption(std::string_view statement) {
+void TakeOption(LinePassage& p, std::string_view statement) {
   const auto behind = [&](std::size_t position) {
     return statement.size() >= position ? Trim(statement.substr(position - 1)) : std::string_view();
   };
-  if (StartsWithNoCaseAscii(statement, "option explicit")) mComponent.OptionExplicit = true;
-  if (StartsWithNoCaseAscii(statement, "option compare")) mComponent.OptionCompare = behind(15);
+  if (StartsWithNoCaseAscii(statement, "option explicit")) p.Component.OptionExplicit = true;
+  if (StartsWithNoCaseAscii(statement, "option compare")) p.Component.OptionCompare = behind(15);
   if (StartsWithNoCaseAscii(statement, "option base"))
-    mComponent.OptionBase = NumericValue(behind(12));
-  if (StartsWithNoCaseAscii(statement, "option private")) mComponent.OptionPrivate = true;
+    p.Component.OptionBase = NumericValue(behind(12));
+  if (StartsWithNoCaseAscii(statement, "option private")) p.Component.OptionPrivate = true;
   // A comment directly above the options heads the module.
-  if (mIntake.Reading.LeadingComments && !mState.mFoundItem && !mState.CommentBuffer.empty()) {
-    AddObjectDescription(mComponent, mState.CommentBuffer);
-    mState.CommentBuffer.clear();
+  if (p.Reading.LeadingComments && !p.State.mFoundItem && !p.State.CommentBuffer.empty()) {
+    AddObjectDescription(p.Component, p.State.CommentBuffer);
+    p.State.CommentBuffer.clear();
   }
 }
 
-void LineIntake::TakeDefType() {
-  std::string_view rest = Trim(mLine.StatementPart);
+void TakeDefType(LinePassage& p) {
+  std::string_view rest = Trim(p.Line.StatementPart);
   std::string_view word = TakeField(rest, ' ');
   if (word.size() != 6 && word.size() != 7) return;
   std::string_view letterRanges;
@@ -69,7 +57,7 @@ void LineIntake::TakeDefType() {
     letterRanges = Trim(rest);
     word.remove_prefix(3);
   }
-  std::vector<DefaultTypeEntry>& entries = mComponent.DefaultTypes();
+  std::vector<DefaultTypeEntry>& entries = p.Component.DefaultTypes();
   DefaultTypeEntry entry{std::string(word), TakeRanges(entries, word)};
   while (!letterRanges.empty()) {
     const std::string_view item = Trim(TakeField(letterRanges, ','));
@@ -78,28 +66,39 @@ void LineIntake::TakeDefType() {
   entries.push_back(std::move(entry));
 }
 
-void LineIntake::TakeImplements() try {
-  std::string_view rest = mLine.StatementPart;
+void TakeImplements(LinePassage& p) try {
+  std::string_view rest = p.Line.StatementPart;
   TakeField(rest, ' ');
   std::string_view name = TakeField(rest, ' ');
   std::string unbracketed;
-  if (mIntake.Reading.BracketedNames && name.find('[') != std::string_view::npos) {
-    rest = mLine.StatementPart.substr(
-        static_cast<std::size_t>(name.data() - mLine.StatementPart.data()));
+  if (p.Reading.BracketedNames && name.find('[') != std::string_view::npos) {
+    rest = p.Line.StatementPart.substr(
+        static_cast<std::size_t>(name.data() - p.Line.StatementPart.data()));
     name = unbracketed = TypeWithoutBrackets(rest.substr(0, WordEnd(rest)));
   }
-  if (!IsDotNet() && name.find('.') != std::string_view::npos)
-    name.remove_prefix(name.find('.') + 1);
-  if (mComponent.Interfaces.HasKey(name)) return;
+  name = p.Language.InterfaceName(name);
+  if (p.Component.Interfaces.HasKey(name)) return;
   auto interface = std::make_shared<Interface>();
   interface->Name = name;
-  interface->LineIndex = AdjustedLineIndex();
-  interface->SetSourceLine(mIntake.StatementLine);
-  interface->Component = &mComponent;
-  if (mIntake.Reading.LeadingComments) DescribeFromBuffer(*interface);
-  SetLast(interface.get());
-  mComponent.Interfaces.Add(interface, name);
+  interface->LineIndex = p.StatementIndex();
+  interface->SetSourceLine(p.Intake.StatementLine);
+  interface->Component = &p.Component;
+  if (p.Reading.LeadingComments) p.DescribeFromBuffer(*interface);
+  p.SetLast(interface.get());
+  p.Component.Interfaces.Add(interface, name);
 }
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(mBlock))
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
+
+}  // namespace
+
+void TakeSectionStatement(LinePassage& p) try {
+  if (StartsWithNoCaseAscii(p.Line.StatementPart, "option"))
+    TakeOption(p, p.Line.StatementPart);
+  else if (StartsWithNoCaseAscii(p.Line.StatementPart, "def"))
+    TakeDefType(p);
+  else if (StartsWithNoCaseAscii(p.Line.StatementPart, "implements "))
+    TakeImplements(p);
+}
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
 }  // namespace vendrel

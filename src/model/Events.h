@@ -176,8 +176,6 @@ class DeclareDeclaration : public ElementOf<DeclareDeclaration> {
 
   AccessTypeEnum AccessType() const { return AccessTypeFromstring(Access); }
   void Initialise(const CodeLine& oLine);
-  /// The same from the statement alone.
-  void InitialiseFrom(std::string_view statement);
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 
   static constexpr auto Properties() {

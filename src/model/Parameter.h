@@ -94,8 +94,6 @@ class Parameters : public ElementCollection<Parameter, ParameterFamily> {
   /// Reads a whole parameter list from a statement. A second parameter of one name is dropped, but
   /// in a `Declare` or `Event`, whose parameters have no keys.
   void Load(std::string_view Text, CodeElement* Parent);
-  /// The same from a statement whose kind is known.
-  void LoadStatement(std::string_view statement, CodeElement* parent, bool addKey);
   /// The types of all parameters joined by ",".
   std::string DotNetSignature() const;
 

@@ -6,9 +6,7 @@ namespace vendrel {
 
 void ProjectOptions::SetLanguageVersion(LanguageVersionEnum language) {
   mLanguageVersion = language;
-  ProcessState& state = Workspace().State;
-  state.CurrentLanguageVersion = language;
-  state.CurrentReading = Reading;
+  Workspace().State.CurrentLanguageVersion = language;
 }
 
 const ProjectOptions& ProjectOptions::Defaults() {

@@ -89,15 +89,16 @@ std::string ScriptText(const ScriptValue& value) {
 // in.
 class ConstantNames {
  public:
-  ConstantNames(const CompilerConstants& own, const VBProject* project)
-      : mOwn(own), mProject(project) {}
+  ConstantNames(const CompilerConstants& own, const VBProject* project,
+                LanguageVersionEnum language)
+      : mOwn(own), mProject(project), mLanguage(language) {}
 
   ScriptValue operator()(std::string_view name) const {
     if (const auto text = TextOf(name)) return LiteralValue(*text);
     if (EqualsNoCaseAscii(name, "Win32") || EqualsNoCaseAscii(name, "VBA6"))
       return ScriptValue::Boolean(true);
     if (EqualsNoCaseAscii(name, "Win16")) return ScriptValue::Boolean(false);
-    if (EqualsNoCaseAscii(name, "Debug") && State().CurrentLanguageVersion == lvVisualBasicDotNet)
+    if (EqualsNoCaseAscii(name, "Debug") && mLanguage == lvVisualBasicDotNet)
       return ScriptValue::Boolean(true);
     return {};
   }
@@ -118,10 +119,11 @@ class ConstantNames {
 
   const CompilerConstants& mOwn;
   const VBProject* mProject;
+  LanguageVersionEnum mLanguage;
 };
 
 const ReadingRules& RulesOf(const VBProject* project) {
-  return project ? project->Reading : State().CurrentReading;
+  return project ? project->Reading : ReadingRules::Classic();
 }
 
 // A `#Const` value by the documented rules: a literal, or else a string.
@@ -153,10 +155,10 @@ std::string_view ConditionOf(std::string_view statement) {
 
 }  // namespace
 
-void CompilerConstants::AddFromProjectLine(std::string_view Source) try {
+void CompilerConstants::AddFromProjectLine(std::string_view Source, const VBProject* project) try {
   while (!Source.empty()) {
     const std::string_view piece = Trim(TakeField(Source, ':'));
-    if (!piece.empty()) AddFromDeclaration(piece);
+    if (!piece.empty()) AddFromDeclaration(piece, project);
   }
 }
 VENDREL_CONTEXT_AT(LineReached(), Source)
@@ -172,7 +174,8 @@ void CompilerConstants::AddFromDeclaration(std::string_view Source, const VBProj
   constant->Name = name;
   if (expressions && !written.empty()) {
     try {
-      constant->Value = ScriptText(EvaluateExpression(written, ConstantNames(*this, project)));
+      constant->Value = ScriptText(EvaluateExpression(
+          written, ConstantNames(*this, project, State().CurrentLanguageVersion)));
     } catch (const VendrelError& error) {
       Tell(DiagnosticCode::ConditionFailed, {Trim(Source), error.Text()});
       constant->Value = ConstantText(written);
@@ -202,7 +205,8 @@ std::string CompilerConstants::EvaluationScript(std::string_view Source,
 bool CompilerConstants::Evaluate(std::string_view Source, const VBProject* project) const try {
   if (RulesOf(project).ConstantExpressions) {
     try {
-      return ToBoolean(EvaluateExpression(ConditionOf(Source), ConstantNames(*this, project)));
+      return ToBoolean(EvaluateExpression(
+          ConditionOf(Source), ConstantNames(*this, project, State().CurrentLanguageVersion)));
     } catch (const VendrelError& error) {
       Tell(DiagnosticCode::ConditionFailed, {Trim(Source), error.Text()});
       return false;

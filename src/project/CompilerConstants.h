@@ -33,8 +33,8 @@ struct CompilerConstantFamily {
 /// The constants of a project (its `CondComp` line) or of a module (its `#Const` lines).
 class CompilerConstants : public ElementCollection<CompilerConstant, CompilerConstantFamily> {
  public:
-  /// Reads "A = 1 : B = 0".
-  void AddFromProjectLine(std::string_view Source);
+  /// Reads "A = 1 : B = 0" by the reading of `project`, the classic one without a project.
+  void AddFromProjectLine(std::string_view Source, const VBProject* project = nullptr);
   /// Reads a `#Const` line or one clause of a `CondComp` value. A repeated name keeps its first
   /// value. In the complete reading values are expressions over the constants of `project` and this
   /// module.

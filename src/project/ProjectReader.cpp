@@ -81,7 +81,7 @@ class ProjectReader {
   void TakePath(const ProjectLineText& line) { mProject.Path32 = line.From(8); }
   void TakeType(const ProjectLineText& line);
   void TakeConditions(const ProjectLineText& line) {
-    mProject.CompilerConstants.AddFromProjectLine(StripQuotes(line.Value));
+    mProject.CompilerConstants.AddFromProjectLine(StripQuotes(line.Value), &mProject);
   }
   void TakeDocument(const ProjectLineText& line) {
     ThisLine().Document = static_cast<std::int32_t>(mProject.RelatedDocuments.size());

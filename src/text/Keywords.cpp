@@ -6,26 +6,10 @@
 
 #include "core/Ascii.h"
 #include "core/Hash.h"
+#include "text/WordList.h"
 
 namespace vendrel {
 namespace {
-
-// Lists of words stand as one text each, cut at compile time.
-constexpr std::size_t CountWords(std::string_view text) {
-  std::size_t count = 1;
-  for (const char c : text) count += c == ' ';
-  return count;
-}
-
-template <std::size_t Count>
-constexpr std::array<std::string_view, Count> WordsOf(std::string_view text) {
-  std::array<std::string_view, Count> words;
-  for (std::string_view& word : words) {
-    word = text.substr(0, text.find(' '));
-    text.remove_prefix(word.size() < text.size() ? word.size() + 1 : word.size());
-  }
-  return words;
-}
 
 constexpr std::string_view kKeywordsText =
     "ABS ALIAS AND ARRAY AS BOOLEAN BYTE BYVAL CALL CASE CLASS CLOSE COLLECTION CONST "
@@ -70,40 +54,6 @@ bool IsKeywordWord(std::string_view word) {
   return false;
 }
 
-// The words that can begin a declaration, in groups by their first letter.
-constexpr std::string_view kDeclarationWordsText =
-    "class default dim declare event enum friend function get implements imports inherits "
-    "module mustoverride mustinherit namespace notoverridable notinheritable overridable "
-    "overrides overloads public private protected property readonly structure start sub set( "
-    "shadows shared static writeonly";
-constexpr auto kDeclarationWords =
-    WordsOf<CountWords(kDeclarationWordsText)>(kDeclarationWordsText);
-
-// For each letter the range of its words in the list above.
-struct WordRange {
-  std::uint8_t Begin = 0, End = 0;
-};
-
-constexpr std::array<WordRange, 26> MakeRanges() {
-  std::array<WordRange, 26> ranges{};
-  for (std::size_t n = 0; n < std::size(kDeclarationWords); ++n) {
-    WordRange& range = ranges[static_cast<std::size_t>(kDeclarationWords[n].front() - 'a')];
-    if (range.End == 0) range.Begin = static_cast<std::uint8_t>(n);
-    range.End = static_cast<std::uint8_t>(n + 1);
-  }
-  return ranges;
-}
-
-constexpr auto kWordRanges = MakeRanges();
-
-bool StartsWithDeclarationWord(std::string_view text) {
-  if (text.empty() || !IsLetterAscii(text.front())) return false;
-  const WordRange range = kWordRanges[static_cast<std::size_t>(LowerAscii(text.front()) - 'a')];
-  for (std::size_t n = range.Begin; n < range.End; ++n)
-    if (StartsWithNoCaseAscii(text, kDeclarationWords[n])) return true;
-  return false;
-}
-
 }  // namespace
 
 bool IsKeyword(std::string_view Keyword, std::size_t& LengthOfWord) {
@@ -113,19 +63,6 @@ bool IsKeyword(std::string_view Keyword, std::size_t& LengthOfWord) {
       std::string_view("(,.-+/*!%^<>?:;").find(Keyword[LengthOfWord]) == std::string_view::npos)
     return false;
   return IsKeywordWord(Keyword.substr(0, LengthOfWord));
-}
-
-bool MatchesDotNetStatement(std::string_view statement) {
-  statement = TrimLeft(statement);
-  if (!statement.starts_with('<')) return StartsWithDeclarationWord(statement);
-  // ".*" reaches to any ">" of the line, and what follows one is reached by the first "<" already:
-  // so the word may stand behind any of them.
-  statement = statement.substr(0, statement.find('\n'));
-  for (std::size_t close = statement.find('>'); close != std::string_view::npos;
-       close = statement.find('>', close + 1)) {
-    if (StartsWithDeclarationWord(TrimLeft(statement.substr(close + 1)))) return true;
-  }
-  return false;
 }
 
 }  // namespace vendrel

@@ -11,9 +11,4 @@ namespace vendrel {
 /// it is a keyword or not. "Rem", "ByRef" and "Friend" are no keywords here.
 bool IsKeyword(std::string_view Keyword, std::size_t& LengthOfWord);
 
-/// Whether a VB.NET statement can begin a declaration: behind blanks and attribute brackets stands
-/// a modifier or keyword of one (case ignored, no word end needed). The same as matching "^(
-/// |<.*>)*" and the list of words, in linear time.
-bool MatchesDotNetStatement(std::string_view statement);
-
 }  // namespace vendrel

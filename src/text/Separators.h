@@ -5,15 +5,33 @@
 #include <cstddef>
 #include <string_view>
 
-#include "core/Enums.h"
+#include "core/Ascii.h"
 
 namespace vendrel {
 
-/// Whether the character at `at`, which stands outside of strings, is part of a name in brackets or
-/// of a date literal; in VB.NET also of an XML literal, an XML name or a hole of an interpolated
-/// string. `searched` begins as 0 and remembers how far the line has been walked.
-bool StandsInside(std::string_view text, std::size_t at, LanguageVersionEnum language,
-                  std::size_t& searched);
+/// Position behind the string whose opening quote stands at `at`.
+std::size_t StringEnd(std::string_view text, std::size_t at);
+
+/// Position behind the string, name in brackets or date literal that begins at `at`; `at` if none
+/// does.
+std::size_t ClosedEnd(std::string_view text, std::size_t at);
+
+/// Whether the character at `at` lies in something that holds no separators. `closedEnd` gives the
+/// position behind what begins at a position, or that position; `searched` is 0 at first and
+/// remembers how far the line has been walked.
+template <typename End>
+bool WalkClosed(std::string_view text, std::size_t at, std::size_t& searched, End closedEnd) {
+  while (searched < at) {
+    const std::size_t end = closedEnd(text, searched);
+    searched = end > searched ? end : searched + 1;
+  }
+  return searched > at;
+}
+
+/// A letter, digit or "_", or a byte of a character beyond ASCII.
+constexpr bool IsWordByte(char c) {
+  return IsLetterAscii(c) || IsDigitAscii(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
+}
 
 /// Position behind the date literal that begins with the "#" at `at`; `at` if none does. Only
 /// digits, blanks, "/-:,", AM, PM and names of months stand in one.

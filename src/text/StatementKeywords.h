@@ -1,20 +1,29 @@
 #pragma once
-// The type of a statement, from its first words and prefixes in a fixed order: a later test only
-// runs when every earlier one failed.
+// Keywords and prefixes of statements that the languages share.
 
+#include <optional>
 #include <string_view>
 
-#include "core/Enums.h"
+#include "text/StatementRules.h"
 
 namespace vendrel {
 
-struct StatementJudgement {
-  LineTypeEnum LineType = OTHER;
-  /// A keyword stands where another word must follow, and none does.
-  bool MissingWord = false;
+/// Words of a statement, cut at single blanks; asked for one after the other.
+class StatementWords {
+ public:
+  explicit StatementWords(std::string_view statement) : mRest(statement) {}
+  std::optional<std::string_view> Next();
+
+ private:
+  std::string_view mRest;
+  bool mDone = false;
 };
 
-/// Judges a statement whose runs of blanks are collapsed. ASCII case is ignored.
-StatementJudgement JudgeStatement(std::string_view statement, LanguageVersionEnum language);
+/// The type that a keyword gives which both languages have; the word behind it is read for "SUB"
+/// alone.
+StatementType KeywordType(std::string_view keyword, StatementWords& words);
+
+/// The type of a statement that no keyword told, by how it begins; `OTHER` if no row holds.
+LineTypeEnum PrefixedType(std::string_view statement);
 
 }  // namespace vendrel

@@ -126,8 +126,7 @@ TEST(CompilerConstantsTest, ConditionsAreTrueOrFalse) {
 TEST(CompilerConstantsTest, ConstantsAreExpressionsInTheCompleteReading) {
   VBProject project;
   project.Reading = ReadingRules::Complete();
-  State().CurrentReading = project.Reading;
-  project.CompilerConstants.AddFromProjectLine("A = 1");
+  project.CompilerConstants.AddFromProjectLine("A = 1", &project);
   project.Defines = {{"Given", "5"}, {"Win16", "True"}};
   CompilerConstants own;
   for (const char* line :

@@ -105,16 +105,13 @@ TEST(ComponentsTest, AHandlerCanCancelTheLoad) {
   EXPECT_EQ(FirstValue(p), "4");
 }
 
-TEST(ComponentsTest, PopulationSetsTheLanguageAndTheReadingInForce) {
-  TestProject project(kModules, test::Complete());
+TEST(ComponentsTest, PopulationSetsTheLanguageInForce) {
+  TestProject project(kModules);
   VBProject other;
-  other.Reading.RemComments = true;
   other.SetLanguageVersion(lvVisualBasicDotNet);
   EXPECT_EQ(State().CurrentLanguageVersion, lvVisualBasicDotNet);
-  EXPECT_EQ(State().CurrentReading, other.Reading);
   Walk(*project.Project);
   EXPECT_EQ(State().CurrentLanguageVersion, lvVisualBasic5or6);
-  EXPECT_EQ(State().CurrentReading, ReadingRules::Complete());
 }
 
 TEST(ComponentsTest, ADuplicateIsToldWithoutAFile) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/Ascii.h"
+#include "text/net/DeclarationWords.h"
 
 #include "support/Raised.h"
 #include "text/RegExp.h"

@@ -1,4 +1,4 @@
-#include "intake/Overloads.h"
+#include "intake/net/Overloads.h"
 
 #include <vector>
 

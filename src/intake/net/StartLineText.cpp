@@ -1,12 +1,12 @@
-#include "intake/StartLineText.h"
+#include "intake/net/StartLineText.h"
 
 #include <string>
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
+#include "intake/DeclarationText.h"
 #include "intake/ProcedureSources.h"
 #include "model/Component.h"
 #include "model/Namespace.h"
@@ -17,8 +17,6 @@
 
 namespace vendrel {
 namespace {
-
-bool IsDotNet() { return State().CurrentLanguageVersion == lvVisualBasicDotNet; }
 
 // A declaration cut at its parameter list.
 struct StartLineParts {
@@ -38,7 +36,7 @@ StartLineParts CutStartLine(std::string_view s) {
   }
   parts.Prefix = s.substr(0, open - 1);
   std::size_t close = s.rfind(')');
-  const bool arrayEnd = s.ends_with("()") || (IsDotNet() && s.ends_with("(,)"));
+  const bool arrayEnd = s.ends_with("()") || s.ends_with("(,)");
   if (arrayEnd && open + 1 < s.size()) {
     const std::size_t before = s.substr(0, s.size() - 1).rfind(')');
     if (before != std::string_view::npos) close = before;
@@ -128,45 +126,26 @@ SuffixWords ReadSuffix(std::string_view suffix) {
 
 // "Integer()" names an array.
 void CutArray(SuffixWords& words) {
-  for (const std::string_view mark : {std::string_view("()"), std::string_view("(,)")}) {
-    if (mark == "(,)" && !IsDotNet()) continue;
-    if (!words.Type.ends_with(mark)) continue;
-    words.Type.remove_suffix(mark.size());
-    words.IsArray = true;
-    return;
-  }
-}
-
-std::string StartLine(std::string_view text) {
-  return IsDotNet() ? StripAttributes(text) : std::string(text);
+  if (NetLanguage().CutArrayMark(words.Type)) words.IsArray = true;
 }
 
 // The list parser expects its parentheses.
 void LoadParameters(Parameters& parameters, Component* component, std::string_view list,
-                    CodeElement* parent) {
+                    CodeElement* parent, const ReadingRules& reading) {
   parameters.Component = component;
   if (list.empty()) return;
-  parameters.LoadStatement("(" + std::string(list) + ")", parent, true);
+  ReadParameters(parameters, "(" + std::string(list) + ")", parent, true, {NetLanguage(), reading});
 }
 
-void SettleBlock(Block& o) {
+void SettleBlock(Block& o, const ReadingRules& reading) {
   Component* component = o.Component.Get();
   if (o.Access.empty()) o.Access = component && component->OptionPrivate ? "PRIVATE" : "PUBLIC";
   const bool returns = o.BlockType() == btPropertyGet || o.BlockType() == btFunction;
-  if (o.ReturnType.empty() && returns) {
-    if (IsDotNet())
-      o.ReturnType = "System.Object";
-    else if (component)
-      o.ReturnType = component->DefaultType(o.Name());
-  }
+  if (o.ReturnType.empty() && returns) o.ReturnType = "System.Object";
   if (component) {
     const std::string_view interface =
-        InterfaceOfName(*component, o.Name(), component->Options().Reading.UnderscoredSources);
+        InterfaceOfName(*component, o.Name(), reading.UnderscoredSources);
     if (!interface.empty()) o.Interface = interface;
-  }
-  if (!IsDotNet()) {
-    if (component && o.Name() == "NewEnum") component->SetIsCollection(true);
-    return;
   }
   if (EqualsNoCaseAscii(o.Name(), "New")) {
     o.IsConstructor = true;
@@ -177,8 +156,8 @@ void SettleBlock(Block& o) {
 
 }  // namespace
 
-void ParseStartLine(std::string_view Text, Block& o) try {
-  const std::string line = StartLine(Text);
+void ParseStartLine(std::string_view Text, Block& o, const ReadingRules& reading) try {
+  const std::string line = StripAttributes(Text);
   const StartLineParts parts = CutStartLine(line);
   o.Access = {};
   const std::string base = o.Component ? o.Component->InheritsFrom.str() : std::string();
@@ -191,7 +170,7 @@ void ParseStartLine(std::string_view Text, Block& o) try {
     while (words.Next(word))
       if (!TakeCommonModifier(o, word, base)) TakeBlockModifier(o, word);
   }
-  LoadParameters(*o.Parameters, o.Component.Get(), parts.Parameters, &o);
+  LoadParameters(*o.Parameters, o.Component.Get(), parts.Parameters, &o, reading);
   SuffixWords suffix = ReadSuffix(parts.Suffix);
   if (!suffix.ImplementsName.empty()) o.SetImplementsName(suffix.ImplementsName);
   if (!suffix.Type.empty()) {
@@ -199,12 +178,12 @@ void ParseStartLine(std::string_view Text, Block& o) try {
     o.ReturnType = suffix.Type;
     if (suffix.IsArray) o.ReturnTypeIsArray = true;
   }
-  SettleBlock(o);
+  SettleBlock(o, reading);
 }
 VENDREL_CONTEXT_AT(LineReached(), Text, o)
 
 void ParseStartLine(std::string_view Text, Variable& o) try {
-  const std::string line = StartLine(Text);
+  const std::string line = StripAttributes(Text);
   const StartLineParts parts = CutStartLine(line);
   o.Access = {};
   const auto* owner = As<Component>(o.Parent.Get());
@@ -227,8 +206,8 @@ void ParseStartLine(std::string_view Text, Variable& o) try {
 }
 VENDREL_CONTEXT_AT(LineReached(), Text, o)
 
-void ParseStartLine(std::string_view Text, EventDeclaration& o) try {
-  const std::string line = StartLine(Text);
+void ParseStartLine(std::string_view Text, EventDeclaration& o, const ReadingRules& reading) try {
+  const std::string line = StripAttributes(Text);
   const StartLineParts parts = CutStartLine(line);
   const std::string base = o.Component ? o.Component->InheritsFrom.str() : std::string();
   if (!parts.Prefix.empty()) {
@@ -240,7 +219,7 @@ void ParseStartLine(std::string_view Text, EventDeclaration& o) try {
       if (!TakeCommonModifier(o, word, base) && EqualsNoCaseAscii(word, "NOTOVERRIDABLE"))
         o.IsSealed = true;
   }
-  LoadParameters(*o.Parameters, o.Component.Get(), parts.Parameters, &o);
+  LoadParameters(*o.Parameters, o.Component.Get(), parts.Parameters, &o, reading);
   const SuffixWords suffix = ReadSuffix(parts.Suffix);
   if (!suffix.Type.empty()) o.DelegateName = suffix.Type;
 }
