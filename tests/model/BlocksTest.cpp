@@ -6,6 +6,7 @@
 
 #include "core/CaseFold.h"
 #include "model/Building.h"
+#include "model/Namespace.h"
 #include "support/Boxes.h"
 #include "support/Projects.h"
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "model/Building.h"
+#include "model/Namespace.h"
 #include "support/Projects.h"
 #include "support/Raised.h"
 
