@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/Ascii.h"
+#include "model/Namespace.h"
 #include "support/Projects.h"
 
 namespace vendrel {

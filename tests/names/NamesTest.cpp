@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "model/Building.h"
+#include "model/Namespace.h"
 #include "project/VBProjectGroup.h"
 #include "support/Projects.h"
 
