@@ -186,6 +186,10 @@ class Block : public ElementOf<Block> {
   /// Writes the lines of the block to an open file: numbers, attribute lines and descriptions as
   /// the switches of the project ask. Raises what the file raises.
   void WriteOut(FileSystemObject& f);
+  // dotnet/
+  /// Writes the lines of a block of VB.NET source as they stand, nested classes in their places.
+  /// Always true. Raises 91 where a nested class is not found.
+  bool WriteOutDotNet(FileSystemObject& f);
 
   // output/
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;

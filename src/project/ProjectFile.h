@@ -2,13 +2,17 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "model/CodeElement.h"
 #include "model/Components.h"
 #include "model/ElementCollection.h"
+#include "model/Namespace.h"
 #include "services/FileSystemObject.h"
 
 namespace vendrel {
+
+struct ScannedSource;
 
 /// One source file of a VB.NET project, which holds any number of types. Its rules stand in
 /// dotnet/.
@@ -25,6 +29,35 @@ class ProjectFile : public ElementOf<ProjectFile> {
   /// The types of the file, by namespace and name, in the order in which they end.
   vendrel::Components Components;
 
+  /// What the file imports, as written ("System.Data", "A = System.Collections").
+  std::vector<std::string> Imports;
+  /// The file as it was decoded; empty before it was read.
+  std::shared_ptr<const SourceText> SourceForm;
+
+  /// Reads the element of the project file that names the file. Raises 5 without a "RelPath" or a
+  /// "BuildAction".
+  void LoadFromXML(const XmlElement& e);
+  /// Scans the file: its types join the project, their namespaces the assembly of the project.
+  /// A file that cannot be read is told. Always true.
+  bool Populate();
+  /// Gives type names in declarations their namespaces. Always true.
+  bool ResolveTypeNames();
+  /// Fills the types of the file with what they inherit. Always true.
+  bool ResolveInheritedMembers();
+  /// Writes the file with its types, and copies the files of its base name that go with it. False
+  /// if nothing was written; that is told.
+  bool WriteOut(std::string_view FileName);
+  /// The full name of a type as it is named in `c`.
+  std::string ResolveType(vendrel::Component& c, std::string_view TypeName);
+  /// The module of a type name, of the project or of an assembly; null if there is none.
+  vendrel::Component* GetComponentForTypeName(std::string_view Name);
+
+  /// What stands outside the types of the file, as a module that is in no list; null in the classic
+  /// reading.
+  vendrel::Component* Outside() const;
+  /// What the scan of the file leaves for its later steps; only dotnet/ touches it.
+  ScannedSource& Scanned();
+
   /// Leaf name of the file.
   std::string Name() const { return FileName.LeafName(); }
   std::string ElementName() const override { return Name(); }
@@ -37,6 +70,7 @@ class ProjectFile : public ElementOf<ProjectFile> {
         Prop{"FileName", &ProjectFile::FileName, PropertyKind::Identity},
         Prop{"SubType", &ProjectFile::SubType},
         Prop{"BuildAction", &ProjectFile::BuildAction},
+        Prop{"Imports", &ProjectFile::Imports},
         Prop{"Components", &ProjectFile::Components, PropertyKind::Derived}.Hide(),
         Prop{"VBProject", &ProjectFile::VBProject, &ProjectFile::SetVBProject, PropertyKind::Link}
             .Hide()};
@@ -44,6 +78,13 @@ class ProjectFile : public ElementOf<ProjectFile> {
 
  private:
   WeakHandle<ProjectOptions> mProject;
+  std::shared_ptr<ScannedSource> mScanned;
+};
+
+/// What scanning VB.NET source shares in a workspace.
+struct NetScanState {
+  /// The namespace entered last.
+  WeakHandle<Namespace> CurrentNamespace;
 };
 
 struct ProjectFileFamily {

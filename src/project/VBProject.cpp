@@ -94,11 +94,6 @@ void VBProject::LoadedHelpContextID(std::int32_t id) {
   if (id > mHighestHelpContextID) mHighestHelpContextID = id;
 }
 
-bool VBProject::LoadDotNet(std::string_view) {
-  LastErrorString = "VB.NET projects cannot be loaded yet";
-  return false;
-}
-
 void VBProject::UnloadSourceCode() try {
   const Workspace::Use use(Workspace());
   for (Component& component : Components) component.UnloadSourceCode();

@@ -13,8 +13,8 @@
 #include "core/EventList.h"
 #include "diagnostics/ErrorReport.h"
 #include "model/Component.h"
-#include "project/CompilerConstants.h"
 #include "model/Components.h"
+#include "project/CompilerConstants.h"
 #include "project/NetLoader.h"
 #include "project/NetResolver.h"
 #include "project/ProjectFile.h"
@@ -103,6 +103,8 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
   std::string RootNamespace;
   /// Folder of the log of `Make`; empty: a fresh temporary one.
   std::string LogFolder;
+  /// The configuration of a VB.NET project whose constants count; empty: "Debug", else the first.
+  std::string Configuration;
   /// Folders searched for type libraries that others refer to (paths of this machine).
   std::vector<std::string> TypeLibPath;
   /// Folders searched for assemblies that others refer to (paths of this machine).
@@ -190,8 +192,6 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
   /// Reads a project file: settings, references and the list of modules, which stay unread until
   /// `Components` is walked. False if the file does not exist (`LastErrorString` says so).
   bool Load(std::string_view ProjectFileName);
-  /// Reads a VB.NET project file. Not built yet: gives false and says so in `LastErrorString`.
-  bool LoadDotNet(std::string_view ProjectFileName);
   /// Loads one module as a project of its own, named after it.
   bool LoadModule(std::string_view FileName);
   void UnloadSourceCode();
@@ -258,6 +258,13 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
   BlockTypeEnum TypeLibBlockType(std::int32_t InvokeKind, std::int32_t VarType) const;
 
   // dotnet/
+  /// Reads a VB.NET project file of the form `VisualStudioProject` and scans its source files.
+  /// False if it does not exist (`LastErrorString` says so); a root of another name gives a project
+  /// without files. Raises 5 for what is no XML, or lacks an attribute that it must have.
+  bool LoadDotNet(std::string_view ProjectFileName);
+  /// Writes the source files, unless `OnlyProjectFile`, and the project file: in place with
+  /// backups, or to the folder of `OutputFileName`. False if it ended early.
+  bool WriteOutDotNet(bool OnlyProjectFile = false);
   /// Fills the project from a compiled assembly, by the registered loader, or from a ".vbproj".
   /// Shows no box from here on. Raises what the loader raises: 53, 75, 321.
   void LoadFromAssembly(std::string_view AssemblyFileName);
@@ -378,6 +385,7 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
         Prop{"DontPreLoadComponentDeclarations", &VBProject::DontPreLoadComponentDeclarations}
             .Hide()
             .Option(),
+        Prop{"Configuration", &VBProject::Configuration}.Hide().Option(),
         Prop{"DotNetReferencePath", &VBProject::DotNetReferencePath}.Hide().Option(),
         Prop{"ExamplesOnlyFlag", &VBProject::ExamplesOnlyFlag}.Hide().Option(),
         Prop{"LineNumberPerModule", &VBProject::LineNumberPerModule}.Hide().Option(),
@@ -441,6 +449,9 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
   // State of the reader of project files; only that room touches it.
   std::string mMajorVersion, mMinorVersion, mIncrement, mCLSID;
   std::int32_t mHighestHelpContextID = 0;
+  // State of the reader of VB.NET projects: the parsed project file, and the loader of assemblies.
+  std::shared_ptr<XmlDocument> mProjectDoc;
+  std::shared_ptr<NetLoader> mNetLoader;
 
  private:
   static CodeElement* GetCachedMember(const ProjectTypeCache::Entry& Source, std::string_view Name,

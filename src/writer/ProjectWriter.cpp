@@ -106,8 +106,11 @@ bool VBProject::SameLocation() const {
 
 void VBProject::WriteOut(bool OnlyProjectFile) try {
   const Workspace::Use use(Workspace());
-  // VB.NET projects are written by rules of their own.
-  if (LanguageVersion() == lvVisualBasicDotNet || ProjectSourceAccess != psaReadWrite) return;
+  if (LanguageVersion() == lvVisualBasicDotNet) {
+    WriteOutDotNet(OnlyProjectFile);
+    return;
+  }
+  if (ProjectSourceAccess != psaReadWrite) return;
   const DiagnosticScope scope(&Diagnostics, FileName.FullPath());
   ProjectWriter(*this, OnlyProjectFile).Run();
 }

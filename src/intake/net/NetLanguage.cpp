@@ -1,6 +1,7 @@
 // VB.NET.
 
 #include "core/Ascii.h"
+#include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
 #include "intake/Declarators.h"
@@ -10,6 +11,7 @@
 #include "intake/net/StartLineText.h"
 #include "model/Namespace.h"
 #include "project/NetResolver.h"
+#include "project/ProjectFile.h"
 #include "project/VBProject.h"
 #include "text/Names.h"
 
@@ -22,7 +24,9 @@ void MoveDelegate(LinePassage& p) try {
   Blocks& blocks = p.Component.Blocks;
   if (blocks.Count() == 0 || blocks.Last() != &p.Block) return;
   const std::shared_ptr<Block> self = blocks.Share(blocks.Count());
-  if (Namespace* space = p.Component.Namespace.Get()) space->Delegates.Add(self, p.Block.Name());
+  Namespace* space = p.Component.Namespace.Get();
+  if (!space) space = InUse<NetScanState>().CurrentNamespace.Get();
+  if (space) space->Delegates.Add(self, p.Block.Name());
   p.Intake.DetachedBlock = self;
   blocks.Remove(blocks.Count());
 }

@@ -1,0 +1,227 @@
+// The scan that keeps every line at its place (`NetKeepSource`): lines of a type go to its module,
+// those outside of types to a module of the file, and what closes a type stands in a block of its
+// own, so that no procedure takes it along.
+
+#include "comments/Descriptions.h"
+#include "comments/TaggedCommentRules.h"
+#include "core/Ascii.h"
+#include "core/Workspace.h"
+#include "diagnostics/Diagnostic.h"
+#include "dotnet/SourceScan.h"
+#include "intake/Conditions.h"
+#include "intake/ModuleIntake.h"
+#include "text/Masking.h"
+#include "text/Words.h"
+
+namespace vendrel {
+namespace {
+
+using Kind = TypeStatement::Kind;
+
+// A directive without its comment and with single blanks: "#If", not "# If".
+std::string DirectiveOf(std::string_view line) {
+  std::string text;
+  const std::size_t comment = InStrEx(1, line, "'");
+  if (comment > 0) line = line.substr(0, comment - 1);
+  const std::string blanks = ReplaceAll(line, "\t", " ");
+  for (const std::string_view word : TrimmedWords(blanks)) {
+    if (!text.empty() && text != "#") text += ' ';
+    text += word;
+  }
+  return text;
+}
+
+// Whether the first part of a type that is declared again says "Partial".
+bool SaysPartial(const Component& component) {
+  for (const Block& block : component.Blocks) {
+    const CodeLines* lines = block.CodeLines.IfAny();
+    for (std::int32_t i = 1; lines && i <= lines->Count(); ++i)
+      for (const TypeStatement& statement : StatementsByWord(lines->LineView(i)))
+        if (statement.What == Kind::Type) return statement.IsPartial;
+  }
+  return false;
+}
+
+// Fields of a later part stand in a block of its own; they belong to the declarations of the type.
+void GatherFields(Component& component) {
+  for (std::size_t i = 2; i <= component.Blocks.Count(); ++i) {
+    Block& block = *component.Blocks.Item(i);
+    if (!block.Name().empty() || block.BlockType() != btUnrecognised) continue;
+    Variables* fields = block.Variables.IfAny();
+    Constants* constants = block.Constants.IfAny();
+    if (!fields && !constants) continue;
+    Block& declarations = *component.BlockOfType(btDeclarations, true);
+    for (std::size_t n = 1; fields && n <= fields->Count(); ++n)
+      declarations.Variables->Add(fields->Share(n), fields->Item(n)->Name);
+    for (std::size_t n = 1; constants && n <= constants->Count(); ++n)
+      declarations.Constants->Add(constants->Share(n), constants->Item(n)->Name);
+    block.Variables.Drop();
+    block.Constants.Drop();
+  }
+}
+
+}  // namespace
+
+void SourceScan::TakeKept(const SourceStatement& statement) {
+  if (mRules.NetConditions && TakeCondition(statement)) return;
+  const std::vector<TypeStatement> found =
+      mRules.NetTypeStatements ? StatementsByWord(statement.Text)
+                               : StatementsByPattern(StripAttributes(statement.Text));
+  if (found.empty()) {
+    if (mTypes.empty()) TakeImports(statement.Text);
+    return FeedLines(Innermost(), statement);
+  }
+  bool fed = false;
+  for (const TypeStatement& one : found) {
+    switch (one.What) {
+      case Kind::Namespace:
+        TakeNamespaceComments(*mScanned.Outside, *CreateNamespace(one.Name, one.IsGlobal));
+        EnterNamespace(CreateNamespace(one.Name, one.IsGlobal));
+        mScanned.Outside->Namespace = GetNamespace();
+        break;
+      case Kind::EndNamespace:
+        if (mSpaces.size() > 1) mSpaces.pop_back();
+        InUse<NetScanState>().CurrentNamespace = GetNamespace();
+        mScanned.Outside->Namespace = GetNamespace();
+        break;
+      case Kind::Type: OpenKept(one); break;
+      case Kind::EndType:
+        if (!fed) fed = TakeEndLines(statement, one);
+        CloseKept(one);
+        continue;
+    }
+    if (!fed) FeedLines(one.What == Kind::Type ? Innermost() : *mScanned.Outside, statement);
+    fed = true;
+  }
+}
+
+// Directives, and lines in a false branch; the conditions hold for the whole file.
+bool SourceScan::TakeCondition(const SourceStatement& statement) {
+  Component& outside = *mScanned.Outside;
+  ModuleIntake& intake = outside.Intake();
+  const bool isDirective = TrimGaps(statement.Text).starts_with('#');
+  if (!isDirective && !intake.Conditions.Ignore()) return false;
+  Component& component = Innermost();
+  FinishPart(component);
+  for (std::size_t i = 0; i < statement.Lines.size(); ++i) {
+    mLine = statement.FirstLine + static_cast<std::int32_t>(i);
+    StoreRaw(component, statement.Lines[i], isDirective ? COMPILER_DIRECTIVE : OTHER);
+  }
+  if (isDirective) try {
+      UpdateConditions(outside, intake, DirectiveOf(statement.Text));
+    } catch (const VendrelError&) {
+      Tell(DiagnosticCode::UnbalancedDirective, {Trim(statement.Text)});
+    }
+  return true;
+}
+
+// The module of a type: that of an earlier part, else a new one.
+std::shared_ptr<Component> SourceScan::PartOf(const TypeStatement& type, const std::string& name) {
+  const std::string key = KeyOfType(GetNamespace(), name, mRules);
+  std::shared_ptr<Component> known = mProject.Components.Share(key);
+  if (!known || !mRules.NetTypeStatements) return NewPart();
+  if (!type.IsPartial && !SaysPartial(*known)) return NewPart();
+  FinishPart(*known);
+  known->DropIntake();
+  known->Intake().Text = std::shared_ptr<const std::string>(mSource, &mSource->Text);
+  known->CurrentBlock = known->NewBlock(btUnrecognised);
+  if (!mFile.Components.HasKey(key)) mFile.Components.Add(known, key);
+  mScanned.Parts.push_back(known);
+  return known;
+}
+
+void SourceScan::TakeCommentsAbove(Component& above, Component& type) {
+  if (const TaggedComments* waiting = above.TaggedCommentBuffer.IfAny();
+      waiting && waiting->Count() > 0) {
+    type.TaggedCommentBuffer = std::move(above.TaggedCommentBuffer);
+    above.TaggedCommentBuffer.Renew();
+  }
+  std::string text = std::move(above.Intake().LeadingComment);
+  above.Intake().LeadingComment.clear();
+  if (Block* block = above.CurrentBlock.Get()) {
+    std::string& buffer = block->Intake().CommentBuffer;
+    if (text.empty()) text = buffer;
+    buffer.clear();
+  }
+  if (!text.empty()) AddObjectDescription(type, text);
+}
+
+void SourceScan::OpenKept(const TypeStatement& type) {
+  Component& above = Innermost();
+  const std::string name =
+      mTypes.empty() ? type.Name : mTypes.back().Module->Name + "." + type.Name;
+  const std::shared_ptr<Component> component = PartOf(type, name);
+  const bool isNew = component->Name.empty();
+  TakeCommentsAbove(above, *component);
+  if (!mTypes.empty() && isNew) {
+    CodeLine placeholder;
+    placeholder.LineType = NESTED_CLASS_PLACEHOLDER;
+    placeholder.NotInSource = true;
+    placeholder.StatementPart = name;
+    above.AddCode(placeholder, true);
+  }
+  if (isNew) {
+    component->SetSourceLine(mLine);
+    component->Namespace = GetNamespace();
+    component->Name = name;
+    component->FileType = type.Type == ctModule ? ftModule : ftClass;
+    component->IsEnumeration = type.Type == ctEnumeration;
+    component->IsStructure = type.Type == ctStructure;
+    component->IsInterface = type.Type == ctInterface;
+    component->IsNested = !mTypes.empty();
+    component->Access = mTypes.empty() ? "FRIEND" : "PUBLIC";
+    if (component->IsInterface) component->InheritsFrom = {};
+  }
+  if (!mRules.NetTypeStatements)
+    component->Access = "PUBLIC";
+  else if (!type.Access.empty())
+    component->Access = type.Access;
+  component->IsAbstract |= type.IsAbstract;
+  component->IsSealed |= type.IsSealed;
+  if (isNew) AddComponent(component);
+  mTypes.push_back({component, type.Underlying});
+}
+
+// The line that closes a type. That of an enumeration is read: it closes the list of members.
+bool SourceScan::TakeEndLines(const SourceStatement& statement, const TypeStatement& ended) {
+  Component& component = Innermost();
+  if (mTypes.empty() || ended.Type == ctEnumeration) {
+    FeedLines(component, statement);
+    return true;
+  }
+  FinishPart(component);
+  Block* current = component.CurrentBlock.Get();
+  component.CurrentBlock = component.NewBlock(btUnrecognised);
+  for (std::size_t i = 0; i < statement.Lines.size(); ++i)
+    StoreRaw(component, statement.Lines[i], END_CLASS);
+  component.CurrentBlock = current;
+  return true;
+}
+
+// Closes what the statement names, and what was left open inside of it.
+void SourceScan::CloseKept(const TypeStatement& ended) {
+  const auto kindOf = [](const Component& component) {
+    if (component.IsEnumeration) return ctEnumeration;
+    if (component.IsStructure) return ctStructure;
+    if (component.IsInterface) return ctInterface;
+    return component.FileType == ftModule ? ctModule : ctClass;
+  };
+  std::size_t depth = mTypes.size();
+  while (depth > 0 && kindOf(*mTypes[depth - 1].Module) != ended.Type) --depth;
+  if (depth == 0) return;  // nothing of that kind is open: the line is all there is
+  while (mTypes.size() >= depth) CloseInnermost();
+}
+
+void SourceScan::CloseInnermost() {
+  const OpenType type = mTypes.back();
+  mTypes.pop_back();
+  Component& component = *type.Module;
+  FinishPart(component);
+  GatherFields(component);
+  if (component.IsEnumeration) TurnEnumerationIntoFields(component, type.Underlying);
+  if (component.CurrentBlock && component.TaggedCommentBuffer.IfAny())
+    OfferTaggedComments(component, *component.CurrentBlock.Get());
+  if (Block* block = component.CurrentBlock.Get()) block->Intake().CommentBuffer.clear();
+}
+
+}  // namespace vendrel

@@ -1,0 +1,195 @@
+// One source file of a VB.NET project back to its file.
+
+#include <algorithm>
+
+#include "core/CaseFold.h"
+#include "core/Workspace.h"
+#include "diagnostics/Context.h"
+#include "diagnostics/Diagnostic.h"
+#include "dotnet/SourceScan.h"
+#include "services/Procedures.h"
+#include "writer/BlockWriter.h"
+#include "writer/ModuleWriter.h"
+#include "writer/SourceStream.h"
+
+namespace vendrel {
+namespace {
+
+// A line at the place that it has, or takes from its neighbours, in the file.
+struct PlacedLine {
+  std::size_t Place;
+  const CodeLines* Lines;
+  std::int32_t Index;
+};
+
+// All lines that a file has now, in their order. A line that was read stands where it stood, one
+// that was added behind the line in front of it; a block that was added behind that in front of it.
+class FileLayout {
+ public:
+  explicit FileLayout(const std::string* text) : mText(text) {}
+
+  void Add(const Component& component) {
+    mBehind = 0;
+    mHere = true;
+    for (const Block& block : component.Blocks.Listed())
+      if (!ClosesType(block)) Add(block);
+    for (const Block& block : component.Blocks.Listed())
+      if (ClosesType(block)) Add(block);
+  }
+  void Add(const Block& block) {
+    if (const CodeLines* lines = block.CodeLines.IfAny(); lines && !lines->Unloaded()) Add(*lines);
+    if (const Blocks* overloads = block.OverloadBlocks().IfAny())
+      for (const Block& overload : *overloads) Add(overload);
+  }
+  const std::vector<PlacedLine>& Lines() {
+    std::stable_sort(mLines.begin(), mLines.end(),
+                     [](const PlacedLine& a, const PlacedLine& b) { return a.Place < b.Place; });
+    return mLines;
+  }
+
+ private:
+  static bool ClosesType(const Block& block) {
+    const CodeLines* lines = block.CodeLines.IfAny();
+    return block.Name().empty() && lines && lines->Count() > 0 && lines->LineType(1) == END_CLASS;
+  }
+
+  void Add(const CodeLines& lines) {
+    if (lines.SourceText()) mHere = lines.SourceText() == mText;
+    if (!mHere) return;  // in another part of the type
+    std::size_t place = FirstPlace(lines);
+    for (std::int32_t i = 1; i <= lines.Count(); ++i) {
+      if (lines.NotInSource(i)) continue;
+      if (const auto offset = lines.SourceOffset(i)) place = *offset;
+      mLines.push_back({place, &lines, i});
+      mBehind = std::max(mBehind, place);
+    }
+  }
+  // Where the first line that was read stands; a list without one goes behind what is in front.
+  std::size_t FirstPlace(const CodeLines& lines) const {
+    for (std::int32_t i = 1; i <= lines.Count(); ++i)
+      if (const auto offset = lines.SourceOffset(i)) return *offset;
+    return mBehind;
+  }
+
+  const std::string* mText;
+  std::vector<PlacedLine> mLines;
+  std::size_t mBehind = 0;
+  bool mHere = true;  // the block stands in this file, or behind one that does
+};
+
+class SourceFileWriter {
+ public:
+  SourceFileWriter(ProjectFile& file, FileSystemObject& target) : mFile(file), mTarget(target) {}
+
+  bool Run() {
+    if (mTarget.Exists() && mTarget.IsReadOnly()) {
+      TellRefused("Could not write to the file '" + mTarget.FullPath() +
+                      "' as the file is read-only.  Processing will continue, but source code for "
+                      "this file will not be written.",
+                  "File read-only");
+      return false;
+    }
+    const bool keeps = Rules().NetKeepSource;
+    if (keeps && !mFile.SourceForm) return CopyUnread();
+    mTarget.CreateFolderPath();
+    if (mFile.SourceForm) mTarget.SetWriteForm(*mFile.SourceForm);
+    try {
+      mTarget.OpenFile(omWrite, 2);
+    } catch (const VendrelError&) {
+      TellNotOpened(mTarget.LeafName());
+      return false;
+    }
+    try {
+      if (keeps)
+        WriteKept();
+      else
+        WriteTypes();
+    } catch (const CharactersRefused&) {
+      mTarget.Discard();  // told where it was met; the file stays as it was
+      return false;
+    }
+    mTarget.CloseFile();
+    CopyAssociated();
+    return true;
+  }
+
+ private:
+  const ReadingRules& Rules() const { return mFile.VBProject()->Reading; }
+
+  // A file that was not read is taken along as it is.
+  bool CopyUnread() {
+    if (!mFile.FileName.Exists() || EqualsNoCase(mFile.FileName.FullPath(), mTarget.FullPath()))
+      return false;
+    mTarget.CreateFolderPath();
+    return FileCopy(mFile.FileName.FullPath(), mTarget.FullPath());
+  }
+
+  void WriteTypes() {
+    for (Component& component : mFile.Components)
+      if (!component.IsNested)
+        for (Block& block : component.Blocks) block.WriteOutDotNet(mTarget);
+  }
+
+  void WriteKept() {
+    FileLayout layout(&mFile.SourceForm->Text);
+    ScannedSource& scanned = mFile.Scanned();
+    if (scanned.Outside) layout.Add(*scanned.Outside);
+    for (const auto& part : scanned.Parts)
+      if (part != scanned.Outside) layout.Add(*part);
+    for (const auto& block : scanned.Delegates) layout.Add(*block);
+    SourceStream stream(mTarget, *mFile.SourceForm, mFile.SourceForm.get(), Rules().KeepLineEnds);
+    for (const PlacedLine& line : layout.Lines()) stream.Line(*line.Lines, line.Index);
+    stream.Finish();
+  }
+
+  // What designers keep beside a source file goes with it.
+  void CopyAssociated() {
+    if (EqualsNoCase(mFile.FileName.FolderPath(), mTarget.FolderPath())) return;
+    std::vector<FileSystemObject> beside;
+    FileSystemObject folder(mFile.FileName.FolderPath());
+    try {
+      folder.FindFiles(mFile.FileName.BaseName() + ".*", 1, beside);
+    } catch (const VendrelError&) {
+      return;
+    }
+    for (const FileSystemObject& file : beside)
+      if (!EqualsNoCase(file.Extension(), mTarget.Extension()))
+        FileCopy(file.FullPath(), mTarget.FolderPath() + file.LeafName());
+  }
+
+  ProjectFile& mFile;
+  FileSystemObject& mTarget;
+};
+
+}  // namespace
+
+bool ProjectFile::WriteOut(std::string_view TargetName) try {
+  vendrel::VBProject* project = VBProject();
+  if (!project) throw VendrelError(errObjectNotSet, "the source file has no project");
+  const Workspace::Use use(project->Workspace());
+  const DiagnosticScope scope(&project->Diagnostics, FileName.FullPath());
+  FileSystemObject target(TargetName);
+  return SourceFileWriter(*this, target).Run();
+}
+VENDREL_CONTEXT(TargetName, trace::Field("FileName", FileName.FullPath()))
+
+bool Block::WriteOutDotNet(FileSystemObject& f) try {
+  const vendrel::CodeLines* lines = CodeLines.IfAny();
+  vendrel::VBProject* project = VBProject();
+  for (std::int32_t i = 1; lines && i <= lines->Count(); ++i) {
+    if (lines->LineType(i) == NESTED_CLASS_PLACEHOLDER) {
+      const std::string name = lines->Item(i).StatementPart;
+      vendrel::Component* nested = project ? project->Components.Item(name) : nullptr;
+      if (!nested) throw VendrelError(errObjectNotSet, "no module of the nested class " + name);
+      for (Block& block : nested->Blocks) block.WriteOut(f);
+    } else if (!lines->NotInSource(i)) {
+      f.WriteLine(lines->LineView(i));
+    }
+  }
+  if (const Blocks* overloads = OverloadBlocks().IfAny())
+    for (Block& overload : *overloads) overload.WriteOutDotNet(f);
+  return true;
+}
+VENDREL_CONTEXT(trace::Parameter("f", f.FullPath()), *this)
+
+}  // namespace vendrel

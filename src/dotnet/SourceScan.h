@@ -1,0 +1,101 @@
+#pragma once
+// One source file of a VB.NET project on its way into the tree.
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "dotnet/SourceLines.h"
+#include "dotnet/TypeStatements.h"
+#include "project/Assembly.h"
+#include "project/ProjectFile.h"
+
+namespace vendrel {
+
+/// What the scan of a file leaves for its later steps.
+struct ScannedSource {
+  /// What stands outside of types, as a module that is in no list; null in the classic reading.
+  std::shared_ptr<Component> Outside;
+  /// Every module whose lines the file holds, in their order; one that was refused too.
+  std::vector<std::shared_ptr<Component>> Parts;
+  /// Delegates, which are no members of their modules.
+  std::vector<std::shared_ptr<Block>> Delegates;
+  /// What the project imports, for all of its files; null where nothing told it.
+  std::shared_ptr<const std::vector<std::string>> ProjectImports;
+  bool NamesResolved = false;
+  bool InheritanceResolved = false;
+};
+
+/// The key of a type in its project: its namespace, "." and its name; without namespace ".Name", in
+/// the complete reading (`NetNames`) "Name".
+std::string KeyOfType(const Namespace* space, std::string_view name, const ReadingRules& rules);
+
+/// The assembly of a project; one of its own is made where it has none.
+Assembly& AssemblyOf(VBProject& project);
+
+/// Turns the enumeration that the intake read in an `Enum` type into fields of the type.
+/// `underlying` is the type of its members as written; empty: none is.
+void TurnEnumerationIntoFields(Component& component, std::string_view underlying);
+
+/// Gives the comments that wait in `from` for a namespace to it, and forgets the others.
+void TakeNamespaceComments(Component& from, Namespace& space);
+
+/// Scans a file. The parts of the rule that the readings share; each reading routes lines its own
+/// way.
+class SourceScan {
+ public:
+  SourceScan(ProjectFile& file, std::shared_ptr<const SourceText> source);
+  void Run();
+
+ private:
+  struct OpenType {
+    std::shared_ptr<Component> Module;
+    std::string Underlying;
+  };
+
+  // As described: lines outside of types go with the next type.
+  void Take(const SourceStatement& statement);
+  void TakeNamespace(const TypeStatement& opened, std::string_view text);
+  void TakeType(const TypeStatement& opened, std::string_view text);
+  void TakeEnd(const TypeStatement& ended, std::string_view text);
+  std::shared_ptr<Component> CreateComponent(std::shared_ptr<Component> buffer,
+                                             const TypeStatement& type, Namespace* space);
+  // Every line in its place (`NetKeepSource`).
+  void TakeKept(const SourceStatement& statement);
+  bool TakeCondition(const SourceStatement& statement);
+  void OpenKept(const TypeStatement& type);
+  void CloseKept(const TypeStatement& ended);
+  void CloseInnermost();
+  std::shared_ptr<Component> PartOf(const TypeStatement& type, const std::string& name);
+  void TakeCommentsAbove(Component& above, Component& type);
+  bool TakeEndLines(const SourceStatement& statement, const TypeStatement& ended);
+  Component& Innermost() { return mTypes.empty() ? *mScanned.Outside : *mTypes.back().Module; }
+
+  void TakeImports(std::string_view text);
+  Namespace* CreateNamespace(std::string_view name, bool isGlobal = false);
+  std::string FullNamespace(std::string_view name) const;
+  Namespace* GetNamespace() const { return mSpaces.empty() ? nullptr : mSpaces.back(); }
+  void EnterNamespace(Namespace* space);
+  void AddComponent(const std::shared_ptr<Component>& component);
+  std::shared_ptr<Component> NewPart();
+  void FeedLines(Component& component, const SourceStatement& statement);
+  void AddLine(Component& component, std::string_view line);
+  void StoreRaw(Component& component, std::string_view line, LineTypeEnum type = OTHER);
+  void NoteDelegate(Component& component);
+  void FinishPart(Component& component);
+
+  ProjectFile& mFile;
+  VBProject& mProject;
+  Assembly& mAssembly;
+  const ReadingRules& mRules;
+  ScannedSource& mScanned;
+  std::shared_ptr<const SourceText> mSource;
+  std::vector<Namespace*> mSpaces;
+  std::vector<OpenType> mTypes;
+  std::shared_ptr<Component> mCurrent;
+  std::int32_t mLine = 0;
+};
+
+}  // namespace vendrel
