@@ -97,6 +97,14 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
       ->add_option("--custom", options.Custom,
                    "In place of FILE: a project filled by the loader of that name from DATA")
       ->type_name("PROGID=DATA");
+  group
+      ->add_option("--configuration", options.Configuration,
+                   "The configuration of VB.NET projects whose constants count")
+      ->type_name("NAME");
+  group->add_flag("--unresolved", options.Unresolved,
+                  "VB.NET types as written, without what they inherit");
+  group->add_flag("--no-references", options.NoReferences,
+                  "Without the projects that a VB.NET project refers to");
   group->add_flag("--strict", options.Strict, "Exit code 3 if there were warnings");
   group->add_flag("--quiet", options.Quiet, "Tell errors only; no progress");
   group

@@ -54,6 +54,12 @@ struct CommonOptions {
   std::string Custom;
   std::string Tags;
   std::string CommentFile;
+  /// The configuration of VB.NET projects whose constants count; empty: "Debug".
+  std::string Configuration;
+  /// Type names of VB.NET source stay as written, and nothing is inherited.
+  bool Unresolved = false;
+  /// Projects that a VB.NET project refers to are not read.
+  bool NoReferences = false;
   bool Strict = false;
   bool Quiet = false;
   std::string Diagnostics = "text";

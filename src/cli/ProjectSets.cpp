@@ -5,6 +5,7 @@
 #include "cli/InputJudgement.h"
 #include "cli/Report.h"
 #include "diagnostics/ErrorReport.h"
+#include "dotnet/Sources.h"
 #include "services/CodePage.h"
 
 namespace vendrel::cli {
@@ -21,6 +22,15 @@ void ReplaceMember(VBProjectGroup& group, std::size_t index, std::shared_ptr<VBP
 void TellUnread(const std::string& path, const ToolError& error) {
   const auto* input = dynamic_cast<const InputError*>(&error);
   TellAt(DiagnosticCode::UnreadProject, path, 0, {input ? input->Reason() : error.what()});
+}
+
+void ResolveMembers(VBProjectGroup& group, const CommonOptions& options, LoadDepth depth) {
+  std::vector<VBProject*> members;
+  for (VBProject& project : group.AllVBProjects())
+    if (project.LanguageVersion() == lvVisualBasicDotNet) members.push_back(&project);
+  for (VBProject* member : members) TieNetReferences(*member, members);
+  if (options.Unresolved || depth != LoadDepth::Modules) return;
+  for (VBProject* member : members) ResolveSourceTypes(*member);
 }
 
 int VisitGroup(const std::string& path, const CommonOptions& options, const Streams& streams,
@@ -101,15 +111,19 @@ std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonO
   if (!evidence.empty())
     Tell(DiagnosticCode::CodePageGuessed,
          {FileOptions::Current().CodePage, evidence + "; --codepage sets another"});
+  // Types of VB.NET are looked up in each other's projects, once all are there.
+  CommonOptions ofMembers = options;
+  ofMembers.Unresolved = ofMembers.NoReferences = true;
   for (std::size_t i = 1; i <= group->AllVBProjects().Count();) {
     const std::string file = group->AllVBProjects().Item(i)->FileName.FullPath();
-    auto project = LoadOneOf(file, options, streams, group->Diagnostics, depth, join);
+    auto project = LoadOneOf(file, ofMembers, streams, group->Diagnostics, depth, join);
     if (project)
       ReplaceMember(*group, i++, std::move(project));
     else
       group->AllVBProjects().Remove(i);
   }
   group->AllVBProjects().CementReferences();
+  ResolveMembers(*group, options, depth);
   return group;
 }
 

@@ -91,6 +91,7 @@ void SetProjectOption(VBProject& project, const NamedValue& setting) {
 void ApplyToProject(const CommonOptions& options, VBProject& project) {
   project.Reading = options.Preset();
   project.LoadTypeLibHelpStrings = true;
+  project.Configuration = options.Configuration;
   for (const std::string& folder : options.ReferencePath)
     project.ReferencePath.push_back(FileSystemObject(AbsolutePath(folder)).NativePath());
   for (const std::string& folder : options.TypeLibPath)

@@ -8,6 +8,7 @@
 #include "cli/UnifiedDiff.h"
 #include "cli/WatchedFiles.h"
 #include "core/CaseFold.h"
+#include "dotnet/Sources.h"
 #include "output/Json.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"
@@ -98,7 +99,9 @@ void RoundTrip::WriteAndCompare(VBProject& project) {
     project.WriteOut();
   const std::string outputFolder = project.OutputFileName.FolderPath();
   for (std::size_t i = 0; i < modules.size(); ++i)
-    modules[i].Written = outputFolder + project.Components.Item(i + 1)->FileName.LeafName();
+    modules[i].Written = project.ProjectFiles.Count() > 0
+                             ? TargetOfSource(project, *project.ProjectFiles.Item(i + 1))
+                             : outputFolder + project.Components.Item(i + 1)->FileName.LeafName();
   CompareModules(modules);
   if (!isModule) CompareProjectFile(project);
   CompareTrees(project, isModule ? modules.front().Written : project.OutputFileName.FullPath());
@@ -106,6 +109,9 @@ void RoundTrip::WriteAndCompare(VBProject& project) {
 
 std::vector<RoundTrip::Module> RoundTrip::ModulesOf(const VBProject& project) const {
   std::vector<Module> modules;
+  for (const ProjectFile& file : project.ProjectFiles)
+    modules.push_back({file.FileName.Exists() ? file.FileName.NativePath() : "", {}});
+  if (!modules.empty()) return modules;
   for (const Component& component : project.Components.Listed())
     modules.push_back({component.FileName.Exists() ? component.FileName.NativePath() : "", {}});
   return modules;

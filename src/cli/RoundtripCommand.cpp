@@ -24,9 +24,11 @@ void WriteCounts(std::ostream& err, const RoundTripCounts& counts) {
 int RunRoundtrip(const RoundtripArguments& arguments, const Streams& streams) {
   int code = exDone;
   RoundTripCounts counts;
-  WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
-    RoundTrip roundTrip(out, arguments.Json, arguments.Common, streams);
-    code = ForEachProject(arguments.File, arguments.Common, streams,
+  CommonOptions options = arguments.Common;
+  options.Unresolved = options.NoReferences = true;  // what is written does not depend on it
+  WriteResult(options, streams, arguments.File, [&](std::ostream& out) {
+    RoundTrip roundTrip(out, arguments.Json, options, streams);
+    code = ForEachProject(arguments.File, options, streams,
                           [&](VBProject& project) { roundTrip.Run(project); });
     counts = roundTrip.Counts();
   });

@@ -3,13 +3,16 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <unordered_set>
 
 #include "cli/CompiledInput.h"
 #include "cli/InputJudgement.h"
 #include "cli/ProjectSettings.h"
 #include "cli/Report.h"
 #include "core/Ascii.h"
+#include "core/CaseFold.h"
 #include "core/Workspace.h"
+#include "dotnet/Sources.h"
 #include "model/ModuleKinds.h"
 #include "project/ProjectCodePage.h"
 #include "services/CodePage.h"
@@ -25,12 +28,19 @@ struct Extension {
 };
 // Beside those of modules.
 constexpr std::array kExtensions{
-    Extension{"vbp", InputKind::Project},          Extension{"vbg", InputKind::Group},
-    Extension{"vbproj", InputKind::DotNetProject}, Extension{"tlb", InputKind::TypeLibrary},
-    Extension{"olb", InputKind::TypeLibrary},      Extension{"dll", InputKind::TypeLibrary},
-    Extension{"ocx", InputKind::TypeLibrary},      Extension{"exe", InputKind::TypeLibrary},
-    Extension{"oca", InputKind::TypeLibrary},      Extension{"netmodule", InputKind::TypeLibrary},
-    Extension{"winmd", InputKind::TypeLibrary},    Extension{"node", InputKind::TypeLibrary},
+    Extension{"vbp", InputKind::Project},
+    Extension{"vbg", InputKind::Group},
+    Extension{"vbproj", InputKind::DotNetProject},
+    Extension{"tlb", InputKind::TypeLibrary},
+    Extension{"sln", InputKind::Group},
+    Extension{"olb", InputKind::TypeLibrary},
+    Extension{"dll", InputKind::TypeLibrary},
+    Extension{"ocx", InputKind::TypeLibrary},
+    Extension{"exe", InputKind::TypeLibrary},
+    Extension{"oca", InputKind::TypeLibrary},
+    Extension{"netmodule", InputKind::TypeLibrary},
+    Extension{"winmd", InputKind::TypeLibrary},
+    Extension{"node", InputKind::TypeLibrary},
 };
 
 std::shared_ptr<VBProject> NewProject(const CommonOptions& options) {
@@ -63,10 +73,67 @@ std::shared_ptr<VBProject> LoadFile(const std::string& path, InputKind kind,
   return project;
 }
 
+// By the form of the project file, which its root tells.
+std::shared_ptr<VBProject> LoadNetProject(const std::string& path, const CommonOptions& options) {
+  const FileSystemObject file(path);
+  std::string root;
+  const NetProjectForm form = FormOfNetProject(file.NativePath(), root);
+  if (form == NetProjectForm::Other && !root.empty())
+    throw InputError(
+        path, "no project: its root is <" + root + ">, not <VisualStudioProject> or <Project>");
+  auto project = NewProject(options);
+  if (form == NetProjectForm::MSBuild)
+    project->LoadFromCustom(kMSBuildLoaderProgId, file.FullPath());
+  else if (!project->Load(path))
+    throw InputError(path, "cannot be read: " + ReasonIn(project->LastErrorString, path));
+  project->OutputFileName.SetFolderPath(project->FileName.FolderPath());
+  return project;
+}
+
+// A project with those that it refers to, which live as long as it does.
+struct ProjectSet {
+  std::shared_ptr<VBProject> Main;
+  std::vector<std::shared_ptr<VBProject>> Others;
+};
+
+// Those of the references of a project whose files are known and there.
+void LoadReferenced(ProjectSet& set, const CommonOptions& options) {
+  std::unordered_set<std::string> known{FoldKey(set.Main->FileName.FullPath())};
+  std::vector<VBProject*> waiting{set.Main.get()};
+  while (!waiting.empty()) {
+    VBProject& project = *waiting.back();
+    waiting.pop_back();
+    for (const std::string& path : ReferencedProjectFiles(project)) {
+      if (!known.insert(FoldKey(path)).second) continue;
+      try {
+        set.Others.push_back(LoadNetProject(path, options));
+        waiting.push_back(set.Others.back().get());
+      } catch (const std::exception& error) {
+        const DiagnosticScope scope(&set.Main->Diagnostics, path);
+        Tell(DiagnosticCode::Told,
+             {std::string("a referenced project is left out: ") + error.what()});
+      }
+    }
+  }
+}
+
+std::shared_ptr<VBProject> ResolvedSet(std::shared_ptr<VBProject> project,
+                                       const CommonOptions& options) {
+  const auto set = std::make_shared<ProjectSet>();
+  set->Main = std::move(project);
+  if (!options.NoReferences) LoadReferenced(*set, options);
+  std::vector<VBProject*> all{set->Main.get()};
+  for (const auto& other : set->Others) all.push_back(other.get());
+  for (VBProject* each : all) TieNetReferences(*each, all);
+  for (std::size_t i = all.size(); i > 0; --i) ResolveSourceTypes(*all[i - 1]);
+  return {set, set->Main.get()};
+}
+
 std::shared_ptr<VBProject> LoadWithCodePage(const std::string& path, InputKind kind,
                                             const CommonOptions& options) {
   const std::string evidence = UseCodePageFor(path, options);
-  auto project = LoadFile(path, kind, options);
+  auto project = kind == InputKind::DotNetProject ? LoadNetProject(path, options)
+                                                  : LoadFile(path, kind, options);
   if (evidence.empty()) return project;
   const DiagnosticScope scope(&project->Diagnostics, project->FileName.FullPath());
   Tell(DiagnosticCode::CodePageGuessed,
@@ -136,12 +203,9 @@ void RefuseInput(const std::string& path, InputKind kind) {
     throw InputError(path, "no such file; check the path, and --drive for a drive");
   }
   if (kind == InputKind::Unknown)
-    throw ToolError(exFailed, path + ": neither a project (.vbp), nor a module (" +
+    throw ToolError(exFailed, path + ": neither a project (.vbp, .vbproj), nor a module (" +
                                   ModuleExtensions() + "), by its extension, nor does it hold " +
                                   "an assembly or a type library");
-  if (kind == InputKind::DotNetProject)
-    throw ToolError(exFailed, path + ": VB.NET projects come later; this version reads those of " +
-                                  "Visual Basic 5 and 6 (.vbp)");
   throw ToolError(exFailed, path + (kind == InputKind::Group ? ": a group" : ": a folder") +
                                 " of projects; this command takes one of them at a time");
 }
@@ -151,11 +215,14 @@ std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOption
                                      const std::function<void(VBProject&)>& prepare) try {
   ApplyToProcess(options);
   const InputKind kind = KindOfInput(path);
-  if (kind != InputKind::Project && kind != InputKind::Module && kind != InputKind::TypeLibrary)
+  if (kind != InputKind::Project && kind != InputKind::Module && kind != InputKind::TypeLibrary &&
+      kind != InputKind::DotNetProject)
     RefuseInput(path, kind);
   auto project = kind == InputKind::TypeLibrary
                      ? LoadLibrary(IsCustomInput(path) ? path : AbsolutePath(path), options)
                      : LoadWithCodePage(AbsolutePath(path), kind, options);
+  if (kind == InputKind::DotNetProject && depth == LoadDepth::Modules && !options.Unresolved)
+    project = ResolvedSet(std::move(project), options);
   if (depth == LoadDepth::ProjectFile) return project;
   if (prepare) prepare(*project);
   ProgressBar bar(*project, options, streams);

@@ -56,6 +56,7 @@ int RunWrite(const WriteArguments& arguments, const Streams& streams) {
   AskFirst(arguments, streams);
   if (!arguments.DryRun) WatchedFiles::Current()->RemoveLeftFiles();
   CommonOptions options = arguments.Common;
+  options.Unresolved = options.NoReferences = true;  // names stay as written in any case
   if (arguments.ResolveConditionals) {
     options.Settings.emplace_back("KeepDirectives=False");
     options.Settings.emplace_back("OutputConditionalCompilationBlocks=False");

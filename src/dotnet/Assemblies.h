@@ -31,5 +31,7 @@ void UseLoaderLibrary(const std::string& nativePath, const std::string& progId);
 /// Registers the loader and the resolver of assemblies in the workspace in use, unless a host has
 /// put its own in their place.
 void ConnectNetLoaders();
+/// The same for the loader of project files with a root `Project`.
+void ConnectMSBuildLoader();
 
 }  // namespace vendrel

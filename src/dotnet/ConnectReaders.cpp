@@ -11,6 +11,7 @@ void VBProject::ConnectReaders() {
   connected = true;
   ConnectLibraryReaders();
   ConnectNetLoaders();
+  ConnectMSBuildLoader();
 }
 
 }  // namespace vendrel

@@ -7,6 +7,7 @@
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
+#include "dotnet/Sources.h"
 #include "output/Xml.h"
 #include "project/VBProject.h"
 #include "services/Procedures.h"
@@ -46,7 +47,6 @@ class NetProjectWriter {
   bool WriteFiles();
   bool KeepBeside();
   bool WriteProjectFile();
-  std::string TargetOf(const ProjectFile& file) const;
   bool GoesOn(const std::string& problem, std::string_view question, std::string_view caption,
               int style) const;
 
@@ -111,29 +111,12 @@ bool NetProjectWriter::KeepInBackup(const FileSystemObject& file) {
                 "Do you wish to proceed with other files ?", kFileCopyError, msYesNoQuestion);
 }
 
-// The output folder and the leaf name; where places are kept, the place of the file itself or its
-// path as the project has it.
-std::string NetProjectWriter::TargetOf(const ProjectFile& file) const {
-  if (mRules.NetKeepPlaces && mSameLocation) return file.FileName.FullPath();
-  std::string path = file.FileName.LeafName();
-  if (mRules.NetKeepPlaces) {
-    FileSystemObject relative(file.FileName.FullPath());
-    relative.SetBaseFile(&mProject.FileName);
-    path = relative.RelativePath();
-    // Nothing is written outside of the folder that was asked for.
-    while (path.starts_with("..\\")) path.erase(0, 3);
-    if (const std::size_t colon = path.find(':'); colon != std::string::npos)
-      path = file.FileName.LeafName();
-  }
-  return mProject.OutputFileName.FolderPath() + path;
-}
-
 bool NetProjectWriter::WriteFiles() {
   std::unordered_set<std::string> taken;
   for (ProjectFile& file : mProject.ProjectFiles) {
     if (mRun && mRun->IsWritten(file.FileName)) continue;
     if (mSameLocation && !KeepInBackup(file.FileName)) return false;
-    const std::string target = TargetOf(file);
+    const std::string target = TargetOfSource(mProject, file);
     if (mRules.NetKeepPlaces && !taken.insert(FoldKey(target)).second) {
       Tell(DiagnosticCode::WriteRefused,
            {"two files of the project would be written to '" + target + "'; the second, '" +
@@ -164,7 +147,7 @@ bool NetProjectWriter::WriteProjectFile() {
   FileSystemObject& output = mProject.OutputFileName;
   output.SetBaseName(mProject.FileName.BaseName());
   output.SetExtension(mProject.FileName.Extension());
-  if (mRules.NetKeepSource) {
+  if (mRules.NetKeepSource || !mProject.mProjectDoc) {
     if (mSameLocation) return true;  // it is what it was
     output.CreateFolderPath();
     if (FileCopy(mProject.FileName.FullPath(), output.FullPath())) return true;
@@ -178,7 +161,7 @@ bool NetProjectWriter::WriteProjectFile() {
     TellNotOpened(output.LeafName());
     return false;
   }
-  if (mProject.mProjectDoc) output.WriteLine(WholeText(*mProject.mProjectDoc));
+  output.WriteLine(WholeText(*mProject.mProjectDoc));
   output.CloseFile();
   return true;
 }

@@ -13,6 +13,23 @@
 #include "text/Words.h"
 
 namespace vendrel {
+namespace {
+
+// A line of a solution: Project("{kind}") = "Shop", "Shop\\Shop.vbproj", "{id}".
+std::string_view PathInSolution(std::string_view line) {
+  if (!StartsWithNoCaseAscii(Trim(line), "Project(")) return {};
+  for (int quotes = 0; quotes < 5; ++quotes) TakeField(line, '"');
+  return TakeField(line, '"');
+}
+// Projects of other languages, and folders, are none for us.
+bool NamesNetProject(std::string_view line) {
+  return EndsWithNoCaseAscii(PathInSolution(line), ".vbproj");
+}
+std::string AsGroupLine(std::string_view line) {
+  return "Project=" + std::string(PathInSolution(line));
+}
+
+}  // namespace
 
 std::string VBProjectGroup::Description() const {
   if (!mDescription.empty()) return mDescription;
@@ -69,9 +86,12 @@ bool VBProjectGroup::Load(std::string_view FileName, bool Silent,
   std::int32_t line = 0;
   const DiagnosticScope scope(&Diagnostics, mFileName.FullPath(), &line);
   mFileName.OpenFile();
+  const bool isSolution = EqualsNoCaseAscii(mFileName.Extension(), "sln");
   while (!mFileName.AtEnd()) {
     ++line;
-    LoadLine(mFileName.NextLine(), Silent, DoNotPopulateComponents);
+    const std::string_view text = mFileName.NextLine();
+    if (isSolution && !NamesNetProject(text)) continue;
+    LoadLine(isSolution ? AsGroupLine(text) : std::string(text), Silent, DoNotPopulateComponents);
   }
   mFileName.CloseFile();
   return true;

@@ -1,0 +1,51 @@
+#pragma once
+// VB.NET projects as tools want them, beside what the object model offers.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "project/VBProject.h"
+
+namespace vendrel {
+
+/// ProgID of the loader of project files with a root `Project`.
+inline constexpr std::string_view kMSBuildLoaderProgId = "VendrelModel.MSBuildLoader";
+
+/// What a ".vbproj" is, by the name of its root.
+enum class NetProjectForm {
+  /// `VisualStudioProject`: `VBProject::LoadDotNet` reads it.
+  VisualStudio,
+  /// `Project`: `VBProject::LoadFromCustom` reads it by `kMSBuildLoaderProgId`.
+  MSBuild,
+  Other,
+};
+/// Looks at the root of a file (path of this machine). `root` gets its name, empty where the text
+/// is no XML. Raises 53 or 75.
+NetProjectForm FormOfNetProject(const std::string& nativePath, std::string& root);
+
+/// Ties each reference of `project` to a project of `others` that has its id, or its file.
+void TieNetReferences(VBProject& project, const std::vector<VBProject*>& others);
+
+/// The project files that a project refers to, as far as they are known: by their paths, or by the
+/// ids that a solution in its folder or one above tells. Those that are not there are left out.
+std::vector<std::string> ReferencedProjectFiles(const VBProject& project);
+
+/// Gives types their full names and what they inherit, as an assembly does for its source.
+void ResolveSourceTypes(VBProject& project);
+
+/// Where `VBProject::WriteOutDotNet` writes a source file.
+std::string TargetOfSource(const VBProject& project, const ProjectFile& file);
+
+/// One project that a solution lists.
+struct SolutionProject {
+  std::string Name;
+  /// As written, seen from the folder of the solution.
+  std::string Path;
+  std::string GUID;
+  std::int32_t Line = 0;
+};
+/// The projects of a solution file, in its order; folders and web sites are left out.
+std::vector<SolutionProject> ProjectsOfSolution(std::string_view text);
+
+}  // namespace vendrel
