@@ -7,9 +7,10 @@
 #include "core/Ascii.h"
 #include "core/Workspace.h"
 #include "diagnostics/Diagnostic.h"
-#include "dotnet/SourceScan.h"
+#include "dotnet/FileLayout.h"
 #include "intake/Conditions.h"
 #include "intake/ModuleIntake.h"
+#include "services/SourceText.h"
 #include "text/Masking.h"
 #include "text/Words.h"
 
@@ -46,11 +47,12 @@ bool SaysPartial(const Component& component) {
 void GatherFields(Component& component) {
   for (std::size_t i = 2; i <= component.Blocks.Count(); ++i) {
     Block& block = *component.Blocks.Item(i);
-    if (!block.Name().empty() || block.BlockType() != btUnrecognised) continue;
+    if (!block.Name().empty()) continue;
     Variables* fields = block.Variables.IfAny();
     Constants* constants = block.Constants.IfAny();
     if (!fields && !constants) continue;
     Block& declarations = *component.BlockOfType(btDeclarations, true);
+    if (&declarations == &block) continue;
     for (std::size_t n = 1; fields && n <= fields->Count(); ++n)
       declarations.Variables->Add(fields->Share(n), fields->Item(n)->Name);
     for (std::size_t n = 1; constants && n <= constants->Count(); ++n)
@@ -124,7 +126,7 @@ std::shared_ptr<Component> SourceScan::PartOf(const TypeStatement& type, const s
   FinishPart(*known);
   known->DropIntake();
   known->Intake().Text = std::shared_ptr<const std::string>(mSource, &mSource->Text);
-  known->CurrentBlock = known->NewBlock(btUnrecognised);
+  known->CurrentBlock = known->NewBlock(btDeclarations);
   if (!mFile.Components.HasKey(key)) mFile.Components.Add(known, key);
   mScanned.Parts.push_back(known);
   return known;
@@ -135,6 +137,10 @@ void SourceScan::TakeCommentsAbove(Component& above, Component& type) {
       waiting && waiting->Count() > 0) {
     type.TaggedCommentBuffer = std::move(above.TaggedCommentBuffer);
     above.TaggedCommentBuffer.Renew();
+    // They are about the type, before anything in it can take them.
+    type.LastElement = &type;
+    OfferTaggedComments(type, *type.CurrentBlock.Get());
+    type.LastElement = nullptr;
   }
   std::string text = std::move(above.Intake().LeadingComment);
   above.Intake().LeadingComment.clear();
@@ -179,6 +185,7 @@ void SourceScan::OpenKept(const TypeStatement& type) {
   component->IsAbstract |= type.IsAbstract;
   component->IsSealed |= type.IsSealed;
   if (isNew) AddComponent(component);
+  mScanned.NamesRead[component.get()] = component->Name;
   mTypes.push_back({component, type.Underlying});
 }
 
@@ -191,7 +198,7 @@ bool SourceScan::TakeEndLines(const SourceStatement& statement, const TypeStatem
   }
   FinishPart(component);
   Block* current = component.CurrentBlock.Get();
-  component.CurrentBlock = component.NewBlock(btUnrecognised);
+  component.CurrentBlock = component.NewBlock(btDeclarations);
   for (std::size_t i = 0; i < statement.Lines.size(); ++i)
     StoreRaw(component, statement.Lines[i], END_CLASS);
   component.CurrentBlock = current;
@@ -222,6 +229,21 @@ void SourceScan::CloseInnermost() {
   if (component.CurrentBlock && component.TaggedCommentBuffer.IfAny())
     OfferTaggedComments(component, *component.CurrentBlock.Get());
   if (Block* block = component.CurrentBlock.Get()) block->Intake().CommentBuffer.clear();
+}
+
+// Whatever became of a line on its way into the tree, it has its place in the file.
+void SourceScan::KeepLostLines() {
+  const FileLayout layout(mFile);
+  auto placed = layout.Lines().begin();
+  std::string_view rest = mSource->Text;
+  for (mLine = 1; !rest.empty(); ++mLine) {
+    const auto offset = static_cast<std::size_t>(rest.data() - mSource->Text.data());
+    const std::string_view line = TakeLine(rest);
+    while (placed != layout.Lines().end() && placed->Place < offset) ++placed;
+    if (placed != layout.Lines().end() && placed->Place == offset) continue;
+    StoreRaw(*mScanned.Outside, line);
+    Tell(DiagnosticCode::LineNotUnderstood, {Trim(line)});
+  }
 }
 
 }  // namespace vendrel

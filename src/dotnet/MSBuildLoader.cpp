@@ -187,6 +187,11 @@ void MSBuildReader::TakeConstants() {
     const std::string clause(Trim(TakeField(rest, ',')));
     if (!clause.empty()) add(clause.find('=') == std::string::npos ? clause + " = True" : clause);
   }
+  // What the build hands to the compiler beside.
+  add("CONFIG = \"" + mProperties.Get("Configuration") + "\"");
+  add("PLATFORM = \"" + mProperties.Get("Platform") + "\"");
+  const std::string& kind = mProperties.Get("MyType");
+  add("_MYTYPE = \"" + (kind.empty() ? "Windows" : kind) + "\"");
   const bool isDebug = mIsSdk && EqualsNoCaseAscii(mProperties.Get("Configuration"), "debug");
   if (IsTrue("DefineDebug") || isDebug) add("DEBUG = True");
   if (IsTrue("DefineTrace") || mIsSdk) add("TRACE = True");
@@ -224,7 +229,7 @@ void MSBuildReader::TakeReference(const XmlElement& item, const std::string& inc
     const std::string hint = Child(item, "HintPath");
     if (!hint.empty()) file.SetFullPath(hint);
     const bool exists = !hint.empty() && file.Exists() && !file.IsFolder();
-    if (exists) reference->FileName.SetFullPath(file.FullPath());
+    if (!hint.empty()) reference->FileName.SetFullPath(file.FullPath());
     if (resolver) resolver->addassembly(exists ? file.FullPath() : include);
   }
   mProject.References.Add(reference);

@@ -1,12 +1,10 @@
 // One source file of a VB.NET project back to its file.
 
-#include <algorithm>
-
 #include "core/CaseFold.h"
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "dotnet/SourceScan.h"
+#include "dotnet/FileLayout.h"
 #include "services/Procedures.h"
 #include "writer/BlockWriter.h"
 #include "writer/ModuleWriter.h"
@@ -14,68 +12,6 @@
 
 namespace vendrel {
 namespace {
-
-// A line at the place that it has, or takes from its neighbours, in the file.
-struct PlacedLine {
-  std::size_t Place;
-  const CodeLines* Lines;
-  std::int32_t Index;
-};
-
-// All lines that a file has now, in their order. A line that was read stands where it stood, one
-// that was added behind the line in front of it; a block that was added behind that in front of it.
-class FileLayout {
- public:
-  explicit FileLayout(const std::string* text) : mText(text) {}
-
-  void Add(const Component& component) {
-    mBehind = 0;
-    mHere = true;
-    for (const Block& block : component.Blocks.Listed())
-      if (!ClosesType(block)) Add(block);
-    for (const Block& block : component.Blocks.Listed())
-      if (ClosesType(block)) Add(block);
-  }
-  void Add(const Block& block) {
-    if (const CodeLines* lines = block.CodeLines.IfAny(); lines && !lines->Unloaded()) Add(*lines);
-    if (const Blocks* overloads = block.OverloadBlocks().IfAny())
-      for (const Block& overload : *overloads) Add(overload);
-  }
-  const std::vector<PlacedLine>& Lines() {
-    std::stable_sort(mLines.begin(), mLines.end(),
-                     [](const PlacedLine& a, const PlacedLine& b) { return a.Place < b.Place; });
-    return mLines;
-  }
-
- private:
-  static bool ClosesType(const Block& block) {
-    const CodeLines* lines = block.CodeLines.IfAny();
-    return block.Name().empty() && lines && lines->Count() > 0 && lines->LineType(1) == END_CLASS;
-  }
-
-  void Add(const CodeLines& lines) {
-    if (lines.SourceText()) mHere = lines.SourceText() == mText;
-    if (!mHere) return;  // in another part of the type
-    std::size_t place = FirstPlace(lines);
-    for (std::int32_t i = 1; i <= lines.Count(); ++i) {
-      if (lines.NotInSource(i)) continue;
-      if (const auto offset = lines.SourceOffset(i)) place = *offset;
-      mLines.push_back({place, &lines, i});
-      mBehind = std::max(mBehind, place);
-    }
-  }
-  // Where the first line that was read stands; a list without one goes behind what is in front.
-  std::size_t FirstPlace(const CodeLines& lines) const {
-    for (std::int32_t i = 1; i <= lines.Count(); ++i)
-      if (const auto offset = lines.SourceOffset(i)) return *offset;
-    return mBehind;
-  }
-
-  const std::string* mText;
-  std::vector<PlacedLine> mLines;
-  std::size_t mBehind = 0;
-  bool mHere = true;  // the block stands in this file, or behind one that does
-};
 
 class SourceFileWriter {
  public:
@@ -131,14 +67,13 @@ class SourceFileWriter {
   }
 
   void WriteKept() {
-    FileLayout layout(&mFile.SourceForm->Text);
-    ScannedSource& scanned = mFile.Scanned();
-    if (scanned.Outside) layout.Add(*scanned.Outside);
-    for (const auto& part : scanned.Parts)
-      if (part != scanned.Outside) layout.Add(*part);
-    for (const auto& block : scanned.Delegates) layout.Add(*block);
+    FileLayout layout(mFile);
     SourceStream stream(mTarget, *mFile.SourceForm, mFile.SourceForm.get(), Rules().KeepLineEnds);
-    for (const PlacedLine& line : layout.Lines()) stream.Line(*line.Lines, line.Index);
+    for (const PlacedLine& line : layout.Lines())
+      if (const std::string* text = layout.NewText(line))
+        stream.Replaced(*line.Lines, line.Index, *text);
+      else
+        stream.Line(*line.Lines, line.Index);
     stream.Finish();
   }
 

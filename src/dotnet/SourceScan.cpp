@@ -6,6 +6,7 @@
 #include "diagnostics/Diagnostic.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
+#include "services/BinaryText.h"
 #include "text/Masking.h"
 
 namespace vendrel {
@@ -78,6 +79,7 @@ void SourceScan::Run() {
   if (mRules.NetKeepSource) {
     while (!mTypes.empty()) CloseInnermost();
     FinishPart(*mScanned.Outside);
+    if (mRules.NetLines) KeepLostLines();
   } else if (mCurrent && !mCurrent->Name.empty()) {
     AddComponent(mCurrent);
   }
@@ -332,6 +334,10 @@ bool ProjectFile::Populate() try {
   } catch (const VendrelError& error) {
     TellAt(DiagnosticCode::UnreadableFile, FileName.FullPath(), 0,
            {FileName.FullPath(), error.Text()});
+    return true;
+  }
+  if (LooksBinary(source->Text)) {
+    TellAt(DiagnosticCode::BinaryModule, FileName.FullPath(), 0, {FileName.FullPath()});
     return true;
   }
   SourceForm = source;

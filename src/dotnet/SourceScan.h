@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "dotnet/SourceLines.h"
@@ -20,6 +21,8 @@ struct ScannedSource {
   std::shared_ptr<Component> Outside;
   /// Every module whose lines the file holds, in their order; one that was refused too.
   std::vector<std::shared_ptr<Component>> Parts;
+  /// The names that the modules were read with.
+  std::unordered_map<const Component*, std::string> NamesRead;
   /// Delegates, which are no members of their modules.
   std::vector<std::shared_ptr<Block>> Delegates;
   /// What the project imports, for all of its files; null where nothing told it.
@@ -70,6 +73,7 @@ class SourceScan {
   void CloseInnermost();
   std::shared_ptr<Component> PartOf(const TypeStatement& type, const std::string& name);
   void TakeCommentsAbove(Component& above, Component& type);
+  void KeepLostLines();
   bool TakeEndLines(const SourceStatement& statement, const TypeStatement& ended);
   Component& Innermost() { return mTypes.empty() ? *mScanned.Outside : *mTypes.back().Module; }
 

@@ -14,6 +14,7 @@
 #include "model/Component.h"
 #include "model/ModuleKinds.h"
 #include "project/VBProject.h"
+#include "services/BinaryText.h"
 #include "services/FileSource.h"
 
 namespace vendrel {
@@ -33,7 +34,6 @@ class ModuleReader {
   void TellMissing();
   void TellSpelling() const;
   void TellInProject(DiagnosticCode code, std::initializer_list<std::string_view> arguments) const;
-  bool LooksBinary() const;
   void TellDirectionControls(const SourceText& source) const;
   void TellKind() const;
   void ReadFirstLine();
@@ -130,7 +130,7 @@ bool ModuleReader::Open() {
     Tell(DiagnosticCode::UnreadableFile, {mFile.FullPath(), error.Text()});
     return false;
   }
-  if (LooksBinary()) {
+  if (LooksBinary(mFile.Source()->Text)) {
     mFile.CloseFile();
     mIntake.Told = true;
     Tell(DiagnosticCode::BinaryModule, {mFile.FullPath()});
@@ -157,21 +157,6 @@ void ModuleReader::OpenAgain() try {
     mText = NextLine();
 }
 VENDREL_CONTEXT_AT(LineReached(), trace::Field("FileName", mFile.FullPath()), trace::Me(mComponent))
-
-// A table of a database that has the extension of a form, a compressed file or the like: nothing a
-// reader of text can use. Source has hardly any control characters; of random bytes they are a
-// tenth.
-bool ModuleReader::LooksBinary() const {
-  constexpr std::size_t kFewest = 4, kShare = 20;
-  const std::string_view head = std::string_view(mFile.Source()->Text).substr(0, 1024);
-  std::size_t odd = 0, characters = 0;
-  for (const char c : head) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte < 32 && c != '\t' && c != '\r' && c != '\n' && c != '\f') ++odd;
-    if ((byte & 0xC0) != 0x80) ++characters;
-  }
-  return odd >= kFewest && odd * kShare > characters;
-}
 
 // Each line with characters that turn what is behind them to another direction.
 void ModuleReader::TellDirectionControls(const SourceText& source) const {

@@ -10,7 +10,8 @@
 // clang-format off
 #define VENDREL_TARGETS(X) \
   X(AssemblyFuzz) X(ColourFuzz) X(CommentFileFuzz) X(ConditionFuzz) X(ControlsFuzz) X(GroupFuzz) X(LikeFuzz) \
-  X(LookupFuzz) X(MetadataFuzz) X(ModuleFuzz) X(ProjectFuzz) X(SettingsFuzz) X(TagTableFuzz) X(TypeLibFuzz) \
+  X(LookupFuzz) X(MetadataFuzz) X(ModuleFuzz) X(NetProjectFuzz) X(NetSourceFuzz) X(ProjectFuzz) X(SettingsFuzz) \
+  X(TagTableFuzz) X(TypeLibFuzz) \
   X(WriteFuzz)
 // clang-format on
 #define VENDREL_TARGET(name) extern "C" int name(const std::uint8_t* data, std::size_t size);

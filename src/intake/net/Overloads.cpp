@@ -31,7 +31,10 @@ void MoveToMaster(Component& component, Block& block, Block& master) {
   component.Blocks.Remove(index);
   block.SetName(block.OverloadedMethodSignature());
   block.SetOverloaded(true);
-  master.AddOverload(shared, block.Name());
+  // Two signatures that read alike are two procedures all the same.
+  const bool isFree = !component.Options().Reading.NetOverloads ||
+                      !master.OverloadBlocks()->HasKey(block.Name());
+  master.AddOverload(shared, isFree ? std::string_view(block.Name()) : std::string_view());
 }
 
 }  // namespace
