@@ -5,6 +5,7 @@
 #include "core/Ascii.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
+#include "intake/DeclarationText.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "project/VBProject.h"
