@@ -15,13 +15,12 @@
 #include "cli/ShownText.h"
 #include "cli/WatchedFiles.h"
 #include "cli/WrittenFiles.h"
+#include "core/Version.h"
 #include "diagnostics/ErrorReport.h"
 #include "diagnostics/VendrelError.h"
 
 namespace vendrel::cli {
 namespace {
-
-constexpr const char* kVersion = "vendrelmodel " VENDREL_VERSION;
 
 void AddCommands(CLI::App& app, Job& job) {
   AddTreeCommand(app, job);
@@ -131,7 +130,7 @@ int RunTool(int argc, const char* const* argv, const Streams& streams) {
   try {
     CLI::App app{"The object model of Visual Basic code: reads projects and shows what is in them.",
                  "vendrelmodel"};
-    app.set_version_flag("--version", kVersion);
+    app.set_version_flag("--version", "vendrelmodel " + std::string(LibraryVersion()));
     app.require_subcommand(1);
     app.footer("vendrelmodel FILE is short for vendrelmodel tree FILE.");
     Job job{streams, {}};

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "core/ObjectRegistry.h"
+#include "core/Version.h"
 #include "core/Workspace.h"
 
 namespace vendrel {
@@ -31,7 +32,7 @@ ErrorReport ReportOf(const VendrelError& failure, const ErrorContext& context) {
   ErrorReport report;
   report.Number = failure.Number();
   report.Description = failure.Text();
-  report.Version = VENDREL_VERSION;
+  report.Version = LibraryVersion();
   report.Module = context.Module;
   report.Procedure = context.Procedure;
   report.Line = context.Line;

@@ -47,21 +47,22 @@ class Constant : public ElementOf<Constant> {
   void Initialise(std::string_view Source, std::string& Remainder);
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{Prop{"Access", &Constant::Access},
-                      Prop{"Name", &Constant::Name},
-                      Prop{"Value", &Constant::Value},
-                      Prop{"TypeName", &Constant::TypeName},
-                      Prop{"Description", &Constant::mDescription},
-                      Prop{"TaggedDescription", &Constant::TaggedDescription},
-                      Prop{"UnTaggedDescription", &Constant::UnTaggedDescription},
-                      Prop{"RefCount", &Constant::RefCount},
-                      Prop{"TaggedComments", &Constant::TaggedComments, PropertyKind::Children},
-                      Prop{"QualifiedName", &Constant::QualifiedName, PropertyKind::Derived},
-                      Prop{"SourceLine", &Constant::SourceLine, &Constant::SetSourceLine},
-                      Prop{"AccessType", &Constant::AccessType, PropertyKind::Derived}.Hide(),
-                      Prop{"Procedure", &Constant::Procedure, PropertyKind::Link}.Hide(),
-                      Prop{"Component", &Constant::Component, PropertyKind::Link}.Hide()};
+    return PropertyTable{Prop{"Access", &Own::Access},
+                         Prop{"Name", &Own::Name},
+                         Prop{"Value", &Own::Value},
+                         Prop{"TypeName", &Own::TypeName},
+                         Prop{"Description", &Own::mDescription},
+                         Prop{"TaggedDescription", &Own::TaggedDescription},
+                         Prop{"UnTaggedDescription", &Own::UnTaggedDescription},
+                         Prop{"RefCount", &Own::RefCount},
+                         Prop{"TaggedComments", &Own::TaggedComments, PropertyKind::Children},
+                         Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived},
+                         Prop{"SourceLine", &Own::SourceLine, &Own::SetSourceLine},
+                         Prop{"AccessType", &Own::AccessType, PropertyKind::Derived}.Hide(),
+                         Prop{"Procedure", &Own::Procedure, PropertyKind::Link}.Hide(),
+                         Prop{"Component", &Own::Component, PropertyKind::Link}.Hide()};
   }
 };
 struct ConstantFamily {
@@ -92,18 +93,19 @@ class EnumMember : public ElementOf<EnumMember> {
   void Initialise(std::string_view Source, vendrel::Enumeration* parent);
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{Prop{"Name", &EnumMember::Name},
-                      Prop{"Value", &EnumMember::Value},
-                      Prop{"ValueAsWritten", &EnumMember::ValueAsWritten},
-                      Prop{"TaggedDescription", &EnumMember::TaggedDescription},
-                      Prop{"UnTaggedDescription", &EnumMember::UnTaggedDescription},
-                      Prop{"Description", &EnumMember::Description, PropertyKind::Derived},
-                      Prop{"ExcludeFlag", &EnumMember::ExcludeFlag},
-                      Prop{"TaggedComments", &EnumMember::TaggedComments, PropertyKind::Children},
-                      Prop{"QualifiedName", &EnumMember::QualifiedName, PropertyKind::Derived},
-                      Prop{"SourceLine", &EnumMember::SourceLine, &EnumMember::SetSourceLine},
-                      Prop{"Enumeration", &EnumMember::Enumeration, PropertyKind::Link}.Hide()};
+    return PropertyTable{Prop{"Name", &Own::Name},
+                         Prop{"Value", &Own::Value},
+                         Prop{"ValueAsWritten", &Own::ValueAsWritten},
+                         Prop{"TaggedDescription", &Own::TaggedDescription},
+                         Prop{"UnTaggedDescription", &Own::UnTaggedDescription},
+                         Prop{"Description", &Own::Description, PropertyKind::Derived},
+                         Prop{"ExcludeFlag", &Own::ExcludeFlag},
+                         Prop{"TaggedComments", &Own::TaggedComments, PropertyKind::Children},
+                         Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived},
+                         Prop{"SourceLine", &Own::SourceLine, &Own::SetSourceLine},
+                         Prop{"Enumeration", &Own::Enumeration, PropertyKind::Link}.Hide()};
   }
 };
 struct EnumMemberFamily {
@@ -141,23 +143,24 @@ class Enumeration : public ElementOf<Enumeration> {
   std::shared_ptr<EnumMember> AddMember(std::string_view Source);
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{Prop{"Name", &Enumeration::Name},
-                      Prop{"Access", &Enumeration::Access},
-                      Prop{"HelpContextID", &Enumeration::HelpContextID},
-                      Prop{"TaggedDescription", &Enumeration::TaggedDescription},
-                      Prop{"UnTaggedDescription", &Enumeration::UnTaggedDescription},
-                      Prop{"Description", &Enumeration::Description, PropertyKind::Derived},
-                      Prop{"LineIndex", &Enumeration::LineIndex},
-                      Prop{"IsHiddenMember", &Enumeration::IsHiddenMember},
-                      Prop{"ExcludeFlag", &Enumeration::ExcludeFlag},
-                      Prop{"Members", &Enumeration::Members, PropertyKind::Children},
-                      Prop{"Examples", &Enumeration::Examples, PropertyKind::Children},
-                      Prop{"TaggedComments", &Enumeration::TaggedComments, PropertyKind::Children},
-                      Prop{"QualifiedName", &Enumeration::QualifiedName, PropertyKind::Derived},
-                      Prop{"SourceLine", &Enumeration::SourceLine, &Enumeration::SetSourceLine},
-                      Prop{"AccessType", &Enumeration::AccessType, PropertyKind::Derived}.Hide(),
-                      Prop{"Component", &Enumeration::Component, PropertyKind::Link}.Hide()};
+    return PropertyTable{Prop{"Name", &Own::Name},
+                         Prop{"Access", &Own::Access},
+                         Prop{"HelpContextID", &Own::HelpContextID},
+                         Prop{"TaggedDescription", &Own::TaggedDescription},
+                         Prop{"UnTaggedDescription", &Own::UnTaggedDescription},
+                         Prop{"Description", &Own::Description, PropertyKind::Derived},
+                         Prop{"LineIndex", &Own::LineIndex},
+                         Prop{"IsHiddenMember", &Own::IsHiddenMember},
+                         Prop{"ExcludeFlag", &Own::ExcludeFlag},
+                         Prop{"Members", &Own::Members, PropertyKind::Children},
+                         Prop{"Examples", &Own::Examples, PropertyKind::Children},
+                         Prop{"TaggedComments", &Own::TaggedComments, PropertyKind::Children},
+                         Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived},
+                         Prop{"SourceLine", &Own::SourceLine, &Own::SetSourceLine},
+                         Prop{"AccessType", &Own::AccessType, PropertyKind::Derived}.Hide(),
+                         Prop{"Component", &Own::Component, PropertyKind::Link}.Hide()};
   }
 };
 struct EnumerationFamily {
@@ -191,23 +194,24 @@ class UDT : public ElementOf<UDT> {
   std::shared_ptr<Variable> AddMember(std::string_view Source);
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{Prop{"Name", &UDT::Name},
-                      Prop{"Access", &UDT::Access},
-                      Prop{"HelpContextID", &UDT::HelpContextID},
-                      Prop{"TaggedDescription", &UDT::TaggedDescription},
-                      Prop{"UnTaggedDescription", &UDT::UnTaggedDescription},
-                      Prop{"Description", &UDT::Description, PropertyKind::Derived},
-                      Prop{"ExcludeFlag", &UDT::ExcludeFlag},
-                      Prop{"IsHiddenMember", &UDT::IsHiddenMember},
-                      Prop{"LineIndex", &UDT::LineIndex},
-                      Prop{"Members", &UDT::Members, PropertyKind::Children},
-                      Prop{"Examples", &UDT::Examples, PropertyKind::Children},
-                      Prop{"TaggedComments", &UDT::TaggedComments, PropertyKind::Children},
-                      Prop{"QualifiedName", &UDT::QualifiedName, PropertyKind::Derived},
-                      Prop{"SourceLine", &UDT::SourceLine, &UDT::SetSourceLine},
-                      Prop{"AccessType", &UDT::AccessType, PropertyKind::Derived}.Hide(),
-                      Prop{"Component", &UDT::Component, PropertyKind::Link}.Hide()};
+    return PropertyTable{Prop{"Name", &Own::Name},
+                         Prop{"Access", &Own::Access},
+                         Prop{"HelpContextID", &Own::HelpContextID},
+                         Prop{"TaggedDescription", &Own::TaggedDescription},
+                         Prop{"UnTaggedDescription", &Own::UnTaggedDescription},
+                         Prop{"Description", &Own::Description, PropertyKind::Derived},
+                         Prop{"ExcludeFlag", &Own::ExcludeFlag},
+                         Prop{"IsHiddenMember", &Own::IsHiddenMember},
+                         Prop{"LineIndex", &Own::LineIndex},
+                         Prop{"Members", &Own::Members, PropertyKind::Children},
+                         Prop{"Examples", &Own::Examples, PropertyKind::Children},
+                         Prop{"TaggedComments", &Own::TaggedComments, PropertyKind::Children},
+                         Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived},
+                         Prop{"SourceLine", &Own::SourceLine, &Own::SetSourceLine},
+                         Prop{"AccessType", &Own::AccessType, PropertyKind::Derived}.Hide(),
+                         Prop{"Component", &Own::Component, PropertyKind::Link}.Hide()};
   }
 };
 struct UDTFamily {
@@ -234,20 +238,21 @@ class Interface : public ElementOf<Interface> {
   std::string QualifiedName() const override;
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{Prop{"Name", &Interface::Name},
-                      Prop{"TaggedDescription", &Interface::TaggedDescription},
-                      Prop{"UnTaggedDescription", &Interface::UnTaggedDescription},
-                      Prop{"Description", &Interface::Description, PropertyKind::Derived},
-                      Prop{"IsNew", &Interface::IsNew},
-                      Prop{"ExcludeFlag", &Interface::ExcludeFlag},
-                      Prop{"LineIndex", &Interface::LineIndex},
-                      Prop{"IsHiddenMember", &Interface::IsHiddenMember},
-                      Prop{"DocumentationLocation", &Interface::DocumentationLocation},
-                      Prop{"TaggedComments", &Interface::TaggedComments, PropertyKind::Children},
-                      Prop{"QualifiedName", &Interface::QualifiedName, PropertyKind::Derived},
-                      Prop{"SourceLine", &Interface::SourceLine, &Interface::SetSourceLine},
-                      Prop{"Component", &Interface::Component, PropertyKind::Link}.Hide()};
+    return PropertyTable{Prop{"Name", &Own::Name},
+                         Prop{"TaggedDescription", &Own::TaggedDescription},
+                         Prop{"UnTaggedDescription", &Own::UnTaggedDescription},
+                         Prop{"Description", &Own::Description, PropertyKind::Derived},
+                         Prop{"IsNew", &Own::IsNew},
+                         Prop{"ExcludeFlag", &Own::ExcludeFlag},
+                         Prop{"LineIndex", &Own::LineIndex},
+                         Prop{"IsHiddenMember", &Own::IsHiddenMember},
+                         Prop{"DocumentationLocation", &Own::DocumentationLocation},
+                         Prop{"TaggedComments", &Own::TaggedComments, PropertyKind::Children},
+                         Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived},
+                         Prop{"SourceLine", &Own::SourceLine, &Own::SetSourceLine},
+                         Prop{"Component", &Own::Component, PropertyKind::Link}.Hide()};
   }
 };
 struct InterfaceFamily {

@@ -61,39 +61,39 @@ class EventDeclaration : public ElementOf<EventDeclaration> {
   std::string DotNetName() const;
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{
-        Prop{"Name", &EventDeclaration::Name},
-        Prop{"Parameters", &EventDeclaration::Parameters, PropertyKind::Children},
-        Prop{"HelpContextID", &EventDeclaration::HelpContextID},
-        Prop{"TaggedDescription", &EventDeclaration::TaggedDescription},
-        Prop{"UnTaggedDescription", &EventDeclaration::UnTaggedDescription},
-        Prop{"Description", &EventDeclaration::Description, PropertyKind::Derived},
-        Prop{"IsHiddenMember", &EventDeclaration::IsHiddenMember},
-        Prop{"IsNew", &EventDeclaration::IsNew},
-        Prop{"ExcludeFlag", &EventDeclaration::ExcludeFlag},
-        Prop{"LineIndex", &EventDeclaration::LineIndex},
-        Prop{"InheritedFrom", &EventDeclaration::InheritedFrom},
-        Prop{"Implemented", &EventDeclaration::Implemented},
-        Prop{"Overloaded", &EventDeclaration::Overloaded},
-        Prop{"IsVirtual", &EventDeclaration::IsVirtual},
-        Prop{"IsAbstract", &EventDeclaration::IsAbstract},
-        Prop{"IsShadow", &EventDeclaration::IsShadow},
-        Prop{"DelegateName", &EventDeclaration::DelegateName},
-        Prop{"Access", &EventDeclaration::Access},
-        Prop{"Examples", &EventDeclaration::Examples, PropertyKind::Children},
-        Prop{"TaggedComments", &EventDeclaration::TaggedComments, PropertyKind::Children},
-        Prop{"QualifiedName", &EventDeclaration::QualifiedName, PropertyKind::Derived},
-        Prop{"SourceLine", &EventDeclaration::SourceLine, &EventDeclaration::SetSourceLine},
-        Prop{"Permissions", &EventDeclaration::Permissions, PropertyKind::Children}.Rare(),
-        Prop{"Exceptions", &EventDeclaration::Exceptions, PropertyKind::Children}.Rare(),
-        Prop{"HelpContextIDRead", &EventDeclaration::HelpContextIDRead}.Hide(),
-        Prop{"IsSealed", &EventDeclaration::IsSealed}.Hide(),
-        Prop{"IsStatic", &EventDeclaration::IsStatic}.Hide(),
-        Prop{"AccessType", &EventDeclaration::AccessType, PropertyKind::Derived}.Hide(),
-        Prop{"Component", &EventDeclaration::Component, PropertyKind::Link}.Hide(),
-        Prop{"OverloadEventDeclarations", &EventDeclaration::OverloadEventDeclarations,
-             PropertyKind::Children}
+    return PropertyTable{
+        Prop{"Name", &Own::Name},
+        Prop{"Parameters", &Own::Parameters, PropertyKind::Children},
+        Prop{"HelpContextID", &Own::HelpContextID},
+        Prop{"TaggedDescription", &Own::TaggedDescription},
+        Prop{"UnTaggedDescription", &Own::UnTaggedDescription},
+        Prop{"Description", &Own::Description, PropertyKind::Derived},
+        Prop{"IsHiddenMember", &Own::IsHiddenMember},
+        Prop{"IsNew", &Own::IsNew},
+        Prop{"ExcludeFlag", &Own::ExcludeFlag},
+        Prop{"LineIndex", &Own::LineIndex},
+        Prop{"InheritedFrom", &Own::InheritedFrom},
+        Prop{"Implemented", &Own::Implemented},
+        Prop{"Overloaded", &Own::Overloaded},
+        Prop{"IsVirtual", &Own::IsVirtual},
+        Prop{"IsAbstract", &Own::IsAbstract},
+        Prop{"IsShadow", &Own::IsShadow},
+        Prop{"DelegateName", &Own::DelegateName},
+        Prop{"Access", &Own::Access},
+        Prop{"Examples", &Own::Examples, PropertyKind::Children},
+        Prop{"TaggedComments", &Own::TaggedComments, PropertyKind::Children},
+        Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived},
+        Prop{"SourceLine", &Own::SourceLine, &Own::SetSourceLine},
+        Prop{"Permissions", &Own::Permissions, PropertyKind::Children}.Rare(),
+        Prop{"Exceptions", &Own::Exceptions, PropertyKind::Children}.Rare(),
+        Prop{"HelpContextIDRead", &Own::HelpContextIDRead}.Hide(),
+        Prop{"IsSealed", &Own::IsSealed}.Hide(),
+        Prop{"IsStatic", &Own::IsStatic}.Hide(),
+        Prop{"AccessType", &Own::AccessType, PropertyKind::Derived}.Hide(),
+        Prop{"Component", &Own::Component, PropertyKind::Link}.Hide(),
+        Prop{"OverloadEventDeclarations", &Own::OverloadEventDeclarations, PropertyKind::Children}
             .Hide()};
   }
 };
@@ -178,27 +178,27 @@ class DeclareDeclaration : public ElementOf<DeclareDeclaration> {
   void Initialise(const CodeLine& oLine);
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{
-        Prop{"Access", &DeclareDeclaration::Access},
-        Prop{"IsFunction", &DeclareDeclaration::IsFunction},
-        Prop{"ReturnType", &DeclareDeclaration::ReturnType},
-        Prop{"ReturnTypeIsArray", &DeclareDeclaration::ReturnTypeIsArray},
-        Prop{"Parameters", &DeclareDeclaration::Parameters, PropertyKind::Children},
-        Prop{"Name", &DeclareDeclaration::Name},
-        Prop{"Alias", &DeclareDeclaration::Alias},
-        Prop{"Library", &DeclareDeclaration::Library},
-        Prop{"TaggedDescription", &DeclareDeclaration::TaggedDescription},
-        Prop{"UnTaggedDescription", &DeclareDeclaration::UnTaggedDescription},
-        Prop{"Description", &DeclareDeclaration::Description, PropertyKind::Derived},
-        Prop{"ExcludeFlag", &DeclareDeclaration::ExcludeFlag},
-        Prop{"LineIndex", &DeclareDeclaration::LineIndex},
-        Prop{"LibraryObject", &DeclareDeclaration::LibraryObject, PropertyKind::Link},
-        Prop{"TaggedComments", &DeclareDeclaration::TaggedComments, PropertyKind::Children},
-        Prop{"QualifiedName", &DeclareDeclaration::QualifiedName, PropertyKind::Derived},
-        Prop{"SourceLine", &DeclareDeclaration::SourceLine, &DeclareDeclaration::SetSourceLine},
-        Prop{"AccessType", &DeclareDeclaration::AccessType, PropertyKind::Derived}.Hide(),
-        Prop{"Component", &DeclareDeclaration::Component, PropertyKind::Link}.Hide()};
+    return PropertyTable{Prop{"Access", &Own::Access},
+                         Prop{"IsFunction", &Own::IsFunction},
+                         Prop{"ReturnType", &Own::ReturnType},
+                         Prop{"ReturnTypeIsArray", &Own::ReturnTypeIsArray},
+                         Prop{"Parameters", &Own::Parameters, PropertyKind::Children},
+                         Prop{"Name", &Own::Name},
+                         Prop{"Alias", &Own::Alias},
+                         Prop{"Library", &Own::Library},
+                         Prop{"TaggedDescription", &Own::TaggedDescription},
+                         Prop{"UnTaggedDescription", &Own::UnTaggedDescription},
+                         Prop{"Description", &Own::Description, PropertyKind::Derived},
+                         Prop{"ExcludeFlag", &Own::ExcludeFlag},
+                         Prop{"LineIndex", &Own::LineIndex},
+                         Prop{"LibraryObject", &Own::LibraryObject, PropertyKind::Link},
+                         Prop{"TaggedComments", &Own::TaggedComments, PropertyKind::Children},
+                         Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived},
+                         Prop{"SourceLine", &Own::SourceLine, &Own::SetSourceLine},
+                         Prop{"AccessType", &Own::AccessType, PropertyKind::Derived}.Hide(),
+                         Prop{"Component", &Own::Component, PropertyKind::Link}.Hide()};
   }
 };
 struct DeclareFamily {
@@ -223,15 +223,16 @@ class Library : public ElementOf<Library> {
   void SetVBProject(ProjectOptions* project) { mProject.Set(project); }
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{
-        Prop{"Name", &Library::Name},
-        Prop{"TaggedDescription", &Library::TaggedDescription},
-        Prop{"Description", &Library::Description, PropertyKind::Derived},
-        Prop{"TaggedComments", &Library::TaggedComments, PropertyKind::Children},
-        Prop{"QualifiedName", &Library::QualifiedName, PropertyKind::Derived},
-        Prop{"VBProject", &Library::VBProject, &Library::SetVBProject, PropertyKind::Link}.Hide(),
-        Prop{"DeclareDeclarations", &Library::DeclareDeclarations, PropertyKind::Derived}.Hide()};
+    return PropertyTable{
+        Prop{"Name", &Own::Name},
+        Prop{"TaggedDescription", &Own::TaggedDescription},
+        Prop{"Description", &Own::Description, PropertyKind::Derived},
+        Prop{"TaggedComments", &Own::TaggedComments, PropertyKind::Children},
+        Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived},
+        Prop{"VBProject", &Own::VBProject, &Own::SetVBProject, PropertyKind::Link}.Hide(),
+        Prop{"DeclareDeclarations", &Own::DeclareDeclarations, PropertyKind::Derived}.Hide()};
   }
 
  private:

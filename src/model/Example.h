@@ -41,20 +41,20 @@ class Example : public ElementOf<Example> {
   vendrel::TaggedComments* TaggedComments() const;
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{
-        Prop{"Key", &Example::Key},
-        Prop{"RelatedElement", &Example::RelatedElement},
-        Prop{"Description", &Example::mDescription},
-        Prop{"Text", &Example::Text},
-        Prop{"Template", &Example::Template},
-        Prop{"InLine", &Example::InLine},
-        Prop{"Language", &Example::Language},
-        Prop{"Caption", &Example::Caption},
-        Prop{"QualifiedName", &Example::QualifiedName, PropertyKind::Derived},
-        Prop{"Name", &Example::Name, PropertyKind::Derived}.Hide(),
-        Prop{"RelatedItem", &Example::RelatedItem, &Example::SetRelatedItem, PropertyKind::Link}
-            .Hide()};
+    return PropertyTable{
+        Prop{"Key", &Own::Key},
+        Prop{"RelatedElement", &Own::RelatedElement},
+        Prop{"Description", &Own::mDescription},
+        Prop{"Text", &Own::Text},
+        Prop{"Template", &Own::Template},
+        Prop{"InLine", &Own::InLine},
+        Prop{"Language", &Own::Language},
+        Prop{"Caption", &Own::Caption},
+        Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived},
+        Prop{"Name", &Own::Name, PropertyKind::Derived}.Hide(),
+        Prop{"RelatedItem", &Own::RelatedItem, &Own::SetRelatedItem, PropertyKind::Link}.Hide()};
   }
 
  private:

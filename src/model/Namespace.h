@@ -36,21 +36,22 @@ class Namespace : public ElementOf<Namespace> {
   /// "N:" and the name.
   std::string DotNetName() const { return "N:" + Name; }
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{Prop{"Name", &Namespace::Name},
-                      Prop{"TaggedDescription", &Namespace::TaggedDescription},
-                      Prop{"Description", &Namespace::Description, PropertyKind::Derived},
-                      Prop{"IsNew", &Namespace::IsNew},
-                      Prop{"IncludeFlag", &Namespace::IncludeFlag},
-                      Prop{"TaggedComments", &Namespace::TaggedComments, PropertyKind::Children},
-                      Prop{"Delegates", &Namespace::Delegates, PropertyKind::Children},
-                      Prop{"QualifiedName", &Namespace::QualifiedName, PropertyKind::Derived},
-                      Prop{"Classes", &Namespace::Classes, PropertyKind::Derived}.Hide(),
-                      Prop{"Interfaces", &Namespace::Interfaces, PropertyKind::Derived}.Hide(),
-                      Prop{"Enumerations", &Namespace::Enumerations, PropertyKind::Derived}.Hide(),
-                      Prop{"Structures", &Namespace::Structures, PropertyKind::Derived}.Hide(),
-                      Prop{"DotNetName", &Namespace::DotNetName, PropertyKind::Derived}.Hide(),
-                      Prop{"Assembly", &Namespace::Assembly, PropertyKind::Link}.Hide()};
+    return PropertyTable{Prop{"Name", &Own::Name},
+                         Prop{"TaggedDescription", &Own::TaggedDescription},
+                         Prop{"Description", &Own::Description, PropertyKind::Derived},
+                         Prop{"IsNew", &Own::IsNew},
+                         Prop{"IncludeFlag", &Own::IncludeFlag},
+                         Prop{"TaggedComments", &Own::TaggedComments, PropertyKind::Children},
+                         Prop{"Delegates", &Own::Delegates, PropertyKind::Children},
+                         Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived},
+                         Prop{"Classes", &Own::Classes, PropertyKind::Derived}.Hide(),
+                         Prop{"Interfaces", &Own::Interfaces, PropertyKind::Derived}.Hide(),
+                         Prop{"Enumerations", &Own::Enumerations, PropertyKind::Derived}.Hide(),
+                         Prop{"Structures", &Own::Structures, PropertyKind::Derived}.Hide(),
+                         Prop{"DotNetName", &Own::DotNetName, PropertyKind::Derived}.Hide(),
+                         Prop{"Assembly", &Own::Assembly, PropertyKind::Link}.Hide()};
   }
 };
 

@@ -46,23 +46,24 @@ class Parameter : public ElementOf<Parameter> {
   bool IsUDT(vendrel::Component* Component) const;
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{Prop{"Name", &Parameter::Name, &Parameter::SetName},
-                      Prop{"VariableType", &Parameter::VariableType},
-                      Prop{"Description", &Parameter::mDescription},
-                      Prop{"IsOptional", &Parameter::IsOptional},
-                      Prop{"IsByRef", &Parameter::IsByRef},
-                      Prop{"IsParamArray", &Parameter::IsParamArray},
-                      Prop{"IsArray", &Parameter::IsArray},
-                      Prop{"DefaultValue", &Parameter::DefaultValue},
-                      Prop{"ImplicitType", &Parameter::ImplicitType},
-                      Prop{"RelationshipResolved", &Parameter::RelationshipResolved},
-                      Prop{"RelationshipTo", &Parameter::RelationshipTo},
-                      Prop{"TaggedDescription", &Parameter::TaggedDescription},
-                      Prop{"TaggedComments", &Parameter::TaggedComments, PropertyKind::Children},
-                      Prop{"QualifiedName", &Parameter::QualifiedName, PropertyKind::Derived},
-                      Prop{"SourceLine", &Parameter::SourceLine, &Parameter::SetSourceLine},
-                      Prop{"Parent", &Parameter::Parent, PropertyKind::Link}.Hide()};
+    return PropertyTable{Prop{"Name", &Own::Name, &Own::SetName},
+                         Prop{"VariableType", &Own::VariableType},
+                         Prop{"Description", &Own::mDescription},
+                         Prop{"IsOptional", &Own::IsOptional},
+                         Prop{"IsByRef", &Own::IsByRef},
+                         Prop{"IsParamArray", &Own::IsParamArray},
+                         Prop{"IsArray", &Own::IsArray},
+                         Prop{"DefaultValue", &Own::DefaultValue},
+                         Prop{"ImplicitType", &Own::ImplicitType},
+                         Prop{"RelationshipResolved", &Own::RelationshipResolved},
+                         Prop{"RelationshipTo", &Own::RelationshipTo},
+                         Prop{"TaggedDescription", &Own::TaggedDescription},
+                         Prop{"TaggedComments", &Own::TaggedComments, PropertyKind::Children},
+                         Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived},
+                         Prop{"SourceLine", &Own::SourceLine, &Own::SetSourceLine},
+                         Prop{"Parent", &Own::Parent, PropertyKind::Link}.Hide()};
   }
 
  private:

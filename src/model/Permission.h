@@ -21,11 +21,11 @@ class Permission : public ElementOf<Permission> {
   void SetDescription(std::string_view text) override { mDescription = text; }
   std::string QualifiedName() const override { return TargetQualifiedName; }
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{Prop{"Name", &Permission::Name},
-                      Prop{"Description", &Permission::mDescription},
-                      Prop{"TargetQualifiedName", &Permission::TargetQualifiedName},
-                      Prop{"QualifiedName", &Permission::QualifiedName, PropertyKind::Derived}};
+    return PropertyTable{Prop{"Name", &Own::Name}, Prop{"Description", &Own::mDescription},
+                         Prop{"TargetQualifiedName", &Own::TargetQualifiedName},
+                         Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived}};
   }
 };
 class Permissions : public PlainCollection<Permission> {};
@@ -42,10 +42,11 @@ class Exception : public ElementOf<Exception> {
   void SetDescription(std::string_view text) override { mDescription = text; }
   std::string QualifiedName() const override { return TargetQualifiedName; }
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{Prop{"Name", &Exception::Name}, Prop{"Description", &Exception::mDescription},
-                      Prop{"TargetQualifiedName", &Exception::TargetQualifiedName},
-                      Prop{"QualifiedName", &Exception::QualifiedName, PropertyKind::Derived}};
+    return PropertyTable{Prop{"Name", &Own::Name}, Prop{"Description", &Own::mDescription},
+                         Prop{"TargetQualifiedName", &Own::TargetQualifiedName},
+                         Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived}};
   }
 };
 class Exceptions : public PlainCollection<Exception> {};

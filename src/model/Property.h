@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <functional>
 #include <string_view>
-#include <tuple>
 #include <type_traits>
 #include <utility>
 
@@ -74,10 +73,45 @@ struct Prop {
   }
 };
 
+/// The property at a place of a list.
+template <std::size_t Index, typename Property>
+struct PropertyAt : Property {
+  constexpr explicit PropertyAt(const Property& property) : Property(property) {}
+};
+
+template <typename Indexes, typename... Props>
+struct PropertyPlaces;
+template <std::size_t... Index, typename... Props>
+struct PropertyPlaces<std::index_sequence<Index...>, Props...> : PropertyAt<Index, Props>... {
+  constexpr explicit PropertyPlaces(const Props&... properties)
+      : PropertyAt<Index, Props>(properties)... {}
+};
+
+/// The table of a class: what a `std::tuple` would be, at less work for the compiler.
+template <typename... Props>
+struct PropertyTable : PropertyPlaces<std::index_sequence_for<Props...>, Props...> {
+  static constexpr std::size_t kCount = sizeof...(Props);
+  constexpr explicit PropertyTable(const Props&... properties)
+      : PropertyPlaces<std::index_sequence_for<Props...>, Props...>(properties...) {}
+};
+
+template <std::size_t Index, typename Property>
+constexpr const Property& PropertyOf(const PropertyAt<Index, Property>& property) {
+  return property;
+}
+
+/// The table of `Class`. `Properties` is a template so that a header costs nothing where nobody
+/// asks.
+template <typename Class>
+inline constexpr auto kPropertiesOf = Class::template Properties<Class>();
+
 /// Calls `visit(prop)` for each property of `Class`, in the order of its table.
 template <typename Class, typename Visitor>
 constexpr void ForEachProperty(Visitor&& visit) {
-  std::apply([&](const auto&... property) { (visit(property), ...); }, Class::Properties());
+  [&]<std::size_t... Index>(std::index_sequence<Index...>) {
+    (visit(PropertyOf<Index>(kPropertiesOf<Class>)), ...);
+  }
+  (std::make_index_sequence<decltype(kPropertiesOf<Class>)::kCount>());
 }
 
 }  // namespace vendrel

@@ -43,25 +43,25 @@ class PropertyGroup : public ElementOf<PropertyGroup> {
   vendrel::TaggedComments& TaggedComments() const;
   vendrel::VBProject* VBProject() const;
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{
-        Prop{"Name", &PropertyGroup::Name},
-        Prop{"HelpContextID", &PropertyGroup::HelpContextID},
-        Prop{"IsHiddenMember", &PropertyGroup::IsHiddenMember},
-        Prop{"FirstBlockInCode", &PropertyGroup::FirstBlockInCode, PropertyKind::Link},
-        Prop{"PropertyGetBlock", &PropertyGroup::PropertyGetBlock,
-             &PropertyGroup::SetPropertyGetBlock, PropertyKind::Link},
-        Prop{"PropertyLetBlock", &PropertyGroup::PropertyLetBlock,
-             &PropertyGroup::SetPropertyLetBlock, PropertyKind::Link},
-        Prop{"PropertySetBlock", &PropertyGroup::PropertySetBlock,
-             &PropertyGroup::SetPropertySetBlock, PropertyKind::Link},
-        Prop{"Access", &PropertyGroup::Access, PropertyKind::Derived},
-        Prop{"ExcludeFlag", &PropertyGroup::ExcludeFlag, PropertyKind::Derived},
-        Prop{"Interface", &PropertyGroup::Interface, PropertyKind::Derived},
-        Prop{"QualifiedName", &PropertyGroup::QualifiedName, PropertyKind::Derived},
-        Prop{"Component", &PropertyGroup::Component, PropertyKind::Link}.Hide(),
-        Prop{"PrimaryBlock", &PropertyGroup::PrimaryBlock, PropertyKind::Link}.Hide(),
-        Prop{"VBProject", &PropertyGroup::VBProject, PropertyKind::Link}.Hide()};
+    return PropertyTable{Prop{"Name", &Own::Name},
+                         Prop{"HelpContextID", &Own::HelpContextID},
+                         Prop{"IsHiddenMember", &Own::IsHiddenMember},
+                         Prop{"FirstBlockInCode", &Own::FirstBlockInCode, PropertyKind::Link},
+                         Prop{"PropertyGetBlock", &Own::PropertyGetBlock, &Own::SetPropertyGetBlock,
+                              PropertyKind::Link},
+                         Prop{"PropertyLetBlock", &Own::PropertyLetBlock, &Own::SetPropertyLetBlock,
+                              PropertyKind::Link},
+                         Prop{"PropertySetBlock", &Own::PropertySetBlock, &Own::SetPropertySetBlock,
+                              PropertyKind::Link},
+                         Prop{"Access", &Own::Access, PropertyKind::Derived},
+                         Prop{"ExcludeFlag", &Own::ExcludeFlag, PropertyKind::Derived},
+                         Prop{"Interface", &Own::Interface, PropertyKind::Derived},
+                         Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived},
+                         Prop{"Component", &Own::Component, PropertyKind::Link}.Hide(),
+                         Prop{"PrimaryBlock", &Own::PrimaryBlock, PropertyKind::Link}.Hide(),
+                         Prop{"VBProject", &Own::VBProject, PropertyKind::Link}.Hide()};
   }
 
  private:

@@ -48,16 +48,17 @@ class TaggedComment : public HandleTarget {
   /// The definition of the tag, looked up at each call; null if the tag is not defined.
   const vendrel::TaggedCommentDef* TaggedCommentDef() const;
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{Prop{"TagIdentifier", &TaggedComment::TagIdentifier},
-                      Prop{"Qualifier", &TaggedComment::Qualifier},
-                      Prop{"Tag", &TaggedComment::Tag},
-                      Prop{"State", &TaggedComment::State},
-                      Prop{"LineIndex", &TaggedComment::LineIndex},
-                      Prop{"SourceLine", &TaggedComment::SourceLine},
-                      Prop{"AlwaysJoinWithWhitespace", &TaggedComment::AlwaysJoinWithWhitespace},
-                      Prop{"Text", &TaggedComment::Text},
-                      Prop{"CodeElement", &TaggedComment::CodeElement, PropertyKind::Link}};
+    return PropertyTable{Prop{"TagIdentifier", &Own::TagIdentifier},
+                         Prop{"Qualifier", &Own::Qualifier},
+                         Prop{"Tag", &Own::Tag},
+                         Prop{"State", &Own::State},
+                         Prop{"LineIndex", &Own::LineIndex},
+                         Prop{"SourceLine", &Own::SourceLine},
+                         Prop{"AlwaysJoinWithWhitespace", &Own::AlwaysJoinWithWhitespace},
+                         Prop{"Text", &Own::Text},
+                         Prop{"CodeElement", &Own::CodeElement, PropertyKind::Link}};
   }
 };
 

@@ -97,20 +97,21 @@ class VBControl : public ElementOf<VBControl> {
   void AddControls(vendrel::VBControls& col, bool KeyByName,
                    const std::shared_ptr<VBControl>& self) const;
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{Prop{"Name", &VBControl::Name},
-                      Prop{"ProgID", &VBControl::ProgID},
-                      Prop{"Index", &VBControl::Index},
-                      Prop{"Caption", &VBControl::Caption},
-                      Prop{"Text", &VBControl::Text},
-                      Prop{"x", &VBControl::x},
-                      Prop{"y", &VBControl::y},
-                      Prop{"VBControls", &VBControl::VBControls, PropertyKind::Children},
-                      Prop{"QualifiedName", &VBControl::QualifiedName, PropertyKind::Derived},
-                      Prop{"SourceLine", &VBControl::SourceLine, &VBControl::SetSourceLine},
-                      Prop{"ShortName", &VBControl::ShortName, PropertyKind::Derived}.Hide(),
-                      Prop{"Component", &VBControl::Component, PropertyKind::Link}.Hide(),
-                      Prop{"Parent", &VBControl::Parent, PropertyKind::Link}.Hide()};
+    return PropertyTable{Prop{"Name", &Own::Name},
+                         Prop{"ProgID", &Own::ProgID},
+                         Prop{"Index", &Own::Index},
+                         Prop{"Caption", &Own::Caption},
+                         Prop{"Text", &Own::Text},
+                         Prop{"x", &Own::x},
+                         Prop{"y", &Own::y},
+                         Prop{"VBControls", &Own::VBControls, PropertyKind::Children},
+                         Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived},
+                         Prop{"SourceLine", &Own::SourceLine, &Own::SetSourceLine},
+                         Prop{"ShortName", &Own::ShortName, PropertyKind::Derived}.Hide(),
+                         Prop{"Component", &Own::Component, PropertyKind::Link}.Hide(),
+                         Prop{"Parent", &Own::Parent, PropertyKind::Link}.Hide()};
   }
 };
 

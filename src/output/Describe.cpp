@@ -15,7 +15,7 @@ namespace {
 
 template <typename Class>
 concept HasProperties = requires {
-  Class::Properties();
+  Class::template Properties<Class>();
 };
 
 template <typename T>
@@ -58,7 +58,7 @@ concept CollectionOfElements = requires {
 // Type of a property without reference and const.
 template <typename Class, std::size_t I>
 using ValueOf = std::remove_cvref_t<
-    decltype(std::get<I>(Class::Properties()).Of(std::declval<const Class&>()))>;
+    decltype(PropertyOf<I>(kPropertiesOf<Class>).Of(std::declval<const Class&>()))>;
 
 template <typename T>
 constexpr PropertyShape ShapeOf() {
@@ -184,7 +184,7 @@ struct ElementTypeOf<T*> {
 
 template <typename Class, std::size_t I>
 struct Property {
-  static constexpr auto kEntry = std::get<I>(Class::Properties());
+  static constexpr const auto& kEntry = PropertyOf<I>(kPropertiesOf<Class>);
   using Type = ValueOf<Class, I>;
   static constexpr bool kOwns =
       ShapeOf<Type>() == PropertyShape::Element || ShapeOf<Type>() == PropertyShape::Elements;
@@ -262,8 +262,8 @@ constexpr std::array<PropertyDescription, sizeof...(I)> DescribeAll(std::index_s
 }
 
 template <typename Class>
-constexpr auto kProperties = DescribeAll<Class>(
-    std::make_index_sequence<std::tuple_size_v<decltype(Class::Properties())>>());
+constexpr auto kProperties =
+    DescribeAll<Class>(std::make_index_sequence<decltype(kPropertiesOf<Class>)::kCount>());
 
 // Number of properties that are shown; -1 where a hidden one stands before one of them.
 template <typename Class>

@@ -61,22 +61,23 @@ class Assembly : public ElementOf<Assembly> {
   bool RootFlag() const;
   void SetRootFlag(bool value);
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{Prop{"Name", &Assembly::Name, &Assembly::SetName},
-                      Prop{"AssemblyType", &Assembly::AssemblyType},
-                      Prop{"FileName", &Assembly::FileName, PropertyKind::Identity},
-                      Prop{"CommentFile", &Assembly::CommentFile, PropertyKind::Identity},
-                      Prop{"TaggedDescription", &Assembly::TaggedDescription},
-                      Prop{"Description", &Assembly::Description, PropertyKind::Derived},
-                      Prop{"IncludeFlag", &Assembly::IncludeFlag},
-                      Prop{"TypesResolved", &Assembly::TypesResolved},
-                      Prop{"RootFlag", &Assembly::RootFlag, &Assembly::SetRootFlag},
-                      Prop{"RootModule", &Assembly::RootModule},
-                      Prop{"SelectedModules", &Assembly::SelectedModules},
-                      Prop{"TaggedComments", &Assembly::TaggedComments, PropertyKind::Children},
-                      Prop{"Namespaces", &Assembly::Namespaces, PropertyKind::Children},
-                      Prop{"QualifiedName", &Assembly::QualifiedName, PropertyKind::Derived},
-                      Prop{"VBProject", &Assembly::VBProject, PropertyKind::Link}.Hide()};
+    return PropertyTable{Prop{"Name", &Own::Name, &Own::SetName},
+                         Prop{"AssemblyType", &Own::AssemblyType},
+                         Prop{"FileName", &Own::FileName, PropertyKind::Identity},
+                         Prop{"CommentFile", &Own::CommentFile, PropertyKind::Identity},
+                         Prop{"TaggedDescription", &Own::TaggedDescription},
+                         Prop{"Description", &Own::Description, PropertyKind::Derived},
+                         Prop{"IncludeFlag", &Own::IncludeFlag},
+                         Prop{"TypesResolved", &Own::TypesResolved},
+                         Prop{"RootFlag", &Own::RootFlag, &Own::SetRootFlag},
+                         Prop{"RootModule", &Own::RootModule},
+                         Prop{"SelectedModules", &Own::SelectedModules},
+                         Prop{"TaggedComments", &Own::TaggedComments, PropertyKind::Children},
+                         Prop{"Namespaces", &Own::Namespaces, PropertyKind::Children},
+                         Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived},
+                         Prop{"VBProject", &Own::VBProject, PropertyKind::Link}.Hide()};
   }
 
   /// The project without the load that setting it by its rule brings.

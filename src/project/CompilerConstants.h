@@ -20,9 +20,9 @@ class CompilerConstant : public HandleTarget {
   std::string Name;
   std::string Value;
   void Manifest(XmlElement& e, bool IncludeTaggedComments) const;
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{Prop{"Name", &CompilerConstant::Name},
-                      Prop{"Value", &CompilerConstant::Value}};
+    return PropertyTable{Prop{"Name", &Own::Name}, Prop{"Value", &Own::Value}};
   }
 };
 struct CompilerConstantFamily {

@@ -64,16 +64,16 @@ class ProjectFile : public ElementOf<ProjectFile> {
   vendrel::VBProject* VBProject() const;
   void SetVBProject(ProjectOptions* project) { mProject.Set(project); }
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{
-        Prop{"Name", &ProjectFile::Name, PropertyKind::Derived},
-        Prop{"FileName", &ProjectFile::FileName, PropertyKind::Identity},
-        Prop{"SubType", &ProjectFile::SubType},
-        Prop{"BuildAction", &ProjectFile::BuildAction},
-        Prop{"Imports", &ProjectFile::Imports},
-        Prop{"Components", &ProjectFile::Components, PropertyKind::Derived}.Hide(),
-        Prop{"VBProject", &ProjectFile::VBProject, &ProjectFile::SetVBProject, PropertyKind::Link}
-            .Hide()};
+    return PropertyTable{
+        Prop{"Name", &Own::Name, PropertyKind::Derived},
+        Prop{"FileName", &Own::FileName, PropertyKind::Identity},
+        Prop{"SubType", &Own::SubType},
+        Prop{"BuildAction", &Own::BuildAction},
+        Prop{"Imports", &Own::Imports},
+        Prop{"Components", &Own::Components, PropertyKind::Derived}.Hide(),
+        Prop{"VBProject", &Own::VBProject, &Own::SetVBProject, PropertyKind::Link}.Hide()};
   }
 
  private:

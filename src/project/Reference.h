@@ -55,26 +55,27 @@ class Reference : public ElementOf<Reference> {
   using LibraryNameReader = std::string (*)(const std::string& nativePath);
   static void SetLibraryNameReader(LibraryNameReader reader);
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{Prop{"Name", &Reference::Name},
-                      Prop{"ReferenceType", &Reference::ReferenceType},
-                      Prop{"StoredCLSID", &Reference::StoredCLSID},
-                      Prop{"CompiledReference", &Reference::CompiledReference},
-                      Prop{"SourceString", &Reference::SourceString},
-                      Prop{"Version", &Reference::Version},
-                      Prop{"Locale", &Reference::Locale},
-                      Prop{"ProjectGUID", &Reference::ProjectGUID},
-                      Prop{"FileName", &Reference::FileName, PropertyKind::Identity},
-                      Prop{"ExcludeFlag", &Reference::ExcludeFlag},
-                      Prop{"Description", &Reference::Description, PropertyKind::Derived},
-                      Prop{"TaggedComments", &Reference::TaggedComments, PropertyKind::Children},
-                      Prop{"SourceLine", &Reference::SourceLine, &Reference::SetSourceLine},
-                      Prop{"ParentProject", &Reference::ParentProject, &Reference::SetParentProject,
-                           PropertyKind::Link}
-                          .Hide(),
-                      Prop{"ReferencedProject", &Reference::ReferencedProject,
-                           &Reference::SetReferencedProject, PropertyKind::Link}
-                          .Hide()};
+    return PropertyTable{
+        Prop{"Name", &Own::Name},
+        Prop{"ReferenceType", &Own::ReferenceType},
+        Prop{"StoredCLSID", &Own::StoredCLSID},
+        Prop{"CompiledReference", &Own::CompiledReference},
+        Prop{"SourceString", &Own::SourceString},
+        Prop{"Version", &Own::Version},
+        Prop{"Locale", &Own::Locale},
+        Prop{"ProjectGUID", &Own::ProjectGUID},
+        Prop{"FileName", &Own::FileName, PropertyKind::Identity},
+        Prop{"ExcludeFlag", &Own::ExcludeFlag},
+        Prop{"Description", &Own::Description, PropertyKind::Derived},
+        Prop{"TaggedComments", &Own::TaggedComments, PropertyKind::Children},
+        Prop{"SourceLine", &Own::SourceLine, &Own::SetSourceLine},
+        Prop{"ParentProject", &Own::ParentProject, &Own::SetParentProject, PropertyKind::Link}
+            .Hide(),
+        Prop{"ReferencedProject", &Own::ReferencedProject, &Own::SetReferencedProject,
+             PropertyKind::Link}
+            .Hide()};
   }
 
  private:

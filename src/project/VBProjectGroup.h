@@ -53,21 +53,19 @@ class VBProjectGroup : public ElementOf<VBProjectGroup> {
   /// `LastErrorString`, if the file itself does not exist.
   bool Load(std::string_view FileName, bool Silent = true, bool DoNotPopulateComponents = false);
 
+  template <typename Own>
   static constexpr auto Properties() {
-    return std::tuple{
-        Prop{"Name", &VBProjectGroup::Name},
-        Prop{"FileName", &VBProjectGroup::FileName, PropertyKind::Identity},
-        Prop{"LastErrorString", &VBProjectGroup::LastErrorString},
-        Prop{"TaggedDescription", &VBProjectGroup::TaggedDescription},
-        Prop{"Description", &VBProjectGroup::Description, &VBProjectGroup::SetDescription,
-             PropertyKind::Derived},
-        Prop{"InternalDescription", &VBProjectGroup::InternalDescription,
-             &VBProjectGroup::SetInternalDescription},
-        Prop{"TaggedComments", &VBProjectGroup::TaggedComments, PropertyKind::Children},
-        Prop{"VBProjects", &VBProjectGroup::AllVBProjects, PropertyKind::Children},
-        Prop{"QualifiedName", &VBProjectGroup::QualifiedName, &VBProjectGroup::SetQualifiedName,
-             PropertyKind::Derived},
-        Prop{"UpgradeLegacyTaggedcomments", &VBProjectGroup::UpgradeLegacyTaggedcomments}.Hide()};
+    return PropertyTable{
+        Prop{"Name", &Own::Name},
+        Prop{"FileName", &Own::FileName, PropertyKind::Identity},
+        Prop{"LastErrorString", &Own::LastErrorString},
+        Prop{"TaggedDescription", &Own::TaggedDescription},
+        Prop{"Description", &Own::Description, &Own::SetDescription, PropertyKind::Derived},
+        Prop{"InternalDescription", &Own::InternalDescription, &Own::SetInternalDescription},
+        Prop{"TaggedComments", &Own::TaggedComments, PropertyKind::Children},
+        Prop{"VBProjects", &Own::AllVBProjects, PropertyKind::Children},
+        Prop{"QualifiedName", &Own::QualifiedName, &Own::SetQualifiedName, PropertyKind::Derived},
+        Prop{"UpgradeLegacyTaggedcomments", &Own::UpgradeLegacyTaggedcomments}.Hide()};
   }
 
  private:

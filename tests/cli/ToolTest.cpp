@@ -3,6 +3,7 @@
 #include "cli/ProjectSettings.h"
 #include "output/Xml.h"
 #include "support/MemoryFiles.h"
+#include "support/SourceRoot.h"
 #include "support/ToolRun.h"
 
 namespace vendrel::cli {
@@ -13,7 +14,7 @@ using nlohmann::json;
 constexpr const char* kProject =
     "Type=Exe\r\nModule=modMain; modMain.bas\r\nModule=modGone; modGone.bas\r\nClass=Item; "
     "ITEM.cls\r\nName=\"Shop\"\r\n";
-constexpr const char* kModule =
+constexpr const char* kSmallModule =
     "Attribute VB_Name = \"modMain\"\r\nOption Explicit\r\nPublic Total As Currency\r\n"
     "Public Enum Colour\r\n  Red = 1\r\nEnd Enum\r\n\r\nPublic Sub Post(ByVal Amount As "
     "Currency)\r\n"
@@ -23,7 +24,7 @@ constexpr const char* kModule =
 class ToolOnAProject : public testing::Test {
  protected:
   test::MemoryFiles mFiles{{"/p/Shop.vbp", kProject},
-                           {"/p/modMain.bas", kModule},
+                           {"/p/modMain.bas", kSmallModule},
                            {"/p/Item.cls", "Attribute VB_Name = \"Item\"\r\n"},
                            {"/p/whole/One.vbp", "Type=Exe\r\nModule=m; ..\\modMain.bas\r\n"}};
 };
@@ -288,7 +289,7 @@ TEST(ToolAlone, OptionsReachTheProject) {
 TEST(ToolAlone, ManualNamesEveryCommandAndSetting) {
   std::string manual;
   for (const std::string page : {"tool", "writing", "compare"})
-    manual += ReadWholeFile(VENDREL_SOURCE_ROOT "/docs/" + page + ".md");
+    manual += ReadWholeFile(test::SourceRoot() + "/docs/" + page + ".md");
   for (const std::string_view name : ProjectOptionNames())
     EXPECT_THAT(manual, HasSubstr("`" + std::string(name) + "`"));
   // Every option that the help of a command names stands in the manual.

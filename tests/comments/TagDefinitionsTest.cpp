@@ -9,6 +9,7 @@
 #include "comments/TaggedCommentRules.h"
 #include "core/Workspace.h"
 #include "support/Raised.h"
+#include "support/SourceRoot.h"
 
 namespace vendrel {
 namespace {
@@ -201,7 +202,7 @@ std::string PageRow(const TaggedCommentDef& definition) {
 }
 
 TEST(BuiltinTags, AreListedInTheirPage) {
-  std::ifstream file(VENDREL_SOURCE_ROOT "/docs/tags.md");
+  std::ifstream file(test::SourceRoot() + "/docs/tags.md");
   std::stringstream page;
   page << file.rdbuf();
   std::size_t rows = 0;  // of six columns; the page has other tables

@@ -10,11 +10,12 @@
 #include <vector>
 
 #include "project/VBProject.h"
+#include "support/SourceRoot.h"
 
 namespace vendrel::test {
 
 inline std::string DataPath(const std::string& name) {
-  return std::string(VENDREL_SOURCE_ROOT) + "/tests/dotnet/data/" + name;
+  return SourceRoot() + "/tests/dotnet/data/" + name;
 }
 
 inline std::vector<std::uint8_t> DataBytes(const std::string& name) {

@@ -6,6 +6,8 @@
 #include <iterator>
 #include <vector>
 
+#include "support/SourceRoot.h"
+
 // Each target under its own name.
 // clang-format off
 #define VENDREL_TARGETS(X) \
@@ -25,7 +27,7 @@ namespace fs = std::filesystem;
 void Replay(const char* name, int (*target)(const std::uint8_t*, std::size_t)) {
   std::size_t seeds = 0;
   for (const auto& entry :
-       fs::directory_iterator(fs::path(VENDREL_SOURCE_ROOT) / "fuzz" / "seeds" / name)) {
+       fs::directory_iterator(fs::path(vendrel::test::SourceRoot()) / "fuzz" / "seeds" / name)) {
     std::ifstream stream(entry.path(), std::ios::binary);
     const std::vector<char> bytes(std::istreambuf_iterator<char>(stream), {});
     const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
@@ -43,7 +45,7 @@ VENDREL_TARGETS(VENDREL_TARGET)
 
 TEST(FuzzSeeds, EveryTargetHasSome) {
   std::size_t targets = 0;
-  for (const auto& entry : fs::directory_iterator(fs::path(VENDREL_SOURCE_ROOT) / "fuzz"))
+  for (const auto& entry : fs::directory_iterator(fs::path(vendrel::test::SourceRoot()) / "fuzz"))
     targets += entry.path().filename().string().ends_with("Fuzz.cpp");
 #define VENDREL_TARGET(name) --targets;
   VENDREL_TARGETS(VENDREL_TARGET)

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "support/SourceRoot.h"
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -44,7 +46,7 @@ std::string Fault(const std::string& room, const std::string& included) {
 std::vector<fs::path> CodeFiles() {
   std::vector<fs::path> files;
   for (const auto& entry :
-       fs::recursive_directory_iterator(fs::path(VENDREL_SOURCE_ROOT) / "src")) {
+       fs::recursive_directory_iterator(fs::path(vendrel::test::SourceRoot()) / "src")) {
     const auto extension = entry.path().extension();
     if (extension == ".h" || extension == ".cpp") files.push_back(entry.path());
   }
@@ -52,7 +54,7 @@ std::vector<fs::path> CodeFiles() {
 }
 
 TEST(Includes, NoneRunsUpward) {
-  const fs::path root = fs::path(VENDREL_SOURCE_ROOT) / "src";
+  const fs::path root = fs::path(vendrel::test::SourceRoot()) / "src";
   const auto files = CodeFiles();
   ASSERT_FALSE(files.empty());
   for (const auto& file : files) {

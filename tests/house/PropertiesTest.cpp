@@ -10,6 +10,7 @@
 #include <string>
 
 #include "output/Describe.h"
+#include "support/SourceRoot.h"
 
 namespace vendrel {
 namespace {
@@ -49,7 +50,7 @@ void ReadClasses(const fs::path& header, std::map<std::string, std::set<std::str
 TEST(Properties, TablesAreComplete) {
   std::map<std::string, std::set<std::string>> members;
   for (const char* room : {"model", "project"})
-    for (const auto& entry : fs::directory_iterator(fs::path(VENDREL_SOURCE_ROOT) / "src" / room))
+    for (const auto& entry : fs::directory_iterator(fs::path(test::SourceRoot()) / "src" / room))
       if (entry.path().extension() == ".h") ReadClasses(entry.path(), members);
   members["VBProject"].merge(members["ProjectOptions"]);
   std::size_t known = 0;

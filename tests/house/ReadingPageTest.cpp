@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/ReadingRules.h"
+#include "support/SourceRoot.h"
 
 namespace {
 
@@ -34,7 +35,7 @@ std::vector<Row> RowsOf(std::istream& page) {
 }
 
 std::vector<Row> RowsOfPage() {
-  std::ifstream page(std::string(VENDREL_SOURCE_ROOT) + "/docs/reading.md");
+  std::ifstream page(vendrel::test::SourceRoot() + "/docs/reading.md");
   return RowsOf(page);
 }
 

@@ -12,11 +12,13 @@
 #include <string>
 #include <vector>
 
+#include "support/SourceRoot.h"
+
 namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path kRoot = VENDREL_SOURCE_ROOT;
+const fs::path kRoot = vendrel::test::SourceRoot();
 
 std::vector<fs::path> Pages() {
   std::vector<fs::path> pages = {kRoot / "README.md"};

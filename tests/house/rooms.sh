@@ -15,8 +15,9 @@ rooms=$(sed -nE 's/^\| `([a-z]+)` \|.*/\1/p' "$source/docs/architecture.md" | aw
 classes=$(cd "$source/src" &&
   grep -rnE --include='*.h' '^ *(class|struct) [A-Za-z_]+( final)?( : .*)?( \{|$)' . |
   sed -E 's#^\./([a-z]+)/[^:]*:[0-9]+: *(class|struct) ([A-Za-z_]+).*#class \1 \3#')
-symbols=$(nm -A -C "${objects[@]}" 2>/dev/null | sed -nE 's/^(.*\.o): *[0-9a-f]* ([A-Za-z]) (.*)$/\2 \1 \3/p' |
-  grep -E '^[TDBRUuVW] ')
+# Most symbols are weak (templates, inline functions) and nobody's: they go before names are made readable.
+symbols=$(nm -A "${objects[@]}" 2>/dev/null |
+  sed -nE 's/^(.*\.o): *[0-9a-f]* ([TDBRU]) (.*)$/\2 \1 \3/p' | c++filt)
 {
   echo "$rooms" | sed 's/^/room /'
   echo "$classes"

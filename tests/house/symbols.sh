@@ -11,9 +11,9 @@ for object in "$@"; do
   case "$object" in *.o) objects+=("$object") ;; esac  # a precompiled header is none
 done
 found=$(
-  objdump -tC "${objects[@]}" 2>/dev/null |
+  objdump -t "${objects[@]}" 2>/dev/null |
     awk '$0 ~ /[ \t]\.(data|bss|tdata|tbss)(\.[^ \t]*)?[ \t]/ && $0 !~ /[ \t]\.data\.rel\.ro/ {
-           line = $0; sub(/^.*\t[0-9a-f]+ +(\.hidden +)?/, "", line); print line }' |
+           line = $0; sub(/^.*\t[0-9a-f]+ +(\.hidden +)?/, "", line); print line }' | c++filt |
     grep -vE '^\.|^guard variable|^DW\.ref|^typeinfo|^vtable|^std::|^nlohmann::|^__' |
     sed -E 's/\[abi:[a-z0-9]+\]//g
             s/std::basic_string_view<char, std::char_traits<char> >/std::string_view/g

@@ -12,6 +12,7 @@
 #include "project/VBProjectGroup.h"
 #include "services/Paths.h"
 #include "support/Projects.h"
+#include "support/SourceRoot.h"
 
 namespace vendrel {
 namespace {
@@ -162,7 +163,7 @@ TEST(SampleNames, LeadBackButOneThatClashes) {
     project.Reading = ReadingRules::Complete();
     project.LoadBlocksOnly = false;
   };
-  ASSERT_TRUE(group.Load(WindowsPath(VENDREL_SOURCE_ROOT "/samples/Ledger.vbg")));
+  ASSERT_TRUE(group.Load(WindowsPath(test::SourceRoot() + "/samples/Ledger.vbg")));
   std::string unsure;
   for (VBProject& project : group.VBProjects()) {
     project.Components.Populate();

@@ -12,6 +12,7 @@
 #include "services/FileSource.h"
 #include "services/Paths.h"
 #include "support/Projects.h"
+#include "support/SourceRoot.h"
 
 namespace vendrel {
 namespace {
@@ -19,22 +20,22 @@ namespace {
 std::string DumpOfSample(const ReadingRules& reading) {
   VBProject project;
   project.Reading = reading;
-  if (!project.Load(WindowsPath(VENDREL_SOURCE_ROOT "/samples/Ledger/Ledger.vbp"))) return {};
+  if (!project.Load(WindowsPath(test::SourceRoot() + "/samples/Ledger/Ledger.vbp"))) return {};
   project.OutputFileName.SetFolderPath(project.FileName.FolderPath());
   project.Components.Populate();
   DumpOptions options;
   options.Empty = false;
-  options.Root = WindowsPath(VENDREL_SOURCE_ROOT);
+  options.Root = WindowsPath(test::SourceRoot());
   std::ostringstream out;
   Dump(out, Describe(project), options);
   return out.str();
 }
 
 void CompareWithGolden(const std::string& name, const ReadingRules& reading) {
-  const std::string path = std::string(VENDREL_SOURCE_ROOT "/tests/golden/") + name;
+  const std::string path = test::SourceRoot() + "/tests/golden/" + name;
   const std::string actual = DumpOfSample(reading);
   ASSERT_FALSE(actual.empty());
-  EXPECT_EQ(actual.find(VENDREL_SOURCE_ROOT), std::string::npos);
+  EXPECT_EQ(actual.find(test::SourceRoot()), std::string::npos);
   const char* update = std::getenv("VENDREL_UPDATE_GOLDEN");
   if (update && *update) std::ofstream(path, std::ios::binary) << actual;
   EXPECT_EQ(test::FirstDifference(ReadWholeFile(path), actual), "") << path;

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "diagnostics/VendrelError.h"
+#include "services/CodePage.h"
 #include "typelib/ImageBuilders.h"
 #include "typelib/LedgerIdl.h"
 #include "typelib/Widl.h"

@@ -9,6 +9,7 @@
 #include "project/VBProjectGroup.h"
 #include "services/FileSource.h"
 #include "support/Projects.h"
+#include "support/SourceRoot.h"
 
 namespace vendrel::test {
 namespace {
@@ -30,7 +31,7 @@ std::map<std::string, std::string> BytesBelow(const MemoryFiles& files, const st
 
 std::map<std::string, std::string> ReadSamples() {
   std::map<std::string, std::string> samples;
-  const std::filesystem::path root = VENDREL_SOURCE_ROOT "/samples";
+  const std::filesystem::path root = test::SourceRoot() + "/samples";
   for (const auto& entry : std::filesystem::recursive_directory_iterator(root))
     if (entry.is_regular_file())
       samples["/s/" + entry.path().lexically_relative(root).string()] =

@@ -1,0 +1,7 @@
+#include "core/Version.h"
+
+namespace vendrel {
+
+std::string_view LibraryVersion() { return VENDREL_VERSION; }
+
+}  // namespace vendrel
