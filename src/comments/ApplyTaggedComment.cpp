@@ -164,7 +164,7 @@ void AttachToVariable(Application& a) {
 }
 
 // The parameter of an event is found in its own letter case only.
-Parameter* EventParameter(const Parameters& parameters, std::string_view name) {
+Parameter* EventParameter(Parameters& parameters, std::string_view name) {
   Parameter* found = parameters.Item(name);
   if (!found || found->Name() == name) return found;
   for (Parameter& parameter : parameters)
@@ -172,7 +172,7 @@ Parameter* EventParameter(const Parameters& parameters, std::string_view name) {
   return nullptr;
 }
 
-const Parameters* ParameterList(const Application& a) {
+Parameters* ParameterList(const Application& a) {
   if (auto* event = a.LastAs<EventDeclaration>()) return &*event->Parameters;
   if (auto* last = a.LastAs<Block>())
     return last->Name().empty() ? nullptr : last->Parameters.IfAny();
@@ -182,7 +182,7 @@ const Parameters* ParameterList(const Application& a) {
 }
 
 void AttachToParameter(Application& a) {
-  const Parameters* list = ParameterList(a);
+  Parameters* list = ParameterList(a);
   if (!list) return;
   const std::string_view name = a.Comment->Qualifier;
   Parameter* parameter =
@@ -201,7 +201,7 @@ void AttachToEnumeration(Application& a) {
 
 // The member that a comment names; one that names none is for the last member, and gets its name.
 template <typename Members>
-void AttachToMember(Application& a, const Members& members) {
+void AttachToMember(Application& a, Members& members) {
   std::string& name = a.Comment->Qualifier;
   if (name.empty() && members.Count() > 0) name = members.Item(members.Count())->Name;
   if (auto* member = members.Item(std::string_view(name))) Attach(a, *member);

@@ -21,7 +21,7 @@ namespace vendrel {
 namespace {
 
 template <typename Elements, typename Visitor>
-void VisitAll(const Elements* elements, const Visitor& visit) {
+void VisitAll(Elements* elements, const Visitor& visit) {
   if (!elements) return;
   for (CodeElement& element : *elements) visit(element);
 }
@@ -105,7 +105,7 @@ Place PlaceFor(VBProject& project, CodeElement* element) {
 }
 
 template <typename Collection>
-auto ShareOf(const Collection& collection, const typename Collection::Element& element) {
+auto ShareOf(Collection& collection, const typename Collection::Element& element) {
   auto found = collection.Share(std::string_view(element.Name));
   if (found.get() == &element) return found;
   for (std::size_t i = 1; i <= collection.Count(); ++i)

@@ -22,7 +22,7 @@ struct MergeRequest {
     description = MergedTaggedDescription(description, *comments, TagID, OnlyUseIfBlank, Overwrite);
   }
   template <typename Elements>
-  void IntoEach(const Elements& elements) const {
+  void IntoEach(Elements& elements) const {
     for (CodeElement& element : elements) Into(element);
   }
 };
@@ -32,7 +32,7 @@ struct MergeRequest {
 void Block::MergeTaggedComment(std::string_view TagID, bool OnlyUseIfBlank, bool Overwrite) try {
   const MergeRequest merge{TagID, OnlyUseIfBlank, Overwrite};
   if (BlockType() != btDeclarations) return merge.Into(*this);
-  if (const vendrel::Variables* variables = Variables.IfAny()) merge.IntoEach(*variables);
+  if (vendrel::Variables* variables = Variables.IfAny()) merge.IntoEach(*variables);
 }
 VENDREL_CONTEXT(TagID, OnlyUseIfBlank, Overwrite, *this)
 

@@ -55,7 +55,7 @@ inline bool StandsBehindEnd(const Application& a) {
 
 /// The variable of the block under that name; null if there is none.
 inline Variable* VariableNamed(const Application& a, std::string_view name) {
-  const Variables* variables = StandsBehindEnd(a) ? nullptr : a.Block.Variables.IfAny();
+  Variables* variables = StandsBehindEnd(a) ? nullptr : a.Block.Variables.IfAny();
   return variables ? variables->Item(name) : nullptr;
 }
 

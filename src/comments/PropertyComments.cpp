@@ -38,7 +38,7 @@ void Rank(RankedBlocks& ranked, Block* block) {
   ranked.Result = block;
 }
 
-RankedBlocks RankedProperty(const Component& component, std::string_view name) {
+RankedBlocks RankedProperty(Component& component, std::string_view name) {
   RankedBlocks ranked;
   bool excluded = false;
   for (Block* block : component.Blocks.Named(name)) {

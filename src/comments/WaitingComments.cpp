@@ -100,7 +100,7 @@ void TakeWhatMayFit(OfferMemory& memory, Component& component, Block& block, Wai
 }
 
 // Comments come in at the end of the buffer; those behind the last known serial are new.
-void TakeNew(OfferMemory& memory, const TaggedComments& buffer, WaitingList& offered) {
+void TakeNew(OfferMemory& memory, TaggedComments& buffer, WaitingList& offered) {
   for (std::size_t i = memory.Serials.size(); i < buffer.Count(); ++i) {
     offered.push_back({memory.NextSerial, buffer.Share(i + 1)});
     memory.Serials.push_back(memory.NextSerial++);

@@ -60,8 +60,6 @@ bool EqualsNoCase(std::string_view a, std::string_view b) {
   return FoldKey(a) == FoldKey(b);
 }
 
-int CompareNoCase(std::string_view a, std::string_view b) { return FoldKey(a).compare(FoldKey(b)); }
-
 std::string UpperCase(std::string_view text) {
   if (AsciiPrefix(text) == text.size()) return UpperAscii(text);
   std::string result;

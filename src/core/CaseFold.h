@@ -16,9 +16,6 @@ void AppendFolded(std::string& out, std::string_view text);
 /// Whether two names are equal but for case, in any script.
 bool EqualsNoCase(std::string_view a, std::string_view b);
 
-/// Order of two names with case ignored: negative, 0, positive.
-int CompareNoCase(std::string_view a, std::string_view b);
-
 /// Upper- and lower-case forms by simple mapping, for text that is shown.
 std::string UpperCase(std::string_view text);
 std::string LowerCase(std::string_view text);

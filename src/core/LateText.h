@@ -1,6 +1,7 @@
 #pragma once
 // Text that most elements do not have: descriptions. One pointer wide until there is some.
 
+#include <iosfwd>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -48,6 +49,11 @@ class LateText {
   friend bool operator==(const LateText& a, std::string_view b) { return a.view() == b; }
   friend bool operator==(const LateText& a, const char* b) { return a.view() == b; }
   friend bool operator==(const LateText& a, const std::string& b) { return a.view() == b; }
+  template <typename Traits>
+  friend std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& out,
+                                                      const LateText& text) {
+    return out << text.view();
+  }
 
  private:
   std::unique_ptr<std::string> mText;

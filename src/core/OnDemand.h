@@ -23,7 +23,8 @@ class OnDemand {
     return mValue ? *mValue : empty;
   }
   /// The collection if it was ever used, else nullptr.
-  T* IfAny() const { return mValue.get(); }
+  T* IfAny() { return mValue.get(); }
+  const T* IfAny() const { return mValue.get(); }
   /// Drops the collection; the next use makes a new one.
   void Drop() { mValue.reset(); }
   /// Puts a fresh, empty collection in place.

@@ -3,6 +3,7 @@
 // equal well-known words share one buffer, so that a million variables of type Long cost no million
 // texts.
 
+#include <iosfwd>
 #include <string>
 #include <string_view>
 
@@ -40,6 +41,11 @@ class SharedText {
   friend bool operator==(const SharedText& a, const std::string& b) { return a.view() == b; }
   friend std::string operator+(const SharedText& a, std::string_view b) {
     return a.str().append(b);
+  }
+  template <typename Traits>
+  friend std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& out,
+                                                      const SharedText& text) {
+    return out << text.view();
   }
 
  private:

@@ -8,12 +8,12 @@
 namespace vendrel {
 namespace {
 
-CodeElement* FindDelegate(const VBProject& project, std::string_view name) {
-  const Component* delegates = project.Components.Item(kDelegatesModule);
+CodeElement* FindDelegate(VBProject& project, std::string_view name) {
+  Component* delegates = project.Components.Item(kDelegatesModule);
   return delegates ? delegates->Blocks.Item(name) : nullptr;
 }
 
-CodeElement* FindType(const VBProject& project, std::string_view name) {
+CodeElement* FindType(VBProject& project, std::string_view name) {
   if (Component* component = project.Components.Item(name)) return component;
   if (CodeElement* found = FindDelegate(project, name)) return found;
   // The name that the classic reading gives a delegate.
@@ -23,11 +23,11 @@ CodeElement* FindType(const VBProject& project, std::string_view name) {
 }
 
 // The block of that very name, among those that share the name in front of its parameters.
-Block* FindDocumented(const Component& component, std::string_view member, std::string_view name) {
+Block* FindDocumented(Component& component, std::string_view member, std::string_view name) {
   std::string base(member.substr(0, member.find_first_of("(~")));
   if (base == "#ctor" || base == "#cctor") base[0] = '_';
   for (Block* block : component.Blocks.Named(base)) {
-    const Blocks* overloads = block->OverloadBlocks().IfAny();
+    Blocks* overloads = block->Overloads();
     if (!overloads || overloads->Count() == 0) {
       if (block->DotNetName() == name) return block;
       continue;
@@ -39,7 +39,7 @@ Block* FindDocumented(const Component& component, std::string_view member, std::
 }
 
 // By either form. Parameters that no overload has lead nowhere.
-Block* FindProcedure(const Component& component, std::string_view member, std::string_view name) {
+Block* FindProcedure(Component& component, std::string_view member, std::string_view name) {
   if (Block* block = FindDocumented(component, member, name)) return block;
   Block* block = component.Blocks.Item(member);
   const bool isAnswer =
@@ -48,7 +48,7 @@ Block* FindProcedure(const Component& component, std::string_view member, std::s
 }
 
 // What every delegate has leads to the delegate, which is one block.
-CodeElement* FindPartOfDelegate(const VBProject& project, std::string_view type,
+CodeElement* FindPartOfDelegate(VBProject& project, std::string_view type,
                                 std::string_view member) {
   if (!project.Reading.NetNames) return nullptr;
   const std::string_view name = member.substr(0, member.find('('));
@@ -59,7 +59,7 @@ CodeElement* FindPartOfDelegate(const VBProject& project, std::string_view type,
 
 // Keys take no heed of case; in the complete reading names do.
 template <typename Elements>
-CodeElement* FindIn(const Elements& elements, std::string_view member, std::string_view name,
+CodeElement* FindIn(Elements& elements, std::string_view member, std::string_view name,
                     bool exact) {
   auto* found = elements.Item(member);
   if (!exact || !found || found->DotNetName() == name) return found;
@@ -68,14 +68,14 @@ CodeElement* FindIn(const Elements& elements, std::string_view member, std::stri
   return found;
 }
 
-CodeElement* FindMember(const Component& component, std::string_view member, std::string_view name,
+CodeElement* FindMember(Component& component, std::string_view member, std::string_view name,
                         bool exact) {
   switch (name[0]) {
     case 'M':
     case 'P': return exact ? FindProcedure(component, member, name) : component.Blocks.Item(member);
     case 'F': {
-      const Block* declarations = component.Blocks.FirstOfType(btDeclarations);
-      const Variables* fields = declarations ? declarations->Variables.IfAny() : nullptr;
+      Block* declarations = component.Blocks.FirstOfType(btDeclarations);
+      Variables* fields = declarations ? declarations->Variables.IfAny() : nullptr;
       return fields ? FindIn(*fields, member, name, exact) : nullptr;
     }
     case 'E': return FindIn(component.EventDeclarations, member, name, exact);
@@ -93,14 +93,14 @@ void VBProject::SplitDotNetName(std::string_view Name, std::string& ComponentNam
   MemberName = dot == std::string_view::npos ? Name : Name.substr(dot + 1);
 }
 
-CodeElement* VBProject::GetObjectFromDotNetName(std::string_view Name) const try {
+CodeElement* VBProject::GetObjectFromDotNetName(std::string_view Name) try {
   const std::size_t colon = Name.find(':');
   if (colon != 1) return nullptr;
   const std::string_view rest = Name.substr(2);
   if (Name[0] == 'T') return FindType(*this, rest);
   std::string componentName, memberName;
   SplitDotNetName(rest, componentName, memberName);
-  const Component* component = Components.Item(componentName);
+  Component* component = Components.Item(componentName);
   if (component) return FindMember(*component, memberName, Name, Reading.NetNames);
   return Name[0] == 'M' ? FindPartOfDelegate(*this, componentName, memberName) : nullptr;
 }

@@ -47,6 +47,10 @@ OnDemand<Permissions>& Block::Permissions() { return mRare->Permissions; }
 OnDemand<Exceptions>& Block::Exceptions() { return mRare->Exceptions; }
 const OnDemand<Permissions>& Block::Permissions() const { return mRare->Permissions; }
 const OnDemand<Exceptions>& Block::Exceptions() const { return mRare->Exceptions; }
+Blocks* Block::Overloads() {
+  RareParts* rare = mRare.IfAny();
+  return rare ? rare->OverloadBlocks.IfAny() : nullptr;
+}
 vendrel::Namespace* Block::Namespace() const { return mRare->Namespace.Get(); }
 
 const SharedText& Block::DocumentedArguments() const { return mRare->DocumentedArguments; }

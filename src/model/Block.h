@@ -75,6 +75,8 @@ class Block : public ElementOf<Block> {
   /// The set half of a VB.NET property, which has no lines of its own; null for other blocks.
   const std::shared_ptr<Block>& Setter() const;
   const OnDemand<Blocks>& OverloadBlocks() const;
+  /// The same to amend them; null without overloads.
+  Blocks* Overloads();
   void SetInheritedFrom(std::string_view name);
   /// The same by a text that many blocks share.
   void ShareInheritedFrom(const SharedText& name);

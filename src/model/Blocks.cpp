@@ -53,13 +53,11 @@ Blocks::~Blocks() {
     if (block.mOwner == this) block.mOwner = nullptr;
 }
 
-Block* Blocks::Item(std::size_t index) const { return &Whole().At(index); }
-
 // A family of overloads is one block here and its others stand in `OverloadBlocks`: the block of
 // the name is found first, and the arguments then choose within its family.
-Block* Blocks::Item(std::string_view Key) const {
+const Block* Blocks::Item(std::string_view Key) const {
   const SoughtName sought = Sought(Key);
-  Block* found = FirstMatch(sought.Base, sought.Key, sought.WithArguments);
+  const Block* found = FirstMatch(sought.Base, sought.Key, sought.WithArguments);
   if (!found || !sought.WithArguments) return found;
   const bool isAnswer = (found->IsDelegate() && EqualsNoCase(sought.Base, found->Name())) ||
                         (found->Overloaded() && EqualsNoCase(found->FullName(), sought.Key));
@@ -71,15 +69,16 @@ Block* Blocks::Item(std::string_view Key) const {
 // The first block at which a walk over all of them would stop. Only blocks filed under the name,
 // the name with arguments, or (delegates of a namespace) the part behind one of its dots can be
 // that.
-Block* Blocks::FirstMatch(std::string_view base, std::string_view key, bool withArguments) const {
+const Block* Blocks::FirstMatch(std::string_view base, std::string_view key,
+                                bool withArguments) const {
   const auto stops = [&](const Block& block) {
     if (block.IsDelegate() && EqualsNoCase(base, block.Name())) return true;
     if (withArguments && block.Overloaded()) return EqualsNoCase(block.FullName(), key);
     return EqualsNoCase(block.FullName(), base);
   };
-  Block* best = nullptr;
+  const Block* best = nullptr;
   const auto offer = [&](std::string_view name) {
-    for (Block* block : Named(name)) {
+    for (const Block* block : Named(name)) {
       if (!stops(*block)) continue;
       if (!best || (best != block && OrdinalOf(block) < OrdinalOf(best))) best = block;
       return;
@@ -97,13 +96,13 @@ Block* Blocks::FirstMatch(std::string_view base, std::string_view key, bool with
   return best;
 }
 
-std::shared_ptr<Block> Blocks::ShareOf(const Block* block) const {
+std::shared_ptr<Block> Blocks::ShareOf(const Block* block) {
   mLate.Run();
   return mCol.Share(PlaceOf(block));
 }
 
-Block* Blocks::ItemByDotNetSignature(std::string_view Signature) const {
-  for (Block& block : Whole())
+const Block* Blocks::ItemByDotNetSignature(std::string_view Signature) const {
+  for (const Block& block : Whole())
     if (EqualsNoCase(block.DotNetSignature(), Signature)) return &block;
   return nullptr;
 }
@@ -196,28 +195,31 @@ void Blocks::Sort() try {
 VENDREL_CONTEXT(trace::Local("Count", mCol.Count()))
 
 // The question of every line for its declarations section. A known answer may be "none".
-Block* Blocks::FirstOfType(BlockTypeEnum type) const {
+const Block* Blocks::FirstOfType(BlockTypeEnum type) const {
   mLate.Run();
+  if (mCol.Empty()) return nullptr;
   Refresh();
   if (!(mTypesKnown & TypeBit(type))) {
     const auto found =
         std::find_if(begin(), end(), [type](const Block& b) { return b.BlockType() == type; });
-    mFirstOfType[type] = found == end() ? nullptr : &*found;
+    mFirstOfType[type] = found == end() ? nullptr : Mine(&*found);
     mTypesKnown |= TypeBit(type);
   }
   return mFirstOfType[type];
 }
 
-const std::vector<Block*>& Blocks::Named(std::string_view name) const {
-  static const std::vector<Block*> none;
+std::span<Block* const> Blocks::Filed(std::string_view name) const {
   mLate.Run();
+  if (mCol.Empty())
+    return {};  // such a list, that of all without overloads, belongs to all threads
   Refresh();
   if (!mIndexed) BuildIndex();
   const auto found = mByName.find(FoldKey(name));
-  return found == mByName.end() ? none : found->second;
+  if (found == mByName.end()) return {};
+  return found->second;
 }
 
-Block* Blocks::Previous(const Block* block) const {
+const Block* Blocks::Previous(const Block* block) const {
   mLate.Run();
   const std::size_t place = PlaceOf(block);
   return place > 1 ? mCol.Find(place - 1) : nullptr;
@@ -286,22 +288,22 @@ void Blocks::Refresh() const {
 
 void Blocks::BuildIndex() const {
   mByName.clear();
-  for (Block& block : mCol) mByName[FoldKey(block.Name())].push_back(&block);
+  for (const Block& block : mCol) mByName[FoldKey(block.Name())].push_back(Mine(&block));
   mIndexed = true;
 }
 
 // Enters a block under its name, in the order of the blocks. Blocks are named as they come, so the
 // end is the usual place; a renamed one goes where its ordinal says.
-void Blocks::File(Block* block) const {
+void Blocks::File(const Block* block) const {
   std::vector<Block*>& list = mByName[FoldKey(block->Name())];
   if (list.empty() || block == Last()) {
-    list.push_back(block);
+    list.push_back(Mine(block));
     return;
   }
   const std::size_t ordinal = OrdinalOf(block);
   const auto behind = std::find_if(list.rbegin(), list.rend(),
-                                   [&](Block* other) { return OrdinalOf(other) < ordinal; });
-  list.insert(behind.base(), block);
+                                   [&](const Block* other) { return OrdinalOf(other) < ordinal; });
+  list.insert(behind.base(), Mine(block));
 }
 
 void Blocks::Unfile(const Block* block, std::string_view name) const {

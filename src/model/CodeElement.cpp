@@ -1,6 +1,5 @@
 #include "model/CodeElement.h"
 
-#include "core/Ascii.h"
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/ErrorReport.h"
@@ -18,10 +17,6 @@ void CodeElement::SetDescription(std::string_view) try {
   throw VendrelError(errReadOnlyProperty, std::string(ClassName()) + ".Description");
 }
 VENDREL_CONTEXT(*this)
-
-bool TypeMatch(const CodeElement* element, std::string_view className) {
-  return element && EqualsNoCaseAscii(element->ClassName(), className);
-}
 
 TraceValue TraceOf(const CodeElement* element) {
   if (!element) return TraceValue::Nothing();

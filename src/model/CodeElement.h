@@ -56,6 +56,9 @@ class CodeElement : public HandleTarget {
   std::int32_t mSourceLine = 0;
 };
 
+/// What such a link points at, for those who know the class by its name alone.
+Component* ComponentBehind(const WeakHandle<vendrel::Component>& link);
+
 /// Answers the questions above from the members of `Class` that bear those names, where it has any:
 /// a data member `ExcludeFlag` is what `ExcludeFlagField` gives.
 template <typename Class, typename Base = CodeElement>
@@ -70,7 +73,8 @@ class ElementOf : public Base {
     return Base::ElementName();
   }
   Component* OwnComponent() const override {
-    if constexpr (requires(Class own) { own.Component.Get(); }) return Own().Component.Get();
+    if constexpr (requires(Class own) { own.Component.Get(); })
+      return ComponentBehind(Own().Component);
     return Base::OwnComponent();
   }
   LateText* TaggedDescriptionField() override {
@@ -129,9 +133,6 @@ template <typename... Classes>
 bool IsA(const CodeElement* element) {
   return element && ((element->Kind() == kKindOf<Classes>) || ...);
 }
-
-/// Whether `element` is there and of the class of that name (case ignored).
-bool TypeMatch(const CodeElement* element, std::string_view className);
 
 /// The element in an error report: class and qualified name, or with all of its properties while
 /// `TraceWholeElements`. Loads nothing, never fails.

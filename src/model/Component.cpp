@@ -65,6 +65,8 @@ std::int32_t ComponentTypeCache::Find(std::string_view name) const {
 Component::Component() = default;
 Component::~Component() = default;
 
+Component* ComponentBehind(const WeakHandle<Component>& link) { return link.Get(); }
+
 const ProjectOptions& Component::Options() const {
   const ProjectOptions* project = mProject.Get();
   return project ? *project : ProjectOptions::Defaults();
@@ -75,8 +77,13 @@ std::string Component::FullName() const {
   return space && !space->Name.empty() ? space->Name + "." + Name : Name;
 }
 
-Constants* Component::Constants() const {
+Constants* Component::Constants() {
   Block* declarations = Blocks.FirstOfType(btDeclarations);
+  return declarations ? &*declarations->Constants : nullptr;
+}
+
+const Constants* Component::Constants() const {
+  const Block* declarations = Blocks.FirstOfType(btDeclarations);
   return declarations ? &*declarations->Constants : nullptr;
 }
 

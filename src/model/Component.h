@@ -137,9 +137,11 @@ class Component : public ElementOf<Component> {
   bool IsCollection() const { return mIsCollection; }
   void SetIsCollection(bool value) { mIsCollection = value; }
   /// Constants of the declarations block; null without one.
-  vendrel::Constants* Constants() const;
+  vendrel::Constants* Constants();
+  const vendrel::Constants* Constants() const;
   /// `#Const` values of this module; made at first use.
   vendrel::CompilerConstants& CompilerConstants();
+  const vendrel::CompilerConstants& CompilerConstants() const;
   /// Prefix of the event procedures of the module itself ("Form_"); empty for kinds without one.
   std::string_view EventProcedureHeader() const;
   /// Extension of a file of this kind, without the dot.

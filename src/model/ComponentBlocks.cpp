@@ -18,7 +18,7 @@ std::string_view SkeletonHeader(BlockTypeEnum type) {
 
 // An MDI form has no block types of its own: its procedures are known by their names.
 Block* MdiBlock(Component& form, std::string_view name, std::string_view header, bool create) {
-  const std::vector<Block*>& named = form.Blocks.Named(name);
+  const std::span<Block* const> named = form.Blocks.Named(name);
   if (!named.empty()) return named.front();
   if (!create) return nullptr;
   Block* block = form.NewBlock();

@@ -10,7 +10,7 @@
 namespace vendrel {
 
 /// The modules of a project. Walking them is what loads them: `begin()` populates first. `Listed()`
-/// walks without loading; `Item` and `Count` never load.
+/// walks without loading, and so does every walk over const ones; `Item` and `Count` never load.
 class Components {
  public:
   using Element = Component;
@@ -20,14 +20,21 @@ class Components {
   /// Raised behind each module during a population, with its 1-based index.
   EventList<std::int32_t> ComponentLoaded;
 
-  Component* Item(std::size_t index) const { return mCol.Find(index); }
-  Component* Item(int index) const {
-    return index > 0 ? mCol.Find(static_cast<std::size_t>(index)) : nullptr;
+  /// The module at a 1-based position or under a key; null when there is none.
+  template <std::integral Index>
+  Component* Item(Index index) {
+    return mCol.Find(PlaceAt(index));
   }
-  Component* Item(std::string_view key) const { return mCol.Find(key); }
-  Component* Item(const char* key) const { return mCol.Find(std::string_view(key)); }
-  std::shared_ptr<Component> Share(std::size_t index) const { return mCol.Share(index); }
-  std::shared_ptr<Component> Share(std::string_view key) const { return mCol.Share(key); }
+  template <std::integral Index>
+  const Component* Item(Index index) const {
+    return mCol.Find(PlaceAt(index));
+  }
+  Component* Item(std::string_view key) { return mCol.Find(key); }
+  const Component* Item(std::string_view key) const { return mCol.Find(key); }
+  std::shared_ptr<Component> Share(std::size_t index) { return mCol.Share(index); }
+  std::shared_ptr<const Component> Share(std::size_t index) const { return mCol.Share(index); }
+  std::shared_ptr<Component> Share(std::string_view key) { return mCol.Share(key); }
+  std::shared_ptr<const Component> Share(std::string_view key) const { return mCol.Share(key); }
   bool HasKey(std::string_view key) const { return mCol.HasKey(key); }
   /// Adds a module; a taken key is told and the module dropped. Gives whether it was added.
   bool Add(std::shared_ptr<Component> item, std::string_view key = {}, const Position& before = {},
@@ -44,10 +51,13 @@ class Components {
 
   /// The modules as they are listed, loaded or not.
   const KeyedCollection<Component>& Listed() const { return mCol; }
+  ElementsOf<Component> Listed() { return mCol; }
   auto begin() {
     Populate();
     return mCol.begin();
   }
+  auto end() { return mCol.end(); }
+  auto begin() const { return mCol.begin(); }
   auto end() const { return mCol.end(); }
 
  private:

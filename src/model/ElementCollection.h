@@ -28,14 +28,22 @@ class ElementCollection {
  public:
   using Element = T;
 
-  /// The element at a 1-based position or under a key; nothing when there is none.
-  T* Item(std::size_t index) const { return mCol.Find(index); }
-  T* Item(int index) const {
-    return index > 0 ? mCol.Find(static_cast<std::size_t>(index)) : nullptr;
+  /// The element at a 1-based position or under a key; nothing when there is none. A const
+  /// collection gives const elements.
+  template <std::integral Index>
+  T* Item(Index index) {
+    return mCol.Find(PlaceAt(index));
   }
-  T* Item(std::string_view key) const { return mCol.Find(key); }
-  std::shared_ptr<T> Share(std::size_t index) const { return mCol.Share(index); }
-  std::shared_ptr<T> Share(std::string_view key) const { return mCol.Share(key); }
+  template <std::integral Index>
+  const T* Item(Index index) const {
+    return mCol.Find(PlaceAt(index));
+  }
+  T* Item(std::string_view key) { return mCol.Find(key); }
+  const T* Item(std::string_view key) const { return mCol.Find(key); }
+  std::shared_ptr<T> Share(std::size_t index) { return mCol.Share(index); }
+  std::shared_ptr<const T> Share(std::size_t index) const { return mCol.Share(index); }
+  std::shared_ptr<T> Share(std::string_view key) { return mCol.Share(key); }
+  std::shared_ptr<const T> Share(std::string_view key) const { return mCol.Share(key); }
   bool HasKey(std::string_view key) const { return mCol.HasKey(key); }
 
   /// Adds an element. A key that is taken is told, and the element is dropped: whoever holds it
@@ -58,6 +66,8 @@ class ElementCollection {
   void Fit() { mCol.Fit(); }
   std::size_t Count() const { return mCol.Count(); }
 
+  auto begin() { return mCol.begin(); }
+  auto end() { return mCol.end(); }
   auto begin() const { return mCol.begin(); }
   auto end() const { return mCol.end(); }
 
@@ -71,13 +81,20 @@ class PlainCollection {
  public:
   using Element = T;
 
-  T* Item(std::size_t index) const { return mCol.Find(index); }
-  T* Item(int index) const {
-    return index > 0 ? mCol.Find(static_cast<std::size_t>(index)) : nullptr;
+  template <std::integral Index>
+  T* Item(Index index) {
+    return mCol.Find(PlaceAt(index));
   }
-  T* Item(std::string_view key) const { return mCol.Find(key); }
-  std::shared_ptr<T> Share(std::size_t index) const { return mCol.Share(index); }
-  std::shared_ptr<T> Share(std::string_view key) const { return mCol.Share(key); }
+  template <std::integral Index>
+  const T* Item(Index index) const {
+    return mCol.Find(PlaceAt(index));
+  }
+  T* Item(std::string_view key) { return mCol.Find(key); }
+  const T* Item(std::string_view key) const { return mCol.Find(key); }
+  std::shared_ptr<T> Share(std::size_t index) { return mCol.Share(index); }
+  std::shared_ptr<const T> Share(std::size_t index) const { return mCol.Share(index); }
+  std::shared_ptr<T> Share(std::string_view key) { return mCol.Share(key); }
+  std::shared_ptr<const T> Share(std::string_view key) const { return mCol.Share(key); }
   bool HasKey(std::string_view key) const { return mCol.HasKey(key); }
   void Add(std::shared_ptr<T> item, std::string_view key = {}, const Position& before = {},
            const Position& after = {}) try {
@@ -90,6 +107,8 @@ class PlainCollection {
   VENDREL_CONTEXT(key)
   void Clear() { mCol.Clear(); }
   std::size_t Count() const { return mCol.Count(); }
+  auto begin() { return mCol.begin(); }
+  auto end() { return mCol.end(); }
   auto begin() const { return mCol.begin(); }
   auto end() const { return mCol.end(); }
 

@@ -110,15 +110,24 @@ class EventDeclarations : public ElementCollection<EventDeclaration, EventFamily
  public:
   /// The events as they stand, without what waits to be made.
   const KeyedCollection<EventDeclaration>& Listed() const { return mCol; }
+  ElementsOf<EventDeclaration> Listed() { return mCol; }
   /// `fill` runs once, when the events are first asked for.
   void FillLate(std::function<void()> fill) { mLate.Set(std::move(fill)); }
 
   template <typename Key>
-  EventDeclaration* Item(const Key& key) const {
+  EventDeclaration* Item(const Key& key) {
     return Whole().Item(key);
   }
   template <typename Key>
-  std::shared_ptr<EventDeclaration> Share(const Key& key) const {
+  const EventDeclaration* Item(const Key& key) const {
+    return Whole().Item(key);
+  }
+  template <typename Key>
+  std::shared_ptr<EventDeclaration> Share(const Key& key) {
+    return Whole().Share(key);
+  }
+  template <typename Key>
+  std::shared_ptr<const EventDeclaration> Share(const Key& key) const {
     return Whole().Share(key);
   }
   bool HasKey(std::string_view key) const { return Whole().HasKey(key); }
@@ -137,10 +146,16 @@ class EventDeclarations : public ElementCollection<EventDeclaration, EventFamily
     Base::Clear();
   }
   std::size_t Count() const { return Whole().Count(); }
+  auto begin() { return Whole().begin(); }
+  auto end() { return Whole().end(); }
   auto begin() const { return Whole().begin(); }
   auto end() const { return Whole().end(); }
 
  private:
+  Base& Whole() {
+    mLate.Run();
+    return *this;
+  }
   const Base& Whole() const {
     mLate.Run();
     return *this;

@@ -4,7 +4,10 @@
 // vector, the keys are a hash of entries (never of positions), so that nothing shifts when an
 // element goes.
 
+#include <concepts>
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -30,6 +33,11 @@ struct Position {
   std::string_view Key;
 };
 
+/// A place from an integer of any type; 0, where nothing stands, for one below 1.
+constexpr std::size_t PlaceAt(std::integral auto index) {
+  return index > 0 ? static_cast<std::size_t>(index) : 0;
+}
+
 template <typename T>
 class KeyedCollection {
  public:
@@ -52,26 +60,22 @@ class KeyedCollection {
   std::size_t Count() const { return mOrder.size(); }
   bool Empty() const { return mOrder.empty(); }
 
-  /// The element at a 1-based position, or nothing.
-  T* Find(std::size_t index) const {
-    return index >= 1 && index <= mOrder.size() ? mOrder[index - 1]->Item.get() : nullptr;
-  }
+  /// The element at a 1-based position, or nothing. A const collection gives const elements.
+  T* Find(std::size_t index) { return ItemAt(index); }
+  const T* Find(std::size_t index) const { return ItemAt(index); }
   /// The element under a key, or nothing.
-  T* Find(std::string_view key) const {
-    const Entry* entry = FindEntry(key);
-    return entry ? entry->Item.get() : nullptr;
-  }
+  T* Find(std::string_view key) { return ItemUnder(key); }
+  const T* Find(std::string_view key) const { return ItemUnder(key); }
   /// The same with a share of the ownership.
-  std::shared_ptr<T> Share(std::size_t index) const {
-    return index >= 1 && index <= mOrder.size() ? mOrder[index - 1]->Item : nullptr;
-  }
-  std::shared_ptr<T> Share(std::string_view key) const {
-    const Entry* entry = FindEntry(key);
-    return entry ? entry->Item : nullptr;
-  }
+  std::shared_ptr<T> Share(std::size_t index) { return SharedAt(index); }
+  std::shared_ptr<const T> Share(std::size_t index) const { return SharedAt(index); }
+  std::shared_ptr<T> Share(std::string_view key) { return SharedUnder(key); }
+  std::shared_ptr<const T> Share(std::string_view key) const { return SharedUnder(key); }
   /// The element at a position or under a key; raises 9 when there is none.
-  T& At(std::size_t index) const { return Required(Find(index)); }
-  T& At(std::string_view key) const { return Required(Find(key)); }
+  T& At(std::size_t index) { return Required(ItemAt(index)); }
+  const T& At(std::size_t index) const { return Required(ItemAt(index)); }
+  T& At(std::string_view key) { return Required(ItemUnder(key)); }
+  const T& At(std::string_view key) const { return Required(ItemUnder(key)); }
   /// Whether an element stands under that key.
   bool HasKey(std::string_view key) const { return FindEntry(key) != nullptr; }
 
@@ -131,34 +135,40 @@ class KeyedCollection {
   /// Gives back the memory that was set aside for more elements.
   void Fit() { mOrder.shrink_to_fit(); }
 
-  class Iterator {
+  /// Over `T` or `const T`. It counts places, so that elements may be added during a walk.
+  template <typename Element>
+  class Walk {
    public:
     using iterator_category = std::forward_iterator_tag;
     using value_type = T;
     using difference_type = std::ptrdiff_t;
-    using pointer = T*;
-    using reference = T&;
-    Iterator() = default;
-    Iterator(const KeyedCollection* owner, std::size_t at) : mOwner(owner), mAt(at) {}
-    T& operator*() const { return *mOwner->mOrder[mAt]->Item; }
-    T* operator->() const { return mOwner->mOrder[mAt]->Item.get(); }
-    Iterator& operator++() {
+    using pointer = Element*;
+    using reference = Element&;
+    Walk() = default;
+    Walk(const KeyedCollection* owner, std::size_t at) : mOwner(owner), mAt(at) {}
+    Element& operator*() const { return *mOwner->mOrder[mAt]->Item; }
+    Element* operator->() const { return mOwner->mOrder[mAt]->Item.get(); }
+    Walk& operator++() {
       ++mAt;
       return *this;
     }
-    Iterator operator++(int) {
-      Iterator old = *this;
+    Walk operator++(int) {
+      Walk old = *this;
       ++mAt;
       return old;
     }
-    bool operator==(const Iterator& other) const { return mAt == other.mAt; }
+    bool operator==(const Walk& other) const { return mAt == other.mAt; }
 
    private:
     const KeyedCollection* mOwner = nullptr;
     std::size_t mAt = 0;
   };
-  Iterator begin() const { return {this, 0}; }
-  Iterator end() const { return {this, mOrder.size()}; }
+  using Iterator = Walk<T>;
+  using ConstIterator = Walk<const T>;
+  Iterator begin() { return {this, 0}; }
+  Iterator end() { return {this, mOrder.size()}; }
+  ConstIterator begin() const { return {this, 0}; }
+  ConstIterator end() const { return {this, mOrder.size()}; }
 
  private:
   // An element and behind it, in the same piece of memory, its folded key.
@@ -180,6 +190,20 @@ class KeyedCollection {
   };
   static constexpr std::size_t kUnhashed = 8;  // below this a walk is cheaper than a table
 
+  T* ItemAt(std::size_t index) const {
+    return index >= 1 && index <= mOrder.size() ? mOrder[index - 1]->Item.get() : nullptr;
+  }
+  T* ItemUnder(std::string_view key) const {
+    const Entry* entry = FindEntry(key);
+    return entry ? entry->Item.get() : nullptr;
+  }
+  std::shared_ptr<T> SharedAt(std::size_t index) const {
+    return index >= 1 && index <= mOrder.size() ? mOrder[index - 1]->Item : nullptr;
+  }
+  std::shared_ptr<T> SharedUnder(std::string_view key) const {
+    const Entry* entry = FindEntry(key);
+    return entry ? entry->Item : nullptr;
+  }
   static T& Required(T* item) {
     if (!item) throw VendrelError(errSubscript);
     return *item;
@@ -256,6 +280,24 @@ class KeyedCollection {
   std::vector<Entry*> mSlots;
   std::size_t mKeyed = 0;
   std::size_t mUsed = 0;
+};
+
+/// What a collection that is no longer const gives to walk and amend its elements, without the
+/// means to add or remove one.
+template <typename T>
+class ElementsOf {
+ public:
+  ElementsOf(KeyedCollection<T>& collection) : mCollection(&collection) {}  // NOLINT: a view of it
+  T* Find(std::size_t index) const { return mCollection->Find(index); }
+  T* Find(std::string_view key) const { return mCollection->Find(key); }
+  std::shared_ptr<T> Share(std::size_t index) const { return mCollection->Share(index); }
+  std::shared_ptr<T> Share(std::string_view key) const { return mCollection->Share(key); }
+  std::size_t Count() const { return mCollection->Count(); }
+  auto begin() const { return mCollection->begin(); }
+  auto end() const { return mCollection->end(); }
+
+ private:
+  KeyedCollection<T>* mCollection;
 };
 
 }  // namespace vendrel

@@ -52,20 +52,21 @@ VENDREL_CONTEXT(CopyComments, *this)
 
 // The first parameter of each name, as the list stood when it was made.
 struct Parameters::NameIndex {
-  std::unordered_map<std::string, Parameter*> First;
+  std::unordered_map<std::string, const Parameter*> First;
   std::uint64_t NamesChanged = 0;
 };
 
-Parameter* Parameters::Item(std::string_view name) const {
+const Parameter* Parameters::Item(std::string_view name) const {
   if (Count() <= kWalked) {
-    for (Parameter& parameter : mCol)
+    for (const Parameter& parameter : mCol)
       if (EqualsNoCase(parameter.Name(), name)) return &parameter;
     return nullptr;
   }
   if (!mIndex || mIndex->NamesChanged != gNamesChanged) {
     mIndex = std::make_shared<NameIndex>();
     mIndex->NamesChanged = gNamesChanged;
-    for (Parameter& parameter : mCol) mIndex->First.emplace(FoldKey(parameter.Name()), &parameter);
+    for (const Parameter& parameter : mCol)
+      mIndex->First.emplace(FoldKey(parameter.Name()), &parameter);
   }
   const auto found = mIndex->First.find(FoldKey(name));
   return found == mIndex->First.end() ? nullptr : found->second;

@@ -2,6 +2,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "model/CodeElement.h"
 #include "model/TaggedComment.h"
@@ -84,8 +85,10 @@ class Parameters : public ElementCollection<Parameter, ParameterFamily> {
 
   using ElementCollection::Item;
   /// By name, case ignored, keyless elements too.
-  Parameter* Item(std::string_view name) const;
-  Parameter* Item(const char* name) const { return Item(std::string_view(name)); }
+  Parameter* Item(std::string_view name) {
+    return const_cast<Parameter*>(std::as_const(*this).Item(name));
+  }
+  const Parameter* Item(std::string_view name) const;
   bool Add(std::shared_ptr<Parameter> item, std::string_view key = {}, const Position& before = {},
            const Position& after = {});
   void Remove(std::size_t index);

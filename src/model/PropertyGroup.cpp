@@ -10,7 +10,7 @@ namespace vendrel {
 namespace {
 
 // First of these blocks that is a procedure of a property, leaving out `Friend` ones if asked.
-const Block* FirstProperty(const std::vector<Block*>& blocks, bool withFriends) {
+const Block* FirstProperty(std::span<const Block* const> blocks, bool withFriends) {
   for (const Block* block : blocks)
     if (block->IsPropertyType() && (withFriends || !block->IsFriend)) return block;
   return nullptr;
@@ -82,7 +82,12 @@ std::string_view PropertyGroup::UnTaggedDescription() const {
   return mUnTaggedDescription;
 }
 
-TaggedComments& PropertyGroup::TaggedComments() const {
+TaggedComments& PropertyGroup::TaggedComments() {
+  ConsolidateDescriptions();
+  return *mTaggedComments;
+}
+
+const TaggedComments& PropertyGroup::TaggedComments() const {
   ConsolidateDescriptions();
   return *mTaggedComments;
 }
@@ -105,7 +110,7 @@ VENDREL_CONTEXT(block, *this)
 
 bool Component::IsFirstPropertyBlock(const Block* block) const {
   if (!block) return false;
-  const std::vector<Block*>& named = Blocks.Named(block->Name());
+  const std::span<const Block* const> named = Blocks.Named(block->Name());
   const Block* first = FirstProperty(named, false);
   return block == (first ? first : FirstProperty(named, true));
 }
@@ -134,7 +139,7 @@ bool Block::IsProperty() const {
   if (!IsPropertyType()) return false;
   const vendrel::Component* component = Component.Get();
   if (!component) return true;
-  const std::vector<Block*>& named = component->Blocks.Named(mName);
+  const std::span<const Block* const> named = component->Blocks.Named(mName);
   return std::none_of(named.begin(), named.end(), [](const Block* block) {
     return block->BlockType() == btPropertyGet && block->Access == "PUBLIC";
   });

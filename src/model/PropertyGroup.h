@@ -40,7 +40,8 @@ class PropertyGroup : public ElementOf<PropertyGroup> {
   /// Descriptions and comments of the blocks that `PropertyCommentsFrom` names, gathered once.
   std::string_view TaggedDescription() const;
   std::string_view UnTaggedDescription() const;
-  vendrel::TaggedComments& TaggedComments() const;
+  vendrel::TaggedComments& TaggedComments();
+  const vendrel::TaggedComments& TaggedComments() const;
   vendrel::VBProject* VBProject() const;
 
   template <typename Own>

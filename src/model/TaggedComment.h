@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/Enums.h"
@@ -69,8 +70,10 @@ class TaggedComments : public PlainCollection<TaggedComment> {
   bool CollectionIsNotKeyed_SearchByTagID = false;
 
   using PlainCollection::Item;
-  TaggedComment* Item(std::string_view key) const;
-  TaggedComment* Item(const char* key) const { return Item(std::string_view(key)); }
+  TaggedComment* Item(std::string_view key) {
+    return const_cast<TaggedComment*>(std::as_const(*this).Item(key));
+  }
+  const TaggedComment* Item(std::string_view key) const;
   /// Removes by position or key; a missing one is ignored.
   void Remove(std::size_t index);
   void Remove(std::string_view key);

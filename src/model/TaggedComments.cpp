@@ -3,10 +3,10 @@
 
 namespace vendrel {
 
-TaggedComment* TaggedComments::Item(std::string_view key) const {
-  TaggedComment* found = mCol.Find(key);
+const TaggedComment* TaggedComments::Item(std::string_view key) const {
+  const TaggedComment* found = mCol.Find(key);
   if (found || !CollectionIsNotKeyed_SearchByTagID) return found;
-  for (TaggedComment& comment : mCol)
+  for (const TaggedComment& comment : mCol)
     if (EqualsNoCase(comment.TagIdentifier, key)) return &comment;
   return nullptr;
 }

@@ -23,19 +23,31 @@ class VBControls {
   VBControls() = default;
   ~VBControls();  // takes deep trees apart without recursion
 
-  VBControl* Item(std::size_t index) const { return mCol.Find(index); }
-  VBControl* Item(int index) const {
-    return index > 0 ? mCol.Find(static_cast<std::size_t>(index)) : nullptr;
+  /// The control at a 1-based position or under a key; null when there is none.
+  template <std::integral Index>
+  VBControl* Item(Index index) {
+    return mCol.Find(PlaceAt(index));
   }
-  VBControl* Item(std::string_view key) const { return mCol.Find(key); }
-  std::shared_ptr<VBControl> Share(std::size_t index) const { return mCol.Share(index); }
+  template <std::integral Index>
+  const VBControl* Item(Index index) const {
+    return mCol.Find(PlaceAt(index));
+  }
+  VBControl* Item(std::string_view key) { return mCol.Find(key); }
+  const VBControl* Item(std::string_view key) const { return mCol.Find(key); }
+  std::shared_ptr<VBControl> Share(std::size_t index) { return mCol.Share(index); }
+  std::shared_ptr<const VBControl> Share(std::size_t index) const { return mCol.Share(index); }
   bool HasKey(std::string_view key) const { return mCol.HasKey(key); }
   /// The first control of that whole name, array index included (case ignored); null if none.
-  VBControl* Named(std::string_view name) const;
+  VBControl* Named(std::string_view name) {
+    return const_cast<VBControl*>(std::as_const(*this).Named(name));
+  }
+  const VBControl* Named(std::string_view name) const;
   /// Adds a control; a key that is taken adds it without one.
   void Add(std::shared_ptr<VBControl> item, std::string_view key = {});
   void Remove(std::size_t index) { mCol.Remove(index); }
   std::size_t Count() const { return mCol.Count(); }
+  auto begin() { return mCol.begin(); }
+  auto end() { return mCol.end(); }
   auto begin() const { return mCol.begin(); }
   auto end() const { return mCol.end(); }
 

@@ -54,8 +54,8 @@ VBProject* ProjectNamed(VBProject& from, std::string_view name) {
 }
 
 template <typename Element>
-CodeElement* ParameterOf(const Element* element, std::string_view name) {
-  const Parameters* parameters = element ? element->Parameters.IfAny() : nullptr;
+CodeElement* ParameterOf(Element* element, std::string_view name) {
+  Parameters* parameters = element ? element->Parameters.IfAny() : nullptr;
   return parameters ? parameters->Item(name) : nullptr;
 }
 
@@ -64,7 +64,7 @@ CodeElement* BlockOrParameter(Block* block, std::string_view qualifier) {
 }
 
 // A parameter that the procedure found first has not: the property has others.
-CodeElement* ParameterOfAnyProcedure(const Component& component, const QualifiedMember& member) {
+CodeElement* ParameterOfAnyProcedure(Component& component, const QualifiedMember& member) {
   for (Block* block : component.Blocks.Named(member.Name))
     if (CodeElement* found = ParameterOf(block, member.Qualifier)) return found;
   return nullptr;
@@ -83,15 +83,15 @@ CodeElement* FindProcedure(Component& component, const QualifiedMember& member, 
   return property ? BlockOrParameter(property, member.Qualifier) : nullptr;
 }
 
-CodeElement* DeclaredIn(const Block* block, std::string_view name, bool constantsToo) {
+CodeElement* DeclaredIn(Block* block, std::string_view name, bool constantsToo) {
   if (!block) return nullptr;
-  if (const Variables* variables = block->Variables.IfAny())
+  if (Variables* variables = block->Variables.IfAny())
     if (Variable* variable = variables->Item(name)) return variable;
-  const Constants* constants = constantsToo ? block->Constants.IfAny() : nullptr;
+  Constants* constants = constantsToo ? block->Constants.IfAny() : nullptr;
   return constants ? constants->Item(name) : nullptr;
 }
 
-CodeElement* FindControlNamed(const Component& component, std::string_view name) {
+CodeElement* FindControlNamed(Component& component, std::string_view name) {
   VBControl* root = component.VBControl.get();
   if (root && EqualsNoCase(root->Name, name)) return root;
   return component.AllVBControls.Named(name);
@@ -101,48 +101,48 @@ CodeElement* FindControlNamed(const Component& component, std::string_view name)
 CodeElement* FindAsWritten(Component& component, const QualifiedMember& member, bool complete) {
   if (component.Blocks.Item(member.Name) || component.ConsolidatedPropertyBlock(member.Name, true))
     return FindProcedure(component, member, complete);
-  const Block* declarations = component.Blocks.FirstOfType(btDeclarations);
+  Block* declarations = component.Blocks.FirstOfType(btDeclarations);
   if (CodeElement* found = DeclaredIn(declarations, member.Name, complete)) return found;
   return complete ? FindControlNamed(component, member.Name) : nullptr;
 }
 
-CodeElement* FindPropertyProcedure(const Component& component, const QualifiedMember& member,
+CodeElement* FindPropertyProcedure(Component& component, const QualifiedMember& member,
                                    BlockTypeEnum type) {
   for (Block* block : component.Blocks.Named(member.Name))
     if (block->BlockType() == type) return BlockOrParameter(block, member.Qualifier);
   return nullptr;
 }
 
-CodeElement* FindInterface(const Component& component, const QualifiedMember& member) {
+CodeElement* FindInterface(Component& component, const QualifiedMember& member) {
   return component.Interfaces.Item(member.Name);
 }
-CodeElement* FindLet(const Component& component, const QualifiedMember& member) {
+CodeElement* FindLet(Component& component, const QualifiedMember& member) {
   return FindPropertyProcedure(component, member, btPropertyLet);
 }
-CodeElement* FindGet(const Component& component, const QualifiedMember& member) {
+CodeElement* FindGet(Component& component, const QualifiedMember& member) {
   return FindPropertyProcedure(component, member, btPropertyGet);
 }
-CodeElement* FindSet(const Component& component, const QualifiedMember& member) {
+CodeElement* FindSet(Component& component, const QualifiedMember& member) {
   return FindPropertyProcedure(component, member, btPropertySet);
 }
-CodeElement* FindEnumeration(const Component& component, const QualifiedMember& member) {
+CodeElement* FindEnumeration(Component& component, const QualifiedMember& member) {
   Enumeration* enumeration = component.Enumerations.Item(member.Name);
   if (!enumeration || member.Qualifier.empty()) return enumeration;
   return enumeration->Members().Item(member.Qualifier);
 }
-CodeElement* FindStructure(const Component& component, const QualifiedMember& member) {
+CodeElement* FindStructure(Component& component, const QualifiedMember& member) {
   UDT* structure = component.UDTs.Item(member.Name);
   if (!structure || member.Qualifier.empty()) return structure;
   return structure->Members.Item(member.Qualifier);
 }
-CodeElement* FindEvent(const Component& component, const QualifiedMember& member) {
+CodeElement* FindEvent(Component& component, const QualifiedMember& member) {
   EventDeclaration* event = component.EventDeclarations.Item(member.Name);
   return member.Qualifier.empty() ? event : ParameterOf(event, member.Qualifier);
 }
 
 struct SuffixRule {
   std::string_view Suffix;
-  CodeElement* (*Find)(const Component&, const QualifiedMember&);
+  CodeElement* (*Find)(Component&, const QualifiedMember&);
 };
 // In the order in which they are tried; letter case counts.
 constexpr SuffixRule kSuffixRules[] = {
@@ -163,12 +163,12 @@ CodeElement* FindMember(Component& component, std::string_view text, bool comple
 Library* FindLibrary(VBProject& project, std::string_view name) {
   if (!name.ends_with("_LIB")) return nullptr;
   name.remove_suffix(4);
-  const Libraries* libraries = project.Libraries.IfAny();
+  Libraries* libraries = project.Libraries.IfAny();
   return libraries ? libraries->Item(name) : nullptr;
 }
 
 // "Name_DEC" with or without a parameter, in the complete reading.
-CodeElement* FindDeclare(const Library& library, std::string_view text) {
+CodeElement* FindDeclare(Library& library, std::string_view text) {
   const QualifiedMember member(text);
   if (!member.Name.ends_with("_DEC")) return nullptr;
   DeclareDeclaration* declare = library.DeclareDeclarations.Item(member.Without(4).Name);
@@ -180,12 +180,12 @@ CodeElement* FindDeclare(const Library& library, std::string_view text) {
 CodeElement* FindOutsideComponents(VBProject& project, std::string_view text) {
   QualifiedMember member(text);
   if (member.Qualifier.empty()) {
-    const Component* free = project.Components.Item("Enumerations");
+    Component* free = project.Components.Item("Enumerations");
     if (Enumeration* found = free ? free->Enumerations.Item(member.Name) : nullptr) return found;
   }
   constexpr std::string_view kDelegate = "_Delegate";
   if (member.Name.ends_with(kDelegate)) member = member.Without(kDelegate.size());
-  const Component* delegates = project.Components.Item("__Delegates");
+  Component* delegates = project.Components.Item("__Delegates");
   Block* block = delegates ? delegates->Blocks.Item(member.Name) : nullptr;
   return block ? BlockOrParameter(block, member.Qualifier) : nullptr;
 }
@@ -200,22 +200,22 @@ CodeElement* FindInComponent(VBProject& project, std::string_view component,
                              std::string_view member, bool complete) {
   if (Component* found = project.Components.Item(component))
     return FindMember(*found, member, complete);
-  const Library* library = complete ? FindLibrary(project, component) : nullptr;
+  Library* library = complete ? FindLibrary(project, component) : nullptr;
   return library ? FindDeclare(*library, member) : nullptr;
 }
 
 // What a procedure declares: "Procedure~Name", of a property "Property_PG~Name" and so on.
-CodeElement* FindInProcedure(const Component& component, std::string_view procedure,
+CodeElement* FindInProcedure(Component& component, std::string_view procedure,
                              std::string_view name) {
   if (procedure.find(':') != std::string_view::npos)
     return nullptr;  // a parameter declares nothing
-  for (const Block* block : component.Blocks.Named(procedure))
+  for (Block* block : component.Blocks.Named(procedure))
     if (CodeElement* found = DeclaredIn(block, name, true)) return found;
   for (const SuffixRule& rule : kSuffixRules) {
     if (!rule.Suffix.starts_with("_P") || !procedure.ends_with(rule.Suffix)) continue;
     const QualifiedMember member = QualifiedMember(procedure).Without(rule.Suffix.size());
     CodeElement* block = rule.Find(component, member);
-    return DeclaredIn(static_cast<const Block*>(block), name, true);
+    return DeclaredIn(static_cast<Block*>(block), name, true);
   }
   return nullptr;
 }
@@ -228,7 +228,7 @@ CodeElement* FindByName(VBProject& from, std::string_view name) {
   const bool complete = from.Reading.CompleteNames;
   if (parts.Count == 2) return FindInProject(*project, parts.Part[1], complete);
   if (parts.Count == 3) return FindInComponent(*project, parts.Part[1], parts.Part[2], complete);
-  const Component* component = complete ? project->Components.Item(parts.Part[1]) : nullptr;
+  Component* component = complete ? project->Components.Item(parts.Part[1]) : nullptr;
   return component ? FindInProcedure(*component, parts.Part[2], parts.Part[3]) : nullptr;
 }
 
@@ -247,13 +247,13 @@ CodeElement* VBProject::GetObjectByName_MainObject(std::string_view Name) {
   return GetObjectByName(Name.substr(0, Name.find(':')));
 }
 
-VBControl* VBControls::Named(std::string_view name) const {
+const VBControl* VBControls::Named(std::string_view name) const {
   if (!mNames || mNames->size() > Count()) IndexNames();
   const std::string key = FoldKey(name);
   // The index follows neither removals nor new names; a hit that is none shows it.
   for (int attempt = 0; attempt < 2; ++attempt) {
     const auto found = mNames->find(key);
-    VBControl* control = found == mNames->end() ? nullptr : Item(found->second);
+    const VBControl* control = found == mNames->end() ? nullptr : Item(found->second);
     if (control && EqualsNoCase(control->Name, name)) return control;
     if (found == mNames->end()) return nullptr;
     IndexNames();

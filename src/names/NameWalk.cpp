@@ -13,22 +13,22 @@ constexpr std::string_view kLocalVariable = "local-variable";
 constexpr std::string_view kTypeMember = "type-member";
 
 template <typename Collection>
-void VisitEach(const Collection& elements, const Visitor& visit) {
+void VisitEach(Collection& elements, const Visitor& visit) {
   for (auto& element : elements) visit(element);
 }
 
 /// The elements of a collection that may never have been made.
 template <typename Collection>
-void VisitEach(const OnDemand<Collection>& elements, const Visitor& visit) {
-  if (const Collection* made = elements.IfAny()) VisitEach(*made, visit);
+void VisitEach(OnDemand<Collection>& elements, const Visitor& visit) {
+  if (Collection* made = elements.IfAny()) VisitEach(*made, visit);
 }
 
-void VisitDeclared(const Block& block, const Visitor& visit) {
+void VisitDeclared(Block& block, const Visitor& visit) {
   VisitEach(block.Constants, visit);
   VisitEach(block.Variables, visit);
 }
 
-void VisitInside(const Block& block, const Visitor& visit) {
+void VisitInside(Block& block, const Visitor& visit) {
   VisitEach(block.Parameters, visit);
   VisitDeclared(block, visit);
 }
@@ -36,7 +36,7 @@ void VisitInside(const Block& block, const Visitor& visit) {
 void VisitProperty(Component& component, Block& first, const Visitor& visit) {
   Block* whole = component.ConsolidatedPropertyBlock(first.Name(), true);
   visit(whole ? *whole : first);
-  for (const Block* block : component.Blocks.Named(first.Name()))
+  for (Block* block : component.Blocks.Named(first.Name()))
     if (block->IsPropertyType()) VisitInside(*block, visit);
 }
 
@@ -59,8 +59,8 @@ void VisitProcedures(Component& component, const Visitor& visit) {
   }
 }
 
-void VisitDeclarations(const Component& component, const Visitor& visit) {
-  if (const Block* declarations = component.Blocks.FirstOfType(btDeclarations))
+void VisitDeclarations(Component& component, const Visitor& visit) {
+  if (Block* declarations = component.Blocks.FirstOfType(btDeclarations))
     VisitDeclared(*declarations, visit);
   for (Enumeration& enumeration : component.Enumerations) {
     visit(enumeration);

@@ -11,7 +11,7 @@ namespace vendrel {
 namespace {
 
 template <typename Collection>
-typename Collection::Element* Required(const Collection& collection, std::string_view name) {
+typename Collection::Element* Required(Collection& collection, std::string_view name) {
   auto* element = collection.Item(name);
   if (!element) throw VendrelError(errSubscript, std::string(name));
   return element;
@@ -27,8 +27,7 @@ bool IsUDTClass(std::int32_t number) {
   return number == tcLocalProjectUDT || number == tcOtherProjectUDT;
 }
 
-CodeElement* FindInModule(const Component& component, std::string_view name,
-                          TypeClassEnum& typeClass) {
+CodeElement* FindInModule(Component& component, std::string_view name, TypeClassEnum& typeClass) {
   const std::int32_t number = component.TypeCache.Find(name);
   if (number == 0) return nullptr;
   typeClass = static_cast<TypeClassEnum>(number);

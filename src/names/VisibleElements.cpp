@@ -105,10 +105,10 @@ VENDREL_CONTEXT(*this)
 std::shared_ptr<Variables> VBProject::GlobalVariables() try {
   const Workspace::Use use(Workspace());
   auto variables = std::make_shared<Variables>();
-  for (const Component& component : Components) {
+  for (Component& component : Components) {
     if (component.FileType != ftModule) continue;
-    const Block* declarations = component.Blocks.FirstOfType(btDeclarations);
-    const Variables* own = declarations ? declarations->Variables.IfAny() : nullptr;
+    Block* declarations = component.Blocks.FirstOfType(btDeclarations);
+    Variables* own = declarations ? declarations->Variables.IfAny() : nullptr;
     for (std::size_t i = 1; own && i <= own->Count(); ++i)
       if (own->Item(i)->Access == "PUBLIC") variables->Add(own->Share(i), own->Item(i)->Name);
   }
@@ -119,7 +119,7 @@ VENDREL_CONTEXT(*this)
 std::shared_ptr<Blocks> VBProject::GlobalBlocks() try {
   const Workspace::Use use(Workspace());
   auto blocks = std::make_shared<Blocks>();
-  for (const Component& component : Components) {
+  for (Component& component : Components) {
     if (component.FileType != ftModule) continue;
     for (std::size_t i = 1; i <= component.Blocks.Count(); ++i) {
       const std::shared_ptr<Block> block = component.Blocks.Share(i);

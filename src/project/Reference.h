@@ -5,6 +5,7 @@
 
 #include "model/CodeElement.h"
 #include "model/ElementCollection.h"
+#include "model/ProjectOptions.h"
 #include "model/Property.h"
 #include "model/TaggedComment.h"
 #include "services/FileSystemObject.h"

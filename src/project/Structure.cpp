@@ -17,9 +17,9 @@ using ParentsByProject = std::unordered_map<const VBProject*, std::vector<const 
 // Who refers to each project of the set; a project that does so twice counts once.
 ParentsByProject FindParents(const VBProjects& projects) {
   ParentsByProject parents;
-  for (VBProject& project : projects) parents[&project];
-  for (VBProject& project : projects) {
-    for (Reference& reference : project.References) {
+  for (const VBProject& project : projects) parents[&project];
+  for (const VBProject& project : projects) {
+    for (const Reference& reference : project.References) {
       const auto found = parents.find(reference.ReferencedProject());
       if (found == parents.end()) continue;
       if (found->second.empty() || found->second.back() != &project)

@@ -126,5 +126,9 @@ CompilerConstants& Component::CompilerConstants() {
   if (!mCompilerConstants) mCompilerConstants = std::make_shared<vendrel::CompilerConstants>();
   return *mCompilerConstants;
 }
+const CompilerConstants& Component::CompilerConstants() const {
+  static const vendrel::CompilerConstants none;
+  return mCompilerConstants ? *mCompilerConstants : none;
+}
 
 }  // namespace vendrel

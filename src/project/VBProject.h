@@ -203,7 +203,7 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
 
   /// Ties each reference to the project of `projects` with its library id or, if `SearchByName`,
   /// with the leaf name of its file. References without such a project stay as they are.
-  void CementReferences(const VBProjects& projects, bool SearchByName = false);
+  void CementReferences(VBProjects& projects, bool SearchByName = false);
 
   // writer/
   /// Writes the project file, and with it the modules unless `OnlyProjectFile`: in place with
@@ -271,7 +271,10 @@ class VBProject : public ElementOf<VBProject, ProjectOptions> {
   /// Fills the project by the loader of that ProgID. Raises 429 if there is none.
   void LoadFromCustom(std::string_view ProgID, std::string_view Data);
   /// The element of a name such as "M:Ns.Type.Method(System.Int32)"; null if there is none.
-  CodeElement* GetObjectFromDotNetName(std::string_view Name) const;
+  CodeElement* GetObjectFromDotNetName(std::string_view Name);
+  const CodeElement* GetObjectFromDotNetName(std::string_view Name) const {
+    return const_cast<VBProject*>(this)->GetObjectFromDotNetName(Name);
+  }
   /// Cuts a member name without its prefix at the last dot in front of its parameters.
   static void SplitDotNetName(std::string_view Name, std::string& ComponentName,
                               std::string& MemberName);

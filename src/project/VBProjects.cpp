@@ -91,7 +91,7 @@ void VBProjects::CementReferences() try {
 }
 VENDREL_CONTEXT()
 
-void VBProject::CementReferences(const VBProjects& projects, bool SearchByName) try {
+void VBProject::CementReferences(VBProjects& projects, bool SearchByName) try {
   const Workspace::Use use(Workspace());
   for (Reference& reference : References) {
     const std::string key = SearchByName ? reference.FileName.LeafName() : reference.ClsID();

@@ -117,7 +117,7 @@ bool BlockWriter::DescriptionStays(std::string_view text) {
                                      : !BrowserText(mBlock, WholeTexts());
   if (EventDeclaration* event = mComponent.EventDeclarations.Item(name))
     return !BrowserText(*event, WholeTexts());
-  const Variables* variables = mBlock.Variables.IfAny();
+  Variables* variables = mBlock.Variables.IfAny();
   Variable* variable = variables ? variables->Item(name) : nullptr;
   return !variable || variable->HelpContextID <= 0 || !BrowserText(*variable, WholeTexts());
 }
@@ -171,7 +171,7 @@ void BlockWriter::PropertyAttributes() try {
 VENDREL_CONTEXT_AT(mStream.LineNumber(), trace::Me(mBlock))
 
 void BlockWriter::VariableAttributes() try {
-  const Variables* variables = mBlock.Variables.IfAny();
+  Variables* variables = mBlock.Variables.IfAny();
   if (!variables) return;
   for (Variable& variable : *variables) {
     if (variable.HelpContextID <= 0) continue;

@@ -235,8 +235,8 @@ TEST(LoadFromAssembly, NamesLeadToElementsInBothReadings) {
   const auto name = [](const VBProject& project, const char* sought) -> std::string {
     const CodeElement* found = project.GetObjectFromDotNetName(sought);
     if (!found) return {};
-    return TypeMatch(found, "Block") ? static_cast<const Block*>(found)->DotNetName()
-                                     : static_cast<const EventDeclaration*>(found)->DotNetName();
+    if (const auto* block = As<Block>(found)) return block->DotNetName();
+    return static_cast<const EventDeclaration*>(found)->DotNetName();
   };
   const auto classic = LoadData("Shop.dll", true), complete = LoadData("Shop.dll");
   for (const Row& row : rows) {

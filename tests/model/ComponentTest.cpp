@@ -128,12 +128,6 @@ TEST(CodeElement, AssigningADescriptionIsRefusedIgnoredOrStoredByClass) {
   EXPECT_EQ(parameter.mDescription, "text");
 }
 
-TEST(CodeElement, KnowsItsClassNameInAnyCase) {
-  const Block block;
-  EXPECT_TRUE(TypeMatch(&block, "BLOCK"));
-  EXPECT_FALSE(TypeMatch(nullptr, "Block"));
-}
-
 TEST(CodeElement, IsCastToItsOwnClassAlone) {
   Block block;
   CodeElement* element = &block;
