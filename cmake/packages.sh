@@ -16,6 +16,7 @@ run   libmimalloc-dev  takes memory in large pages, which the kernel hands out f
 test  libgtest-dev     the test framework
 test  libgmock-dev     its matchers
 test  chromium         opens the pages of the html command, as a reader would
+test  python3-jsonschema holds JSON against the schema that the tool prints
 test  mingw-w64-tools  compiles small type libraries for the tests (widl)
 fuzz  clang            compiles for the sanitizers and the fuzz targets
 fuzz  libclang-rt-14-dev what those need at run time

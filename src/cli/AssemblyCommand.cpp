@@ -2,6 +2,7 @@
 #include <unordered_set>
 
 #include "cli/Commands.h"
+#include "cli/JsonLines.h"
 #include "cli/ProjectSettings.h"
 #include "cli/Results.h"
 #include "cli/Session.h"
@@ -108,7 +109,8 @@ int List(const AssemblyArguments& arguments, const Streams& streams) {
   }
   for (const std::string& message : file->Image->Messages()) told(message);
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
-    JsonWriter json(out, false);
+    JsonLines list(out, "assembly", arguments.Common, arguments.Json);
+    JsonWriter& json = list.Writer();
     const std::string rest =
         ListAssembly(store, *file, arguments.Listing, [&](const ListedEntry& entry) {
           if (!entry.Damage.empty()) told(entry.Name + ": " + entry.Damage);

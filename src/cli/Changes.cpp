@@ -163,17 +163,17 @@ void ChangeWriter::WritePart(const Change& part) {
   WriteLineChanges(mOut, part.Before, part.After);
 }
 
-void ChangeWriter::WritePlace(JsonWriter& json, std::string_view name, const ChangePlace& place) {
-  json.Key(name);
-  if (place.File.empty())
-    json.Null();
-  else
-    json.String(mPaths.Place(place.File, place.Line));
+void ChangeWriter::WritePlace(std::string_view name, const ChangePlace& place) {
+  mLines.Writer().Key(name);
+  if (place.File.empty()) return mLines.Writer().Null();
+  mLines.Begin();
+  mLines.Place(place.File, place.Line);
+  mLines.Writer().EndObject();
 }
 
 void ChangeWriter::WriteJson() {
   const ChangedWhole& whole = mEntry.front().Whole;
-  JsonWriter json(mOut, false);
+  JsonWriter& json = mLines.Writer();
   const auto text = [&](std::string_view name, std::string_view value) {
     json.Key(name);
     json.String(value);
@@ -183,8 +183,8 @@ void ChangeWriter::WriteJson() {
   text("Kind", whole.Word);
   text("Class", RowOf(whole.Class).ClassName);
   text("Element", whole.Element);
-  WritePlace(json, "PlaceBefore", whole.PlaceBefore);
-  WritePlace(json, "PlaceAfter", whole.PlaceAfter);
+  WritePlace("PlaceBefore", whole.PlaceBefore);
+  WritePlace("PlaceAfter", whole.PlaceAfter);
   json.Key("Parts");
   json.BeginArray();
   for (const Change& part : mEntry) {

@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
+#include "cli/JsonLines.h"
 #include "cli/Report.h"
 #include "output/Difference.h"
-#include "output/Json.h"
 
 namespace vendrel::cli {
 
@@ -30,7 +30,8 @@ class NumberedLines {
 /// it a line for each further part, and lines with "-" and "+"; or one JSON object.
 class ChangeWriter {
  public:
-  ChangeWriter(std::ostream& out, bool json) : mOut(out), mJson(json) {}
+  ChangeWriter(std::ostream& out, std::string_view command, const CommonOptions& options, bool json)
+      : mOut(out), mJson(json), mLines(out, command, options, json) {}
   /// Takes one difference. It is written with the others of its whole, when the next one begins.
   void Write(const Change& change);
   /// Writes what has been taken.
@@ -39,16 +40,19 @@ class ChangeWriter {
   void Compare(ElementRef before, ElementRef after, const DifferenceOptions& options);
   /// Number of those taken.
   std::size_t Count() const { return mCount; }
+  /// Where its objects go, for others of the same list.
+  JsonLines& Lines() { return mLines; }
 
  private:
   bool BelongsToEntry(const Change& change) const;
   void WriteText();
   void WritePart(const Change& part);
   void WriteJson();
-  void WritePlace(JsonWriter& json, std::string_view name, const ChangePlace& place);
+  void WritePlace(std::string_view name, const ChangePlace& place);
 
   std::ostream& mOut;
   bool mJson;
+  JsonLines mLines;
   ShownPaths mPaths;
   std::size_t mCount = 0;
   /// Differences of one whole.

@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "cli/Commands.h"
+#include "cli/JsonLines.h"
 #include "cli/ProjectCounts.h"
 #include "cli/ProjectSets.h"
 #include "cli/Report.h"
@@ -81,6 +82,7 @@ class Check {
 };
 
 ProjectCounts Check::Run() {
+  const JsonLines list(mOut, "check", mArguments.Common, mArguments.AsJson());
   switch (KindOfInput(mArguments.Path)) {
     case InputKind::Folder: CheckFolder(); break;
     case InputKind::Group: CheckGroup(); break;

@@ -34,6 +34,7 @@ void AddHelpIDsCommand(CLI::App& app, Job& job);
 void AddWriteCommand(CLI::App& app, Job& job);
 void AddDiffCommand(CLI::App& app, Job& job);
 void AddBuildCommand(CLI::App& app, Job& job);
+void AddSchemaCommand(CLI::App& app, Job& job);
 void AddRoundtripCommand(CLI::App& app, Job& job);
 
 }  // namespace vendrel::cli

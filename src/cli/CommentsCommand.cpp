@@ -3,13 +3,14 @@
 #include <set>
 
 #include "cli/Commands.h"
+#include "cli/JsonLines.h"
 #include "cli/ProjectSets.h"
 #include "cli/Report.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
 #include "comments/CommentFile.h"
 #include "model/Block.h"
-#include "output/Json.h"
+#include "output/UniqueNames.h"
 
 namespace vendrel::cli {
 namespace {
@@ -67,54 +68,45 @@ void WriteAsText(std::ostream& out, const FoundComment& found, ShownPaths& paths
       << Shown(comment.Text) << '\n';
 }
 
-void WriteAsJson(JsonWriter& json, const FoundComment& found) {
+void WriteAsJson(JsonLines& json, const UniqueNames& names, const FoundComment& found) {
   const TaggedComment& comment = *found.Comment;
   const CodeElement* element = comment.CodeElement.Get();
-  json.BeginObject();
-  const auto member = [&](std::string_view name, std::string_view text) {
-    json.Key(name);
-    json.String(text);
-  };
-  member("TagIdentifier", comment.TagIdentifier);
-  member("Qualifier", comment.Qualifier);
-  member("Text", comment.Text);
-  member("File", found.File);
-  json.Key("SourceLine");
-  json.Number(comment.SourceLine);
-  json.Key("CodeElement");
+  json.Begin();
+  json.Text("TagIdentifier", comment.TagIdentifier);
+  json.Text("Qualifier", comment.Qualifier);
+  json.Text("Text", comment.Text);
+  json.Place(found.File, comment.SourceLine);
+  json.Writer().Key("CodeElement");
   if (element)
-    json.String(element->QualifiedName());
+    json.Writer().String(names.Of(*element));
   else
-    json.Null();
-  json.EndObject();
+    json.Writer().Null();
+  json.End();
 }
 
 // One list, whatever number of projects it comes from.
 class ListWriter {
  public:
   ListWriter(const CommentsArguments& arguments, std::ostream& out)
-      : mArguments(arguments), mOut(out), mJson(out) {
-    if (arguments.Json) mJson.BeginArray();
-  }
-  void Write(const Gatherer& comments) {
+      : mArguments(arguments),
+        mOut(out),
+        mJson(out, "comments", arguments.Common, arguments.Json) {}
+  void Write(const VBProject& project, const Gatherer& comments) {
+    if (mArguments.Json) mNames.Add(Describe(project));
     for (const FoundComment& found : comments.All()) {
       if (mArguments.UnplacedOnly && found.Comment->CodeElement) continue;
       if (mArguments.Json)
-        WriteAsJson(mJson, found);
+        WriteAsJson(mJson, mNames, found);
       else
         WriteAsText(mOut, found, mPaths);
     }
-  }
-  void Finish() {
-    if (!mArguments.Json) return;
-    mJson.EndArray();
-    mJson.NewLine();
   }
 
  private:
   const CommentsArguments& mArguments;
   std::ostream& mOut;
-  JsonWriter mJson;
+  JsonLines mJson;
+  UniqueNames mNames;
   ShownPaths mPaths;
 };
 
@@ -134,12 +126,11 @@ int RunComments(const CommentsArguments& arguments, const Streams& streams) {
     const auto write = [&](VBProject& project) {
       Gatherer& comments = gathered[&project];
       comments.AddFromFile(project);
-      list.Write(comments);
+      list.Write(project, comments);
       gathered.erase(&project);
     };
     code =
         ForEachProject(arguments.File, arguments.Common, streams, write, LoadDepth::Modules, watch);
-    list.Finish();
   });
   return code;
 }
@@ -153,7 +144,7 @@ void AddCommentsCommand(CLI::App& app, Job& job) {
   command->add_flag("--unplaced", arguments->UnplacedOnly, "Only those that found no element");
   auto* asFile = command->add_flag("--as-comment-file", arguments->AsCommentFile,
                                    "As a comment file (XML), to be applied by --comment-file");
-  command->add_flag("--json", arguments->Json, "As JSON")->excludes(asFile);
+  command->add_flag("--json", arguments->Json, "One JSON object a line")->excludes(asFile);
   AddCommonOptions(*command, arguments->Common);
   command->callback([arguments, &job] {
     job.Run = [arguments, &streams = job.Streams] { return RunComments(*arguments, streams); };

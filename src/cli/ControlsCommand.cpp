@@ -3,12 +3,14 @@
 
 #include "cli/Commands.h"
 #include "cli/Elements.h"
+#include "cli/JsonLines.h"
 #include "cli/ProjectSets.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
 #include "core/CaseFold.h"
 #include "output/Dump.h"
 #include "output/Json.h"
+#include "output/UniqueNames.h"
 
 namespace vendrel::cli {
 namespace {
@@ -93,9 +95,15 @@ int RunControls(const ControlsArguments& arguments, const Streams& streams) {
   bool found = false;
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
     ShownPaths paths;
+    const JsonLines list(out, "controls", arguments.Common, arguments.Json);
+    UniqueNames names;
     DumpOptions shown;
+    shown.Indented = false;
+    shown.NativeRoot = NativeRootOf(arguments.Common);
+    shown.Names = &names;
     shown.ControlProperties = arguments.Properties;
     code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
+      if (arguments.Json) names.Add(Describe(project));
       for (const Component& component : project.Components.Listed()) {
         if (!arguments.Module.empty() && !EqualsNoCase(component.Name, arguments.Module)) continue;
         found = found || !arguments.Module.empty() || component.VBControl;
@@ -121,7 +129,7 @@ void AddControlsCommand(CLI::App& app, Job& job) {
   const auto arguments = std::make_shared<ControlsArguments>();
   command->add_option("file", arguments->File, "A project, module, group or folder")->required();
   command->add_option("module", arguments->Module, "Only the module of this name");
-  command->add_flag("--json", arguments->Json, "Each tree as JSON");
+  command->add_flag("--json", arguments->Json, "Each tree as JSON, one a line");
   command->add_flag("--properties", arguments->Properties, "All properties of each control too");
   AddCommonOptions(*command, arguments->Common);
   command->callback([arguments, &job] {

@@ -118,7 +118,7 @@ int RunDiff(const DiffArguments& arguments, const Streams& streams) {
   int code = exDone;
   std::size_t count = 0;
   WriteResult(arguments.Common, streams, arguments.Before, [&](std::ostream& out) {
-    ChangeWriter writer(out, arguments.Json);
+    ChangeWriter writer(out, "diff", arguments.Common, arguments.Json);
     code = CompareAll(arguments, streams, writer);
     count = writer.Count();
   });

@@ -1,9 +1,11 @@
 #include <memory>
 
 #include "cli/Commands.h"
+#include "cli/JsonLines.h"
 #include "cli/ProjectSets.h"
 #include "cli/Results.h"
 #include "output/Dump.h"
+#include "output/UniqueNames.h"
 #include "services/Paths.h"
 
 namespace vendrel::cli {
@@ -16,7 +18,6 @@ struct DumpArguments {
   bool Comparable = false;
   bool Compact = false;
   bool Brief = false;
-  std::string Root;
 };
 
 DumpOptions OptionsOf(const DumpArguments& arguments) {
@@ -25,23 +26,38 @@ DumpOptions OptionsOf(const DumpArguments& arguments) {
   options.Identity = options.SourceLines = !arguments.Comparable;
   options.Empty = !arguments.Brief;
   options.Indented = !arguments.Compact;
-  if (!arguments.Root.empty()) options.Root = WindowsPath(AbsolutePath(arguments.Root));
+  options.Places = !arguments.Comparable;
+  if (!arguments.Comparable) options.Tool = ToolVersion();
+  options.NativeRoot = NativeRootOf(arguments.Common);
+  if (!arguments.Common.Root.empty())
+    options.Root = WindowsPath(AbsolutePath(arguments.Common.Root));
   while (options.Root.ends_with('\\')) options.Root.pop_back();
   return options;
 }
 
 int RunDump(const DumpArguments& arguments, const Streams& streams) {
-  const DumpOptions options = OptionsOf(arguments);
+  DumpOptions options = OptionsOf(arguments);
   int code = exDone;
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
-    if (KindOfInput(arguments.File) == InputKind::Group) {
+    const InputKind kind = KindOfInput(arguments.File);
+    if (kind == InputKind::Group) {
       const auto group = LoadGroup(arguments.File, arguments.Common, streams);
       Dump(out, Describe(*group), options);
       code = ReportGroup(*group, arguments.Common, streams.Err);
-    } else {
-      code = ForEachProject(arguments.File, arguments.Common, streams,
-                            [&](VBProject& project) { Dump(out, Describe(project), options); });
+      return;
     }
+    UniqueNames names;
+    options.Names = &names;
+    const bool isList = kind == InputKind::Folder;
+    const JsonLines list(out, "dump", arguments.Common, isList);
+    if (isList) {
+      options.Indented = false;
+      options.Tool.clear();
+    }
+    code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
+      names.Add(Describe(project));
+      Dump(out, Describe(project), options);
+    });
   });
   return code;
 }
@@ -58,8 +74,6 @@ void AddDumpCommand(CLI::App& app, Job& job) {
   command->add_flag("--brief", arguments->Brief,
                     "Without properties that say nothing: empty, 0, false");
   command->add_flag("--compact", arguments->Compact, "On one line");
-  command->add_option("--root", arguments->Root, "A folder that paths show as Z:\\root")
-      ->type_name("FOLDER");
   AddCommonOptions(*command, arguments->Common);
   command->callback([arguments, &job] {
     job.Run = [arguments, &streams = job.Streams] { return RunDump(*arguments, streams); };

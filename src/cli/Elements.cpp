@@ -3,6 +3,7 @@
 #include "cli/ShownText.h"
 #include "core/Ascii.h"
 #include "model/Component.h"
+#include "output/Places.h"
 #include "project/WithItsClass.h"
 
 namespace vendrel::cli {
@@ -136,14 +137,6 @@ std::string Text(const VBProject& p) { return Phrase({"Project", p.ProjectName})
 // What has no signature.
 std::string Text(const CodeElement&) { return {}; }
 
-// What an element without a line of its own is declared by.
-const CodeElement* DeclaredBy(const CodeElement& element) {
-  if (const auto* parameter = As<Parameter>(&element)) return parameter->Parent.Get();
-  if (const auto* member = As<EnumMember>(&element)) return member->Enumeration.Get();
-  if (const auto* library = As<Library>(&element)) return library->DeclareDeclarations.Item(1);
-  return element.OwnComponent() == &element ? nullptr : element.OwnComponent();
-}
-
 }  // namespace
 
 std::string SignatureOf(const CodeElement& element) {
@@ -172,25 +165,12 @@ std::string AccessWords(std::string_view access) {
   return words;
 }
 
-std::string FileOf(const Component& component) {
-  const VBProject* project = component.VBProject();
-  return project && project->WasReadFromTypeLibrary ? project->FileName.FullPath()
-                                                    : component.FileName.FullPath();
-}
+std::string FileOf(const Component& component) { return SourcePlace{&component}.File(); }
 
 std::string PlaceOf(const CodeElement& element, ShownPaths& paths) {
-  if (const auto* project = As<VBProject>(&element))
-    return paths.Place(project->FileName.FullPath(), 0);
-  const CodeElement* declared = &element;
-  while (declared->SourceLine() == 0) {
-    const CodeElement* by = DeclaredBy(*declared);
-    if (!by) break;
-    declared = by;
-  }
-  const Component* component = declared->OwnComponent();
-  if (const auto* member = As<Variable>(declared); member && !component)
-    component = member->Parent ? member->Parent.Get()->OwnComponent() : nullptr;
-  return component ? paths.Place(FileOf(*component), declared->SourceLine()) : "";
+  const SourcePlace place = vendrel::PlaceOf(element);
+  const std::string file = place.File();
+  return file.empty() ? file : paths.Place(file, place.Line);
 }
 
 }  // namespace vendrel::cli

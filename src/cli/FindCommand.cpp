@@ -2,12 +2,14 @@
 
 #include "cli/Commands.h"
 #include "cli/Elements.h"
+#include "cli/JsonLines.h"
 #include "cli/ProjectSets.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
 #include "core/CaseFold.h"
 #include "names/NameWalk.h"
 #include "output/Dump.h"
+#include "output/UniqueNames.h"
 #include "text/Like.h"
 
 namespace vendrel::cli {
@@ -27,6 +29,7 @@ class Finder {
   Finder(const FindArguments& arguments, std::ostream& out)
       : mArguments(arguments),
         mOut(out),
+        mJson(out, "find", arguments.Common, arguments.Json),
         mIsPattern(arguments.Name.find_first_of("*?[#") != std::string::npos),
         mIsQualified(arguments.Name.find('~') != std::string::npos) {
     if (mIsPattern) CheckPattern();
@@ -35,6 +38,7 @@ class Finder {
   std::size_t Count() const { return mCount; }
 
   void Search(VBProject& project) {
+    if (mArguments.Json) mNames.Add(vendrel::Describe(project));
     if (!mIsPattern && mIsQualified) {
       const CodeElement* found = project.GetObjectByName(mArguments.Name);
       // In a group every member would find it: the one it stands in tells it.
@@ -71,8 +75,11 @@ class Finder {
   void Show(const CodeElement& element) {
     ++mCount;
     if (mArguments.Json) {
-      Dump(mOut, DescribeElement(element));
-      return;
+      DumpOptions shown;
+      shown.Indented = false;
+      shown.NativeRoot = NativeRootOf(mArguments.Common);
+      shown.Names = &mNames;
+      return Dump(mOut, DescribeElement(element), shown);
     }
     WriteRow(mOut, {element.QualifiedName(),
                     KindOf(element),
@@ -82,6 +89,8 @@ class Finder {
 
   const FindArguments& mArguments;
   std::ostream& mOut;
+  JsonLines mJson;
+  UniqueNames mNames;
   bool mIsPattern;
   bool mIsQualified;
   ShownPaths mPaths;

@@ -5,13 +5,14 @@
 
 #include "cli/Commands.h"
 #include "cli/Elements.h"
+#include "cli/JsonLines.h"
 #include "cli/ProjectSets.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
 #include "cli/WatchedFiles.h"
 #include "cli/Writer.h"
 #include "output/HelpIDs.h"
-#include "output/Json.h"
+#include "output/UniqueNames.h"
 #include "writer/WriteRun.h"
 
 namespace vendrel::cli {
@@ -34,29 +35,26 @@ void WriteAsText(std::ostream& out, const std::vector<HelpTopic>& topics) {
                    PlaceOf(*topic.Element, paths)});
 }
 
-void WriteAsJson(std::ostream& out, const std::vector<HelpTopic>& topics) {
-  ShownPaths paths;
-  JsonWriter json(out, false);
+void WriteAsJson(JsonLines& json, const UniqueNames& names, const std::vector<HelpTopic>& topics) {
   for (const HelpTopic& topic : topics) {
-    json.BeginObject();
-    json.Key("HelpContextID");
-    json.Number(topic.HelpContextID);
-    json.Key("QualifiedName");
-    json.String(topic.Element->QualifiedName());
-    json.Key("Place");
-    json.String(PlaceOf(*topic.Element, paths));
-    json.EndObject();
-    json.NewLine();
+    json.Begin();
+    json.Number("HelpContextID", topic.HelpContextID);
+    json.Text("UniqueName", names.Of(*topic.Element));
+    json.Text("QualifiedName", topic.Element->QualifiedName());
+    json.Place(*topic.Element);
+    json.End();
   }
 }
 
-void WriteMap(std::ostream& out, VBProject& project, const HelpIDsArguments& arguments) {
+void WriteMap(std::ostream& out, JsonLines& json, UniqueNames& names, VBProject& project,
+              const HelpIDsArguments& arguments) {
   const std::vector<HelpTopic> topics = HelpTopicsOf(project);
   if (arguments.Header)
     WriteHelpHeader(out, topics);
-  else if (arguments.Json)
-    WriteAsJson(out, topics);
-  else
+  else if (arguments.Json) {
+    names.Add(Describe(project));
+    WriteAsJson(json, names, topics);
+  } else
     WriteAsText(out, topics);
 }
 
@@ -101,12 +99,14 @@ int RunHelpIDs(const HelpIDsArguments& arguments, const Streams& streams) {
   if (arguments.Write) WatchedFiles::Current()->RemoveLeftFiles();
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
     const WriteRun run;
+    JsonLines json(out, "help-ids", arguments.Common, arguments.Json);
+    UniqueNames names;
     code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
       if (arguments.Write && project.ProjectSourceAccess != psaReadWrite)
         throw ToolError(exUsage, arguments.File + ": --write takes a project (.vbp) or a group");
       const bool changed = arguments.Begin && Assign(project, arguments, streams);
       if (arguments.Write && (changed || !project.Reading.KeepProjectLines)) WriteBack(project);
-      WriteMap(out, project, arguments);
+      WriteMap(out, json, names, project, arguments);
     });
   });
   return code;

@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "cli/Commands.h"
+#include "cli/JsonLines.h"
 #include "cli/ProjectSettings.h"
 #include "cli/Report.h"
 #include "cli/Results.h"
@@ -8,7 +9,6 @@
 #include "cli/ShownText.h"
 #include "core/Workspace.h"
 #include "output/Dump.h"
-#include "output/Json.h"
 #include "services/SourceText.h"
 #include "text/CodeLine.h"
 
@@ -40,19 +40,14 @@ ClassifiedLine Classify(std::string_view text, LanguageVersionEnum language,
   return line;
 }
 
-void WriteAsJson(JsonWriter& json, const ClassifiedLine& line, std::int32_t number) {
-  json.BeginObject();
-  json.Key("SourceLine");
-  json.Number(number);
-  DumpLineMembers(json, line.Record);
-  json.Key("CurrentLineNumber");
-  json.Number(State().CurrentLineNumber);
-  if (!line.Failure.empty()) {
-    json.Key("Failure");
-    json.String(line.Failure);
-  }
-  json.EndObject();
-  json.NewLine();
+void WriteAsJson(JsonLines& json, const ClassifiedLine& line, const std::string& file,
+                 std::int32_t number) {
+  json.Begin();
+  json.Place(file, number, 1);
+  DumpLineMembers(json.Writer(), line.Record);
+  json.Number("CurrentLineNumber", State().CurrentLineNumber);
+  if (!line.Failure.empty()) json.Text("Failure", line.Failure);
+  json.End();
 }
 
 void AppendAsText(std::string& out, const ClassifiedLine& line, const std::string& place) {
@@ -71,13 +66,13 @@ void WriteLines(std::ostream& out, const LinesArguments& arguments, const Source
   ApplyToProject(arguments.Common, settings);
   const auto language = arguments.DotNet ? lvVisualBasicDotNet : lvVisualBasic5or6;
   ShownPaths paths;
-  JsonWriter json(out, false);
+  JsonLines json(out, "lines", arguments.Common, arguments.Json);
   std::string_view rest = source.Text;
   std::string text;
   for (std::int32_t number = 1; !rest.empty(); ++number) {
     const ClassifiedLine line = Classify(TakeLine(rest), language, settings.Reading);
     if (arguments.Json) {
-      WriteAsJson(json, line, number);
+      WriteAsJson(json, line, windowsPath, number);
       continue;
     }
     text.clear();

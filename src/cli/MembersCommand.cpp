@@ -3,12 +3,13 @@
 
 #include "cli/Commands.h"
 #include "cli/Elements.h"
+#include "cli/JsonLines.h"
 #include "cli/ProjectSets.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
 #include "core/CaseFold.h"
-#include "output/Json.h"
 #include "output/MemberLists.h"
+#include "output/UniqueNames.h"
 
 namespace vendrel::cli {
 namespace {
@@ -39,12 +40,13 @@ std::vector<std::string> KindWords() {
 class MembersWriter {
  public:
   MembersWriter(const MembersArguments& arguments, std::ostream& out)
-      : mArguments(arguments), mOut(out), mJson(out, false) {}
+      : mArguments(arguments), mOut(out), mJson(out, "members", arguments.Common, arguments.Json) {}
 
   std::size_t Modules() const { return mModules; }
   std::size_t Members() const { return mMembers; }
 
   void Write(VBProject& project) {
+    if (mArguments.Json) mNames.Add(vendrel::Describe(project));
     for (Component& component : project.Components.Listed())
       if (EqualsNoCase(component.Name, mArguments.Module) ||
           EqualsNoCase(component.QualifiedName(), mArguments.Module))
@@ -71,23 +73,20 @@ class MembersWriter {
                {member.ElementName(), kind, {SignatureOf(member), true}, PlaceOf(member, mPaths)});
       return;
     }
-    mJson.BeginObject();
-    Member("Name", member.ElementName());
-    Member("Kind", kind);
-    Member("QualifiedName", member.QualifiedName());
-    Member("Signature", SignatureOf(member));
-    Member("Place", PlaceOf(member, mPaths));
-    mJson.EndObject();
-    mJson.NewLine();
-  }
-  void Member(std::string_view name, std::string_view text) {
-    mJson.Key(name);
-    mJson.String(text);
+    mJson.Begin();
+    mJson.Text("Name", member.ElementName());
+    mJson.Text("Kind", kind);
+    mJson.Text("UniqueName", mNames.Of(member));
+    mJson.Text("QualifiedName", member.QualifiedName());
+    mJson.Text("Signature", SignatureOf(member));
+    mJson.Place(member);
+    mJson.End();
   }
 
   const MembersArguments& mArguments;
   std::ostream& mOut;
-  JsonWriter mJson;
+  JsonLines mJson;
+  UniqueNames mNames;
   ShownPaths mPaths;
   std::size_t mModules = 0, mMembers = 0;
 };

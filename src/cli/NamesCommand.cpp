@@ -2,12 +2,13 @@
 
 #include "cli/Commands.h"
 #include "cli/Elements.h"
+#include "cli/JsonLines.h"
 #include "cli/ProjectSets.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
 #include "names/NameCheck.h"
 #include "names/NameWalk.h"
-#include "output/Json.h"
+#include "output/UniqueNames.h"
 
 namespace vendrel::cli {
 namespace {
@@ -31,9 +32,10 @@ std::string_view RemarkOf(NameState state) {
 class NamesWriter {
  public:
   NamesWriter(const NamesArguments& arguments, std::ostream& out)
-      : mArguments(arguments), mOut(out), mJson(out, false) {}
+      : mArguments(arguments), mOut(out), mJson(out, "names", arguments.Common, arguments.Json) {}
 
   void Write(VBProject& project) {
+    if (mArguments.Json) mNames.Add(vendrel::Describe(project));
     ForEachNamedElement(project, [&](CodeElement& element) {
       const std::string_view kind = KindOf(element);
       if (!mArguments.Kind.empty() && kind != mArguments.Kind) return;
@@ -58,22 +60,19 @@ class NamesWriter {
   }
 
   void WriteAsJson(const CodeElement& element, std::string_view kind, NameState state) {
-    mJson.BeginObject();
-    Member("QualifiedName", element.QualifiedName());
-    Member("Kind", kind);
-    Member("Place", PlaceOf(element, mPaths));
-    if (state != NameState::Leads) Member("Remark", RemarkOf(state));
-    mJson.EndObject();
-    mJson.NewLine();
-  }
-  void Member(std::string_view name, std::string_view text) {
-    mJson.Key(name);
-    mJson.String(text);
+    mJson.Begin();
+    mJson.Text("UniqueName", mNames.Of(element));
+    mJson.Text("QualifiedName", element.QualifiedName());
+    mJson.Text("Kind", kind);
+    mJson.Place(element);
+    if (state != NameState::Leads) mJson.Text("Remark", RemarkOf(state));
+    mJson.End();
   }
 
   const NamesArguments& mArguments;
   std::ostream& mOut;
-  JsonWriter mJson;
+  JsonLines mJson;
+  UniqueNames mNames;
   ShownPaths mPaths;
 };
 

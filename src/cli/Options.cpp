@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "cli/JsonLines.h"
 #include "cli/Report.h"
 #include "comments/TagDefinitions.h"
 #include "core/Workspace.h"
@@ -57,6 +58,8 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
   auto* group = command.add_option_group("Options of all commands");
   group->add_option("-o,--output", options.Output, "Write the result to this file")
       ->type_name("FILE");
+  group->add_option("--root", options.Root, "A folder from which JSON shows paths")
+      ->type_name("FOLDER");
   group->add_option("--reading", options.Reading, "How source is read: classic or complete")
       ->check(CLI::IsMember({"classic", "complete"}))
       ->capture_default_str();
@@ -119,6 +122,7 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
 }
 
 void ApplyToProcess(const CommonOptions& options) {
+  SetJsonRoot(NativeRootOf(options));
   State().Reset();
   FileOptions::Current() = {};
   TLIApplication::TextPage() = options.CodePage;

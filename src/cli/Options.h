@@ -62,6 +62,8 @@ struct CommonOptions {
   bool NoReferences = false;
   bool Strict = false;
   bool Quiet = false;
+  /// A folder from which JSON shows paths.
+  std::string Root;
   std::string Diagnostics = "text";
   std::string ErrorReport;
 

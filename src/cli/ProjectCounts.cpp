@@ -63,6 +63,12 @@ void ProjectCounts::Add(const VBProject& project) {
   Warnings = Warnings || HasWarnings(project.Diagnostics);
 }
 
+std::vector<std::string> ProjectCounts::Names() {
+  std::vector<std::string> names;
+  for (const CountName& count : kCounts) names.emplace_back(count.Key);
+  return names;
+}
+
 void ProjectCounts::Write(std::ostream& out, bool asJson) const {
   if (!asJson) {
     const char* separator = "";

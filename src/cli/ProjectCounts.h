@@ -2,6 +2,8 @@
 // The closing count of a check.
 
 #include <ostream>
+#include <string>
+#include <vector>
 
 #include "project/VBProject.h"
 
@@ -27,6 +29,8 @@ struct ProjectCounts {
 
   /// Adds what is there of a loaded project.
   void Add(const VBProject& project);
+  /// The members of that object.
+  static std::vector<std::string> Names();
   /// Writes one line: words, or a JSON object.
   void Write(std::ostream& out, bool asJson) const;
 };

@@ -6,6 +6,8 @@
 
 #include "cli/ShownText.h"
 #include "core/Ascii.h"
+#include "core/Workspace.h"
+#include "output/Dump.h"
 #include "output/Json.h"
 #include "services/FileSystemObject.h"
 #include "services/Paths.h"
@@ -95,25 +97,44 @@ std::string TextOf(const Diagnostic& item, ShownPaths& paths) {
   return text + behind;
 }
 
-void WriteAsJson(std::ostream& out, const Diagnostic& item, const std::string& file,
-                 const std::string& text) {
+struct JsonRoot {
+  std::string Native;
+};
+
+}  // namespace
+
+void SetJsonRoot(const std::string& nativeRoot) { InUse<JsonRoot>().Native = nativeRoot; }
+
+void WriteDiagnosticObject(std::ostream& out, const DiagnosticObject& object) {
   JsonWriter json(out, false);
+  const auto text = [&](std::string_view name, std::string_view value) {
+    json.Key(name);
+    json.String(value);
+  };
+  const auto number = [&](std::string_view name, std::int64_t value) {
+    json.Key(name);
+    json.Number(value);
+  };
   json.BeginObject();
-  json.Key("File");
-  json.String(file);
-  json.Key("Line");
-  json.Number(item.Line);
-  json.Key("Severity");
-  json.String(SeverityName(SeverityOf(item.Code)));
-  json.Key("Code");
-  json.String(CodeName(item.Code));
-  json.Key("Text");
-  json.String(text);
+  const std::string& root = InUse<JsonRoot>().Native;
+  text("File", object.WindowsPath.empty() ? std::string() : ShownFile(object.WindowsPath, root));
+  number("Line", object.Line);
+  number("Column", 0);
+  text("Severity", object.Severity);
+  text("Code", object.Code);
+  text("Text", object.Text);
+  if (object.ExitCode != exDone) number("ExitCode", object.ExitCode);
   json.EndObject();
   json.NewLine();
 }
 
-}  // namespace
+void TellFailure(std::ostream& err, const std::string& text, int code, bool json) {
+  if (!json) {
+    err << "vendrelmodel: " << Shown(text) << '\n';
+    return;
+  }
+  WriteDiagnosticObject(err, {{}, 0, "error", code == exUsage ? "usage" : "failure", text, code});
+}
 
 const std::string& ShownPaths::Of(const std::string& windowsPath) {
   const auto [entry, isNew] = mKnown.try_emplace(windowsPath);
@@ -156,7 +177,10 @@ std::size_t IndentOf(int depth) {
 void WriteDiagnostic(std::ostream& out, const Diagnostic& diagnostic, ShownPaths& paths,
                      bool json) {
   const std::string text = TextOf(diagnostic, paths);
-  if (json) return WriteAsJson(out, diagnostic, paths.Of(diagnostic.File), text);
+  if (json)
+    return WriteDiagnosticObject(
+        out, {diagnostic.File, diagnostic.Line, SeverityName(SeverityOf(diagnostic.Code)),
+              CodeName(diagnostic.Code), text, exDone});
   std::string line = Shown(paths.Place(diagnostic.File, diagnostic.Line));
   if (!line.empty()) line += ": ";
   line.append(SeverityName(SeverityOf(diagnostic.Code))).append(": ");

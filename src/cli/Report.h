@@ -41,6 +41,21 @@ std::size_t IndentOf(int depth);
 /// that the place tells already is left out of the text.
 void WriteDiagnostic(std::ostream& out, const Diagnostic& diagnostic, ShownPaths& paths, bool json);
 
+/// What is told, as an object: a diagnostic, or a failure with the exit code that it ends with.
+struct DiagnosticObject {
+  std::string WindowsPath;
+  std::int32_t Line;
+  std::string_view Severity, Code, Text;
+  int ExitCode;
+};
+void WriteDiagnosticObject(std::ostream& out, const DiagnosticObject& object);
+
+/// Tells why something failed: a line, or an object.
+void TellFailure(std::ostream& err, const std::string& text, int code, bool json);
+
+/// The folder of this machine from which paths of diagnostics are shown in JSON.
+void SetJsonRoot(const std::string& nativeRoot);
+
 /// Writes the diagnostics of a project to the error stream, as the options want them; gives the
 /// exit code: 3 for warnings under --strict, else 0.
 int ReportDiagnostics(const VBProject& project, const CommonOptions& options, std::ostream& err);

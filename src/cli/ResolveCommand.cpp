@@ -2,10 +2,11 @@
 
 #include "cli/Commands.h"
 #include "cli/Elements.h"
+#include "cli/JsonLines.h"
 #include "cli/ProjectSets.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
-#include "output/Json.h"
+#include "output/UniqueNames.h"
 
 namespace vendrel::cli {
 namespace {
@@ -38,25 +39,28 @@ struct Resolution {
   const CodeElement* Element = nullptr;
 };
 
-void WriteResolution(std::ostream& out, const Resolution& resolution, bool asJson) {
+void WriteResolution(std::ostream& out, const Resolution& resolution, const VBProject& project,
+                     const ResolveArguments& arguments) {
   const TypeClassText& text = kTypeClasses[resolution.TypeClass];
   ShownPaths paths;
   const std::string name = resolution.Element ? resolution.Element->QualifiedName() : "";
   const std::string place = resolution.Element ? PlaceOf(*resolution.Element, paths) : "";
-  if (!asJson) {
+  if (!arguments.Json) {
     if (resolution.Element) return WriteRow(out, {text.Meaning, name, place});
     return WriteRow(out, {text.Meaning});
   }
-  JsonWriter json(out, false);
-  json.BeginObject();
-  json.Key("TypeClass");
-  json.String(text.Name);
-  json.Key("QualifiedName");
-  json.String(name);
-  json.Key("Place");
-  json.String(place);
-  json.EndObject();
-  json.NewLine();
+  JsonLines json(out, "resolve", arguments.Common, true);
+  UniqueNames names;
+  names.Add(Describe(project));
+  json.Begin();
+  json.Text("TypeClass", text.Name);
+  json.Text("UniqueName", resolution.Element ? names.Of(*resolution.Element) : name);
+  json.Text("QualifiedName", name);
+  if (resolution.Element)
+    json.Place(*resolution.Element);
+  else
+    json.Place(std::string(), 0);
+  json.End();
 }
 
 // The first project that knows the type, seen from the module asked for where that is given.
@@ -72,7 +76,7 @@ int RunResolve(const ResolveArguments& arguments, const Streams& streams) {
       resolution.Element = project.ResolveType(from, arguments.Type, resolution.TypeClass);
       if (resolution.TypeClass == tcUnresolved) return;
       resolved = true;
-      WriteResolution(out, resolution, arguments.Json);
+      WriteResolution(out, resolution, project, arguments);
     });
   });
   if (!fromFound)

@@ -9,7 +9,6 @@
 #include "cli/WatchedFiles.h"
 #include "core/CaseFold.h"
 #include "dotnet/Sources.h"
-#include "output/Json.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"
 #include "services/TemporaryFolder.h"
@@ -41,19 +40,6 @@ bool FollowsFromRules(const Change& change, const VBProject& before) {
   return change.Property == "RelatedDocuments" || change.Property == "LastNormalProjectLineText";
 }
 
-using Field = std::pair<std::string_view, std::string_view>;
-
-void WriteFields(std::ostream& out, std::initializer_list<Field> fields) {
-  JsonWriter json(out, false);
-  json.BeginObject();
-  for (const auto& [name, value] : fields) {
-    json.Key(name);
-    json.String(value);
-  }
-  json.EndObject();
-  json.NewLine();
-}
-
 bool IsUtf16(const TextForm& form) {
   return form.Encoding == TextEncoding::Utf16LE || form.Encoding == TextEncoding::Utf16BE;
 }
@@ -76,13 +62,13 @@ std::string CodePageOf(const VBProject& project) {
 
 void RoundTrip::Run(VBProject& project) {
   ++mCounts.Projects;
-  const std::string place = mPaths.Of(project.FileName.FullPath());
+  const std::string file = project.FileName.FullPath();
   try {
     WriteAndCompare(project);
   } catch (const VendrelError& error) {
-    TellNotWritten(place, ReasonOf(error));
+    TellNotWritten(file, ReasonOf(error));
   } catch (const ToolError& error) {  // what was written cannot be loaded
-    TellNotWritten(place, error.what());
+    TellNotWritten(file, error.what());
   }
 }
 
@@ -131,14 +117,14 @@ void RoundTrip::CompareModule(const Module& module) {
   if (written && before == after) return;
   ++mCounts.Changed;
   const std::string path = FileSystemObject(module.Path).FullPath();
-  if (!written) return TellNotWritten(mPaths.Of(path), {});
+  if (!written) return TellNotWritten(path, {});
   ++mCounts.Differences;
   TellBytes(path, before, after);
 }
 
-void RoundTrip::TellNotWritten(const std::string& place, std::string_view text) {
+void RoundTrip::TellNotWritten(const std::string& file, std::string_view text) {
   ++mCounts.Differences;
-  Tell("not-written", place, text);
+  Tell("not-written", file, 0, text);
 }
 
 // At the first line that differs; all of them below it.
@@ -146,14 +132,13 @@ void RoundTrip::TellBytes(const std::string& path, std::string_view before,
                           std::string_view after) {
   const std::vector<LineChange> changes = CompareLines(before, after);
   const auto line = changes.empty() ? 0 : static_cast<std::int32_t>(changes.front().OldLine) + 1;
-  const std::string place = mPaths.Place(path, line);
   if (!mJson) {
-    WriteRow(mOut, {"bytes", place});
+    WriteRow(mOut, {"bytes", mPaths.Place(path, line)});
     return WriteLineChanges(mOut, before, after, true);
   }
   std::ostringstream text;
   WriteLineChanges(text, before, after, true);
-  Tell("bytes", place, text.str());
+  Tell("bytes", path, line, text.str());
 }
 
 // By their bytes, but for UTF-16, whose lines are found in its text alone.
@@ -195,7 +180,7 @@ void RoundTrip::TellLine(const VBProject& project, bool byRule, std::int32_t lin
                          const std::string& bytes) {
   ++(byRule ? mCounts.ByRule : mCounts.Differences);
   const TextForm form = project.SourceForm ? TextForm(*project.SourceForm) : TextForm();
-  Tell(byRule ? "rebuilt" : "line", mPaths.Place(project.FileName.FullPath(), line),
+  Tell(byRule ? "rebuilt" : "line", project.FileName.FullPath(), line,
        SourceText::Decode(bytes, PageOf(form))->Text);
 }
 
@@ -207,7 +192,7 @@ void RoundTrip::CompareTrees(const VBProject& before, const std::string& written
   Compare(Describe(before), Describe(*after), wanted, [&](Change change) {
     if (FollowsFromRules(change, before)) {
       ++mCounts.ByRule;
-      return Tell("rebuilt", mPaths.Of(before.FileName.FullPath()),
+      return Tell("rebuilt", before.FileName.FullPath(), 0,
                   change.Element + " " + std::string(change.Property));
     }
     ++mCounts.Differences;
@@ -219,11 +204,15 @@ void RoundTrip::CompareTrees(const VBProject& before, const std::string& written
   mWriter.Flush();
 }
 
-void RoundTrip::Tell(std::string_view kind, const std::string& place, std::string_view text) {
-  if (mJson)
-    WriteFields(mOut, {{"Change", kind}, {"Place", place}, {"Text", text}});
-  else
-    WriteRow(mOut, {kind, place, text});
+void RoundTrip::Tell(std::string_view kind, const std::string& file, std::int32_t line,
+                     std::string_view text) {
+  if (!mJson) return WriteRow(mOut, {kind, mPaths.Place(file, line), text});
+  JsonLines& json = mWriter.Lines();
+  json.Begin();
+  json.Text("Change", kind);
+  json.Place(file, line);
+  json.Text("Text", text);
+  json.End();
 }
 
 }  // namespace vendrel::cli

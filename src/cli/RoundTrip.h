@@ -23,7 +23,11 @@ struct RoundTripCounts {
 class RoundTrip {
  public:
   RoundTrip(std::ostream& out, bool json, const CommonOptions& options, const Streams& streams)
-      : mOut(out), mJson(json), mOptions(options), mStreams(streams), mWriter(out, json) {}
+      : mOut(out),
+        mJson(json),
+        mOptions(options),
+        mStreams(streams),
+        mWriter(out, "roundtrip", options, json) {}
 
   /// Compares bytes of modules and of the project file, and the two trees.
   void Run(VBProject& project);
@@ -43,9 +47,10 @@ class RoundTrip {
   void CompareKeptLines(const VBProject& project, std::string_view before, std::string_view after);
   void TellLine(const VBProject& project, bool byRule, std::int32_t line, const std::string& bytes);
   void CompareTrees(const VBProject& before, const std::string& written);
-  /// `place` as people are shown it.
-  void Tell(std::string_view kind, const std::string& place, std::string_view text);
-  void TellNotWritten(const std::string& place, std::string_view text);
+  /// Of a file in Windows form, line 0 for all of it.
+  void Tell(std::string_view kind, const std::string& file, std::int32_t line,
+            std::string_view text);
+  void TellNotWritten(const std::string& file, std::string_view text);
   void TellBytes(const std::string& path, std::string_view before, std::string_view after);
 
   std::ostream& mOut;

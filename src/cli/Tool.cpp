@@ -44,6 +44,7 @@ void AddCommands(CLI::App& app, Job& job) {
   AddDiffCommand(app, job);
   AddBuildCommand(app, job);
   AddRoundtripCommand(app, job);
+  AddSchemaCommand(app, job);
 }
 
 bool IsOneOf(const std::string& text, std::initializer_list<const char*> names) {
@@ -99,7 +100,7 @@ void PutCommandFirst(const CLI::App& app, std::vector<std::string>& arguments) {
   arguments.insert(arguments.begin(), "tree");
 }
 
-int Parse(CLI::App& app, std::vector<std::string> arguments, const Streams& streams) {
+int Parse(CLI::App& app, std::vector<std::string> arguments, const Streams& streams, bool json) {
   try {
     TakeCustomInput(arguments);
     PutCommandFirst(app, arguments);
@@ -107,12 +108,26 @@ int Parse(CLI::App& app, std::vector<std::string> arguments, const Streams& stre
     app.parse(arguments);
     return exDone;
   } catch (const CLI::ParseError& error) {
+    if (json && error.get_exit_code() != 0) throw ToolError(exUsage, error.what());
     const int code = app.exit(error, streams.Out, streams.Err);
     return code == 0 ? -1 : exUsage;
   }
 }
 
+// Known before the command line has been read: that it cannot be read is told in the same form.
+bool WantsObjects(int argc, const char* const* argv) {
+  for (int i = 1; i < argc; ++i) {
+    const std::string_view argument = argv[i];
+    if (argument == "--diagnostics=json") return true;
+    if (argument == "--diagnostics" && i + 1 < argc && std::string_view(argv[i + 1]) == "json")
+      return true;
+  }
+  return false;
+}
+
 }  // namespace
+
+const char* ToolVersion() { return kVersion; }
 
 ExitCode Worse(int a, int b) {
   for (const ExitCode code : {exUsage, exFailed, exNo, exWarnings})
@@ -121,8 +136,9 @@ ExitCode Worse(int a, int b) {
 }
 
 int RunTool(int argc, const char* const* argv, const Streams& streams) {
+  const bool json = WantsObjects(argc, argv);
   const auto fail = [&](int code, const std::string& text) {
-    streams.Err << "vendrelmodel: " << Shown(text) << '\n';
+    TellFailure(streams.Err, text, code, json);
     return code;
   };
   NoteSignal(0);
@@ -135,7 +151,7 @@ int RunTool(int argc, const char* const* argv, const Streams& streams) {
     app.footer("vendrelmodel FILE is short for vendrelmodel tree FILE.");
     Job job{streams, {}};
     AddCommands(app, job);
-    const int parsed = Parse(app, {argv + (argc > 0 ? 1 : 0), argv + argc}, streams);
+    const int parsed = Parse(app, {argv + (argc > 0 ? 1 : 0), argv + argc}, streams, json);
     if (parsed != exDone) return parsed < 0 ? exDone : parsed;
     return job.Run();
   } catch (const Interrupted& interrupt) {

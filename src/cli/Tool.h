@@ -33,6 +33,9 @@ struct Streams {
   std::istream* Answers = nullptr;
 };
 
+/// Name and version: "vendrelmodel 2.0".
+const char* ToolVersion();
+
 /// Runs the tool on a command line, the program's name first; gives its exit code, or 128 and the
 /// number of the signal that it stopped for (see cli/Interrupts.h). No handler is installed here.
 int RunTool(int argc, const char* const* argv, const Streams& streams);

@@ -124,7 +124,7 @@ bool Writer::Attempt(const std::string& path, bool isOneOfSeveral, Step step) {
     text = path + ": cannot be written: " + ReasonOf(error, path);
   }
   mFailed.push_back(path);
-  mStreams.Err << "vendrelmodel: " << Shown(text) << '\n';
+  TellFailure(mStreams.Err, text, exFailed, mArguments.Common.DiagnosticsAsJson());
   return false;
 }
 
@@ -255,10 +255,10 @@ void Writer::ShowOne(const PlannedFile& file, Counts& counts) {
 bool Writer::Finish() {
   if (mFailed.empty()) return true;
   if (mProjects > 1) {
-    mStreams.Err << "vendrelmodel: not written, or not whole: " << mFailed.size() << " of "
-                 << mProjects << " projects:";
-    for (const std::string& path : mFailed) mStreams.Err << ' ' << path;
-    mStreams.Err << '\n';
+    std::string text = "not written, or not whole: " + std::to_string(mFailed.size()) + " of " +
+                       std::to_string(mProjects) + " projects:";
+    for (const std::string& path : mFailed) text.append(" ").append(path);
+    TellFailure(mStreams.Err, text, exFailed, mArguments.Common.DiagnosticsAsJson());
   }
   return false;
 }

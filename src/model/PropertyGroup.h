@@ -46,23 +46,31 @@ class PropertyGroup : public ElementOf<PropertyGroup> {
 
   template <typename Own>
   static constexpr auto Properties() {
-    return PropertyTable{Prop{"Name", &Own::Name},
-                         Prop{"HelpContextID", &Own::HelpContextID},
-                         Prop{"IsHiddenMember", &Own::IsHiddenMember},
-                         Prop{"FirstBlockInCode", &Own::FirstBlockInCode, PropertyKind::Link},
-                         Prop{"PropertyGetBlock", &Own::PropertyGetBlock, &Own::SetPropertyGetBlock,
-                              PropertyKind::Link},
-                         Prop{"PropertyLetBlock", &Own::PropertyLetBlock, &Own::SetPropertyLetBlock,
-                              PropertyKind::Link},
-                         Prop{"PropertySetBlock", &Own::PropertySetBlock, &Own::SetPropertySetBlock,
-                              PropertyKind::Link},
-                         Prop{"Access", &Own::Access, PropertyKind::Derived},
-                         Prop{"ExcludeFlag", &Own::ExcludeFlag, PropertyKind::Derived},
-                         Prop{"Interface", &Own::Interface, PropertyKind::Derived},
-                         Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived},
-                         Prop{"Component", &Own::Component, PropertyKind::Link}.Hide(),
-                         Prop{"PrimaryBlock", &Own::PrimaryBlock, PropertyKind::Link}.Hide(),
-                         Prop{"VBProject", &Own::VBProject, PropertyKind::Link}.Hide()};
+    return PropertyTable{
+        Prop{"Name", &Own::Name},
+        Prop{"HelpContextID", &Own::HelpContextID},
+        Prop{"IsHiddenMember", &Own::IsHiddenMember},
+        Prop{"FirstBlockInCode", &Own::FirstBlockInCode, PropertyKind::Link},
+        Prop{"PropertyGetBlock", &Own::PropertyGetBlock, &Own::SetPropertyGetBlock,
+             PropertyKind::Link},
+        Prop{"PropertyLetBlock", &Own::PropertyLetBlock, &Own::SetPropertyLetBlock,
+             PropertyKind::Link},
+        Prop{"PropertySetBlock", &Own::PropertySetBlock, &Own::SetPropertySetBlock,
+             PropertyKind::Link},
+        Prop{"Access", &Own::Access, PropertyKind::Derived},
+        Prop{"ExcludeFlag", &Own::ExcludeFlag, PropertyKind::Derived},
+        Prop{"Interface", &Own::Interface, PropertyKind::Derived},
+        Prop{"QualifiedName", &Own::QualifiedName, PropertyKind::Derived},
+        Prop{"Component", &Own::Component, PropertyKind::Link}.Hide(),
+        Prop{"PrimaryBlock", &Own::PrimaryBlock, PropertyKind::Link}.Hide(),
+        Prop{"VBProject", &Own::VBProject, PropertyKind::Link}.Hide(),
+        Prop{"TaggedDescription", &Own::TaggedDescription, PropertyKind::Derived}.Hide(),
+        Prop{"UnTaggedDescription", &Own::UnTaggedDescription, PropertyKind::Derived}.Hide(),
+        Prop{"Description", &Own::Description, PropertyKind::Derived}.Hide(),
+        Prop{"TaggedComments",
+             static_cast<const vendrel::TaggedComments& (Own::*)() const>(&Own::TaggedComments),
+             PropertyKind::Children}
+            .Hide()};
   }
 
  private:

@@ -11,7 +11,12 @@
 namespace vendrel {
 
 class JsonWriter;
+class UniqueNames;
 struct ControlProperty;
+
+/// Version of the form in which the tree is written as JSON. A new member leaves it as it is; one
+/// that goes, or means something else, raises it.
+inline constexpr int kJsonFormat = 1;
 
 /// What a dump leaves out or changes.
 struct DumpOptions {
@@ -26,9 +31,32 @@ struct DumpOptions {
   std::string Root = {};
   /// A line for each member.
   bool Indented = true;
+  /// Where each element stands: "File" (a path of this machine), "Line" and "Column".
+  bool Places = true;
+  /// The program that writes, with its version: the document begins with it and with the version of
+  /// the format. Empty: it does not.
+  std::string Tool = {};
+  /// A folder of this machine from which "File" is shown; empty: absolute paths.
+  std::string NativeRoot = {};
+  /// The names of the elements, where they are to differ from those of other documents too; they
+  /// must be of a tree that holds the element. Null: those of the element's own tree.
+  const UniqueNames* Names = nullptr;
   /// All properties of controls too, as "Properties": an array of objects.
   bool ControlProperties = false;
 };
+
+/// Whether the elements of a property are its own and dumped as objects; else they stand elsewhere
+/// and are shown by their names.
+bool OwnsElements(const PropertyDescription& property);
+
+/// Whether the property at an index of `AllProperties` is hidden from comparisons: a dump has it
+/// where it says something.
+bool IsHidden(const ClassDescription& description, std::size_t index);
+/// Why such a property is in no dump; empty for one that is dumped.
+std::string_view WhyNotDumped(const ClassDescription& description, std::size_t index);
+
+/// The path of a file on this machine, from the root where it lies below it.
+std::string ShownFile(const std::string& windowsPath, std::string_view nativeRoot = {});
 
 /// Writes an element with everything below it. Loads no module: one that was not read shows what
 /// the project file tells of it. The text ends with a line feed.

@@ -59,12 +59,16 @@ inline std::string RunFor(const std::vector<std::string>& arguments, int code = 
   return code == exDone ? run.Out : run.Err;
 }
 
-/// The JSON that a run writes, each line a value of its own.
+/// The JSON that a run writes, each line a value of its own; without the line that tells the form.
 inline std::vector<nlohmann::json> JsonLines(const std::vector<std::string>& arguments,
                                              int code = exDone) {
   std::vector<nlohmann::json> values;
   std::istringstream lines(ToolEnding(code, arguments).Out);
   for (std::string line; std::getline(lines, line);) values.push_back(nlohmann::json::parse(line));
+  if (values.empty() || !values.front().contains("FormatVersion"))
+    ADD_FAILURE() << "the first line does not tell the form";
+  else
+    values.erase(values.begin());
   return values;
 }
 

@@ -1,0 +1,265 @@
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <span>
+
+#include "cli/Commands.h"
+#include "cli/JsonLines.h"
+#include "cli/ProjectCounts.h"
+#include "cli/Results.h"
+#include "output/Dump.h"
+#include "output/Schema.h"
+
+namespace vendrel::cli {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+enum class MemberType { mtText, mtNumber, mtTruth, mtTexts, mtTextOrNull, mtPlace, mtParts };
+
+// A member of an object of a list.
+struct RecordMember {
+  const char* Name;
+  MemberType Type = MemberType::mtText;
+  bool Optional = false;
+};
+
+using enum MemberType;
+
+constexpr RecordMember kFile{"File"}, kLine{"Line", mtNumber}, kColumn{"Column", mtNumber};
+constexpr RecordMember kUnique{"UniqueName"}, kQualified{"QualifiedName"};
+
+constexpr RecordMember kHeaderRecord[] = {{"Command"}, {"FormatVersion", mtNumber}, {"Tool"}};
+constexpr RecordMember kNamesRecord[] = {
+    kUnique, kQualified, {"Kind"}, kFile, kLine, kColumn, {"Remark", mtText, true}};
+constexpr RecordMember kMembersRecord[] = {{"Name"},      {"Kind"}, kUnique, kQualified,
+                                           {"Signature"}, kFile,    kLine,   kColumn};
+constexpr RecordMember kResolvedRecord[] = {{"TypeClass"}, kUnique, kQualified,
+                                            kFile,         kLine,   kColumn};
+constexpr RecordMember kHelpIDsRecord[] = {
+    {"HelpContextID", mtNumber}, kUnique, kQualified, kFile, kLine, kColumn};
+constexpr RecordMember kCommentsRecord[] = {{"TagIdentifier"},
+                                            {"Qualifier"},
+                                            {"Text"},
+                                            kFile,
+                                            kLine,
+                                            kColumn,
+                                            {"CodeElement", mtTextOrNull}};
+constexpr RecordMember kDiagnosticsRecord[] = {
+    kFile, kLine, kColumn, {"Severity"}, {"Code"}, {"Text"}, {"ExitCode", mtNumber, true}};
+constexpr RecordMember kChangesRecord[] = {{"Change"},
+                                           {"Kind"},
+                                           {"Class"},
+                                           {"Element"},
+                                           {"PlaceBefore", mtPlace},
+                                           {"PlaceAfter", mtPlace},
+                                           {"Parts", mtParts}};
+constexpr RecordMember kBytesRecord[] = {{"Change"}, kFile, kLine, kColumn, {"Text"}};
+constexpr RecordMember kLinesRecord[] = {kFile,
+                                         kLine,
+                                         kColumn,
+                                         {"LineType", mtNumber},
+                                         {"LineTypeName"},
+                                         {"Continued", mtTruth},
+                                         {"Continuation", mtTruth},
+                                         {"Text"},
+                                         {"StatementPart"},
+                                         {"CommentPart"},
+                                         {"LineID", mtNumber},
+                                         {"MoreLines", mtTruth},
+                                         {"Remainder"},
+                                         {"NotInSource", mtTruth},
+                                         {"EventIndex", mtNumber},
+                                         {"CurrentLineNumber", mtNumber},
+                                         {"Failure", mtText, true}};
+constexpr RecordMember kAssemblyRecord[] = {{"name"},
+                                            {"kind", mtText, true},
+                                            {"access", mtText, true},
+                                            {"in", mtText, true},
+                                            {"static", mtTruth, true},
+                                            {"virtual", mtTruth, true},
+                                            {"abstract", mtTruth, true},
+                                            {"sealed", mtTruth, true},
+                                            {"explicit", mtTruth, true},
+                                            {"extension", mtTruth, true},
+                                            {"hidden", mtTruth, true},
+                                            {"type", mtText, true},
+                                            {"parameters", mtTexts, true},
+                                            {"implements", mtTexts, true},
+                                            {"value", mtText, true},
+                                            {"obsolete", mtText, true},
+                                            {"damage", mtText, true}};
+
+Json MemberSchema(MemberType type) {
+  const Json text{{"type", "string"}}, null{{"type", "null"}};
+  switch (type) {
+    case mtText: return text;
+    case mtNumber: return {{"type", "integer"}};
+    case mtTruth: return {{"type", "boolean"}};
+    case mtTexts: return {{"type", "array"}, {"items", text}};
+    case mtTextOrNull: return {{"type", Json::array({"string", "null"})}};
+    case mtPlace: return {{"anyOf", Json::array({Json{{"$ref", "#/$defs/Place"}}, null})}};
+    case mtParts: return {{"type", "array"}, {"items", {{"$ref", "#/$defs/Part"}}}};
+  }
+  return Json::object();
+}
+
+Json ObjectOf(std::span<const RecordMember> members) {
+  Json properties = Json::object(), required = Json::array();
+  for (const RecordMember& member : members) {
+    properties[member.Name] = MemberSchema(member.Type);
+    if (!member.Optional) required.push_back(member.Name);
+  }
+  return {{"type", "object"},
+          {"properties", std::move(properties)},
+          {"required", std::move(required)},
+          {"additionalProperties", false}};
+}
+
+Json CountsSchema() {
+  Json properties, required = Json::array();
+  for (const std::string& name : ProjectCounts::Names()) {
+    properties[name] = MemberSchema(mtNumber);
+    required.push_back(name);
+  }
+  return {{"type", "object"},
+          {"properties", std::move(properties)},
+          {"required", std::move(required)},
+          {"additionalProperties", false}};
+}
+
+// What the objects of a command are: names of definitions.
+struct CommandSchema {
+  const char* Command;
+  const char* What;
+  std::vector<const char*> Objects;
+  bool IsList = true;
+};
+
+const std::vector<CommandSchema>& AllCommands() {
+  static const std::vector<CommandSchema> all{
+      {"assembly", "a type or member a line", {"AssemblyEntry"}},
+      {"check", "a diagnostic a line, the counts last", {"Diagnostic", "Counts"}},
+      {"comments", "a tagged comment a line", {"Comment"}},
+      {"controls", "a tree of controls a line", {"VBControl"}},
+      {"diagnostics", "what is told under --diagnostics json, an object a line", {"Diagnostic"}},
+      {"diff", "a difference a line", {"Change"}},
+      {"dump",
+       "one document for a project, module or group, a project a line for a folder",
+       {"VBProject", "VBProjectGroup"}},
+      {"find", "an element a line", {"Element"}},
+      {"help-ids", "a help context ID a line", {"HelpID"}},
+      {"lines", "a line of source a line", {"SourceLine"}},
+      {"members", "a member a line", {"Member"}},
+      {"names", "a name a line", {"Name"}},
+      {"resolve", "where the type is declared", {"Resolution"}},
+      {"roundtrip", "a difference a line", {"Change", "BytesChange"}},
+      {"typelib", "one document, by the names of the reading service", {"TypeLibrary"}, false},
+  };
+  return all;
+}
+
+Json AllDefinitions() {
+  Json definitions = SchemaOfClasses();
+  Json elements = Json::array();
+  for (const auto& [name, schema] : definitions.items())
+    if (schema["properties"].contains("Class")) elements.push_back({{"$ref", "#/$defs/" + name}});
+  definitions["Element"] = {{"anyOf", std::move(elements)}};
+  definitions["Header"] = ObjectOf(kHeaderRecord);
+  definitions["Name"] = ObjectOf(kNamesRecord);
+  definitions["Member"] = ObjectOf(kMembersRecord);
+  definitions["Resolution"] = ObjectOf(kResolvedRecord);
+  definitions["HelpID"] = ObjectOf(kHelpIDsRecord);
+  definitions["Comment"] = ObjectOf(kCommentsRecord);
+  definitions["Diagnostic"] = ObjectOf(kDiagnosticsRecord);
+  definitions["Counts"] = CountsSchema();
+  definitions["Place"] = ObjectOf(std::array{kFile, kLine, kColumn});
+  definitions["Part"] = ObjectOf(std::array<RecordMember, 6>{{{"Change"},
+                                                              {"Kind", mtText, true},
+                                                              {"Element", mtText, true},
+                                                              {"Property", mtText, true},
+                                                              {"Before", mtText, true},
+                                                              {"After", mtText, true}}});
+  definitions["Change"] = ObjectOf(kChangesRecord);
+  definitions["BytesChange"] = ObjectOf(kBytesRecord);
+  definitions["SourceLine"] = ObjectOf(kLinesRecord);
+  definitions["AssemblyEntry"] = ObjectOf(kAssemblyRecord);
+  definitions["TypeLibrary"] = {{"type", "object"},
+                                {"required", Json::array({"Name", "TypeInfos"})}};
+  return definitions;
+}
+
+// Only the definitions that `wanted` leads to.
+Json Reachable(const Json& all, const Json& wanted) {
+  Json reached = Json::object();
+  std::vector<Json> open{wanted};
+  while (!open.empty()) {
+    const Json next = std::move(open.back());
+    open.pop_back();
+    const Json flat = next.flatten();
+    for (const auto& [path, value] : flat.items()) {
+      if (!path.ends_with("/$ref")) continue;
+      const std::string name = value.get<std::string>().substr(8);
+      if (reached.contains(name)) continue;
+      reached[name] = all[name];
+      open.push_back(all[name]);
+    }
+  }
+  return reached;
+}
+
+Json Choice(const CommandSchema& command) {
+  Json choice = Json::array();
+  if (command.IsList && std::string_view(command.Command) != "diagnostics")
+    choice.push_back({{"$ref", "#/$defs/Header"}});
+  for (const char* object : command.Objects)
+    choice.push_back({{"$ref", std::string("#/$defs/") + object}});
+  return choice;
+}
+
+Json SchemaFor(const std::string& command) {
+  Json choice = Json::array();
+  std::string what = "whatever the tool writes as JSON";
+  for (const CommandSchema& one : AllCommands()) {
+    if (!command.empty() && command != one.Command) continue;
+    for (const Json& entry : Choice(one))
+      if (std::find(choice.begin(), choice.end(), entry) == choice.end()) choice.push_back(entry);
+    if (!command.empty()) what = one.What;
+  }
+  Json schema{{"$schema", "https://json-schema.org/draft/2020-12/schema"},
+              {"title", command.empty() ? "vendrelmodel" : "vendrelmodel " + command},
+              {"description", what},
+              {"version", kJsonFormat},
+              {"anyOf", std::move(choice)}};
+  schema["$defs"] = Reachable(AllDefinitions(), schema);
+  return schema;
+}
+
+struct SchemaArguments {
+  CommonOptions Common;
+  std::string Command;
+};
+
+int RunSchema(const SchemaArguments& arguments, const Streams& streams) {
+  WriteResult(arguments.Common, streams, {},
+              [&](std::ostream& out) { out << SchemaFor(arguments.Command).dump(1) << '\n'; });
+  return exDone;
+}
+
+}  // namespace
+
+void AddSchemaCommand(CLI::App& app, Job& job) {
+  auto* command =
+      app.add_subcommand("schema", "The JSON Schema of what a command writes as JSON, or of all");
+  const auto arguments = std::make_shared<SchemaArguments>();
+  std::vector<std::string> commands;
+  for (const CommandSchema& one : AllCommands()) commands.emplace_back(one.Command);
+  command->add_option("command", arguments->Command, "A command, or diagnostics")
+      ->check(CLI::IsMember(commands));
+  AddCommonOptions(*command, arguments->Common);
+  command->callback([arguments, &job] {
+    job.Run = [arguments, &streams = job.Streams] { return RunSchema(*arguments, streams); };
+  });
+}
+
+}  // namespace vendrel::cli

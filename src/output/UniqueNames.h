@@ -1,0 +1,32 @@
+#pragma once
+// One name for each element of an output. Qualified names are shared: by the procedures of a
+// property, by the Declares of one function in several modules, by projects of one name.
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+
+#include "output/Describe.h"
+
+namespace vendrel {
+
+/// Names of the elements of one output: the qualified name, with "#2", "#3" and so on behind it
+/// for elements of that name that follow in the order of the tree.
+class UniqueNames {
+ public:
+  /// Names all that is in the tree below `root`, and it itself. What was named before keeps its
+  /// names taken, but is not known any longer.
+  void Add(ElementRef root);
+  /// The name of an element that was added last; its qualified name if it was not.
+  std::string Of(const CodeElement& element) const;
+
+ private:
+  void Name(const CodeElement& element);
+
+  /// How many elements had a name, by its hash: two names of one hash leave out a number.
+  std::unordered_map<std::size_t, std::uint32_t> mTaken;
+  /// Those whose name has a number.
+  std::unordered_map<const CodeElement*, std::string> mNumbered;
+};
+
+}  // namespace vendrel
