@@ -27,6 +27,7 @@ void AddResolveCommand(CLI::App& app, Job& job);
 void AddControlsCommand(CLI::App& app, Job& job);
 void AddTypeLibCommand(CLI::App& app, Job& job);
 void AddAssemblyCommand(CLI::App& app, Job& job);
+void AddAssembliesCommand(CLI::App& app, Job& job);
 void AddStructureCommand(CLI::App& app, Job& job);
 void AddHtmlCommand(CLI::App& app, Job& job);
 void AddMembersCommand(CLI::App& app, Job& job);

@@ -82,6 +82,8 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
       ->add_option("--comment-file", options.CommentFile,
                    "Apply the tagged comments of this file (XML) once the source is read")
       ->type_name("FILE");
+  group->add_flag("--xml-docs", options.XmlDocs,
+                  "Take the XML documentation of an assembly into its tree");
   group
       ->add_option("--typelib-path", options.TypeLibPath,
                    "A folder searched for type libraries that others refer to")

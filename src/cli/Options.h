@@ -60,6 +60,8 @@ struct CommonOptions {
   bool Unresolved = false;
   /// Projects that a VB.NET project refers to are not read.
   bool NoReferences = false;
+  /// The documentation of assemblies joins their tree.
+  bool XmlDocs = false;
   bool Strict = false;
   bool Quiet = false;
   /// A folder from which JSON shows paths.

@@ -14,6 +14,7 @@
 #include "core/Workspace.h"
 #include "dotnet/Sources.h"
 #include "model/ModuleKinds.h"
+#include "project/Assembly.h"
 #include "project/ProjectCodePage.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"
@@ -53,11 +54,23 @@ std::shared_ptr<VBProject> NewProject(const CommonOptions& options) {
   return project;
 }
 
+// What the documentation file beside an assembly says joins the tree.
+void TakeDocumentation(VBProject& project) {
+  if (project.LanguageVersion() != lvVisualBasicDotNet) return;
+  const auto assembly = std::make_shared<Assembly>();
+  assembly->mName = project.ProjectName;
+  assembly->FileName = project.FileName;
+  assembly->TieOwner(&project);
+  project.OwnAssembly(assembly);
+  assembly->IntegrateCommentFile(project, nullptr, true, false);
+}
+
 // A library is one file: no modules are left to read.
 std::shared_ptr<VBProject> LoadLibrary(const std::string& path, const CommonOptions& options) {
   FileOptions::Current().CodePage = options.CodePage;
   auto project = NewProject(options);
   FillFromCompiled(*project, path, options);
+  if (options.XmlDocs) TakeDocumentation(*project);
   project->OutputFileName.SetFolderPath(project->FileName.FolderPath());
   return project;
 }

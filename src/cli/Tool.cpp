@@ -41,6 +41,7 @@ void AddCommands(CLI::App& app, Job& job) {
   AddWriteCommand(app, job);
   AddTypeLibCommand(app, job);
   AddAssemblyCommand(app, job);
+  AddAssembliesCommand(app, job);
   AddDiffCommand(app, job);
   AddBuildCommand(app, job);
   AddRoundtripCommand(app, job);

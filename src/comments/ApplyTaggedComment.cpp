@@ -8,6 +8,7 @@
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
+#include "project/Assembly.h"
 #include "project/VBProjectGroup.h"
 
 namespace vendrel {
@@ -141,8 +142,13 @@ void AttachToGroup(Application& a) {
   a.Applied = true;
 }
 
+// What a project is the content of takes its comments, unless the project made it for itself.
 void AttachToProject(Application& a) {
-  if (a.Project) AttachWithoutExclusion(a, *a.Project);
+  if (!a.Project) return;
+  Assembly* assembly = a.Project->Assembly();
+  if (!assembly || !assembly->OwnProject()) return AttachWithoutExclusion(a, *a.Project);
+  AttachWithoutExclusion(a, *assembly);
+  a.Comment->CodeElement = a.Project;
 }
 
 void AttachToModule(Application& a) { AttachWithoutExclusion(a, a.Component); }

@@ -37,6 +37,7 @@ constexpr Row kRows[] = {
     {"##DESCRIPTION", etNone, kAny, Describes, wrapLineBreak, Joined, "##SUMMARY"},
     {"##REMARKS", etNone, kAny, Kept, wrapParagraph},
     {"##RETURNS", etNone, kCallable, Kept, wrapSpace},
+    {"##TYPEPARAM", etNone, kAny, Kept, wrapLineBreak},
     {"##PARAM", etNone, "FZ:Parameter", Describes, wrapLineBreak},
     {"##SEEALSO", etNone, kAny, Kept, wrapLineBreak, Separate},
     {"##EXAMPLE", etNone, kAny, Kept, wrapLineBreak, Separate},

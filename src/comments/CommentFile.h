@@ -43,5 +43,9 @@ class CommentFileOfSeveral {
 
 /// Parses XML text whole. Raises 5 with `name`, line and column where it is not well-formed.
 void ParseXml(pugi::xml_document& document, std::string_view text, std::string_view name);
+/// The position of the first "&" that begins no reference which XML knows by itself ("&lt;",
+/// "&#160;"), comments and CDATA sections passed over; npos if there is none. Nothing ever declares
+/// further ones: those of a document type are refused too.
+std::size_t FindForeignReference(std::string_view text);
 
 }  // namespace vendrel

@@ -48,16 +48,9 @@ std::size_t BehindMarkup(std::string_view text, std::size_t at) {
 }
 
 void CheckReferences(std::string_view text, std::string_view name) {
-  for (std::size_t at = text.find_first_of("&<"); at != std::string_view::npos;
-       at = text.find_first_of("&<", at)) {
-    const std::size_t behind = text[at] == '<' ? BehindMarkup(text, at) : 0;
-    if (text[at] == '&') {
-      const std::size_t end = text.substr(at, 16).find(';');
-      if (end == std::string_view::npos || !IsReference(text.substr(at + 1, end - 1)))
-        Refuse(text, at, name, "\"&\" that begins no character reference");
-    }
-    at = behind ? behind : at + 1;
-  }
+  const std::size_t at = FindForeignReference(text);
+  if (at != std::string_view::npos)
+    Refuse(text, at, name, "\"&\" that begins no character reference");
 }
 
 void CheckRoot(const pugi::xml_document& document, std::string_view text, std::string_view name) {
@@ -68,6 +61,20 @@ void CheckRoot(const pugi::xml_document& document, std::string_view text, std::s
 }
 
 }  // namespace
+
+std::size_t FindForeignReference(std::string_view text) {
+  if (text.find('&') == std::string_view::npos) return std::string_view::npos;
+  for (std::size_t at = text.find_first_of("&<"); at != std::string_view::npos;
+       at = text.find_first_of("&<", at)) {
+    const std::size_t behind = text[at] == '<' ? BehindMarkup(text, at) : 0;
+    if (text[at] == '&') {
+      const std::size_t end = text.substr(at, 16).find(';');
+      if (end == std::string_view::npos || !IsReference(text.substr(at + 1, end - 1))) return at;
+    }
+    at = behind ? behind : at + 1;
+  }
+  return std::string_view::npos;
+}
 
 void ParseXml(pugi::xml_document& document, std::string_view text, std::string_view name) try {
   const pugi::xml_parse_result result = document.load_buffer(

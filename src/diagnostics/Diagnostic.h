@@ -54,6 +54,10 @@ enum class Severity : std::uint8_t { Note, Warning, Error };
   X(AssemblyPart, "assembly-part", Warning, "%1")                                                  \
   X(MissingAssembly, "missing-assembly", Note,                                                     \
     "assembly %1 not found; --reference-path names folders to look in")                            \
+  X(AssemblyDropped, "assembly-dropped", Warning,                                                  \
+    "%p1 not found; the assembly is left out of the set")                                          \
+  X(DocumentationUnread, "documentation-unread", Warning, "documentation is not read: %1")         \
+  X(DocumentationPart, "documentation-part", Warning, "%1")                                        \
   X(WriteRefused, "write-refused", Error, "%1")                                                    \
   X(Told, "told", Warning, "%1")                                                                   \
   X(UnreadProject, "unread-project", Error, "%1")                                                  \

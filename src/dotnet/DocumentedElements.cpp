@@ -5,6 +5,8 @@
 namespace vendrel {
 namespace {
 
+constexpr std::size_t kLargeFamily = 16;
+
 // A name cut where its arguments begin; what stands in the braces of its front is left out.
 struct LooseName {
   std::string Front;
@@ -53,8 +55,36 @@ const DocumentedElements::Members& DocumentedElements::MembersOf(const Component
   return known->second;
 }
 
+// A walk over the overloads of a family for each of them would take the square of their number.
+Block* DocumentedElements::FindOverload(std::string_view name) {
+  std::string type, member;
+  VBProject::SplitDotNetName(name.substr(2), type, member);
+  const Component* component = mProject.Components.Item(type);
+  std::string base = member.substr(0, member.find_first_of("(~"));
+  if (base == "#ctor") base[0] = '_';
+  if (!component) return nullptr;
+  for (Block* head : component->Blocks.Named(base)) {
+    const Blocks* overloads = head->OverloadBlocks().IfAny();
+    if (!overloads || overloads->Count() < kLargeFamily) continue;
+    const auto [family, isNew] = mFamilies.try_emplace(head);
+    if (isNew)
+      for (Block& overload : *overloads)
+        family->second.try_emplace(overload.DotNetName(), &overload);
+    const auto found = family->second.find(std::string(name));
+    if (found != family->second.end()) return found->second;
+  }
+  return nullptr;
+}
+
+CodeElement* DocumentedElements::Exact(std::string_view name) {
+  const bool isProcedure = name.starts_with("M:") || name.starts_with("P:");
+  if (isProcedure && mProject.Reading.NetNames)
+    if (Block* overload = FindOverload(name)) return overload;
+  return mProject.GetObjectFromDotNetName(name);
+}
+
 DocumentedElement DocumentedElements::Find(std::string_view name) {
-  if (CodeElement* exact = mProject.GetObjectFromDotNetName(name)) return {exact, NameJoin::Exact};
+  if (CodeElement* exact = Exact(name)) return {exact, NameJoin::Exact};
   const bool isProcedure = name.starts_with("M:") || name.starts_with("P:");
   if (!isProcedure || !mProject.Reading.NetNames) return {};
   std::string type, member;

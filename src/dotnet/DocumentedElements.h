@@ -34,13 +34,17 @@ class DocumentedElements {
  public:
   explicit DocumentedElements(const VBProject& project) : mProject(project) {}
   DocumentedElement Find(std::string_view name);
+  /// As `VBProject::GetObjectFromDotNetName`, with an index for large families of overloads.
+  CodeElement* Exact(std::string_view name);
 
  private:
   using Members = std::unordered_map<std::string, std::vector<Block*>>;
   const Members& MembersOf(const Component& component);
+  Block* FindOverload(std::string_view name);
 
   const VBProject& mProject;
   std::unordered_map<const Component*, Members> mMembers;
+  std::unordered_map<const Block*, std::unordered_map<std::string, Block*>> mFamilies;
 };
 
 /// The name that documentation files have for an element; empty for what has none there.

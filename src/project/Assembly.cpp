@@ -4,6 +4,7 @@ namespace vendrel {
 
 Assembly::Assembly() = default;
 Assembly::~Assembly() = default;
+Assemblies::~Assemblies() = default;
 
 void Assembly::TieVBProject(std::shared_ptr<vendrel::VBProject> project) {
   mProject = project.get();
