@@ -24,8 +24,9 @@ json DumpOf(const Class& element, const DumpOptions& options = {}) {
 }
 
 TEST(Describe, GivesEveryClassDistinctNamesAndReaders) {
-  EXPECT_EQ(AllClasses().size(), 20u);
+  std::set<std::string_view> classes;
   for (const ClassDescription* description : AllClasses()) {
+    EXPECT_TRUE(classes.insert(description->Name).second) << description->Name;
     std::set<std::string_view> names;
     for (const PropertyDescription& property : description->Properties) {
       EXPECT_TRUE(names.insert(property.Name).second) << description->Name << "." << property.Name;
@@ -129,9 +130,8 @@ TEST(Dump, HasEveryPropertyOfTheTable) {
   const json dump = DumpOf(Block(), {.Lines = true});
   const ClassDescription& description = *Describe(Block()).Class;
   EXPECT_EQ(dump["Class"], "Block");
-  EXPECT_EQ(dump.size(), description.Properties.size() + 1);
   for (const PropertyDescription& property : description.Properties)
-    EXPECT_TRUE(dump.contains(std::string(property.Name))) << property.Name;
+    EXPECT_NE(dump.contains(std::string(property.Name)), property.IsRare) << property.Name;
 }
 
 TEST(Dump, ShowsValuesAsTheLibraryHoldsThem) {
