@@ -2,6 +2,7 @@
 
 #include "cli/ShownText.h"
 #include "core/Ascii.h"
+#include "dotnet/Sources.h"
 #include "model/Component.h"
 #include "output/Places.h"
 #include "project/WithItsClass.h"
@@ -169,7 +170,10 @@ std::string FileOf(const Component& component) { return SourcePlace{&component}.
 
 std::string PlaceOf(const CodeElement& element, ShownPaths& paths) {
   const SourcePlace place = vendrel::PlaceOf(element);
-  const std::string file = place.File();
+  const VBProject* project = place.Component ? place.Component->VBProject() : nullptr;
+  const std::string file = project && project->ProjectFiles.Count() > 0
+                               ? SourceFileOf(*place.Component, *place.Declared).FullPath()
+                               : place.File();
   return file.empty() ? file : paths.Place(file, place.Line);
 }
 

@@ -6,6 +6,7 @@
 #include "cli/Elements.h"
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "dotnet/Sources.h"
 #include "model/ModuleKinds.h"
 
 namespace vendrel::cli {
@@ -87,6 +88,12 @@ std::string VariableWords(const Variable& variable, bool withAccess) {
                    variable.IsArray, variable.ArraySubscript, TypeWords(variable));
 }
 
+// VB.NET source: one file holds several types, and several files may hold one.
+bool IsOfNetSource(const Component& component) {
+  const VBProject* project = component.VBProject();
+  return project && project->ProjectFiles.Count() > 0;
+}
+
 // What raises the event that a procedure handles.
 std::string EventOf(const Block& block) {
   const CodeElement* source = block.EventSource.Get();
@@ -130,7 +137,7 @@ void Outline::WriteModule(const Component& component) {
        Joined({StateOf(component), CountOf(lines, "line"),
                CountOf(ProcedureCount(component), "procedure"),
                CountOf(component.AllVBControls.Count(), "control")}),
-       1);
+       std::max(1, IsOfNetSource(component) ? component.SourceLine() : 1));
   if (!Shows(kMemberDepth)) return;
   WriteControls(component);
   WriteDeclarations(component);
@@ -178,7 +185,9 @@ void Outline::WriteDeclarations(const Component& component) {
 
 void Outline::WriteBlock(const Block& block) {
   const Blocks* overloads = block.OverloadBlocks().IfAny();
-  if (overloads && overloads->Count() > 0 && block.Options().WasReadFromTypeLibrary) {
+  const Component* component = block.Component.Get();
+  const bool isNet = component && IsOfNetSource(*component);
+  if (overloads && overloads->Count() > 0 && (isNet || block.Options().WasReadFromTypeLibrary)) {
     for (const Block& overload : *overloads)
       if (!IsInherited(overload)) WriteBlock(overload);
     return;
@@ -187,6 +196,7 @@ void Outline::WriteBlock(const Block& block) {
   const bool isSignature = !block.DefinitionLine.empty() || block.Options().WasReadFromTypeLibrary;
   const std::string words =
       isSignature ? SignatureOf(block) : AccessAndName(block.Access, block.Name());
+  if (isNet) mFile = SourceFileOf(*component, block).FullPath();
   Line(kMemberDepth, block.IsPropertyType() ? "property" : "procedure", {words, isSignature},
        Joined({EventOf(block), CountOf(variables ? variables->Count() : 0, "variable")}),
        block.SourceLine());
@@ -199,6 +209,8 @@ void Outline::WriteVariables(int depth, const Collection* variables, std::string
   if (!variables || !Shows(depth)) return;
   for (const Variable& item : *variables) {
     if (IsInherited(item)) continue;
+    if (const Component* component = item.Component.Get(); component && IsOfNetSource(*component))
+      mFile = SourceFileOf(*component, item).FullPath();
     Line(depth, item.Value.empty() ? word : "constant", VariableWords(item, depth == kMemberDepth),
          item.Value, item.SourceLine());
   }

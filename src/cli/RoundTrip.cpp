@@ -34,6 +34,8 @@ bool IsOfMember(const Change& change, const VBProject& before) {
 bool FollowsFromRules(const Change& change, const VBProject& before) {
   if (change.Class == ElementKind::Reference)
     return change.Property == "SourceString" || IsOfMember(change, before);
+  // A copy has the files that came from elsewhere in its own folder, where patterns find them.
+  if (change.Class == ElementKind::ProjectFile) return change.Kind == ChangeKind::Added;
   if (change.Class != ElementKind::VBProject) return false;
   if (change.Property == "IconForm")
     return EqualsNoCase(change.Before, before.Startup) && change.After.empty();

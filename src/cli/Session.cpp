@@ -94,6 +94,10 @@ std::shared_ptr<VBProject> LoadNetProject(const std::string& path, const CommonO
   if (form == NetProjectForm::Other && !root.empty())
     throw InputError(
         path, "no project: its root is <" + root + ">, not <VisualStudioProject> or <Project>");
+  if (form == NetProjectForm::Other)
+    throw InputError(path,
+                     "no project: it holds no XML, as the files do that web editors keep "
+                     "under the names of others (folders _vti_cnf)");
   auto project = NewProject(options);
   if (form == NetProjectForm::MSBuild)
     project->LoadFromCustom(kMSBuildLoaderProgId, file.FullPath());

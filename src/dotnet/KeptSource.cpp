@@ -92,8 +92,24 @@ void SourceScan::TakeKept(const SourceStatement& statement) {
         CloseKept(one);
         continue;
     }
-    if (!fed) FeedLines(one.What == Kind::Type ? Innermost() : *mScanned.Outside, statement);
+    if (!fed) FeedHeader(one, found.size(), statement);
     fed = true;
+  }
+}
+
+// What opens a type behind its attributes holds nothing else that the intake should read.
+void SourceScan::FeedHeader(const TypeStatement& opened, std::size_t statements,
+                            const SourceStatement& statement) {
+  if (opened.What != Kind::Type) return FeedLines(*mScanned.Outside, statement);
+  const auto [at, size] = PlaceOfTypeName(statement.Text);
+  const bool isAttributed = statement.Lines.size() > 1 || TrimGaps(statement.Text).starts_with('<');
+  const std::string_view behind = statement.Text.substr(std::min(at + size, statement.Text.size()));
+  if (!isAttributed || statements > 1 || opened.Type == ctEnumeration ||
+      behind.find_first_of(":'") != kNotFound)
+    return FeedLines(Innermost(), statement);
+  for (std::size_t i = 0; i < statement.Lines.size(); ++i) {
+    mLine = statement.FirstLine + static_cast<std::int32_t>(i);
+    StoreRaw(Innermost(), statement.Lines[i]);
   }
 }
 

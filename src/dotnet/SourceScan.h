@@ -67,6 +67,8 @@ class SourceScan {
                                              const TypeStatement& type, Namespace* space);
   // Every line in its place (`NetKeepSource`).
   void TakeKept(const SourceStatement& statement);
+  void FeedHeader(const TypeStatement& opened, std::size_t statements,
+                  const SourceStatement& statement);
   bool TakeCondition(const SourceStatement& statement);
   void OpenKept(const TypeStatement& type);
   void CloseKept(const TypeStatement& ended);

@@ -6,6 +6,7 @@
 #include "core/CaseFold.h"
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
+#include "dotnet/SourceScan.h"
 #include "output/Xml.h"
 #include "services/SourceText.h"
 #include "text/Words.h"
@@ -102,6 +103,43 @@ void ResolveSourceTypes(VBProject& project) try {
   }
 }
 VENDREL_CONTEXT(trace::Me(project))
+
+namespace {
+
+std::string_view LineOf(std::string_view text, std::int32_t number) {
+  std::string_view line;
+  for (std::int32_t i = 0; i < number && !text.empty(); ++i) line = TakeLine(text);
+  return line;
+}
+
+const CodeLines* LinesOf(const CodeElement& element) {
+  const auto* block = As<Block>(&element);
+  return block ? block->CodeLines.IfAny() : nullptr;
+}
+
+}  // namespace
+
+const FileSystemObject& SourceFileOf(const Component& component, const CodeElement& element) {
+  const VBProject* project = component.VBProject();
+  if (!project || project->ProjectFiles.Count() == 0 || &element == &component)
+    return component.FileName;
+  const std::string key = KeyOfType(component.Namespace.Get(), component.Name, project->Reading);
+  std::vector<ProjectFile*> files;
+  for (ProjectFile& file : project->ProjectFiles)
+    if (file.Components.Item(key) == &component) files.push_back(&file);
+  if (files.size() < 2) return component.FileName;
+  const CodeLines* lines = LinesOf(element);
+  const std::string name = element.ElementName();
+  for (ProjectFile* file : files) {
+    if (!file->SourceForm) continue;
+    const std::string& text = file->SourceForm->Text;
+    // Fields do not know their block: the line tells.
+    if (lines ? lines->SourceText() == &text
+              : ContainsNoCaseAscii(LineOf(text, element.SourceLine()), name))
+      return file->FileName;
+  }
+  return component.FileName;
+}
 
 std::string TargetOfSource(const VBProject& project, const ProjectFile& file) {
   const ReadingRules& rules = project.Reading;

@@ -34,6 +34,10 @@ std::vector<std::string> ReferencedProjectFiles(const VBProject& project);
 /// Gives types their full names and what they inherit, as an assembly does for its source.
 void ResolveSourceTypes(VBProject& project);
 
+/// The file in which an element of VB.NET source stands: of the parts of a type the one that holds
+/// it. The file of its module for any other.
+const FileSystemObject& SourceFileOf(const Component& component, const CodeElement& element);
+
 /// Where `VBProject::WriteOutDotNet` writes a source file.
 std::string TargetOfSource(const VBProject& project, const ProjectFile& file);
 

@@ -58,9 +58,9 @@ std::string SourcePlace::File() const {
 }
 
 SourcePlace PlaceOf(const CodeElement& element) {
-  if (const auto* project = As<VBProject>(&element)) return {nullptr, project, 0};
+  if (const auto* project = As<VBProject>(&element)) return {nullptr, project, 0, project};
   if (const auto* reference = As<Reference>(&element))
-    return {nullptr, reference->ParentProject(), reference->SourceLine()};
+    return {nullptr, reference->ParentProject(), reference->SourceLine(), reference};
   const CodeElement* declared = &element;
   while (declared->SourceLine() == 0) {
     const CodeElement* by = DeclaredBy(*declared);
@@ -70,7 +70,7 @@ SourcePlace PlaceOf(const CodeElement& element) {
   const Component* component = declared->OwnComponent();
   if (const auto* member = As<Variable>(declared); member && !component)
     component = member->Parent ? member->Parent.Get()->OwnComponent() : nullptr;
-  return {component, nullptr, declared->SourceLine()};
+  return {component, nullptr, declared->SourceLine(), declared};
 }
 
 const CodeElement* AsCodeElement(ElementRef element) {

@@ -19,6 +19,8 @@ struct SourcePlace {
   const vendrel::VBProject* VBProject = nullptr;
   /// 1-based; 0 for the file as a whole.
   std::int32_t Line = 0;
+  /// The element that stands on that line: the one asked for, or what declares it.
+  const CodeElement* Declared = nullptr;
 
   /// Windows form of the file: of the module its own, or the library that it was read from. Empty
   /// for what stands in no file.
