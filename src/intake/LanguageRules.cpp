@@ -5,9 +5,14 @@
 
 namespace vendrel {
 
+const LanguageRules& LanguageRules::Of(LanguageVersionEnum language, const ReadingRules& reading) {
+  if (language != lvVisualBasicDotNet) return ClassicLanguage();
+  return reading.NetMembers ? CompleteNetLanguage() : NetLanguage();
+}
+
 SourceRules SourceRules::InForce(const ProjectOptions* options) {
-  return {LanguageRules::Of(State().CurrentLanguageVersion),
-          options ? options->Reading : ReadingRules::Classic()};
+  const ReadingRules& reading = options ? options->Reading : ReadingRules::Classic();
+  return {LanguageRules::Of(State().CurrentLanguageVersion, reading), reading};
 }
 
 }  // namespace vendrel

@@ -14,13 +14,31 @@ namespace vendrel {
 
 class DeclaratorWords;
 struct LinePassage;
+struct ModuleIntake;
+
+/// What a language keeps between the lines of a module.
+struct LanguageState {
+  virtual ~LanguageState() = default;
+};
 
 /// The rules of one language: one object each, without state, chosen once a module.
 class LanguageRules {
  public:
-  static const LanguageRules& Of(LanguageVersionEnum language);
+  static const LanguageRules& Of(LanguageVersionEnum language, const ReadingRules& reading);
 
   virtual LanguageVersionEnum Language() const = 0;
+
+  // Lines.
+  /// Joins a physical line to the statement that is open, of which `statement` becomes the text in
+  /// one line. False if it goes on in the next line: then this one waits.
+  virtual bool JoinLine(Component&, ModuleIntake&, std::string_view /*physical*/,
+                        std::string_view& /*statement*/) const {
+    return true;
+  }
+  /// What a statement is where its place decides; called once its parts are known.
+  virtual void SettleStatement(Component&, ModuleIntake&, ParsedLine&) const {}
+  /// Called behind the last line of a module.
+  virtual void Finish(Component&, ModuleIntake&) const {}
 
   // Types.
   /// The type of an element that is declared without one.
@@ -68,21 +86,18 @@ class LanguageRules {
   /// These tell the type caches of module and project of a finished Type or Enum.
   virtual void CacheStructure(Component& component, const UDT& structure) const = 0;
   virtual void CacheEnumeration(Component& component, const Enumeration& enumeration) const = 0;
-  /// A statement that this language alone has; nothing for any other.
-  virtual void TakeOwnStatement(LinePassage& line) const = 0;
+  /// A statement that this language alone has, or reads in a way of its own; false for any other.
+  virtual bool TakeOwnStatement(LinePassage& line) const = 0;
 
  protected:
   LanguageRules() = default;
   ~LanguageRules() = default;
 };
 
-/// The two languages.
+/// The languages; VB.NET as described, and as it is (`NetMembers`).
 const LanguageRules& ClassicLanguage();
 const LanguageRules& NetLanguage();
-
-inline const LanguageRules& LanguageRules::Of(LanguageVersionEnum language) {
-  return language == lvVisualBasicDotNet ? NetLanguage() : ClassicLanguage();
-}
+const LanguageRules& CompleteNetLanguage();
 
 /// By what a text is read: handed down from the module, or made where a client hands a text to an
 /// element.

@@ -55,36 +55,11 @@ void TakeEnd(LinePassage& p) try {
 }
 VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
-void AddVariable(LinePassage& p, std::shared_ptr<Variable> variable) try {
-  // Of several declarators only the first gets the comment.
-  if (!p.Untagged.empty()) {
-    AddObjectDescription(*variable, p.Untagged);
-    p.Untagged = {};
-  } else {
-    p.DescribeFromBuffer(*variable);
-  }
-  if (variable->TypeName.empty())
-    variable->TypeName = p.Language.ImplicitType(&p.Component, variable->Name);
-  if (p.Component.OptionPrivate) variable->Access = "PRIVATE";
-  p.SetLast(variable.get());
-  const std::string name = variable->Name;
-  p.TellOddName(*variable, name, variable->TypeName);
-  Block& owner = p.Language.OwnerOfVariable(p);
-  if (&owner == &p.Block && !p.Block.Name().empty()) variable->Procedure = &p.Block;
-  owner.Variables->Add(std::move(variable), name);
-}
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
-
 void TakeVariables(LinePassage& p) try {
   if (!p.Options.LoadBlocksOnly || p.Language.DeclaresField(p)) {
     DeclaratorReader reader(p.Line.StatementPart, p.Rules());
     while (!reader.AtEnd()) {
-      auto variable = std::make_shared<Variable>();
-      variable->Parent = &p.Component;
-      variable->SetVBProject(p.Block.Project());
-      variable->Component = &p.Component;
-      variable->LineIndex = p.StatementIndex();
-      variable->SetSourceLine(p.Intake.StatementLine);
+      std::shared_ptr<Variable> variable = NewVariable(p);
       reader.Read(*variable);
       AddVariable(p, std::move(variable));
     }
@@ -97,15 +72,9 @@ void TakeConstants(LinePassage& p) try {
   ConstantReader reader(p.Line.StatementPart, p.Reading.WholeDefaults);
   while (!reader.AtEnd()) {
     auto constant = std::make_shared<Constant>();
-    constant->Component = &p.Component;
-    if (!p.Block.Name().empty()) constant->Procedure = &p.Block;
-    constant->SetSourceLine(p.Intake.StatementLine);
     reader.Read(*constant);
     p.Language.SettleTypeName(constant->TypeName);
-    if (p.Reading.LeadingComments) p.DescribeFromBuffer(*constant);
-    p.SetLast(constant.get());
-    const std::string name = constant->Name;
-    p.Block.Constants->Add(std::move(constant), name);
+    AddConstant(p, p.Block, std::move(constant));
   }
   p.State.FoundActualCodeInBlock = true;
 }
@@ -181,7 +150,48 @@ VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
 }  // namespace
 
+std::shared_ptr<Variable> NewVariable(const LinePassage& p) {
+  auto variable = std::make_shared<Variable>();
+  variable->Parent = &p.Component;
+  variable->SetVBProject(p.Block.Project());
+  variable->Component = &p.Component;
+  variable->LineIndex = p.StatementIndex();
+  variable->SetSourceLine(p.Intake.StatementLine);
+  return variable;
+}
+
+void AddVariable(LinePassage& p, std::shared_ptr<Variable> variable) try {
+  // Of several declarators only the first gets the comment.
+  if (!p.Untagged.empty()) {
+    AddObjectDescription(*variable, p.Untagged);
+    p.Untagged = {};
+  } else {
+    p.DescribeFromBuffer(*variable);
+  }
+  if (variable->TypeName.empty())
+    variable->TypeName = p.Language.ImplicitType(&p.Component, variable->Name);
+  if (p.Component.OptionPrivate) variable->Access = "PRIVATE";
+  p.SetLast(variable.get());
+  const std::string name = variable->Name;
+  p.TellOddName(*variable, name, variable->TypeName);
+  Block& owner = p.Language.OwnerOfVariable(p);
+  if (&owner == &p.Block && !p.Block.Name().empty()) variable->Procedure = &p.Block;
+  owner.Variables->Add(std::move(variable), name);
+}
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
+
+void AddConstant(LinePassage& p, Block& owner, std::shared_ptr<Constant> constant) {
+  constant->Component = &p.Component;
+  if (!owner.Name().empty()) constant->Procedure = &owner;
+  constant->SetSourceLine(p.Intake.StatementLine);
+  if (p.Reading.LeadingComments) p.DescribeFromBuffer(*constant);
+  p.SetLast(constant.get());
+  const std::string name = constant->Name;
+  owner.Constants->Add(std::move(constant), name);
+}
+
 void Dispatch(LinePassage& p) {
+  if (p.Language.TakeOwnStatement(p)) return;
   switch (p.Line.LineType) {
     case START_FUNCTION: return TakeProcedure(p, btFunction);
     case START_SUB: return TakeProcedure(p, btSub);
@@ -214,7 +224,6 @@ void Dispatch(LinePassage& p) {
     case START_PROPERTY_SUBBLOCK: return;
     default: break;
   }
-  p.Language.TakeOwnStatement(p);
   if (p.Block.BlockType() == btDeclarations)
     TakeSectionStatement(p);
   else if (p.Reading.LocalStatics && p.Line.LineType == OTHER && !p.Block.Name().empty() &&

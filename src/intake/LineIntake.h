@@ -15,8 +15,6 @@
 
 namespace vendrel {
 
-struct ModuleIntake;
-
 /// Chooses the block of a line and hands the line on.
 void AddParsedCode(Component& component, ParsedLine& line, bool addLine);
 
@@ -29,6 +27,10 @@ bool EndsOpenDeclaration(const ParsedLine& line);
 
 /// Takes a text of several lines as so many physical lines of a module.
 void AddLinesOfCode(Component& component, std::string_view text);
+
+/// Ends the reading of a module that is handed in by lines: what waits for a further line is
+/// settled.
+void FinishLines(Component& component);
 
 /// Stores a line in a block without interpreting it.
 void StoreLine(Block& block, const ParsedLine& line, std::int32_t before = 0,
@@ -80,6 +82,13 @@ struct LinePassage {
 
 /// Closes the Type or Enum that is open in the block and tells it; does nothing if none is.
 void CloseOpenDeclaration(LinePassage& p);
+
+/// A variable of the statement at hand, of which the declarator is still to be read.
+std::shared_ptr<Variable> NewVariable(const LinePassage& p);
+/// These add what a statement declares where it belongs, with the comment that describes it.
+void AddVariable(LinePassage& p, std::shared_ptr<Variable> variable);
+void AddConstant(LinePassage& p, Block& owner, std::shared_ptr<Constant> constant);
+void AddInterface(LinePassage& p, std::string_view name);
 
 // The stages, in their order.
 void SplitComment(LinePassage& p);

@@ -184,11 +184,38 @@ void Classify(const Component& component, ModuleIntake& intake, std::string_view
 }
 VENDREL_CONTEXT_AT(LineReached(), text, notInSource)
 
+// A line of a statement that goes on in the next.
+void KeepJoined(ModuleIntake& intake, std::string_view text) {
+  if (intake.ContinuationBuffer.empty()) intake.StatementLine = intake.PhysicalLine;
+  ParsedLine line;
+  line.Text = line.StatementPart = text;
+  line.Continued = true;
+  line.Continuation = !intake.ContinuationBuffer.empty();
+  KeepPending(intake, line);
+}
+
+// The last line of a statement whose lines the language has joined.
+void ClassifyJoined(const Component& component, ModuleIntake& intake, std::string_view text,
+                    std::string_view statement, ParsedLine& line) {
+  const std::int32_t physical = intake.PhysicalLine;
+  intake.PhysicalLine = intake.ContinuationBuffer.front().SourceLine;
+  Classify(component, intake, statement, false, line);
+  intake.PhysicalLine = physical;
+  line.Text = text;
+  line.Continuation = true;
+}
+
 void TakeStatement(Component& component, ModuleIntake& intake, std::string_view text,
                    bool notInSource) try {
   PendingLine pending;
   ParsedLine& line = pending.Line;
-  Classify(component, intake, text, notInSource, line);
+  std::string_view statement = text;
+  if (!notInSource && !intake.Language.JoinLine(component, intake, text, statement))
+    return KeepJoined(intake, text);
+  if (!notInSource && !intake.PreviousContinued && !intake.ContinuationBuffer.empty())
+    ClassifyJoined(component, intake, text, statement, line);
+  else
+    Classify(component, intake, text, notInSource, line);
   Remember(intake, line);
   if (line.Continued) {
     KeepPending(intake, line);
@@ -198,8 +225,9 @@ void TakeStatement(Component& component, ModuleIntake& intake, std::string_view 
     if (IsStartLineType(line.LineType) && line.MoreLines) intake.InOneLineProcedure = true;
     if (!line.MoreLines) intake.InOneLineProcedure = false;
   }
+  if (!intake.Conditions.Ignore()) intake.Language.SettleStatement(component, intake, line);
   const LineTypeEnum type = line.LineType;
-  const std::string statement =
+  const std::string directive =
       type == COMPILER_DIRECTIVE ? std::string(line.StatementPart) : std::string();
   if (intake.Conditions.Ignore())
     TakeIgnored(component, intake, pending);
@@ -207,7 +235,7 @@ void TakeStatement(Component& component, ModuleIntake& intake, std::string_view 
     TakeDirective(component, intake, pending);
   else if (type != ATTRIBUTE_LINE || !TakeEventHelpID(component, intake, line))
     AddParsedCode(component, line, true);
-  if (type == COMPILER_DIRECTIVE) UpdateConditions(component, intake, statement);
+  if (type == COMPILER_DIRECTIVE) UpdateConditions(component, intake, directive);
 }
 VENDREL_CONTEXT_AT(LineReached(), component, text, notInSource,
                    trace::Local("StatementLine", intake.StatementLine),
@@ -224,6 +252,10 @@ ModuleIntake& Component::Intake() {
     mIntake = std::make_shared<ModuleIntake>(State().CurrentLanguageVersion, Options().Reading);
   }
   return *mIntake;
+}
+
+void FinishLines(Component& component) {
+  component.Intake().Language.Finish(component, component.Intake());
 }
 
 bool Component::Ignore() const { return mIntake && mIntake->Conditions.Ignore(); }

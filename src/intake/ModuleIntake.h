@@ -52,11 +52,15 @@ class ConditionStack {
 
 struct ModuleIntake {
   ModuleIntake(LanguageVersionEnum language, const ReadingRules& reading)
-      : Language(LanguageRules::Of(language)), Reading(reading), Classifier(language, reading) {}
+      : Language(LanguageRules::Of(language, reading)),
+        Reading(reading),
+        Classifier(language, reading) {}
 
   const LanguageRules& Language;
   ReadingRules Reading;
   LineClassifier Classifier;
+  /// What the language keeps between lines; made by its rules.
+  std::unique_ptr<LanguageState> OfLanguage;
   /// The decoded file, shared by the lines of all blocks.
   std::shared_ptr<const std::string> Text;
 

@@ -77,6 +77,13 @@ void TakeImplements(LinePassage& p) try {
     name = unbracketed = TypeWithoutBrackets(rest.substr(0, WordEnd(rest)));
   }
   name = p.Language.InterfaceName(name);
+  AddInterface(p, name);
+}
+VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
+
+}  // namespace
+
+void AddInterface(LinePassage& p, std::string_view name) {
   if (p.Component.Interfaces.HasKey(name)) return;
   auto interface = std::make_shared<Interface>();
   interface->Name = name;
@@ -87,9 +94,6 @@ void TakeImplements(LinePassage& p) try {
   p.SetLast(interface.get());
   p.Component.Interfaces.Add(interface, name);
 }
-VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
-
-}  // namespace
 
 void TakeSectionStatement(LinePassage& p) try {
   if (StartsWithNoCaseAscii(p.Line.StatementPart, "option"))

@@ -7,6 +7,7 @@
 #include "intake/Declarators.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
+#include "intake/net/NetRules.h"
 #include "intake/net/Overloads.h"
 #include "intake/net/StartLineText.h"
 #include "model/Namespace.h"
@@ -31,47 +32,6 @@ void MoveDelegate(LinePassage& p) try {
   blocks.Remove(blocks.Count());
 }
 VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
-
-// Every event of VB.NET has a delegate: a procedure with the parameters of the event.
-void MakeDelegate(EventDeclaration& o) {
-  Component* component = o.Component.Get();
-  Namespace* space = component ? component->Namespace.Get() : nullptr;
-  if (!space) return;
-  auto block = std::make_shared<Block>();
-  block->Component = component;
-  block->SetVBProject(component->Project());
-  block->SetBlockType(btSub);
-  block->SetName(o.Name + "EventHandler");
-  block->Access = o.Access;
-  block->Parameters->Component = component;
-  for (const Parameter& parameter : *o.Parameters) {
-    std::shared_ptr<Parameter> copy = parameter.Clone(true);
-    copy->Parent = block.get();
-    block->Parameters->Add(copy, copy->Name());
-  }
-  o.DelegateName = space->Name + "." + block->Name();
-  const std::string name = block->Name();
-  space->Delegates.Add(std::move(block), name);
-}
-
-// The one Property statement of VB.NET stands for a get and a set.
-void EndProperty(LinePassage& p) {
-  if (p.Block.PropertyType == ptRead) {
-    p.Block.SetBlockType(btPropertyGet);
-  } else if (p.Block.PropertyType == ptReadWrite) {
-    auto setter = std::make_shared<Block>();
-    setter->Component = &p.Component;
-    setter->SetVBProject(p.Block.Project());
-    setter->SetName(p.Block.Name());
-    setter->Access = p.Block.Access;
-    setter->PropertyType = p.Block.PropertyType;
-    setter->SetBlockType(btPropertySet);
-    p.Component.AddPropertyBlockToPropertyGroup(setter.get());
-    p.Block.SetSetter(std::move(setter));
-  } else {
-    p.Block.SetBlockType(btPropertySet);
-  }
-}
 
 void TakeInherits(LinePassage& p) try {
   std::string_view rest = p.Line.StatementPart;
@@ -121,85 +81,123 @@ std::string_view ReadNetModifiers(std::string_view keyword, DeclaratorWords& wor
   }
 }
 
-class NetRules final : public LanguageRules {
- public:
-  LanguageVersionEnum Language() const override { return lvVisualBasicDotNet; }
-
-  SharedText ImplicitType(const Component*, std::string_view) const override {
-    return "System.Object";
-  }
-  void SettleTypeName(SharedText& type) const override { type = DotNetType(type); }
-  bool CutArrayMark(std::string_view& word) const override {
-    const std::size_t mark = word.ends_with("()") ? 2 : word.ends_with("(,)") ? 3 : 0;
-    word.remove_suffix(mark);
-    return mark > 0;
-  }
-
-  void ReadSignature(LinePassage& p) const override {
-    ParseStartLine(p.Line.StatementPart, p.Block, p.Reading);
-  }
-  void ReadProperty(LinePassage& p) const override {
-    p.Block.SetBlockType(btPropertyGet);
-    p.Block.PropertyType = ptReadWrite;
-    ParseStartLine(p.Line.StatementPart, p.Block, p.Reading);
-    if (StartsWithNoCaseAscii(TrimLeft(p.Line.StatementPart), "Default "))
-      p.Component.DefaultMemberName = p.Block.Name();
-  }
-  void ProcedureBegins(LinePassage& p) const override { MoveDelegate(p); }
-  void SettleProcedure(LinePassage& p) const override {
-    if (p.Component.IsInterface || p.Block.IsAbstract) p.ClearLastElement = true;
-  }
-  void ProcedureBegan(Component& component) const override { CollectOverloads(component); }
-  void PropertyEnds(LinePassage& p) const override { EndProperty(p); }
-  bool ParametersAreByRef() const override { return false; }
-
-  std::string_view ReadModifiers(std::string_view keyword, DeclaratorWords& words,
-                                 Variable& variable, bool) const override {
-    return ReadNetModifiers(keyword, words, variable);
-  }
-  // "As New List(1, 2), b": the arguments of a constructor.
-  bool SkipArguments(std::string_view& type, DeclaratorWords& words) const override {
-    const std::string_view word = type;
-    if (word.find('(') == std::string_view::npos) return false;
-    type = word.substr(0, word.find('('));
-    const bool ends = word.ends_with("),");
-    if (!ends && !word.ends_with(')'))
-      while (!words.AtEnd() && !words.Take().ends_with(')')) {
-      }
-    return ends;
-  }
-  // A field may stand between two members.
-  bool DeclaresField(const LinePassage& p) const override {
-    return p.Block.BlockType() == btDeclarations || p.Block.Name().empty() ||
-           p.Block.CompletelyLoaded();
-  }
-  Block& OwnerOfVariable(LinePassage& p) const override {
-    const bool between = !p.Block.Name().empty() && p.Block.CompletelyLoaded();
-    return between ? *p.Component.BlockOfType(btDeclarations, true) : p.Block;
-  }
-
-  void ReadEvent(EventDeclaration& event, std::string_view statement,
-                 const ReadingRules& reading) const override {
-    event.Parameters.Renew();
-    event.Parameters->Component = event.Component.Get();
-    ParseStartLine(statement, event, reading);
-    MakeDelegate(event);
-  }
-  std::string_view InterfaceName(std::string_view written) const override { return written; }
-  bool HasPlainMemberNames() const override { return false; }
-  void CacheStructure(Component&, const UDT&) const override {}
-  void CacheEnumeration(Component& component, const Enumeration& enumeration) const override {
-    component.TypeCache.Add(enumeration.Name, tcLocalModuleEnum);
-  }
-  void TakeOwnStatement(LinePassage& p) const override {
-    if (p.Line.LineType == INHERITS_STATEMENT) TakeInherits(p);
-    if (p.Line.LineType == IMPORTS_STATEMENT) TakeImports(p);
-  }
-};
-
-constexpr NetRules kNetRules;
+class DescribedNetRules final : public NetRules {};
+constexpr DescribedNetRules kNetRules;
 
 }  // namespace
+
+void EndNetProperty(Component& component, Block& block) {
+  if (block.PropertyType == ptRead) {
+    block.SetBlockType(btPropertyGet);
+  } else if (block.PropertyType == ptReadWrite) {
+    auto setter = std::make_shared<Block>();
+    setter->Component = &component;
+    setter->SetVBProject(block.Project());
+    setter->SetName(block.Name());
+    setter->Access = block.Access;
+    setter->PropertyType = block.PropertyType;
+    setter->SetBlockType(btPropertySet);
+    component.AddPropertyBlockToPropertyGroup(setter.get());
+    block.SetSetter(std::move(setter));
+  } else {
+    block.SetBlockType(btPropertySet);
+  }
+}
+
+void MakeNetDelegate(EventDeclaration& o) {
+  Component* component = o.Component.Get();
+  Namespace* space = component ? component->Namespace.Get() : nullptr;
+  if (!space) return;
+  auto block = std::make_shared<Block>();
+  block->Component = component;
+  block->SetVBProject(component->Project());
+  block->SetBlockType(btSub);
+  block->SetName(o.Name + "EventHandler");
+  block->Access = o.Access;
+  block->Parameters->Component = component;
+  for (const Parameter& parameter : *o.Parameters) {
+    std::shared_ptr<Parameter> copy = parameter.Clone(true);
+    copy->Parent = block.get();
+    block->Parameters->Add(copy, copy->Name());
+  }
+  o.DelegateName = space->Name + "." + block->Name();
+  const std::string name = block->Name();
+  space->Delegates.Add(std::move(block), name);
+}
+
+LanguageVersionEnum NetRules::Language() const { return lvVisualBasicDotNet; }
+
+SharedText NetRules::ImplicitType(const Component*, std::string_view) const {
+  return "System.Object";
+}
+void NetRules::SettleTypeName(SharedText& type) const { type = DotNetType(type); }
+bool NetRules::CutArrayMark(std::string_view& word) const {
+  const std::size_t mark = word.ends_with("()") ? 2 : word.ends_with("(,)") ? 3 : 0;
+  word.remove_suffix(mark);
+  return mark > 0;
+}
+
+void NetRules::ReadSignature(LinePassage& p) const {
+  ParseStartLine(p.Line.StatementPart, p.Block, p.Reading);
+}
+void NetRules::ReadProperty(LinePassage& p) const {
+  p.Block.SetBlockType(btPropertyGet);
+  p.Block.PropertyType = ptReadWrite;
+  ParseStartLine(p.Line.StatementPart, p.Block, p.Reading);
+  if (StartsWithNoCaseAscii(TrimLeft(p.Line.StatementPart), "Default "))
+    p.Component.DefaultMemberName = p.Block.Name();
+}
+void NetRules::ProcedureBegins(LinePassage& p) const { MoveDelegate(p); }
+void NetRules::SettleProcedure(LinePassage& p) const {
+  if (p.Component.IsInterface || p.Block.IsAbstract) p.ClearLastElement = true;
+}
+void NetRules::ProcedureBegan(Component& component) const { CollectOverloads(component); }
+void NetRules::PropertyEnds(LinePassage& p) const { EndNetProperty(p.Component, p.Block); }
+bool NetRules::ParametersAreByRef() const { return false; }
+
+std::string_view NetRules::ReadModifiers(std::string_view keyword, DeclaratorWords& words,
+                                         Variable& variable, bool) const {
+  return ReadNetModifiers(keyword, words, variable);
+}
+// "As New List(1, 2), b": the arguments of a constructor.
+bool NetRules::SkipArguments(std::string_view& type, DeclaratorWords& words) const {
+  const std::string_view word = type;
+  if (word.find('(') == std::string_view::npos) return false;
+  type = word.substr(0, word.find('('));
+  const bool ends = word.ends_with("),");
+  if (!ends && !word.ends_with(')'))
+    while (!words.AtEnd() && !words.Take().ends_with(')')) {
+    }
+  return ends;
+}
+// A field may stand between two members.
+bool NetRules::DeclaresField(const LinePassage& p) const {
+  return p.Block.BlockType() == btDeclarations || p.Block.Name().empty() ||
+         p.Block.CompletelyLoaded();
+}
+Block& NetRules::OwnerOfVariable(LinePassage& p) const {
+  const bool between = !p.Block.Name().empty() && p.Block.CompletelyLoaded();
+  return between ? *p.Component.BlockOfType(btDeclarations, true) : p.Block;
+}
+
+void NetRules::ReadEvent(EventDeclaration& event, std::string_view statement,
+                         const ReadingRules& reading) const {
+  event.Parameters.Renew();
+  event.Parameters->Component = event.Component.Get();
+  ParseStartLine(statement, event, reading);
+  MakeNetDelegate(event);
+}
+std::string_view NetRules::InterfaceName(std::string_view written) const { return written; }
+bool NetRules::HasPlainMemberNames() const { return false; }
+void NetRules::CacheStructure(Component&, const UDT&) const {}
+void NetRules::CacheEnumeration(Component& component, const Enumeration& enumeration) const {
+  component.TypeCache.Add(enumeration.Name, tcLocalModuleEnum);
+}
+bool NetRules::TakeOwnStatement(LinePassage& p) const {
+  if (p.Line.LineType == INHERITS_STATEMENT) return TakeInherits(p), true;
+  if (p.Line.LineType == IMPORTS_STATEMENT) return TakeImports(p), true;
+  return false;
+}
 
 const LanguageRules& NetLanguage() { return kNetRules; }
 

@@ -8,6 +8,8 @@
 #include "diagnostics/Diagnostic.h"
 #include "intake/DeclarationText.h"
 #include "intake/ProcedureSources.h"
+#include "intake/net/NetDeclarations.h"
+#include "intake/net/NetModifiers.h"
 #include "model/Component.h"
 #include "model/Namespace.h"
 #include "text/Masking.h"
@@ -45,47 +47,6 @@ StartLineParts CutStartLine(std::string_view s) {
   parts.Parameters = s.substr(open, close - open);
   parts.Suffix = Trim(s.substr(close + 1));
   return parts;
-}
-
-// What modifiers do that any of the three classes has.
-void SetInheritedFrom(Block& o, std::string_view base) { o.SetInheritedFrom(base); }
-template <typename Element>
-void SetInheritedFrom(Element& o, std::string_view base) {
-  o.InheritedFrom = base;
-}
-
-template <typename Element>
-bool TakeCommonModifier(Element& o, std::string_view word, std::string_view base) {
-  const auto is = [&](std::string_view keyword) { return EqualsNoCaseAscii(word, keyword); };
-  if (is("OVERLOADS")) {
-    o.Implemented = true;
-  } else if (is("OVERRIDES")) {
-    o.Implemented = true;
-    SetInheritedFrom(o, base);
-  } else if (is("OVERRIDABLE")) {
-    o.IsVirtual = true;
-  } else if (is("MUSTOVERRIDE")) {
-    o.IsAbstract = true;
-  } else if (is("SHADOWS")) {
-    o.IsShadow = true;
-  } else if (is("SHARED")) {
-    o.IsStatic = true;
-  } else if (is("PUBLIC") || is("PROTECTED") || is("PRIVATE")) {
-    o.Access = UpperAscii(word);
-  } else if (is("FRIEND")) {
-    o.Access = o.Access == "PROTECTED" ? "PROTECTED FRIEND" : "FRIEND";
-  } else {
-    return false;
-  }
-  return true;
-}
-
-void TakeBlockModifier(Block& o, std::string_view word) {
-  if (EqualsNoCaseAscii(word, "NOTOVERRIDABLE")) o.IsSealed = true;
-  if (EqualsNoCaseAscii(word, "READONLY")) o.PropertyType = ptRead;
-  if (EqualsNoCaseAscii(word, "WRITEONLY")) o.PropertyType = ptWrite;
-  if (EqualsNoCaseAscii(word, "DELEGATE")) o.SetIsDelegate(true);
-  if (EqualsNoCaseAscii(word, "DEFAULT") && o.Component) o.Component->DefaultMemberName = o.Name();
 }
 
 // The name: the last word of the prefix; a type suffix is cut and told.
@@ -157,6 +118,7 @@ void SettleBlock(Block& o, const ReadingRules& reading) {
 }  // namespace
 
 void ParseStartLine(std::string_view Text, Block& o, const ReadingRules& reading) try {
+  if (reading.NetMembers) return ReadNetMember(Text, o);
   const std::string line = StripAttributes(Text);
   const StartLineParts parts = CutStartLine(line);
   o.Access = {};
@@ -207,6 +169,7 @@ void ParseStartLine(std::string_view Text, Variable& o) try {
 VENDREL_CONTEXT_AT(LineReached(), Text, o)
 
 void ParseStartLine(std::string_view Text, EventDeclaration& o, const ReadingRules& reading) try {
+  if (reading.NetMembers) return ReadNetEvent(Text, o);
   const std::string line = StripAttributes(Text);
   const StartLineParts parts = CutStartLine(line);
   const std::string base = o.Component ? o.Component->InheritsFrom.str() : std::string();

@@ -102,7 +102,7 @@ class ClassicRules final : public LanguageRules {
     if (VBProject* project = component.VBProject())
       project->TypeCache.Add(enumeration.Name, tcLocalProjectEnum, component.Name);
   }
-  void TakeOwnStatement(LinePassage&) const override {}
+  bool TakeOwnStatement(LinePassage&) const override { return false; }
 };
 
 constexpr ClassicRules kClassicRules;
