@@ -110,12 +110,12 @@ void LoadOne(Assemblies& set, const std::string& path) {
   }
 }
 
-Assembly& Required(const Assemblies& set, const std::string& option, const std::string& name) {
+Assembly& Required(Assemblies& set, const std::string& option, const std::string& name) {
   if (Assembly* assembly = set.Item(std::string_view(name))) return *assembly;
   throw ToolError(exUsage, option + ": no assembly of the set is named '" + name + "'");
 }
 
-void SetRoots(const Assemblies& set, const SetOptions& options) {
+void SetRoots(Assemblies& set, const SetOptions& options) {
   if (!options.RootAssembly.empty())
     Required(set, "--root-assembly", options.RootAssembly).SetRootFlag(true);
   if (options.RootModule.empty()) return;
@@ -127,7 +127,7 @@ void SetRoots(const Assemblies& set, const SetOptions& options) {
   module->RootFlag = true;
 }
 
-void TakeComments(const Assemblies& set, const SetOptions& options) {
+void TakeComments(Assemblies& set, const SetOptions& options) {
   for (const NamedValue& file : Cut("--comment-file", options.CommentFiles))
     Required(set, "--comment-file", file.Name).CommentFile =
         FileSystemObject(AbsolutePath(file.Value)).FullPath();

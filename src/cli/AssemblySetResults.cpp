@@ -59,7 +59,7 @@ class Undocumented {
  private:
   void Visit(const Component& type) {
     if (type.Name != "__Delegates") Check(type);
-    for (Block& block : type.Blocks) {
+    for (const Block& block : type.Blocks) {
       const Blocks* overloads = block.OverloadBlocks().IfAny();
       if (!overloads || overloads->Count() == 0)
         Visit(block);

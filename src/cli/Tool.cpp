@@ -128,7 +128,7 @@ bool WantsObjects(int argc, const char* const* argv) {
 
 }  // namespace
 
-const char* ToolVersion() { return kVersion; }
+std::string_view ToolVersion() { return LibraryVersion(); }
 
 ExitCode Worse(int a, int b) {
   for (const ExitCode code : {exUsage, exFailed, exNo, exWarnings})

@@ -34,7 +34,7 @@ struct Streams {
 };
 
 /// Name and version: "vendrelmodel 2.0".
-const char* ToolVersion();
+std::string_view ToolVersion();
 
 /// Runs the tool on a command line, the program's name first; gives its exit code, or 128 and the
 /// number of the signal that it stopped for (see cli/Interrupts.h). No handler is installed here.

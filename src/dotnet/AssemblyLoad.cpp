@@ -59,7 +59,7 @@ class Sharing {
   Sharing(Assembly& assembly, VBProject& project) : mAssembly(assembly), mProject(project) {}
 
   void Run() {
-    const KeyedCollection<Component>& types = mProject.Components.Listed();
+    Components& types = mProject.Components;
     for (std::size_t i = 1; i <= types.Count(); ++i) {
       const std::shared_ptr<Component> type = types.Share(i);
       if (type->Name == "__Delegates")
@@ -82,7 +82,7 @@ class Sharing {
     AddOnce(ListFor(*space, *type), type, type->Name);
   }
 
-  void ShareDelegates(const Component& carrier) {
+  void ShareDelegates(Component& carrier) {
     for (std::size_t i = 1; i <= carrier.Blocks.Count(); ++i) {
       const std::shared_ptr<Block> block = carrier.Blocks.Share(i);
       Namespace* space = SpaceOf(block->Name());

@@ -21,7 +21,7 @@ std::string BuiltFile(const VBProject& project) {
   return file.FullPath();
 }
 
-CodeElement* FindNamespace(const Assembly& assembly, std::string_view name) {
+CodeElement* FindNamespace(Assembly& assembly, std::string_view name) {
   if (!name.empty()) return assembly.Namespaces.Item(name);
   for (Namespace& space : assembly.Namespaces)
     if (space.Name.empty()) return &space;
@@ -29,16 +29,16 @@ CodeElement* FindNamespace(const Assembly& assembly, std::string_view name) {
 }
 
 // "Type_Delegate" or "Type_Delegate:Parameter".
-CodeElement* FindDelegate(const Assembly& assembly, std::string_view text) {
+CodeElement* FindDelegate(Assembly& assembly, std::string_view text) {
   const std::size_t colon = text.find(':');
   std::string_view name = text.substr(0, colon);
   if (!name.ends_with(kDelegate)) return nullptr;
   name.remove_suffix(kDelegate.size());
-  for (const Namespace& space : assembly.Namespaces) {
+  for (Namespace& space : assembly.Namespaces) {
     Block* found = space.Delegates.Item(name);
     if (!found) continue;
     if (colon == std::string_view::npos) return found;
-    const Parameters* parameters = found->Parameters.IfAny();
+    Parameters* parameters = found->Parameters.IfAny();
     return parameters ? parameters->Item(text.substr(colon + 1)) : nullptr;
   }
   return nullptr;
@@ -72,7 +72,7 @@ std::shared_ptr<VBProject> NewProjectFor(const Assembly& assembly) {
 bool Assembly::ResolveReferences() try {
   vendrel::VBProject* project = VBProject();
   if (!project) return false;
-  const vendrel::Assemblies* set = Assemblies.Get();
+  vendrel::Assemblies* set = Assemblies.Get();
   for (Reference& reference : project->References) {
     if (!set) break;
     for (Assembly& other : *set) {
@@ -94,11 +94,15 @@ bool Assembly::ResolveReferences() try {
 }
 VENDREL_CONTEXT(*this)
 
-Assembly* Assemblies::Item(std::string_view Key) const {
+Assembly* Assemblies::Item(std::string_view Key) {
   for (Assembly& assembly : *this)
     if (EqualsNoCase(assembly.mName, Key) || EqualsNoCase(assembly.FileName.LeafName(), Key))
       return &assembly;
   return nullptr;
+}
+
+const Assembly* Assemblies::Item(std::string_view Key) const {
+  return const_cast<Assemblies*>(this)->Item(Key);
 }
 
 void Assemblies::Add(std::shared_ptr<Assembly> item, std::string_view Key, const Position& Before,
@@ -116,10 +120,14 @@ void Assemblies::Add(std::shared_ptr<Assembly> item, std::string_view Key, const
 }
 VENDREL_CONTEXT(Key)
 
-Assembly* Assemblies::RootAssembly() const {
+Assembly* Assemblies::RootAssembly() {
   for (Assembly& assembly : *this)
     if (assembly.RootFlag()) return &assembly;
   return nullptr;
+}
+
+const Assembly* Assemblies::RootAssembly() const {
+  return const_cast<Assemblies*>(this)->RootAssembly();
 }
 
 bool Assemblies::Load(const pugi::xml_node& e) try {
@@ -155,10 +163,10 @@ bool Assemblies::Save(pugi::xml_node e) const try {
 }
 VENDREL_CONTEXT(trace::Local("Count", Count()))
 
-CodeElement* Assemblies::GetObjectFromQualifiedName(std::string_view QualifiedName) const {
+CodeElement* Assemblies::GetObjectFromQualifiedName(std::string_view QualifiedName) {
   const std::size_t mark = QualifiedName.find('~');
   if (mark == std::string_view::npos) return Item(QualifiedName);
-  const Assembly* assembly = Item(QualifiedName.substr(0, mark));
+  Assembly* assembly = Item(QualifiedName.substr(0, mark));
   if (!assembly) return nullptr;
   std::string_view rest = QualifiedName.substr(mark + 1);
   rest = rest.substr(0, rest.find('~'));
@@ -171,33 +179,33 @@ CodeElement* Assemblies::GetObjectFromQualifiedName(std::string_view QualifiedNa
   return FindDelegate(*assembly, rest);
 }
 
-Component* Assemblies::FindComponent(std::string_view Name, VBProject* FirstVBProject) const {
+Component* Assemblies::FindComponent(std::string_view Name, VBProject* FirstVBProject) {
   if (Name.empty()) return nullptr;
   if (Component* found = FirstVBProject ? FirstVBProject->Components.Item(Name) : nullptr)
     return found;
-  for (const Assembly& assembly : *this) {
-    const VBProject* project = assembly.VBProject();
+  for (Assembly& assembly : *this) {
+    VBProject* project = assembly.VBProject();
     if (!project || project == FirstVBProject) continue;
     if (Component* found = project->Components.Item(Name)) return found;
   }
   return nullptr;
 }
 
-CodeElement* Assemblies::GetInheritedFromObject(const CodeElement& o) const {
+CodeElement* Assemblies::GetInheritedFromObject(const CodeElement& o) {
   const Component* own = o.OwnComponent();
   VBProject* project = own ? own->VBProject() : nullptr;
   if (const auto* block = As<Block>(&o)) {
-    const Component* from = FindComponent(block->InheritedFrom(), project);
+    Component* from = FindComponent(block->InheritedFrom(), project);
     return from ? from->Blocks.Item(KeyInModule(*block)) : nullptr;
   }
   if (const auto* variable = As<Variable>(&o)) {
-    const Component* from = FindComponent(variable->InheritedFrom, project);
-    const Block* declarations = from ? from->Blocks.FirstOfType(btDeclarations) : nullptr;
-    const Variables* fields = declarations ? declarations->Variables.IfAny() : nullptr;
+    Component* from = FindComponent(variable->InheritedFrom, project);
+    Block* declarations = from ? from->Blocks.FirstOfType(btDeclarations) : nullptr;
+    Variables* fields = declarations ? declarations->Variables.IfAny() : nullptr;
     return fields ? fields->Item(variable->Name) : nullptr;
   }
   if (const auto* event = As<EventDeclaration>(&o)) {
-    const Component* from = FindComponent(event->InheritedFrom, project);
+    Component* from = FindComponent(event->InheritedFrom, project);
     return from ? from->EventDeclarations.Item(event->Name) : nullptr;
   }
   return nullptr;

@@ -69,7 +69,7 @@ class CommentFileItems {
       mProject.AddTaggedComment(**comments, comment, false);
   }
 
-  const Assemblies* mSet;
+  Assemblies* mSet;
   VBProject& mProject;
 };
 

@@ -88,8 +88,7 @@ std::vector<std::string> DocumentedNames(const std::vector<std::string>& nativeP
   return names;
 }
 
-DocumentationCheck CheckDocumentation(const VBProject& project,
-                                      const std::vector<std::string>& names) {
+DocumentationCheck CheckDocumentation(VBProject& project, const std::vector<std::string>& names) {
   DocumentationCheck check;
   check.Names = names.size();
   DocumentedElements elements(project);

@@ -27,7 +27,6 @@ struct DocumentationCheck {
   /// Names whose element has another one, with that behind " -> ".
   std::vector<std::string> Different;
 };
-DocumentationCheck CheckDocumentation(const VBProject& project,
-                                      const std::vector<std::string>& names);
+DocumentationCheck CheckDocumentation(VBProject& project, const std::vector<std::string>& names);
 
 }  // namespace vendrel

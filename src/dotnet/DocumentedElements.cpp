@@ -38,7 +38,7 @@ std::string DocumentedNameOf(const CodeElement& element) {
   return {};
 }
 
-const DocumentedElements::Members& DocumentedElements::MembersOf(const Component& component) {
+const DocumentedElements::Members& DocumentedElements::MembersOf(Component& component) {
   const auto [known, isNew] = mMembers.try_emplace(&component);
   if (!isNew) return known->second;
   const auto add = [&](Block& block) {
@@ -46,7 +46,7 @@ const DocumentedElements::Members& DocumentedElements::MembersOf(const Component
   };
   for (Block& block : component.Blocks) {
     if (block.BlockType() == btDeclarations) continue;
-    Blocks* overloads = block.OverloadBlocks().IfAny();
+    Blocks* overloads = block.Overloads();
     if (!overloads || overloads->Count() == 0)
       add(block);
     else
@@ -59,12 +59,12 @@ const DocumentedElements::Members& DocumentedElements::MembersOf(const Component
 Block* DocumentedElements::FindOverload(std::string_view name) {
   std::string type, member;
   VBProject::SplitDotNetName(name.substr(2), type, member);
-  const Component* component = mProject.Components.Item(type);
+  Component* component = mProject.Components.Item(type);
   std::string base = member.substr(0, member.find_first_of("(~"));
   if (base == "#ctor") base[0] = '_';
   if (!component) return nullptr;
   for (Block* head : component->Blocks.Named(base)) {
-    const Blocks* overloads = head->OverloadBlocks().IfAny();
+    Blocks* overloads = head->Overloads();
     if (!overloads || overloads->Count() < kLargeFamily) continue;
     const auto [family, isNew] = mFamilies.try_emplace(head);
     if (isNew)
@@ -89,7 +89,7 @@ DocumentedElement DocumentedElements::Find(std::string_view name) {
   if (!isProcedure || !mProject.Reading.NetNames) return {};
   std::string type, member;
   VBProject::SplitDotNetName(name.substr(2), type, member);
-  const Component* component = mProject.Components.Item(type);
+  Component* component = mProject.Components.Item(type);
   if (!component) return {};
   const LooseName sought = Loosen(name);
   const Members& members = MembersOf(*component);

@@ -32,17 +32,17 @@ struct DocumentedElement {
 /// is looked up in an index of its type, made once. In the classic reading names are exact.
 class DocumentedElements {
  public:
-  explicit DocumentedElements(const VBProject& project) : mProject(project) {}
+  explicit DocumentedElements(VBProject& project) : mProject(project) {}
   DocumentedElement Find(std::string_view name);
   /// As `VBProject::GetObjectFromDotNetName`, with an index for large families of overloads.
   CodeElement* Exact(std::string_view name);
 
  private:
   using Members = std::unordered_map<std::string, std::vector<Block*>>;
-  const Members& MembersOf(const Component& component);
+  const Members& MembersOf(Component& component);
   Block* FindOverload(std::string_view name);
 
-  const VBProject& mProject;
+  VBProject& mProject;
   std::unordered_map<const Component*, Members> mMembers;
   std::unordered_map<const Block*, std::unordered_map<std::string, Block*>> mFamilies;
 };

@@ -50,7 +50,7 @@ VENDREL_CONTEXT(component)
 
 void TakeNamespaceComments(Component& from, Namespace& space) try {
   VBProject* project = from.VBProject();
-  const TaggedComments* waiting = from.TaggedCommentBuffer.IfAny();
+  TaggedComments* waiting = from.TaggedCommentBuffer.IfAny();
   if (!waiting || !project) return;
   for (std::size_t i = 1; i <= waiting->Count(); ++i) {
     const std::shared_ptr<TaggedComment> comment = waiting->Share(i);

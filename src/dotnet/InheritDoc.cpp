@@ -32,14 +32,14 @@ std::size_t ParameterCountOf(const Block& block) {
 }
 
 // The member of that name with as many parameters; of several the one whose types agree.
-CodeElement* CounterpartIn(const Component& type, const Block& block, std::string_view name) {
+CodeElement* CounterpartIn(Component& type, const Block& block, std::string_view name) {
   Block* found = nullptr;
   const auto offer = [&](Block& other) {
     if (&other == &block || ParameterCountOf(other) != ParameterCountOf(block)) return;
     if (!found || other.DotNetSignature() == block.DotNetSignature()) found = &other;
   };
   for (Block* other : type.Blocks.Named(name)) {
-    Blocks* overloads = other->OverloadBlocks().IfAny();
+    Blocks* overloads = other->Overloads();
     if (!overloads || overloads->Count() == 0)
       offer(*other);
     else
@@ -56,8 +56,8 @@ class Sources {
   CodeElement* Named(const std::string& name) const {
     if (CodeElement* found = mProject.GetObjectFromDotNetName(name)) return found;
     if (!mSet) return nullptr;
-    for (const Assembly& other : *mSet)
-      if (const VBProject* project = other.VBProject(); project && project != &mProject)
+    for (Assembly& other : *mSet)
+      if (VBProject* project = other.VBProject(); project && project != &mProject)
         if (CodeElement* found = project->GetObjectFromDotNetName(name)) return found;
     return nullptr;
   }
@@ -85,40 +85,40 @@ class Sources {
 
   // What it overrides, what it implements explicitly, then what any of its interfaces has.
   CodeElement* AboveBlock(const Block& block) const {
-    if (const Component* base = Type(block.InheritedFrom()))
+    if (Component* base = Type(block.InheritedFrom()))
       if (CodeElement* found = CounterpartIn(*base, block, NameAlone(block))) return found;
     const std::string implements = block.ImplementsName().str();
     if (const std::size_t dot = implements.rfind('.'); dot != std::string::npos)
-      if (const Component* type = Type(std::string_view(implements).substr(0, dot)))
+      if (Component* type = Type(std::string_view(implements).substr(0, dot)))
         if (CodeElement* found =
                 CounterpartIn(*type, block, std::string_view(implements).substr(dot + 1)))
           return found;
     const Component* own = block.Component.Get();
     if (!own) return nullptr;
     if (block.IsConstructor) {
-      const Component* base = Type(own->InheritsFrom);
+      Component* base = Type(own->InheritsFrom);
       return base ? CounterpartIn(*base, block, NameAlone(block)) : nullptr;
     }
     for (const Interface& item : own->Interfaces)
-      if (const Component* type = Type(item.Name))
+      if (Component* type = Type(item.Name))
         if (CodeElement* found = CounterpartIn(*type, block, NameAlone(block))) return found;
     return nullptr;
   }
 
   CodeElement* AboveEvent(const EventDeclaration& event) const {
-    if (const Component* base = Type(event.InheritedFrom))
+    if (Component* base = Type(event.InheritedFrom))
       if (CodeElement* found = base->EventDeclarations.Item(std::string_view(event.Name)))
         return found;
     const Component* own = event.Component.Get();
     if (!own) return nullptr;
     for (const Interface& item : own->Interfaces)
-      if (const Component* type = Type(item.Name))
+      if (Component* type = Type(item.Name))
         if (CodeElement* found = type->EventDeclarations.Item(std::string_view(event.Name)))
           return found;
     return nullptr;
   }
 
-  const Assemblies* mSet;
+  Assemblies* mSet;
   VBProject& mProject;
 };
 

@@ -89,7 +89,7 @@ class InheritedComments {
   void TakeFamily(Block& block) {
     if (block.ExcludeFlag) return;
     if (IsInherited(block)) Take(block);
-    if (const Blocks* overloads = block.OverloadBlocks().IfAny())
+    if (Blocks* overloads = block.Overloads())
       for (Block& overload : *overloads)
         if (IsInherited(overload)) Take(overload);
   }
@@ -121,9 +121,9 @@ class InheritedComments {
     return block.IsProperty() ? "P:" + name : std::string();
   }
 
-  void TakeFields(const Component& component) const {
-    const Block* declarations = component.Blocks.FirstOfType(btDeclarations);
-    const Variables* fields = declarations ? declarations->Variables.IfAny() : nullptr;
+  void TakeFields(Component& component) const {
+    Block* declarations = component.Blocks.FirstOfType(btDeclarations);
+    Variables* fields = declarations ? declarations->Variables.IfAny() : nullptr;
     if (!fields) return;
     for (Variable& field : *fields) {
       if (field.InheritedFrom.empty() || field.Implemented) continue;
@@ -131,7 +131,7 @@ class InheritedComments {
     }
   }
 
-  void TakeEvents(const Component& component) const {
+  void TakeEvents(Component& component) const {
     for (EventDeclaration& event : component.EventDeclarations) {
       const TaggedComments* comments = event.TaggedComments.IfAny();
       if (!event.TaggedDescription.empty() || (comments && comments->Count() > 0)) continue;
@@ -146,7 +146,7 @@ class InheritedComments {
   }
 
   const Assembly& mAssembly;
-  const Assemblies* mSet;
+  Assemblies* mSet;
   VBProject& mProject;
   bool mDrills;
   OutsideDocumentation mOutside;

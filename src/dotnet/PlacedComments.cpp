@@ -45,7 +45,7 @@ Place PlaceOf(VBProject& project, CodeElement& obj) {
 }
 
 template <typename Collection>
-auto SharedIn(const Collection& collection, const typename Collection::Element& element) {
+auto SharedIn(Collection& collection, const typename Collection::Element& element) {
   for (std::size_t i = 1; i <= collection.Count(); ++i)
     if (collection.Item(i) == &element) return collection.Share(i);
   return decltype(collection.Share(std::size_t{1}))();

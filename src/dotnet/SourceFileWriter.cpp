@@ -121,7 +121,7 @@ bool Block::WriteOutDotNet(FileSystemObject& f) try {
       f.WriteLine(lines->LineView(i));
     }
   }
-  if (const Blocks* overloads = OverloadBlocks().IfAny())
+  if (Blocks* overloads = Overloads())
     for (Block& overload : *overloads) overload.WriteOutDotNet(f);
   return true;
 }

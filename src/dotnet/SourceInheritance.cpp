@@ -247,7 +247,7 @@ void SourceInheritance::TakeOverloads(Component& c, Block& own, const Block& blo
     const std::string owner =
         overload.Implemented && !mWhole ? base.FullName() : OwnerOf(overload, base);
     Block* known = nullptr;
-    if (const Blocks* mine = own.OverloadBlocks().IfAny(); mine && mine->HasKey(overload.Name()))
+    if (Blocks* mine = own.Overloads(); mine && mine->HasKey(overload.Name()))
       for (Block& each : *mine)
         if (EqualsNoCase(each.Name(), overload.Name())) known = &each;
     if (known) {
@@ -271,9 +271,8 @@ void SourceInheritance::TakeBlock(Component& c, Block& block, const Component& b
   } else {
     const auto copy = block.Clone(&c, false);
     copy->Implemented = false;
-    if (mWhole && copy->OverloadBlocks().IfAny())
-      for (Block& overload : *copy->OverloadBlocks())
-        overload.SetInheritedFrom(OwnerOf(block, base));
+    if (Blocks* overloads = mWhole ? copy->Overloads() : nullptr)
+      for (Block& overload : *overloads) overload.SetInheritedFrom(OwnerOf(block, base));
     if (!c.Blocks.Add(copy, block.Name())) return;
     own = copy.get();
   }

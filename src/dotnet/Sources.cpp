@@ -124,13 +124,13 @@ const FileSystemObject& SourceFileOf(const Component& component, const CodeEleme
   if (!project || project->ProjectFiles.Count() == 0 || &element == &component)
     return component.FileName;
   const std::string key = KeyOfType(component.Namespace.Get(), component.Name, project->Reading);
-  std::vector<ProjectFile*> files;
-  for (ProjectFile& file : project->ProjectFiles)
+  std::vector<const ProjectFile*> files;
+  for (const ProjectFile& file : project->ProjectFiles)
     if (file.Components.Item(key) == &component) files.push_back(&file);
   if (files.size() < 2) return component.FileName;
   const CodeLines* lines = LinesOf(element);
   const std::string name = element.ElementName();
-  for (ProjectFile* file : files) {
+  for (const ProjectFile* file : files) {
     if (!file->SourceForm) continue;
     const std::string& text = file->SourceForm->Text;
     // Fields do not know their block: the line tells.

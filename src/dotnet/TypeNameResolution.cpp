@@ -201,7 +201,7 @@ class TypeNameWalk {
     }
     Take(block.Parameters.IfAny());
     if (!block.ReturnType.empty()) block.ReturnType = mResolve(block.ReturnType.str());
-    const Blocks* overloads = block.OverloadBlocks().IfAny();
+    Blocks* overloads = block.Overloads();
     if (!mRules.NetTypeNames || !overloads) return;
     for (Block& overload : *overloads) Take(overload);
   }

@@ -17,9 +17,9 @@ std::string_view BehindColon(std::string_view name) {
   return colon == std::string_view::npos ? std::string_view() : name.substr(colon + 1);
 }
 
-const Parameters* ParametersOf(const CodeElement& element) {
-  if (const auto* block = As<Block>(&element)) return block->Parameters.IfAny();
-  if (const auto* event = As<EventDeclaration>(&element)) return event->Parameters.IfAny();
+Parameters* ParametersOf(CodeElement& element) {
+  if (auto* block = As<Block>(&element)) return block->Parameters.IfAny();
+  if (auto* event = As<EventDeclaration>(&element)) return event->Parameters.IfAny();
   return nullptr;
 }
 
@@ -102,7 +102,7 @@ CodeElement* XmlComments::ElementOf(std::string_view name) {
   CodeElement* found = mElements.Find(name).Element;
   auto* block = As<Block>(found);
   if (!block || name.find('(') != std::string_view::npos) return found;
-  const Blocks* overloads = block->OverloadBlocks().IfAny();
+  Blocks* overloads = block->Overloads();
   if (!overloads || overloads->Count() == 0) return found;
   const std::string key = block->IsConstructor ? "_ctor()" : block->Name() + "()";
   for (Block* overload : overloads->Named(key)) return overload;
@@ -142,7 +142,7 @@ void XmlComments::TakeReturns(const pugi::xml_node& e) {
 
 void XmlComments::TakeParam(const pugi::xml_node& e) {
   const std::string name(TrimBlanks(e.attribute("name").value()));
-  const Parameters* parameters = ParametersOf(*mObject);
+  Parameters* parameters = ParametersOf(*mObject);
   Parameter* parameter = parameters ? parameters->Item(std::string_view(name)) : nullptr;
   if (!parameter) {
     mUnknownParameters.push_back(name);
@@ -159,7 +159,7 @@ void XmlComments::TakeTypeParam(const pugi::xml_node& e) {
 
 void XmlComments::TakeOverload(const pugi::xml_node& e) {
   const std::string text = mMarkUp.ParseOutXML(e, true);
-  const Component* component = mObject->OwnComponent();
+  Component* component = mObject->OwnComponent();
   if (!component) return;
   if (Block* head = component->Blocks.Item(ShortName(mObject->ElementName())))
     SetTaggedDescription(*head, text);

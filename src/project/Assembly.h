@@ -178,26 +178,27 @@ class Assemblies : public HandleTarget, public PlainCollection<Assembly> {
 
   using Base::Item;
   /// The first assembly of that name, or with a file of that leaf name, case ignored; null if none.
-  Assembly* Item(std::string_view Key) const;
-  Assembly* Item(const char* Key) const { return Item(std::string_view(Key)); }
+  Assembly* Item(std::string_view Key);
+  const Assembly* Item(std::string_view Key) const;
   /// Adds an assembly and loads it if it has no project; it then stands under its name. Raises 457
   /// for a key that is taken, and what the load raises.
   void Add(std::shared_ptr<Assembly> item, std::string_view Key = {}, const Position& Before = {},
            const Position& After = {});
 
   /// The first assembly whose project has `RootFlag`; null if none.
-  Assembly* RootAssembly() const;
+  Assembly* RootAssembly();
+  const Assembly* RootAssembly() const;
   /// Loads every "Assembly" element below `e`, then works out their types. Assemblies whose file
   /// nobody finds are told and left out.
   bool Load(const pugi::xml_node& e);
   /// Writes the set as attributes and child elements of `e`.
   bool Save(pugi::xml_node e) const;
   /// The element of a name "Assembly~Namespace.Type~Member"; null if none.
-  CodeElement* GetObjectFromQualifiedName(std::string_view QualifiedName) const;
+  CodeElement* GetObjectFromQualifiedName(std::string_view QualifiedName);
   /// The member that a block, field or event was copied from; null if it is in no assembly here.
-  CodeElement* GetInheritedFromObject(const CodeElement& o) const;
+  CodeElement* GetInheritedFromObject(const CodeElement& o);
   /// The module of that name: of the given project first (may be null), then of the others.
-  Component* FindComponent(std::string_view Name, vendrel::VBProject* FirstVBProject) const;
+  Component* FindComponent(std::string_view Name, vendrel::VBProject* FirstVBProject);
 };
 
 }  // namespace vendrel

@@ -220,8 +220,8 @@ struct Copies {
     assembly->FileName.SetFullPath(file);
     Set.Add(std::move(assembly));
   }
-  Assembly& Shop() const { return *Set.Item("Shop"); }
-  std::string Described(const char* name) const {
+  Assembly& Shop() { return *Set.Item("Shop"); }
+  std::string Described(const char* name) {
     const CodeElement* found = Shop().VBProject()->GetObjectFromDotNetName(name);
     return found ? found->Description() : "none";
   }
@@ -237,7 +237,7 @@ constexpr std::string_view kBaseMembers =
     "<member name='M:Shop.Base.IStock`1.Take(`0,System.Int32@)'><summary>Takes.</summary></member>";
 
 TEST(InheritedComments, ComeFromTheMemberThatIsInherited) {
-  const Copies copies("", kBaseMembers);
+  Copies copies("", kBaseMembers);
   Assembly& shop = copies.Shop();
   shop.PopulateInheritedComments(*shop.VBProject(), nullptr, false);
   Component& goods = *shop.VBProject()->Components.Item("Shop.Goods`1");
@@ -255,7 +255,7 @@ TEST(InheritedComments, OutsideOfTheSetAreDrilledFor) {
       return {{"none*", "/none"}, {"SHOPBASE.*", Folder}};
     }
   };
-  const Copies copies("", kBaseMembers, false);
+  Copies copies("", kBaseMembers, false);
   const auto settings = std::make_shared<Settings>();
   settings->Folder = copies.Folder.Path("docs");
   InUse<HostObjects>().Settings = settings;
@@ -270,7 +270,7 @@ TEST(InheritedComments, OutsideOfTheSetAreDrilledFor) {
 }
 
 TEST(InheritedComments, InheritDocTakesWhatIsNamedOverriddenOrImplemented) {
-  const Copies copies(
+  Copies copies(
       "<member name='M:Shop.Goods`1.Find(System.String)'><inheritdoc/></member>"
       "<member name='M:Shop.Goods`1.Shop#Base#IStock{T}#Take(`0,System.Int32@)'><inheritdoc/>"
       "</member><member name='T:Shop.Names'><inheritdoc cref='T:Shop.Tools'/></member>"
@@ -294,11 +294,11 @@ TEST(InheritedComments, InheritDocTakesWhatIsNamedOverriddenOrImplemented) {
 }
 
 TEST(AssemblySet, DocumentationThatCannotBeReadIsToldAndSkipped) {
-  const Copies copies("<member name='T:Shop.Price'><summary></member>");
+  Copies copies("<member name='T:Shop.Price'><summary></member>");
   EXPECT_EQ(copies.Described("T:Shop.Price"), "");
   EXPECT_EQ(copies.Shop().VBProject()->Diagnostics.CountOf(DiagnosticCode::DocumentationUnread),
             1u);
-  const Copies dropped(
+  Copies dropped(
       "<member name='T:Shop.None'/><member name='M:Shop.Goods`1.Look'><param name='x'>y</param>"
       "</member>");
   const auto& list = dropped.Shop().Documentation->NotPlaced;

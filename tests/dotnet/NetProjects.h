@@ -39,7 +39,7 @@ class NetProject {
   /// Keys of all types, in their order.
   std::string Keys() const {
     std::string keys;
-    const auto& all = Project->Components.Listed();
+    const KeyedCollection<Component>& all = std::as_const(Project->Components).Listed();
     for (std::size_t i = 1; i <= all.Count(); ++i) keys.append(all.KeyOf(i)) += ' ';
     return keys;
   }

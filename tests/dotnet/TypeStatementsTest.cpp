@@ -11,11 +11,11 @@ std::string Show(const std::vector<TypeStatement>& statements) {
   std::string text;
   for (const TypeStatement& s : statements) {
     constexpr const char* kKinds[] = {"namespace", "end-namespace", "type", "end"};
-    constexpr const char* kTypes[] = {"", "class", "module", "enum", "structure", "interface"};
+    constexpr const char* kTypeWords[] = {"", "class", "module", "enum", "structure", "interface"};
     if (!text.empty()) text += "; ";
     text += kKinds[static_cast<int>(s.What)];
     if (s.What == TypeStatement::Kind::Type || s.What == TypeStatement::Kind::EndType)
-      text += std::string(" ") + kTypes[s.Type];
+      text += std::string(" ") + kTypeWords[s.Type];
     if (!s.Name.empty()) text += " " + s.Name;
     if (!s.Access.empty()) text += " " + s.Access.str();
     if (s.IsAbstract) text += " abstract";
@@ -27,14 +27,14 @@ std::string Show(const std::vector<TypeStatement>& statements) {
   return text;
 }
 
-struct Row {
+struct TypeRow {
   const char* Line;
   const char* ByPattern;
   const char* ByWord;
 };
 
 TEST(TypeStatements, PatternsAndWordsTellTypes) {
-  const Row rows[] = {
+  const TypeRow rows[] = {
       {"Public Class Foo", "type class Foo PUBLIC", "type class Foo PUBLIC"},
       {"Public Class [Select]", "type class Select PUBLIC", "type class Select PUBLIC"},
       {"Class Foo : Inherits Bar", "type class Foo PUBLIC", "type class Foo"},
@@ -56,7 +56,7 @@ TEST(TypeStatements, PatternsAndWordsTellTypes) {
       {"Property Class As Integer", "", ""},
       {"If a Then Class b", "", ""},
       {"<A(\"x>:\")> Interface I", "type interface I PUBLIC", "type interface I"}};
-  for (const Row& row : rows) {
+  for (const TypeRow& row : rows) {
     EXPECT_EQ(Show(StatementsByPattern(row.Line)), row.ByPattern) << row.Line;
     EXPECT_EQ(Show(StatementsByWord(row.Line)), row.ByWord) << row.Line;
   }
@@ -66,9 +66,10 @@ TEST(TypeStatements, PatternsAndWordsTellTypes) {
 TEST(TypeStatements, NoPatternIsPassedOver) {
   for (const std::string_view pattern : TypePatterns())
     for (const char* line : {"  NAMESPACE x", "Private CLASS a", "<A> Friend mOdule b", "Enum c",
-                             "Shadows Structure d", "\tInterface e", "Classy f", "no Class g"})
-      if (MatchRegExp(line, pattern))
-        EXPECT_EQ(StatementsByPattern(line).size(), 1u) << line << " by " << pattern;
+                             "Shadows Structure d", "\tInterface e", "Classy f", "no Class g"}) {
+      if (!MatchRegExp(line, pattern)) continue;
+      EXPECT_EQ(StatementsByPattern(line).size(), 1u) << line << " by " << pattern;
+    }
 }
 
 TEST(TypeStatements, AnyLineTakesLinearTime) {
