@@ -48,7 +48,8 @@ int main(int argc, char** argv) {
   CLI::App* loadCommand = AddCommand(app, "load", "Projects from disk to tree", shared);
   loadCommand->add_option("--lines", load.Lines, "Lines of a generated project; may be repeated")
       ->check(CLI::Range(std::int64_t{1}, std::int64_t{1'000'000'000}));
-  loadCommand->add_option("--folder", load.Folders, "Every .vbp below this folder")
+  loadCommand->add_flag("--dotnet", load.DotNet, "The generated projects as VB.NET too");
+  loadCommand->add_option("--folder", load.Folders, "Every .vbp and .vbproj below this folder")
       ->check(CLI::ExistingDirectory);
   loadCommand->add_option("--work", load.WorkFolder, "Folder that keeps generated projects");
   CLI::App* writeCommand = AddCommand(app, "write", "Projects from tree to disk", shared);

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <stdexcept>
 
@@ -73,9 +74,13 @@ Projects LoadProjectFiles(const Case& which, bool classic, double& failed) {
 
 std::vector<std::string> ModuleFiles(const Projects& projects) {
   std::vector<std::string> files;
-  for (const auto& project : projects)
+  for (const auto& project : projects) {
+    for (const ProjectFile& file : project->ProjectFiles)
+      files.push_back(file.FileName.NativePath());
+    if (project->ProjectFiles.Count() > 0) continue;
     for (const Component& component : project->Components.Listed())
       if (component.FileName.Exists()) files.push_back(component.FileName.NativePath());
+  }
   return files;
 }
 
@@ -195,7 +200,9 @@ Case FolderCase(const std::string& folder) {
   if (found.Name.empty()) found.Name = folder;
   for (const auto& entry :
        fs::recursive_directory_iterator(folder, fs::directory_options::skip_permission_denied))
-    if (entry.is_regular_file() && EqualsNoCaseAscii(entry.path().extension().string(), ".vbp"))
+    if (const std::string extension = entry.path().extension().string();
+        entry.is_regular_file() &&
+        (EqualsNoCaseAscii(extension, ".vbp") || EqualsNoCaseAscii(extension, ".vbproj")))
       found.ProjectFiles.push_back(fs::absolute(entry.path()).string());
   std::sort(found.ProjectFiles.begin(), found.ProjectFiles.end());
   return found;
@@ -208,6 +215,10 @@ std::vector<Case> Cases(const LoadOptions& options) {
   cases.reserve(sizes.size() + options.Folders.size());
   for (const std::int64_t lines : sizes)
     cases.push_back({Grouped(lines) + " lines", {GeneratedProject(options.WorkFolder, lines)}});
+  if (options.DotNet)
+    for (const std::int64_t lines : sizes)
+      cases.push_back(
+          {Grouped(lines) + " VB.NET", {GeneratedNetProject(options.WorkFolder, lines)}});
   for (const std::string& folder : options.Folders) cases.push_back(FolderCase(folder));
   return cases;
 }
@@ -230,6 +241,38 @@ std::string GeneratedProject(const std::string& workFolder, std::int64_t lines) 
     options.Lines = lines;
     WriteProject(options, folder.string());
   }
+  return file.string();
+}
+
+// The procedures of the generated modules, each module as a class of VB.NET.
+std::string GeneratedNetProject(const std::string& workFolder, std::int64_t lines) {
+  const fs::path folder = fs::path(workFolder) / (std::to_string(lines) + "-net");
+  const fs::path file = folder / "Generated.vbproj";
+  if (fs::exists(file)) return file.string();
+  fs::create_directories(folder);
+  double failed = 0;
+  const Case plain{{}, {GeneratedProject(workFolder, lines)}};
+  std::string listed;
+  for (const std::string& module : ModuleFiles(LoadProjectFiles(plain, false, failed))) {
+    const std::string bytes = ReadWholeFile(module);
+    const fs::path leaf = fs::path(module).stem().string() + ".vb";
+    std::ofstream out(folder / leaf, std::ios::binary);
+    out << "Public Class " << leaf.stem().string() << "\r\n";
+    bool inHeader = true;
+    for (std::size_t at = 0; at < bytes.size();) {
+      const std::size_t end = std::min(bytes.find('\n', at), bytes.size() - 1) + 1;
+      const std::string line = bytes.substr(at, end - at);
+      at = end;
+      const bool isAttribute = StartsWithNoCaseAscii(line, "attribute ");
+      if (isAttribute) inHeader = false;
+      if (!inHeader && !isAttribute) out << line;
+    }
+    out << "End Class\r\n";
+    listed += "<File RelPath=\"" + leaf.string() + "\" BuildAction=\"Compile\"/>";
+  }
+  std::ofstream(file) << "<VisualStudioProject><VisualBasic><Build><Settings RootNamespace=\"G\" "
+                         "AssemblyName=\"G\"/></Build><Files><Include>"
+                      << listed << "</Include></Files></VisualBasic></VisualStudioProject>";
   return file.string();
 }
 

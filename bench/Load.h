@@ -16,6 +16,8 @@ struct LoadOptions {
   std::string WorkFolder;
   int Runs = 5;
   bool Classic = false;
+  /// The generated projects as VB.NET too.
+  bool DotNet = false;
 };
 
 /// Measures and prints the table; 0, or 1 where nothing could be measured.
@@ -24,5 +26,8 @@ int RunLoad(const LoadOptions& options);
 /// The project file of a generated project of that size below `workFolder`; written if it is not
 /// there.
 std::string GeneratedProject(const std::string& workFolder, std::int64_t lines);
+
+/// The same procedures as a VB.NET project.
+std::string GeneratedNetProject(const std::string& workFolder, std::int64_t lines);
 
 }  // namespace vendrel::bench

@@ -4,6 +4,7 @@
 
 #include "cli/InputJudgement.h"
 #include "cli/Report.h"
+#include "core/Ascii.h"
 #include "diagnostics/ErrorReport.h"
 #include "dotnet/Sources.h"
 #include "services/CodePage.h"
@@ -17,6 +18,11 @@ void ReplaceMember(VBProjectGroup& group, std::size_t index, std::shared_ptr<VBP
   const std::string name = project->ProjectName;
   projects.Remove(index);
   projects.Add(std::move(project), name, index <= projects.Count() ? Position(index) : Position());
+}
+
+// A web editor keeps notes on each file under its name, in a folder beside it.
+bool IsOfWebEditor(const FileSystemObject& file) {
+  return EndsWithNoCaseAscii(file.FolderPath(), "\\_vti_cnf\\");
 }
 
 void TellUnread(const std::string& path, const ToolError& error) {
@@ -62,7 +68,8 @@ int VisitFolder(const std::string& path, const CommonOptions& options, const Str
   }
   code = Worse(code, ReportList(told, options, streams.Err));
   if (files.empty())
-    throw ToolError(Worse(code, exNo), path + ": no project (.vbp) lies in or below this folder");
+    throw ToolError(Worse(code, exNo),
+                    path + ": no project (.vbp, .vbproj) lies in or below this folder");
   return code;
 }
 
@@ -71,7 +78,12 @@ int VisitFolder(const std::string& path, const CommonOptions& options, const Str
 std::vector<FileSystemObject> ProjectFilesBelow(const std::string& path, Diagnostics& told) {
   const DiagnosticScope scope(&told, AbsolutePath(path));
   try {
-    return VBProjects::ProjectFilesBelow(AbsolutePath(path));
+    std::vector<FileSystemObject> files = VBProjects::ProjectFilesBelow(AbsolutePath(path));
+    std::vector<FileSystemObject> ofNet;
+    FileSystemObject(AbsolutePath(path)).FindFiles("*.vbproj", 0, ofNet);
+    for (FileSystemObject& file : ofNet)
+      if (!IsOfWebEditor(file)) files.push_back(std::move(file));
+    return files;
   } catch (const VendrelError& error) {
     throw InputError(path, "cannot be read: " + ReasonOf(error, path));
   }

@@ -6,6 +6,7 @@
 #include "cli/PretendedFiles.h"
 #include "cli/WatchedFiles.h"
 #include "cli/WrittenFiles.h"
+#include "dotnet/Sources.h"
 #include "services/FileSource.h"
 
 namespace vendrel::cli {
@@ -57,6 +58,9 @@ std::vector<PlannedFile> PlanOf(VBProject& project, const std::function<void()>&
   write();
   Origins origins;
   std::size_t index = 0;
+  for (const ProjectFile& file : project.ProjectFiles)
+    origins.emplace(FileSystemObject(TargetOfSource(project, file)).NativePath(),
+                    file.FileName.NativePath());
   for (const Component& component : project.Components.Listed())
     origins.emplace(TargetOf(project, component), kept.Sources[index++]);
   origins.emplace(project.OutputFileName.NativePath(), project.FileName.NativePath());

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "cli/WatchedFiles.h"
+#include "dotnet/Sources.h"
 
 namespace vendrel::cli {
 namespace {
@@ -67,8 +68,11 @@ std::string TargetOf(const VBProject& project, const Component& component) {
 
 std::string WrittenOf(VBProject& project, std::size_t mark) {
   std::set<std::string> targets, seen;
-  for (const Component& component : project.Components.Listed())
-    targets.insert(TargetOf(project, component));
+  for (ProjectFile& file : project.ProjectFiles)
+    targets.insert(FileSystemObject(TargetOfSource(project, file)).NativePath());
+  if (targets.empty())
+    for (const Component& component : project.Components.Listed())
+      targets.insert(TargetOf(project, component));
   const std::string projectFile = project.OutputFileName.NativePath();
   const std::vector<std::string> written = WrittenSince(mark);
   std::size_t modules = 0, copies = 0;

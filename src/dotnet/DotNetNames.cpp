@@ -3,14 +3,29 @@
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
 #include "model/Events.h"
+#include "project/Assembly.h"
 #include "project/VBProject.h"
 
 namespace vendrel {
 namespace {
 
+// Those of source stand in their namespaces.
+Block* FindSourceDelegate(VBProject& project, std::string_view name) {
+  Assembly* assembly = project.Reading.NetNames ? project.Assembly() : nullptr;
+  if (!assembly || project.ProjectFiles.Count() == 0) return nullptr;
+  const std::size_t dot = name.rfind('.');
+  const std::string_view front = dot == std::string_view::npos ? "" : name.substr(0, dot);
+  const std::string_view own = dot == std::string_view::npos ? name : name.substr(dot + 1);
+  for (Namespace& space : assembly->Namespaces)
+    if (EqualsNoCase(space.Name, front))
+      if (Block* block = space.Delegates.Item(own)) return block;
+  return nullptr;
+}
+
 CodeElement* FindDelegate(VBProject& project, std::string_view name) {
   Component* delegates = project.Components.Item(kDelegatesModule);
-  return delegates ? delegates->Blocks.Item(name) : nullptr;
+  Block* block = delegates ? delegates->Blocks.Item(name) : nullptr;
+  return block ? block : FindSourceDelegate(project, name);
 }
 
 CodeElement* FindType(VBProject& project, std::string_view name) {

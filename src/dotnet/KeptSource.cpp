@@ -2,6 +2,8 @@
 // those outside of types to a module of the file, and what closes a type stands in a block of its
 // own, so that no procedure takes it along.
 
+#include <algorithm>
+
 #include "comments/Descriptions.h"
 #include "comments/TaggedCommentRules.h"
 #include "core/Ascii.h"
@@ -34,19 +36,21 @@ std::string DirectiveOf(std::string_view line) {
 
 // Whether the first part of a type that is declared again says "Partial".
 bool SaysPartial(const Component& component) {
-  for (const Block& block : component.Blocks) {
-    const CodeLines* lines = block.CodeLines.IfAny();
-    for (std::int32_t i = 1; lines && i <= lines->Count(); ++i)
-      for (const TypeStatement& statement : StatementsByWord(lines->LineView(i)))
-        if (statement.What == Kind::Type) return statement.IsPartial;
-  }
+  constexpr std::int32_t kMostLines = 128;  // attributes and comments stand in front
+  const Block* first = component.Blocks.Count() > 0 ? component.Blocks.Item(1) : nullptr;
+  const CodeLines* lines = first ? first->CodeLines.IfAny() : nullptr;
+  for (std::int32_t i = 1; lines && i <= std::min(lines->Count(), kMostLines); ++i)
+    for (const TypeStatement& statement : StatementsByWord(lines->LineView(i)))
+      if (statement.What == Kind::Type) return statement.IsPartial;
   return false;
 }
 
 // Fields of a later part stand in a block of its own; they belong to the declarations of the type.
-void GatherFields(Component& component) {
-  for (std::size_t i = 2; i <= component.Blocks.Count(); ++i) {
+void GatherFields(Component& component, const Block* first) {
+  const Block* reached = nullptr;
+  for (std::size_t i = component.Blocks.Count(); i > 0 && reached != first; --i) {
     Block& block = *component.Blocks.Item(i);
+    reached = &block;
     if (!block.Name().empty()) continue;
     Variables* fields = block.Variables.IfAny();
     Constants* constants = block.Constants.IfAny();
@@ -202,7 +206,7 @@ void SourceScan::OpenKept(const TypeStatement& type) {
   component->IsSealed |= type.IsSealed;
   if (isNew) AddComponent(component);
   mScanned.NamesRead[component.get()] = component->Name;
-  mTypes.push_back({component, type.Underlying});
+  mTypes.push_back({component, type.Underlying, component->CurrentBlock});
 }
 
 // The line that closes a type. That of an enumeration is read: it closes the list of members.
@@ -240,7 +244,7 @@ void SourceScan::CloseInnermost() {
   mTypes.pop_back();
   Component& component = *type.Module;
   FinishPart(component);
-  GatherFields(component);
+  GatherFields(component, type.FirstBlock.Get());
   if (component.IsEnumeration) TurnEnumerationIntoFields(component, type.Underlying);
   if (component.CurrentBlock && component.TaggedCommentBuffer.IfAny())
     OfferTaggedComments(component, *component.CurrentBlock.Get());

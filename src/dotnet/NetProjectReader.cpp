@@ -78,7 +78,12 @@ void NetProjectReader::ReadCompanion() {
   FileSystemObject companion(mProject.FileName.FullPath());
   companion.SetExtension("vbproj.user");
   if (!companion.Exists()) return;
-  const std::shared_ptr<XmlDocument> document = Parse(companion);
+  std::shared_ptr<XmlDocument> document;
+  try {
+    document = Parse(companion);
+  } catch (const VendrelError& error) {
+    return Tell(DiagnosticCode::UnreadableFile, {companion.FullPath(), error.Text()});
+  }
   const XmlElement root = document->Root();
   if (root.Name() != kRootName) return;
   for (const XmlElement build : root.Elements().Item(1).Elements()) {

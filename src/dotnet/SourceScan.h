@@ -56,6 +56,8 @@ class SourceScan {
   struct OpenType {
     std::shared_ptr<Component> Module;
     std::string Underlying;
+    /// The first block of this part of the type.
+    WeakHandle<Block> FirstBlock = {};
   };
 
   // As described: lines outside of types go with the next type.

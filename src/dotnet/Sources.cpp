@@ -101,6 +101,7 @@ void ResolveSourceTypes(VBProject& project) try {
     file.ResolveTypeNames();
     file.ResolveInheritedMembers();
   }
+  if (Assembly* assembly = project.Assembly()) assembly->TypesResolved = true;
 }
 VENDREL_CONTEXT(trace::Me(project))
 

@@ -32,11 +32,26 @@ std::string_view FurtherIntrinsic(std::string_view name) {
   return DotNetType(name);
 }
 
+// What the resolver says, asked for once a name while the imports are those of one file.
+class ResolverAnswers {
+ public:
+  explicit ResolverAnswers(VBProject& project) : mProject(project) {}
+  const std::string& Of(const std::string& name) {
+    const auto [known, isNew] = mAnswers.try_emplace(name);
+    if (isNew) known->second = AskResolver(mProject, name);
+    return known->second;
+  }
+
+ private:
+  VBProject& mProject;
+  std::unordered_map<std::string, std::string> mAnswers;
+};
+
 // Looks names up in every scope that a module sees (`NetTypeNames`).
 class ScopedNames {
  public:
-  ScopedNames(ProjectFile& file, Component& component)
-      : mProject(*file.VBProject()), mFile(file), mComponent(component) {}
+  ScopedNames(ProjectFile& file, Component& component, ResolverAnswers& answers)
+      : mProject(*file.VBProject()), mFile(file), mComponent(component), mAnswers(answers) {}
 
   // A whole type: arrays, "?" and arguments of generics are taken apart.
   std::string Type(std::string_view written);
@@ -50,6 +65,7 @@ class ScopedNames {
   VBProject& mProject;
   ProjectFile& mFile;
   Component& mComponent;
+  ResolverAnswers& mAnswers;
   std::unordered_map<std::string, std::string> mKnown;
 };
 
@@ -142,7 +158,7 @@ std::string ScopedNames::Find(const std::string& name) {
     const std::size_t dot = scope.rfind('.');
     scope.resize(dot == std::string::npos ? 0 : dot);
   }
-  const std::string written = AskResolver(mProject, name);
+  const std::string written = mAnswers.Of(name);
   const auto import = [&](const std::string& entry) -> std::string {
     const std::size_t equals = entry.find('=');
     if (equals == std::string::npos) return InProject(std::string(TrimGaps(entry)), name);
@@ -151,14 +167,14 @@ std::string ScopedNames::Find(const std::string& name) {
     const std::string target(TrimGaps(std::string_view(entry).substr(equals + 1)));
     if (EqualsNoCase(alias, name)) {
       const std::string found = InProject({}, target);
-      return found.empty() ? AskResolver(mProject, target) : found;
+      return found.empty() ? mAnswers.Of(target) : found;
     }
     if (name.size() <= alias.size() || name[alias.size()] != '.' ||
         !EqualsNoCase(std::string_view(name).substr(0, alias.size()), alias))
       return {};
     const std::string whole = target + name.substr(alias.size());
     const std::string found = InProject({}, whole);
-    return found.empty() ? AskResolver(mProject, whole) : found;
+    return found.empty() ? mAnswers.Of(whole) : found;
   };
   for (const std::string& entry : mFile.Imports)
     if (const std::string found = import(entry); !found.empty()) return found;
@@ -169,7 +185,7 @@ std::string ScopedNames::Find(const std::string& name) {
   // Partly qualified by an enclosing namespace of an assembly.
   for (std::string front = own; !front.empty();) {
     const std::string whole = front + "." + name;
-    if (const std::string found = AskResolver(mProject, whole); found != whole) return found;
+    if (const std::string found = mAnswers.Of(whole); found != whole) return found;
     const std::size_t dot = front.rfind('.');
     front.resize(dot == std::string::npos ? 0 : dot);
   }
@@ -222,7 +238,10 @@ class TypeNameWalk {
 std::string ProjectFile::ResolveType(vendrel::Component& c, std::string_view TypeName) try {
   vendrel::VBProject* project = VBProject();
   if (!project || TypeName.starts_with(kSystem)) return std::string(TypeName);
-  if (project->Reading.NetTypeNames) return ScopedNames(*this, c).Type(TypeName);
+  if (project->Reading.NetTypeNames) {
+    ResolverAnswers answers(*project);
+    return ScopedNames(*this, c, answers).Type(TypeName);
+  }
   const Namespace* space = c.Namespace.Get();
   const ReadingRules& rules = project->Reading;
   const std::string name(TypeName);
@@ -254,8 +273,9 @@ bool ProjectFile::ResolveTypeNames() try {
     for (const std::string& import : Imports)
       if (import.find('=') == std::string::npos) resolver->addnamespace(import);
   }
+  ResolverAnswers answers(*project);
   for (vendrel::Component& component : Components) {
-    ScopedNames names(*this, component);
+    ScopedNames names(*this, component, answers);
     TypeNameWalk walk(rules, [&](const std::string& name) {
       return std::string_view(name).starts_with(kSystem) && name.find('(') == std::string::npos
                  ? name
@@ -266,7 +286,7 @@ bool ProjectFile::ResolveTypeNames() try {
   for (const auto& block : scanned.Delegates) {
     vendrel::Component* component = block->Component.Get();
     if (!component) continue;
-    ScopedNames names(*this, *component);
+    ScopedNames names(*this, *component, answers);
     TypeNameWalk(rules, [&](const std::string& name) { return names.Type(name); }).Take(*block);
   }
   return true;

@@ -98,7 +98,8 @@ class ConstantNames {
     if (EqualsNoCaseAscii(name, "Win32") || EqualsNoCaseAscii(name, "VBA6"))
       return ScriptValue::Boolean(true);
     if (EqualsNoCaseAscii(name, "Win16")) return ScriptValue::Boolean(false);
-    if (EqualsNoCaseAscii(name, "Debug") && mLanguage == lvVisualBasicDotNet)
+    const bool isTold = mProject && mProject->Reading.NetConditions;  // by the project file
+    if (EqualsNoCaseAscii(name, "Debug") && mLanguage == lvVisualBasicDotNet && !isTold)
       return ScriptValue::Boolean(true);
     return {};
   }

@@ -106,7 +106,9 @@ ScriptToken ScriptLexer::Next(bool operandDue) {
     case '[': return TakeBracketedName();
     default: break;
   }
-  if (IsNameStart(c)) return TakeWord();
+  const bool underscored = c == '_' && mDialect == ScriptDialect::VisualBasic && mRest.size() > 1 &&
+                           IsNamePart(mRest[1]);
+  if (IsNameStart(c) || underscored) return TakeWord();
   if (IsDigitAscii(c) || (c == '.' && DigitCount(mRest, 1) > 0)) return TakeNumber();
   if (operandDue && c == '#') return TakeDate();
   if (operandDue && c == '&') return TakeRadixNumber();

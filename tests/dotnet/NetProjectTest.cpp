@@ -120,6 +120,8 @@ TEST(NetProject, WordByWordTypesAreAsWritten) {
   EXPECT_EQ(fields.Item("Red")->TypeName, "System.Byte");
   EXPECT_EQ(fields.Item("Red")->Value.str(), "1");
   EXPECT_EQ(n["R.Outer"].SourceLine(), 3);
+  EXPECT_NE(n.Project->GetObjectFromDotNetName("T:R.Done"), nullptr);
+  EXPECT_EQ(n.Project->GetObjectFromDotNetName("T:R.A.B.Colors"), &n["R.A.B.Colors"]);
   EXPECT_EQ(n["R.Outer.Inner"].BlockOfType(btDeclarations)->Variables->Item("X")->SourceLine(), 5);
   EXPECT_EQ(n.Project->ProjectFiles.Item(1)->Imports.at(0), "System.Data");
 }
