@@ -32,7 +32,7 @@ options_of() {
     ModuleFuzz|ControlsFuzz|WriteFuzz|ColourFuzz)
       echo "-dict=fuzz/dictionaries/basic.dict -max_len=8192" ;;
     TypeLibFuzz) echo "-max_len=65536" ;;
-    AssemblyFuzz|MetadataFuzz) echo "-max_len=16384" ;;
+    AssemblyFuzz|MetadataFuzz|SetFuzz) echo "-max_len=16384" ;;
     *) echo "-max_len=4096" ;;
   esac
 }

@@ -1,6 +1,6 @@
 // The program that measures: vendrelmodel_bench
-// load|write|classify|evaluate|names|colour|typelib|assembly. Other parts of the library join by a
-// row of their own.
+// load|write|classify|evaluate|names|colour|typelib|assembly|documentation. Other parts of the
+// library join by a row of their own.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
@@ -70,6 +70,11 @@ int main(int argc, char** argv) {
   AssemblyBenchOptions compiled;
   CLI::App* assembly = AddCommand(app, "assembly", "An assembly from disk to tree", shared);
   assembly->add_option("file", compiled.File, "The assembly")->required()->check(CLI::ExistingFile);
+  DocumentationBenchOptions documented;
+  CLI::App* documentation =
+      AddCommand(app, "documentation", "A documentation file into a tree", shared);
+  documentation->add_option("--megabytes", documented.Megabytes, "Size of the generated file")
+      ->check(CLI::Range(0.01, 1000.0));
   CLI11_PARSE(app, argc, argv);
   try {
     load.Runs = shared.Runs;
@@ -90,6 +95,12 @@ int main(int argc, char** argv) {
       compiled.Runs = shared.Runs;
       compiled.Classic = shared.Classic;
       return RunAssembly(compiled);
+    }
+    if (documentation->parsed()) {
+      documented.Runs = shared.Runs;
+      documented.Classic = shared.Classic;
+      documented.WorkFolder = load.WorkFolder;
+      return RunDocumentation(documented);
     }
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());

@@ -38,4 +38,14 @@ struct AssemblyBenchOptions {
 /// what they inherit.
 int RunAssembly(const AssemblyBenchOptions& options);
 
+struct DocumentationBenchOptions {
+  int Runs = 5;
+  bool Classic = false;
+  /// Size of the generated documentation file.
+  double Megabytes = 100;
+  std::string WorkFolder;
+};
+/// A documentation file (in the file cache) brought into a tree of the elements that it documents.
+int RunDocumentation(const DocumentationBenchOptions& options);
+
 }  // namespace vendrel::bench

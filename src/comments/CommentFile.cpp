@@ -56,22 +56,6 @@ class NamedElements {
 
 // ---- Reading -----------------------------------------------------------------------------------
 
-// Text of an element with everything below it, walked without recursion.
-std::string TextOf(const pugi::xml_node& element) {
-  std::string text;
-  pugi::xml_node node = element.first_child();
-  while (node) {
-    if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) text += node.value();
-    if (node.first_child()) {
-      node = node.first_child();
-      continue;
-    }
-    while (!node.next_sibling() && node.parent() != element) node = node.parent();
-    node = node.next_sibling();
-  }
-  return text;
-}
-
 // Where a comment for an element is offered.
 struct Place {
   CodeElement* LastElement = nullptr;
@@ -145,7 +129,7 @@ void ApplyOne(VBProject& project, const pugi::xml_node& item,
   auto comment = std::make_shared<TaggedComment>();
   comment->TagIdentifier = item.attribute("tid").value();
   comment->Qualifier = item.attribute("q").value();
-  comment->Text = TextOf(item);
+  comment->Text = XmlTextOf(item);
   const Place place = PlaceFor(project, element);
   const bool canPlace = place.Block != nullptr;
   if (canPlace) Prepare(place);
@@ -276,6 +260,21 @@ void VisitModule(Component& component, const std::function<void(CodeElement&)>& 
 }
 
 }  // namespace
+
+std::string XmlTextOf(const pugi::xml_node& element) {
+  std::string text;
+  pugi::xml_node node = element.first_child();
+  while (node) {
+    if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) text += node.value();
+    if (node.first_child()) {
+      node = node.first_child();
+      continue;
+    }
+    while (!node.next_sibling() && node.parent() != element) node = node.parent();
+    node = node.next_sibling();
+  }
+  return text;
+}
 
 void VBProject::ApplyCommentFile() try {
   const Workspace::Use use(Workspace());

@@ -7,13 +7,15 @@
 #include <functional>
 #include <iosfwd>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "model/CodeElement.h"
 
 namespace pugi {
 class xml_document;
-}
+class xml_node;
+}  // namespace pugi
 
 namespace vendrel {
 
@@ -40,6 +42,9 @@ class CommentFileOfSeveral {
  private:
   std::unique_ptr<pugi::xml_document> mDocument;
 };
+
+/// The text of an element with everything below it, however deep that goes.
+std::string XmlTextOf(const pugi::xml_node& element);
 
 /// Parses XML text whole. Raises 5 with `name`, line and column where it is not well-formed.
 void ParseXml(pugi::xml_document& document, std::string_view text, std::string_view name);

@@ -100,7 +100,8 @@ class Sharing {
 
 void LoadSource(Assembly& assembly, VBProject& project) {
   project.FileName.SetFullPath(assembly.FileName.FullPath());
-  project.LoadDotNet(assembly.FileName.FullPath());
+  if (!project.LoadDotNet(assembly.FileName.FullPath()))
+    throw VendrelError(errFileNotFound, project.LastErrorString);
   assembly.mName = project.ProjectName;
   project.Tags["AddedManually"] = "True";
 }

@@ -51,7 +51,7 @@ class CommentFileItems {
       Exclude(*element);
     } else {
       comment->Qualifier = AttributeOf(item, "q").as_string();
-      comment->Text = TextIn(item);
+      comment->Text = XmlTextOf(item);
       Keep(*element, comment);
     }
   }

@@ -31,23 +31,6 @@ std::size_t ParameterCountOf(const Block& block) {
   return parameters ? parameters->Count() : 0;
 }
 
-// The member of that name with as many parameters; of several the one whose types agree.
-CodeElement* CounterpartIn(Component& type, const Block& block, std::string_view name) {
-  Block* found = nullptr;
-  const auto offer = [&](Block& other) {
-    if (&other == &block || ParameterCountOf(other) != ParameterCountOf(block)) return;
-    if (!found || other.DotNetSignature() == block.DotNetSignature()) found = &other;
-  };
-  for (Block* other : type.Blocks.Named(name)) {
-    Blocks* overloads = other->Overloads();
-    if (!overloads || overloads->Count() == 0)
-      offer(*other);
-    else
-      for (Block& overload : *overloads) offer(overload);
-  }
-  return found;
-}
-
 class Sources {
  public:
   Sources(const Assembly& assembly, VBProject& project)
@@ -134,6 +117,28 @@ void CopyParameters(const CodeElement& from, CodeElement& to) {
 }
 
 }  // namespace
+
+Block* CounterpartIn(Component& type, const Block& block, std::string_view name) {
+  Block* found = nullptr;
+  std::size_t candidates = 0;
+  const std::string signature = block.DotNetSignature();
+  const auto offer = [&](Block& other) {
+    if (&other == &block || ParameterCountOf(other) != ParameterCountOf(block)) return false;
+    found = &other;
+    ++candidates;
+    return other.DotNetSignature() == signature;
+  };
+  for (Block* other : type.Blocks.Named(name)) {
+    Blocks* overloads = other->Overloads();
+    if (overloads && overloads->Count() > 0) {
+      for (Block& overload : *overloads)
+        if (offer(overload)) return &overload;
+    } else if (offer(*other)) {
+      return other;
+    }
+  }
+  return candidates == 1 ? found : nullptr;
+}
 
 void CopyComments(const CodeElement& from, CodeElement& to) {
   auto& source = const_cast<CodeElement&>(from);

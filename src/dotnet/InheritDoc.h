@@ -13,6 +13,10 @@ namespace vendrel {
 /// tagged comments where it has none.
 void CopyComments(const CodeElement& from, CodeElement& to);
 
+/// The member of a type that a block stems from: that of a name with the same parameters, or, as
+/// type arguments may stand in place of parameters of a type, the only one with as many.
+Block* CounterpartIn(Component& type, const Block& block, std::string_view name);
+
 /// Elements whose documentation says `inheritdoc`, resolved when all others have theirs.
 class InheritDocs {
  public:

@@ -100,7 +100,17 @@ class InheritedComments {
 
   void Take(Block& block) {
     if (const CodeElement* source = SourceOf(block)) return CopyComments(*source, block);
+    if (const Block* source = GenericSourceOf(block)) return CopyComments(*source, block);
     if (mDrills) Drill(block);
+  }
+
+  // What a type inherits from a generic one has other types there.
+  const Block* GenericSourceOf(const Block& block) const {
+    if (!mSet || !mProject.Reading.DocumentationElements) return nullptr;
+    const Component* from = mSet->FindComponent(block.InheritedFrom(), &mProject);
+    const std::string& name = block.Name();
+    return from ? CounterpartIn(*from, block, std::string_view(name).substr(0, name.find('(')))
+                : nullptr;
   }
 
   void Drill(Block& block) {

@@ -23,8 +23,6 @@ inline std::string AttributeText(const pugi::xml_node& node, const char* name) {
 /// The XML of a node, as its readers expect it: line feeds as CR LF, ">" as "&gt;", empty elements
 /// as "<x/>".
 void AppendXml(std::string& out, const pugi::xml_node& node);
-/// The text of everything in a node, mark-up left out.
-std::string TextIn(const pugi::xml_node& node);
 /// Without blanks at both ends; tabs and line ends stay.
 std::string_view TrimBlanks(std::string_view text);
 /// Without white space of any kind at both ends.

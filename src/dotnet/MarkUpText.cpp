@@ -76,13 +76,6 @@ void AppendXml(std::string& out, const pugi::xml_node& node) {
   }
 }
 
-std::string TextIn(const pugi::xml_node& node) {
-  if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) return node.value();
-  std::string text;
-  for (const pugi::xml_node child : node.children()) text += TextIn(child);
-  return text;
-}
-
 std::string GetXML(const pugi::xml_node& e) {
   std::string text;
   for (const pugi::xml_node child : e.children()) {

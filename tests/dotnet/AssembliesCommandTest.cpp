@@ -1,3 +1,5 @@
+#include <cstdlib>
+
 #include "dotnet/SampleAssemblies.h"
 #include "support/DiskFolder.h"
 #include "support/ToolRun.h"
@@ -90,6 +92,49 @@ TEST(AssembliesCommand, DocumentationOutsideIsLinkedAndDrilled) {
   std::vector<std::string> json = arguments;
   json.push_back("--json");
   EXPECT_THAT(RunFor(json), HasSubstr("\"Closes.\""));
+}
+
+constexpr const char* kLibrary = R"code(
+using System;
+namespace Lib {
+  /// <summary>Holds <typeparamref name="T"/>, see <see cref="Run(int)"/>.</summary>
+  /// <typeparam name="T">What.</typeparam>
+  public class Box<T> {
+    /// <summary>Makes it.</summary>
+    public Box() {}
+    /// <summary>Runs <paramref name="count"/> times.</summary>
+    /// <param name="count">How often.</param>
+    /// <returns>Done or <see langword="null"/>.</returns>
+    /// <exception cref="ArgumentException">Never.</exception>
+    /// <example>So: <code>
+    ///   box.Run(1);
+    /// </code></example>
+    public string Run(int count) { return null; }
+    /// <summary>Runs once.</summary>
+    public string Run() { return null; }
+    /// <summary>Holds.</summary>
+    /// <value>The item.</value>
+    public T this[ref_t index] { get { return default(T); } }
+    /// <summary>Happened.</summary>
+    public event EventHandler<EventArgs> Happened { add {} remove {} }
+    /// <summary>Kept.</summary>
+    public const int Kept = 1;
+  }
+  /// <summary>An index.</summary>
+  public struct ref_t {}
+}
+)code";
+
+TEST(AssembliesCommand, WhatACompilerWritesReachesEveryElement) {
+  const test::DiskFolder folder;
+  const std::string source = folder.Write("Lib.cs", kLibrary), file = folder.Path("Lib.dll");
+  const std::string command = "mcs -nologo -target:library -doc:" + folder.Path("Lib.xml") +
+                              " -out:" + file + " " + source + " >/dev/null 2>&1";
+  if (std::system(command.c_str()) != 0) GTEST_SKIP() << "needs mcs (package mono-mcs)";
+  EXPECT_THAT(RunFor({"assemblies", file, "--xml-docs", "--check"}), Not(HasSubstr("not placed")));
+  EXPECT_THAT(RunFor({"assemblies", file, "--xml-docs"}),
+              AllOf(HasSubstr("9 of 9 documented members"),
+                    HasSubstr("class Box`1: Holds <i>T</i>, see <a href=\"Lib~Lib.Box`1~Run(")));
 }
 
 TEST(AssembliesCommand, OtherCommandsShowDocumentation) {

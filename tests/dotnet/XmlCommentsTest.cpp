@@ -78,8 +78,8 @@ TEST(XmlComments, CodeLosesTheIndentationOfItsFirstLine) {
            "      y;\n  z;\n</code></example>");
   EXPECT_EQ(CommentsOf(*tree.Go),
             "##EXAMPLEINTRO=Shows <b>it</b> .\n"
-            "##EXAMPLECODE=Type=\"Source\", Source=\"[Mark]\r\nint x = &quot;a&quot;;\r\n  y;\r\n"
-            "  z;\r\n\", Language=\"C#\", InLine=\"True\", Description=\"\"\n");
+            "##EXAMPLECODE=Type=\"Source\", Source=\"[Mark]\nint x = &quot;a&quot;;\n  y;\n"
+            "  z;\n\", Language=\"C#\", InLine=\"True\", Description=\"\"\n");
 }
 
 TEST(XmlComments, SeveralExamplesDescribeTheirCode) {
@@ -106,7 +106,7 @@ TEST(XmlComments, ElementsBecomeTags) {
   for (const bool classic : {true, false}) {
     const DocumentedTree tree(classic);
     EXPECT_EQ(tree.Put(*tree.Go, content), "s");
-    EXPECT_EQ(CommentsOf(*tree.Go), std::string("##REMARKS=<p>r</p>\n##RETURNS=a v\n") +
+    EXPECT_EQ(CommentsOf(*tree.Go), std::string("##REMARKS=r\n##RETURNS=a v\n") +
                                         (classic ? "" : "##TYPEPARAM=<i>T</i> t\n") +
                                         "##SEEALSO=Target=\"P~Ns.Oops\", Caption=\"Oops\"\n");
     EXPECT_EQ(tree.Go->Parameters->Item(1)->Description(), "p");
@@ -127,7 +127,7 @@ TEST(XmlComments, EveryClassOfElementsTakesThem) {
        {static_cast<CodeElement*>(tree.Class.get()), static_cast<CodeElement*>(tree.Go),
         static_cast<CodeElement*>(tree.Field.get()), static_cast<CodeElement*>(tree.Event)}) {
     EXPECT_EQ(tree.Put(*element, content), "s") << element->ClassName();
-    EXPECT_EQ(CommentsOf(*element), "##REMARKS=<p>r</p>\n") << element->ClassName();
+    EXPECT_EQ(CommentsOf(*element), "##REMARKS=r\n") << element->ClassName();
   }
   // Nothing of that kind belongs to a declarations section.
   tree.Put(*tree.Event, "<param name=\"sender\">x</param>");
@@ -142,7 +142,7 @@ TEST(XmlComments, ModesKeepAddAndReplace) {
   };
   const Row rows[] = {{imKeep, "old", "##REMARKS=of source\n"},
                       {imAppend, "old<br>new", "##REMARKS=of source<p>r</p>\n"},
-                      {imReplace, "new", "##REMARKS=<p>r</p>\n"},
+                      {imReplace, "new", "##REMARKS=r\n"},
                       {imAdd, "old<br>new", "##REMARKS=of source<p>r</p>\n"}};
   for (const Row& row : rows) {
     const DocumentedTree tree;

@@ -208,8 +208,8 @@ TEST(ProjectReaderTest, AMissingFileGivesFalseAndTheReason) {
   EXPECT_FALSE(project.Load("/p/gone.vbp"));
   EXPECT_EQ(project.LastErrorString, "Passed filename was invalid / did not exist");
   EXPECT_EQ(project.Components.Count(), 0u);
-  EXPECT_FALSE(project.Load("/p/x.VbProj"));  // another loader's file
-  EXPECT_EQ(project.LastErrorString, "VB.NET projects cannot be loaded yet");
+  EXPECT_FALSE(project.Load("/p/x.VbProj"));  // the other loader says the same
+  EXPECT_EQ(project.LastErrorString, "Passed filename was invalid / did not exist");
 }
 
 TEST(ProjectReaderTest, ADuplicateModuleIsToldAndDropped) {
