@@ -33,7 +33,7 @@ bool Load(Assemblies& set, std::string_view text, const fuzz::Choice& choice) {
   }
 }
 
-void TakeComments(const Assemblies& set) {
+void TakeComments(Assemblies& set) {
   for (Assembly& assembly : set) {
     VBProject& project = *assembly.VBProject();
     assembly.IntegrateCommentFile(project, nullptr, true, true);

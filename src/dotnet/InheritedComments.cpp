@@ -107,7 +107,7 @@ class InheritedComments {
   // What a type inherits from a generic one has other types there.
   const Block* GenericSourceOf(const Block& block) const {
     if (!mSet || !mProject.Reading.DocumentationElements) return nullptr;
-    const Component* from = mSet->FindComponent(block.InheritedFrom(), &mProject);
+    Component* from = mSet->FindComponent(block.InheritedFrom(), &mProject);
     const std::string& name = block.Name();
     return from ? CounterpartIn(*from, block, std::string_view(name).substr(0, name.find('(')))
                 : nullptr;
