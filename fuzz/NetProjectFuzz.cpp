@@ -4,6 +4,7 @@
 #include "Support.h"
 #include "diagnostics/VendrelError.h"
 #include "dotnet/Sources.h"
+#include "project/Solution.h"
 
 using namespace vendrel;
 

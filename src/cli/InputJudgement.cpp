@@ -70,6 +70,8 @@ void RefuseNoGroup(const std::string& path, const VBProjectGroup& group) {
   if (group.AllVBProjects().Count() > 0) return;
   const std::string text = SourceText::Read(group.FileName().NativePath())->Text;
   if (StartsWithNoCaseAscii(text, "VBGROUP")) return;
+  if (EqualsNoCaseAscii(group.FileName().Extension(), "sln"))
+    throw InputError(path, "no VB.NET project (.vbproj) that it lists is there");
   throw InputError(
       path, "no project group: " + WhatItHolds(text,
                                                "it does not begin with VBGROUP, and names no "

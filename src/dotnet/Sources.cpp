@@ -8,6 +8,7 @@
 #include "diagnostics/Context.h"
 #include "dotnet/SourceScan.h"
 #include "output/Xml.h"
+#include "project/Solution.h"
 #include "services/SourceText.h"
 #include "text/Words.h"
 
@@ -155,30 +156,6 @@ std::string TargetOfSource(const VBProject& project, const ProjectFile& file) {
     if (path.find(':') != std::string::npos) path = file.FileName.LeafName();
   }
   return project.OutputFileName.FolderPath() + path;
-}
-
-// Project("{F184...}") = "Shop", "Shop\Shop.vbproj", "{A1...}"
-std::vector<SolutionProject> ProjectsOfSolution(std::string_view text) {
-  std::vector<SolutionProject> projects;
-  std::int32_t number = 0;
-  while (!text.empty()) {
-    const std::string_view line = TrimGaps(TakeLine(text));
-    ++number;
-    if (!StartsWithNoCaseAscii(line, "Project(")) continue;
-    std::vector<std::string_view> quoted;
-    for (std::string_view rest = line; rest.find('"') != kNotFound;) {
-      TakeField(rest, '"');
-      quoted.push_back(TakeField(rest, '"'));
-    }
-    if (quoted.size() < 3) continue;
-    const std::string_view path = quoted[2];
-    const std::size_t dot = path.rfind('.');
-    // Folders of a solution name themselves, web sites a folder or an address.
-    if (dot == kNotFound || !EndsWithNoCaseAscii(path.substr(dot), "proj")) continue;
-    projects.push_back({std::string(quoted[1]), std::string(path),
-                        quoted.size() > 3 ? std::string(quoted[3]) : std::string(), number});
-  }
-  return projects;
 }
 
 }  // namespace vendrel

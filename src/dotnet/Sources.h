@@ -41,15 +41,4 @@ const FileSystemObject& SourceFileOf(const Component& component, const CodeEleme
 /// Where `VBProject::WriteOutDotNet` writes a source file.
 std::string TargetOfSource(const VBProject& project, const ProjectFile& file);
 
-/// One project that a solution lists.
-struct SolutionProject {
-  std::string Name;
-  /// As written, seen from the folder of the solution.
-  std::string Path;
-  std::string GUID;
-  std::int32_t Line = 0;
-};
-/// The projects of a solution file, in its order; folders and web sites are left out.
-std::vector<SolutionProject> ProjectsOfSolution(std::string_view text);
-
 }  // namespace vendrel

@@ -8,6 +8,7 @@
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
+#include "project/Solution.h"
 #include "services/FolderCache.h"
 #include "services/Procedures.h"
 #include "text/Words.h"
@@ -15,18 +16,11 @@
 namespace vendrel {
 namespace {
 
-// A line of a solution: Project("{kind}") = "Shop", "Shop\\Shop.vbproj", "{id}".
-std::string_view PathInSolution(std::string_view line) {
-  if (!StartsWithNoCaseAscii(Trim(line), "Project(")) return {};
-  for (int quotes = 0; quotes < 5; ++quotes) TakeField(line, '"');
-  return TakeField(line, '"');
-}
-// Projects of other languages, and folders, are none for us.
-bool NamesNetProject(std::string_view line) {
-  return EndsWithNoCaseAscii(PathInSolution(line), ".vbproj");
-}
+// The VB.NET project that a line of a solution lists, as a line of a group; empty for any other.
 std::string AsGroupLine(std::string_view line) {
-  return "Project=" + std::string(PathInSolution(line));
+  const std::optional<SolutionProject> project = SolutionProjectOf(line);
+  return project && EndsWithNoCaseAscii(project->Path, ".vbproj") ? "Project=" + project->Path
+                                                                  : std::string();
 }
 
 }  // namespace
@@ -90,7 +84,6 @@ bool VBProjectGroup::Load(std::string_view FileName, bool Silent,
   while (!mFileName.AtEnd()) {
     ++line;
     const std::string_view text = mFileName.NextLine();
-    if (isSolution && !NamesNetProject(text)) continue;
     LoadLine(isSolution ? AsGroupLine(text) : std::string(text), Silent, DoNotPopulateComponents);
   }
   mFileName.CloseFile();

@@ -83,7 +83,7 @@ constexpr const char* kTypes =
     "Structure Point\n"
     "End Structure\n"
     "Module Main\n"
-    "  Delegate Sub Done()\n"
+    "  Public Delegate Sub Done()\n"
     "End Module\n";
 
 TEST(NetProject, TypesStandInTheirNamespaces) {
@@ -398,6 +398,7 @@ TEST(MSBuild, ASolutionIsAGroup) {
        "Microsoft Visual Studio Solution File, Format Version 8.00\r\n"
        "Project(\"{F}\") = \"N\", \"n\\N.vbproj\", \"{1}\"\r\nEndProject\r\n"
        "Project(\"{C}\") = \"C\", \"c\\C.csproj\", \"{2}\"\r\nEndProject\r\n"
+       "Project(\"{W}\") = \"Web\", \"http://localhost/n/N.vbproj\", \"{4}\"\r\n"
        "Project(\"{D}\") = \"Docs\", \"Docs\", \"{3}\"\r\nEndProject\r\n"},
       {"/s/n/N.vbproj",
        "<VisualStudioProject><V><Build><Settings RootNamespace='' AssemblyName='Net'/></Build>"
@@ -405,7 +406,7 @@ TEST(MSBuild, ASolutionIsAGroup) {
   VBProjectGroup group;
   ASSERT_TRUE(group.Load("/s/S.sln"));
   EXPECT_EQ(Names(group.AllVBProjects()), "Net ");
-  EXPECT_EQ(group.Diagnostics.Count(), 0u);
+  EXPECT_EQ(test::Told(group.Diagnostics), "6 project-repeated\n");
 }
 
 }  // namespace
