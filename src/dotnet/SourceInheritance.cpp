@@ -17,6 +17,26 @@ constexpr std::string_view kObject = "System.Object";
 constexpr std::string_view kValueType = "System.ValueType";
 constexpr std::string_view kAboveStructure = ",System.ValueType,System.Object";
 
+// The type of which "Shop.Store{System.Int32}" is one: "Shop.Store`1".
+std::string DefinitionOf(std::string_view name) {
+  std::string definition;
+  for (std::size_t i = 0; i < name.size(); ++i) {
+    if (name[i] != '{') {
+      definition += name[i];
+      continue;
+    }
+    int depth = 0;
+    std::size_t count = 1;
+    for (; i < name.size(); ++i) {
+      if (name[i] == '{') ++depth;
+      if (name[i] == '}' && --depth == 0) break;
+      if (name[i] == ',' && depth == 1) ++count;
+    }
+    definition += "`" + std::to_string(count);
+  }
+  return definition;
+}
+
 class SourceInheritance {
  public:
   explicit SourceInheritance(VBProject& project)
@@ -63,6 +83,7 @@ void SourceInheritance::TakeDefaults(Component& c) const {
 
 Component* SourceInheritance::InProject(std::string_view name) const {
   if (name.empty()) return nullptr;
+  if (mWhole && name.find('{') != kNotFound) return InProject(DefinitionOf(name));
   if (Component* found = mProject.Components.Item(name)) return found;
   return mWhole ? mProject.Components.Item("." + std::string(name)) : nullptr;
 }
@@ -72,7 +93,8 @@ Component* SourceInheritance::Outside(std::string_view name) {
   const auto [known, isNew] = mOutside.try_emplace(std::string(name), nullptr);
   if (!isNew) return known->second;
   try {
-    known->second = mProject.netGetComponentForTypeName(name);
+    const std::string definition = mWhole ? DefinitionOf(name) : std::string(name);
+    known->second = mProject.netGetComponentForTypeName(definition);
   } catch (const VendrelError&) {
   }
   return known->second;
@@ -291,8 +313,9 @@ std::vector<Component*> BasesFirst(VBProject& project) {
   std::unordered_set<const Component*> done;
   std::vector<Component*> chain;
   const auto baseOf = [&](const Component& c) -> Component* {
-    Component* base = project.Components.Item(c.InheritsFrom.view());
-    return base ? base : project.Components.Item("." + c.InheritsFrom.str());
+    const std::string name = DefinitionOf(c.InheritsFrom.view());
+    Component* base = project.Components.Item(std::string_view(name));
+    return base ? base : project.Components.Item("." + name);
   };
   const auto take = [&](Component& first) {
     for (Component* c = &first; c && done.insert(c).second; c = baseOf(*c)) chain.push_back(c);
@@ -314,7 +337,7 @@ std::vector<Component*> BasesFirst(VBProject& project) {
         continue;
       }
       const std::string& name = step.Module->Interfaces.Item(step.Next++)->Name;
-      Component* above = project.Components.Item(std::string_view(name));
+      Component* above = project.Components.Item(std::string_view(DefinitionOf(name)));
       if (above && above->IsInterface && done.insert(above).second) open.push_back({above});
     }
   };

@@ -69,6 +69,26 @@ class ScopedNames {
   std::unordered_map<std::string, std::string> mKnown;
 };
 
+// "Store(Of K, V).Node" by the names that types are known by: "Store`2.Node".
+std::string WithCounts(std::string_view written) {
+  std::string name;
+  for (std::size_t i = 0; i < written.size(); ++i) {
+    if (written[i] != '(' || !StartsWithNoCaseAscii(TrimGaps(written.substr(i + 1)), "of ")) {
+      name += written[i];
+      continue;
+    }
+    int depth = 0;
+    std::size_t count = 1;
+    for (; i < written.size(); ++i) {
+      if (written[i] == '(') ++depth;
+      if (written[i] == ')' && --depth == 0) break;
+      if (written[i] == ',' && depth == 1) ++count;
+    }
+    name += "`" + std::to_string(count);
+  }
+  return name;
+}
+
 std::string ScopedNames::Type(std::string_view written) {
   written = TrimGaps(written);
   if (written.empty()) return {};
@@ -96,7 +116,7 @@ std::string ScopedNames::Type(std::string_view written) {
       resolved = Type(front) + "[" + std::string(list) + "]";
     }
   } else {
-    resolved = Name(written, 0);
+    resolved = Name(WithCounts(written), 0);
   }
   mKnown.emplace(key, resolved);
   return resolved;

@@ -207,6 +207,8 @@ TEST(NetTypes, EveryScopeIsLookedAt) {
                "   Public C As Last\n   Public D As UInteger\n   Public E As List(Of X)\n"
                "   Public F As Integer?\n  End Class\n End Class\nEnd Namespace\n"
                "Namespace Other\n Class Thing\n End Class\nEnd Namespace\n"
+               "Class Store(Of T)\n Sub Keep()\n End Sub\nEnd Class\n"
+               "Class Own\n Inherits Store(Of Integer)\nEnd Class\n"
                "Namespace Third\n Class Last\n End Class\nEnd Namespace\n"}},
       Complete());
   n.Resolve();
@@ -216,6 +218,9 @@ TEST(NetTypes, EveryScopeIsLookedAt) {
   EXPECT_EQ(type("B"), "R.Other.Thing");
   EXPECT_EQ(type("C"), "R.Third.Last");
   EXPECT_EQ(type("D"), "System.UInt32");
+  EXPECT_EQ(n["R.Own"].InheritsFrom, "R.Store{System.Int32}");
+  EXPECT_EQ(n["R.Own"].ClassHierarchy, "R.Own,R.Store`1,System.Object");
+  EXPECT_NE(n["R.Own"].Blocks.Item("Keep"), nullptr);
 }
 
 TEST(NetTypes, MembersAreInherited) {
