@@ -15,13 +15,6 @@ struct AssembliesArguments : SetOptions {
   std::string Save;
 };
 
-int ReportSet(const Assemblies& set, const CommonOptions& options, std::ostream& err) {
-  int code = ReportList(set.Diagnostics, options, err);
-  for (const Assembly& assembly : set)
-    code = Worse(code, ReportDiagnostics(*assembly.VBProject(), options, err));
-  return code;
-}
-
 int RunAssemblies(const AssembliesArguments& arguments, const Streams& streams) {
   const auto set = LoadSet(arguments);
   if (set->Count() == 0) {

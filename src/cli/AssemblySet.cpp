@@ -4,6 +4,7 @@
 #include <pugixml.hpp>
 #include <sstream>
 
+#include "cli/ProjectSets.h"
 #include "cli/ProjectSettings.h"
 #include "cli/Report.h"
 #include "cli/Session.h"
@@ -76,10 +77,6 @@ void InstallHost(const SetOptions& options) {
   host.Settings = std::make_shared<ToolHostSettings>(std::move(locations));
 }
 
-bool IsSetFile(const std::string& path) {
-  return EqualsNoCase(FileSystemObject(AbsolutePath(path)).Extension(), "xml");
-}
-
 void LoadSetFile(Assemblies& set, const std::string& path) {
   const FileSystemObject file(AbsolutePath(path));
   try {
@@ -144,6 +141,17 @@ void TakeComments(Assemblies& set, const SetOptions& options) {
 }
 
 }  // namespace
+
+bool IsSetFile(const std::string& path) {
+  return EqualsNoCase(FileSystemObject(AbsolutePath(path)).Extension(), "xml");
+}
+
+int ReportSet(const Assemblies& set, const CommonOptions& options, std::ostream& err) {
+  int code = ReportList(set.Diagnostics, options, err);
+  for (const Assembly& assembly : set)
+    code = Worse(code, ReportDiagnostics(*assembly.VBProject(), options, err));
+  return code;
+}
 
 std::shared_ptr<Assemblies> LoadSet(const SetOptions& options) {
   ApplyToProcess(options.Common);

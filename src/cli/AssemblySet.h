@@ -29,6 +29,11 @@ struct SetOptions {
   bool Inherit = false;
 };
 
+/// Whether a path is that of a saved set, by its extension.
+bool IsSetFile(const std::string& path);
+/// Writes the diagnostics of a set and of its projects; gives the exit code.
+int ReportSet(const Assemblies& set, const CommonOptions& options, std::ostream& err);
+
 /// Loads the files as one set, with the comments that the options ask for. A file that is missing
 /// or cannot be read is told and left out.
 std::shared_ptr<Assemblies> LoadSet(const SetOptions& options);

@@ -81,10 +81,12 @@ class Finder {
       shown.Names = &mNames;
       return Dump(mOut, DescribeElement(element), shown);
     }
-    WriteRow(mOut, {element.QualifiedName(),
-                    KindOf(element),
-                    {SignatureOf(element), true},
-                    PlaceOf(element, mPaths)});
+    WriteRow(mOut,
+             {element.QualifiedName(),
+              KindOf(element),
+              {SignatureOf(element), true},
+              PlaceOf(element, mPaths)},
+             mArguments.Common.XmlDocs ? element.Description() : std::string());
   }
 
   const FindArguments& mArguments;

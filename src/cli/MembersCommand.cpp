@@ -70,7 +70,8 @@ class MembersWriter {
     ++mMembers;
     if (!mArguments.Json) {
       WriteRow(mOut,
-               {member.ElementName(), kind, {SignatureOf(member), true}, PlaceOf(member, mPaths)});
+               {member.ElementName(), kind, {SignatureOf(member), true}, PlaceOf(member, mPaths)},
+               mArguments.Common.XmlDocs ? member.Description() : std::string());
       return;
     }
     mJson.Begin();
@@ -80,6 +81,7 @@ class MembersWriter {
     mJson.Text("QualifiedName", member.QualifiedName());
     mJson.Text("Signature", SignatureOf(member));
     mJson.Place(member);
+    if (mArguments.Common.XmlDocs) mJson.Text("Description", member.Description());
     mJson.End();
   }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cli/AssemblySet.h"
 #include "cli/InputJudgement.h"
 #include "cli/Report.h"
 #include "core/Ascii.h"
@@ -71,6 +72,16 @@ int VisitFolder(const std::string& path, const CommonOptions& options, const Str
     throw ToolError(Worse(code, exNo),
                     path + ": no project (.vbp, .vbproj) lies in or below this folder");
   return code;
+}
+
+int VisitSet(const std::string& path, const CommonOptions& options, const Streams& streams,
+             const std::function<void(VBProject&)>& visit) {
+  SetOptions set;
+  set.Common = options;
+  set.Files.push_back(path);
+  const auto assemblies = LoadSet(set);
+  for (Assembly& assembly : *assemblies) visit(*assembly.VBProject());
+  return ReportSet(*assemblies, options, streams.Err);
 }
 
 }  // namespace
@@ -146,6 +157,7 @@ int ForEachProject(const std::string& path, const CommonOptions& options, const 
   const InputKind kind = KindOfInput(path);
   if (kind == InputKind::Group) return VisitGroup(path, options, streams, visit, depth, prepare);
   if (kind == InputKind::Folder) return VisitFolder(path, options, streams, visit, depth, prepare);
+  if (kind == InputKind::Unknown && IsSetFile(path)) return VisitSet(path, options, streams, visit);
   const auto project = LoadInput(path, options, streams, depth, prepare);
   visit(*project);
   return ReportDiagnostics(*project, options, streams.Err);

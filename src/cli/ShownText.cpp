@@ -191,11 +191,15 @@ void Cell::AppendTo(std::string& line) const {
     AppendShown(line, Text);
 }
 
-void WriteRow(std::ostream& out, std::initializer_list<Cell> cells) {
+void WriteRow(std::ostream& out, std::initializer_list<Cell> cells, const std::string& further) {
   std::string line;
   for (const Cell& cell : cells) {
     if (&cell != cells.begin()) line += '\t';
     cell.AppendTo(line);
+  }
+  if (!further.empty()) {
+    line += '\t';
+    Cell(further).AppendTo(line);
   }
   line += '\n';
   out << line;

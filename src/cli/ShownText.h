@@ -39,8 +39,10 @@ struct Cell {
   bool IsSource;
 };
 
-/// Writes one line of a table, tabs between its columns.
-void WriteRow(std::ostream& out, std::initializer_list<Cell> cells);
+/// Writes one line of a table, tabs between its columns; `further` is one more at the end unless it
+/// is empty.
+void WriteRow(std::ostream& out, std::initializer_list<Cell> cells,
+              const std::string& further = {});
 
 /// Source on its way to a terminal: tabs and line ends stay, other controls are written out; no
 /// backslash is doubled. Passes on what it has when a line ends, and the rest in `sync`.

@@ -1,5 +1,7 @@
 #include "dotnet/DocumentedElements.h"
 
+#include <algorithm>
+
 #include "model/Events.h"
 
 namespace vendrel {
@@ -26,6 +28,20 @@ LooseName Loosen(std::string_view name) {
   }
   loose.Arguments = name.substr(at);
   return loose;
+}
+
+// A name with the number of arguments in the place of each list of them: "Goods{`0,X{`1}}" becomes
+// "Goods`2".
+std::string WithCounts(std::string_view name) {
+  std::string result;
+  int depth = 0, count = 0;
+  for (const char c : name) {
+    if (c == '{' && depth++ == 0) count = 1;
+    if (c == ',' && depth == 1) ++count;
+    if (depth == 0) result += c;
+    if (c == '}' && depth > 0 && --depth == 0) result += "`" + std::to_string(count);
+  }
+  return result;
 }
 
 }  // namespace
@@ -81,6 +97,14 @@ CodeElement* DocumentedElements::Exact(std::string_view name) {
   if (isProcedure && mProject.Reading.NetNames)
     if (Block* overload = FindOverload(name)) return overload;
   return mProject.GetObjectFromDotNetName(name);
+}
+
+CodeElement* DocumentedElements::Referred(std::string_view name) {
+  if (CodeElement* found = Exact(name)) return found;
+  const std::size_t open = std::min(name.find('('), name.size());
+  const bool hasArguments = name.substr(0, open).find('{') != std::string_view::npos;
+  if (!hasArguments || !mProject.Reading.NetNames) return nullptr;
+  return Exact(WithCounts(name.substr(0, open)).append(name.substr(open)));
 }
 
 DocumentedElement DocumentedElements::Find(std::string_view name) {

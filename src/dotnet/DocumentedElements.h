@@ -36,6 +36,9 @@ class DocumentedElements {
   DocumentedElement Find(std::string_view name);
   /// As `VBProject::GetObjectFromDotNetName`, with an index for large families of overloads.
   CodeElement* Exact(std::string_view name);
+  /// The same for a reference, in which a generic type may stand with its arguments
+  /// ("M:Shop.Goods{`0}.Find") in the complete reading.
+  CodeElement* Referred(std::string_view name);
 
  private:
   using Members = std::unordered_map<std::string, std::vector<Block*>>;

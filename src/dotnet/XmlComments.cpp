@@ -93,7 +93,7 @@ XmlComments::XmlComments(VBProject& project, ExternalDocs* externalDocs, int mod
       mMode(mode),
       mElements(project),
       mMarkUp(
-          project, externalDocs, [this](std::string_view name) { return mElements.Exact(name); },
+          project, externalDocs, [this](std::string_view name) { return mElements.Referred(name); },
           [this](std::string_view tag, const std::string& text) {
             if (mObject) AddTaggedComment(*mObject, tag, {}, text);
           }) {}
@@ -169,7 +169,7 @@ void XmlComments::TakeSeeAlso(const pugi::xml_node& e) { mMarkUp.ProcessXMLNode(
 
 void XmlComments::TakeException(const pugi::xml_node& e) {
   const std::string cref = AttributeText(e, "cref");
-  if (const CodeElement* target = mElements.Exact(cref))
+  if (const CodeElement* target = mElements.Referred(cref))
     return AddRecord<Exception>(mObject->ExceptionsField(), target->ElementName(),
                                 mMarkUp.ParseOutXML(e, true), target->QualifiedName());
   const std::string name(BehindColon(cref));
@@ -180,7 +180,7 @@ void XmlComments::TakeException(const pugi::xml_node& e) {
 }
 
 void XmlComments::TakePermission(const pugi::xml_node& e) {
-  const CodeElement* target = mElements.Exact(AttributeText(e, "cref"));
+  const CodeElement* target = mElements.Referred(AttributeText(e, "cref"));
   if (!target) return;
   AddRecord<Permission>(mObject->PermissionsField(), target->ElementName(),
                         mMarkUp.ParseOutXML(e, true), target->QualifiedName());
