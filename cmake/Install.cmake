@@ -2,8 +2,10 @@
 install(TARGETS vendrelmodel_static vendrelmodel_shared EXPORT VendrelModelTargets
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(TARGETS vendrelmodel RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-install(DIRECTORY src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vendrelmodel
-        FILES_MATCHING PATTERN "*.h" PATTERN "cli" EXCLUDE)
+# The headers below vendrelmodel/, which include each other so.
+install(CODE "execute_process(COMMAND \"${CMAKE_COMMAND}\" \"-DSOURCE=${PROJECT_SOURCE_DIR}\"
+  \"-DTARGET=\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_INCLUDEDIR}\"
+  -P \"${PROJECT_SOURCE_DIR}/cmake/InstallHeaders.cmake\" COMMAND_ERROR_IS_FATAL ANY)")
 install(EXPORT VendrelModelTargets NAMESPACE VendrelModel::
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/VendrelModel)
 configure_package_config_file(cmake/VendrelModelConfig.cmake.in

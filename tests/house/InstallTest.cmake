@@ -1,5 +1,6 @@
 # Installs the build into an empty prefix, then builds and runs the consumer against it: by
-# find_package and by pkg-config, with the static and with the shared library.
+# find_package and by pkg-config, with the static and with the shared library. Then each header is
+# compiled alone, and the programs of the guide are compiled and run.
 #   cmake -DBUILD=... -DSOURCE=... -DWORK=... -DCXX=... -P InstallTest.cmake
 cmake_minimum_required(VERSION 3.25)
 set(prefix "${WORK}/prefix")
@@ -57,4 +58,9 @@ foreach(shared IN ITEMS OFF ON)
   step("${program}")
   expect_shared("${program}" ${shared})
 endforeach()
+
+step("${SOURCE}/tests/house/headers.sh" "${prefix}/include" "${WORK}/headers" "${CXX}")
+step("${SOURCE}/tests/house/guide.sh" "${SOURCE}/docs/library.md" "${WORK}/guide"
+     "${SOURCE}/samples/Ledger/Ledger.vbp" "${CXX}" -std=c++20 -Wall -Wextra -Werror "{}" ${flags}
+     "-Wl,-rpath,${libraries}")
 file(REMOVE_RECURSE "${WORK}")

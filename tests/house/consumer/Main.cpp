@@ -1,8 +1,7 @@
 // Reaches into two rooms of the installed library, one of which needs a library of the system.
-#include <cstdio>
+#include <vendrelmodel/vendrelmodel.h>
 
-#include "core/CaseFold.h"
-#include "diagnostics/VendrelError.h"
+#include <cstdio>
 
 int main() {
   try {
