@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "cli/Commands.h"
+#include "cli/Inputs.h"
 #include "cli/JsonLines.h"
 #include "cli/ProjectCounts.h"
 #include "cli/ProjectSets.h"
@@ -20,7 +21,7 @@ namespace {
 
 struct CheckArguments {
   CommonOptions Common;
-  std::string Path;
+  Inputs Paths;
   bool Json = false;
   bool Verbose = false;
 
@@ -64,8 +65,11 @@ class Check {
   ProjectCounts Run();
 
  private:
-  void CheckFolder();
-  void CheckGroup();
+  void CheckInput(const std::string& path);
+  void CheckFolder(const std::string& path);
+  void CheckModules(const std::string& folder);
+  void CheckGroup(const std::string& path);
+  void CheckLoaded(VBProject& project, const CommentWatch& comments);
   void CheckProject(const std::string& path, Diagnostics* told);
   void TellMissingReferences(const VBProject& project) const;
   void SumUpReferences();
@@ -83,22 +87,32 @@ class Check {
 
 ProjectCounts Check::Run() {
   const JsonLines list(mOut, "check", mArguments.Common, mArguments.AsJson());
-  switch (KindOfInput(mArguments.Path)) {
-    case InputKind::Folder: CheckFolder(); break;
-    case InputKind::Group: CheckGroup(); break;
-    default: CheckProject(mArguments.Path, nullptr);
-  }
+  ForEachInput(mArguments.Paths, mArguments.Common, mStreams, [&](const std::string& path) {
+    CheckInput(path);
+    return exDone;
+  });
   SumUpReferences();
   mCounts.Write(mOut, mArguments.AsJson());
   return mCounts;
 }
 
-void Check::CheckFolder() {
+// Of several paths one that cannot be read counts as a project that cannot.
+void Check::CheckInput(const std::string& path) try {
+  switch (KindOfInput(path)) {
+    case InputKind::Folder: return CheckFolder(path);
+    case InputKind::Group: return CheckGroup(path);
+    default: return CheckProject(path, nullptr);
+  }
+} catch (const ToolError& error) {
+  if (mArguments.Paths.AreSeveral() && error.Code() == exFailed) ++mCounts.Unread;
+  throw;
+}
+
+void Check::CheckFolder(const std::string& path) {
   Diagnostics told;
-  const auto files = ProjectFilesBelow(mArguments.Path, told);
-  if (files.empty() && told.Count() == 0)
-    throw ToolError(exNo, mArguments.Path + ": no project (.vbp) lies in or below this folder");
-  mCounts.UnreadFolders = told.Count();
+  const auto files = ProjectFilesBelow(path, told);
+  if (files.empty() && told.Count() == 0) return CheckModules(path);
+  mCounts.UnreadFolders += told.Count();
   Write(told, {});
   for (const FileSystemObject& file : files) {
     told.Clear();
@@ -109,11 +123,10 @@ void Check::CheckFolder() {
 
 // The members one after the other, as they would be alone; those that the group names in vain are
 // told at its line.
-void Check::CheckGroup() {
-  const auto group =
-      LoadGroup(mArguments.Path, mArguments.Common, mStreams, LoadDepth::ProjectFile);
-  mCounts.Unread = group->Diagnostics.CountOf(DiagnosticCode::MissingProject) +
-                   group->Diagnostics.CountOf(DiagnosticCode::UnreadProject);
+void Check::CheckGroup(const std::string& path) {
+  const auto group = LoadGroup(path, mArguments.Common, mStreams, LoadDepth::ProjectFile);
+  mCounts.Unread += group->Diagnostics.CountOf(DiagnosticCode::MissingProject) +
+                    group->Diagnostics.CountOf(DiagnosticCode::UnreadProject);
   Write(group->Diagnostics, {});
   Diagnostics told;
   for (const VBProject& member : group->AllVBProjects()) {
@@ -130,17 +143,31 @@ void Check::CheckProject(const std::string& path, Diagnostics* told) {
   const auto project =
       told ? LoadOneOf(path, mArguments.Common, mStreams, *told, LoadDepth::Modules, begin)
            : LoadInput(path, mArguments.Common, mStreams, LoadDepth::Modules, begin);
-  if (!project) {
+  if (project)
+    CheckLoaded(*project, comments);
+  else
     ++mCounts.Unread;
-    return;
-  }
+}
+
+// A folder without project files is one project of its modules.
+void Check::CheckModules(const std::string& folder) {
+  CommentWatch comments;
+  const auto project = LoadFolderOfModules(folder, mArguments.Common, mStreams, LoadDepth::Modules,
+                                           [&](VBProject& one) { comments.Begin(one); });
+  if (!project)
+    throw ToolError(exNo,
+                    folder + ": no project (.vbp) and no module lies in or below this folder");
+  CheckLoaded(*project, comments);
+}
+
+void Check::CheckLoaded(VBProject& project, const CommentWatch& comments) {
   {
-    const DiagnosticScope scope(&project->Diagnostics, project->FileName.FullPath());
+    const DiagnosticScope scope(&project.Diagnostics, project.FileName.FullPath());
     comments.TellUnplaced();
-    if (mArguments.Verbose) TellMissingReferences(*project);
+    if (mArguments.Verbose) TellMissingReferences(project);
   }
-  Write(project->Diagnostics, project->FileName.FullPath());
-  mCounts.Add(*project);
+  Write(project.Diagnostics, project.FileName.FullPath());
+  mCounts.Add(project);
 }
 
 // Told by this command alone: on this machine hardly any registered library has its file.
@@ -185,7 +212,7 @@ void Check::WriteOnce(const Diagnostic& item) {
 int RunCheck(const CheckArguments& arguments, const Streams& streams) {
   ApplyToProcess(arguments.Common);
   ProjectCounts counts;
-  WriteResult(arguments.Common, streams, arguments.Path,
+  WriteResult(arguments.Common, streams, arguments.Paths,
               [&](std::ostream& out) { counts = Check(arguments, streams, out).Run(); });
   if (counts.Unread + counts.UnreadFolders > 0) return exFailed;
   if (counts.Missing + counts.Unreadable > 0) return exNo;
@@ -198,7 +225,7 @@ void AddCheckCommand(CLI::App& app, Job& job) {
   auto* command =
       app.add_subcommand("check", "What is missing or not understood in a project or folder");
   const auto arguments = std::make_shared<CheckArguments>();
-  command->add_option("path", arguments->Path, "A project, module, group or folder")->required();
+  AddInputs(*command, arguments->Paths);
   command->add_flag("--json", arguments->Json, "One JSON object a line");
   command->add_flag("--verbose", arguments->Verbose,
                     "Each reference whose file is not on this machine, not their number alone");

@@ -3,8 +3,8 @@
 #include <set>
 
 #include "cli/Commands.h"
+#include "cli/Inputs.h"
 #include "cli/JsonLines.h"
-#include "cli/ProjectSets.h"
 #include "cli/Report.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
@@ -17,7 +17,7 @@ namespace {
 
 struct CommentsArguments {
   CommonOptions Common;
-  std::string File;
+  Inputs File;
   bool AsCommentFile = false;
   bool UnplacedOnly = false;
   bool Json = false;
@@ -140,7 +140,7 @@ int RunComments(const CommentsArguments& arguments, const Streams& streams) {
 void AddCommentsCommand(CLI::App& app, Job& job) {
   auto* command = app.add_subcommand("comments", "Every tagged comment and where it was applied");
   const auto arguments = std::make_shared<CommentsArguments>();
-  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
+  AddInputs(*command, arguments->File);
   command->add_flag("--unplaced", arguments->UnplacedOnly, "Only those that found no element");
   auto* asFile = command->add_flag("--as-comment-file", arguments->AsCommentFile,
                                    "As a comment file (XML), to be applied by --comment-file");

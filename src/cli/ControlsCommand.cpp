@@ -3,8 +3,8 @@
 
 #include "cli/Commands.h"
 #include "cli/Elements.h"
+#include "cli/Inputs.h"
 #include "cli/JsonLines.h"
-#include "cli/ProjectSets.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
 #include "core/CaseFold.h"
@@ -17,7 +17,7 @@ namespace {
 
 struct ControlsArguments {
   CommonOptions Common;
-  std::string File;
+  Inputs File;
   std::string Module;
   bool Json = false;
   bool Properties = false;
@@ -117,9 +117,9 @@ int RunControls(const ControlsArguments& arguments, const Streams& streams) {
   });
   if (found) return code;
   if (arguments.Module.empty())
-    throw ToolError(Worse(code, exNo), arguments.File + ": no module has controls");
-  throw ToolError(Worse(code, exNo), arguments.File + ": has no module '" + arguments.Module +
-                                         "'; tree --depth 2 lists its modules");
+    throw ToolError(Worse(code, exNo), arguments.File.Shown() + ": no module has controls");
+  throw ToolError(Worse(code, exNo), arguments.File.Shown() + ": has no module '" +
+                                         arguments.Module + "'; tree --depth 2 lists its modules");
 }
 
 }  // namespace
@@ -127,13 +127,15 @@ int RunControls(const ControlsArguments& arguments, const Streams& streams) {
 void AddControlsCommand(CLI::App& app, Job& job) {
   auto* command = app.add_subcommand("controls", "The control trees of forms and their kin");
   const auto arguments = std::make_shared<ControlsArguments>();
-  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
-  command->add_option("module", arguments->Module, "Only the module of this name");
+  AddInputsAndName(*command, arguments->File, "MODULE, where only one is wanted");
   command->add_flag("--json", arguments->Json, "Each tree as JSON, one a line");
   command->add_flag("--properties", arguments->Properties, "All properties of each control too");
   AddCommonOptions(*command, arguments->Common);
   command->callback([arguments, &job] {
-    job.Run = [arguments, &streams = job.Streams] { return RunControls(*arguments, streams); };
+    job.Run = [arguments, &streams = job.Streams] {
+      arguments->Module = TakeNameIfAny(arguments->File);
+      return RunControls(*arguments, streams);
+    };
   });
 }
 

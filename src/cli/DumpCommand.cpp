@@ -1,8 +1,8 @@
 #include <memory>
 
 #include "cli/Commands.h"
+#include "cli/Inputs.h"
 #include "cli/JsonLines.h"
-#include "cli/ProjectSets.h"
 #include "cli/Results.h"
 #include "output/Dump.h"
 #include "output/UniqueNames.h"
@@ -13,7 +13,7 @@ namespace {
 
 struct DumpArguments {
   CommonOptions Common;
-  std::string File;
+  Inputs File;
   bool Lines = false;
   bool Comparable = false;
   bool Compact = false;
@@ -41,7 +41,7 @@ int RunDump(const DumpArguments& arguments, const Streams& streams) {
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
     const InputKind kind = KindOfInput(arguments.File);
     if (kind == InputKind::Group) {
-      const auto group = LoadGroup(arguments.File, arguments.Common, streams);
+      const auto group = LoadGroup(arguments.File.Paths.front(), arguments.Common, streams);
       Dump(out, Describe(*group), options);
       code = ReportGroup(*group, arguments.Common, streams.Err);
       return;
@@ -67,7 +67,7 @@ int RunDump(const DumpArguments& arguments, const Streams& streams) {
 void AddDumpCommand(CLI::App& app, Job& job) {
   auto* command = app.add_subcommand("dump", "The whole tree as JSON");
   const auto arguments = std::make_shared<DumpArguments>();
-  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
+  AddInputs(*command, arguments->File);
   command->add_flag("--lines", arguments->Lines, "With the code lines");
   command->add_flag("--comparable", arguments->Comparable,
                     "Without what differs from load to load: keys, ids, paths, line numbers");

@@ -32,7 +32,7 @@ int RunEvaluate(const EvaluateArguments& arguments, const Streams& streams) {
                                  ? module.EvaluationScript(arguments.Condition, &project)
                              : module.Evaluate(arguments.Condition, &project) ? "True\n"
                                                                               : "False\n";
-  WriteResult(arguments.Common, streams, {}, [&](std::ostream& out) { out << answer; });
+  WriteResult(arguments.Common, streams, std::string(), [&](std::ostream& out) { out << answer; });
   return ReportDiagnostics(project, arguments.Common, streams.Err);
 }
 

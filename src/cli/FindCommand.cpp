@@ -2,8 +2,8 @@
 
 #include "cli/Commands.h"
 #include "cli/Elements.h"
+#include "cli/Inputs.h"
 #include "cli/JsonLines.h"
-#include "cli/ProjectSets.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
 #include "core/CaseFold.h"
@@ -17,7 +17,7 @@ namespace {
 
 struct FindArguments {
   CommonOptions Common;
-  std::string File;
+  Inputs File;
   std::string Name;
   std::string Kind;
   bool Json = false;
@@ -109,8 +109,8 @@ int RunFind(const FindArguments& arguments, const Streams& streams) {
     count = finder.Count();
   });
   if (count > 0) return code;
-  throw ToolError(Worse(code, exNo), arguments.File + ": nothing is called '" + arguments.Name +
-                                         "'; names lists every qualified name");
+  throw ToolError(Worse(code, exNo), arguments.File.Shown() + ": nothing is called '" +
+                                         arguments.Name + "'; names lists every qualified name");
 }
 
 }  // namespace
@@ -118,18 +118,18 @@ int RunFind(const FindArguments& arguments, const Streams& streams) {
 void AddFindCommand(CLI::App& app, Job& job) {
   auto* command = app.add_subcommand("find", "Elements by name or pattern");
   const auto arguments = std::make_shared<FindArguments>();
-  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
-  command
-      ->add_option("name", arguments->Name,
-                   "A qualified name (P~M~F), a bare name, or a pattern with * ? # [a-z]")
-      ->required();
+  AddInputsAndName(*command, arguments->File,
+                   "NAME: A qualified name (P~M~F), a bare name, or a pattern with * ? # [a-z]");
   command->add_option("--kind", arguments->Kind, "Only elements of this kind")
       ->type_name("KIND")
       ->check(CLI::IsMember(std::vector<std::string>(AllKinds().begin(), AllKinds().end())));
   command->add_flag("--json", arguments->Json, "Each element whole, as JSON");
   AddCommonOptions(*command, arguments->Common);
   command->callback([arguments, &job] {
-    job.Run = [arguments, &streams = job.Streams] { return RunFind(*arguments, streams); };
+    job.Run = [arguments, &streams = job.Streams] {
+      arguments->Name = TakeName(arguments->File, "the name to look for");
+      return RunFind(*arguments, streams);
+    };
   });
 }
 

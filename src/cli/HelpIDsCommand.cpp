@@ -5,8 +5,8 @@
 
 #include "cli/Commands.h"
 #include "cli/Elements.h"
+#include "cli/Inputs.h"
 #include "cli/JsonLines.h"
-#include "cli/ProjectSets.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
 #include "cli/WatchedFiles.h"
@@ -20,7 +20,7 @@ namespace {
 
 struct HelpIDsArguments {
   CommonOptions Common;
-  std::string File;
+  Inputs File;
   std::optional<std::int32_t> Begin;
   bool Force = false;
   bool Write = false;
@@ -103,7 +103,8 @@ int RunHelpIDs(const HelpIDsArguments& arguments, const Streams& streams) {
     UniqueNames names;
     code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
       if (arguments.Write && project.ProjectSourceAccess != psaReadWrite)
-        throw ToolError(exUsage, arguments.File + ": --write takes a project (.vbp) or a group");
+        throw ToolError(exUsage,
+                        arguments.File.Shown() + ": --write takes a project (.vbp) or a group");
       const bool changed = arguments.Begin && Assign(project, arguments, streams);
       if (arguments.Write && (changed || !project.Reading.KeepProjectLines)) WriteBack(project);
       WriteMap(out, json, names, project, arguments);
@@ -118,7 +119,7 @@ void AddHelpIDsCommand(CLI::App& app, Job& job) {
   auto* command =
       app.add_subcommand("help-ids", "Help context IDs, as a map; assigns missing ones");
   const auto arguments = std::make_shared<HelpIDsArguments>();
-  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
+  AddInputs(*command, arguments->File);
   auto* begin =
       command->add_option("--begin", arguments->Begin, "Number what has no ID, from this one on")
           ->check(CLI::Range(1, std::numeric_limits<std::int32_t>::max()));

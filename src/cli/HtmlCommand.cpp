@@ -2,7 +2,7 @@
 
 #include "cli/Commands.h"
 #include "cli/Elements.h"
-#include "cli/ProjectSets.h"
+#include "cli/Inputs.h"
 #include "cli/Results.h"
 #include "core/CaseFold.h"
 #include "output/CodeHtml.h"
@@ -13,7 +13,7 @@ namespace {
 
 struct HtmlArguments {
   CommonOptions Common;
-  std::string File;
+  Inputs File;
   std::string Name;
   bool Page = false;
 };
@@ -21,8 +21,10 @@ struct HtmlArguments {
 // The name that was asked for, or that of the file.
 std::string TitleOf(const HtmlArguments& arguments) {
   if (!arguments.Name.empty()) return arguments.Name;
-  const std::string leaf = arguments.File.substr(arguments.File.find_last_of("/\\") + 1);
-  return leaf.empty() ? arguments.File : leaf;
+  const std::string shown = arguments.File.Shown();
+  if (arguments.File.AreSeveral()) return shown;
+  const std::string leaf = shown.substr(shown.find_last_of("/\\") + 1);
+  return leaf.empty() ? shown : leaf;
 }
 
 // Colours what a name stands for, or every module.
@@ -103,7 +105,7 @@ int RunHtml(const HtmlArguments& arguments, const Streams& streams) {
     if (writer.Count() == 0)
       throw ToolError(
           Worse(code, exNo),
-          arguments.File + ": " +
+          arguments.File.Shown() + ": " +
               (arguments.Name.empty() ? "no module could be read"
                                       : "no module and no procedure is called '" + arguments.Name +
                                             "'; names lists every name"));
@@ -117,13 +119,18 @@ int RunHtml(const HtmlArguments& arguments, const Streams& streams) {
 void AddHtmlCommand(CLI::App& app, Job& job) {
   auto* command = app.add_subcommand("html", "Source as coloured HTML");
   const auto arguments = std::make_shared<HtmlArguments>();
-  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
+  AddInputsAndName(
+      *command, arguments->File,
+      "NAME, a module or procedure, bare or qualified (P~M~F); without it every module");
   command->add_option("name", arguments->Name,
                       "A module or procedure, bare or qualified (P~M~F); without it every module");
   command->add_flag("--page", arguments->Page, "A complete page, dark and light");
   AddCommonOptions(*command, arguments->Common);
   command->callback([arguments, &job] {
-    job.Run = [arguments, &streams = job.Streams] { return RunHtml(*arguments, streams); };
+    job.Run = [arguments, &streams = job.Streams] {
+      arguments->Name = TakeNameIfAny(arguments->File);
+      return RunHtml(*arguments, streams);
+    };
   });
 }
 

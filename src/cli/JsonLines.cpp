@@ -1,7 +1,7 @@
 #include "cli/JsonLines.h"
 
 #include "output/Dump.h"
-#include "services/Paths.h"
+#include "services/FileSystemObject.h"
 
 namespace vendrel::cli {
 
@@ -50,7 +50,7 @@ void JsonLines::End() {
 
 std::string NativeRootOf(const CommonOptions& options) {
   if (options.Root.empty()) return {};
-  std::string root = NativePath(AbsolutePath(options.Root));
+  std::string root = FileSystemObject(AbsolutePath(options.Root)).NativePath();
   while (root.ends_with('/')) root.pop_back();
   return root;
 }

@@ -1,7 +1,7 @@
 #include <memory>
 
 #include "cli/Commands.h"
-#include "cli/ProjectSets.h"
+#include "cli/Inputs.h"
 #include "cli/Results.h"
 #include "output/Xml.h"
 
@@ -10,7 +10,7 @@ namespace {
 
 struct ManifestArguments {
   CommonOptions Common;
-  std::string File;
+  Inputs File;
   bool ProjectOnly = false;
   bool TaggedComments = false;
 };
@@ -43,7 +43,7 @@ int RunManifest(const ManifestArguments& arguments, const Streams& streams) {
 void AddManifestCommand(CLI::App& app, Job& job) {
   auto* command = app.add_subcommand("manifest", "The manifest as XML: structure and attributes");
   const auto arguments = std::make_shared<ManifestArguments>();
-  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
+  AddInputs(*command, arguments->File);
   command->add_flag("--project-only", arguments->ProjectOnly, "The project without its modules");
   command->add_flag("--tagged-comments", arguments->TaggedComments, "With tagged comments");
   AddCommonOptions(*command, arguments->Common);

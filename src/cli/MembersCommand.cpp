@@ -3,8 +3,8 @@
 
 #include "cli/Commands.h"
 #include "cli/Elements.h"
+#include "cli/Inputs.h"
 #include "cli/JsonLines.h"
-#include "cli/ProjectSets.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
 #include "core/CaseFold.h"
@@ -16,7 +16,7 @@ namespace {
 
 struct MembersArguments {
   CommonOptions Common;
-  std::string File;
+  Inputs File;
   std::string Module;
   std::string Kind;
   bool Private = false;
@@ -119,8 +119,8 @@ int RunMembers(const MembersArguments& arguments, const Streams& streams) {
   if (modules > 0 && members == 0 && !arguments.Common.Quiet)
     streams.Err << Shown(arguments.Module) << NothingToShow(arguments) << '\n';
   if (modules > 0) return code;
-  throw ToolError(Worse(code, exNo), arguments.File + ": no module is called '" + arguments.Module +
-                                         "'; names --kind module lists them");
+  throw ToolError(Worse(code, exNo), arguments.File.Shown() + ": no module is called '" +
+                                         arguments.Module + "'; names --kind module lists them");
 }
 
 }  // namespace
@@ -128,9 +128,7 @@ int RunMembers(const MembersArguments& arguments, const Streams& streams) {
 void AddMembersCommand(CLI::App& app, Job& job) {
   auto* command = app.add_subcommand("members", "The members of a module as its users see them");
   const auto arguments = std::make_shared<MembersArguments>();
-  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
-  command->add_option("module", arguments->Module, "Name of the module, bare or qualified")
-      ->required();
+  AddInputsAndName(*command, arguments->File, "MODULE, bare or qualified");
   command->add_option("--kind", arguments->Kind, "Only this list")
       ->type_name("KIND")
       ->check(CLI::IsMember(KindWords()));
@@ -141,7 +139,10 @@ void AddMembersCommand(CLI::App& app, Job& job) {
   command->add_flag("--json", arguments->Json, "One JSON object a line");
   AddCommonOptions(*command, arguments->Common);
   command->callback([arguments, &job] {
-    job.Run = [arguments, &streams = job.Streams] { return RunMembers(*arguments, streams); };
+    job.Run = [arguments, &streams = job.Streams] {
+      arguments->Module = TakeName(arguments->File, "a module");
+      return RunMembers(*arguments, streams);
+    };
   });
 }
 

@@ -2,8 +2,8 @@
 
 #include "cli/Commands.h"
 #include "cli/Elements.h"
+#include "cli/Inputs.h"
 #include "cli/JsonLines.h"
-#include "cli/ProjectSets.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
 #include "names/NameCheck.h"
@@ -15,7 +15,7 @@ namespace {
 
 struct NamesArguments {
   CommonOptions Common;
-  std::string File;
+  Inputs File;
   std::string Kind;
   bool Unsure = false;
   bool Json = false;
@@ -92,7 +92,7 @@ void AddNamesCommand(CLI::App& app, Job& job) {
   auto* command =
       app.add_subcommand("names", "Every qualified name, with its kind and place in the source");
   const auto arguments = std::make_shared<NamesArguments>();
-  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
+  AddInputs(*command, arguments->File);
   command->add_option("--kind", arguments->Kind, "Only elements of this kind")
       ->type_name("KIND")
       ->check(CLI::IsMember(std::vector<std::string>(AllKinds().begin(), AllKinds().end())));

@@ -68,10 +68,13 @@ int VisitFolder(const std::string& path, const CommonOptions& options, const Str
     }
   }
   code = Worse(code, ReportList(told, options, streams.Err));
-  if (files.empty())
+  if (!files.empty()) return code;
+  const auto project = LoadFolderOfModules(path, options, streams, depth, prepare);
+  if (!project)
     throw ToolError(Worse(code, exNo),
-                    path + ": no project (.vbp, .vbproj) lies in or below this folder");
-  return code;
+                    path + ": no project (.vbp, .vbproj) and no module lies in or below this folder");
+  visit(*project);
+  return Worse(code, ReportDiagnostics(*project, options, streams.Err));
 }
 
 int VisitSet(const std::string& path, const CommonOptions& options, const Streams& streams,

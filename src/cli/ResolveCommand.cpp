@@ -2,8 +2,8 @@
 
 #include "cli/Commands.h"
 #include "cli/Elements.h"
+#include "cli/Inputs.h"
 #include "cli/JsonLines.h"
-#include "cli/ProjectSets.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
 #include "output/UniqueNames.h"
@@ -13,7 +13,7 @@ namespace {
 
 struct ResolveArguments {
   CommonOptions Common;
-  std::string File;
+  Inputs File;
   std::string Type;
   std::string From;
   bool Json = false;
@@ -80,11 +80,11 @@ int RunResolve(const ResolveArguments& arguments, const Streams& streams) {
     });
   });
   if (!fromFound)
-    throw ToolError(Worse(code, exNo), arguments.File + ": has no module '" + arguments.From +
-                                           "'; tree --depth 2 lists its modules");
+    throw ToolError(Worse(code, exNo), arguments.File.Shown() + ": has no module '" +
+                                           arguments.From + "'; tree --depth 2 lists its modules");
   if (resolved) return code;
-  throw ToolError(Worse(code, exNo),
-                  arguments.File + ": the type '" + arguments.Type + "' is not declared here");
+  throw ToolError(Worse(code, exNo), arguments.File.Shown() + ": the type '" + arguments.Type +
+                                         "' is not declared here");
 }
 
 }  // namespace
@@ -92,14 +92,16 @@ int RunResolve(const ResolveArguments& arguments, const Streams& streams) {
 void AddResolveCommand(CLI::App& app, Job& job) {
   auto* command = app.add_subcommand("resolve", "Where a type is declared");
   const auto arguments = std::make_shared<ResolveArguments>();
-  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
-  command->add_option("type", arguments->Type, "A type name, as behind As")->required();
+  AddInputsAndName(*command, arguments->File, "TYPE, a type name, as behind As");
   command->add_option("--from", arguments->From, "The module in which the name stands")
       ->type_name("MODULE");
   command->add_flag("--json", arguments->Json, "As a JSON object");
   AddCommonOptions(*command, arguments->Common);
   command->callback([arguments, &job] {
-    job.Run = [arguments, &streams = job.Streams] { return RunResolve(*arguments, streams); };
+    job.Run = [arguments, &streams = job.Streams] {
+      arguments->Type = TakeName(arguments->File, "a type");
+      return RunResolve(*arguments, streams);
+    };
   });
 }
 

@@ -116,13 +116,15 @@ void RefuseSourceAsResult(const CommonOptions& options) {
                                    "' is among the files just written, and stays so; name another");
 }
 
+void RefuseAsResult(const CommonOptions& options, const std::string& input) {
+  if (!options.Output.empty() && AreOneFile(NativeTarget(options.Output), NativeTarget(input)))
+    throw ToolError(exUsage, "-o: '" + options.Output + "' is the input; name another file");
+}
+
 void WriteResult(const CommonOptions& options, const Streams& streams, const std::string& input,
                  const std::function<void(std::ostream&)>& write, ResultForm form) {
-  if (!options.Output.empty()) {
-    if (AreOneFile(NativeTarget(options.Output), NativeTarget(input)))
-      throw ToolError(exUsage, "-o: '" + options.Output + "' is the input; name another file");
-    return WriteToFile(options, write);
-  }
+  RefuseAsResult(options, input);
+  if (!options.Output.empty()) return WriteToFile(options, write);
   if (streams.OutIsTerminal && form == ResultForm::Plain)
     WriteToTerminal(streams.Out, write);
   else

@@ -18,6 +18,9 @@ void WriteResult(const CommonOptions& options, const Streams& streams, const std
                  const std::function<void(std::ostream&)>& write,
                  ResultForm form = ResultForm::Plain);
 
+/// Raises a usage error where -o names that input.
+void RefuseAsResult(const CommonOptions& options, const std::string& input);
+
 /// Raises a usage error where -o names a file that was read so far, by whatever path, or one that
 /// was written. Looked at again before the result is put in place.
 void RefuseSourceAsResult(const CommonOptions& options);

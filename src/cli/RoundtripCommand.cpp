@@ -10,7 +10,7 @@ namespace {
 
 struct RoundtripArguments {
   CommonOptions Common;
-  std::string File;
+  Inputs File;
   bool Json = false;
 };
 
@@ -42,7 +42,7 @@ void AddRoundtripCommand(CLI::App& app, Job& job) {
   auto* command =
       app.add_subcommand("roundtrip", "Load, write elsewhere, load again: what differs");
   const auto arguments = std::make_shared<RoundtripArguments>();
-  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
+  AddInputs(*command, arguments->File);
   command->add_flag("--json", arguments->Json, "A JSON object for each difference");
   AddCommonOptions(*command, arguments->Common);
   command->callback([arguments, &job] {

@@ -9,6 +9,7 @@
 #include "cli/Results.h"
 #include "output/Dump.h"
 #include "output/Schema.h"
+#include "survey/Inventory.h"
 
 namespace vendrel::cli {
 namespace {
@@ -32,8 +33,10 @@ constexpr RecordMember kUnique{"UniqueName"}, kQualified{"QualifiedName"};
 constexpr RecordMember kHeaderRecord[] = {{"Command"}, {"FormatVersion", mtNumber}, {"Tool"}};
 constexpr RecordMember kNamesRecord[] = {
     kUnique, kQualified, {"Kind"}, kFile, kLine, kColumn, {"Remark", mtText, true}};
-constexpr RecordMember kMembersRecord[] = {{"Name"},      {"Kind"}, kUnique, kQualified,
-                                           {"Signature"}, kFile,    kLine,   kColumn};
+constexpr RecordMember kMembersRecord[] = {
+    {"Name"},   {"Kind"},      kUnique,
+    kQualified, {"Signature"}, kFile,
+    kLine,      kColumn,       {"Description", mtText, true}};
 constexpr RecordMember kResolvedRecord[] = {{"TypeClass"}, kUnique, kQualified,
                                             kFile,         kLine,   kColumn};
 constexpr RecordMember kHelpIDsRecord[] = {
@@ -128,6 +131,25 @@ Json CountsSchema() {
           {"additionalProperties", false}};
 }
 
+// The tables of an empty inventory tell all columns.
+Json InventoryRows() {
+  Inventory empty;
+  empty.FindsNearDuplicates = true;
+  Json rows = Json::array();
+  for (const Table& table : empty.Tables()) {
+    Json properties{{"Record", {{"const", std::string(table.Row)}}}}, required = {"Record"};
+    for (const std::string_view column : table.Columns) {
+      properties[std::string(column)] = {{"type", Json::array({"string", "integer", "boolean"})}};
+      required.push_back(std::string(column));
+    }
+    rows.push_back({{"type", "object"},
+                    {"properties", std::move(properties)},
+                    {"required", std::move(required)},
+                    {"additionalProperties", false}});
+  }
+  return {{"anyOf", std::move(rows)}};
+}
+
 // What the objects of a command are: names of definitions.
 struct CommandSchema {
   const char* Command;
@@ -149,6 +171,7 @@ const std::vector<CommandSchema>& AllCommands() {
        {"VBProject", "VBProjectGroup"}},
       {"find", "an element a line", {"Element"}},
       {"help-ids", "a help context ID a line", {"HelpID"}},
+      {"inventory", "a row of a table a line", {"InventoryRow"}},
       {"lines", "a line of source a line", {"SourceLine"}},
       {"members", "a member a line", {"Member"}},
       {"names", "a name a line", {"Name"}},
@@ -184,6 +207,7 @@ Json AllDefinitions() {
   definitions["BytesChange"] = ObjectOf(kBytesRecord);
   definitions["SourceLine"] = ObjectOf(kLinesRecord);
   definitions["AssemblyEntry"] = ObjectOf(kAssemblyRecord);
+  definitions["InventoryRow"] = InventoryRows();
   definitions["TypeLibrary"] = {{"type", "object"},
                                 {"required", Json::array({"Name", "TypeInfos"})}};
   return definitions;
@@ -241,7 +265,7 @@ struct SchemaArguments {
 };
 
 int RunSchema(const SchemaArguments& arguments, const Streams& streams) {
-  WriteResult(arguments.Common, streams, {},
+  WriteResult(arguments.Common, streams, std::string(),
               [&](std::ostream& out) { out << SchemaFor(arguments.Command).dump(1) << '\n'; });
   return exDone;
 }

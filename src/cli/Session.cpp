@@ -9,12 +9,14 @@
 #include "cli/InputJudgement.h"
 #include "cli/ProjectSettings.h"
 #include "cli/Report.h"
+#include "cli/WrittenFiles.h"
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/Workspace.h"
 #include "dotnet/Sources.h"
 #include "model/ModuleKinds.h"
 #include "project/Assembly.h"
+#include "project/ModuleNames.h"
 #include "project/ProjectCodePage.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"
@@ -171,6 +173,30 @@ void ApplyCommentFile(VBProject& project, const CommonOptions& options) {
   }
 }
 
+std::vector<FileSystemObject> ModulesBelow(const std::string& path) {
+  std::vector<FileSystemObject> files;
+  FileSystemObject(AbsolutePath(path)).FindFiles("*", 0, files);
+  std::erase_if(files, [](const FileSystemObject& file) {
+    return !ModuleKindOfExtension(file.Extension()) || IsBackupPath(file.NativePath());
+  });
+  return files;
+}
+
+// As a project file lists one; the second of a name is told and left out.
+void AddModule(VBProject& project, const FileSystemObject& file) {
+  auto component = std::make_shared<Component>();
+  component->SetVBProject(&project);
+  component->FileName = file;
+  component->FileType = ModuleKindOfExtension(file.Extension())->Type;
+  component->Name = GetComponentName(file.FullPath());
+  if (component->Name.empty()) component->Name = file.BaseName();
+  const std::string name = component->Name;
+  if (project.Components.Item(name))
+    return Tell(DiagnosticCode::DuplicateName, {"module", name + "' in '" + file.FullPath()});
+  project.Components.Add(std::move(component), name);
+  if (project.BuildTypeCache) project.TypeCache.Add(name, tcLocalProjectModule);
+}
+
 // ".bas, .cls, .frm"
 std::string ModuleExtensions() {
   std::string list;
@@ -253,6 +279,29 @@ std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOption
 } catch (const VendrelError& error) {
   ReportError(error);
   throw InputError(path, "cannot be read: " + error.Text());
+}
+
+std::shared_ptr<VBProject> LoadFolderOfModules(const std::string& path,
+                                               const CommonOptions& options, const Streams& streams,
+                                               LoadDepth depth,
+                                               const std::function<void(VBProject&)>& prepare) {
+  const std::vector<FileSystemObject> files = ModulesBelow(path);
+  if (files.empty()) return nullptr;
+  ApplyToProcess(options);
+  auto project = LoadWithCodePage(files.front().FullPath(), InputKind::Module, options);
+  project->FileName.SetFullPath(AbsolutePath(path));
+  project->ProjectName = project->FileName.LeafName();
+  {
+    const DiagnosticScope scope(&project->Diagnostics, project->FileName.FullPath());
+    for (std::size_t i = 1; i < files.size(); ++i) AddModule(*project, files[i]);
+  }
+  if (depth == LoadDepth::ProjectFile) return project;
+  if (prepare) prepare(*project);
+  ProgressBar bar(*project, options, streams);
+  project->Components.Populate();
+  bar.Finish();
+  ApplyCommentFile(*project, options);
+  return project;
 }
 
 std::string UseCodePageFor(const std::string& path, const CommonOptions& options) {

@@ -35,6 +35,13 @@ std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOption
                                      const Streams& streams, LoadDepth depth = LoadDepth::Modules,
                                      const std::function<void(VBProject&)>& prepare = {});
 
+/// Loads the modules in and below a folder as one project named after the folder: exported code has
+/// no project file. Null if there are none.
+std::shared_ptr<VBProject> LoadFolderOfModules(const std::string& path,
+                                               const CommonOptions& options, const Streams& streams,
+                                               LoadDepth depth,
+                                               const std::function<void(VBProject&)>& prepare);
+
 /// Puts the code page for a project, group or module in force: the one of the options, or the guess
 /// for it. Gives what a guess of another page than the default rests on, else nothing.
 std::string UseCodePageFor(const std::string& path, const CommonOptions& options);

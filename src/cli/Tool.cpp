@@ -9,6 +9,7 @@
 
 #include "cli/Commands.h"
 #include "cli/CompiledInput.h"
+#include "cli/Inputs.h"
 #include "cli/Interrupts.h"
 #include "cli/Options.h"
 #include "cli/Report.h"
@@ -45,6 +46,7 @@ void AddCommands(CLI::App& app, Job& job) {
   AddDiffCommand(app, job);
   AddBuildCommand(app, job);
   AddRoundtripCommand(app, job);
+  AddInventoryCommand(app, job);
   AddSchemaCommand(app, job);
 }
 
@@ -105,6 +107,7 @@ int Parse(CLI::App& app, std::vector<std::string> arguments, const Streams& stre
   try {
     TakeCustomInput(arguments);
     PutCommandFirst(app, arguments);
+    ReadListedInputs(app, arguments, streams);
     std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
     app.parse(arguments);
     return exDone;

@@ -31,6 +31,8 @@ struct Streams {
   bool ErrIsTerminal = false;
   /// Where a question is answered, if a person sits there; else null.
   std::istream* Answers = nullptr;
+  /// What is piped in: a list of paths; null where there is none.
+  std::istream* In = nullptr;
 };
 
 /// Name and version: "vendrelmodel 2.0".

@@ -2,8 +2,8 @@
 #include <memory>
 
 #include "cli/Commands.h"
+#include "cli/Inputs.h"
 #include "cli/Outline.h"
-#include "cli/ProjectSets.h"
 #include "cli/Results.h"
 
 namespace vendrel::cli {
@@ -11,7 +11,7 @@ namespace {
 
 struct TreeArguments {
   CommonOptions Common;
-  std::string File;
+  Inputs File;
   OutlineOptions Outline;
 };
 
@@ -34,7 +34,7 @@ int RunTree(const TreeArguments& arguments, const Streams& streams) {
       },
       ResultForm::Painted);
   if (found || options.Module.empty()) return code;
-  throw ToolError(Worse(code, exNo), arguments.File + ": has no module '" + options.Module +
+  throw ToolError(Worse(code, exNo), arguments.File.Shown() + ": has no module '" + options.Module +
                                          "'; tree --depth 2 lists its modules");
 }
 
@@ -43,7 +43,7 @@ int RunTree(const TreeArguments& arguments, const Streams& streams) {
 void AddTreeCommand(CLI::App& app, Job& job) {
   auto* command = app.add_subcommand("tree", "An outline of what is in a project or module");
   const auto arguments = std::make_shared<TreeArguments>();
-  command->add_option("file", arguments->File, "A project, module, group or folder")->required();
+  AddInputs(*command, arguments->File);
   command
       ->add_option("--depth", arguments->Outline.Depth,
                    "1: the project, 2: its modules, 3: their members, 4: all")

@@ -95,7 +95,13 @@ Json SchemaOfLines() {
                       Json::array({"LineType", "LineTypeName", "Text"}));
 }
 
-Json SchemaOfControlProperties() { return Json{{"type", "object"}, {"required", {"Name"}}}; }
+Json SchemaOfControlProperties() {
+  Json properties{
+      {"Name", TypeNamed("string")},           {"Kind", TypeNamed("string")},
+      {"Value", TypeNamed("string")},          {"SourceLine", TypeNamed("integer")},
+      {"Items", ArrayOf(TypeNamed("string"))}, {"Properties", ArrayOf(RefTo("ControlProperty"))}};
+  return ObjectSchema(std::move(properties), Json::array({"Name", "Kind", "Value", "SourceLine"}));
+}
 
 }  // namespace
 

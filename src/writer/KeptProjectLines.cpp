@@ -205,10 +205,13 @@ void KeptProjectLines::ReferencePath(std::size_t index, const vendrel::Reference
   Relocate(index, *path, file.RelativePath());
 }
 
-// A folder on the way may have a name that the code page lacks. A project that nobody changed is
-// written all the same, with the path it was read with.
+// A folder on the way may have a name that the code page lacks, or whose bytes mean nothing in it.
+// A project that nobody changed is written all the same, with the path it was read with.
 void KeptProjectLines::Relocate(std::size_t index, Region place, const std::string& path) {
-  if (Encode(path, *mFile.Source)) return mEdits[index].Replace(place, path);
+  const std::string_view changed =
+      std::string_view(path).substr(0, path.size() - CommonEnd(place.Of(Text(index)), path));
+  if (!HoldsReplacement(changed) && Encode(changed, *mFile.Source))
+    return mEdits[index].Replace(place, path);
   TellAt(DiagnosticCode::Told, mProject.FileName.FullPath(), static_cast<std::int32_t>(index) + 1,
          {"the path stays as it was read, since code page " + PageOf(*mFile.Source).Name() +
           " lacks characters of " + path +

@@ -20,6 +20,20 @@ Region Region::WithoutQuotes(std::string_view text) const {
   return {Begin + 1, Length - 2};
 }
 
+std::size_t CommonEnd(std::string_view a, std::string_view b) {
+  std::size_t length = 0;
+  const std::size_t shorter = std::min(a.size(), b.size());
+  while (length < shorter && a[a.size() - length - 1] == b[b.size() - length - 1]) ++length;
+  while (length > 0 && (static_cast<unsigned char>(a[a.size() - length]) & 0xC0) == 0x80) --length;
+  return length;
+}
+
+bool HoldsReplacement(std::string_view text) {
+  std::string mark;
+  AppendUtf8(mark, ReplacementCharacter);
+  return text.find(mark) != std::string_view::npos;
+}
+
 void LineEdit::Write(SourceStream& stream, const TextForm& form, std::string_view text,
                      const std::string* raw, std::string_view end) {
   if (mDrops) return;
@@ -45,8 +59,8 @@ std::string LineEdit::Edited(std::string_view text) const {
   return edited.append(text.substr(done));
 }
 
-// A part that only lost its front, as a path does that becomes a leaf name, keeps the bytes of the
-// rest.
+// What a part has at its end as it had before, as a path has that is seen from another folder,
+// keeps its bytes.
 std::string LineEdit::EditedBytes(SourceStream& stream, const TextForm& form, std::string_view text,
                                   const std::string& raw) const {
   const auto positions = BytePositions(text, raw, form);
@@ -59,14 +73,11 @@ std::string LineEdit::EditedBytes(SourceStream& stream, const TextForm& form, st
   for (const Part& part : mParts) {
     copy(done, part.Place.Begin);
     done = part.Place.Begin + part.Place.Length;
-    if (part.Place.Of(text).ends_with(part.Text)) {
-      copy(done - part.Text.size(), done);
-      continue;
-    }
-    std::string mark;
-    AppendUtf8(mark, ReplacementCharacter);
-    if (part.Text.find(mark) != std::string::npos) stream.Refuse();
-    bytes.append(stream.Bytes(part.Text));
+    const std::size_t same = CommonEnd(part.Place.Of(text), part.Text);
+    const std::string_view changed = std::string_view(part.Text).substr(0, part.Text.size() - same);
+    if (HoldsReplacement(changed)) stream.Refuse();
+    bytes.append(stream.Bytes(changed));
+    copy(done - same, done);
   }
   copy(done, text.size());
   return bytes;

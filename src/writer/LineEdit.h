@@ -22,6 +22,11 @@ struct Region {
   Region WithoutQuotes(std::string_view text) const;
 };
 
+/// Length in bytes of what two texts have in common at their ends, of whole characters.
+std::size_t CommonEnd(std::string_view a, std::string_view b);
+/// Whether a text has a character that stands for bytes which mean nothing.
+bool HoldsReplacement(std::string_view text);
+
 /// Changes to one line. What they leave alone keeps its bytes.
 class LineEdit {
  public:

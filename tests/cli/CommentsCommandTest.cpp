@@ -25,8 +25,7 @@ TEST_F(CommentsCommand, ListsEachCommentWithItsElement) {
             "/p/m.bas:6: ##IGNORE_REFERENCES -> m~m: x\n"
             "/p/m.bas:9: ##SUMMARY -> unplaced: lost\n"
             "/p/c.xml: ##REMARKS -> m~m~F: From outside.\n");
-  const auto unplaced =
-      nlohmann::json::parse(RunFor({"comments", "/p/m.bas", "--unplaced", "--json"}));
+  const auto unplaced = JsonLines({"comments", "/p/m.bas", "--unplaced", "--json"});
   ASSERT_EQ(unplaced.size(), 2u);
   EXPECT_EQ(unplaced[0]["Qualifier"], "z");
   EXPECT_TRUE(unplaced[1]["CodeElement"].is_null());
@@ -51,7 +50,7 @@ TEST_F(CommentsCommand, TakesGroupsAndFolders) {
     for (const char* line :
          {"/p/m.bas:3: ##SUMMARY -> A~m~F: Counts.\n", "/p/m.bas:3: ##SUMMARY -> B~m~F: Counts.\n"})
       EXPECT_THAT(list, HasSubstr(line));
-    EXPECT_EQ(nlohmann::json::parse(RunFor({"comments", path, "--json"})).size(), 10u);
+    EXPECT_EQ(JsonLines({"comments", path, "--json"}).size(), 10u);
     const std::string file = RunFor({"comments", path, "--as-comment-file"});
     EXPECT_THAT(file, AllOf(HasSubstr("eid=\"A~m~F\""), HasSubstr("eid=\"B~m~F\"")));
     const std::string manifest = RunFor({"manifest", path});

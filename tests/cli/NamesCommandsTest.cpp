@@ -52,7 +52,7 @@ TEST_F(NamesCommands, NamesListsEachNameWithKindAndPlace) {
   EXPECT_THAT(names.Err, HasSubstr("missing-project"));
   EXPECT_EQ(RunFor({"names", "/g/Shop.vbp", "--kind", "enumeration"}),
             "Shop~modMain~Colour_EN\tenumeration\t/g/modMain.bas:3\n");
-  const json unsure = json::parse(RunFor({"names", "/g/Shop.vbp", "--unsure", "--json"}));
+  const json unsure = JsonLines({"names", "/g/Shop.vbp", "--unsure", "--json"}).at(0);
   EXPECT_EQ(unsure["QualifiedName"], "Shop~modMain~Size:Unit");
   EXPECT_EQ(unsure["Remark"], "clashes with an earlier name");
 }
@@ -77,7 +77,7 @@ TEST_F(NamesCommands, FindTakesQualifiedAndBareNamesAndPatterns) {
     EXPECT_EQ(RunFor({"find", "/g/G.vbg", name}), expected) << name;
   EXPECT_EQ(RunFor({"find", "/g", "item", "--kind", "module"}),
             "Lib~Item\tmodule\tPRIVATE module Item\t/g/lib/Item.cls:2\n");
-  const json whole = json::parse(RunFor({"find", "/g/G.vbg", "Post", "--json"}));
+  const json whole = JsonLines({"find", "/g/G.vbg", "Post", "--json"}).at(0);
   EXPECT_EQ(whole["Class"], "Block");
   EXPECT_EQ(whole["Parameters"][0]["DefaultValue"], "1");
   EXPECT_THAT(RunFor({"find", "/g/G.vbg", "nowhere"}, exNo), HasSubstr("'nowhere'"));
@@ -93,7 +93,7 @@ TEST_F(NamesCommands, ResolveTellsWhatATypeIs) {
   EXPECT_EQ(RunFor({"resolve", "/g/Shop.vbp", "Long"}), "intrinsic type\n");
   EXPECT_EQ(RunFor({"resolve", "/g/G.vbg", "Item", "--from", "modMain"}),
             "module of another project\tLib~Item\t/g/lib/Item.cls:2\n");
-  const json item = json::parse(RunFor({"resolve", "/g/G.vbg", "Item", "--json"}));
+  const json item = JsonLines({"resolve", "/g/G.vbg", "Item", "--json"}).at(0);
   EXPECT_EQ(item["TypeClass"], "tcOtherProjectModule");
   RunFor({"resolve", "/g/Shop.vbp", "Item"}, exNo);
   EXPECT_THAT(RunFor({"resolve", "/g/Shop.vbp", "Long", "--from", "x"}, exNo),
@@ -105,7 +105,7 @@ TEST_F(NamesCommands, ControlsShowsTheTree) {
             "VB.Form frmMain \"Main\" at 0,0  /g/frmMain.frm:2\n"
             "  VB.Frame Box at 10,20  /g/frmMain.frm:4\n"
             "    VB.CommandButton cmd(3) \"Go\" at 0,0  /g/frmMain.frm:7\n");
-  const json form = json::parse(RunFor({"controls", "/g/G.vbg", "frmMain", "--json"}));
+  const json form = JsonLines({"controls", "/g/G.vbg", "frmMain", "--json"}).at(0);
   EXPECT_EQ(form["VBControls"][0]["VBControls"][0]["Caption"], "Go");
   EXPECT_EQ(RunFor({"controls", "/g/Shop.vbp", "--properties"}),
             "VB.Form frmMain \"Main\" at 0,0  /g/frmMain.frm:2\n"
@@ -116,7 +116,7 @@ TEST_F(NamesCommands, ControlsShowsTheTree) {
             "    VB.CommandButton cmd(3) \"Go\" at 0,0  /g/frmMain.frm:7\n"
             "        Caption = \"Go\"\n"
             "        Index = 3\n");
-  const json whole = json::parse(RunFor({"controls", "/g/Shop.vbp", "--properties", "--json"}));
+  const json whole = JsonLines({"controls", "/g/Shop.vbp", "--properties", "--json"}).at(0);
   EXPECT_EQ(whole["VBControls"][0]["Properties"][1]["Value"], "20");
   EXPECT_FALSE(form["VBControls"][0].contains("Properties"));
   RunFor({"controls", "/g/Shop.vbp", "nowhere"}, exNo);
@@ -161,7 +161,7 @@ TEST_F(NamesCommands, TreeAndDumpTakeGroupsAndFolders) {
   ASSERT_EQ(group["VBProjects"].size(), 2u);
   const json alone = json::parse(RunFor({"dump", "/g/lib/Lib.vbp", "--comparable"}));
   EXPECT_EQ(group["VBProjects"][1], alone) << "a project looks alike alone and in its group";
-  EXPECT_EQ(json::parse(RunFor({"dump", "/g/lib", "--comparable"})), alone);
+  EXPECT_EQ(JsonLines({"dump", "/g/lib", "--comparable"}).at(0), alone);
 }
 
 }  // namespace

@@ -65,7 +65,7 @@ TEST_F(ShowingCommands, MembersAreThoseThatUsersSee) {
             "Sold\tevents\tPUBLIC Event Sold()\t/g/Item.cls:5\n"
             "IShape_Draw\tmethods\tPrivate Sub IShape_Draw()\t/g/Item.cls:17\n");
   const json member =
-      json::parse(RunFor({"members", "/g/Shop.vbp", "Item", "--kind", "methods", "--json"}));
+      JsonLines({"members", "/g/Shop.vbp", "Item", "--kind", "methods", "--json"}).at(0);
   EXPECT_EQ(member["Name"], "Post");
   EXPECT_EQ(member["QualifiedName"], "Shop~Item~Post");
   const ToolRun none =
@@ -87,8 +87,8 @@ TEST_F(ShowingCommands, HelpIDsAreAMapInThreeForms) {
   asHeader.push_back("--header");
   asJson.push_back("--json");
   EXPECT_THAT(RunFor(asHeader), HasSubstr("#define IDH_Shop_Item_Post 105\r\n"));
-  EXPECT_EQ(JsonLines(asJson).front(),
-            json::parse(R"({"HelpContextID":100,"QualifiedName":"Shop","Place":"/g/Shop.vbp"})"));
+  EXPECT_EQ(JsonLines(asJson).front(), json::parse(R"({"HelpContextID":100,"UniqueName":"Shop",
+                "QualifiedName":"Shop","File":"/g/Shop.vbp","Line":0,"Column":0})"));
   RunFor({"help-ids", "/g/Shop.vbp", "--force"}, exUsage);
   RunFor({"help-ids", "/g/Shop.vbp", "--begin", "0"}, exUsage);
 }

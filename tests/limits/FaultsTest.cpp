@@ -49,7 +49,7 @@ class Faults : public testing::Test {
       if (!group.Load("/p/G.vbg")) return "no group";
       for (VBProject& project : group.VBProjects()) {
         project.Components.Populate();
-        Dump(out, Describe(project), {.Lines = true, .Identity = false});
+        Dump(out, Describe(project), {.Lines = true, .Identity = false, .Places = false});
         ForEachNamedElement(project, [&](const CodeElement& element) {
           project.GetObjectByName(element.QualifiedName());
         });

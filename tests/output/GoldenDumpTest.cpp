@@ -25,6 +25,7 @@ std::string DumpOfSample(const ReadingRules& reading) {
   project.Components.Populate();
   DumpOptions options;
   options.Empty = false;
+  options.NativeRoot = test::SourceRoot();
   options.Root = WindowsPath(test::SourceRoot());
   std::ostringstream out;
   Dump(out, Describe(project), options);

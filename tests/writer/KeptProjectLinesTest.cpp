@@ -71,6 +71,8 @@ TEST(KeptProjectLines, AnUntouchedFileIsTheSameBytes) {
 }
 
 TEST(KeptProjectLines, ElsewhereOnlyPathsThatWouldLeadNowhereAreOthers) {
+  const std::string odd = "Type=OleDll\r\nCompatibleEXE32=\"caf\xE9.dll\"\r\n";
+  EXPECT_EQ(Written(odd, "/q", {}, "UTF-8"), With(odd, {{"=\"", "=\"..\\p\\"}}));
   EXPECT_EQ(Written(kLines, "/q"), With(kLines, {{"#lib\\here.tlb", "#..\\p\\lib\\here.tlb"},
                                                  {"  sub\\C.cls", "  C.cls"},
                                                  {"=f\\F.frm", "=F.frm"},

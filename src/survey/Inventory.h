@@ -1,0 +1,71 @@
+#pragma once
+// What lies in many projects: taken one after the other, each freed before the next one is read.
+
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "project/VBProject.h"
+#include "survey/CodeMetrics.h"
+#include "survey/NearDuplicates.h"
+#include "survey/Table.h"
+
+namespace vendrel {
+
+/// Gathers rows of projects. A module that several projects list is counted once, by its file.
+class Inventory {
+ public:
+  /// Folder of this machine from which files are shown; empty: absolute paths.
+  std::string NativeRoot;
+  /// Whether modules that are nearly equal are looked for.
+  bool FindsNearDuplicates = false;
+
+  /// Takes a loaded project; nothing of it is kept but rows.
+  void Add(const VBProject& project);
+  /// A module file that was found on the disk. Those that no project listed make a table.
+  void AddFile(const FileSystemObject& file);
+  /// All tables, in the order in which a person reads them.
+  std::vector<Table> Tables() const;
+
+ private:
+  struct Module {
+    std::string Name, Kind, File, CodePage, LineEnds;
+    LineCounts Counts;
+    std::int64_t Procedures = 0;
+    std::vector<std::string> Projects;
+    std::size_t Content = 0;
+  };
+  struct DeclaredLibrary {
+    std::set<std::string> Functions;
+    std::set<std::string> Modules;
+    std::int64_t Declares = 0;
+  };
+
+  void AddModule(const Component& component, const std::string& project);
+  void AddProcedures(const Component& component, Module& module);
+  void AddDeclares(const Component& component);
+  void AddProgIDs(const Component& component, const std::string& file);
+  void AddControls(const Component& component, const std::string& project);
+  void AddReferences(const VBProject& project);
+  Table TotalsTable() const;
+  Table ModuleTable() const;
+  Table UnlistedTable() const;
+  Table SharedTable() const;
+  Table EqualTable() const;
+  Table NearTable() const;
+  Table CodePageTable() const;
+
+  std::vector<std::vector<TableValue>> mProjects, mProcedures, mReferences, mControls, mProgIDs;
+  std::vector<Module> mModules;
+  /// Index of a module by its file.
+  std::unordered_map<std::string, std::size_t> mByFile;
+  std::map<std::string, DeclaredLibrary> mLibraries;
+  /// Files on the disk and their lines.
+  std::map<std::string, std::int64_t> mFiles;
+  NearDuplicates mNear;
+};
+
+}  // namespace vendrel
