@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "dotnet/GenericNames.h"
 #include "model/Events.h"
 
 namespace vendrel {
@@ -28,20 +29,6 @@ LooseName Loosen(std::string_view name) {
   }
   loose.Arguments = name.substr(at);
   return loose;
-}
-
-// A name with the number of arguments in the place of each list of them: "Goods{`0,X{`1}}" becomes
-// "Goods`2".
-std::string WithCounts(std::string_view name) {
-  std::string result;
-  int depth = 0, count = 0;
-  for (const char c : name) {
-    if (c == '{' && depth++ == 0) count = 1;
-    if (c == ',' && depth == 1) ++count;
-    if (depth == 0) result += c;
-    if (c == '}' && depth > 0 && --depth == 0) result += "`" + std::to_string(count);
-  }
-  return result;
 }
 
 }  // namespace
@@ -104,7 +91,7 @@ CodeElement* DocumentedElements::Referred(std::string_view name) {
   const std::size_t open = std::min(name.find('('), name.size());
   const bool hasArguments = name.substr(0, open).find('{') != std::string_view::npos;
   if (!hasArguments || !mProject.Reading.NetNames) return nullptr;
-  return Exact(WithCounts(name.substr(0, open)).append(name.substr(open)));
+  return Exact(DefinitionOf(name.substr(0, open)).append(name.substr(open)));
 }
 
 DocumentedElement DocumentedElements::Find(std::string_view name) {

@@ -2,24 +2,12 @@
 
 #include <unordered_set>
 
+#include "dotnet/GenericNames.h"
 #include "model/Events.h"
 #include "text/Names.h"
 
 namespace vendrel {
 namespace {
-
-// "Shop.IStock{`0}" as its module is called: "Shop.IStock`1".
-std::string DefinitionOf(std::string_view type) {
-  const std::size_t brace = type.find('{');
-  if (brace == std::string_view::npos) return std::string(type);
-  int depth = 0, count = 1;
-  for (const char c : type.substr(brace)) {
-    if (c == '{') ++depth;
-    if (c == '}') --depth;
-    if (c == ',' && depth == 1) ++count;
-  }
-  return std::string(type.substr(0, brace)) + "`" + std::to_string(count);
-}
 
 std::string_view NameAlone(const Block& block) {
   const std::string& name = block.Name();

@@ -7,6 +7,7 @@
 #include "core/CaseFold.h"
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
+#include "dotnet/GenericNames.h"
 #include "dotnet/SourceScan.h"
 #include "model/Events.h"
 
@@ -16,26 +17,6 @@ namespace {
 constexpr std::string_view kObject = "System.Object";
 constexpr std::string_view kValueType = "System.ValueType";
 constexpr std::string_view kAboveStructure = ",System.ValueType,System.Object";
-
-// The type of which "Shop.Store{System.Int32}" is one: "Shop.Store`1".
-std::string DefinitionOf(std::string_view name) {
-  std::string definition;
-  for (std::size_t i = 0; i < name.size(); ++i) {
-    if (name[i] != '{') {
-      definition += name[i];
-      continue;
-    }
-    int depth = 0;
-    std::size_t count = 1;
-    for (; i < name.size(); ++i) {
-      if (name[i] == '{') ++depth;
-      if (name[i] == '}' && --depth == 0) break;
-      if (name[i] == ',' && depth == 1) ++count;
-    }
-    definition += "`" + std::to_string(count);
-  }
-  return definition;
-}
 
 class SourceInheritance {
  public:

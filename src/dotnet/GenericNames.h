@@ -1,0 +1,13 @@
+#pragma once
+// Names of generic types with their arguments, and of what they are made from.
+
+#include <string>
+#include <string_view>
+
+namespace vendrel {
+
+/// The name with the number of arguments in the place of each list of them: "Goods{`0,X{`1}}.Find"
+/// becomes "Goods`2.Find". A name without braces stays as it is.
+std::string DefinitionOf(std::string_view name);
+
+}  // namespace vendrel
