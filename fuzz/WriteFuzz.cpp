@@ -17,7 +17,7 @@ std::string TreeOf(const VBProject& project) {
   std::ostringstream out;
   DumpOptions options;
   options.Lines = true;
-  options.Identity = false;
+  options.Identity = options.Places = false;
   Dump(out, Describe(project), options);
   return out.str();
 }
