@@ -11,6 +11,7 @@
 #include "diagnostics/Diagnostic.h"
 #include "dotnet/FileLayout.h"
 #include "intake/Conditions.h"
+#include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "services/SourceText.h"
 #include "text/Masking.h"
@@ -244,6 +245,7 @@ void SourceScan::CloseInnermost() {
   mTypes.pop_back();
   Component& component = *type.Module;
   FinishPart(component);
+  FinishLines(component);
   GatherFields(component, type.FirstBlock.Get());
   if (component.IsEnumeration) TurnEnumerationIntoFields(component, type.Underlying);
   if (component.CurrentBlock && component.TaggedCommentBuffer.IfAny())

@@ -30,7 +30,8 @@ class LanguageRules {
 
   // Lines.
   /// Joins a physical line to the statement that is open, of which `statement` becomes the text in
-  /// one line. False if it goes on in the next line: then this one waits.
+  /// one line. False if it goes on in the next line: then this one waits, and `statement` becomes
+  /// empty where only attributes have come, which stand in front of it.
   virtual bool JoinLine(Component&, ModuleIntake&, std::string_view /*physical*/,
                         std::string_view& /*statement*/) const {
     return true;

@@ -184,9 +184,12 @@ void Classify(const Component& component, ModuleIntake& intake, std::string_view
 }
 VENDREL_CONTEXT_AT(LineReached(), text, notInSource)
 
-// A line of a statement that goes on in the next.
-void KeepJoined(ModuleIntake& intake, std::string_view text) {
-  if (intake.ContinuationBuffer.empty()) intake.StatementLine = intake.PhysicalLine;
+// A line of a statement that goes on in the next, or of the attributes in front of it.
+void KeepJoined(ModuleIntake& intake, std::string_view text, bool isStatement) {
+  if (!isStatement)
+    intake.StatementLine = intake.PhysicalLine + 1;
+  else if (intake.ContinuationBuffer.empty())
+    intake.StatementLine = intake.PhysicalLine;
   ParsedLine line;
   line.Text = line.StatementPart = text;
   line.Continued = true;
@@ -198,7 +201,7 @@ void KeepJoined(ModuleIntake& intake, std::string_view text) {
 void ClassifyJoined(const Component& component, ModuleIntake& intake, std::string_view text,
                     std::string_view statement, ParsedLine& line) {
   const std::int32_t physical = intake.PhysicalLine;
-  intake.PhysicalLine = intake.ContinuationBuffer.front().SourceLine;
+  intake.PhysicalLine = intake.ContinuationBuffer.back().SourceLine;
   Classify(component, intake, statement, false, line);
   intake.PhysicalLine = physical;
   line.Text = text;
@@ -211,7 +214,7 @@ void TakeStatement(Component& component, ModuleIntake& intake, std::string_view 
   ParsedLine& line = pending.Line;
   std::string_view statement = text;
   if (!notInSource && !intake.Language.JoinLine(component, intake, text, statement))
-    return KeepJoined(intake, text);
+    return KeepJoined(intake, text, !statement.empty());
   if (!notInSource && !intake.PreviousContinued && !intake.ContinuationBuffer.empty())
     ClassifyJoined(component, intake, text, statement, line);
   else

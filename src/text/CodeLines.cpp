@@ -13,6 +13,20 @@ constexpr std::size_t kFirstLines = 24;  // an everyday procedure; the rest is g
 bool IsPart(std::string_view text, const std::string& whole) {
   return text.data() >= whole.data() && text.data() + text.size() <= whole.data() + whole.size();
 }
+
+// A statement whose lines the language joins without an underscore.
+std::string JoinedStatements(const CodeLines& lines, std::int32_t first, std::int32_t index,
+                             LineClassifier& classifier) {
+  std::string joined;
+  ParsedLine parsed;
+  for (std::int32_t i = first; i < index; ++i) {
+    classifier.First(lines.LineView(i), parsed);
+    std::string_view statement = Trim(parsed.StatementPart);
+    if (parsed.Continued && statement.ends_with('_')) statement.remove_suffix(1);
+    joined.append(Trim(statement)).append(" ");
+  }
+  return joined.append(Trim(lines.LineView(index)));
+}
 }  // namespace
 
 CodeLines::CodeLines(std::shared_ptr<const std::string> text, LanguageVersionEnum language,
@@ -55,6 +69,7 @@ CodeLine CodeLines::Classified(std::int32_t index) const {
   CodeLine record = parsed.Record();
   record.Text = LineView(index);
   record.LineType = static_cast<LineTypeEnum>(line.Type);
+  record.Continued = line.Flags & kContinued;
   record.Continuation = line.Flags & kContinuation;
   record.NotInSource = line.Flags & kNotInSource;
   record.EventIndex = line.EventIndex;
@@ -81,6 +96,7 @@ std::string CodeLines::LogicalText(std::int32_t index) const {
   LineClassifier classifier = ClassifierFor(At(first).Flags);
   ParsedLine parsed;
   classifier.First(LineView(first), parsed);
+  if (!parsed.Continued) return JoinedStatements(*this, first, index, classifier);
   for (std::int32_t i = first + 1; i < index && parsed.Continued; ++i)
     classifier.Next(LineView(i), parsed);
   return JoinContinuation(classifier.LogicalText(), LineView(index));

@@ -125,7 +125,10 @@ class CompleteNetRules final : public NetRules {
       intake.ContinuationBuffer.clear();
     }
     if (intake.ContinuationBuffer.empty()) scan.Begin();
-    if (scan.Feed(physical)) return false;
+    if (scan.Feed(physical)) {
+      if (scan.HasOnlyAttributes()) statement = {};
+      return false;
+    }
     if (!intake.ContinuationBuffer.empty()) statement = scan.Text();
     return true;
   }

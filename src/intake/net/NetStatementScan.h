@@ -22,6 +22,8 @@ class NetStatementScan final : public LanguageState {
   bool Refuses(std::string_view line) const;
   /// The statement so far in one line, comments of its lines left out.
   std::string& Text() { return mText; }
+  /// Nothing but attributes has come so far.
+  bool HasOnlyAttributes() const { return mOnlyAttributes; }
   /// The statement ends the body of a lambda, and no procedure.
   bool EndsLambda() const { return mEndsLambda; }
   /// Whether a lambda of several lines is open.
