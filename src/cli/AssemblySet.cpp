@@ -159,7 +159,7 @@ std::shared_ptr<Assemblies> LoadSet(const SetOptions& options) {
   InstallHost(options);
   auto set = std::make_shared<Assemblies>();
   set->NewProject = [common = options.Common] {
-    auto project = NewVBProject();
+    auto project = std::make_shared<VBProject>();
     ApplyToProject(common, *project);
     return project;
   };

@@ -64,7 +64,7 @@ pugi::xml_attribute AttributeOf(const pugi::xml_node& element, std::string_view 
 
 std::shared_ptr<VBProject> NewProjectFor(const Assembly& assembly) {
   const Assemblies* set = assembly.Assemblies.Get();
-  return set && set->NewProject ? set->NewProject() : NewVBProject();
+  return set && set->NewProject ? set->NewProject() : std::make_shared<VBProject>();
 }
 
 // The resolver of a project sees what its neighbours build only if that is there, so a failure to

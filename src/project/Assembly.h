@@ -171,7 +171,7 @@ class Assemblies : public HandleTarget, public PlainCollection<Assembly> {
   std::string AssemblyGroupName;
   /// What was missing or dropped when the set was loaded.
   vendrel::Diagnostics Diagnostics;
-  /// Makes the projects that assemblies are loaded into; empty: as `NewVBProject` does.
+  /// Makes the projects that assemblies are loaded into; empty: with no options set.
   std::function<std::shared_ptr<VBProject>()> NewProject;
 
   ~Assemblies() override;

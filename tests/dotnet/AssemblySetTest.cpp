@@ -21,7 +21,7 @@ using testing::ElementsAre;
 std::shared_ptr<Assemblies> ShopSet(bool classic = false) {
   auto set = std::make_shared<Assemblies>();
   set->NewProject = [classic] {
-    auto project = NewVBProject();
+    auto project = std::make_shared<VBProject>();
     project->Reading = classic ? ReadingRules::Classic() : ReadingRules::Complete();
     return project;
   };
@@ -202,7 +202,7 @@ struct Copies {
   explicit Copies(std::string_view shopMembers, std::string_view baseMembers = {},
                   bool withBase = true) {
     Set.NewProject = [] {
-      auto project = NewVBProject();
+      auto project = std::make_shared<VBProject>();
       project->Reading = ReadingRules::Complete();
       return project;
     };
