@@ -10,6 +10,9 @@
 namespace vendrel {
 namespace {
 
+// Longer lines are read once for all their elements.
+constexpr std::size_t kLongLine = 512;
+
 // What an element without a line of its own is declared by.
 const CodeElement* DeclaredBy(const CodeElement& element) {
   if (const auto* parameter = As<Parameter>(&element)) return parameter->Parent.Get();
@@ -91,6 +94,7 @@ bool SourceColumns::Index(const Component* component) {
   const std::string_view text = component->SourceForm->Text;
   mComponent = component;
   mStarts.clear();
+  mLongLine = 0;
   for (std::string_view rest = text; !rest.empty(); TakeLine(rest))
     mStarts.push_back(text.size() - rest.size());
   return true;
@@ -114,9 +118,31 @@ std::int32_t SourceColumns::LineOf(const SourcePlace& place, const CodeLines& li
                                    mStarts.begin());
 }
 
+std::int32_t SourceColumns::OnLongLine(std::int32_t number, std::string_view line,
+                                       std::string_view name) {
+  if (mLongLine != number) {
+    mLongLine = number;
+    mColumnsOfWords.clear();
+    std::int32_t column = 1;
+    for (std::size_t at = 0; at < line.size();) {
+      std::size_t end = at;
+      while (end < line.size() && IsNameByte(line[end])) ++end;
+      if (end > at) mColumnsOfWords.try_emplace(UpperAscii(line.substr(at, end - at)), column);
+      end = std::max(end, at + 1);
+      column += CharactersIn(line.substr(at, end - at));
+      at = end;
+    }
+  }
+  const auto found = mColumnsOfWords.find(UpperAscii(name));
+  if (found != mColumnsOfWords.end()) return found->second;
+  const std::size_t first = line.find_first_not_of(" \t");
+  return first == std::string_view::npos ? 1 : static_cast<std::int32_t>(first) + 1;
+}
+
 std::int32_t SourceColumns::Of(const SourcePlace& place, std::string_view name) {
   const std::string_view line = TextOf(place);
   if (line.empty()) return 0;
+  if (line.size() > kLongLine) return OnLongLine(place.Line, line, name);
   std::size_t at = FindWord(line, name);
   if (at == std::string_view::npos) at = line.find_first_not_of(" \t");
   return at == std::string_view::npos ? 1 : CharactersIn(line.substr(0, at)) + 1;

@@ -45,10 +45,15 @@ class SourceColumns {
  private:
   bool Index(const Component* component);
   std::string_view TextOf(const SourcePlace& place);
+  std::int32_t OnLongLine(std::int32_t number, std::string_view line, std::string_view name);
 
   const Component* mComponent = nullptr;
   /// Offsets of its lines.
   std::vector<std::size_t> mStarts;
+  /// The long line last asked for, and the columns of its words, in upper case, where each stands
+  /// first. A walk along the line for each of its elements would take the square of their number.
+  std::int32_t mLongLine = 0;
+  std::unordered_map<std::string, std::int32_t> mColumnsOfWords;
 };
 
 }  // namespace vendrel
