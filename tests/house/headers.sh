@@ -18,9 +18,12 @@ while read -r header; do
     echo 'template <typename T> void Make() {'
     echo '  if constexpr (std::is_default_constructible_v<T>) static_cast<void>(std::make_shared<T>());'
     echo '}'
-    awk '/^namespace vendrel[a-z:]* \{/ { space = $2 }
+    # What stands in a namespace of its own inside ours ("detail") is none of the user's.
+    awk '/^namespace vendrel[a-z:]* \{/ { space = $2; next }
+         /^namespace [a-z]+ \{/ { inner = 1 }
+         /^\}  \/\/ namespace [a-z]+$/ { inner = 0 }
          /^template/ { skip = 1; next }
-         /^(class|struct) [A-Z][A-Za-z]*( final)?( :.*)? \{/ && !skip {
+         /^(class|struct) [A-Z][A-Za-z]*( final)?( :.*)? \{/ && !skip && !inner {
            print "template void Make<" space "::" $2 ">();" }
          { skip = 0 }' "$include/vendrelmodel/$header"
   } >"$source"
