@@ -43,9 +43,10 @@ std::string DocumentedNameOf(const CodeElement& element) {
 
 const DocumentedElements::Members& DocumentedElements::MembersOf(Component& component) {
   const auto [known, isNew] = mMembers.try_emplace(&component);
-  if (!isNew) return known->second;
+  Members& members = known->second;
+  if (!isNew) return members;
   const auto add = [&](Block& block) {
-    known->second[Loosen(block.DotNetName()).Front].push_back(&block);
+    members[Loosen(block.DotNetName()).Front].push_back(&block);
   };
   for (Block& block : component.Blocks) {
     if (block.BlockType() == btDeclarations) continue;
@@ -55,7 +56,7 @@ const DocumentedElements::Members& DocumentedElements::MembersOf(Component& comp
     else
       for (Block& overload : *overloads) add(overload);
   }
-  return known->second;
+  return members;
 }
 
 // A walk over the overloads of a family for each of them would take the square of their number.

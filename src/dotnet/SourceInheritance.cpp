@@ -21,7 +21,7 @@ constexpr std::string_view kAboveStructure = ",System.ValueType,System.Object";
 class SourceInheritance {
  public:
   explicit SourceInheritance(VBProject& project)
-      : mProject(project), mRules(project.Reading), mWhole(project.Reading.NetInheritance) {}
+      : mProject(project), mWhole(project.Reading.NetInheritance) {}
 
   void TakeDefaults(Component& c) const;
   void Inherit(Component& c);
@@ -50,7 +50,6 @@ class SourceInheritance {
   }
 
   VBProject& mProject;
-  const ReadingRules& mRules;
   const bool mWhole;
   std::unordered_map<std::string, Component*> mOutside;
 };
