@@ -1,5 +1,5 @@
-// Any text as a VB.NET project file, by the reader of either form. Behind lines "==> NAME <==" stand
-// source files beside it.
+// Any text as a VB.NET project file, by the reader of either form. Behind lines "==> NAME <=="
+// stand source files beside it.
 
 #include "Support.h"
 #include "diagnostics/VendrelError.h"

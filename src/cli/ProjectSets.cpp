@@ -71,8 +71,9 @@ int VisitFolder(const std::string& path, const CommonOptions& options, const Str
   if (!files.empty()) return code;
   const auto project = LoadFolderOfModules(path, options, streams, depth, prepare);
   if (!project)
-    throw ToolError(Worse(code, exNo),
-                    path + ": no project (.vbp, .vbproj) and no module lies in or below this folder");
+    throw ToolError(
+        Worse(code, exNo),
+        path + ": no project (.vbp, .vbproj) and no module lies in or below this folder");
   visit(*project);
   return Worse(code, ReportDiagnostics(*project, options, streams.Err));
 }

@@ -70,7 +70,6 @@ namespace vendrel {
   X(NetInheritance, "Members of VB.NET are inherited bases first, as the language has it.")        \
   X(NetNames, ".NET names are those of documentation files; delegates are found by them.")         \
   X(AssemblyNesting, "A type nested in a class of an assembly is marked as nested.")               \
-  X(NetXmlComments, "Lines with three apostrophes are documentation of what follows them.")        \
   X(DocumentationElements, "All that documentation files say is kept; inheritdoc is followed.")
 
 /// One named flag for each place where the described behaviour loses text or misreads everyday

@@ -156,15 +156,6 @@ void AskForFile(Assembly& assembly) {
   if (!chosen.empty()) assembly.FileName.SetFullPath(chosen);
 }
 
-// Names first, then what they lead to.
-template <typename File>
-void ResolveFile(File& file) {
-  if constexpr (requires { file.ResolveTypeNames(); }) {
-    file.ResolveTypeNames();
-    file.ResolveInheritedMembers();
-  }
-}
-
 }  // namespace
 
 Namespace* Assembly::GetNamespace(std::string_view Name, vendrel::Namespaces& colN) {
@@ -257,7 +248,10 @@ bool Assembly::ResolveTypes() try {
   if (!project) return false;
   const Workspace::Use use(project->Workspace());
   if (!project->References.Resolved) ResolveReferences();
-  for (ProjectFile& file : project->ProjectFiles) ResolveFile(file);
+  for (ProjectFile& file : project->ProjectFiles) {
+    file.ResolveTypeNames();
+    file.ResolveInheritedMembers();
+  }
   TypesResolved = true;
   return true;
 }

@@ -238,8 +238,8 @@ constexpr std::string_view kBaseMembers =
     "<member name='M:Shop.Base.IStock`1.Take(`0,System.Int32@)'><summary>Takes.</summary></member>";
 
 TEST(InheritedComments, ComeFromTheMemberThatIsInherited) {
-  Copies copies(
-      "<member name='M:Shop.Goods`1.Add(`0,`0[])'><summary>Adds.</summary></member>", kBaseMembers);
+  Copies copies("<member name='M:Shop.Goods`1.Add(`0,`0[])'><summary>Adds.</summary></member>",
+                kBaseMembers);
   Assembly& shop = copies.Shop();
   shop.PopulateInheritedComments(*shop.VBProject(), nullptr, false);
   Component& goods = *shop.VBProject()->Components.Item("Shop.Goods`1");

@@ -20,7 +20,8 @@ namespace fs = std::filesystem;
 // Caches, events, hooks, diagnostics, texts of whole files, lists of what is no element.
 const std::regex kNoValue(
     "TypeCache|EventList|Diagnostics|shared_ptr<const|TagCollection|std::pair|std::function|"
-    "ReadingRules|unordered_set|ControlSpan|ExternalDocs|vendrel::Assemblies|std::vector<std::shared_ptr");
+    "ReadingRules|unordered_set|ControlSpan|ExternalDocs|vendrel::Assemblies|std::vector<std::"
+    "shared_ptr");
 
 // Class and public data members of each class of a header that has a table of its own or, as the
 // options do, adds to that of another.

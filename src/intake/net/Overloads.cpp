@@ -32,8 +32,8 @@ void MoveToMaster(Component& component, Block& block, Block& master) {
   block.SetName(block.OverloadedMethodSignature());
   block.SetOverloaded(true);
   // Two signatures that read alike are two procedures all the same.
-  const bool isFree = !component.Options().Reading.NetOverloads ||
-                      !master.OverloadBlocks()->HasKey(block.Name());
+  const bool isFree =
+      !component.Options().Reading.NetOverloads || !master.OverloadBlocks()->HasKey(block.Name());
   master.AddOverload(shared, isFree ? std::string_view(block.Name()) : std::string_view());
 }
 
