@@ -148,8 +148,10 @@ std::shared_ptr<Component> SourceScan::PartOf(const TypeStatement& type, const s
   known->DropIntake();
   known->Intake().Text = std::shared_ptr<const std::string>(mSource, &mSource->Text);
   known->CurrentBlock = known->NewBlock(btDeclarations);
-  if (!mFile.Components.HasKey(key)) mFile.Components.Add(known, key);
-  mScanned.Parts.push_back(known);
+  if (!mFile.Components.HasKey(key)) {  // a file may hold several parts of it
+    mFile.Components.Add(known, key);
+    mScanned.Parts.push_back(known);
+  }
   return known;
 }
 
