@@ -76,17 +76,13 @@ Result LoadTree(const std::string& path, bool classic, bool inherited) {
 
 void AddRow(Table& table, const char* what, double bytes, int runs,
             const std::function<Result()>& work) {
-  std::vector<double> seconds, computed;
-  Result last;
-  for (int i = 0; i < runs; ++i) {
-    last = InOwnProcess(work);
-    seconds.push_back(last[0]);
-    computed.push_back(last[1]);
-  }
-  table.Add({what, Decimal(1000 * Best(seconds), 1), Decimal(1000 * Median(seconds), 1),
-             Decimal(1000 * Best(computed), 1), Decimal(last[2] / bytes, 2),
-             last[3] > 0 ? Decimal(last[2] / last[3], 0) : "",
-             Grouped(static_cast<std::int64_t>(last[3]))});
+  const TimedRuns timed = TimeRuns(runs, work);
+  const double members = timed.Last[3];
+  std::vector<std::string> row = timed.Columns(what);
+  row.push_back(Decimal(timed.Last[2] / bytes, 2));
+  row.push_back(members > 0 ? Decimal(timed.Last[2] / members, 0) : "");
+  row.push_back(Grouped(static_cast<std::int64_t>(members)));
+  table.Add(std::move(row));
 }
 
 }  // namespace

@@ -119,17 +119,13 @@ Result Integrate(const Sample& sample, bool classic) {
 
 void AddRow(Table& table, const char* what, double bytes, int runs,
             const std::function<Result()>& work) {
-  std::vector<double> seconds, computed;
-  Result last;
-  for (int i = 0; i < runs; ++i) {
-    last = InOwnProcess(work);
-    seconds.push_back(last[0]);
-    computed.push_back(last[1]);
-  }
-  table.Add({what, Decimal(1000 * Best(seconds), 1), Decimal(1000 * Median(seconds), 1),
-             Decimal(1000 * Best(computed), 1), Decimal(bytes / 1e6 / Best(computed), 1),
-             Decimal(last[2] / bytes, 2), Decimal(last[3] / bytes, 2),
-             Grouped(static_cast<std::int64_t>(last[4]))});
+  const TimedRuns timed = TimeRuns(runs, work);
+  std::vector<std::string> row = timed.Columns(what);
+  row.push_back(Decimal(bytes / 1e6 / timed.Computed, 1));
+  row.push_back(Decimal(timed.Last[2] / bytes, 2));
+  row.push_back(Decimal(timed.Last[3] / bytes, 2));
+  row.push_back(Grouped(static_cast<std::int64_t>(timed.Last[4])));
+  table.Add(std::move(row));
 }
 
 }  // namespace

@@ -140,6 +140,24 @@ std::string Table::Text() const {
   return text;
 }
 
+std::vector<std::string> TimedRuns::Columns(const char* what) const {
+  return {what, Decimal(1000 * Best, 1), Decimal(1000 * Median, 1), Decimal(1000 * Computed, 1)};
+}
+
+TimedRuns TimeRuns(int runs, const std::function<std::vector<double>()>& work) {
+  std::vector<double> seconds, computed;
+  TimedRuns timed;
+  for (int i = 0; i < runs; ++i) {
+    timed.Last = InOwnProcess(work);
+    seconds.push_back(timed.Last[0]);
+    computed.push_back(timed.Last[1]);
+  }
+  timed.Best = Best(seconds);
+  timed.Median = Median(seconds);
+  timed.Computed = Best(computed);
+  return timed;
+}
+
 std::string Decimal(double value, int places) {
   char buffer[64];
   std::snprintf(buffer, sizeof buffer, "%.*f", places, value);

@@ -57,6 +57,21 @@ std::vector<double> InOwnProcess(const std::function<std::vector<double>()>& wor
 double Best(std::vector<double> times);
 double Median(std::vector<double> times);
 
+/// What several runs of one work took, in seconds, and the numbers that the last of them gave.
+struct TimedRuns {
+  double Best = 0;
+  double Median = 0;
+  /// The least that a run has computed.
+  double Computed = 0;
+  std::vector<double> Last;
+  /// "what", then best, median and computed in milliseconds: how each row of a table begins.
+  std::vector<std::string> Columns(const char* what) const;
+};
+
+/// Runs `work` as often, each time in a process of its own. Its first two numbers are the seconds
+/// of the wall and those computed.
+TimedRuns TimeRuns(int runs, const std::function<std::vector<double>()>& work);
+
 /// Rows of text in columns as wide as needed; the first column to the left, the others to the
 /// right.
 class Table {
