@@ -8,8 +8,8 @@
 #include "diagnostics/Diagnostic.h"
 #include "dotnet/NetXml.h"
 #include "dotnet/SourceScan.h"
+#include "project/BeginLoad.h"
 #include "project/NetLoader.h"
-#include "services/FolderCache.h"
 #include "text/Like.h"
 #include "text/Words.h"
 
@@ -17,18 +17,6 @@ namespace vendrel {
 namespace {
 
 constexpr std::string_view kRootName = "VisualStudioProject";
-
-// As they stand behind the start of a load.
-void BeginNetLoad() {
-  ForgetFolders();
-  ProcessState& state = State();
-  state.lLineNumber = 5;
-  state.LineID = 1;
-  state.BlockID = 1;
-  state.CurrentLineNumber = 0;
-  state.LineNumberIncrement = 0;
-  state.FileCopy_LastError.clear();
-}
 
 class NetProjectReader {
  public:
@@ -256,7 +244,7 @@ VENDREL_CONTEXT()
 
 bool VBProject::LoadDotNet(std::string_view ProjectFileName) try {
   const vendrel::Workspace::Use use(Workspace());
-  BeginNetLoad();
+  BeginLoad();
   AddLineNumbers = false;
   SetLanguageVersion(lvVisualBasicDotNet);
   TypeName = "oledll";

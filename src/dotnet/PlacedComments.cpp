@@ -46,6 +46,9 @@ Place PlaceOf(VBProject& project, CodeElement& obj) {
 
 template <typename Collection>
 auto SharedIn(Collection& collection, const typename Collection::Element& element) {
+  // Mostly it stands under its name; the walk is for one that does not.
+  if (auto keyed = collection.Share(std::string_view(element.Name)); keyed.get() == &element)
+    return keyed;
   for (std::size_t i = 1; i <= collection.Count(); ++i)
     if (collection.Item(i) == &element) return collection.Share(i);
   return decltype(collection.Share(std::size_t{1}))();

@@ -125,12 +125,15 @@ const FileSystemObject& SourceFileOf(const Component& component, const CodeEleme
   const VBProject* project = component.VBProject();
   if (!project || project->ProjectFiles.Count() == 0 || &element == &component)
     return component.FileName;
+  // Most elements have lines of the first part: no other file needs to be looked at.
+  const CodeLines* lines = LinesOf(element);
+  if (lines && component.SourceForm && lines->SourceText() == &component.SourceForm->Text)
+    return component.FileName;
   const std::string key = KeyOfType(component.Namespace.Get(), component.Name, project->Reading);
   std::vector<const ProjectFile*> files;
   for (const ProjectFile& file : project->ProjectFiles)
     if (file.Components.Item(key) == &component) files.push_back(&file);
   if (files.size() < 2) return component.FileName;
-  const CodeLines* lines = LinesOf(element);
   const std::string name = element.ElementName();
   for (const ProjectFile* file : files) {
     if (!file->SourceForm) continue;

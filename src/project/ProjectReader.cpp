@@ -11,9 +11,9 @@
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
 #include "model/ModuleKinds.h"
+#include "project/BeginLoad.h"
 #include "project/ModuleNames.h"
 #include "project/VBProject.h"
-#include "services/FolderCache.h"
 #include "text/Words.h"
 
 namespace vendrel {
@@ -300,18 +300,6 @@ void ProjectReader::TakeType(const ProjectLineText& line) {
   if (EqualsNoCaseAscii(line.Value, "oleexe")) mProject.ProjectType = ptOleExe;
   if (EqualsNoCaseAscii(line.Value, "oledll")) mProject.ProjectType = ptOleDLL;
   if (EqualsNoCaseAscii(line.Value, "control")) mProject.ProjectType = ptControl;
-}
-
-// What starts anew with each load: counters, and what is known of the disk.
-void BeginLoad() {
-  ForgetFolders();
-  ProcessState& state = State();
-  state.lLineNumber = 5;
-  state.LineID = 1;
-  state.BlockID = 1;
-  state.CurrentLineNumber = 0;
-  state.LineNumberIncrement = 0;
-  state.FileCopy_LastError.clear();
 }
 
 // The next help context ID; the largest of all has none behind it.
