@@ -1,7 +1,5 @@
 #include "intake/Declarators.h"
 
-#include <algorithm>
-
 #include "comments/Descriptions.h"
 #include "core/Ascii.h"
 #include "diagnostics/Context.h"
@@ -39,7 +37,7 @@ void DeclaratorWords::Advance() {
   std::size_t i = 0;
   for (; i < mRest.size() && mRest[i] != ' '; ++i) {
     if (mWholeNames && mRest[i] == '[') {
-      i = std::max(i, BracketEnd(mRest, i) - 1);
+      if (const std::size_t end = BracketEnd(mRest, i); end > i) i = end - 1;
       continue;
     }
     if (mRest[i] == '(') ++depth;

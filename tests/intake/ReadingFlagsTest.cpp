@@ -177,6 +177,18 @@ TEST(ReadingFlagsTest, ASuffixIsNoPartOfTheNameOfAnEnumMember) {
                "M\n enum PUBLIC E {a=1, d&=3} @1/2\n attributes\n declarations\n"}});
 }
 
+// A bracket that nothing closes is a character like any other, wherever the statement is cut at it.
+TEST(ReadingFlagsTest, AnOpenBracketEnds) {
+  ExpectBoth({{"BracketedNames WholeDefaults", "M.bas",
+               "Type T\n  [a As Long\n  [\nEnd Type\nDim [x, y[\n",
+               "M\n type PUBLIC T {PRIVATE [a As Long, PRIVATE [ As  implicit} @1/2\n attributes\n"
+               " declarations\n  var PRIVATE [x As Variant implicit @5/6\n"
+               "  var PRIVATE y[ As Variant implicit @5/6\n",
+               "M\n type PUBLIC T {PRIVATE a As Long, PRIVATE  As  implicit} @1/2\n attributes\n"
+               " declarations\n  var PRIVATE x As Variant implicit @5/6\n"
+               "  var PRIVATE y[ As Variant implicit @5/6\n"}});
+}
+
 TEST(ReadingFlagsTest, EventsAndDeclaresHaveTheAccessOfTheLanguage) {
   const char* const body =
       "Dim z\nEvent E()\nDeclare Sub S Lib \"k\" ()\nPrivate Declare Sub T Lib \"k\" ()\n";
