@@ -44,9 +44,9 @@ run_target() {
     0) limit=(-runs=0) ;;
     smoke)
       # A run tells of the code and not of chance: from the seeds alone, without reading back its own
-      # finds by the clock, at fixed addresses where the system allows that (mutations take up what
-      # is compared, pointers too).
-      limit=(-runs=3000 -seed=1 -reload=0)
+      # finds by the clock, without taking up what is compared (pointers too), and at fixed addresses
+      # where the system allows that.
+      limit=(-runs=3000 -seed=1 -reload=0 -use_cmp=0)
       setarch -R true 2>/dev/null && fixed=(setarch -R)
       corpus="build/fuzz-corpus/$name-smoke"
       rm -rf "$corpus"
