@@ -2,7 +2,7 @@
 
 #include "Support.h"
 #include "diagnostics/VendrelError.h"
-#include "names/Names.h"
+#include "names/NameLookup.h"
 
 using namespace vendrel;
 

@@ -5,7 +5,7 @@
 
 #include "diagnostics/VendrelError.h"
 #include "dotnet/metadata/AssemblyLister.h"
-#include "dotnet/metadata/Limits.h"
+#include "dotnet/metadata/MetadataLimits.h"
 #include "support/MemoryFiles.h"
 
 using namespace vendrel;

@@ -96,14 +96,14 @@ void LoadOne(Assemblies& set, const std::string& path) {
   assembly->FileName.SetFullPath(AbsolutePath(path));
   const DiagnosticScope scope(&set.Diagnostics, assembly->FileName.FullPath());
   if (!assembly->FileName.Exists())
-    return Tell(DiagnosticCode::AssemblyDropped, {assembly->FileName.FullPath()});
+    return Report(DiagnosticCode::AssemblyDropped, {assembly->FileName.FullPath()});
   if (EqualsNoCase(assembly->FileName.Extension(), "vbproj"))
     assembly->AssemblyType = atVBNETSource;
   try {
     set.Add(std::move(assembly));
   } catch (const VendrelError& error) {
     ReportError(error);
-    Tell(DiagnosticCode::UnreadProject, {"cannot be read: " + ReasonOf(error, path)});
+    Report(DiagnosticCode::UnreadProject, {"cannot be read: " + ReasonOf(error, path)});
   }
 }
 

@@ -51,18 +51,18 @@ class Builder {
     try {
       const bool succeeded = project.Make();
       mOut << LogText(project);
-      if (!succeeded) return Tell(exNo, path + ": not compiled; the log tells why");
-      if (!project.LastError.empty()) Tell(exDone, path + ": compiled, but " + project.LastError);
+      if (!succeeded) return Report(exNo, path + ": not compiled; the log tells why");
+      if (!project.LastError.empty()) Report(exDone, path + ": compiled, but " + project.LastError);
     } catch (const VendrelError& error) {
       if (error.Number() == errFileNotFound && error.Text().find("build.log") != std::string::npos)
-        return Tell(exNo, path + ": the compiler wrote no log" +
-                              (project.LastError.empty() ? "" : " (" + project.LastError + ")"));
-      Tell(exFailed, path + ": cannot be compiled: " + ReasonOf(error, path));
+        return Report(exNo, path + ": the compiler wrote no log" +
+                                (project.LastError.empty() ? "" : " (" + project.LastError + ")"));
+      Report(exFailed, path + ": cannot be compiled: " + ReasonOf(error, path));
     }
   }
 
  private:
-  void Tell(ExitCode code, const std::string& text) {
+  void Report(ExitCode code, const std::string& text) {
     mStreams.Err << "vendrelmodel: " << Shown(text) << '\n';
     if (mCode != exFailed && code != exDone) mCode = code;
   }

@@ -39,12 +39,12 @@ class CommentWatch {
       if (component) mRead.push_back({block.LastTaggedComment(), component->FileName.FullPath()});
     });
   }
-  void TellUnplaced() const {
+  void ReportUnplaced() const {
     for (const auto& [comment, file] : mRead) {
       if (!comment || comment->CodeElement) continue;
       const std::string name = comment->Qualifier.empty() ? "" : " " + comment->Qualifier;
-      TellAt(DiagnosticCode::CommentUnplaced, file, comment->SourceLine,
-             {comment->TagIdentifier + name});
+      ReportAt(DiagnosticCode::CommentUnplaced, file, comment->SourceLine,
+               {comment->TagIdentifier + name});
     }
   }
 
@@ -71,7 +71,7 @@ class Check {
   void CheckGroup(const std::string& path);
   void CheckLoaded(VBProject& project, const CommentWatch& comments);
   void CheckProject(const std::string& path, Diagnostics* told);
-  void TellMissingReferences(const VBProject& project) const;
+  void ReportMissingReferences(const VBProject& project) const;
   void SumUpReferences();
   void Write(const Diagnostics& diagnostics, const std::string& first);
   void WriteOnce(const Diagnostic& item);
@@ -163,20 +163,21 @@ void Check::CheckModules(const std::string& folder) {
 void Check::CheckLoaded(VBProject& project, const CommentWatch& comments) {
   {
     const DiagnosticScope scope(&project.Diagnostics, project.FileName.FullPath());
-    comments.TellUnplaced();
-    if (mArguments.Verbose) TellMissingReferences(project);
+    comments.ReportUnplaced();
+    if (mArguments.Verbose) ReportMissingReferences(project);
   }
   Write(project.Diagnostics, project.FileName.FullPath());
   mCounts.Add(project);
 }
 
 // Told by this command alone: on this machine hardly any registered library has its file.
-void Check::TellMissingReferences(const VBProject& project) const {
+void Check::ReportMissingReferences(const VBProject& project) const {
   for (const Reference& reference : project.References)
     if (!reference.FileName.Exists())
-      TellAt(DiagnosticCode::MissingReference, project.FileName.FullPath(), reference.SourceLine(),
-             {reference.FileName.FullPath().empty() ? reference.Name()
-                                                    : reference.FileName.FullPath()});
+      ReportAt(DiagnosticCode::MissingReference, project.FileName.FullPath(),
+               reference.SourceLine(),
+               {reference.FileName.FullPath().empty() ? reference.Name()
+                                                      : reference.FileName.FullPath()});
 }
 
 void Check::SumUpReferences() {
@@ -184,9 +185,9 @@ void Check::SumUpReferences() {
   if (count == 0 || mArguments.Verbose) return;
   Diagnostics told;
   const DiagnosticScope scope(&told, {});
-  Tell(DiagnosticCode::MissingReferences,
-       {count == 1 ? "1 reference names a file that is"
-                   : std::to_string(count) + " references name files that are"});
+  Report(DiagnosticCode::MissingReferences,
+         {count == 1 ? "1 reference names a file that is"
+                     : std::to_string(count) + " references name files that are"});
   Write(told, {});
 }
 

@@ -65,7 +65,7 @@ std::map<std::string, std::string> ProjectsByPath(const std::string& folder, Dia
   return files;
 }
 
-void TellAlone(ChangeKind kind, const std::string& path, ChangeWriter& writer) {
+void ReportAlone(ChangeKind kind, const std::string& path, ChangeWriter& writer) {
   Change change{kind, ElementKind::VBProject, {}, {}, {}, {}, {}, {}};
   const FileSystemObject file(path);
   change.Element = file.BaseName();
@@ -87,7 +87,7 @@ int CompareFolders(const DiffArguments& arguments, const Streams& streams, Chang
   for (const auto& [key, path] : before) {
     const auto partner = after.find(key);
     if (partner == after.end()) {
-      TellAlone(ChangeKind::Gone, path, writer);
+      ReportAlone(ChangeKind::Gone, path, writer);
       continue;
     }
     const auto first = LoadOneOf(path, common, streams, told);
@@ -96,7 +96,7 @@ int CompareFolders(const DiffArguments& arguments, const Streams& streams, Chang
       code = Worse(code, ComparePair(*first, *second, arguments, streams, writer));
     after.erase(partner);
   }
-  for (const auto& [key, path] : after) TellAlone(ChangeKind::Added, path, writer);
+  for (const auto& [key, path] : after) ReportAlone(ChangeKind::Added, path, writer);
   return Worse(code, ReportList(told, common, streams.Err));
 }
 

@@ -74,7 +74,7 @@ int ForEachInput(const Inputs& inputs, const CommonOptions& options, const Strea
       code = Worse(code, step(path));
     } catch (const ToolError& error) {
       if (!inputs.AreSeveral() || (error.Code() != exFailed && error.Code() != exNo)) throw;
-      TellFailure(streams.Err, error.what(), error.Code(), options.DiagnosticsAsJson());
+      ReportFailure(streams.Err, error.what(), error.Code(), options.DiagnosticsAsJson());
       code = Worse(code, error.Code());
     }
   }

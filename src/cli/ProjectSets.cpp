@@ -26,9 +26,9 @@ bool IsOfWebEditor(const FileSystemObject& file) {
   return EndsWithNoCaseAscii(file.FolderPath(), "\\_vti_cnf\\");
 }
 
-void TellUnread(const std::string& path, const ToolError& error) {
+void ReportUnread(const std::string& path, const ToolError& error) {
   const auto* input = dynamic_cast<const InputError*>(&error);
-  TellAt(DiagnosticCode::UnreadProject, path, 0, {input ? input->Reason() : error.what()});
+  ReportAt(DiagnosticCode::UnreadProject, path, 0, {input ? input->Reason() : error.what()});
 }
 
 void ResolveMembers(VBProjectGroup& group, const CommonOptions& options, LoadDepth depth) {
@@ -63,7 +63,7 @@ int VisitFolder(const std::string& path, const CommonOptions& options, const Str
       code = Worse(code, ReportDiagnostics(*project, options, streams.Err));
     } catch (const ToolError& error) {
       if (error.Code() != exFailed) throw;  // it concerns the run, not this project
-      Tell(DiagnosticCode::Told, {error.what()});
+      Report(DiagnosticCode::Told, {error.what()});
       code = Worse(code, error.Code());
     }
   }
@@ -111,7 +111,7 @@ std::shared_ptr<VBProject> LoadOneOf(const std::string& path, const CommonOption
   try {
     return LoadInput(path, options, streams, depth, prepare);
   } catch (const ToolError& error) {
-    TellUnread(path, error);
+    ReportUnread(path, error);
     return nullptr;
   }
 }
@@ -136,8 +136,8 @@ std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonO
   };
   const DiagnosticScope scope(&group->Diagnostics, group->FileName().FullPath());
   if (!evidence.empty())
-    Tell(DiagnosticCode::CodePageGuessed,
-         {FileOptions::Current().CodePage, evidence + "; --codepage sets another"});
+    Report(DiagnosticCode::CodePageGuessed,
+           {FileOptions::Current().CodePage, evidence + "; --codepage sets another"});
   // Types of VB.NET are looked up in each other's projects, once all are there.
   CommonOptions ofMembers = options;
   ofMembers.Unresolved = ofMembers.NoReferences = true;

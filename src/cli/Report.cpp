@@ -128,7 +128,7 @@ void WriteDiagnosticObject(std::ostream& out, const DiagnosticObject& object) {
   json.NewLine();
 }
 
-void TellFailure(std::ostream& err, const std::string& text, int code, bool json) {
+void ReportFailure(std::ostream& err, const std::string& text, int code, bool json) {
   if (!json) {
     err << "vendrelmodel: " << Shown(text) << '\n';
     return;

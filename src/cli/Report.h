@@ -51,7 +51,7 @@ struct DiagnosticObject {
 void WriteDiagnosticObject(std::ostream& out, const DiagnosticObject& object);
 
 /// Tells why something failed: a line, or an object.
-void TellFailure(std::ostream& err, const std::string& text, int code, bool json);
+void ReportFailure(std::ostream& err, const std::string& text, int code, bool json);
 
 /// The folder of this machine from which paths of diagnostics are shown in JSON.
 void SetJsonRoot(const std::string& nativeRoot);

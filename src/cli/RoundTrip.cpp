@@ -68,9 +68,9 @@ void RoundTrip::Run(VBProject& project) {
   try {
     WriteAndCompare(project);
   } catch (const VendrelError& error) {
-    TellNotWritten(file, ReasonOf(error));
+    ReportNotWritten(file, ReasonOf(error));
   } catch (const ToolError& error) {  // what was written cannot be loaded
-    TellNotWritten(file, error.what());
+    ReportNotWritten(file, error.what());
   }
 }
 
@@ -119,19 +119,19 @@ void RoundTrip::CompareModule(const Module& module) {
   if (written && before == after) return;
   ++mCounts.Changed;
   const std::string path = FileSystemObject(module.Path).FullPath();
-  if (!written) return TellNotWritten(path, {});
+  if (!written) return ReportNotWritten(path, {});
   ++mCounts.Differences;
-  TellBytes(path, before, after);
+  ReportBytes(path, before, after);
 }
 
-void RoundTrip::TellNotWritten(const std::string& file, std::string_view text) {
+void RoundTrip::ReportNotWritten(const std::string& file, std::string_view text) {
   ++mCounts.Differences;
-  Tell("not-written", file, 0, text);
+  Report("not-written", file, 0, text);
 }
 
 // At the first line that differs; all of them below it.
-void RoundTrip::TellBytes(const std::string& path, std::string_view before,
-                          std::string_view after) {
+void RoundTrip::ReportBytes(const std::string& path, std::string_view before,
+                            std::string_view after) {
   const std::vector<LineChange> changes = CompareLines(before, after);
   const auto line = changes.empty() ? 0 : static_cast<std::int32_t>(changes.front().OldLine) + 1;
   if (!mJson) {
@@ -140,7 +140,7 @@ void RoundTrip::TellBytes(const std::string& path, std::string_view before,
   }
   std::ostringstream text;
   WriteLineChanges(text, before, after, true);
-  Tell("bytes", path, line, text.str());
+  Report("bytes", path, line, text.str());
 }
 
 // By their bytes, but for UTF-16, whose lines are found in its text alone.
@@ -154,8 +154,8 @@ void RoundTrip::CompareProjectFile(const VBProject& project) {
   }
   if (project.Reading.KeepProjectLines) return CompareKeptLines(project, before, after);
   for (const ProjectLineChange& change : CompareProjectLines(before, after))
-    TellLine(project, change.ByRule, change.IsWritten ? 0 : change.Line,
-             (change.IsWritten ? "+ " : "- ") + change.Text);
+    ReportLine(project, change.ByRule, change.IsWritten ? 0 : change.Line,
+               (change.IsWritten ? "+ " : "- ") + change.Text);
 }
 
 // Only paths may be other ones, each in its line.
@@ -171,19 +171,19 @@ void RoundTrip::CompareKeptLines(const VBProject& project, std::string_view befo
       const bool sameEnd = EndOf(was) == EndOf(is);
       const bool byRule = i < pairs && sameEnd && IsSamePathLine(was, is);
       const std::int32_t line = static_cast<std::int32_t>(change.OldLine + i) + 1;
-      if (isOld) TellLine(project, byRule, line, "- " + WithoutEnd(was));
-      if (isNew) TellLine(project, byRule, 0, "+ " + WithoutEnd(is));
-      if (i < pairs && !sameEnd) TellLine(project, false, line, "another line end");
+      if (isOld) ReportLine(project, byRule, line, "- " + WithoutEnd(was));
+      if (isNew) ReportLine(project, byRule, 0, "+ " + WithoutEnd(is));
+      if (i < pairs && !sameEnd) ReportLine(project, false, line, "another line end");
     }
   }
 }
 
-void RoundTrip::TellLine(const VBProject& project, bool byRule, std::int32_t line,
-                         const std::string& bytes) {
+void RoundTrip::ReportLine(const VBProject& project, bool byRule, std::int32_t line,
+                           const std::string& bytes) {
   ++(byRule ? mCounts.ByRule : mCounts.Differences);
   const TextForm form = project.SourceForm ? TextForm(*project.SourceForm) : TextForm();
-  Tell(byRule ? "rebuilt" : "line", project.FileName.FullPath(), line,
-       SourceText::Decode(bytes, PageOf(form))->Text);
+  Report(byRule ? "rebuilt" : "line", project.FileName.FullPath(), line,
+         SourceText::Decode(bytes, PageOf(form))->Text);
 }
 
 void RoundTrip::CompareTrees(const VBProject& before, const std::string& written) {
@@ -194,8 +194,8 @@ void RoundTrip::CompareTrees(const VBProject& before, const std::string& written
   Compare(Describe(before), Describe(*after), wanted, [&](Change change) {
     if (FollowsFromRules(change, before)) {
       ++mCounts.ByRule;
-      return Tell("rebuilt", before.FileName.FullPath(), 0,
-                  change.Element + " " + std::string(change.Property));
+      return Report("rebuilt", before.FileName.FullPath(), 0,
+                    change.Element + " " + std::string(change.Property));
     }
     ++mCounts.Differences;
     // That folder will be gone.
@@ -206,8 +206,8 @@ void RoundTrip::CompareTrees(const VBProject& before, const std::string& written
   mWriter.Flush();
 }
 
-void RoundTrip::Tell(std::string_view kind, const std::string& file, std::int32_t line,
-                     std::string_view text) {
+void RoundTrip::Report(std::string_view kind, const std::string& file, std::int32_t line,
+                       std::string_view text) {
   if (!mJson) return WriteRow(mOut, {kind, mPaths.Place(file, line), text});
   JsonLines& json = mWriter.Lines();
   json.Begin();

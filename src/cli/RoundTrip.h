@@ -45,13 +45,14 @@ class RoundTrip {
   void CompareModule(const Module& module);
   void CompareProjectFile(const VBProject& project);
   void CompareKeptLines(const VBProject& project, std::string_view before, std::string_view after);
-  void TellLine(const VBProject& project, bool byRule, std::int32_t line, const std::string& bytes);
+  void ReportLine(const VBProject& project, bool byRule, std::int32_t line,
+                  const std::string& bytes);
   void CompareTrees(const VBProject& before, const std::string& written);
   /// Of a file in Windows form, line 0 for all of it.
-  void Tell(std::string_view kind, const std::string& file, std::int32_t line,
-            std::string_view text);
-  void TellNotWritten(const std::string& file, std::string_view text);
-  void TellBytes(const std::string& path, std::string_view before, std::string_view after);
+  void Report(std::string_view kind, const std::string& file, std::int32_t line,
+              std::string_view text);
+  void ReportNotWritten(const std::string& file, std::string_view text);
+  void ReportBytes(const std::string& path, std::string_view before, std::string_view after);
 
   std::ostream& mOut;
   bool mJson;

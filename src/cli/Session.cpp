@@ -129,8 +129,8 @@ void LoadReferenced(ProjectSet& set, const CommonOptions& options) {
         waiting.push_back(set.Others.back().get());
       } catch (const std::exception& error) {
         const DiagnosticScope scope(&set.Main->Diagnostics, path);
-        Tell(DiagnosticCode::Told,
-             {std::string("a referenced project is left out: ") + error.what()});
+        Report(DiagnosticCode::Told,
+               {std::string("a referenced project is left out: ") + error.what()});
       }
     }
   }
@@ -155,8 +155,8 @@ std::shared_ptr<VBProject> LoadWithCodePage(const std::string& path, InputKind k
                                                   : LoadFile(path, kind, options);
   if (evidence.empty()) return project;
   const DiagnosticScope scope(&project->Diagnostics, project->FileName.FullPath());
-  Tell(DiagnosticCode::CodePageGuessed,
-       {FileOptions::Current().CodePage, evidence + "; --codepage sets another"});
+  Report(DiagnosticCode::CodePageGuessed,
+         {FileOptions::Current().CodePage, evidence + "; --codepage sets another"});
   return project;
 }
 
@@ -192,7 +192,7 @@ void AddModule(VBProject& project, const FileSystemObject& file) {
   if (component->Name.empty()) component->Name = file.BaseName();
   const std::string name = component->Name;
   if (project.Components.Item(name))
-    return Tell(DiagnosticCode::DuplicateName, {"module", name + "' in '" + file.FullPath()});
+    return Report(DiagnosticCode::DuplicateName, {"module", name + "' in '" + file.FullPath()});
   project.Components.Add(std::move(component), name);
   if (project.BuildTypeCache) project.TypeCache.Add(name, tcLocalProjectModule);
 }

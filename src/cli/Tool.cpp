@@ -142,7 +142,7 @@ ExitCode Worse(int a, int b) {
 int RunTool(int argc, const char* const* argv, const Streams& streams) {
   const bool json = WantsObjects(argc, argv);
   const auto fail = [&](int code, const std::string& text) {
-    TellFailure(streams.Err, text, code, json);
+    ReportFailure(streams.Err, text, code, json);
     return code;
   };
   NoteSignal(0);

@@ -124,7 +124,7 @@ bool Writer::Attempt(const std::string& path, bool isOneOfSeveral, Step step) {
     text = path + ": cannot be written: " + ReasonOf(error, path);
   }
   mFailed.push_back(path);
-  TellFailure(mStreams.Err, text, exFailed, mArguments.Common.DiagnosticsAsJson());
+  ReportFailure(mStreams.Err, text, exFailed, mArguments.Common.DiagnosticsAsJson());
   return false;
 }
 
@@ -258,7 +258,7 @@ bool Writer::Finish() {
     std::string text = "not written, or not whole: " + std::to_string(mFailed.size()) + " of " +
                        std::to_string(mProjects) + " projects:";
     for (const std::string& path : mFailed) text.append(" ").append(path);
-    TellFailure(mStreams.Err, text, exFailed, mArguments.Common.DiagnosticsAsJson());
+    ReportFailure(mStreams.Err, text, exFailed, mArguments.Common.DiagnosticsAsJson());
   }
   return false;
 }

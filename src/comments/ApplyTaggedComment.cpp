@@ -2,7 +2,7 @@
 // commands (TagCommands.cpp), the kind of element, exclusion, attachment to the element of that
 // kind.
 
-#include "comments/Descriptions.h"
+#include "comments/AppendDescription.h"
 #include "comments/Placing.h"
 #include "comments/TaggedCommentRules.h"
 #include "core/CaseFold.h"

@@ -125,7 +125,7 @@ void ApplyOne(VBProject& project, const pugi::xml_node& item,
   const std::string_view name = item.attribute("eid").value();
   CodeElement* element = ElementOf(project, item, elements);
   if (!element && !project.GetObjectByName(name))
-    return Tell(DiagnosticCode::ElementNotFound, {name});
+    return Report(DiagnosticCode::ElementNotFound, {name});
   auto comment = std::make_shared<TaggedComment>();
   comment->TagIdentifier = item.attribute("tid").value();
   comment->Qualifier = item.attribute("q").value();
@@ -134,7 +134,7 @@ void ApplyOne(VBProject& project, const pugi::xml_node& item,
   const bool canPlace = place.Block != nullptr;
   if (canPlace) Prepare(place);
   if (!canPlace || !place.Block->ApplyTaggedComment(comment))
-    Tell(DiagnosticCode::CommentUnplaced, {comment->TagIdentifier + " for " + std::string(name)});
+    Report(DiagnosticCode::CommentUnplaced, {comment->TagIdentifier + " for " + std::string(name)});
 }
 VENDREL_CONTEXT_AT(LineReached(), trace::Local("eid", item.attribute("eid").value()),
                    trace::Local("tid", item.attribute("tid").value()))

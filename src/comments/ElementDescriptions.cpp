@@ -1,7 +1,7 @@
 // The `Description` of every class: the tagged text, and with it the plain comments of the element
 // where the project counts those for its kind.
 
-#include "comments/Descriptions.h"
+#include "comments/AppendDescription.h"
 #include "core/Workspace.h"
 #include "model/Block.h"
 #include "model/Component.h"

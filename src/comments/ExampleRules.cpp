@@ -26,20 +26,20 @@ const std::string* Find(const ExampleParameters& parameters, std::string_view na
   return found == parameters.end() ? nullptr : &found->second;
 }
 
-void TellMissing(std::string_view parameter, std::string_view source) {
+void ReportMissing(std::string_view parameter, std::string_view source) {
   const std::string text = "Missing example parameter '" + std::string(parameter) +
                            "' in the tagged comment '" + std::string(source) +
                            "'.  Processing will continue.";
-  TellBox(DiagnosticCode::MissingExampleParameter, {text}, text, "Missing parameter",
-          msExclamation);
+  ReportBox(DiagnosticCode::MissingExampleParameter, {text}, text, "Missing parameter",
+            msExclamation);
 }
 
-void TellWrongFormat(std::string_view source) {
+void ReportWrongFormat(std::string_view source) {
   const std::string text =
       "Example tagged comment format is incorrect, processing will continue : '" +
       std::string(source) + "'";
-  TellBox(DiagnosticCode::MissingExampleParameter, {text}, text, "Invalid tagged comment",
-          msExclamation);
+  ReportBox(DiagnosticCode::MissingExampleParameter, {text}, text, "Invalid tagged comment",
+            msExclamation);
 }
 
 void ReadParameters(Example& example, std::string_view source) {
@@ -48,11 +48,11 @@ void ReadParameters(Example& example, std::string_view source) {
   if (const std::string* related = Find(parameters, "for"))
     example.RelatedElement = *related;
   else
-    TellMissing("for", source);
+    ReportMissing("for", source);
   if (const std::string* caption = Find(parameters, "caption"))
     example.Caption = *caption;
   else
-    TellMissing("caption", source);
+    ReportMissing("caption", source);
   if (const std::string* inLine = Find(parameters, "InLine"))
     example.InLine = EqualsNoCase(*inLine, "True");
   const std::string* language = Find(parameters, "Language");
@@ -66,7 +66,7 @@ void Example::Load(std::string_view Source) try {
   try {
     ReadParameters(*this, Source);
   } catch (const std::exception&) {
-    TellWrongFormat(Source);
+    ReportWrongFormat(Source);
   }
 }
 VENDREL_CONTEXT(Source, *this)

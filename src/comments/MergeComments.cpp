@@ -1,6 +1,6 @@
 // Comments of one tag folded into the descriptions of their elements, after loading.
 
-#include "comments/Descriptions.h"
+#include "comments/AppendDescription.h"
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "model/Block.h"

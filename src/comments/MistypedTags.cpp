@@ -80,14 +80,14 @@ std::string_view ClosestTag(std::string_view word, const TaggedCommentDefs& defi
 
 }  // namespace
 
-void TellMistypedTag(std::string_view commentPart) {
+void ReportMistypedTag(std::string_view commentPart) {
   const std::string_view word = WordOf(commentPart);
   if (!LooksLikeTag(word)) return;
   try {
     const std::string_view tag = ClosestTag(word, TemplateObjects::Default().TaggedCommentDefs());
     if (tag.empty()) return;
-    Tell(DiagnosticCode::UnknownTag,
-         {commentPart.substr(0, commentPart.find_first_of(" \t")), tag});
+    Report(DiagnosticCode::UnknownTag,
+           {commentPart.substr(0, commentPart.find_first_of(" \t")), tag});
   } catch (const std::exception&) {
     // a failing service defines nothing
   }

@@ -4,7 +4,7 @@
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "model/Component.h"
-#include "text/Descriptions.h"
+#include "text/DescriptionText.h"
 
 namespace vendrel {
 namespace {

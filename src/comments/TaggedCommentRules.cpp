@@ -1,6 +1,6 @@
 #include "comments/TaggedCommentRules.h"
 
-#include "comments/Descriptions.h"
+#include "comments/AppendDescription.h"
 #include "comments/TagDefinitions.h"
 #include "comments/WaitingComments.h"
 #include "core/Ascii.h"

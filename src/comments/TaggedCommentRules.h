@@ -15,7 +15,7 @@ bool IsTaggedCommentText(std::string_view commentPart);
 
 /// Tells of a comment part that begins with "##" and a word close to a tag. Ornaments ("'####") and
 /// words of a project's own are left alone.
-void TellMistypedTag(std::string_view commentPart);
+void ReportMistypedTag(std::string_view commentPart);
 
 /// Adds a comment to a collection. A comment already there under the same key takes the text
 /// instead, joined by the wrap type of the tag, unless `Preserve`. The key is the tag; in a buffer

@@ -85,13 +85,13 @@ std::int32_t LineReached() {
   return scope ? scope->Line() : 0;
 }
 
-void Tell(DiagnosticCode code, std::initializer_list<std::string_view> arguments) {
+void Report(DiagnosticCode code, std::initializer_list<std::string_view> arguments) {
   const DiagnosticScope* scope = DiagnosticScope::Current();
-  if (scope) TellAt(code, scope->File(), scope->Line(), arguments);
+  if (scope) ReportAt(code, scope->File(), scope->Line(), arguments);
 }
 
-void TellAt(DiagnosticCode code, std::string_view file, std::int32_t line,
-            std::initializer_list<std::string_view> arguments) {
+void ReportAt(DiagnosticCode code, std::string_view file, std::int32_t line,
+              std::initializer_list<std::string_view> arguments) {
   const DiagnosticScope* scope = DiagnosticScope::Current();
   if (!scope || !scope->List()) return;
   Diagnostic item = Filled(code, arguments);
@@ -100,9 +100,9 @@ void TellAt(DiagnosticCode code, std::string_view file, std::int32_t line,
   scope->List()->Add(std::move(item));
 }
 
-void TellBox(DiagnosticCode code, std::initializer_list<std::string_view> arguments,
-             std::string_view boxText, std::string_view caption, int style) {
-  Tell(code, arguments);
+void ReportBox(DiagnosticCode code, std::initializer_list<std::string_view> arguments,
+               std::string_view boxText, std::string_view caption, int style) {
+  Report(code, arguments);
   if (!State().Silent) MessageService::Current().Show(boxText, caption, style);
 }
 

@@ -135,14 +135,14 @@ class DiagnosticScope {
 std::int32_t LineReached();
 
 /// Records a diagnostic at the place of the current scope.
-void Tell(DiagnosticCode code, std::initializer_list<std::string_view> arguments);
+void Report(DiagnosticCode code, std::initializer_list<std::string_view> arguments);
 /// The same with a place of its own.
-void TellAt(DiagnosticCode code, std::string_view file, std::int32_t line,
-            std::initializer_list<std::string_view> arguments);
+void ReportAt(DiagnosticCode code, std::string_view file, std::int32_t line,
+              std::initializer_list<std::string_view> arguments);
 
 /// A problem that the design tells in a message box: recorded as `code` with `arguments`, and shown
 /// in the box while `Silent` is false.
-void TellBox(DiagnosticCode code, std::initializer_list<std::string_view> arguments,
-             std::string_view boxText, std::string_view caption, int style);
+void ReportBox(DiagnosticCode code, std::initializer_list<std::string_view> arguments,
+               std::string_view boxText, std::string_view caption, int style);
 
 }  // namespace vendrel

@@ -62,8 +62,8 @@ class ReportTarget {
     }
     const int file = open(mPath.c_str(),
                           O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666);
-    if (file < 0) return Tell();
-    if (!WriteAll(file, text)) Tell();
+    if (file < 0) return Report();
+    if (!WriteAll(file, text)) Report();
     close(file);
   }
 
@@ -78,7 +78,7 @@ class ReportTarget {
     return true;
   }
   // Once: the failures that were to be reported are told elsewhere, too.
-  void Tell() {
+  void Report() {
     if (!std::exchange(mTold, true))
       std::fprintf(stderr, "error report: %s: %s\n", mPath.c_str(), std::strerror(errno));
   }

@@ -139,14 +139,14 @@ bool Assemblies::Load(const pugi::xml_node& e) try {
     try {
       assembly->Load(child);
     } catch (const VendrelError& error) {
-      TellAt(DiagnosticCode::UnreadProject, assembly->FileName.FullPath(), 0,
-             {"the assembly is left out: " + error.Text()});
+      ReportAt(DiagnosticCode::UnreadProject, assembly->FileName.FullPath(), 0,
+               {"the assembly is left out: " + error.Text()});
       continue;
     }
     if (assembly->FileName.Exists())
       Base::Add(assembly, HasKey(assembly->mName) ? std::string_view() : assembly->mName);
     else
-      Tell(DiagnosticCode::AssemblyDropped, {assembly->FileName.FullPath()});
+      Report(DiagnosticCode::AssemblyDropped, {assembly->FileName.FullPath()});
   }
   for (Assembly& assembly : *this) assembly.ResolveTypes();
   const std::string root = AttributeOf(e, "RootAssemblyName").as_string();

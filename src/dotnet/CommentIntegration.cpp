@@ -2,8 +2,8 @@
 
 #include <pugixml.hpp>
 
+#include "comments/AppendDescription.h"
 #include "comments/CommentFile.h"
-#include "comments/Descriptions.h"
 #include "comments/TagDefinitions.h"
 #include "core/Ascii.h"
 #include "core/Workspace.h"
@@ -42,7 +42,7 @@ class CommentFileItems {
     const std::string name = AttributeOf(item, "eid").as_string();
     CodeElement* element =
         mSet ? mSet->GetObjectFromQualifiedName(name) : mProject.GetObjectByName(name);
-    if (!element) return Tell(DiagnosticCode::ElementNotFound, {name});
+    if (!element) return Report(DiagnosticCode::ElementNotFound, {name});
     auto comment = std::make_shared<TaggedComment>();
     comment->TagIdentifier = AttributeOf(item, "tid").as_string();
     if (comment->TagIdentifier == "##ISNEW") {
@@ -82,7 +82,7 @@ void ApplyCommentFileOf(const Assembly& assembly, VBProject& project) {
     file.OpenFile(omRead);
     ParseXml(document, file.ReadAll(), file.FullPath());
   } catch (const VendrelError& error) {
-    return Tell(DiagnosticCode::DocumentationUnread, {error.Text()});
+    return Report(DiagnosticCode::DocumentationUnread, {error.Text()});
   }
   const CommentFileItems items(assembly, project);
   for (const pugi::xml_node& item : document.document_element().children())
@@ -137,8 +137,8 @@ class Integration {
 
   void Drop(DocumentationReport::Reason why, std::string name, std::string part = {}) {
     if (why == DocumentationReport::Reason::TooDeep)
-      Tell(DiagnosticCode::DocumentationPart,
-           {"the documentation of " + name + " nests too deep and is left out"});
+      Report(DiagnosticCode::DocumentationPart,
+             {"the documentation of " + name + " nests too deep and is left out"});
     mReport.NotPlaced.push_back({why, std::move(name), std::move(part), mLine});
   }
 
@@ -160,7 +160,7 @@ void IntegrateDocumentation(Assembly& assembly, VBProject& project, int mode,
     report.File = path;
     integration.Run(*file);
   } catch (const VendrelError& error) {
-    Tell(DiagnosticCode::DocumentationUnread, {error.Text()});
+    Report(DiagnosticCode::DocumentationUnread, {error.Text()});
   }
 }
 

@@ -4,7 +4,7 @@
 #include "core/Ascii.h"
 #include "diagnostics/Context.h"
 #include "dotnet/SourceScan.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 
 namespace vendrel {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "services/SourceText.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 
 namespace vendrel {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "dotnet/GenericNames.h"
 #include "model/Events.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 
 namespace vendrel {
 namespace {

@@ -8,7 +8,7 @@
 #include "diagnostics/Diagnostic.h"
 #include "dotnet/MemberBuilder.h"
 #include "dotnet/TypeBuilder.h"
-#include "dotnet/metadata/Limits.h"
+#include "dotnet/metadata/MetadataLimits.h"
 #include "model/Events.h"
 
 namespace vendrel {
@@ -170,8 +170,8 @@ void Complete(Waiting& waiting) {
     Completion(waiting).Run();
     waiting.Own = {};
   } catch (const DataError& error) {
-    Tell(DiagnosticCode::AssemblyPart,
-         {"what " + waiting.Module->Name + " inherits is left out: " + error.what()});
+    Report(DiagnosticCode::AssemblyPart,
+           {"what " + waiting.Module->Name + " inherits is left out: " + error.what()});
   }
 }
 

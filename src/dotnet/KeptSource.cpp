@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "comments/Descriptions.h"
+#include "comments/AppendDescription.h"
 #include "comments/TaggedCommentRules.h"
 #include "core/Ascii.h"
 #include "core/Workspace.h"
@@ -133,7 +133,7 @@ bool SourceScan::TakeCondition(const SourceStatement& statement) {
   if (isDirective) try {
       UpdateConditions(outside, intake, DirectiveOf(statement.Text));
     } catch (const VendrelError&) {
-      Tell(DiagnosticCode::UnbalancedDirective, {Trim(statement.Text)});
+      Report(DiagnosticCode::UnbalancedDirective, {Trim(statement.Text)});
     }
   return true;
 }
@@ -266,7 +266,7 @@ void SourceScan::KeepLostLines() {
     while (placed != layout.Lines().end() && placed->Place < offset) ++placed;
     if (placed != layout.Lines().end() && placed->Place == offset) continue;
     StoreRaw(*mScanned.Outside, line);
-    Tell(DiagnosticCode::LineNotUnderstood, {Trim(line)});
+    Report(DiagnosticCode::LineNotUnderstood, {Trim(line)});
   }
 }
 

@@ -222,7 +222,7 @@ void MSBuildReader::TakeReference(const XmlElement& item, const std::string& inc
     file.SetFullPath(include);
     reference->FileName.SetFullPath(file.FullPath());
     reference->ProjectGUID = Child(item, "Project");
-    if (!file.Exists()) Tell(DiagnosticCode::MissingReference, {file.FullPath()});
+    if (!file.Exists()) Report(DiagnosticCode::MissingReference, {file.FullPath()});
   } else if (IsNamed(item, "PackageReference")) {
     reference->Version = Child(item, "Version");
   } else {
@@ -234,8 +234,8 @@ void MSBuildReader::TakeReference(const XmlElement& item, const std::string& inc
   }
   mProject.References.Add(reference);
 } catch (const VendrelError& error) {
-  Tell(DiagnosticCode::AssemblyPart,
-       {"the reference to " + include + " is left out: " + error.Text()});
+  Report(DiagnosticCode::AssemblyPart,
+         {"the reference to " + include + " is left out: " + error.Text()});
 }
 
 // The source files in and below a folder, seen from the project.

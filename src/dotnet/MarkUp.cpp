@@ -4,7 +4,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "names/Names.h"
+#include "names/NameLookup.h"
 #include "project/VBProject.h"
 
 namespace vendrel {

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "diagnostics/Diagnostic.h"
-#include "dotnet/metadata/Limits.h"
+#include "dotnet/metadata/MetadataLimits.h"
 #include "dotnet/metadata/Values.h"
 #include "model/Events.h"
 
@@ -116,7 +116,7 @@ CodeElement* MemberBuilder::Add(const SourcedMember& member) {
       default: return AddProcedure(member);
     }
   } catch (const DataError& error) {
-    TellDamage(member, error.what());
+    ReportDamage(member, error.what());
     return nullptr;
   }
 }
@@ -268,10 +268,10 @@ void MemberBuilder::TakeParameters(Element& element, const AssemblyFile& file, s
   }
 }
 
-void MemberBuilder::TellDamage(const SourcedMember& member, const char* reason) const {
+void MemberBuilder::ReportDamage(const SourcedMember& member, const char* reason) const {
   if (mRoom.Left == 0 && std::exchange(mRoom.Told, true)) return;  // what follows fails likewise
-  Tell(DiagnosticCode::AssemblyPart,
-       {mComponent.Name + "." + CleanName(member.Member.Name) + " is left out: " + reason});
+  Report(DiagnosticCode::AssemblyPart,
+         {mComponent.Name + "." + CleanName(member.Member.Name) + " is left out: " + reason});
 }
 
 }  // namespace vendrel

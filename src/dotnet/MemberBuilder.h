@@ -83,7 +83,7 @@ class MemberBuilder {
                  std::vector<CodeElement*>& made);
   Block* AddOverload(Block& master, const SourcedMember& member);
   void FillProcedure(Block& block, const SourcedMember& member, const metadata::MethodText& text);
-  void TellDamage(const SourcedMember& member, const char* reason) const;
+  void ReportDamage(const SourcedMember& member, const char* reason) const;
 
   Component& mComponent;
   metadata::AssemblyStore& mStore;

@@ -19,7 +19,7 @@ std::vector<CodeElement*> MemberBuilder::AddAll(const std::vector<SourcedMember>
       names[i] = TreeNameOf(members[i]) + (kind == MemberKind::Method ? "M" : "P");
       families[names[i]].push_back(i);
     } catch (const DataError& error) {
-      TellDamage(members[i], error.what());
+      ReportDamage(members[i], error.what());
     }
   }
   for (std::size_t i = 0; i < members.size(); ++i) {
@@ -53,7 +53,7 @@ void MemberBuilder::AddFamily(const std::vector<SourcedMember>& members,
       }
       made[i] = AddOverload(*master, members[i]);
     } catch (const DataError& error) {
-      TellDamage(members[i], error.what());
+      ReportDamage(members[i], error.what());
     }
 }
 
@@ -104,7 +104,7 @@ void MemberBuilder::AddOverloads(Block& head, const std::vector<SourcedMember>& 
   for (const SourcedMember& member : members) try {
       AddOverload(*master, member);
     } catch (const DataError& error) {
-      TellDamage(member, error.what());
+      ReportDamage(member, error.what());
     }
 }
 

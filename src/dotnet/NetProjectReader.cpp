@@ -70,7 +70,7 @@ void NetProjectReader::ReadCompanion() {
   try {
     document = Parse(companion);
   } catch (const VendrelError& error) {
-    return Tell(DiagnosticCode::UnreadableFile, {companion.FullPath(), error.Text()});
+    return Report(DiagnosticCode::UnreadableFile, {companion.FullPath(), error.Text()});
   }
   const XmlElement root = document->Root();
   if (root.Name() != kRootName) return;
@@ -149,7 +149,7 @@ void NetProjectReader::TakeReference(const XmlElement& e) try {
   } catch (const VendrelError&) {  // what cannot be read is told by the resolver
   }
 } catch (const VendrelError& error) {
-  Tell(DiagnosticCode::AssemblyPart, {"a reference is left out: " + error.Text()});
+  Report(DiagnosticCode::AssemblyPart, {"a reference is left out: " + error.Text()});
 }
 
 void NetProjectReader::TakeSettings(const XmlElement& settings) try {

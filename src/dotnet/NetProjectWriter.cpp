@@ -61,7 +61,7 @@ class NetProjectWriter {
 
 bool NetProjectWriter::GoesOn(const std::string& problem, std::string_view question,
                               std::string_view caption, int style) const {
-  Tell(DiagnosticCode::WriteRefused, {problem});
+  Report(DiagnosticCode::WriteRefused, {problem});
   if (State().Silent) return false;
   return MessageService::Current().Ask(problem + "\r\n\r\n" + std::string(question), caption,
                                        style);
@@ -72,10 +72,10 @@ bool NetProjectWriter::IsRefused() const {
   const bool readOnly =
       mSameLocation ? mProject.FileName.IsReadOnly() : output.Exists() && output.IsReadOnly();
   if (!readOnly) return false;
-  TellRefused("Could not write to the .vbproj file at '" + mProject.FileName.FullPath() +
-                  "' as the file is read-only.  Processing will continue, but source code for "
-                  "this project will not be written.",
-              ".vbproj file read-only");
+  ReportRefused("Could not write to the .vbproj file at '" + mProject.FileName.FullPath() +
+                    "' as the file is read-only.  Processing will continue, but source code for "
+                    "this project will not be written.",
+                ".vbproj file read-only");
   return true;
 }
 
@@ -118,9 +118,9 @@ bool NetProjectWriter::WriteFiles() {
     if (mSameLocation && !KeepInBackup(file.FileName)) return false;
     const std::string target = TargetOfSource(mProject, file);
     if (mRules.NetKeepPlaces && !taken.insert(FoldKey(target)).second) {
-      Tell(DiagnosticCode::WriteRefused,
-           {"two files of the project would be written to '" + target + "'; the second, '" +
-            file.FileName.FullPath() + "', is left out"});
+      Report(DiagnosticCode::WriteRefused,
+             {"two files of the project would be written to '" + target + "'; the second, '" +
+              file.FileName.FullPath() + "', is left out"});
       continue;
     }
     if (file.WriteOut(target) && mRun) mRun->NoteWritten(file.FileName);
@@ -151,14 +151,14 @@ bool NetProjectWriter::WriteProjectFile() {
     if (mSameLocation) return true;  // it is what it was
     output.CreateFolderPath();
     if (FileCopy(mProject.FileName.FullPath(), output.FullPath())) return true;
-    TellNotOpened(output.LeafName());
+    ReportNotOpened(output.LeafName());
     return false;
   }
   try {
     output.CreateFolderPath();
     output.OpenFile(omWrite, 2);
   } catch (const VendrelError&) {
-    TellNotOpened(output.LeafName());
+    ReportNotOpened(output.LeafName());
     return false;
   }
   output.WriteLine(WholeText(*mProject.mProjectDoc));

@@ -95,8 +95,8 @@ bool XmlComments::Apply(CodeElement& obj, const std::shared_ptr<TaggedComment>& 
   }
   const Place place = PlaceOf(mProject, obj);
   if (!place.Component || !place.Block) {
-    Tell(DiagnosticCode::CommentUnplaced,
-         {comment->TagIdentifier + " for " + obj.QualifiedName() + " (438)"});
+    Report(DiagnosticCode::CommentUnplaced,
+           {comment->TagIdentifier + " for " + obj.QualifiedName() + " (438)"});
     return true;
   }
   if (IsA<Interface>(&obj)) comment->Qualifier = obj.ElementName();

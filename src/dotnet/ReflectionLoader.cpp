@@ -29,7 +29,9 @@ NetLoader& Required(const std::shared_ptr<NetLoader>& loader, std::string_view p
 
 std::shared_ptr<metadata::AssemblyStore> NewAssemblyStore(const std::vector<std::string>& folders) {
   auto store = std::make_shared<metadata::AssemblyStore>(folders);
-  store->OnMissing = [](const std::string& name) { Tell(DiagnosticCode::MissingAssembly, {name}); };
+  store->OnMissing = [](const std::string& name) {
+    Report(DiagnosticCode::MissingAssembly, {name});
+  };
   return store;
 }
 
@@ -39,7 +41,7 @@ void LoadAssembly(VBProject& project, const std::string& nativePath) try {
   const auto store = NewAssemblyStore(project.ReferencePath);
   const metadata::AssemblyFile* file = store->Open(nativePath);
   for (const std::string& message : file->Image->Messages())
-    Tell(DiagnosticCode::AssemblyPart, {message});
+    Report(DiagnosticCode::AssemblyPart, {message});
   const metadata::AssemblyIdentity identity = file->Image->Identity();
   if (project.ProjectName.empty()) project.ProjectName = metadata::CleanName(identity.Name);
   project.ProjectType = EqualsNoCase(place.Extension(), "exe") ? ptOleExe : ptOleDLL;

@@ -19,10 +19,11 @@ class SourceFileWriter {
 
   bool Run() {
     if (mTarget.Exists() && mTarget.IsReadOnly()) {
-      TellRefused("Could not write to the file '" + mTarget.FullPath() +
-                      "' as the file is read-only.  Processing will continue, but source code for "
-                      "this file will not be written.",
-                  "File read-only");
+      ReportRefused(
+          "Could not write to the file '" + mTarget.FullPath() +
+              "' as the file is read-only.  Processing will continue, but source code for "
+              "this file will not be written.",
+          "File read-only");
       return false;
     }
     const bool keeps = Rules().NetKeepSource;
@@ -32,7 +33,7 @@ class SourceFileWriter {
     try {
       mTarget.OpenFile(omWrite, 2);
     } catch (const VendrelError&) {
-      TellNotOpened(mTarget.LeafName());
+      ReportNotOpened(mTarget.LeafName());
       return false;
     }
     try {

@@ -166,7 +166,7 @@ void SourceScan::AddLine(Component& component, std::string_view line) {
     passed.AddContext("SourceScan.AddLine", "SourceScan", mLine).Local("Line", line).Of(component);
     if (mProject.AskAboutFailure(passed, mFile.FileName.FullPath(), mLine) == StepOver::Raise)
       throw passed;
-    Tell(DiagnosticCode::LineNotUnderstood, {Trim(line)});
+    Report(DiagnosticCode::LineNotUnderstood, {Trim(line)});
     const bool stored = intake.LineStored;
     FinishPart(component);
     if (!stored) StoreRaw(component, line);
@@ -323,7 +323,7 @@ bool ProjectFile::Populate() try {
   project->SetLanguageVersion(lvVisualBasicDotNet);
   if (vendrel::NetResolver* resolver = project->NetResolver()) resolver->clearnamespaces();
   if (!FileName.Exists()) {
-    TellAt(DiagnosticCode::MissingModule, project->FileName.FullPath(), 0, {FileName.FullPath()});
+    ReportAt(DiagnosticCode::MissingModule, project->FileName.FullPath(), 0, {FileName.FullPath()});
     return true;
   }
   std::shared_ptr<const SourceText> source;
@@ -332,12 +332,12 @@ bool ProjectFile::Populate() try {
     source = FileName.Source();
     FileName.CloseFile();
   } catch (const VendrelError& error) {
-    TellAt(DiagnosticCode::UnreadableFile, FileName.FullPath(), 0,
-           {FileName.FullPath(), error.Text()});
+    ReportAt(DiagnosticCode::UnreadableFile, FileName.FullPath(), 0,
+             {FileName.FullPath(), error.Text()});
     return true;
   }
   if (LooksBinary(source->Text)) {
-    TellAt(DiagnosticCode::BinaryModule, FileName.FullPath(), 0, {FileName.FullPath()});
+    ReportAt(DiagnosticCode::BinaryModule, FileName.FullPath(), 0, {FileName.FullPath()});
     return true;
   }
   SourceForm = source;

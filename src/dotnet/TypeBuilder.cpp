@@ -2,7 +2,7 @@
 
 #include "diagnostics/Diagnostic.h"
 #include "dotnet/MemberBuilder.h"
-#include "dotnet/metadata/Limits.h"
+#include "dotnet/metadata/MetadataLimits.h"
 #include "dotnet/metadata/Values.h"
 #include "model/Declarations.h"
 
@@ -38,11 +38,11 @@ void TypeBuilder::BuildAll(const AssemblyFile& file) {
     try {
       Build({&file, row});
     } catch (const DataError& error) {
-      Tell(DiagnosticCode::AssemblyPart,
-           {"type " + CleanName(image.Text(tTypeDef, 1, row)) + " is left out: " + error.what()});
+      Report(DiagnosticCode::AssemblyPart,
+             {"type " + CleanName(image.Text(tTypeDef, 1, row)) + " is left out: " + error.what()});
     }
     if (mRoom->Left > 0) continue;
-    Tell(DiagnosticCode::AssemblyPart, {"the rest is left out: too much for such a file"});
+    Report(DiagnosticCode::AssemblyPart, {"the rest is left out: too much for such a file"});
     return;
   }
 }
@@ -95,8 +95,8 @@ void TypeBuilder::TakeInterfaces(Component& component, TypeHandle type) {
       const std::string name = type.File->Types.Type(token);
       if (!component.Interfaces.HasKey(name)) component.netCreateImplementedInterface(name);
     } catch (const DataError& error) {
-      Tell(DiagnosticCode::AssemblyPart,
-           {"an interface of " + component.Name + " is left out: " + error.what()});
+      Report(DiagnosticCode::AssemblyPart,
+             {"an interface of " + component.Name + " is left out: " + error.what()});
     }
 }
 
@@ -107,8 +107,8 @@ void TypeBuilder::BuildDelegate(Component& carrier, TypeHandle type) {
   try {
     if (invoke != 0) text = type.File->Types.Method(image.Blob(tMethod, 4, invoke));
   } catch (const DataError& error) {
-    Tell(DiagnosticCode::AssemblyPart,
-         {"the parameters of " + carrier.Name + " are left out: " + error.what()});
+    Report(DiagnosticCode::AssemblyPart,
+           {"the parameters of " + carrier.Name + " are left out: " + error.what()});
     text = {};
   }
   const bool isSub = text.Result.Name.empty() || text.Result.Name == "System.Void";

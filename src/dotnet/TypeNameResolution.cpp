@@ -7,7 +7,7 @@
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "dotnet/SourceScan.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 
 namespace vendrel {
 namespace {

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "core/Ascii.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 
 namespace vendrel {
 namespace {

@@ -7,7 +7,7 @@
 #include "diagnostics/Diagnostic.h"
 #include "model/Events.h"
 #include "model/Permission.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 
 namespace vendrel {
 namespace {

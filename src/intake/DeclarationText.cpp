@@ -2,14 +2,14 @@
 
 #include "intake/DeclarationText.h"
 
-#include "comments/Descriptions.h"
+#include "comments/AppendDescription.h"
 #include "core/Ascii.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
 #include "intake/Declarators.h"
 #include "model/Component.h"
 #include "text/Classifier.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 #include "text/StartLine.h"
 #include "text/Words.h"
 

@@ -1,13 +1,13 @@
 #include "intake/Declarators.h"
 
-#include "comments/Descriptions.h"
+#include "comments/AppendDescription.h"
 #include "core/Ascii.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
 #include "model/Component.h"
 #include "model/ProjectOptions.h"
 #include "text/CodeLine.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 #include "text/StartLine.h"
 #include "text/Words.h"
 

@@ -50,7 +50,7 @@ std::shared_ptr<VBControl> ControlReader::Read(std::string_view beginLine) try {
   mLine = beginLine;
   Open(beginLine);
   while (!mOpen.empty() && !mComponent.FileName.AtEnd()) TakeLine(Trim(NextLine()));
-  if (!mOpen.empty()) Tell(DiagnosticCode::ControlTreeOpen, {mOpen.back().Control->Name});
+  if (!mOpen.empty()) Report(DiagnosticCode::ControlTreeOpen, {mOpen.back().Control->Name});
   while (!mOpen.empty()) Close(false);
   return mRoot;
 }
@@ -171,7 +171,7 @@ bool ControlReader::TakeCompanionText(std::string_view property, std::string_vie
   text.clear();
   if (!HoldsText(*place, control.ProgID, property)) return true;
   auto read = mCompanion.Text(*place);
-  if (!read) Tell(DiagnosticCode::CompanionUnreadable, {control.Name, value});
+  if (!read) Report(DiagnosticCode::CompanionUnreadable, {control.Name, value});
   if (read) text = std::move(*read);
   return true;
 }
@@ -188,7 +188,7 @@ void ControlReader::TakeCaption(std::string_view value) {
   }
   mOpen.back().Control->Caption.clear();
   if (!ReadCompanion(value))
-    Tell(DiagnosticCode::CompanionUnreadable, {mOpen.back().Control->Name, value});
+    Report(DiagnosticCode::CompanionUnreadable, {mOpen.back().Control->Name, value});
 }
 
 // A caption in the binary companion: characters behind two zero bytes, up to the end mark. False if

@@ -1,6 +1,6 @@
 // Stage 3: where an untagged comment goes, and what a start line settles once it is dispatched.
 
-#include "comments/Descriptions.h"
+#include "comments/AppendDescription.h"
 #include "core/Ascii.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"

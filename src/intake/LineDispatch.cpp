@@ -1,6 +1,6 @@
 // Stage 2: what each type of line does.
 
-#include "comments/Descriptions.h"
+#include "comments/AppendDescription.h"
 #include "core/Ascii.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
@@ -173,7 +173,7 @@ void AddVariable(LinePassage& p, std::shared_ptr<Variable> variable) try {
   if (p.Component.OptionPrivate) variable->Access = "PRIVATE";
   p.SetLast(variable.get());
   const std::string name = variable->Name;
-  p.TellOddName(*variable, name, variable->TypeName);
+  p.ReportOddName(*variable, name, variable->TypeName);
   Block& owner = p.Language.OwnerOfVariable(p);
   if (&owner == &p.Block && !p.Block.Name().empty()) variable->Procedure = &p.Block;
   owner.Variables->Add(std::move(variable), name);

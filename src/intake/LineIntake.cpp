@@ -1,6 +1,6 @@
 #include "intake/LineIntake.h"
 
-#include "comments/Descriptions.h"
+#include "comments/AppendDescription.h"
 #include "comments/TaggedCommentRules.h"
 #include "core/Ascii.h"
 #include "core/Workspace.h"
@@ -118,7 +118,7 @@ void SplitComment(LinePassage& p) try {
   ContinueTaggedComment(p);
   if (!p.Tagged->TaggedCommentDef() && p.Tagged->TagIdentifier != "##") {
     p.Untagged = p.Line.CommentPart;
-    if (p.Untagged.starts_with("##")) TellMistypedTag(p.Untagged);
+    if (p.Untagged.starts_with("##")) ReportMistypedTag(p.Untagged);
     p.Tagged.reset();
   } else {
     TakeTaggedComment(p);
@@ -168,12 +168,12 @@ bool LinePassage::Declared(const CodeElement& element) const {
          element.SourceLine() == Intake.StatementLine;
 }
 
-void LinePassage::TellOddName(const CodeElement& element, std::string_view name,
-                              std::string_view type) const {
+void LinePassage::ReportOddName(const CodeElement& element, std::string_view name,
+                                std::string_view type) const {
   if (!Reading.EverySeparator) return;
   const bool odd = name.empty() || IsDigitAscii(name.front()) ||
                    name.find_first_of("()[]:,") != std::string_view::npos || type.ends_with(':');
-  if (odd) Tell(DiagnosticCode::OddName, {element.ClassName(), name});
+  if (odd) Report(DiagnosticCode::OddName, {element.ClassName(), name});
 }
 
 }  // namespace vendrel

@@ -77,7 +77,8 @@ struct LinePassage {
   /// "Dim x As Long: x = 5 ' the count": the comment of the line is about what it declares.
   bool Declared(const CodeElement& element) const;
   /// Tells a name that no declaration of the complete reading should bring about.
-  void TellOddName(const CodeElement& element, std::string_view name, std::string_view type) const;
+  void ReportOddName(const CodeElement& element, std::string_view name,
+                     std::string_view type) const;
 };
 
 /// Closes the Type or Enum that is open in the block and tells it; does nothing if none is.

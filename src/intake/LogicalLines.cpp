@@ -273,7 +273,7 @@ void Component::AddLineOfCode(std::string_view Source) try {
     return;
   }
   if (RemainderWaits(*this, intake)) {
-    Tell(DiagnosticCode::LostLine, {Trim(Source)});
+    Report(DiagnosticCode::LostLine, {Trim(Source)});
     TakeStatement(*this, intake, intake.Remainder, true);
     return;
   }

@@ -31,11 +31,12 @@ class ModuleReader {
  private:
   bool Open();
   void OpenAgain();
-  void TellMissing();
-  void TellSpelling() const;
-  void TellInProject(DiagnosticCode code, std::initializer_list<std::string_view> arguments) const;
-  void TellDirectionControls(const SourceText& source) const;
-  void TellKind() const;
+  void ReportMissing();
+  void ReportSpelling() const;
+  void ReportInProject(DiagnosticCode code,
+                       std::initializer_list<std::string_view> arguments) const;
+  void ReportDirectionControls(const SourceText& source) const;
+  void ReportKind() const;
   void ReadFirstLine();
   void ReadHeader();
   void ReadControls();
@@ -59,7 +60,7 @@ void ModuleReader::Load(bool onlyHeader) {
   VBProject* project = mComponent.VBProject();
   const DiagnosticScope scope(project ? &project->Diagnostics : nullptr, mFile.FullPath(),
                               &mIntake.PhysicalLine);
-  if (!mFile.Exists()) return TellMissing();
+  if (!mFile.Exists()) return ReportMissing();
   mIntake.ContinuationBuffer.clear();
   if (mIntake.AlreadyPopulated && !mIntake.PreScannedFile) return Finish();
   if (mIntake.PreScannedFile) {
@@ -89,36 +90,36 @@ void ModuleReader::Finish() {
   if (CodeLines* lines = block->CodeLines.IfAny(); lines && !lines->Unloaded()) lines->Shrink();
 }
 
-void ModuleReader::TellMissing() {
+void ModuleReader::ReportMissing() {
   if (mIntake.Told) return;
   mIntake.Told = true;
   const std::string path = mFile.FullPath();
   if (path.empty()) return;
-  if (mFile.IsFolder()) return Tell(DiagnosticCode::NotAFile, {path});
+  if (mFile.IsFolder()) return Report(DiagnosticCode::NotAFile, {path});
   const FoundPath found = mFile.Find();
   if (found.Failure)  // it may be there
-    return Tell(DiagnosticCode::UnreadableFile,
-                {path, FileError(found.Failure, found.Path).Text()});
-  TellInProject(DiagnosticCode::MissingModule, {found.Path.empty() ? path : found.Path});
+    return Report(DiagnosticCode::UnreadableFile,
+                  {path, FileError(found.Failure, found.Path).Text()});
+  ReportInProject(DiagnosticCode::MissingModule, {found.Path.empty() ? path : found.Path});
 }
 
 // What is wrong with the list of modules is mended where the list stands.
-void ModuleReader::TellInProject(DiagnosticCode code,
-                                 std::initializer_list<std::string_view> arguments) const {
+void ModuleReader::ReportInProject(DiagnosticCode code,
+                                   std::initializer_list<std::string_view> arguments) const {
   const VBProject* project = mComponent.VBProject();
-  if (!project || mComponent.SourceLine() == 0) return Tell(code, arguments);
-  TellAt(code, project->FileName.FullPath(), mComponent.SourceLine(), arguments);
+  if (!project || mComponent.SourceLine() == 0) return Report(code, arguments);
+  ReportAt(code, project->FileName.FullPath(), mComponent.SourceLine(), arguments);
 }
 
 // Both spellings as seen from the project file, as it would have them.
-void ModuleReader::TellSpelling() const {
+void ModuleReader::ReportSpelling() const {
   const PathMatch match = mFile.Match();
   if (match != PathMatch::OtherCase && match != PathMatch::ShortName) return;
   FileSystemObject onDisk(mFile.NativePath());
   onDisk.SetBaseFile(mFile.BaseFile());
   const std::string listed = mFile.RelativePath(), spelled = onDisk.RelativePath();
   if (listed == spelled) return;  // it is the folder of the project that was named in another case
-  TellInProject(DiagnosticCode::ModuleUnderOtherCase, {listed, spelled});
+  ReportInProject(DiagnosticCode::ModuleUnderOtherCase, {listed, spelled});
 }
 
 bool ModuleReader::Open() {
@@ -127,23 +128,23 @@ bool ModuleReader::Open() {
     mFile.OpenFile(omRead);
   } catch (const VendrelError& error) {
     mIntake.Told = true;
-    Tell(DiagnosticCode::UnreadableFile, {mFile.FullPath(), error.Text()});
+    Report(DiagnosticCode::UnreadableFile, {mFile.FullPath(), error.Text()});
     return false;
   }
   if (LooksBinary(mFile.Source()->Text)) {
     mFile.CloseFile();
     mIntake.Told = true;
-    Tell(DiagnosticCode::BinaryModule, {mFile.FullPath()});
+    Report(DiagnosticCode::BinaryModule, {mFile.FullPath()});
     return false;
   }
-  TellSpelling();
+  ReportSpelling();
   const std::shared_ptr<const SourceText>& source = mFile.Source();
   mIntake.Text = std::shared_ptr<const std::string>(source, &source->Text);
   mComponent.SourceForm = source;
-  if (source->Text.empty()) Tell(DiagnosticCode::EmptyModule, {mFile.FullPath()});
-  if (source->HasNul) Tell(DiagnosticCode::NulCharacters, {mFile.FullPath()});
-  TellDirectionControls(*source);
-  TellKind();
+  if (source->Text.empty()) Report(DiagnosticCode::EmptyModule, {mFile.FullPath()});
+  if (source->HasNul) Report(DiagnosticCode::NulCharacters, {mFile.FullPath()});
+  ReportDirectionControls(*source);
+  ReportKind();
   return true;
 }
 
@@ -159,7 +160,7 @@ void ModuleReader::OpenAgain() try {
 VENDREL_CONTEXT_AT(LineReached(), trace::Field("FileName", mFile.FullPath()), trace::Me(mComponent))
 
 // Each line with characters that turn what is behind them to another direction.
-void ModuleReader::TellDirectionControls(const SourceText& source) const {
+void ModuleReader::ReportDirectionControls(const SourceText& source) const {
   const std::string_view text = source.Text;
   if (source.Encoding == TextEncoding::Ascii || FirstDirectionControl(text) == text.size()) return;
   std::int32_t number = 0;
@@ -168,13 +169,13 @@ void ModuleReader::TellDirectionControls(const SourceText& source) const {
     ++number;
     std::size_t at = FirstDirectionControl(line);
     if (at == line.size()) continue;
-    TellAt(DiagnosticCode::DirectionControl, mFile.FullPath(), number,
-           {CodePointName(TakeCharacter(line, at))});
+    ReportAt(DiagnosticCode::DirectionControl, mFile.FullPath(), number,
+             {CodePointName(TakeCharacter(line, at))});
   }
 }
 
 // The first line tells the kind that the file has, whatever its extension says.
-void ModuleReader::TellKind() const {
+void ModuleReader::ReportKind() const {
   const std::string_view text = *mIntake.Text;
   const std::string_view first = TrimLeft(text.substr(0, 256));
   if (first.empty()) return;
@@ -185,7 +186,7 @@ void ModuleReader::TellKind() const {
   if (kind.Type == ftClass) fits = classFile;
   if (kind.IsFormLike) fits = version && !classFile;
   if (kind.Type == ftModule) fits = !version;
-  if (!fits) Tell(DiagnosticCode::OtherKind, {mFile.FullPath(), kind.FullWord});
+  if (!fits) Report(DiagnosticCode::OtherKind, {mFile.FullPath(), kind.FullWord});
 }
 
 std::string_view ModuleReader::NextLine() {
@@ -309,7 +310,7 @@ void ModuleReader::StepOver(const VendrelError& error, std::string_view procedur
     mFile.CloseFile();
     throw passed;
   }
-  Tell(DiagnosticCode::LineNotUnderstood, {Trim(text)});
+  Report(DiagnosticCode::LineNotUnderstood, {Trim(text)});
   Block& block = *mComponent.CurrentBlock.Get();
   const bool stored = mIntake.LineStored;
   StorePending(block);

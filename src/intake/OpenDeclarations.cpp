@@ -42,7 +42,7 @@ void TakeMember(LinePassage& p) try {
     const std::shared_ptr<Variable> member =
         AddStructureMember(*p.Block.CurrentUDT(), source, p.Rules());
     member->SetSourceLine(p.Intake.StatementLine);
-    p.TellOddName(*member, member->Name, member->TypeName);
+    p.ReportOddName(*member, member->Name, member->TypeName);
     p.SetLast(p.Block.CurrentUDT()->Members.Item(p.Block.CurrentUDT()->Members.Count()));
   }
 }
@@ -86,10 +86,10 @@ bool EndsOpenDeclaration(const ParsedLine& line) {
 // What has no end of its own ends here, and is told.
 void CloseOpenDeclaration(LinePassage& p) {
   if (p.Block.CurrentUDT()) {
-    Tell(DiagnosticCode::UnendedDeclaration, {"Type", p.Block.CurrentUDT()->Name});
+    Report(DiagnosticCode::UnendedDeclaration, {"Type", p.Block.CurrentUDT()->Name});
     CloseStructure(p);
   } else if (p.Block.CurrentEnum()) {
-    Tell(DiagnosticCode::UnendedDeclaration, {"Enum", p.Block.CurrentEnum()->Name});
+    Report(DiagnosticCode::UnendedDeclaration, {"Enum", p.Block.CurrentEnum()->Name});
     CloseEnumeration(p);
   }
   p.State.mUDTOpen = p.State.mEnumOpen = false;

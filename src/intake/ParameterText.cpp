@@ -6,8 +6,8 @@
 #include "intake/DeclarationText.h"
 #include "model/Component.h"
 #include "model/Parameter.h"
+#include "text/Identifiers.h"
 #include "text/Masking.h"
-#include "text/Names.h"
 #include "text/StartLine.h"
 #include "text/Words.h"
 

@@ -1,13 +1,13 @@
 // Statements of the declarations section that are told by their first letters: Option, Def...,
 // Implements.
 
-#include "comments/Descriptions.h"
+#include "comments/AppendDescription.h"
 #include "core/Ascii.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 #include "text/Words.h"
 
 namespace vendrel {

@@ -4,7 +4,7 @@
 #include "diagnostics/Context.h"
 #include "model/Component.h"
 #include "model/Namespace.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 
 namespace vendrel {
 

@@ -6,7 +6,7 @@
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
 #include "model/Component.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 
 namespace vendrel {
 namespace {

@@ -8,8 +8,8 @@ void ReportDuplicateKey(std::string_view typeName, std::string_view key) {
   std::string text = "Duplicate ";
   text.append(typeName).append(", '").append(key);
   text += "'.  Processing will continue.";
-  TellBox(DiagnosticCode::DuplicateName, {typeName, key}, text,
-          "Duplicate " + std::string(typeName), msExclamation);
+  ReportBox(DiagnosticCode::DuplicateName, {typeName, key}, text,
+            "Duplicate " + std::string(typeName), msExclamation);
 }
 
 }  // namespace vendrel

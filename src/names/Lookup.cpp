@@ -7,7 +7,7 @@
 
 #include "core/CaseFold.h"
 #include "core/Workspace.h"
-#include "names/Names.h"
+#include "names/NameLookup.h"
 #include "project/VBProjectGroup.h"
 
 namespace vendrel {

@@ -122,8 +122,8 @@ class Comparison {
  private:
   void Visit(const Node& node) {
     const ElementPair& pair = node.Elements;
-    if (!pair.Before) return Tell(node, ChangeKind::Added);
-    if (!pair.After) return Tell(node, ChangeKind::Gone);
+    if (!pair.Before) return Report(node, ChangeKind::Added);
+    if (!pair.After) return Report(node, ChangeKind::Gone);
     for (const PropertyDescription& property : pair.Before.Class->Properties)
       if (property.Kind == PropertyKind::Identity)
         ComparePath(node, property);
@@ -180,21 +180,21 @@ class Comparison {
       case PropertyShape::Text:
       case PropertyShape::Path:
         if (mBefore.Text == mAfter.Text) return;
-        return Tell(node, ChangeKind::Changed, &property, TextsOf(mBefore.Text, mAfter.Text));
+        return Report(node, ChangeKind::Changed, &property, TextsOf(mBefore.Text, mAfter.Text));
       case PropertyShape::Number:
         if (mBefore.Number == mAfter.Number) return;
-        return Tell(node, ChangeKind::Changed, &property,
-                    {std::to_string(mBefore.Number), std::to_string(mAfter.Number)});
+        return Report(node, ChangeKind::Changed, &property,
+                      {std::to_string(mBefore.Number), std::to_string(mAfter.Number)});
       case PropertyShape::Truth:
         if (mBefore.Truth == mAfter.Truth) return;
-        return Tell(node, ChangeKind::Changed, &property,
-                    {mBefore.Truth ? "True" : "False", mAfter.Truth ? "True" : "False"});
+        return Report(node, ChangeKind::Changed, &property,
+                      {mBefore.Truth ? "True" : "False", mAfter.Truth ? "True" : "False"});
       case PropertyShape::Texts:
         if (std::equal(mBefore.Texts.begin(), mBefore.Texts.end(), mAfter.Texts.begin(),
                        mAfter.Texts.end()))
           return;
-        return Tell(node, ChangeKind::Changed, &property,
-                    ListDifference(mBefore.Texts, mAfter.Texts));
+        return Report(node, ChangeKind::Changed, &property,
+                      ListDifference(mBefore.Texts, mAfter.Texts));
       case PropertyShape::Link: return CompareLink(node, property);
       case PropertyShape::Lines: return CompareLines(node, property);
       default: return;
@@ -216,13 +216,13 @@ class Comparison {
       return text.starts_with(root + "~") ? text.substr(root.size()) : text;
     };
     if (EqualsNoCase(within(before, mRootName.Before), within(after, mRootName.After))) return;
-    Tell(node, ChangeKind::Changed, &property, {before, after});
+    Report(node, ChangeKind::Changed, &property, {before, after});
   }
 
   void CompareLines(const Node& node, const PropertyDescription& property) {
     TextPair difference;
     if (mOptions.Lines && LinesDiffer(Lines(mBefore.Lines), Lines(mAfter.Lines), difference))
-      Tell(node, ChangeKind::Text, &property, std::move(difference));
+      Report(node, ChangeKind::Text, &property, std::move(difference));
   }
 
   // The first path of an element is seen from what it stands in, further ones from the first.
@@ -239,11 +239,11 @@ class Comparison {
     std::string after = seen(node.Elements.After, node.FolderAfter);
     if (EqualsNoCase(before, after)) return;
     if (TextOf(node.Elements.Before, &property) == TextOf(node.Elements.After, &property)) return;
-    Tell(node, ChangeKind::Moved, &property, {std::move(before), std::move(after)});
+    Report(node, ChangeKind::Moved, &property, {std::move(before), std::move(after)});
   }
 
-  void Tell(const Node& node, ChangeKind kind, const PropertyDescription* property = nullptr,
-            TextPair texts = {}) {
+  void Report(const Node& node, ChangeKind kind, const PropertyDescription* property = nullptr,
+              TextPair texts = {}) {
     ++mCount;
     Change change{kind, node.Any().Class->Kind, NameOf(node), {}, {}, {}, {}, {}};
     if (property) change.Property = property->Name;

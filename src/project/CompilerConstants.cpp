@@ -178,7 +178,7 @@ void CompilerConstants::AddFromDeclaration(std::string_view Source, const VBProj
       constant->Value = ScriptText(EvaluateExpression(
           written, ConstantNames(*this, project, State().CurrentLanguageVersion)));
     } catch (const VendrelError& error) {
-      Tell(DiagnosticCode::ConditionFailed, {Trim(Source), error.Text()});
+      Report(DiagnosticCode::ConditionFailed, {Trim(Source), error.Text()});
       constant->Value = ConstantText(written);
     }
   } else {
@@ -209,7 +209,7 @@ bool CompilerConstants::Evaluate(std::string_view Source, const VBProject* proje
       return ToBoolean(EvaluateExpression(
           ConditionOf(Source), ConstantNames(*this, project, State().CurrentLanguageVersion)));
     } catch (const VendrelError& error) {
-      Tell(DiagnosticCode::ConditionFailed, {Trim(Source), error.Text()});
+      Report(DiagnosticCode::ConditionFailed, {Trim(Source), error.Text()});
       return false;
     }
   }

@@ -206,7 +206,7 @@ void ProjectReader::StepOver(const VendrelError& error, std::string_view raw) {
     mProject.FileName.CloseFile();
     throw passed;
   }
-  Tell(DiagnosticCode::ProjectLineSkipped, {raw});
+  Report(DiagnosticCode::ProjectLineSkipped, {raw});
   KeepLine(raw);
 }
 

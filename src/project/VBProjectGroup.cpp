@@ -97,16 +97,16 @@ void VBProjectGroup::LoadLine(std::string_view line, bool silent, bool doNotPopu
   const std::string_view path = equals == std::string_view::npos
                                     ? std::string_view()
                                     : StripQuotes(Trim(line.substr(equals + 1)));
-  if (path.empty()) return Tell(DiagnosticCode::GroupLineSkipped, {line});
+  if (path.empty()) return Report(DiagnosticCode::GroupLineSkipped, {line});
   FileSystemObject file;
   file.SetBaseFile(&mFileName);
   file.SetFullPath(path);
   if (file.Exists()) return LoadProject(file, silent, doNotPopulate);
   const std::string fullPath = file.FullPath();
-  TellBox(DiagnosticCode::MissingProject, {fullPath},
-          "Project group file contained a reference to a project that could not be found - '" +
-              fullPath + "'.  Processing will continue without this project.",
-          "Project not found", msExclamation);
+  ReportBox(DiagnosticCode::MissingProject, {fullPath},
+            "Project group file contained a reference to a project that could not be found - '" +
+                fullPath + "'.  Processing will continue without this project.",
+            "Project not found", msExclamation);
 }
 VENDREL_CONTEXT_AT(LineReached(), line, silent, doNotPopulate, *this)
 
@@ -114,9 +114,9 @@ void VBProjectGroup::LoadProject(const FileSystemObject& file, bool silent,
                                  bool doNotPopulate) try {
   const std::string path = file.FullPath();
   if (EqualsNoCaseAscii(file.Extension(), "vbg"))
-    return Tell(DiagnosticCode::GroupLineSkipped, {"a group is no project: " + path});
+    return Report(DiagnosticCode::GroupLineSkipped, {"a group is no project: " + path});
   if (!mFilesRead.insert(FoldKey(path)).second)
-    return Tell(DiagnosticCode::ProjectRepeated, {path});
+    return Report(DiagnosticCode::ProjectRepeated, {path});
   const std::shared_ptr<VBProject> project = NewVBProject();
   // A new project silences the process; the caller of the group decided otherwise.
   State().Silent = silent;
@@ -126,7 +126,7 @@ void VBProjectGroup::LoadProject(const FileSystemObject& file, bool silent,
   if (BeforeLoad) BeforeLoad(*project);
   if (!LoadMember(*project, path)) return;
   if (mProjects->HasKey(project->ProjectName))
-    return Tell(DiagnosticCode::ProjectRepeated, {project->ProjectName + " (" + path + ")"});
+    return Report(DiagnosticCode::ProjectRepeated, {project->ProjectName + " (" + path + ")"});
   mProjects->Add(project, project->ProjectName);
 }
 VENDREL_CONTEXT_AT(LineReached(), trace::Parameter("file", file.FullPath()), silent, doNotPopulate,

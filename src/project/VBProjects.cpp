@@ -69,9 +69,9 @@ VENDREL_CONTEXT(path)
 bool LoadMember(VBProject& project, std::string_view path) {
   try {
     if (project.Load(path)) return true;
-    Tell(DiagnosticCode::MissingProject, {path});
+    Report(DiagnosticCode::MissingProject, {path});
   } catch (const VendrelError& error) {
-    Tell(DiagnosticCode::UnreadableFile, {path, error.Text()});
+    Report(DiagnosticCode::UnreadableFile, {path, error.Text()});
   }
   return false;
 }

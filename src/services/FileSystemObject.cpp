@@ -242,7 +242,7 @@ void FileSystemObject::WriteLine(std::string_view text) try {
     return mWriter->Write(*Encode("\r\n", mWriteForm));
   }
   const std::string& page = PageOf(mWriteForm).Name();
-  Tell(DiagnosticCode::CharactersNotHeld, {FullPath(), page});
+  Report(DiagnosticCode::CharactersNotHeld, {FullPath(), page});
   mWriter->Spoil();
   throw VendrelError(errInvalidArgument, "a character that code page " + page + " lacks");
 }

@@ -94,7 +94,7 @@ class FolderWalk {
     if (isRoot)
       throw systemError == ENOENT ? VendrelError(errPathAccess, native + " (no such folder)")
                                   : error;
-    Tell(DiagnosticCode::FolderSkipped, {native, ErrorText(error.Number())});
+    Report(DiagnosticCode::FolderSkipped, {native, ErrorText(error.Number())});
   }
 
   using Place = std::pair<std::string, std::string>;

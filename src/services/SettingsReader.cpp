@@ -82,7 +82,7 @@ void SettingsReader::Read(ExportFile& file, bool tellFailure) {
   try {
     file.Values.emplace(*SourceText::Read(file.Path));
   } catch (const VendrelError& error) {
-    if (tellFailure) Tell(DiagnosticCode::UnreadableFile, {file.Path, error.Text()});
+    if (tellFailure) Report(DiagnosticCode::UnreadableFile, {file.Path, error.Text()});
   }
 }
 

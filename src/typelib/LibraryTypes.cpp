@@ -120,13 +120,13 @@ std::string_view WithoutUnderscore(std::string_view name) {
 
 std::string Quoted(std::string_view name) { return "'" + std::string(name) + "'"; }
 
-void TellUnread(const std::string& missingLibrary, const std::string& told) {
-  if (!MissingLibraries::Count(missingLibrary)) Tell(DiagnosticCode::TypeLibraryMember, {told});
+void ReportUnread(const std::string& missingLibrary, const std::string& told) {
+  if (!MissingLibraries::Count(missingLibrary)) Report(DiagnosticCode::TypeLibraryMember, {told});
 }
 
-void TellMissing(const std::string& missingLibrary, const std::string& told,
-                 const std::string& boxText, std::string_view caption) {
-  TellUnread(missingLibrary, told);
+void ReportMissing(const std::string& missingLibrary, const std::string& told,
+                   const std::string& boxText, std::string_view caption) {
+  ReportUnread(missingLibrary, told);
   if (!State().Silent) MessageService::Current().Show(boxText, caption, msExclamation);
 }
 

@@ -40,10 +40,10 @@ std::string Quoted(std::string_view name);
 
 /// Tells that something of a library could not be read: `told` as a diagnostic, or as one more use
 /// of `missingLibrary` where a load counts those.
-void TellUnread(const std::string& missingLibrary, const std::string& told);
+void ReportUnread(const std::string& missingLibrary, const std::string& told);
 
 /// The same, and `boxText` in a box that says which part of the tree is missing.
-void TellMissing(const std::string& missingLibrary, const std::string& told,
-                 const std::string& boxText, std::string_view caption);
+void ReportMissing(const std::string& missingLibrary, const std::string& told,
+                   const std::string& boxText, std::string_view caption);
 
 }  // namespace vendrel

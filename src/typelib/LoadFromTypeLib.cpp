@@ -165,14 +165,15 @@ std::shared_ptr<Variable> LibraryLoader::NewField(const MemberInfo& member, UDT&
   field->SetVBProject(&mProject);
   const ShownType type = ShowType(mProject, mLibrary, member.ReturnType, TypeUse::Field);
   if (!type.Readable) {
-    TellMissing(type.MissingLibrary,
-                "member " + Quoted(member.Name) + " of structure " + Quoted(structure.Name) +
-                    " has no type: " + type.Failure,
-                "Error reading type information for member '" + field->Name +
-                    "' of structure (UDT) '" + structure.Name +
-                    "'.  One or more dependant files containing type information may be missing.  "
-                    "Processing will continue, this members type information will be missing.",
-                "Missing type information");
+    ReportMissing(
+        type.MissingLibrary,
+        "member " + Quoted(member.Name) + " of structure " + Quoted(structure.Name) +
+            " has no type: " + type.Failure,
+        "Error reading type information for member '" + field->Name + "' of structure (UDT) '" +
+            structure.Name +
+            "'.  One or more dependant files containing type information may be missing.  "
+            "Processing will continue, this members type information will be missing.",
+        "Missing type information");
   }
   field->TypeName = type.Name;
   field->IsArray = type.IsArray;
@@ -202,14 +203,14 @@ bool VBProject::LoadFromTypeLib(std::string_view Path) try {
   {
     const MissingLibraries missing;
     LibraryLoader(*this, *library).LoadEntries();
-    missing.Tell();
+    missing.Report();
   }
   if (!library->CodePageEvidence.empty())
-    Tell(DiagnosticCode::CodePageGuessed,
-         {library->CodePage, "in place of that of the library's language: " +
-                                 library->CodePageEvidence + "; --codepage sets another"});
+    Report(DiagnosticCode::CodePageGuessed,
+           {library->CodePage, "in place of that of the library's language: " +
+                                   library->CodePageEvidence + "; --codepage sets another"});
   for (const std::string& message : library->Messages)
-    Tell(DiagnosticCode::TypeLibraryMember, {message});
+    Report(DiagnosticCode::TypeLibraryMember, {message});
   WasReadFromTypeLibrary = true;
   return true;
 }

@@ -88,14 +88,14 @@ bool MemberReader::TakeBlockType(Block& block, const MemberInfo& member, const S
                                 : mProject.TypeLibBlockType(member.InvokeKind, type.VarType));
   if (mProject.Reading.KeepUnreadable) {
     if (!type.Readable)
-      TellUnread(type.MissingLibrary, "member " + Quoted(member.Name) + " of module " +
-                                          Quoted(mComponent.Name) +
-                                          " has no type: " + type.Failure);
+      ReportUnread(type.MissingLibrary, "member " + Quoted(member.Name) + " of module " +
+                                            Quoted(mComponent.Name) +
+                                            " has no type: " + type.Failure);
     return true;
   }
   if (!isVariable) mLast = type;
   const ShownType& judged = mLast.Readable ? type : mLast;
-  if (!judged.Readable) TellUnreadable(member, judged);
+  if (!judged.Readable) ReportUnreadable(member, judged);
   return judged.Readable;
 }
 
@@ -163,15 +163,15 @@ void MemberReader::AddEvent(const MemberInfo& member) try {
 }
 VENDREL_CONTEXT(trace::Parameter("member", member.Name), trace::Me(mComponent))
 
-void MemberReader::TellUnreadable(const MemberInfo& member, const ShownType& type) const {
-  TellMissing(type.MissingLibrary,
-              "member " + Quoted(member.Name) + " of module " + Quoted(mComponent.Name) +
-                  " is left out: " + type.Failure,
-              "Error reading type information for module '" + mComponent.Name + "', member '" +
-                  std::string(member.Name) +
-                  "'.  One or more dependant files containing type information may be missing.  "
-                  "Processing will continue, this member will be skipped.",
-              "Missing type information");
+void MemberReader::ReportUnreadable(const MemberInfo& member, const ShownType& type) const {
+  ReportMissing(type.MissingLibrary,
+                "member " + Quoted(member.Name) + " of module " + Quoted(mComponent.Name) +
+                    " is left out: " + type.Failure,
+                "Error reading type information for module '" + mComponent.Name + "', member '" +
+                    std::string(member.Name) +
+                    "'.  One or more dependant files containing type information may be missing.  "
+                    "Processing will continue, this member will be skipped.",
+                "Missing type information");
 }
 
 BlockTypeEnum VBProject::TypeLibBlockType(std::int32_t InvokeKind, std::int32_t VarType) const {

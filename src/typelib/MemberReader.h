@@ -30,7 +30,7 @@ class MemberReader {
   void AddGetter(Block& block);
   void AddConstant(const typelib::MemberInfo& member);
   std::string_view KeyOf(const Block& block, const typelib::MemberInfo& member) const;
-  void TellUnreadable(const typelib::MemberInfo& member, const ShownType& type) const;
+  void ReportUnreadable(const typelib::MemberInfo& member, const ShownType& type) const;
 
   VBProject& mProject;
   const typelib::TypeLibInfo& mLibrary;

@@ -43,10 +43,10 @@ bool MissingLibraries::Count(const std::string& library) {
   return true;
 }
 
-void MissingLibraries::Tell() const {
+void MissingLibraries::Report() const {
   for (const auto& [library, count] : mMissed)
-    vendrel::Tell(DiagnosticCode::MissingLibrary,
-                  {library, std::to_string(count) + (count == 1 ? " place" : " places")});
+    vendrel::Report(DiagnosticCode::MissingLibrary,
+                    {library, std::to_string(count) + (count == 1 ? " place" : " places")});
 }
 
 }  // namespace vendrel

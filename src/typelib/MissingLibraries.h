@@ -27,7 +27,7 @@ class MissingLibraries {
   /// Counts one thing that needs `library`; false where nobody counts, or none is missing.
   static bool Count(const std::string& library);
   /// Tells each library, in the order in which they were missed, with its count.
-  void Tell() const;
+  void Report() const;
 
  private:
   std::vector<std::pair<std::string, std::size_t>> mMissed;

@@ -48,10 +48,10 @@ class InterfaceChooser {
         TakeFurther(item, item.TypeInfo());
       } catch (const VendrelError& error) {
         if (mProject.Reading.KeepUnreadable) {
-          TellLeftOut(item, error);
+          ReportLeftOut(item, error);
           continue;
         }
-        TellIncomplete(item, error);
+        ReportIncomplete(item, error);
         return false;
       }
     }
@@ -71,20 +71,21 @@ class InterfaceChooser {
       Take({type, item->AttributeMask, {}});
   }
   void TakeFurther(const InterfaceInfo& item, const TypeInfo& type);
-  void TellLeftOut(const InterfaceInfo& item, const VendrelError& error) const {
-    TellUnread(
+  void ReportLeftOut(const InterfaceInfo& item, const VendrelError& error) const {
+    ReportUnread(
         MissingLibraryOf(*item.Library, item.Reference),
         "an interface of module " + Quoted(mComponent.Name) + " is left out: " + error.Text());
   }
-  void TellIncomplete(const InterfaceInfo& item, const VendrelError& error) const {
-    TellMissing(MissingLibraryOf(*item.Library, item.Reference),
-                "module " + Quoted(mComponent.Name) + " is incomplete: " + error.Text(),
-                "There was an error reading typelib information for one or more interfaces in "
-                "module '" +
-                    mComponent.Name +
-                    "'.  One or more dependant files containing type information may be missing.  "
-                    "Processing will continue, this component will be incomplete.",
-                "Missing typelib information");
+  void ReportIncomplete(const InterfaceInfo& item, const VendrelError& error) const {
+    ReportMissing(
+        MissingLibraryOf(*item.Library, item.Reference),
+        "module " + Quoted(mComponent.Name) + " is incomplete: " + error.Text(),
+        "There was an error reading typelib information for one or more interfaces in "
+        "module '" +
+            mComponent.Name +
+            "'.  One or more dependant files containing type information may be missing.  "
+            "Processing will continue, this component will be incomplete.",
+        "Missing typelib information");
   }
 
   VBProject& mProject;

@@ -2,7 +2,7 @@
 
 #include "diagnostics/Context.h"
 #include "typelib/LibraryTypes.h"
-#include "typelib/reader/Limits.h"
+#include "typelib/reader/TypeLibLimits.h"
 
 namespace vendrel {
 namespace {
@@ -81,12 +81,13 @@ std::shared_ptr<Parameter> VBProject::TypeLibParameter(const TypeLibInfo& librar
   const ShownType type = ShowType(*this, library, parameter.VarTypeInfo, TypeUse::Parameter);
   made->IsByRef = IsByReference(*this, parameter.VarTypeInfo, type.VarType);
   if (!type.Readable) {
-    TellMissing(type.MissingLibrary,
-                "parameter " + Quoted(parameter.Name) + " has no type: " + type.Failure,
-                "Error reading type information for a parameter named '" + made->Name() +
-                    "'.  One or more dependant files containing type information may be missing.  "
-                    "Processing will continue, this parameters type information will be missing.",
-                "Missing type information");
+    ReportMissing(
+        type.MissingLibrary,
+        "parameter " + Quoted(parameter.Name) + " has no type: " + type.Failure,
+        "Error reading type information for a parameter named '" + made->Name() +
+            "'.  One or more dependant files containing type information may be missing.  "
+            "Processing will continue, this parameters type information will be missing.",
+        "Missing type information");
   }
   made->VariableType = type.Name;
   made->IsArray = type.IsArray;

@@ -6,7 +6,7 @@
 #include "core/CaseFold.h"
 #include "core/NumericText.h"
 #include "project/VBProject.h"
-#include "text/Descriptions.h"
+#include "text/DescriptionText.h"
 
 namespace vendrel {
 namespace {

@@ -16,7 +16,7 @@ constexpr std::string_view kGoOnWithOthers = "Do you wish to proceed with other 
 // A question counts as No while `Silent`.
 bool GoesOn(const std::string& problem, std::string_view question, std::string_view caption,
             int style) {
-  Tell(DiagnosticCode::WriteRefused, {problem});
+  Report(DiagnosticCode::WriteRefused, {problem});
   if (State().Silent) return false;
   return MessageService::Current().Ask(problem + "\r\n\r\n" + std::string(question), caption,
                                        style);

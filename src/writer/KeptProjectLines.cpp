@@ -212,10 +212,10 @@ void KeptProjectLines::Relocate(std::size_t index, Region place, const std::stri
       std::string_view(path).substr(0, path.size() - CommonEnd(place.Of(Text(index)), path));
   if (!HoldsReplacement(changed) && Encode(changed, *mFile.Source))
     return mEdits[index].Replace(place, path);
-  TellAt(DiagnosticCode::Told, mProject.FileName.FullPath(), static_cast<std::int32_t>(index) + 1,
-         {"the path stays as it was read, since code page " + PageOf(*mFile.Source).Name() +
-          " lacks characters of " + path +
-          "; choose a folder beside the source, or another code page"});
+  ReportAt(DiagnosticCode::Told, mProject.FileName.FullPath(), static_cast<std::int32_t>(index) + 1,
+           {"the path stays as it was read, since code page " + PageOf(*mFile.Source).Name() +
+            " lacks characters of " + path +
+            "; choose a folder beside the source, or another code page"});
 }
 
 // ---- Documents ---------------------------------------------------------------------------------

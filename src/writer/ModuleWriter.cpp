@@ -107,21 +107,21 @@ void Open(FileSystemObject& target) {
   try {
     target.OpenFile(omWrite, 2);
   } catch (const VendrelError&) {
-    TellNotOpened(target.LeafName());
+    ReportNotOpened(target.LeafName());
     throw;
   }
 }
 
 }  // namespace
 
-void TellRefused(std::string_view text, std::string_view caption) {
-  TellBox(DiagnosticCode::WriteRefused, {text}, text, caption, msExclamation);
+void ReportRefused(std::string_view text, std::string_view caption) {
+  ReportBox(DiagnosticCode::WriteRefused, {text}, text, caption, msExclamation);
 }
 
-void TellNotOpened(std::string_view leafName) {
+void ReportNotOpened(std::string_view leafName) {
   const std::string text = "Error opening " + std::string(leafName) +
                            " for write.  Check that the target file is not read-only.";
-  Tell(DiagnosticCode::WriteRefused, {text});
+  Report(DiagnosticCode::WriteRefused, {text});
   MessageService::Current().Show(text, "File access error", msExclamation);
 }
 
@@ -133,15 +133,15 @@ bool WriteModule(Component& component, std::string_view path) try {
     // Why it is not loaded has been told; what was never read cannot be lost by writing.
     constexpr std::string_view text =
         "Attempt to write out a component which is not fully loaded !";
-    TellBox(DiagnosticCode::Told, {text}, text, "Error", msExclamation);
+    ReportBox(DiagnosticCode::Told, {text}, text, "Error", msExclamation);
     return false;
   }
   FileSystemObject target(path);
   if (target.Exists() && target.IsReadOnly()) {
-    TellRefused("Could not write to the file '" + target.FullPath() +
-                    "' as the file is read-only.  Processing will continue, but source "
-                    "code for this file will not be written.",
-                "File read-only");
+    ReportRefused("Could not write to the file '" + target.FullPath() +
+                      "' as the file is read-only.  Processing will continue, but source "
+                      "code for this file will not be written.",
+                  "File read-only");
     return false;
   }
   target.CreateFolderPath();

@@ -14,8 +14,8 @@ namespace vendrel {
 bool WriteModule(Component& component, std::string_view target);
 
 /// Tells that something is not written: always as a diagnostic, in a box unless `Silent`.
-void TellRefused(std::string_view text, std::string_view caption);
+void ReportRefused(std::string_view text, std::string_view caption);
 /// The same in a box that shows even when `Silent`: an output file that cannot be opened.
-void TellNotOpened(std::string_view leafName);
+void ReportNotOpened(std::string_view leafName);
 
 }  // namespace vendrel

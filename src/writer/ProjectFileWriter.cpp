@@ -38,7 +38,7 @@ void ProjectFileWriter::Run() try {
   try {
     file.OpenFile(omWrite, 2);
   } catch (const VendrelError&) {
-    TellNotOpened(file.LeafName());
+    ReportNotOpened(file.LeafName());
     throw;
   }
   try {

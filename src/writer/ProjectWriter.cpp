@@ -66,10 +66,11 @@ bool ProjectWriter::IsRefused() const {
   const bool readOnly =
       mSameLocation ? mProject.FileName.IsReadOnly() : output.Exists() && output.IsReadOnly();
   if (!readOnly) return false;
-  TellRefused("Could not write to the .vbp file at '" + mProject.FileName.FullPath() +
-                  "' as the file is read-only.  Processing will continue, but source code for this "
-                  "project will not be written.",
-              ".vbp file read-only");
+  ReportRefused(
+      "Could not write to the .vbp file at '" + mProject.FileName.FullPath() +
+          "' as the file is read-only.  Processing will continue, but source code for this "
+          "project will not be written.",
+      ".vbp file read-only");
   return true;
 }
 

@@ -41,8 +41,8 @@ const SideFiles::Listing& SideFiles::ListingOf(const std::string& folder) {
   } catch (const VendrelError& failure) {
     // No folder, no side files; one that is there may hold some.
     if (place.IsFolder())
-      Tell(DiagnosticCode::WriteRefused,
-           {"files beside the modules in " + folder + " are not copied: " + failure.Text()});
+      Report(DiagnosticCode::WriteRefused,
+             {"files beside the modules in " + folder + " are not copied: " + failure.Text()});
   }
   for (FileSystemObject& file : files) {
     std::string name = FoldKey(file.LeafName());
@@ -73,8 +73,8 @@ void SideFiles::CopyOne(const FileSystemObject& file, const std::string& target)
   const std::string source = file.FullPath();
   const auto [earlier, isNew] = mCopied.emplace(FoldKey(target), source);
   if (!isNew && !EqualsNoCase(earlier->second, source)) {
-    Tell(DiagnosticCode::WriteRefused,
-         {source + " is not copied: a file of that name was copied from " + earlier->second});
+    Report(DiagnosticCode::WriteRefused,
+           {source + " is not copied: a file of that name was copied from " + earlier->second});
     return;
   }
   if (isNew) CopyOrTell(source, target);
@@ -83,7 +83,8 @@ void SideFiles::CopyOne(const FileSystemObject& file, const std::string& target)
 void CopyOrTell(const std::string& source, const std::string& target) {
   if (EqualsNoCase(source, target)) return;  // it lies there already
   if (!FileCopy(source, target))
-    Tell(DiagnosticCode::WriteRefused, {source + " is not copied: " + State().FileCopy_LastError});
+    Report(DiagnosticCode::WriteRefused,
+           {source + " is not copied: " + State().FileCopy_LastError});
 }
 
 void Component::CopyTo(std::string_view Path) try {

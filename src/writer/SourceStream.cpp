@@ -118,7 +118,7 @@ std::string_view SourceStream::Bytes(std::string_view text) {
 void SourceStream::Refuse() {
   const DiagnosticScope* scope = DiagnosticScope::Current();
   const std::string file = scope ? scope->File() : mFile.FullPath();
-  TellAt(DiagnosticCode::CharactersNotHeld, file, mLine + 1, {mFile.FullPath(), mPage.Name()});
+  ReportAt(DiagnosticCode::CharactersNotHeld, file, mLine + 1, {mFile.FullPath(), mPage.Name()});
   throw CharactersRefused(errInvalidArgument, file + ", line " + std::to_string(mLine + 1) +
                                                   ": a character that code page " + mPage.Name() +
                                                   " lacks");

@@ -79,9 +79,9 @@ TEST(Diagnostic, TakesItsPlaceFromTheInnermostScope) {
     const DiagnosticScope outer(&list, "Z:\\a.vbp");
     const DiagnosticScope inner(&list, "Z:\\a.bas", &line);
     line = 12;
-    Tell(DiagnosticCode::DuplicateName, {"Variable", "x"});
+    Report(DiagnosticCode::DuplicateName, {"Variable", "x"});
   }
-  Tell(DiagnosticCode::MissingModule, {"lost: no scope is open"});
+  Report(DiagnosticCode::MissingModule, {"lost: no scope is open"});
   ASSERT_EQ(list.Count(), 1u);
   EXPECT_EQ(list.begin()->File, "Z:\\a.bas");
   EXPECT_EQ(list.begin()->Line, 12);

@@ -1,6 +1,6 @@
 // Names of elements, there and back.
 
-#include "names/Names.h"
+#include "names/NameLookup.h"
 
 #include <gtest/gtest.h>
 

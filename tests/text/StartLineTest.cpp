@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "text/Descriptions.h"
-#include "text/Names.h"
+#include "text/DescriptionText.h"
+#include "text/Identifiers.h"
 
 namespace vendrel {
 namespace {

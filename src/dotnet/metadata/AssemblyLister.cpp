@@ -1,6 +1,6 @@
 #include "dotnet/metadata/AssemblyLister.h"
 
-#include "dotnet/metadata/Limits.h"
+#include "dotnet/metadata/MetadataLimits.h"
 
 namespace vendrel::metadata {
 namespace {

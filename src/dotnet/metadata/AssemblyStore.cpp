@@ -4,7 +4,7 @@
 
 #include "core/CaseFold.h"
 #include "diagnostics/VendrelError.h"
-#include "dotnet/metadata/Limits.h"
+#include "dotnet/metadata/MetadataLimits.h"
 #include "services/FileSource.h"
 #include "services/FileSystemObject.h"
 

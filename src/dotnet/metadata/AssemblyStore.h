@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "dotnet/metadata/Signatures.h"
+#include "dotnet/metadata/MetadataSignatures.h"
 
 namespace vendrel::metadata {
 

@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "diagnostics/Context.h"
-#include "dotnet/metadata/Limits.h"
+#include "dotnet/metadata/MetadataLimits.h"
 #include "dotnet/metadata/PeImage.h"
 #include "services/ByteSource.h"
 

@@ -4,7 +4,7 @@
 #include <set>
 #include <unordered_map>
 
-#include "dotnet/metadata/Limits.h"
+#include "dotnet/metadata/MetadataLimits.h"
 
 namespace vendrel::metadata {
 namespace {

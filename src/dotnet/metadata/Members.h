@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "dotnet/metadata/Signatures.h"
+#include "dotnet/metadata/MetadataSignatures.h"
 
 namespace vendrel::metadata {
 

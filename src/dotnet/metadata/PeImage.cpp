@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "diagnostics/VendrelError.h"
-#include "dotnet/metadata/Limits.h"
+#include "dotnet/metadata/MetadataLimits.h"
 #include "services/ByteStream.h"
 
 namespace vendrel::metadata {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/Utf8.h"
-#include "dotnet/metadata/Limits.h"
+#include "dotnet/metadata/MetadataLimits.h"
 
 namespace vendrel::metadata {
 

@@ -5,8 +5,8 @@
 #include <charconv>
 
 #include "core/Utf8.h"
-#include "dotnet/metadata/Limits.h"
-#include "dotnet/metadata/Signatures.h"
+#include "dotnet/metadata/MetadataLimits.h"
+#include "dotnet/metadata/MetadataSignatures.h"
 
 namespace vendrel::metadata {
 namespace {

@@ -12,7 +12,7 @@
 #include "intake/net/Overloads.h"
 #include "project/NetResolver.h"
 #include "project/VBProject.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 
 namespace vendrel {
 namespace {

@@ -7,7 +7,7 @@
 #include "diagnostics/Diagnostic.h"
 #include "intake/net/NetModifiers.h"
 #include "intake/net/NetWords.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 #include "text/Separators.h"
 #include "text/StartLine.h"
 #include "text/Words.h"

@@ -14,7 +14,7 @@
 #include "project/NetResolver.h"
 #include "project/ProjectFile.h"
 #include "project/VBProject.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 
 namespace vendrel {
 namespace {

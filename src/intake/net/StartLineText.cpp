@@ -12,8 +12,8 @@
 #include "intake/net/NetModifiers.h"
 #include "model/Component.h"
 #include "model/Namespace.h"
+#include "text/Identifiers.h"
 #include "text/Masking.h"
-#include "text/Names.h"
 #include "text/StartLine.h"
 #include "text/Words.h"
 

@@ -5,9 +5,9 @@
 #include "intake/DeclarationText.h"
 #include "intake/Declarators.h"
 #include "intake/LineIntake.h"
-#include "intake/vb6/Signatures.h"
+#include "intake/vb6/ClassicSignatures.h"
 #include "project/VBProject.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 #include "text/StartLine.h"
 #include "text/Words.h"
 

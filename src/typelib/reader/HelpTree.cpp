@@ -1,6 +1,6 @@
 #include "typelib/reader/HelpTree.h"
 
-#include "typelib/reader/Limits.h"
+#include "typelib/reader/TypeLibLimits.h"
 
 namespace vendrel::typelib {
 namespace {

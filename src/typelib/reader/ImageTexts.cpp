@@ -5,7 +5,7 @@
 #include "services/PairPages.h"
 #include "services/TellingBytes.h"
 #include "typelib/reader/LanguagePages.h"
-#include "typelib/reader/Limits.h"
+#include "typelib/reader/TypeLibLimits.h"
 
 namespace vendrel::typelib {
 namespace {

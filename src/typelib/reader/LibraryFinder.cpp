@@ -5,7 +5,7 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "services/FileSource.h"
-#include "typelib/reader/Limits.h"
+#include "typelib/reader/TypeLibLimits.h"
 #include "typelib/reader/TypeLibReader.h"
 
 namespace vendrel::typelib {

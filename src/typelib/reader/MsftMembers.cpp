@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "typelib/reader/Limits.h"
 #include "typelib/reader/MemberRules.h"
 #include "typelib/reader/MsftReader.h"
+#include "typelib/reader/TypeLibLimits.h"
 
 namespace vendrel::typelib {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "core/Ascii.h"
 #include "services/TellingBytes.h"
-#include "typelib/reader/Limits.h"
+#include "typelib/reader/TypeLibLimits.h"
 
 namespace vendrel::typelib {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <cstring>
 
-#include "typelib/reader/Limits.h"
 #include "typelib/reader/MsftReader.h"
+#include "typelib/reader/TypeLibLimits.h"
 
 namespace vendrel::typelib {
 namespace {

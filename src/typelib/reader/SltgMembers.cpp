@@ -2,9 +2,9 @@
 
 #include <cstring>
 
-#include "typelib/reader/Limits.h"
 #include "typelib/reader/MemberRules.h"
 #include "typelib/reader/SltgGroup.h"
+#include "typelib/reader/TypeLibLimits.h"
 
 namespace vendrel::typelib {
 namespace {

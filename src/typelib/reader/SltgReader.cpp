@@ -4,8 +4,8 @@
 #include <charconv>
 
 #include "core/Ascii.h"
-#include "typelib/reader/Limits.h"
 #include "typelib/reader/SltgGroup.h"
+#include "typelib/reader/TypeLibLimits.h"
 
 namespace vendrel::typelib {
 namespace {

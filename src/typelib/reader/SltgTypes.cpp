@@ -1,7 +1,7 @@
 // Type descriptions of the older format: words, outermost first.
 
-#include "typelib/reader/Limits.h"
 #include "typelib/reader/SltgGroup.h"
+#include "typelib/reader/TypeLibLimits.h"
 
 namespace vendrel::typelib {
 namespace {

@@ -5,7 +5,7 @@
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
 #include "typelib/reader/LibraryFinder.h"
-#include "typelib/reader/Limits.h"
+#include "typelib/reader/TypeLibLimits.h"
 
 namespace vendrel::typelib {
 namespace {

@@ -7,9 +7,9 @@
 #include "diagnostics/Context.h"
 #include "typelib/reader/CompiledFile.h"
 #include "typelib/reader/LibraryFinder.h"
-#include "typelib/reader/Limits.h"
 #include "typelib/reader/MsftReader.h"
 #include "typelib/reader/SltgReader.h"
+#include "typelib/reader/TypeLibLimits.h"
 
 namespace vendrel::typelib {
 namespace {

@@ -1,7 +1,7 @@
 #include <cstdio>
 #include <vector>
 
-#include "typelib/reader/Limits.h"
+#include "typelib/reader/TypeLibLimits.h"
 #include "typelib/reader/TypeLibListing.h"
 
 namespace vendrel::typelib {

@@ -1,8 +1,8 @@
-#include "dotnet/metadata/Signatures.h"
+#include "dotnet/metadata/MetadataSignatures.h"
 
 #include <charconv>
 
-#include "dotnet/metadata/Limits.h"
+#include "dotnet/metadata/MetadataLimits.h"
 
 namespace vendrel::metadata {
 namespace {

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "model/CodeElement.h"
-#include "text/Descriptions.h"
+#include "text/DescriptionText.h"
 
 namespace vendrel {
 

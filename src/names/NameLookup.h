@@ -1,5 +1,5 @@
 #pragma once
-// Names of elements as they are shown. (`ShortName` is in text/Names.h.)
+// Names of elements as they are shown. (`ShortName` is in text/Identifiers.h.)
 
 #include <string>
 

@@ -2,7 +2,7 @@
 // documentation files.
 
 #include "model/Component.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 
 namespace vendrel {
 namespace {

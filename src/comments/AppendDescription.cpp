@@ -1,4 +1,4 @@
-#include "comments/Descriptions.h"
+#include "comments/AppendDescription.h"
 
 #include "core/CaseFold.h"
 #include "core/Workspace.h"

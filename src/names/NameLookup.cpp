@@ -1,9 +1,9 @@
-#include "names/Names.h"
+#include "names/NameLookup.h"
 
 #include "core/CaseFold.h"
 #include "model/Component.h"
 #include "model/Namespace.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 
 namespace vendrel {
 namespace {

@@ -1,4 +1,4 @@
-#include "text/Names.h"
+#include "text/Identifiers.h"
 
 #include <iterator>
 

@@ -1,6 +1,6 @@
 // Name, type and modifiers of a procedure from its start line.
 
-#include "intake/vb6/Signatures.h"
+#include "intake/vb6/ClassicSignatures.h"
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
@@ -9,7 +9,7 @@
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "intake/ProcedureSources.h"
-#include "text/Names.h"
+#include "text/Identifiers.h"
 #include "text/StartLine.h"
 #include "text/Words.h"
 

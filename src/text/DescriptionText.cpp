@@ -1,4 +1,4 @@
-#include "text/Descriptions.h"
+#include "text/DescriptionText.h"
 
 #include "core/Ascii.h"
 #include "core/Workspace.h"
