@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+
 #include "model/Building.h"
 #include "support/Projects.h"
 
@@ -51,6 +54,32 @@ TEST(KeyedCollection, AnswersForAbsentKeysAfterAMove) {
   }
   fill(third, 0, 1);
   EXPECT_EQ(third.Find("key19"), nullptr);
+}
+
+// Against the obvious one: a walk over all pairs. Many keys come and go, so that the table is laid
+// out anew, and holds marks of keys that went.
+TEST(KeyedCollection, AnswersAsAPlainWalkDoes) {
+  std::minstd_rand dice(7);
+  KeyedCollection<int> collection;
+  std::vector<std::pair<std::string, int>> pairs;
+  for (int step = 0; step < 6000; ++step) {
+    const std::string key = "Key" + std::to_string(dice() % 400);
+    const auto found = std::find_if(pairs.begin(), pairs.end(),
+                                    [&](const auto& pair) { return pair.first == key; });
+    const int* item = collection.Find(key);
+    ASSERT_EQ(item != nullptr, found != pairs.end()) << key << " at step " << step;
+    if (!item && (step % 1000 < 600 || dice() % 4 == 0)) {
+      const std::size_t at = dice() % (pairs.size() + 1);
+      collection.Insert(std::make_shared<int>(step), key, at < pairs.size() ? at + 1 : 0);
+      pairs.insert(pairs.begin() + static_cast<std::ptrdiff_t>(at), {key, step});
+    } else if (item) {
+      ASSERT_EQ(*item, found->second);
+      if (step % 1000 >= 600) collection.Remove(key);
+      if (step % 1000 >= 600) pairs.erase(found);
+    }
+  }
+  ASSERT_EQ(collection.Count(), pairs.size());
+  for (std::size_t i = 0; i < pairs.size(); ++i) EXPECT_EQ(collection.At(i + 1), pairs[i].second);
 }
 
 TEST(TaggedComments, AreFoundByKeyAndByTagWhereTheClientAsksForIt) {
