@@ -1,9 +1,12 @@
 #include "cli/Options.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <thread>
 
 #include "cli/JsonLines.h"
 #include "cli/Report.h"
+#include "cli/WatchedFiles.h"
 #include "comments/TagDefinitions.h"
 #include "core/Workspace.h"
 #include "diagnostics/ErrorReport.h"
@@ -52,6 +55,12 @@ void ApplyTags(const std::string& path) {
 
 const ReadingRules& CommonOptions::Preset() const {
   return Reading == "classic" ? ReadingRules::Classic() : ReadingRules::Complete();
+}
+
+// A report is one file, and a loader of somebody else may keep things of its own between loads.
+unsigned CommonOptions::JobsAtHand() const {
+  if (!ErrorReport.empty() || !Loader.empty() || !WatchedFiles::AreOfThisMachine()) return 1;
+  return Jobs > 0 ? Jobs : std::max(1u, std::thread::hardware_concurrency());
 }
 
 void AddCommonOptions(CLI::App& command, CommonOptions& options) {
@@ -110,6 +119,11 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
                   "VB.NET types as written, without what they inherit");
   group->add_flag("--no-references", options.NoReferences,
                   "Without the projects that a VB.NET project refers to");
+  group
+      ->add_option("--jobs", options.Jobs,
+                   "How many projects of a folder are loaded at once (the processors)")
+      ->type_name("N")
+      ->check(CLI::Range(1, 64));
   group->add_flag("--strict", options.Strict, "Exit code 3 if there were warnings");
   group->add_flag("--quiet", options.Quiet, "Tell errors only; no progress");
   group

@@ -68,10 +68,14 @@ struct CommonOptions {
   std::string Root;
   std::string Diagnostics = "text";
   std::string ErrorReport;
+  /// How many projects of a folder are loaded at once; 0: as many as there are processors.
+  unsigned Jobs = 0;
 
   /// The preset that --reading names, without the flags of --set.
   const ReadingRules& Preset() const;
   bool DiagnosticsAsJson() const { return Diagnostics == "json"; }
+  /// `Jobs` as far as the run allows it; at least 1.
+  unsigned JobsAtHand() const;
 };
 
 /// Adds the shared options to a command.

@@ -4,6 +4,7 @@
 
 #include "cli/AssemblySet.h"
 #include "cli/InputJudgement.h"
+#include "cli/ProjectsAhead.h"
 #include "cli/Report.h"
 #include "core/Ascii.h"
 #include "diagnostics/ErrorReport.h"
@@ -54,13 +55,15 @@ int VisitFolder(const std::string& path, const CommonOptions& options, const Str
   Diagnostics told;
   const std::vector<FileSystemObject> files = ProjectFilesBelow(path, told);
   int code = exDone;
-  for (const FileSystemObject& file : files) {
-    const auto project = LoadOneOf(file.FullPath(), options, streams, told, depth, prepare);
-    if (!project) continue;
-    const DiagnosticScope scope(&told, file.FullPath());
+  std::vector<std::string> paths;
+  for (const FileSystemObject& file : files) paths.push_back(file.FullPath());
+  ProjectsAhead projects(std::move(paths), options, streams, depth, prepare);
+  while (const auto turn = projects.Next(told)) {
+    if (!turn->Project) continue;
+    const DiagnosticScope scope(&told, turn->Path);
     try {
-      visit(*project);
-      code = Worse(code, ReportDiagnostics(*project, options, streams.Err));
+      visit(*turn->Project);
+      code = Worse(code, ReportDiagnostics(*turn->Project, options, streams.Err));
     } catch (const ToolError& error) {
       if (error.Code() != exFailed) throw;  // it concerns the run, not this project
       Report(DiagnosticCode::Told, {error.what()});

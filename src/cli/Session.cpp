@@ -20,6 +20,7 @@
 #include "project/ProjectCodePage.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"
+#include "services/SourceCache.h"
 #include "typelib/reader/TypeLibReader.h"
 
 namespace vendrel::cli {
@@ -257,6 +258,7 @@ std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOption
                                      const Streams& streams, LoadDepth depth,
                                      const std::function<void(VBProject&)>& prepare) try {
   ApplyToProcess(options);
+  const SourceCache::Scope readOnce;
   const InputKind kind = KindOfInput(path);
   if (kind != InputKind::Project && kind != InputKind::Module && kind != InputKind::TypeLibrary &&
       kind != InputKind::DotNetProject)
@@ -288,6 +290,7 @@ std::shared_ptr<VBProject> LoadFolderOfModules(const std::string& path,
   const std::vector<FileSystemObject> files = ModulesBelow(path);
   if (files.empty()) return nullptr;
   ApplyToProcess(options);
+  const SourceCache::Scope readOnce;
   auto project = LoadWithCodePage(files.front().FullPath(), InputKind::Module, options);
   project->FileName.SetFullPath(AbsolutePath(path));
   project->ProjectName = project->FileName.LeafName();

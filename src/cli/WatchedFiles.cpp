@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <map>
+#include <mutex>
 #include <set>
 #include <utility>
 
@@ -41,8 +42,10 @@ class WatchedFiles::Source final : public FileSource {
     const int handle = mUnder.OpenForReading(path);
     FileStatus status;
     if (Counts && handle >= 0 && mUnder.StatusOfOpen(handle, status) >= 0 &&
-        status.Type == FileStatus::Kind::File)
+        status.Type == FileStatus::Kind::File) {
+      const std::lock_guard lock(mMutex);
       mRead.emplace(std::pair(status.Device, status.Number), path);
+    }
     return handle;
   }
   int CreateNew(const std::string& path, std::uint32_t mode) override {
@@ -93,12 +96,15 @@ class WatchedFiles::Source final : public FileSource {
   int MayWrite(const std::string& path) override { return mUnder.MayWrite(path); }
   int RealPath(const std::string& path, std::string& real) override {
     const int result = mUnder.RealPath(path, real);
-    if (result >= 0) mAsked[real] = path;
+    if (result < 0) return result;
+    const std::lock_guard lock(mMutex);
+    mAsked[real] = path;
     return result;
   }
   std::string CurrentFolder() override { return mUnder.CurrentFolder(); }
 
  private:
+  std::mutex mMutex;  // several threads read, one writes
   std::map<std::pair<std::uint64_t, std::uint64_t>, std::string> mRead;
   std::map<std::string, std::string> mAsked;
   std::set<std::string> mCleaned;
@@ -115,6 +121,14 @@ WatchedFiles::~WatchedFiles() {
 }
 
 WatchedFiles* WatchedFiles::Current() { return sCurrent; }
+
+void WatchedFiles::ShareWithWorkspaceInUse() {
+  if (sCurrent) FileSource::Install(sCurrent->mSource);
+}
+
+bool WatchedFiles::AreOfThisMachine() {
+  return sCurrent && &sCurrent->mSource->mUnder == FileSource::Machine().get();
+}
 
 const std::string* WatchedFiles::SourceAt(const std::string& nativePath) const {
   return mSource->SourceAt(nativePath);

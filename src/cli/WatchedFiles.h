@@ -21,6 +21,10 @@ class WatchedFiles {
 
   /// Those of the run at hand; null outside of one.
   static WatchedFiles* Current();
+  /// Puts those of the run at hand in force in the workspace in use, which another thread may use.
+  static void ShareWithWorkspaceInUse();
+  /// Whether nobody put files of their own in the place of the machine's.
+  static bool AreOfThisMachine();
 
   /// The path under which the file that this path names was read; null if it was not.
   const std::string* SourceAt(const std::string& nativePath) const;

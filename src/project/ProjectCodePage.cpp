@@ -12,6 +12,7 @@
 #include "services/CodePage.h"
 #include "services/FileSource.h"
 #include "services/FolderCache.h"
+#include "services/SourceCache.h"
 #include "services/SourceText.h"
 #include "text/Words.h"
 
@@ -177,16 +178,17 @@ class PageGuesser {
     mRead.insert(mFile.NativePath());
     if (!isList) return;
     for (const ListedFile& module : mListing.Listed(page, false)) {
-      Feed(mOwn, module.File.NativePath());
+      Feed(mOwn, module.File.NativePath(), SourceCache::Bytes);
       mFolders.insert(module.File.FolderPath());
     }
   }
 
   // A file that cannot be read is told when it is loaded.
-  void Feed(TellingBytes& bytes, const std::string& path) {
+  template <typename Read>
+  void Feed(TellingBytes& bytes, const std::string& path, Read read) {
     if (!mRead.insert(path).second) return;
     try {
-      bytes.Feed(ReadWholeFile(path));
+      bytes.Feed(read(path));
     } catch (const VendrelError&) {
     }
   }
@@ -203,7 +205,7 @@ class PageGuesser {
                 few + FileSystemObject(path).LeafName() + " beside it: " + found.Evidence()};
     }
     TellingBytes all = mOwn;
-    for (const std::string& path : paths) Feed(all, path);
+    for (const std::string& path : paths) Feed(all, path, ReadWholeFile);
     if (all.Count() < 2 * mOwn.Count()) return own;
     CodePageGuess guess = all.Choose();
     if (guess.Page == own.Page || !mOwn.Fit(guess.Page)) return own;

@@ -5,7 +5,7 @@
 
 #include "core/Utf8.h"
 #include "diagnostics/Context.h"
-#include "services/FileSource.h"
+#include "services/SourceCache.h"
 
 namespace vendrel {
 namespace {
@@ -172,7 +172,7 @@ std::shared_ptr<const SourceText> SourceText::Decode(std::string bytes, const Co
 
 std::shared_ptr<const SourceText> SourceText::Read(const std::string& nativePath,
                                                    const CodePage& page) try {
-  return Decode(ReadWholeFile(nativePath), page);
+  return SourceCache::Text(nativePath, page);
 }
 VENDREL_CONTEXT(nativePath)
 

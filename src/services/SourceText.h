@@ -51,7 +51,8 @@ struct SourceText : TextForm {
 
   /// By byte order mark; else UTF-8 if that is what it is; else by `page`. No bytes are refused.
   static std::shared_ptr<const SourceText> Decode(std::string bytes, const CodePage& page);
-  /// The file at a native path. Raises as `ReadWholeFile` does.
+  /// The file at a native path, from the `SourceCache` where it has been read. Raises as
+  /// `ReadWholeFile` does.
   static std::shared_ptr<const SourceText> Read(
       const std::string& nativePath, const CodePage& page = FileOptions::Current().Page());
 };

@@ -1,0 +1,150 @@
+#include "cli/ProjectsAhead.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "cli/ProjectSets.h"
+#include "cli/WatchedFiles.h"
+#include "services/FileSource.h"
+
+namespace vendrel::cli {
+
+struct ProjectsAhead::Slot {
+  enum class State { Free, Loading, Ready };
+  std::unique_ptr<Workspace> Own;  // none where a single job uses the one at hand
+  Workspace* Surroundings = nullptr;
+  State Is = State::Free;
+  std::size_t Index = 0;
+  std::shared_ptr<VBProject> Project;
+  Diagnostics Told;
+  std::exception_ptr Failure;
+};
+
+ProjectsAhead::Turn::Turn(ProjectsAhead& owner, Slot& slot)
+    : Project(std::move(slot.Project)),
+      Path(owner.mPaths[slot.Index]),
+      mOwner(owner),
+      mSlot(slot),
+      mUse(*slot.Surroundings) {}
+
+ProjectsAhead::Turn::~Turn() {
+  Project.reset();
+  mOwner.Release(mSlot);
+}
+
+ProjectsAhead::ProjectsAhead(std::vector<std::string> paths, const CommonOptions& options,
+                             const Streams& streams, LoadDepth depth, Preparation prepare)
+    : mPaths(std::move(paths)),
+      mOptions(options),
+      mStreams(streams),
+      mDepth(depth),
+      mPrepare(std::move(prepare)) {
+  // Whoever prepares projects counts on one thread.
+  const std::size_t jobs =
+      mPrepare ? 1 : std::min<std::size_t>(options.JobsAtHand(), mPaths.size());
+  if (jobs <= 1) {
+    mSlots.emplace_back().Surroundings = &Workspace::Current();
+    return;
+  }
+  for (std::size_t i = 0; i < jobs + 1; ++i) {
+    Slot& slot = mSlots.emplace_back();
+    slot.Own = std::make_unique<Workspace>();
+    slot.Surroundings = slot.Own.get();
+    const Workspace::Use use(*slot.Own);
+    WatchedFiles::ShareWithWorkspaceInUse();
+  }
+  for (std::size_t i = 1; i < jobs; ++i) mWorkers.emplace_back([this] { WorkUntilDone(); });
+}
+
+ProjectsAhead::~ProjectsAhead() {
+  {
+    const std::lock_guard lock(mMutex);
+    mStops = true;
+  }
+  mChanged.notify_all();
+  for (std::thread& worker : mWorkers) worker.join();
+  for (Slot& slot : mSlots) {
+    const Workspace::Use use(*slot.Surroundings);
+    slot.Project.reset();
+  }
+}
+
+// Takes the next path that nobody has taken, if there is room for its project. Needs the lock.
+ProjectsAhead::Slot* ProjectsAhead::Claim() {
+  if (mStops || mClaimed == mPaths.size()) return nullptr;
+  for (Slot& slot : mSlots) {
+    if (slot.Is != Slot::State::Free) continue;
+    slot.Is = Slot::State::Loading;
+    slot.Index = mClaimed++;
+    return &slot;
+  }
+  return nullptr;
+}
+
+// A bar is drawn by the thread that has the terminal.
+void ProjectsAhead::Load(Slot& slot, bool isCaller) {
+  const Workspace::Use use(*slot.Surroundings);
+  Streams streams = mStreams;
+  if (!isCaller) streams.ErrIsTerminal = false;
+  try {
+    slot.Project = LoadOneOf(mPaths[slot.Index], mOptions, streams, slot.Told, mDepth, mPrepare);
+  } catch (...) {
+    slot.Failure = std::current_exception();
+  }
+  {
+    const std::lock_guard lock(mMutex);
+    slot.Is = Slot::State::Ready;
+  }
+  mChanged.notify_all();
+}
+
+void ProjectsAhead::WorkUntilDone() {
+  std::unique_lock lock(mMutex);
+  while (!mStops && mClaimed < mPaths.size()) {
+    Slot* slot = Claim();
+    if (!slot) {
+      mChanged.wait(lock);
+      continue;
+    }
+    lock.unlock();
+    Load(*slot, false);
+    lock.lock();
+  }
+}
+
+void ProjectsAhead::Release(Slot& slot) {
+  {
+    const std::lock_guard lock(mMutex);
+    slot.Is = Slot::State::Free;
+  }
+  mChanged.notify_all();
+}
+
+std::unique_ptr<ProjectsAhead::Turn> ProjectsAhead::Next(Diagnostics& told) {
+  if (mGiven == mPaths.size()) return nullptr;
+  std::unique_lock lock(mMutex);
+  while (true) {
+    const auto ready = std::find_if(mSlots.begin(), mSlots.end(), [&](const Slot& slot) {
+      return slot.Is == Slot::State::Ready && slot.Index == mGiven;
+    });
+    if (ready != mSlots.end()) {
+      lock.unlock();
+      ++mGiven;
+      for (const Diagnostic& item : ready->Told) told.Add(item);
+      ready->Told.Clear();
+      auto turn = std::make_unique<Turn>(*this, *ready);
+      if (ready->Failure) std::rethrow_exception(std::exchange(ready->Failure, nullptr));
+      return turn;
+    }
+    // Rather than wait for the others, this thread loads one too.
+    if (Slot* slot = Claim()) {
+      lock.unlock();
+      Load(*slot, true);
+      lock.lock();
+    } else {
+      mChanged.wait(lock);
+    }
+  }
+}
+
+}  // namespace vendrel::cli

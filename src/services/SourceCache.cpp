@@ -1,0 +1,43 @@
+#include "services/SourceCache.h"
+
+#include "core/Workspace.h"
+#include "services/FileSource.h"
+
+namespace vendrel {
+
+SourceCache& SourceCache::Current() { return InUse<SourceCache>(); }
+
+SourceCache::Scope::Scope() : mCache(Current()) { ++mCache.mScopes; }
+
+SourceCache::Scope::~Scope() {
+  if (--mCache.mScopes == 0) mCache.mFiles.clear();
+}
+
+std::string_view SourceCache::Bytes(const std::string& nativePath) {
+  SourceCache& cache = Current();
+  std::string bytes = ReadWholeFile(nativePath);
+  if (cache.mScopes == 0) return cache.mUnkept = std::move(bytes);
+  File& file = cache.mFiles[nativePath];
+  file = {std::move(bytes), nullptr};
+  return file.Bytes;
+}
+
+std::shared_ptr<const SourceText> SourceCache::Text(const std::string& nativePath,
+                                                    const CodePage& page) {
+  SourceCache& cache = Current();
+  if (cache.mScopes == 0) return SourceText::Decode(ReadWholeFile(nativePath), page);
+  auto [found, isNew] = cache.mFiles.try_emplace(nativePath);
+  File& file = found->second;
+  if (file.Text && file.Text->CodePageName == page.Name()) return file.Text;
+  if (isNew || file.Text) try {
+      file.Bytes = ReadWholeFile(nativePath);
+    } catch (...) {
+      cache.mFiles.erase(found);
+      throw;
+    }
+  file.Text = SourceText::Decode(std::move(file.Bytes), page);
+  file.Bytes.clear();
+  return file.Text;
+}
+
+}  // namespace vendrel

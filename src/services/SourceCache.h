@@ -1,0 +1,50 @@
+#pragma once
+// A load reads a source file up to three times: to guess the code page of the project, for the name
+// that only the file of a form tells, and for the lines. While a `SourceCache::Scope` is open, each
+// file is read once.
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "services/SourceText.h"
+
+namespace vendrel {
+
+/// What was read of files while a scope is open, in the workspace in use. A file that changes
+/// meanwhile is seen as it was when it was first read.
+class SourceCache {
+ public:
+  /// Scopes nest; what was read is dropped when the outermost one ends.
+  class Scope {
+   public:
+    Scope();
+    ~Scope();
+    Scope(const Scope&) = delete;
+    Scope& operator=(const Scope&) = delete;
+
+   private:
+    SourceCache& mCache;
+  };
+
+  /// The bytes of a file, kept for `Text` while a scope is open: then they stand until the next
+  /// call. Raises as `ReadWholeFile` does.
+  static std::string_view Bytes(const std::string& nativePath);
+  /// The decoded file, from what was read where it was. Raises as `ReadWholeFile` does.
+  static std::shared_ptr<const SourceText> Text(const std::string& nativePath,
+                                                const CodePage& page);
+
+ private:
+  struct File {
+    std::string Bytes;
+    std::shared_ptr<const SourceText> Text;
+  };
+  static SourceCache& Current();
+
+  int mScopes = 0;
+  std::string mUnkept;
+  std::unordered_map<std::string, File> mFiles;
+};
+
+}  // namespace vendrel
