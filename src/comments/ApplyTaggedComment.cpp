@@ -3,7 +3,7 @@
 // kind.
 
 #include "comments/AppendDescription.h"
-#include "comments/Placing.h"
+#include "comments/Placement.h"
 #include "comments/TaggedCommentRules.h"
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
@@ -43,7 +43,7 @@ ElementTypeEnum KindOfSingleScope(std::string_view scope) {
   return etNone;
 }
 
-ElementTypeEnum KindOfQualified(const Application& a) {
+ElementTypeEnum KindOfQualified(const Placement& a) {
   if (a.ScopeHas("Parameter")) return etParameter;
   if (a.ScopeHas("FZ:EnumerationMember") && a.Block.CurrentEnum()) return etEnumerationMember;
   if (a.ScopeHas("FZ:StructureMember") && a.Block.CurrentUDT()) return etStructureMember;
@@ -52,12 +52,12 @@ ElementTypeEnum KindOfQualified(const Application& a) {
 }
 
 // Constants take comments in the complete reading, by the tags of variables.
-Constant* LastConstant(const Application& a) {
+Constant* LastConstant(const Placement& a) {
   return a.Block.Options().Reading.ConstantComments ? a.LastAs<Constant>() : nullptr;
 }
 
 // The tag cannot describe the last element: what else it may mean there.
-ElementTypeEnum KindBesidesLastElement(Application& a) {
+ElementTypeEnum KindBesidesLastElement(Placement& a) {
   if (IsA<Component>(a.LastElement)) {
     if (a.Is("##SUMMARY")) a.Comment->TagIdentifier = "##MODULE_SUMMARY";
     return etModule;
@@ -68,7 +68,7 @@ ElementTypeEnum KindBesidesLastElement(Application& a) {
   return a.ScopeHas("FZ:Project") ? etProject : etNone;
 }
 
-ElementTypeEnum KindOfLastElement(const Application& a) {
+ElementTypeEnum KindOfLastElement(const Placement& a) {
   if (a.LastAs<Block>()) return etMethod;
   if (a.LastAs<DeclareDeclaration>()) return etDeclareStatement;
   if (const auto* enumeration = a.LastAs<Enumeration>()) {
@@ -84,7 +84,7 @@ ElementTypeEnum KindOfLastElement(const Application& a) {
   return a.LastAs<Variable>() ? etVariable : etNone;
 }
 
-ElementTypeEnum KindOf(Application& a) {
+ElementTypeEnum KindOf(Placement& a) {
   const TaggedCommentDef& definition = *a.Definition;
   if (definition.ElementType != etNone) return definition.ElementType;
   if (definition.Scope.empty()) return etProjectGroup;
@@ -98,7 +98,7 @@ ElementTypeEnum KindOf(Application& a) {
 // ---- Phase 3: exclusion ------------------------------------------------------------------------
 
 // True if the comment excluded a reference, and is thereby done with.
-bool ReadExclusion(Application& a) {
+bool ReadExclusion(Placement& a) {
   const std::string& tag = a.Definition->TagIdentifier;
   if (tag != "##EXCLUDE" && !StartsWithNoCaseAscii(tag, "##EXCLUDE_")) return false;
   a.Exclude = !EqualsNoCaseAscii(tag, "##EXCLUDE_REFERENCE");
@@ -116,7 +116,7 @@ bool ReadExclusion(Application& a) {
 // ---- Phase 4: attachment -----------------------------------------------------------------------
 
 // The common step. `description` is where a describing text goes.
-void AttachTo(Application& a, CodeElement& element, LateText* description, bool canExclude) {
+void AttachTo(Placement& a, CodeElement& element, LateText* description, bool canExclude) {
   bool* excluded = canExclude && a.Exclude ? element.ExcludeFlagField() : nullptr;
   if (a.IsDescription && !a.Preserves && description)
     AppendDescription(description->Edit(), std::string_view(a.Comment->Text), a.Wrap);
@@ -128,22 +128,22 @@ void AttachTo(Application& a, CodeElement& element, LateText* description, bool 
   a.Applied = true;
 }
 
-void Attach(Application& a, CodeElement& element) {
+void Attach(Placement& a, CodeElement& element) {
   AttachTo(a, element, element.TaggedDescriptionField(), true);
 }
 
-void AttachWithoutExclusion(Application& a, CodeElement& element) {
+void AttachWithoutExclusion(Placement& a, CodeElement& element) {
   AttachTo(a, element, element.TaggedDescriptionField(), false);
 }
 
-void AttachToGroup(Application& a) {
+void AttachToGroup(Placement& a) {
   CodeElement* group = a.Project ? a.Project->VBProjectGroup() : nullptr;
   if (group) AttachWithoutExclusion(a, *group);
   a.Applied = true;
 }
 
 // What a project is the content of takes its comments, unless the project made it for itself.
-void AttachToProject(Application& a) {
+void AttachToProject(Placement& a) {
   if (!a.Project) return;
   Assembly* assembly = a.Project->Assembly();
   if (!assembly || !assembly->OwnProject()) return AttachWithoutExclusion(a, *a.Project);
@@ -151,14 +151,14 @@ void AttachToProject(Application& a) {
   a.Comment->CodeElement = a.Project;
 }
 
-void AttachToModule(Application& a) { AttachWithoutExclusion(a, a.Component); }
+void AttachToModule(Placement& a) { AttachWithoutExclusion(a, a.Component); }
 
-void AttachToBlock(Application& a) {
+void AttachToBlock(Placement& a) {
   auto* block = a.LastAs<Block>();
   if (block && !a.Block.Name().empty()) Attach(a, *block);
 }
 
-void AttachToVariable(Application& a) {
+void AttachToVariable(Placement& a) {
   const std::string& name = a.Comment->Qualifier;
   const bool isLast = a.Comment->TagIdentifier == "##" || name.empty();
   CodeElement* element = nullptr;
@@ -178,7 +178,7 @@ Parameter* EventParameter(Parameters& parameters, std::string_view name) {
   return nullptr;
 }
 
-Parameters* ParameterList(const Application& a) {
+Parameters* ParameterList(const Placement& a) {
   if (auto* event = a.LastAs<EventDeclaration>()) return &*event->Parameters;
   if (auto* last = a.LastAs<Block>())
     return last->Name().empty() ? nullptr : last->Parameters.IfAny();
@@ -187,7 +187,7 @@ Parameters* ParameterList(const Application& a) {
   return a.Block.Parameters.IfAny();
 }
 
-void AttachToParameter(Application& a) {
+void AttachToParameter(Placement& a) {
   Parameters* list = ParameterList(a);
   if (!list) return;
   const std::string_view name = a.Comment->Qualifier;
@@ -197,46 +197,46 @@ void AttachToParameter(Application& a) {
   if (parameter) AttachTo(a, *parameter, &parameter->mDescription, false);
 }
 
-void AttachToEvent(Application& a) {
+void AttachToEvent(Placement& a) {
   if (auto* event = a.LastAs<EventDeclaration>()) Attach(a, *event);
 }
 
-void AttachToEnumeration(Application& a) {
+void AttachToEnumeration(Placement& a) {
   if (a.Block.CurrentEnum()) Attach(a, *a.Block.CurrentEnum());
 }
 
 // The member that a comment names; one that names none is for the last member, and gets its name.
 template <typename Members>
-void AttachToMember(Application& a, Members& members) {
+void AttachToMember(Placement& a, Members& members) {
   std::string& name = a.Comment->Qualifier;
   if (name.empty() && members.Count() > 0) name = members.Item(members.Count())->Name;
   if (auto* member = members.Item(std::string_view(name))) Attach(a, *member);
 }
 
-void AttachToEnumMember(Application& a) {
+void AttachToEnumMember(Placement& a) {
   if (a.Block.CurrentEnum()) AttachToMember(a, a.Block.CurrentEnum()->Members());
 }
 
-void AttachToStructure(Application& a) {
+void AttachToStructure(Placement& a) {
   if (a.Block.CurrentUDT()) Attach(a, *a.Block.CurrentUDT());
 }
 
-void AttachToStructureMember(Application& a) {
+void AttachToStructureMember(Placement& a) {
   if (a.Block.CurrentUDT()) AttachToMember(a, a.Block.CurrentUDT()->Members);
 }
 
-void AttachToDeclare(Application& a) {
+void AttachToDeclare(Placement& a) {
   if (auto* declare = a.LastAs<DeclareDeclaration>()) Attach(a, *declare);
 }
 
-void AttachToInterface(Application& a) {
+void AttachToInterface(Placement& a) {
   const std::string& name = a.Comment->Qualifier;
   Interface* target =
       name.empty() ? a.LastAs<Interface>() : a.Component.Interfaces.Item(std::string_view(name));
   if (target) Attach(a, *target);
 }
 
-void AttachByKind(Application& a) try {
+void AttachByKind(Placement& a) try {
   switch (a.Kind) {
     case etNone:
     case etReserved: return;
@@ -260,7 +260,7 @@ VENDREL_CONTEXT_AT(LineReached(), trace::Local("Tag", a.Comment->TagIdentifier),
                    trace::Me(a.Block))
 
 // Whether an element of the kind is at hand, for a comment that names none.
-bool IsAtHand(const Application& a) {
+bool IsAtHand(const Placement& a) {
   switch (a.Kind) {
     case etNone:
     case etReserved: return false;
@@ -288,15 +288,15 @@ bool IsAtHand(const Application& a) {
 bool Block::ApplyTaggedComment(const std::shared_ptr<TaggedComment>& tc) try {
   vendrel::Component* component = Component.Get();
   if (!component) throw VendrelError(errObjectNotSet, "Block.Component");
-  Application a{*this,
-                *component,
-                VBProject(),
-                tc,
-                tc->TaggedCommentDef(),
-                component->LastElement.Get(),
-                Options().PreserveOriginalTaggedComments,
-                false,
-                tc->AlwaysJoinWithWhitespace ? wrapSpace : wrapLineBreak};
+  Placement a{*this,
+              *component,
+              VBProject(),
+              tc,
+              tc->TaggedCommentDef(),
+              component->LastElement.Get(),
+              Options().PreserveOriginalTaggedComments,
+              false,
+              tc->AlwaysJoinWithWhitespace ? wrapSpace : wrapLineBreak};
   const Outcome outcome = ActOnCommand(a);
   if (outcome == Outcome::Refused) return false;
   a.Applied = outcome == Outcome::Applied;
@@ -320,8 +320,8 @@ ElementTypeEnum FixedKind(const TaggedCommentDef& definition) {
 
 bool FindsElement(const TaggedCommentDef& definition, Component& component, Block& block) {
   static const auto unnamed = std::make_shared<TaggedComment>();
-  Application a{block, component, nullptr,      unnamed, &definition, component.LastElement.Get(),
-                false, false,     wrapLineBreak};
+  Placement a{block, component, nullptr,      unnamed, &definition, component.LastElement.Get(),
+              false, false,     wrapLineBreak};
   a.Kind = KindOf(a);
   return IsAtHand(a);
 }

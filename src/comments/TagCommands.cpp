@@ -4,7 +4,7 @@
 #include <cmath>
 #include <optional>
 
-#include "comments/Placing.h"
+#include "comments/Placement.h"
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
@@ -13,30 +13,30 @@
 namespace vendrel {
 namespace {
 
-std::shared_ptr<Example> LoadExample(const Application& a) {
+std::shared_ptr<Example> LoadExample(const Placement& a) {
   auto example = std::make_shared<Example>();
   example->Load(a.Comment->Text);
   return example;
 }
 
-void AddExample(const Application& a, const std::shared_ptr<Example>& example, CodeElement& item) {
+void AddExample(const Placement& a, const std::shared_ptr<Example>& example, CodeElement& item) {
   example->SetRelatedItem(&item);
   if (a.Project) a.Project->Examples->Add(example);
 }
 
 // A command that acted belongs to the element it acted on.
-Outcome Done(Application& a, CodeElement* element) {
+Outcome Done(Placement& a, CodeElement* element) {
   a.Comment->CodeElement = element;
   return Outcome::Applied;
 }
 
-Outcome MarkModuleAsExample(Application& a) {
+Outcome MarkModuleAsExample(Placement& a) {
   AddExample(a, LoadExample(a), a.Component);
   a.Component.IsExample = true;
   return Done(a, &a.Component);
 }
 
-Outcome MarkBlockAsExample(Application& a) {
+Outcome MarkBlockAsExample(Placement& a) {
   const std::shared_ptr<Example> example = LoadExample(a);
   auto* block = a.LastAs<Block>();
   if (!block) return Outcome::Refused;
@@ -45,7 +45,7 @@ Outcome MarkBlockAsExample(Application& a) {
   return Done(a, block);
 }
 
-Outcome MarkElementAsNew(Application& a) {
+Outcome MarkElementAsNew(Placement& a) {
   if (!a.Definition) throw VendrelError(errObjectNotSet, a.Comment->TagIdentifier);
   CodeElement* element = nullptr;
   if (a.Definition->ElementType == etMethod) {
@@ -62,13 +62,13 @@ Outcome MarkElementAsNew(Application& a) {
   return Done(a, element);
 }
 
-Outcome MarkModuleAsNew(Application& a) {
+Outcome MarkModuleAsNew(Placement& a) {
   a.AddByTag(a.Component);
   a.Component.IsNew = true;
   return Outcome::GoesOn;
 }
 
-Outcome MarkLastElementAsNew(Application& a) {
+Outcome MarkLastElementAsNew(Placement& a) {
   if (!a.LastElement) return Outcome::GoesOn;
   a.AddByTag(*a.LastElement);
   bool* isNew = a.LastElement->IsNewField();
@@ -77,7 +77,7 @@ Outcome MarkLastElementAsNew(Application& a) {
   return Done(a, a.LastElement);
 }
 
-Outcome IgnoreReferences(Application& a) {
+Outcome IgnoreReferences(Placement& a) {
   std::vector<std::string>& names = a.Component.IgnoreReferences;
   std::unordered_set<std::string>& keys = *a.Component.IgnoreReferenceKeys;
   if (keys.size() != names.size())  // a client has changed the list
@@ -115,29 +115,29 @@ std::optional<std::int32_t> LeadingNumber(std::string_view text) {
   return static_cast<std::int32_t>(rounded);
 }
 
-Outcome SetRelationshipLevels(Application& a) {
+Outcome SetRelationshipLevels(Placement& a) {
   if (const auto levels = LeadingNumber(a.Comment->Text)) a.Component.RelationshipLevels = *levels;
   return Done(a, &a.Component);
 }
 
-Outcome MarkModuleAsCollection(Application& a) {
+Outcome MarkModuleAsCollection(Placement& a) {
   a.Component.SetIsCollection(true);
   return Done(a, &a.Component);
 }
 
-Outcome MarkModuleAsInterface(Application& a) {
+Outcome MarkModuleAsInterface(Placement& a) {
   a.Component.IsInterface = true;
   return Done(a, &a.Component);
 }
 
-Outcome RetainContextIDs(Application& a) {
+Outcome RetainContextIDs(Placement& a) {
   if (a.Project) a.Project->RetainContextIDs = true;
   return Done(a, a.Project);
 }
 
 // "##INTERFACE_ALIAS IFoo path" for an interface by name, "##INTERFACE_ALIAS path" for the last
 // one.
-Outcome SetInterfaceAlias(Application& a) {
+Outcome SetInterfaceAlias(Placement& a) {
   const std::string& text = a.Comment->Text;
   const std::size_t blank = text.find(' ');
   const bool twoParts =
@@ -154,7 +154,7 @@ Outcome SetInterfaceAlias(Application& a) {
 
 struct Command {
   std::string_view Tag;
-  Outcome (*Act)(Application&);
+  Outcome (*Act)(Placement&);
 };
 
 constexpr Command kCommands[] = {
@@ -179,7 +179,7 @@ constexpr Command kCommands[] = {
 
 }  // namespace
 
-Outcome ActOnCommand(Application& a) try {
+Outcome ActOnCommand(Placement& a) try {
   for (const Command& command : kCommands)
     if (a.Is(command.Tag)) return command.Act(a);
   return Outcome::GoesOn;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "comments/Placing.h"
+#include "comments/Placement.h"
 #include "comments/TaggedCommentRules.h"
 #include "core/Ascii.h"
 #include "core/CaseFold.h"

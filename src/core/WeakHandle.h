@@ -47,7 +47,7 @@ class HandleTarget {
   mutable detail::HandleCell* mCell = nullptr;
 };
 
-/// Holds one object without keeping it alive. Valid from the target's constructor on; gives nothing
+/// Holds one object without keeping it alive. Valid from the target's constructor on; is null
 /// once the target has gone. One thread only.
 template <typename T>
 class WeakHandle {

@@ -1,4 +1,7 @@
-// Stage 2: what each type of line does.
+// Stage 2: what each type of line does. One function a type of line makes the element and hangs it
+// where it belongs, in this order, on which others rest: place and parent first (a failure while
+// the statement is read then names them), the comments read in front of it, the statement itself,
+// and last `SetLast`, so that comments behind it find it.
 
 #include "comments/AppendDescription.h"
 #include "core/Ascii.h"
@@ -22,6 +25,8 @@ void TakeProcedure(LinePassage& p, BlockTypeEnum type) try {
 }
 VENDREL_CONTEXT_AT(LineReached(), type, trace::Me(p.Block))
 
+// These keep the name that the language gives them, in the spelling of the type of line: in the
+// classic reading their statement is not read at all, so they have neither access nor parameters.
 void TakeInitialiser(LinePassage& p, BlockTypeEnum type, std::string_view name) try {
   p.Block.SetBlockType(type);
   p.Block.SetSourceLine(p.Intake.StatementLine);
@@ -45,6 +50,8 @@ void TakeProperty(LinePassage& p) try {
 }
 VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
+// The block still receives lines until the next one opens: comments in front of the next procedure
+// come through it. `mEnded` tells the stages behind that they do not describe this one any more.
 void TakeEnd(LinePassage& p) try {
   p.State.mEnded = true;
   if (p.Options.TaggedCommentsBeforeElement) {
@@ -134,6 +141,8 @@ void TakeDeclare(LinePassage& p) try {
   p.Component.Declarations.Add(declare, declare->Name);
   VBProject* project = p.Component.VBProject();
   if (!project) return;
+  // One library of the project for all Declares that name it, whatever module they stand in. Of a
+  // name that several modules declare, the library keeps the first.
   if (!project->Libraries->HasKey(declare->Library)) {
     auto library = std::make_shared<Library>();
     library->Name = declare->Library.str();

@@ -1,5 +1,15 @@
 // From physical lines to statements: continuations joined, statements behind separators taken
 // apart, branches of conditional compilation resolved.
+//
+// A physical line is classified the moment it comes, before anybody knows whether its statement is
+// whole. What goes on is *pending*: it waits in `ContinuationBuffer` until its last line comes, and
+// that one carries the statement; the pending ones are stored with it as lines that declare
+// nothing. What stands behind a separator is the *remainder*: a statement of its own that has no
+// line in the file (`NotInSource`), taken at once in the complete reading, and in the classic one
+// only when the next physical line comes, which is lost.
+//
+// Everything here is views: of the module's text, or where a line had tabs of a buffer that the
+// next line overwrites. Whatever must outlive its line is *held*, copied into a record.
 
 #include "core/Ascii.h"
 #include "core/Workspace.h"
@@ -184,7 +194,9 @@ void Classify(const Component& component, ModuleIntake& intake, std::string_view
 }
 VENDREL_CONTEXT_AT(LineReached(), text, notInSource)
 
-// A line of a statement that goes on in the next, or of the attributes in front of it.
+// A language may join lines by rules of its own (`JoinLine`) before anything is classified. Then
+// its lines wait unclassified. Attributes in front of a declaration are lines of it, but the
+// statement itself begins behind them: that is the line that its elements point at.
 void KeepJoined(ModuleIntake& intake, std::string_view text, bool isStatement) {
   if (!isStatement)
     intake.StatementLine = intake.PhysicalLine + 1;
@@ -197,7 +209,8 @@ void KeepJoined(ModuleIntake& intake, std::string_view text, bool isStatement) {
   KeepPending(intake, line);
 }
 
-// The last line of a statement whose lines the language has joined.
+// The last line of a statement whose lines the language has joined: what is classified is the whole
+// statement in one text, at the place of its first line; what is stored is the line.
 void ClassifyJoined(const Component& component, ModuleIntake& intake, std::string_view text,
                     std::string_view statement, ParsedLine& line) {
   const std::int32_t physical = intake.PhysicalLine;
@@ -220,6 +233,8 @@ void TakeStatement(Component& component, ModuleIntake& intake, std::string_view 
   else
     Classify(component, intake, text, notInSource, line);
   Remember(intake, line);
+  // Nothing is decided about half a statement: not even whether it lies in a false branch, which is
+  // settled for all its lines at once when the last one comes.
   if (line.Continued) {
     KeepPending(intake, line);
     return;
@@ -229,6 +244,8 @@ void TakeStatement(Component& component, ModuleIntake& intake, std::string_view 
     if (!line.MoreLines) intake.InOneLineProcedure = false;
   }
   if (!intake.Conditions.Ignore()) intake.Language.SettleStatement(component, intake, line);
+  // The line may be changed below (commented out), and a directive takes effect only behind itself:
+  // "#Else" still belongs to the branch that it ends. So what it says is copied first.
   const LineTypeEnum type = line.LineType;
   const std::string directive =
       type == COMPILER_DIRECTIVE ? std::string(line.StatementPart) : std::string();

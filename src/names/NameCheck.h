@@ -14,7 +14,7 @@ enum class NameState {
   Leads,
   /// It gives another element of that name, which stands before it.
   Clashes,
-  /// It gives nothing, or something of another name: the format cannot express the element.
+  /// It leads nowhere, or to something of another name: the format cannot express the element.
   Lost
 };
 

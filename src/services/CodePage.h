@@ -20,7 +20,7 @@ class CodePage {
   /// By number ("1251"), with or without "cp" or "windows-", or by a name that the C library knows
   /// ("shift_jis"); letter case ignored. nullptr if there is none, or if it does not hold ASCII.
   static const CodePage* Find(std::string_view name);
-  /// The same, raising 5 where `Find` gives nothing.
+  /// The same, raising 5 for an unknown name.
   static const CodePage& Named(std::string_view name);
   /// windows-1252.
   static const CodePage& Default();

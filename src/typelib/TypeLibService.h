@@ -23,7 +23,7 @@ class TLIApplication {
   std::vector<std::string> SearchPath;
 
   /// The library of a file, by a path in Windows form or of this machine; `\2` behind it picks the
-  /// second of a compiled file. Raises, or gives nothing, where there is none.
+  /// second of a compiled file. Raises, or gives null, where there is none.
   virtual std::shared_ptr<const typelib::TypeLibInfo> TypeLibInfoFromFile(
       const std::string& Path) = 0;
   /// Name of that library, without reading its types where that is possible.

@@ -1,3 +1,20 @@
+// Signatures are blobs in prefix form: a byte says what comes, and what it is made of follows.
+//
+//   field      06 type
+//   method     convention [number of type parameters] number of parameters, result, parameters
+//   property   08 or 28, number of parameters, type, parameters
+//   type       01..0E            a primitive, void and string among them
+//              0F 10 1D type     a pointer, by reference, a vector of it
+//              11 12 token       a value type or class: TypeDef, TypeRef or TypeSpec
+//              13 1E number      a type parameter of the type, of the method
+//              14 type shape     an array: rank, sizes, lower bounds
+//              15 type n types   a generic type and its n arguments
+//              1F 20 token type  a modifier, which is passed over, in front of any type
+//
+// Numbers are compressed: one, two or four bytes, by the topmost bits of the first. A TypeSpec
+// leads to a blob of its own, so a file can build rings and trees that grow without end from few
+// bytes: depth, length of text and steps are bounded (MetadataLimits.h).
+
 #include "dotnet/metadata/MetadataSignatures.h"
 
 #include <charconv>
@@ -74,6 +91,7 @@ std::uint32_t TakeCompressed(ByteStream& blob) {
   return value;
 }
 
+// "Outer`1+Inner`2" with three arguments is "Outer{a}+Inner{b,c}": each mark takes its own.
 void AppendInstance(std::string& out, std::string_view name, const TypeArguments& arguments) {
   std::size_t used = 0;
   while (!name.empty()) {

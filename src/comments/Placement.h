@@ -13,8 +13,10 @@
 
 namespace vendrel {
 
-/// The state of one decision.
-struct Application {
+/// Where one comment is going: what is known of it and of the block in which it was read, and what
+/// the phases of the rule have decided so far. `LastElement` is what was declared last in front of
+/// it, `Kind` the class that the scope of its tag names.
+struct Placement {
   vendrel::Block& Block;
   vendrel::Component& Component;
   VBProject* Project;
@@ -46,15 +48,15 @@ struct Application {
 };
 
 /// Whether the waiting comments stand behind the end of the procedure that still receives the lines
-/// (complete reading): its parameters and variables are none of theirs.
-inline bool StandsBehindEnd(const Application& a) {
+/// (complete reading): they do not describe its parameters and variables.
+inline bool StandsBehindEnd(const Placement& a) {
   if (!a.Block.CompletelyLoaded() || !a.Block.Options().Reading.CommentsBehindEnd) return false;
   const TaggedComments* buffer = a.Component.TaggedCommentBuffer.IfAny();
   return buffer && buffer->mBehindEnd;
 }
 
 /// The variable of the block under that name; null if there is none.
-inline Variable* VariableNamed(const Application& a, std::string_view name) {
+inline Variable* VariableNamed(const Placement& a, std::string_view name) {
   Variables* variables = StandsBehindEnd(a) ? nullptr : a.Block.Variables.IfAny();
   return variables ? variables->Item(name) : nullptr;
 }
@@ -63,7 +65,7 @@ inline Variable* VariableNamed(const Application& a, std::string_view name) {
 enum class Outcome { Applied, GoesOn, Refused };
 
 /// Acts on a tag that is a command; other tags go on.
-Outcome ActOnCommand(Application& a);
+Outcome ActOnCommand(Placement& a);
 
 /// Whether a tag is a command, judged by a rule of its own.
 bool IsCommandTag(std::string_view tag);
