@@ -9,6 +9,7 @@
 #include "cli/Results.h"
 #include "cli/ShownText.h"
 #include "comments/CommentFile.h"
+#include "dotnet/Sources.h"
 #include "model/Block.h"
 #include "output/UniqueNames.h"
 
@@ -45,7 +46,14 @@ class Gatherer {
     ForEachCommentedElement(project, [&](CodeElement& element) {
       OnDemand<TaggedComments>* comments = element.TaggedCommentsField();
       if (!comments || !comments->IfAny()) return;
-      for (std::size_t i = 1; i <= (*comments)->Count(); ++i) Keep((*comments)->Share(i), file);
+      for (std::size_t i = 1; i <= (*comments)->Count(); ++i) {
+        const std::shared_ptr<TaggedComment> comment = (*comments)->Share(i);
+        const Component* component = element.OwnComponent();
+        // What has a line is documentation in source.
+        Keep(comment, comment->SourceLine > 0 && component
+                          ? SourceFileOf(*component, element).FullPath()
+                          : file);
+      }
     });
   }
   const std::vector<FoundComment>& All() const { return mFound; }

@@ -70,6 +70,7 @@ namespace vendrel {
   X(NetInheritance, "Members of VB.NET are inherited bases first, as the language has it.")        \
   X(NetNames, ".NET names are those of documentation files; delegates are found by them.")         \
   X(AssemblyNesting, "A type nested in a class of an assembly is marked as nested.")               \
+  X(NetXmlComments, "The ''' lines of VB.NET source are documentation of what follows them.")      \
   X(DocumentationElements, "All that documentation files say is kept; inheritdoc is followed.")
 
 /// One named flag for each place where the described behaviour loses text or misreads everyday

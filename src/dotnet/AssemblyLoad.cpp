@@ -253,6 +253,7 @@ bool Assembly::ResolveTypes() try {
     file.ResolveInheritedMembers();
   }
   TypesResolved = true;
+  ResolveInheritDocs();
   return true;
 }
 VENDREL_CONTEXT(*this)

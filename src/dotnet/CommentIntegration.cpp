@@ -170,6 +170,13 @@ void Assembly::ResolveInheritDocs() {
   if (mInheritDocs) mInheritDocs->Resolve();
 }
 
+void Assembly::AddInheritDoc(CodeElement& element, std::string from) {
+  vendrel::VBProject* project = VBProject();
+  if (!project) return;
+  if (!mInheritDocs) mInheritDocs = std::make_shared<InheritDocs>(*this, *project);
+  mInheritDocs->Add(element, std::move(from));
+}
+
 bool Assembly::IntegrateCommentFile(vendrel::VBProject& vbp, PlugInHost* PlugIn,
                                     bool UseCSharpCommentFile, bool /*DrillCommentFiles*/) try {
   const Workspace::Use use(vbp.Workspace());

@@ -16,9 +16,12 @@ Block* FindSourceDelegate(VBProject& project, std::string_view name) {
   const std::size_t dot = name.rfind('.');
   const std::string_view front = dot == std::string_view::npos ? "" : name.substr(0, dot);
   const std::string_view own = dot == std::string_view::npos ? name : name.substr(dot + 1);
+  if (!front.empty()) {
+    Namespace* space = assembly->Namespaces.Item(front);
+    return space ? space->Delegates.Item(own) : nullptr;
+  }
   for (Namespace& space : assembly->Namespaces)
-    if (EqualsNoCase(space.Name, front))
-      if (Block* block = space.Delegates.Item(own)) return block;
+    if (space.Name.empty()) return space.Delegates.Item(own);
   return nullptr;
 }
 

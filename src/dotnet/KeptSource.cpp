@@ -74,6 +74,7 @@ void SourceScan::TakeKept(const SourceStatement& statement) {
   const std::vector<TypeStatement> found =
       mRules.NetTypeStatements ? StatementsByWord(statement.Text)
                                : StatementsByPattern(StripAttributes(statement.Text));
+  if (mRules.NetXmlComments) mScanned.Documentation.Take(statement);
   if (found.empty()) {
     if (mTypes.empty()) TakeImports(statement.Text);
     return FeedLines(Innermost(), statement);
@@ -120,18 +121,18 @@ void SourceScan::FeedHeader(const TypeStatement& opened, std::size_t statements,
 
 // Directives, and lines in a false branch; the conditions hold for the whole file.
 bool SourceScan::TakeCondition(const SourceStatement& statement) {
-  Component& outside = *mScanned.Outside;
-  ModuleIntake& intake = outside.Intake();
+  if (!mConditions) mConditions = mScanned.Outside ? mScanned.Outside : NewHolder();
+  ModuleIntake& intake = mConditions->Intake();
   const bool isDirective = TrimGaps(statement.Text).starts_with('#');
   if (!isDirective && !intake.Conditions.Ignore()) return false;
-  Component& component = Innermost();
+  Component& component = mRules.NetKeepSource ? Innermost() : *mCurrent;
   FinishPart(component);
   for (std::size_t i = 0; i < statement.Lines.size(); ++i) {
     mLine = statement.FirstLine + static_cast<std::int32_t>(i);
     StoreRaw(component, statement.Lines[i], isDirective ? COMPILER_DIRECTIVE : OTHER);
   }
   if (isDirective) try {
-      UpdateConditions(outside, intake, DirectiveOf(statement.Text));
+      UpdateConditions(*mConditions, intake, DirectiveOf(statement.Text));
     } catch (const VendrelError&) {
       Report(DiagnosticCode::UnbalancedDirective, {Trim(statement.Text)});
     }
@@ -209,7 +210,10 @@ void SourceScan::OpenKept(const TypeStatement& type) {
   component->IsSealed |= type.IsSealed;
   if (isNew) AddComponent(component);
   mScanned.NamesRead[component.get()] = component->Name;
-  mTypes.push_back({component, type.Underlying, component->CurrentBlock});
+  if (mRules.NetXmlComments) mScanned.Documentation.AddType(mLine, *component);
+  mTypes.push_back({component, type.Underlying, component->CurrentBlock, !isNew,
+                    component->EventDeclarations.Count(), component->Declarations.Count(),
+                    component->Interfaces.Count()});
 }
 
 // The line that closes a type. That of an enumeration is read: it closes the list of members.
@@ -242,12 +246,30 @@ void SourceScan::CloseKept(const TypeStatement& ended) {
   while (mTypes.size() >= depth) CloseInnermost();
 }
 
+void SourceScan::NotePlaces(const OpenType& part) {
+  Component& component = *part.Module;
+  for (std::size_t i = part.Events; i < component.EventDeclarations.Count(); ++i)
+    NotePlace(*component.EventDeclarations.Item(i + 1));
+  for (std::size_t i = part.Declares; i < component.Declarations.Count(); ++i)
+    NotePlace(*component.Declarations.Item(i + 1));
+  for (std::size_t i = part.Interfaces; i < component.Interfaces.Count(); ++i)
+    NotePlace(*component.Interfaces.Item(i + 1));
+  for (const WeakHandle<Block>& block : part.Blocks) {
+    if (!block) continue;
+    if (const Variables* variables = block->Variables.IfAny())
+      for (const Variable& variable : *variables) NotePlace(variable);
+    if (const Constants* constants = block->Constants.IfAny())
+      for (const Constant& constant : *constants) NotePlace(constant);
+  }
+}
+
 void SourceScan::CloseInnermost() {
   const OpenType type = mTypes.back();
   mTypes.pop_back();
   Component& component = *type.Module;
   FinishPart(component);
   FinishLines(component);
+  if (type.IsLaterPart) NotePlaces(type);
   GatherFields(component, type.FirstBlock.Get());
   if (component.IsEnumeration) TurnEnumerationIntoFields(component, type.Underlying);
   if (component.CurrentBlock && component.TaggedCommentBuffer.IfAny())

@@ -309,6 +309,7 @@ void MSBuildReader::Scan() {
     mProject.ProjectFiles.Add(file);
     file->Populate();
   }
+  PlaceSourceDocumentation(mProject);
   mProject.Components.DoNotPopulate = true;
   mProject.ProjectSourceType = ptsVisualBasicProject;
   mProject.ProjectSourceAccess = psaReadWrite;

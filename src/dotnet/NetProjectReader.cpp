@@ -107,6 +107,7 @@ void NetProjectReader::Read() try {
       if (IsNamed(child, "files")) TakeFiles(child);
     }
   }
+  PlaceSourceDocumentation(mProject);
   mProject.Components.DoNotPopulate = true;
 }
 VENDREL_CONTEXT(trace::Me(mProject))

@@ -37,7 +37,7 @@ Place PlaceOf(VBProject& project, CodeElement& obj) {
   }
   if (auto* component = As<Component>(&obj))
     return {component, DeclarationsOf(component), component};
-  if (IsA<EventDeclaration, DeclareDeclaration, Enumeration, UDT, Variable>(&obj)) {
+  if (IsA<EventDeclaration, DeclareDeclaration, Enumeration, UDT, Variable, Constant>(&obj)) {
     Component* own = obj.OwnComponent();
     return {own, DeclarationsOf(own), &obj};
   }
@@ -80,7 +80,10 @@ void XmlComments::AddTaggedComment(CodeElement& obj, std::string_view TagIdentif
   if (mMode == imReplace && definition->IsDescription && description) description->clear();
   if (mMode == imReplace && isForeign) (*comments)->Remove(TagIdentifier);
   comment->Text = Text;
-  comment->Tag = kMadeHere;
+  if (mSourceLine > 0)
+    comment->SourceLine = mSourceLine;
+  else
+    comment->Tag = kMadeHere;
   const bool isApplied = Apply(obj, comment);
   // Whatever the scope of its tag: what documentation says of a type stays with it.
   if (!isApplied && Keeps() && IsA<Component>(&obj) && TagIdentifier == "##REMARKS")

@@ -126,6 +126,11 @@ std::string_view SourceLines::TakePhysical() {
   return line;
 }
 
+std::string_view SourceLines::Ahead() const {
+  std::string_view rest = mText.substr(mAt);
+  return TakeLine(rest);
+}
+
 // Walks one line; true if the statement goes on behind it.
 bool SourceLines::GoesOn(Scan& scan, std::string_view line) {
   using Mode = Scan::Mode;
@@ -277,6 +282,7 @@ bool SourceLines::Next(SourceStatement& statement) {
   statement.FirstLine = mPhysical;
   statement.Lines = {line};
   statement.Text = line;
+  statement.Next = Ahead();
   if (StandsAlone(line)) return true;
   for (const bool simple : {mUnclosed >= kMostUnclosed, true}) {
     Scan scan;
@@ -291,8 +297,7 @@ bool SourceLines::Next(SourceStatement& statement) {
         mJoined.resize(mJoined.rfind('_'));
       else if (!scan.InLiteral() && !scan.AttributeOpen) {
         // Attributes go with what follows them at once.
-        std::string_view rest = mText.substr(mAt);
-        const std::string_view following = TrimGaps(TakeLine(rest));
+        const std::string_view following = TrimGaps(Ahead());
         if (following.empty() || following.front() == '\'' || following.front() == '#') break;
       }
       const bool inside = scan.InLiteral();
@@ -310,6 +315,7 @@ bool SourceLines::Next(SourceStatement& statement) {
     line = TakePhysical();
   }
   statement.Text = mJoined;
+  statement.Next = Ahead();
   return true;
 }
 

@@ -18,6 +18,8 @@ struct SourceStatement {
   std::int32_t FirstLine = 0;
   /// Lines from this one on (0-based in `Lines`) are the inside of a text or of an XML literal.
   std::size_t InsideFrom = static_cast<std::size_t>(-1);
+  /// The physical line behind the statement; empty where it is not known.
+  std::string_view Next = {};
 };
 
 /// Walks a file as the described behaviour has it: tabs are blanks, a bare line feed parts lines
@@ -51,6 +53,7 @@ class SourceLines {
  private:
   struct Scan;
   std::string_view TakePhysical();
+  std::string_view Ahead() const;
   bool GoesOn(Scan& scan, std::string_view line);
 
   std::string_view mText;

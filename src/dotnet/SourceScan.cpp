@@ -53,7 +53,13 @@ SourceScan::SourceScan(ProjectFile& file, std::shared_ptr<const SourceText> sour
       mAssembly(AssemblyOf(mProject)),
       mRules(mProject.Reading),
       mScanned(file.Scanned()),
-      mSource(std::move(source)) {}
+      mSource(std::move(source)) {
+  ProjectFile* first = mProject.ProjectFiles.Item(1);
+  std::shared_ptr<SourcePlaces>& shared = (first ? first->Scanned() : mScanned).Places;
+  if (!shared) shared = std::make_shared<SourcePlaces>();
+  mScanned.Places = shared;
+  shared->ByText[&mSource->Text] = &file;
+}
 
 void SourceScan::Run() {
   EnterNamespace(CreateNamespace(mProject.RootNamespace, true));
@@ -129,6 +135,12 @@ void SourceScan::EnterNamespace(Namespace* space) {
 }
 
 std::shared_ptr<Component> SourceScan::NewPart() {
+  std::shared_ptr<Component> component = NewHolder();
+  if (mRules.NetKeepSource) mScanned.Parts.push_back(component);
+  return component;
+}
+
+std::shared_ptr<Component> SourceScan::NewHolder() {
   auto component = std::make_shared<Component>();
   component->SetVBProject(&mProject);
   component->FileName = mFile.FileName;
@@ -138,7 +150,6 @@ std::shared_ptr<Component> SourceScan::NewPart() {
     component->SourceForm = mSource;
     component->Intake().Text = std::shared_ptr<const std::string>(mSource, &mSource->Text);
   }
-  if (mRules.NetKeepSource) mScanned.Parts.push_back(component);
   return component;
 }
 
@@ -155,8 +166,9 @@ void SourceScan::AddComponent(const std::shared_ptr<Component>& component) {
 
 // --- Lines into modules -------------------------------------------------------------------------
 
-void SourceScan::AddLine(Component& component, std::string_view line) {
+void SourceScan::AddLine(Component& component, std::string_view line, std::string_view next) {
   ModuleIntake& intake = component.Intake();
+  intake.NextLine = next;
   intake.PhysicalLine = mLine;
   intake.LineStored = false;
   try {
@@ -172,6 +184,15 @@ void SourceScan::AddLine(Component& component, std::string_view line) {
     if (!stored) StoreRaw(component, line);
   }
   NoteDelegate(component);
+  NoteBlock(component);
+}
+
+void SourceScan::NoteBlock(const Component& component) {
+  if (mTypes.empty() || !mTypes.back().IsLaterPart) return;
+  OpenType& part = mTypes.back();
+  Block* block = component.CurrentBlock.Get();
+  if (part.Module.get() != &component || !block) return;
+  if (part.Blocks.empty() || part.Blocks.back().Get() != block) part.Blocks.emplace_back(block);
 }
 
 // A line of a list of its own, not interpreted.
@@ -187,7 +208,7 @@ void SourceScan::StoreRaw(Component& component, std::string_view line, LineTypeE
 
 void SourceScan::NoteDelegate(Component& component) {
   const std::shared_ptr<Block>& block = component.Intake().DetachedBlock;
-  if (!block || !mRules.NetKeepSource) return;
+  if (!block || !(mRules.NetKeepSource || mRules.NetXmlComments)) return;
   for (auto known = mScanned.Delegates.rbegin(); known != mScanned.Delegates.rend(); ++known)
     if (*known == block) return;
   mScanned.Delegates.push_back(block);
@@ -205,13 +226,17 @@ void SourceScan::FinishPart(Component& component) {
 void SourceScan::FeedLines(Component& component, const SourceStatement& statement) {
   for (std::size_t i = 0; i < statement.Lines.size(); ++i) {
     mLine = statement.FirstLine + static_cast<std::int32_t>(i);
-    if (i < statement.InsideFrom) {
-      AddLine(component, statement.Lines[i]);
-    } else {
+    if (i >= statement.InsideFrom) {
       if (i == statement.InsideFrom) FinishPart(component);
       StoreRaw(component, statement.Lines[i]);
+      continue;
     }
+    // What a statement declares stands in front of the first literal of several lines.
+    component.Intake().EndsStatement = i + 1 == statement.InsideFrom;
+    AddLine(component, statement.Lines[i],
+            i + 1 < statement.Lines.size() ? statement.Lines[i + 1] : statement.Next);
   }
+  component.Intake().EndsStatement = false;
 }
 
 // --- As described -------------------------------------------------------------------------------
@@ -221,9 +246,11 @@ void SourceScan::Take(const SourceStatement& statement) {
     mCurrent = NewPart();
     mCurrent->Access = "PRIVATE";
   }
+  if (mRules.NetConditions && TakeCondition(statement)) return;
   const std::vector<TypeStatement> found =
       mRules.NetTypeStatements ? StatementsByWord(statement.Text)
                                : StatementsByPattern(StripAttributes(statement.Text));
+  if (mRules.NetXmlComments) mScanned.Documentation.Take(statement);
   if (found.empty()) {
     TakeImports(statement.Text);
     return FeedLines(*mCurrent, statement);
@@ -297,6 +324,7 @@ void SourceScan::TakeType(const TypeStatement& opened, std::string_view text) {
     outer->AddCode(placeholder, true);
   }
   mTypes.push_back({mCurrent, opened.Underlying});
+  if (mRules.NetXmlComments) mScanned.Documentation.AddType(mLine, *mCurrent);
   AddLine(*mCurrent, text);
 }
 

@@ -8,12 +8,25 @@
 #include <unordered_map>
 #include <vector>
 
+#include "dotnet/SourceDocumentation.h"
 #include "dotnet/SourceLines.h"
 #include "dotnet/TypeStatements.h"
 #include "project/Assembly.h"
 #include "project/ProjectFile.h"
 
 namespace vendrel {
+
+/// In which source files what stands.
+struct SourcePlaces {
+  /// The files by their texts: lines of blocks point into them.
+  std::unordered_map<const std::string*, WeakHandle<ProjectFile>> ByText;
+  /// What has no lines of its own, where it stands in another file than its module: variables,
+  /// events, declares and interfaces of the later parts of a `Partial` type.
+  std::unordered_map<const CodeElement*, WeakHandle<ProjectFile>> OfLaterParts;
+
+  /// The file of an element of a source module; null for that of the module.
+  ProjectFile* FileOf(const CodeElement& element) const;
+};
 
 /// What the scan of a file leaves for its later steps.
 struct ScannedSource {
@@ -27,6 +40,10 @@ struct ScannedSource {
   std::vector<std::shared_ptr<Block>> Delegates;
   /// What the project imports, for all of its files; null where nothing told it.
   std::shared_ptr<const std::vector<std::string>> ProjectImports;
+  /// One for all files of a project.
+  std::shared_ptr<SourcePlaces> Places;
+  /// Documentation in the file (`NetXmlComments`), until it is placed.
+  SourceDocumentation Documentation;
   bool NamesResolved = false;
   bool InheritanceResolved = false;
 };
@@ -58,8 +75,14 @@ class SourceScan {
     std::string Underlying;
     /// The first block of this part of the type.
     WeakHandle<Block> FirstBlock = {};
+    /// What the type had of earlier parts: events, declares and interfaces.
+    bool IsLaterPart = false;
+    std::size_t Events = 0, Declares = 0, Interfaces = 0;
+    /// Blocks that lines of a later part went to.
+    std::vector<WeakHandle<Block>> Blocks = {};
   };
 
+  std::shared_ptr<Component> NewHolder();
   // As described: lines outside of types go with the next type.
   void Take(const SourceStatement& statement);
   void TakeNamespace(const TypeStatement& opened, std::string_view text);
@@ -75,6 +98,9 @@ class SourceScan {
   void OpenKept(const TypeStatement& type);
   void CloseKept(const TypeStatement& ended);
   void CloseInnermost();
+  void NoteBlock(const Component& component);
+  void NotePlaces(const OpenType& part);
+  void NotePlace(const CodeElement& element) { mScanned.Places->OfLaterParts[&element] = &mFile; }
   std::shared_ptr<Component> PartOf(const TypeStatement& type, const std::string& name);
   void TakeCommentsAbove(Component& above, Component& type);
   void KeepLostLines();
@@ -89,7 +115,7 @@ class SourceScan {
   void AddComponent(const std::shared_ptr<Component>& component);
   std::shared_ptr<Component> NewPart();
   void FeedLines(Component& component, const SourceStatement& statement);
-  void AddLine(Component& component, std::string_view line);
+  void AddLine(Component& component, std::string_view line, std::string_view next = {});
   void StoreRaw(Component& component, std::string_view line, LineTypeEnum type = OTHER);
   void NoteDelegate(Component& component);
   void FinishPart(Component& component);
@@ -103,6 +129,7 @@ class SourceScan {
   std::vector<Namespace*> mSpaces;
   std::vector<OpenType> mTypes;
   std::shared_ptr<Component> mCurrent;
+  std::shared_ptr<Component> mConditions;  // a module of its own for those of the whole file
   std::int32_t mLine = 0;
 };
 

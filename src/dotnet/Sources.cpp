@@ -102,48 +102,44 @@ void ResolveSourceTypes(VBProject& project) try {
     file.ResolveTypeNames();
     file.ResolveInheritedMembers();
   }
-  if (Assembly* assembly = project.Assembly()) assembly->TypesResolved = true;
+  if (Assembly* assembly = project.Assembly()) {
+    assembly->TypesResolved = true;
+    assembly->ResolveInheritDocs();
+  }
 }
 VENDREL_CONTEXT(trace::Me(project))
 
 namespace {
 
-std::string_view LineOf(std::string_view text, std::int32_t number) {
-  std::string_view line;
-  for (std::int32_t i = 0; i < number && !text.empty(); ++i) line = TakeLine(text);
-  return line;
+// The procedure itself, or that of a parameter.
+const Block* BlockAround(const CodeElement& element) {
+  if (const auto* block = As<Block>(&element)) return block;
+  const auto* parameter = As<Parameter>(&element);
+  return parameter ? As<Block>(parameter->Parent.Get()) : nullptr;
 }
 
-const CodeLines* LinesOf(const CodeElement& element) {
-  const auto* block = As<Block>(&element);
-  return block ? block->CodeLines.IfAny() : nullptr;
+ProjectFile* FileIn(const auto& places, const auto* key) {
+  const auto found = places.find(key);
+  return found == places.end() ? nullptr : found->second.Get();
 }
 
 }  // namespace
+
+ProjectFile* SourcePlaces::FileOf(const CodeElement& element) const {
+  const Block* block = BlockAround(element);
+  if (!block) return FileIn(OfLaterParts, &element);
+  const CodeLines* lines = block->CodeLines.IfAny();
+  return lines ? FileIn(ByText, lines->SourceText()) : nullptr;
+}
 
 const FileSystemObject& SourceFileOf(const Component& component, const CodeElement& element) {
   const VBProject* project = component.VBProject();
   if (!project || project->ProjectFiles.Count() == 0 || &element == &component)
     return component.FileName;
-  // Most elements have lines of the first part: no other file needs to be looked at.
-  const CodeLines* lines = LinesOf(element);
-  if (lines && component.SourceForm && lines->SourceText() == &component.SourceForm->Text)
-    return component.FileName;
-  const std::string key = KeyOfType(component.Namespace.Get(), component.Name, project->Reading);
-  std::vector<const ProjectFile*> files;
-  for (const ProjectFile& file : project->ProjectFiles)
-    if (file.Components.Item(key) == &component) files.push_back(&file);
-  if (files.size() < 2) return component.FileName;
-  const std::string name = element.ElementName();
-  for (const ProjectFile* file : files) {
-    if (!file->SourceForm) continue;
-    const std::string& text = file->SourceForm->Text;
-    // Fields do not know their block: the line tells.
-    if (lines ? lines->SourceText() == &text
-              : ContainsNoCaseAscii(LineOf(text, element.SourceLine()), name))
-      return file->FileName;
-  }
-  return component.FileName;
+  auto& files = const_cast<ProjectFiles&>(project->ProjectFiles);
+  const auto& places = files.Item(1)->Scanned().Places;
+  const ProjectFile* file = places ? places->FileOf(element) : nullptr;
+  return file ? file->FileName : component.FileName;
 }
 
 std::string TargetOfSource(const VBProject& project, const ProjectFile& file) {

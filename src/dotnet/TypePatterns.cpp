@@ -104,6 +104,9 @@ std::vector<TypeStatement> StatementsByPattern(std::string_view text) {
     } else {
       statement.Name = TypeNameByPattern(text, pattern.Type);
       if (pattern.Type == ctClass) JudgeByText(text, statement);
+      if (pattern.Type == ctEnumeration)
+        if (const std::size_t as = FindNoCaseAscii(text, " as "); as != kNotFound)
+          statement.Underlying = Trim(text.substr(as + 4));
     }
     return {statement};
   }

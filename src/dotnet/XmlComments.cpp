@@ -5,6 +5,7 @@
 #include "comments/TagDefinitions.h"
 #include "core/Ascii.h"
 #include "diagnostics/Diagnostic.h"
+#include "model/Declarations.h"
 #include "model/Events.h"
 #include "model/Permission.h"
 #include "text/Identifiers.h"
@@ -20,6 +21,7 @@ std::string_view BehindColon(std::string_view name) {
 Parameters* ParametersOf(CodeElement& element) {
   if (auto* block = As<Block>(&element)) return block->Parameters.IfAny();
   if (auto* event = As<EventDeclaration>(&element)) return event->Parameters.IfAny();
+  if (auto* declare = As<DeclareDeclaration>(&element)) return declare->Parameters.IfAny();
   return nullptr;
 }
 
@@ -88,12 +90,15 @@ const XmlComments::Rule XmlComments::kRules[] = {
     {"inheritdoc", &XmlComments::TakeInheritDoc, true},
 };
 
-XmlComments::XmlComments(VBProject& project, ExternalDocs* externalDocs, int mode)
+XmlComments::XmlComments(VBProject& project, ExternalDocs* externalDocs, int mode,
+                         MarkUp::Finder find)
     : mProject(project),
       mMode(mode),
       mElements(project),
+      mFind(find ? std::move(find)
+                 : [this](std::string_view name) { return mElements.Referred(name); }),
       mMarkUp(
-          project, externalDocs, [this](std::string_view name) { return mElements.Referred(name); },
+          project, externalDocs, [this](std::string_view name) { return mFind(name); },
           [this](std::string_view tag, const std::string& text) {
             if (mObject) AddTaggedComment(*mObject, tag, {}, text);
           }) {}
@@ -148,7 +153,10 @@ void XmlComments::TakeParam(const pugi::xml_node& e) {
     mUnknownParameters.push_back(name);
     return;
   }
-  AddTaggedComment(*parameter, "##PARAM", parameter->Name(), mMarkUp.ParseOutXML(e, true));
+  const std::string text = mMarkUp.ParseOutXML(e, true);
+  // The road of comments is one of procedures; those of events and declares are described at once.
+  if (mSourceLine > 0 && !As<Block>(mObject)) return parameter->SetDescription(text);
+  AddTaggedComment(*parameter, "##PARAM", parameter->Name(), text);
 }
 
 // One comment of that tag is kept an element: each text tells its parameter.
@@ -169,18 +177,19 @@ void XmlComments::TakeSeeAlso(const pugi::xml_node& e) { mMarkUp.ProcessXMLNode(
 
 void XmlComments::TakeException(const pugi::xml_node& e) {
   const std::string cref = AttributeText(e, "cref");
-  if (const CodeElement* target = mElements.Referred(cref))
+  if (const CodeElement* target = mFind(cref))
     return AddRecord<Exception>(mObject->ExceptionsField(), target->ElementName(),
                                 mMarkUp.ParseOutXML(e, true), target->QualifiedName());
-  const std::string name(BehindColon(cref));
-  if (!cref.starts_with("T:")) return;
+  const bool isSource = mSourceLine > 0 && cref.find(':') == std::string::npos;
+  if (!isSource && !cref.starts_with("T:")) return;
+  const std::string name(isSource ? std::string_view(cref) : BehindColon(cref));
   const std::string address = mMarkUp.AddressOf(name);
   if (address.empty() && !Keeps()) return;
   AddRecord<Exception>(mObject->ExceptionsField(), name, mMarkUp.ParseOutXML(e, true), address);
 }
 
 void XmlComments::TakePermission(const pugi::xml_node& e) {
-  const CodeElement* target = mElements.Referred(AttributeText(e, "cref"));
+  const CodeElement* target = mFind(AttributeText(e, "cref"));
   if (!target) return;
   AddRecord<Permission>(mObject->PermissionsField(), target->ElementName(),
                         mMarkUp.ParseOutXML(e, true), target->QualifiedName());

@@ -1,6 +1,7 @@
 #pragma once
 // The comments of XML documentation on the elements of a tree, as tagged comments.
 
+#include <cstdint>
 #include <pugixml.hpp>
 #include <string>
 #include <string_view>
@@ -21,12 +22,16 @@ inline constexpr std::string_view kMadeHere = "n";
 /// Puts documentation on the elements of one project.
 class XmlComments {
  public:
-  /// `mode`: 1 keep, 2 add, 3 replace; others add. `externalDocs` may be null.
-  XmlComments(VBProject& project, ExternalDocs* externalDocs, int mode);
+  /// `mode`: 1 keep, 2 add, 3 replace; others add. `externalDocs` may be null. `find` finds what
+  /// the documentation refers to; without it names are those of documentation files.
+  XmlComments(VBProject& project, ExternalDocs* externalDocs, int mode, MarkUp::Finder find = {});
 
   /// The element that the name of a `member` leads to; among overloads that without parameters
   /// where the name has none. Null if there is none.
   CodeElement* ElementOf(std::string_view name);
+  /// What is placed from now on stands in the source of the project, on that physical line: it has
+  /// no mark of a documentation file.
+  void SetSourceLine(std::int32_t line) { mSourceLine = line; }
   /// Puts what an element such as `member` holds on `obj`. Rewrites the mark-up in place.
   void ProcessMember(const pugi::xml_node& e, CodeElement& obj);
   /// Names of documented parameters that the last element does not have.
@@ -65,7 +70,9 @@ class XmlComments {
 
   VBProject& mProject;
   int mMode;
+  std::int32_t mSourceLine = 0;  // 0: a documentation file
   DocumentedElements mElements;
+  MarkUp::Finder mFind;
   MarkUp mMarkUp;
   CodeElement* mObject = nullptr;
   pugi::xml_node mMember;

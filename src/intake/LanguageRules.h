@@ -38,6 +38,9 @@ class LanguageRules {
   }
   /// What a statement is where its place decides; called once its parts are known.
   virtual void SettleStatement(Component&, ModuleIntake&, ParsedLine&) const {}
+  /// Whether a comment on a line of its own is documentation: the reading of such goes by another
+  /// road, and it is no comment of an element.
+  virtual bool IsDocumentation(const ParsedLine&, const ReadingRules&) const { return false; }
   /// Called behind the last line of a module.
   virtual void Finish(Component&, ModuleIntake&) const {}
 

@@ -51,6 +51,8 @@ namespace {
 // The way of a line: a stage each.
 void RunStages(LinePassage& p, std::int32_t before, std::int32_t after) {
   if (!p.Line.NotInSource) ++p.State.mCurrentLineIndex;
+  if (p.Line.LineType == Comment && p.Language.IsDocumentation(p.Line, p.Reading))
+    return StoreLine(p.Block, p.Line, before, after);
   if (!p.Line.Continued) {
     SplitComment(p);
     if (p.Block.CurrentEnum() || p.Block.CurrentUDT() || p.Line.LineType == BLANK_LINE)

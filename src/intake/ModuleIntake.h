@@ -82,6 +82,12 @@ struct ModuleIntake {
   /// A delegate that left the blocks of its module keeps its lines until the next block.
   std::shared_ptr<Block> DetachedBlock;
 
+  // Around the line at hand, where whoever hands in the lines knows it.
+  /// The physical line behind it; empty where there is none, or it is not known.
+  std::string_view NextLine;
+  /// What the statement still lacks is no code (the inside of a literal): it ends with this line.
+  bool EndsStatement = false;
+
   // Places, 1-based physical lines of the file.
   std::int32_t PhysicalLine = 0;
   std::int32_t StatementLine = 0;

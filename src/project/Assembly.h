@@ -147,6 +147,9 @@ class Assembly : public ElementOf<Assembly> {
   /// implement (complete reading). `IntegrateCommentFile` does so for what stands in the same set
   /// and has its documentation by then; to be called again when all assemblies have theirs.
   void ResolveInheritDocs();
+  /// Notes an element of `VBProject` whose documentation is that of another one: of the .NET name
+  /// `from`, or of what it overrides or implements where that is empty.
+  void AddInheritDoc(CodeElement& element, std::string from);
   /// Gives members that are inherited the comments of those that they come from: elements of the
   /// set, and with `DrillCommentFiles` documentation files of assemblies outside of it.
   bool PopulateInheritedComments(vendrel::VBProject& vbp, PlugInHost* PlugIn,

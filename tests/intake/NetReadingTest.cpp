@@ -107,9 +107,8 @@ TEST(NetReadingTest, Procedures) {
        " function PUBLIC op_Explicit(ByVal a As V) As System.Int32\n"},
       {"Sub New()\nMyBase.New()\nEnd Sub\nShared Sub New()\nEnd Sub\n",
        " declarations\n"
-       " sub PUBLIC _ctor constructor\n"
-       "  sub PUBLIC _ctor()() constructor overloaded\n"
-       "  sub PUBLIC _ctor()() constructor overloaded\n"},
+       " sub PUBLIC _ctor() constructor\n"
+       " sub PUBLIC _cctor() constructor\n"},
       {"Private Declare Auto Function Beep Lib \"kernel32\" (ByVal f As Integer) As Boolean\n",
        " declare PRIVATE function Beep lib kernel32.dll(ByVal f As System.Int32) As Boolean @1/0\n"
        " declarations\n"},

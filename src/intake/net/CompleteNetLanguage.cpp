@@ -5,6 +5,7 @@
 #include "diagnostics/Diagnostic.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
+#include "intake/net/NetCursor.h"
 #include "intake/net/NetDeclarations.h"
 #include "intake/net/NetRules.h"
 #include "intake/net/NetStatementScan.h"
@@ -86,15 +87,18 @@ void TakeNetConstants(LinePassage& p) try {
 }
 VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
-// Each name of the list behind the keyword.
-std::vector<std::string_view> NamesBehind(std::string_view statement) {
+// Each name of the list behind the keyword, without brackets.
+std::vector<std::string> NamesBehind(std::string_view statement) {
   NetWords words(statement);
   words.Next();
-  return NetList(words.Rest());
+  std::vector<std::string> names;
+  for (const std::string_view name : NetList(words.Rest()))
+    names.push_back(TypeWithoutBrackets(name));
+  return names;
 }
 
 void TakeNetInherits(LinePassage& p) try {
-  for (const std::string_view name : NamesBehind(p.Line.StatementPart)) {
+  for (const std::string& name : NamesBehind(p.Line.StatementPart)) {
     if (!p.Component.IsInterface)
       p.Component.InheritsFrom = name;
     else
@@ -107,7 +111,7 @@ void TakeNetImports(LinePassage& p) try {
   VBProject* project = p.Component.VBProject();
   NetResolver* resolver = project ? project->NetResolver() : nullptr;
   if (!resolver) return;
-  for (const std::string_view name : NamesBehind(p.Line.StatementPart))
+  for (const std::string& name : NamesBehind(p.Line.StatementPart))
     if (name.find_first_of("=<") == kNotFound) resolver->addnamespace(name);
 }
 VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
@@ -125,7 +129,8 @@ class CompleteNetRules final : public NetRules {
       intake.ContinuationBuffer.clear();
     }
     if (intake.ContinuationBuffer.empty()) scan.Begin();
-    if (scan.Feed(physical)) {
+    const bool goesOn = scan.Feed(physical, intake.NextLine);
+    if (goesOn && !intake.EndsStatement) {
       if (scan.HasOnlyAttributes()) statement = {};
       return false;
     }
@@ -187,7 +192,7 @@ class CompleteNetRules final : public NetRules {
       case INHERITS_STATEMENT: TakeNetInherits(p); return true;
       case IMPORTS_STATEMENT: TakeNetImports(p); return true;
       case IMPLEMENTS_STATEMENT:
-        for (const std::string_view name : NamesBehind(p.Line.StatementPart)) AddInterface(p, name);
+        for (const std::string& name : NamesBehind(p.Line.StatementPart)) AddInterface(p, name);
         return true;
       default: return false;
     }

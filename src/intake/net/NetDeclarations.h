@@ -11,9 +11,6 @@
 
 namespace vendrel {
 
-/// A text cut at the commas that stand outside of strings, lists and braces; parts are trimmed.
-std::vector<std::string_view> NetList(std::string_view text);
-
 /// Reads the first line of a procedure, property, operator or delegate.
 void ReadNetMember(std::string_view statement, Block& o);
 /// Whether a property has all its code on its line: `= value`, `As New X`.

@@ -127,6 +127,12 @@ void MakeNetDelegate(EventDeclaration& o) {
 
 LanguageVersionEnum NetRules::Language() const { return lvVisualBasicDotNet; }
 
+// Three apostrophes, the first of which is no part of the comment; four begin an ordinary one.
+bool NetRules::IsDocumentation(const ParsedLine& line, const ReadingRules& reading) const {
+  return reading.NetXmlComments && line.StatementPart.empty() &&
+         line.CommentPart.starts_with("''") && !line.CommentPart.starts_with("'''");
+}
+
 SharedText NetRules::ImplicitType(const Component*, std::string_view) const {
   return "System.Object";
 }

@@ -7,6 +7,7 @@ namespace vendrel {
 class NetRules : public LanguageRules {
  public:
   LanguageVersionEnum Language() const override;
+  bool IsDocumentation(const ParsedLine& line, const ReadingRules& reading) const override;
   SharedText ImplicitType(const Component* component, std::string_view name) const override;
   void SettleTypeName(SharedText& type) const override;
   bool CutArrayMark(std::string_view& word) const override;

@@ -20,6 +20,12 @@ bool IsOperatorWord(std::string_view word) {
                          "BY",    "JOIN",    "INTO", "OF",     "NOT",  "EQUALS"});
 }
 
+// Words that may begin a line of a query.
+bool IsQueryWord(std::string_view word) {
+  return IsWordOf(word, {"FROM", "AGGREGATE", "WHERE", "SELECT", "ORDER", "GROUP", "JOIN", "LET",
+                         "SKIP", "TAKE", "DISTINCT", "INTO", "ON", "EQUALS"});
+}
+
 // A literal or name with its type character: "1&" is no concatenation.
 bool IsTypeCharacter(std::string_view line, std::size_t at) {
   return at > 0 && line[at] == '&' && (IsWordByte(line[at - 1]));
@@ -55,11 +61,11 @@ void NetStatementScan::Begin() {
   mDepth = 0;
   mLast = Token::None;
   mOnlyModifiers = mOnlyAttributes = true;
-  mAnyAttribute = mInAttribute = mEndsLambda = false;
+  mAnyAttribute = mInAttribute = mEndsLambda = mInQuery = false;
   mAttributeDepth = 0;
 }
 
-bool NetStatementScan::Feed(std::string_view line) {
+bool NetStatementScan::Feed(std::string_view line, std::string_view next) {
   LineScan scan{*this, line};
   scan.Run();
   if (!mText.empty()) mText += ' ';
@@ -73,7 +79,13 @@ bool NetStatementScan::Feed(std::string_view line) {
     mLambdas.push_back(mDepth);
     goesOn = false;
   }
-  mText.append(Trim(goesOn ? line.substr(0, scan.CodeEnd) : line));
+  const std::string_view code = Trim(line.substr(0, scan.CodeEnd));
+  mText.append(code);
+  if (!goesOn && !scan.LambdaClosed) goesOn = IsJoinedBy(next);
+  if (!goesOn) {
+    const std::string_view comment = line.substr(scan.CodeEnd);
+    mText.append(code.empty() ? Trim(comment) : TrimRight(comment));
+  }
   return goesOn;
 }
 
@@ -155,6 +167,10 @@ void NetStatementScan::LineScan::TakeWord() {
   const bool asType = LambdaClosed && (LambdaType || EqualsNoCaseAscii(word, "AS"));
   if (asType) LambdaType = true;
   const bool isName = Previous == ".";
+  // Where an operand is due: "= From c In", "(Aggregate c In".
+  if (!isName && S.mLast != Token::Operand && next < Line.size() && IsWordByte(Line[next]) &&
+      IsWordOf(word, {"FROM", "AGGREGATE"}))
+    S.mInQuery = true;
   Note(!isName && IsOperatorWord(word) && !S.mOnlyModifiers ? Token::Operator : Token::Operand,
        asType);
   // "With" and its kin begin statements of their own.
@@ -249,6 +265,31 @@ void NetStatementScan::LineScan::TakeMark(char c) {
   S.mOnlyModifiers = S.mOnlyAttributes = false;
   ++At;
   Note(Token::Operator);
+}
+
+// Whether a line that follows a complete one belongs to it all the same, by the word at its front:
+// a query operator behind a query, Handles or Implements behind the first line of a member.
+bool NetStatementScan::IsJoinedBy(std::string_view next) const {
+  NetWords words(next);
+  const std::string_view word = words.Next();
+  if (word.empty()) return false;
+  const std::string_view rest = words.Rest();
+  if (IsWordOf(word, {"HANDLES", "IMPLEMENTS"})) {
+    if (rest.empty() || !(IsWordByte(rest.front()) || rest.front() == '[')) return false;
+    switch (NetTypeOf(mText, OTHER)) {
+      case START_SUB:
+      case START_FUNCTION:
+      case START_PROPERTY:
+      case EVENT_DECLARATION: return true;
+      default: return false;
+    }
+  }
+  if (!mInQuery || !IsQueryWord(word)) return false;
+  // A statement may begin with a name like these: "Skip = 1", "Take.Off()", "Select Case x".
+  const char behind = word.data() + word.size() < next.data() + next.size() ? word.end()[0] : ' ';
+  const bool isApart = IsGapByte(behind) || behind == '\'';
+  NetWords second(rest);
+  return isApart && !rest.starts_with('=') && !EqualsNoCaseAscii(second.Next(), "CASE");
 }
 
 bool NetStatementScan::Refuses(std::string_view line) const {

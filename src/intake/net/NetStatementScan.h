@@ -1,7 +1,8 @@
 #pragma once
 // Where a statement of VB.NET ends: lines that an underscore, an open parenthesis, an operator or a
-// comma at their end join to the next, attributes in front of a declaration, and lambdas of several
-// lines, whose bodies are statements of their own inside of an open list.
+// comma at their end join to the next, a query operator, Handles or Implements at the front of the
+// next, attributes in front of a declaration, and lambdas of several lines, whose bodies are
+// statements of their own inside of an open list.
 
 #include <string>
 #include <string_view>
@@ -16,8 +17,9 @@ class NetStatementScan final : public LanguageState {
  public:
   /// Forgets the open statement.
   void Begin();
-  /// Takes a physical line. True if the statement goes on in the next one.
-  bool Feed(std::string_view line);
+  /// Takes a physical line, with `next` behind it as far as that is known. True if the statement
+  /// goes on there.
+  bool Feed(std::string_view line, std::string_view next = {});
   /// Whether a line cannot belong to the open statement: it ends or begins a member or a type.
   bool Refuses(std::string_view line) const;
   /// The statement so far in one line, comments of its lines left out.
@@ -40,6 +42,8 @@ class NetStatementScan final : public LanguageState {
   enum class Token { None, Operand, Operator, Open };
   struct LineScan;
 
+  bool IsJoinedBy(std::string_view next) const;
+
   std::string mText;
   std::vector<int> mLambdas;  // open parentheses around each lambda that is open
   int mDepth = 0;
@@ -50,6 +54,7 @@ class NetStatementScan final : public LanguageState {
   bool mInAttribute = false;
   int mAttributeDepth = 0;
   bool mEndsLambda = false;
+  bool mInQuery = false;  // "From x In" or "Aggregate x In" has come
 };
 
 }  // namespace vendrel
