@@ -13,6 +13,9 @@
 
 namespace vendrel {
 
+struct BuiltinMember;
+struct BuiltinType;
+
 // X(value, the word by which it is shown).
 // clang-format off
 #define VENDREL_USE_KINDS(X)                                                                       \
@@ -88,14 +91,18 @@ struct NameUse {
   /// that literal index, else the first one of the array with `WholeArray`. Null for built-ins, and
   /// for what no element stands for (implicit variables, labels, keys, late, unknown, external).
   const CodeElement* Element = nullptr;
+  /// Of the table of built-ins: what a name of `Library` means where no element does. A class by
+  /// itself (`As Collection`) has a type and no member.
+  const BuiltinMember* Member = nullptr;
+  const BuiltinType* Type = nullptr;
   /// `Ambiguous`: all that it may mean. `Late`: members of that name, at most 20 of them.
   std::vector<const CodeElement*> Candidates;
   /// How many candidates there are in all.
   std::size_t CandidateCount = 0;
   /// The name as written, brackets and type character included.
   std::string_view Text;
-  /// Built-ins: as a type library would name them, "VBA~Strings~Left". External: the name of the
-  /// reference, empty where it may be any of those that are missing. Else empty.
+  /// External: the name of the library, where a type or qualifier names it; empty where it may be
+  /// any of those that are missing. A library in front of a dot: its name. Else empty.
   std::string_view Name;
   /// The statement, from its first word to its last, as it stands, continuations included.
   std::string_view Statement;
@@ -123,7 +130,8 @@ struct NameUse {
 };
 
 /// The qualified name of what the use means: of the element ("P~F~cmd" of a control array, whose
-/// controls are "P~F~cmd(0)"), else `Name`; empty without one.
+/// controls are "P~F~cmd(0)"), of a built-in as a type library would name it
+/// ("VBA~Strings~Left"), else `Name`; empty without one.
 std::string MeaningOf(const NameUse& use);
 
 /// The procedure to which a use leads: of a property that of the accessor; null for what is no
