@@ -18,73 +18,71 @@ fun Asc(String:String):Integer AscB(String:String):Byte AscW(String:String):Inte
     InStr([Start],[String1],[String2],[Compare:VbCompareMethod])
     InStrB([Start],[String1],[String2],[Compare:VbCompareMethod])
     InStrRev(StringCheck:String,StringMatch:String,[Start:Long],[Compare:VbCompareMethod]):Long
-    Join(SourceArray,[Delimiter]):String
-    LCase(String) Left(String,Length:Long) LeftB(String,Length:Long) Len(Expression) LenB(Expression)
-    LTrim(String) Mid(String,Start:Long,[Length]) MidB(String,Start:Long,[Length])
+    Join(SourceArray,[Delimiter]):String LCase(String) Left(String,Length:Long)
+    LeftB(String,Length:Long) Len(Expression) LenB(Expression) LTrim(String)
+    Mid(String,Start:Long,[Length]) MidB(String,Start:Long,[Length])
     MonthName(Month:Long,[Abbreviate:Boolean]):String
     Replace(Expression:String,Find:String,Replace:String,[Start:Long],[Count:Long],[Compare:VbCompareMethod]):String
     Right(String,Length:Long) RightB(String,Length:Long) RTrim(String) Space(Number:Long)
     Split(Expression:String,[Delimiter],[Limit:Long],[Compare:VbCompareMethod])
     StrComp(String1,String2,[Compare:VbCompareMethod])
-    StrConv(String,Conversion:VbStrConv,[LocaleID:Long])
-    String(Number:Long,Character) StrReverse(Expression:String):String Trim(String) UCase(String)
+    StrConv(String,Conversion:VbStrConv,[LocaleID:Long]) String(Number:Long,Character)
+    StrReverse(Expression:String):String Trim(String) UCase(String)
     WeekdayName(Weekday:Long,[Abbreviate:Boolean],[FirstDayOfWeek:VbDayOfWeek]):String
 
 module Conversion
-fun CBool(Expression):Boolean CByte(Expression):Byte CCur(Expression):Currency CDate(Expression):Date
-    CDbl(Expression):Double CDec(Expression) CInt(Expression):Integer CLng(Expression):Long
-    CSng(Expression):Single CStr(Expression):String CVar(Expression) CVDate(Expression)
-    CVErr(Expression) Error([ErrorNumber]) Fix(Number) Hex(Number) Int(Number)
+fun CBool(Expression):Boolean CByte(Expression):Byte CCur(Expression):Currency
+    CDate(Expression):Date CDbl(Expression):Double CDec(Expression) CInt(Expression):Integer
+    CLng(Expression):Long CSng(Expression):Single CStr(Expression):String CVar(Expression)
+    CVDate(Expression) CVErr(Expression) Error([ErrorNumber]) Fix(Number) Hex(Number) Int(Number)
     MacID(Constant:String):Long Oct(Number) Str(Number) Val(String:String):Double
 
 module FileSystem
-sub ChDir(Path:String) ChDrive(Drive:String) FileCopy(Source:String,Destination:String)
-    Kill(PathName) MkDir(Path:String) Reset RmDir(Path:String)
-    SetAttr(PathName:String,Attributes:VbFileAttribute)
 fun CurDir([Drive]) Dir([PathName],[Attributes:VbFileAttribute]) EOF(FileNumber:Integer):Boolean
     FileAttr(FileNumber:Integer,[ReturnType:Integer]):Long FileDateTime(PathName:String)
     FileLen(PathName:String):Long FreeFile([RangeNumber]):Integer
-    GetAttr(PathName:String):VbFileAttribute Loc(FileNumber:Integer):Long LOF(FileNumber:Integer):Long
-    Seek(FileNumber:Integer):Long
+    GetAttr(PathName:String):VbFileAttribute Loc(FileNumber:Integer):Long
+    LOF(FileNumber:Integer):Long Seek(FileNumber:Integer):Long
+sub ChDir(Path:String) ChDrive(Drive:String) FileCopy(Source:String,Destination:String)
+    Kill(PathName) MkDir(Path:String) Reset RmDir(Path:String)
+    SetAttr(PathName:String,Attributes:VbFileAttribute)
 
 module DateTime
-let Calendar:VbCalendar Date Time
 get Now Timer:Single
+let Calendar:VbCalendar Date Time
 fun DateAdd(Interval:String,Number:Double,Date)
     DateDiff(Interval:String,Date1,Date2,[FirstDayOfWeek:VbDayOfWeek],[FirstWeekOfYear:VbFirstWeekOfYear])
     DatePart(Interval:String,Date,[FirstDayOfWeek:VbDayOfWeek],[FirstWeekOfYear:VbFirstWeekOfYear])
-    DateSerial(Year:Integer,Month:Integer,Day:Integer) DateValue(Date:String)
-    Day(Date) Hour(Time) Minute(Time) Month(Date) Second(Time)
-    TimeSerial(Hour:Integer,Minute:Integer,Second:Integer) TimeValue(Time:String)
-    Weekday(Date,[FirstDayOfWeek:VbDayOfWeek]) Year(Date)
+    DateSerial(Year:Integer,Month:Integer,Day:Integer) DateValue(Date:String) Day(Date) Hour(Time)
+    Minute(Time) Month(Date) Second(Time) TimeSerial(Hour:Integer,Minute:Integer,Second:Integer)
+    TimeValue(Time:String) Weekday(Date,[FirstDayOfWeek:VbDayOfWeek]) Year(Date)
 
 module Information
-get Erl:Long
-fun Err:ErrObject IMEStatus:VbIMEStatus IsArray(VarName):Boolean IsDate(Expression):Boolean
+fun Erl:Long Err:ErrObject IMEStatus:VbIMEStatus IsArray(VarName):Boolean IsDate(Expression):Boolean
     IsEmpty(Expression):Boolean IsError(Expression):Boolean IsMissing(ArgName):Boolean
     IsNull(Expression):Boolean IsNumeric(Expression):Boolean IsObject(Expression):Boolean
     QBColor(Color:Integer):Long RGB(Red:Integer,Green:Integer,Blue:Integer):Long
     TypeName(VarName):String VarType(VarName):VbVarType
 
 module Interaction
-sub AppActivate(Title,[Wait]) Beep
-    DeleteSetting(AppName:String,[Section],[Key])
-    SaveSetting(AppName:String,Section:String,Key:String,Setting:String) SendKeys(String:String,[Wait])
-fun CallByName(Object:Object,ProcName:String,CallType:VbCallType,*Args)
-    Choose(Index:Single,*Choice) Command CreateObject(Class:String,[ServerName:String]) DoEvents:Integer
-    Environ(Expression) GetAllSettings(AppName:String,Section:String)
-    GetObject([PathName],[Class]) GetSetting(AppName:String,Section:String,Key:String,[Default]):String
+fun CallByName(Object:Object,ProcName:String,CallType:VbCallType,*Args) Choose(Index:Single,*Choice)
+    Command CreateObject(Class:String,[ServerName:String]) DoEvents:Integer Environ(Expression)
+    GetAllSettings(AppName:String,Section:String) GetObject([PathName],[Class])
+    GetSetting(AppName:String,Section:String,Key:String,[Default]):String
     IIf(Expression,TruePart,FalsePart)
     InputBox(Prompt,[Title],[Default],[XPos],[YPos],[HelpFile],[Context]):String
     MsgBox(Prompt,[Buttons:VbMsgBoxStyle],[Title],[HelpFile],[Context]):VbMsgBoxResult
     Partition(Number,Start,Stop,Interval) Shell(PathName,[WindowStyle:VbAppWinStyle]):Double
     Switch(*VarExpr)
+sub AppActivate(Title,[Wait]) Beep DeleteSetting(AppName:String,[Section],[Key])
+    SaveSetting(AppName:String,Section:String,Key:String,Setting:String)
+    SendKeys(String:String,[Wait])
 
 module Math
-sub Randomize([Number])
 fun Abs(Number) Atn(Number:Double):Double Cos(Number:Double):Double Exp(Number:Double):Double
     Log(Number:Double):Double Rnd([Number]):Single Round(Number,[NumDigitsAfterDecimal:Long])
     Sgn(Number) Sin(Number:Double):Double Sqr(Number:Double):Double Tan(Number:Double):Double
+sub Randomize([Number])
 
 module Financial
 fun DDB(Cost:Double,Salvage:Double,Life:Double,Period:Double,[Factor]):Double
@@ -92,7 +90,8 @@ fun DDB(Cost:Double,Salvage:Double,Life:Double,Period:Double,[Factor]):Double
     IPmt(Rate:Double,Per:Double,NPer:Double,PV:Double,[FV],[Due]):Double
     IRR(ValueArray:Double(),[Guess]):Double
     MIRR(ValueArray:Double(),FinanceRate:Double,ReinvestRate:Double):Double
-    NPer(Rate:Double,Pmt:Double,PV:Double,[FV],[Due]):Double NPV(Rate:Double,ValueArray:Double()):Double
+    NPer(Rate:Double,Pmt:Double,PV:Double,[FV],[Due]):Double
+    NPV(Rate:Double,ValueArray:Double()):Double
     Pmt(Rate:Double,NPer:Double,PV:Double,[FV],[Due]):Double
     PPmt(Rate:Double,Per:Double,NPer:Double,PV:Double,[FV],[Due]):Double
     PV(Rate:Double,NPer:Double,Pmt:Double,[FV],[Due]):Double
@@ -106,8 +105,8 @@ fun Array(*ArgList) Input(Number:Long,FileNumber:Integer) InputB(Number:Long,Fil
 sub Width(FileNumber:Integer,Width:Integer)
 
 class ErrObject default Number
-let Number:Long Source:String Description:String HelpFile:String HelpContext:Long
 get LastDllError:Long
+let Number:Long Source:String Description:String HelpFile:String HelpContext:Long
 sub Clear Raise(Number:Long,[Source],[Description],[HelpFile],[HelpContext])
 
 class Collection new default Item
