@@ -277,6 +277,7 @@ UseValue ModuleBinder::ParseType(std::size_t& at, std::size_t end, UseKind kind)
   while (IsMark(last + 1, end, '.') && IsWord(last + 2, end)) last += 2;
   const Symbol name = At(last).Name;
   const Symbol qualifier = last > at ? At(last - 2).Name : Symbol{word::None};
+  if (last > at) mScopes.LibraryName(mScan.TextOf(At(last - 2)));
   value.Type = mScopes.TypeNamed(&mModule, qualifier, name);
   if (last == at && !At(at).Bracketed &&
       (name == word::Any || Builtins::IsIntrinsic(mScopes.Names().TextOf(name)))) {

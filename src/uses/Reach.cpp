@@ -128,7 +128,8 @@ void Reach::Sweep() try {
       for (const LateName* name : late->second) MarkLate(name->Name);
     MarkOwner(*mGraph.Nodes()[node]);
   }
-} VENDREL_CONTEXT()
+}
+VENDREL_CONTEXT()
 
 // Members of classes that may be called late, interfaces, and names in strings.
 void Reach::IndexMembers(VBProject& project) {

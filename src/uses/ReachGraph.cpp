@@ -47,7 +47,8 @@ void ReachGraph::Add(VBProject& project) try {
   options.FalseBranches = true;
   UseBinder binder(project, options);
   binder.BindAll([this](const NameUse& use) { Add(use); });
-} VENDREL_CONTEXT(project)
+}
+VENDREL_CONTEXT(project)
 
 std::uint32_t ReachGraph::NodeOf(const CodeElement& element) {
   const auto made = mPositions.try_emplace(&element, static_cast<std::uint32_t>(mNodes.size()));
@@ -101,8 +102,8 @@ void ReachGraph::AddLibrary(const NameUse& use) {
 
 void ReachGraph::AddEdge(const NameUse& use, const CodeElement& target) {
   const std::uint32_t from = NodeOf(*use.Holder), to = NodeOf(target);
-  const auto known = mKnown.try_emplace(std::uint64_t{from} << 32 | to,
-                                        static_cast<std::uint32_t>(mEdges.size()));
+  const auto known =
+      mKnown.try_emplace(std::uint64_t{from} << 32 | to, static_cast<std::uint32_t>(mEdges.size()));
   if (known.second) {
     ReachEdge edge{from, to};
     edge.Module = use.Module;
