@@ -252,6 +252,7 @@ class ModuleBinder {
   std::vector<WithFrame> mWith;
   int mDepth = 0;
   bool mStepEnds = false;
+  bool mGraphics = false;
   bool mFalseBranch = false;
   bool mUnread = false;
 
