@@ -93,6 +93,28 @@ constexpr RecordMember kAssemblyRecord[] = {{"name"},
                                             {"obsolete", mtText, true},
                                             {"damage", mtText, true}};
 
+constexpr RecordMember kCallsRecord[] = {{"Caller"},
+                                         {"Callee"},
+                                         {"Kind"},
+                                         {"Sure", mtTruth},
+                                         {"Count", mtNumber},
+                                         kFile,
+                                         kLine,
+                                         kColumn,
+                                         {"Direction", mtText, true},
+                                         {"Depth", mtNumber, true},
+                                         {"Repeated", mtTruth, true}};
+constexpr RecordMember kUnusedRecord[] = {kQualified,
+                                          {"Kind"},
+                                          {"Reason"},
+                                          {"Sureness"},
+                                          {"Text"},
+                                          {"Doubt", mtText, true},
+                                          {"By", mtText, true},
+                                          kFile,
+                                          kLine,
+                                          kColumn};
+
 Json MemberSchema(MemberType type) {
   const Json text{{"type", "string"}}, null{{"type", "null"}};
   switch (type) {
@@ -161,6 +183,7 @@ struct CommandSchema {
 const std::vector<CommandSchema>& AllCommands() {
   static const std::vector<CommandSchema> all{
       {"assembly", "a type or member a line", {"AssemblyEntry"}},
+      {"calls", "a call a line", {"Call"}},
       {"check", "a diagnostic a line, the counts last", {"Diagnostic", "Counts"}},
       {"comments", "a tagged comment a line", {"Comment"}},
       {"controls", "a tree of controls a line", {"VBControl"}},
@@ -178,6 +201,7 @@ const std::vector<CommandSchema>& AllCommands() {
       {"resolve", "where the type is declared", {"Resolution"}},
       {"roundtrip", "a difference a line", {"Change", "BytesChange"}},
       {"typelib", "one document, by the names of the reading service", {"TypeLibrary"}, false},
+      {"unused", "what nobody uses, a line each", {"Unused"}},
   };
   return all;
 }
@@ -207,6 +231,8 @@ Json AllDefinitions() {
   definitions["BytesChange"] = ObjectOf(kBytesRecord);
   definitions["SourceLine"] = ObjectOf(kLinesRecord);
   definitions["AssemblyEntry"] = ObjectOf(kAssemblyRecord);
+  definitions["Call"] = ObjectOf(kCallsRecord);
+  definitions["Unused"] = ObjectOf(kUnusedRecord);
   definitions["InventoryRow"] = InventoryRows();
   definitions["TypeLibrary"] = {{"type", "object"},
                                 {"required", Json::array({"Name", "TypeInfos"})}};

@@ -1,10 +1,13 @@
 #include "uses/ReachGraph.h"
 
+#include <algorithm>
+
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
 #include "model/Component.h"
 #include "project/VBProject.h"
+#include "uses/Builtins.h"
 #include "uses/UseBinder.h"
 
 namespace vendrel {
@@ -62,6 +65,7 @@ std::uint32_t ReachGraph::Find(const CodeElement& element) const {
 
 void ReachGraph::Add(const NameUse& use) {
   if (use.Kind == UseKind::Declare || use.Kind == UseKind::Name || !use.Holder) return;
+  if (use.Kind == UseKind::Handle) return;  // who handles an event does not make it happen
   AddLibrary(use);
   switch (use.Answer) {
     case UseAnswer::Late: {
@@ -85,16 +89,19 @@ void ReachGraph::Add(const NameUse& use) {
 }
 
 void ReachGraph::AddLibrary(const NameUse& use) {
-  const auto* project = use.Element ? As<Component>(use.Element) : nullptr;
-  if (use.Answer == UseAnswer::External && use.Name.empty()) mUnnamedLibrary = true;
-  if (!use.Name.empty()) {
-    if (EqualsNoCaseAscii(use.Name, "VBA~Interaction~CallByName")) {
-      mCallsByName = true;
-      mComputedName = mComputedName || !NamesItsTarget(use.Statement);
-    }
-    mLibraries.insert(FoldKey(use.Name.substr(0, use.Name.find('~'))));
+  if (use.Member && use.Member->Name == "CallByName") {
+    mCallsByName = true;
+    mComputedName = mComputedName || !NamesItsTarget(use.Statement);
+  }
+  std::string_view library = use.Name;
+  if (use.Member) library = use.Member->Owner->Library;
+  else if (use.Type) library = use.Type->Library;
+  if (use.Answer == UseAnswer::External && library.empty()) mUnnamedLibrary = true;
+  if (!library.empty()) {
+    mLibraries.insert(FoldKey(library));
   } else if (use.Answer == UseAnswer::Library && use.Element) {
-    const Component* home = project ? project : use.Element->OwnComponent();
+    const auto* module = As<Component>(use.Element);
+    const Component* home = module ? module : use.Element->OwnComponent();
     if (home && home->VBProject()) mLibraries.insert(FoldKey(home->VBProject()->ProjectName));
   }
 }
@@ -115,6 +122,7 @@ void ReachGraph::AddEdge(const NameUse& use, const CodeElement& target) {
   if (use.InFalseBranch) return;  // not part of the program that is compiled
   edge.Reads = edge.Reads || use.Reads;
   edge.Writes = edge.Writes || use.Writes;
+  edge.IsAddress = edge.IsAddress || use.Kind == UseKind::Address;
   edge.BeyondType = edge.BeyondType || use.Kind != UseKind::Type;
   edge.OwnOnly = edge.OwnOnly && use.OwnProcedure;
 }

@@ -25,6 +25,8 @@ struct ReachEdge {
   bool BeyondType : 1 = false;
   /// Recursion, or the own result of a function.
   bool OwnOnly : 1 = false;
+  /// Its address is taken.
+  bool IsAddress : 1 = false;
   /// Only in false branches of #If.
   bool FalseOnly : 1 = false;
   const Component* Module = nullptr;  ///< of the first use
