@@ -31,6 +31,15 @@ bool NamesItsTarget(std::string_view statement) {
   return argument != statement.npos && statement[argument] == '"';
 }
 
+// In a branch of #If that does not hold no element stands for what holds the use.
+const CodeElement& HolderOf(const NameUse& use) { return use.Holder ? *use.Holder : *use.Module; }
+
+// The variable of a loop is read by the loop.
+bool BeginsWithWord(std::string_view statement, std::string_view word) {
+  return StartsWithNoCaseAscii(statement, word) && statement.size() > word.size() &&
+         IsGap(statement[word.size()]);
+}
+
 bool IsNameLetter(char c) {
   return IsLetterAscii(c) || IsDigitAscii(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
@@ -64,12 +73,13 @@ std::uint32_t ReachGraph::Find(const CodeElement& element) const {
 }
 
 void ReachGraph::Add(const NameUse& use) {
-  if (use.Kind == UseKind::Declare || use.Kind == UseKind::Name || !use.Holder) return;
+  if (use.Kind == UseKind::Declare || use.Kind == UseKind::Name) return;
+  if (!use.Holder && !use.Module) return;
   if (use.Kind == UseKind::Handle) return;  // who handles an event does not make it happen
   AddLibrary(use);
   switch (use.Answer) {
     case UseAnswer::Late: {
-      const std::uint32_t from = NodeOf(*use.Holder);
+      const std::uint32_t from = NodeOf(HolderOf(use));
       std::string name = BareFolded(use.Text);
       if (mLateKnown.insert(std::to_string(from) + ' ' + name).second)
         mLateNames.push_back({from, std::move(name)});
@@ -107,7 +117,7 @@ void ReachGraph::AddLibrary(const NameUse& use) {
 }
 
 void ReachGraph::AddEdge(const NameUse& use, const CodeElement& target) {
-  const std::uint32_t from = NodeOf(*use.Holder), to = NodeOf(target);
+  const std::uint32_t from = NodeOf(HolderOf(use)), to = NodeOf(target);
   const auto known = mKnown.try_emplace(std::uint64_t{from} << 32 | to,
                                         static_cast<std::uint32_t>(mEdges.size()));
   if (known.second) {
@@ -118,28 +128,35 @@ void ReachGraph::AddEdge(const NameUse& use, const CodeElement& target) {
     mEdges.push_back(edge);
   }
   ReachEdge& edge = mEdges[known.first->second];
+  edge.OwnOnly = edge.OwnOnly && use.OwnProcedure;
   edge.FalseOnly = edge.FalseOnly && use.InFalseBranch;
   if (use.InFalseBranch) return;  // not part of the program that is compiled
-  edge.Reads = edge.Reads || use.Reads;
+  const bool counts = use.Writes && BeginsWithWord(use.Statement, "For");
+  edge.Reads = edge.Reads || use.Reads || counts;
+  edge.HoldsObject =
+      edge.HoldsObject || (use.Writes && BeginsWithWord(use.Statement, "Set"));
   edge.Writes = edge.Writes || use.Writes;
   edge.IsAddress = edge.IsAddress || use.Kind == UseKind::Address;
   edge.BeyondType = edge.BeyondType || use.Kind != UseKind::Type;
-  edge.OwnOnly = edge.OwnOnly && use.OwnProcedure;
 }
 
 void AddLiteralNames(const Component& module, std::unordered_set<std::string>& names) {
   if (!module.SourceForm) return;
   std::string_view rest = module.SourceForm->Text;
+  bool isHeader = StartsWithNoCaseAscii(rest, "VERSION ");  // it ends with its attributes
   while (!rest.empty()) {
     const std::string_view line = TakeLine(rest);
+    const bool isAttribute = StartsWithNoCaseAscii(line, "Attribute ");
+    isHeader = isHeader && !isAttribute;
+    if (isHeader || isAttribute) continue;
     std::size_t at = 0;
     while (at < line.size() && line[at] != '\'') {
       if (line[at++] != '"') continue;
       const std::size_t end = std::min(line.find('"', at), line.size());
-      std::string_view text = line.substr(at, end - at);
+      const std::string_view text = line.substr(at, end - at);
       const std::size_t dot = text.rfind('.');
-      if (dot != text.npos) text.remove_prefix(dot + 1);
-      if (IsName(text)) names.insert(FoldKey(text));
+      const std::string_view name = dot == text.npos ? text : text.substr(dot + 1);
+      if (IsName(name)) names.insert((dot == text.npos ? "" : ".") + FoldKey(name));
       at = end + 1;
     }
   }

@@ -20,6 +20,8 @@ constexpr std::string_view kComputed = "the program calls members by names that 
 constexpr std::string_view kUnboundName = "something of that name could not be bound";
 constexpr std::string_view kDesigned = "a designer may show or set it";
 constexpr std::string_view kLateObject = "objects may be used without their class being known";
+constexpr std::string_view kHoldsObject = "it may keep an object alive";
+constexpr std::string_view kOtherBranch = "with other values of #Const it is used";
 constexpr std::string_view kOpenSignature = "what is called from outside has fixed parameters";
 
 constexpr std::string_view kUnusedKinds[] = {
@@ -117,8 +119,9 @@ class UnusedFinder {
         block.BlockType() == btPropertyLet || block.BlockType() == btPropertySet;
     for (std::size_t i = 1; i <= parameters.Count(); ++i) {
       const Parameter& parameter = *parameters.Item(i);
-      if ((takesValue && i == parameters.Count()) || mReach.IsReached(parameter)) continue;
-      if (IsAddressed(block)) continue;
+      if ((takesValue && i == parameters.Count()) || mReach.IsReached(parameter) ||
+          !mReach.UsesOf(parameter).empty() || IsAddressed(block))
+        continue;
       UnusedFinding finding = Made(parameter, "parameter");
       if (mReach.CauseOf(block) == ReachCause::PublicOfLibrary ||
           mReach.CauseOf(block) == ReachCause::MarkedUsed) {
@@ -218,15 +221,18 @@ class UnusedFinder {
       finding.Doubt = why;
     };
     const std::string name = finding.Element->ElementName();
+    if (finding.Reason == UnusedReason::OnlyOffBranch) doubt(Sureness::Possible, kOtherBranch);
+    if (finding.Reason == UnusedReason::NeverRead && HoldsObject(*finding.Element))
+      doubt(Sureness::Possible, kHoldsObject);
     if (finding.Kind == "local-variable") return;
     const bool isPublic = IsPublic(*finding.Element);
-    if (finding.Reason == UnusedReason::NoControl || finding.Reason == UnusedReason::NoEvent)
-      doubt(Sureness::Likely, kLateObject);
-    if (finding.Kind == "procedure" || finding.Kind == "module") {
-      if (mReach.StandsInString(name)) doubt(Sureness::Possible, kInString);
-    }
-    if (isPublic && IsOfObject(*finding.Element) &&
-        IsA<Block, Variable>(finding.Element)) {
+    const auto* module = As<Component>(finding.Element);
+    if (finding.Kind == "procedure" && mReach.StandsInString(name))
+      doubt(Sureness::Possible, kInString);
+    if (module && HasObjects(*module) && mReach.StandsInString("." + name))  // CreateObject
+      doubt(Sureness::Possible, kInString);
+    if (isPublic && IsOfObject(*finding.Element) && IsA<Block, Variable>(finding.Element) &&
+        finding.Kind != "event-procedure") {
       const Component* home = finding.Element->OwnComponent();
       if (mReach.Graph().CallsByComputedName()) doubt(Sureness::Possible, kComputed);
       if (home->FileType == ftUserControl) doubt(Sureness::Possible, kDesigned);
@@ -234,6 +240,12 @@ class UnusedFinder {
     }
     if (isPublic && mReach.Graph().Unbound().contains(FoldKey(name)))
       doubt(Sureness::Possible, kUnboundName);
+  }
+
+  bool HoldsObject(const CodeElement& element) const {
+    const std::vector<const ReachEdge*> uses = mReach.UsesOf(element);
+    return std::any_of(uses.begin(), uses.end(),
+                       [](const ReachEdge* edge) { return edge->HoldsObject; });
   }
 
   static bool IsPublic(const CodeElement& element) {
