@@ -96,8 +96,7 @@ class CallsShown {
 
   void ShowAround(const CallGraph& graph, const CodeElement& start) {
     const bool both = mArguments.Callers == mArguments.Callees;
-    if (IsList() && !mArguments.Json)
-      WriteRow(mOut, {CallName(start), PlaceOf(start, mPaths)});
+    if (IsList() && !mArguments.Json) WriteRow(mOut, {CallName(start), PlaceOf(start, mPaths)});
     if (both || mArguments.Callers) ShowSide(graph, start, CallDirection::Callers);
     if (both || mArguments.Callees) ShowSide(graph, start, CallDirection::Callees);
   }
@@ -173,9 +172,9 @@ class CallsShown {
   if (arguments.Name.empty())
     throw ToolError(Worse(code, exNo), where + "no procedure calls another");
   if (!knowsName)
-    throw ToolError(Worse(code, exNo), where + "no procedure, Declare, event or module is called '" +
-                                           arguments.Name +
-                                           "'; names lists every qualified name");
+    throw ToolError(Worse(code, exNo), where +
+                                           "no procedure, Declare, event or module is called '" +
+                                           arguments.Name + "'; names lists every qualified name");
   if (!arguments.Reaches.empty())
     throw ToolError(Worse(code, exNo), where + "no chain of calls leads from '" + arguments.Name +
                                            "' to '" + arguments.Reaches + "'");
@@ -204,19 +203,21 @@ int RunCalls(const CallsArguments& arguments, const Streams& streams) {
 void AddCallsCommand(CLI::App& app, Job& job) {
   auto* command = app.add_subcommand("calls", "Who calls whom in the code of procedures");
   const auto arguments = std::make_shared<CallsArguments>();
-  AddInputsAndName(*command, arguments->File,
-                   "NAME: a procedure, Declare, event or module, bare or qualified (P~M~F); without "
-                   "one, every call");
+  AddInputsAndName(
+      *command, arguments->File,
+      "NAME: a procedure, Declare, event or module, bare or qualified (P~M~F); without "
+      "one, every call");
   command->add_flag("--callers", arguments->Callers, "Only who calls it");
   command->add_flag("--callees", arguments->Callees, "Only what it calls");
   command->add_option("--depth", arguments->Depth, "How many calls away, 0: without end")
       ->check(CLI::NonNegativeNumber)
       ->capture_default_str();
-  command->add_option("--reaches", arguments->Reaches, "A shortest chain of calls from NAME to this")
+  command
+      ->add_option("--reaches", arguments->Reaches, "A shortest chain of calls from NAME to this")
       ->type_name("NAME");
   auto* dot = command->add_flag("--dot", arguments->Dot, "As a graph for Graphviz");
-  auto* mermaid =
-      command->add_flag("--mermaid", arguments->Mermaid, "As a flowchart of Mermaid")->excludes(dot);
+  auto* mermaid = command->add_flag("--mermaid", arguments->Mermaid, "As a flowchart of Mermaid")
+                      ->excludes(dot);
   command->add_flag("--json", arguments->Json, "As JSON, a call a line")
       ->excludes(dot)
       ->excludes(mermaid);
@@ -224,10 +225,9 @@ void AddCallsCommand(CLI::App& app, Job& job) {
   command->callback([arguments, &job] {
     job.Run = [arguments, &streams = job.Streams] {
       arguments->Name = TakeNameIfAny(arguments->File);
-      if (arguments->Name.empty() && (!arguments->Reaches.empty() || arguments->Callers ||
-                                      arguments->Callees))
-        throw ToolError(exUsage,
-                        "--callers, --callees and --reaches want a NAME behind the file");
+      if (arguments->Name.empty() &&
+          (!arguments->Reaches.empty() || arguments->Callers || arguments->Callees))
+        throw ToolError(exUsage, "--callers, --callees and --reaches want a NAME behind the file");
       return RunCalls(*arguments, streams);
     };
   });

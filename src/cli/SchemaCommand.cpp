@@ -104,16 +104,28 @@ constexpr RecordMember kCallsRecord[] = {{"Caller"},
                                          {"Direction", mtText, true},
                                          {"Depth", mtNumber, true},
                                          {"Repeated", mtTruth, true}};
-constexpr RecordMember kUnusedRecord[] = {kQualified,
-                                          {"Kind"},
-                                          {"Reason"},
-                                          {"Sureness"},
-                                          {"Text"},
-                                          {"Doubt", mtText, true},
-                                          {"By", mtText, true},
-                                          kFile,
-                                          kLine,
-                                          kColumn};
+constexpr RecordMember kUnusedRecord[] = {
+    kQualified,           {"Kind"}, {"Reason"}, {"Sureness"}, {"Text"}, {"Doubt", mtText, true},
+    {"By", mtText, true}, kFile,    kLine,      kColumn};
+constexpr RecordMember kUsesRecord[] = {kFile,
+                                        kLine,
+                                        kColumn,
+                                        {"EndColumn", mtNumber},
+                                        {"Name"},
+                                        {"Kind"},
+                                        {"Answer"},
+                                        {"Meaning"},
+                                        {"Accessor", mtText, true},
+                                        {"Reads", mtTruth},
+                                        {"Writes", mtTruth},
+                                        {"Secondary", mtTruth},
+                                        {"InFalseBranch", mtTruth},
+                                        {"Holder"},
+                                        {"StatementLine", mtNumber},
+                                        {"Statement"},
+                                        {"CandidateCount", mtNumber, true},
+                                        {"Candidates", mtTexts, true}};
+constexpr RecordMember kUseCountRecord[] = {{"Answer"}, {"Count", mtNumber}};
 
 Json MemberSchema(MemberType type) {
   const Json text{{"type", "string"}}, null{{"type", "null"}};
@@ -202,6 +214,7 @@ const std::vector<CommandSchema>& AllCommands() {
       {"roundtrip", "a difference a line", {"Change", "BytesChange"}},
       {"typelib", "one document, by the names of the reading service", {"TypeLibrary"}, false},
       {"unused", "what nobody uses, a line each", {"Unused"}},
+      {"uses", "a use a line, or a count under --summary", {"Use", "UseCount"}},
   };
   return all;
 }
@@ -233,6 +246,8 @@ Json AllDefinitions() {
   definitions["AssemblyEntry"] = ObjectOf(kAssemblyRecord);
   definitions["Call"] = ObjectOf(kCallsRecord);
   definitions["Unused"] = ObjectOf(kUnusedRecord);
+  definitions["Use"] = ObjectOf(kUsesRecord);
+  definitions["UseCount"] = ObjectOf(kUseCountRecord);
   definitions["InventoryRow"] = InventoryRows();
   definitions["TypeLibrary"] = {{"type", "object"},
                                 {"required", Json::array({"Name", "TypeInfos"})}};

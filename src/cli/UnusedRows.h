@@ -38,8 +38,8 @@ class UnusedRows {
     UnusedRow Row;
     int Projects = 0;
   };
-  std::map<std::string, int> mFiles;               // by folded path: how many projects list it
-  std::map<std::string, std::size_t> mPlaces;      // of a finding among all
+  std::map<std::string, int> mFiles;           // by folded path: how many projects list it
+  std::map<std::string, std::size_t> mPlaces;  // of a finding among all
   std::vector<Kept> mAll;
   SourceColumns mColumns;
 };

@@ -11,7 +11,8 @@
 namespace vendrel {
 namespace {
 
-// Qualifiers, types and names of arguments call nothing; the own result of a function is a variable.
+// Qualifiers, types and names of arguments call nothing; the own result of a function is a
+// variable.
 bool IsCallKind(const NameUse& use) {
   switch (use.Kind) {
     case UseKind::Call:
@@ -39,8 +40,7 @@ const CodeElement* CalledCandidate(const NameUse& use, const CodeElement* candid
 }  // namespace
 
 bool IsCallable(const CodeElement* element) {
-  if (const auto* block = As<Block>(element))
-    return block->IsMethod() || block->IsPropertyType();
+  if (const auto* block = As<Block>(element)) return block->IsMethod() || block->IsPropertyType();
   return IsA<DeclareDeclaration, EventDeclaration>(element);
 }
 
@@ -53,7 +53,8 @@ std::size_t CallGraph::EdgeHash::operator()(const EdgeKey& key) const {
 void CallGraph::Add(VBProject& project) try {
   UseBinder binder(project);
   binder.BindAll([this](const NameUse& use) { Add(use); });
-} VENDREL_CONTEXT(project)
+}
+VENDREL_CONTEXT(project)
 
 void CallGraph::Add(const NameUse& use) {
   if (!use.Holder || !IsCallKind(use)) return;
@@ -131,8 +132,8 @@ std::span<const CallEdge* const> CallGraph::CallersOf(const CodeElement& to) con
   Sort();
   const auto found = mTo.find(&to);
   if (found == mTo.end()) return {};
-  return std::span<const CallEdge* const>(mByTarget)
-      .subspan(found->second.First, found->second.Count);
+  return std::span<const CallEdge* const>(mByTarget).subspan(found->second.First,
+                                                             found->second.Count);
 }
 
 namespace {
@@ -192,8 +193,8 @@ std::vector<CallStep> CallGraph::Walk(const CodeElement& start, CallDirection di
   return steps;
 }
 
-std::vector<const CallEdge*> CallGraph::PathBetween(
-    std::span<const CodeElement* const> from, std::span<const CodeElement* const> to) const {
+std::vector<const CallEdge*> CallGraph::PathBetween(std::span<const CodeElement* const> from,
+                                                    std::span<const CodeElement* const> to) const {
   const std::unordered_set<const CodeElement*> wanted(to.begin(), to.end());
   std::unordered_map<const CodeElement*, const CallEdge*> by;  // the edge that led there
   std::vector<const CodeElement*> open;

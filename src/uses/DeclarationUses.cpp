@@ -101,74 +101,83 @@ bool ModuleBinder::TieToInterface(std::size_t at, std::string_view prefix,
   if (!mModule.Interfaces.HasKey(prefix)) return false;
   const Entry* type = mScopes.TypeEntry(&mModule, word::None, mScopes.Names().Of(prefix));
   const Component* interface = type ? As<Component>(type->Element) : nullptr;
+  const Entry* of =
+      interface ? mScopes.Of(*interface).Members.Find(mScopes.Names().Of(member)) : nullptr;
+  if (interface && !of) return true;  // a procedure with such a name, and no more
   PendingUse& use =
       AddPart(at, prefix.size() + 1, prefix.size() + 1 + member.size(), UseKind::Implements);
-  use.Answer = UseAnswer::External;
-  use.Library = mScopes.LibraryName(std::string_view());
-  if (!interface) return true;
-  const Entry* of = mScopes.Of(*interface).Members.Find(mScopes.Names().Of(member));
-  use.Answer = of ? AnswerOf(*of) : UseAnswer::Unknown;
-  if (of) {
-    use.Element = of->Element;
-    if (of->Sort == EntrySort::Property && mBlock)
-      use.Accessor = mBlock->BlockType() == btPropertyGet   ? UseAccessor::Get
-                     : mBlock->BlockType() == btPropertySet ? UseAccessor::Set
-                                                            : UseAccessor::Let;
+  if (!of) {
+    use.Answer = UseAnswer::External;
+    use.Library = mScopes.LibraryName(std::string_view());
+    return true;
   }
+  use.Answer = AnswerOf(*of);
+  use.Element = of->Element;
+  if (of->Sort == EntrySort::Property && mBlock)
+    use.Accessor = mBlock->BlockType() == btPropertyGet   ? UseAccessor::Get
+                   : mBlock->BlockType() == btPropertySet ? UseAccessor::Set
+                                                          : UseAccessor::Let;
   return true;
+}
+
+// An event of a type: of the project or of the table. False for a type that has none of that name;
+// one that is not at hand may have any.
+bool ModuleBinder::FindEvent(const TypeRef& type, bool isControl, std::string_view event,
+                             PendingUse& use) {
+  if (type.Sort == TypeSort::External || type.Sort == TypeSort::Unknown) {
+    use.Answer = UseAnswer::External;
+    use.Library =
+        type.Sort == TypeSort::External ? type.Library() : mScopes.LibraryName(std::string_view());
+    return true;
+  }
+  if (type.Sort == TypeSort::Module) {
+    const ModuleScope& scope = mScopes.Of(*type.Module());
+    if (const Entry* declared = scope.Events.Find(mScopes.Names().Of(event))) {
+      use.Answer = AnswerOf(*declared);
+      use.Element = declared->Element;
+      return true;
+    }
+    if (scope.Base) use.Member = mScopes.Table().FindEvent(*scope.Base, event);
+  }
+  if (type.Sort == TypeSort::Builtin)
+    use.Member = mScopes.Table().FindEvent(*type.Builtin(), event);
+  if (!use.Member && isControl)  // what the container adds: GotFocus, Validate
+    use.Member = mScopes.Table().FindEvent("VBControlExtender", event);
+  use.Answer = UseAnswer::Library;
+  return use.Member != nullptr;
 }
 
 // "cmd_Click" handles Click of cmd; "Form_Load" Load of the module itself.
 bool ModuleBinder::TieToEvent(std::size_t at, std::string_view prefix, std::string_view event) {
-  TypeRef type;
+  PendingUse found;
+  const std::size_t behind = prefix.size() + 1;
   const std::string_view header = mModule.EventProcedureHeader();
-  const Symbol eventName = mScopes.Names().Of(event);
   if (!header.empty() && EqualsNoCaseAscii(prefix, header.substr(0, header.size() - 1))) {
     const BuiltinType* own = mScope.Base ? mScope.Base : mScopes.Table().FindType("Class");
-    const BuiltinMember* member = own ? mScopes.Table().FindEvent(*own, event) : nullptr;
-    PendingUse& use =
-        AddPart(at, prefix.size() + 1, prefix.size() + 1 + event.size(), UseKind::Handle);
-    use.Answer = member ? UseAnswer::Library : UseAnswer::Unknown;
-    use.Member = member;
+    if (!own || !FindEvent({TypeSort::Builtin, false, own}, false, event, found)) return false;
+    PendingUse& use = AddPart(at, behind, behind + event.size(), UseKind::Handle);
+    use.Answer = found.Answer;
+    use.Member = found.Member;
     return true;
   }
   const Entry* source = mScope.Members.Find(mScopes.Names().Of(prefix));
   if (!source) return false;
   const auto* variable = As<Variable>(source->Element);
-  if (source->Sort != EntrySort::Control && !(variable && variable->IsWithEvents)) return false;
+  const bool isControl = source->Sort == EntrySort::Control;
+  if (!isControl && !(variable && variable->IsWithEvents)) return false;
+  TypeRef type = mScopes.TypeOf(*source);
+  if (type.Sort == TypeSort::ControlGroup)
+    type = mScopes.TypeNamed(&mModule, As<VBControl>(source->Element)->ProgID, false);
+  if (!FindEvent(type, isControl, event, found)) return false;
   PendingUse& handled = AddPart(at, 0, prefix.size(), UseKind::Handle);
   handled.Element = source->Element;
   handled.Answer = AnswerOf(*source);
   handled.WholeArray = source->IsArrayOfControls;
-  type = mScopes.TypeOf(*source);
-  if (type.Sort == TypeSort::ControlGroup)
-    type = mScopes.TypeNamed(&mModule, As<VBControl>(source->Element)->ProgID, false);
-  PendingUse& use =
-      AddPart(at, prefix.size() + 1, prefix.size() + 1 + event.size(), UseKind::Handle);
-  use.Answer = UseAnswer::External;
-  if (type.Sort == TypeSort::Module) {
-    const Entry* declared = mScopes.Of(*type.Module()).Events.Find(eventName);
-    use.Answer = declared ? AnswerOf(*declared) : UseAnswer::Unknown;
-    if (declared) use.Element = declared->Element;
-  }
-  const BuiltinType* of = type.Sort == TypeSort::Builtin  ? type.Builtin()
-                          : type.Sort == TypeSort::Module ? mScopes.Of(*type.Module()).Base
-                                                          : nullptr;
-  if (of && !use.Element) {
-    use.Member = mScopes.Table().FindEvent(*of, event);
-    use.Answer = use.Member ? UseAnswer::Library : UseAnswer::Unknown;
-  }
-  if (!use.Element && !use.Member && source->Sort == EntrySort::Control) {
-    // what the container adds: GotFocus, Validate
-    const BuiltinMember* site = mScopes.Table().FindEvent("VBControlExtender", event);
-    if (site) {
-      use.Member = site;
-      use.Answer = UseAnswer::Library;
-    }
-  }
-  if (use.Answer == UseAnswer::External)
-    use.Library =
-        type.Sort == TypeSort::External ? type.Library() : mScopes.LibraryName(std::string_view());
+  PendingUse& use = AddPart(at, behind, behind + event.size(), UseKind::Handle);
+  use.Answer = found.Answer;
+  use.Element = found.Element;
+  use.Member = found.Member;
+  use.Library = found.Library;
   return true;
 }
 

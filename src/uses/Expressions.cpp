@@ -1,6 +1,8 @@
 // Operands, operators and lists of arguments. What an expression computes does not matter here;
 // what matters is which names are alone, and where each list ends.
 
+#include <utility>
+
 #include "core/Ascii.h"
 #include "uses/ModuleBinder.h"
 
@@ -164,6 +166,10 @@ UseValue ModuleBinder::ParseExpression(std::size_t& at, std::size_t end) {
     } else if (token.Kind == TokenKind::Word && !token.Bracketed) {
       if (EndsExpression(token.Name)) break;
       if (mStepEnds && token.Name == word::Step && operands > 0) break;
+      if (mGraphics && token.Name == word::Step && IsMark(at + 1, end, '(')) {
+        Skip(at);
+        continue;
+      }
       if (IsOperatorWord(token.Name)) {
         compares = token.Name == word::Is;
         if (operands > 0 && !compares) ReadDefault(last);
@@ -234,9 +240,8 @@ void ModuleBinder::ParseArgument(std::size_t& at, std::size_t end, const Callee&
     MarkByReference(value);
 }
 
-// "Step(x, y)", and the B and BF of Line.
+// The B and BF of Line.
 void ModuleBinder::SkipGraphicsWord(std::size_t& at, std::size_t end) {
-  if (IsWord(at, end, word::Step) && IsMark(at + 1, end, '(')) Skip(at);
   if (at + 1 == end &&
       (IsWord(at, end, word::B) || IsWord(at, end, word::BF) || IsWord(at, end, word::F)))
     Skip(at);
@@ -244,6 +249,7 @@ void ModuleBinder::SkipGraphicsWord(std::size_t& at, std::size_t end) {
 
 void ModuleBinder::ParseArguments(std::size_t from, std::size_t end, const Callee& callee) {
   int position = 1;
+  const bool inGraphics = std::exchange(mGraphics, callee.IsGraphics);
   for (std::size_t at = from; at < end;) {
     if (IsMark(at, end, ',') || IsMark(at, end, ';')) {
       ++position;
@@ -254,19 +260,20 @@ void ModuleBinder::ParseArguments(std::size_t from, std::size_t end, const Calle
       Skip(at);
       continue;
     }
-    if (IsWord(at, end, word::Else) || IsMark(at, end, ':')) return;
+    if (IsWord(at, end, word::Else) || IsMark(at, end, ':')) break;
     if (callee.IsGraphics) {
       SkipGraphicsWord(at, end);
       if (IsMark(at, end, '-')) {
         ++at;
         continue;
       }
-      if (at >= end) return;
+      if (at >= end) break;
     }
     const std::size_t before = at;
     ParseArgument(at, end, callee, position);
     if (at == before) ++at;
   }
+  mGraphics = inGraphics;
 }
 
 // A type behind As, New or Is: "Long", "ADODB.Recordset".
@@ -277,6 +284,7 @@ UseValue ModuleBinder::ParseType(std::size_t& at, std::size_t end, UseKind kind)
   while (IsMark(last + 1, end, '.') && IsWord(last + 2, end)) last += 2;
   const Symbol name = At(last).Name;
   const Symbol qualifier = last > at ? At(last - 2).Name : Symbol{word::None};
+  if (last > at) mScopes.LibraryName(mScan.TextOf(At(last - 2)));
   value.Type = mScopes.TypeNamed(&mModule, qualifier, name);
   if (last == at && !At(at).Bracketed &&
       (name == word::Any || Builtins::IsIntrinsic(mScopes.Names().TextOf(name)))) {

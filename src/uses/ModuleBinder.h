@@ -191,6 +191,7 @@ class ModuleBinder {
   void TieToSource(std::size_t at, const Block& block);
   bool TieToInterface(std::size_t at, std::string_view prefix, std::string_view member);
   bool TieToEvent(std::size_t at, std::string_view prefix, std::string_view event);
+  bool FindEvent(const TypeRef& type, bool isControl, std::string_view event, PendingUse& use);
   PendingUse& AddPart(std::size_t at, std::size_t from, std::size_t to, UseKind kind);
 
   // Records.cpp
@@ -251,6 +252,7 @@ class ModuleBinder {
   std::vector<WithFrame> mWith;
   int mDepth = 0;
   bool mStepEnds = false;
+  bool mGraphics = false;
   bool mFalseBranch = false;
   bool mUnread = false;
 

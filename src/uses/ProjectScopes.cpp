@@ -94,7 +94,7 @@ const BuiltinMember* Scopes::Global(Symbol name) {
 }
 
 const std::string* Scopes::LibraryName(std::string_view name) {
-  return &*mLibraries.emplace(name).first;
+  return &mLibraries.emplace(LowerAscii(name), name).first->second;
 }
 
 const std::vector<const CodeElement*>& Scopes::LateCandidates(ProjectScope& project, Symbol name) {

@@ -128,7 +128,8 @@ void Reach::Sweep() try {
       for (const LateName* name : late->second) MarkLate(name->Name);
     MarkOwner(*mGraph.Nodes()[node]);
   }
-} VENDREL_CONTEXT()
+}
+VENDREL_CONTEXT()
 
 // Members of classes that may be called late, interfaces, and names in strings.
 void Reach::IndexMembers(VBProject& project) {
@@ -344,8 +345,7 @@ namespace {
 bool HandlesEventOfMdiForm(const Block& procedure) {
   constexpr std::string_view prefix = "MDIForm_";
   const Component* module = procedure.Component.Get();
-  return module && module->FileType == ftForm &&
-         StartsWithNoCaseAscii(procedure.Name(), prefix) &&
+  return module && module->FileType == ftForm && StartsWithNoCaseAscii(procedure.Name(), prefix) &&
          Builtins::Table().FindEvent("MDIForm",
                                      std::string_view(procedure.Name()).substr(prefix.size()));
 }

@@ -59,7 +59,8 @@ void ReachGraph::Add(VBProject& project) try {
   options.FalseBranches = true;
   UseBinder binder(project, options);
   binder.BindAll([this](const NameUse& use) { Add(use); });
-} VENDREL_CONTEXT(project)
+}
+VENDREL_CONTEXT(project)
 
 std::uint32_t ReachGraph::NodeOf(const CodeElement& element) {
   const auto made = mPositions.try_emplace(&element, static_cast<std::uint32_t>(mNodes.size()));
@@ -104,8 +105,10 @@ void ReachGraph::AddLibrary(const NameUse& use) {
     mComputedName = mComputedName || !NamesItsTarget(use.Statement);
   }
   std::string_view library = use.Name;
-  if (use.Member) library = use.Member->Owner->Library;
-  else if (use.Type) library = use.Type->Library;
+  if (use.Member)
+    library = use.Member->Owner->Library;
+  else if (use.Type)
+    library = use.Type->Library;
   if (use.Answer == UseAnswer::External && library.empty()) mUnnamedLibrary = true;
   if (!library.empty()) {
     mLibraries.insert(FoldKey(library));
@@ -118,8 +121,8 @@ void ReachGraph::AddLibrary(const NameUse& use) {
 
 void ReachGraph::AddEdge(const NameUse& use, const CodeElement& target) {
   const std::uint32_t from = NodeOf(HolderOf(use)), to = NodeOf(target);
-  const auto known = mKnown.try_emplace(std::uint64_t{from} << 32 | to,
-                                        static_cast<std::uint32_t>(mEdges.size()));
+  const auto known =
+      mKnown.try_emplace(std::uint64_t{from} << 32 | to, static_cast<std::uint32_t>(mEdges.size()));
   if (known.second) {
     ReachEdge edge{from, to};
     edge.Module = use.Module;
@@ -133,8 +136,7 @@ void ReachGraph::AddEdge(const NameUse& use, const CodeElement& target) {
   if (use.InFalseBranch) return;  // not part of the program that is compiled
   const bool counts = use.Writes && BeginsWithWord(use.Statement, "For");
   edge.Reads = edge.Reads || use.Reads || counts;
-  edge.HoldsObject =
-      edge.HoldsObject || (use.Writes && BeginsWithWord(use.Statement, "Set"));
+  edge.HoldsObject = edge.HoldsObject || (use.Writes && BeginsWithWord(use.Statement, "Set"));
   edge.Writes = edge.Writes || use.Writes;
   edge.IsAddress = edge.IsAddress || use.Kind == UseKind::Address;
   edge.BeyondType = edge.BeyondType || use.Kind != UseKind::Type;

@@ -84,8 +84,9 @@ class ReachGraph {
   bool mComputedName = false;
 };
 
-/// What stands in the string literals of a module and could be a name, folded: a literal that is one
-/// whole ("Refresh"), and the end of one with dots, with its last dot (".account" of "Firm.Account").
+/// What stands in the string literals of a module and could be a name, folded: a literal that is
+/// one whole ("Refresh"), and the end of one with dots, with its last dot (".account" of
+/// "Firm.Account").
 void AddLiteralNames(const Component& module, std::unordered_set<std::string>& names);
 
 }  // namespace vendrel

@@ -6,7 +6,6 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "project/VBProject.h"
@@ -112,7 +111,7 @@ class Scopes {
   std::unordered_map<const Component*, std::unique_ptr<ModuleScope>> mModules;
   std::unordered_map<const UDT*, std::unique_ptr<EntryMap>> mFields;
   std::unordered_map<const Entry*, std::unordered_map<std::int32_t, const VBControl*>> mGroups;
-  std::unordered_set<std::string> mLibraries;
+  std::unordered_map<std::string, std::string> mLibraries;      // by folded name: as first met
   std::vector<std::pair<bool, const BuiltinMember*>> mGlobals;  // by symbol: looked for, found
   const ProjectScope* mCandidatesOf = nullptr;
   std::unordered_map<Symbol, std::vector<const CodeElement*>> mCandidates;

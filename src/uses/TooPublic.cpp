@@ -104,6 +104,7 @@ class TooPublicFinder {
 void FindTooPublic(const Reach& reach, const std::function<void(const UnusedFinding&)>& take) try {
   TooPublicFinder finder(reach, take);
   for (const VBProject* project : reach.Projects()) finder.Look(*project);
-} VENDREL_CONTEXT()
+}
+VENDREL_CONTEXT()
 
 }  // namespace vendrel

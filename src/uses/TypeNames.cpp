@@ -101,6 +101,7 @@ TypeRef Scopes::TypeNamed(const Component* home, std::string_view name, bool isA
     if (const std::size_t inner = front.rfind('.'); inner != std::string_view::npos)
       front.remove_prefix(inner + 1);
     qualifier = mSymbols.Of(WithoutBrackets(front));
+    LibraryName(WithoutBrackets(front));  // spelled as here, should it be one
     name.remove_prefix(dot + 1);
   }
   TypeRef type = TypeNamed(home, qualifier, mSymbols.Of(WithoutBrackets(name)));

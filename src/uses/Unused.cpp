@@ -25,9 +25,10 @@ constexpr std::string_view kOtherBranch = "with other values of #Const it is use
 constexpr std::string_view kOpenSignature = "what is called from outside has fixed parameters";
 
 constexpr std::string_view kUnusedKinds[] = {
-    "module",      "procedure", "event-procedure",    "parameter", "variable", "local-variable",
-    "constant",    "type",      "enumeration",        "enumeration-member",
-    "declare",     "event",     "reference",          "control-reference"};
+    "module",      "procedure",          "event-procedure", "parameter",
+    "variable",    "local-variable",     "constant",        "type",
+    "enumeration", "enumeration-member", "declare",         "event",
+    "reference",   "control-reference"};
 
 // The procedures of a class that a client without its type could call.
 bool IsOfObject(const CodeElement& element) {
@@ -66,9 +67,7 @@ class UnusedFinder {
     for (const EventDeclaration& one : module.EventDeclarations) LookAtEvent(one);
   }
 
-  static bool IsProcedure(const Block& block) {
-    return block.IsMethod() || block.IsPropertyType();
-  }
+  static bool IsProcedure(const Block& block) { return block.IsMethod() || block.IsPropertyType(); }
 
   bool HasReachedMember(const Component& module) const {
     const auto any = [this](const auto& elements) {
@@ -287,6 +286,7 @@ std::span<const std::string_view> UnusedKinds() { return kUnusedKinds; }
 void FindUnused(const Reach& reach, const std::function<void(const UnusedFinding&)>& take) try {
   UnusedFinder finder(reach, take);
   for (const VBProject* project : reach.Projects()) finder.Look(*project);
-} VENDREL_CONTEXT()
+}
+VENDREL_CONTEXT()
 
 }  // namespace vendrel

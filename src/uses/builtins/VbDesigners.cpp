@@ -79,6 +79,10 @@ let MinHeight:Single MinWidth:Single ViewportLeft:Single ViewportTop:Single Cont
     VScrollSmallChange:Single Width:Single
 sub PrintForm Refresh SetFocus SetViewport(Left:Single,Top:Single) ValidateControls
 event Scroll
+
+class Class
+event Initialize InitProperties ReadProperties(PropBag:PropertyBag) Terminate
+    WriteProperties(PropBag:PropertyBag)
 )";
 
 }  // namespace vendrel::builtins
