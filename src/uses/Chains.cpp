@@ -11,7 +11,8 @@ constexpr TypeRef kLate{TypeSort::Late, false, nullptr};
 
 // Objects of these may be anything that has been derived from them.
 bool IsOpenClass(const BuiltinType& type) {
-  for (const std::string_view name : {"Form", "MDIForm", "IUnknown", "IDispatch", "VBControlExtender"})
+  for (const std::string_view name :
+       {"Form", "MDIForm", "IUnknown", "IDispatch", "VBControlExtender"})
     if (EqualsNoCaseAscii(type.Name, name)) return true;
   return false;
 }
