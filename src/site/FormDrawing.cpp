@@ -24,9 +24,13 @@ using PropertyMap = std::unordered_map<std::string, std::string>;
 
 PropertyMap PropertiesOf(const VBControl& control) {
   PropertyMap properties;
-  for (ControlProperty& property : control.ControlProperties())
-    if (property.Depth == 0)
-      properties.emplace(LowerAscii(property.Name), std::move(property.Value));
+  for (ControlProperty& property : control.ControlProperties()) {
+    if (property.Depth > 0) continue;
+    // A place in the companion file is nothing to be shown.
+    if (property.Kind == ControlValue::Companion || property.Kind == ControlValue::List)
+      property.Value = property.Items.empty() ? std::string() : property.Items.front();
+    properties.emplace(LowerAscii(property.Name), std::move(property.Value));
+  }
   return properties;
 }
 
@@ -257,7 +261,7 @@ class FormPainter {
     const double middle = height / 2 + 4;
     if (isUnseen) {
       mSvg.append(Rectangle(width, height, "#fffbe8", "#a09050", " stroke-dasharray=\"3 2\""));
-      mSvg.append(Label(3, 18, type.substr(0, 4), 40));
+      mSvg.append(Label(3, 18, type.substr(0, 3), 40));
     } else if (IsOneOfTypes(type, {"Label"})) {
       if (TextOf(properties, "backstyle") != "0" && properties.contains("backcolor"))
         mSvg.append(Rectangle(width, height, ColourOf(properties, "backcolor", "none"), "none"));
@@ -274,14 +278,7 @@ class FormPainter {
       mSvg.append(" fill=\"#ffffff\" stroke=\"#59636e\"/>")
           .append(Label(18, middle, caption, width - 18));
     } else if (IsOneOfTypes(type, {"Frame"})) {
-      mSvg.append("<rect x=\".5\" y=\"6.5\" width=\"")
-          .append(Dots(std::max(0.0, width - 1)))
-          .append("\" height=\"")
-          .append(Dots(std::max(0.0, height - 7)))
-          .append("\" fill=\"")
-          .append(ColourOf(properties, "backcolor", "#f0f0f0"))
-          .append("\" stroke=\"#b4bcc5\"/>")
-          .append(Label(8, 11, caption, width - 8));
+      PaintFrame(ColourOf(properties, "backcolor", "#f0f0f0"), caption, width, height);
     } else if (IsOneOfTypes(type, {"Shape"})) {
       mSvg.append(Rectangle(width, height, "none", ColourOf(properties, "bordercolor", "#444444")));
     } else if (IsOneOfTypes(type, {"PictureBox"})) {
@@ -291,6 +288,21 @@ class FormPainter {
     } else {
       PaintField(control, type, properties, width, height);
     }
+  }
+
+  // The caption interrupts the line.
+  void PaintFrame(const std::string& fill, std::string_view caption, double width, double height) {
+    const auto rectangle = [&](std::string_view x, std::string_view y, double w, double h,
+                               std::string_view stroke) {
+      mSvg.append("<rect x=\"").append(x).append("\" y=\"").append(y).append("\" width=\"");
+      mSvg.append(Dots(std::max(0.0, w))).append("\" height=\"").append(Dots(std::max(0.0, h)));
+      mSvg.append("\" fill=\"").append(fill).append("\" stroke=\"").append(stroke).append("\"/>");
+    };
+    rectangle(".5", "6.5", width - 1, height - 7, "#b4bcc5");
+    if (caption.empty()) return;
+    rectangle("5", "0", std::min(width - 10, 8 + 6.0 * static_cast<double>(caption.size())), 12,
+              "none");
+    mSvg.append(Label(8, 11, caption, width - 8));
   }
 
   void PaintCaption(const PropertyMap& properties, std::string_view caption, double width,

@@ -103,18 +103,19 @@ void AppendFacts(const SiteRun& run, const ModuleEntry& module, Page& page) {
 }
 
 // A member on its own page: name, what kind it is, what is said of it.
-std::string MemberRow(const SiteRun& run, const MemberEntry& member) {
+std::string MemberRow(const SiteRun& run, const MemberEntry& member, bool tellsKind) {
   const CodeElement& first = member.First();
   const bool* isNew = const_cast<CodeElement&>(first).IsNewField();
   std::string row = "<tr><td class=\"first\">" + Link(member.Leaf, member.Name);
-  row.append(" <span class=\"of\">").append(member.Kind);
+  std::string note(tellsKind ? member.Kind : "");
   if (member.Kind != "Property" && member.Elements.size() > 1)
-    row.append(", ").append(std::to_string(member.Elements.size())).append(" forms");
-  row.append("</span>").append(TagsOf(run, first, isNew && *isNew)).append("</td>\n<td>");
+    note.append(note.empty() ? "" : ", ").append(Count(member.Elements.size(), "form"));
+  if (!note.empty()) row.append(" <span class=\"of\">").append(note).append("</span>");
+  row.append(TagsOf(run, first, isNew && *isNew)).append("</td>\n<td>");
   std::string summary;
   for (const CodeElement* element : member.Elements)
     if (summary.empty()) summary = FirstLine(SummaryOf(*element));
-  return row.append("<span dir=\"auto\">").append(summary).append("</span></td></tr>\n");
+  return row.append(Summary(summary)).append("</td></tr>\n");
 }
 
 // A constant or variable, which has no page: how it is declared, and all that is said of it.
@@ -167,7 +168,8 @@ void AddMemberLists(const SiteRun& run, const ModuleEntry& module, PagedList& li
           members.push_back(&member);
     if (members.empty()) continue;
     list.Section(Heading(section.Id, section.Title, members.size()));
-    for (const MemberEntry* member : members) list.Add(MemberRow(run, *member));
+    for (const MemberEntry* member : members)
+      list.Add(MemberRow(run, *member, section.Kinds.size() > 1));
   }
 }
 

@@ -5,6 +5,7 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "model/Component.h"
+#include "project/VBProject.h"
 #include "site/SiteChanges.h"
 #include "site/SiteHtml.h"
 #include "site/SiteRun.h"
@@ -67,7 +68,13 @@ void AppendSection(std::string& html, std::string_view id, std::string_view titl
 }
 
 void AppendPath(const SiteRun& run, Page& page, const CodeElement& element) {
-  const std::string name = ReplaceAll(element.QualifiedName(), "~", ".");
+  const Component* module = element.OwnComponent();
+  const bool isNet =
+      module && module->VBProject() && module->VBProject()->LanguageVersion() == lvVisualBasicDotNet;
+  // A name of .NET is full without its project.
+  std::string name = module && isNet ? module->FullName() : element.QualifiedName();
+  if (isNet && module != &element) name.append(".").append(element.ElementName());
+  name = ReplaceAll(name, "~", ".");
   page.Content.append("<p class=\"path\"><code data-copy=\"").append(Plain(name)).append("\">");
   page.Content.append(Name(Shortened(name, 2000))).append("</code>");
   if (const Address source = run.Map.SourceOf(element))
@@ -90,6 +97,10 @@ std::string LinkTo(const SiteRun& run, std::string_view folder, const CodeElemen
   if (const Address source = run.Map.SourceOf(element))
     return Link(HrefFrom(folder, source), NameWithModule(element));
   return Name(NameWithModule(element));
+}
+
+std::string Summary(std::string_view line) {
+  return line.empty() ? std::string() : "<span dir=\"auto\">" + std::string(line) + "</span>";
 }
 
 std::string TagsOf(const SiteRun& run, const CodeElement& element, bool isNew) {

@@ -41,9 +41,8 @@ std::string ModuleRow(const SiteRun& run, std::string_view folder, const ModuleE
   const Component& component = *module.Module;
   std::string row = "<tr><td class=\"first\">";
   row.append(Link(HrefFrom(folder, {module.Folder, "index.html"}), module.Name));
-  row.append(" <span class=\"of\">").append(Text(module.Kind)).append("</span>");
-  row.append(TagsOf(run, component, component.IsNew)).append("</td>\n<td><span dir=\"auto\">");
-  return row.append(FirstLine(SummaryOf(component))).append("</span></td></tr>\n");
+  row.append(TagsOf(run, component, component.IsNew)).append("</td>\n<td>");
+  return row.append(Summary(FirstLine(SummaryOf(component)))).append("</td></tr>\n");
 }
 
 // Kinds of modules in the order in which a page lists them.
@@ -126,7 +125,7 @@ void AppendProjectFacts(const SiteRun& run, Page& page, const ProjectEntry& proj
       facts.append("<dt>").append(term).append("</dt><dd>").append(html).append("</dd>\n");
   };
   const ProjectTotals totals = TotalsOf(project);
-  add("Builds", Text(vbp.ProjectTypeDescription()));
+  if (!project.IsNet()) add("Builds", Text(vbp.ProjectTypeDescription()));
   add("Version", vbp.MajorVersion().empty() ? "" : Text(vbp.Version(".", 3)));
   add("Starts with", Text(vbp.Startup));
   add("File", Name(vbp.FileName.LeafName()));
@@ -165,8 +164,10 @@ std::string ProjectRow(const SiteRun& run, const ProjectEntry& project) {
   std::string row = "<tr><td class=\"first\">" + Link(project.Folder + "index.html", project.Name) +
                     " <span class=\"of\">";
   row.append(project.Kind).append("</span>").append(TagsOf(run, *project.Project, false));
-  row.append("</td>\n<td><span dir=\"auto\">");
-  row.append(FirstLine(SummaryOf(*project.Project))).append("</span><br/><span class=\"of\">");
+  row.append("</td>\n<td>");
+  const std::string summary = FirstLine(SummaryOf(*project.Project));
+  row.append(Summary(summary)).append(summary.empty() ? "" : "<br/>");
+  row.append("<span class=\"of\">");
   row.append(Count(project.Modules.size(), "module")).append(", ");
   row.append(Count(TotalsOf(project).Members, "member"));
   if (project.Lines > 0) row.append(", ").append(Count(project.Lines, "line"));

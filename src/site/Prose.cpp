@@ -140,12 +140,16 @@ class ProseWriter {
   void WriteRaw(std::string_view text) {
     if (text.empty()) return;
     BeginText();
-    AppendText(mHtml, text);
+    AppendText(mHtml, ReplaceAll(text, "\r", ""));
+    mLine += text.size();
+    const std::size_t last = text.find_last_not_of(" \t\r\n");
+    if (last != kNotFound) mLast = text[last];
   }
 
   void WriteTag(const ProseTag& tag) {
     const std::string& name = tag.Name;
-    if (name == "crlf" || name == "br") return BreakLine();
+    if (name == "crlf") return EndLine();
+    if (name == "br") return BreakLine();
     if (name == "p" || name == "para" || name == "div") return BreakParagraph();
     if (name == "a" || name == "see" || name == "seealso") return WriteLink(tag);
     if (name == "paramref" || name == "typeparamref") return WriteName(tag.Attribute("name"));
@@ -157,6 +161,15 @@ class ProseWriter {
 
   void BreakLine() {
     if (!mOpen.empty() && !IsHolder(mOpen.back())) mHtml.append("<br/>");
+    mLine = 0;
+  }
+  // The end of a line of comments. Where the line was full its author wrapped it, and a reader's
+  // window wraps elsewhere.
+  void EndLine() {
+    const bool isWrapped = mLine > 45 && std::string_view(".:;!?").find(mLast) == kNotFound;
+    if (!isWrapped) return BreakLine();
+    mHtml += ' ';
+    mLine = 0;
   }
   void BreakParagraph() {
     if (Holder().empty())
@@ -308,6 +321,9 @@ class ProseWriter {
   std::string& mHtml;
   const ProseLinks& mLinks;
   std::vector<std::string_view> mOpen;
+  /// Bytes of the line so far, and its last character.
+  std::size_t mLine = 0;
+  char mLast = ' ';
 };
 
 }  // namespace

@@ -347,17 +347,29 @@ void SiteMap::AddFields(ModuleEntry& module) {
     add(module.Variables, *variables, "variables");
 }
 
+namespace {
+
+// The namespace of a type: in front of the types that it is nested in.
+std::string NamespaceOf(const VBProject& project, const Component& type) {
+  if (const Namespace* space = type.Namespace.Get()) return space->Name;
+  std::string name = type.FullName();
+  do {
+    name.erase(name.rfind('.') == kNotFound ? 0 : name.rfind('.'));
+  } while (!name.empty() && project.Components.HasKey(name));
+  return name;
+}
+
+}  // namespace
+
 void SiteMap::AddNamespaces(ProjectEntry& project) {
   if (!project.IsNet()) return;
   std::map<std::string, std::vector<const ModuleEntry*>> byName;
-  for (const ModuleEntry& module : project.Modules) {
-    const Namespace* space = module.Module->Namespace.Get();
-    std::string full = module.Module->FullName();
-    if (space)
-      full = space->Name;
-    else
-      full.erase(full.rfind('.') == kNotFound ? 0 : full.rfind('.'));
-    byName[full].push_back(&module);
+  for (ModuleEntry& module : project.Modules) {
+    const std::string space = NamespaceOf(*project.Project, *module.Module);
+    const std::string full = module.Module->FullName();
+    if (!space.empty() && full.size() > space.size() + 1 && full.starts_with(space + "."))
+      module.Name = full.substr(space.size() + 1);
+    byName[space].push_back(&module);
   }
   PageNames names;
   for (auto& [name, modules] : byName) {
@@ -385,10 +397,12 @@ const ProjectEntry* SiteMap::ProjectOf(const VBProject* project) const {
 
 Address SiteMap::SourceOf(const CodeElement& element) const {
   if (!mOptions.Source) return {};
-  const SourcePlace place = PlaceOf(element);
+  SourcePlace place = PlaceOf(element);
   if (!place.Component) return {};
   const ProjectEntry* project = ProjectOf(place.Component->VBProject());
   if (!project || project->Sources.empty()) return {};
+  // The line of a classic module is that of the project file which lists it.
+  if (!project->IsNet() && IsA<Component>(place.Declared)) place.Line = 0;
   const FileSystemObject& file = project->Project->ProjectFiles.Count() > 0 && place.Declared
                                      ? SourceFileOf(*place.Component, *place.Declared)
                                      : place.Component->FileName;

@@ -70,6 +70,8 @@ void AppendPath(const SiteRun& run, Page& page, const CodeElement& element);
 std::string LinkTo(const SiteRun& run, std::string_view folder, const CodeElement& element);
 /// "Account.Post": the name with that of its module.
 std::string NameWithModule(const CodeElement& element);
+/// One line of a description, in its own direction; nothing for none.
+std::string Summary(std::string_view line);
 /// Marks: new, changed; "since the release before" of a comparison too.
 std::string TagsOf(const SiteRun& run, const CodeElement& element, bool isNew);
 /// The links that texts of an element use.

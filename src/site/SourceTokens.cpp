@@ -86,6 +86,14 @@ bool IsLanguageWord(std::string_view word, bool isNet) {
   return isNet ? Holds(kNet, word) : Holds(kClassic, word);
 }
 
+std::string_view AsWritten(std::string_view word, bool isNet) {
+  const auto find = [&](const auto& words) {
+    const auto found = std::lower_bound(std::begin(words), std::end(words), word, IsBefore);
+    return found != std::end(words) && EqualsNoCaseAscii(*found, word) ? *found : word;
+  };
+  return isNet ? find(kNet) : find(kClassic);
+}
+
 bool SourceTokens::Next(SourceToken& token) {
   if (mAt >= mLine.size()) {
     if (mLine.empty()) mState.CommentGoesOn = false;

@@ -61,5 +61,7 @@ std::string_view ColourClass(TokenKind kind);
 
 /// Whether a word belongs to the language, case ignored.
 bool IsLanguageWord(std::string_view word, bool isNet);
+/// The word as the language writes it: "Public" for "PUBLIC". What is no such word stays.
+std::string_view AsWritten(std::string_view word, bool isNet);
 
 }  // namespace vendrel::site

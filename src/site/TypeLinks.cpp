@@ -155,7 +155,7 @@ void TypeLinks::AppendDeclaration(std::string& html, std::string_view text, std:
       AppendText(html, here.Text);
     } else {
       html.append("<span class=\"").append(kind).append("\">");
-      AppendText(html, here.Text);
+      AppendText(html, here.Kind == TokenKind::Keyword ? AsWritten(here.Text, isNet) : here.Text);
       html.append("</span>");
     }
   }
