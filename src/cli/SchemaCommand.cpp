@@ -93,6 +93,26 @@ constexpr RecordMember kAssemblyRecord[] = {{"name"},
                                             {"obsolete", mtText, true},
                                             {"damage", mtText, true}};
 
+constexpr RecordMember kUsesRecord[] = {kFile,
+                                        kLine,
+                                        kColumn,
+                                        {"EndColumn", mtNumber},
+                                        {"Name"},
+                                        {"Kind"},
+                                        {"Answer"},
+                                        {"Meaning"},
+                                        {"Accessor", mtText, true},
+                                        {"Reads", mtTruth},
+                                        {"Writes", mtTruth},
+                                        {"Secondary", mtTruth},
+                                        {"InFalseBranch", mtTruth},
+                                        {"Holder"},
+                                        {"StatementLine", mtNumber},
+                                        {"Statement"},
+                                        {"CandidateCount", mtNumber, true},
+                                        {"Candidates", mtTexts, true}};
+constexpr RecordMember kUseCountRecord[] = {{"Answer"}, {"Count", mtNumber}};
+
 Json MemberSchema(MemberType type) {
   const Json text{{"type", "string"}}, null{{"type", "null"}};
   switch (type) {
@@ -178,6 +198,7 @@ const std::vector<CommandSchema>& AllCommands() {
       {"resolve", "where the type is declared", {"Resolution"}},
       {"roundtrip", "a difference a line", {"Change", "BytesChange"}},
       {"typelib", "one document, by the names of the reading service", {"TypeLibrary"}, false},
+      {"uses", "a use a line, or a count under --summary", {"Use", "UseCount"}},
   };
   return all;
 }
@@ -207,6 +228,8 @@ Json AllDefinitions() {
   definitions["BytesChange"] = ObjectOf(kBytesRecord);
   definitions["SourceLine"] = ObjectOf(kLinesRecord);
   definitions["AssemblyEntry"] = ObjectOf(kAssemblyRecord);
+  definitions["Use"] = ObjectOf(kUsesRecord);
+  definitions["UseCount"] = ObjectOf(kUseCountRecord);
   definitions["InventoryRow"] = InventoryRows();
   definitions["TypeLibrary"] = {{"type", "object"},
                                 {"required", Json::array({"Name", "TypeInfos"})}};

@@ -35,7 +35,7 @@ struct ElementUse {
 /// The uses of all projects of a site, gathered once.
 class EstateUses {
  public:
-  /// Binds nothing where `projects` is empty.
+  /// Names of VB.NET source are not bound.
   explicit EstateUses(const std::vector<VBProject*>& projects);
   ~EstateUses();
   EstateUses(const EstateUses&) = delete;

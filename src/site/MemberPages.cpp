@@ -142,20 +142,14 @@ void AppendForms(const SiteRun& run, Page& page, const MemberEntry& member) {
         page.Content.append("<p class=\"path\"><a href=\"")
             .append(HrefFrom(page.Folder, source))
             .append("\">Source</a></p>\n");
-    const Documentation found = DocumentationOf(*element);
+    Documentation found = DocumentationOf(*element);
     const bool isSole = member.Elements.size() == 1;
+    // Headings of sections are unique on a page: of several forms the texts alone are shown.
+    if (!isSole && !found.Remarks.empty())
+      found.Value.append(found.Value.empty() ? "" : "<p>").append(found.Remarks);
+    AppendSummary(run, page, *element, found);
     AppendParameters(run, page, *element, found);
-    if (isSole) {
-      AppendDocumentation(run, page, *element, found);
-      continue;
-    }
-    // Headings of sections are unique on a page: of several forms only the texts are shown.
-    Documentation texts;
-    texts.Summary = found.Summary;
-    texts.Value = found.Value.empty()
-                      ? found.Remarks
-                      : found.Value + (found.Remarks.empty() ? "" : "<p>") + found.Remarks;
-    AppendDocumentation(run, page, *element, texts);
+    if (isSole) AppendDetails(run, page, *element, found);
   }
   if (member.Elements.size() == 1) return;
   Documentation rest;
@@ -166,7 +160,7 @@ void AppendForms(const SiteRun& run, Page& page, const MemberEntry& member) {
     for (const auto& entry : found.SeeAlso) rest.SeeAlso.push_back(entry);
     if (rest.Exceptions.size() + rest.Examples.size() > kMostForms) break;
   }
-  AppendDocumentation(run, page, member.First(), rest);
+  AppendDetails(run, page, member.First(), rest);
 }
 
 std::string KindInWords(const MemberEntry& member, const ModuleEntry& module) {

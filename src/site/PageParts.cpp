@@ -69,8 +69,8 @@ void AppendSection(std::string& html, std::string_view id, std::string_view titl
 
 void AppendPath(const SiteRun& run, Page& page, const CodeElement& element) {
   const Component* module = element.OwnComponent();
-  const bool isNet =
-      module && module->VBProject() && module->VBProject()->LanguageVersion() == lvVisualBasicDotNet;
+  const bool isNet = module && module->VBProject() &&
+                     module->VBProject()->LanguageVersion() == lvVisualBasicDotNet;
   // A name of .NET is full without its project.
   std::string name = module && isNet ? module->FullName() : element.QualifiedName();
   if (isNet && module != &element) name.append(".").append(element.ElementName());
@@ -131,12 +131,23 @@ void AppendBox(std::string& html, std::string_view text, const ProseLinks& links
 
 }  // namespace
 
+void AppendSummary(const SiteRun& run, Page& page, const CodeElement& element,
+                   const Documentation& found) {
+  const ProseLinks links = LinksFor(run, page.Folder, element);
+  if (!found.Summary.empty()) AppendBox(page.Content, found.Summary, links);
+  if (!found.Value.empty()) AppendBox(page.Content, found.Value, links);
+}
+
 void AppendDocumentation(const SiteRun& run, Page& page, const CodeElement& element,
                          const Documentation& found) {
+  AppendSummary(run, page, element, found);
+  AppendDetails(run, page, element, found);
+}
+
+void AppendDetails(const SiteRun& run, Page& page, const CodeElement& element,
+                   const Documentation& found) {
   std::string& html = page.Content;
   const ProseLinks links = LinksFor(run, page.Folder, element);
-  if (!found.Summary.empty()) AppendBox(html, found.Summary, links);
-  if (!found.Value.empty()) AppendBox(html, found.Value, links);
   if (!found.Remarks.empty()) {
     AppendSection(html, "remarks", "Remarks");
     AppendBox(html, found.Remarks, links);

@@ -50,6 +50,7 @@ struct ModuleGroup {
   std::string_view Kind, Title;
 };
 constexpr ModuleGroup kGroups[] = {{"class module", "Classes"},
+                                   {"class", "Classes"},
                                    {"interface", "Interfaces"},
                                    {"structure", "Structures"},
                                    {"enumeration", "Enumerations"},
@@ -58,7 +59,8 @@ constexpr ModuleGroup kGroups[] = {{"class module", "Classes"},
                                    {"user document", "User documents"},
                                    {"property page", "Property pages"},
                                    {"designer", "Designers"},
-                                   {"standard module", "Standard modules"}};
+                                   {"standard module", "Standard modules"},
+                                   {"module", "Modules"}};
 
 std::string_view TitleOfGroup(std::string_view kind) {
   for (const ModuleGroup& group : kGroups)

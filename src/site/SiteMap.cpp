@@ -131,7 +131,10 @@ std::string_view KindOfModule(const Component& component) {
   if (component.IsInterface) return "interface";
   if (component.IsStructure) return "structure";
   if (component.IsEnumeration) return "enumeration";
-  return vendrel::KindOfModule(component.FileType).FullWord;
+  const VBProject* project = component.VBProject();
+  const bool isNet = project && project->LanguageVersion() == lvVisualBasicDotNet;
+  const ModuleKind& kind = vendrel::KindOfModule(component.FileType);
+  return isNet ? kind.Word : kind.FullWord;
 }
 
 std::size_t SourceEntry::PieceOf(std::int32_t line) const {

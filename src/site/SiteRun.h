@@ -76,7 +76,11 @@ std::string Summary(std::string_view line);
 std::string TagsOf(const SiteRun& run, const CodeElement& element, bool isNew);
 /// The links that texts of an element use.
 ProseLinks LinksFor(const SiteRun& run, std::string_view folder, const CodeElement& element);
-/// Description, remarks, examples, exceptions, see also.
+/// The description; behind it remarks, exceptions, examples, see also; both.
+void AppendSummary(const SiteRun& run, Page& page, const CodeElement& element,
+                   const Documentation& found);
+void AppendDetails(const SiteRun& run, Page& page, const CodeElement& element,
+                   const Documentation& found);
 void AppendDocumentation(const SiteRun& run, Page& page, const CodeElement& element,
                          const Documentation& found);
 /// Users, and what is used; nothing where nothing is bound.

@@ -1,7 +1,10 @@
 #include "site/TypeLinks.h"
 
+#include <algorithm>
+
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "dotnet/GenericNames.h"
 #include "names/NameLookup.h"
 #include "site/SiteHtml.h"
 #include "site/SourceTokens.h"
@@ -13,7 +16,9 @@ namespace {
 std::string BareType(std::string_view type) {
   type = TrimGaps(type);
   if (StartsWithNoCaseAscii(type, "New ")) type = TrimGaps(type.substr(4));
-  return std::string(TrimGaps(type.substr(0, type.find_first_of("(*{<[&"))));
+  std::string name = type.find('{') == kNotFound ? std::string(type) : DefinitionOf(type);
+  name.resize(std::min(name.find_first_of("(*<[&"), name.size()));
+  return std::string(TrimGaps(name));
 }
 
 bool IsWord(const SourceToken& token, std::string_view word) {
