@@ -41,5 +41,6 @@ void AddUnusedCommand(CLI::App& app, Job& job);
 void AddInventoryCommand(CLI::App& app, Job& job);
 void AddSchemaCommand(CLI::App& app, Job& job);
 void AddRoundtripCommand(CLI::App& app, Job& job);
+void AddSiteCommand(CLI::App& app, Job& job);
 
 }  // namespace vendrel::cli

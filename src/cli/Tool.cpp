@@ -50,6 +50,7 @@ void AddCommands(CLI::App& app, Job& job) {
   AddCallsCommand(app, job);
   AddUnusedCommand(app, job);
   AddInventoryCommand(app, job);
+  AddSiteCommand(app, job);
   AddSchemaCommand(app, job);
 }
 

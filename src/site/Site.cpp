@@ -1,0 +1,60 @@
+#include "site/Site.h"
+
+#include <memory>
+#include <optional>
+
+#include "core/Version.h"
+#include "diagnostics/Context.h"
+#include "site/SiteChanges.h"
+#include "site/SiteGraphs.h"
+#include "site/SiteHtml.h"
+#include "site/SiteRun.h"
+
+namespace vendrel::site {
+namespace {
+
+void PutAssets(PageWriter& pages, const SiteAssets& assets) {
+  for (const auto& [name, content] : assets.Files())
+    if (name != "page.html") pages.PutFile("assets/" + name, content);
+}
+
+}  // namespace
+
+FileCounts WriteSite(const std::vector<VBProject*>& projects, const std::string& folder,
+                     const SiteOptions& options) try {
+  const SiteAssets assets(options.AssetsFolder);
+  std::optional<GraphDrawer> graphs;
+  if (options.Graphs) graphs.emplace();
+  SiteFiles files(folder, options.Force);
+  PageWriter pages(files, assets, options.Title,
+                   "Made by vendrelmodel " + std::string(LibraryVersion()));
+  const SiteMap map(projects, {options.Private, options.Source});
+  const TypeLinks types(map, options.Links);
+  const Relations relations(map, types);
+  const EstateUses uses(projects);
+  std::optional<SiteChanges> changes;
+  if (options.Before) changes.emplace(projects, *options.Before);
+  const SiteRun run{options,
+                    map,
+                    types,
+                    relations,
+                    uses,
+                    pages,
+                    changes ? &*changes : nullptr,
+                    graphs ? &*graphs : nullptr};
+  PutAssets(pages, assets);
+  WriteEstatePages(run);
+  for (const ProjectEntry& project : map.Projects()) {
+    WriteProjectPages(run, project);
+    WriteHierarchyPages(run, project);
+    for (const ModuleEntry& module : project.Modules) WriteModulePages(run, module);
+    WriteSourcePages(run, project);
+  }
+  WriteNamePages(run);
+  WriteUndocumentedPages(run);
+  WriteChangePages(run);
+  return files.Finish();
+}
+VENDREL_CONTEXT(folder)
+
+}  // namespace vendrel::site

@@ -1,0 +1,436 @@
+#include "site/SiteMap.h"
+
+#include <algorithm>
+#include <map>
+
+#include "core/Ascii.h"
+#include "core/CaseFold.h"
+#include "dotnet/Sources.h"
+#include "model/ModuleKinds.h"
+#include "names/NameWalk.h"
+#include "output/Places.h"
+#include "project/Assembly.h"
+#include "services/Paths.h"
+
+namespace vendrel::site {
+namespace {
+
+std::string_view KindOfProject(const VBProject& project) {
+  if (project.WasReadFromTypeLibrary)
+    return project.LanguageVersion() == lvVisualBasicDotNet ? "assembly" : "type library";
+  if (project.ProjectSourceType == ptsTypeLibrary)
+    return project.LanguageVersion() == lvVisualBasicDotNet ? "assembly" : "type library";
+  return project.LanguageVersion() == lvVisualBasicDotNet ? "VB.NET project" : "project";
+}
+
+std::string_view KindOfMember(const CodeElement& element) {
+  if (IsA<EventDeclaration>(&element)) return "Event";
+  if (IsA<DeclareDeclaration>(&element)) return "Declare";
+  if (IsA<Enumeration>(&element)) return "Enum";
+  if (IsA<UDT>(&element)) return "Type";
+  const auto* block = As<Block>(&element);
+  if (!block) return "Member";
+  if (block->IsPropertyType()) return "Property";
+  if (block->IsDelegate()) return "Delegate";
+  if (block->IsConstructor) return "Constructor";
+  return block->BlockType() == btFunction ? "Function" : "Sub";
+}
+
+// Without the types that the name of an overload ends with.
+std::string BareName(const Block& block) {
+  const std::string& name = block.Name();
+  return block.Overloaded() ? name.substr(0, name.find('(')) : name;
+}
+
+bool IsInherited(const Block& block) {
+  return !block.Implemented && !block.InheritedFrom().empty();
+}
+
+bool IsInheritedField(const Variable& field) {
+  return !field.Implemented && !field.InheritedFrom.empty();
+}
+bool IsInheritedField(const Constant&) { return false; }
+
+// "src/modMain.bas": as seen from the project file, else the leaf.
+std::string PathIn(const VBProject& project, const FileSystemObject& file) {
+  const std::string full = file.FullPath();
+  std::string path = RelativePath(project.FileName.FolderPath(), full);
+  if (IsAbsolutePath(path)) path = file.LeafName();
+  std::replace(path.begin(), path.end(), '\\', '/');
+  return path;
+}
+
+// Lines that designers and the environment write in front of the code: "VERSION", the controls,
+// attributes.
+std::int32_t LinesOfDesigner(std::string_view text) {
+  std::int32_t lines = 0, header = 0, depth = 0;
+  while (!text.empty()) {
+    const std::string_view line = TrimGaps(TakeLine(text));
+    ++lines;
+    const bool opens = StartsWithNoCaseAscii(line, "Begin");
+    const bool isOfHeader = depth > 0 || opens || StartsWithNoCaseAscii(line, "VERSION ") ||
+                            StartsWithNoCaseAscii(line, "Object") ||
+                            StartsWithNoCaseAscii(line, "Attribute VB_");
+    if (!isOfHeader && !line.empty()) break;
+    if (opens) ++depth;
+    if (EqualsNoCaseAscii(line, "End") || EqualsNoCaseAscii(line, "EndProperty")) --depth;
+    if (isOfHeader) header = lines;
+  }
+  return header;
+}
+
+void CutIntoPieces(SourceEntry& source) {
+  std::int32_t line = 0, inPiece = 0;
+  std::size_t begin = 0;
+  source.Pieces.emplace_back(1, 0);
+  for (std::string_view rest = source.Text; !rest.empty();) {
+    const std::size_t at = source.Text.size() - rest.size();
+    const std::size_t size = TakeLine(rest).size();
+    ++line;
+    if (inPiece > 0 && (inPiece == kLinesOnPage || at + size - begin > kSourceOnPage)) {
+      source.Pieces.emplace_back(line, at);
+      begin = at;
+      inPiece = 0;
+    }
+    ++inPiece;
+  }
+  source.Lines = line;
+}
+
+std::string PageOfFields(std::string_view stem, std::size_t index, std::size_t count) {
+  if (count <= kFieldsOnPage) return "index.html";
+  const std::size_t page = index / kFieldsOnPage;
+  return std::string(stem) + (page == 0 ? "" : "--" + std::to_string(page + 1)) + ".html";
+}
+
+}  // namespace
+
+bool IsPrivateAccess(std::string_view access) {
+  return !access.empty() && EqualsNoCaseAscii(access, "PRIVATE");
+}
+
+std::vector<std::pair<const VBControl*, int>> ControlsOf(const Component& form) {
+  std::vector<std::pair<const VBControl*, int>> controls;
+  std::vector<std::pair<const VBControl*, int>> open;
+  if (form.VBControl) open.emplace_back(form.VBControl.get(), 0);
+  while (!open.empty()) {
+    const auto [control, depth] = open.back();
+    open.pop_back();
+    controls.emplace_back(control, depth);
+    for (std::size_t i = control->VBControls.Count(); i > 0; --i)
+      open.emplace_back(control->VBControls.Item(i), depth + 1);
+  }
+  return controls;
+}
+
+std::string PageOfControls(std::size_t page) {
+  return page == 0 ? "form.html" : "form--" + std::to_string(page + 1) + ".html";
+}
+
+std::string_view KindOfModule(const Component& component) {
+  if (component.IsInterface) return "interface";
+  if (component.IsStructure) return "structure";
+  if (component.IsEnumeration) return "enumeration";
+  const VBProject* project = component.VBProject();
+  const bool isNet = project && project->LanguageVersion() == lvVisualBasicDotNet;
+  const ModuleKind& kind = vendrel::KindOfModule(component.FileType);
+  return isNet ? kind.Word : kind.FullWord;
+}
+
+std::size_t SourceEntry::PieceOf(std::int32_t line) const {
+  const auto behind =
+      std::upper_bound(Pieces.begin(), Pieces.end(), line,
+                       [](std::int32_t sought, const auto& piece) { return sought < piece.first; });
+  return behind == Pieces.begin() ? 0 : static_cast<std::size_t>(behind - Pieces.begin()) - 1;
+}
+
+std::string SourceEntry::LeafOf(std::size_t piece) const {
+  return Stem + (piece == 0 ? "" : "--" + std::to_string(piece + 1)) + ".html";
+}
+
+Address SourceEntry::AddressOf(std::int32_t line) const {
+  std::string leaf = LeafOf(PieceOf(line));
+  if (line > 0) leaf.append("#L").append(std::to_string(line));
+  return {Folder, std::move(leaf)};
+}
+
+std::string RootFrom(std::string_view folder) {
+  std::string root;
+  for (const char c : folder)
+    if (c == '/') root += "../";
+  return root;
+}
+
+std::string HrefFrom(std::string_view folder, const Address& to) {
+  if (folder == to.Folder) return to.Leaf;
+  std::string_view target = to.Folder;
+  while (!folder.empty() && !target.empty()) {
+    std::string_view restOfFolder = folder, restOfTarget = target;
+    if (TakeField(restOfFolder, '/') != TakeField(restOfTarget, '/')) break;
+    folder = restOfFolder;
+    target = restOfTarget;
+  }
+  return RootFrom(folder).append(target).append(to.Leaf);
+}
+
+SiteMap::SiteMap(const std::vector<VBProject*>& projects, const SiteMapOptions& options)
+    : mOptions(options) {
+  PageNames names{"index", "assets", "search", "names", "graphs"};
+  for (VBProject* project : projects) {
+    ProjectEntry& entry = mProjects.emplace_back();
+    entry.Project = project;
+    entry.Name = project->ProjectName.empty() ? project->FileName.BaseName() : project->ProjectName;
+    entry.Kind = KindOfProject(*project);
+    entry.Folder = names.Take(entry.Name) + "/";
+    mByProject.emplace(project, &entry);
+    Set(project, entry.Folder, "index.html");
+    AddProject(*project);
+  }
+}
+
+void SiteMap::Set(const CodeElement* element, std::string_view folder, std::string leaf) {
+  mAddresses.insert_or_assign(element, Address{folder, std::move(leaf)});
+}
+
+bool SiteMap::IsShown(const CodeElement& element, std::string_view access) const {
+  const bool* excluded = const_cast<CodeElement&>(element).ExcludeFlagField();
+  if (excluded && *excluded) return false;
+  return mOptions.Private || !IsPrivateAccess(access);
+}
+
+void SiteMap::AddProject(VBProject& project) {
+  ProjectEntry& entry = mProjects.back();
+  AddSources(entry);
+  PageNames names{"index", "source", "hierarchy", "undocumented", "calls"};
+  for (const Component& component : project.Components.Listed()) {
+    // A program of classic source consists of modules that nobody outside can see.
+    const bool isPrivate = entry.IsNet() && IsPrivateAccess(component.Access);
+    if (component.ExcludeFlag || (isPrivate && !mOptions.Private)) continue;
+    AddModule(entry, component, names);
+  }
+  AddNamespaces(entry);
+}
+
+void SiteMap::AddSources(ProjectEntry& project) {
+  if (!mOptions.Source) return;
+  PageNames names{"index"};
+  for (const ProjectFile& file : project.Project->ProjectFiles)
+    if (file.SourceForm) AddSource(project, file.FileName, file.SourceForm->Text, names);
+  if (project.Project->ProjectFiles.Count() > 0) return;
+  for (const Component& component : project.Project->Components.Listed()) {
+    if (!component.SourceForm) continue;
+    SourceEntry& source = AddSource(project, component.FileName, component.SourceForm->Text, names);
+    source.Module = &component;
+    source.DesignerLines = LinesOfDesigner(source.Text);
+  }
+}
+
+SourceEntry& SiteMap::AddSource(ProjectEntry& project, const FileSystemObject& file,
+                                std::string_view text, PageNames& names) {
+  SourceEntry& source = project.Sources.emplace_back();
+  source.Path = PathIn(*project.Project, file);
+  source.Text = text;
+  source.Folder = project.Folder + "source/";
+  source.Stem = names.Take(file.LeafName());
+  source.IsNet = project.IsNet();
+  source.Project = &project;
+  CutIntoPieces(source);
+  project.Lines += static_cast<std::size_t>(source.Lines);
+  mSourceByPath.emplace(project.Folder + FoldKey(file.FullPath()), &source);
+  return source;
+}
+
+void SiteMap::AddModule(ProjectEntry& project, const Component& component, PageNames& names) {
+  ModuleEntry& module = project.Modules.emplace_back();
+  module.Module = &component;
+  module.Project = &project;
+  module.Name = component.Name;
+  module.Kind = KindOfModule(component);
+  module.Folder = project.Folder + names.Take(component.Name) + "/";
+  module.HasForm = component.VBControl != nullptr;
+  module.IsPrivate = IsPrivateAccess(component.Access);
+  const auto source = mSourceByPath.find(project.Folder + FoldKey(component.FileName.FullPath()));
+  if (source != mSourceByPath.end()) module.Source = source->second;
+  mModules.emplace(&component, &module);
+  Set(&component, module.Folder, "index.html");
+  AddMembers(module);
+  AddFields(module);
+  AddControls(module);
+}
+
+void SiteMap::AddControls(const ModuleEntry& module) {
+  PageNames anchors;
+  std::size_t index = 0;
+  for (const auto& [control, depth] : ControlsOf(*module.Module)) {
+    std::string leaf = PageOfControls(index++ / kFieldsOnPage);
+    Set(control, module.Folder, leaf.append("#c-").append(anchors.Take(control->Name)));
+  }
+}
+
+void SiteMap::AddMembers(ModuleEntry& module) {
+  const Component& component = *module.Module;
+  PageNames names{"index", "form", "constants", "variables", "implemented"};
+  AddTypes(module, names);
+  std::unordered_map<std::string, std::size_t> byName;
+  const auto add = [&](const CodeElement& element, const std::string& name, std::string_view access,
+                       bool isShared) {
+    if (name.empty() || !IsShown(element, access)) return;
+    const std::string_view kind = KindOfMember(element);
+    std::size_t at = module.Members.size();
+    if (isShared) at = byName.try_emplace(FoldKey(name), at).first->second;
+    if (at == module.Members.size())
+      module.Members.push_back({name, kind, {}, names.Take(name) + ".html"});
+    MemberEntry& member = module.Members[at];
+    member.Elements.push_back(&element);
+    Set(&element, module.Folder, member.Leaf);
+  };
+  for (const EventDeclaration& event : component.EventDeclarations.Listed())
+    if (event.Implemented || event.InheritedFrom.empty())
+      add(event, event.Name, event.Access, false);
+  for (const Block& block : component.Blocks.Listed()) {
+    if (block.BlockType() == btDeclarations || block.BlockType() == btAttributes) continue;
+    if (IsInherited(block)) continue;
+    const bool isProperty = block.IsPropertyType();
+    const PropertyGroup* group =
+        isProperty ? component.PropertyGroups.Item(std::string_view(block.Name())) : nullptr;
+    add(block, BareName(block), group ? group->Access() : block.Access.str(), true);
+  }
+  for (const DeclareDeclaration& declare : component.Declarations)
+    add(declare, declare.Name, declare.Access, false);
+  for (const PropertyGroup& group : component.PropertyGroups)
+    if (group.PrimaryBlock())
+      if (const auto found = mAddresses.find(group.PrimaryBlock()); found != mAddresses.end())
+        Set(&group, module.Folder, found->second.Leaf);
+  std::stable_sort(
+      module.Members.begin(), module.Members.end(),
+      [](const MemberEntry& a, const MemberEntry& b) { return FoldKey(a.Name) < FoldKey(b.Name); });
+}
+
+void SiteMap::AddTypes(ModuleEntry& module, PageNames& names) {
+  const auto add = [&](const auto& type) {
+    if (!IsShown(type, type.Access)) return;
+    module.Types.push_back(
+        {type.Name, KindOfMember(type), {&type}, names.Take(type.Name) + ".html"});
+    const std::string& leaf = module.Types.back().Leaf;
+    Set(&type, module.Folder, leaf);
+    // Members of long ones stand on further pages.
+    PageNames anchors;
+    std::size_t index = 0;
+    const auto place = [&](const CodeElement& member) {
+      const std::size_t page = index++ / kFieldsOnPage;
+      std::string memberLeaf = leaf;
+      if (page > 0) memberLeaf.insert(memberLeaf.size() - 5, "--" + std::to_string(page + 1));
+      Set(&member, module.Folder, memberLeaf + "#" + anchors.Take(member.ElementName()));
+    };
+    if constexpr (requires { type.Members(); })
+      for (const EnumMember& member : type.Members()) place(member);
+    else
+      for (const Variable& member : type.Members) place(member);
+  };
+  for (const Enumeration& enumeration : module.Module->Enumerations) add(enumeration);
+  for (const UDT& type : module.Module->UDTs) add(type);
+}
+
+void SiteMap::AddFields(ModuleEntry& module) {
+  const Block* section = module.Module->Blocks.FirstOfType(btDeclarations);
+  if (!section) return;
+  PageNames anchors{"members", "description"};
+  const auto add = [&](std::vector<FieldEntry>& fields, const auto& all, std::string_view stem) {
+    for (const auto& field : all)
+      if (IsShown(field, field.Access) && !IsInheritedField(field)) fields.push_back({&field, {}});
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+      const std::string anchor = anchors.Take("v-" + fields[i].Element->ElementName());
+      fields[i].Leaf = PageOfFields(stem, i, fields.size()) + "#" + anchor;
+      Set(fields[i].Element, module.Folder, fields[i].Leaf);
+    }
+  };
+  if (const Constants* constants = section->Constants.IfAny())
+    add(module.Constants, *constants, "constants");
+  if (const Variables* variables = section->Variables.IfAny())
+    add(module.Variables, *variables, "variables");
+}
+
+namespace {
+
+// The namespace of a type: in front of the types that it is nested in.
+std::string NamespaceOf(const VBProject& project, const Component& type) {
+  if (const Namespace* space = type.Namespace.Get()) return space->Name;
+  std::string name = type.FullName();
+  do {
+    name.erase(name.rfind('.') == kNotFound ? 0 : name.rfind('.'));
+  } while (!name.empty() && project.Components.HasKey(name));
+  return name;
+}
+
+}  // namespace
+
+void SiteMap::AddNamespaces(ProjectEntry& project) {
+  if (!project.IsNet()) return;
+  std::map<std::string, std::vector<const ModuleEntry*>> byName;
+  for (ModuleEntry& module : project.Modules) {
+    const std::string space = NamespaceOf(*project.Project, *module.Module);
+    const std::string full = module.Module->FullName();
+    if (!space.empty() && full.size() > space.size() + 1 && full.starts_with(space + "."))
+      module.Name = full.substr(space.size() + 1);
+    byName[space].push_back(&module);
+  }
+  PageNames names;
+  for (auto& [name, modules] : byName) {
+    const std::string leaf = "ns-" + names.Take(name.empty() ? "global" : name) + ".html";
+    if (const Namespace* space = modules.front()->Module->Namespace.Get())
+      Set(space, project.Folder, leaf);
+    project.Namespaces.push_back({name, leaf, std::move(modules)});
+  }
+}
+
+Address SiteMap::Of(const CodeElement* element) const {
+  const auto found = mAddresses.find(element);
+  return found == mAddresses.end() ? Address{} : found->second;
+}
+
+const ModuleEntry* SiteMap::ModuleOf(const Component* component) const {
+  const auto found = mModules.find(component);
+  return found == mModules.end() ? nullptr : found->second;
+}
+
+const ProjectEntry* SiteMap::ProjectOf(const VBProject* project) const {
+  const auto found = mByProject.find(project);
+  return found == mByProject.end() ? nullptr : found->second;
+}
+
+Address SiteMap::SourceOf(const CodeElement& element) const {
+  if (!mOptions.Source) return {};
+  SourcePlace place = PlaceOf(element);
+  if (!place.Component) return {};
+  const ProjectEntry* project = ProjectOf(place.Component->VBProject());
+  if (!project || project->Sources.empty()) return {};
+  // The line of a classic module is that of the project file which lists it.
+  if (!project->IsNet() && IsA<Component>(place.Declared)) place.Line = 0;
+  const FileSystemObject& file = project->Project->ProjectFiles.Count() > 0 && place.Declared
+                                     ? SourceFileOf(*place.Component, *place.Declared)
+                                     : place.Component->FileName;
+  const ModuleEntry* module = ModuleOf(place.Component);
+  if (module && module->Source && &file == &place.Component->FileName)
+    return module->Source->AddressOf(place.Line);
+  const auto source = mSourceByPath.find(project->Folder + FoldKey(file.FullPath()));
+  return source == mSourceByPath.end() ? Address{} : source->second->AddressOf(place.Line);
+}
+
+const CodeElement* SiteMap::Named(std::string_view qualifiedName) const {
+  if (mByName.empty()) {
+    // Of elements of one name the first in the order of their addresses, so that runs agree.
+    std::unordered_map<std::uint64_t, std::pair<std::string_view, std::string_view>> places;
+    for (const auto& [element, address] : mAddresses) {
+      const std::uint64_t hash = HashOf(FoldKey(element->QualifiedName()));
+      const std::pair<std::string_view, std::string_view> place(address.Folder, address.Leaf);
+      const auto [entry, isNew] = places.try_emplace(hash, place);
+      if (!isNew && place >= entry->second) continue;
+      entry->second = place;
+      mByName[hash] = element;
+    }
+  }
+  const auto found = mByName.find(HashOf(FoldKey(qualifiedName)));
+  return found == mByName.end() ? nullptr : found->second;
+}
+
+}  // namespace vendrel::site

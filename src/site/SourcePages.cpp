@@ -1,0 +1,225 @@
+// Source in colours, in pieces that a browser takes easily.
+
+#include <algorithm>
+
+#include "core/Ascii.h"
+#include "core/Utf8.h"
+#include "services/SourceText.h"
+#include "site/SiteHtml.h"
+#include "site/SiteRun.h"
+#include "site/SourceTokens.h"
+
+namespace vendrel::site {
+namespace {
+
+// Beyond the first a page gets no more links, beyond the second no more colours: what is left of
+// its piece then fits whatever it holds.
+constexpr std::size_t kLinkedUpTo = 1200 << 10;
+constexpr std::size_t kColouredUpTo = 1500 << 10;
+constexpr std::size_t kLongestLine = 64 << 10;
+
+std::int32_t CharactersOf(std::string_view text) {
+  std::int32_t count = 0;
+  for (const char c : text) count += (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+  return count;
+}
+
+/// Names of all modules of one file, in the order of their places.
+class NamesOfFile {
+ public:
+  NamesOfFile(const SiteRun& run, const SourceEntry& source) {
+    const auto add = [&](const Component& module) {
+      for (const BoundName& name : run.Uses.NamesIn(module)) mNames.push_back(name);
+    };
+    if (source.Module) {
+      add(*source.Module);
+      return;
+    }
+    for (const ModuleEntry& module : source.Project->Modules)
+      if (module.Source == &source) add(*module.Module);
+    std::sort(mNames.begin(), mNames.end(), [](const BoundName& a, const BoundName& b) {
+      return a.Line != b.Line ? a.Line < b.Line : a.Column < b.Column;
+    });
+  }
+  /// The element of the name that begins at that place; null if none is bound. Places are asked for
+  /// in their order.
+  const CodeElement* At(std::int32_t line, std::int32_t column) {
+    while (mAt < mNames.size() &&
+           (mNames[mAt].Line < line || (mNames[mAt].Line == line && mNames[mAt].Column < column)))
+      ++mAt;
+    const bool isHere =
+        mAt < mNames.size() && mNames[mAt].Line == line && mNames[mAt].Column == column;
+    return isHere ? mNames[mAt].Element : nullptr;
+  }
+
+ private:
+  std::vector<BoundName> mNames;
+  std::size_t mAt = 0;
+};
+
+class SourceWriter {
+ public:
+  SourceWriter(const SiteRun& run, const SourceEntry& source)
+      : mRun(run), mSource(source), mNames(run, source) {}
+
+  void Write() {
+    const std::string name = mSource.Path.substr(mSource.Path.rfind('/') + 1);
+    for (std::size_t piece = 0; piece < mSource.Pieces.size(); ++piece) {
+      Page page;
+      page.Folder = mSource.Folder;
+      page.Leaf = mSource.LeafOf(piece);
+      page.Title = name;
+      page.Crumbs = {
+          {mSource.Project->Name, "../index.html"}, {"Source", "index.html"}, {name, ""}};
+      if (piece > 0) page.Title.append(", part ").append(std::to_string(piece + 1));
+      AppendTop(page, piece);
+      AppendPiece(page.Content, piece);
+      AppendPieces(page.Content, piece);
+      mRun.Pages.Put(page);
+    }
+  }
+
+ private:
+  void AppendTop(Page& page, std::size_t piece) {
+    std::string kind = "source of " + mSource.Project->Name;
+    if (mSource.Pieces.size() > 1)
+      kind.append(", part ")
+          .append(std::to_string(piece + 1))
+          .append(" of ")
+          .append(std::to_string(mSource.Pieces.size()));
+    AppendHeading(page, kind, mSource.Path);
+    if (const ModuleEntry* module = mRun.Map.ModuleOf(mSource.Module))
+      page.Content.append("<p class=\"path\">")
+          .append(Link(HrefFrom(page.Folder, {module->Folder, "index.html"}), module->Name))
+          .append(" <span>")
+          .append(Text(module->Kind))
+          .append("</span></p>\n");
+    AppendPieces(page.Content, piece);
+  }
+
+  void AppendPieces(std::string& html, std::size_t piece) {
+    if (mSource.Pieces.size() == 1) return;
+    html.append("<nav class=\"pages\" aria-label=\"Parts of this file\">");
+    // Of many parts those nearby, the first and the last.
+    for (std::size_t i = 0; i < mSource.Pieces.size(); ++i) {
+      const bool isNear = i + 6 > piece && i < piece + 6;
+      if (!isNear && i > 0 && i + 1 < mSource.Pieces.size()) continue;
+      const std::string lines = "from line " + std::to_string(mSource.Pieces[i].first);
+      if (i == piece)
+        html.append("<span aria-current=\"page\">").append(lines).append("</span> ");
+      else
+        html.append("<a href=\"")
+            .append(mSource.LeafOf(i))
+            .append("\">")
+            .append(lines)
+            .append("</a> ");
+    }
+    html.append("</nav>\n");
+  }
+
+  void AppendPiece(std::string& html, std::size_t piece) {
+    const bool isLast = piece + 1 == mSource.Pieces.size();
+    const auto [first, begin] = mSource.Pieces[piece];
+    const std::size_t end = isLast ? mSource.Text.size() : mSource.Pieces[piece + 1].second;
+    std::string_view rest = mSource.Text.substr(begin, end - begin);
+    const std::int32_t folded = mSource.DesignerLines;
+    std::int32_t line = first;
+    const bool isFolded = line <= folded;
+    if (isFolded)
+      html.append("<details>\n<summary>What the designer wrote, ")
+          .append(Count(static_cast<std::size_t>(folded), "line"))
+          .append("</summary>\n");
+    html.append("<pre class=\"source\"><code>");
+    for (; !rest.empty(); ++line) {
+      if (isFolded && line == folded + 1)
+        html.append("</code></pre>\n</details>\n<pre class=\"source\"><code>");
+      AppendLine(html, TakeLine(rest), line);
+    }
+    html.append("</code></pre>\n");
+    if (isFolded && line <= folded + 1) html.append("</details>\n");
+  }
+
+  void AppendLine(std::string& html, std::string_view text, std::int32_t line) {
+    const std::string number = std::to_string(line);
+    html.append("<span class=\"l\" id=\"L").append(number).append("\"><a href=\"#L");
+    html.append(number).append("\">").append(number).append("</a>");
+    std::string_view shown = text;
+    if (shown.size() > kLongestLine) {
+      std::size_t size = kLongestLine;
+      while ((static_cast<unsigned char>(shown[size]) & 0xC0) == 0x80) --size;
+      shown = shown.substr(0, size);
+    }
+    if (shown.empty()) mState.CommentGoesOn = false;
+    std::int32_t column = 1;
+    SourceToken token;
+    for (SourceTokens tokens(shown, mSource.IsNet, mState); tokens.Next(token);) {
+      AppendToken(html, token, line, column);
+      column += CharactersOf(token.Text);
+    }
+    if (shown.size() < text.size())
+      html.append("<span class=\"note\"> … ")
+          .append(Number(text.size() - shown.size()))
+          .append(" more bytes</span>");
+    html.append("</span>\n");
+  }
+
+  void AppendToken(std::string& html, const SourceToken& token, std::int32_t line,
+                   std::int32_t column) {
+    const bool mayLink = html.size() < kLinkedUpTo &&
+                         (token.Kind == TokenKind::Name || token.Kind == TokenKind::Keyword);
+    if (mayLink)
+      if (const CodeElement* element = mNames.At(line, column)) {
+        const std::string href = HrefOf(*element, line);
+        if (!href.empty()) {
+          html.append("<a class=\"u\" href=\"").append(href).append("\">");
+          AppendText(html, token.Text);
+          html.append("</a>");
+          return;
+        }
+      }
+    const std::string_view kind = ColourClass(token.Kind);
+    if (kind.empty() || html.size() > kColouredUpTo) return AppendText(html, token.Text);
+    html.append("<span class=\"").append(kind).append("\">");
+    AppendText(html, token.Text);
+    html.append("</span>");
+  }
+
+  // A name leads to its page; what has none, a local variable, to its line.
+  std::string HrefOf(const CodeElement& element, std::int32_t line) {
+    const auto [entry, isNew] = mHrefs.try_emplace(&element);
+    if (isNew) {
+      Address address = mRun.Map.Of(&element);
+      if (!address) address = mRun.Map.SourceOf(element);
+      if (address) entry->second = HrefFrom(mSource.Folder, address);
+    }
+    // The declaration of what has no page leads nowhere but to itself.
+    if (entry->second.ends_with("#L" + std::to_string(line))) return {};
+    return entry->second;
+  }
+
+  const SiteRun& mRun;
+  const SourceEntry& mSource;
+  NamesOfFile mNames;
+  TokenState mState;
+  std::unordered_map<const CodeElement*, std::string> mHrefs;
+};
+
+}  // namespace
+
+void WriteSourcePages(const SiteRun& run, const ProjectEntry& project) {
+  if (project.Sources.empty()) return;
+  Page page;
+  page.Folder = project.Folder + "source/";
+  page.Leaf = "index.html";
+  page.Title = "Source of " + project.Name;
+  page.Crumbs = {{project.Name, "../index.html"}, {"Source", ""}};
+  AppendHeading(page, project.Name, "Source files");
+  PagedList list(run, std::move(page), "<ul class=\"rows\">\n", "</ul>\n");
+  for (const SourceEntry& source : project.Sources)
+    list.Add("<li>" + Link(source.LeafOf(0), source.Path) + " <span class=\"of\">" +
+             Count(static_cast<std::size_t>(source.Lines), "line") + "</span></li>\n");
+  list.Finish();
+  for (const SourceEntry& source : project.Sources) SourceWriter(run, source).Write();
+}
+
+}  // namespace vendrel::site
