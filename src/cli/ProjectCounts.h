@@ -9,13 +9,15 @@
 
 namespace vendrel::cli {
 
+/// Whether a reference names a file that is not there. One to an assembly of the runtime or to a
+/// package names none.
+bool IsWithoutFile(const Reference& reference);
+
 /// What is there of the projects that were checked. A module dropped because its name was taken is
 /// listed, but neither found nor missing: nothing of it is left to look for.
 struct ProjectCounts {
   std::size_t Projects = 0;
   std::size_t Unread = 0;
-  /// Folders whose projects nobody knows.
-  std::size_t UnreadFolders = 0;
   std::size_t Listed = 0;
   std::size_t Found = 0;
   std::size_t OtherCase = 0;
@@ -24,8 +26,8 @@ struct ProjectCounts {
   std::size_t Unreadable = 0;
   std::size_t DuplicateNames = 0;
   std::size_t ReferencesWithoutFile = 0;
-  /// Whether any of them told a warning or error.
-  bool Warnings = false;
+  /// Findings that were told, by their levels, and those that a baseline hid.
+  std::size_t Errors = 0, Warnings = 0, Notes = 0, Known = 0;
 
   /// Adds what is there of a loaded project.
   void Add(const VBProject& project);
