@@ -14,6 +14,7 @@
 #include "project/VBProjectGroup.h"
 #include "services/FileSource.h"
 #include "survey/ProjectRules.h"
+#include "survey/Wording.h"
 
 namespace vendrel::cli {
 

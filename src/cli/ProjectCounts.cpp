@@ -3,6 +3,7 @@
 #include "cli/InputJudgement.h"
 #include "cli/Report.h"
 #include "output/Json.h"
+#include "survey/Wording.h"
 
 namespace vendrel::cli {
 namespace {
@@ -58,12 +59,6 @@ constexpr CountName kCounts[] = {
 };
 
 }  // namespace
-
-bool IsWithoutFile(const Reference& reference) {
-  const VBProject* project = reference.ParentProject();
-  const bool isNet = project && project->LanguageVersion() == lvVisualBasicDotNet;
-  return !(isNet && reference.FileName.FullPath().empty()) && !reference.FileName.Exists();
-}
 
 void ProjectCounts::Add(const VBProject& project) {
   ++Projects;

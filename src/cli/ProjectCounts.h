@@ -9,10 +9,6 @@
 
 namespace vendrel::cli {
 
-/// Whether a reference names a file that is not there. One to an assembly of the runtime or to a
-/// package names none.
-bool IsWithoutFile(const Reference& reference);
-
 /// What is there of the projects that were checked. A module dropped because its name was taken is
 /// listed, but neither found nor missing: nothing of it is left to look for.
 struct ProjectCounts {

@@ -50,6 +50,10 @@ constexpr RecordMember kCommentsRecord[] = {{"TagIdentifier"},
                                             {"CodeElement", mtTextOrNull}};
 constexpr RecordMember kDiagnosticsRecord[] = {
     kFile, kLine, kColumn, {"Severity"}, {"Code"}, {"Text"}, {"ExitCode", mtNumber, true}};
+constexpr RecordMember kGraphNodeRecord[] = {{"Record"}, {"Label"}, {"Kind"}, {"Project"},
+                                             kFile,      kLine,     kColumn};
+constexpr RecordMember kGraphEdgeRecord[] = {
+    {"Record"}, {"From"}, {"To"}, {"Relation"}, {"Count", mtNumber}};
 constexpr RecordMember kChangesRecord[] = {{"Change"},
                                            {"Kind"},
                                            {"Class"},
@@ -170,6 +174,7 @@ const std::vector<CommandSchema>& AllCommands() {
        "one document for a project, module or group, a project a line for a folder",
        {"VBProject", "VBProjectGroup"}},
       {"find", "an element a line", {"Element"}},
+      {"graph", "a node or an edge a line", {"GraphNode", "GraphEdge"}},
       {"help-ids", "a help context ID a line", {"HelpID"}},
       {"inventory", "a row of a table a line", {"InventoryRow"}},
       {"lines", "a line of source a line", {"SourceLine"}},
@@ -207,6 +212,8 @@ Json AllDefinitions() {
   definitions["BytesChange"] = ObjectOf(kBytesRecord);
   definitions["SourceLine"] = ObjectOf(kLinesRecord);
   definitions["AssemblyEntry"] = ObjectOf(kAssemblyRecord);
+  definitions["GraphNode"] = ObjectOf(kGraphNodeRecord);
+  definitions["GraphEdge"] = ObjectOf(kGraphEdgeRecord);
   definitions["InventoryRow"] = InventoryRows();
   definitions["TypeLibrary"] = {{"type", "object"},
                                 {"required", Json::array({"Name", "TypeInfos"})}};
