@@ -138,6 +138,14 @@ std::string ShownTextOf(const Finding& finding, ShownPaths& paths) {
   return text + behind;
 }
 
+void TellRemark(const Streams& streams, const CommonOptions& options, const std::string& line,
+                const DiagnosticObject& object) {
+  if (options.DiagnosticsAsJson())
+    WriteDiagnosticObject(streams.Err, object);
+  else
+    streams.Err << line << '\n';
+}
+
 const std::string& ShownPaths::Of(const std::string& windowsPath) {
   const auto [entry, isNew] = mKnown.try_emplace(windowsPath);
   if (isNew && !windowsPath.empty()) entry->second = NativeForm(windowsPath);

@@ -57,6 +57,10 @@ void WriteDiagnosticObject(std::ostream& out, const DiagnosticObject& object);
 /// Tells why something failed: a line, or an object.
 void ReportFailure(std::ostream& err, const std::string& text, int code, bool json);
 
+/// Tells something on the way that is no diagnostic of a project: the line, or the object.
+void TellRemark(const Streams& streams, const CommonOptions& options, const std::string& line,
+                const DiagnosticObject& object);
+
 /// The folder of this machine from which paths of diagnostics are shown in JSON.
 void SetJsonRoot(const std::string& nativeRoot);
 

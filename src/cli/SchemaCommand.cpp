@@ -79,23 +79,26 @@ constexpr RecordMember kLinesRecord[] = {kFile,
                                          {"EventIndex", mtNumber},
                                          {"CurrentLineNumber", mtNumber},
                                          {"Failure", mtText, true}};
-constexpr RecordMember kAssemblyRecord[] = {{"name"},
-                                            {"kind", mtText, true},
-                                            {"access", mtText, true},
-                                            {"in", mtText, true},
-                                            {"static", mtTruth, true},
-                                            {"virtual", mtTruth, true},
-                                            {"abstract", mtTruth, true},
-                                            {"sealed", mtTruth, true},
-                                            {"explicit", mtTruth, true},
-                                            {"extension", mtTruth, true},
-                                            {"hidden", mtTruth, true},
-                                            {"type", mtText, true},
-                                            {"parameters", mtTexts, true},
-                                            {"implements", mtTexts, true},
-                                            {"value", mtText, true},
-                                            {"obsolete", mtText, true},
-                                            {"damage", mtText, true}};
+constexpr RecordMember kAssemblyRecord[] = {{"Name"},
+                                            kFile,
+                                            kLine,
+                                            kColumn,
+                                            {"Kind", mtText, true},
+                                            {"Access", mtText, true},
+                                            {"In", mtText, true},
+                                            {"IsStatic", mtTruth, true},
+                                            {"IsVirtual", mtTruth, true},
+                                            {"IsAbstract", mtTruth, true},
+                                            {"IsSealed", mtTruth, true},
+                                            {"IsExplicit", mtTruth, true},
+                                            {"IsExtension", mtTruth, true},
+                                            {"IsHidden", mtTruth, true},
+                                            {"Type", mtText, true},
+                                            {"Parameters", mtTexts, true},
+                                            {"Implements", mtTexts, true},
+                                            {"Value", mtText, true},
+                                            {"Obsolete", mtText, true},
+                                            {"Damage", mtText, true}};
 
 Json MemberSchema(MemberType type) {
   const Json text{{"type", "string"}}, null{{"type", "null"}};
@@ -215,8 +218,9 @@ Json AllDefinitions() {
   definitions["GraphNode"] = ObjectOf(kGraphNodeRecord);
   definitions["GraphEdge"] = ObjectOf(kGraphEdgeRecord);
   definitions["InventoryRow"] = InventoryRows();
-  definitions["TypeLibrary"] = {{"type", "object"},
-                                {"required", Json::array({"Name", "TypeInfos"})}};
+  definitions["TypeLibrary"] = {
+      {"type", "object"},
+      {"required", Json::array({"FormatVersion", "Tool", "Name", "TypeInfos"})}};
   return definitions;
 }
 

@@ -112,6 +112,15 @@ std::string_view ProjectSources::Line(const std::string& file, std::int32_t line
   return TakeLine(rest);
 }
 
+std::int32_t ProjectSources::ColumnOf(const std::string& file, std::int32_t line,
+                                      std::string_view word) {
+  const std::string_view text = Line(file, line);
+  if (text.empty()) return 0;
+  std::size_t at = word.empty() ? std::string_view::npos : FindWhole(text, word);
+  if (at == std::string_view::npos) at = text.find_first_not_of(" \t");
+  return at == std::string_view::npos ? 1 : CharactersBefore(text, at) + 1;
+}
+
 void ProjectSources::Complete(Finding& finding) {
   const std::string_view line = Line(finding.File, finding.Line);
   if (line.empty()) return;

@@ -48,6 +48,9 @@ class ProjectSources {
   explicit ProjectSources(const VBProject& project);
   /// The text of a line, without its end; empty where there is none.
   std::string_view Line(const std::string& file, std::int32_t line);
+  /// 1-based, in characters: where `word` stands on a line, else the first character that is no
+  /// blank; 0 where there is no such line.
+  std::int32_t ColumnOf(const std::string& file, std::int32_t line, std::string_view word);
   /// Looks up column and content. The column is that of what the text of the finding quotes, else
   /// of the first character that is no blank.
   void Complete(Finding& finding);
