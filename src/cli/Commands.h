@@ -38,6 +38,7 @@ void AddDiffCommand(CLI::App& app, Job& job);
 void AddBuildCommand(CLI::App& app, Job& job);
 void AddCallsCommand(CLI::App& app, Job& job);
 void AddUnusedCommand(CLI::App& app, Job& job);
+void AddGraphCommand(CLI::App& app, Job& job);
 void AddInventoryCommand(CLI::App& app, Job& job);
 void AddSchemaCommand(CLI::App& app, Job& job);
 void AddRoundtripCommand(CLI::App& app, Job& job);

@@ -51,6 +51,7 @@ void AddCommands(CLI::App& app, Job& job) {
   AddUnusedCommand(app, job);
   AddInventoryCommand(app, job);
   AddSiteCommand(app, job);
+  AddGraphCommand(app, job);
   AddSchemaCommand(app, job);
 }
 
