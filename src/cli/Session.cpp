@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <exception>
 #include <filesystem>
 #include <unordered_set>
 
@@ -278,7 +279,8 @@ std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOption
   throw InputError(path, error.Reason());  // as the user wrote it
 } catch (const VendrelError& error) {
   ReportError(error);
-  throw InputError(path, "cannot be read: " + error.Text());
+  // With the failure inside, for a host that shows its contexts.
+  std::throw_with_nested(InputError(path, "cannot be read: " + error.Text()));
 }
 
 std::shared_ptr<VBProject> LoadFolderOfModules(const std::string& path,
