@@ -1,9 +1,11 @@
 #include "cli/ProjectSets.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "cli/AssemblySet.h"
 #include "cli/InputJudgement.h"
+#include "cli/Progress.h"
 #include "cli/Report.h"
 #include "core/Ascii.h"
 #include "diagnostics/ErrorReport.h"
@@ -54,7 +56,10 @@ int VisitFolder(const std::string& path, const CommonOptions& options, const Str
   Diagnostics told;
   const std::vector<FileSystemObject> files = ProjectFilesBelow(path, told);
   int code = exDone;
+  std::optional<ProgressOfMany> progress;
+  if (!files.empty()) progress.emplace(files.size());
   for (const FileSystemObject& file : files) {
+    progress->Step();
     const auto project = LoadOneOf(file.FullPath(), options, streams, told, depth, prepare);
     if (!project) continue;
     const DiagnosticScope scope(&told, file.FullPath());

@@ -8,6 +8,7 @@
 
 #include "cli/CompiledInput.h"
 #include "cli/InputJudgement.h"
+#include "cli/Progress.h"
 #include "cli/ProjectSettings.h"
 #include "cli/Report.h"
 #include "cli/WrittenFiles.h"
@@ -232,6 +233,14 @@ bool IsNumberedLibrary(const std::string& path) {
 }
 
 }  // namespace
+
+std::vector<std::string> InputExtensions() {
+  std::vector<std::string> extensions;
+  for (const Extension& known : kExtensions) extensions.emplace_back(known.Text);
+  for (const ModuleKind& kind : kModuleKinds)
+    if (!kind.Extension.empty()) extensions.emplace_back(kind.Extension);
+  return extensions;
+}
 
 InputKind KindOfInput(const std::string& path) {
   if (IsCustomInput(path)) return InputKind::TypeLibrary;
