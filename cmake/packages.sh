@@ -18,6 +18,12 @@ test  libgtest-dev     the test framework
 test  libgmock-dev     its matchers
 test  chromium         opens the pages of the html command, as a reader would
 test  python3-jsonschema holds JSON against the schema that the tool prints
+test  pybind11-dev     the library as a module of Python
+test  python3-dev      what that is compiled against
+test  python3-pip      installs the module as its users do
+test  python3-setuptools builds it for pip
+test  python3-wheel    packs it for pip
+test  python3-distributed spreads the sample for many projects over workers
 test  mingw-w64-tools  compiles small type libraries for the tests (widl)
 fuzz  clang            compiles for the sanitizers and the fuzz targets
 fuzz  mono-mcs         compiles C# with its documentation; without it those tests are skipped

@@ -43,5 +43,8 @@ void AddInventoryCommand(CLI::App& app, Job& job);
 void AddSchemaCommand(CLI::App& app, Job& job);
 void AddRoundtripCommand(CLI::App& app, Job& job);
 void AddSiteCommand(CLI::App& app, Job& job);
+void AddTagsCommand(CLI::App& app, Job& job);
+void AddManualCommand(CLI::App& app, Job& job);
+void AddCompletionCommand(CLI::App& app, Job& job);
 
 }  // namespace vendrel::cli

@@ -1,5 +1,6 @@
 #include <memory>
 
+#include "cli/ClosestName.h"
 #include "cli/Commands.h"
 #include "cli/Elements.h"
 #include "cli/Inputs.h"
@@ -36,6 +37,8 @@ class Finder {
   }
 
   std::size_t Count() const { return mCount; }
+  /// What may have been meant where nothing was found.
+  std::string Hint() const { return HintOr(mClosest, "; names lists every qualified name"); }
 
   void Search(VBProject& project) {
     if (mArguments.Json) mNames.Add(vendrel::Describe(project));
@@ -43,14 +46,22 @@ class Finder {
       const CodeElement* found = project.GetObjectByName(mArguments.Name);
       // In a group every member would find it: the one it stands in tells it.
       if (found && IsWanted(*found) && StandsIn(*found, project)) Show(*found);
+      if (mCount == 0) OfferNames(project);
       return;
     }
     ForEachNamedElement(project, [&](CodeElement& element) {
       if (Matches(element) && IsWanted(element)) Show(element);
     });
+    if (mCount == 0) OfferNames(project);
   }
 
  private:
+  void OfferNames(VBProject& project) {
+    if (mIsPattern) return;
+    ForEachNamedElement(project, [&](CodeElement& element) {
+      mClosest.Offer(mIsQualified ? element.QualifiedName() : element.ElementName());
+    });
+  }
   // Before anything is read.
   void CheckPattern() const {
     try {
@@ -97,20 +108,23 @@ class Finder {
   bool mIsQualified;
   ShownPaths mPaths;
   std::size_t mCount = 0;
+  ClosestName mClosest{mArguments.Name};
 };
 
 int RunFind(const FindArguments& arguments, const Streams& streams) {
   int code = exDone;
   std::size_t count = 0;
+  std::string hint;
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
     Finder finder(arguments, out);
     code = ForEachProject(arguments.File, arguments.Common, streams,
                           [&](VBProject& project) { finder.Search(project); });
     count = finder.Count();
+    hint = finder.Hint();
   });
   if (count > 0) return code;
-  throw ToolError(Worse(code, exNo), arguments.File.Shown() + ": nothing is called '" +
-                                         arguments.Name + "'; names lists every qualified name");
+  throw ToolError(Worse(code, exNo),
+                  arguments.File.Shown() + ": nothing is called '" + arguments.Name + "'" + hint);
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
+#include <atomic>
 #include <cerrno>
 
 namespace vendrel::cli {
@@ -12,8 +14,10 @@ namespace {
 
 constexpr std::array kSignals{SIGINT, SIGTERM, SIGHUP, SIGPIPE};
 
-volatile sig_atomic_t sHolds = 0;
-volatile sig_atomic_t sSignal = 0;
+// Lock-free, as a handler needs it; the tool may run on several threads of a host.
+std::atomic<int> sHolds = 0;
+std::atomic<int> sSignal = 0;
+static_assert(std::atomic<int>::is_always_lock_free);
 int sPipe[2] = {-1, -1};
 std::array<struct sigaction, NSIG> sBefore;
 
@@ -46,8 +50,8 @@ void InstallInterruptHandlers() {
   }
 }
 
-InterruptHold::InterruptHold() { sHolds = sHolds + 1; }
-InterruptHold::~InterruptHold() { sHolds = sHolds - 1; }
+InterruptHold::InterruptHold() { ++sHolds; }
+InterruptHold::~InterruptHold() { --sHolds; }
 
 int NotedSignal() { return sSignal; }
 

@@ -1,6 +1,7 @@
 #include "cli/Options.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <thread>
 
@@ -51,6 +52,13 @@ void ApplyTags(const std::string& path) {
   }
 }
 
+// Names of standard output, whatever that is; a result is put in the place of other files.
+std::string WithoutStandardOutput(const std::string& path) {
+  for (const std::string_view name : {"-", "/dev/stdout", "/dev/fd/1", "/proc/self/fd/1"})
+    if (path == name) return {};
+  return path;
+}
+
 }  // namespace
 
 const ReadingRules& CommonOptions::Preset() const {
@@ -64,11 +72,7 @@ unsigned CommonOptions::JobsAtHand() const {
 }
 
 void AddCommonOptions(CLI::App& command, CommonOptions& options) {
-  auto* group = command.add_option_group("Options of all commands");
-  group->add_option("-o,--output", options.Output, "Write the result to this file")
-      ->type_name("FILE");
-  group->add_option("--root", options.Root, "A folder from which JSON shows paths")
-      ->type_name("FOLDER");
+  auto* group = command.add_option_group("How source is read");
   group->add_option("--reading", options.Reading, "How source is read: classic or complete")
       ->check(CLI::IsMember({"classic", "complete"}))
       ->capture_default_str();
@@ -85,7 +89,7 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
   group->add_option("--set", options.Settings, "An option of the project or a flag of the reading")
       ->type_name("NAME=VALUE")
       ->allow_extra_args(false);
-  group->add_option("--tags", options.Tags, "Tag definitions (JSON) in place of the built-in ones")
+  group->add_option("--tags", options.Tags, "Tag definitions (JSON), added to the built-in ones")
       ->type_name("FILE");
   group
       ->add_option("--comment-file", options.CommentFile,
@@ -124,6 +128,17 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
                    "How many projects of a folder are loaded at once (the processors)")
       ->type_name("N")
       ->check(CLI::Range(1, 64));
+  group = command.add_option_group("How results and messages are shown");
+  group
+      ->add_option("-o,--output", options.Output,
+                   "Write the result to this file; - is standard output")
+      ->type_name("FILE")
+      ->transform(WithoutStandardOutput);
+  group->add_option("--root", options.Root, "A folder from which JSON shows paths")
+      ->type_name("FOLDER");
+  group->add_option("--color", options.Color, "Colours: auto (on a terminal), always or never")
+      ->check(CLI::IsMember({"auto", "always", "never"}))
+      ->capture_default_str();
   group->add_flag("--strict", options.Strict, "Exit code 3 if there were warnings");
   group->add_flag("--quiet", options.Quiet, "Tell errors only; no progress");
   group
@@ -154,6 +169,18 @@ NamedValue CutNamedValue(const std::string& option, const std::string& text) {
     throw ToolError(exUsage, option + ": '" + text + "' has no name and value; write " + option +
                                  " Name=Value");
   return {text.substr(0, equals), text.substr(equals + 1)};
+}
+
+bool ColoursWanted(const CommonOptions& options, const Streams& streams) {
+  if (options.Color == "never" || !options.Output.empty()) return false;
+  if (options.Color == "always") return true;
+  const char* refused = std::getenv("NO_COLOR");
+  return streams.OutIsTerminal && !(refused && *refused) && !IsDumbTerminal();
+}
+
+bool IsDumbTerminal() {
+  const char* kind = std::getenv("TERM");
+  return kind && std::string_view(kind) == "dumb";
 }
 
 std::string AbsolutePath(const std::string& path) {

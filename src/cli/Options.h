@@ -41,6 +41,8 @@ struct NamedValue {
 /// Values of the shared options.
 struct CommonOptions {
   std::string Output;
+  /// "auto", "always" or "never".
+  std::string Color = "auto";
   std::string Reading = "complete";
   std::vector<std::string> Defines;
   std::string CodePage = "auto";
@@ -86,6 +88,12 @@ void ApplyToProcess(const CommonOptions& options);
 
 /// Cuts "Name=Value"; raises a usage error that names the option where there is no name or no "=".
 NamedValue CutNamedValue(const std::string& option, const std::string& text);
+
+/// Whether a result that can have colours gets them: by --color, else on a terminal that knows
+/// colours, unless NO_COLOR holds anything.
+bool ColoursWanted(const CommonOptions& options, const Streams& streams);
+/// Whether the terminal, if there is one, knows neither colours nor movements (TERM=dumb).
+bool IsDumbTerminal();
 
 /// The absolute form of a path as a user types it; a Windows path stays.
 std::string AbsolutePath(const std::string& path);

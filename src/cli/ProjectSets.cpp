@@ -1,9 +1,11 @@
 #include "cli/ProjectSets.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "cli/AssemblySet.h"
 #include "cli/InputJudgement.h"
+#include "cli/Progress.h"
 #include "cli/ProjectsAhead.h"
 #include "cli/Report.h"
 #include "core/Ascii.h"
@@ -57,8 +59,13 @@ int VisitFolder(const std::string& path, const CommonOptions& options, const Str
   int code = exDone;
   std::vector<std::string> paths;
   for (const FileSystemObject& file : files) paths.push_back(file.FullPath());
+  ProgressOfMany progress(files.size(), options, streams);
   ProjectsAhead projects(std::move(paths), options, streams, depth, prepare);
-  while (const auto turn = projects.Next(told)) {
+  while (true) {
+    progress.Step();
+    const auto turn = projects.Next(told);
+    progress.Clear();
+    if (!turn) break;
     if (!turn->Project) continue;
     const DiagnosticScope scope(&told, turn->Path);
     try {

@@ -81,11 +81,11 @@ ProjectsAhead::Slot* ProjectsAhead::Claim() {
   return nullptr;
 }
 
-// A bar is drawn by the thread that has the terminal.
-void ProjectsAhead::Load(Slot& slot, bool isCaller) {
+// Side by side, what is shown is how many projects are done, not how far one of them is.
+void ProjectsAhead::Load(Slot& slot) {
   const Workspace::Use use(*slot.Surroundings);
   Streams streams = mStreams;
-  if (!isCaller) streams.ErrIsTerminal = false;
+  if (slot.Own) streams.ErrIsTerminal = false;
   try {
     slot.Project = LoadOneOf(mPaths[slot.Index], mOptions, streams, slot.Told, mDepth, mPrepare);
   } catch (...) {
@@ -107,7 +107,7 @@ void ProjectsAhead::WorkUntilDone() {
       continue;
     }
     lock.unlock();
-    Load(*slot, false);
+    Load(*slot);
     lock.lock();
   }
 }
@@ -139,7 +139,7 @@ std::unique_ptr<ProjectsAhead::Turn> ProjectsAhead::Next(Diagnostics& told) {
     // Rather than wait for the others, this thread loads one too.
     if (Slot* slot = Claim()) {
       lock.unlock();
-      Load(*slot, true);
+      Load(*slot);
       lock.lock();
     } else {
       mChanged.wait(lock);

@@ -58,7 +58,7 @@ class ProjectsAhead {
 
  private:
   Slot* Claim();
-  void Load(Slot& slot, bool isCaller);
+  void Load(Slot& slot);
   void WorkUntilDone();
   void Release(Slot& slot);
 

@@ -224,30 +224,4 @@ int ReportDiagnostics(const VBProject& project, const CommonOptions& options, st
   return options.Strict && HasWarnings(project.Diagnostics) ? exWarnings : exDone;
 }
 
-ProgressBar::ProgressBar(VBProject& project, const CommonOptions& options, const Streams& streams)
-    : mProject(project), mErr(streams.Err) {
-  if (!streams.ErrIsTerminal || options.Quiet) return;
-  mNext = std::chrono::steady_clock::now() + std::chrono::milliseconds(300);
-  project.ComponentLoaded.Add(
-      [this](std::int32_t index) { Show(static_cast<std::size_t>(index)); });
-}
-
-void ProgressBar::Show(std::size_t done) {
-  const auto now = std::chrono::steady_clock::now();
-  if (now < mNext) return;
-  mNext = now + std::chrono::milliseconds(50);
-  constexpr std::size_t width = 30;
-  const std::size_t all = mProject.Components.Count();
-  const std::size_t filled = all == 0 ? width : done * width / all;
-  mErr << "\r\033[K[" << std::string(filled, '#') << std::string(width - filled, ' ') << "] "
-       << done << " of " << CountedWith(all, "module") << std::flush;
-  mShown = true;
-}
-
-void ProgressBar::Finish() {
-  mProject.ComponentLoaded.Clear();
-  if (mShown) mErr << "\r\033[K" << std::flush;
-  mShown = false;
-}
-
 }  // namespace vendrel::cli

@@ -1,7 +1,6 @@
 #pragma once
 // What is told on the way: diagnostics and progress.
 
-#include <chrono>
 #include <cstdint>
 #include <ostream>
 #include <string>
@@ -75,21 +74,5 @@ int ReportDiagnostics(const VBProject& project, const CommonOptions& options, st
 
 /// Whether a diagnostic above a note is among them.
 bool HasWarnings(const Diagnostics& diagnostics);
-
-/// A bar on the terminal while the modules of a project load; gone when they are.
-class ProgressBar {
- public:
-  ProgressBar(VBProject& project, const CommonOptions& options, const Streams& streams);
-  /// Takes the bar away.
-  void Finish();
-
- private:
-  void Show(std::size_t done);
-
-  VBProject& mProject;
-  std::ostream& mErr;
-  bool mShown = false;
-  std::chrono::steady_clock::time_point mNext;
-};
 
 }  // namespace vendrel::cli

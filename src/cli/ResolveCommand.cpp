@@ -1,11 +1,13 @@
 #include <memory>
 
+#include "cli/ClosestName.h"
 #include "cli/Commands.h"
 #include "cli/Elements.h"
 #include "cli/Inputs.h"
 #include "cli/JsonLines.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
+#include "names/NameWalk.h"
 #include "output/UniqueNames.h"
 
 namespace vendrel::cli {
@@ -63,28 +65,40 @@ void WriteResolution(std::ostream& out, const Resolution& resolution, const VBPr
   json.End();
 }
 
+// Modules, types and enumerations: what may stand behind As.
+void OfferTypes(VBProject& project, ClosestName& closest) {
+  ForEachNamedElement(project, [&](CodeElement& element) {
+    const std::string_view kind = KindOf(element);
+    if (kind == "module" || kind == "type" || kind == "enumeration")
+      closest.Offer(element.ElementName());
+  });
+}
+
 // The first project that knows the type, seen from the module asked for where that is given.
 int RunResolve(const ResolveArguments& arguments, const Streams& streams) {
   int code = exDone;
   bool fromFound = arguments.From.empty(), resolved = false;
+  ClosestName closestModule(arguments.From), closestType(arguments.Type);
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
     code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
       Component* from = project.Components.Item(std::string_view(arguments.From));
+      for (const Component& module : project.Components.Listed()) closestModule.Offer(module.Name);
       if (resolved || (!arguments.From.empty() && !from)) return;
       fromFound = true;
       Resolution resolution;
       resolution.Element = project.ResolveType(from, arguments.Type, resolution.TypeClass);
-      if (resolution.TypeClass == tcUnresolved) return;
+      if (resolution.TypeClass == tcUnresolved) return OfferTypes(project, closestType);
       resolved = true;
       WriteResolution(out, resolution, project, arguments);
     });
   });
   if (!fromFound)
-    throw ToolError(Worse(code, exNo), arguments.File.Shown() + ": has no module '" +
-                                           arguments.From + "'; tree --depth 2 lists its modules");
+    throw ToolError(Worse(code, exNo),
+                    arguments.File.Shown() + ": has no module '" + arguments.From + "'" +
+                        HintOr(closestModule, "; tree --depth 2 lists its modules"));
   if (resolved) return code;
   throw ToolError(Worse(code, exNo), arguments.File.Shown() + ": the type '" + arguments.Type +
-                                         "' is not declared here");
+                                         "' is not declared here" + closestType.Hint());
 }
 
 }  // namespace

@@ -1,6 +1,9 @@
 #include "cli/Results.h"
 
 #include <array>
+#include <cerrno>
+#include <csignal>
+#include <fstream>
 #include <optional>
 #include <streambuf>
 
@@ -82,6 +85,22 @@ void WriteToTerminal(std::ostream& terminal, const std::function<void(std::ostre
   out.flush();
 }
 
+// A device or a pipe, which cannot be put in the place of anything and takes what it is given.
+bool IsNoFile(const std::string& path) {
+  FileStatus status;
+  return FileSource::Current().Status(NativeTarget(path), status) >= 0 &&
+         status.Type == FileStatus::Kind::Other;
+}
+
+void WriteToDevice(const std::string& path, const std::function<void(std::ostream&)>& write) {
+  std::ofstream out(NativeTarget(path), std::ios::binary);
+  if (out) write(out);
+  out.close();
+  if (out) return;
+  if (errno == EPIPE) throw Interrupted{SIGPIPE};
+  throw ToolError(exFailed, path + ": cannot be written");
+}
+
 void WriteToFile(const CommonOptions& options, const std::function<void(std::ostream&)>& write) {
   const std::string& path = options.Output;
   const InterruptHold hold;
@@ -124,12 +143,17 @@ void RefuseAsResult(const CommonOptions& options, const std::string& input) {
 void WriteResult(const CommonOptions& options, const Streams& streams, const std::string& input,
                  const std::function<void(std::ostream&)>& write, ResultForm form) {
   RefuseAsResult(options, input);
+  if (!options.Output.empty() && IsNoFile(options.Output))
+    return WriteToDevice(options.Output, write);
   if (!options.Output.empty()) return WriteToFile(options, write);
   if (streams.OutIsTerminal && form == ResultForm::Plain)
     WriteToTerminal(streams.Out, write);
   else
     write(streams.Out);
+  errno = 0;
   streams.Out.flush();
+  // Whoever read it has heard enough; where SIGPIPE is ignored it is told so.
+  if (!streams.Out && errno == EPIPE) throw Interrupted{SIGPIPE};
   if (!streams.Out) throw ToolError(exFailed, "the result could not be written to standard output");
 }
 

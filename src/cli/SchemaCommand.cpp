@@ -48,6 +48,14 @@ constexpr RecordMember kCommentsRecord[] = {{"TagIdentifier"},
                                             kLine,
                                             kColumn,
                                             {"CodeElement", mtTextOrNull}};
+constexpr RecordMember kTagsRecord[] = {{"TagIdentifier"},
+                                        {"ElementType", mtNumber},
+                                        {"Scope"},
+                                        {"IsDescription", mtTruth},
+                                        {"WrapType", mtNumber},
+                                        {"KeepSeparateInBuffer", mtTruth},
+                                        {"UpgradeTo"},
+                                        {"UpgradeFlags"}};
 constexpr RecordMember kDiagnosticsRecord[] = {
     kFile, kLine, kColumn, {"Severity"}, {"Code"}, {"Text"}, {"ExitCode", mtNumber, true}};
 constexpr RecordMember kGraphNodeRecord[] = {{"Record"}, {"Label"}, {"Kind"}, {"Project"},
@@ -218,6 +226,7 @@ const std::vector<CommandSchema>& AllCommands() {
       {"lines", "a line of source a line", {"SourceLine"}},
       {"members", "a member a line", {"Member"}},
       {"names", "a name a line", {"Name"}},
+      {"tags", "a tag a line", {"Tag"}},
       {"resolve", "where the type is declared", {"Resolution"}},
       {"roundtrip", "a difference a line", {"Change", "BytesChange"}},
       {"typelib", "one document, by the names of the reading service", {"TypeLibrary"}, false},
@@ -238,6 +247,7 @@ Json AllDefinitions() {
   definitions["Member"] = ObjectOf(kMembersRecord);
   definitions["Resolution"] = ObjectOf(kResolvedRecord);
   definitions["HelpID"] = ObjectOf(kHelpIDsRecord);
+  definitions["Tag"] = ObjectOf(kTagsRecord);
   definitions["Comment"] = ObjectOf(kCommentsRecord);
   definitions["Diagnostic"] = ObjectOf(kDiagnosticsRecord);
   definitions["Counts"] = CountsSchema();

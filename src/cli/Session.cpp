@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <exception>
 #include <filesystem>
 #include <unordered_set>
 
 #include "cli/CompiledInput.h"
 #include "cli/InputJudgement.h"
+#include "cli/Progress.h"
 #include "cli/ProjectSettings.h"
 #include "cli/Report.h"
 #include "cli/WrittenFiles.h"
@@ -224,6 +226,14 @@ bool IsNumberedLibrary(const std::string& path) {
 
 }  // namespace
 
+std::vector<std::string> InputExtensions() {
+  std::vector<std::string> extensions;
+  for (const Extension& known : kExtensions) extensions.emplace_back(known.Text);
+  for (const ModuleKind& kind : kModuleKinds)
+    if (!kind.Extension.empty()) extensions.emplace_back(kind.Extension);
+  return extensions;
+}
+
 InputKind KindOfInput(const std::string& path) {
   if (IsCustomInput(path)) return InputKind::TypeLibrary;
   const FileSystemObject file(AbsolutePath(path));
@@ -271,7 +281,8 @@ std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOption
   throw InputError(path, error.Reason());  // as the user wrote it
 } catch (const VendrelError& error) {
   ReportError(error);
-  throw InputError(path, "cannot be read: " + error.Text());
+  // With the failure inside, for a host that shows its contexts.
+  std::throw_with_nested(InputError(path, "cannot be read: " + error.Text()));
 }
 
 std::shared_ptr<VBProject> LoadFolderOfModules(const std::string& path,

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "cli/Options.h"
 #include "project/VBProject.h"
@@ -21,6 +22,9 @@ enum class InputKind {
   Unknown,
   Missing
 };
+
+/// Extensions of the files that commands read, in lower case, without the dot.
+std::vector<std::string> InputExtensions();
 
 /// By what is there: a type library by what it holds, other files by their extension.
 InputKind KindOfInput(const std::string& path);

@@ -2,20 +2,26 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <csignal>
 #include <cstring>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "cli/ClosestName.h"
 #include "cli/Commands.h"
 #include "cli/CompiledInput.h"
+#include "cli/HelpText.h"
 #include "cli/Inputs.h"
 #include "cli/Interrupts.h"
 #include "cli/Options.h"
+#include "cli/Progress.h"
 #include "cli/Report.h"
 #include "cli/ShownText.h"
+#include "cli/ToolFacts.h"
 #include "cli/WatchedFiles.h"
 #include "cli/WrittenFiles.h"
+#include "core/Ascii.h"
 #include "core/Version.h"
 #include "diagnostics/ErrorReport.h"
 #include "diagnostics/VendrelError.h"
@@ -53,6 +59,9 @@ void AddCommands(CLI::App& app, Job& job) {
   AddSiteCommand(app, job);
   AddGraphCommand(app, job);
   AddSchemaCommand(app, job);
+  AddTagsCommand(app, job);
+  AddCompletionCommand(app, job);
+  AddManualCommand(app, job);
 }
 
 bool IsOneOf(const std::string& text, std::initializer_list<const char*> names) {
@@ -64,19 +73,21 @@ bool LooksLikeFile(const std::string& text) {
   return text.find_first_of("./\\:") != std::string::npos || std::filesystem::exists(text, ignored);
 }
 
-std::string CommandNames(const CLI::App& app) {
+// The command that was meant, or all of them.
+std::string HintForCommand(const CLI::App& app, const std::string& word) {
+  ClosestName closest(word);
   std::string names;
   for (const CLI::App* command : app.get_subcommands({})) {
-    if (!names.empty()) names += ", ";
-    names += command->get_name();
+    closest.Offer(command->get_name());
+    names.append(names.empty() ? "" : ", ").append(command->get_name());
   }
-  return names;
+  return closest.Name().empty() ? "; commands are " + names : closest.Hint();
 }
 
-bool IsCommand(const CLI::App& app, const std::string& text) {
+const CLI::App* CommandNamed(const CLI::App& app, const std::string& text) {
   for (const CLI::App* command : app.get_subcommands({}))
-    if (command->get_name() == text) return true;
-  return false;
+    if (command->get_name() == text) return command;
+  return nullptr;
 }
 
 // Whether an argument is an option, of whatever command, whose value is the next argument.
@@ -95,31 +106,60 @@ void PutCommandFirst(const CLI::App& app, std::vector<std::string>& arguments) {
   std::size_t at = 0;
   while (at < arguments.size() && arguments[at].starts_with('-'))
     at += TakesNext(app, arguments[at]) ? 2 : 1;
-  if (at < arguments.size() && IsCommand(app, arguments[at])) {
+  if (at < arguments.size() && CommandNamed(app, arguments[at])) {
     const auto first = arguments.begin();
     const auto command = first + static_cast<std::ptrdiff_t>(at);
     std::rotate(first, command, command + 1);
     return;
   }
   if (at < arguments.size() && !LooksLikeFile(arguments[at]))
-    throw ToolError(exUsage, "'" + arguments[at] +
-                                 "' is neither a command nor a file; commands are " +
-                                 CommandNames(app));
+    throw ToolError(exUsage, "'" + arguments[at] + "' is neither a command nor a file" +
+                                 HintForCommand(app, arguments[at]));
   arguments.insert(arguments.begin(), "tree");
 }
 
-int Parse(CLI::App& app, std::vector<std::string> arguments, const Streams& streams, bool json) {
+// The names among which a word that means nothing may have been meant.
+std::string HintFor(const CLI::App* command, const std::string& word) {
+  ClosestName closest(word);
+  if (word.starts_with('-') && command)
+    for (const OptionFacts& option : FactsOfCommand(*command).Options)
+      for (const std::string& name : option.Names) closest.Offer(name);
+  return closest.Hint();
+}
+
+// What the parser says, as one line with what to do about it.
+std::string WrongUse(const CLI::App& app, const CLI::ParseError& error, const std::string& first) {
+  const CLI::App* command = CommandNamed(app, first);
+  const std::string help =
+      std::string("; vendrelmodel ") + (command ? first + " " : "") + "--help tells what there is";
+  std::string text = error.what();
+  std::replace(text.begin(), text.end(), '\n', ' ');
+  const auto* extras = dynamic_cast<const CLI::ExtrasError*>(&error);
+  if (extras) {
+    const std::string words = text.substr(text.rfind(": ") + 2);
+    const std::string word = words.substr(0, words.find(' '));
+    text = "does not take " + words + HintFor(command, word);
+  }
+  if (const std::size_t missing = text.find(" is required"); missing != std::string::npos)
+    text = "needs " + UpperAscii(text.substr(0, missing));
+  if (!command) return "say what is to be done" + help;
+  return first + ": " + text + help;
+}
+
+int Parse(CLI::App& app, std::vector<std::string> arguments, const Streams& streams) {
+  std::string first;
   try {
     TakeCustomInput(arguments);
     PutCommandFirst(app, arguments);
+    if (!arguments.empty()) first = arguments.front();
     ReadListedInputs(app, arguments, streams);
     std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
     app.parse(arguments);
     return exDone;
   } catch (const CLI::ParseError& error) {
-    if (json && error.get_exit_code() != 0) throw ToolError(exUsage, error.what());
-    const int code = app.exit(error, streams.Out, streams.Err);
-    return code == 0 ? -1 : exUsage;
+    if (error.get_exit_code() != 0) throw ToolError(exUsage, WrongUse(app, error, first));
+    app.exit(error, streams.Out, streams.Err);  // help or version
+    return -1;
   }
 }
 
@@ -157,15 +197,17 @@ int RunTool(int argc, const char* const* argv, const Streams& streams) {
                  "vendrelmodel"};
     app.set_version_flag("--version", "vendrelmodel " + std::string(LibraryVersion()));
     app.require_subcommand(1);
-    app.footer("vendrelmodel FILE is short for vendrelmodel tree FILE.");
+    app.formatter(std::make_shared<HelpText>());
     Job job{streams, {}};
     AddCommands(app, job);
-    const int parsed = Parse(app, {argv + (argc > 0 ? 1 : 0), argv + argc}, streams, json);
+    const int parsed = Parse(app, {argv + (argc > 0 ? 1 : 0), argv + argc}, streams);
     if (parsed != exDone) return parsed < 0 ? exDone : parsed;
     return job.Run();
   } catch (const Interrupted& interrupt) {
-    return fail(SignalBase + interrupt.Signal,
-                std::string("interrupted (") + strsignal(interrupt.Signal) + "); " + DoneSince(0));
+    const int code = SignalBase + interrupt.Signal;
+    if (interrupt.Signal == SIGPIPE) return code;  // nobody listens any longer
+    return fail(code, std::string("interrupted (") + strsignal(interrupt.Signal) + "); " +
+                          ReachedSoFar() + DoneSince(0));
   } catch (const ToolError& error) {
     return fail(error.Code(), error.what());
   } catch (const VendrelError& error) {

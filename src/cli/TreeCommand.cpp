@@ -1,6 +1,6 @@
-#include <cstdlib>
 #include <memory>
 
+#include "cli/ClosestName.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/Outline.h"
@@ -15,27 +15,25 @@ struct TreeArguments {
   OutlineOptions Outline;
 };
 
-bool ColoursWanted(const TreeArguments& arguments, const Streams& streams) {
-  const char* refused = std::getenv("NO_COLOR");
-  return streams.OutIsTerminal && arguments.Common.Output.empty() && !(refused && *refused);
-}
-
 int RunTree(const TreeArguments& arguments, const Streams& streams) {
   OutlineOptions options = arguments.Outline;
-  options.Coloured = ColoursWanted(arguments, streams);
+  options.Coloured = ColoursWanted(arguments.Common, streams);
   bool found = false;
+  ClosestName closest(options.Module);
   int code = exDone;
   WriteResult(
       arguments.Common, streams, arguments.File,
       [&](std::ostream& out) {
         code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
           found = Outline(out, options).Write(project) || found;
+          for (const Component& module : project.Components.Listed()) closest.Offer(module.Name);
         });
       },
       ResultForm::Painted);
   if (found || options.Module.empty()) return code;
   throw ToolError(Worse(code, exNo), arguments.File.Shown() + ": has no module '" + options.Module +
-                                         "'; tree --depth 2 lists its modules");
+                                         "'" +
+                                         HintOr(closest, "; tree --depth 2 lists its modules"));
 }
 
 }  // namespace

@@ -8,13 +8,18 @@
 #include <utility>
 
 #include "cli/Interrupts.h"
+#include "core/Workspace.h"
 #include "services/AtomicFile.h"
 #include "services/FileSource.h"
 
 namespace vendrel::cli {
 namespace {
 
-WatchedFiles* sCurrent = nullptr;
+// Of the workspace in use.
+struct Watching {
+  WatchedFiles* Files = nullptr;
+};
+WatchedFiles*& InForce() { return InUse<Watching>().Files; }
 
 }  // namespace
 
@@ -112,15 +117,15 @@ class WatchedFiles::Source final : public FileSource {
 
 WatchedFiles::WatchedFiles() : mSource(std::make_shared<Source>(FileSource::Current())) {
   mUnder = FileSource::Install(mSource);
-  sCurrent = this;
+  InForce() = this;
 }
 
 WatchedFiles::~WatchedFiles() {
   FileSource::Install(mUnder);
-  sCurrent = nullptr;
+  InForce() = nullptr;
 }
 
-WatchedFiles* WatchedFiles::Current() { return sCurrent; }
+WatchedFiles* WatchedFiles::Current() { return InForce(); }
 
 void WatchedFiles::ShareWithWorkspaceInUse() {
   if (sCurrent) FileSource::Install(sCurrent->mSource);
@@ -142,18 +147,19 @@ const std::string& WatchedFiles::AsAsked(const std::string& realPath) const {
 
 void WatchedFiles::RemoveLeftFiles() { mSource->RemovesLeft = true; }
 
-WatchedFiles::Protection::Protection(bool isOn) : mBefore(sCurrent && sCurrent->mSource->Protects) {
-  if (sCurrent) sCurrent->mSource->Protects = isOn;
+WatchedFiles::Protection::Protection(bool isOn)
+    : mBefore(Current() && Current()->mSource->Protects) {
+  if (Current()) Current()->mSource->Protects = isOn;
 }
 WatchedFiles::Protection::~Protection() {
-  if (sCurrent) sCurrent->mSource->Protects = mBefore;
+  if (Current()) Current()->mSource->Protects = mBefore;
 }
 
-WatchedFiles::Aside::Aside() : mBefore(sCurrent && sCurrent->mSource->Counts) {
-  if (sCurrent) sCurrent->mSource->Counts = false;
+WatchedFiles::Aside::Aside() : mBefore(Current() && Current()->mSource->Counts) {
+  if (Current()) Current()->mSource->Counts = false;
 }
 WatchedFiles::Aside::~Aside() {
-  if (sCurrent) sCurrent->mSource->Counts = mBefore;
+  if (Current()) Current()->mSource->Counts = mBefore;
 }
 
 }  // namespace vendrel::cli

@@ -2,20 +2,20 @@
 // or punctuation at its end.
 
 #include <algorithm>
-#include <array>
 #include <exception>
-#include <numeric>
 
 #include "comments/TagDefinitions.h"
 #include "comments/TaggedCommentRules.h"
 #include "core/Ascii.h"
 #include "diagnostics/Diagnostic.h"
+#include "text/EditDistance.h"
 
 namespace vendrel {
 namespace {
 
 constexpr std::size_t kHashes = 2;
 constexpr std::size_t kLongest = 48;  // letters; no tag is that long
+static_assert(kHashes + kLongest + 2 <= kLongestCompared);
 constexpr std::size_t kShortestWord = 3;
 // A short tag is a letter away from too many words, "##ED" from "##END".
 constexpr std::size_t kShortestGuess = 4;
@@ -36,25 +36,6 @@ bool LooksLikeTag(std::string_view word) {
   return IsLetterAscii(word.front()) && std::all_of(word.begin(), word.end(), IsTagLetter);
 }
 
-// How many letters were added, left out or exchanged; neighbours in the wrong order count as one.
-std::size_t Distance(std::string_view a, std::string_view b) {
-  std::array<std::size_t, kLongest + 3> before{}, last{}, row{};
-  std::iota(last.begin(), last.end(), std::size_t{0});
-  for (std::size_t i = 1; i <= a.size(); ++i) {
-    row[0] = i;
-    for (std::size_t j = 1; j <= b.size(); ++j) {
-      const bool same = UpperAscii(a[i - 1]) == UpperAscii(b[j - 1]);
-      row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (same ? 0 : 1)});
-      const bool swapped = i > 1 && j > 1 && UpperAscii(a[i - 1]) == UpperAscii(b[j - 2]) &&
-                           UpperAscii(a[i - 2]) == UpperAscii(b[j - 1]);
-      if (swapped) row[j] = std::min(row[j], before[j - 2] + 1);
-    }
-    before = last;
-    last = row;
-  }
-  return last[b.size()];
-}
-
 // The closest tag: a letter or two away, else the longest that the word goes on from, else the
 // shortest that goes on from the word. Empty if none is close.
 std::string_view ClosestTag(std::string_view word, const TaggedCommentDefs& definitions) {
@@ -64,7 +45,7 @@ std::string_view ClosestTag(std::string_view word, const TaggedCommentDefs& defi
     const std::string_view tag = definition.TagIdentifier;
     if (tag.size() < kHashes + kShortestGuess || tag.size() > kHashes + kLongest) continue;
     if (tag.size() <= word.size() + allowed && word.size() <= tag.size() + allowed) {
-      const std::size_t distance = Distance(word, tag);
+      const std::size_t distance = EditDistance(word, tag);
       if (distance <= allowed && (close.empty() || distance < allowed)) {
         close = tag;
         allowed = distance;

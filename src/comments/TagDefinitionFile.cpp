@@ -117,6 +117,9 @@ TaggedCommentDefs ReadTagDefinitions(std::string_view text, std::string_view nam
     Refuse(name, "an object with an array \"tags\" is expected");
   TaggedCommentDefs definitions;
   std::size_t number = 0;
+  const auto replace = document.find("replace");
+  if (replace != document.end() && !replace->is_boolean())
+    Refuse(name, "replace: true or false is expected");
   for (const json& entry : *tags) {
     const std::string where = NameOfEntry(entry, ++number);
     TaggedCommentDef definition = ReadEntry(entry, where, name);
@@ -126,6 +129,9 @@ TaggedCommentDefs ReadTagDefinitions(std::string_view text, std::string_view nam
       Refuse(name, where + ": a tag begins with \"##\" and holds no blank");
     definitions.Add(std::move(definition));
   }
+  if (replace == document.end() || !replace->get<bool>())
+    for (const TaggedCommentDef& builtIn : BuiltinTagDefinitions())
+      if (!definitions.Find(builtIn.TagIdentifier)) definitions.Add(builtIn);
   const std::string fault = definitions.UpgradeFault();
   if (!fault.empty()) Refuse(name, fault);
   return definitions;

@@ -121,6 +121,33 @@ constexpr std::span<const EnumName> NamesOfType() {
     return {};
 }
 
+// The name of a type, cut out of what the compiler calls this function: "... T = BlockTypeEnum]".
+template <typename T>
+constexpr std::string_view NameOfType() {
+  std::string_view name = __PRETTY_FUNCTION__;
+  name = name.substr(name.find("T = ") + 4);
+  name = name.substr(0, name.find_first_of(";]"));
+  return name.substr(name.rfind(':') + 1);
+}
+
+template <typename T>
+constexpr std::string_view EnumTypeName() {
+  if constexpr (std::is_enum_v<T>)
+    return NameOfType<T>();
+  else
+    return {};
+}
+static_assert(EnumTypeName<BlockTypeEnum>() == "BlockTypeEnum");
+
+template <typename T>
+concept FindsByKey = requires(const T& items) {
+  items.Item(std::string_view());
+};
+template <typename T>
+concept DropsByPosition = requires(T& items) {
+  items.Remove(std::size_t{1});
+};
+
 // Gives `target` the value; false, without a change, where that does not fit.
 template <typename T>
 bool Assign(T& target, const PropertyValue& value) {
@@ -219,6 +246,34 @@ struct Property {
               &DescriptionOf<typename ContentOf<Type>::Element>()};
   }
 
+  static ElementRef Find(const void* object, std::string_view key) {
+    const auto* items = CollectionOf(Of(object));
+    if (!items) return {};
+    return {items->Item(key), &DescriptionOf<typename ContentOf<Type>::Element>()};
+  }
+
+  static void Remove(void* object, std::size_t index) {
+    // What a function gives is a view of elements; the collection is the class's own.
+    auto& property = kEntry.Of(*static_cast<Class*>(object));
+    if constexpr (kIsOnDemand<Type>)
+      property->Remove(index);
+    else
+      property.Remove(index);
+  }
+
+  static constexpr bool MayFind() {
+    if constexpr (CollectionOfElements<ContentOf<Type>>)
+      return FindsByKey<ContentOf<Type>>;
+    else
+      return false;
+  }
+  static constexpr bool MayRemove() {
+    if constexpr (CollectionOfElements<ContentOf<Type>> && kEntry.kIsData)
+      return kEntry.Kind == PropertyKind::Children && DropsByPosition<ContentOf<Type>>;
+    else
+      return false;
+  }
+
   static bool Write(void* object, const PropertyValue& value) {
     Class& element = *static_cast<Class*>(object);
     if constexpr (kEntry.kHasSetter) {
@@ -246,8 +301,11 @@ struct Property {
     } else {
       description.Read = &Read;
     }
+    if constexpr (MayFind()) description.Find = &Find;
+    if constexpr (MayRemove()) description.Remove = &Remove;
     if constexpr (MayBeSet()) description.Write = &Write;
     description.Names = NamesOfType<Type>();
+    description.EnumType = EnumTypeName<Type>();
     if constexpr (HasProperties<ElementType>)
       description.ElementClass = &DescriptionOf<ElementType>;
     description.IsOption = kEntry.IsOption;

@@ -66,12 +66,19 @@ struct PropertyDescription {
   std::size_t (*Count)(const void* object) = nullptr;
   /// The element at a 1-based position. Loads nothing.
   ElementRef (*At)(const void* object, std::size_t index) = nullptr;
+  /// The element under a key, case ignored, or none; null for a collection that has no keys.
+  ElementRef (*Find)(const void* object, std::string_view key) = nullptr;
+  /// Takes the element at a 1-based position out of its collection; raises 9 where none stands.
+  /// Null where elements are not the owner's to drop.
+  void (*Remove)(void* object, std::size_t index) = nullptr;
   /// Sets the property, of an object of the class that was described; null where it cannot be set.
   /// False, and nothing changed, where the value does not fit: a number that its type cannot hold
   /// or its enumeration does not name, an element of another class.
   bool (*Write)(void* object, const PropertyValue& value) = nullptr;
   /// The values of its enumeration; empty for other properties.
   std::span<const EnumName> Names = {};
+  /// The name of that enumeration ("BlockTypeEnum"); empty for other properties.
+  std::string_view EnumType = {};
   /// The class of its elements, or of the element it links to; null where that may be of any class.
   const ClassDescription& (*ElementClass)() = nullptr;
   /// A switch of a project, to be set before `Load`.
