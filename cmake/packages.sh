@@ -18,12 +18,12 @@ test  libgmock-dev     its matchers
 test  chromium         opens the pages of the html command, as a reader would
 test  python3-jsonschema holds JSON against the schema that the tool prints
 test  mingw-w64-tools  compiles small type libraries for the tests (widl)
+test  git              keeps the revisions that diff --git compares
 fuzz  clang            compiles for the sanitizers and the fuzz targets
 fuzz  mono-mcs         compiles C# with its documentation; without it those tests are skipped
 fuzz  libclang-rt-14-dev what those need at run time
 check gcovr            sums up which lines the tests reach
 check libbenchmark-dev measures small pieces (preset bench)
-check git              tells which files have changed
 check clang-format     checks the layout of the code
 check clang-tidy       looks for faults in the code
 '

@@ -9,6 +9,7 @@
 #include "cli/Results.h"
 #include "output/Dump.h"
 #include "output/Schema.h"
+#include "survey/ApiReport.h"
 #include "survey/Inventory.h"
 
 namespace vendrel::cli {
@@ -131,12 +132,10 @@ Json CountsSchema() {
           {"additionalProperties", false}};
 }
 
-// The tables of an empty inventory tell all columns.
-Json InventoryRows() {
-  Inventory empty;
-  empty.FindsNearDuplicates = true;
+// Rows of tables, of which empty ones tell all columns.
+Json TableRows(const std::vector<Table>& tables) {
   Json rows = Json::array();
-  for (const Table& table : empty.Tables()) {
+  for (const Table& table : tables) {
     Json properties{{"Record", {{"const", std::string(table.Row)}}}}, required = {"Record"};
     for (const std::string_view column : table.Columns) {
       properties[std::string(column)] = {{"type", Json::array({"string", "integer", "boolean"})}};
@@ -148,6 +147,12 @@ Json InventoryRows() {
                     {"additionalProperties", false}});
   }
   return {{"anyOf", std::move(rows)}};
+}
+
+Json InventoryRows() {
+  Inventory empty;
+  empty.FindsNearDuplicates = true;
+  return TableRows(empty.Tables());
 }
 
 // What the objects of a command are: names of definitions.
@@ -165,7 +170,7 @@ const std::vector<CommandSchema>& AllCommands() {
       {"comments", "a tagged comment a line", {"Comment"}},
       {"controls", "a tree of controls a line", {"VBControl"}},
       {"diagnostics", "what is told under --diagnostics json, an object a line", {"Diagnostic"}},
-      {"diff", "a difference a line", {"Change"}},
+      {"diff", "a difference a line; with --api rows of tables", {"Change", "ApiRow"}},
       {"dump",
        "one document for a project, module or group, a project a line for a folder",
        {"VBProject", "VBProjectGroup"}},
@@ -207,6 +212,7 @@ Json AllDefinitions() {
   definitions["BytesChange"] = ObjectOf(kBytesRecord);
   definitions["SourceLine"] = ObjectOf(kLinesRecord);
   definitions["AssemblyEntry"] = ObjectOf(kAssemblyRecord);
+  definitions["ApiRow"] = TableRows(ApiReport().Tables());
   definitions["InventoryRow"] = InventoryRows();
   definitions["TypeLibrary"] = {{"type", "object"},
                                 {"required", Json::array({"Name", "TypeInfos"})}};
