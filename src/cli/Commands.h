@@ -36,6 +36,7 @@ void AddWriteCommand(CLI::App& app, Job& job);
 void AddDiffCommand(CLI::App& app, Job& job);
 void AddBuildCommand(CLI::App& app, Job& job);
 void AddInventoryCommand(CLI::App& app, Job& job);
+void AddAssessCommand(CLI::App& app, Job& job);
 void AddSchemaCommand(CLI::App& app, Job& job);
 void AddRoundtripCommand(CLI::App& app, Job& job);
 

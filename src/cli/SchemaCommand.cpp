@@ -10,6 +10,7 @@
 #include "output/Dump.h"
 #include "output/Schema.h"
 #include "survey/ApiReport.h"
+#include "survey/Assessment.h"
 #include "survey/Inventory.h"
 
 namespace vendrel::cli {
@@ -165,6 +166,7 @@ struct CommandSchema {
 
 const std::vector<CommandSchema>& AllCommands() {
   static const std::vector<CommandSchema> all{
+      {"assess", "a row of a table a line", {"AssessmentRow"}},
       {"assembly", "a type or member a line", {"AssemblyEntry"}},
       {"check", "a diagnostic a line, the counts last", {"Diagnostic", "Counts"}},
       {"comments", "a tagged comment a line", {"Comment"}},
@@ -213,6 +215,7 @@ Json AllDefinitions() {
   definitions["SourceLine"] = ObjectOf(kLinesRecord);
   definitions["AssemblyEntry"] = ObjectOf(kAssemblyRecord);
   definitions["ApiRow"] = TableRows(ApiReport().Tables());
+  definitions["AssessmentRow"] = TableRows(Assessment().Tables());
   definitions["InventoryRow"] = InventoryRows();
   definitions["TypeLibrary"] = {{"type", "object"},
                                 {"required", Json::array({"Name", "TypeInfos"})}};

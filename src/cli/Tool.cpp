@@ -47,6 +47,7 @@ void AddCommands(CLI::App& app, Job& job) {
   AddBuildCommand(app, job);
   AddRoundtripCommand(app, job);
   AddInventoryCommand(app, job);
+  AddAssessCommand(app, job);
   AddSchemaCommand(app, job);
 }
 

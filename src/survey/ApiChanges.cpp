@@ -107,7 +107,7 @@ bool IsRenamed(const SurfaceType& before, const SurfaceType& after) {
 class SurfaceComparison {
  public:
   SurfaceComparison(const PublicSurface& before, const PublicSurface& after)
-      : mBefore(before), mAfter(after), mTeller{before.World, {}} {}
+      : mBefore(before), mAfter(after), mTeller{before.World, after.IsShared, {}} {}
 
   std::vector<ApiChange> Run() {
     CompareLibraries();
@@ -235,13 +235,13 @@ class SurfaceComparison {
   // Whether callers reach members by their place.
   bool OrderCounts(const SurfaceType& type) const {
     return mAfter.World == SurfaceWorld::Com && type.Kind == SurfaceTypeKind::Class &&
-           !mAfter.KeepsBinaryCompatibility;
+           !mAfter.KeepsBinaryCompatibility && !mAfter.IsShared;
   }
 
   void TellOrder(const std::vector<MemberPair>& pairs, const SurfaceType& before,
                  const SurfaceType& after) {
     const bool isStructure = after.Kind == SurfaceTypeKind::Structure;
-    if (!isStructure && !OrderCounts(after)) return;
+    if (mAfter.IsShared || (!isStructure && !OrderCounts(after))) return;
     const SurfaceMember* highest = nullptr;
     for (const MemberPair& pair : pairs) {
       if (!pair.Before || !pair.After || pair.Before->Kind == SurfaceMemberKind::Event) continue;

@@ -18,7 +18,7 @@ std::string NoteOn(const PublicSurface& before, const PublicSurface& after) {
   if (before.Types.empty() && after.Types.empty())
     return "exposes nothing to other programs; --all-modules judges the public members of each "
            "module";
-  const bool isSource = after.World == SurfaceWorld::Com && !after.IsCompiled;
+  const bool isSource = after.World == SurfaceWorld::Com && !after.IsCompiled && !after.IsShared;
   if (isSource && !after.KeepsBinaryCompatibility && !after.Library.empty())
     return "keeps no binary compatibility: each build gives new ids";
   return {};

@@ -40,8 +40,8 @@ constexpr std::string_view WordOf(ApiBreak kind) {
   X(DefaultMember,         "default-member",         "another member, or none, is the default one",                 Both,   Source) \
   X(MemberOrder,           "member-order",           "members stand in another order",                              Binary, No)     \
   X(MemberInserted,        "member-inserted",        "a member is new in front of others",                          Binary, No)     \
-  X(FieldOrder,            "field-order",            "fields of a structure stand in another order",                Both,   No)     \
-  X(FieldAdded,            "field-added",            "a structure has a further field",                             Both,   No)     \
+  X(FieldOrder,            "field-order",            "fields of a structure stand in another order",                Binary, No)     \
+  X(FieldAdded,            "field-added",            "a structure has a further field",                             Binary, No)     \
   X(MemberAdded,           "member-added",           "a member is new",                                             No,     No)     \
   X(ObligationAdded,       "obligation-added",       "whoever implements or inherits must provide a new member",    Both,   Both)   \
   X(MemberRemoved,         "member-removed",         "a member is gone, or no longer public",                       Both,   Both)   \

@@ -40,6 +40,8 @@ std::string TypesOfParameters(const SurfaceMember& member) {
 void ChangeTeller::Tell(ApiChange change) {
   const ApiRule& rule = RowOf(change.Rule);
   change.Breaks = World == SurfaceWorld::Com ? rule.Com : rule.Net;
+  if (IsShared && change.Breaks == ApiBreak::Binary) change.Breaks = ApiBreak::No;
+  if (IsShared && change.Breaks == ApiBreak::Both) change.Breaks = ApiBreak::Source;
   Changes.push_back(std::move(change));
 }
 

@@ -12,6 +12,8 @@ namespace vendrel {
 /// Gathers changes, each with whom it breaks in its world.
 struct ChangeTeller {
   SurfaceWorld World;
+  /// No caller was compiled before the change.
+  bool IsShared;
   std::vector<ApiChange> Changes;
 
   void Tell(ApiChange change);

@@ -52,6 +52,7 @@ class SurfaceBuilder {
     mSurface.KeepsBinaryCompatibility =
         !mSurface.IsCompiled && mProject.CompatibleMode == CompatibleBinary;
     const bool isNet = mSurface.World == SurfaceWorld::Net;
+    mSurface.IsShared = !mSurface.IsCompiled && !isNet && CountsAll();
     for (const Component& component : mProject.Components.Listed())
       if (isNet ? IsVisibleNet(component) : IsExposed(component)) AddModule(component);
     return std::move(mSurface);

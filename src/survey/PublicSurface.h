@@ -94,6 +94,8 @@ struct PublicSurface {
   bool KeepsBinaryCompatibility = false;
   /// It is a type library or an assembly, not source.
   bool IsCompiled = false;
+  /// Callers take its source in, and are compiled with it.
+  bool IsShared = false;
   std::vector<SurfaceType> Types;
 };
 
