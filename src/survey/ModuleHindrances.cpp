@@ -230,13 +230,15 @@ class StatementScan {
     if (token.Is("gosub")) Found(Hindrance::GoSub, "GoSub");
     if (mControls.contains(token.Text)) ScanControl();
     ScanDate();
-    if (const RuntimeName* name = FindRuntimeName(token.Text)) ScanRuntime(*name);
-    if (mNames.contains(token.Text)) return;
-    if (const DeclaredFunction* api = mDeclared.Find(token.Text, mModule)) {
-      HindranceFinding finding{Hindrance::ApiCall, api->Function, mBlock, Line()};
-      finding.Api = api;
-      mTell(finding);
+    const DeclaredFunction* api =
+        mNames.contains(token.Text) ? nullptr : mDeclared.Find(token.Text, mModule);
+    if (!api) {
+      if (const RuntimeName* name = FindRuntimeName(token.Text)) ScanRuntime(*name);
+      return;
     }
+    HindranceFinding finding{Hindrance::ApiCall, api->Function, mBlock, Line()};
+    finding.Api = api;
+    mTell(finding);
   }
 
   void ScanRuntime(const RuntimeName& name) {
