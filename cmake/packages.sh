@@ -10,6 +10,7 @@ run   libpugixml-dev   XML and path queries
 run   libre2-dev       regular expressions in linear time
 run   libcli11-dev     the command line of the tool
 run   nlohmann-json3-dev reads JSON
+run   libtomlplusplus-dev reads the settings files of the tool
 run   libutf8proc-dev  upper and lower case beyond ASCII
 run   libuchardet-dev  guesses code pages
 run   libmimalloc-dev  takes memory in large pages, which the kernel hands out faster

@@ -4,6 +4,7 @@
 #include "cli/Commands.h"
 #include "cli/JsonLines.h"
 #include "cli/ProjectSettings.h"
+#include "cli/Report.h"
 #include "cli/Results.h"
 #include "cli/Session.h"
 #include "dotnet/DocumentationCheck.h"
@@ -31,7 +32,8 @@ void WriteTexts(JsonWriter& json, std::string_view key, const std::vector<std::s
   json.EndArray();
 }
 
-void WriteJson(JsonWriter& json, const ListedEntry& entry) {
+void WriteJson(JsonLines& list, const std::string& file, const ListedEntry& entry) {
+  JsonWriter& json = list.Writer();
   const auto text = [&](std::string_view key, std::string_view value) {
     if (value.empty()) return;
     json.Key(key);
@@ -42,29 +44,29 @@ void WriteJson(JsonWriter& json, const ListedEntry& entry) {
     json.Key(key);
     json.Truth(true);
   };
-  json.BeginObject();
-  text("name", entry.Name);
-  text("kind", entry.Kind);
-  text("access", AccessWord(entry.Access));
-  text("in", entry.In);
-  mark("static", entry.IsStatic);
-  mark("virtual", entry.IsVirtual);
-  mark("abstract", entry.IsAbstract);
-  mark("sealed", entry.IsSealed);
-  mark("explicit", entry.IsExplicit);
-  mark("extension", entry.IsExtension);
-  mark("hidden", entry.IsHidden);
-  text("type", entry.Type);
-  WriteTexts(json, "parameters", entry.Parameters);
-  WriteTexts(json, "implements", entry.Implements);
-  text("value", entry.Value);
+  list.Begin();
+  text("Name", entry.Name);
+  text("Kind", entry.Kind);
+  text("Access", AccessWord(entry.Access));
+  text("In", entry.In);
+  mark("IsStatic", entry.IsStatic);
+  mark("IsVirtual", entry.IsVirtual);
+  mark("IsAbstract", entry.IsAbstract);
+  mark("IsSealed", entry.IsSealed);
+  mark("IsExplicit", entry.IsExplicit);
+  mark("IsExtension", entry.IsExtension);
+  mark("IsHidden", entry.IsHidden);
+  text("Type", entry.Type);
+  WriteTexts(json, "Parameters", entry.Parameters);
+  WriteTexts(json, "Implements", entry.Implements);
+  text("Value", entry.Value);
   if (entry.Obsolete.Marked) {
-    json.Key("obsolete");
+    json.Key("Obsolete");
     json.String(entry.Obsolete.Text);
   }
-  text("damage", entry.Damage);
-  json.EndObject();
-  json.NewLine();
+  text("Damage", entry.Damage);
+  list.Place(file, 0);
+  list.End();
 }
 
 // What is told on the way, to the error stream.
@@ -75,7 +77,9 @@ class Told {
   void operator()(const std::string& message) {
     mAny = true;
     if (!mArguments.Common.Quiet)
-      mStreams.Err << mArguments.File << ": warning: " << message << '\n';
+      TellRemark(mStreams, mArguments.Common, mArguments.File + ": warning: " + message,
+                 {AbsolutePath(mArguments.File), 0, 0, "warning",
+                  CodeName(DiagnosticCode::AssemblyPart), message, exDone});
   }
   int Code() const { return mAny && mArguments.Common.Strict ? exWarnings : exDone; }
 
@@ -97,9 +101,12 @@ int List(const AssemblyArguments& arguments, const Streams& streams) {
   metadata::AssemblyStore store(settings.ReferencePath);
   Told told(arguments, streams);
   store.OnMissing = [&](const std::string& name) {
-    if (!arguments.Common.Quiet)
-      streams.Err << arguments.File << ": note: assembly " << name
-                  << " not found; --reference-path names folders to look in\n";
+    if (arguments.Common.Quiet) return;
+    const std::string text =
+        "assembly " + name + " not found; --reference-path names folders to look in";
+    TellRemark(streams, arguments.Common, arguments.File + ": note: " + text,
+               {AbsolutePath(arguments.File), 0, 0, "note",
+                CodeName(DiagnosticCode::MissingAssembly), text, exDone});
   };
   const metadata::AssemblyFile* file = nullptr;
   try {
@@ -110,12 +117,12 @@ int List(const AssemblyArguments& arguments, const Streams& streams) {
   for (const std::string& message : file->Image->Messages()) told(message);
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
     JsonLines list(out, "assembly", arguments.Common, arguments.Json);
-    JsonWriter& json = list.Writer();
+    const std::string place = FileSystemObject(AbsolutePath(arguments.File)).FullPath();
     const std::string rest =
         ListAssembly(store, *file, arguments.Listing, [&](const ListedEntry& entry) {
           if (!entry.Damage.empty()) told(entry.Name + ": " + entry.Damage);
           if (arguments.Json)
-            WriteJson(json, entry);
+            WriteJson(list, place, entry);
           else
             out << entry.Name << '\n';
         });

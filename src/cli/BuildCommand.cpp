@@ -63,7 +63,8 @@ class Builder {
 
  private:
   void Report(ExitCode code, const std::string& text) {
-    mStreams.Err << "vendrelmodel: " << Shown(text) << '\n';
+    TellRemark(mStreams, mArguments.Common, "vendrelmodel: " + Shown(text),
+               {{}, 0, 0, code == exDone ? "warning" : "error", "failure", text, code});
     if (mCode != exFailed && code != exDone) mCode = code;
   }
 

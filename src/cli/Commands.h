@@ -35,6 +35,7 @@ void AddHelpIDsCommand(CLI::App& app, Job& job);
 void AddWriteCommand(CLI::App& app, Job& job);
 void AddDiffCommand(CLI::App& app, Job& job);
 void AddBuildCommand(CLI::App& app, Job& job);
+void AddGraphCommand(CLI::App& app, Job& job);
 void AddInventoryCommand(CLI::App& app, Job& job);
 void AddAssessCommand(CLI::App& app, Job& job);
 void AddSchemaCommand(CLI::App& app, Job& job);

@@ -11,6 +11,7 @@
 #include "comments/CommentFile.h"
 #include "model/Block.h"
 #include "output/UniqueNames.h"
+#include "survey/Findings.h"
 
 namespace vendrel::cli {
 namespace {
@@ -68,14 +69,16 @@ void WriteAsText(std::ostream& out, const FoundComment& found, ShownPaths& paths
       << Shown(comment.Text) << '\n';
 }
 
-void WriteAsJson(JsonLines& json, const UniqueNames& names, const FoundComment& found) {
+void WriteAsJson(JsonLines& json, const UniqueNames& names, ProjectSources& sources,
+                 const FoundComment& found) {
   const TaggedComment& comment = *found.Comment;
   const CodeElement* element = comment.CodeElement.Get();
   json.Begin();
   json.Text("TagIdentifier", comment.TagIdentifier);
   json.Text("Qualifier", comment.Qualifier);
   json.Text("Text", comment.Text);
-  json.Place(found.File, comment.SourceLine);
+  json.Place(found.File, comment.SourceLine,
+             sources.ColumnOf(found.File, comment.SourceLine, comment.TagIdentifier));
   json.Writer().Key("CodeElement");
   if (element)
     json.Writer().String(names.Of(*element));
@@ -93,10 +96,11 @@ class ListWriter {
         mJson(out, "comments", arguments.Common, arguments.Json) {}
   void Write(const VBProject& project, const Gatherer& comments) {
     if (mArguments.Json) mNames.Add(Describe(project));
+    ProjectSources sources(project);
     for (const FoundComment& found : comments.All()) {
       if (mArguments.UnplacedOnly && found.Comment->CodeElement) continue;
       if (mArguments.Json)
-        WriteAsJson(mJson, mNames, found);
+        WriteAsJson(mJson, mNames, sources, found);
       else
         WriteAsText(mOut, found, mPaths);
     }

@@ -86,11 +86,14 @@ bool Assign(VBProject& project, const HelpIDsArguments& arguments, const Streams
   project.AssignHelpContextIDs(*arguments.Begin, arguments.Force);
   if (HelpTopicsOf(project) != before) return true;
   ShownPaths paths;
-  if (!arguments.Common.Quiet)
-    streams.Err << paths.Of(project.FileName.FullPath()) << ": no help ID was given"
-                << (arguments.Write && project.Reading.KeepProjectLines ? ", so nothing is written"
-                                                                        : "")
-                << ": " << WhyNone(project, arguments.Force) << '\n';
+  if (arguments.Common.Quiet) return false;
+  const bool keeps = arguments.Write && project.Reading.KeepProjectLines;
+  const std::string file = project.FileName.FullPath(),
+                    text = std::string("no help ID was given") +
+                           (keeps ? ", so nothing is written" : "") + ": " +
+                           WhyNone(project, arguments.Force);
+  TellRemark(streams, arguments.Common, paths.Of(file) + ": " + text,
+             {file, 0, 0, "note", CodeName(DiagnosticCode::Told), text, exDone});
   return false;
 }
 

@@ -4,8 +4,6 @@
 #include "cli/Inputs.h"
 #include "cli/JsonLines.h"
 #include "cli/TableWriter.h"
-#include "cli/WrittenFiles.h"
-#include "model/ModuleKinds.h"
 #include "survey/Inventory.h"
 
 namespace vendrel::cli {
@@ -19,14 +17,9 @@ struct InventoryArguments {
   bool All = false;
 };
 
-// Module files in and below a folder; what lies in folders of backups is none.
 void AddFilesBelow(const std::string& path, Inventory& inventory) {
   if (KindOfInput(path) != InputKind::Folder) return;
-  std::vector<FileSystemObject> files;
-  FileSystemObject(AbsolutePath(path)).FindFiles("*", 0, files);
-  for (const FileSystemObject& file : files)
-    if (ModuleKindOfExtension(file.Extension()) && !IsBackupPath(file.NativePath()))
-      inventory.AddFile(file);
+  for (const FileSystemObject& file : ModuleFilesBelow(path)) inventory.AddFile(file);
 }
 
 int RunInventory(const InventoryArguments& arguments, const Streams& streams) {

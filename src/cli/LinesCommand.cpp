@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "cli/Commands.h"
+#include "cli/Inputs.h"
 #include "cli/JsonLines.h"
 #include "cli/ProjectSettings.h"
 #include "cli/Report.h"
@@ -17,7 +18,7 @@ namespace {
 
 struct LinesArguments {
   CommonOptions Common;
-  std::string File;
+  Inputs Files;
   bool DotNet = false;
   bool Json = false;
 };
@@ -60,38 +61,57 @@ void AppendAsText(std::string& out, const ClassifiedLine& line, const std::strin
   out += '\n';
 }
 
-void WriteLines(std::ostream& out, const LinesArguments& arguments, const SourceText& source,
-                const std::string& windowsPath) {
-  VBProject settings;
-  ApplyToProject(arguments.Common, settings);
-  const auto language = arguments.DotNet ? lvVisualBasicDotNet : lvVisualBasic5or6;
-  ShownPaths paths;
-  JsonLines json(out, "lines", arguments.Common, arguments.Json);
-  std::string_view rest = source.Text;
-  std::string text;
-  for (std::int32_t number = 1; !rest.empty(); ++number) {
-    const ClassifiedLine line = Classify(TakeLine(rest), language, settings.Reading);
-    if (arguments.Json) {
-      WriteAsJson(json, line, windowsPath, number);
-      continue;
+// Files one after the other.
+class LinesWriter {
+ public:
+  LinesWriter(std::ostream& out, const LinesArguments& arguments)
+      : mOut(out), mArguments(arguments), mJson(out, "lines", arguments.Common, arguments.Json) {}
+  void Write(const SourceText& source, const std::string& windowsPath) {
+    VBProject settings;
+    ApplyToProject(mArguments.Common, settings);
+    const auto language = mArguments.DotNet ? lvVisualBasicDotNet : lvVisualBasic5or6;
+    std::string_view rest = source.Text;
+    std::string text;
+    for (std::int32_t number = 1; !rest.empty(); ++number) {
+      const ClassifiedLine line = Classify(TakeLine(rest), language, settings.Reading);
+      if (mArguments.Json) {
+        WriteAsJson(mJson, line, windowsPath, number);
+        continue;
+      }
+      text.clear();
+      AppendAsText(text, line, Shown(mPaths.Place(windowsPath, number)));
+      mOut << text;
     }
-    text.clear();
-    AppendAsText(text, line, Shown(paths.Place(windowsPath, number)));
-    out << text;
   }
+
+ private:
+  std::ostream& mOut;
+  const LinesArguments& mArguments;
+  ShownPaths mPaths;
+  JsonLines mJson;
+};
+
+void WriteFile(LinesWriter& writer, const std::string& path, const CommonOptions& options) {
+  ApplyToProcess(options);
+  const FileSystemObject file(AbsolutePath(path));
+  if (file.IsFolder())
+    throw ToolError(exFailed, path + ": a folder has no lines; name one of its files");
+  if (!file.Exists()) RefuseInput(path, InputKind::Missing);
+  std::string bytes = ReadByOptions(file.NativePath(), options);
+  writer.Write(*SourceText::Decode(std::move(bytes), FileOptions::Current().Page()),
+               file.FullPath());
 }
 
 int RunLines(const LinesArguments& arguments, const Streams& streams) {
-  ApplyToProcess(arguments.Common);
-  const FileSystemObject file(AbsolutePath(arguments.File));
-  if (file.IsFolder())
-    throw ToolError(exFailed, arguments.File + ": a folder has no lines; name one of its files");
-  if (!file.Exists()) RefuseInput(arguments.File, InputKind::Missing);
-  std::string bytes = ReadByOptions(file.NativePath(), arguments.Common);
-  const auto source = SourceText::Decode(std::move(bytes), FileOptions::Current().Page());
-  WriteResult(arguments.Common, streams, arguments.File,
-              [&](std::ostream& out) { WriteLines(out, arguments, *source, file.FullPath()); });
-  return exDone;
+  int code = exDone;
+  WriteResult(arguments.Common, streams, arguments.Files, [&](std::ostream& out) {
+    LinesWriter writer(out, arguments);
+    code = ForEachInput(arguments.Files, arguments.Common, streams, [&](const std::string& path) {
+      WriteFile(writer, path, arguments.Common);
+      return exDone;
+    });
+  });
+  return code;
 }
 
 }  // namespace
@@ -99,7 +119,7 @@ int RunLines(const LinesArguments& arguments, const Streams& streams) {
 void AddLinesCommand(CLI::App& app, Job& job) {
   auto* command = app.add_subcommand("lines", "Each physical line, classified by itself");
   const auto arguments = std::make_shared<LinesArguments>();
-  command->add_option("file", arguments->File, "A file of source")->required();
+  AddInputs(*command, arguments->Files);
   command->add_flag("--dotnet", arguments->DotNet, "By the rules of VB.NET");
   command->add_flag("--json", arguments->Json, "One JSON object a line");
   AddCommonOptions(*command, arguments->Common);

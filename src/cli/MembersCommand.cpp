@@ -117,7 +117,14 @@ int RunMembers(const MembersArguments& arguments, const Streams& streams) {
     members = writer.Members();
   });
   if (modules > 0 && members == 0 && !arguments.Common.Quiet)
-    streams.Err << Shown(arguments.Module) << NothingToShow(arguments) << '\n';
+    TellRemark(streams, arguments.Common, Shown(arguments.Module) + NothingToShow(arguments),
+               {{},
+                0,
+                0,
+                "note",
+                CodeName(DiagnosticCode::Told),
+                arguments.Module + NothingToShow(arguments),
+                exDone});
   if (modules > 0) return code;
   throw ToolError(Worse(code, exNo), arguments.File.Shown() + ": no module is called '" +
                                          arguments.Module + "'; names --kind module lists them");

@@ -8,6 +8,7 @@
 #include "core/CaseFold.h"
 #include "dotnet/Sources.h"
 #include "model/ModuleKinds.h"
+#include "survey/Wording.h"
 
 namespace vendrel::cli {
 namespace {
@@ -125,8 +126,8 @@ void Outline::WriteProject(const VBProject& project) {
        project.WasReadFromTypeLibrary ? 0 : 1);
   if (!Shows(2)) return;
   for (const Reference& reference : project.References)
-    Line(2, reference.ReferenceType == "Object" ? "object" : "reference", reference.Name(),
-         reference.Version, reference.SourceLine());
+    Line(2, reference.ReferenceType == "Object" ? "object" : "reference",
+         ReferenceNameOf(reference), reference.Version, reference.SourceLine());
 }
 
 void Outline::WriteModule(const Component& component) {

@@ -3,6 +3,7 @@
 #include "cli/InputJudgement.h"
 #include "cli/Report.h"
 #include "output/Json.h"
+#include "survey/Wording.h"
 
 namespace vendrel::cli {
 namespace {
@@ -36,6 +37,8 @@ struct CountName {
   const char* Plural;
   const char* Behind;
   std::size_t ProjectCounts::*Member;
+  /// Where it stands in the line of words.
+  enum { Always, IfAny, Never } Shown = Always;
 };
 constexpr CountName kCounts[] = {
     {"Projects", "project", "projects", "", &ProjectCounts::Projects},
@@ -49,6 +52,10 @@ constexpr CountName kCounts[] = {
     {"DuplicateNames", "duplicate name", "duplicate names", "", &ProjectCounts::DuplicateNames},
     {"ReferencesWithoutFile", "reference", "references", " without a file",
      &ProjectCounts::ReferencesWithoutFile},
+    {"Errors", "error", "errors", "", &ProjectCounts::Errors, CountName::Never},
+    {"Warnings", "warning", "warnings", "", &ProjectCounts::Warnings, CountName::Never},
+    {"Notes", "note", "notes", "", &ProjectCounts::Notes, CountName::Never},
+    {"FindingsKnown", "finding", "findings", " known", &ProjectCounts::Known, CountName::IfAny},
 };
 
 }  // namespace
@@ -59,8 +66,7 @@ void ProjectCounts::Add(const VBProject& project) {
   Listed += DroppedModules(project);
   DuplicateNames += project.Diagnostics.CountOf(DiagnosticCode::DuplicateName);
   for (const Reference& reference : project.References)
-    if (!reference.FileName.Exists()) ++ReferencesWithoutFile;
-  Warnings = Warnings || HasWarnings(project.Diagnostics);
+    if (IsWithoutFile(reference)) ++ReferencesWithoutFile;
 }
 
 std::vector<std::string> ProjectCounts::Names() {
@@ -74,6 +80,8 @@ void ProjectCounts::Write(std::ostream& out, bool asJson) const {
     const char* separator = "";
     for (const CountName& count : kCounts) {
       const std::size_t number = this->*count.Member;
+      if (count.Shown == CountName::Never || (count.Shown == CountName::IfAny && number == 0))
+        continue;
       out << separator << number << ' ' << (number == 1 ? count.Word : count.Plural)
           << count.Behind;
       separator = ", ";

@@ -14,8 +14,6 @@ namespace vendrel::cli {
 struct ProjectCounts {
   std::size_t Projects = 0;
   std::size_t Unread = 0;
-  /// Folders whose projects nobody knows.
-  std::size_t UnreadFolders = 0;
   std::size_t Listed = 0;
   std::size_t Found = 0;
   std::size_t OtherCase = 0;
@@ -24,8 +22,8 @@ struct ProjectCounts {
   std::size_t Unreadable = 0;
   std::size_t DuplicateNames = 0;
   std::size_t ReferencesWithoutFile = 0;
-  /// Whether any of them told a warning or error.
-  bool Warnings = false;
+  /// Findings that were told, by their levels, and those that a baseline hid.
+  std::size_t Errors = 0, Warnings = 0, Notes = 0, Known = 0;
 
   /// Adds what is there of a loaded project.
   void Add(const VBProject& project);

@@ -175,10 +175,7 @@ int ReportGroup(const VBProjectGroup& group, const CommonOptions& options, std::
 }
 
 int ReportList(const Diagnostics& list, const CommonOptions& options, std::ostream& err) {
-  ShownPaths paths;
-  for (const Diagnostic& item : list)
-    if (!options.Quiet || SeverityOf(item.Code) == Severity::Error)
-      WriteDiagnostic(err, item, paths, options.DiagnosticsAsJson());
+  TellDiagnostics(list, options, err);
   for (const Diagnostic& item : list)
     if (SeverityOf(item.Code) == Severity::Error) return exFailed;
   return options.Strict && HasWarnings(list) ? exWarnings : exDone;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <optional>
 
 #include "cli/ShownText.h"
 #include "core/Ascii.h"
@@ -76,27 +77,6 @@ std::string_view BehindPath(std::string_view text, const std::string& path, int 
   return text;
 }
 
-// The text without a path that its place tells already; other paths are those of this machine.
-std::string TextOf(const Diagnostic& item, ShownPaths& paths) {
-  if (item.Code == DiagnosticCode::WriteRefused || item.Code == DiagnosticCode::Told)
-    return WithShownPaths(BehindPath(item.Text, item.File, 0));
-  std::string text = item.Text;
-  const std::size_t at = item.Path.empty() ? std::string::npos : text.find(item.Path);
-  if (at == std::string::npos) return text;
-  std::string behind = text.substr(at + item.Path.size());
-  if (item.Code == DiagnosticCode::UnreadableFile && behind.ends_with(')')) {
-    const std::size_t reason = behind.find('(') + 1;
-    const std::string error = behind.substr(reason, behind.size() - reason - 1);
-    behind.replace(reason, error.size(), ReasonIn(error, item.Path));
-  }
-  text.resize(at);
-  const std::string& shown = paths.Of(item.Path);
-  if (shown != paths.Of(item.File)) return text + shown + behind;
-  if (text.empty()) return "the file" + behind;
-  while (text.ends_with(' ') || text.ends_with(':')) text.pop_back();
-  return text + behind;
-}
-
 struct JsonRoot {
   std::string Native;
 };
@@ -119,7 +99,7 @@ void WriteDiagnosticObject(std::ostream& out, const DiagnosticObject& object) {
   const std::string& root = InUse<JsonRoot>().Native;
   text("File", object.WindowsPath.empty() ? std::string() : ShownFile(object.WindowsPath, root));
   number("Line", object.Line);
-  number("Column", 0);
+  number("Column", object.Column);
   text("Severity", object.Severity);
   text("Code", object.Code);
   text("Text", object.Text);
@@ -133,7 +113,37 @@ void ReportFailure(std::ostream& err, const std::string& text, int code, bool js
     err << "vendrelmodel: " << Shown(text) << '\n';
     return;
   }
-  WriteDiagnosticObject(err, {{}, 0, "error", code == exUsage ? "usage" : "failure", text, code});
+  WriteDiagnosticObject(err,
+                        {{}, 0, 0, "error", code == exUsage ? "usage" : "failure", text, code});
+}
+
+std::string ShownTextOf(const Finding& finding, ShownPaths& paths) {
+  const std::string_view rule = finding.Rule->Id;
+  if (rule == CodeName(DiagnosticCode::WriteRefused) || rule == CodeName(DiagnosticCode::Told))
+    return WithShownPaths(BehindPath(finding.Text, finding.File, 0));
+  std::string text = finding.Text;
+  const std::size_t at = finding.Path.empty() ? std::string::npos : text.find(finding.Path);
+  if (at == std::string::npos) return text;
+  std::string behind = text.substr(at + finding.Path.size());
+  if (rule == CodeName(DiagnosticCode::UnreadableFile) && behind.ends_with(')')) {
+    const std::size_t reason = behind.find('(') + 1;
+    const std::string error = behind.substr(reason, behind.size() - reason - 1);
+    behind.replace(reason, error.size(), ReasonIn(error, finding.Path));
+  }
+  text.resize(at);
+  const std::string& shown = paths.Of(finding.Path);
+  if (shown != paths.Of(finding.File)) return text + shown + behind;
+  if (text.empty()) return "the file" + behind;
+  while (text.ends_with(' ') || text.ends_with(':')) text.pop_back();
+  return text + behind;
+}
+
+void TellRemark(const Streams& streams, const CommonOptions& options, const std::string& line,
+                const DiagnosticObject& object) {
+  if (options.DiagnosticsAsJson())
+    WriteDiagnosticObject(streams.Err, object);
+  else
+    streams.Err << line << '\n';
 }
 
 const std::string& ShownPaths::Of(const std::string& windowsPath) {
@@ -174,19 +184,33 @@ std::size_t IndentOf(int depth) {
   return 2 * static_cast<std::size_t>(std::min(depth, kDeepest));
 }
 
-void WriteDiagnostic(std::ostream& out, const Diagnostic& diagnostic, ShownPaths& paths,
-                     bool json) {
-  const std::string text = TextOf(diagnostic, paths);
-  if (json)
-    return WriteDiagnosticObject(
-        out, {diagnostic.File, diagnostic.Line, SeverityName(SeverityOf(diagnostic.Code)),
-              CodeName(diagnostic.Code), text, exDone});
-  std::string line = Shown(paths.Place(diagnostic.File, diagnostic.Line));
+void WriteFindingLine(std::ostream& out, const Finding& finding, RuleLevel level,
+                      ShownPaths& paths) {
+  std::string line = Shown(paths.Place(finding.File, finding.Line));
   if (!line.empty()) line += ": ";
-  line.append(SeverityName(SeverityOf(diagnostic.Code))).append(": ");
-  AppendShown(line, text);
-  line.append(" [").append(CodeName(diagnostic.Code)).append("]\n");
+  line.append(LevelName(level)).append(": ");
+  AppendShown(line, ShownTextOf(finding, paths));
+  line.append(" [").append(finding.Rule->Id).append("]\n");
   out << line;
+}
+
+void TellDiagnostics(const Diagnostics& diagnostics, const CommonOptions& options,
+                     std::ostream& err, const VBProject* project) {
+  ShownPaths paths;
+  std::optional<ProjectSources> sources;
+  if (project && options.DiagnosticsAsJson() && diagnostics.Count() > 0) sources.emplace(*project);
+  for (const Diagnostic& item : diagnostics) {
+    if (options.Quiet && SeverityOf(item.Code) != Severity::Error) continue;
+    Finding finding = FindingOf(item);
+    if (!options.DiagnosticsAsJson()) {
+      WriteFindingLine(err, finding, finding.Rule->Level, paths);
+      continue;
+    }
+    if (sources) sources->Complete(finding);
+    WriteDiagnosticObject(
+        err, {finding.File, finding.Line, finding.Column, LevelName(finding.Rule->Level),
+              finding.Rule->Id, ShownTextOf(finding, paths), exDone});
+  }
 }
 
 bool HasWarnings(const Diagnostics& diagnostics) {
@@ -196,10 +220,7 @@ bool HasWarnings(const Diagnostics& diagnostics) {
 }
 
 int ReportDiagnostics(const VBProject& project, const CommonOptions& options, std::ostream& err) {
-  ShownPaths paths;
-  for (const Diagnostic& item : project.Diagnostics)
-    if (!options.Quiet || SeverityOf(item.Code) == Severity::Error)
-      WriteDiagnostic(err, item, paths, options.DiagnosticsAsJson());
+  TellDiagnostics(project.Diagnostics, options, err, &project);
   return options.Strict && HasWarnings(project.Diagnostics) ? exWarnings : exDone;
 }
 

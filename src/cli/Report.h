@@ -8,9 +8,9 @@
 #include <unordered_map>
 
 #include "cli/Options.h"
-#include "diagnostics/Diagnostic.h"
 #include "diagnostics/VendrelError.h"
 #include "project/VBProject.h"
+#include "survey/Findings.h"
 
 namespace vendrel::cli {
 
@@ -37,14 +37,18 @@ std::string ReasonOf(const VendrelError& error, const std::string& path = {});
 /// input makes them; what is deeper than 40 levels moves no further.
 std::size_t IndentOf(int depth);
 
-/// Writes one diagnostic as a line: "file:line: severity: text [code]", or a JSON object. A path
-/// that the place tells already is left out of the text.
-void WriteDiagnostic(std::ostream& out, const Diagnostic& diagnostic, ShownPaths& paths, bool json);
+/// The text of a finding as people read it: paths as those of this machine, without one that its
+/// place tells already.
+std::string ShownTextOf(const Finding& finding, ShownPaths& paths);
 
-/// What is told, as an object: a diagnostic, or a failure with the exit code that it ends with.
+/// Writes one finding as a line: "file:line: severity: text [code]".
+void WriteFindingLine(std::ostream& out, const Finding& finding, RuleLevel level,
+                      ShownPaths& paths);
+
+/// What is told, as an object: a finding, or a failure with the exit code that it ends with.
 struct DiagnosticObject {
   std::string WindowsPath;
-  std::int32_t Line;
+  std::int32_t Line, Column;
   std::string_view Severity, Code, Text;
   int ExitCode;
 };
@@ -53,8 +57,17 @@ void WriteDiagnosticObject(std::ostream& out, const DiagnosticObject& object);
 /// Tells why something failed: a line, or an object.
 void ReportFailure(std::ostream& err, const std::string& text, int code, bool json);
 
+/// Tells something on the way that is no diagnostic of a project: the line, or the object.
+void TellRemark(const Streams& streams, const CommonOptions& options, const std::string& line,
+                const DiagnosticObject& object);
+
 /// The folder of this machine from which paths of diagnostics are shown in JSON.
 void SetJsonRoot(const std::string& nativeRoot);
+
+/// Writes diagnostics to the error stream, as the options want them, with their columns if they
+/// are those of a project.
+void TellDiagnostics(const Diagnostics& diagnostics, const CommonOptions& options,
+                     std::ostream& err, const VBProject* project = nullptr);
 
 /// Writes the diagnostics of a project to the error stream, as the options want them; gives the
 /// exit code: 3 for warnings under --strict, else 0.

@@ -52,6 +52,10 @@ constexpr RecordMember kCommentsRecord[] = {{"TagIdentifier"},
                                             {"CodeElement", mtTextOrNull}};
 constexpr RecordMember kDiagnosticsRecord[] = {
     kFile, kLine, kColumn, {"Severity"}, {"Code"}, {"Text"}, {"ExitCode", mtNumber, true}};
+constexpr RecordMember kGraphNodeRecord[] = {{"Record"}, {"Label"}, {"Kind"}, {"Project"},
+                                             kFile,      kLine,     kColumn};
+constexpr RecordMember kGraphEdgeRecord[] = {
+    {"Record"}, {"From"}, {"To"}, {"Relation"}, {"Count", mtNumber}};
 constexpr RecordMember kChangesRecord[] = {{"Change"},
                                            {"Kind"},
                                            {"Class"},
@@ -77,23 +81,26 @@ constexpr RecordMember kLinesRecord[] = {kFile,
                                          {"EventIndex", mtNumber},
                                          {"CurrentLineNumber", mtNumber},
                                          {"Failure", mtText, true}};
-constexpr RecordMember kAssemblyRecord[] = {{"name"},
-                                            {"kind", mtText, true},
-                                            {"access", mtText, true},
-                                            {"in", mtText, true},
-                                            {"static", mtTruth, true},
-                                            {"virtual", mtTruth, true},
-                                            {"abstract", mtTruth, true},
-                                            {"sealed", mtTruth, true},
-                                            {"explicit", mtTruth, true},
-                                            {"extension", mtTruth, true},
-                                            {"hidden", mtTruth, true},
-                                            {"type", mtText, true},
-                                            {"parameters", mtTexts, true},
-                                            {"implements", mtTexts, true},
-                                            {"value", mtText, true},
-                                            {"obsolete", mtText, true},
-                                            {"damage", mtText, true}};
+constexpr RecordMember kAssemblyRecord[] = {{"Name"},
+                                            kFile,
+                                            kLine,
+                                            kColumn,
+                                            {"Kind", mtText, true},
+                                            {"Access", mtText, true},
+                                            {"In", mtText, true},
+                                            {"IsStatic", mtTruth, true},
+                                            {"IsVirtual", mtTruth, true},
+                                            {"IsAbstract", mtTruth, true},
+                                            {"IsSealed", mtTruth, true},
+                                            {"IsExplicit", mtTruth, true},
+                                            {"IsExtension", mtTruth, true},
+                                            {"IsHidden", mtTruth, true},
+                                            {"Type", mtText, true},
+                                            {"Parameters", mtTexts, true},
+                                            {"Implements", mtTexts, true},
+                                            {"Value", mtText, true},
+                                            {"Obsolete", mtText, true},
+                                            {"Damage", mtText, true}};
 
 Json MemberSchema(MemberType type) {
   const Json text{{"type", "string"}}, null{{"type", "null"}};
@@ -177,6 +184,7 @@ const std::vector<CommandSchema>& AllCommands() {
        "one document for a project, module or group, a project a line for a folder",
        {"VBProject", "VBProjectGroup"}},
       {"find", "an element a line", {"Element"}},
+      {"graph", "a node or an edge a line", {"GraphNode", "GraphEdge"}},
       {"help-ids", "a help context ID a line", {"HelpID"}},
       {"inventory", "a row of a table a line", {"InventoryRow"}},
       {"lines", "a line of source a line", {"SourceLine"}},
@@ -216,9 +224,12 @@ Json AllDefinitions() {
   definitions["AssemblyEntry"] = ObjectOf(kAssemblyRecord);
   definitions["ApiRow"] = TableRows(ApiReport().Tables());
   definitions["AssessmentRow"] = TableRows(Assessment().Tables());
+  definitions["GraphNode"] = ObjectOf(kGraphNodeRecord);
+  definitions["GraphEdge"] = ObjectOf(kGraphEdgeRecord);
   definitions["InventoryRow"] = InventoryRows();
-  definitions["TypeLibrary"] = {{"type", "object"},
-                                {"required", Json::array({"Name", "TypeInfos"})}};
+  definitions["TypeLibrary"] = {
+      {"type", "object"},
+      {"required", Json::array({"FormatVersion", "Tool", "Name", "TypeInfos"})}};
   return definitions;
 }
 

@@ -173,15 +173,6 @@ void ApplyCommentFile(VBProject& project, const CommonOptions& options) {
   }
 }
 
-std::vector<FileSystemObject> ModulesBelow(const std::string& path) {
-  std::vector<FileSystemObject> files;
-  FileSystemObject(AbsolutePath(path)).FindFiles("*", 0, files);
-  std::erase_if(files, [](const FileSystemObject& file) {
-    return !ModuleKindOfExtension(file.Extension()) || IsBackupPath(file.NativePath());
-  });
-  return files;
-}
-
 // As a project file lists one; the second of a name is told and left out.
 void AddModule(VBProject& project, const FileSystemObject& file) {
   auto component = std::make_shared<Component>();
@@ -285,7 +276,7 @@ std::shared_ptr<VBProject> LoadFolderOfModules(const std::string& path,
                                                const CommonOptions& options, const Streams& streams,
                                                LoadDepth depth,
                                                const std::function<void(VBProject&)>& prepare) {
-  const std::vector<FileSystemObject> files = ModulesBelow(path);
+  const std::vector<FileSystemObject> files = ModuleFilesBelow(path);
   if (files.empty()) return nullptr;
   ApplyToProcess(options);
   auto project = LoadWithCodePage(files.front().FullPath(), InputKind::Module, options);
@@ -302,6 +293,15 @@ std::shared_ptr<VBProject> LoadFolderOfModules(const std::string& path,
   bar.Finish();
   ApplyCommentFile(*project, options);
   return project;
+}
+
+std::vector<FileSystemObject> ModuleFilesBelow(const std::string& path) {
+  std::vector<FileSystemObject> files;
+  FileSystemObject(AbsolutePath(path)).FindFiles("*", 0, files);
+  std::erase_if(files, [](const FileSystemObject& file) {
+    return !ModuleKindOfExtension(file.Extension()) || IsBackupPath(file.NativePath());
+  });
+  return files;
 }
 
 std::string UseCodePageFor(const std::string& path, const CommonOptions& options) {

@@ -42,6 +42,10 @@ std::shared_ptr<VBProject> LoadFolderOfModules(const std::string& path,
                                                LoadDepth depth,
                                                const std::function<void(VBProject&)>& prepare);
 
+/// The module files in and below a folder, in the order of their paths. What lies in folders of
+/// backups is none.
+std::vector<FileSystemObject> ModuleFilesBelow(const std::string& path);
+
 /// Puts the code page for a project, group or module in force: the one of the options, or the guess
 /// for it. Gives what a guess of another page than the default rests on, else nothing.
 std::string UseCodePageFor(const std::string& path, const CommonOptions& options);

@@ -2,6 +2,7 @@
 #include <memory>
 
 #include "cli/Commands.h"
+#include "cli/Inputs.h"
 #include "cli/ProjectSets.h"
 #include "cli/Report.h"
 #include "cli/Results.h"
@@ -12,7 +13,7 @@ namespace {
 
 struct StructureArguments {
   CommonOptions Common;
-  std::string Path;
+  Inputs Paths;
   bool Dot = false;
   bool Mermaid = false;
 };
@@ -86,46 +87,58 @@ class Graph {
   std::vector<std::pair<std::size_t, std::size_t>> mEdges;
 };
 
-// The projects behind a path, listed but not read. Of those with one name in a folder all are kept.
+// The projects behind the paths, listed but not read. Of those with one name all are kept, but in a
+// group that stands alone.
 struct ListedProjects {
-  std::shared_ptr<VBProjectGroup> Group;
+  std::vector<std::shared_ptr<VBProjectGroup>> Groups;
   VBProjects Own;
-  int Code = exDone;
-  VBProjects& All() { return Group ? Group->AllVBProjects() : Own; }
+  bool IsOneGroup = false;
+  VBProjects& All() { return IsOneGroup ? Groups.front()->AllVBProjects() : Own; }
+
+  void Add(const std::shared_ptr<VBProject>& project) {
+    const std::string& name = project->ProjectName;
+    Own.Add(project, Own.HasKey(name) ? std::string_view() : name);
+  }
 };
 
-void List(const StructureArguments& arguments, const Streams& streams, ListedProjects& listed) {
-  const CommonOptions& options = arguments.Common;
-  ApplyToProcess(options);
+int ListPath(const std::string& path, const CommonOptions& options, const Streams& streams,
+             ListedProjects& listed) {
+  int code = exDone;
   const auto add = [&](const std::shared_ptr<VBProject>& project) {
     if (!project) return;
-    listed.Code = Worse(listed.Code, ReportDiagnostics(*project, options, streams.Err));
-    const std::string& name = project->ProjectName;
-    listed.Own.Add(project, listed.Own.HasKey(name) ? std::string_view() : name);
+    code = Worse(code, ReportDiagnostics(*project, options, streams.Err));
+    listed.Add(project);
   };
   Diagnostics told;
-  switch (KindOfInput(arguments.Path)) {
-    case InputKind::Group:
-      listed.Group = LoadGroup(arguments.Path, options, streams, LoadDepth::ProjectFile);
-      listed.Code = ReportList(listed.Group->Diagnostics, options, streams.Err);
-      break;
+  switch (KindOfInput(path)) {
+    case InputKind::Group: {
+      listed.Groups.push_back(LoadGroup(path, options, streams, LoadDepth::ProjectFile));
+      VBProjectGroup& group = *listed.Groups.back();
+      for (std::size_t i = 1; !listed.IsOneGroup && i <= group.AllVBProjects().Count(); ++i)
+        listed.Add(group.AllVBProjects().Share(i));
+      return ReportList(group.Diagnostics, options, streams.Err);
+    }
     case InputKind::Folder:
-      for (const FileSystemObject& file : ProjectFilesBelow(arguments.Path, told))
+      for (const FileSystemObject& file : ProjectFilesBelow(path, told))
         add(LoadOneOf(file.FullPath(), options, streams, told, LoadDepth::ProjectFile));
-      listed.Code = Worse(listed.Code, ReportList(told, options, streams.Err));
-      break;
-    default: add(LoadInput(arguments.Path, options, streams, LoadDepth::ProjectFile));
+      return Worse(code, ReportList(told, options, streams.Err));
+    default: add(LoadInput(path, options, streams, LoadDepth::ProjectFile));
   }
+  return code;
 }
 
 int RunStructure(const StructureArguments& arguments, const Streams& streams) {
+  ApplyToProcess(arguments.Common);
   ListedProjects listed;
-  List(arguments, streams, listed);
+  listed.IsOneGroup = KindOfInput(arguments.Paths) == InputKind::Group;
+  const int code = ForEachInput(
+      arguments.Paths, arguments.Common, streams,
+      [&](const std::string& path) { return ListPath(path, arguments.Common, streams, listed); });
   if (listed.All().Count() == 0)
-    throw ToolError(Worse(listed.Code, exNo),
-                    arguments.Path + ": no project (.vbp) lies in or below this folder");
+    throw ToolError(Worse(code, exNo),
+                    arguments.Paths.Shown() + ": no project (.vbp) lies in or below this folder");
   listed.All().CementReferences();
-  WriteResult(arguments.Common, streams, arguments.Path, [&](std::ostream& out) {
+  WriteResult(arguments.Common, streams, arguments.Paths, [&](std::ostream& out) {
     if (arguments.Dot)
       Graph(listed.All()).WriteDot(out);
     else if (arguments.Mermaid)
@@ -133,7 +146,7 @@ int RunStructure(const StructureArguments& arguments, const Streams& streams) {
     else
       out << listed.All().Structure();
   });
-  return listed.Code;
+  return code;
 }
 
 }  // namespace
@@ -142,7 +155,7 @@ void AddStructureCommand(CLI::App& app, Job& job) {
   auto* command =
       app.add_subcommand("structure", "Projects and which refers to which, as XML or as a graph");
   const auto arguments = std::make_shared<StructureArguments>();
-  command->add_option("path", arguments->Path, "A group, a folder, or a project")->required();
+  AddInputs(*command, arguments->Paths);
   auto* dot = command->add_flag("--dot", arguments->Dot, "As a graph for Graphviz");
   command->add_flag("--mermaid", arguments->Mermaid, "As a Mermaid graph")->excludes(dot);
   AddCommonOptions(*command, arguments->Common);

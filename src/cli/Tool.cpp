@@ -48,6 +48,7 @@ void AddCommands(CLI::App& app, Job& job) {
   AddRoundtripCommand(app, job);
   AddInventoryCommand(app, job);
   AddAssessCommand(app, job);
+  AddGraphCommand(app, job);
   AddSchemaCommand(app, job);
 }
 

@@ -34,7 +34,8 @@ int RunTypeLib(const TypeLibArguments& arguments, const Streams& streams) {
   }
   if (!library) throw ToolError(exFailed, arguments.File + ": holds no type library");
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
-    out << (arguments.Json ? typelib::TypeLibJson(*library) : typelib::TypeLibListing(*library));
+    out << (arguments.Json ? typelib::TypeLibJson(*library, 2, ToolVersion())
+                           : typelib::TypeLibListing(*library));
   });
   return arguments.Common.Strict && !library->Messages.empty() ? exWarnings : exDone;
 }

@@ -160,7 +160,7 @@ std::shared_ptr<Variable> NewVariable(const LinePassage& p) {
   return variable;
 }
 
-void AddVariable(LinePassage& p, std::shared_ptr<Variable> variable) try {
+void AddVariable(LinePassage& p, std::shared_ptr<Variable> variable, bool isScoped) try {
   // Of several declarators only the first gets the comment.
   if (!p.Untagged.empty()) {
     AddObjectDescription(*variable, p.Untagged);
@@ -176,7 +176,8 @@ void AddVariable(LinePassage& p, std::shared_ptr<Variable> variable) try {
   p.ReportOddName(*variable, name, variable->TypeName);
   Block& owner = p.Language.OwnerOfVariable(p);
   if (&owner == &p.Block && !p.Block.Name().empty()) variable->Procedure = &p.Block;
-  owner.Variables->Add(std::move(variable), name);
+  const bool standsBeside = isScoped && !owner.Name().empty() && owner.Variables->HasKey(name);
+  owner.Variables->Add(std::move(variable), standsBeside ? std::string() : name);
 }
 VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 

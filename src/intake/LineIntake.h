@@ -87,7 +87,8 @@ void CloseOpenDeclaration(LinePassage& p);
 /// A variable of the statement at hand, of which the declarator is still to be read.
 std::shared_ptr<Variable> NewVariable(const LinePassage& p);
 /// These add what a statement declares where it belongs, with the comment that describes it.
-void AddVariable(LinePassage& p, std::shared_ptr<Variable> variable);
+/// `isScoped`: a local of that name in another block of the procedure stands beside this one.
+void AddVariable(LinePassage& p, std::shared_ptr<Variable> variable, bool isScoped = false);
 void AddConstant(LinePassage& p, Block& owner, std::shared_ptr<Constant> constant);
 void AddInterface(LinePassage& p, std::string_view name);
 

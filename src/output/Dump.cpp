@@ -137,6 +137,7 @@ class Dumper {
     if (frame.Property == frame.Element.Class->AllProperties.size()) {
       if (mOptions.ControlProperties && frame.Element.Class->Kind == ElementKind::VBControl)
         WriteControlProperties(*static_cast<const VBControl*>(frame.Element.Object));
+      DumpFurtherMembers(mJson, frame.Element, Names());
       mJson.EndObject();
       mStack.pop_back();
       return;

@@ -65,6 +65,11 @@ void Dump(std::ostream& out, ElementRef element, const DumpOptions& options = {}
 /// Writes the properties of a control as an array; those of a group stand in an array of its own.
 void DumpControlProperties(JsonWriter& json, const std::vector<ControlProperty>& properties);
 
+/// Writes what a project or module has beside its properties into the object that is open:
+/// "Version"; "DefaultTypes", "CompilerConstants", "Constants" (names). Nothing where it says
+/// nothing.
+void DumpFurtherMembers(JsonWriter& json, ElementRef element, const UniqueNames& names);
+
 /// Writes the members of one code line into the object that is open.
 void DumpLineMembers(JsonWriter& json, const CodeLine& line);
 

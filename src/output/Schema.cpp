@@ -71,6 +71,16 @@ Json SchemaOf(const ClassDescription& description) {
     properties[name] = SchemaOf(property);
     if (!property.Names.empty()) properties[name + "Name"] = WordsOf(property);
   }
+  if (description.Kind == ElementKind::VBProject) properties["Version"] = TypeNamed("string");
+  if (description.Kind == ElementKind::Component) {
+    properties["DefaultTypes"] = ArrayOf(
+        ObjectSchema({{"Name", TypeNamed("string")}, {"Ranges", ArrayOf(TypeNamed("string"))}},
+                     Json::array({"Name", "Ranges"})));
+    properties["CompilerConstants"] =
+        ArrayOf(ObjectSchema({{"Name", TypeNamed("string")}, {"Value", TypeNamed("string")}},
+                             Json::array({"Name", "Value"})));
+    properties["Constants"] = ArrayOf(TypeNamed("string"));
+  }
   if (description.Kind == ElementKind::VBControl)
     properties["Properties"] = ArrayOf(RefTo("ControlProperty"));
   return ObjectSchema(std::move(properties), Json::array({"Class", "UniqueName"}));

@@ -75,7 +75,10 @@ class Walk {
     } else if (is("For") || is("Do") || is("While")) {
       ++Metrics.Complexity;
       Open();
-    } else if (is("Select") || is("With")) {
+    } else if (is("Catch")) {
+      ++Metrics.Complexity;
+    } else if (is("Select") || is("With") || is("Using") || is("SyncLock") ||
+               (is("Try") && SkipBlanks(rest).empty())) {
       Open();
     } else if (is("Next")) {
       for (auto i = std::count(rest.begin(), rest.end(), ','); i >= 0; --i) Close();
@@ -83,7 +86,8 @@ class Walk {
       Close();
     } else if (is("End")) {
       const std::string_view what = TakeWord(rest);
-      for (const std::string_view block : {"If", "Select", "With", "While"})
+      for (const std::string_view block :
+           {"If", "Select", "With", "While", "Try", "Using", "SyncLock"})
         if (EqualsNoCaseAscii(what, block)) Close();
     }
   }
@@ -131,8 +135,18 @@ LineCounts LineCountsOf(const Component& component) {
   LineCounts counts;
   if (!component.SourceForm) return counts;
   for (const Block& block : component.Blocks) CountLines(block, counts);
+  if (component.Options().LanguageVersion() == lvVisualBasicDotNet) return counts;
   counts.Header = std::max<std::int64_t>(
       0, PhysicalLines(component.SourceForm->Text) - counts.Code - counts.Comment - counts.Blank);
+  return counts;
+}
+
+LineCounts LineCountsOfText(std::string_view text) {
+  LineCounts counts;
+  while (!text.empty()) {
+    const std::string_view line = TrimRight(SkipBlanks(TakeLine(text)));
+    ++(line.empty() ? counts.Blank : BeginsComment(line) ? counts.Comment : counts.Code);
+  }
   return counts;
 }
 

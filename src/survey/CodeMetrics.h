@@ -2,6 +2,7 @@
 // How much code there is, and how it is built.
 
 #include <cstdint>
+#include <string_view>
 
 #include "model/Block.h"
 #include "model/Component.h"
@@ -24,16 +25,21 @@ struct LineCounts {
   }
 };
 
-/// Of a module whose text is there; of another one all 0.
+/// Of a module whose text is there; of another one all 0. Of a type of VB.NET the lines of its
+/// sections and procedures; it has no header.
 LineCounts LineCountsOf(const Component& component);
+
+/// Of the text of a VB.NET file, in which people see every line.
+LineCounts LineCountsOfText(std::string_view text);
 
 /// Measures of one procedure.
 struct ProcedureMetrics {
   /// Physical lines from its first line to its last.
   std::int64_t Lines = 0;
-  /// Cyclomatic complexity: 1, and 1 for each If, ElseIf, Case (but Case Else), For, Do and While.
+  /// Cyclomatic complexity: 1, and 1 for each If, ElseIf, Case (but Case Else), For, Do, While and
+  /// Catch.
   std::int64_t Complexity = 1;
-  /// The deepest of If, Select, For, Do, While and With within each other.
+  /// The deepest of If, Select, For, Do, While, With, Try, Using and SyncLock within each other.
   std::int64_t Nesting = 0;
 };
 

@@ -2,16 +2,21 @@
 
 #include <algorithm>
 #include <functional>
+#include <unordered_map>
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "model/ModuleKinds.h"
 #include "output/Dump.h"
 #include "services/FileSource.h"
 #include "services/SourceText.h"
+#include "survey/Wording.h"
 
 namespace vendrel {
 namespace {
+
+bool IsOfNet(const Component& component) {
+  return component.Options().LanguageVersion() == lvVisualBasicDotNet;
+}
 
 std::int64_t Count(std::size_t number) { return static_cast<std::int64_t>(number); }
 
@@ -49,6 +54,33 @@ std::string LiteralBehind(std::string_view rest) {
   return std::string(rest.substr(0, end));
 }
 
+// "VB.TextBox" is one of the language, "MSComctlLib.TreeView" of a library whose name is known
+// where its file is, "Shop.PriceBox" of this project or one that it refers to.
+bool ControlIsFound(const Component& component, std::string_view progID) {
+  const std::string_view library = progID.substr(0, progID.find('.'));
+  const VBProject* project = component.VBProject();
+  if (EqualsNoCaseAscii(library, "VB") || !project) return true;
+  if (EqualsNoCase(library, project->ProjectName))
+    return project->Components.HasKey(progID.substr(std::min(progID.size(), library.size() + 1)));
+  for (const Reference& reference : project->References)
+    if (reference.FileName.Exists() && (EqualsNoCase(library, reference.Name()) ||
+                                        EqualsNoCase(library, reference.FileName.BaseName())))
+      return true;
+  return false;
+}
+
+// Of an assembly its project told where it is not found; a package nobody looked for.
+TableValue FoundValue(const VBProject& project, const Reference& reference) {
+  const bool isOfNet = project.LanguageVersion() == lvVisualBasicDotNet;
+  if (!isOfNet || !reference.FileName.FullPath().empty()) return reference.FileName.Exists();
+  if (!reference.Version.empty()) return std::string();
+  const std::string missing = "assembly " + ReferenceNameOf(reference) + " ";
+  for (const Diagnostic& item : project.Diagnostics)
+    if (item.Code == DiagnosticCode::MissingAssembly && item.Text.starts_with(missing))
+      return false;
+  return true;
+}
+
 Table Rows(std::string_view row, std::string_view title, std::vector<std::string_view> columns,
            std::vector<std::vector<TableValue>> rows = {}, std::string_view largestBy = {}) {
   return {row, title, std::move(columns), std::move(rows), largestBy};
@@ -58,52 +90,83 @@ Table Rows(std::string_view row, std::string_view title, std::vector<std::string
 
 void Inventory::Add(const VBProject& project) {
   const std::string file = ShownFile(project.FileName.FullPath(), NativeRoot);
+  const bool isCompiled = project.ProjectSourceType == ptsTypeLibrary;
   LineCounts counts;
   std::int64_t procedures = 0, missing = 0;
   for (const Component& component : project.Components.Listed()) {
-    missing += !component.SourceForm;
-    if (!component.SourceForm) continue;
-    AddModule(component, file);
+    missing += !component.SourceForm && !isCompiled;
+    if (!component.SourceForm && !isCompiled) continue;
+    const Module& module = AddModule(component, file, isCompiled ? file : FileOf(component));
     AddControls(component, file);
-    const Module& module =
-        mModules[mByFile.at(ShownFile(component.FileName.FullPath(), NativeRoot))];
     counts.Add(module.Counts);
     procedures += module.Procedures;
   }
+  if (project.ProjectFiles.Count() > 0) counts = AddNetFiles(project);
   AddReferences(project);
-  mProjects.push_back({project.ProjectName, file, std::string(project.ProjectTypeDescription()),
+  mProjects.push_back({project.ProjectName, file, std::string(KindOfProject(project)),
                        Count(project.Components.Listed().Count()), missing, counts.Code,
                        counts.Comment, counts.Blank, counts.Header, procedures});
 }
 
-void Inventory::AddModule(const Component& component, const std::string& project) {
-  const std::string file = ShownFile(component.FileName.FullPath(), NativeRoot);
-  const auto [known, isNew] = mByFile.try_emplace(file, mModules.size());
+std::string Inventory::FileOf(const Component& component) const {
+  return ShownFile(component.FileName.FullPath(), NativeRoot);
+}
+
+// A file of VB.NET holds any number of types, each of them a module.
+const Inventory::Module& Inventory::AddModule(const Component& component,
+                                              const std::string& project, const std::string& file) {
+  mListed.insert(file);
+  const auto [known, isNew] = mByFile.try_emplace(
+      {file, IsOfNet(component) ? component.FullName() : std::string()}, mModules.size());
   if (!isNew) {
-    std::vector<std::string>& projects = mModules[known->second].Projects;
-    if (projects.back() != project) projects.push_back(project);
-    return;
+    Module& module = mModules[known->second];
+    if (module.Projects.back() != project) module.Projects.push_back(project);
+    return module;
   }
-  const SourceText& text = *component.SourceForm;
-  Module module;
+  Module& module = mModules.emplace_back();
   module.Name = component.Name;
-  module.Kind = KindOfModule(component.FileType).FullWord;
+  module.Kind = KindWordOf(component);
   module.File = file;
+  module.Projects.push_back(project);
+  module.IsOfNet = IsOfNet(component);
+  if (component.SourceForm) TakeSource(component, module);
+  AddProcedures(component, module);
+  AddDeclares(component);
+  if (FindsNearDuplicates)
+    mNear.Add(module.IsFirstOfFile ? std::string_view(component.SourceForm->Text)
+                                   : std::string_view());
+  return module;
+}
+
+// What is asked of the file as a whole is the first type's in it.
+void Inventory::TakeSource(const Component& component, Module& module) {
+  const SourceText& text = *component.SourceForm;
   module.CodePage = CodePageOf(text);
   module.LineEnds = LineEndsOf(text);
   module.Counts = LineCountsOf(component);
-  module.Projects.push_back(project);
+  module.IsFirstOfFile = mSearched.insert(module.File).second;
+  if (!module.IsFirstOfFile) return;
   module.Content = std::hash<std::string>()(text.Text);
-  AddProcedures(component, module);
-  AddDeclares(component);
-  AddProgIDs(component, file);
-  if (FindsNearDuplicates) mNear.Add(text.Text);
-  mModules.push_back(std::move(module));
+  AddProgIDs(component, module.File);
+}
+
+// All of their lines, those outside of types too.
+LineCounts Inventory::AddNetFiles(const VBProject& project) {
+  LineCounts counts;
+  for (const ProjectFile& source : project.ProjectFiles) {
+    const std::string file = ShownFile(source.FileName.FullPath(), NativeRoot);
+    mListed.insert(file);
+    if (!source.SourceForm) continue;
+    const auto [known, isNew] = mNetFiles.try_emplace(file);
+    if (isNew) known->second = LineCountsOfText(source.SourceForm->Text);
+    counts.Add(known->second);
+  }
+  return counts;
 }
 
 void Inventory::AddProcedures(const Component& component, Module& module) {
   for (const Block& block : component.Blocks) {
-    if (block.Name().empty()) continue;
+    if (block.Name().empty() || !IsOwnMember(block)) continue;
     ++module.Procedures;
     const ProcedureMetrics metrics = MetricsOf(block);
     mProcedures.push_back({block.QualifiedName(), module.File, std::int64_t{block.SourceLine()},
@@ -145,14 +208,15 @@ void Inventory::AddControls(const Component& component, const std::string& proje
   std::map<std::string, std::int64_t> counts;
   for (const VBControl& control : component.AllVBControls) ++counts[control.ProgID];
   for (const auto& [progID, count] : counts)
-    mControls.push_back({progID, count, component.Name, project});
+    mControls.push_back(
+        {progID, count, ControlIsFound(component, progID), component.Name, project});
 }
 
 void Inventory::AddReferences(const VBProject& project) {
   const std::string file = ShownFile(project.FileName.FullPath(), NativeRoot);
   for (const Reference& reference : project.References)
-    mReferences.push_back({reference.Name(), reference.ReferenceType, reference.Version,
-                           reference.FileName.FullPath(), reference.FileName.Exists(), file});
+    mReferences.push_back({ReferenceNameOf(reference), reference.ReferenceType, reference.Version,
+                           reference.FileName.FullPath(), FoundValue(project, reference), file});
 }
 
 void Inventory::AddFile(const FileSystemObject& file) {
@@ -169,9 +233,10 @@ Table Inventory::TotalsTable() const {
   LineCounts counts;
   std::int64_t procedures = 0;
   for (const Module& module : mModules) {
-    counts.Add(module.Counts);
+    if (!module.IsOfNet) counts.Add(module.Counts);
     procedures += module.Procedures;
   }
+  for (const auto& [file, lines] : mNetFiles) counts.Add(lines);
   return Rows("total", "totals", {"What", "Count"},
               {{"projects", Count(mProjects.size())},
                {"modules", Count(mModules.size())},
@@ -199,7 +264,7 @@ Table Inventory::UnlistedTable() const {
   Table table =
       Rows("unlisted", "module files that no project lists", {"File", "Lines"}, {}, "Lines");
   for (const auto& [file, lines] : mFiles)
-    if (!mByFile.contains(file)) table.Rows.push_back({file, lines});
+    if (!mListed.contains(file)) table.Rows.push_back({file, lines});
   return table;
 }
 
@@ -222,6 +287,7 @@ Table Inventory::EqualTable() const {
       Rows("equal", "modules equal to another one", {"File", "Code", "EqualTo"}, {}, "Code");
   std::unordered_map<std::size_t, const Module*> first;
   for (const Module& module : mModules) {
+    if (!module.IsFirstOfFile) continue;
     const auto [known, isNew] = first.try_emplace(module.Content, &module);
     if (!isNew) table.Rows.push_back({module.File, module.Counts.Code, known->second->File});
   }
@@ -240,7 +306,8 @@ Table Inventory::NearTable() const {
 Table Inventory::CodePageTable() const {
   Table table = Rows("encoding", "code pages and line ends", {"CodePage", "LineEnds", "Modules"});
   std::map<std::pair<std::string, std::string>, std::int64_t> counts;
-  for (const Module& module : mModules) ++counts[{module.CodePage, module.LineEnds}];
+  for (const Module& module : mModules)
+    if (!module.CodePage.empty()) ++counts[{module.CodePage, module.LineEnds}];
   for (const auto& [form, count] : counts) table.Rows.push_back({form.first, form.second, count});
   return table;
 }
@@ -263,7 +330,8 @@ std::vector<Table> Inventory::Tables() const {
            "Complexity"),
       Rows("reference", "references", {"Name", "Type", "Version", "Path", "Found", "Project"},
            mReferences),
-      Rows("control", "controls", {"ProgID", "Count", "Module", "Project"}, mControls, "Count"),
+      Rows("control", "controls", {"ProgID", "Count", "Found", "Module", "Project"}, mControls,
+           "Count"),
       std::move(libraries),
       Rows("progid", "objects made by name", {"ProgID", "Call", "File", "Line"}, mProgIDs),
       UnlistedTable(),

@@ -5,7 +5,8 @@
 #include <memory>
 #include <set>
 #include <string>
-#include <unordered_map>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "project/VBProject.h"
@@ -37,6 +38,9 @@ class Inventory {
     std::int64_t Procedures = 0;
     std::vector<std::string> Projects;
     std::size_t Content = 0;
+    /// A type of VB.NET, whose file may hold others.
+    bool IsOfNet = false;
+    bool IsFirstOfFile = false;
   };
   struct DeclaredLibrary {
     std::set<std::string> Functions;
@@ -44,7 +48,11 @@ class Inventory {
     std::int64_t Declares = 0;
   };
 
-  void AddModule(const Component& component, const std::string& project);
+  std::string FileOf(const Component& component) const;
+  const Module& AddModule(const Component& component, const std::string& project,
+                          const std::string& file);
+  void TakeSource(const Component& component, Module& module);
+  LineCounts AddNetFiles(const VBProject& project);
   void AddProcedures(const Component& component, Module& module);
   void AddDeclares(const Component& component);
   void AddProgIDs(const Component& component, const std::string& file);
@@ -60,8 +68,11 @@ class Inventory {
 
   std::vector<std::vector<TableValue>> mProjects, mProcedures, mReferences, mControls, mProgIDs;
   std::vector<Module> mModules;
-  /// Index of a module by its file.
-  std::unordered_map<std::string, std::size_t> mByFile;
+  /// Index of a module by its file and, where a file holds several, its name.
+  std::map<std::pair<std::string, std::string>, std::size_t> mByFile;
+  /// Files that projects list; those that names of classes were looked for in.
+  std::unordered_set<std::string> mListed, mSearched;
+  std::map<std::string, LineCounts> mNetFiles;
   std::map<std::string, DeclaredLibrary> mLibraries;
   /// Files on the disk and their lines.
   std::map<std::string, std::int64_t> mFiles;

@@ -42,6 +42,8 @@ TEST(JsonSchema, FitsWhatEveryCommandWrites) {
       {"diff", one, other},
       {"roundtrip", kSamples},
       {"assembly", assembly},
+      {"graph", group, "--level", "module"},
+      {"inventory", kSamples, assembly, "--near-duplicates"},
   };
   const test::DiskFolder folder;
   int number = 0;

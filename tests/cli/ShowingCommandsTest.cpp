@@ -76,6 +76,33 @@ TEST_F(ShowingCommands, MembersAreThoseThatUsersSee) {
   RunFor({"members", "/g/Shop.vbp", "Item", "--kind", "procedures"}, exUsage);
 }
 
+TEST_F(ShowingCommands, LinesAndStructureTakeSeveralPaths) {
+  const auto lines = JsonLines({"lines", "/g/Item.cls", "/g/Shop.vbp", "--json"});
+  EXPECT_EQ(lines.front()["File"], "/g/Item.cls");
+  EXPECT_EQ(lines.back()["File"], "/g/Shop.vbp");
+  const ToolRun run = ToolEnding(exFailed, {"lines", "/none.bas", "/g/Shop.vbp"});
+  EXPECT_THAT(run.Err, HasSubstr("/none.bas: no such file"));
+  EXPECT_THAT(run.Out, HasSubstr("/g/Shop.vbp:1: "));
+  mFiles.Add("/h/A.vbp", "Type=Exe\r\nName=\"A\"\r\n");
+  mFiles.Add("/h/G.vbg", "VBGROUP 5.0\r\nProject=A.vbp\r\n");
+  const std::string both = RunFor({"structure", "/g/Shop.vbp", "/h/G.vbg", "--dot"});
+  EXPECT_THAT(both, AllOf(HasSubstr("label=\"Shop\""), HasSubstr("label=\"A\"")));
+}
+
+// What is told on the way is an object too.
+TEST_F(ShowingCommands, RemarksAreObjectsWhereDiagnosticsAre) {
+  for (const std::vector<std::string>& run :
+       {std::vector<std::string>{"members", "/g/Shop.vbp", "modMain", "--kind", "collections"},
+        std::vector<std::string>{"help-ids", "/g/Shop.vbp", "--begin", "5", "--set",
+                                 "LoadBlocksOnly=False"}}) {
+    auto asJson = run;
+    asJson.insert(asJson.end(), {"--diagnostics", "json"});
+    std::istringstream told(ToolEnding(exDone, asJson).Err);
+    for (std::string line; std::getline(told, line);)
+      EXPECT_EQ(json::parse(line)["Column"] > 0, json::parse(line)["Line"] > 0) << line;
+  }
+}
+
 TEST_F(ShowingCommands, HelpIDsAreAMapInThreeForms) {
   EXPECT_EQ(RunFor({"help-ids", "/g/Shop.vbp"}), "");
   const std::vector<std::string> assign{"help-ids", "/g/Shop.vbp", "--begin", "100"};

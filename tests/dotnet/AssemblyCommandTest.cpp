@@ -19,13 +19,13 @@ TEST(AssemblyCommand, NamesComeOneALine) {
 TEST(AssemblyCommand, JsonTellsMore) {
   nlohmann::json highest, names;
   for (const auto& entry : JsonLines({"assembly", "--json", DataPath("Shop.dll")})) {
-    if (entry["name"] == "F:Shop.Price.Highest") highest = entry;
-    if (entry["name"] == "T:Shop.Names") names = entry;
+    if (entry["Name"] == "F:Shop.Price.Highest") highest = entry;
+    if (entry["Name"] == "T:Shop.Names") names = entry;
   }
-  EXPECT_EQ(highest["kind"], "constant");
-  EXPECT_EQ(highest["value"], "-12.50");
-  EXPECT_EQ(names["type"], "Shop.Goods{System.String}");
-  EXPECT_EQ(names["sealed"], true);
+  EXPECT_EQ(highest["Kind"], "constant");
+  EXPECT_EQ(highest["Value"], "-12.50");
+  EXPECT_EQ(names["Type"], "Shop.Goods{System.String}");
+  EXPECT_EQ(names["IsSealed"], true);
 }
 
 TEST(AssemblyCommand, ReferencesAreFoundInFoldersThatAreNamed) {
@@ -34,6 +34,10 @@ TEST(AssemblyCommand, ReferencesAreFoundInFoldersThatAreNamed) {
   const std::string alone = folder.Write("Shop.dll", bytes);
   const ToolRun without = ToolEnding(exDone, {"assembly", "--inherited", alone});
   EXPECT_THAT(without.Err, HasSubstr("assembly ShopBase 0.0.0.0 not found"));
+  const auto told = nlohmann::json::parse(
+      Tool({"assembly", "--inherited", "--diagnostics", "json", alone}).Err);
+  EXPECT_EQ(told["Code"], "missing-assembly");
+  EXPECT_EQ(told["File"], alone);
   EXPECT_THAT(without.Out, Not(HasSubstr("Store`1.Close")));
   const ToolRun with =
       ToolEnding(exDone, {"assembly", "--inherited", "--reference-path", DataPath(""), alone});

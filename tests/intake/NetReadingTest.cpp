@@ -127,6 +127,15 @@ TEST(NetReadingTest, Procedures) {
   });
 }
 
+// Each block has names of its own; both stay, and nothing is told.
+TEST(NetReadingTest, LocalsOfOneNameStandSideBySide) {
+  Expect({{"Sub S()\nIf a Then\nDim x As Integer\nElse\nDim x As String\nEnd If\nEnd Sub\n",
+           " declarations\n"
+           " sub PUBLIC S()\n"
+           "  var PRIVATE x As System.Int32 @3/0\n"
+           "  var PRIVATE x As System.String @5/0\n"}});
+}
+
 TEST(NetReadingTest, Properties) {
   Expect({
       {"Public Property Total As Integer = 5\nPrivate a As Integer\n",

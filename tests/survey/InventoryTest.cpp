@@ -89,6 +89,40 @@ TEST(Inventory, FindsModulesThatAreNearlyEqual) {
   EXPECT_GE(near[0]["Percent"], 80);
 }
 
+// Two types in a file, one of them in the other; lines outside of both count for the project.
+TEST(Inventory, CountsTypesOfVBNetAndTheLinesAroundThem) {
+  const test::MemoryFiles files{
+      {"/n/N.vbproj",
+       "<Project><PropertyGroup><AssemblyName>N</AssemblyName><OutputType>Exe</OutputType>"
+       "</PropertyGroup><ItemGroup><Compile Include=\"A.vb\" /><Reference Include=\"Far, "
+       "Version=1.0\" /><PackageReference Include=\"Pack\" Version=\"2.0\" "
+       "/></ItemGroup></Project>"},
+      {"/n/A.vb",
+       "' told\nImports System\n\nPublic Class A\n  Structure B\n    Dim x As Integer\n"
+       "  End Structure\n  Sub S()\n    Try\n      If x Then\n      End If\n"
+       "    Catch e As Exception\n    End Try\n  End Sub\nEnd Class\n"}};
+  const auto rows = [](const std::string& record) {
+    return RowsOf(record, {"inventory", "/n", "--json", "--root", "/n"});
+  };
+  const auto projects = rows("project");
+  ASSERT_EQ(projects.size(), 1u);
+  EXPECT_EQ(projects[0]["Kind"], "VB.NET program");
+  EXPECT_EQ(projects[0]["Code"], 13);
+  EXPECT_EQ(projects[0]["Comment"], 1);
+  EXPECT_EQ(projects[0]["Procedures"], 1);
+  std::set<std::string> kinds;
+  for (const json& module : rows("module")) kinds.insert(module["Kind"]);
+  EXPECT_EQ(kinds, (std::set<std::string>{"class", "structure"}));
+  EXPECT_EQ(rows("procedure")[0]["Complexity"], 3);
+  EXPECT_EQ(rows("procedure")[0]["Nesting"], 2);
+  EXPECT_TRUE(rows("equal").empty());
+  const auto references = rows("reference");
+  ASSERT_EQ(references.size(), 2u);
+  EXPECT_EQ(references[0]["Name"], "Far");
+  EXPECT_EQ(references[0]["Found"], false);
+  EXPECT_EQ(references[1]["Found"], "");
+}
+
 TEST(Inventory, ShowsTheLargestToPeopleAndAllToPrograms) {
   const Estate estate;
   const std::string text = RunFor({"inventory", "/e"});

@@ -67,7 +67,7 @@ void TakeNetVariables(LinePassage& p) try {
     variable->ArraySubscript = one.Subscript;
     variable->ImplicitType = one.Type.empty();
     if (!one.Type.empty()) variable->TypeName = DotNetType(one.Type);
-    AddVariable(p, variable);
+    AddVariable(p, variable, true);
   }
 }
 VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))

@@ -1,6 +1,7 @@
 #include <nlohmann/json.hpp>
 
 #include "diagnostics/Context.h"
+#include "output/Dump.h"
 #include "typelib/reader/TypeLibListing.h"
 
 namespace vendrel::typelib {
@@ -135,8 +136,10 @@ Json TypeInfoJson(const TypeLibInfo& library, const TypeInfo& type) {
   return result;
 }
 
-Json HeadJson(const TypeLibInfo& library) {
-  Json result = {{"Name", library.Name},
+Json HeadJson(const TypeLibInfo& library, std::string_view tool) {
+  Json result = Json::object();
+  if (!tool.empty()) result = {{"FormatVersion", kJsonFormat}, {"Tool", std::string(tool)}};
+  result.update(Json{{"Name", library.Name},
                  {"GUID", library.GUID()},
                  {"MajorVersion", library.MajorVersion},
                  {"MinorVersion", library.MinorVersion},
@@ -147,7 +150,7 @@ Json HeadJson(const TypeLibInfo& library) {
                  {"HelpContext", static_cast<std::int32_t>(library.HelpContext)},
                  {"HelpFile", library.HelpFile},
                  {"ContainingFile", library.ContainingFile},
-                 {"Format", library.Format == LibraryFormat::Sltg ? "SLTG" : "MSFT"}};
+                 {"Format", library.Format == LibraryFormat::Sltg ? "SLTG" : "MSFT"}});
   Json imports = Json::array();
   for (const LibraryImport& import : library.Imports)
     imports.push_back({{"GUID", import.LibraryId.Text()},
@@ -167,9 +170,9 @@ std::string Dump(const Json& value, int indent) {
 }  // namespace
 
 // One entry at a time, so that a large library is never held as a tree of values.
-std::string TypeLibJson(const TypeLibInfo& library, int indent) try {
+std::string TypeLibJson(const TypeLibInfo& library, int indent, std::string_view tool) try {
   const char* newLine = indent < 0 ? "" : "\n";
-  std::string text = Dump(HeadJson(library), indent);
+  std::string text = Dump(HeadJson(library, tool), indent);
   text.pop_back();
   if (indent >= 0) text.pop_back();
   text += std::string(",") + newLine + "\"TypeInfos\": [";

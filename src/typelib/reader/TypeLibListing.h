@@ -3,6 +3,7 @@
 // the library has a finder.
 
 #include <string>
+#include <string_view>
 
 #include "typelib/reader/TypeLibInfo.h"
 
@@ -13,8 +14,9 @@ namespace vendrel::typelib {
 std::string TypeLibListing(const TypeLibInfo& library);
 
 /// Objects with the member names of the reading service, and "Stored" parts for what it does not
-/// show. `indent` below 0 gives one line for each entry.
-std::string TypeLibJson(const TypeLibInfo& library, int indent = 2);
+/// show. `indent` below 0 gives one line for each entry. `tool`: the program that writes, with its
+/// version; the document begins with it and with the version of the format. Empty: it does not.
+std::string TypeLibJson(const TypeLibInfo& library, int indent = 2, std::string_view tool = {});
 
 /// A type as IDL writes it: "BSTR*", "SAFEARRAY(VARIANT)", "IFoo*". A type of another library that
 /// cannot be found reads `stdole2.tlb!{0BE35203-...}` or `stdole2.tlb!#3`. Dimensions of a fixed
