@@ -23,6 +23,7 @@ void AddLinesCommand(CLI::App& app, Job& job);
 void AddEvaluateCommand(CLI::App& app, Job& job);
 void AddNamesCommand(CLI::App& app, Job& job);
 void AddFindCommand(CLI::App& app, Job& job);
+void AddUsesCommand(CLI::App& app, Job& job);
 void AddResolveCommand(CLI::App& app, Job& job);
 void AddControlsCommand(CLI::App& app, Job& job);
 void AddTypeLibCommand(CLI::App& app, Job& job);

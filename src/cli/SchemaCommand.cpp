@@ -102,6 +102,26 @@ constexpr RecordMember kAssemblyRecord[] = {{"Name"},
                                             {"Obsolete", mtText, true},
                                             {"Damage", mtText, true}};
 
+constexpr RecordMember kUsesRecord[] = {kFile,
+                                        kLine,
+                                        kColumn,
+                                        {"EndColumn", mtNumber},
+                                        {"Name"},
+                                        {"Kind"},
+                                        {"Answer"},
+                                        {"Meaning"},
+                                        {"Accessor", mtText, true},
+                                        {"Reads", mtTruth},
+                                        {"Writes", mtTruth},
+                                        {"Secondary", mtTruth},
+                                        {"InFalseBranch", mtTruth},
+                                        {"Holder"},
+                                        {"StatementLine", mtNumber},
+                                        {"Statement"},
+                                        {"CandidateCount", mtNumber, true},
+                                        {"Candidates", mtTexts, true}};
+constexpr RecordMember kUseCountRecord[] = {{"Answer"}, {"Count", mtNumber}};
+
 Json MemberSchema(MemberType type) {
   const Json text{{"type", "string"}}, null{{"type", "null"}};
   switch (type) {
@@ -193,6 +213,7 @@ const std::vector<CommandSchema>& AllCommands() {
       {"resolve", "where the type is declared", {"Resolution"}},
       {"roundtrip", "a difference a line", {"Change", "BytesChange"}},
       {"typelib", "one document, by the names of the reading service", {"TypeLibrary"}, false},
+      {"uses", "a use a line, or a count under --summary", {"Use", "UseCount"}},
   };
   return all;
 }
@@ -226,6 +247,8 @@ Json AllDefinitions() {
   definitions["AssessmentRow"] = TableRows(Assessment().Tables());
   definitions["GraphNode"] = ObjectOf(kGraphNodeRecord);
   definitions["GraphEdge"] = ObjectOf(kGraphEdgeRecord);
+  definitions["Use"] = ObjectOf(kUsesRecord);
+  definitions["UseCount"] = ObjectOf(kUseCountRecord);
   definitions["InventoryRow"] = InventoryRows();
   definitions["TypeLibrary"] = {
       {"type", "object"},

@@ -33,6 +33,7 @@ void AddCommands(CLI::App& app, Job& job) {
   AddEvaluateCommand(app, job);
   AddNamesCommand(app, job);
   AddFindCommand(app, job);
+  AddUsesCommand(app, job);
   AddResolveCommand(app, job);
   AddControlsCommand(app, job);
   AddStructureCommand(app, job);

@@ -15,9 +15,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array<std::string_view, 15> kRooms = {
-    "core",   "diagnostics", "text",   "services", "model",   "project", "names", "comments",
-    "intake", "output",      "survey", "writer",   "typelib", "dotnet",  "cli"};
+constexpr std::array<std::string_view, 16> kRooms = {
+    "core",   "diagnostics", "text",   "services", "model",  "project", "names",  "comments",
+    "intake", "uses",        "output", "survey",   "writer", "typelib", "dotnet", "cli"};
 
 // The position of a room from the ground up, or -1.
 int Floor(std::string_view room) {

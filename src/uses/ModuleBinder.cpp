@@ -1,0 +1,119 @@
+#include "uses/ModuleBinder.h"
+
+#include "core/Ascii.h"
+#include "intake/Conditions.h"
+#include "services/SourceText.h"
+
+namespace vendrel {
+namespace {
+
+bool IsReserved(const Token& token) {
+  return !token.Bracketed && token.Name != word::None && token.Name < word::FirstByPlace;
+}
+
+}  // namespace
+
+ModuleBinder::ModuleBinder(Scopes& scopes, ProjectScope& project, const Component& module,
+                           const UseOptions& options, UseCounts& counts, const TakeUse& take)
+    : mScopes(scopes),
+      mProject(project),
+      mModule(module),
+      mScope(scopes.Of(module)),
+      mOptions(options),
+      mCounts(counts),
+      mTake(take),
+      mScan(scopes.Names(), module.SourceForm->Text, {}),
+      mConditions(lvVisualBasic5or6, module.Options().Reading),
+      mIsAscii(module.SourceForm->Encoding == TextEncoding::Ascii),
+      mHolder(&module) {
+  mUse.Module = &module;
+}
+
+void ModuleBinder::Bind() {
+  IndexBlocks();
+  mScan.SkipHeader();
+  while (mScan.Next()) {
+    if (mScan.IsDirective)
+      TakeDirective();
+    else
+      TakeLine();
+  }
+}
+
+void ModuleBinder::TakeDirective() {
+  if (StartsWithNoCaseAscii(mScan.Directive, "#CONST")) return;  // of the load
+  try {
+    UpdateConditions(const_cast<Component&>(mModule), mConditions, mScan.Directive);
+  } catch (const VendrelError&) {
+    ++mCounts.Unread;  // the branch stays as it is
+  }
+  mFalseBranch = mConditions.Conditions.Ignore();
+}
+
+void ModuleBinder::CountFalseBranch() {
+  for (const Token& token : mScan.Tokens)
+    if (token.Kind == TokenKind::Word && !IsReserved(token)) ++mCounts.InFalseBranches;
+}
+
+void ModuleBinder::TakeLine() {
+  if (mFalseBranch) {
+    CountFalseBranch();
+    if (!mOptions.FalseBranches) return;
+  }
+  const std::vector<Token>& tokens = mScan.Tokens;
+  if (tokens[0].Name == word::Attribute && tokens.size() > 2 && tokens[1].Kind == TokenKind::Word)
+    return;
+  std::size_t from = 0;
+  // A label stands at the front of a line: "Failed:".
+  const bool hasNumber = tokens[0].Kind == TokenKind::Number;
+  const std::size_t first = hasNumber ? 1 : 0;
+  if (mPlace == Place::Procedure && IsWord(first, tokens.size()) &&
+      IsMark(first + 1, tokens.size(), ':') && !IsReserved(tokens[first])) {
+    DeclareLabel(first);
+    Emit(first, first + 1);
+    from = first + 2;
+  }
+  int depth = 0;
+  for (std::size_t at = from; at <= tokens.size(); ++at) {
+    if (at < tokens.size()) {
+      if (IsMark(at, tokens.size(), '(')) ++depth;
+      if (IsMark(at, tokens.size(), ')')) --depth;
+      if (!IsMark(at, tokens.size(), ':')) continue;
+    }
+    if (at > from) TakeStatement(from, at);
+    from = at + 1;
+  }
+}
+
+void ModuleBinder::TakeStatement(std::size_t from, std::size_t to) {
+  const bool ends = IsWord(from, to, word::End) && from + 1 < to;
+  if (mPlace == Place::Type || mPlace == Place::Enum) {
+    const bool closes =
+        ends && (At(from + 1).Name == word::Type || At(from + 1).Name == word::Enum);
+    if (closes) {
+      SkipAll(from, to);
+      mPlace = Place::Declarations;
+    } else if (mPlace == Place::Type) {
+      ParseTypeLine(from, to);
+    } else {
+      ParseEnumLine(from, to);
+    }
+  } else {
+    ParseStatement(from, to);
+  }
+  ReportUnread(from, to);
+  Emit(from, to);
+}
+
+// What no rule has reached stands there without a meaning.
+void ModuleBinder::ReportUnread(std::size_t from, std::size_t to) {
+  bool unread = false;
+  for (std::size_t at = from; at < to; ++at) {
+    if (!IsWord(at, to) || At(at).Answered || IsReserved(At(at))) continue;
+    AddUse(at, UseKind::Read, UseAnswer::Unknown);
+    unread = true;
+  }
+  if (unread) ++mCounts.Unread;
+}
+
+}  // namespace vendrel

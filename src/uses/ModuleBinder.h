@@ -1,0 +1,267 @@
+#pragma once
+// One module being read: where the walk stands, what is open, and the uses of the statement at
+// hand. The parts of it lie in files of their own: Names (what a name means), Chains (what stands
+// behind a dot or parenthesis), Expressions, Statements, DeclarationUses, Records.
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "intake/ModuleIntake.h"
+#include "uses/Scopes.h"
+#include "uses/Tokens.h"
+#include "uses/UseBinder.h"
+
+namespace vendrel {
+
+/// A use of the statement at hand.
+struct PendingUse {
+  std::uint32_t Begin = 0;
+  std::uint32_t End = 0;
+  std::uint32_t Line = 0;
+  UseKind Kind = UseKind::Read;
+  UseAnswer Answer = UseAnswer::Unknown;
+  UseAccessor Accessor = UseAccessor::None;
+  bool Secondary = false;
+  bool WholeArray = false;
+  bool OwnProcedure = false;
+  bool Reads = false;  ///< beside what its kind says
+  bool Writes = false;
+  Symbol Name = word::None;
+  const CodeElement* Element = nullptr;
+  const CodeElement* Holder = nullptr;
+  const BuiltinMember* Member = nullptr;
+  const BuiltinType* Type = nullptr;
+  const std::string* Library = nullptr;
+  const Entry* Ambiguous = nullptr;
+  /// The use of what this is a field or element of; -1 where it is none of that.
+  std::int32_t Path = -1;
+};
+
+/// What a part of an expression stands for.
+struct UseValue {
+  enum class Of : std::uint8_t { Value, Module, Project, Library, BuiltinHolder, Enumeration };
+  Of Sort = Of::Value;
+  TypeRef Type;
+  const Entry* Named = nullptr;
+  const BuiltinMember* Member = nullptr;
+  const BuiltinType* Holder = nullptr;
+  ProjectScope* Project = nullptr;
+  std::string_view Library;
+  /// The use of its last name; -1 where there is none.
+  std::int32_t Record = -1;
+  /// A variable, element or field, which can be written and handed on by reference.
+  bool IsStorage = false;
+  /// A chain and nothing else.
+  bool IsLone = false;
+  /// Reached through Me.
+  bool IsMe = false;
+  bool HadArguments = false;
+};
+
+/// What is known of the parameters of a callee.
+struct Callee {
+  const vendrel::Parameters* Declared = nullptr;
+  const BuiltinMember* Member = nullptr;
+  std::int32_t Record = -1;
+  bool IsGraphics = false;
+};
+
+/// Binds the names of one module.
+class ModuleBinder {
+ public:
+  ModuleBinder(Scopes& scopes, ProjectScope& project, const Component& module,
+               const UseOptions& options, UseCounts& counts, const TakeUse& take);
+  void Bind();
+
+ private:
+  enum class Place : std::uint8_t { Declarations, Type, Enum, Procedure };
+  struct WithFrame {
+    UseValue Value;
+    std::vector<PendingUse> Path;
+  };
+  struct LocalSlot {
+    std::uint32_t Procedure = 0;
+    Entry* Meaning = nullptr;
+  };
+
+  // ModuleBinder.cpp
+  void TakeDirective();
+  void TakeLine();
+  void TakeStatement(std::size_t from, std::size_t to);
+  void CountFalseBranch();
+  void IndexBlocks();
+  void ReportUnread(std::size_t from, std::size_t to);
+
+  // Locals.cpp
+  void EnterProcedure(const Block* block, Symbol name);
+  void LeaveProcedure();
+  void AddLocal(Symbol name, EntrySort sort, const CodeElement* element, bool isConstant);
+  Entry* Local(Symbol name) const;
+  const Block* BlockAt(std::uint32_t line, Symbol name, Symbol accessor);
+
+  // Names.cpp
+  UseValue BindName(std::size_t at);
+  UseValue UseOf(std::size_t at, const Entry& entry);
+  UseValue UseOfMember(std::size_t at, const BuiltinMember& member);
+  UseValue UseOfHolder(std::size_t at, const BuiltinType& type);
+  UseValue UseOfProject(std::size_t at, ProjectScope& project);
+  UseValue UseOfOwnResult(std::size_t at, const Entry& entry);
+  UseValue UnboundName(std::size_t at);
+  UseValue Unbound(std::size_t at, UseAnswer answer, const TypeRef& type);
+  bool BindProjectName(std::size_t at, ProjectScope& project, bool own, UseValue& value);
+  bool BindBuiltinName(std::size_t at, UseValue& value);
+  bool YieldsToFunction(std::size_t at, const BuiltinMember& member) const;
+  UseAnswer AnswerOf(const Entry& entry) const;
+  bool IsExplicit() const { return mModule.OptionExplicit; }
+
+  // Chains.cpp
+  UseValue ParseChain(std::size_t& at, std::size_t end, bool isStatement);
+  UseValue ChainStart(std::size_t& at, std::size_t end);
+  UseValue BindMember(const UseValue& base, std::size_t at);
+  UseValue MemberOfHolder(const UseValue& base, std::size_t at);
+  UseValue MemberOfModule(const UseValue& base, const Component& module, std::size_t at);
+  UseValue MemberOfProject(ProjectScope& project, std::size_t at);
+  UseValue MemberOfBuiltin(const BuiltinType& type, std::size_t at);
+  UseValue MemberOfGroup(std::size_t at);
+  UseValue BindKey(const UseValue& base, std::size_t at);
+  void ApplyParentheses(UseValue& value, std::size_t& at, std::size_t end);
+  void ApplyIndex(UseValue& value, std::size_t open, std::size_t close);
+  bool IsMemberMark(std::size_t at, std::size_t end, bool isStatement) const;
+  bool TakesParentheses(std::size_t at, std::size_t end, bool isStatement) const;
+
+  // Expressions.cpp
+  UseValue ParseExpression(std::size_t& at, std::size_t end);
+  UseValue ParseOperand(std::size_t& at, std::size_t end);
+  UseValue ParseGroup(std::size_t& at, std::size_t end);
+  void ParseTypeOf(std::size_t& at, std::size_t end);
+  void ParseArguments(std::size_t from, std::size_t end, const Callee& callee);
+  void ParseArgument(std::size_t& at, std::size_t end, const Callee& callee, int position);
+  void BindArgumentName(std::size_t at, const Callee& callee);
+  bool TakesByReference(const Callee& callee, int position, Symbol name) const;
+  Callee CalleeOf(const UseValue& value) const;
+  UseValue ParseType(std::size_t& at, std::size_t end, UseKind kind);
+  void SkipGraphicsWord(std::size_t& at, std::size_t end);
+
+  // Writing.cpp
+  void MarkWrite(UseValue& value, bool isSet);
+  void MarkByReference(UseValue& value);
+  void MarkCall(UseValue& value);
+  void MarkPath(std::int32_t record, bool reads);
+  bool AddDefaultMember(UseValue& value, UseKind kind);
+  void ReadDefault(UseValue& value);
+  void ParseTargets(std::size_t from, std::size_t end);
+
+  // Statements.cpp
+  void ParseStatement(std::size_t from, std::size_t end);
+  void ParseOneStatement(std::size_t from, std::size_t end);
+  bool ParseKeyword(std::size_t from, std::size_t end);
+  bool ParseControlFlow(std::size_t from, std::size_t end);
+  bool ParseInputOutput(std::size_t from, std::size_t end);
+  void ParseGeneric(std::size_t from, std::size_t end);
+  void ParseIf(std::size_t from, std::size_t end);
+  void ParseFor(std::size_t from, std::size_t end);
+  void ParseSelect(std::size_t from, std::size_t end);
+  void ParseOn(std::size_t from, std::size_t end);
+  void ParseLabels(std::size_t from, std::size_t end);
+  void ParseWith(std::size_t from, std::size_t end);
+  void ParseReDim(std::size_t from, std::size_t end);
+  void ParseAssignment(std::size_t from, std::size_t end, bool isSet);
+  void ParseRaise(std::size_t from, std::size_t end);
+  void ParseOpen(std::size_t from, std::size_t end);
+  void ParseGet(std::size_t from, std::size_t end);
+  void ParseList(std::size_t from, std::size_t end);
+  bool ParseMidTarget(std::size_t from, std::size_t end);
+  void DeclareLabel(std::size_t at);
+
+  // DeclarationUses.cpp
+  bool ParseDeclaration(std::size_t from, std::size_t end);
+  void ParseProcedure(std::size_t at, std::size_t end);
+  void ParseDeclare(std::size_t at, std::size_t end);
+  void ParseEvent(std::size_t at, std::size_t end);
+  void ParseTypeOrEnum(std::size_t at, std::size_t end, bool isEnum);
+  void ParseTypeLine(std::size_t from, std::size_t end);
+  void ParseEnumLine(std::size_t from, std::size_t end);
+  void ParseDeclarators(std::size_t at, std::size_t end, bool isConstant);
+  void ParseParameters(std::size_t open, std::size_t end, const Parameters* parameters);
+  void ParseImplements(std::size_t at, std::size_t end);
+  std::size_t ParseAs(std::size_t at, std::size_t end);
+  const CodeElement* DeclaredBy(Symbol name, std::uint32_t line, bool isConstant);
+  std::int32_t Declare(std::size_t at, const CodeElement* element, UseAnswer answer);
+  void TieToSource(std::size_t at, const Block& block);
+  bool TieToInterface(std::size_t at, std::string_view prefix, std::string_view member);
+  bool TieToEvent(std::size_t at, std::string_view prefix, std::string_view event);
+  bool FindEvent(const TypeRef& type, bool isControl, std::string_view event, PendingUse& use);
+  PendingUse& AddPart(std::size_t at, std::size_t from, std::size_t to, UseKind kind);
+
+  // Records.cpp
+  std::int32_t AddUse(std::size_t at, UseKind kind, UseAnswer answer);
+  PendingUse& AddSecondary(const PendingUse& of, UseKind kind);
+  void Emit(std::size_t from, std::size_t to);
+  void Give(const PendingUse& use);
+  std::int32_t ColumnOf(std::uint32_t line, std::uint32_t offset);
+
+  // Small readers of tokens.
+  const Token& At(std::size_t at) const { return mScan.Tokens[at]; }
+  bool IsWord(std::size_t at, std::size_t end) const {
+    return at < end && At(at).Kind == TokenKind::Word;
+  }
+  bool IsWord(std::size_t at, std::size_t end, Symbol name) const {
+    return IsWord(at, end) && At(at).Name == name && !At(at).Bracketed;
+  }
+  bool IsMark(std::size_t at, std::size_t end, char mark) const {
+    return at < end && At(at).Kind == TokenKind::Mark && At(at).Mark == mark;
+  }
+  /// Takes a word that is no identifier.
+  void Skip(std::size_t& at) { mScan.Tokens[at++].Answered = true; }
+  bool SkipIf(std::size_t& at, std::size_t end, Symbol name) {
+    if (!IsWord(at, end, name)) return false;
+    Skip(at);
+    return true;
+  }
+  void SkipAll(std::size_t from, std::size_t end) {
+    while (from < end) Skip(from);
+  }
+  /// Position of a word outside of parentheses; `end` where there is none.
+  std::size_t FindWord(std::size_t from, std::size_t end, Symbol name) const;
+  std::size_t CloseOf(std::size_t open, std::size_t end) const;
+  PendingUse& Of(std::int32_t record) { return mUses[static_cast<std::size_t>(record)]; }
+
+  Scopes& mScopes;
+  ProjectScope& mProject;
+  const Component& mModule;
+  ModuleScope& mScope;
+  const UseOptions& mOptions;
+  UseCounts& mCounts;
+  const TakeUse& mTake;
+  TokenScan mScan;
+  ModuleIntake mConditions;
+  bool mIsAscii = false;
+
+  Place mPlace = Place::Declarations;
+  const CodeElement* mHolder = nullptr;
+  const Block* mBlock = nullptr;
+  const Enumeration* mEnum = nullptr;
+  const UDT* mStructure = nullptr;
+  std::vector<LocalSlot> mLocals;
+  std::uint32_t mProcedure = 0;
+  std::vector<Entry*> mLocalEntries;  // made once, used again
+  std::size_t mLocalCount = 0;
+  std::deque<Entry> mLocalStore;
+  std::vector<std::pair<std::uint32_t, const Block*>> mBlocks;
+  std::vector<WithFrame> mWith;
+  int mDepth = 0;
+  bool mStepEnds = false;
+  bool mGraphics = false;
+  bool mFalseBranch = false;
+  bool mUnread = false;
+
+  std::vector<PendingUse> mUses;
+  std::vector<std::uint32_t> mOrder;
+  NameUse mUse;
+  std::uint32_t mColumnLine = 0;
+  std::uint32_t mColumnOffset = 0;
+  std::int32_t mColumn = 1;
+};
+
+}  // namespace vendrel

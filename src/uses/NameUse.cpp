@@ -1,0 +1,40 @@
+#include "uses/NameUse.h"
+
+#include "model/Block.h"
+#include "model/PropertyGroup.h"
+#include "model/VBControl.h"
+#include "uses/Builtins.h"
+
+namespace vendrel {
+
+std::string_view WordOf(UseAccessor accessor) {
+  static constexpr std::string_view kWords[] = {"", "get", "let", "set"};
+  return kWords[static_cast<std::size_t>(accessor)];
+}
+
+std::string MeaningOf(const NameUse& use) {
+  if (use.Element) {
+    std::string name = use.Element->QualifiedName();
+    if (use.WholeArray && As<VBControl>(use.Element)) {
+      const std::size_t index = name.rfind('(');
+      if (index != std::string::npos) name.resize(index);
+    }
+    return name;
+  }
+  if (use.Member) return use.Member->QualifiedName();
+  if (use.Type) return use.Type->QualifiedName();
+  return std::string(use.Name);
+}
+
+const Block* ProcedureOf(const NameUse& use) {
+  const auto* group = As<PropertyGroup>(use.Element);
+  if (!group) return As<Block>(use.Element);
+  switch (use.Accessor) {
+    case UseAccessor::Let: return group->PropertyLetBlock();
+    case UseAccessor::Set: return group->PropertySetBlock();
+    case UseAccessor::Get: return group->PropertyGetBlock();
+    default: return group->PrimaryBlock();
+  }
+}
+
+}  // namespace vendrel

@@ -1,0 +1,115 @@
+// What a project makes known to its modules, and what late binding may reach.
+
+#include "core/Ascii.h"
+#include "project/VBProjectGroup.h"
+#include "text/Identifiers.h"
+#include "uses/Scopes.h"
+
+namespace vendrel {
+namespace {
+
+// Part of every project, and of the table of built-ins.
+bool IsStandardLibrary(const Reference& reference) {
+  return ContainsNoCaseAscii(reference.SourceString, "{00020430-0000-0000-C000-000000000046}") ||
+         ContainsNoCaseAscii(reference.SourceString, "stdole");
+}
+
+void Chain(Entry*& first, Entry* added) {
+  if (!first) {
+    first = added;
+    return;
+  }
+  Entry* last = first;
+  while (last->Next) last = last->Next;
+  last->Next = added;
+}
+
+}  // namespace
+
+void Scopes::AddModule(ProjectScope& project, const Component& module) {
+  ModuleScope& scope = Of(module);
+  const bool isStandard = module.FileType == ftModule;
+  ProjectName& own = project.Names[scope.Own.Name];
+  if (!own.Module) own.Module = &scope.Own;
+  // Copies: the entries of the module chain those of one module.
+  scope.Members.ForEach([&](Entry& first) {
+    for (Entry* entry = &first; entry; entry = entry->Next) {
+      if (!entry->IsPublic) continue;
+      const bool isEnumMember = entry->Sort == EntrySort::EnumMember;
+      if (!isEnumMember && (!isStandard || entry->Sort == EntrySort::Control)) continue;
+      Entry copy = *entry;
+      copy.Next = nullptr;
+      ProjectName& name = project.Names[entry->Name];
+      Chain(isEnumMember ? name.EnumMember : name.Member, Make(copy));
+      if (!isEnumMember) break;  // a second one of the module is no other procedure
+    }
+  });
+  scope.Types.ForEach([&](Entry& entry) {
+    if (!entry.IsPublic) return;
+    Entry copy = entry;
+    copy.Next = nullptr;
+    Chain(project.Names[entry.Name].Type, Make(copy));
+  });
+}
+
+void Scopes::AddReferences(ProjectScope& scope) {
+  for (Reference& reference : scope.Project->References) {
+    if (VBProject* other = reference.ReferencedProject()) {
+      if (other != scope.Project) scope.References.push_back(&Of(*other));
+    } else if (reference.ReferenceType != "Line" && !IsStandardLibrary(reference)) {
+      scope.MissesReferences = true;
+    }
+  }
+}
+
+ProjectScope& Scopes::Of(VBProject& project) {
+  std::unique_ptr<ProjectScope>& made = mProjects[&project];
+  if (made) return *made;
+  made = std::make_unique<ProjectScope>();
+  ProjectScope& scope = *made;  // the map may grow from here on
+  scope.Project = &project;
+  scope.IsLibrary = project.WasReadFromTypeLibrary;
+  scope.Own.Name = mSymbols.Of(project.ProjectName);
+  scope.Own.Sort = EntrySort::Project;
+  scope.Own.Element = &project;
+  for (const Component& module : std::as_const(project).Components.Listed())
+    AddModule(scope, module);
+  AddReferences(scope);
+  return scope;
+}
+
+ProjectScope* Scopes::ScopeOf(const Component& module) {
+  VBProject* project = module.VBProject();
+  return project ? &Of(*project) : nullptr;
+}
+
+const BuiltinMember* Scopes::Global(Symbol name) {
+  if (name >= mGlobals.size()) mGlobals.resize(mSymbols.Count() * 2);
+  auto& [known, member] = mGlobals[name];
+  if (!known) {
+    known = true;
+    member = mBuiltins.FindGlobal(mSymbols.TextOf(name));
+  }
+  return member;
+}
+
+const std::string* Scopes::LibraryName(std::string_view name) {
+  return &mLibraries.emplace(LowerAscii(name), name).first->second;
+}
+
+const std::vector<const CodeElement*>& Scopes::LateCandidates(ProjectScope& project, Symbol name) {
+  if (mCandidatesOf != &project) {
+    mCandidatesOf = &project;
+    mCandidates.clear();
+    for (const Component& module : std::as_const(*project.Project).Components.Listed()) {
+      if (module.FileType == ftModule) continue;
+      Of(module).Members.ForEach([&](Entry& entry) {
+        if (entry.IsPublic && entry.Sort != EntrySort::EnumMember)
+          mCandidates[entry.Name].push_back(entry.Element);
+      });
+    }
+  }
+  return mCandidates[name];
+}
+
+}  // namespace vendrel

@@ -1,0 +1,368 @@
+#include "uses/Reach.h"
+
+#include "core/Ascii.h"
+#include "core/CaseFold.h"
+#include "diagnostics/Context.h"
+#include "model/Component.h"
+#include "names/NameWalk.h"
+#include "project/VBProject.h"
+#include "text/Like.h"
+#include "uses/Builtins.h"
+
+namespace vendrel {
+namespace {
+
+// Modules without a project file, of which nobody knows who uses them.
+bool IsLoose(const VBProject& project) {
+  return project.ProjectType == ptUnknown && project.Startup.empty();
+}
+
+bool IsLibraryProject(const VBProject& project) {
+  return project.ProjectType == ptOleDLL || project.ProjectType == ptOleExe ||
+         project.ProjectType == ptControl;
+}
+
+// An `Attribute Name.VB_UserMemId`: the default member, an enumerator, a standard property.
+bool HasMemberID(const Block& procedure) {
+  for (const std::string& text : procedure.Attributes())
+    if (ContainsNoCaseAscii(text, ".VB_UserMemId")) return true;
+  return false;
+}
+
+bool IsMarkedUsed(CodeElement& element) {
+  const auto* field = element.TaggedCommentsField();
+  const TaggedComments* comments = field ? field->IfAny() : nullptr;
+  return comments && comments->Item("##USED");
+}
+
+}  // namespace
+
+void Reach::Add(VBProject& project) {
+  mGraph.Add(project);
+  AddBound(project);
+}
+
+void Reach::AddBound(VBProject& project) {
+  mProjects.push_back(&project);
+  for (const Component& module : project.Components.Listed())
+    mModules[FoldKey(module.Name)].push_back(&module);
+}
+
+Reach::State& Reach::At(std::uint32_t node) {
+  if (node >= mStates.size()) {
+    mStates.resize(mGraph.Nodes().size());
+    mFrom.resize(mStates.size());
+    mTo.resize(mStates.size());
+  }
+  return mStates[node];
+}
+
+const Reach::State* Reach::Of(const CodeElement& element) const {
+  const std::uint32_t node = mGraph.Find(element);
+  return node < mStates.size() ? &mStates[node] : nullptr;
+}
+
+bool Reach::IsReached(const CodeElement& element) const {
+  const State* state = Of(element);
+  return state && state->Reached;
+}
+ReachCause Reach::CauseOf(const CodeElement& element) const {
+  const State* state = Of(element);
+  return state ? state->Cause : ReachCause::None;
+}
+bool Reach::IsRead(const CodeElement& element) const {
+  const State* state = Of(element);
+  return state && state->Read;
+}
+bool Reach::IsWritten(const CodeElement& element) const {
+  const State* state = Of(element);
+  return state && state->Written;
+}
+bool Reach::IsCalledLate(std::string_view name) const { return mLateNames.contains(FoldKey(name)); }
+bool Reach::StandsInString(std::string_view name) const {
+  return mLiterals.contains(FoldKey(name));
+}
+
+std::vector<const ReachEdge*> Reach::UsesOf(const CodeElement& element) const {
+  std::vector<const ReachEdge*> uses;
+  const std::uint32_t node = mGraph.Find(element);
+  if (node >= mTo.size()) return uses;
+  for (const std::uint32_t edge : mTo[node])
+    if (!mGraph.Edges()[edge].OwnOnly) uses.push_back(&mGraph.Edges()[edge]);
+  return uses;
+}
+
+bool Reach::IsOpen(const Component& module) const {
+  const VBProject* project = module.VBProject();
+  if (!project) return true;
+  return IsLoose(*project) || (IsLibraryProject(*project) && HasObjects(module) &&
+                               EqualsNoCaseAscii(module.Access, "PUBLIC"));
+}
+
+void Reach::Sweep() try {
+  if (!mGraph.Nodes().empty()) At(0);
+  for (std::uint32_t i = 0; i < mGraph.Edges().size(); ++i) {
+    const ReachEdge& edge = mGraph.Edges()[i];
+    mFrom[edge.From].push_back(i);
+    if (edge.From != edge.To) mTo[edge.To].push_back(i);
+  }
+  for (const LateName& late : mGraph.LateNames()) {
+    mLateOf[late.From].push_back(&late);
+    mLateNames.insert(late.Name);
+  }
+  for (VBProject* project : mProjects) IndexMembers(*project);
+  for (VBProject* project : mProjects) {
+    EnterStartup(*project);
+    for (const Component& module : project->Components.Listed())
+      if (IsOpen(module)) EnterPublic(module);
+    EnterMarked(*project);
+  }
+  if (mGraph.CallsByName())
+    for (const std::string& name : mLiterals) MarkLate(name);
+  while (!mOpen.empty()) {
+    const std::uint32_t node = mOpen.back();
+    mOpen.pop_back();
+    for (const std::uint32_t edge : mFrom[node]) FollowEdge(mGraph.Edges()[edge]);
+    const auto late = mLateOf.find(node);
+    if (late != mLateOf.end())
+      for (const LateName* name : late->second) MarkLate(name->Name);
+    MarkOwner(*mGraph.Nodes()[node]);
+  }
+}
+VENDREL_CONTEXT()
+
+// Members of classes that may be called late, interfaces, and names in strings.
+void Reach::IndexMembers(VBProject& project) {
+  for (const Component& module : project.Components.Listed()) {
+    AddLiteralNames(module, mLiterals);
+    for (const Interface& one : module.Interfaces) {
+      const std::string_view name = one.Name;
+      const auto found = mModules.find(FoldKey(name.substr(name.rfind('.') + 1)));
+      if (found == mModules.end()) continue;
+      for (const Component* interface : found->second) mInterfaces.insert(interface);
+    }
+    if (!HasObjects(module)) continue;
+    for (const Block& block : module.Blocks) {
+      if (!block.Name().empty() && block.AccessType() != atPrivate)
+        mMembers[FoldKey(block.Name())].push_back(&block);
+      if (block.BlockType() != btDeclarations || !block.Variables.IfAny()) continue;
+      for (const Variable& variable : *block.Variables)
+        if (variable.AccessType() != atPrivate)
+          mMembers[FoldKey(variable.Name)].push_back(&variable);
+    }
+  }
+}
+
+void Reach::Enter(const CodeElement& element, ReachCause cause) {
+  const std::uint32_t node = mGraph.NodeOf(element);
+  State& state = At(node);
+  if (state.Cause == ReachCause::None) state.Cause = cause;
+  state.Read = true;
+  Mark(node);
+}
+
+void Reach::Mark(std::uint32_t node) {
+  State& state = At(node);
+  if (state.Reached) return;
+  state.Reached = true;
+  mOpen.push_back(node);
+}
+
+void Reach::FollowEdge(const ReachEdge& edge) {
+  if (edge.From == edge.To || edge.OwnOnly || edge.FalseOnly) return;
+  State& state = At(edge.To);
+  state.Read = state.Read || edge.Reads;
+  state.Written = state.Written || edge.Writes;
+  Mark(edge.To);
+}
+
+void Reach::EnterStartup(VBProject& project) {
+  if (IsLoose(project)) return;
+  bool found = false;
+  const bool isMain = EqualsNoCaseAscii(project.Startup, "Sub Main");
+  for (const Component& module : project.Components.Listed()) {
+    if (isMain && module.FileType == ftModule) {
+      for (const Block* block : module.Blocks.Named("Main")) {
+        Enter(*block, ReachCause::Startup);
+        found = true;
+      }
+    } else if (!isMain && EqualsNoCase(module.Name, project.Startup)) {
+      Enter(module, ReachCause::Startup);
+      found = true;
+    }
+    if (module.FileType == ftDesigner || module.FileType == ftPropertyPage)
+      Enter(module, ReachCause::Designer);
+  }
+  if (found || IsLibraryProject(project)) return;
+  // The startup object is not at hand: whatever could be one is taken for it.
+  for (const Component& module : project.Components.Listed()) {
+    if (module.FileType == ftForm) Enter(module, ReachCause::Startup);
+    if (module.FileType != ftModule) continue;
+    for (const Block* block : module.Blocks.Named("Main")) Enter(*block, ReachCause::Startup);
+  }
+}
+
+void Reach::EnterPublic(const Component& module) {
+  constexpr auto cause = ReachCause::PublicOfLibrary;
+  if (HasObjects(module)) Enter(module, cause);
+  const auto enter = [&](const auto& elements) {
+    for (const auto& element : elements)
+      if (element.AccessType() == atPublic) Enter(element, cause);
+  };
+  for (const Block& block : module.Blocks) {
+    if (!block.Name().empty() && block.AccessType() == atPublic) Enter(block, cause);
+    if (block.BlockType() != btDeclarations) continue;
+    if (block.Variables.IfAny()) enter(*block.Variables);
+    if (block.Constants.IfAny()) enter(*block.Constants);
+  }
+  enter(module.UDTs);
+  enter(module.Declarations);
+  for (const EventDeclaration& event : module.EventDeclarations) Enter(event, cause);
+  for (const Enumeration& enumeration : module.Enumerations) {
+    if (enumeration.AccessType() != atPublic) continue;
+    Enter(enumeration, cause);
+    for (const EnumMember& member : enumeration.Members()) Enter(member, cause);
+  }
+}
+
+bool Reach::IsListed(const CodeElement& element) const {
+  if (UsedFromOutside.empty()) return false;
+  const std::string name = element.QualifiedName();
+  for (const std::string& pattern : UsedFromOutside)
+    if (EqualsNoCase(name, pattern) || LikeNoCase(name, pattern)) return true;
+  return false;
+}
+
+void Reach::EnterMarked(VBProject& project) {
+  const Component* whole = nullptr;  // a module that is marked itself
+  ForEachNamedElement(project, [&](CodeElement& element) {
+    Component* module = element.OwnComponent();
+    const bool marked = IsMarkedUsed(element) || IsListed(element);
+    if (As<Component>(&element) && marked) whole = module;
+    if (!marked && (!module || module != whole)) return;
+    const auto* block = As<Block>(&element);
+    if (IsA<VBProject>(&element)) return;
+    if (module == whole && !marked && block && block->AccessType() == atPrivate) return;
+    Enter(element, ReachCause::MarkedUsed);
+    if (module && HasObjects(*module)) Enter(*module, ReachCause::MarkedUsed);
+    if (!block || !block->IsPropertyType()) return;
+    for (const Block* other : module->Blocks.Named(block->Name()))
+      Enter(*other, ReachCause::MarkedUsed);
+  });
+}
+
+// What an element belongs to, or stands for.
+void Reach::MarkOwner(const CodeElement& element) {
+  const auto mark = [this](const CodeElement* owner) {
+    if (owner) Mark(mGraph.NodeOf(*owner));
+  };
+  // The types and values in what a type declares, which is no use of its members.
+  const auto follow = [this](const CodeElement& member) {
+    const std::uint32_t node = mGraph.Find(member);
+    if (node >= mFrom.size()) return;
+    for (const std::uint32_t edge : mFrom[node]) FollowEdge(mGraph.Edges()[edge]);
+  };
+  if (const auto* module = As<Component>(&element)) {
+    if (HasObjects(*module)) MarkModule(*module);
+    return;
+  }
+  if (const auto* member = As<EnumMember>(&element)) mark(member->Enumeration.Get());
+  if (const auto* enumeration = As<Enumeration>(&element))
+    for (const EnumMember& member : enumeration->Members()) follow(member);
+  if (const auto* structure = As<UDT>(&element))
+    for (const Variable& member : structure->Members) follow(member);
+  if (const auto* variable = As<Variable>(&element)) mark(As<UDT>(variable->Parent.Get()));
+  if (const auto* group = As<PropertyGroup>(&element)) {
+    mark(group->PropertyGetBlock());
+    mark(group->PropertyLetBlock());
+    mark(group->PropertySetBlock());
+  }
+  const Component* home = element.OwnComponent();
+  if (home && !HasObjects(*home)) mark(home);
+}
+
+void Reach::MarkModule(const Component& module) {
+  const bool isInterface = IsInterface(module);
+  for (const Block& block : module.Blocks) {
+    if (block.Name().empty()) continue;
+    if (!block.Interface.empty() || (isInterface && block.AccessType() == atPublic))
+      Enter(block, ReachCause::InterfaceMember);
+    else if (HandlesEvent(block))
+      Enter(block, ReachCause::EventProcedure);
+    else if (HasMemberID(block))
+      Enter(block, ReachCause::DefaultMember);
+    if (block.IsEventProcedure && IsA<Variable>(block.EventSource.Get()))
+      Enter(*block.EventSource.Get(), ReachCause::EventProcedure);
+  }
+  MarkControls(module);
+  const auto waiting = mWaiting.find(&module);
+  if (waiting == mWaiting.end()) return;
+  for (const CodeElement* element : waiting->second) Mark(mGraph.NodeOf(*element));
+  mWaiting.erase(waiting);
+}
+
+// The user controls of these projects that lie on a form.
+void Reach::MarkControls(const Component& module) {
+  for (const VBControl& control : module.AllVBControls) {
+    const std::string_view type = control.ProgID;
+    const auto found = mModules.find(FoldKey(type.substr(type.rfind('.') + 1)));
+    if (found == mModules.end()) continue;
+    for (const Component* other : found->second) {
+      const VBProject* project = other->VBProject();
+      if (other->FileType == ftUserControl && project &&
+          EqualsNoCase(project->ProjectName, type.substr(0, type.find('.'))))
+        Enter(*other, ReachCause::ControlType);
+    }
+  }
+}
+
+// Each member of that name, once there may be an object that has it.
+void Reach::MarkLate(const std::string& name) {
+  if (!mReachedLate.insert(name).second) return;
+  const auto found = mMembers.find(name);
+  if (found == mMembers.end()) return;
+  for (const CodeElement* element : found->second) {
+    const Component* home = element->OwnComponent();
+    const std::uint32_t node = mGraph.NodeOf(*element);
+    State& state = At(node);
+    state.Read = state.Written = true;
+    if (mGraph.CallsByName() && state.Cause == ReachCause::None && mLiterals.contains(name))
+      state.Cause = ReachCause::CalledByName;
+    if (home && IsReached(*home))
+      Mark(node);
+    else
+      mWaiting[home].push_back(element);
+  }
+}
+
+bool HasObjects(const Component& module) {
+  return module.FileType != ftModule && module.FileType != ftUnknown && module.FileType != ftOther;
+}
+
+bool HandlesEvent(const Block& procedure) {
+  const CodeElement* source = procedure.IsEventProcedure ? procedure.EventSource.Get() : nullptr;
+  if (!source) return false;
+  const Builtins& table = Builtins::Table();
+  if (const auto* module = As<Component>(source)) {
+    const std::string_view event =
+        std::string_view(procedure.Name()).substr(module->EventProcedureHeader().size());
+    switch (module->FileType) {
+      case ftForm: return table.FindEvent(module->IsMDI() ? "MDIForm" : "Form", event);
+      case ftUserControl: return table.FindEvent("UserControl", event);
+      case ftPropertyPage: return table.FindEvent("PropertyPage", event);
+      case ftUserDocument: return table.FindEvent("UserDocument", event);
+      case ftClass: return table.FindEvent("UserControl", event);  // has all that a class can have
+      default: return true;
+    }
+  }
+  const auto* control = As<VBControl>(source);
+  if (!control) return true;
+  const BuiltinType* type =
+      StartsWithNoCaseAscii(control->ProgID, "VB.") ? table.FindType(control->ProgID) : nullptr;
+  if (!type) return true;
+  const std::string_view event =
+      std::string_view(procedure.Name()).substr(control->ShortName().size() + 1);
+  return table.FindEvent(*type, event) != nullptr;
+}
+
+}  // namespace vendrel

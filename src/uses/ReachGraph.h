@@ -1,0 +1,87 @@
+#pragma once
+// All uses of projects as edges between elements, for the analysis of what is reached: who is used,
+// by whom, read or written. A pair of elements has one edge; texts are not kept, but for names that
+// are bound late or not at all.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "uses/NameUse.h"
+
+namespace vendrel {
+
+class VBProject;
+
+/// That an element uses another.
+struct ReachEdge {
+  std::uint32_t From = 0, To = 0;  ///< positions of nodes
+  bool Reads : 1 = false;
+  bool Writes : 1 = false;
+  /// Some use names it, or calls it: more than a type behind As.
+  bool BeyondType : 1 = false;
+  /// Recursion, or the own result of a function.
+  bool OwnOnly : 1 = false;
+  /// Only in false branches of #If.
+  bool FalseOnly : 1 = false;
+  const Component* Module = nullptr;  ///< of the first use
+  std::int32_t Line = 0;
+};
+
+/// A name of which it shows only when the program runs what it means.
+struct LateName {
+  std::uint32_t From = 0;
+  std::string Name;  ///< folded
+};
+
+class ReachGraph {
+ public:
+  /// Takes the uses of a project. False branches of #If are bound, too.
+  void Add(VBProject& project);
+  /// Takes one use, for those who bind themselves.
+  void Add(const NameUse& use);
+
+  /// The position of an element; made where there is none.
+  std::uint32_t NodeOf(const CodeElement& element);
+  /// The position of an element, or `kNoNode`.
+  std::uint32_t Find(const CodeElement& element) const;
+  static constexpr std::uint32_t kNoNode = ~std::uint32_t{0};
+
+  const std::vector<const CodeElement*>& Nodes() const { return mNodes; }
+  const std::vector<ReachEdge>& Edges() const { return mEdges; }
+  const std::vector<LateName>& LateNames() const { return mLateNames; }
+  /// Folded names that could not be bound, or may stand in a library that is not at hand.
+  const std::unordered_set<std::string>& Unbound() const { return mUnbound; }
+  /// Names of libraries from which something was named: "VBA", "ADODB", folded.
+  const std::unordered_set<std::string>& Libraries() const { return mLibraries; }
+  /// Something is used of which no type tells the library.
+  bool HasUnnamedLibrary() const { return mUnnamedLibrary; }
+  /// Members are called by a name that stands in a string, or is made while the program runs.
+  bool CallsByName() const { return mCallsByName; }
+  bool CallsByComputedName() const { return mComputedName; }
+
+ private:
+  void AddEdge(const NameUse& use, const CodeElement& target);
+  void AddLibrary(const NameUse& use);
+
+  std::vector<const CodeElement*> mNodes;
+  std::unordered_map<const CodeElement*, std::uint32_t> mPositions;
+  std::vector<ReachEdge> mEdges;
+  std::unordered_map<std::uint64_t, std::uint32_t> mKnown;  // pair of nodes to position of its edge
+  std::vector<LateName> mLateNames;
+  std::unordered_set<std::string> mLateKnown;
+  std::unordered_set<std::string> mUnbound;
+  std::unordered_set<std::string> mLibraries;
+  bool mUnnamedLibrary = false;
+  bool mCallsByName = false;
+  bool mComputedName = false;
+};
+
+/// What stands whole in a string literal of a module and could be the name of a procedure, behind
+/// its last dot; folded.
+void AddLiteralNames(const Component& module, std::unordered_set<std::string>& names);
+
+}  // namespace vendrel

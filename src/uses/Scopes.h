@@ -1,0 +1,120 @@
+#pragma once
+// The names of modules and projects, gathered once, and the types that names of types mean.
+
+#include <deque>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "project/VBProject.h"
+#include "uses/Entries.h"
+
+namespace vendrel {
+
+/// A module with all that it declares.
+struct ModuleScope {
+  const Component* Module = nullptr;
+  /// Variables, constants, procedures, properties, Declares, controls, members of enumerations.
+  EntryMap Members;
+  /// Enumerations and types.
+  EntryMap Types;
+  EntryMap Events;
+  /// What the module is by itself: VB~Form for a form; null where it is nothing.
+  const BuiltinType* Base = nullptr;
+  /// The module has a base that is not known.
+  bool HasForeignBase = false;
+  const Entry* DefaultMember = nullptr;
+  Entry Own;  ///< the module as a name
+};
+
+/// What a name means in a project, from the strongest to the weakest.
+struct ProjectName {
+  Entry* Module = nullptr;
+  Entry* Member = nullptr;
+  Entry* EnumMember = nullptr;
+  Entry* Type = nullptr;
+};
+
+/// A project with what it makes known to its modules.
+struct ProjectScope {
+  VBProject* Project = nullptr;
+  /// Read from a type library.
+  bool IsLibrary = false;
+  Entry Own;
+  std::unordered_map<Symbol, ProjectName> Names;
+  /// The projects and libraries behind its references, in their order.
+  std::vector<ProjectScope*> References;
+  /// Something that it refers to is not at hand.
+  bool MissesReferences = false;
+};
+
+/// Scopes of all modules and projects that names may lead to; each is made at its first use.
+class Scopes {
+ public:
+  explicit Scopes(Symbols& symbols) : mSymbols(symbols), mBuiltins(Builtins::Table()) {}
+
+  ProjectScope& Of(VBProject& project);
+  ModuleScope& Of(const Component& module);
+
+  /// The type of an entry, found at the first call.
+  TypeRef TypeOf(const Entry& entry);
+  /// What a property or function gives, a variable holds: "ADODB.Recordset", "String * 5".
+  TypeRef TypeNamed(const Component* home, std::string_view name, bool isArray);
+  /// The same of a name that was cut at its dots: `qualifier` is None without one.
+  TypeRef TypeNamed(const Component* home, Symbol qualifier, Symbol name);
+  /// The entry of a class, enumeration or type of that name as seen from a module; null if none.
+  Entry* TypeEntry(const Component* home, Symbol qualifier, Symbol name);
+  TypeRef TypeOfMember(const BuiltinMember& member);
+  static TypeRef TypeOfModule(const Component& module);
+
+  Entry* Field(const UDT& structure, Symbol name);
+  /// The first control of an array, or the one with that index.
+  const VBControl* ControlAt(const Entry& group, std::int32_t index) const;
+
+  const BuiltinMember* Global(Symbol name);
+  const BuiltinMember* Member(const BuiltinType& type, Symbol name) const {
+    return mBuiltins.FindMember(type, mSymbols.TextOf(name));
+  }
+  const BuiltinMember* SiteMember(Symbol name) const {
+    return mBuiltins.FindSiteMember(mSymbols.TextOf(name));
+  }
+  const BuiltinType* Type(Symbol name) { return mBuiltins.FindType(mSymbols.TextOf(name)); }
+  const Builtins& Table() const { return mBuiltins; }
+  Symbols& Names() { return mSymbols; }
+
+  /// Members of that name of all classes, forms and controls: what late binding may reach.
+  const std::vector<const CodeElement*>& LateCandidates(ProjectScope& project, Symbol name);
+  /// A library that is not at hand, by its name in source; the pointer holds.
+  const std::string* LibraryName(std::string_view name);
+  ProjectScope* ScopeOf(const Component& module);
+
+ private:
+  Entry* Add(EntryMap& map, Symbol name, Entry entry);
+  Entry* Make(Entry entry) { return &mEntries.emplace_back(entry); }
+  void AddProcedures(ModuleScope& scope);
+  void AddDeclarations(ModuleScope& scope);
+  void AddTypes(ModuleScope& scope);
+  void AddControls(ModuleScope& scope);
+  void FindBase(ModuleScope& scope);
+  void AddModule(ProjectScope& scope, const Component& module);
+  void AddReferences(ProjectScope& scope);
+  TypeRef TypeOfEntry(const Entry& entry);
+  TypeRef TypeOfControl(const Entry& entry, const VBControl& control);
+  Entry* TypeInProject(ProjectScope& scope, Symbol name, bool asLibrary);
+
+  Symbols& mSymbols;
+  const Builtins& mBuiltins;
+  std::deque<Entry> mEntries;
+  std::unordered_map<const VBProject*, std::unique_ptr<ProjectScope>> mProjects;
+  std::unordered_map<const Component*, std::unique_ptr<ModuleScope>> mModules;
+  std::unordered_map<const UDT*, std::unique_ptr<EntryMap>> mFields;
+  std::unordered_map<const Entry*, std::unordered_map<std::int32_t, const VBControl*>> mGroups;
+  std::unordered_map<std::string, std::string> mLibraries;      // by folded name: as first met
+  std::vector<std::pair<bool, const BuiltinMember*>> mGlobals;  // by symbol: looked for, found
+  const ProjectScope* mCandidatesOf = nullptr;
+  std::unordered_map<Symbol, std::vector<const CodeElement*>> mCandidates;
+};
+
+}  // namespace vendrel

@@ -1,0 +1,459 @@
+// Statements by their first word. Each knows where its expressions stand and what it writes.
+
+#include "uses/ModuleBinder.h"
+
+namespace vendrel {
+namespace {
+
+// Statements within each other on one line.
+constexpr int kMostStatements = 150;
+
+}  // namespace
+
+std::size_t ModuleBinder::FindWord(std::size_t from, std::size_t end, Symbol name) const {
+  int depth = 0;
+  for (std::size_t at = from; at < end; ++at) {
+    if (IsMark(at, end, '(')) ++depth;
+    if (IsMark(at, end, ')')) --depth;
+    const bool isMember = at > from && (IsMark(at - 1, end, '.') || IsMark(at - 1, end, '!'));
+    if (depth == 0 && !isMember && IsWord(at, end, name)) return at;
+  }
+  return end;
+}
+
+void ModuleBinder::ParseAssignment(std::size_t from, std::size_t end, bool isSet) {
+  std::size_t at = from;
+  if (!IsWord(at, end) && !IsMemberMark(at, end, false)) return ParseList(at, end);
+  UseValue target = ParseChain(at, end, false);
+  MarkWrite(target, isSet);
+  if (IsMark(at, end, '=')) ++at;
+  UseValue value = ParseExpression(at, end);
+  if (!isSet) ReadDefault(value);
+  ParseList(at, end);
+}
+
+// Expressions up to the end, whatever parts them.
+void ModuleBinder::ParseList(std::size_t from, std::size_t end) { ParseArguments(from, end, {}); }
+
+// A statement that begins with a name: an assignment or a call.
+void ModuleBinder::ParseGeneric(std::size_t from, std::size_t end) {
+  std::size_t at = from;
+  if (!IsWord(at, end) && !IsMemberMark(at, end, false)) return ParseList(from, end);
+  UseValue value = ParseChain(at, end, true);
+  if (IsMark(at, end, '=')) {
+    ++at;
+    MarkWrite(value, false);
+    UseValue right = ParseExpression(at, end);
+    ReadDefault(right);
+    return ParseList(at, end);
+  }
+  MarkCall(value);
+  Callee callee = CalleeOf(value);
+  const std::string_view method =
+      value.Record >= 0 ? mScopes.Names().TextOf(Of(value.Record).Name) : std::string_view();
+  callee.IsGraphics =
+      method == "line" || method == "circle" || method == "pset" || method == "scale";
+  ParseArguments(at, end, callee);
+}
+
+void ModuleBinder::ParseIf(std::size_t from, std::size_t end) {
+  std::size_t at = from;
+  const std::size_t then = FindWord(at, end, word::Then);
+  while (at < then) {
+    const std::size_t before = at;
+    ParseExpression(at, then);
+    if (at == before) ++at;
+  }
+  at = then;
+  if (!SkipIf(at, end, word::Then) || at >= end) return;
+  // "If a Then 100" goes to a line.
+  if (At(at).Kind == TokenKind::Number) ++at;
+  ParseStatement(at, end);
+}
+
+void ModuleBinder::ParseFor(std::size_t from, std::size_t end) {
+  std::size_t at = from;
+  const bool each = SkipIf(at, end, word::Each);
+  if (!IsWord(at, end) && !IsMemberMark(at, end, false)) return ParseList(at, end);
+  UseValue counter = ParseChain(at, end, false);
+  MarkWrite(counter, true);
+  if (each) {
+    SkipIf(at, end, word::In);
+    return ParseList(at, end);
+  }
+  if (IsMark(at, end, '=')) ++at;
+  mStepEnds = true;
+  ParseExpression(at, end);
+  SkipIf(at, end, word::To);
+  ParseExpression(at, end);
+  SkipIf(at, end, word::Step);
+  mStepEnds = false;
+  ParseList(at, end);
+}
+
+void ModuleBinder::ParseSelect(std::size_t from, std::size_t end) {
+  std::size_t at = from;
+  if (IsWord(at, end, word::Case)) Skip(at);
+  while (at < end) {
+    UseValue value = ParseExpression(at, end);
+    ReadDefault(value);
+    if (at < end) ++at;
+  }
+}
+
+// A list of labels and line numbers.
+void ModuleBinder::ParseLabels(std::size_t from, std::size_t end) {
+  for (std::size_t at = from; at < end; ++at) {
+    if (!IsWord(at, end)) continue;
+    if (IsWord(at, end, word::Else)) return ParseStatement(at, end);
+    if (IsWord(at, end, word::Next) || At(at).Answered)
+      mScan.Tokens[at].Answered = true;
+    else
+      AddUse(at, UseKind::Read, UseAnswer::Label);
+  }
+}
+
+void ModuleBinder::ParseOn(std::size_t from, std::size_t end) {
+  std::size_t at = from;
+  if (IsWord(at, end, word::Error)) {
+    Skip(at);
+    if (SkipIf(at, end, word::Resume)) return SkipAll(at, end);
+    if (SkipIf(at, end, word::GoTo)) return ParseLabels(at, end);
+    return ParseList(at, end);
+  }
+  ParseExpression(at, end);
+  if (SkipIf(at, end, word::GoTo) || SkipIf(at, end, word::GoSub)) ParseLabels(at, end);
+}
+
+void ModuleBinder::ParseWith(std::size_t from, std::size_t end) {
+  std::size_t at = from;
+  WithFrame frame;
+  frame.Value = ParseExpression(at, end);
+  const UseValue& value = frame.Value;
+  if (value.IsStorage && value.Type.Sort == TypeSort::Structure && value.Record >= 0) {
+    for (std::int32_t part = value.Record; part >= 0; part = Of(part).Path)
+      frame.Path.push_back(Of(part));
+  }
+  mWith.push_back(std::move(frame));
+  ParseList(at, end);
+}
+
+void ModuleBinder::ParseReDim(std::size_t from, std::size_t end) {
+  std::size_t at = from;
+  SkipIf(at, end, word::Preserve);
+  while (at < end) {
+    if (IsMark(at, end, ',')) {
+      ++at;
+      continue;
+    }
+    if (!IsWord(at, end) && !IsMemberMark(at, end, false)) {
+      ++at;
+      continue;
+    }
+    if (IsWord(at, end, word::Else)) return ParseStatement(at, end);
+    const std::size_t name = at;
+    const bool isBare = IsWord(at, end) && !IsMark(at + 1, end, '.') && !IsMark(at + 1, end, '!');
+    const bool isDeclared = !isBare || Local(At(at).Name) || mScope.Members.Find(At(at).Name) ||
+                            mProject.Names.count(At(at).Name) > 0;
+    if (!isDeclared && mPlace == Place::Procedure) {  // the only declaration of the array
+      AddLocal(At(at).Name, EntrySort::Local, nullptr, false);
+      Entry& added = *Local(At(at).Name);
+      added.Type = {TypeSort::Late, true, nullptr};
+      added.TypeKnown = true;
+    }
+    UseValue target = ParseChain(at, end, false);
+    if (!isDeclared)
+      Of(target.Record).Kind = UseKind::Declare;
+    else
+      MarkWrite(target, true);
+    if (IsWord(at, end, word::As)) {
+      at = ParseAs(at, end);
+    } else if (at == name) {
+      ++at;
+    }
+  }
+}
+
+void ModuleBinder::ParseRaise(std::size_t from, std::size_t end) {
+  if (!IsWord(from, end)) return;
+  const Entry* event = mScope.Events.Find(At(from).Name);
+  const std::int32_t record =
+      AddUse(from, UseKind::Raise, event ? UseAnswer::OwnModule : UseAnswer::Unknown);
+  Callee callee;
+  callee.Record = record;
+  if (event) {
+    Of(record).Element = event->Element;
+    callee.Declared = ParametersOf(*event);
+  }
+  std::size_t at = from + 1;
+  if (IsMark(at, end, '(')) {
+    const std::size_t close = CloseOf(at, end);
+    ParseArguments(at + 1, close, callee);
+    at = close < end ? close + 1 : end;
+  }
+  ParseList(at, end);
+}
+
+// Open name For mode [Access ...] [Lock ...] As [#]number [Len = length]
+void ModuleBinder::ParseOpen(std::size_t from, std::size_t end) {
+  const std::size_t mode = FindWord(from, end, word::For);
+  const std::size_t as = FindWord(from, end, word::As);
+  std::size_t at = from;
+  const std::size_t nameEnd = std::min(mode, as);
+  ParseArguments(at, nameEnd, {});
+  SkipAll(nameEnd, as);
+  at = as;
+  SkipIf(at, end, word::As);
+  const std::size_t length = FindWord(at, end, word::Len);
+  ParseArguments(at, length, {});
+  at = length;
+  if (!SkipIf(at, end, word::Len)) return;
+  if (IsMark(at, end, '=')) ++at;
+  ParseList(at, end);
+}
+
+// Get #number, position, variable
+void ModuleBinder::ParseGet(std::size_t from, std::size_t end) {
+  std::size_t at = from;
+  for (int comma = 0; at < end && comma < 2;) {
+    const std::size_t before = at;
+    ParseExpression(at, end);
+    if (IsMark(at, end, ',')) {
+      ++comma;
+      ++at;
+    } else if (at == before) {
+      ++at;
+    }
+  }
+  ParseTargets(at, end);
+}
+
+// Mid(text, start, length) = value: the first argument is written.
+bool ModuleBinder::ParseMidTarget(std::size_t from, std::size_t end) {
+  if (!(IsWord(from, end, word::Mid) || IsWord(from, end, word::MidB))) return false;
+  if (!IsMark(from + 1, end, '(') || Local(At(from).Name) || mScope.Members.Find(At(from).Name))
+    return false;
+  const std::size_t close = CloseOf(from + 1, end);
+  if (!IsMark(close + 1, end, '=')) return false;
+  std::size_t at = from;
+  BindName(at);
+  at = from + 2;
+  if (IsWord(at, close) || IsMemberMark(at, close, false)) {
+    UseValue target = ParseChain(at, close, false);
+    MarkWrite(target, true);
+  }
+  ParseList(at, close);
+  at = close + 2;
+  UseValue value = ParseExpression(at, end);
+  ReadDefault(value);
+  ParseList(at, end);
+  return true;
+}
+
+void ModuleBinder::DeclareLabel(std::size_t at) {
+  const std::int32_t record = AddUse(at, UseKind::Declare, UseAnswer::Label);
+  Of(record).Element = nullptr;
+}
+
+bool ModuleBinder::ParseInputOutput(std::size_t from, std::size_t end) {
+  const std::size_t next = from + 1;
+  const bool assigns = IsMark(next, end, '=') || IsMark(next, end, '.');
+  switch (At(from).Name) {
+    case word::Open:
+      if (assigns || FindWord(next, end, word::As) == end) return false;
+      break;
+    case word::Close:
+    case word::Get:
+    case word::Put:
+    case word::Seek:
+    case word::Lock:
+    case word::Unlock:
+    case word::Write:
+      if (assigns || IsMark(next, end, '(')) return false;
+      break;
+    case word::Input:
+    case word::Print:
+    case word::Width:
+      if (!IsMark(next, end, '#')) return false;
+      break;
+    case word::Line:
+      if (!IsWord(next, end, word::Input)) return false;
+      break;
+    case word::Name:
+      if (assigns || FindWord(next, end, word::As) == end) return false;
+      break;
+    default: return false;
+  }
+  const Symbol first = At(from).Name;
+  std::size_t at = from;
+  Skip(at);
+  if (first == word::Open) {
+    ParseOpen(at, end);
+  } else if (first == word::Get) {
+    ParseGet(at, end);
+  } else if (first == word::Input || first == word::Line) {
+    SkipIf(at, end, word::Input);
+    ParseExpression(at, end);
+    ParseTargets(at, end);
+  } else if (first == word::Name) {
+    const std::size_t as = FindWord(at, end, word::As);
+    ParseList(at, as);
+    at = as;
+    SkipIf(at, end, word::As);
+    ParseList(at, end);
+  } else {
+    ParseList(at, end);
+  }
+  return true;
+}
+
+bool ModuleBinder::ParseControlFlow(std::size_t from, std::size_t end) {
+  std::size_t at = from;
+  switch (At(from).Name) {
+    case word::If:
+    case word::ElseIf:
+      Skip(at);
+      ParseIf(at, end);
+      return true;
+    case word::Else:
+      Skip(at);
+      if (at < end) ParseStatement(at, end);
+      return true;
+    case word::For:
+      Skip(at);
+      ParseFor(at, end);
+      return true;
+    case word::Select:
+    case word::Case:
+      Skip(at);
+      ParseSelect(at, end);
+      return true;
+    case word::Next:
+      Skip(at);
+      ParseList(at, end);
+      return true;
+    case word::Do:
+    case word::Loop:
+    case word::While:
+    case word::Wend:
+      Skip(at);
+      if (!SkipIf(at, end, word::While)) SkipIf(at, end, word::Until);
+      while (at < end) {
+        UseValue value = ParseExpression(at, end);
+        ReadDefault(value);
+        if (at < end) ++at;
+      }
+      return true;
+    case word::With:
+      Skip(at);
+      ParseWith(at, end);
+      return true;
+    case word::On:
+      Skip(at);
+      ParseOn(at, end);
+      return true;
+    case word::GoTo:
+    case word::GoSub:
+    case word::Resume:
+      Skip(at);
+      ParseLabels(at, end);
+      return true;
+    case word::Exit:
+      Skip(at);
+      SkipAll(at, std::min(at + 1, end));
+      return true;
+    case word::Stop:
+    case word::Return:
+      Skip(at);
+      ParseList(at, end);
+      return true;
+    case word::EndIf: Skip(at); return true;
+    default: return false;
+  }
+}
+
+bool ModuleBinder::ParseKeyword(std::size_t from, std::size_t end) {
+  std::size_t at = from;
+  switch (At(from).Name) {
+    case word::End:
+      Skip(at);
+      if (SkipIf(at, end, word::With) && !mWith.empty()) mWith.pop_back();
+      if (IsWord(at, end, word::Sub) || IsWord(at, end, word::Function) ||
+          IsWord(at, end, word::Property))
+        LeaveProcedure();
+      if (IsWord(at, end, word::Else)) {
+        ParseStatement(at, end);
+        return true;
+      }
+      SkipAll(at, end);
+      return true;
+    case word::Set:
+    case word::LSet:
+    case word::RSet:
+      Skip(at);
+      ParseAssignment(at, end, true);
+      return true;
+    case word::Let:
+      Skip(at);
+      ParseAssignment(at, end, false);
+      return true;
+    case word::Call: {
+      Skip(at);
+      if (!IsWord(at, end) && !IsMemberMark(at, end, false)) return true;
+      UseValue value = ParseChain(at, end, false);
+      MarkCall(value);
+      ParseList(at, end);
+      return true;
+    }
+    case word::RaiseEvent:
+      Skip(at);
+      ParseRaise(at, end);
+      return true;
+    case word::ReDim:
+      Skip(at);
+      ParseReDim(at, end);
+      return true;
+    case word::Erase:
+      Skip(at);
+      ParseTargets(at, end);
+      return true;
+    case word::Option: SkipAll(at, end); return true;
+    default:
+      if (At(from).Name >= word::DefBool && At(from).Name <= word::DefVar) {
+        SkipAll(at, end);
+        return true;
+      }
+      return false;
+  }
+}
+
+void ModuleBinder::ParseStatement(std::size_t from, std::size_t end) {
+  if (mDepth >= kMostStatements) return;
+  ++mDepth;
+  ParseOneStatement(from, end);
+  --mDepth;
+}
+
+void ModuleBinder::ParseOneStatement(std::size_t from, std::size_t end) {
+  std::size_t at = from;
+  if (at < end && At(at).Kind == TokenKind::Number) ++at;  // a line number
+  if (at >= end) return;
+  // "If a Then b Else c" on one line: what stands behind Else is a statement of its own.
+  const bool opensBranch = IsWord(at, end, word::If) || IsWord(at, end, word::ElseIf) ||
+                           IsWord(at, end, word::Else) || IsWord(at, end, word::Case) ||
+                           IsWord(at, end, word::Select);
+  std::size_t stop = opensBranch ? end : FindWord(at, end, word::Else);
+  if (stop < end && stop > at) {
+    ParseStatement(at, stop);
+    ParseStatement(stop, end);
+    return;
+  }
+  if (IsWord(at, end) && !At(at).Bracketed) {
+    if (ParseControlFlow(at, end) || ParseKeyword(at, end) || ParseInputOutput(at, end) ||
+        ParseDeclaration(at, end) || ParseMidTarget(at, end))
+      return;
+  }
+  ParseGeneric(at, end);
+}
+
+}  // namespace vendrel
