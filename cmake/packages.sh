@@ -25,12 +25,12 @@ test  python3-setuptools builds it for pip
 test  python3-wheel    packs it for pip
 test  python3-distributed spreads the sample for many projects over workers
 test  mingw-w64-tools  compiles small type libraries for the tests (widl)
+test  git              keeps the revisions that diff --git compares
 fuzz  clang            compiles for the sanitizers and the fuzz targets
 fuzz  mono-mcs         compiles C# with its documentation; without it those tests are skipped
 fuzz  libclang-rt-14-dev what those need at run time
 check gcovr            sums up which lines the tests reach
 check libbenchmark-dev measures small pieces (preset bench)
-check git              tells which files have changed
 check clang-format     checks the layout of the code
 check clang-tidy       looks for faults in the code
 '

@@ -52,12 +52,22 @@ std::string ValueChange(const Change& change) {
       .append(Quoted(change.After));
 }
 
+std::string PluralOf(std::string word) {
+  if (word.ends_with('s')) return word;
+  if (!word.ends_with('y')) return word + "s";
+  word.pop_back();
+  return word + "ies";
+}
+
 // What happened to the whole: "text" where its lines alone are others.
 ChangeKind EntryKind(const std::vector<Change>& entry) {
   if (entry.size() == 1 && IsOfWhole(entry.front())) return entry.front().Kind;
-  for (const Change& part : entry)
-    if (part.Kind != ChangeKind::Text || !IsOfWhole(part)) return ChangeKind::Changed;
-  return ChangeKind::Text;
+  ChangeKind kind = ChangeKind::Text;
+  for (const Change& part : entry) {
+    if (part.Kind == ChangeKind::Renamed && IsOfWhole(part)) return ChangeKind::Renamed;
+    if (part.Kind != ChangeKind::Text || !IsOfWhole(part)) kind = ChangeKind::Changed;
+  }
+  return kind;
 }
 
 }  // namespace
@@ -119,11 +129,29 @@ void ChangeWriter::Write(const Change& change) {
 
 void ChangeWriter::Flush() {
   if (mEntry.empty()) return;
+  CountEntry();
   if (mJson)
     WriteJson();
   else
     WriteText();
   mEntry.clear();
+}
+
+void ChangeWriter::CountEntry() {
+  ++mCounts[EntryKind(mEntry)][std::string(mEntry.front().Whole.Word)];
+}
+
+std::string ChangeWriter::Summary() const {
+  std::string text;
+  for (const auto& [kind, words] : mCounts)
+    for (const auto& [word, count] : words)
+      text.append(text.empty() ? "" : ", ")
+          .append(std::to_string(count))
+          .append(" ")
+          .append(count == 1 ? word : PluralOf(word))
+          .append(" ")
+          .append(ChangeName(kind));
+  return text.empty() ? "no difference" : text;
 }
 
 void ChangeWriter::WriteText() {

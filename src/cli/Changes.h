@@ -1,6 +1,8 @@
 #pragma once
 // Differences between two trees, as the commands show them.
 
+#include <functional>
+#include <map>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -38,6 +40,8 @@ class ChangeWriter {
   void Flush();
   /// Compares two elements and writes what differs.
   void Compare(ElementRef before, ElementRef after, const DifferenceOptions& options);
+  /// What has been written, in numbers: "2 module changed, 1 procedure renamed".
+  std::string Summary() const;
   /// Number of those taken.
   std::size_t Count() const { return mCount; }
   /// Where its objects go, for others of the same list.
@@ -45,6 +49,7 @@ class ChangeWriter {
 
  private:
   bool BelongsToEntry(const Change& change) const;
+  void CountEntry();
   void WriteText();
   void WritePart(const Change& part);
   void WriteJson();
@@ -57,6 +62,7 @@ class ChangeWriter {
   std::size_t mCount = 0;
   /// Differences of one whole.
   std::vector<Change> mEntry;
+  std::map<ChangeKind, std::map<std::string, std::size_t, std::less<>>> mCounts;
 };
 
 /// Writes each line of a text behind a mark ("  - "), the first ones of a long text alone.

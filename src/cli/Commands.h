@@ -40,6 +40,7 @@ void AddCallsCommand(CLI::App& app, Job& job);
 void AddUnusedCommand(CLI::App& app, Job& job);
 void AddGraphCommand(CLI::App& app, Job& job);
 void AddInventoryCommand(CLI::App& app, Job& job);
+void AddAssessCommand(CLI::App& app, Job& job);
 void AddSchemaCommand(CLI::App& app, Job& job);
 void AddRoundtripCommand(CLI::App& app, Job& job);
 void AddSiteCommand(CLI::App& app, Job& job);

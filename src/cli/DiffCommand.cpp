@@ -1,12 +1,17 @@
-#include <map>
 #include <memory>
+#include <optional>
+#include <sstream>
 
 #include "cli/Changes.h"
 #include "cli/Commands.h"
-#include "cli/ProjectSets.h"
+#include "cli/DiffInputs.h"
+#include "cli/GitRevision.h"
 #include "cli/Results.h"
-#include "core/CaseFold.h"
+#include "cli/TableWriter.h"
+#include "core/Ascii.h"
 #include "services/Paths.h"
+#include "survey/ApiReport.h"
+#include "survey/MovedCode.h"
 
 namespace vendrel::cli {
 namespace {
@@ -15,114 +20,178 @@ struct DiffArguments {
   CommonOptions Common;
   std::string Before;
   std::string After;
+  std::vector<std::string> Revisions;
   bool Json = false;
+  bool Html = false;
   bool NoText = false;
   bool Places = false;
+  bool Comments = false;
+  bool Api = false;
+  bool AllModules = false;
 };
 
-DifferenceOptions OptionsOf(const DiffArguments& arguments) {
-  DifferenceOptions options;
-  options.Lines = !arguments.NoText;
-  options.Places = arguments.Places;
-  return options;
+ChangePlace PlaceOfProject(const std::string& path) {
+  return {FileSystemObject(path).FullPath(), 0};
 }
 
-// Groups are compared with groups, folders with folders, single projects and modules with either.
-InputKind KindToCompare(const std::string& path) {
-  const InputKind kind = KindOfInput(path);
-  return kind == InputKind::Module ? InputKind::Project : kind;
-}
-
-// Both sides of one comparison are told of; the worse exit code counts.
-int ComparePair(VBProject& first, VBProject& second, const DiffArguments& arguments,
-                const Streams& streams, ChangeWriter& writer) {
-  writer.Compare(Describe(first), Describe(second), OptionsOf(arguments));
-  return Worse(ReportDiagnostics(first, arguments.Common, streams.Err),
-               ReportDiagnostics(second, arguments.Common, streams.Err));
-}
-
-int CompareProjects(const DiffArguments& arguments, const Streams& streams, ChangeWriter& writer) {
-  const auto first = LoadInput(arguments.Before, arguments.Common, streams);
-  const auto second = LoadInput(arguments.After, arguments.Common, streams);
-  return ComparePair(*first, *second, arguments, streams, writer);
-}
-
-int CompareGroups(const DiffArguments& arguments, const Streams& streams, ChangeWriter& writer) {
-  const CommonOptions& common = arguments.Common;
-  const auto first = LoadGroup(arguments.Before, common, streams);
-  const auto second = LoadGroup(arguments.After, common, streams);
-  writer.Compare(Describe(*first), Describe(*second), OptionsOf(arguments));
-  return Worse(ReportGroup(*first, common, streams.Err), ReportGroup(*second, common, streams.Err));
-}
-
-// Project files below a folder, by their folded path as seen from it.
-std::map<std::string, std::string> ProjectsByPath(const std::string& folder, Diagnostics& told) {
-  std::string root = WindowsPath(AbsolutePath(folder));
-  if (!root.ends_with('\\')) root.push_back('\\');
-  std::map<std::string, std::string> files;
-  for (const FileSystemObject& file : ProjectFilesBelow(folder, told))
-    files.emplace(FoldKey(RelativePath(root, file.FullPath())), file.FullPath());
-  return files;
-}
-
-void ReportAlone(ChangeKind kind, const std::string& path, ChangeWriter& writer) {
-  Change change{kind, ElementKind::VBProject, {}, {}, {}, {}, {}, {}};
-  const FileSystemObject file(path);
-  change.Element = file.BaseName();
-  (kind == ChangeKind::Gone ? change.PlaceBefore : change.PlaceAfter).File = file.FullPath();
-  change.Word = RowOf(change.Class).Word;
-  change.Whole = {nullptr,        change.Word,        change.Class,
-                  change.Element, change.PlaceBefore, change.PlaceAfter};
-  writer.Write(change);
-}
-
-// Projects of two folders are paired by their paths, and read two at a time. A pair of which one
-// cannot be read is told, and the others are compared.
-int CompareFolders(const DiffArguments& arguments, const Streams& streams, ChangeWriter& writer) {
-  const CommonOptions& common = arguments.Common;
-  Diagnostics told;
-  const auto before = ProjectsByPath(arguments.Before, told);
-  auto after = ProjectsByPath(arguments.After, told);
-  int code = exDone;
-  for (const auto& [key, path] : before) {
-    const auto partner = after.find(key);
-    if (partner == after.end()) {
-      ReportAlone(ChangeKind::Gone, path, writer);
-      continue;
-    }
-    const auto first = LoadOneOf(path, common, streams, told);
-    const auto second = LoadOneOf(partner->second, common, streams, told);
-    if (first && second)
-      code = Worse(code, ComparePair(*first, *second, arguments, streams, writer));
-    after.erase(partner);
+/// Everything that differs, element by element.
+class TreeDiff final : public DiffTarget {
+ public:
+  TreeDiff(const DiffArguments& arguments, std::ostream& out)
+      : mWriter(out, "diff", arguments.Common, arguments.Json) {
+    mOptions.Lines = !arguments.NoText;
+    mOptions.Places = arguments.Places;
+    mOptions.Comments = arguments.Comments;
   }
-  for (const auto& [key, path] : after) ReportAlone(ChangeKind::Added, path, writer);
-  return Worse(code, ReportList(told, common, streams.Err));
+
+  void Projects(VBProject& before, VBProject& after) override {
+    const ElementPartners partners = FindMovedCode(before, after);
+    Compare(Describe(before), Describe(after), partners);
+  }
+  // Members of one name; code that moved from one to another counts as gone and added.
+  void Groups(VBProjectGroup& before, VBProjectGroup& after) override {
+    ElementPartners partners;
+    for (const VBProject& old : before.AllVBProjects())
+      for (const VBProject& now : after.AllVBProjects())
+        if (EqualsNoCaseAscii(old.ProjectName, now.ProjectName))
+          partners.merge(FindMovedCode(old, now));
+    Compare(Describe(before), Describe(after), partners);
+  }
+  void Alone(ChangeKind kind, const std::string& path) override {
+    Change change{kind, ElementKind::VBProject, {}, {}, {}, {}, {}, {}};
+    change.Element = FileSystemObject(path).BaseName();
+    (kind == ChangeKind::Gone ? change.PlaceBefore : change.PlaceAfter) = PlaceOfProject(path);
+    change.Word = RowOf(change.Class).Word;
+    change.Whole = {nullptr,        change.Word,        change.Class,
+                    change.Element, change.PlaceBefore, change.PlaceAfter};
+    mWriter.Write(change);
+  }
+
+  const ChangeWriter& Writer() const { return mWriter; }
+
+ private:
+  void Compare(ElementRef before, ElementRef after, const ElementPartners& partners) {
+    mOptions.Partners = &partners;
+    mWriter.Compare(before, after, mOptions);
+  }
+
+  DifferenceOptions mOptions;
+  ChangeWriter mWriter;
+};
+
+/// What callers see, and whom each change breaks.
+class ApiDiff final : public DiffTarget {
+ public:
+  explicit ApiDiff(const DiffArguments& arguments) {
+    mReport.NativeRoot = NativeRootOf(arguments.Common);
+    mOptions.AllModules = arguments.AllModules;
+  }
+
+  void Projects(VBProject& before, VBProject& after) override {
+    if (before.LanguageVersion() != after.LanguageVersion())
+      throw ToolError(exUsage, "'" + before.ProjectName + "' is bound by other rules than '" +
+                                   after.ProjectName +
+                                   "': one is VB.NET or an assembly, the other is not");
+    mReport.Add(SurfaceOf(before, mOptions), SurfaceOf(after, mOptions));
+  }
+  void Groups(VBProjectGroup& before, VBProjectGroup& after) override {
+    std::vector<VBProject*> added;
+    for (VBProject& now : after.AllVBProjects()) added.push_back(&now);
+    for (VBProject& old : before.AllVBProjects()) {
+      const auto partner = std::find_if(added.begin(), added.end(), [&](const VBProject* now) {
+        return EqualsNoCaseAscii(now->ProjectName, old.ProjectName);
+      });
+      if (partner == added.end()) {
+        mReport.AddAlone(old.ProjectName, {old.FileName.FullPath(), 0}, true);
+        continue;
+      }
+      Projects(old, **partner);
+      added.erase(partner);
+    }
+    for (const VBProject* now : added)
+      mReport.AddAlone(now->ProjectName, {now->FileName.FullPath(), 0}, false);
+  }
+  void Alone(ChangeKind kind, const std::string& path) override {
+    mReport.AddAlone(FileSystemObject(path).BaseName(), PlaceOfProject(path),
+                     kind == ChangeKind::Gone);
+  }
+
+  const ApiReport& Report() const { return mReport; }
+
+ private:
+  SurfaceOptions mOptions;
+  ApiReport mReport;
+};
+
+// A run on two paths: what it writes, and its exit code.
+int DiffPaths(const DiffArguments& arguments, const std::string& before, const std::string& after,
+              const Streams& streams, std::ostream& out) {
+  if (arguments.Api) {
+    ApiDiff diff(arguments);
+    const int code = CompareInputs(before, after, arguments.Common, streams, diff);
+    TableStyle style{"diff", "Changes of the public surface", TableForm::Text, true};
+    if (arguments.Json) style.Form = TableForm::Json;
+    if (arguments.Html) style.Form = TableForm::Html;
+    WriteTables(out, diff.Report().Tables(), style, arguments.Common);
+    return diff.Report().Breaks() > 0 ? Worse(code, exNo) : code;
+  }
+  TreeDiff diff(arguments, out);
+  const int code = CompareInputs(before, after, arguments.Common, streams, diff);
+  if (!arguments.Common.Quiet && !arguments.Json) streams.Err << diff.Writer().Summary() << '\n';
+  return diff.Writer().Count() > 0 ? Worse(code, exNo) : code;
 }
 
-int CompareAll(const DiffArguments& arguments, const Streams& streams, ChangeWriter& writer) {
-  ApplyToProcess(arguments.Common);
-  const InputKind kind = KindToCompare(arguments.Before);
-  const bool known = kind != InputKind::Missing && kind != InputKind::Unknown;
-  if (known && KindToCompare(arguments.After) != InputKind::Missing &&
-      kind != KindToCompare(arguments.After))
-    throw ToolError(exUsage, "'" + arguments.Before + "' and '" + arguments.After +
-                                 "' are not of one kind; compare two projects, two groups or two "
-                                 "folders");
-  if (kind == InputKind::Group) return CompareGroups(arguments, streams, writer);
-  if (kind == InputKind::Folder) return CompareFolders(arguments, streams, writer);
-  return CompareProjects(arguments, streams, writer);
+// Files of a revision are shown as git names them.
+std::string WithRevisions(std::string text, const std::vector<const GitRevision*>& revisions) {
+  for (const GitRevision* revision : revisions) {
+    const std::string windows = WindowsPath(revision->Folder());
+    const std::string folder = windows.substr(0, windows.size() - 1);
+    text = ReplaceAll(text, ShownPaths().Of(folder) + "/", revision->Shown());
+    text = ReplaceAll(text, revision->Folder(), revision->Shown());
+    text = ReplaceAll(text, windows, revision->Shown());
+  }
+  return text;
+}
+
+int DiffRevisions(const DiffArguments& arguments, const Streams& streams, std::ostream& out) {
+  const GitRevision before(arguments.Before, arguments.Revisions.front());
+  std::optional<GitRevision> after;
+  if (arguments.Revisions.size() > 1) after.emplace(arguments.Before, arguments.Revisions.back());
+  std::vector<const GitRevision*> revisions{&before};
+  if (after) revisions.push_back(&*after);
+  std::ostringstream text, told;
+  const Streams held{text, told, false, false, nullptr, nullptr};
+  int code = exDone;
+  try {
+    code =
+        DiffPaths(arguments, before.Path(), after ? after->Path() : arguments.Before, held, text);
+  } catch (const ToolError& error) {
+    throw ToolError(error.Code(), WithRevisions(error.what(), revisions));
+  }
+  out << WithRevisions(text.str(), revisions);
+  streams.Err << WithRevisions(told.str(), revisions);
+  return code;
+}
+
+void RefuseUnfitting(const DiffArguments& arguments) {
+  const auto refuse = [](const std::string& text) { throw ToolError(exUsage, text); };
+  if (arguments.Revisions.empty() && arguments.After.empty())
+    refuse("diff: say what to compare with: a second path, or --git REV");
+  if (!arguments.Revisions.empty() && !arguments.After.empty())
+    refuse("--git compares one path with itself: '" + arguments.After + "' is one too many");
+  if (arguments.Html && !arguments.Api) refuse("--html shows what callers see: it needs --api");
+  if (arguments.AllModules && !arguments.Api) refuse("--all-modules needs --api");
 }
 
 int RunDiff(const DiffArguments& arguments, const Streams& streams) {
+  RefuseUnfitting(arguments);
   int code = exDone;
-  std::size_t count = 0;
   WriteResult(arguments.Common, streams, arguments.Before, [&](std::ostream& out) {
-    ChangeWriter writer(out, "diff", arguments.Common, arguments.Json);
-    code = CompareAll(arguments, streams, writer);
-    count = writer.Count();
+    code = arguments.Revisions.empty()
+               ? DiffPaths(arguments, arguments.Before, arguments.After, streams, out)
+               : DiffRevisions(arguments, streams, out);
   });
-  return count > 0 ? Worse(code, exNo) : code;
+  return code;
 }
 
 }  // namespace
@@ -132,10 +201,21 @@ void AddDiffCommand(CLI::App& app, Job& job) {
   const auto arguments = std::make_shared<DiffArguments>();
   command->add_option("before", arguments->Before, "A project, module, group or folder")
       ->required();
-  command->add_option("after", arguments->After, "Another of the same kind")->required();
+  command->add_option("after", arguments->After, "Another of the same kind");
+  command
+      ->add_option("--git", arguments->Revisions,
+                   "Behind the path: a revision of its repository to compare with, or two")
+      ->type_name("REV")
+      ->expected(1, 2);
   command->add_flag("--json", arguments->Json, "A JSON object for each difference");
   command->add_flag("--no-text", arguments->NoText, "Without code lines: declarations alone");
   command->add_flag("--places", arguments->Places, "With the lines on which elements stand");
+  command->add_flag("--comments", arguments->Comments, "With comments and blank lines");
+  command->add_flag("--api", arguments->Api,
+                    "What callers see alone, and whether each change breaks them");
+  command->add_flag("--all-modules", arguments->AllModules,
+                    "For callers: public members of every module, exposed or not");
+  command->add_flag("--html", arguments->Html, "What callers see, as a page");
   AddCommonOptions(*command, arguments->Common);
   command->callback([arguments, &job] {
     job.Run = [arguments, &streams = job.Streams] { return RunDiff(*arguments, streams); };

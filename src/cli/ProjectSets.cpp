@@ -1,7 +1,6 @@
 #include "cli/ProjectSets.h"
 
 #include <algorithm>
-#include <optional>
 
 #include "cli/AssemblySet.h"
 #include "cli/InputJudgement.h"

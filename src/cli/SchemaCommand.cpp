@@ -9,6 +9,8 @@
 #include "cli/Results.h"
 #include "output/Dump.h"
 #include "output/Schema.h"
+#include "survey/ApiReport.h"
+#include "survey/Assessment.h"
 #include "survey/Inventory.h"
 
 namespace vendrel::cli {
@@ -180,12 +182,10 @@ Json CountsSchema() {
           {"additionalProperties", false}};
 }
 
-// The tables of an empty inventory tell all columns.
-Json InventoryRows() {
-  Inventory empty;
-  empty.FindsNearDuplicates = true;
+// Rows of tables, of which empty ones tell all columns.
+Json TableRows(const std::vector<Table>& tables) {
   Json rows = Json::array();
-  for (const Table& table : empty.Tables()) {
+  for (const Table& table : tables) {
     Json properties{{"Record", {{"const", std::string(table.Row)}}}}, required = {"Record"};
     for (const std::string_view column : table.Columns) {
       properties[std::string(column)] = {{"type", Json::array({"string", "integer", "boolean"})}};
@@ -199,6 +199,12 @@ Json InventoryRows() {
   return {{"anyOf", std::move(rows)}};
 }
 
+Json InventoryRows() {
+  Inventory empty;
+  empty.FindsNearDuplicates = true;
+  return TableRows(empty.Tables());
+}
+
 // What the objects of a command are: names of definitions.
 struct CommandSchema {
   const char* Command;
@@ -209,13 +215,14 @@ struct CommandSchema {
 
 const std::vector<CommandSchema>& AllCommands() {
   static const std::vector<CommandSchema> all{
+      {"assess", "a row of a table a line", {"AssessmentRow"}},
       {"assembly", "a type or member a line", {"AssemblyEntry"}},
       {"calls", "a call a line", {"Call"}},
       {"check", "a diagnostic a line, the counts last", {"Diagnostic", "Counts"}},
       {"comments", "a tagged comment a line", {"Comment"}},
       {"controls", "a tree of controls a line", {"VBControl"}},
       {"diagnostics", "what is told under --diagnostics json, an object a line", {"Diagnostic"}},
-      {"diff", "a difference a line", {"Change"}},
+      {"diff", "a difference a line; with --api rows of tables", {"Change", "ApiRow"}},
       {"dump",
        "one document for a project, module or group, a project a line for a folder",
        {"VBProject", "VBProjectGroup"}},
@@ -268,6 +275,8 @@ Json AllDefinitions() {
   definitions["UseCount"] = ObjectOf(kUseCountRecord);
   definitions["GraphNode"] = ObjectOf(kGraphNodeRecord);
   definitions["GraphEdge"] = ObjectOf(kGraphEdgeRecord);
+  definitions["ApiRow"] = TableRows(ApiReport().Tables());
+  definitions["AssessmentRow"] = TableRows(Assessment().Tables());
   definitions["InventoryRow"] = InventoryRows();
   definitions["TypeLibrary"] = {
       {"type", "object"},

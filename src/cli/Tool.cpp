@@ -57,6 +57,7 @@ void AddCommands(CLI::App& app, Job& job) {
   AddUnusedCommand(app, job);
   AddInventoryCommand(app, job);
   AddSiteCommand(app, job);
+  AddAssessCommand(app, job);
   AddGraphCommand(app, job);
   AddSchemaCommand(app, job);
   AddTagsCommand(app, job);

@@ -4,89 +4,43 @@
 #include <array>
 #include <deque>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
+#include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
+#include "model/Block.h"
 #include "model/CodeElement.h"
+#include "model/Component.h"
 #include "output/ElementWords.h"
 #include "output/Pairing.h"
+#include "output/TextDifference.h"
 #include "services/Paths.h"
-#include "text/CodeLines.h"
 
 namespace vendrel {
 namespace {
 
-constexpr std::array<std::string_view, 5> kChangeNames{"added", "gone", "moved", "changed", "text"};
+constexpr std::array<std::string_view, 6> kChangeNames{"added",   "gone", "moved",
+                                                       "changed", "text", "renamed"};
 constexpr std::array<std::string_view, 2> kPlaceProperties{"SourceLine", "LineIndex"};
 constexpr std::string_view kQualifiedName = "QualifiedName";
+constexpr std::string_view kModule = "Module";
+// What comments say.
+constexpr std::array<std::string_view, 8> kCommentProperties{
+    "TaggedDescription",   "UnTaggedDescription", "ReturnDescription", "CommentBuffer",
+    "TaggedCommentBuffer", "TaggedComments",      "Examples",          "OtherTaggedComments"};
 
 bool IsPlace(const PropertyDescription& property) {
   return std::find(kPlaceProperties.begin(), kPlaceProperties.end(), property.Name) !=
          kPlaceProperties.end();
 }
 
-// Two texts that differ, or the same in two lists.
-struct TextPair {
-  std::string Before, After;
-};
-
-void AppendLine(std::string& text, std::string_view line) { text.append(line).push_back('\n'); }
-
-// What each list has that the other has not, or not as often; both whole where only the order
-// differs.
-TextPair ListDifference(std::span<const std::string> before, std::span<const std::string> after) {
-  std::unordered_map<std::string_view, std::ptrdiff_t> surplus;
-  for (const std::string& text : before) ++surplus[text];
-  for (const std::string& text : after) --surplus[text];
-  TextPair difference;
-  for (const std::string& text : before)
-    if (std::ptrdiff_t& count = surplus[text]; count > 0) {
-      --count;
-      AppendLine(difference.Before, text);
-    }
-  for (const std::string& text : after)
-    if (std::ptrdiff_t& count = surplus[text]; count < 0) {
-      ++count;
-      AppendLine(difference.After, text);
-    }
-  if (!difference.Before.empty() || !difference.After.empty()) return difference;
-  for (const std::string& text : before) AppendLine(difference.Before, text);
-  for (const std::string& text : after) AppendLine(difference.After, text);
-  return difference;
-}
-
-// The lines of one block; none where they were never read or have been unloaded.
-class Lines {
- public:
-  explicit Lines(const CodeLines* lines) : mLines(lines) {}
-  std::int32_t Count() const { return mLines && !mLines->Unloaded() ? mLines->Count() : 0; }
-  std::string_view At(std::int32_t index) const { return mLines->LineView(index); }
-
-  std::string Join(std::int32_t first, std::int32_t last) const {
-    std::string text;
-    for (std::int32_t i = first; i <= last; ++i) AppendLine(text, At(i));
-    return text;
-  }
-
- private:
-  const CodeLines* mLines;
-};
-
-// What stands between the lines that both begin with and those that both end with; false if that is
-// nothing.
-bool LinesDiffer(const Lines& before, const Lines& after, TextPair& difference) {
-  const std::int32_t shorter = std::min(before.Count(), after.Count());
-  std::int32_t head = 0;
-  while (head < shorter && before.At(head + 1) == after.At(head + 1)) ++head;
-  if (head == before.Count() && head == after.Count()) return false;
-  std::int32_t tail = 0;
-  while (tail < shorter - head &&
-         before.At(before.Count() - tail) == after.At(after.Count() - tail))
-    ++tail;
-  difference.Before = before.Join(head + 1, before.Count() - tail);
-  difference.After = after.Join(head + 1, after.Count() - tail);
-  return true;
+// The description of a project stands in its file.
+bool IsOfComments(const ClassDescription& type, const PropertyDescription& property) {
+  if (property.Name == "Description") return type.Kind != ElementKind::VBProject;
+  return std::find(kCommentProperties.begin(), kCommentProperties.end(), property.Name) !=
+         kCommentProperties.end();
 }
 
 // An element of both trees, or of one, on the way down. Those with children stay until the end, so
@@ -98,6 +52,8 @@ struct Node {
   const PropertyDescription* Collection = nullptr;
   // Where paths are seen from.
   std::string_view FolderBefore = {}, FolderAfter = {};
+  // Of a procedure that stands in another module.
+  bool IsMoved = false;
 
   ElementRef Any() const { return Elements.Before ? Elements.Before : Elements.After; }
 };
@@ -105,7 +61,10 @@ struct Node {
 class Comparison {
  public:
   Comparison(const DifferenceOptions& options, const std::function<void(const Change&)>& tell)
-      : mOptions(options), mTell(tell) {}
+      : mOptions(options), mTell(tell) {
+    if (!options.Partners) return;
+    for (const auto& [before, after] : *options.Partners) mPartnersAfter.insert(after.Object);
+  }
 
   std::size_t Run(ElementRef before, ElementRef after) {
     mRootName = {TextOf(before, PropertyNamed(*before.Class, kQualifiedName)),
@@ -123,9 +82,16 @@ class Comparison {
   void Visit(const Node& node) {
     const ElementPair& pair = node.Elements;
     if (!pair.Before) return Report(node, ChangeKind::Added);
-    if (!pair.After) return Report(node, ChangeKind::Gone);
+    if (!pair.After) {
+      Report(node, ChangeKind::Gone);
+      if (mOptions.Partners) DescendToPartners(node);
+      return;
+    }
+    if (node.IsMoved) ReportModules(node);
     for (const PropertyDescription& property : pair.Before.Class->Properties)
-      if (property.Kind == PropertyKind::Identity)
+      if (!mOptions.Comments && IsOfComments(*pair.Before.Class, property))
+        continue;
+      else if (property.Kind == PropertyKind::Identity)
         ComparePath(node, property);
       else if (property.Kind != PropertyKind::Derived && !property.Count)
         CompareValue(node, property);
@@ -138,15 +104,78 @@ class Comparison {
     const std::size_t bottom = mStack.size();
     for (const PropertyDescription& property : node.Any().Class->Properties) {
       if (!property.Count) continue;
-      const std::vector<ElementRef> before = Children(node.Elements.Before, property);
-      const std::vector<ElementRef> after = Children(node.Elements.After, property);
+      if (!mOptions.Comments && IsOfComments(*node.Any().Class, property)) continue;
+      std::vector<ElementRef> before = Children(node.Elements.Before, property);
+      std::vector<ElementRef> after = Children(node.Elements.After, property);
       if (before.empty() && after.empty()) continue;
       if (!kept) kept = Keep(node);
+      const std::vector<ElementRef> order = before;
+      std::vector<Node> partners;
+      if (mOptions.Partners) partners = TakePartners(*kept, property, before, after);
+      auto partner = partners.begin();
+      auto place = order.begin();
       for (const ElementPair& pair :
-           PairElements(before, after, kept->FolderBefore, kept->FolderAfter))
+           PairElements(before, after, kept->FolderBefore, kept->FolderAfter)) {
+        for (; place != order.end() && place->Object != pair.Before.Object; ++place)
+          mStack.push_back(*partner++);
+        if (place != order.end()) ++place;
         mStack.push_back({pair, kept, &property, kept->FolderBefore, kept->FolderAfter});
+      }
+      mStack.insert(mStack.end(), partner, partners.end());
     }
     std::reverse(mStack.begin() + static_cast<std::ptrdiff_t>(bottom), mStack.end());
+  }
+
+  // Takes what has a partner off both lists: one of the same list is renamed, others have moved.
+  std::vector<Node> TakePartners(const Node& parent, const PropertyDescription& property,
+                                 std::vector<ElementRef>& before, std::vector<ElementRef>& after) {
+    std::vector<Node> nodes;
+    std::erase_if(before, [&](ElementRef element) {
+      const auto partner = mOptions.Partners->find(element.Object);
+      if (partner == mOptions.Partners->end()) return false;
+      const bool isHere = std::any_of(after.begin(), after.end(), [&](ElementRef other) {
+        return other.Object == partner->second.Object;
+      });
+      const Node* at = isHere ? &parent : WithModuleOf(parent, partner->second);
+      nodes.push_back(
+          {{element, partner->second}, at, &property, at->FolderBefore, at->FolderAfter, !isHere});
+      return true;
+    });
+    std::erase_if(after,
+                  [&](ElementRef element) { return mPartnersAfter.contains(element.Object); });
+    return nodes;
+  }
+
+  // What of a module that is gone stands elsewhere.
+  void DescendToPartners(const Node& node) {
+    if (node.Any().Class->Kind != ElementKind::Component) return;
+    const Node* kept = Keep(node);
+    const std::size_t bottom = mStack.size();
+    for (const PropertyDescription& property : node.Any().Class->Properties) {
+      if (!property.Count) continue;
+      std::vector<ElementRef> before = Children(node.Elements.Before, property), after;
+      const std::vector<Node> partners = TakePartners(*kept, property, before, after);
+      mStack.insert(mStack.end(), partners.begin(), partners.end());
+    }
+    std::reverse(mStack.begin() + static_cast<std::ptrdiff_t>(bottom), mStack.end());
+  }
+
+  // The module that a procedure or property was in with the one that it is in now.
+  const Node* WithModuleOf(const Node& parent, ElementRef element) {
+    const Component* now = element.Class->Kind == ElementKind::Block
+                               ? static_cast<const Block*>(element.Object)->Component.Get()
+                               : static_cast<const PropertyGroup*>(element.Object)->Component.Get();
+    Node& module = mKept.emplace_back(parent);
+    if (now) module.Elements.After = Describe(*now);
+    return &module;
+  }
+
+  void ReportModules(const Node& node) {
+    const auto name = [&](ElementRef module) {
+      return TextOf(module, NameProperty(*module.Class));
+    };
+    const ElementPair& modules = node.Parent->Elements;
+    Report(node, ChangeKind::Moved, kModule, {name(modules.Before), name(modules.After)});
   }
 
   const Node* Keep(const Node& node) {
@@ -160,7 +189,7 @@ class Comparison {
   }
 
   std::string_view KeepFolder(ElementRef element, const PropertyDescription* path) {
-    return mFolders.emplace_back(FolderPart(TextOf(element, path)));
+    return mFolders.emplace_back(element ? FolderPart(TextOf(element, path)) : "");
   }
 
   static std::vector<ElementRef> Children(ElementRef element, const PropertyDescription& property) {
@@ -180,25 +209,34 @@ class Comparison {
       case PropertyShape::Text:
       case PropertyShape::Path:
         if (mBefore.Text == mAfter.Text) return;
-        return Report(node, ChangeKind::Changed, &property, TextsOf(mBefore.Text, mAfter.Text));
+        // A blank may stand in front of a comment.
+        if (!mOptions.Comments && TrimRight(mBefore.Text) == TrimRight(mAfter.Text)) return;
+        return Report(node, IsOtherName(node, property) ? ChangeKind::Renamed : ChangeKind::Changed,
+                      property.Name, TextsOf(mBefore.Text, mAfter.Text));
       case PropertyShape::Number:
         if (mBefore.Number == mAfter.Number) return;
-        return Report(node, ChangeKind::Changed, &property,
+        return Report(node, ChangeKind::Changed, property.Name,
                       {std::to_string(mBefore.Number), std::to_string(mAfter.Number)});
       case PropertyShape::Truth:
         if (mBefore.Truth == mAfter.Truth) return;
-        return Report(node, ChangeKind::Changed, &property,
+        return Report(node, ChangeKind::Changed, property.Name,
                       {mBefore.Truth ? "True" : "False", mAfter.Truth ? "True" : "False"});
       case PropertyShape::Texts:
         if (std::equal(mBefore.Texts.begin(), mBefore.Texts.end(), mAfter.Texts.begin(),
                        mAfter.Texts.end()))
           return;
-        return Report(node, ChangeKind::Changed, &property,
-                      ListDifference(mBefore.Texts, mAfter.Texts));
+        return Report(node, ChangeKind::Changed, property.Name,
+                      DifferenceOf(mBefore.Texts, mAfter.Texts));
       case PropertyShape::Link: return CompareLink(node, property);
       case PropertyShape::Lines: return CompareLines(node, property);
       default: return;
     }
+  }
+
+  // The whole may bear any name.
+  bool IsOtherName(const Node& node, const PropertyDescription& property) const {
+    return node.Parent && &property == NameProperty(*node.Any().Class) &&
+           !EqualsNoCase(mBefore.Text, mAfter.Text);
   }
 
   static TextPair TextsOf(std::string_view before, std::string_view after) {
@@ -216,13 +254,13 @@ class Comparison {
       return text.starts_with(root + "~") ? text.substr(root.size()) : text;
     };
     if (EqualsNoCase(within(before, mRootName.Before), within(after, mRootName.After))) return;
-    Report(node, ChangeKind::Changed, &property, {before, after});
+    Report(node, ChangeKind::Changed, property.Name, {before, after});
   }
 
   void CompareLines(const Node& node, const PropertyDescription& property) {
     TextPair difference;
-    if (mOptions.Lines && LinesDiffer(Lines(mBefore.Lines), Lines(mAfter.Lines), difference))
-      Report(node, ChangeKind::Text, &property, std::move(difference));
+    if (mOptions.Lines && DifferenceOf(mBefore.Lines, mAfter.Lines, mOptions.Comments, difference))
+      Report(node, ChangeKind::Text, property.Name, std::move(difference));
   }
 
   // The first path of an element is seen from what it stands in, further ones from the first.
@@ -239,14 +277,14 @@ class Comparison {
     std::string after = seen(node.Elements.After, node.FolderAfter);
     if (EqualsNoCase(before, after)) return;
     if (TextOf(node.Elements.Before, &property) == TextOf(node.Elements.After, &property)) return;
-    Report(node, ChangeKind::Moved, &property, {std::move(before), std::move(after)});
+    Report(node, ChangeKind::Moved, property.Name, {std::move(before), std::move(after)});
   }
 
-  void Report(const Node& node, ChangeKind kind, const PropertyDescription* property = nullptr,
+  void Report(const Node& node, ChangeKind kind, std::string_view property = {},
               TextPair texts = {}) {
     ++mCount;
     Change change{kind, node.Any().Class->Kind, NameOf(node), {}, {}, {}, {}, {}};
-    if (property) change.Property = property->Name;
+    change.Property = property;
     change.Before = std::move(texts.Before);
     change.After = std::move(texts.After);
     change.PlaceBefore = PlaceOf(node, &ElementPair::Before);
@@ -327,6 +365,7 @@ class Comparison {
   std::deque<std::string> mFolders;
   PropertyValue mBefore, mAfter;
   std::size_t mCount = 0;
+  std::unordered_set<const void*> mPartnersAfter;
 };
 
 }  // namespace

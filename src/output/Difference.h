@@ -7,6 +7,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "output/Describe.h"
 
@@ -15,12 +16,13 @@ namespace vendrel {
 enum class ChangeKind : std::uint8_t {
   Added,    // only in the second tree
   Gone,     // only in the first one
-  Moved,    // its file stands elsewhere below the project
+  Moved,    // its file stands elsewhere below the project, or it stands in another module
   Changed,  // another value of one property
   Text,     // other code lines
+  Renamed,  // the same under another name
 };
 
-/// "added", "gone", "moved", "changed" or "text".
+/// "added", "gone", "moved", "changed", "text" or "renamed".
 std::string_view ChangeName(ChangeKind kind);
 
 /// Where an element stands in its tree.
@@ -51,7 +53,8 @@ struct Change {
   /// above it: "Ledger.References(stdole)"; of a section of a module what it is:
   /// "Ledger~modMain.declarations".
   std::string Element;
-  /// The property whose value changed; empty for an element that was added or is gone.
+  /// The property whose value changed, "Module" for a procedure that stands in another one; empty
+  /// for an element that was added or is gone.
   std::string_view Property;
   /// Values as text; of a list of texts what only one has, of code lines what lies between the
   /// first and the last difference, each line ended by a line feed.
@@ -63,6 +66,9 @@ struct Change {
   ChangedWhole Whole = {};
 };
 
+/// Elements of the first tree and what they are in the second one, where their names do not tell.
+using ElementPartners = std::unordered_map<const void*, ElementRef>;
+
 struct DifferenceOptions {
   /// Code lines.
   bool Lines = true;
@@ -70,6 +76,10 @@ struct DifferenceOptions {
   bool Places = false;
   /// Where files stand, as seen from the project or group they belong to.
   bool Paths = true;
+  /// Comments and what they say of elements, and blank lines.
+  bool Comments = true;
+  /// Modules and procedures that are known to be the same; null: none.
+  const ElementPartners* Partners = nullptr;
 };
 
 /// Tells each difference between two elements of one class and everything below them, in the order

@@ -1,7 +1,9 @@
 #include "services/ProcessRunner.h"
 
+#include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -23,25 +25,51 @@ class MachineProcesses final : public ProcessRunner {
   int Run(const std::vector<std::string>& arguments, const ProcessOptions& options) override {
     if (arguments.empty() || arguments[0].empty()) throw VendrelError(errInvalidArgument);
     Reap();
-    const pid_t process = Start(arguments, options.Folder);
+    const pid_t process = Start(arguments, options);
     if (options.Wait) return WaitFor(process);
     mRunning.push_back(process);
     return 0;
   }
 
  private:
-  static pid_t Start(const std::vector<std::string>& arguments, const std::string& folder) {
+  static std::vector<char*> Pointers(const std::vector<std::string>& texts) {
     std::vector<char*> pointers;
-    pointers.reserve(arguments.size() + 1);
-    for (const std::string& argument : arguments)
-      pointers.push_back(const_cast<char*>(argument.c_str()));
+    pointers.reserve(texts.size() + 1);
+    for (const std::string& text : texts) pointers.push_back(const_cast<char*>(text.c_str()));
+    return pointers;
+  }
+
+  // The first of a name counts.
+  static std::vector<char*> EnvironmentOf(const ProcessOptions& options) {
+    std::vector<char*> pointers = Pointers(options.Environment);
+    for (char** at = environ; at && *at; ++at) {
+      const std::string_view entry = *at;
+      const std::string_view name = entry.substr(0, entry.find('=') + 1);
+      const bool isReplaced =
+          std::any_of(options.Environment.begin(), options.Environment.end(),
+                      [&](const std::string& own) { return own.starts_with(name); });
+      if (!isReplaced) pointers.push_back(*at);
+    }
     pointers.push_back(nullptr);
+    return pointers;
+  }
+
+  static pid_t Start(const std::vector<std::string>& arguments, const ProcessOptions& options) {
+    std::vector<char*> pointers = Pointers(arguments);
+    pointers.push_back(nullptr);
+    std::vector<char*> environment = EnvironmentOf(options);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    if (!folder.empty()) posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
+    if (!options.OutputFile.empty()) {
+      posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, options.OutputFile.c_str(),
+                                       O_WRONLY | O_CREAT | O_TRUNC, 0600);
+      posix_spawn_file_actions_adddup2(&actions, STDOUT_FILENO, STDERR_FILENO);
+    }
+    if (!options.Folder.empty())
+      posix_spawn_file_actions_addchdir_np(&actions, options.Folder.c_str());
     pid_t process = 0;
     const int failure =
-        posix_spawnp(&process, pointers[0], &actions, nullptr, pointers.data(), environ);
+        posix_spawnp(&process, pointers[0], &actions, nullptr, pointers.data(), environment.data());
     posix_spawn_file_actions_destroy(&actions);
     if (failure) throw FileError(failure, arguments[0]);
     return process;

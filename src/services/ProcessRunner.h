@@ -13,6 +13,10 @@ struct ProcessOptions {
   std::string Folder;
   /// Whether to wait for its end, however long that takes.
   bool Wait = true;
+  /// "NAME=value", in front of what it inherits.
+  std::vector<std::string> Environment = {};
+  /// Native file that gets what it writes to standard output and error; empty for the caller's.
+  std::string OutputFile = {};
 };
 
 /// Starts programs. Tests and hosts put their own in its place.

@@ -3,8 +3,12 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <cstdlib>
+
 #include "services/FileSource.h"
 #include "support/DiskFolder.h"
+#include "support/Services.h"
 #include "support/ToolRun.h"
 
 namespace vendrel::cli {
@@ -85,6 +89,91 @@ TEST_F(CompareCommands, DiffTellsAChangedProcedureOnce) {
   ASSERT_EQ(entries.size(), 4u);
   EXPECT_EQ(entries[2]["Kind"], "procedure");
   EXPECT_EQ(entries[2]["Parts"].size(), 5u);
+}
+
+TEST_F(CompareCommands, DiffLeavesCommentsAndBlankLinesOutUnlessAsked) {
+  Write("a/m.bas",
+        "Attribute VB_Name = \"m\"\n' old _\n x = 9\n\nSub F()\nx = 1 ' one\ny = \"'\"\nEnd Sub\n");
+  Write("b/m.bas",
+        "Attribute VB_Name = \"m\"\n\n' new\nSub F() ' ##SUMMARY told\n'##REMARKS more\n"
+        "Rem z\nx = 1\n\ny = \"'\" ' and\nEnd Sub\n");
+  EXPECT_EQ(Run({"diff", Path("a/m.bas"), Path("b/m.bas")}, exDone), "");
+  EXPECT_EQ(mErr, "no difference\n");
+  EXPECT_THAT(Run({"diff", Path("a"), Path("b"), "--comments"}, exNo),
+              HasSubstr("  - x = 1 ' one\n  - y = \"'\"\n"));
+}
+
+TEST_F(CompareCommands, DiffFindsCodeUnderAnotherNameOrInAnotherModule) {
+  const std::string body = "Dim i As Long\nFor i = 1 To 9\nDebug.Print i\nNext\n";
+  const auto procedure = [&](const std::string& name, const std::string& more) {
+    return "Function " + name + "()\n" + body + more + name + " = 1\nEnd Function\n";
+  };
+  std::string many;
+  for (int i = 0; i < 40; ++i) many += "k = " + std::to_string(i) + "\n";
+  Write("a/P.vbp", "Type=Exe\nModule=M; M.bas\nModule=O; O.bas\nName=\"P\"\n");
+  Write("a/M.bas", "Attribute VB_Name = \"M\"\n" + procedure("Count", "") +
+                       procedure("Walk", "a = 2\nb = 3\n") +
+                       "Property Get V()\nV = 1\na = 7\nb = 8\nc = 9\nEnd Property\n"
+                       "Sub Gone()\nd = 1\ne = 2\nf = 3\nEnd Sub\n");
+  Write("a/O.bas", "Attribute VB_Name = \"O\"\nSub S()\ng = 1\nh = 2\nEnd Sub\nSub T()\n" + many +
+                       "End Sub\n");
+  Write("b/P.vbp", "Type=Exe\nModule=M; M.bas\nModule=Q; Q.bas\nName=\"P\"\n");
+  Write("b/M.bas", "Attribute VB_Name = \"M\"\n" + procedure("Total", "") +
+                       "Property Get W()\nW = 1\na = 7\nb = 8\nc = 9\nEnd Property\n");
+  Write("b/Q.bas", "Attribute VB_Name = \"Q\"\nSub S()\ng = 1\nh = 2\nEnd Sub\nSub T()\n" + many +
+                       "End Sub\n" + procedure("Walk", "a = 2\nb = 4\n"));
+  const std::string changes = Run({"diff", Path("a"), Path("b"), "--no-text"}, exNo);
+  EXPECT_THAT(changes, HasSubstr("renamed\tprocedure\tP~M~Count\t" + Path("b/M.bas:2") +
+                                 "\n\tName: \"Count\" -> \"Total\"\n"));
+  EXPECT_THAT(changes, HasSubstr("renamed\tproperty\tP~M~V\t"));
+  EXPECT_THAT(changes, HasSubstr("moved\tprocedure\tP~M~Walk\t" + Path("b/Q.bas:48") +
+                                 "\tModule: \"M\" -> \"Q\"\n"));
+  EXPECT_THAT(changes, HasSubstr("gone\tprocedure\tP~M~Gone\t"));
+  EXPECT_THAT(changes, HasSubstr("renamed\tmodule\tP~O\t" + Path("b/Q.bas")));
+  EXPECT_THAT(changes, Not(HasSubstr("added")));
+  EXPECT_THAT(mErr, HasSubstr("1 procedure renamed"));
+}
+
+TEST_F(CompareCommands, DiffComparesRevisionsOfARepository) {
+  const auto git = [&](const std::string& arguments) {
+    const std::string command = "git -C '" + Path("r") + "' -c user.name=a -c user.email=a@b " +
+                                arguments + " >/dev/null 2>&1";
+    return std::system(command.c_str());
+  };
+  if (std::system("git --version >/dev/null 2>&1") != 0) GTEST_SKIP() << "needs git";
+  fs::create_directories(Path("r"));
+  ASSERT_EQ(git("init"), 0);
+  Write("r/p/P.vbp", "Type=Exe\nModule=M; ..\\s\\M.bas\nName=\"P\"\n");
+  Write("r/s/M.bas", "Attribute VB_Name = \"M\"\nSub Main()\nx = 1\nEnd Sub\n");
+  ASSERT_EQ(git("add -A") + git("commit -m one") + git("tag v1"), 0);
+  Write("r/s/M.bas", "Attribute VB_Name = \"M\"\nSub Main()\nx = 2\nEnd Sub\nSub N()\nEnd Sub\n");
+  Write("r/p/Q.bas", "Attribute VB_Name = \"Q\"\n");
+  ASSERT_EQ(git("add -A") + git("commit -m two"), 0);
+  Write("r/s/M.bas", "Attribute VB_Name = \"M\"\nSub N()\nEnd Sub\n");
+  const std::string project = Path("r/p/P.vbp");
+  const std::string here = Run({"diff", project, "--git", "v1"}, exNo);
+  EXPECT_THAT(here, HasSubstr("gone\tprocedure\tP~M~Main\tv1:s/M.bas:2\n"));
+  EXPECT_THAT(here, HasSubstr("added\tprocedure\tP~M~N\t" + Path("r/s/M.bas:2")));
+  EXPECT_EQ(Run({"diff", Path("r"), "--git", "v1", "HEAD"}, exNo),
+            "text\tprocedure\tP~M~Main\tHEAD:s/M.bas:2\n  - x = 1\n  + x = 2\n"
+            "added\tprocedure\tP~M~N\tHEAD:s/M.bas:5\n");
+  EXPECT_EQ(Run({"diff", Path("r/s/M.bas"), "--git", "HEAD", "HEAD"}, exDone), "");
+  EXPECT_THAT(ReadWholeFile(Path("r/s/M.bas")), Not(HasSubstr("Main")));
+  EXPECT_EQ(git("diff --cached --quiet"), 0);
+  const auto told = [&](const std::vector<std::string>& arguments, const std::string& what) {
+    ToolRun run = Tool(arguments);
+    EXPECT_NE(run.Code, exDone);
+    EXPECT_THAT(run.Err, HasSubstr(what));
+    EXPECT_EQ(std::count(run.Err.begin(), run.Err.end(), '\n'), 1) << run.Err;
+  };
+  told({"diff", project, "--git", "v9"}, "no revision 'v9' in " + Path("r"));
+  told({"diff", project, "--git=--all"}, "is no revision");
+  told({"diff", Path("r/p/Q.bas"), "--git", "v1"}, "Q.bas: not there in revision 'v1'");
+  told({"diff", Path("A/P.vbp"), "--git", "v1"}, "no git repository holds it");
+  told({"diff", Path("A/P.vbp")}, "a second path, or --git REV");
+  test::NotedRuns noGit;
+  noGit.OnRun = [] { throw VendrelError(errFileNotFound); };
+  told({"diff", project, "--git", "v1"}, "git cannot be started");
 }
 
 TEST_F(CompareCommands, RoundtripTellsLostBytesButNotWhatIsRebuilt) {
