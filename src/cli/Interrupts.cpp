@@ -6,7 +6,6 @@
 
 #include <array>
 #include <atomic>
-#include <atomic>
 #include <cerrno>
 
 namespace vendrel::cli {

@@ -90,9 +90,7 @@ void HideLine(Reached& reached, std::ostream& err) {
 }  // namespace
 
 ProgressBar::ProgressBar(VBProject& project, const CommonOptions& options, const Streams& streams)
-    : mProject(project),
-      mErr(streams.Err),
-      mIsShowing(ShowsBar(options, streams)) {
+    : mProject(project), mErr(streams.Err), mIsShowing(ShowsBar(options, streams)) {
   Reached& reached = InUse<Reached>();
   if (reached.Projects == 0) reached.Begin();
   reached.Path = project.FileName.NativePath();

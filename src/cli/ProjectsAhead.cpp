@@ -50,8 +50,7 @@ ProjectsAhead::ProjectsAhead(std::vector<std::string> paths, const CommonOptions
     Slot& slot = mSlots.emplace_back();
     slot.Own = std::make_unique<Workspace>();
     slot.Surroundings = slot.Own.get();
-    const Workspace::Use use(*slot.Own);
-    WatchedFiles::ShareWithWorkspaceInUse();
+    WatchedFiles::ShareWith(*slot.Own);
   }
   for (std::size_t i = 1; i < jobs; ++i) mWorkers.emplace_back([this] { WorkUntilDone(); });
 }

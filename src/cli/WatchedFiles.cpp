@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "cli/Interrupts.h"
-#include "core/Workspace.h"
 #include "services/AtomicFile.h"
 #include "services/FileSource.h"
 
@@ -127,12 +126,15 @@ WatchedFiles::~WatchedFiles() {
 
 WatchedFiles* WatchedFiles::Current() { return InForce(); }
 
-void WatchedFiles::ShareWithWorkspaceInUse() {
-  if (sCurrent) FileSource::Install(sCurrent->mSource);
+void WatchedFiles::ShareWith(Workspace& other) {
+  WatchedFiles* files = InForce();
+  const Workspace::Use use(other);
+  InForce() = files;
+  if (files) FileSource::Install(files->mSource);
 }
 
 bool WatchedFiles::AreOfThisMachine() {
-  return sCurrent && &sCurrent->mSource->mUnder == FileSource::Machine().get();
+  return InForce() && &InForce()->mSource->mUnder == FileSource::Machine().get();
 }
 
 const std::string* WatchedFiles::SourceAt(const std::string& nativePath) const {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "core/Workspace.h"
 #include "services/FileSource.h"
 
 namespace vendrel::cli {
@@ -21,8 +22,9 @@ class WatchedFiles {
 
   /// Those of the run at hand; null outside of one.
   static WatchedFiles* Current();
-  /// Puts those of the run at hand in force in the workspace in use, which another thread may use.
-  static void ShareWithWorkspaceInUse();
+  /// Puts those of the run at hand in force in a workspace of the same run, which another thread
+  /// may use.
+  static void ShareWith(Workspace& other);
   /// Whether nobody put files of their own in the place of the machine's.
   static bool AreOfThisMachine();
 
