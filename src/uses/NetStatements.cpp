@@ -317,7 +317,8 @@ void ModuleBinder::ParseNetDeclarators(std::size_t at, std::size_t end, bool isC
       const UseValue value = ParseExpression(at, end);
       Entry* local = Local(name);
       // What stands without a type has that of its value.
-      if (local && local->Type.Sort == TypeSort::Late && value.Type.Sort != TypeSort::Plain)
+      if (local && mScopes.TypeOf(*local).Sort == TypeSort::Late &&
+          value.Type.Sort != TypeSort::Plain)
         local->Type = value.Type;
     }
     while (at < end && !IsMark(at, end, ',')) {
