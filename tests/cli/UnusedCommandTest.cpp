@@ -16,7 +16,7 @@ constexpr const char* kUnusedProject =
     "Object={C}#1.2#0; COMDLG32.OCX\nObject={D}#1.2#0; MSCOMCTL.OCX\n"
     "Module=modMain; modMain.bas\nModule=modOld; modOld.bas\nForm=frmMain.frm\n"
     "Class=Item; Item.cls\nClass=IPrice; IPrice.cls\nClass=Orphan; Orphan.cls\n"
-    "Startup=\"Sub Main\"\nName=\"Shop\"\n";
+    "Startup=\"Sub Main\"\nName=\"Shop\"\n[VBCompiler]\nLinkSwitches=-DLL -EXPORT:Shown,@1\n";
 
 constexpr const char* kUnusedMain = R"(Attribute VB_Name = "modMain"
 Option Explicit
@@ -92,6 +92,8 @@ Public Sub Install()
   Marked
 End Sub
 Private Sub Marked()
+End Sub
+Public Sub Shown()
 End Sub
 )";
 
