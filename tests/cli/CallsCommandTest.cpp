@@ -77,6 +77,18 @@ TEST_F(CallsCommand, ShowsWhatIsAroundAProcedure) {
             "        <- P~M~Second\tcall\t/c/M.bas:13\tas above\n");
 }
 
+TEST_F(CallsCommand, CountsBetweenModulesAndAroundProcedures) {
+  EXPECT_EQ(RunFor({"calls", "/c/C.vbp", "--modules"}),
+            "P~M\tcall 2 times\tP~Shape\t/c/M.bas:18\n"
+            "P~M\tperhaps call\tP~Square\t/c/M.bas:21\n");
+  EXPECT_EQ(RunFor({"calls", "/c/C.vbp", "--modules", "--mermaid"}),
+            "flowchart LR\n    n1[\"P~M\"]\n    n2[\"P~Shape\"]\n    n3[\"P~Square\"]\n"
+            "  n1 --> n2\n  n1 -.-> n3\n");
+  EXPECT_THAT(RunFor({"calls", "/c/C.vbp", "--fan"}),
+              HasSubstr("P~M~Second\t2\t2\t/c/M.bas:11\nP~M~Third\t2\t4\t/c/M.bas:15\n"));
+  ToolEnding(exUsage, {"calls", "/c/C.vbp", "Main", "--fan"});
+}
+
 TEST_F(CallsCommand, FindsAChain) {
   EXPECT_EQ(RunFor({"calls", "/c/C.vbp", "Main", "--reaches", "Square"}),
             "P~M~Main\tcall 2 times\tP~M~First\t/c/M.bas:4\n"

@@ -39,6 +39,8 @@ TEST(JsonSchema, FitsWhatEveryCommandWrites) {
       {"check", kSamples, "--verbose"},
       {"calls", group},
       {"calls", ledger, "Main", "--depth", "0"},
+      {"calls", group, "--modules"},
+      {"calls", group, "--fan"},
       {"unused", group},
       {"members", ledger, "Account", "--private"},
       {"help-ids", ledger},
