@@ -89,6 +89,17 @@ TEST_F(CallsCommand, CountsBetweenModulesAndAroundProcedures) {
   ToolEnding(exUsage, {"calls", "/c/C.vbp", "Main", "--fan"});
 }
 
+TEST(Calls, AVariableGoesBeforeTheClassOfItsName) {
+  const test::MemoryFiles files{
+      {"/v/V.vbp", "Type=Exe\nModule=M; M.bas\nModule=N; N.bas\nClass=Log; Log.cls\nName=\"V\"\n"},
+      {"/v/M.bas", "Attribute VB_Name = \"M\"\nPublic Log As New Log\n"},
+      {"/v/N.bas", "Attribute VB_Name = \"N\"\nSub Main()\n  Log.Post\nEnd Sub\n"},
+      {"/v/Log.cls",
+       "VERSION 1.0 CLASS\nAttribute VB_Name = \"Log\"\nPublic Sub Post()\nEnd Sub\n"}};
+  EXPECT_EQ(RunFor({"calls", "/v/V.vbp"}), "V~N~Main\tcall\tV~Log~Post\t/v/N.bas:3\n");
+  EXPECT_EQ(RunFor({"unused", "/v/V.vbp"}), "");
+}
+
 TEST_F(CallsCommand, FindsAChain) {
   EXPECT_EQ(RunFor({"calls", "/c/C.vbp", "Main", "--reaches", "Square"}),
             "P~M~Main\tcall 2 times\tP~M~First\t/c/M.bas:4\n"
