@@ -37,6 +37,7 @@ void ModuleBinder::ParseList(std::size_t from, std::size_t end) { ParseArguments
 
 // A statement that begins with a name: an assignment or a call.
 void ModuleBinder::ParseGeneric(std::size_t from, std::size_t end) {
+  if (mIsNet) return ParseNetGeneric(from, end);
   std::size_t at = from;
   if (!IsWord(at, end) && !IsMemberMark(at, end, false)) return ParseList(from, end);
   UseValue value = ParseChain(at, end, true);
@@ -153,7 +154,7 @@ void ModuleBinder::ParseReDim(std::size_t from, std::size_t end) {
     if (IsWord(at, end, word::Else)) return ParseStatement(at, end);
     const std::size_t name = at;
     const bool isBare = IsWord(at, end) && !IsMark(at + 1, end, '.') && !IsMark(at + 1, end, '!');
-    const bool isDeclared = !isBare || Local(At(at).Name) || mScope.Members.Find(At(at).Name) ||
+    const bool isDeclared = !isBare || Local(At(at).Name) || mScope->Members.Find(At(at).Name) ||
                             mProject.Names.count(At(at).Name) > 0;
     if (!isDeclared && mPlace == Place::Procedure) {  // the only declaration of the array
       AddLocal(At(at).Name, EntrySort::Local, nullptr, false);
@@ -176,7 +177,7 @@ void ModuleBinder::ParseReDim(std::size_t from, std::size_t end) {
 
 void ModuleBinder::ParseRaise(std::size_t from, std::size_t end) {
   if (!IsWord(from, end)) return;
-  const Entry* event = mScope.Events.Find(At(from).Name);
+  const Entry* event = mScope->Events.Find(At(from).Name);
   const std::int32_t record =
       AddUse(from, UseKind::Raise, event ? UseAnswer::OwnModule : UseAnswer::Unknown);
   Callee callee;
@@ -231,7 +232,7 @@ void ModuleBinder::ParseGet(std::size_t from, std::size_t end) {
 // Mid(text, start, length) = value: the first argument is written.
 bool ModuleBinder::ParseMidTarget(std::size_t from, std::size_t end) {
   if (!(IsWord(from, end, word::Mid) || IsWord(from, end, word::MidB))) return false;
-  if (!IsMark(from + 1, end, '(') || Local(At(from).Name) || mScope.Members.Find(At(from).Name))
+  if (!IsMark(from + 1, end, '(') || Local(At(from).Name) || mScope->Members.Find(At(from).Name))
     return false;
   const std::size_t close = CloseOf(from + 1, end);
   if (!IsMark(close + 1, end, '=')) return false;
@@ -435,6 +436,7 @@ void ModuleBinder::ParseStatement(std::size_t from, std::size_t end) {
 }
 
 void ModuleBinder::ParseOneStatement(std::size_t from, std::size_t end) {
+  if (mIsNet && from > 0 && IsWord(from, end) && ParseNetFlow(from, end)) return;
   std::size_t at = from;
   if (at < end && At(at).Kind == TokenKind::Number) ++at;  // a line number
   if (at >= end) return;
@@ -448,7 +450,10 @@ void ModuleBinder::ParseOneStatement(std::size_t from, std::size_t end) {
     ParseStatement(stop, end);
     return;
   }
-  if (IsWord(at, end) && !At(at).Bracketed) {
+  if (IsWord(at, end) && !At(at).Bracketed && mIsNet) {
+    if (IsMark(at + 1, end, '.') || IsMark(at + 1, end, '=')) return ParseGeneric(at, end);
+    if (ParseControlFlow(at, end) || ParseKeyword(at, end) || ParseMidTarget(at, end)) return;
+  } else if (IsWord(at, end) && !At(at).Bracketed) {
     if (ParseControlFlow(at, end) || ParseKeyword(at, end) || ParseInputOutput(at, end) ||
         ParseDeclaration(at, end) || ParseMidTarget(at, end))
       return;
