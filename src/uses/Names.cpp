@@ -178,7 +178,9 @@ bool ModuleBinder::BindProjectName(std::size_t at, ProjectScope& project, bool o
     const ProjectName& meaning = found->second;
     const Entry* entry = nullptr;
     const bool isModule = meaning.Module && (own || project.IsLibrary || dotFollows);
-    if (isModule && (dotFollows || !meaning.Member))
+    // A class by itself is no object: `Public Log As New Log` is what Log.Write means.
+    const bool isNoObject = isModule && meaning.Module->Home->FileType == ftClass;
+    if (isModule && (!meaning.Member || (dotFollows && !isNoObject)))
       entry = meaning.Module;
     else if (meaning.Member)
       entry = meaning.Member;
