@@ -28,6 +28,7 @@ void Chain(Entry*& first, Entry* added) {
 
 void Scopes::AddModule(ProjectScope& project, const Component& module) {
   ModuleScope& scope = Of(module);
+  project.MissesReferences |= scope.IsMissing && !project.IsLibrary;
   const bool isStandard = module.FileType == ftModule;
   ProjectName& own = project.Names[scope.Own.Name];
   if (!own.Module) own.Module = &scope.Own;
@@ -72,6 +73,11 @@ ProjectScope& Scopes::Of(VBProject& project) {
   scope.Own.Name = mSymbols.Of(project.ProjectName);
   scope.Own.Sort = EntrySort::Project;
   scope.Own.Element = &project;
+  if (project.LanguageVersion() == lvVisualBasicDotNet) {
+    for (ProjectFile& file : project.ProjectFiles)
+      if (file.SourceForm) mFiles[file.SourceForm.get()] = &file;
+    scope.MissesReferences = true;  // assemblies tell their types when these are asked for
+  }
   for (const Component& module : std::as_const(project).Components.Listed())
     AddModule(scope, module);
   AddReferences(scope);

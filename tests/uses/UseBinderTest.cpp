@@ -316,5 +316,47 @@ TEST(UseBinder, SaysWhatStandsInAReferenceThatIsMissing) {
             "~M~c; Open call external ADODB; adCmdText read external");
 }
 
+// A library that has been loaded goes before the table of built-ins, its enumerations and classes
+// included; what it does not tell is bound late.
+TEST(UseBinder, FollowsReferencesToProjectsAndLibrariesThatAreAtHand) {
+  const auto usesWith = [](bool isLibrary) {
+    test::TestProject other(
+        {{"Box.cls", "Public Enum Lid\nOpen1\nEnd Enum\nPublic Sub Shut()\nEnd Sub\n"}},
+        [](VBProject& project) { test::Complete()(project); });
+    other.Project->ProjectName = "Boxes";
+    other.Project->Components.Populate();
+    other.Project->WasReadFromTypeLibrary = isLibrary;
+    test::TestProject own(
+        {{"M.bas",
+          "Option Explicit\nSub S(b As Box, c As Boxes.Box)\nb.Shut\nc.Gone Open1\n"
+          "End Sub\n"}},
+        Complete());
+    const auto reference = std::make_shared<Reference>();
+    reference->SetReferencedProject(other.Project.get());
+    own.Project->References.Add(reference);
+    return UsesFrom(*own.Project, own.Module("M"), 4);
+  };
+  EXPECT_EQ(usesWith(false),
+            "b read parameter; Shut call project; c read parameter; Gone call unknown; Open1 read "
+            "enumeration-member");
+  EXPECT_EQ(usesWith(true),
+            "b read parameter; Shut call library; c read parameter; Gone call "
+            "late; Open1 read library");
+}
+
+TEST(UseBinder, TakesWhatAMissingModuleMayHoldForExternal) {
+  test::MemoryFiles files({{"/p/P.vbp", "Type=Exe\nClass=Gone; Gone.cls\nModule=M; M.bas\n"},
+                           {"/p/M.bas",
+                            "Attribute VB_Name = \"M\"\nOption Explicit\nSub S(g As Gone)\n"
+                            "g.Do1 More\nEnd Sub\n"}});
+  VBProject project;
+  Complete()(project);
+  project.Load("/p/P.vbp");
+  const Component* module = nullptr;
+  for (Component& one : project.Components) module = &one;
+  EXPECT_EQ(UsesFrom(project, *module, 4, true),
+            "g read parameter ~M~S:g; Do1 call external Gone; More read external");
+}
+
 }  // namespace
 }  // namespace vendrel
