@@ -113,7 +113,9 @@ std::vector<double> InOwnProcess(const std::function<std::vector<double>()>& wor
 }
 
 double Best(std::vector<double> times) {
-  return times.empty() ? 0 : *std::min_element(times.begin(), times.end());
+  double best = times.empty() ? 0 : times.front();
+  for (const double time : times) best = std::min(best, time);
+  return best;
 }
 
 double Median(std::vector<double> times) {

@@ -225,6 +225,22 @@ bool DocumentationFile::Open(const Member& member, pugi::xml_document& document)
          document.load_buffer(text.data(), text.size(), kMarkUpParse, pugi::encoding_utf8);
 }
 
+std::vector<const DocumentationFile::Member*> DocumentationFile::Named(
+    std::string_view front) const {
+  if (mByFront.empty()) {
+    mByFront.reserve(mMembers.size());
+    for (std::size_t i = 0; i < mMembers.size(); ++i)
+      mByFront.emplace_back(mMembers[i].Name.substr(0, mMembers[i].Name.find('(')), i);
+    std::sort(mByFront.begin(), mByFront.end());
+  }
+  std::vector<const Member*> found;
+  for (auto at =
+           std::lower_bound(mByFront.begin(), mByFront.end(), std::pair(front, std::size_t{}));
+       at != mByFront.end() && at->first == front; ++at)
+    found.push_back(&mMembers[at->second]);
+  return found;
+}
+
 const DocumentationFile::Member* DocumentationFile::Find(std::string_view name) const {
   if (!mIndexed) {
     mIndexed = true;

@@ -11,6 +11,8 @@ namespace vendrel {
 namespace {
 
 constexpr int kDeepestCondition = 64;
+// A property that holds itself twice doubles with each of its lines.
+constexpr std::size_t kLongestProperty = 1 << 20;
 
 class ConditionReader {
  public:
@@ -252,6 +254,10 @@ std::string MSBuildProperties::Expand(std::string_view text) const {
     if (close >= text.size()) return result.append(text.substr(open));
     result += ValueOf(Trim(text.substr(open + 2, close - open - 2)));
     text.remove_prefix(close + 1);
+    if (result.size() > kLongestProperty) {
+      NoteNotUnderstood("a property grows beyond " + std::to_string(kLongestProperty) + " bytes");
+      return {};
+    }
   }
   return result;
 }
