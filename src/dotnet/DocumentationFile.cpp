@@ -5,6 +5,7 @@
 #include <pugixml.hpp>
 
 #include "comments/CommentFile.h"
+#include "core/Ascii.h"
 #include "diagnostics/Context.h"
 #include "dotnet/MarkUp.h"
 #include "services/FileSource.h"
@@ -218,6 +219,23 @@ std::shared_ptr<const DocumentationFile> DocumentationFile::Parse(std::string by
   return file;
 }
 VENDREL_CONTEXT(name)
+
+std::vector<std::string> DocumentationFile::NamesIn(std::string bytes) {
+  const std::shared_ptr<const SourceText> source = Decoded(std::move(bytes));
+  std::vector<Member> members;
+  Cutting(source->Text, members).Run();
+  std::vector<std::string> names;
+  names.reserve(members.size());
+  pugi::xml_document tag;
+  for (const Member& member : members) {
+    std::string name(member.Name);
+    if (name.find('&') != std::string::npos &&
+        tag.load_string(("<a n=\"" + ReplaceAll(name, "\"", "&quot;") + "\"/>").c_str()))
+      name = tag.document_element().attribute("n").value();
+    names.push_back(std::move(name));
+  }
+  return names;
+}
 
 bool DocumentationFile::Open(const Member& member, pugi::xml_document& document) const {
   const std::string_view text = TextOf(member);

@@ -43,6 +43,10 @@ class DocumentationFile {
   /// The same from the bytes of a file; `name` is told in failures.
   static std::shared_ptr<const DocumentationFile> Parse(std::string bytes, std::string_view name);
 
+  /// The names of all members in the bytes of a file, references resolved, without parsing it: of a
+  /// file that is not well-formed too.
+  static std::vector<std::string> NamesIn(std::string bytes);
+
   const std::vector<Member>& Members() const { return mMembers; }
   /// The text of a member's element.
   std::string_view TextOf(const Member& member) const {
