@@ -118,17 +118,22 @@ bool StandsAlone(std::string_view line) {
 
 }  // namespace
 
-std::string_view SourceLines::TakePhysical() {
-  std::string_view rest = mText.substr(mAt);
-  const std::string_view line = TakeLine(rest);
-  mAt = mText.size() - rest.size();
-  ++mPhysical;
-  return line;
+// Each line is looked for once: it is seen ahead, then taken.
+std::string_view SourceLines::Ahead() {
+  if (mAheadOf != mAt) {
+    std::string_view rest = mText.substr(mAt);
+    mAhead = TakeLine(rest);
+    mBehindAhead = mText.size() - rest.size();
+    mAheadOf = mAt;
+  }
+  return mAhead;
 }
 
-std::string_view SourceLines::Ahead() const {
-  std::string_view rest = mText.substr(mAt);
-  return TakeLine(rest);
+std::string_view SourceLines::TakePhysical() {
+  const std::string_view line = Ahead();
+  mAt = mBehindAhead;
+  ++mPhysical;
+  return line;
 }
 
 // Walks one line; true if the statement goes on behind it.
