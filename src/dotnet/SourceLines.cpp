@@ -279,21 +279,17 @@ bool SourceLines::GoesOn(Scan& scan, std::string_view line) {
 }
 
 bool SourceLines::Next(SourceStatement& statement) {
-  statement = {};
   if (mAt >= mText.size()) return false;
   const std::size_t begin = mAt;
   const std::int32_t beginPhysical = mPhysical;
   std::string_view line = TakePhysical();
-  statement.FirstLine = mPhysical;
-  statement.Lines = {line};
-  statement.Text = line;
+  statement.Begin(line, mPhysical);
   statement.Next = Ahead();
   if (StandsAlone(line)) return true;
   for (const bool simple : {mUnclosed >= kMostUnclosed, true}) {
     Scan scan;
     scan.Simple = simple;
-    statement.Lines = {line};
-    statement.InsideFrom = static_cast<std::size_t>(-1);
+    statement.Begin(line, statement.FirstLine);
     bool goesOn = GoesOn(scan, line);
     mJoined.assign(line);
     while (goesOn && mAt < mText.size()) {

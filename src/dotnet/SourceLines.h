@@ -20,6 +20,16 @@ struct SourceStatement {
   std::size_t InsideFrom = static_cast<std::size_t>(-1);
   /// The physical line behind the statement; empty where it is not known.
   std::string_view Next = {};
+
+  /// Makes it a new one on one line.
+  void Begin(std::string_view line, std::int32_t number) {
+    Lines.clear();
+    Lines.push_back(line);
+    Text = line;
+    FirstLine = number;
+    InsideFrom = static_cast<std::size_t>(-1);
+    Next = {};
+  }
 };
 
 /// Walks a file as the described behaviour has it: tabs are blanks, a bare line feed parts lines

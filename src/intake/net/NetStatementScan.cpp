@@ -263,6 +263,10 @@ void NetStatementScan::LineScan::TakeMark(char c) {
 // Whether a line that follows a complete one belongs to it all the same, by the word at its front:
 // a query operator behind a query, Handles or Implements behind the first line of a member.
 bool NetStatementScan::IsJoinedBy(std::string_view next) const {
+  const std::size_t first = next.find_first_not_of(" \t");
+  if (first == kNotFound) return false;
+  const char letter = UpperAscii(next[first]);
+  if (!mInQuery && letter != 'H' && letter != 'I') return false;
   NetWords words(next);
   const std::string_view word = words.Next();
   if (word.empty()) return false;
