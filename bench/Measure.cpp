@@ -113,7 +113,7 @@ std::vector<double> InOwnProcess(const std::function<std::vector<double>()>& wor
 }
 
 double Best(std::vector<double> times) {
-  double best = times.empty() ? 0 : times[0];
+  double best = times.empty() ? 0 : times.front();
   for (const double time : times) best = std::min(best, time);
   return best;
 }

@@ -1,11 +1,11 @@
 #include "dotnet/DocumentationCheck.h"
 
 #include <algorithm>
-#include <pugixml.hpp>
 #include <unordered_set>
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "dotnet/DocumentationFile.h"
 #include "dotnet/DocumentedElements.h"
 #include "services/FileSource.h"
 #include "services/FolderCache.h"
@@ -17,13 +17,6 @@ constexpr std::string_view kPrefixes = "TMPFE";
 
 bool IsMemberName(std::string_view name) {
   return name.size() > 2 && name[1] == ':' && kPrefixes.find(name[0]) != std::string_view::npos;
-}
-
-std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
 // "en", "zh-Hans", "sr-Latn-CS"
@@ -72,19 +65,9 @@ std::vector<std::string> DocumentationBeside(const std::string& nativePath) {
 std::vector<std::string> DocumentedNames(const std::vector<std::string>& nativePaths) {
   std::vector<std::string> names;
   std::unordered_set<std::string> known;
-  for (const std::string& path : nativePaths) {
-    const std::string bytes = ReadWholeFile(path);
-    // Some files begin with NULs; what follows an error is lost, what precedes it counts.
-    const std::size_t start = bytes.find_first_not_of('\0');
-    pugi::xml_document document;
-    if (start != std::string::npos)
-      document.load_buffer(bytes.data() + start, bytes.size() - start);
-    for (const pugi::xml_node members : document.child("doc").children("members"))
-      for (const pugi::xml_node member : members.children("member")) {
-        std::string name(Trimmed(member.attribute("name").as_string()));
-        if (IsMemberName(name) && known.insert(name).second) names.push_back(std::move(name));
-      }
-  }
+  for (const std::string& path : nativePaths)
+    for (std::string& name : DocumentationFile::NamesIn(ReadWholeFile(path)))
+      if (IsMemberName(name) && known.insert(name).second) names.push_back(std::move(name));
   return names;
 }
 

@@ -5,6 +5,7 @@
 #include <pugixml.hpp>
 
 #include "comments/CommentFile.h"
+#include "core/Ascii.h"
 #include "diagnostics/Context.h"
 #include "dotnet/MarkUp.h"
 #include "services/FileSource.h"
@@ -219,10 +220,43 @@ std::shared_ptr<const DocumentationFile> DocumentationFile::Parse(std::string by
 }
 VENDREL_CONTEXT(name)
 
+std::vector<std::string> DocumentationFile::NamesIn(std::string bytes) {
+  const std::shared_ptr<const SourceText> source = Decoded(std::move(bytes));
+  std::vector<Member> members;
+  Cutting(source->Text, members).Run();
+  std::vector<std::string> names;
+  names.reserve(members.size());
+  pugi::xml_document tag;
+  for (const Member& member : members) {
+    std::string name(member.Name);
+    if (name.find('&') != std::string::npos &&
+        tag.load_string(("<a n=\"" + ReplaceAll(name, "\"", "&quot;") + "\"/>").c_str()))
+      name = tag.document_element().attribute("n").value();
+    names.push_back(std::move(name));
+  }
+  return names;
+}
+
 bool DocumentationFile::Open(const Member& member, pugi::xml_document& document) const {
   const std::string_view text = TextOf(member);
   return !member.IsTooDeep &&
          document.load_buffer(text.data(), text.size(), kMarkUpParse, pugi::encoding_utf8);
+}
+
+std::vector<const DocumentationFile::Member*> DocumentationFile::Named(
+    std::string_view front) const {
+  if (mByFront.empty()) {
+    mByFront.reserve(mMembers.size());
+    for (std::size_t i = 0; i < mMembers.size(); ++i)
+      mByFront.emplace_back(mMembers[i].Name.substr(0, mMembers[i].Name.find('(')), i);
+    std::sort(mByFront.begin(), mByFront.end());
+  }
+  std::vector<const Member*> found;
+  for (auto at =
+           std::lower_bound(mByFront.begin(), mByFront.end(), std::pair(front, std::size_t{}));
+       at != mByFront.end() && at->first == front; ++at)
+    found.push_back(&mMembers[at->second]);
+  return found;
 }
 
 const DocumentationFile::Member* DocumentationFile::Find(std::string_view name) const {

@@ -43,6 +43,10 @@ class DocumentationFile {
   /// The same from the bytes of a file; `name` is told in failures.
   static std::shared_ptr<const DocumentationFile> Parse(std::string bytes, std::string_view name);
 
+  /// The names of all members in the bytes of a file, references resolved, without parsing it: of a
+  /// file that is not well-formed too.
+  static std::vector<std::string> NamesIn(std::string bytes);
+
   const std::vector<Member>& Members() const { return mMembers; }
   /// The text of a member's element.
   std::string_view TextOf(const Member& member) const {
@@ -53,6 +57,9 @@ class DocumentationFile {
   /// The first member of a name such as "M:Shop.Goods.Find"; null if none. Answered from an index
   /// made at the first call.
   const Member* Find(std::string_view name) const;
+  /// The members whose names are the same in front of their parameters ("M:Shop.Goods`1.Find"), in
+  /// the order of the file. Answered from an index made at the first call.
+  std::vector<const Member*> Named(std::string_view front) const;
 
  private:
   DocumentationFile() = default;
@@ -62,6 +69,8 @@ class DocumentationFile {
   std::vector<Member> mMembers;
   mutable std::unordered_map<std::string_view, std::size_t> mByName;
   mutable bool mIndexed = false;
+  // Members by their names in front of the parameters; made when it is first asked for.
+  mutable std::vector<std::pair<std::string_view, std::size_t>> mByFront;
 };
 
 /// Parses XML text as documentation files need it: blanks, comments and processing instructions are

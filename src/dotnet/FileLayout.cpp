@@ -25,8 +25,9 @@ FileLayout::FileLayout(ProjectFile& file)
     : mText(file.SourceForm ? &file.SourceForm->Text : nullptr), mScanned(file.Scanned()) {
   for (const auto& part : mScanned.Parts) Add(*part);
   for (const auto& block : mScanned.Delegates) Add(*block);
-  std::stable_sort(mLines.begin(), mLines.end(),
-                   [](const PlacedLine& a, const PlacedLine& b) { return a.Place < b.Place; });
+  const auto isEarlier = [](const PlacedLine& a, const PlacedLine& b) { return a.Place < b.Place; };
+  if (!std::is_sorted(mLines.begin(), mLines.end(), isEarlier))
+    std::stable_sort(mLines.begin(), mLines.end(), isEarlier);
 }
 
 const std::string* FileLayout::NewText(const PlacedLine& line) const {

@@ -7,6 +7,7 @@
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
 #include "dotnet/DocumentationFile.h"
+#include "dotnet/GenericNames.h"
 #include "dotnet/InheritDoc.h"
 #include "dotnet/XmlComments.h"
 #include "model/Events.h"
@@ -117,9 +118,35 @@ class InheritedComments {
     const std::string type = block.InheritedFrom().str();
     const DocumentationFile* file = mOutside.For(type);
     if (!file) return;
-    const DocumentationFile::Member* member = file->Find(NameOutside(block, type));
+    const std::string name = NameOutside(block, type);
+    const DocumentationFile::Member* member = file->Find(name);
+    if (!member && mProject.Reading.DocumentationElements)
+      member = GenericMember(*file, DefinitionOf(name.substr(0, name.find('('))), name);
     if (!member || !file->Open(*member, mDocument)) return;
     mComments.ProcessMember(mDocument.document_element(), block);
+  }
+
+  // In the place of a type parameter the inherited member has a type of its own: of those that have
+  // the name, the only one that fits.
+  static const DocumentationFile::Member* GenericMember(const DocumentationFile& file,
+                                                        const std::string& front,
+                                                        std::string_view name) {
+    const std::vector<std::string_view> types = ArgumentsOf(name);
+    const auto fits = [&](const DocumentationFile::Member& member) {
+      const std::vector<std::string_view> documented = ArgumentsOf(member.Name);
+      if (documented.size() != types.size()) return false;
+      for (std::size_t i = 0; i < types.size(); ++i)
+        if (documented[i] != types[i] && documented[i].find('`') == std::string_view::npos)
+          return false;
+      return true;
+    };
+    const DocumentationFile::Member* only = nullptr;
+    for (const DocumentationFile::Member* member : file.Named(front)) {
+      if (!fits(*member)) continue;
+      if (only) return nullptr;
+      only = member;
+    }
+    return only;
   }
 
   // The name of the member where it is declared.

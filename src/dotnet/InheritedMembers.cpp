@@ -85,6 +85,11 @@ class Completion {
       if (!inherited.IsHidden) Sort(Sourced(inherited), members);
     for (auto& [head, overloads] : mOverloads) mBuilder.AddOverloads(*head, overloads);
     mBuilder.AddAll(members);
+    // Lists that have grown one by one hold room for half as many again.
+    for (const auto& [head, overloads] : mOverloads)
+      if (Blocks* family = head->Overloads()) family->Fit();
+    mModule.Blocks.Fit();
+    mModule.EventDeclarations.Fit();
   }
 
  private:

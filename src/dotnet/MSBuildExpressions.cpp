@@ -1,5 +1,7 @@
 #include "dotnet/MSBuildExpressions.h"
 
+#include <algorithm>
+#include <charconv>
 #include <vector>
 
 #include "core/Ascii.h"
@@ -9,6 +11,8 @@ namespace vendrel {
 namespace {
 
 constexpr int kDeepestCondition = 64;
+// A property that holds itself twice doubles with each of its lines.
+constexpr std::size_t kLongestProperty = 1 << 20;
 
 class ConditionReader {
  public:
@@ -19,7 +23,9 @@ class ConditionReader {
   bool Read() {
     const bool value = Or();
     SkipBlanks();
-    return value && !mFailed && mAt == mText.size();
+    const bool isUnderstood = !mFailed && mAt == mText.size();
+    if (!isUnderstood) mProperties.NoteNotUnderstood(mText);
+    return value && isUnderstood;
   }
 
  private:
@@ -52,6 +58,11 @@ class ConditionReader {
       if (!Take("(")) return Fail();
       value = mExists(Text());
       if (!Take(")")) Fail();
+    } else if (TakeWord("hastrailingslash")) {
+      if (!Take("(")) return Fail();
+      const std::string text = Text();
+      value = text.ends_with('/') || text.ends_with('\\');
+      if (!Take(")")) Fail();
     } else {
       value = Comparison();
     }
@@ -63,7 +74,26 @@ class ConditionReader {
     SkipBlanks();
     if (Take("==")) return EqualsNoCase(left, Text());
     if (Take("!=")) return !EqualsNoCase(left, Text());
+    if (Take("<=")) return Ordered(left, Text()) <= 0;
+    if (Take(">=")) return Ordered(left, Text()) >= 0;
+    if (Take("<")) return Ordered(left, Text()) < 0;
+    if (Take(">")) return Ordered(left, Text()) > 0;
     return EqualsNoCaseAscii(left, "true");
+  }
+  // By the numbers between the dots: "4.10" is behind "4.9".
+  int Ordered(std::string_view left, std::string_view right) {
+    while (!left.empty() || !right.empty()) {
+      const auto a = NumberIn(Trim(TakeField(left, '.')));
+      const auto b = NumberIn(Trim(TakeField(right, '.')));
+      if (a != b) return a < b ? -1 : 1;
+    }
+    return 0;
+  }
+  std::uint64_t NumberIn(std::string_view text) {
+    std::uint64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size()) mFailed |= !text.empty();
+    return number;
   }
   std::string Text() {
     SkipBlanks();
@@ -87,7 +117,7 @@ class ConditionReader {
         const char c = mText[end];
         if (c == '(') ++depth;
         if (c == ')' && depth-- == 0) break;
-        if (depth <= 0 && (IsGap(c) || c == '=' || c == '!')) break;
+        if (depth <= 0 && (IsGap(c) || c == '=' || c == '!' || c == '<' || c == '>')) break;
       }
       raw = mText.substr(mAt, end - mAt);
       mAt = end;
@@ -166,6 +196,49 @@ const std::string& MSBuildProperties::Get(std::string_view name) const {
   return found == mValues.end() ? none : found->second;
 }
 
+void MSBuildProperties::NoteNotUnderstood(std::string_view expression) const {
+  constexpr std::size_t kMost = 64;
+  const bool isKnown =
+      std::find(mNotUnderstood.begin(), mNotUnderstood.end(), expression) != mNotUnderstood.end();
+  if (!isKnown && mNotUnderstood.size() < kMost) mNotUnderstood.emplace_back(expression);
+}
+
+// A name, or functions of its value one behind the other.
+std::string MSBuildProperties::ValueOf(std::string_view expression) const {
+  const std::size_t dot = expression.find_first_of(".([");
+  if (dot == kNotFound) return Get(expression);
+  std::string value = Get(expression.substr(0, dot));
+  std::string_view rest = expression.substr(dot);
+  while (rest.starts_with('.')) {
+    const std::size_t open = rest.find('(');
+    const std::size_t close = rest.find(')', open);
+    if (open == kNotFound || close == kNotFound) break;
+    const std::string_view function = rest.substr(1, open - 1);
+    std::vector<std::string> arguments;
+    for (std::string_view list = rest.substr(open + 1, close - open - 1); !list.empty();) {
+      std::string_view one = Trim(TakeField(list, ','));
+      if (one.size() >= 2 && (one.front() == '\'' || one.front() == '"') && one.back() == one[0])
+        one = one.substr(1, one.size() - 2);
+      arguments.emplace_back(one);
+    }
+    if (EqualsNoCaseAscii(function, "tolower"))
+      value = LowerAscii(value);
+    else if (EqualsNoCaseAscii(function, "toupper"))
+      value = UpperAscii(value);
+    else if (EqualsNoCaseAscii(function, "trim"))
+      value = std::string(Trim(value));
+    else if (EqualsNoCaseAscii(function, "replace") && arguments.size() == 2 &&
+             !arguments[0].empty())
+      value = ReplaceAll(value, arguments[0], arguments[1]);
+    else
+      break;
+    rest.remove_prefix(close + 1);
+  }
+  if (rest.empty()) return value;
+  NoteNotUnderstood("$(" + std::string(expression) + ")");
+  return {};
+}
+
 std::string MSBuildProperties::Expand(std::string_view text) const {
   std::string result;
   while (!text.empty()) {
@@ -179,8 +252,12 @@ std::string MSBuildProperties::Expand(std::string_view text) const {
       if (text[close] == ')' && --depth == 0) break;
     }
     if (close >= text.size()) return result.append(text.substr(open));
-    result += Get(Trim(text.substr(open + 2, close - open - 2)));
+    result += ValueOf(Trim(text.substr(open + 2, close - open - 2)));
     text.remove_prefix(close + 1);
+    if (result.size() > kLongestProperty) {
+      NoteNotUnderstood("a property grows beyond " + std::to_string(kLongestProperty) + " bytes");
+      return {};
+    }
   }
   return result;
 }

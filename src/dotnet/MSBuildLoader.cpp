@@ -12,6 +12,7 @@
 #include "diagnostics/Diagnostic.h"
 #include "dotnet/Assemblies.h"
 #include "dotnet/MSBuildExpressions.h"
+#include "dotnet/MSBuildImports.h"
 #include "dotnet/NetXml.h"
 #include "dotnet/SourceScan.h"
 #include "dotnet/Sources.h"
@@ -35,8 +36,8 @@ class MSBuildReader {
 
  private:
   void SetKnownProperties();
-  void TakeGroups(const XmlElement& parent);
-  void TakeProperties(const XmlElement& group);
+  void TakeItems();
+  void TellNotUnderstood();
   void TakeItem(const XmlElement& item);
   void TakeCompile(const XmlElement& item);
   void TakeReference(const XmlElement& item, const std::string& include);
@@ -44,7 +45,6 @@ class MSBuildReader {
   void Settle();
   void TakeConstants();
   void Scan();
-  bool Holds(const XmlElement& e) const;
   std::string Child(const XmlElement& e, std::string_view name) const;
   std::vector<std::string> SourcesBelow(const std::string& folder) const;
   bool IsTrue(std::string_view name) const {
@@ -58,20 +58,11 @@ class MSBuildReader {
 
   VBProject& mProject;
   MSBuildProperties mProperties;
+  MSBuildImports mFiles{mProject.FileName, mProperties};
   bool mIsSdk = false;
   std::vector<Source> mSources;
   std::shared_ptr<std::vector<std::string>> mImports = std::make_shared<std::vector<std::string>>();
 };
-
-bool MSBuildReader::Holds(const XmlElement& e) const {
-  const auto condition = AttributeOf(e, "Condition");
-  return !condition || MSBuildCondition(*condition, mProperties, [&](const std::string& path) {
-    FileSystemObject file;
-    file.SetBaseFile(const_cast<FileSystemObject*>(&mProject.FileName));
-    file.SetFullPath(path);
-    return file.Exists() || file.IsFolder();
-  });
-}
 
 std::string MSBuildReader::Child(const XmlElement& e, std::string_view name) const {
   for (const XmlElement child : e.Elements())
@@ -90,7 +81,6 @@ void MSBuildReader::SetKnownProperties() {
   mProperties.Set("MSBuildProjectFile", file.LeafName());
   mProperties.Set("MSBuildProjectFullPath", file.FullPath());
   mProperties.Set("MSBuildProjectDirectory", folder.substr(0, folder.size() - 1));
-  mProperties.Set("MSBuildThisFileDirectory", folder);
   mProperties.Set("RootNamespace", file.BaseName());
   mProperties.Set("AssemblyName", file.BaseName());
 }
@@ -119,37 +109,26 @@ void MSBuildReader::Read() try {
     if (IsNamed(child, "Sdk") || (IsNamed(child, "Import") && AttributeOf(child, "Sdk")))
       mIsSdk = true;
   // Properties first: items see all of them, wherever they stand.
-  for (const XmlElement child : root.Elements())
-    if (IsNamed(child, "PropertyGroup") && Holds(child)) TakeProperties(child);
+  mFiles.Take(root, mIsSdk);
+  mFiles.Enter(mProject.FileName);
   Settle();
-  TakeGroups(root);
+  TakeItems();
+  TellNotUnderstood();
   Scan();
 }
 VENDREL_CONTEXT(trace::Me(mProject))
 
-void MSBuildReader::TakeProperties(const XmlElement& group) {
-  for (const XmlElement property : group.Elements())
-    if (Holds(property))
-      mProperties.Set(property.Name(), mProperties.Expand(Trim(property.Text())));
+void MSBuildReader::TakeItems() {
+  for (const MSBuildImports::Group& group : mFiles.Groups()) {
+    mFiles.Enter(group.File);
+    for (const XmlElement item : group.Element.Elements())
+      if (mFiles.Holds(item)) TakeItem(item);
+  }
 }
 
-void MSBuildReader::TakeGroups(const XmlElement& parent) {
-  for (const XmlElement group : parent.Elements()) {
-    if (IsNamed(group, "Choose")) {
-      bool chosen = false;
-      for (const XmlElement branch : group.Elements()) {
-        if (chosen || (IsNamed(branch, "When") && !Holds(branch))) continue;
-        chosen = true;
-        for (const XmlElement inner : branch.Elements())
-          if (IsNamed(inner, "ItemGroup") && Holds(inner))
-            for (const XmlElement item : inner.Elements())
-              if (Holds(item)) TakeItem(item);
-      }
-    } else if (IsNamed(group, "ItemGroup") && Holds(group)) {
-      for (const XmlElement item : group.Elements())
-        if (Holds(item)) TakeItem(item);
-    }
-  }
+void MSBuildReader::TellNotUnderstood() {
+  for (const std::string& text : mProperties.NotUnderstood())
+    Report(DiagnosticCode::ProjectLineSkipped, {text});
 }
 
 // What the properties say of the project, once all are known.

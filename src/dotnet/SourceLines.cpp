@@ -118,17 +118,22 @@ bool StandsAlone(std::string_view line) {
 
 }  // namespace
 
-std::string_view SourceLines::TakePhysical() {
-  std::string_view rest = mText.substr(mAt);
-  const std::string_view line = TakeLine(rest);
-  mAt = mText.size() - rest.size();
-  ++mPhysical;
-  return line;
+// Each line is looked for once: it is seen ahead, then taken.
+std::string_view SourceLines::Ahead() {
+  if (mAheadOf != mAt) {
+    std::string_view rest = mText.substr(mAt);
+    mAhead = TakeLine(rest);
+    mBehindAhead = mText.size() - rest.size();
+    mAheadOf = mAt;
+  }
+  return mAhead;
 }
 
-std::string_view SourceLines::Ahead() const {
-  std::string_view rest = mText.substr(mAt);
-  return TakeLine(rest);
+std::string_view SourceLines::TakePhysical() {
+  const std::string_view line = Ahead();
+  mAt = mBehindAhead;
+  ++mPhysical;
+  return line;
 }
 
 // Walks one line; true if the statement goes on behind it.
@@ -274,21 +279,17 @@ bool SourceLines::GoesOn(Scan& scan, std::string_view line) {
 }
 
 bool SourceLines::Next(SourceStatement& statement) {
-  statement = {};
   if (mAt >= mText.size()) return false;
   const std::size_t begin = mAt;
   const std::int32_t beginPhysical = mPhysical;
   std::string_view line = TakePhysical();
-  statement.FirstLine = mPhysical;
-  statement.Lines = {line};
-  statement.Text = line;
+  statement.Begin(line, mPhysical);
   statement.Next = Ahead();
   if (StandsAlone(line)) return true;
   for (const bool simple : {mUnclosed >= kMostUnclosed, true}) {
     Scan scan;
     scan.Simple = simple;
-    statement.Lines = {line};
-    statement.InsideFrom = static_cast<std::size_t>(-1);
+    statement.Begin(line, statement.FirstLine);
     bool goesOn = GoesOn(scan, line);
     mJoined.assign(line);
     while (goesOn && mAt < mText.size()) {

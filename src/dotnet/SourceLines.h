@@ -20,6 +20,16 @@ struct SourceStatement {
   std::size_t InsideFrom = static_cast<std::size_t>(-1);
   /// The physical line behind the statement; empty where it is not known.
   std::string_view Next = {};
+
+  /// Makes it a new one on one line.
+  void Begin(std::string_view line, std::int32_t number) {
+    Lines.clear();
+    Lines.push_back(line);
+    Text = line;
+    FirstLine = number;
+    InsideFrom = static_cast<std::size_t>(-1);
+    Next = {};
+  }
 };
 
 /// Walks a file as the described behaviour has it: tabs are blanks, a bare line feed parts lines
@@ -53,12 +63,15 @@ class SourceLines {
  private:
   struct Scan;
   std::string_view TakePhysical();
-  std::string_view Ahead() const;
+  std::string_view Ahead();
   bool GoesOn(Scan& scan, std::string_view line);
 
   std::string_view mText;
   std::size_t mAt = 0;
   std::int32_t mPhysical = 0;
+  // The line that begins at `mAheadOf`, and where it ends.
+  std::size_t mAheadOf = static_cast<std::size_t>(-1), mBehindAhead = 0;
+  std::string_view mAhead;
   std::string mJoined;
   // A text or XML literal without an end was looked for up to the end of the file.
   int mUnclosed = 0;

@@ -167,6 +167,12 @@ class TypeModifiers {
   bool mPublic = false, mPrivate = false, mFriend = false, mProtected = false;
 };
 
+// Attributes, "End", "Namespace", the words of types and what stands in front of those.
+constexpr bool MayBegin(char c) {
+  if (static_cast<unsigned char>(c) & 0x80) return true;
+  return std::string_view("<ECFIMNPS").find(UpperAscii(c)) != kNotFound;
+}
+
 bool ReadNamespaceName(WordReader& reader, TypeStatement& statement) {
   std::string name(WithoutBrackets(reader.Name()));
   if (name.empty()) return false;
@@ -236,6 +242,10 @@ bool ReadStatement(WordReader& reader, TypeStatement& statement) {
 
 std::vector<TypeStatement> StatementsByWord(std::string_view text) {
   std::vector<TypeStatement> found;
+  // Most lines hold one statement, and its first letter tells that it is none of these.
+  const bool isOne = text.find(':') == kNotFound;
+  const std::size_t first = text.find_first_not_of(" \t");
+  if (isOne && (first == kNotFound || !MayBegin(text[first]))) return found;
   WordReader reader(text);
   do {
     TypeStatement statement;
@@ -244,7 +254,7 @@ std::vector<TypeStatement> StatementsByWord(std::string_view text) {
       found.push_back(std::move(statement));
     else
       reader.GoTo(begin);
-  } while (reader.NextStatement());
+  } while (!isOne && reader.NextStatement());
   return found;
 }
 

@@ -80,7 +80,13 @@ void Reference::SetRelativeTo(FileSystemObject* file) {
 
 std::string Reference::ClsID() const { return FileName.ClassID(); }
 
-std::string Reference::Name() const { return mName.empty() ? FileName.LeafName() : mName; }
+std::string Reference::Name() const {
+  if (!mName.empty()) return mName;
+  const std::string leaf = FileName.LeafName();
+  // Those of VB.NET projects have no type; what stands in front of a version names an assembly.
+  if (!leaf.empty() || !ReferenceType.empty()) return leaf;
+  return SourceString.substr(0, SourceString.find(','));
+}
 
 void Reference::Load(std::string_view Source) try {
   if (vendrel::VBProject* parent = ParentProject()) SetRelativeTo(&parent->FileName);

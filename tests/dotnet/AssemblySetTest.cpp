@@ -9,6 +9,7 @@
 #include "dotnet/SampleAssemblies.h"
 #include "support/Boxes.h"
 #include "support/DiskFolder.h"
+#include "support/MemoryFiles.h"
 #include "support/Raised.h"
 
 namespace vendrel {
@@ -273,6 +274,42 @@ TEST(InheritedComments, OutsideOfTheSetAreDrilledFor) {
   InUse<HostObjects>() = {};
   EXPECT_EQ(goods.Blocks.Item("Close")->TaggedDescription, "Closes.");
   EXPECT_EQ(goods.EventDeclarations.Item("Emptied")->TaggedDescription, "") << "never drilled";
+}
+
+// What a type inherits from a generic one outside has types in the place of its parameters.
+TEST(InheritedComments, DrillingSeesThroughTypeArguments) {
+  struct Settings final : HostSettings {
+    std::vector<CommentFileLocation> CommentFileLocations() override { return {{"*", "/docs"}}; }
+  };
+  const test::MemoryFiles files{
+      {"/docs/Out.xml",
+       "<doc><members><member name='M:Out.Base`1.Add(`0)'><summary>Adds.</summary></member>"
+       "<member name='M:Out.Base`1.Put(`0,System.Int32)'><summary>Number.</summary></member>"
+       "<member name='M:Out.Base`1.Put(`0,System.Byte)'><summary>Byte.</summary></member>"
+       "<member name='M:Out.Base`1.Two(`0)'><summary>1</summary></member>"
+       "<member name='M:Out.Base`1.Two(X{`0})'><summary>2</summary></member>"
+       "</members></doc>"}};
+  for (const bool classic : {false, true}) {
+    test::DocumentedTree tree(classic);
+    tree.Class->InheritsFrom = "Out.Base{System.String}";
+    tree.Class->IncludeFlag = true;
+    tree.Project->NetTypeLocations["Out.Base`1"] = "/out/Out.dll";
+    std::vector<Block*> blocks;
+    for (const auto& [name, second] : {std::pair{"Add", ""}, {"Put", "System.Byte"}, {"Two", ""}}) {
+      blocks.push_back(tree.Class->netCreateBlock(btSub, name, "PUBLIC", {}, false, "Out.Base`1",
+                                                  false, false, false, false));
+      blocks.back()->netCreateParameter("a", "System.String", {}, false);
+      if (*second) blocks.back()->netCreateParameter("b", second, {}, false);
+    }
+    const Workspace::Use use(tree.Project->Workspace());
+    InUse<HostObjects>().Settings = std::make_shared<Settings>();
+    Assembly assembly;
+    assembly.PopulateInheritedComments(*tree.Project, nullptr, true);
+    InUse<HostObjects>() = {};
+    EXPECT_EQ(blocks[0]->TaggedDescription, classic ? "" : "Adds.");
+    EXPECT_EQ(blocks[1]->TaggedDescription, classic ? "" : "Byte.");
+    EXPECT_EQ(blocks[2]->TaggedDescription, "") << "either would fit";
+  }
 }
 
 TEST(InheritedComments, InheritDocTakesWhatIsNamedOverriddenOrImplemented) {

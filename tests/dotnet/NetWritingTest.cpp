@@ -150,6 +150,37 @@ TEST(MSBuild, ItemsConditionsAndPatternsAreRead) {
                VendrelError);
 }
 
+TEST(MSBuild, ImportsAreTakenWhereTheyStand) {
+  const std::string body = "Class C\nEnd Class\n";
+  const test::MemoryFiles files{
+      {"/m/p/M.vbproj",
+       "<Project Sdk='X'><PropertyGroup><Kind>b</Kind></PropertyGroup>"
+       "<Import Project='../Shared.props'/><Import Project='gone.props'/>"
+       "<Import Project='$(MSBuildToolsPath)\\x.targets'/>"
+       "<Choose><When Condition=\"'$(Kind)' == 'x'\"/><When Condition=\"'$(Size)' &gt;= '4.10'\">"
+       "<PropertyGroup><RootNamespace>$(Front.Replace('A','B').ToLower())$(Front.Replace('A', 'B'))"
+       "</RootNamespace></PropertyGroup></When></Choose>"
+       "<PropertyGroup><AssemblyName>$([MSBuild]::Twice('x'))N$([MSBuild]::Twice('x'))"
+       "</AssemblyName><StartupObject Condition=\"no sense\">S</StartupObject></PropertyGroup>"
+       "</Project>"},
+      {"/m/Directory.Build.props",
+       "<Project><PropertyGroup><Size>4.10.1</Size></PropertyGroup>"
+       "</Project>"},
+      {"/m/Shared.props",
+       "<Project><Import Project='p/M.vbproj'/><Import Project='Shared.props'/>"
+       "<PropertyGroup><Front>A</Front></PropertyGroup>"
+       "<ItemGroup><Compile Include='$(MSBuildThisFileDirectory)Other.vb'/></ItemGroup></Project>"},
+      {"/m/Other.vb", body}};
+  VBProject project;
+  project.Reading = ReadingRules::Complete();
+  project.LoadFromCustom("VendrelModel.MSBuildLoader", "/m/p/M.vbproj");
+  EXPECT_EQ(project.RootNamespace, "bB");
+  EXPECT_EQ(project.ProjectName, "N");
+  EXPECT_EQ(Names(project.ProjectFiles), "Other.vb ");
+  EXPECT_EQ(project.Diagnostics.CountOf(DiagnosticCode::MissingReference), 1u);
+  EXPECT_EQ(project.Diagnostics.CountOf(DiagnosticCode::ProjectLineSkipped), 2u);
+}
+
 TEST(MSBuild, ASolutionIsAGroup) {
   const test::MemoryFiles files{
       {"/s/S.sln",

@@ -13,13 +13,6 @@ namespace {
 
 bool IsGapByte(char c) { return c == ' ' || c == '\t'; }
 
-// Operators that are words, and words of queries and initialisers behind which a line may end.
-bool IsOperatorWord(std::string_view word) {
-  return IsWordOf(word, {"AND",   "ANDALSO", "OR",   "ORELSE", "XOR",  "MOD",   "IS",
-                         "ISNOT", "LIKE",    "IN",   "FROM",   "WITH", "WHERE", "LET",
-                         "BY",    "JOIN",    "INTO", "OF",     "NOT",  "EQUALS"});
-}
-
 // Words that may begin a line of a query.
 bool IsQueryWord(std::string_view word) {
   return IsWordOf(word, {"FROM", "AGGREGATE", "WHERE", "SELECT", "ORDER", "GROUP", "JOIN", "LET",
@@ -150,28 +143,28 @@ void NetStatementScan::LineScan::TakeWord() {
     At = Line.size() + 1;
     return;
   }
-  if (EqualsNoCaseAscii(word, "REM") && S.mLast == Token::None && S.mOnlyModifiers) {
+  const unsigned kinds = KindsOfNetWord(word);
+  if ((kinds & nwRemark) && S.mLast == Token::None && S.mOnlyModifiers) {
     At = Line.size() + 1;
     return;
   }
-  const bool isProcedure = IsWordOf(word, {"SUB", "FUNCTION"});
-  const bool startsWithEnd = EqualsNoCaseAscii(Previous, "END") && S.mOnlyModifiers;
-  if (isProcedure && startsWithEnd && S.InLambda()) {
+  const bool isProcedure = kinds & nwProcedure;
+  if (isProcedure && S.InLambda() && EqualsNoCaseAscii(Previous, "END") && S.mOnlyModifiers) {
     S.mDepth = S.mLambdas.back();
     S.mLambdas.pop_back();
     S.mEndsLambda = true;
   }
   if (isProcedure && next < Line.size() && Line[next] == '(') LambdaWord = true;
   S.mOnlyAttributes = false;
-  if (!IsNetModifier(word) && !EqualsNoCaseAscii(word, "END")) S.mOnlyModifiers = false;
-  const bool asType = LambdaClosed && (LambdaType || EqualsNoCaseAscii(word, "AS"));
+  if (!(kinds & (nwModifier | nwEnd))) S.mOnlyModifiers = false;
+  const bool asType = LambdaClosed && (LambdaType || (kinds & nwAs));
   if (asType) LambdaType = true;
   const bool isName = Previous == ".";
   // Where an operand is due: "= From c In", "(Aggregate c In".
-  if (!isName && S.mLast != Token::Operand && next < Line.size() && IsWordByte(Line[next]) &&
-      IsWordOf(word, {"FROM", "AGGREGATE"}))
+  if ((kinds & nwQuery) && !isName && S.mLast != Token::Operand && next < Line.size() &&
+      IsWordByte(Line[next]))
     S.mInQuery = true;
-  Note(!isName && IsOperatorWord(word) && !S.mOnlyModifiers ? Token::Operator : Token::Operand,
+  Note(!isName && (kinds & nwOperator) && !S.mOnlyModifiers ? Token::Operator : Token::Operand,
        asType);
   // "With" and its kin begin statements of their own.
   if (S.mLast == Token::Operator && begin == Line.find_first_not_of(" \t"))
@@ -270,6 +263,10 @@ void NetStatementScan::LineScan::TakeMark(char c) {
 // Whether a line that follows a complete one belongs to it all the same, by the word at its front:
 // a query operator behind a query, Handles or Implements behind the first line of a member.
 bool NetStatementScan::IsJoinedBy(std::string_view next) const {
+  const std::size_t first = next.find_first_not_of(" \t");
+  if (first == kNotFound) return false;
+  const char letter = UpperAscii(next[first]);
+  if (!mInQuery && letter != 'H' && letter != 'I') return false;
   NetWords words(next);
   const std::string_view word = words.Next();
   if (word.empty()) return false;

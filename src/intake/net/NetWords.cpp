@@ -1,6 +1,9 @@
 #include "intake/net/NetWords.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <iterator>
 
 #include "core/Ascii.h"
 #include "text/Separators.h"
@@ -45,6 +48,83 @@ constexpr KeywordType kEnds[] = {
     {"ENUM", END_ENUM},
     {"SELECT", END_SELECT_LINE},
 };
+
+struct WordKinds {
+  std::string_view Word;
+  unsigned Kinds;
+};
+
+// By their first letters.
+constexpr WordKinds kKinds[] = {
+    {"AGGREGATE", nwQuery},
+    {"AND", nwOperator},
+    {"ANDALSO", nwOperator},
+    {"AS", nwAs},
+    {"ASYNC", nwModifier},
+    {"BY", nwOperator},
+    {"CONST", nwModifier},
+    {"CUSTOM", nwModifier},
+    {"DEFAULT", nwModifier},
+    {"DELEGATE", nwModifier},
+    {"DIM", nwModifier},
+    {"END", nwEnd},
+    {"EQUALS", nwOperator},
+    {"FRIEND", nwModifier},
+    {"FROM", nwOperator | nwQuery},
+    {"FUNCTION", nwProcedure},
+    {"GLOBAL", nwModifier},
+    {"IN", nwOperator},
+    {"INTO", nwOperator},
+    {"IS", nwOperator},
+    {"ISNOT", nwOperator},
+    {"ITERATOR", nwModifier},
+    {"JOIN", nwOperator},
+    {"LET", nwOperator},
+    {"LIKE", nwOperator},
+    {"MOD", nwOperator},
+    {"MUSTINHERIT", nwModifier},
+    {"MUSTOVERRIDE", nwModifier},
+    {"NARROWING", nwModifier},
+    {"NOT", nwOperator},
+    {"NOTINHERITABLE", nwModifier},
+    {"NOTOVERRIDABLE", nwModifier},
+    {"OF", nwOperator},
+    {"OR", nwOperator},
+    {"ORELSE", nwOperator},
+    {"OVERLOADS", nwModifier},
+    {"OVERRIDABLE", nwModifier},
+    {"OVERRIDES", nwModifier},
+    {"PARTIAL", nwModifier},
+    {"PRIVATE", nwModifier},
+    {"PROTECTED", nwModifier},
+    {"PUBLIC", nwModifier},
+    {"READONLY", nwModifier},
+    {"REM", nwRemark},
+    {"SHADOWS", nwModifier},
+    {"SHARED", nwModifier},
+    {"STATIC", nwModifier},
+    {"SUB", nwProcedure},
+    {"WHERE", nwOperator},
+    {"WIDENING", nwModifier},
+    {"WITH", nwOperator},
+    {"WITHEVENTS", nwModifier},
+    {"WRITEONLY", nwModifier},
+    {"XOR", nwOperator},
+};
+
+// Where the words of each letter begin; behind the last letter, the end.
+constexpr std::array<std::uint8_t, 27> kFirstOfLetter = [] {
+  std::array<std::uint8_t, 27> first{};
+  std::size_t at = 0;
+  for (std::size_t letter = 0; letter < 26; ++letter) {
+    first[letter] = static_cast<std::uint8_t>(at);
+    while (at < std::size(kKinds) && kKinds[at].Word.front() == static_cast<char>('A' + letter))
+      ++at;
+  }
+  first[26] = static_cast<std::uint8_t>(at);
+  return first;
+}();
+static_assert(kFirstOfLetter[26] == std::size(kKinds));
 
 LineTypeEnum TypeIn(const KeywordType* from, const KeywordType* to, std::string_view word) {
   for (; from != to; ++from)
@@ -94,14 +174,12 @@ bool IsWordOf(std::string_view word, std::initializer_list<std::string_view> lis
                      [&](std::string_view item) { return EqualsNoCaseAscii(word, item); });
 }
 
-bool IsNetModifier(std::string_view word) {
-  return IsWordOf(word, {"PUBLIC",      "PRIVATE",        "PROTECTED",    "FRIEND",
-                         "SHADOWS",     "SHARED",         "OVERLOADS",    "OVERRIDES",
-                         "OVERRIDABLE", "NOTOVERRIDABLE", "MUSTOVERRIDE", "MUSTINHERIT",
-                         "PARTIAL",     "NOTINHERITABLE", "DEFAULT",      "READONLY",
-                         "WRITEONLY",   "STATIC",         "DIM",          "CONST",
-                         "WITHEVENTS",  "ASYNC",          "ITERATOR",     "WIDENING",
-                         "NARROWING",   "CUSTOM",         "DELEGATE",     "GLOBAL"});
+unsigned KindsOfNetWord(std::string_view word) {
+  if (word.empty() || !IsLetterAscii(word.front())) return 0;
+  const auto letter = static_cast<std::size_t>((word.front() | 0x20) - 'a');
+  for (std::size_t i = kFirstOfLetter[letter]; i < kFirstOfLetter[letter + 1]; ++i)
+    if (EqualsNoCaseAscii(kKinds[i].Word, word)) return kKinds[i].Kinds;
+  return 0;
 }
 
 NetWords::NetWords(std::string_view statement) : mRest(BehindAttributes(WithoutGaps(statement))) {}

@@ -11,8 +11,25 @@ namespace vendrel {
 /// Whether a word is one of a list, case ignored.
 bool IsWordOf(std::string_view word, std::initializer_list<std::string_view> list);
 
+/// What a word may be, as bits; a word is looked up once for all of them.
+enum NetWordKinds : unsigned {
+  /// In front of the keyword or name of a declaration.
+  nwModifier = 1,
+  /// An operator, or a word of queries and initialisers behind which a line may end.
+  nwOperator = 2,
+  /// The beginning of a query: `From`, `Aggregate`.
+  nwQuery = 4,
+  /// `Sub` or `Function`.
+  nwProcedure = 8,
+  nwEnd = 16,
+  nwRemark = 32,
+  nwAs = 64
+};
+/// The kinds of a word, case ignored; 0 for any that has none.
+unsigned KindsOfNetWord(std::string_view word);
+
 /// Whether a word may stand in front of the keyword or name of a declaration.
-bool IsNetModifier(std::string_view word);
+inline bool IsNetModifier(std::string_view word) { return KindsOfNetWord(word) & nwModifier; }
 
 /// The words of a statement behind its attributes, each a plain identifier; a name in brackets is
 /// one with them. Empty at the end and where something else stands.
