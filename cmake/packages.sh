@@ -16,6 +16,8 @@ run   libmimalloc-dev  takes memory in large pages, which the kernel hands out f
 test  libgtest-dev     the test framework
 test  libgmock-dev     its matchers
 test  chromium         opens the pages of the html command, as a reader would
+test  tidy             holds the pages of sites against the rules of HTML
+test  graphviz         draws the graphs of sites
 test  python3-jsonschema holds JSON against the schema that the tool prints
 test  mingw-w64-tools  compiles small type libraries for the tests (widl)
 fuzz  clang            compiles for the sanitizers and the fuzz targets
