@@ -70,12 +70,12 @@ void AppendSection(std::string& html, std::string_view id, std::string_view titl
 
 void AppendPath(const SiteRun& run, Page& page, const CodeElement& element) {
   const Component* module = element.OwnComponent();
-  const bool isNet = module && module->VBProject() &&
-                     module->VBProject()->LanguageVersion() == lvVisualBasicDotNet;
+  const VBProject* project = module ? module->VBProject() : nullptr;
+  std::string name = module ? module->FullName() : element.ElementName();
   // A name of .NET is full without its project.
-  std::string name = module && isNet ? module->FullName() : element.QualifiedName();
-  if (isNet && module != &element) name.append(".").append(element.ElementName());
-  name = ReplaceAll(name, "~", ".");
+  if (project && project->LanguageVersion() != lvVisualBasicDotNet)
+    name.insert(0, project->ProjectName + ".");
+  if (module && module != &element) name.append(".").append(element.ElementName());
   page.Content.append("<p class=\"path\"><code data-copy=\"").append(Plain(name)).append("\">");
   page.Content.append(Name(Shortened(name, 2000))).append("</code>");
   if (const Address source = run.Map.SourceOf(element))

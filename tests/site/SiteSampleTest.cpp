@@ -101,6 +101,28 @@ TEST_F(SiteOfTheSample, TellsWhoUsesWhat) {
   EXPECT_THAT(site["Ledger/IPostable/PostTo.html"], HasSubstr("Implemented by"));
 }
 
+TEST_F(SiteOfTheSample, IsSearchedInABrowserWithoutAServer) {
+  if (std::system("chromium --version >/dev/null 2>&1") != 0)
+    GTEST_SKIP() << "no browser is installed (Debian's package: chromium)";
+  const std::string script = ReadWholeFile(test::SourceRoot() + "/assets/site.js");
+  sFolder->Write("typing/site.js", script +
+                                       "addEventListener('load', function () {\n"
+                                       "  var box = document.querySelector('#search input');\n"
+                                       "  box.value = 'account.post';\n"
+                                       "  box.dispatchEvent(new Event('input'));\n});\n");
+  const std::string to = sFolder->Path("searched");
+  RunFor({"site", SampleGroup(), "--to", to, "--assets", sFolder->Path("typing"), "--quiet"});
+  const std::string command =
+      "cd '" + sFolder->Path() +
+      "' && HOME=\"$PWD\" timeout 120 chromium --headless --no-sandbox --disable-gpu "
+      "--virtual-time-budget=5000 --dump-dom 'file://" +
+      to + "/Ledger/index.html' >dom.html 2>log";
+  ASSERT_EQ(std::system(command.c_str()), 0) << command;
+  EXPECT_THAT(
+      ReadWholeFile(sFolder->Path("dom.html")),
+      testing::ContainsRegex("id=\"found-0\"[^>]*><a href=\"../Ledger/Account/Post.html\""));
+}
+
 TEST_F(SiteOfTheSample, GraphsAreDrawnWhereGraphvizIs) {
   const std::string to = sFolder->Path("drawn");
   const ToolRun run = Tool({"site", SampleGroup(), "--to", to, "--graphs", "--quiet"});
