@@ -1,5 +1,5 @@
 // The program that measures: vendrelmodel_bench
-// load|write|classify|evaluate|names|colour|typelib|assembly|documentation. Other parts of the
+// load|write|classify|evaluate|names|colour|uses|typelib|assembly|documentation. Other parts of the
 // library join by a row of their own.
 #include <CLI/CLI.hpp>
 #include <cstdio>
@@ -61,6 +61,10 @@ int main(int argc, char** argv) {
   CLI::App* evaluate = AddCommand(app, "evaluate", "Conditions a second", shared);
   CLI::App* names = AddCommand(app, "names", "Names and types looked up a second", shared);
   CLI::App* colour = AddCommand(app, "colour", "Source coloured as HTML a second", shared);
+  UsesBenchOptions bound;
+  CLI::App* uses = AddCommand(app, "uses", "Source whose names are bound a second", shared);
+  uses->add_option("--file", bound.File, "This project in place of generated ones")
+      ->check(CLI::ExistingFile);
   TypeLibBenchOptions library;
   CLI::App* typelib = AddCommand(app, "typelib", "A type library from disk to tree", shared);
   typelib->add_option("--file", library.File, "This library in place of a generated one")
@@ -86,6 +90,11 @@ int main(int argc, char** argv) {
     if (evaluate->parsed()) return RunEvaluate(micro);
     if (names->parsed()) return RunNames(micro);
     if (colour->parsed()) return RunColour(micro);
+    if (uses->parsed()) {
+      bound.Runs = shared.Runs;
+      bound.Classic = shared.Classic;
+      return RunUses(bound);
+    }
     if (typelib->parsed()) {
       library.Runs = shared.Runs;
       library.Classic = shared.Classic;

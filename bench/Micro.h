@@ -19,6 +19,15 @@ int RunNames(const MicroOptions& options);
 /// Bytes of source a second of the colouring, in the plain form and as a page.
 int RunColour(const MicroOptions& options);
 
+struct UsesBenchOptions {
+  int Runs = 5;
+  bool Classic = false;
+  /// A project file; empty: generated projects.
+  std::string File;
+};
+/// Bytes of source a second in which names are bound, streamed and gathered.
+int RunUses(const UsesBenchOptions& options);
+
 struct TypeLibBenchOptions {
   int Runs = 5;
   bool Classic = false;

@@ -72,5 +72,8 @@
 #include "text/Like.h"
 #include "typelib/TypeLibService.h"
 #include "typelib/reader/TypeLibInfo.h"
+#include "uses/NameUse.h"
+#include "uses/UseBinder.h"
+#include "uses/UseIndex.h"
 #include "writer/SourceControl.h"
 #include "writer/Transformation.h"

@@ -36,6 +36,8 @@ void AddHelpIDsCommand(CLI::App& app, Job& job);
 void AddWriteCommand(CLI::App& app, Job& job);
 void AddDiffCommand(CLI::App& app, Job& job);
 void AddBuildCommand(CLI::App& app, Job& job);
+void AddCallsCommand(CLI::App& app, Job& job);
+void AddUnusedCommand(CLI::App& app, Job& job);
 void AddInventoryCommand(CLI::App& app, Job& job);
 void AddSchemaCommand(CLI::App& app, Job& job);
 void AddRoundtripCommand(CLI::App& app, Job& job);

@@ -93,6 +93,20 @@ constexpr RecordMember kAssemblyRecord[] = {{"name"},
                                             {"obsolete", mtText, true},
                                             {"damage", mtText, true}};
 
+constexpr RecordMember kCallsRecord[] = {{"Caller"},
+                                         {"Callee"},
+                                         {"Kind"},
+                                         {"Sure", mtTruth},
+                                         {"Count", mtNumber},
+                                         kFile,
+                                         kLine,
+                                         kColumn,
+                                         {"Direction", mtText, true},
+                                         {"Depth", mtNumber, true},
+                                         {"Repeated", mtTruth, true}};
+constexpr RecordMember kUnusedRecord[] = {
+    kQualified,           {"Kind"}, {"Reason"}, {"Sureness"}, {"Text"}, {"Doubt", mtText, true},
+    {"By", mtText, true}, kFile,    kLine,      kColumn};
 constexpr RecordMember kUsesRecord[] = {kFile,
                                         kLine,
                                         kColumn,
@@ -181,6 +195,7 @@ struct CommandSchema {
 const std::vector<CommandSchema>& AllCommands() {
   static const std::vector<CommandSchema> all{
       {"assembly", "a type or member a line", {"AssemblyEntry"}},
+      {"calls", "a call a line", {"Call"}},
       {"check", "a diagnostic a line, the counts last", {"Diagnostic", "Counts"}},
       {"comments", "a tagged comment a line", {"Comment"}},
       {"controls", "a tree of controls a line", {"VBControl"}},
@@ -198,6 +213,7 @@ const std::vector<CommandSchema>& AllCommands() {
       {"resolve", "where the type is declared", {"Resolution"}},
       {"roundtrip", "a difference a line", {"Change", "BytesChange"}},
       {"typelib", "one document, by the names of the reading service", {"TypeLibrary"}, false},
+      {"unused", "what nobody uses, a line each", {"Unused"}},
       {"uses", "a use a line, or a count under --summary", {"Use", "UseCount"}},
   };
   return all;
@@ -228,6 +244,8 @@ Json AllDefinitions() {
   definitions["BytesChange"] = ObjectOf(kBytesRecord);
   definitions["SourceLine"] = ObjectOf(kLinesRecord);
   definitions["AssemblyEntry"] = ObjectOf(kAssemblyRecord);
+  definitions["Call"] = ObjectOf(kCallsRecord);
+  definitions["Unused"] = ObjectOf(kUnusedRecord);
   definitions["Use"] = ObjectOf(kUsesRecord);
   definitions["UseCount"] = ObjectOf(kUseCountRecord);
   definitions["InventoryRow"] = InventoryRows();

@@ -47,6 +47,8 @@ void AddCommands(CLI::App& app, Job& job) {
   AddDiffCommand(app, job);
   AddBuildCommand(app, job);
   AddRoundtripCommand(app, job);
+  AddCallsCommand(app, job);
+  AddUnusedCommand(app, job);
   AddInventoryCommand(app, job);
   AddSiteCommand(app, job);
   AddSchemaCommand(app, job);

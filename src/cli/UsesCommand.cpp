@@ -7,6 +7,7 @@
 #include "cli/Elements.h"
 #include "cli/Inputs.h"
 #include "cli/JsonLines.h"
+#include "cli/ReferencedLibraries.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
 #include "core/CaseFold.h"
@@ -119,6 +120,7 @@ class UsesWriter {
   std::size_t Count() const { return mCount; }
 
   void Write(VBProject& project) {
+    mLibraries.Load(project);
     UseBinder binder(project, {mArguments.Declarations, mArguments.AllBranches});
     mWanted.Enter(project);
     if (mArguments.Summary) {
@@ -215,6 +217,7 @@ class UsesWriter {
   std::ostream& mOut;
   JsonLines mJson;
   WantedUses mWanted;
+  ReferencedLibraries mLibraries;
   ShownPaths mPaths;
   UseCounts mCounts;
   bool mMissing = false;

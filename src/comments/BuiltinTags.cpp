@@ -50,6 +50,8 @@ constexpr Row kRows[] = {
     {"##ED", etEvent, kNone, Describes, wrapLineBreak},
     {"##PD", etParameter, kNone, Describes, wrapLineBreak},
     {"##EXCLUDE", etNone, kAny, Kept, wrapSpace},
+    // Looked at where it is found out what nobody uses.
+    {"##USED", etNone, kAny, Kept, wrapSpace},
     {"##EXCLUDE_REFERENCE", etProject, kNone, Kept, wrapSpace, Separate},
     {"##REFERENCE_EXCLUDE", etProject, kNone, Kept, wrapSpace, Separate, "##EXCLUDE_REFERENCE"},
     {"##IS_NEW", etNone, kAny, Kept, wrapSpace},

@@ -11,7 +11,8 @@ constexpr TypeRef kLate{TypeSort::Late, false, nullptr};
 
 // Objects of these may be anything that has been derived from them.
 bool IsOpenClass(const BuiltinType& type) {
-  for (const std::string_view name : {"Form", "MDIForm", "IUnknown", "IDispatch", "VBControlExtender"})
+  for (const std::string_view name :
+       {"Form", "MDIForm", "IUnknown", "IDispatch", "VBControlExtender"})
     if (EqualsNoCaseAscii(type.Name, name)) return true;
   return false;
 }
@@ -55,11 +56,14 @@ UseValue ModuleBinder::MemberOfModule(const UseValue& base, const Component& mod
       return UseOfMember(at, *builtin);
   if (!base.IsMe && module.FileType == ftUserControl)
     if (const BuiltinMember* site = mScopes.SiteMember(name)) return UseOfMember(at, *site);
-  if (scope.HasForeignBase)
-    return Unbound(at, UseAnswer::External,
-                   {TypeSort::External, false, mScopes.LibraryName(std::string_view())});
   const ProjectScope* project = mScopes.ScopeOf(module);
-  if (project && project->IsLibrary) return Unbound(at, UseAnswer::Late, kLate);
+  const bool isLibrary = project && project->IsLibrary;
+  if (scope.HasForeignBase || (scope.IsMissing && !isLibrary))
+    return Unbound(at, UseAnswer::External,
+                   {TypeSort::External, false,
+                    mScopes.LibraryName(scope.IsMissing ? std::string_view(module.Name)
+                                                        : std::string_view())});
+  if (isLibrary) return Unbound(at, UseAnswer::Late, kLate);
   return Unbound(at, UseAnswer::Unknown, {});
 }
 

@@ -184,7 +184,7 @@ UseValue ModuleBinder::ParseExpression(std::size_t& at, std::size_t end) {
       }
     }
     last = ParseOperand(at, end);
-    if (operators > 0 && !compares) ReadDefault(last);
+    if (operators > 0 && !compares && !IsWord(at, end, word::Is)) ReadDefault(last);
     ++operands;
   }
   --mDepth;

@@ -131,6 +131,8 @@ void Scopes::FindBase(ModuleScope& scope) {
   if (!base.empty()) scope.Base = mBuiltins.FindType(base);
   scope.HasForeignBase =
       module.FileType == ftDesigner || module.FileType == ftOther || module.FileType == ftUnknown;
+  scope.IsMissing = !module.SourceForm && module.Blocks.Listed().Count() == 0 &&
+                    module.Enumerations.Count() == 0 && module.UDTs.Count() == 0;
   if (!module.DefaultMemberName.empty())
     scope.DefaultMember = scope.Members.Find(mSymbols.Of(module.DefaultMemberName));
 }

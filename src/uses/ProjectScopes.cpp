@@ -28,6 +28,7 @@ void Chain(Entry*& first, Entry* added) {
 
 void Scopes::AddModule(ProjectScope& project, const Component& module) {
   ModuleScope& scope = Of(module);
+  project.MissesReferences |= scope.IsMissing && !project.IsLibrary;
   const bool isStandard = module.FileType == ftModule;
   ProjectName& own = project.Names[scope.Own.Name];
   if (!own.Module) own.Module = &scope.Own;

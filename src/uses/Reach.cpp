@@ -339,7 +339,21 @@ bool HasObjects(const Component& module) {
   return module.FileType != ftModule && module.FileType != ftUnknown && module.FileType != ftOther;
 }
 
+namespace {
+
+// The events of a form of forms have a prefix of their own.
+bool HandlesEventOfMdiForm(const Block& procedure) {
+  constexpr std::string_view prefix = "MDIForm_";
+  const Component* module = procedure.Component.Get();
+  return module && module->FileType == ftForm && StartsWithNoCaseAscii(procedure.Name(), prefix) &&
+         Builtins::Table().FindEvent("MDIForm",
+                                     std::string_view(procedure.Name()).substr(prefix.size()));
+}
+
+}  // namespace
+
 bool HandlesEvent(const Block& procedure) {
+  if (HandlesEventOfMdiForm(procedure)) return true;
   const CodeElement* source = procedure.IsEventProcedure ? procedure.EventSource.Get() : nullptr;
   if (!source) return false;
   const Builtins& table = Builtins::Table();

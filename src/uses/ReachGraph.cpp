@@ -1,10 +1,13 @@
 #include "uses/ReachGraph.h"
 
+#include <algorithm>
+
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
 #include "model/Component.h"
 #include "project/VBProject.h"
+#include "uses/Builtins.h"
 #include "uses/UseBinder.h"
 
 namespace vendrel {
@@ -26,6 +29,15 @@ bool NamesItsTarget(std::string_view statement) {
   if (comma == kNotFound) return false;
   const std::size_t argument = statement.find_first_not_of(" \t\r\n_", comma + 1);
   return argument != statement.npos && statement[argument] == '"';
+}
+
+// In a branch of #If that does not hold no element stands for what holds the use.
+const CodeElement& HolderOf(const NameUse& use) { return use.Holder ? *use.Holder : *use.Module; }
+
+// The variable of a loop is read by the loop.
+bool BeginsWithWord(std::string_view statement, std::string_view word) {
+  return StartsWithNoCaseAscii(statement, word) && statement.size() > word.size() &&
+         IsGap(statement[word.size()]);
 }
 
 bool IsNameLetter(char c) {
@@ -62,11 +74,13 @@ std::uint32_t ReachGraph::Find(const CodeElement& element) const {
 }
 
 void ReachGraph::Add(const NameUse& use) {
-  if (use.Kind == UseKind::Declare || use.Kind == UseKind::Name || !use.Holder) return;
+  if (use.Kind == UseKind::Declare || use.Kind == UseKind::Name) return;
+  if (!use.Holder && !use.Module) return;
+  if (use.Kind == UseKind::Handle) return;  // who handles an event does not make it happen
   AddLibrary(use);
   switch (use.Answer) {
     case UseAnswer::Late: {
-      const std::uint32_t from = NodeOf(*use.Holder);
+      const std::uint32_t from = NodeOf(HolderOf(use));
       std::string name = BareFolded(use.Text);
       if (mLateKnown.insert(std::to_string(from) + ' ' + name).second)
         mLateNames.push_back({from, std::move(name)});
@@ -86,22 +100,27 @@ void ReachGraph::Add(const NameUse& use) {
 }
 
 void ReachGraph::AddLibrary(const NameUse& use) {
-  const auto* project = use.Element ? As<Component>(use.Element) : nullptr;
-  if (use.Answer == UseAnswer::External && use.Name.empty()) mUnnamedLibrary = true;
-  if (!use.Name.empty()) {
-    if (EqualsNoCaseAscii(use.Name, "VBA~Interaction~CallByName")) {
-      mCallsByName = true;
-      mComputedName = mComputedName || !NamesItsTarget(use.Statement);
-    }
-    mLibraries.insert(FoldKey(use.Name.substr(0, use.Name.find('~'))));
+  if (use.Member && use.Member->Name == "CallByName") {
+    mCallsByName = true;
+    mComputedName = mComputedName || !NamesItsTarget(use.Statement);
+  }
+  std::string_view library = use.Name;
+  if (use.Member)
+    library = use.Member->Owner->Library;
+  else if (use.Type)
+    library = use.Type->Library;
+  if (use.Answer == UseAnswer::External && library.empty()) mUnnamedLibrary = true;
+  if (!library.empty()) {
+    mLibraries.insert(FoldKey(library));
   } else if (use.Answer == UseAnswer::Library && use.Element) {
-    const Component* home = project ? project : use.Element->OwnComponent();
+    const auto* module = As<Component>(use.Element);
+    const Component* home = module ? module : use.Element->OwnComponent();
     if (home && home->VBProject()) mLibraries.insert(FoldKey(home->VBProject()->ProjectName));
   }
 }
 
 void ReachGraph::AddEdge(const NameUse& use, const CodeElement& target) {
-  const std::uint32_t from = NodeOf(*use.Holder), to = NodeOf(target);
+  const std::uint32_t from = NodeOf(HolderOf(use)), to = NodeOf(target);
   const auto known =
       mKnown.try_emplace(std::uint64_t{from} << 32 | to, static_cast<std::uint32_t>(mEdges.size()));
   if (known.second) {
@@ -112,27 +131,34 @@ void ReachGraph::AddEdge(const NameUse& use, const CodeElement& target) {
     mEdges.push_back(edge);
   }
   ReachEdge& edge = mEdges[known.first->second];
+  edge.OwnOnly = edge.OwnOnly && use.OwnProcedure;
   edge.FalseOnly = edge.FalseOnly && use.InFalseBranch;
   if (use.InFalseBranch) return;  // not part of the program that is compiled
-  edge.Reads = edge.Reads || use.Reads;
+  const bool counts = use.Writes && BeginsWithWord(use.Statement, "For");
+  edge.Reads = edge.Reads || use.Reads || counts;
+  edge.HoldsObject = edge.HoldsObject || (use.Writes && BeginsWithWord(use.Statement, "Set"));
   edge.Writes = edge.Writes || use.Writes;
+  edge.IsAddress = edge.IsAddress || use.Kind == UseKind::Address;
   edge.BeyondType = edge.BeyondType || use.Kind != UseKind::Type;
-  edge.OwnOnly = edge.OwnOnly && use.OwnProcedure;
 }
 
 void AddLiteralNames(const Component& module, std::unordered_set<std::string>& names) {
   if (!module.SourceForm) return;
   std::string_view rest = module.SourceForm->Text;
+  bool isHeader = StartsWithNoCaseAscii(rest, "VERSION ");  // it ends with its attributes
   while (!rest.empty()) {
     const std::string_view line = TakeLine(rest);
+    const bool isAttribute = StartsWithNoCaseAscii(line, "Attribute ");
+    isHeader = isHeader && !isAttribute;
+    if (isHeader || isAttribute) continue;
     std::size_t at = 0;
     while (at < line.size() && line[at] != '\'') {
       if (line[at++] != '"') continue;
       const std::size_t end = std::min(line.find('"', at), line.size());
-      std::string_view text = line.substr(at, end - at);
+      const std::string_view text = line.substr(at, end - at);
       const std::size_t dot = text.rfind('.');
-      if (dot != text.npos) text.remove_prefix(dot + 1);
-      if (IsName(text)) names.insert(FoldKey(text));
+      const std::string_view name = dot == text.npos ? text : text.substr(dot + 1);
+      if (IsName(name)) names.insert((dot == text.npos ? "" : ".") + FoldKey(name));
       at = end + 1;
     }
   }

@@ -25,6 +25,10 @@ struct ReachEdge {
   bool BeyondType : 1 = false;
   /// Recursion, or the own result of a function.
   bool OwnOnly : 1 = false;
+  /// A variable is given an object.
+  bool HoldsObject : 1 = false;
+  /// Its address is taken.
+  bool IsAddress : 1 = false;
   /// Only in false branches of #If.
   bool FalseOnly : 1 = false;
   const Component* Module = nullptr;  ///< of the first use
@@ -80,8 +84,9 @@ class ReachGraph {
   bool mComputedName = false;
 };
 
-/// What stands whole in a string literal of a module and could be the name of a procedure, behind
-/// its last dot; folded.
+/// What stands in the string literals of a module and could be a name, folded: a literal that is
+/// one whole ("Refresh"), and the end of one with dots, with its last dot (".account" of
+/// "Firm.Account").
 void AddLiteralNames(const Component& module, std::unordered_set<std::string>& names);
 
 }  // namespace vendrel

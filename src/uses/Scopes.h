@@ -25,6 +25,8 @@ struct ModuleScope {
   const BuiltinType* Base = nullptr;
   /// The module has a base that is not known.
   bool HasForeignBase = false;
+  /// Nothing of it has been read: its file is not there.
+  bool IsMissing = false;
   const Entry* DefaultMember = nullptr;
   Entry Own;  ///< the module as a name
 };

@@ -32,6 +32,8 @@ TEST(JsonSchema, FitsWhatEveryCommandWrites) {
       {"dump", assembly},
       {"names", ledger},
       {"find", kSamples, "p*"},
+      {"uses", group, "--declarations", "--all-branches"},
+      {"uses", group, "--summary"},
       {"controls", ledger, "--properties"},
       {"comments", group},
       {"check", kSamples, "--verbose"},

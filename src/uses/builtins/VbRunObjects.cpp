@@ -152,7 +152,8 @@ sub Render(hdc:Long,x:Long,y:Long,cx:Long,cy:Long,xSrc:OLE_XPOS_HIMETRIC,ySrc:OL
 class IPicture with PictureProperties
 get Attributes:Long CurDC:Long
 let KeepOriginalFormat:Boolean
-sub PictureChanged SelectPicture(hdcIn:Long,&phdcOut:Long,&phbmpOut:OLE_HANDLE)
+sub Render(hdc:Long,x:Long,y:Long,cx:Long,cy:Long,xSrc:OLE_XPOS_HIMETRIC,ySrc:OLE_YPOS_HIMETRIC,cxSrc:OLE_XSIZE_HIMETRIC,cySrc:OLE_YSIZE_HIMETRIC,prcWBounds)
+    PictureChanged SelectPicture(hdcIn:Long,&phdcOut:Long,&phbmpOut:OLE_HANDLE)
     SetHdc(hdc:OLE_HANDLE) SaveAsFile(pstm,fSaveMemCopy:Boolean,&pcbSize:Long)
 
 class StdPicture new default Handle with PictureProperties
