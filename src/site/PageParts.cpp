@@ -46,13 +46,15 @@ Page PageIn(const SiteRun& run, const ModuleEntry& module, std::string leaf, std
   return page;
 }
 
-void AddNeighbours(Page& page, std::string barTitle, const std::vector<PageLink>& all,
-                   std::size_t at) {
+void AddNeighbours(Page& page, std::string barTitle, std::size_t count, std::size_t at,
+                   const std::function<PageLink(std::size_t)>& entry) {
   const std::size_t from = at > kNeighbours ? at - kNeighbours : 0;
-  const std::size_t end = std::min(all.size(), at + kNeighbours + 1);
+  const std::size_t end = std::min(count, at + kNeighbours + 1);
   page.BarTitle = std::move(barTitle);
-  for (std::size_t i = from; i < end; ++i)
-    page.Neighbours.push_back({all[i].Name, i == at ? "" : all[i].Href});
+  for (std::size_t i = from; i < end; ++i) {
+    page.Neighbours.push_back(entry(i));
+    if (i == at) page.Neighbours.back().Href.clear();
+  }
 }
 
 void AppendHeading(Page& page, std::string_view kind, std::string_view name,
