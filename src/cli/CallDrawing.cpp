@@ -28,6 +28,7 @@ class DrawnElements {
   void Add(const CodeElement& element) {
     if (!mNumbers.try_emplace(&element, mNumbers.size() + 1).second) return;
     const Component* module = element.OwnComponent();
+    if (module == &element) module = nullptr;  // it is a box itself
     const auto place = mPlaces.try_emplace(module, mModules.size());
     if (place.second) mModules.push_back({module, {}});
     mModules[place.first->second].second.push_back(&element);
@@ -82,12 +83,13 @@ void WriteCallsAsDot(std::ostream& out, const std::vector<const CallEdge*>& edge
   out << "digraph calls {\n  rankdir=LR;\n  node [shape=box];\n";
   std::size_t cluster = 0;
   for (const auto& module : drawn.Modules()) {
-    out << "  subgraph cluster_" << ++cluster << " {\n    label="
-        << QuotedName(module.first ? module.first->QualifiedName() : std::string(), quote) << ";\n";
+    if (module.first)
+      out << "  subgraph cluster_" << ++cluster
+          << " {\n    label=" << QuotedName(module.first->QualifiedName(), quote) << ";\n";
     for (const CodeElement* element : module.second)
       out << "    n" << drawn.NumberOf(*element)
           << " [label=" << QuotedName(NameInModule(*element), quote) << "];\n";
-    out << "  }\n";
+    if (module.first) out << "  }\n";
   }
   for (const CallEdge* edge : edges) {
     out << "  n" << drawn.NumberOf(*edge->From) << " -> n" << drawn.NumberOf(*edge->To);
@@ -105,12 +107,13 @@ void WriteCallsAsMermaid(std::ostream& out, const std::vector<const CallEdge*>& 
   out << "flowchart LR\n";
   std::size_t cluster = 0;
   for (const auto& module : drawn.Modules()) {
-    out << "  subgraph m" << ++cluster << "["
-        << QuotedName(module.first ? module.first->QualifiedName() : std::string(), quote) << "]\n";
+    if (module.first)
+      out << "  subgraph m" << ++cluster << "[" << QuotedName(module.first->QualifiedName(), quote)
+          << "]\n";
     for (const CodeElement* element : module.second)
       out << "    n" << drawn.NumberOf(*element) << "[" << QuotedName(NameInModule(*element), quote)
           << "]\n";
-    out << "  end\n";
+    if (module.first) out << "  end\n";
   }
   for (const CallEdge* edge : edges) {
     const std::string label = LabelOf(*edge);

@@ -24,6 +24,8 @@ struct CallsArguments {
   bool Callers = false;
   bool Callees = false;
   int Depth = 1;
+  bool Modules = false;
+  bool Fan = false;
   bool Dot = false;
   bool Mermaid = false;
   bool Json = false;
@@ -45,7 +47,13 @@ class CallsShown {
     for (VBProject* one : projects) graph.Add(*one);
     mDrawn.clear();
     mKnown.clear();
-    if (mArguments.Name.empty()) {
+    std::vector<CallEdge> between;
+    if (mArguments.Fan) {
+      ShowFans(projects, graph);
+    } else if (mArguments.Modules) {
+      between = CallsBetweenModules(graph);
+      for (const CallEdge& edge : between) Take(edge);
+    } else if (mArguments.Name.empty()) {
       for (const CallEdge& edge : graph.Edges()) Take(edge);
     } else {
       const auto starts = Named(projects, mArguments.Name);
@@ -82,6 +90,26 @@ class CallsShown {
         for (const EventDeclaration& event : module.EventDeclarations) take(event);
       }
     return found;
+  }
+
+  void ShowFans(const std::vector<VBProject*>& projects, const CallGraph& graph) {
+    for (const VBProject* project : projects)
+      for (const Component& module : project->Components.Listed())
+        for (const Block& block : module.Blocks)
+          if (!block.Name().empty() && IsCallable(&block)) ShowFan(block, FanOf(graph, block));
+  }
+
+  void ShowFan(const Block& block, CallFan fan) {
+    ++mCount;
+    if (!mArguments.Json)
+      return WriteRow(mOut, {CallName(block), std::to_string(fan.In), std::to_string(fan.Out),
+                             PlaceOf(block, mPaths)});
+    mJson.Begin();
+    mJson.Text("QualifiedName", CallName(block));
+    mJson.Number("FanIn", static_cast<std::int64_t>(fan.In));
+    mJson.Number("FanOut", static_cast<std::int64_t>(fan.Out));
+    mJson.Place(block);
+    mJson.End();
   }
 
   void ShowPath(const CallGraph& graph, const std::vector<const CodeElement*>& from,
@@ -215,9 +243,15 @@ void AddCallsCommand(CLI::App& app, Job& job) {
   command
       ->add_option("--reaches", arguments->Reaches, "A shortest chain of calls from NAME to this")
       ->type_name("NAME");
+  auto* modules = command->add_flag("--modules", arguments->Modules, "Calls between modules");
+  auto* fan = command->add_flag("--fan", arguments->Fan,
+                                "Each procedure with how many call it, and how many it calls");
+  fan->excludes(modules);
   auto* dot = command->add_flag("--dot", arguments->Dot, "As a graph for Graphviz");
   auto* mermaid = command->add_flag("--mermaid", arguments->Mermaid, "As a flowchart of Mermaid")
                       ->excludes(dot);
+  dot->excludes(fan);
+  mermaid->excludes(fan);
   command->add_flag("--json", arguments->Json, "As JSON, a call a line")
       ->excludes(dot)
       ->excludes(mermaid);
@@ -228,6 +262,8 @@ void AddCallsCommand(CLI::App& app, Job& job) {
       if (arguments->Name.empty() &&
           (!arguments->Reaches.empty() || arguments->Callers || arguments->Callees))
         throw ToolError(exUsage, "--callers, --callees and --reaches want a NAME behind the file");
+      if (!arguments->Name.empty() && (arguments->Modules || arguments->Fan))
+        throw ToolError(exUsage, "--modules and --fan show all of a program; they take no NAME");
       return RunCalls(*arguments, streams);
     };
   });

@@ -104,6 +104,8 @@ constexpr RecordMember kCallsRecord[] = {{"Caller"},
                                          {"Direction", mtText, true},
                                          {"Depth", mtNumber, true},
                                          {"Repeated", mtTruth, true}};
+constexpr RecordMember kCallFanRecord[] = {
+    kQualified, {"FanIn", mtNumber}, {"FanOut", mtNumber}, kFile, kLine, kColumn};
 constexpr RecordMember kUnusedRecord[] = {
     kQualified,           {"Kind"}, {"Reason"}, {"Sureness"}, {"Text"}, {"Doubt", mtText, true},
     {"By", mtText, true}, kFile,    kLine,      kColumn};
@@ -195,7 +197,7 @@ struct CommandSchema {
 const std::vector<CommandSchema>& AllCommands() {
   static const std::vector<CommandSchema> all{
       {"assembly", "a type or member a line", {"AssemblyEntry"}},
-      {"calls", "a call a line", {"Call"}},
+      {"calls", "a call a line, or a procedure under --fan", {"Call", "CallFan"}},
       {"check", "a diagnostic a line, the counts last", {"Diagnostic", "Counts"}},
       {"comments", "a tagged comment a line", {"Comment"}},
       {"controls", "a tree of controls a line", {"VBControl"}},
@@ -245,6 +247,7 @@ Json AllDefinitions() {
   definitions["SourceLine"] = ObjectOf(kLinesRecord);
   definitions["AssemblyEntry"] = ObjectOf(kAssemblyRecord);
   definitions["Call"] = ObjectOf(kCallsRecord);
+  definitions["CallFan"] = ObjectOf(kCallFanRecord);
   definitions["Unused"] = ObjectOf(kUnusedRecord);
   definitions["Use"] = ObjectOf(kUsesRecord);
   definitions["UseCount"] = ObjectOf(kUseCountRecord);

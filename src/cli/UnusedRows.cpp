@@ -25,8 +25,10 @@ void UnusedRows::Add(const UnusedFinding& finding, const VBProject& project) {
     const SourcePlace place = vendrel::PlaceOf(*finding.Element);
     row.Name = CallName(*finding.Element);
     row.WindowsPath = place.File();
-    row.Line = place.Line;
-    row.Column = mColumns.Of(place, finding.Element->ElementName());
+    if (!IsA<Component>(finding.Element)) {  // a module is its whole file
+      row.Line = place.Line;
+      row.Column = mColumns.Of(place, finding.Element->ElementName());
+    }
   }
   const std::string key = FoldKey(row.WindowsPath) + "|" + std::to_string(row.Line) + "|" +
                           row.Kind + "|" + row.Name.substr(row.Name.find('~') + 1);

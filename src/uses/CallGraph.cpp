@@ -1,6 +1,7 @@
 #include "uses/CallGraph.h"
 
 #include <algorithm>
+#include <map>
 #include <unordered_set>
 
 #include "diagnostics/Context.h"
@@ -213,6 +214,34 @@ std::vector<const CallEdge*> CallGraph::PathBetween(std::span<const CodeElement*
       return path;
     }
   return {};
+}
+
+std::vector<CallEdge> CallsBetweenModules(const CallGraph& graph) {
+  std::vector<CallEdge> calls;
+  std::map<std::pair<const CodeElement*, const CodeElement*>, std::size_t> known;
+  for (const CallEdge& edge : graph.Edges()) {
+    const bool answers = edge.Kind == UseKind::Handle || edge.Kind == UseKind::Implements;
+    const CodeElement* from = As<Component>(edge.From) ? edge.From : edge.From->OwnComponent();
+    const CodeElement* to = edge.To->OwnComponent();
+    if (answers || !from || !to || from == to || IsA<DeclareDeclaration>(edge.To)) continue;
+    const auto place = known.try_emplace({from, to}, calls.size());
+    if (place.second) {
+      calls.push_back(
+          {from, to, UseKind::Call, edge.IsSure, edge.Count, edge.Module, edge.Line, edge.Column});
+      continue;
+    }
+    CallEdge& joined = calls[place.first->second];
+    joined.Count += edge.Count;
+    joined.IsSure = joined.IsSure || edge.IsSure;
+  }
+  return calls;
+}
+
+CallFan FanOf(const CallGraph& graph, const CodeElement& element) {
+  std::unordered_set<const CodeElement*> callers, callees;
+  for (const CallEdge* edge : graph.CallersOf(element)) callers.insert(edge->From);
+  for (const CallEdge& edge : graph.CalleesOf(element)) callees.insert(edge.To);
+  return {callers.size(), callees.size()};
 }
 
 }  // namespace vendrel

@@ -97,6 +97,16 @@ class CallGraph {
   mutable std::unordered_map<const CodeElement*, Range> mFrom, mTo;
 };
 
+/// The same by module: what procedures of one call in another, one edge for each pair, of kind
+/// `Call`. Calls within a module make none, nor do Declares and their libraries.
+std::vector<CallEdge> CallsBetweenModules(const CallGraph& graph);
+
+/// How many others an element is called by, and calls.
+struct CallFan {
+  std::size_t In = 0, Out = 0;
+};
+CallFan FanOf(const CallGraph& graph, const CodeElement& element);
+
 /// Whether an element can be called: a procedure, a Declare, an event.
 bool IsCallable(const CodeElement* element);
 

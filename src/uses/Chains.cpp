@@ -42,9 +42,10 @@ bool ModuleBinder::TakesParentheses(std::size_t at, std::size_t end, bool isStat
 
 UseValue ModuleBinder::MemberOfModule(const UseValue& base, const Component& module,
                                       std::size_t at) {
+  if (mIsNet) return NetMemberOf(base, module, at);
   ModuleScope& scope = mScopes.Of(module);
   const Symbol name = At(at).Name;
-  const bool isOwn = &module == &mModule;
+  const bool isOwn = &module == mModule;
   const Entry* member = scope.Members.Find(name);
   if (member && (member->IsPublic || isOwn)) return UseOf(at, *member);
   if (base.Sort == UseValue::Of::Module) {
@@ -56,8 +57,7 @@ UseValue ModuleBinder::MemberOfModule(const UseValue& base, const Component& mod
       return UseOfMember(at, *builtin);
   if (!base.IsMe && module.FileType == ftUserControl)
     if (const BuiltinMember* site = mScopes.SiteMember(name)) return UseOfMember(at, *site);
-  const ProjectScope* project = mScopes.ScopeOf(module);
-  const bool isLibrary = project && project->IsLibrary;
+  const bool isLibrary = IsLibrary(module);
   if (scope.HasForeignBase || (scope.IsMissing && !isLibrary))
     return Unbound(at, UseAnswer::External,
                    {TypeSort::External, false,
@@ -148,7 +148,12 @@ UseValue ModuleBinder::BindMember(const UseValue& base, std::size_t at) {
     case TypeSort::ControlGroup: value = MemberOfGroup(at); break;
     case TypeSort::Late: value = Unbound(at, UseAnswer::Late, kLate); break;
     case TypeSort::External: value = Unbound(at, UseAnswer::External, base.Type.Element()); break;
-    default: value = Unbound(at, UseAnswer::Unknown, {}); break;
+    default:
+      // In VB.NET everything has members, and the type of an expression is not computed.
+      value = mIsNet ? Unbound(at, UseAnswer::External,
+                               {TypeSort::External, false, mScopes.LibraryName(std::string_view())})
+                     : Unbound(at, UseAnswer::Unknown, {});
+      break;
   }
   return value;
 }
@@ -188,6 +193,11 @@ void ModuleBinder::ApplyIndex(UseValue& value, std::size_t open, std::size_t clo
     return;
   }
   Callee callee;
+  if (mIsNet) {  // an indexer
+    ParseArguments(open + 1, close, callee);
+    if (value.Type.Sort != TypeSort::External) value.Type = kLate;
+    return;
+  }
   if (value.Type.IsObject() && AddDefaultMember(value, UseKind::Read)) callee = CalleeOf(value);
   ParseArguments(open + 1, close, callee);
 }
@@ -195,6 +205,7 @@ void ModuleBinder::ApplyIndex(UseValue& value, std::size_t open, std::size_t clo
 void ModuleBinder::ApplyParentheses(UseValue& value, std::size_t& at, std::size_t end) {
   const std::size_t open = at, close = CloseOf(open, end);
   at = close < end ? close + 1 : end;
+  if (mIsNet && IsWord(open + 1, close, word::Of)) return ParseTypeArguments(open, close);
   const Callee callee = CalleeOf(value);
   const bool takesArguments =
       !value.HadArguments && ((callee.Declared && callee.Declared->Count() > 0) ||
@@ -207,6 +218,7 @@ void ModuleBinder::ApplyParentheses(UseValue& value, std::size_t& at, std::size_
                                                  Of(value.Record).Answer == UseAnswer::External ||
                                                  Of(value.Record).Answer == UseAnswer::Unknown);
   if (mayBeCalled && Of(value.Record).Kind == UseKind::Read) Of(value.Record).Kind = UseKind::Call;
+  if (mIsNet) ChooseOverload(value, open);
   if (takesArguments || isEmpty || value.Sort != UseValue::Of::Value)
     ParseArguments(open + 1, close, callee);
   else
@@ -228,7 +240,7 @@ UseValue ModuleBinder::ChainStart(std::size_t& at, std::size_t end) {
     return value;
   }
   if (IsWord(at, end, word::Me)) {
-    value.Type = Scopes::TypeOfModule(mModule);
+    value.Type = Scopes::TypeOfModule(*mModule);
     value.IsMe = true;
     Skip(at);
     return value;

@@ -22,7 +22,10 @@ bool IsOperatorWord(Symbol name) {
     case word::Imp:
     case word::Mod:
     case word::Is:
-    case word::Like: return true;
+    case word::Like:
+    case word::AndAlso:
+    case word::OrElse:
+    case word::IsNot: return true;
     default: return false;
   }
 }
@@ -99,13 +102,14 @@ void ModuleBinder::ParseTypeOf(std::size_t& at, std::size_t end) {
     ParseGroup(at, end);
   else if (IsWord(at, end) || IsMark(at, end, '.') || IsMark(at, end, '!'))
     ParseChain(at, end, false);
-  if (SkipIf(at, end, word::Is)) ParseType(at, end, UseKind::Type);
+  if (SkipIf(at, end, word::Is) || SkipIf(at, end, word::IsNot)) ParseType(at, end, UseKind::Type);
 }
 
 // One operand. Nothing is taken where none stands.
 UseValue ModuleBinder::ParseOperand(std::size_t& at, std::size_t end) {
   UseValue value;
   value.Type = {TypeSort::Plain, false, nullptr};
+  if (mIsNet && ParseNetOperand(at, end, value)) return value;
   const Token& token = At(at);
   if (token.Kind != TokenKind::Word) {
     if (token.Kind == TokenKind::Mark) {
@@ -154,8 +158,11 @@ UseValue ModuleBinder::ParseExpression(std::size_t& at, std::size_t end) {
     const Token& token = At(at);
     if (token.Kind == TokenKind::Mark) {
       const char mark = token.Mark;
-      if (mark == ',' || mark == ';' || mark == ')' || mark == ':' || mark == kNamedMark) break;
-      const bool isOperand = mark == '(' || IsMemberMark(at, end, false);
+      if (mark == ',' || mark == ';' || mark == ')' || mark == ':' || mark == kNamedMark) {
+        if (!(mQuery && mark == ',')) break;
+      }
+      if (mIsNet && mark == '}') break;
+      const bool isOperand = mark == '(' || (mIsNet && mark == '{') || IsMemberMark(at, end, false);
       if (!isOperand) {
         if (operands > 0 && mark != '#' && !compares) ReadDefault(last);
         if (mark != '#') ++operators;
@@ -164,6 +171,10 @@ UseValue ModuleBinder::ParseExpression(std::size_t& at, std::size_t end) {
         continue;
       }
     } else if (token.Kind == TokenKind::Word && !token.Bracketed) {
+      if (mQuery && SkipQueryWord(at, end)) {
+        ++operators;
+        continue;
+      }
       if (EndsExpression(token.Name)) break;
       if (mStepEnds && token.Name == word::Step && operands > 0) break;
       if (mGraphics && token.Name == word::Step && IsMark(at + 1, end, '(')) {
@@ -171,7 +182,7 @@ UseValue ModuleBinder::ParseExpression(std::size_t& at, std::size_t end) {
         continue;
       }
       if (IsOperatorWord(token.Name)) {
-        compares = token.Name == word::Is;
+        compares = token.Name == word::Is || token.Name == word::IsNot;
         if (operands > 0 && !compares) ReadDefault(last);
         ++operators;
         Skip(at);
@@ -278,6 +289,7 @@ void ModuleBinder::ParseArguments(std::size_t from, std::size_t end, const Calle
 
 // A type behind As, New or Is: "Long", "ADODB.Recordset".
 UseValue ModuleBinder::ParseType(std::size_t& at, std::size_t end, UseKind kind) {
+  if (mIsNet) return ParseNetType(at, end, kind);
   UseValue value;
   if (!IsWord(at, end)) return value;
   std::size_t last = at;
@@ -285,13 +297,13 @@ UseValue ModuleBinder::ParseType(std::size_t& at, std::size_t end, UseKind kind)
   const Symbol name = At(last).Name;
   const Symbol qualifier = last > at ? At(last - 2).Name : Symbol{word::None};
   if (last > at) mScopes.LibraryName(mScan.TextOf(At(last - 2)));
-  value.Type = mScopes.TypeNamed(&mModule, qualifier, name);
+  value.Type = mScopes.TypeNamed(mModule, qualifier, name);
   if (last == at && !At(at).Bracketed &&
       (name == word::Any || Builtins::IsIntrinsic(mScopes.Names().TextOf(name)))) {
     Skip(at);
     return value;
   }
-  const Entry* entry = mScopes.TypeEntry(&mModule, qualifier, name);
+  const Entry* entry = mScopes.TypeEntry(mModule, qualifier, name);
   const BuiltinType* builtin = entry ? nullptr
                                : qualifier == word::None
                                    ? mScopes.Type(name)
@@ -312,7 +324,7 @@ UseValue ModuleBinder::ParseType(std::size_t& at, std::size_t end, UseKind kind)
     PendingUse& use = Of(record);
     if (entry && front && front->Module) {
       use.Element = front->Module->Element;
-      use.Answer = use.Element == &mModule ? UseAnswer::OwnModule : UseAnswer::Project;
+      use.Answer = use.Element == mModule ? UseAnswer::OwnModule : UseAnswer::Project;
     } else if (entry && entry->Home) {
       use.Element = entry->Home->VBProject();
       if (use.Answer != UseAnswer::Library) use.Answer = UseAnswer::Project;

@@ -8,7 +8,7 @@
 namespace vendrel {
 
 void ModuleBinder::IndexBlocks() {
-  for (const Block& block : mModule.Blocks.Listed())
+  for (const Block& block : mModule->Blocks.Listed())
     if (!block.Name().empty())
       mBlocks.emplace_back(static_cast<std::uint32_t>(block.SourceLine()), &block);
   std::stable_sort(mBlocks.begin(), mBlocks.end(),
@@ -43,7 +43,7 @@ void ModuleBinder::AddLocal(Symbol name, EntrySort sort, const CodeElement* elem
   entry.Name = name;
   entry.Sort = sort;
   entry.Element = element;
-  entry.Home = &mModule;
+  entry.Home = mModule;
   entry.IsConstant = isConstant;
   slot = {mProcedure, &entry};
 }
@@ -60,7 +60,7 @@ void ModuleBinder::EnterProcedure(const Block* block, Symbol name) {
   mWith.clear();
   mPlace = Place::Procedure;
   mBlock = block;
-  mHolder = block ? static_cast<const CodeElement*>(block) : &mModule;
+  mHolder = block ? static_cast<const CodeElement*>(block) : mModule;
   if (!block) return;
   Symbols& names = mScopes.Names();
   if (const Parameters* parameters = block->Parameters.IfAny())
@@ -75,12 +75,12 @@ void ModuleBinder::EnterProcedure(const Block* block, Symbol name) {
       AddLocal(names.Of(WithoutBrackets(constant.Name)), EntrySort::Local, &constant, true);
   const bool givesResult = block->BlockType() == btPropertyGet || block->BlockType() == btFunction;
   if (!givesResult) return;
-  const Entry* own = mScope.Members.Find(name);
+  const Entry* own = mScope->Members.Find(name);
   const bool isProperty = own && own->Sort == EntrySort::Property && block->IsPropertyType();
   AddLocal(name, EntrySort::OwnResult, block, false);
   Entry& result = *Local(name);
   if (result.Sort != EntrySort::OwnResult) return;
-  result.Type = mScopes.TypeNamed(&mModule, block->ReturnType.view(), block->ReturnTypeIsArray);
+  result.Type = mScopes.TypeNamed(mModule, block->ReturnType.view(), block->ReturnTypeIsArray);
   result.TypeKnown = true;
   if (isProperty) result.Element = own->Element;
 }
@@ -88,7 +88,7 @@ void ModuleBinder::EnterProcedure(const Block* block, Symbol name) {
 void ModuleBinder::LeaveProcedure() {
   mPlace = Place::Declarations;
   mBlock = nullptr;
-  mHolder = &mModule;
+  mHolder = mModule;
   mWith.clear();
 }
 

@@ -7,8 +7,10 @@
 namespace vendrel {
 namespace {
 
-bool IsReserved(const Token& token) {
-  return !token.Bracketed && token.Name != word::None && token.Name < word::FirstByPlace;
+bool IsReserved(const Token& token, bool isNet) {
+  if (token.Bracketed || token.Name == word::None) return false;
+  return token.Name < word::FirstByPlace ||
+         (isNet && token.Name >= word::FirstOfNet && token.Name < word::Count);
 }
 
 }  // namespace
@@ -17,16 +19,29 @@ ModuleBinder::ModuleBinder(Scopes& scopes, ProjectScope& project, const Componen
                            const UseOptions& options, UseCounts& counts, const TakeUse& take)
     : mScopes(scopes),
       mProject(project),
-      mModule(module),
-      mScope(scopes.Of(module)),
+      mModule(&module),
+      mScope(&scopes.Of(module)),
       mOptions(options),
       mCounts(counts),
       mTake(take),
-      mScan(scopes.Names(), module.SourceForm->Text, {}),
-      mConditions(lvVisualBasic5or6, module.Options().Reading),
+      mScan(scopes.Names(), module.SourceForm->Text, {Scopes::IsNet(module)}),
+      mConditions(Scopes::IsNet(module) ? lvVisualBasicDotNet : lvVisualBasic5or6,
+                  module.Options().Reading),
       mIsAscii(module.SourceForm->Encoding == TextEncoding::Ascii),
+      mIsNet(Scopes::IsNet(module)),
       mHolder(&module) {
   mUse.Module = &module;
+}
+
+void ModuleBinder::BindFile(bool onlyModule) {
+  if (onlyModule) mOnly = mModule;
+  IndexNetBlocks();
+  while (mScan.Next()) {
+    if (mScan.IsDirective)
+      TakeDirective();
+    else
+      TakeLine();
+  }
 }
 
 void ModuleBinder::Bind() {
@@ -43,7 +58,7 @@ void ModuleBinder::Bind() {
 void ModuleBinder::TakeDirective() {
   if (StartsWithNoCaseAscii(mScan.Directive, "#CONST")) return;  // of the load
   try {
-    UpdateConditions(const_cast<Component&>(mModule), mConditions, mScan.Directive);
+    UpdateConditions(const_cast<Component&>(*mModule), mConditions, mScan.Directive);
   } catch (const VendrelError&) {
     ++mCounts.Unread;  // the branch stays as it is
   }
@@ -52,7 +67,7 @@ void ModuleBinder::TakeDirective() {
 
 void ModuleBinder::CountFalseBranch() {
   for (const Token& token : mScan.Tokens)
-    if (token.Kind == TokenKind::Word && !IsReserved(token)) ++mCounts.InFalseBranches;
+    if (token.Kind == TokenKind::Word && !IsReserved(token, mIsNet)) ++mCounts.InFalseBranches;
 }
 
 void ModuleBinder::TakeLine() {
@@ -68,7 +83,7 @@ void ModuleBinder::TakeLine() {
   const bool hasNumber = tokens[0].Kind == TokenKind::Number;
   const std::size_t first = hasNumber ? 1 : 0;
   if (mPlace == Place::Procedure && IsWord(first, tokens.size()) &&
-      IsMark(first + 1, tokens.size(), ':') && !IsReserved(tokens[first])) {
+      IsMark(first + 1, tokens.size(), ':') && !IsReserved(tokens[first], mIsNet)) {
     DeclareLabel(first);
     Emit(first, first + 1);
     from = first + 2;
@@ -87,7 +102,9 @@ void ModuleBinder::TakeLine() {
 
 void ModuleBinder::TakeStatement(std::size_t from, std::size_t to) {
   const bool ends = IsWord(from, to, word::End) && from + 1 < to;
-  if (mPlace == Place::Type || mPlace == Place::Enum) {
+  if (mIsNet) {
+    ParseNetStatement(from, to);
+  } else if (mPlace == Place::Type || mPlace == Place::Enum) {
     const bool closes =
         ends && (At(from + 1).Name == word::Type || At(from + 1).Name == word::Enum);
     if (closes) {
@@ -109,7 +126,7 @@ void ModuleBinder::TakeStatement(std::size_t from, std::size_t to) {
 void ModuleBinder::ReportUnread(std::size_t from, std::size_t to) {
   bool unread = false;
   for (std::size_t at = from; at < to; ++at) {
-    if (!IsWord(at, to) || At(at).Answered || IsReserved(At(at))) continue;
+    if (!IsWord(at, to) || At(at).Answered || IsReserved(At(at), mIsNet)) continue;
     AddUse(at, UseKind::Read, UseAnswer::Unknown);
     unread = true;
   }

@@ -73,6 +73,8 @@ class ModuleBinder {
   ModuleBinder(Scopes& scopes, ProjectScope& project, const Component& module,
                const UseOptions& options, UseCounts& counts, const TakeUse& take);
   void Bind();
+  /// VB.NET: the whole file in which the module stands, or what of it is that module's.
+  void BindFile(bool onlyModule);
 
  private:
   enum class Place : std::uint8_t { Declarations, Type, Enum, Procedure };
@@ -113,7 +115,8 @@ class ModuleBinder {
   bool BindBuiltinName(std::size_t at, UseValue& value);
   bool YieldsToFunction(std::size_t at, const BuiltinMember& member) const;
   UseAnswer AnswerOf(const Entry& entry) const;
-  bool IsExplicit() const { return mModule.OptionExplicit; }
+  bool IsLibrary(const Component& module) const;
+  bool IsExplicit() const { return mModule->OptionExplicit; }
 
   // Chains.cpp
   UseValue ParseChain(std::size_t& at, std::size_t end, bool isStatement);
@@ -194,6 +197,46 @@ class ModuleBinder {
   bool FindEvent(const TypeRef& type, bool isControl, std::string_view event, PendingUse& use);
   PendingUse& AddPart(std::size_t at, std::size_t from, std::size_t to, UseKind kind);
 
+  // NetNames.cpp
+  UseValue BindNetName(std::size_t at);
+  bool BindNetType(std::size_t& at, std::size_t end, UseKind kind, UseValue& value);
+  UseValue NetMemberOf(const UseValue& base, const Component& module, std::size_t at);
+  UseValue UseOfType(std::size_t at, const Component& type, UseKind kind);
+  UseValue ParseNetType(std::size_t& at, std::size_t end, UseKind kind);
+  void ParseTypeArguments(std::size_t open, std::size_t close);
+  bool IsTypeParameter(Symbol name) const;
+  void ChooseOverload(UseValue& value, std::size_t arguments);
+  const Component* NetTypeOf(std::size_t from, std::size_t to);
+
+  // NetExpressions.cpp
+  bool ParseNetOperand(std::size_t& at, std::size_t end, UseValue& value);
+  UseValue ParseNew(std::size_t& at, std::size_t end);
+  void ParseBraces(std::size_t& at, std::size_t end, const UseValue& object);
+  void ParseBehind(std::size_t& at, std::size_t end, UseValue& value);
+  void ParseLambda(std::size_t& at, std::size_t end);
+  void ParseCast(std::size_t& at, std::size_t end, UseValue& value);
+  bool SkipQueryWord(std::size_t& at, std::size_t end);
+  bool BeginsQuery(std::size_t at, std::size_t end) const;
+
+  // NetStatements.cpp
+  void IndexNetBlocks();
+  void ParseNetStatement(std::size_t from, std::size_t end);
+  bool ParseNetDeclaration(std::size_t& at, std::size_t end);
+  bool ParseNetFlow(std::size_t at, std::size_t end);
+  void EnterType(std::size_t at, std::size_t end);
+  void LeaveType();
+  void UseModule(const Component* module);
+  void ParseNetProcedure(std::size_t at, std::size_t end, bool hasBody);
+  void ParseNetProperty(std::size_t at, std::size_t end);
+  void ParseNetParameters(std::size_t open, std::size_t close, const Parameters* parameters);
+  void ParseNetDeclarators(std::size_t at, std::size_t end, bool isConstant);
+  void ParseNetFor(std::size_t at, std::size_t end);
+  void ParseTies(std::size_t at, std::size_t end);
+  void ParseNames(std::size_t at, std::size_t end, UseKind kind);
+  std::size_t ParseTypeParameters(std::size_t at, std::size_t end);
+  std::size_t DeclareVariable(std::size_t at, std::size_t end, EntrySort sort);
+  void ParseNetGeneric(std::size_t at, std::size_t end);
+
   // Records.cpp
   std::int32_t AddUse(std::size_t at, UseKind kind, UseAnswer answer);
   PendingUse& AddSecondary(const PendingUse& of, UseKind kind);
@@ -229,14 +272,23 @@ class ModuleBinder {
 
   Scopes& mScopes;
   ProjectScope& mProject;
-  const Component& mModule;
-  ModuleScope& mScope;
+  const Component* mModule;
+  ModuleScope* mScope;
   const UseOptions& mOptions;
   UseCounts& mCounts;
   const TakeUse& mTake;
   TokenScan mScan;
   ModuleIntake mConditions;
   bool mIsAscii = false;
+
+  // Of VB.NET.
+  bool mIsNet = false;
+  bool mQuery = false;
+  int mLambdas = 0;  // open ones, whose bodies stand on lines of their own
+  const Component* mOnly = nullptr;
+  std::vector<const Component*> mTypes;                         // open classes, the innermost last
+  std::vector<std::pair<Symbol, std::size_t>> mTypeParameters;  // with the depth of their class
+  std::vector<std::pair<std::uint32_t, const Component*>> mTypeLines;
 
   Place mPlace = Place::Declarations;
   const CodeElement* mHolder = nullptr;

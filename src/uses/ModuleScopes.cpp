@@ -7,7 +7,8 @@
 namespace vendrel {
 namespace {
 
-bool IsSeenOutside(std::string_view access) {
+bool IsSeenOutside(std::string_view access, bool isNet = false) {
+  if (isNet) return !EqualsNoCaseAscii(access, "PRIVATE");
   return EqualsNoCaseAscii(access, "PUBLIC") || EqualsNoCaseAscii(access, "FRIEND");
 }
 
@@ -47,10 +48,11 @@ Entry* Scopes::Add(EntryMap& map, Symbol name, Entry entry) {
 
 void Scopes::AddProcedures(ModuleScope& scope) {
   const Component& module = *scope.Module;
-  for (const Block& block : module.Blocks.Listed()) {
-    if (block.Name().empty()) continue;
+  const bool isNet = IsNet(module);
+  for (const Block& block : module.Blocks) {
+    if (block.Name().empty() || !block.InheritedFrom().empty()) continue;
     const Symbol name = mSymbols.Of(WithoutBrackets(block.Name()));
-    const bool isPublic = IsSeenOutside(block.Access.view());
+    const bool isPublic = IsSeenOutside(block.Access.view(), isNet);
     if (!block.IsPropertyType()) {
       if (block.IsMethod() || block.BlockType() != btAttributes)
         Add(scope.Members, name, NewEntry(EntrySort::Procedure, &module, block, isPublic));
@@ -68,18 +70,21 @@ void Scopes::AddProcedures(ModuleScope& scope) {
 
 void Scopes::AddDeclarations(ModuleScope& scope) {
   const Component& module = *scope.Module;
-  for (const Block& block : module.Blocks.Listed()) {
+  const bool isNet = IsNet(module);
+  for (const Block& block : module.Blocks) {
     if (block.BlockType() != btDeclarations) continue;
     if (const Variables* variables = block.Variables.IfAny())
-      for (const Variable& variable : *variables)
+      for (const Variable& variable : *variables) {
+        if (!variable.InheritedFrom.empty()) continue;
         Add(scope.Members, mSymbols.Of(WithoutBrackets(variable.Name)),
             NewEntry(EntrySort::Variable, &module, variable,
-                     IsSeenOutside(variable.Access.view()) ||
+                     IsSeenOutside(variable.Access.view(), isNet) ||
                          EqualsNoCaseAscii(variable.Access.view(), "GLOBAL")));
+      }
     if (const Constants* constants = block.Constants.IfAny())
       for (const Constant& constant : *constants) {
         Entry entry = NewEntry(EntrySort::Constant, &module, constant,
-                               IsSeenOutside(constant.Access.view()) ||
+                               IsSeenOutside(constant.Access.view(), isNet) ||
                                    EqualsNoCaseAscii(constant.Access.view(), "GLOBAL"));
         entry.IsConstant = true;
         Add(scope.Members, mSymbols.Of(WithoutBrackets(constant.Name)), entry);
@@ -88,9 +93,11 @@ void Scopes::AddDeclarations(ModuleScope& scope) {
   for (const DeclareDeclaration& declare : module.Declarations)
     Add(scope.Members, mSymbols.Of(WithoutBrackets(declare.Name)),
         NewEntry(EntrySort::Declare, &module, declare, IsOpenType(declare.Access.view())));
-  for (const EventDeclaration& event : module.EventDeclarations.Listed())
+  for (const EventDeclaration& event : module.EventDeclarations.Listed()) {
+    if (!event.InheritedFrom.empty()) continue;
     Add(scope.Events, mSymbols.Of(WithoutBrackets(event.Name)),
         NewEntry(EntrySort::Event, &module, event, true));
+  }
 }
 
 void Scopes::AddTypes(ModuleScope& scope) {
@@ -127,6 +134,17 @@ void Scopes::AddControls(ModuleScope& scope) {
 
 void Scopes::FindBase(ModuleScope& scope) {
   const Component& module = *scope.Module;
+  if (IsNet(module)) {
+    if (!module.InheritsFrom.empty()) {
+      scope.Above = NetType(module, module.InheritsFrom.view());
+      scope.HasForeignBase = !scope.Above;
+      if (scope.Above == &module) scope.Above = nullptr;
+    }
+    if (const std::size_t dot = module.Name.rfind('.'); dot != std::string::npos && module.IsNested)
+      scope.Around = NetType(
+          module, module.FullName().substr(0, module.FullName().size() - module.Name.size() + dot));
+    return;
+  }
   const std::string_view base = BaseName(module);
   if (!base.empty()) scope.Base = mBuiltins.FindType(base);
   scope.HasForeignBase =

@@ -18,6 +18,12 @@ bool IsQualifierType(const BuiltinType* type) {
 
 }  // namespace
 
+bool ModuleBinder::IsLibrary(const Component& module) const {
+  const VBProject* project = module.VBProject();
+  if (project == mProject.Project) return false;
+  return !project || project->WasReadFromTypeLibrary || (mIsNet && !module.SourceForm);
+}
+
 UseAnswer ModuleBinder::AnswerOf(const Entry& entry) const {
   switch (entry.Sort) {
     case EntrySort::Local: return UseAnswer::Local;
@@ -25,9 +31,12 @@ UseAnswer ModuleBinder::AnswerOf(const Entry& entry) const {
     case EntrySort::Field: return UseAnswer::Field;
     default: break;
   }
-  if (entry.Home && entry.Home != &mModule) {
-    const ProjectScope* project = mScopes.ScopeOf(*entry.Home);
-    if (project && project->IsLibrary) return UseAnswer::Library;
+  if (entry.Home && entry.Home != mModule) {
+    if (IsLibrary(*entry.Home)) return UseAnswer::Library;
+  }
+  if (mIsNet && entry.Home && entry.Sort == EntrySort::Variable) {
+    if (entry.Home->IsEnumeration) return UseAnswer::EnumMember;
+    if (entry.Home->IsStructure && entry.Home != mModule) return UseAnswer::Field;
   }
   switch (entry.Sort) {
     case EntrySort::Control: return UseAnswer::Control;
@@ -35,7 +44,7 @@ UseAnswer ModuleBinder::AnswerOf(const Entry& entry) const {
     case EntrySort::Enumeration:
     case EntrySort::Structure: return UseAnswer::Type;
     case EntrySort::Project: return UseAnswer::Project;
-    default: return entry.Home == &mModule ? UseAnswer::OwnModule : UseAnswer::Project;
+    default: return entry.Home == mModule ? UseAnswer::OwnModule : UseAnswer::Project;
   }
 }
 
@@ -76,7 +85,7 @@ UseValue ModuleBinder::UseOf(std::size_t at, const Entry& entry) {
       break;
     case EntrySort::Property:
       use.Accessor = UseAccessor::Get;
-      use.OwnProcedure = mBlock && mBlock->IsPropertyType() && entry.Home == &mModule &&
+      use.OwnProcedure = mBlock && mBlock->IsPropertyType() && entry.Home == mModule &&
                          EqualsNoCaseAscii(mBlock->Name(), entry.Element->ElementName());
       break;
     case EntrySort::Module:
@@ -169,7 +178,9 @@ bool ModuleBinder::BindProjectName(std::size_t at, ProjectScope& project, bool o
     const ProjectName& meaning = found->second;
     const Entry* entry = nullptr;
     const bool isModule = meaning.Module && (own || project.IsLibrary || dotFollows);
-    if (isModule && (dotFollows || !meaning.Member))
+    // A class by itself is no object: `Public Log As New Log` is what Log.Write means.
+    const bool isNoObject = isModule && meaning.Module->Home->FileType == ftClass;
+    if (isModule && (!meaning.Member || (dotFollows && !isNoObject)))
       entry = meaning.Module;
     else if (meaning.Member)
       entry = meaning.Member;
@@ -209,23 +220,24 @@ bool ModuleBinder::BindBuiltinName(std::size_t at, UseValue& value) {
 }
 
 UseValue ModuleBinder::BindName(std::size_t at) {
+  if (mIsNet) return BindNetName(at);
   const Symbol name = At(at).Name;
   const bool dotFollows = IsMark(at + 1, mScan.Tokens.size(), '.');
   if (const Entry* local = Local(name)) return UseOf(at, *local);
-  if (const Entry* member = mScope.Members.Find(name)) return UseOf(at, *member);
+  if (const Entry* member = mScope->Members.Find(name)) return UseOf(at, *member);
   if (dotFollows)
-    if (const Entry* type = mScope.Types.Find(name); type && type->Sort == EntrySort::Enumeration)
+    if (const Entry* type = mScope->Types.Find(name); type && type->Sort == EntrySort::Enumeration)
       return UseOf(at, *type);
-  if (mScope.Base) {
-    if (const BuiltinMember* member = mScopes.Member(*mScope.Base, name);
+  if (mScope->Base) {
+    if (const BuiltinMember* member = mScopes.Member(*mScope->Base, name);
         member && !YieldsToFunction(at, *member))
       return UseOfMember(at, *member);
-    if (mModule.FileType != ftForm &&
-        EqualsNoCaseAscii(mScopes.Names().TextOf(name), mScope.Base->Name)) {
+    if (mModule->FileType != ftForm &&
+        EqualsNoCaseAscii(mScopes.Names().TextOf(name), mScope->Base->Name)) {
       UseValue value;  // the control's own base
-      value.Type = {TypeSort::Builtin, false, mScope.Base};
+      value.Type = {TypeSort::Builtin, false, mScope->Base};
       value.Record = AddUse(at, UseKind::Read, UseAnswer::Library);
-      Of(value.Record).Type = mScope.Base;
+      Of(value.Record).Type = mScope->Base;
       return value;
     }
   }

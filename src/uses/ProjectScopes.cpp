@@ -73,6 +73,11 @@ ProjectScope& Scopes::Of(VBProject& project) {
   scope.Own.Name = mSymbols.Of(project.ProjectName);
   scope.Own.Sort = EntrySort::Project;
   scope.Own.Element = &project;
+  if (project.LanguageVersion() == lvVisualBasicDotNet) {
+    for (ProjectFile& file : project.ProjectFiles)
+      if (file.SourceForm) mFiles[file.SourceForm.get()] = &file;
+    scope.MissesReferences = true;  // assemblies tell their types when these are asked for
+  }
   for (const Component& module : std::as_const(project).Components.Listed())
     AddModule(scope, module);
   AddReferences(scope);

@@ -1,5 +1,7 @@
 #include "uses/Reach.h"
 
+#include <algorithm>
+
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
@@ -178,6 +180,7 @@ void Reach::FollowEdge(const ReachEdge& edge) {
 
 void Reach::EnterStartup(VBProject& project) {
   if (IsLoose(project)) return;
+  EnterExports(project);
   bool found = false;
   const bool isMain = EqualsNoCaseAscii(project.Startup, "Sub Main");
   for (const Component& module : project.Components.Listed()) {
@@ -199,6 +202,33 @@ void Reach::EnterStartup(VBProject& project) {
     if (module.FileType == ftForm) Enter(module, ReachCause::Startup);
     if (module.FileType != ftModule) continue;
     for (const Block* block : module.Blocks.Named("Main")) Enter(*block, ReachCause::Startup);
+  }
+}
+
+// A native library tells the linker which functions it shows: LinkSwitches=-EXPORT:Name.
+void Reach::EnterExports(const VBProject& project) {
+  std::unordered_set<std::string> names;
+  std::string_view rest = project.SourceForm ? std::string_view(project.SourceForm->Text) : "";
+  while (!rest.empty()) {
+    std::string_view line = TakeLine(rest);
+    if (!StartsWithNoCaseAscii(line, "LinkSwitches=")) continue;
+    line.remove_prefix(line.find('=') + 1);
+    while (!line.empty()) {
+      std::string_view word = TakeField(line, ' ');
+      const std::size_t colon = std::min(word.find(':'), word.size());
+      const std::string_view option = word.substr(0, colon);
+      if (!EndsWithNoCaseAscii(option, "EXPORT") && !EndsWithNoCaseAscii(option, "ENTRY")) continue;
+      word.remove_prefix(std::min(colon + 1, word.size()));
+      names.insert(FoldKey(word.substr(0, word.find_first_of(",="))));
+      const std::size_t inner = word.find('=');  // Shown=Inner
+      if (inner != word.npos) names.insert(FoldKey(word.substr(inner + 1)));
+    }
+  }
+  if (names.empty()) return;
+  for (const Component& module : project.Components.Listed()) {
+    if (module.FileType != ftModule) continue;
+    for (const Block& block : module.Blocks)
+      if (names.contains(FoldKey(block.Name()))) Enter(block, ReachCause::PublicOfLibrary);
   }
 }
 

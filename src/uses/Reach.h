@@ -77,6 +77,7 @@ class Reach {
   void MarkControls(const Component& module);
   void MarkLate(const std::string& name);
   void EnterStartup(VBProject& project);
+  void EnterExports(const VBProject& project);
   void EnterPublic(const Component& module);
   void EnterMarked(VBProject& project);
   bool IsListed(const CodeElement& element) const;

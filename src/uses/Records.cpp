@@ -74,6 +74,7 @@ void ModuleBinder::Give(const PendingUse& use) {
   else
     ++mCounts.Answers[static_cast<std::size_t>(use.Answer)];
   if (!mTake || (isDeclaration && !mOptions.Declarations)) return;
+  mUse.Module = mModule;
   mUse.Holder = use.Holder;
   mUse.Element = use.Element;
   mUse.Member = use.Member;
@@ -107,6 +108,7 @@ void ModuleBinder::Give(const PendingUse& use) {
 }
 
 void ModuleBinder::Emit(std::size_t from, std::size_t to) {
+  if (mOnly && mOnly != mModule) mUses.clear();
   if (mUses.empty()) return;
   mUse.InFalseBranch = mFalseBranch;
   mUse.StatementLine = static_cast<std::int32_t>(At(from).Line);

@@ -23,6 +23,9 @@ struct ModuleScope {
   EntryMap Events;
   /// What the module is by itself: VB~Form for a form; null where it is nothing.
   const BuiltinType* Base = nullptr;
+  /// The class above it, and the class around it, of VB.NET; null for none.
+  const Component* Above = nullptr;
+  const Component* Around = nullptr;
   /// The module has a base that is not known.
   bool HasForeignBase = false;
   /// Nothing of it has been read: its file is not there.
@@ -71,6 +74,15 @@ class Scopes {
   TypeRef TypeOfMember(const BuiltinMember& member);
   static TypeRef TypeOfModule(const Component& module);
 
+  /// VB.NET: the class, structure, module or enumeration that a name means in a module; one of an
+  /// assembly is loaded if need be. Null for none.
+  const Component* NetType(const Component& home, std::string_view name);
+  TypeRef NetTypeNamed(const Component& home, std::string_view name, bool isArray);
+  /// The member of a class, or of those above it; null for none. `isOpen` becomes true where a
+  /// class above is not at hand.
+  Entry* NetMember(const Component& module, Symbol name, bool& isOpen);
+  static bool IsNet(const Component& module);
+
   Entry* Field(const UDT& structure, Symbol name);
   /// The first control of an array, or the one with that index.
   const VBControl* ControlAt(const Entry& group, std::int32_t index) const;
@@ -106,6 +118,8 @@ class Scopes {
   TypeRef TypeOfControl(const Entry& entry, const VBControl& control);
   Entry* TypeInProject(ProjectScope& scope, Symbol name, bool asLibrary);
 
+  ProjectFile* FileOf(const Component& module);
+
   Symbols& mSymbols;
   const Builtins& mBuiltins;
   std::deque<Entry> mEntries;
@@ -115,6 +129,8 @@ class Scopes {
   std::unordered_map<const Entry*, std::unordered_map<std::int32_t, const VBControl*>> mGroups;
   std::unordered_map<std::string, std::string> mLibraries;      // by folded name: as first met
   std::vector<std::pair<bool, const BuiltinMember*>> mGlobals;  // by symbol: looked for, found
+  std::unordered_map<const SourceText*, ProjectFile*> mFiles;
+  std::unordered_map<std::string, const Component*> mNetTypes;  // by file and name
   const ProjectScope* mCandidatesOf = nullptr;
   std::unordered_map<Symbol, std::vector<const CodeElement*>> mCandidates;
 };

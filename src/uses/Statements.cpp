@@ -37,6 +37,7 @@ void ModuleBinder::ParseList(std::size_t from, std::size_t end) { ParseArguments
 
 // A statement that begins with a name: an assignment or a call.
 void ModuleBinder::ParseGeneric(std::size_t from, std::size_t end) {
+  if (mIsNet) return ParseNetGeneric(from, end);
   std::size_t at = from;
   if (!IsWord(at, end) && !IsMemberMark(at, end, false)) return ParseList(from, end);
   UseValue value = ParseChain(at, end, true);
@@ -153,7 +154,7 @@ void ModuleBinder::ParseReDim(std::size_t from, std::size_t end) {
     if (IsWord(at, end, word::Else)) return ParseStatement(at, end);
     const std::size_t name = at;
     const bool isBare = IsWord(at, end) && !IsMark(at + 1, end, '.') && !IsMark(at + 1, end, '!');
-    const bool isDeclared = !isBare || Local(At(at).Name) || mScope.Members.Find(At(at).Name) ||
+    const bool isDeclared = !isBare || Local(At(at).Name) || mScope->Members.Find(At(at).Name) ||
                             mProject.Names.count(At(at).Name) > 0;
     if (!isDeclared && mPlace == Place::Procedure) {  // the only declaration of the array
       AddLocal(At(at).Name, EntrySort::Local, nullptr, false);
@@ -176,7 +177,7 @@ void ModuleBinder::ParseReDim(std::size_t from, std::size_t end) {
 
 void ModuleBinder::ParseRaise(std::size_t from, std::size_t end) {
   if (!IsWord(from, end)) return;
-  const Entry* event = mScope.Events.Find(At(from).Name);
+  const Entry* event = mScope->Events.Find(At(from).Name);
   const std::int32_t record =
       AddUse(from, UseKind::Raise, event ? UseAnswer::OwnModule : UseAnswer::Unknown);
   Callee callee;
@@ -194,44 +195,10 @@ void ModuleBinder::ParseRaise(std::size_t from, std::size_t end) {
   ParseList(at, end);
 }
 
-// Open name For mode [Access ...] [Lock ...] As [#]number [Len = length]
-void ModuleBinder::ParseOpen(std::size_t from, std::size_t end) {
-  const std::size_t mode = FindWord(from, end, word::For);
-  const std::size_t as = FindWord(from, end, word::As);
-  std::size_t at = from;
-  const std::size_t nameEnd = std::min(mode, as);
-  ParseArguments(at, nameEnd, {});
-  SkipAll(nameEnd, as);
-  at = as;
-  SkipIf(at, end, word::As);
-  const std::size_t length = FindWord(at, end, word::Len);
-  ParseArguments(at, length, {});
-  at = length;
-  if (!SkipIf(at, end, word::Len)) return;
-  if (IsMark(at, end, '=')) ++at;
-  ParseList(at, end);
-}
-
-// Get #number, position, variable
-void ModuleBinder::ParseGet(std::size_t from, std::size_t end) {
-  std::size_t at = from;
-  for (int comma = 0; at < end && comma < 2;) {
-    const std::size_t before = at;
-    ParseExpression(at, end);
-    if (IsMark(at, end, ',')) {
-      ++comma;
-      ++at;
-    } else if (at == before) {
-      ++at;
-    }
-  }
-  ParseTargets(at, end);
-}
-
 // Mid(text, start, length) = value: the first argument is written.
 bool ModuleBinder::ParseMidTarget(std::size_t from, std::size_t end) {
   if (!(IsWord(from, end, word::Mid) || IsWord(from, end, word::MidB))) return false;
-  if (!IsMark(from + 1, end, '(') || Local(At(from).Name) || mScope.Members.Find(At(from).Name))
+  if (!IsMark(from + 1, end, '(') || Local(At(from).Name) || mScope->Members.Find(At(from).Name))
     return false;
   const std::size_t close = CloseOf(from + 1, end);
   if (!IsMark(close + 1, end, '=')) return false;
@@ -253,58 +220,6 @@ bool ModuleBinder::ParseMidTarget(std::size_t from, std::size_t end) {
 void ModuleBinder::DeclareLabel(std::size_t at) {
   const std::int32_t record = AddUse(at, UseKind::Declare, UseAnswer::Label);
   Of(record).Element = nullptr;
-}
-
-bool ModuleBinder::ParseInputOutput(std::size_t from, std::size_t end) {
-  const std::size_t next = from + 1;
-  const bool assigns = IsMark(next, end, '=') || IsMark(next, end, '.');
-  switch (At(from).Name) {
-    case word::Open:
-      if (assigns || FindWord(next, end, word::As) == end) return false;
-      break;
-    case word::Close:
-    case word::Get:
-    case word::Put:
-    case word::Seek:
-    case word::Lock:
-    case word::Unlock:
-    case word::Write:
-      if (assigns || IsMark(next, end, '(')) return false;
-      break;
-    case word::Input:
-    case word::Print:
-    case word::Width:
-      if (!IsMark(next, end, '#')) return false;
-      break;
-    case word::Line:
-      if (!IsWord(next, end, word::Input)) return false;
-      break;
-    case word::Name:
-      if (assigns || FindWord(next, end, word::As) == end) return false;
-      break;
-    default: return false;
-  }
-  const Symbol first = At(from).Name;
-  std::size_t at = from;
-  Skip(at);
-  if (first == word::Open) {
-    ParseOpen(at, end);
-  } else if (first == word::Get) {
-    ParseGet(at, end);
-  } else if (first == word::Input || first == word::Line) {
-    SkipIf(at, end, word::Input);
-    ParseExpression(at, end);
-    ParseTargets(at, end);
-  } else if (first == word::Name) {
-    const std::size_t as = FindWord(at, end, word::As);
-    ParseList(at, as);
-    at = as;
-    SkipIf(at, end, word::As);
-    ParseList(at, end);
-  } else {
-    ParseList(at, end);
-  }
-  return true;
 }
 
 bool ModuleBinder::ParseControlFlow(std::size_t from, std::size_t end) {
@@ -435,6 +350,7 @@ void ModuleBinder::ParseStatement(std::size_t from, std::size_t end) {
 }
 
 void ModuleBinder::ParseOneStatement(std::size_t from, std::size_t end) {
+  if (mIsNet && from > 0 && IsWord(from, end) && ParseNetFlow(from, end)) return;
   std::size_t at = from;
   if (at < end && At(at).Kind == TokenKind::Number) ++at;  // a line number
   if (at >= end) return;
@@ -448,7 +364,10 @@ void ModuleBinder::ParseOneStatement(std::size_t from, std::size_t end) {
     ParseStatement(stop, end);
     return;
   }
-  if (IsWord(at, end) && !At(at).Bracketed) {
+  if (IsWord(at, end) && !At(at).Bracketed && mIsNet) {
+    if (IsMark(at + 1, end, '.') || IsMark(at + 1, end, '=')) return ParseGeneric(at, end);
+    if (ParseControlFlow(at, end) || ParseKeyword(at, end) || ParseMidTarget(at, end)) return;
+  } else if (IsWord(at, end) && !At(at).Bracketed) {
     if (ParseControlFlow(at, end) || ParseKeyword(at, end) || ParseInputOutput(at, end) ||
         ParseDeclaration(at, end) || ParseMidTarget(at, end))
       return;

@@ -35,7 +35,9 @@ namespace vendrel {
   X(MyClass) X(Namespace) X(Narrowing) X(NotInheritable) X(NotOverridable) X(Of) X(Operator)       \
   X(OrElse) X(Overloads) X(Overridable) X(Overrides) X(Partial) X(Protected) X(ReadOnly)           \
   X(RemoveHandler) X(SByte) X(Shadows) X(Short) X(Structure) X(SyncLock) X(Throw) X(Try)           \
-  X(TryCast) X(UInteger) X(ULong) X(UShort) X(Using) X(When) X(Widening) X(WriteOnly) X(Char)
+  X(TryCast) X(UInteger) X(ULong) X(UShort) X(Using) X(When) X(Widening) X(WriteOnly) X(Char) X(Aggregate) X(Ascending)                   \
+  X(Async) X(Await) X(By) X(Custom) X(Descending) X(Distinct) X(Equals) X(From) X(Group)           \
+  X(Into) X(Iterator) X(Join) X(NameOf) X(Order) X(Skip) X(Take) X(Where) X(Yield)
 // clang-format on
 
 using Symbol = std::uint32_t;

@@ -75,6 +75,7 @@ void TokenScan::SkipHeader() {
 void TokenScan::BeginLine() {
   Tokens.clear();
   mOpen.clear();
+  mHoles.clear();
   mLineStarts.clear();
   mLineStarts.push_back(mAt);
   mFirstLine = mLine;
@@ -96,7 +97,9 @@ bool TokenScan::Next() {
           break;
         case kLineEnd:
           EndLine();
-          open = false;
+          open = mRules.DotNet && GoesOn();
+          if (open) mLineStarts.push_back(mAt);
+          mGap = true;
           break;
         case kDigit: TakeNumber(); break;
         case kLetter:
@@ -152,6 +155,54 @@ bool TokenScan::TakeContinuation() {
   EndLine();
   mLineStarts.push_back(mAt);
   return true;
+}
+
+// VB.NET: whether the statement goes on in the line that begins here, without an underscore.
+bool TokenScan::GoesOn() {
+  if (Tokens.empty()) return false;
+  if (EndsLambdaHead()) return false;
+  const Token& last = Tokens.back();
+  if (last.Kind == TokenKind::Mark &&
+      std::string_view(",.({=+-*/\\^&<>").find(last.Mark) != std::string_view::npos)
+    return true;
+  switch (last.Kind == TokenKind::Word ? last.Name : Symbol{word::None}) {
+    case word::And:
+    case word::Or:
+    case word::Xor:
+    case word::AndAlso:
+    case word::OrElse:
+    case word::Mod:
+    case word::Is:
+    case word::IsNot:
+    case word::Like:
+    case word::In:
+    case word::Of: return true;
+    default: break;
+  }
+  if (!mOpen.empty()) return mOpen.size() < 200;
+  std::size_t at = mAt;
+  while (ClassOf(At(at)) == kBlank) ++at;
+  if (At(at) == ')' || At(at) == '}') return true;
+  bool isQuery = false;
+  for (const Token& token : Tokens)
+    isQuery |= token.Name == word::From || token.Name == word::Aggregate;
+  if (!isQuery || ClassOf(At(at)) != kLetter) return false;
+  std::size_t end = at;
+  while (IsNameByte(At(end))) ++end;
+  switch (mSymbols.Of(mText.substr(at, end - at))) {
+    case word::Where:
+    case word::Select:
+    case word::Order:
+    case word::Group:
+    case word::Join:
+    case word::From:
+    case word::Let:
+    case word::Into:
+    case word::Skip:
+    case word::Take:
+    case word::Distinct: return true;
+    default: return false;
+  }
 }
 
 // A comment, with the lines that its underscore joins to it.
@@ -276,13 +327,19 @@ void TokenScan::TakeMark() {
     Tokens.back().Mark = kNamedMark;
     return;
   }
+  if (mRules.DotNet && c == '$' && At(mAt + 1) == '"') return TakeInterpolated(mAt + 2);
+  if (mRules.DotNet && (c == '}' || c == ':') && TakeHoleEnd(c)) return;
+  if (mRules.DotNet && c == '?') {  // of a nullable type, or in front of a dot
+    ++mAt;
+    return;
+  }
   Push(TokenKind::Mark, mAt, mAt + 1);
   Token& token = Tokens.back();
   token.Mark = c;
   const auto index = static_cast<std::int32_t>(Tokens.size()) - 1;
-  if (c == '(') {
+  if (c == '(' || (mRules.DotNet && c == '{')) {
     mOpen.push_back(index);
-  } else if (c == ')' && !mOpen.empty()) {
+  } else if ((c == ')' || (mRules.DotNet && c == '}')) && !mOpen.empty()) {
     token.Match = mOpen.back();
     Tokens[static_cast<std::size_t>(mOpen.back())].Match = index;
     mOpen.pop_back();

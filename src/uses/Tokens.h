@@ -60,12 +60,16 @@ class TokenScan {
   void BeginLine();
   void EndLine();
   bool TakeContinuation();
+  bool GoesOn();
+  bool EndsLambdaHead() const;
   void TakeComment();
   bool TakeDirective();
   void TakeWord();
   void TakeBracketed();
   void TakeNumber();
   void TakeText();
+  void TakeInterpolated(std::size_t from);
+  bool TakeHoleEnd(char c);
   bool TakeDate();
   void TakeMark();
   void Push(TokenKind kind, std::size_t begin, std::size_t end);
@@ -81,6 +85,7 @@ class TokenScan {
   bool mGap = true;
   std::vector<std::size_t> mLineStarts;
   std::vector<std::int32_t> mOpen;
+  std::vector<std::int32_t> mHoles;  // of them those of interpolated strings
 };
 
 }  // namespace vendrel

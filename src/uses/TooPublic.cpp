@@ -1,5 +1,6 @@
 // What is public and used by its own module only.
-#include <unordered_map>
+#include <algorithm>
+#include <vector>
 
 #include "core/Ascii.h"
 #include "diagnostics/Context.h"
@@ -40,6 +41,7 @@ class TooPublicFinder {
       for (const UDT& one : module.UDTs) Look(one, "type");
       for (const DeclareDeclaration& one : module.Declarations) Look(one, "declare");
       for (const Enumeration& one : module.Enumerations) LookAtEnumeration(one);
+      GiveFound();
     }
   }
 
@@ -92,11 +94,22 @@ class TooPublicFinder {
     finding.Element = &element;
     finding.Kind = kind;
     finding.Reason = UnusedReason::OwnModuleOnly;
-    mTake(finding);
+    mFound.push_back(finding);
+  }
+
+  // In the order of their lines.
+  void GiveFound() {
+    std::stable_sort(mFound.begin(), mFound.end(),
+                     [](const UnusedFinding& a, const UnusedFinding& b) {
+                       return a.Element->SourceLine() < b.Element->SourceLine();
+                     });
+    for (const UnusedFinding& finding : mFound) mTake(finding);
+    mFound.clear();
   }
 
   const Reach& mReach;
   const std::function<void(const UnusedFinding&)>& mTake;
+  std::vector<UnusedFinding> mFound;  // of the module at hand
 };
 
 }  // namespace

@@ -89,6 +89,7 @@ TypeRef Scopes::TypeNamed(const Component* home, Symbol qualifier, Symbol name) 
 }
 
 TypeRef Scopes::TypeNamed(const Component* home, std::string_view name, bool isArray) {
+  if (home && IsNet(*home)) return NetTypeNamed(*home, name, isArray);
   name = BareType(name);
   if (name.ends_with("()")) {
     isArray = true;

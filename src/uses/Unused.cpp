@@ -123,7 +123,8 @@ class UnusedFinder {
         continue;
       UnusedFinding finding = Made(parameter, "parameter");
       if (mReach.CauseOf(block) == ReachCause::PublicOfLibrary ||
-          mReach.CauseOf(block) == ReachCause::MarkedUsed) {
+          mReach.CauseOf(block) == ReachCause::MarkedUsed ||
+          mReach.CauseOf(block) == ReachCause::CalledByName || mReach.IsCalledLate(block.Name())) {
         finding.How = Sureness::Possible;
         finding.Doubt = kOpenSignature;
       }
@@ -228,7 +229,8 @@ class UnusedFinder {
     const auto* module = As<Component>(finding.Element);
     if (finding.Kind == "procedure" && mReach.StandsInString(name))
       doubt(Sureness::Possible, kInString);
-    if (module && HasObjects(*module) && mReach.StandsInString("." + name))  // CreateObject
+    if (module && HasObjects(*module) &&
+        (mReach.StandsInString(name) || mReach.StandsInString("." + name)))  // CreateObject
       doubt(Sureness::Possible, kInString);
     if (isPublic && IsOfObject(*finding.Element) && IsA<Block, Variable>(finding.Element) &&
         finding.Kind != "event-procedure") {

@@ -21,8 +21,8 @@ namespace vendrel {
   X(NeverRead,      "never-read",       "it is assigned and never read")                           \
   X(NeverRaised,    "never-raised",     "nothing raises the event")                                \
   X(NothingOfIt,    "nothing-used",     "nothing of the module is used")                           \
-  X(NoControl,      "no-control",       "it would handle an event of a control that does not exist")\
-  X(NoEvent,        "no-event",         "its control has no event of that name")                   \
+  X(NoControl,      "no-control",       "it is named for an event of a control that does not exist")  \
+  X(NoEvent,        "no-event",         "its form or control has no event of that name")           \
   X(OnlyOffBranch,  "only-off-branch",  "only a branch of #If that does not hold uses it")         \
   X(OwnModuleOnly,  "could-be-private", "only its own module uses it")                             \
   X(NoneOfLibrary,  "reference-unused", "nothing of the library is used")

@@ -1,5 +1,7 @@
 #include "uses/UseBinder.h"
 
+#include <unordered_set>
+
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "services/SourceText.h"
@@ -26,12 +28,30 @@ bool UseBinder::Bind(const Component& module, const TakeUse& take) try {
   const Workspace::Use use(mState->Project.Workspace());
   if (!module.SourceForm || module.SourceForm->Text.empty()) return false;
   ProjectScope& project = mState->Scopes.Of(mState->Project);
-  ModuleBinder(mState->Scopes, project, module, mState->Options, mState->Counts, take).Bind();
+  ModuleBinder binder(mState->Scopes, project, module, mState->Options, mState->Counts, take);
+  if (Scopes::IsNet(module))
+    binder.BindFile(true);
+  else
+    binder.Bind();
   return true;
 }
 VENDREL_CONTEXT(module)
 
+// A file of VB.NET holds any number of modules: it is read once for all of them.
+void UseBinder::BindFiles(const TakeUse& take) {
+  const Workspace::Use use(mState->Project.Workspace());
+  ProjectScope& project = mState->Scopes.Of(mState->Project);
+  std::unordered_set<const SourceText*> done;
+  for (const Component& module : std::as_const(mState->Project).Components.Listed()) {
+    const SourceText* source = module.SourceForm.get();
+    if (!source || source->Text.empty() || !done.insert(source).second) continue;
+    ModuleBinder(mState->Scopes, project, module, mState->Options, mState->Counts, take)
+        .BindFile(false);
+  }
+}
+
 void UseBinder::BindAll(const TakeUse& take) {
+  if (mState->Project.LanguageVersion() == lvVisualBasicDotNet) return BindFiles(take);
   for (const Component& module : std::as_const(mState->Project).Components.Listed())
     Bind(module, take);
 }

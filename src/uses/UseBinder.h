@@ -65,6 +65,8 @@ class UseBinder {
 
  private:
   struct State;
+  void BindFiles(const TakeUse& take);
+
   std::unique_ptr<State> mState;
 };
 

@@ -37,7 +37,7 @@ void ModuleBinder::MarkPath(std::int32_t record, bool reads) {
 
 // The member that an object stands for where a value is wanted. Gives its value in `value`.
 bool ModuleBinder::AddDefaultMember(UseValue& value, UseKind kind) {
-  if (!value.Type.IsObject() || value.Record < 0) return false;
+  if (mIsNet || !value.Type.IsObject() || value.Record < 0) return false;
   const PendingUse object = Of(value.Record);
   if (value.Type.Sort == TypeSort::Module) {
     const Entry* member = mScopes.Of(*value.Type.Module()).DefaultMember;
@@ -100,7 +100,7 @@ void ModuleBinder::MarkWrite(UseValue& value, bool isSet) {
     return;
   }
   const bool isObject = value.Type.IsObject() || value.Type.Sort == TypeSort::ControlGroup;
-  if (!isSet && isObject) {  // the object is read
+  if (!isSet && isObject && !mIsNet) {  // the object is read
     AddDefaultMember(value, UseKind::Write);
     return;
   }

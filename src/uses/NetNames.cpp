@@ -1,0 +1,230 @@
+// VB.NET: names in its scopes, types by their dotted names, members by what a class inherits.
+
+#include "uses/ModuleBinder.h"
+
+namespace vendrel {
+namespace {
+
+constexpr std::size_t kMostParts = 8;  // of a dotted name
+constexpr int kMostBases = 40;         // of classes above one another
+
+}  // namespace
+
+bool ModuleBinder::IsTypeParameter(Symbol name) const {
+  for (const auto& [parameter, depth] : mTypeParameters)
+    if (parameter == name) return true;
+  return false;
+}
+
+UseValue ModuleBinder::UseOfType(std::size_t at, const Component& type, UseKind kind) {
+  UseValue value;
+  value.Record = AddUse(at, kind, UseAnswer::Project);
+  PendingUse& use = Of(value.Record);
+  use.Element = &type;
+  use.Answer = &type == mModule  ? UseAnswer::OwnModule
+               : IsLibrary(type) ? UseAnswer::Library
+                                 : UseAnswer::Project;
+  value.Type = Scopes::TypeOfModule(type);
+  return value;
+}
+
+// The type that the words from one to another mean, dots between them.
+const Component* ModuleBinder::NetTypeOf(std::size_t from, std::size_t to) {
+  std::string name;
+  for (std::size_t at = from; at <= to; at += 2) {
+    if (at > from) name += '.';
+    std::string_view part = mScan.TextOf(At(at));
+    if (At(at).Bracketed) part = part.substr(1, part.size() - 2);
+    name += part;
+  }
+  if (IsMark(to + 1, mScan.Tokens.size(), '(') && IsWord(to + 2, mScan.Tokens.size(), word::Of)) {
+    int arguments = 1;
+    const std::size_t close = CloseOf(to + 1, mScan.Tokens.size());
+    for (std::size_t at = to + 2; at < close; ++at) {
+      if (IsMark(at, close, '(')) at = CloseOf(at, close);
+      if (IsMark(at, close, ',')) ++arguments;
+    }
+    name += "`" + std::to_string(arguments);
+  }
+  if (const Component* type = mScopes.NetType(*mModule, name)) return type;
+  // Types of the classes above it.
+  const Component* above = mScopes.Of(*mModule).Above;
+  for (int level = 0; above && !IsLibrary(*above) && level < kMostBases; ++level) {
+    if (const Component* type = mScopes.NetType(*above, name)) return type;
+    above = mScopes.Of(*above).Above;
+  }
+  return nullptr;
+}
+
+// A dotted name, the shortest front of which is a type: the words in front of it qualify.
+bool ModuleBinder::BindNetType(std::size_t& at, std::size_t end, UseKind kind, UseValue& value) {
+  std::size_t last = at;
+  for (std::size_t part = 0; part < kMostParts; ++part, last += 2) {
+    if (const Component* type = NetTypeOf(at, last)) {
+      for (; at < last; at += 2) {
+        const std::int32_t record = AddUse(at, UseKind::Qualify, UseAnswer::Project);
+        Of(record).Answer = IsLibrary(*type) ? UseAnswer::Library : UseAnswer::Project;
+        Of(record).Library = mScopes.LibraryName(mScan.TextOf(At(at)));
+      }
+      value = UseOfType(last, *type, kind);
+      return true;
+    }
+    if (!IsMark(last + 1, end, '.') || !IsWord(last + 2, end)) return false;
+  }
+  return false;
+}
+
+UseValue ModuleBinder::BindNetName(std::size_t at) {
+  const Symbol name = At(at).Name;
+  if (const Entry* local = Local(name)) return UseOf(at, *local);
+  bool isOpen = false;
+  for (const Component* around = mModule; around; around = mScopes.Of(*around).Around)
+    if (const Entry* member = mScopes.NetMember(*around, name, isOpen)) return UseOf(at, *member);
+  if (IsTypeParameter(name)) {
+    UseValue value;
+    value.Record = AddUse(at, UseKind::Type, UseAnswer::Type);
+    value.Type = {TypeSort::Late, false, nullptr};
+    return value;
+  }
+  if (const auto found = mProject.Names.find(name);
+      found != mProject.Names.end() && found->second.Member)
+    return UseOf(at, *found->second.Member);
+  if (const Component* type = NetTypeOf(at, at)) return UseOfType(at, *type, UseKind::Read);
+  const bool isQualifier = IsMark(at + 1, mScan.Tokens.size(), '.');
+  const TypeRef type{TypeSort::External, false,
+                     mScopes.LibraryName(isQualifier ? mScan.TextOf(At(at)) : std::string_view())};
+  UseValue value = Unbound(at, UseAnswer::External, type);
+  if (isQualifier) Of(value.Record).Kind = UseKind::Qualify;
+  if (IsMark(at + 1, mScan.Tokens.size(), '(')) Of(value.Record).Kind = UseKind::Call;
+  return value;
+}
+
+UseValue ModuleBinder::NetMemberOf(const UseValue& base, const Component& module, std::size_t at) {
+  bool isOpen = false;
+  if (const Entry* member = mScopes.NetMember(module, At(at).Name, isOpen)) {
+    UseValue value = UseOf(at, *member);
+    const bool isPart = module.IsStructure && base.IsStorage && !IsLibrary(module);
+    if (isPart && member->Sort == EntrySort::Variable) Of(value.Record).Path = base.Record;
+    return value;
+  }
+  const std::string nested = module.FullName() + "." + std::string(mScan.TextOf(At(at)));
+  if (const Component* type = mScopes.NetType(*mModule, nested))
+    return UseOfType(at, *type, UseKind::Read);
+  if (isOpen)
+    return Unbound(at, UseAnswer::External,
+                   {TypeSort::External, false, mScopes.LibraryName(std::string_view())});
+  // An extension method, which any imported module may have.
+  return Unbound(at, UseAnswer::Late, {TypeSort::Late, false, nullptr});
+}
+
+// "(Of A, B(Of C))"
+void ModuleBinder::ParseTypeArguments(std::size_t open, std::size_t close) {
+  for (std::size_t at = open + 1; at < close;) {
+    SkipIf(at, close, word::Of);
+    if (IsWord(at, close))
+      ParseNetType(at, close, UseKind::Type);
+    else
+      ++at;
+  }
+}
+
+// A type behind As, New, Is, Of: "Integer()", "System.Collections.Generic.List(Of T)".
+UseValue ModuleBinder::ParseNetType(std::size_t& at, std::size_t end, UseKind kind) {
+  UseValue value;
+  if (IsWord(at, end) && mScopes.Names().TextOf(At(at).Name) == "global" &&
+      IsMark(at + 1, end, '.')) {
+    Skip(at);
+    ++at;
+  }
+  if (!IsWord(at, end)) return value;
+  const Symbol name = At(at).Name;
+  const bool isDotted = IsMark(at + 1, end, '.');
+  const bool isPlain = !At(at).Bracketed && !isDotted &&
+                       (Builtins::IsIntrinsic(mScopes.Names().TextOf(name)) || name == word::Char ||
+                        name == word::Short || name == word::SByte || name == word::UInteger ||
+                        name == word::ULong || name == word::UShort);
+  const std::size_t from = at;
+  if (isPlain) {
+    value.Type = mScopes.TypeNamed(mModule, mScan.TextOf(At(at)), false);
+    Skip(at);
+  } else if (!isDotted && IsTypeParameter(name)) {
+    value.Record = AddUse(at++, kind, UseAnswer::Type);
+    value.Type = {TypeSort::Late, false, nullptr};
+  } else if (BindNetType(at, end, kind, value)) {
+    ++at;
+    while (IsMark(at, end, '.') && IsWord(at + 1, end)) {  // a nested type
+      value = NetMemberOf(value, *value.Type.Module(), at + 1);
+      at += 2;
+      if (value.Type.Sort != TypeSort::Module) break;
+      Of(value.Record).Kind = kind;
+    }
+  }
+  if (at == from) {  // of an assembly that is not at hand
+    std::size_t last = at;
+    while (IsMark(last + 1, end, '.') && IsWord(last + 2, end)) last += 2;
+    const std::string_view library =
+        last == at ? std::string_view()
+                   : mScan.Text().substr(At(at).Begin, At(last - 2).End - At(at).Begin);
+    value.Type = {TypeSort::External, false, mScopes.LibraryName(library)};
+    for (; at <= last; at += 2) {
+      value.Record = AddUse(at, at < last ? UseKind::Qualify : kind, UseAnswer::External);
+      Of(value.Record).Library = value.Type.Library();
+    }
+    at = last + 1;
+  }
+  while (IsMark(at, end, '(')) {
+    const std::size_t close = CloseOf(at, end);
+    if (IsWord(at + 1, close, word::Of)) {
+      ParseTypeArguments(at, close);
+    } else if (kind != UseKind::New || close == at + 1) {  // an array
+      value.Type.IsArray = true;
+      ParseArguments(at + 1, close, {});
+    } else {
+      break;
+    }
+    at = close < end ? close + 1 : end;
+    if (IsMark(at, end, '.') && IsWord(at + 1, end)) {  // nested in a generic type
+      const TypeRef outer = value.Type;
+      value = outer.Sort == TypeSort::Module
+                  ? NetMemberOf(value, *outer.Module(), at + 1)
+                  : Unbound(at + 1, UseAnswer::External,
+                            {TypeSort::External, false,
+                             outer.Sort == TypeSort::External
+                                 ? outer.Library()
+                                 : mScopes.LibraryName(std::string_view())});
+      Of(value.Record).Kind = kind;
+      at += 2;
+    }
+  }
+  return value;
+}
+
+// Of several procedures of one name the first one that takes as many arguments.
+void ModuleBinder::ChooseOverload(UseValue& value, std::size_t open) {
+  if (!value.Named || value.Record < 0) return;
+  const auto* block = As<Block>(value.Named->Element);
+  const Blocks* overloads = block ? block->OverloadBlocks().IfAny() : nullptr;
+  if (!overloads) return;
+  const std::size_t close = CloseOf(open, mScan.Tokens.size());
+  std::size_t count = close > open + 1 ? 1 : 0;
+  for (std::size_t at = open + 1; at < close; ++at) {
+    if ((IsMark(at, close, '(') || IsMark(at, close, '{')) && At(at).Match > 0)
+      at = CloseOf(at, close);
+    if (IsMark(at, close, ',')) ++count;
+  }
+  for (const Block& overload : *overloads) {
+    const Parameters* parameters = overload.Parameters.IfAny();
+    const std::size_t most = parameters ? parameters->Count() : 0;
+    std::size_t least = 0;
+    bool anyNumber = false;
+    for (std::size_t i = 1; i <= most; ++i) {
+      least += !parameters->Item(i)->IsOptional;
+      anyNumber |= parameters->Item(i)->IsParamArray;
+    }
+    if (count < least || (count > most && !anyNumber)) continue;
+    Of(value.Record).Element = &overload;
+    return;
+  }
+}
+
+}  // namespace vendrel
