@@ -17,6 +17,8 @@ run   libmimalloc-dev  takes memory in large pages, which the kernel hands out f
 test  libgtest-dev     the test framework
 test  libgmock-dev     its matchers
 test  chromium         opens the pages of the html command, as a reader would
+test  tidy             holds the pages of sites against the rules of HTML
+test  graphviz         draws the graphs of sites
 test  python3-jsonschema holds JSON against the schema that the tool prints
 test  pybind11-dev     the library as a module of Python
 test  python3-dev      what that is compiled against

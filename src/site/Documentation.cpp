@@ -129,19 +129,43 @@ void TakeExamples(Documentation& found, const CodeElement& element) {
   }
 }
 
-// `Attribute F.VB_Description = "..."`
+// The text of `Attribute F.VB_Description = "..."`; empty for any other line.
+std::string DescriptionIn(std::string_view line) {
+  const std::size_t at = FindNoCaseAscii(line, "VB_Description");
+  const std::size_t open = at == kNotFound ? at : line.find('"', at);
+  if (open == kNotFound) return {};
+  const std::size_t close = line.rfind('"');
+  if (close <= open) return {};
+  return ReplaceAll(line.substr(open + 1, close - open - 1), "\"\"", "\"");
+}
+
+// The attributes of what a module declares stand in the lines behind the declaration.
+std::string DescriptionBehind(const Component* module, std::int32_t line) {
+  const Block* section = module ? module->Blocks.FirstOfType(btDeclarations) : nullptr;
+  const CodeLines* lines = section ? section->CodeLines.IfAny() : nullptr;
+  if (!lines || lines->Unloaded() || line < 1) return {};
+  while (line < lines->Count() && lines->Continued(line)) ++line;
+  while (++line <= lines->Count()) {
+    const std::string_view text = lines->LineView(line);
+    if (!StartsWithNoCaseAscii(TrimGaps(text), "Attribute ")) return {};
+    if (std::string found = DescriptionIn(text); !found.empty()) return found;
+  }
+  return {};
+}
+
 std::string DescriptionAttribute(const CodeElement& element) {
+  if (const auto* event = As<EventDeclaration>(&element))
+    return DescriptionBehind(event->OwnComponent(), event->LineIndex);
+  if (const auto* variable = As<Variable>(&element))
+    return variable->Procedure.Get() || IsA<UDT>(variable->Parent.Get())
+               ? std::string()
+               : DescriptionBehind(variable->OwnComponent(), variable->LineIndex);
   const auto* block = As<Block>(&element);
   if (const auto* module = As<Component>(&element))
     block = module->Blocks.FirstOfType(btAttributes);
   if (!block) return {};
-  for (const std::string& line : block->Attributes()) {
-    const std::size_t at = FindNoCaseAscii(line, "VB_Description");
-    const std::size_t open = at == kNotFound ? at : line.find('"', at);
-    if (open == kNotFound) continue;
-    const std::size_t close = line.rfind('"');
-    if (close > open) return ReplaceAll(line.substr(open + 1, close - open - 1), "\"\"", "\"");
-  }
+  for (const std::string& line : block->Attributes())
+    if (std::string found = DescriptionIn(line); !found.empty()) return found;
   return {};
 }
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/Ascii.h"
+#include "core/CaseFold.h"
 #include "project/VBProject.h"
 #include "site/FormDrawing.h"
 #include "site/SiteHtml.h"
@@ -11,27 +11,26 @@
 namespace vendrel::site {
 namespace {
 
-using Handlers = std::unordered_map<const CodeElement*, std::vector<const Block*>>;
+/// Procedures by what raises the event that they handle. Controls of an array share theirs, which
+/// the tree knows by one of them.
+class Handlers {
+ public:
+  explicit Handlers(const Component& form) {
+    for (const Block& block : form.Blocks.Listed()) {
+      const CodeElement* source = block.IsEventProcedure ? block.EventSource.Get() : nullptr;
+      if (!source) continue;
+      const auto* control = As<VBControl>(source);
+      mBlocks[FoldKey(control ? control->ShortName() : source->ElementName())].push_back(&block);
+    }
+  }
+  const std::vector<const Block*>* Of(const VBControl& control) const {
+    const auto found = mBlocks.find(FoldKey(control.ShortName()));
+    return found == mBlocks.end() ? nullptr : &found->second;
+  }
 
-// Procedures by what raises the event that they handle.
-Handlers HandlersOf(const Component& form) {
-  Handlers handlers;
-  for (const Block& block : form.Blocks.Listed())
-    if (block.IsEventProcedure && block.EventSource.Get())
-      handlers[block.EventSource.Get()].push_back(&block);
-  return handlers;
-}
-
-// Controls of an array share procedures; the tree knows them by the first.
-const std::vector<const Block*>* HandlersFor(const Handlers& handlers, const Component& form,
-                                             const VBControl& control) {
-  auto found = handlers.find(&control);
-  if (found == handlers.end() && control.ShortName() != control.Name)
-    for (const VBControl& other : form.AllVBControls)
-      if (found == handlers.end() && EqualsNoCaseAscii(other.ShortName(), control.ShortName()))
-        found = handlers.find(&other);
-  return found == handlers.end() ? nullptr : &found->second;
-}
+ private:
+  std::unordered_map<std::string, std::vector<const Block*>> mBlocks;
+};
 
 std::string ControlRow(const SiteRun& run, const ModuleEntry& module, const VBControl& control,
                        int depth, const Handlers& handlers) {
@@ -51,7 +50,7 @@ std::string ControlRow(const SiteRun& run, const ModuleEntry& module, const VBCo
   if (!caption.empty())
     row.append("<br/><span class=\"s\">").append(Text(Shortened(caption, 300))).append("</span>");
   row.append("</td>\n<td>");
-  if (const auto* blocks = HandlersFor(handlers, *module.Module, control))
+  if (const auto* blocks = handlers.Of(control))
     for (std::size_t i = 0; i < blocks->size() && i < 60; ++i) {
       const Block& block = *(*blocks)[i];
       Address address = run.Map.Of(&block);
@@ -68,7 +67,7 @@ std::string ControlRow(const SiteRun& run, const ModuleEntry& module, const VBCo
 void WriteFormPage(const SiteRun& run, const ModuleEntry& module) {
   const Component& form = *module.Module;
   const auto controls = ControlsOf(form);
-  const Handlers handlers = HandlersOf(form);
+  const Handlers handlers(form);
   for (std::size_t from = 0; from < controls.size(); from += kFieldsOnPage) {
     const std::size_t number = from / kFieldsOnPage;
     Page page = PageIn(run, module, PageOfControls(number),

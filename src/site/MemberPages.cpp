@@ -176,12 +176,13 @@ std::string KindInWords(const MemberEntry& member, const ModuleEntry& module) {
 }  // namespace
 
 void WriteMemberPages(const SiteRun& run, const ModuleEntry& module) {
-  std::vector<PageLink> beside;
-  for (const MemberEntry& member : module.Members) beside.push_back({member.Name, member.Leaf});
   for (std::size_t i = 0; i < module.Members.size(); ++i) {
     const MemberEntry& member = module.Members[i];
     Page page = PageIn(run, module, member.Leaf, member.Name);
-    AddNeighbours(page, "In " + Link("index.html", module.Name), beside, i);
+    AddNeighbours(page, "In " + Link("index.html", module.Name), module.Members.size(), i,
+                  [&](std::size_t other) {
+                    return PageLink{module.Members[other].Name, module.Members[other].Leaf};
+                  });
     const bool* isNew = const_cast<CodeElement&>(member.First()).IsNewField();
     AppendHeading(page, KindInWords(member, module), member.Name,
                   TagsOf(run, member.First(), isNew && *isNew));

@@ -23,15 +23,6 @@ std::string Heading(std::string_view id, std::string_view title, std::size_t cou
   return html;
 }
 
-std::vector<PageLink> ModulesBeside(const ModuleEntry& module, std::size_t& at) {
-  std::vector<PageLink> links;
-  for (const ModuleEntry& other : module.Project->Modules) {
-    if (&other == &module) at = links.size();
-    links.push_back({other.Name, HrefFrom(module.Folder, {other.Folder, "index.html"})});
-  }
-  return links;
-}
-
 void AppendFact(std::string& html, std::string_view term, std::string_view valueHtml) {
   if (valueHtml.empty()) return;
   html.append("<dt>").append(term).append("</dt><dd>").append(valueHtml).append("</dd>\n");
@@ -53,7 +44,7 @@ std::string InterfaceLinks(const SiteRun& run, const ModuleEntry& module) {
   return html;
 }
 
-std::string ModuleLinks(std::string_view folder, const std::vector<const ModuleEntry*>& modules) {
+std::string ModuleLinks(std::string_view folder, std::span<const ModuleEntry* const> modules) {
   std::string html;
   for (std::size_t i = 0; i < modules.size() && i < kListedAtMost; ++i)
     html.append(i > 0 ? ", " : "")
@@ -236,9 +227,12 @@ void AppendInherited(const SiteRun& run, const ModuleEntry& module, std::string&
 void WriteModulePages(const SiteRun& run, const ModuleEntry& module) {
   const Component& component = *module.Module;
   Page page = PageIn(run, module, "index.html", module.Name);
-  std::size_t at = 0;
-  const std::vector<PageLink> beside = ModulesBeside(module, at);
-  AddNeighbours(page, "In " + Link("../index.html", module.Project->Name), beside, at);
+  const auto& modules = module.Project->Modules;
+  AddNeighbours(page, "In " + Link("../index.html", module.Project->Name), modules.size(),
+                module.Index, [&](std::size_t i) {
+                  return PageLink{modules[i].Name,
+                                  HrefFrom(module.Folder, {modules[i].Folder, "index.html"})};
+                });
   const Documentation found = DocumentationOf(component);
   AppendHeading(page, module.Kind, component.FullName(), TagsOf(run, component, found.IsNew));
   AppendPath(run, page, component);

@@ -1,6 +1,7 @@
 // Parts that several kinds of pages are made of.
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
@@ -45,13 +46,15 @@ Page PageIn(const SiteRun& run, const ModuleEntry& module, std::string leaf, std
   return page;
 }
 
-void AddNeighbours(Page& page, std::string barTitle, const std::vector<PageLink>& all,
-                   std::size_t at) {
+void AddNeighbours(Page& page, std::string barTitle, std::size_t count, std::size_t at,
+                   const std::function<PageLink(std::size_t)>& entry) {
   const std::size_t from = at > kNeighbours ? at - kNeighbours : 0;
-  const std::size_t end = std::min(all.size(), at + kNeighbours + 1);
+  const std::size_t end = std::min(count, at + kNeighbours + 1);
   page.BarTitle = std::move(barTitle);
-  for (std::size_t i = from; i < end; ++i)
-    page.Neighbours.push_back({all[i].Name, i == at ? "" : all[i].Href});
+  for (std::size_t i = from; i < end; ++i) {
+    page.Neighbours.push_back(entry(i));
+    if (i == at) page.Neighbours.back().Href.clear();
+  }
 }
 
 void AppendHeading(Page& page, std::string_view kind, std::string_view name,
@@ -69,12 +72,12 @@ void AppendSection(std::string& html, std::string_view id, std::string_view titl
 
 void AppendPath(const SiteRun& run, Page& page, const CodeElement& element) {
   const Component* module = element.OwnComponent();
-  const bool isNet = module && module->VBProject() &&
-                     module->VBProject()->LanguageVersion() == lvVisualBasicDotNet;
+  const VBProject* project = module ? module->VBProject() : nullptr;
+  std::string name = module ? module->FullName() : element.ElementName();
   // A name of .NET is full without its project.
-  std::string name = module && isNet ? module->FullName() : element.QualifiedName();
-  if (isNet && module != &element) name.append(".").append(element.ElementName());
-  name = ReplaceAll(name, "~", ".");
+  if (project && project->LanguageVersion() != lvVisualBasicDotNet)
+    name.insert(0, project->ProjectName + ".");
+  if (module && module != &element) name.append(".").append(element.ElementName());
   page.Content.append("<p class=\"path\"><code data-copy=\"").append(Plain(name)).append("\">");
   page.Content.append(Name(Shortened(name, 2000))).append("</code>");
   if (const Address source = run.Map.SourceOf(element))
@@ -85,10 +88,15 @@ void AppendPath(const SiteRun& run, Page& page, const CodeElement& element) {
 }
 
 std::string NameWithModule(const CodeElement& element) {
-  const Component* module = element.OwnComponent();
+  const auto* field = As<Variable>(&element);
+  const UDT* type = field ? As<UDT>(field->Parent.Get()) : nullptr;
   std::string name = element.ElementName();
-  if (!module || module == &element) return name;
-  return module->Name + "." + name;
+  if (type) return type->Name + "." + name;
+  if (const auto* member = As<EnumMember>(&element))
+    if (const Enumeration* enumeration = member->Enumeration.Get())
+      return enumeration->Name + "." + name;
+  const Component* module = element.OwnComponent();
+  return !module || module == &element ? name : module->Name + "." + name;
 }
 
 std::string LinkTo(const SiteRun& run, std::string_view folder, const CodeElement& element) {
@@ -185,48 +193,79 @@ void AppendDetails(const SiteRun& run, Page& page, const CodeElement& element,
 
 namespace {
 
-void AppendUseList(const SiteRun& run, Page& page, const std::vector<ElementUse>& uses,
+/// All uses of one element by another.
+struct UseGroup {
+  const CodeElement* Other;
+  std::vector<std::string_view> Kinds;
+  const ElementUse* First;
+  std::int32_t Count = 0;
+};
+
+std::vector<UseGroup> GroupsOf(const std::vector<ElementUse>& uses) {
+  std::vector<UseGroup> groups;
+  std::unordered_map<const CodeElement*, std::size_t> places;
+  for (const ElementUse& use : uses) {
+    const auto [entry, isNew] = places.try_emplace(use.Other, groups.size());
+    if (isNew) groups.push_back({use.Other, {}, &use});
+    UseGroup& group = groups[entry->second];
+    group.Count += use.Count;
+    if (std::find(group.Kinds.begin(), group.Kinds.end(), use.Kind) == group.Kinds.end())
+      group.Kinds.push_back(use.Kind);
+  }
+  return groups;
+}
+
+void AppendUseList(const SiteRun& run, Page& page, const std::vector<UseGroup>& groups,
                    bool showsPlace) {
   std::string& html = page.Content;
   html.append("<ul class=\"rows\">\n");
-  std::size_t shown = 0;
-  for (const ElementUse& use : uses) {
-    if (++shown > kListedAtMost) break;
-    html.append("<li>").append(LinkTo(run, page.Folder, *use.Other));
-    std::string note(use.Kind);
-    if (use.Count > 1) note.append(", ").append(std::to_string(use.Count)).append(" times");
-    html.append(" <span class=\"of\">").append(Text(note));
-    const ModuleEntry* module = showsPlace ? run.Map.ModuleOf(use.Module) : nullptr;
+  for (std::size_t i = 0; i < groups.size() && i < kListedAtMost; ++i) {
+    const UseGroup& group = groups[i];
+    html.append("<li>").append(LinkTo(run, page.Folder, *group.Other));
+    html.append(" <span class=\"of\">");
+    for (const std::string_view kind : group.Kinds)
+      html.append(kind == group.Kinds.front() ? "" : ", ").append(Text(kind));
+    if (group.Count > 1) html.append(", ").append(std::to_string(group.Count)).append(" times");
+    const ModuleEntry* module = showsPlace ? run.Map.ModuleOf(group.First->Module) : nullptr;
     if (module && module->Source)
       html.append(" <a href=\"")
-          .append(HrefFrom(page.Folder, module->Source->AddressOf(use.Line)))
+          .append(HrefFrom(page.Folder, module->Source->AddressOf(group.First->Line)))
           .append("\">line ")
-          .append(std::to_string(use.Line))
+          .append(std::to_string(group.First->Line))
           .append("</a>");
     html.append("</span></li>\n");
   }
   html.append("</ul>\n");
-  if (uses.size() > kListedAtMost)
+  if (groups.size() > kListedAtMost)
     html.append("<p class=\"note\">")
-        .append(Number(uses.size() - kListedAtMost))
+        .append(Number(groups.size() - kListedAtMost))
         .append(" more are not listed.</p>\n");
 }
 
 }  // namespace
 
 void AppendUses(const SiteRun& run, Page& page, const std::vector<const CodeElement*>& elements) {
-  std::vector<ElementUse> users, used;
+  std::vector<ElementUse> users, calls, others;
   for (const CodeElement* element : elements) {
     for (const ElementUse& use : run.Uses.UsersOf(*element)) users.push_back(use);
-    for (const ElementUse& use : run.Uses.UsedBy(*element)) used.push_back(use);
+    for (const ElementUse& use : run.Uses.UsedBy(*element))
+      (IsA<Block, DeclareDeclaration, EventDeclaration>(use.Other) ? calls : others).push_back(use);
   }
-  if (!users.empty()) {
-    AppendSection(page.Content, "used-by", "Used by", users.size());
-    AppendUseList(run, page, users, true);
+  std::string& html = page.Content;
+  if (const auto groups = GroupsOf(users); !groups.empty()) {
+    AppendSection(html, "used-by", "Used by", groups.size());
+    AppendUseList(run, page, groups, true);
   }
-  if (used.empty()) return;
-  AppendSection(page.Content, "uses", "Uses", used.size());
-  AppendUseList(run, page, used, false);
+  if (const auto groups = GroupsOf(calls); !groups.empty()) {
+    AppendSection(html, "calls", "Calls", groups.size());
+    AppendUseList(run, page, groups, false);
+  }
+  const auto groups = GroupsOf(others);
+  if (groups.empty()) return;
+  html.append("<details>\n<summary>Uses ").append(Count(groups.size(), "name"));
+  html.append(" beside</summary>\n");
+  AppendUseList(run, page, groups, false);
+  html.append("</details>\n");
 }
 
 void AppendUses(const SiteRun& run, Page& page, const CodeElement& element) {

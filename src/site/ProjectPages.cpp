@@ -146,13 +146,12 @@ void WriteNamespacePage(const SiteRun& run, const ProjectEntry& project,
                         const NamespaceEntry& space) {
   const std::string title = space.Name.empty() ? "Types outside of namespaces" : space.Name;
   Page page = PageIn(run, project, space.Leaf, title);
-  std::vector<PageLink> beside;
-  std::size_t at = 0;
-  for (const NamespaceEntry& other : project.Namespaces) {
-    if (&other == &space) at = beside.size();
-    beside.push_back({other.Name.empty() ? "(none)" : other.Name, other.Leaf});
-  }
-  AddNeighbours(page, "In " + Link("index.html", project.Name), beside, at);
+  const auto& spaces = project.Namespaces;
+  AddNeighbours(
+      page, "In " + Link("index.html", project.Name), spaces.size(),
+      static_cast<std::size_t>(&space - spaces.data()), [&](std::size_t i) {
+        return PageLink{spaces[i].Name.empty() ? "(none)" : spaces[i].Name, spaces[i].Leaf};
+      });
   AppendHeading(page, "namespace", title);
   if (const Namespace* element = space.Modules.front()->Module->Namespace.Get())
     AppendDocumentation(run, page, *element, DocumentationOf(*element));
@@ -199,13 +198,15 @@ void AppendEdges(const SiteRun& run, std::string& html) {
 
 void WriteProjectPages(const SiteRun& run, const ProjectEntry& project) {
   Page page = PageIn(run, project, "index.html", project.Name);
-  std::vector<PageLink> beside;
+  const auto& projects = run.Map.Projects();
   std::size_t at = 0;
-  for (const ProjectEntry& other : run.Map.Projects()) {
-    if (&other == &project) at = beside.size();
-    beside.push_back({other.Name, HrefFrom(page.Folder, {other.Folder, "index.html"})});
-  }
-  if (beside.size() > 1) AddNeighbours(page, Link("../index.html", "All projects"), beside, at);
+  while (&projects[at] != &project) ++at;
+  if (projects.size() > 1)
+    AddNeighbours(page, Link("../index.html", "All projects"), projects.size(), at,
+                  [&](std::size_t i) {
+                    return PageLink{projects[i].Name,
+                                    HrefFrom(page.Folder, {projects[i].Folder, "index.html"})};
+                  });
   AppendHeading(page, project.Kind, project.Name, TagsOf(run, *project.Project, false));
   AppendDocumentation(run, page, *project.Project, DocumentationOf(*project.Project));
   AppendProjectFacts(run, page, project);

@@ -6,11 +6,11 @@
 namespace vendrel::site {
 namespace {
 
-template <typename Map, typename Key>
-const auto& ListedIn(const Map& map, const Key& key) {
-  static const typename Map::mapped_type none;
-  const auto found = map.find(key);
-  return found == map.end() ? none : found->second;
+template <typename Key, typename Item>
+std::span<const Item> ListedIn(const std::unordered_map<Key, std::vector<Item>>& lists, Key key) {
+  const auto found = lists.find(key);
+  if (found == lists.end()) return {};
+  return found->second;
 }
 
 // "IPostable" and "Post": what a procedure says that it implements.
@@ -78,18 +78,17 @@ const ModuleEntry* Relations::BaseOf(const ModuleEntry& module) const {
   const auto found = mBases.find(&module);
   return found == mBases.end() ? nullptr : found->second;
 }
-const std::vector<const ModuleEntry*>& Relations::DerivedFrom(const ModuleEntry& module) const {
+std::span<const ModuleEntry* const> Relations::DerivedFrom(const ModuleEntry& module) const {
   return ListedIn(mDerived, &module);
 }
-const std::vector<const ModuleEntry*>& Relations::ImplementersOf(const ModuleEntry& module) const {
+std::span<const ModuleEntry* const> Relations::ImplementersOf(const ModuleEntry& module) const {
   return ListedIn(mImplementers, &module);
 }
 const CodeElement* Relations::Implements(const CodeElement& element) const {
   const auto found = mImplements.find(&element);
   return found == mImplements.end() ? nullptr : found->second;
 }
-const std::vector<const CodeElement*>& Relations::ImplementationsOf(
-    const CodeElement& element) const {
+std::span<const CodeElement* const> Relations::ImplementationsOf(const CodeElement& element) const {
   return ListedIn(mImplementations, &element);
 }
 

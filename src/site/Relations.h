@@ -1,6 +1,7 @@
 #pragma once
 // Who derives from whom, who implements what.
 
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -16,13 +17,13 @@ class Relations {
 
   /// The module that another derives from; null if none is at hand.
   const ModuleEntry* BaseOf(const ModuleEntry& module) const;
-  const std::vector<const ModuleEntry*>& DerivedFrom(const ModuleEntry& module) const;
+  std::span<const ModuleEntry* const> DerivedFrom(const ModuleEntry& module) const;
   /// Those that implement an interface.
-  const std::vector<const ModuleEntry*>& ImplementersOf(const ModuleEntry& module) const;
+  std::span<const ModuleEntry* const> ImplementersOf(const ModuleEntry& module) const;
   /// The member of an interface that a procedure implements; null if none is at hand.
   const CodeElement* Implements(const CodeElement& element) const;
   /// Procedures that implement a member of an interface.
-  const std::vector<const CodeElement*>& ImplementationsOf(const CodeElement& element) const;
+  std::span<const CodeElement* const> ImplementationsOf(const CodeElement& element) const;
 
  private:
   void AddModule(const ModuleEntry& module, const TypeLinks& types);

@@ -88,19 +88,29 @@ void SiteFiles::ReadList(const std::string& name, bool isJournal) {
 }
 
 void SiteFiles::RefuseForeignFolder() const {
-  std::vector<FolderEntry> entries;
-  const int result = FileSource::Current().List(mFolder, entries);
-  if (result < 0) throw FileError(-result, mFolder);
-  if (entries.empty()) return;
-  throw VendrelError(errPathAccess,
-                     mFolder + " (holds files, and no " + std::string(kListName) +
-                         " that tells them as those of a site; name an empty folder, or add --yes "
-                         "to make the site among them: none of them is removed)");
+  // Folders alone are nobody's.
+  std::vector<std::string> waiting{mFolder};
+  while (!waiting.empty()) {
+    const std::string folder = std::move(waiting.back());
+    waiting.pop_back();
+    std::vector<FolderEntry> entries;
+    const int result = FileSource::Current().List(folder, entries);
+    if (result < 0) throw FileError(-result, folder);
+    for (const FolderEntry& entry : entries) {
+      if (!entry.IsFolder)
+        throw VendrelError(
+            errPathAccess,
+            mFolder + " (holds files, and no " + std::string(kListName) +
+                " that tells them as those of a site; name an empty folder, or add --yes to make "
+                "the site among them: none of them is removed)");
+      waiting.push_back(folder + "/" + entry.Name);
+    }
+  }
 }
 
 void SiteFiles::MakeFolders(std::string_view path) {
   // Every folder on the way, from the outermost on.
-  const std::string whole = NativeOf(path);
+  const std::string whole = path.empty() ? mFolder : NativeOf(path);
   for (std::size_t end = path.empty() ? 1 : mFolder.size() + 1; end < whole.size() + 1; ++end) {
     if (end < whole.size() && whole[end] != '/') continue;
     const std::string folder = whole.substr(0, end);

@@ -69,8 +69,9 @@ struct ModuleEntry {
   std::vector<MemberEntry> Members;
   std::vector<MemberEntry> Types;  // enumerations and structures
   std::vector<FieldEntry> Constants, Variables;
+  /// Its place among the modules of its project.
+  std::size_t Index = 0;
   bool HasForm = false;
-  bool IsPrivate = false;
   const SourceEntry* Source = nullptr;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 // What the writers of pages share while a site is made, and the pages that there are.
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -54,10 +55,10 @@ void WriteChangePages(const SiteRun& run);
 /// A page of a project, or in it of a module, with the way to it.
 Page PageIn(const SiteRun& run, const ProjectEntry& project, std::string leaf, std::string title);
 Page PageIn(const SiteRun& run, const ModuleEntry& module, std::string leaf, std::string title);
-/// Gives the page neighbours: some entries around `at` of a list, the one at `at` as the page
-/// itself.
-void AddNeighbours(Page& page, std::string barTitle, const std::vector<PageLink>& all,
-                   std::size_t at);
+/// Gives the page neighbours: some entries around `at` of a list with `count` of them, which
+/// `entry` makes; the one at `at` is the page itself.
+void AddNeighbours(Page& page, std::string barTitle, std::size_t count, std::size_t at,
+                   const std::function<PageLink(std::size_t)>& entry);
 
 void AppendHeading(Page& page, std::string_view kind, std::string_view name,
                    std::string_view tags = {});

@@ -79,12 +79,13 @@ void WriteMembers(const SiteRun& run, const ModuleEntry& module, Page page, cons
 }  // namespace
 
 void WriteTypePages(const SiteRun& run, const ModuleEntry& module) {
-  std::vector<PageLink> beside;
-  for (const MemberEntry& type : module.Types) beside.push_back({type.Name, type.Leaf});
   for (std::size_t i = 0; i < module.Types.size(); ++i) {
     const MemberEntry& type = module.Types[i];
     Page page = PageIn(run, module, type.Leaf, type.Name);
-    AddNeighbours(page, "In " + Link("index.html", module.Name), beside, i);
+    AddNeighbours(page, "In " + Link("index.html", module.Name), module.Types.size(), i,
+                  [&](std::size_t other) {
+                    return PageLink{module.Types[other].Name, module.Types[other].Leaf};
+                  });
     AppendHeading(page, std::string(type.Kind) + " of " + module.Name, type.Name,
                   TagsOf(run, type.First(), false));
     AppendPath(run, page, type.First());
