@@ -133,7 +133,7 @@ void Check::CheckFolder(const std::string& path) {
     Tell(told);
   }
   if (files.empty()) return;
-  for (const FileSystemObject& file : ModuleFilesBelow(path)) mEstate.AddFile(file);
+  for (const FileSystemObject& file : SourceFilesBelow(path)) mEstate.AddFile(file);
 }
 
 // The members one after the other, as they would be alone; those that the group names in vain are

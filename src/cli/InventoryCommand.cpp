@@ -151,7 +151,7 @@ void WriteAsHtml(std::ostream& out, const std::vector<Table>& tables, bool all) 
 
 void AddFilesBelow(const std::string& path, Inventory& inventory) {
   if (KindOfInput(path) != InputKind::Folder) return;
-  for (const FileSystemObject& file : ModuleFilesBelow(path)) inventory.AddFile(file);
+  for (const FileSystemObject& file : SourceFilesBelow(path)) inventory.AddFile(file);
 }
 
 int RunInventory(const InventoryArguments& arguments, const Streams& streams) {

@@ -8,7 +8,18 @@
 namespace vendrel::cli {
 namespace {
 
+// Of VB.NET the files are listed; types are what they hold.
+void CountFiles(const VBProject& project, ProjectCounts& counts) {
+  for (const ProjectFile& file : project.ProjectFiles) {
+    ++counts.Listed;
+    ++(file.SourceForm          ? counts.Found
+       : file.FileName.Exists() ? counts.Unreadable
+                                : counts.Missing);
+  }
+}
+
 void CountModules(const VBProject& project, ProjectCounts& counts) {
+  if (project.ProjectFiles.Count() > 0) return CountFiles(project, counts);
   const std::set<const Component*> unread = UnreadModules(project);
   counts.Unreadable += unread.size();
   for (const Component& component : project.Components.Listed()) {

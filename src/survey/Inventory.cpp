@@ -220,13 +220,15 @@ void Inventory::AddReferences(const VBProject& project) {
 }
 
 void Inventory::AddFile(const FileSystemObject& file) {
+  const std::string shown = ShownFile(file.FullPath(), NativeRoot);
+  if (mListed.contains(shown)) return;
   std::int64_t lines = 0;
   try {
     const std::string bytes = ReadWholeFile(file.NativePath());
     lines = std::count(bytes.begin(), bytes.end(), '\n') + (!bytes.empty() && bytes.back() != '\n');
   } catch (const VendrelError&) {  // listed all the same
   }
-  mFiles.emplace(ShownFile(file.FullPath(), NativeRoot), lines);
+  mFiles.emplace(shown, lines);
 }
 
 Table Inventory::TotalsTable() const {
@@ -263,8 +265,7 @@ Table Inventory::ModuleTable() const {
 Table Inventory::UnlistedTable() const {
   Table table =
       Rows("unlisted", "module files that no project lists", {"File", "Lines"}, {}, "Lines");
-  for (const auto& [file, lines] : mFiles)
-    if (!mListed.contains(file)) table.Rows.push_back({file, lines});
+  for (const auto& [file, lines] : mFiles) table.Rows.push_back({file, lines});
   return table;
 }
 
