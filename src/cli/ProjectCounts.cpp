@@ -33,7 +33,8 @@ void CountModules(const VBProject& project, ProjectCounts& counts) {
 
 // Names that the project file gives twice: the second module is dropped.
 std::size_t DroppedModules(const VBProject& project) {
-  if (project.ProjectSourceType != ptsVisualBasicProject) return 0;
+  if (project.ProjectSourceType != ptsVisualBasicProject || project.ProjectFiles.Count() > 0)
+    return 0;
   const std::string file = project.FileName.FullPath();
   std::size_t count = 0;
   for (const Diagnostic& item : project.Diagnostics)

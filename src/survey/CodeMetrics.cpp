@@ -39,6 +39,7 @@ std::string_view TakeWord(std::string_view& rest) {
 
 // Up to the comment behind it.
 std::string_view WithoutComment(std::string_view line) {
+  if (line.find('\'') == std::string_view::npos) return TrimRight(line);
   bool quoted = false;
   for (std::size_t i = 0; i < line.size(); ++i) {
     if (line[i] == '"') quoted = !quoted;
