@@ -72,7 +72,21 @@ Check::Check(const CheckArguments& arguments, const Streams& streams)
     throw ToolError(exUsage, std::string("--write-baseline: no file is named; say --baseline FILE, "
                                          "or set check.baseline in ") +
                                  kSettingsFile);
-  if (!arguments.WritesBaseline && !mBaselinePath.empty()) ReadBaseline();
+  if (arguments.WritesBaseline)
+    RefuseOtherThanBaseline();
+  else if (!mBaselinePath.empty())
+    ReadBaseline();
+}
+
+// A source that was named by mistake must not be written over.
+void Check::RefuseOtherThanBaseline() const {
+  if (!FileSystemObject(mBaselinePath).Exists()) return;
+  try {
+    Baseline().Read(ReadWholeFile(mBaselinePath));
+  } catch (const VendrelError&) {
+    throw ToolError(exUsage, "--write-baseline: " + mBaselinePath +
+                                 " is there, and is no baseline; name another file, or delete it");
+  }
 }
 
 void Check::ReadBaseline() try {
@@ -133,7 +147,7 @@ void Check::CheckFolder(const std::string& path) {
     Tell(told);
   }
   if (files.empty()) return;
-  for (const FileSystemObject& file : ModuleFilesBelow(path)) mEstate.AddFile(file);
+  for (const FileSystemObject& file : SourceFilesBelow(path)) mEstate.AddFile(file);
 }
 
 // The members one after the other, as they would be alone; those that the group names in vain are

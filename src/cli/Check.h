@@ -44,6 +44,7 @@ class Check {
 
  private:
   void ReadBaseline();
+  void RefuseOtherThanBaseline() const;
   void CheckInput(const std::string& path);
   void CheckFolder(const std::string& path);
   void CheckModules(const std::string& folder);

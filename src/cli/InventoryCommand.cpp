@@ -19,7 +19,7 @@ struct InventoryArguments {
 
 void AddFilesBelow(const std::string& path, Inventory& inventory) {
   if (KindOfInput(path) != InputKind::Folder) return;
-  for (const FileSystemObject& file : ModuleFilesBelow(path)) inventory.AddFile(file);
+  for (const FileSystemObject& file : SourceFilesBelow(path)) inventory.AddFile(file);
 }
 
 int RunInventory(const InventoryArguments& arguments, const Streams& streams) {

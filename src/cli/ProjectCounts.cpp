@@ -8,7 +8,18 @@
 namespace vendrel::cli {
 namespace {
 
+// Of VB.NET the files are listed; types are what they hold.
+void CountFiles(const VBProject& project, ProjectCounts& counts) {
+  for (const ProjectFile& file : project.ProjectFiles) {
+    ++counts.Listed;
+    ++(file.SourceForm          ? counts.Found
+       : file.FileName.Exists() ? counts.Unreadable
+                                : counts.Missing);
+  }
+}
+
 void CountModules(const VBProject& project, ProjectCounts& counts) {
+  if (project.ProjectFiles.Count() > 0) return CountFiles(project, counts);
   const std::set<const Component*> unread = UnreadModules(project);
   counts.Unreadable += unread.size();
   for (const Component& component : project.Components.Listed()) {
@@ -22,7 +33,8 @@ void CountModules(const VBProject& project, ProjectCounts& counts) {
 
 // Names that the project file gives twice: the second module is dropped.
 std::size_t DroppedModules(const VBProject& project) {
-  if (project.ProjectSourceType != ptsVisualBasicProject) return 0;
+  if (project.ProjectSourceType != ptsVisualBasicProject || project.ProjectFiles.Count() > 0)
+    return 0;
   const std::string file = project.FileName.FullPath();
   std::size_t count = 0;
   for (const Diagnostic& item : project.Diagnostics)

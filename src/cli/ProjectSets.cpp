@@ -23,11 +23,6 @@ void ReplaceMember(VBProjectGroup& group, std::size_t index, std::shared_ptr<VBP
   projects.Add(std::move(project), name, index <= projects.Count() ? Position(index) : Position());
 }
 
-// A web editor keeps notes on each file under its name, in a folder beside it.
-bool IsOfWebEditor(const FileSystemObject& file) {
-  return EndsWithNoCaseAscii(file.FolderPath(), "\\_vti_cnf\\");
-}
-
 void ReportUnread(const std::string& path, const ToolError& error) {
   const auto* input = dynamic_cast<const InputError*>(&error);
   ReportAt(DiagnosticCode::UnreadProject, path, 0, {input ? input->Reason() : error.what()});

@@ -318,6 +318,21 @@ std::vector<FileSystemObject> ModuleFilesBelow(const std::string& path) {
   return files;
 }
 
+bool IsOfWebEditor(const FileSystemObject& file) {
+  return EndsWithNoCaseAscii(file.FolderPath(), "\\_vti_cnf\\");
+}
+
+std::vector<FileSystemObject> SourceFilesBelow(const std::string& path) {
+  std::vector<FileSystemObject> files;
+  FileSystemObject(AbsolutePath(path)).FindFiles("*", 0, files);
+  std::erase_if(files, [](const FileSystemObject& file) {
+    const std::string extension = file.Extension();
+    return (!ModuleKindOfExtension(extension) && !EqualsNoCaseAscii(extension, "vb")) ||
+           IsOfWebEditor(file) || IsBackupPath(file.NativePath());
+  });
+  return files;
+}
+
 std::string UseCodePageFor(const std::string& path, const CommonOptions& options) {
   const CodePageChooser chooser(options.CodePage);
   CodePageGuess guess;

@@ -50,6 +50,11 @@ std::shared_ptr<VBProject> LoadFolderOfModules(const std::string& path,
 /// backups is none.
 std::vector<FileSystemObject> ModuleFilesBelow(const std::string& path);
 
+/// The same with source files of VB.NET.
+std::vector<FileSystemObject> SourceFilesBelow(const std::string& path);
+/// A web editor keeps notes on each file under its name, in a folder beside it.
+bool IsOfWebEditor(const FileSystemObject& file);
+
 /// Puts the code page for a project, group or module in force: the one of the options, or the guess
 /// for it. Gives what a guess of another page than the default rests on, else nothing.
 std::string UseCodePageFor(const std::string& path, const CommonOptions& options);

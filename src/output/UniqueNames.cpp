@@ -1,6 +1,8 @@
 #include "output/UniqueNames.h"
 
+#include <algorithm>
 #include <functional>
+#include <utility>
 #include <vector>
 
 #include "model/CodeElement.h"
@@ -16,6 +18,28 @@ struct NamingStep {
 };
 
 }  // namespace
+
+UniqueNames::TakenNames::Slot& UniqueNames::TakenNames::Find(std::size_t hash) {
+  const std::size_t mask = mSlots.size() - 1;
+  std::size_t at = hash & mask;
+  while (mSlots[at].Count > 0 && mSlots[at].Hash != hash) at = (at + 1) & mask;
+  return mSlots[at];
+}
+
+std::uint32_t UniqueNames::TakenNames::Count(std::size_t hash) {
+  if (2 * (mTaken + 1) > mSlots.size()) {
+    const std::vector<Slot> before =
+        std::exchange(mSlots, std::vector<Slot>(std::max<std::size_t>(1024, 2 * mSlots.size())));
+    for (const Slot& slot : before)
+      if (slot.Count > 0) Find(slot.Hash) = slot;
+  }
+  Slot& slot = Find(hash);
+  if (slot.Count == 0) {
+    slot.Hash = hash;
+    ++mTaken;
+  }
+  return ++slot.Count;
+}
 
 void UniqueNames::Add(ElementRef root) {
   mNumbered.clear();
@@ -47,12 +71,12 @@ void UniqueNames::Name(const CodeElement& element) {
   if (name.empty()) return;
   const bool isGroup = IsA<PropertyGroup>(&element);  // it is called as one of its procedures
   if (isGroup) name += "#property";
-  std::uint32_t number = ++mTaken[std::hash<std::string>()(name)];
+  std::uint32_t number = mTaken.Count(std::hash<std::string>()(name));
   if (number == 1 && !isGroup) return;
   std::string numbered = name;
   while (number > 1) {
     numbered = name + "#" + std::to_string(number);
-    if (++mTaken[std::hash<std::string>()(numbered)] == 1) break;
+    if (mTaken.Count(std::hash<std::string>()(numbered)) == 1) break;
     ++number;
   }
   mNumbered.emplace(&element, std::move(numbered));

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "output/Describe.h"
 
@@ -23,8 +24,25 @@ class UniqueNames {
  private:
   void Name(const CodeElement& element);
 
-  /// How many elements had a name, by its hash: two names of one hash leave out a number.
-  std::unordered_map<std::size_t, std::uint32_t> mTaken;
+  /// How many elements had a name, by its hash: two names of one hash leave out a number. A table
+  /// of its own, open and without nodes: a name is counted once an element.
+  class TakenNames {
+   public:
+    /// Counts one more and gives how many that makes.
+    std::uint32_t Count(std::size_t hash);
+
+   private:
+    struct Slot {
+      std::size_t Hash = 0;
+      /// 0: a free slot.
+      std::uint32_t Count = 0;
+    };
+    Slot& Find(std::size_t hash);
+    /// As many as a power of two, at most half of them taken.
+    std::vector<Slot> mSlots;
+    std::size_t mTaken = 0;
+  };
+  TakenNames mTaken;
   /// Those whose name has a number.
   std::unordered_map<const CodeElement*, std::string> mNumbered;
 };

@@ -9,7 +9,10 @@
 namespace vendrel {
 namespace {
 
-std::int64_t PhysicalLines(std::string_view text) {
+std::int64_t PhysicalLines(const SourceText& source) {
+  std::string_view text = source.Text;
+  if (source.LineEnds.Form == LineEnds::Kind::CrLf || source.LineEnds.Form == LineEnds::Kind::Lf)
+    return std::count(text.begin(), text.end(), '\n') + !source.LineEnds.LastLineEnds;
   std::int64_t count = 0;
   while (!text.empty()) {
     TakeLine(text);
@@ -36,6 +39,7 @@ std::string_view TakeWord(std::string_view& rest) {
 
 // Up to the comment behind it.
 std::string_view WithoutComment(std::string_view line) {
+  if (line.find('\'') == std::string_view::npos) return TrimRight(line);
   bool quoted = false;
   for (std::size_t i = 0; i < line.size(); ++i) {
     if (line[i] == '"') quoted = !quoted;
@@ -137,7 +141,7 @@ LineCounts LineCountsOf(const Component& component) {
   for (const Block& block : component.Blocks) CountLines(block, counts);
   if (component.Options().LanguageVersion() == lvVisualBasicDotNet) return counts;
   counts.Header = std::max<std::int64_t>(
-      0, PhysicalLines(component.SourceForm->Text) - counts.Code - counts.Comment - counts.Blank);
+      0, PhysicalLines(*component.SourceForm) - counts.Code - counts.Comment - counts.Blank);
   return counts;
 }
 
@@ -159,8 +163,13 @@ ProcedureMetrics MetricsOf(const Block& block) {
   for (std::int32_t i = first; i <= lines->Count() && !ended; ++i) {
     const std::int32_t begin = i;
     ended = lines->IsEndLine(i);
-    if (lines->LineType(i) != Comment && !lines->IsStartLine(i))
-      walk.Statement(LogicalText(*lines, i));
+    const LineTypeEnum type = lines->LineType(i);
+    if (type != Comment && !IsStartLineType(type)) {
+      if (lines->Continued(i))
+        walk.Statement(LogicalText(*lines, i));
+      else
+        walk.Statement(WithoutComment(lines->LineView(i)));
+    }
     for (std::int32_t line = begin; line <= i; ++line)
       walk.Metrics.Lines += !lines->NotInSource(line);
   }

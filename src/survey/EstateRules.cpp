@@ -11,8 +11,9 @@ namespace vendrel {
 void EstateRules::Add(const VBProject& project) {
   for (const Component& component : project.Components.Listed())
     mListed.try_emplace(FoldKey(component.FileName.FullPath()), false);
+  // Files of VB.NET without types are mostly made by a wizard.
   for (const ProjectFile& file : project.ProjectFiles)
-    mListed.try_emplace(FoldKey(file.FileName.FullPath()), false);
+    mListed.try_emplace(FoldKey(file.FileName.FullPath()), file.Components.Count() == 0);
   ForEachSource(project, [&](const std::string& file, const SourceText& text, const Component*) {
     if (file == project.FileName.FullPath()) return;
     bool& isKnown = mListed[FoldKey(file)];

@@ -28,7 +28,8 @@ class EstateRules {
     std::pair<std::size_t, std::size_t> HashAndSize;
   };
   std::vector<Text> mTexts;
-  /// Folded paths of the modules that projects list.
+  /// Folded paths of the modules that projects list, and whether their texts need not be looked at
+  /// (any more).
   std::unordered_map<std::string, bool> mListed;
   /// Files on the disk, by folded path.
   std::map<std::string, std::string> mFiles;

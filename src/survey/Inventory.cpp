@@ -69,6 +69,11 @@ bool ControlIsFound(const Component& component, std::string_view progID) {
   return false;
 }
 
+std::string PathOf(const Reference& reference, const std::string& nativeRoot) {
+  const std::string path = reference.FileName.FullPath();
+  return path.empty() ? path : ShownFile(path, nativeRoot);
+}
+
 // Of an assembly its project told where it is not found; a package nobody looked for.
 TableValue FoundValue(const VBProject& project, const Reference& reference) {
   const bool isOfNet = project.LanguageVersion() == lvVisualBasicDotNet;
@@ -79,11 +84,6 @@ TableValue FoundValue(const VBProject& project, const Reference& reference) {
     if (item.Code == DiagnosticCode::MissingAssembly && item.Text.starts_with(missing))
       return false;
   return true;
-}
-
-Table Rows(std::string_view row, std::string_view title, std::vector<std::string_view> columns,
-           std::vector<std::vector<TableValue>> rows = {}, std::string_view largestBy = {}) {
-  return {row, title, std::move(columns), std::move(rows), largestBy};
 }
 
 }  // namespace
@@ -216,131 +216,19 @@ void Inventory::AddReferences(const VBProject& project) {
   const std::string file = ShownFile(project.FileName.FullPath(), NativeRoot);
   for (const Reference& reference : project.References)
     mReferences.push_back({ReferenceNameOf(reference), reference.ReferenceType, reference.Version,
-                           reference.FileName.FullPath(), FoundValue(project, reference), file});
+                           PathOf(reference, NativeRoot), FoundValue(project, reference), file});
 }
 
 void Inventory::AddFile(const FileSystemObject& file) {
+  const std::string shown = ShownFile(file.FullPath(), NativeRoot);
+  if (mListed.contains(shown)) return;
   std::int64_t lines = 0;
   try {
     const std::string bytes = ReadWholeFile(file.NativePath());
     lines = std::count(bytes.begin(), bytes.end(), '\n') + (!bytes.empty() && bytes.back() != '\n');
   } catch (const VendrelError&) {  // listed all the same
   }
-  mFiles.emplace(ShownFile(file.FullPath(), NativeRoot), lines);
-}
-
-Table Inventory::TotalsTable() const {
-  LineCounts counts;
-  std::int64_t procedures = 0;
-  for (const Module& module : mModules) {
-    if (!module.IsOfNet) counts.Add(module.Counts);
-    procedures += module.Procedures;
-  }
-  for (const auto& [file, lines] : mNetFiles) counts.Add(lines);
-  return Rows("total", "totals", {"What", "Count"},
-              {{"projects", Count(mProjects.size())},
-               {"modules", Count(mModules.size())},
-               {"lines of code", counts.Code},
-               {"lines of comment", counts.Comment},
-               {"blank lines", counts.Blank},
-               {"lines of headers", counts.Header},
-               {"procedures", procedures}});
-}
-
-Table Inventory::ModuleTable() const {
-  Table table = Rows("module", "modules",
-                     {"Name", "Kind", "File", "Code", "Comment", "Blank", "Header", "Procedures",
-                      "CodePage", "LineEnds", "Projects"},
-                     {}, "Code");
-  for (const Module& module : mModules)
-    table.Rows.push_back({module.Name, module.Kind, module.File, module.Counts.Code,
-                          module.Counts.Comment, module.Counts.Blank, module.Counts.Header,
-                          module.Procedures, module.CodePage, module.LineEnds,
-                          Count(module.Projects.size())});
-  return table;
-}
-
-Table Inventory::UnlistedTable() const {
-  Table table =
-      Rows("unlisted", "module files that no project lists", {"File", "Lines"}, {}, "Lines");
-  for (const auto& [file, lines] : mFiles)
-    if (!mListed.contains(file)) table.Rows.push_back({file, lines});
-  return table;
-}
-
-Table Inventory::SharedTable() const {
-  Table table = Rows("shared", "modules that several projects list",
-                     {"File", "Code", "Projects", "Listed"}, {}, "Projects");
-  for (const Module& module : mModules) {
-    if (module.Projects.size() < 2) continue;
-    std::string listed;
-    for (const std::string& project : module.Projects)
-      listed.append(listed.empty() ? "" : ", ").append(project);
-    table.Rows.push_back(
-        {module.File, module.Counts.Code, Count(module.Projects.size()), std::move(listed)});
-  }
-  return table;
-}
-
-Table Inventory::EqualTable() const {
-  Table table =
-      Rows("equal", "modules equal to another one", {"File", "Code", "EqualTo"}, {}, "Code");
-  std::unordered_map<std::size_t, const Module*> first;
-  for (const Module& module : mModules) {
-    if (!module.IsFirstOfFile) continue;
-    const auto [known, isNew] = first.try_emplace(module.Content, &module);
-    if (!isNew) table.Rows.push_back({module.File, module.Counts.Code, known->second->File});
-  }
-  return table;
-}
-
-Table Inventory::NearTable() const {
-  Table table = Rows("near", "modules nearly equal to another one",
-                     {"File", "Code", "NearlyEqualTo", "Percent"}, {}, "Code");
-  for (const NearDuplicate& pair : mNear.Find())
-    table.Rows.push_back({mModules[pair.Second].File, mModules[pair.Second].Counts.Code,
-                          mModules[pair.First].File, std::int64_t{pair.Percent}});
-  return table;
-}
-
-Table Inventory::CodePageTable() const {
-  Table table = Rows("encoding", "code pages and line ends", {"CodePage", "LineEnds", "Modules"});
-  std::map<std::pair<std::string, std::string>, std::int64_t> counts;
-  for (const Module& module : mModules)
-    if (!module.CodePage.empty()) ++counts[{module.CodePage, module.LineEnds}];
-  for (const auto& [form, count] : counts) table.Rows.push_back({form.first, form.second, count});
-  return table;
-}
-
-std::vector<Table> Inventory::Tables() const {
-  Table libraries = Rows("library", "libraries whose functions are declared",
-                         {"Library", "Functions", "Declares", "Modules"}, {}, "Declares");
-  for (const auto& [name, library] : mLibraries)
-    libraries.Rows.push_back(
-        {name, Count(library.Functions.size()), library.Declares, Count(library.Modules.size())});
-  std::vector<Table> tables{
-      TotalsTable(),
-      Rows("project", "projects",
-           {"Name", "File", "Kind", "Modules", "Missing", "Code", "Comment", "Blank", "Header",
-            "Procedures"},
-           mProjects, "Code"),
-      ModuleTable(),
-      Rows("procedure", "procedures",
-           {"QualifiedName", "File", "Line", "Lines", "Complexity", "Nesting"}, mProcedures,
-           "Complexity"),
-      Rows("reference", "references", {"Name", "Type", "Version", "Path", "Found", "Project"},
-           mReferences),
-      Rows("control", "controls", {"ProgID", "Count", "Found", "Module", "Project"}, mControls,
-           "Count"),
-      std::move(libraries),
-      Rows("progid", "objects made by name", {"ProgID", "Call", "File", "Line"}, mProgIDs),
-      UnlistedTable(),
-      SharedTable(),
-      EqualTable(),
-  };
-  if (FindsNearDuplicates) tables.push_back(NearTable());
-  tables.push_back(CodePageTable());
-  return tables;
+  mFiles.emplace(shown, lines);
 }
 
 }  // namespace vendrel

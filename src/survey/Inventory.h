@@ -26,7 +26,8 @@ class Inventory {
 
   /// Takes a loaded project; nothing of it is kept but rows.
   void Add(const VBProject& project);
-  /// A module file that was found on the disk. Those that no project listed make a table.
+  /// A module file that was found on the disk, once all projects were added. Those that no project
+  /// lists make a table.
   void AddFile(const FileSystemObject& file);
   /// All tables, in the order in which a person reads them.
   std::vector<Table> Tables() const;
@@ -74,7 +75,7 @@ class Inventory {
   std::unordered_set<std::string> mListed, mSearched;
   std::map<std::string, LineCounts> mNetFiles;
   std::map<std::string, DeclaredLibrary> mLibraries;
-  /// Files on the disk and their lines.
+  /// Files on the disk that no project lists, and their lines.
   std::map<std::string, std::int64_t> mFiles;
   NearDuplicates mNear;
 };

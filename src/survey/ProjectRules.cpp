@@ -10,6 +10,7 @@
 #include "model/ModuleKinds.h"
 #include "output/Places.h"
 #include "services/SourceText.h"
+#include "survey/Wording.h"
 #include "text/CodeLines.h"
 
 namespace vendrel {
@@ -105,7 +106,9 @@ std::string SignatureOf(const DeclareDeclaration& declare) {
   return signature + ") As " + FoldKey(declare.ReturnType);
 }
 
+// In VB.NET they may be overloaded.
 void FindDeclareSignatures(const VBProject& project, FindingList& list) {
+  if (project.LanguageVersion() == lvVisualBasicDotNet) return;
   struct First {
     std::string Signature, File;
     std::int32_t Line;
@@ -171,6 +174,8 @@ template <typename Elements>
 void FindUndocumented(const Elements& elements, std::string_view word, FindingList& list) {
   for (const auto& element : elements) {
     if (element.AccessType() != atPublic || !element.Description().empty()) continue;
+    if constexpr (requires { element.InheritedFrom; })
+      if (!element.InheritedFrom.empty()) continue;
     const Component* component = element.OwnComponent();
     if (component)
       list.Add(component->FileName.FullPath(), element.SourceLine(),
@@ -187,7 +192,7 @@ void FindUndocumentedProcedures(const Component& component, FindingList& list) {
       continue;
     }
     if (block.AccessType() != atPublic || block.IsEventProcedure || block.IsHiddenMember ||
-        !block.Interface.empty())
+        !block.Interface.empty() || !IsOwnMember(block))
       continue;
     const bool isProperty = block.IsPropertyType();
     if (isProperty && !component.IsFirstPropertyBlock(&block)) continue;

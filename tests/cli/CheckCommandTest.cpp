@@ -172,6 +172,26 @@ TEST_F(CheckCommand, SumsUpReferencesWithoutFile) {
   EXPECT_EQ(JsonLines({"check", "/p", "--json"}).size(), 2u);
 }
 
+TEST_F(CheckCommand, OfVBNetItCountsFilesAndNoReferenceThatNamesNone) {
+  mFiles.Add("/n/N.vbproj",
+             "<Project><PropertyGroup><AssemblyName>N</AssemblyName></PropertyGroup><ItemGroup>"
+             "<Compile Include=\"A.vb\" /><Compile Include=\"Gone.vb\" /><Reference "
+             "Include=\"System.Far\" /><PackageReference Include=\"Pack\" Version=\"2.0\" />"
+             "<ProjectReference Include=\"..\\none\\None.vbproj\" /></ItemGroup></Project>");
+  mFiles.Add("/n/A.vb",
+             "Class A\nSub S()\nEnd Sub\nSub S(a As Long)\nEnd Sub\nEnd "
+             "Class\nClass B\nEnd Class\n");
+  mFiles.Add("/n/old/Old.vb", "Class C\nEnd Class\n");
+  const std::string told = Check({"/n"}, exNo);
+  EXPECT_THAT(told, HasSubstr("2 modules listed, 1 found, 0 found under another case, 1 missing, 0 "
+                              "unreadable, 0 duplicate names, 1 reference without a file\n"));
+  EXPECT_THAT(told, AllOf(HasSubstr("/n/old/Old.vb: note: no project lists this module"),
+                          HasSubstr("module file not found: /n/Gone.vb"),
+                          Not(HasSubstr("[option-explicit]"))));
+  EXPECT_THAT(RunFor({"tree", "/n/N.vbproj", "--depth", "2"}),
+              AllOf(HasSubstr("reference System.Far "), HasSubstr("reference Pack  (2.0)")));
+}
+
 TEST_F(CheckCommand, TellsMistypedTagsAndCommentsWithoutElementOncePerModule) {
   mFiles.Add("/p/M.bas",
              "Attribute VB_Name = \"M\"\r\nOption Explicit\r\n"

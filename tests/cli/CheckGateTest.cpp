@@ -111,6 +111,10 @@ TEST(CheckBaseline, HidesWhatIsKnownWhereverItsLineIs) {
   folder.Write("sub/A.vbp", "Type=Exe\n");
   EXPECT_THAT(RunFor({"check", folder.Path() + "/sub/A.vbp", folder.Path()}),
               HasSubstr("2 findings known"));
+  EXPECT_THAT(
+      RunFor({"check", folder.Path(), "--baseline", folder.Path("M.bas"), "--write-baseline"},
+             exUsage),
+      HasSubstr("M.bas is there, and is no baseline"));
   folder.Write("known.json", "{}");
   EXPECT_THAT(check(exFailed, {}).Err, HasSubstr("known.json"));
 }
