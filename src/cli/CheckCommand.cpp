@@ -7,6 +7,7 @@
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/JsonLines.h"
+#include "cli/Progress.h"
 #include "cli/ProjectCounts.h"
 #include "cli/ProjectSets.h"
 #include "cli/Report.h"
@@ -114,7 +115,9 @@ void Check::CheckFolder(const std::string& path) {
   if (files.empty() && told.Count() == 0) return CheckModules(path);
   mCounts.UnreadFolders += told.Count();
   Write(told, {});
+  ProgressOfMany progress(files.size());
   for (const FileSystemObject& file : files) {
+    progress.Step();
     told.Clear();
     CheckProject(file.FullPath(), &told);
     Write(told, {});
