@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <filesystem>
 #include <memory>
 
 #include "cli/Commands.h"
@@ -161,11 +162,18 @@ void AddFilesBelow(const std::string& path, Inventory& inventory) {
       inventory.AddFile(file);
 }
 
+// Programs are told whole paths, people those from where they stand.
+std::string FolderSeenFrom(const InventoryArguments& arguments) {
+  std::string root = NativeRootOf(arguments.Common);
+  if (!root.empty() || arguments.Json) return root;
+  return std::filesystem::current_path().string();
+}
+
 int RunInventory(const InventoryArguments& arguments, const Streams& streams) {
   int code = exDone;
   WriteResult(arguments.Common, streams, arguments.Paths, [&](std::ostream& out) {
     Inventory inventory;
-    inventory.NativeRoot = NativeRootOf(arguments.Common);
+    inventory.NativeRoot = FolderSeenFrom(arguments);
     inventory.FindsNearDuplicates = arguments.NearDuplicates;
     code = ForEachProject(arguments.Paths, arguments.Common, streams,
                           [&](VBProject& project) { inventory.Add(project); });
