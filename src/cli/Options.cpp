@@ -63,7 +63,7 @@ const ReadingRules& CommonOptions::Preset() const {
 }
 
 void AddCommonOptions(CLI::App& command, CommonOptions& options) {
-  auto* group = command.add_option_group("How source is read");
+  auto* group = command.add_option_group(kReadingHeading);
   group->add_option("--reading", options.Reading, "How source is read: classic or complete")
       ->check(CLI::IsMember({"classic", "complete"}))
       ->capture_default_str();
@@ -114,7 +114,7 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
                   "VB.NET types as written, without what they inherit");
   group->add_flag("--no-references", options.NoReferences,
                   "Without the projects that a VB.NET project refers to");
-  group = command.add_option_group("How results and messages are shown");
+  group = command.add_option_group(kShowingHeading);
   group
       ->add_option("-o,--output", options.Output,
                    "Write the result to this file; - is standard output")

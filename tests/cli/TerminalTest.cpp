@@ -88,6 +88,9 @@ TEST(Hints, TellWhatMayHaveBeenMeant) {
       {{"resolve", Ledger(), "Acount"}, exNo, "did you mean 'Account'?"},
       {{"resolve", Ledger(), "Account", "--from", "modMian"}, exNo, "did you mean 'modMain'?"},
       {{"tree", Ledger(), "--module", "modMian"}, exNo, "did you mean 'modMain'?"},
+      {{"members", Ledger(), "Acount"}, exNo, "did you mean 'Account'?"},
+      {{"controls", Ledger(), "frmMian"}, exNo, "did you mean 'frmMain'?"},
+      {{"html", Ledger(), "Jurnal"}, exNo, "did you mean 'Journal'?"},
       {{"roundtip", Ledger()}, exUsage, "did you mean 'roundtrip'?"},
       {{"names", "--jsn", Ledger()}, exUsage, "did you mean '--json'?"},
   };
@@ -106,16 +109,10 @@ TEST(Colours, FollowOptionAndTerminal) {
   EXPECT_TRUE(isColoured({"--color", "always"}, false));
   EXPECT_FALSE(isColoured({"--color", "never"}, true));
   EXPECT_FALSE(isColoured({}, false));
-  const char* before = std::getenv("TERM");
-  const std::string kept = before ? before : "";
-  setenv("TERM", "xterm", 1);
   EXPECT_TRUE(isColoured({}, true));
   setenv("TERM", "dumb", 1);
   EXPECT_FALSE(isColoured({}, true));
-  if (before)
-    setenv("TERM", kept.c_str(), 1);
-  else
-    unsetenv("TERM");
+  setenv("TERM", "xterm", 1);
 }
 
 TEST(Results, GoToStandardOutputDevicesAndPipes) {
@@ -187,7 +184,6 @@ TEST(Progress, IsShownWithRateAndRestOnATerminalThatKnowsMovements) {
     files.Add("/p/" + name + ".bas", module);
   }
   for (int i = 0; i < 8; ++i) files.Add("/p/S" + std::to_string(i) + ".vbp", project);
-  setenv("TERM", "xterm", 1);
   const std::string shown = Tool({"check", "/p"}, {.Terminal = true}).Err;
   EXPECT_TRUE(RE2::PartialMatch(
       shown, "\r\033\\[K\\[#* *\\] project \\d+ of 8, \\d+ modules a second, \\d+ s left"))
@@ -195,7 +191,7 @@ TEST(Progress, IsShownWithRateAndRestOnATerminalThatKnowsMovements) {
   EXPECT_THAT(Tool({"check", "/p", "--quiet"}, {.Terminal = true}).Err, Not(HasSubstr("\033")));
   setenv("TERM", "dumb", 1);
   EXPECT_THAT(Tool({"check", "/p"}, {.Terminal = true}).Err, Not(HasSubstr("\033")));
-  unsetenv("TERM");
+  setenv("TERM", "xterm", 1);
 }
 
 TEST(Tags, OfAFileAreAddedUnlessItReplacesAll) {
