@@ -26,6 +26,7 @@ test  python3-pip      installs the module as its users do
 test  python3-setuptools builds it for pip
 test  python3-wheel    packs it for pip
 test  python3-distributed spreads the sample for many projects over workers
+test  dpkg-dev         tells what the Debian packages depend on
 test  mingw-w64-tools  compiles small type libraries for the tests (widl)
 test  git              keeps the revisions that diff --git compares
 fuzz  clang            compiles for the sanitizers and the fuzz targets

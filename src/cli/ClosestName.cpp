@@ -1,6 +1,6 @@
 #include "cli/ClosestName.h"
 
-#include "core/Ascii.h"
+#include "project/VBProject.h"
 #include "text/EditDistance.h"
 
 namespace vendrel::cli {
@@ -20,6 +20,10 @@ void ClosestName::Offer(std::string_view name) {
   if (distance > mAllowed || (!mName.empty() && distance == mAllowed)) return;
   mName = name;
   if (distance > 0) mAllowed = distance;
+}
+
+void ClosestName::OfferModulesOf(const VBProject& project) {
+  for (const Component& module : project.Components.Listed()) Offer(module.Name);
 }
 
 std::string ClosestName::Hint() const {

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "model/Fwd.h"
+
 namespace vendrel::cli {
 
 /// Is offered names one by one and keeps the closest.
@@ -12,6 +14,8 @@ class ClosestName {
   explicit ClosestName(std::string_view typed);
 
   void Offer(std::string_view name);
+  /// The names of the modules of a project.
+  void OfferModulesOf(const VBProject& project);
   /// The closest name that is close enough to have been meant; empty if none is.
   const std::string& Name() const { return mName; }
   /// "; did you mean 'Post'?", or nothing.

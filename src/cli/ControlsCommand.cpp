@@ -1,6 +1,7 @@
 #include <memory>
 #include <vector>
 
+#include "cli/ClosestName.h"
 #include "cli/Commands.h"
 #include "cli/Elements.h"
 #include "cli/Inputs.h"
@@ -93,6 +94,7 @@ void WriteTree(std::ostream& out, const VBControl& root, bool properties, ShownP
 int RunControls(const ControlsArguments& arguments, const Streams& streams) {
   int code = exDone;
   bool found = false;
+  ClosestName closest(arguments.Module);
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
     ShownPaths paths;
     const JsonLines list(out, "controls", arguments.Common, arguments.Json);
@@ -104,6 +106,7 @@ int RunControls(const ControlsArguments& arguments, const Streams& streams) {
     shown.ControlProperties = arguments.Properties;
     code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
       if (arguments.Json) names.Add(Describe(project));
+      closest.OfferModulesOf(project);
       for (const Component& component : project.Components.Listed()) {
         if (!arguments.Module.empty() && !EqualsNoCase(component.Name, arguments.Module)) continue;
         found = found || !arguments.Module.empty() || component.VBControl;
@@ -119,7 +122,8 @@ int RunControls(const ControlsArguments& arguments, const Streams& streams) {
   if (arguments.Module.empty())
     throw ToolError(Worse(code, exNo), arguments.File.Shown() + ": no module has controls");
   throw ToolError(Worse(code, exNo), arguments.File.Shown() + ": has no module '" +
-                                         arguments.Module + "'; tree --depth 2 lists its modules");
+                                         arguments.Module + "'" +
+                                         HintOr(closest, "; tree --depth 2 lists its modules"));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <memory>
 
+#include "cli/ClosestName.h"
 #include "cli/Commands.h"
 #include "cli/Elements.h"
 #include "cli/Inputs.h"
@@ -100,15 +101,18 @@ int RunHtml(const HtmlArguments& arguments, const Streams& streams) {
   int code = exDone;
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
     HtmlWriter writer(arguments, out);
-    code = ForEachProject(arguments.File, arguments.Common, streams,
-                          [&](VBProject& project) { writer.Write(project); });
+    ClosestName closest(arguments.Name);
+    code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
+      closest.OfferModulesOf(project);
+      writer.Write(project);
+    });
     if (writer.Count() == 0)
       throw ToolError(
           Worse(code, exNo),
           arguments.File.Shown() + ": " +
               (arguments.Name.empty() ? "no module could be read"
                                       : "no module and no procedure is called '" + arguments.Name +
-                                            "'; names lists every name"));
+                                            "'" + HintOr(closest, "; names lists every name")));
     writer.Finish();
   });
   return code;

@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <memory>
 
 #include "cli/Commands.h"
@@ -22,11 +23,18 @@ void AddFilesBelow(const std::string& path, Inventory& inventory) {
   for (const FileSystemObject& file : SourceFilesBelow(path)) inventory.AddFile(file);
 }
 
+// Programs are told whole paths, people those from where they stand.
+std::string FolderSeenFrom(const InventoryArguments& arguments) {
+  std::string root = NativeRootOf(arguments.Common);
+  if (!root.empty() || arguments.Json) return root;
+  return std::filesystem::current_path().string();
+}
+
 int RunInventory(const InventoryArguments& arguments, const Streams& streams) {
   int code = exDone;
   WriteResult(arguments.Common, streams, arguments.Paths, [&](std::ostream& out) {
     Inventory inventory;
-    inventory.NativeRoot = NativeRootOf(arguments.Common);
+    inventory.NativeRoot = FolderSeenFrom(arguments);
     inventory.FindsNearDuplicates = arguments.NearDuplicates;
     code = ForEachProject(arguments.Paths, arguments.Common, streams,
                           [&](VBProject& project) { inventory.Add(project); });

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "cli/ClosestName.h"
 #include "cli/Commands.h"
 #include "cli/Elements.h"
 #include "cli/Inputs.h"
@@ -109,10 +110,13 @@ std::string NothingToShow(const MembersArguments& arguments) {
 int RunMembers(const MembersArguments& arguments, const Streams& streams) {
   int code = exDone;
   std::size_t modules = 0, members = 0;
+  ClosestName closest(arguments.Module);
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
     MembersWriter writer(arguments, out);
-    code = ForEachProject(arguments.File, arguments.Common, streams,
-                          [&](VBProject& project) { writer.Write(project); });
+    code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
+      closest.OfferModulesOf(project);
+      writer.Write(project);
+    });
     modules = writer.Modules();
     members = writer.Members();
   });
@@ -127,7 +131,8 @@ int RunMembers(const MembersArguments& arguments, const Streams& streams) {
                 exDone});
   if (modules > 0) return code;
   throw ToolError(Worse(code, exNo), arguments.File.Shown() + ": no module is called '" +
-                                         arguments.Module + "'; names --kind module lists them");
+                                         arguments.Module + "'" +
+                                         HintOr(closest, "; names --kind module lists them"));
 }
 
 }  // namespace

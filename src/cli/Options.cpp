@@ -72,7 +72,7 @@ unsigned CommonOptions::JobsAtHand() const {
 }
 
 void AddCommonOptions(CLI::App& command, CommonOptions& options) {
-  auto* group = command.add_option_group("How source is read");
+  auto* group = command.add_option_group(kReadingHeading);
   group->add_option("--reading", options.Reading, "How source is read: classic or complete")
       ->check(CLI::IsMember({"classic", "complete"}))
       ->capture_default_str();
@@ -128,7 +128,7 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
                    "How many projects of a folder are loaded at once (the processors)")
       ->type_name("N")
       ->check(CLI::Range(1, 64));
-  group = command.add_option_group("How results and messages are shown");
+  group = command.add_option_group(kShowingHeading);
   group
       ->add_option("-o,--output", options.Output,
                    "Write the result to this file; - is standard output")

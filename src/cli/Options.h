@@ -80,6 +80,10 @@ struct CommonOptions {
   unsigned JobsAtHand() const;
 };
 
+/// Headings of the shared options, which are groups of options to the parser.
+inline constexpr const char* kReadingHeading = "How source is read";
+inline constexpr const char* kShowingHeading = "How results and messages are shown";
+
 /// Adds the shared options to a command.
 void AddCommonOptions(CLI::App& command, CommonOptions& options);
 

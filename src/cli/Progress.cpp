@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "cli/Report.h"
 #include "cli/ShownText.h"
 #include "core/Workspace.h"
 
@@ -16,7 +17,7 @@ constexpr auto kStep = std::chrono::milliseconds(50);
 
 // Of the run in the workspace in use.
 struct Reached {
-  /// The project at hand, native; empty between two.
+  /// The project at hand, in Windows form; empty between two.
   std::string Path;
   std::size_t Done = 0, All = 0;
   /// Of several projects; 0 of 0 for one alone.
@@ -93,7 +94,7 @@ ProgressBar::ProgressBar(VBProject& project, const CommonOptions& options, const
     : mProject(project), mErr(streams.Err), mIsShowing(ShowsBar(options, streams)) {
   Reached& reached = InUse<Reached>();
   if (reached.Projects == 0) reached.Begin();
-  reached.Path = project.FileName.NativePath();
+  reached.Path = project.FileName.FullPath();
   reached.Done = 0;
   reached.All = project.Components.Count();
   project.ComponentLoaded.Add([this](std::int32_t index) { Reach(index); });
@@ -144,7 +145,7 @@ std::string ReachedSoFar() {
            CountedWith(reached.Projects, "project") + " had been read; ";
   if (reached.Path.empty()) return {};
   std::string text = std::to_string(reached.Done) + " of " + CountedWith(reached.All, "module") +
-                     " of " + reached.Path + " had been read; ";
+                     " of " + ShownPaths().Of(reached.Path) + " had been read; ";
   if (reached.Projects > 0)
     text = "in project " + std::to_string(reached.Project) + " of " +
            std::to_string(reached.Projects) + ", " + text;

@@ -82,7 +82,7 @@ int RunResolve(const ResolveArguments& arguments, const Streams& streams) {
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
     code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
       Component* from = project.Components.Item(std::string_view(arguments.From));
-      for (const Component& module : project.Components.Listed()) closestModule.Offer(module.Name);
+      closestModule.OfferModulesOf(project);
       if (resolved || (!arguments.From.empty() && !from)) return;
       fromFound = true;
       Resolution resolution;

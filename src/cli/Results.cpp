@@ -1,5 +1,8 @@
 #include "cli/Results.h"
 
+#include <poll.h>
+#include <unistd.h>
+
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -92,6 +95,12 @@ bool IsNoFile(const std::string& path) {
          status.Type == FileStatus::Kind::Other;
 }
 
+// Whoever read the result has heard enough; where SIGPIPE is ignored a call says so.
+bool IsClosedPipe() {
+  pollfd output{STDOUT_FILENO, POLLOUT, 0};
+  return errno == EPIPE || (poll(&output, 1, 0) > 0 && (output.revents & POLLERR) != 0);
+}
+
 void WriteToDevice(const std::string& path, const std::function<void(std::ostream&)>& write) {
   std::ofstream out(NativeTarget(path), std::ios::binary);
   if (out) write(out);
@@ -146,14 +155,13 @@ void WriteResult(const CommonOptions& options, const Streams& streams, const std
   if (!options.Output.empty() && IsNoFile(options.Output))
     return WriteToDevice(options.Output, write);
   if (!options.Output.empty()) return WriteToFile(options, write);
+  errno = 0;
   if (streams.OutIsTerminal && form == ResultForm::Plain)
     WriteToTerminal(streams.Out, write);
   else
     write(streams.Out);
-  errno = 0;
   streams.Out.flush();
-  // Whoever read it has heard enough; where SIGPIPE is ignored it is told so.
-  if (!streams.Out && errno == EPIPE) throw Interrupted{SIGPIPE};
+  if (!streams.Out && IsClosedPipe()) throw Interrupted{SIGPIPE};
   if (!streams.Out) throw ToolError(exFailed, "the result could not be written to standard output");
 }
 

@@ -1,12 +1,16 @@
 #include "cli/ToolFacts.h"
 
+#include <algorithm>
+
 #include "cli/CommandPages.h"
+#include "cli/Options.h"
 #include "core/Ascii.h"
 
 namespace vendrel::cli {
 namespace {
 
 constexpr std::size_t kFewChoices = 4;
+constexpr const char* kOwnHeading = "Options";
 
 std::string Joined(const std::vector<std::string>& texts, std::string_view between) {
   std::string joined;
@@ -58,7 +62,8 @@ void TakeOptions(const CLI::App& app, const std::string& group, bool areShared,
                  std::vector<OptionFacts>& options) {
   for (const CLI::Option* option : app.get_options()) {
     if (option->get_positional() || option->get_group().empty()) continue;
-    if (areShared && option == app.get_help_ptr()) continue;  // each group has one
+    const bool isOfGroup = app.get_name().empty();
+    if (isOfGroup && option == app.get_help_ptr()) continue;  // each group has one
     options.push_back(FactsOfOption(*option, group));
     options.back().IsShared = areShared;
   }
@@ -80,10 +85,17 @@ CommandFacts FactsOfCommand(const CLI::App& command) {
   facts.Examples = ExamplesOf(facts.Name);
   for (const CLI::Option* option : command.get_options())
     if (option->get_positional()) facts.Arguments.push_back(FactsOfArgument(*option));
-  TakeOptions(command, "Options", false, facts.Options);
+  TakeOptions(command, kOwnHeading, false, facts.Options);
   // A group of options is a command without a name to the parser.
-  for (const CLI::App* group : command.get_subcommands([](const CLI::App*) { return true; }))
-    if (group->get_name().empty()) TakeOptions(*group, group->get_group(), true, facts.Options);
+  for (const CLI::App* group : command.get_subcommands([](const CLI::App*) { return true; })) {
+    const std::string heading = group->get_group();
+    const bool isShared = heading == kReadingHeading || heading == kShowingHeading;
+    if (group->get_name().empty())
+      TakeOptions(*group, isShared ? heading : kOwnHeading, isShared, facts.Options);
+  }
+  std::stable_sort(
+      facts.Options.begin(), facts.Options.end(),
+      [](const OptionFacts& a, const OptionFacts& b) { return a.IsShared < b.IsShared; });
   return facts;
 }
 
@@ -96,7 +108,7 @@ std::vector<CommandFacts> FactsOf(const CLI::App& app) {
 
 std::vector<OptionFacts> OwnOptionsOf(const CLI::App& app) {
   std::vector<OptionFacts> options;
-  TakeOptions(app, "Options", false, options);
+  TakeOptions(app, kOwnHeading, false, options);
   return options;
 }
 

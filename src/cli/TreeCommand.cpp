@@ -26,7 +26,7 @@ int RunTree(const TreeArguments& arguments, const Streams& streams) {
       [&](std::ostream& out) {
         code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
           found = Outline(out, options).Write(project) || found;
-          for (const Component& module : project.Components.Listed()) closest.Offer(module.Name);
+          closest.OfferModulesOf(project);
         });
       },
       ResultForm::Painted);

@@ -31,6 +31,7 @@ TEST(JsonSchema, FitsWhatEveryCommandWrites) {
       {"dump", kSamples, "--comparable"},
       {"dump", assembly},
       {"names", ledger},
+      {"tags"},
       {"find", kSamples, "p*"},
       {"uses", group, "--declarations", "--all-branches"},
       {"uses", group, "--summary"},

@@ -1,5 +1,7 @@
 #include "cli/Tool.h"
 
+#include <re2/re2.h>
+
 #include "cli/ProjectSettings.h"
 #include "output/Xml.h"
 #include "support/MemoryFiles.h"
@@ -195,9 +197,14 @@ TEST(ToolAlone, WrongUsageAndInputSayWhatAndWhatToDo) {
     int Code;
     const char* Part;
   } cases[] = {
-      {{}, exUsage, "subcommand"},
+      {{}, exUsage, "say what is to be done; vendrelmodel --help"},
       {{"frob"}, exUsage, "'frob' is neither a command nor a file; commands are tree"},
-      {{"tree"}, exUsage, "file"},
+      {{"tree"}, exUsage, "tree: needs FILE; vendrelmodel tree --help"},
+      {{"tre", "/p/A.vbp"}, exUsage, "did you mean 'tree'?"},
+      {{"tree", "/p/A.vbp", "--dept", "2"},
+       exUsage,
+       "does not take --dept; did you mean '--depth'?"},
+      {{"tree", "/p/A.vbp", "--color", "pink"}, exUsage, "--color"},
       {{"tree", "/p/A.vbp", "--depth", "0"}, exUsage, "--depth"},
       {{"tree", "/p/A.vbp", "--set", "NoSuch=True"}, exUsage, "NoSuch"},
       {{"tree", "/p/A.vbp", "--set", "LoadBlocksOnly=maybe"}, exUsage, "True or False"},
@@ -291,17 +298,18 @@ TEST(ToolAlone, ManualNamesEveryCommandAndSetting) {
   for (const std::string page : {"tool", "writing", "compare"})
     manual += ReadWholeFile(test::SourceRoot() + "/docs/" + page + ".md");
   for (const std::string_view name : ProjectOptionNames())
-    EXPECT_THAT(manual, HasSubstr("`" + std::string(name) + "`"));
+    EXPECT_NE(manual.find("`" + std::string(name) + "`"), std::string::npos) << name;
   // Every option that the help of a command names stands in the manual.
   const std::string commands = RunFor({"frob"}, exUsage);
   std::istringstream names(commands.substr(commands.find(" are ") + 5));
   for (std::string command; names >> command;) {
     std::erase(command, ',');
-    EXPECT_THAT(manual, testing::ContainsRegex("\n### [a-z, -]*" + command));
+    EXPECT_TRUE(RE2::PartialMatch(manual, "\n### [a-z, -]*" + command)) << command;
     std::istringstream words(RunFor({command, "--help"}));
     for (std::string word; words >> word;) {
       if (!word.starts_with("--")) continue;
-      EXPECT_THAT(manual, HasSubstr(word.substr(0, word.find_first_of(",=")))) << command;
+      const std::string option = word.substr(0, word.find_first_of(",=;"));
+      EXPECT_NE(manual.find(option), std::string::npos) << command << " " << option;
     }
   }
 }

@@ -27,6 +27,13 @@ endfunction()
 
 step(${CMAKE_COMMAND} --install "${BUILD}" --prefix "${prefix}")
 step("${prefix}/bin/vendrelmodel" --version)
+foreach(page IN ITEMS man/man1/vendrelmodel.1 man/man1/vendrelmodel-find.1
+                      bash-completion/completions/vendrelmodel zsh/vendor-completions/_vendrelmodel
+                      fish/vendor_completions.d/vendrelmodel.fish doc/vendrelmodel/manual.html)
+  if(NOT EXISTS "${prefix}/share/${page}")
+    message(FATAL_ERROR "${page} was not installed")
+  endif()
+endforeach()
 
 foreach(shared IN ITEMS OFF ON)
   set(folder "${WORK}/package-${shared}")

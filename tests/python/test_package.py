@@ -86,6 +86,10 @@ class TreeTest(unittest.TestCase):
         self.assertEqual([m.name for m in modules[:2]], ["frmMain", "frmLedger"])
         self.assertIn("MODMAIN", modules)
         self.assertIsNone(modules.get("nowhere"))
+        for collection in (project.references, project.components["frmMain"].all_vb_controls,
+                           project.components["modMain"].declarations):
+            for element in collection:  # by its name, whatever key it stands under
+                self.assertEqual(collection[element.name.upper()].name, element.name)
         with self.assertRaises(KeyError):
             modules["nowhere"]
         with self.assertRaises(IndexError):
@@ -132,8 +136,9 @@ class LifeTest(unittest.TestCase):
         blocks.remove(block)
         self.assertEqual(len(blocks), count - 1)
         self.assertNotIn(block, blocks)
-        with self.assertRaises(ValueError):
-            blocks.remove(block)
+        with self.assertRaisesRegex(ReferenceError, "left its tree"):
+            block.name
+        self.assertEqual(repr(block), "<Block, gone>")
 
     def test_two_threads_load_at_once_and_read_one_tree(self):
         shared = vendrelmodel.load(LEDGER)

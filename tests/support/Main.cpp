@@ -22,6 +22,9 @@ class FreshState final : public testing::EmptyTestEventListener {
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
+  // What the tool shows on a terminal must not depend on where the tests run.
+  unsetenv("NO_COLOR");
+  setenv("TERM", "xterm", 1);
   testing::UnitTest::GetInstance()->listeners().Append(new FreshState);
   return RUN_ALL_TESTS();
 }

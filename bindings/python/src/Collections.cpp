@@ -5,7 +5,7 @@
 
 #include "core/CaseFold.h"
 #include "model/Block.h"
-#include "output/Dump.h"
+#include "output/Places.h"
 
 namespace vendrel::python {
 namespace {
@@ -51,9 +51,18 @@ class Collection {
     return found;
   }
   py::object Find(const std::string& key) const {
-    if (!mProperty->Find) return py::none();
     const Using use(*Owner().Root);
-    return Wrap(Owner().Root, mProperty->Find(Owner().Get().Object, key));
+    const void* object = Owner().Get().Object;
+    if (mProperty->Find)
+      if (const ElementRef found = mProperty->Find(object, key)) return Wrap(Owner().Root, found);
+    // Some stand under another key than their name, or under none.
+    const std::size_t count = mProperty->Count(object);
+    for (std::size_t i = 1; i <= count; ++i) {
+      const ElementRef each = mProperty->At(object, i);
+      const CodeElement* element = AsCodeElement(each);
+      if (element && EqualsNoCase(element->ElementName(), key)) return Wrap(Owner().Root, each);
+    }
+    return py::none();
   }
   py::object Under(const std::string& key) const {
     py::object found = Find(key);
