@@ -63,34 +63,71 @@ class ArgumentWalk {
   bool mInBrackets;
 };
 
+bool IsChainByte(char c) {
+  return IsLetterAscii(c) || IsDigitAscii(c) || c == '_' || c == '.' || c == '!' ||
+         static_cast<unsigned char>(c) >= 0x80;
+}
+
+// Where what a name is qualified by begins, brackets with their content included:
+// "Forms(i).Size" of "If Forms(i).Size".
+std::size_t StartOfChain(std::string_view text, std::size_t at) {
+  while (at > 0) {
+    if (IsChainByte(text[at - 1])) {
+      --at;
+      continue;
+    }
+    if (text[at - 1] != ')' || at >= text.size() || text[at] != '.') break;
+    int depth = 0;
+    do {
+      --at;
+      if (text[at] == ')') ++depth;
+      if (text[at] == '(') --depth;
+    } while (at > 0 && depth > 0);
+  }
+  return at;
+}
+
+bool IsLineNumber(std::string_view text) {
+  return text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+// Without blanks and a line that goes on at its end.
+std::string_view WithoutContinuation(std::string_view text) {
+  const std::size_t end = text.find_last_not_of(" \t\r\n");
+  if (end == std::string_view::npos) return {};
+  const bool goesOn =
+      end + 1 < text.size() && text.find('\n', end) != std::string_view::npos && text[end] == '_';
+  return TrimGaps(text.substr(0, goesOn ? end : end + 1));
+}
+
 // Whether the name, with what it is qualified by, is the first of its statement.
 bool IsStatement(std::string_view text, std::size_t name) {
-  std::size_t at = name;
-  while (at > 0 && (IsLetterAscii(text[at - 1]) || IsDigitAscii(text[at - 1]) ||
-                    text[at - 1] == '_' || text[at - 1] == '.' || text[at - 1] == '!'))
-    --at;
-  const std::string_view before = TrimGaps(text.substr(0, at));
-  if (before.empty() || before.ends_with(':')) return true;
+  const std::string_view before = WithoutContinuation(text.substr(0, StartOfChain(text, name)));
+  if (IsLineNumber(before) || before.ends_with(':')) return true;
   for (const std::string_view word : {"Then", "Else"})
     if (before.size() >= word.size() && IsWordAt(before, before.size() - word.size(), word))
       return true;
   return false;
 }
 
+// Whether the bracket is closed in front of a further member: "Item(1).Show".
+bool IsChained(std::string_view text, std::size_t bracket) {
+  ArgumentWalk walk(text, bracket + 1, true);
+  return walk.Run() && walk.At() + 1 < text.size() &&
+         (text[walk.At() + 1] == '.' || text[walk.At() + 1] == '(');
+}
+
 }  // namespace
 
 std::optional<int> CountArguments(std::string_view statement, std::size_t name,
                                   std::size_t behind) {
-  // What stands behind the bracket of an element of an array or of a call is not followed back.
-  if (name > 1 && statement[name - 1] == '.' && statement[name - 2] == ')') return std::nullopt;
   const std::size_t at = SkipGaps(statement, behind);
   const bool hasBracket = at < statement.size() && statement[at] == '(';
-  if (!IsStatement(statement, name)) {
-    if (!hasBracket) return 0;
-    return ArgumentWalk(statement, at + 1, true).Run();
-  }
-  // "Post (a), b": the bracket is one of the first argument.
-  return ArgumentWalk(statement, at, false).Run();
+  if (IsStatement(statement, name) && !(hasBracket && at == behind && IsChained(statement, at)))
+    // "Post (a), b": the bracket is one of the first argument.
+    return ArgumentWalk(statement, at, false).Run();
+  if (!hasBracket) return 0;
+  return ArgumentWalk(statement, at + 1, true).Run();
 }
 
 }  // namespace vendrel

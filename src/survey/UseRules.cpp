@@ -149,11 +149,17 @@ class UseRulesRun {
     if (use.Kind == UseKind::Declare) return;
     ElementUses& uses = mUses[&element];
     // Whatever stands in a false branch may be the use of another build.
-    uses.IsRead = uses.IsRead || use.Reads || use.InFalseBranch || use.Kind == UseKind::Part;
+    uses.IsRead = uses.IsRead || use.Reads || use.InFalseBranch || use.Kind == UseKind::Part ||
+                  IsCounter(use);
     uses.IsWritten = uses.IsWritten || use.Writes;
     uses.IsUsed = uses.IsUsed || !use.OwnProcedure;
     const Component* home = element.OwnComponent();
     uses.IsUsedElsewhere = uses.IsUsedElsewhere || home != use.Module;
+  }
+
+  // The loop reads what it counts with.
+  static bool IsCounter(const NameUse& use) {
+    return use.Writes && StartsWithNoCaseAscii(use.Statement, "For ");
   }
 
   void CheckArguments(const NameUse& use, const Block& procedure) {

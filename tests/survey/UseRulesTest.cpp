@@ -39,7 +39,7 @@ const std::vector<UseRuleCase>& UseRuleCases() {
        {"10 no declaration gives the name 'zz'"}},
       {"never-read",
        "Private Sub Form_Load()\nDim a As Long, b As Long, c As Long, d As Object, e As Long\n"
-       "a = 1: b = 2: c = b: Set d = Me: Fill e\nEnd Sub\n"
+       "a = 1: b = 2: c = b: Set d = Me: Fill e\nDim f As Long\nFor f = 1 To 2: Next\nEnd Sub\n"
        "Private Sub Fill(n As Long)\nn = 1\nEnd Sub\n",
        {"8 'a' is assigned and never read", "8 'c' is assigned and never read"}},
   };
