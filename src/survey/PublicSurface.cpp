@@ -1,6 +1,7 @@
 #include "survey/PublicSurface.h"
 
 #include <array>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "core/Ascii.h"
@@ -172,7 +173,7 @@ class SurfaceBuilder {
     SurfaceMember writer = member;
     member.Kind = SurfaceMemberKind::Getter;
     writer.Kind = isObject ? SurfaceMemberKind::Setter : SurfaceMemberKind::Letter;
-    writer.Parameters.push_back({"RHS", std::move(writer.Type), {}, false, false, false});
+    writer.Parameters.push_back({"RHS", std::move(writer.Type), {}, {}, false, false, false});
     writer.Type.clear();
     type.Members.push_back(std::move(member));
     if (EqualsNoCaseAscii(name, "Variant")) {
@@ -220,12 +221,32 @@ class SurfaceBuilder {
     return kind == SurfaceMemberKind::Letter || kind == SurfaceMemberKind::Setter;
   }
 
-  static void AddParameters(const Parameters& parameters, SurfaceMember& member) {
+  void AddParameters(const Parameters& parameters, SurfaceMember& member) {
     for (const Parameter& parameter : parameters)
       member.Parameters.push_back(
           {parameter.Name(), ArrayOf(parameter.VariableType, parameter.IsArray),
-           std::string(std::string_view(parameter.DefaultValue)), parameter.IsByRef,
+           parameter.DefaultValue.str(), ValueOf(parameter.DefaultValue), parameter.IsByRef,
            parameter.IsOptional, parameter.IsParamArray});
+  }
+
+  // What the name of a constant stands for; of several the first one. Other texts stay.
+  std::string ValueOf(std::string_view text) {
+    if (text.empty() || !IsLetterAscii(text.front())) return std::string(text);
+    if (!mHasConstants) GatherConstants();
+    const auto found = mConstants.find(FoldKey(text.substr(text.rfind('.') + 1)));
+    return found == mConstants.end() ? std::string(text) : found->second;
+  }
+  void GatherConstants() {
+    mHasConstants = true;
+    for (const Component& component : mProject.Components.Listed()) {
+      for (const Block& block : component.Blocks.Listed())
+        if (block.BlockType() == btDeclarations)
+          for (const Constant& constant : *block.Constants)
+            mConstants.try_emplace(FoldKey(constant.Name), constant.Value);
+      for (const Enumeration& enumeration : component.Enumerations)
+        for (const EnumMember& element : enumeration.Members())
+          mConstants.try_emplace(FoldKey(element.Name), element.Value);
+    }
   }
 
   void AddEvent(const EventDeclaration& event, const Component& component, SurfaceType& type) {
@@ -278,6 +299,8 @@ class SurfaceBuilder {
   const SurfaceOptions& mOptions;
   PublicSurface mSurface;
   std::unordered_set<std::string> mSeen;
+  bool mHasConstants = false;
+  std::unordered_map<std::string, std::string> mConstants;
 };
 
 }  // namespace

@@ -7,8 +7,8 @@
 
 namespace vendrel {
 
-/// Adds what the rules that `wanted` lets pass find in a project whose modules are loaded. Names are
-/// bound once, and only where one of the rules is wanted.
+/// Adds what the rules that `wanted` lets pass find in a project whose modules are loaded. Names
+/// are bound once, and only where one of the rules is wanted.
 void FindByUses(VBProject& project, const RuleFilter& wanted, std::vector<Finding>& found);
 
 }  // namespace vendrel
