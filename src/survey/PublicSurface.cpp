@@ -94,7 +94,7 @@ class SurfaceBuilder {
     type.Name = IsNet() ? component.FullName() : component.Name;
     type.Kind = KindOf(component);
     type.Element = component.QualifiedName();
-    type.Place = {component.FileName.FullPath(), component.SourceLine()};
+    type.Place = {FileOf(component), component.SourceLine()};
     type.DefaultMember = component.DefaultMemberName;
     type.IsAbstract = component.IsAbstract && !component.IsInterface;
     type.IsSealed = component.IsSealed;
@@ -124,13 +124,19 @@ class SurfaceBuilder {
     return component.FileType == ftModule ? SurfaceTypeKind::Module : SurfaceTypeKind::Class;
   }
 
+  // A type of a library stands in no file of its own.
+  std::string FileOf(const Component& component) const {
+    const std::string file = component.FileName.FullPath();
+    return file.empty() ? mProject.FileName.FullPath() : file;
+  }
+
   SurfaceMember NewMember(SurfaceMemberKind kind, std::string_view name, const CodeElement& element,
                           const Component& component) const {
     SurfaceMember member;
     member.Kind = kind;
     member.Name = name;
     member.Element = element.QualifiedName();
-    member.Place = {component.FileName.FullPath(), element.SourceLine()};
+    member.Place = {FileOf(component), element.SourceLine()};
     return member;
   }
 
@@ -285,13 +291,13 @@ class SurfaceBuilder {
   }
 
   template <typename Element>
-  static SurfaceType NewType(SurfaceTypeKind kind, const Element& element,
-                             const Component& component) {
+  SurfaceType NewType(SurfaceTypeKind kind, const Element& element,
+                      const Component& component) const {
     SurfaceType type;
     type.Kind = kind;
     type.Name = element.Name;
     type.Element = element.QualifiedName();
-    type.Place = {component.FileName.FullPath(), element.SourceLine()};
+    type.Place = {FileOf(component), element.SourceLine()};
     return type;
   }
 
