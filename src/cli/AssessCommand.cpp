@@ -1,6 +1,7 @@
 #include <charconv>
 #include <memory>
 
+#include "cli/CheckSettings.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/JsonLines.h"
@@ -25,7 +26,7 @@ void TakeWeights(const std::vector<std::string>& texts, HindranceWeights& weight
     std::int64_t number = 0;
     const char* end = weight.Value.data() + weight.Value.size();
     const auto [at, failure] = std::from_chars(weight.Value.data(), end, number);
-    if (failure != std::errc() || at != end || number < 0 || number > 1000)
+    if (failure != std::errc() || at != end || number < 0 || number > kMostWeight)
       throw ToolError(exUsage, "--weight " + text + ": a weight is a number from 0 to 1000");
     if (!weights.Set(weight.Name, number))
       throw ToolError(exUsage, "--weight " + text + ": '" + weight.Name +
@@ -36,6 +37,8 @@ void TakeWeights(const std::vector<std::string>& texts, HindranceWeights& weight
 int RunAssess(const AssessArguments& arguments, const Streams& streams) {
   int code = exDone;
   Assessment assessment;
+  if (!arguments.Paths.Paths.empty())
+    assessment.Weights = CheckSettings({}).AtPath(arguments.Paths.Paths.front()).Weights;
   TakeWeights(arguments.Weights, assessment.Weights);
   assessment.NativeRoot = NativeRootOf(arguments.Common);
   assessment.KeepsFindings = arguments.Places;

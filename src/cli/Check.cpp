@@ -14,6 +14,7 @@
 #include "project/VBProjectGroup.h"
 #include "services/FileSource.h"
 #include "survey/ProjectRules.h"
+#include "survey/UseRules.h"
 #include "survey/Wording.h"
 
 namespace vendrel::cli {
@@ -206,6 +207,8 @@ void Check::CheckLoaded(VBProject& project, const CommentWatch& comments) {
   std::vector<Finding> findings;
   for (const Diagnostic& item : project.Diagnostics) findings.push_back(FindingOf(item));
   FindInProject(
+      project, [&](const Rule& rule) { return mSettings.IsOnIn(project, rule); }, findings);
+  FindByUses(
       project, [&](const Rule& rule) { return mSettings.IsOnIn(project, rule); }, findings);
   ProjectSources sources(project);
   for (Finding& finding : findings) sources.Complete(finding);

@@ -87,9 +87,22 @@ void CheckSettings::ReadFile(const FileSystemObject& file, Folder& folder) {
                            "baseline (a path in quotation marks) and strict (true or false)");
         }
       }
+    } else if (name == "assess") {
+      for (const auto& [id, value] : reading.TableIn(name, node)) {
+        const std::int64_t weight = value.value_or(std::int64_t{-1});
+        if (!value.is_integer() || weight < 0 || weight > kMostWeight)
+          reading.Fail(id.source(), "'" + std::string(id.str()) +
+                                        "' is set to a number from 0 to " +
+                                        std::to_string(kMostWeight));
+        if (!folder.Run.Weights.Set(id.str(), weight))
+          reading.Fail(id.source(), "'" + std::string(id.str()) +
+                                        "' is none of what assess counts; docs/assess.md lists "
+                                        "that");
+      }
     } else {
-      reading.Fail(name.source(), "'" + std::string(name.str()) +
-                                      "' is no table of settings; those are [rules] and [check]");
+      reading.Fail(name.source(),
+                   "'" + std::string(name.str()) +
+                       "' is no table of settings; those are [rules], [check] and [assess]");
     }
   }
 }

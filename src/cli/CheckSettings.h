@@ -8,6 +8,7 @@
 
 #include "cli/Options.h"
 #include "project/VBProject.h"
+#include "survey/Assessment.h"
 #include "survey/Rules.h"
 
 namespace vendrel::cli {
@@ -39,6 +40,8 @@ class CheckSettings {
     /// Path of this machine; empty for none.
     std::string Baseline;
     bool Strict = false;
+    /// Of [assess].
+    HindranceWeights Weights;
   };
   ForRun AtPath(const std::string& path);
 

@@ -165,9 +165,9 @@ class SurfaceComparison {
       tell(NameCase, before.Name, after.Name);
     if (before.Kind != after.Kind)
       tell(TypeKind, std::string(WordOf(before.Kind)), std::string(WordOf(after.Kind)));
-    if (before.IsCreatable != after.IsCreatable)
+    if (!mAfter.IsShared && before.IsCreatable != after.IsCreatable)
       tell(after.IsCreatable ? Creatable : NotCreatable, {}, {});
-    if (before.IsGlobal && !after.IsGlobal) tell(NotGlobal, {}, {});
+    if (!mAfter.IsShared && before.IsGlobal && !after.IsGlobal) tell(NotGlobal, {}, {});
     if (before.Kind == after.Kind && !EqualsNoCase(before.Base, after.Base))
       tell(BaseChanged, before.Base, after.Base);
     if (after.IsAbstract && !before.IsAbstract) tell(TypeAbstract, {}, {});

@@ -48,6 +48,8 @@ inline constexpr std::array kHindrances{
     VENDREL_HINDRANCES(VENDREL_HINDRANCE_ROW)
 #undef VENDREL_HINDRANCE_ROW
 };
+/// The highest weight that may be set.
+inline constexpr std::int64_t kMostWeight = 1000;
 inline constexpr std::size_t kHindranceCount = kHindrances.size();
 
 constexpr const HindranceRow& RowOf(Hindrance kind) {

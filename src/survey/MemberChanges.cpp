@@ -187,7 +187,7 @@ void MemberComparison::CompareParameter(const SurfaceParameter& before,
   if (before.ByRef != after.ByRef && !isValue) tell(ParameterPassing);
   if (before.Optional != after.Optional)
     tell(after.Optional ? ParameterOptional : ParameterRequired);
-  else if (before.Default != after.Default)
+  else if (before.DefaultValue != after.DefaultValue)
     tell(DefaultValue);
 }
 

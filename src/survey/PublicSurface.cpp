@@ -1,6 +1,7 @@
 #include "survey/PublicSurface.h"
 
 #include <array>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "core/Ascii.h"
@@ -93,7 +94,7 @@ class SurfaceBuilder {
     type.Name = IsNet() ? component.FullName() : component.Name;
     type.Kind = KindOf(component);
     type.Element = component.QualifiedName();
-    type.Place = {component.FileName.FullPath(), component.SourceLine()};
+    type.Place = {FileOf(component), component.SourceLine()};
     type.DefaultMember = component.DefaultMemberName;
     type.IsAbstract = component.IsAbstract && !component.IsInterface;
     type.IsSealed = component.IsSealed;
@@ -123,13 +124,19 @@ class SurfaceBuilder {
     return component.FileType == ftModule ? SurfaceTypeKind::Module : SurfaceTypeKind::Class;
   }
 
+  // A type of a library stands in no file of its own.
+  std::string FileOf(const Component& component) const {
+    const std::string file = component.FileName.FullPath();
+    return file.empty() ? mProject.FileName.FullPath() : file;
+  }
+
   SurfaceMember NewMember(SurfaceMemberKind kind, std::string_view name, const CodeElement& element,
                           const Component& component) const {
     SurfaceMember member;
     member.Kind = kind;
     member.Name = name;
     member.Element = element.QualifiedName();
-    member.Place = {component.FileName.FullPath(), element.SourceLine()};
+    member.Place = {FileOf(component), element.SourceLine()};
     return member;
   }
 
@@ -172,7 +179,7 @@ class SurfaceBuilder {
     SurfaceMember writer = member;
     member.Kind = SurfaceMemberKind::Getter;
     writer.Kind = isObject ? SurfaceMemberKind::Setter : SurfaceMemberKind::Letter;
-    writer.Parameters.push_back({"RHS", std::move(writer.Type), {}, false, false, false});
+    writer.Parameters.push_back({"RHS", std::move(writer.Type), {}, {}, false, false, false});
     writer.Type.clear();
     type.Members.push_back(std::move(member));
     if (EqualsNoCaseAscii(name, "Variant")) {
@@ -220,12 +227,32 @@ class SurfaceBuilder {
     return kind == SurfaceMemberKind::Letter || kind == SurfaceMemberKind::Setter;
   }
 
-  static void AddParameters(const Parameters& parameters, SurfaceMember& member) {
+  void AddParameters(const Parameters& parameters, SurfaceMember& member) {
     for (const Parameter& parameter : parameters)
       member.Parameters.push_back(
           {parameter.Name(), ArrayOf(parameter.VariableType, parameter.IsArray),
-           std::string(std::string_view(parameter.DefaultValue)), parameter.IsByRef,
+           parameter.DefaultValue.str(), ValueOf(parameter.DefaultValue), parameter.IsByRef,
            parameter.IsOptional, parameter.IsParamArray});
+  }
+
+  // What the name of a constant stands for; of several the first one. Other texts stay.
+  std::string ValueOf(std::string_view text) {
+    if (text.empty() || !IsLetterAscii(text.front())) return std::string(text);
+    if (!mHasConstants) GatherConstants();
+    const auto found = mConstants.find(FoldKey(text.substr(text.rfind('.') + 1)));
+    return found == mConstants.end() ? std::string(text) : found->second;
+  }
+  void GatherConstants() {
+    mHasConstants = true;
+    for (const Component& component : mProject.Components.Listed()) {
+      for (const Block& block : component.Blocks.Listed())
+        if (block.BlockType() == btDeclarations)
+          for (const Constant& constant : *block.Constants)
+            mConstants.try_emplace(FoldKey(constant.Name), constant.Value);
+      for (const Enumeration& enumeration : component.Enumerations)
+        for (const EnumMember& element : enumeration.Members())
+          mConstants.try_emplace(FoldKey(element.Name), element.Value);
+    }
   }
 
   void AddEvent(const EventDeclaration& event, const Component& component, SurfaceType& type) {
@@ -264,13 +291,13 @@ class SurfaceBuilder {
   }
 
   template <typename Element>
-  static SurfaceType NewType(SurfaceTypeKind kind, const Element& element,
-                             const Component& component) {
+  SurfaceType NewType(SurfaceTypeKind kind, const Element& element,
+                      const Component& component) const {
     SurfaceType type;
     type.Kind = kind;
     type.Name = element.Name;
     type.Element = element.QualifiedName();
-    type.Place = {component.FileName.FullPath(), element.SourceLine()};
+    type.Place = {FileOf(component), element.SourceLine()};
     return type;
   }
 
@@ -278,6 +305,8 @@ class SurfaceBuilder {
   const SurfaceOptions& mOptions;
   PublicSurface mSurface;
   std::unordered_set<std::string> mSeen;
+  bool mHasConstants = false;
+  std::unordered_map<std::string, std::string> mConstants;
 };
 
 }  // namespace

@@ -42,7 +42,8 @@ struct SurfaceParameter {
   std::string Name;
   /// As written, "Variant" where nothing is, with "()" behind it for an array.
   std::string Type;
-  std::string Default;
+  /// As written, and what that comes to where it is a constant of the project.
+  std::string Default, DefaultValue;
   bool ByRef = false;
   bool Optional = false;
   bool ParamArray = false;

@@ -14,8 +14,8 @@ namespace {
 using enum RuleLevel;
 using enum RuleWeight;
 
-// Behind the rules of the diagnostics a new rule is a row here, a function in ProjectRules.cpp or
-// EstateRules.cpp, and an entry in docs/rules.md.
+// Behind the rules of the diagnostics a new rule is a row here, a function in ProjectRules.cpp,
+// EstateRules.cpp or UseRules.cpp, and an entry in docs/rules.md.
 constexpr Rule kRules[] = {
     {"duplicate-name", Warning, ByLevel, "a name is given twice where it must be one of its kind"},
     {"missing-module", Warning, Incomplete, "a project lists a module file that is not there"},
@@ -66,6 +66,12 @@ constexpr Rule kRules[] = {
     {"declare-signatures", Note, ByLevel, "two Declares of one name differ"},
     {"option-explicit", Note, ByLevel, "a module with code lacks Option Explicit"},
     {"undocumented", Off, ByLevel, "a public member has no description"},
+    {"interface-member", Warning, ByLevel, "a class lacks a member of an interface"},
+    {"event-source", Note, ByLevel, "a handler of an event has nothing that raises it"},
+    {"argument-count", Warning, ByLevel, "a call passes too few arguments, or too many"},
+    {"unknown-name", Off, ByLevel, "no declaration gives a name"},
+    {"never-read", Off, ByLevel, "a variable is assigned and never read"},
+    {"own-module-only", Off, ByLevel, "a public member is used by its own module alone"},
 };
 
 constexpr std::string_view kDiagnosticCodes[] = {

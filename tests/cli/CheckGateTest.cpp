@@ -76,7 +76,7 @@ TEST_F(CheckGate, TellsWrongSettingsWithTheirLine) {
       {"[rules]\ntold = 3\n", ":2: 'told' is set to one of off, note, warning or error"},
       {"[rules]\ntold = \"loud\"\n", ":2: 'told' is set to one of"},
       {"rules = 3\n", ":1: 'rules' is a table"},
-      {"\n[rule]\n", ":2: 'rule' is no table of settings; those are [rules] and [check]"},
+      {"\n[rule]\n", ":2: 'rule' is no table of settings; those are [rules], [check] and [assess]"},
       {"[check]\nstrict = 1\n", ":2: 'strict' is no setting of [check]"},
       {"[rules]\ntold = \n", ":2: no TOML: "},
   };

@@ -186,6 +186,10 @@ TEST(ApiChanges, AreOfNothingElse) {
        "Sub S()\n' old\nEnd Sub\nPrivate Sub T()\nEnd Sub\n",
        "Sub s()\nx = 2\nEnd Sub\nFriend Sub U()\nEnd Sub\n"},
       {{}, Of::Class, "Public Enum E\na\nb\nEnd Enum\n", "Public Enum E\na = 0\nb = 1\nEnd Enum\n"},
+      {{},
+       Of::Class,
+       "Sub S(Optional a As Long = 2)\nEnd Sub\n",
+       "Private Const Two = 2\nSub S(Optional a As Long = Two)\nEnd Sub\n"},
       {{}, Of::Class, "Sub S(a As A)\nEnd Sub\n", "Sub S(a As P.A)\nEnd Sub\n"},
       // With binary compatibility the compiler keeps the order.
       {{},

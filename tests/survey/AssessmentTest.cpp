@@ -135,6 +135,16 @@ TEST(Assessment, WeighsModulesOnceAndShowsPlaces) {
   EXPECT_EQ(RowsNamed("module", {"assess", "/e", "--json", "--weight", "gosub=0"})[0]["Points"], 7);
   EXPECT_THAT(RunFor({"assess", "/e", "--weight", "gosubs=1"}, exUsage), HasSubstr("'gosubs'"));
   EXPECT_THAT(RunFor({"assess", "/e", "--weight=gosub=x"}, exUsage), HasSubstr("from 0 to 1000"));
+  test::MemoryFiles settings{{"/e/.vendrelmodel.toml", "[assess]\ngosub = 2\n"},
+                             {"/e/A.vbp", estate.Files["/e/A.vbp"]},
+                             {"/e/M.bas", estate.Files["/e/M.bas"]}};
+  EXPECT_EQ(RowsNamed("module", {"assess", "/e", "--json"})[0]["Points"], 9);
+  settings.Add("/e/.vendrelmodel.toml", "[assess]\ngosubs = 2\n");
+  EXPECT_THAT(RunFor({"assess", "/e"}, exUsage), HasSubstr(".vendrelmodel.toml:2: 'gosubs'"));
+}
+
+TEST(Assessment, IsWrittenInEachForm) {
+  const MovingEstate estate;
   EXPECT_THAT(RunFor({"assess", "/e"}), HasSubstr("# 2 projects\n"));
   EXPECT_THAT(RunFor({"assess", "/e", "--csv"}), HasSubstr("\r\nname,doevents,do-events,1,1,"));
   EXPECT_THAT(RunFor({"assess", "/e", "--html"}), HasSubstr("<td>do-events</td>"));

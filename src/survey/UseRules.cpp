@@ -1,0 +1,279 @@
+#include "survey/UseRules.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "core/Ascii.h"
+#include "core/CaseFold.h"
+#include "model/ModuleKinds.h"
+#include "survey/CallArguments.h"
+#include "uses/Builtins.h"
+#include "uses/UseBinder.h"
+
+namespace vendrel {
+namespace {
+
+// Findings of one rule; dropped where nobody wants it.
+class UseFindings {
+ public:
+  UseFindings(std::string_view id, const RuleFilter& wanted, std::vector<Finding>& found)
+      : mRule(FindRule(id)), mIsWanted(wanted(*mRule)), mFound(found) {}
+  bool IsWanted() const { return mIsWanted; }
+  void Add(const Component& module, std::int32_t line, std::int32_t column, std::string text) {
+    if (mIsWanted)
+      mFound.push_back({mRule, module.FileName.FullPath(), line, column, std::move(text), {}, {}});
+  }
+
+ private:
+  const Rule* mRule;
+  bool mIsWanted;
+  std::vector<Finding>& mFound;
+};
+
+std::string NameWithoutLibrary(std::string_view name) {
+  return std::string(name.substr(name.rfind('.') + 1));
+}
+
+// What an interface asks of a class: a name behind its own and the kind of procedure.
+struct Demand {
+  std::string Name;
+  BlockTypeEnum Kind;
+};
+
+std::vector<Demand> DemandsOf(const Component& interface) {
+  std::vector<Demand> demands;
+  for (const Block& block : interface.Blocks.Listed()) {
+    if (block.BlockType() == btDeclarations)
+      for (const Variable& variable : *block.Variables)
+        if (variable.AccessType() == atPublic) demands.push_back({variable.Name, btPropertyGet});
+    const bool isOwn = block.Name().empty() || block.AccessType() != atPublic ||
+                       block.IsEventProcedure || !block.Interface.str().empty();
+    if (!isOwn) demands.push_back({block.Name(), block.BlockType()});
+  }
+  return demands;
+}
+
+std::string_view WordOfKind(BlockTypeEnum kind) {
+  switch (kind) {
+    case btFunction: return "Function";
+    case btPropertyGet: return "Property Get";
+    case btPropertyLet: return "Property Let";
+    case btPropertySet: return "Property Set";
+    default: return "Sub";
+  }
+}
+
+void FindMissingMembers(const VBProject& project, UseFindings& list) {
+  if (!list.IsWanted()) return;
+  for (const Component& module : project.Components.Listed()) {
+    if (!module.SourceForm || module.Interfaces.Count() == 0) continue;
+    std::unordered_set<std::string> there;
+    for (const Block& block : module.Blocks.Listed())
+      there.insert(FoldKey(block.Name()) + std::to_string(block.BlockType()));
+    for (const Interface& interface : module.Interfaces) {
+      const std::string name = NameWithoutLibrary(interface.Name);
+      const Component* asked = project.Components.Item(name);
+      if (!asked || !asked->SourceForm || asked == &module || asked->FileType == ftModule) continue;
+      for (const Demand& demand : DemandsOf(*asked)) {
+        const std::string wanted = name + "_" + demand.Name;
+        if (!there.contains(FoldKey(wanted) + std::to_string(demand.Kind)))
+          list.Add(module, interface.SourceLine(), 0,
+                   "interface '" + interface.Name + "' is implemented without " +
+                       std::string(WordOfKind(demand.Kind)) + " " + wanted);
+      }
+    }
+  }
+}
+
+// What is known of an element once all names are bound.
+struct ElementUses {
+  bool IsRead = false, IsWritten = false, IsUsed = false, IsUsedElsewhere = false;
+};
+
+// Names whose procedures may handle events.
+std::unordered_set<std::string> SourcesOf(const Component& module) {
+  std::unordered_set<std::string> names;
+  for (const VBControl& control : module.AllVBControls) names.insert(FoldKey(control.ShortName()));
+  for (const Interface& interface : module.Interfaces)
+    names.insert(FoldKey(NameWithoutLibrary(interface.Name)));
+  for (const Block& block : module.Blocks.Listed())
+    if (block.BlockType() == btDeclarations)
+      for (const Variable& variable : *block.Variables)
+        if (variable.IsWithEvents) names.insert(FoldKey(variable.Name));
+  return names;
+}
+
+class UseRulesRun {
+ public:
+  UseRulesRun(VBProject& project, const RuleFilter& wanted, std::vector<Finding>& found)
+      : mProject(project),
+        mMembers("interface-member", wanted, found),
+        mEvents("event-source", wanted, found),
+        mArguments("argument-count", wanted, found),
+        mUnknown("unknown-name", wanted, found),
+        mNeverRead("never-read", wanted, found),
+        mOwnModule("own-module-only", wanted, found) {}
+
+  void Run() {
+    FindMissingMembers(mProject, mMembers);
+    const UseFindings* binding[] = {&mEvents, &mArguments, &mUnknown, &mNeverRead, &mOwnModule};
+    if (std::none_of(std::begin(binding), std::end(binding),
+                     [](const UseFindings* list) { return list->IsWanted(); }))
+      return;
+    UseOptions options;
+    options.FalseBranches = true;
+    UseBinder(mProject, options).BindAll([this](const NameUse& use) { Take(use); });
+    for (const Component& module : mProject.Components.Listed()) {
+      if (!module.SourceForm) continue;
+      FindLostHandlers(module);
+      FindNeverRead(module);
+      FindOfOwnModule(module);
+    }
+  }
+
+ private:
+  void Take(const NameUse& use) {
+    if (use.Element) Note(*use.Element, use);
+    for (const CodeElement* candidate : use.Candidates) Note(*candidate, use);
+    if (const Block* procedure = ProcedureOf(use)) {
+      if (procedure != use.Element) Note(*procedure, use);
+      if (!use.InFalseBranch) CheckArguments(use, *procedure);
+    }
+    if (use.Answer == UseAnswer::Unknown && !use.Secondary && !use.InFalseBranch)
+      mUnknown.Add(*use.Module, use.Line, use.Column,
+                   "no declaration gives the name '" + std::string(use.Text) + "'");
+  }
+
+  void Note(const CodeElement& element, const NameUse& use) {
+    if (use.Kind == UseKind::Declare) return;
+    ElementUses& uses = mUses[&element];
+    // Whatever stands in a false branch may be the use of another build.
+    uses.IsRead = uses.IsRead || use.Reads || use.InFalseBranch || use.Kind == UseKind::Part ||
+                  IsCounter(use);
+    uses.IsWritten = uses.IsWritten || use.Writes;
+    uses.IsUsed = uses.IsUsed || !use.OwnProcedure;
+    const Component* home = element.OwnComponent();
+    uses.IsUsedElsewhere = uses.IsUsedElsewhere || home != use.Module;
+  }
+
+  // The loop reads what it counts with.
+  static bool IsCounter(const NameUse& use) {
+    return use.Writes && StartsWithNoCaseAscii(use.Statement, "For ");
+  }
+
+  void CheckArguments(const NameUse& use, const Block& procedure) {
+    if (!mArguments.IsWanted() || use.Kind != UseKind::Call || use.Secondary || use.OwnProcedure ||
+        procedure.IsPropertyType())
+      return;
+    const char* begin = use.Statement.data();
+    if (use.Text.data() < begin || use.Text.data() >= begin + use.Statement.size()) return;
+    const auto name = static_cast<std::size_t>(use.Text.data() - begin);
+    const std::optional<int> count = CountArguments(use.Statement, name, name + use.Text.size());
+    if (!count) return;
+    int least = 0, most = 0;
+    for (const Parameter& parameter : *procedure.Parameters) {
+      least += !parameter.IsOptional && !parameter.IsParamArray;
+      if (parameter.IsParamArray) return;
+      ++most;
+    }
+    if (*count >= least && *count <= most) return;
+    // The brackets may be the index of what it gives.
+    const bool givesIndexed = procedure.BlockType() == btFunction && *count > most && least == 0;
+    if (givesIndexed) return;
+    mArguments.Add(*use.Module, use.Line, use.Column,
+                   "'" + procedure.Name() + "' takes " +
+                       (least == most ? std::to_string(most)
+                                      : std::to_string(least) + " to " + std::to_string(most)) +
+                       (most == 1 ? " argument" : " arguments") + ", here are " +
+                       std::to_string(*count));
+  }
+
+  ElementUses UsesOf(const CodeElement& element) const {
+    const auto found = mUses.find(&element);
+    return found == mUses.end() ? ElementUses() : found->second;
+  }
+
+  // "Command1_Click" of a form without Command1, which nothing calls.
+  void FindLostHandlers(const Component& module) {
+    const ModuleKind& kind = KindOfModule(module.FileType);
+    if (!mEvents.IsWanted() || !kind.IsFormLike || !module.VBControl) return;
+    const auto sources = SourcesOf(module);
+    for (const Block& block : module.Blocks.Listed()) {
+      const std::size_t at = block.Name().rfind('_');
+      if (at == std::string::npos || at == 0 || block.BlockType() != btSub ||
+          block.IsEventProcedure || !block.Interface.str().empty() ||
+          block.AccessType() != atPrivate || UsesOf(block).IsUsed)
+        continue;
+      const std::string source = block.Name().substr(0, at);
+      const std::string event = block.Name().substr(at + 1);
+      if (!IsEvent(event, kind) || sources.contains(FoldKey(source))) continue;
+      if (EqualsNoCaseAscii(source + "_", kind.EventPrefix)) continue;
+      mEvents.Add(module, block.SourceLine(), 0,
+                  "'" + block.Name() + "' handles no event: there is no '" + source + "'");
+    }
+  }
+
+  static bool IsEvent(const std::string& name, const ModuleKind&) {
+    static constexpr const char* types[] = {
+        "TextBox", "CommandButton", "ListBox",    "PictureBox",  "Timer",     "ComboBox",
+        "Data",    "DriveListBox",  "DirListBox", "FileListBox", "HScrollBar"};
+    for (const char* type : types)
+      if (Builtins::Table().FindEvent(type, name)) return true;
+    return false;
+  }
+
+  static bool IsPlainType(std::string_view type) {
+    for (const char* name :
+         {"Boolean", "Byte", "Integer", "Long", "Single", "Double", "Currency", "Date", "String"})
+      if (EqualsNoCaseAscii(type, name)) return true;
+    return false;
+  }
+
+  void FindNeverRead(const Component& module) {
+    if (!mNeverRead.IsWanted()) return;
+    for (const Block& block : module.Blocks.Listed()) {
+      if (block.Name().empty()) continue;
+      for (const Variable& variable : *block.Variables) {
+        const ElementUses uses = UsesOf(variable);
+        if (!uses.IsWritten || uses.IsRead || variable.IsArray || !IsPlainType(variable.TypeName))
+          continue;
+        mNeverRead.Add(module, variable.SourceLine(), 0,
+                       "'" + variable.Name + "' is assigned and never read");
+      }
+    }
+  }
+
+  // Of standard modules: members of classes and forms may be reached at run time.
+  void FindOfOwnModule(const Component& module) {
+    if (!mOwnModule.IsWanted() || module.FileType != ftModule) return;
+    const auto check = [&](const auto& element, std::string_view word) {
+      const ElementUses uses = UsesOf(element);
+      if (element.AccessType() != atPublic || !uses.IsUsed || uses.IsUsedElsewhere) return;
+      if (EqualsNoCaseAscii(element.ElementName(), "Main")) return;
+      mOwnModule.Add(module, element.SourceLine(), 0,
+                     std::string(word) + " '" + element.ElementName() +
+                         "' is public and used by its own module alone");
+    };
+    for (const Block& block : module.Blocks.Listed()) {
+      if (!block.Name().empty() && !block.IsPropertyType()) check(block, "procedure");
+      if (block.BlockType() != btDeclarations) continue;
+      for (const Variable& variable : *block.Variables) check(variable, "variable");
+      for (const Constant& constant : *block.Constants) check(constant, "constant");
+    }
+    for (const DeclareDeclaration& declare : module.Declarations) check(declare, "Declare");
+  }
+
+  VBProject& mProject;
+  UseFindings mMembers, mEvents, mArguments, mUnknown, mNeverRead, mOwnModule;
+  std::unordered_map<const CodeElement*, ElementUses> mUses;
+};
+
+}  // namespace
+
+void FindByUses(VBProject& project, const RuleFilter& wanted, std::vector<Finding>& found) {
+  if (project.LanguageVersion() == lvVisualBasicDotNet || project.WasReadFromTypeLibrary) return;
+  UseRulesRun(project, wanted, found).Run();
+}
+
+}  // namespace vendrel
