@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "cli/Progress.h"
 #include "cli/ProjectSets.h"
 #include "cli/Report.h"
 #include "cli/Results.h"
@@ -142,9 +143,12 @@ void Check::CheckFolder(const std::string& path) {
   const auto files = ProjectFilesBelow(path, told);
   if (files.empty() && told.Count() == 0) return CheckModules(path);
   Tell(told);
+  ProgressOfMany progress(files.size(), mArguments.Common, mStreams);
   for (const FileSystemObject& file : files) {
+    progress.Step();
     told.Clear();
     CheckProject(file.FullPath(), &told);
+    progress.Clear();
     Tell(told);
   }
   if (files.empty()) return;

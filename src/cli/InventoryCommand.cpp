@@ -26,7 +26,7 @@ void AddFilesBelow(const std::string& path, Inventory& inventory) {
 // Programs are told whole paths, people those from where they stand.
 std::string FolderSeenFrom(const InventoryArguments& arguments) {
   std::string root = NativeRootOf(arguments.Common);
-  if (!root.empty() || arguments.Json) return root;
+  if (!root.empty() || arguments.Forms.Json) return root;
   return std::filesystem::current_path().string();
 }
 

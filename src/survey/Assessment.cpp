@@ -9,8 +9,6 @@
 namespace vendrel {
 namespace {
 
-std::int64_t SizeOf(std::size_t number) { return static_cast<std::int64_t>(number); }
-
 std::int64_t PercentOf(const VariantShare& share) {
   return share.Declared == 0 ? 0 : 100 * share.Variants / share.Declared;
 }

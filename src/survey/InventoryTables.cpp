@@ -9,8 +9,6 @@ namespace {
 // Columns of rows that totals are made of.
 constexpr std::size_t kControlCount = 1, kReferenceFound = 4;
 
-std::int64_t SizeOf(std::size_t number) { return static_cast<std::int64_t>(number); }
-
 Table Rows(std::string_view row, std::string_view title, std::vector<std::string_view> columns,
            std::vector<std::vector<TableValue>> rows = {}, std::string_view largestBy = {}) {
   return {row, title, std::move(columns), std::move(rows), largestBy};

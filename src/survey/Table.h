@@ -1,6 +1,7 @@
 #pragma once
 // Rows with names for their columns.
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -11,6 +12,8 @@ namespace vendrel {
 
 /// A text, a number or a truth value.
 using TableValue = std::variant<std::string, std::int64_t, bool>;
+/// A number of things as a table holds it.
+inline std::int64_t SizeOf(std::size_t number) { return static_cast<std::int64_t>(number); }
 
 struct Table {
   /// What a row is: "module". Also the name of the table.
