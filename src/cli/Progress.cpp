@@ -120,23 +120,27 @@ void ProgressBar::Finish() {
 
 ProgressOfMany::ProgressOfMany(std::size_t count, const CommonOptions& options,
                                const Streams& streams)
-    : mErr(streams.Err), mIsShowing(ShowsBar(options, streams)) {
-  Reached& reached = InUse<Reached>();
+    : mWorkspace(Workspace::Current()), mErr(streams.Err), mIsShowing(ShowsBar(options, streams)) {
+  Reached& reached = mWorkspace.Get<Reached>();
   reached.Begin();
   reached.Project = 0;
   reached.Projects = count;
 }
 
-ProgressOfMany::~ProgressOfMany() { InUse<Reached>().Projects = 0; }
+ProgressOfMany::~ProgressOfMany() { mWorkspace.Get<Reached>().Projects = 0; }
 
 void ProgressOfMany::Step() {
-  Reached& reached = InUse<Reached>();
+  Reached& reached = mWorkspace.Get<Reached>();
   if (reached.Project == reached.Projects) return;
   ++reached.Project;
   if (mIsShowing) ShowLine(reached, mErr);
 }
 
-void ProgressOfMany::Clear() { HideLine(InUse<Reached>(), mErr); }
+void ProgressOfMany::Add(const VBProject& project) {
+  mWorkspace.Get<Reached>().Before += project.Components.Count();
+}
+
+void ProgressOfMany::Clear() { HideLine(mWorkspace.Get<Reached>(), mErr); }
 
 std::string ReachedSoFar() {
   const Reached& reached = InUse<Reached>();

@@ -8,6 +8,7 @@
 
 #include "cli/Interrupts.h"
 #include "cli/Options.h"
+#include "core/Workspace.h"
 #include "project/VBProject.h"
 
 namespace vendrel::cli {
@@ -42,10 +43,13 @@ class ProgressOfMany {
   ProgressOfMany& operator=(const ProgressOfMany&) = delete;
   /// The next one is read.
   void Step();
+  /// Counts the modules of a project that was loaded beside this thread.
+  void Add(const VBProject& project);
   /// Takes the bar away, in front of what is told of the project.
   void Clear();
 
  private:
+  Workspace& mWorkspace;  // of the run; that of a project may be in use meanwhile
   std::ostream& mErr;
   bool mIsShowing;
 };

@@ -61,6 +61,7 @@ int VisitFolder(const std::string& path, const CommonOptions& options, const Str
     progress.Clear();
     if (!turn) break;
     if (!turn->Project) continue;
+    if (turn->IsAside) progress.Add(*turn->Project);
     const DiagnosticScope scope(&told, turn->Path);
     try {
       visit(*turn->Project);

@@ -23,6 +23,7 @@ struct ProjectsAhead::Slot {
 ProjectsAhead::Turn::Turn(ProjectsAhead& owner, Slot& slot)
     : Project(std::move(slot.Project)),
       Path(owner.mPaths[slot.Index]),
+      IsAside(slot.Own != nullptr),
       mOwner(owner),
       mSlot(slot),
       mUse(*slot.Surroundings) {}

@@ -46,6 +46,8 @@ class ProjectsAhead {
     /// Null if it could not be read.
     std::shared_ptr<VBProject> Project;
     std::string Path;
+    /// It was loaded in a workspace of its own.
+    bool IsAside = false;
 
    private:
     ProjectsAhead& mOwner;

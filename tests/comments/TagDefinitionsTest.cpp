@@ -103,7 +103,8 @@ TEST_F(UpgradeTest, FollowsChainsAndPutsOffWhereFlagged) {
 }
 
 TEST_F(UpgradeTest, TakesTheTableOfAHost) {
-  Use(R"({"tags": [{"TagIdentifier": "##note", "ElementType": 3},
+  Use(R"({"replace": true,
+          "tags": [{"TagIdentifier": "##note", "ElementType": 3},
                    {"TagIdentifier": "##OLD", "UpgradeTo": "##NOTE"}]})");
   EXPECT_EQ(Parsed("##old x").TagIdentifier, "##NOTE");
   EXPECT_FALSE(IsTaggedCommentText("##SUMMARY x"));
