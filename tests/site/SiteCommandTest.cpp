@@ -222,7 +222,7 @@ TEST_F(SiteCommand, XmlDocumentationOfSourceIsShown) {
   EXPECT_THAT(site.Faults(), testing::IsEmpty());
   EXPECT_THAT(site["A/C/index.html"], HasSubstr("see <a href=\"../D/index.html\">"));
   const std::string& add = site["A/C/Add.html"];
-  for (const char* part : {"Adds <code>n</code>.", "How <code>much</code>.", "<li>one</li>",
+  for (const char* part : {"Adds <em>n</em>.", "How <code>much</code>.", "<li>one</li>",
                            "<a class=\"t\" href=\"../D/index.html\">"})
     EXPECT_THAT(add, HasSubstr(part));
 }
