@@ -51,6 +51,7 @@ void Gather(const UnusedArguments& arguments, VBProject& project, UnusedRows& ro
   reach.UsedFromOutside = arguments.Used;
   for (VBProject* one : projects) {
     RefuseWithoutStatements(*one);
+    RefuseDotNet(*one);
     rows.AddFilesOf(*one);
     reach.Add(*one);
   }

@@ -16,11 +16,18 @@ std::vector<VBProject*> ProjectsTogether(VBProject& project) {
 }
 
 void RefuseWithoutStatements(const VBProject& project) {
-  const char* what = nullptr;
-  if (project.WasReadFromTypeLibrary) what = "a compiled library, which has no statements";
+  const bool isNet = project.LanguageVersion() == lvVisualBasicDotNet;
+  if (project.WasReadFromTypeLibrary || (isNet && project.ProjectFiles.Count() == 0))
+    throw ToolError(exFailed, project.FileName.NativePath() +
+                                  ": is a compiled library, which has no statements; give the "
+                                  "project that it was made from");
+}
+
+void RefuseDotNet(const VBProject& project) {
   if (project.LanguageVersion() == lvVisualBasicDotNet)
-    what = "VB.NET; calls and unused elements are told of Visual Basic 5 and 6";
-  if (what) throw ToolError(exFailed, project.FileName.NativePath() + ": is " + what);
+    throw ToolError(exFailed, project.FileName.NativePath() +
+                                  ": is VB.NET; what nobody uses is told of Visual Basic 5 and 6 "
+                                  "alone, calls shows both");
 }
 
 }  // namespace vendrel::cli

@@ -11,7 +11,9 @@ namespace vendrel::cli {
 /// none; nothing for the others of a group, which were looked at with its first.
 std::vector<VBProject*> ProjectsTogether(VBProject& project);
 
-/// Raises a `ToolError` for what has no statements in Visual Basic 5 or 6: VB.NET, libraries.
+/// Raises a `ToolError` for a compiled library, which has no statements.
 void RefuseWithoutStatements(const VBProject& project);
+/// Raises one for VB.NET, in which others enter a program than its startup object.
+void RefuseDotNet(const VBProject& project);
 
 }  // namespace vendrel::cli
