@@ -153,7 +153,8 @@ void ModuleBinder::ParseReDim(std::size_t from, std::size_t end) {
     }
     if (IsWord(at, end, word::Else)) return ParseStatement(at, end);
     const std::size_t name = at;
-    const bool isBare = IsWord(at, end) && !IsMark(at + 1, end, '.') && !IsMark(at + 1, end, '!');
+    const bool isBare = IsWord(at, end) && !IsWord(at, end, word::Me) &&
+                        !IsMark(at + 1, end, '.') && !IsMark(at + 1, end, '!');
     const bool isDeclared = !isBare || Local(At(at).Name) || mScope->Members.Find(At(at).Name) ||
                             mProject.Names.count(At(at).Name) > 0;
     if (!isDeclared && mPlace == Place::Procedure) {  // the only declaration of the array
@@ -163,7 +164,7 @@ void ModuleBinder::ParseReDim(std::size_t from, std::size_t end) {
       added.TypeKnown = true;
     }
     UseValue target = ParseChain(at, end, false);
-    if (!isDeclared)
+    if (!isDeclared && target.Record >= 0)
       Of(target.Record).Kind = UseKind::Declare;
     else
       MarkWrite(target, true);
