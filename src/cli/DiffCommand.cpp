@@ -2,126 +2,17 @@
 #include <optional>
 #include <sstream>
 
-#include "cli/Changes.h"
 #include "cli/Commands.h"
-#include "cli/DiffInputs.h"
+#include "cli/DiffTargets.h"
 #include "cli/GitRevision.h"
+#include "cli/Report.h"
 #include "cli/Results.h"
 #include "cli/TableWriter.h"
 #include "core/Ascii.h"
 #include "services/Paths.h"
-#include "survey/ApiReport.h"
-#include "survey/MovedCode.h"
 
 namespace vendrel::cli {
 namespace {
-
-struct DiffArguments {
-  CommonOptions Common;
-  std::string Before;
-  std::string After;
-  std::vector<std::string> Revisions;
-  bool Json = false;
-  bool Html = false;
-  bool NoText = false;
-  bool Places = false;
-  bool Comments = false;
-  bool Api = false;
-  bool AllModules = false;
-};
-
-ChangePlace PlaceOfProject(const std::string& path) {
-  return {FileSystemObject(path).FullPath(), 0};
-}
-
-/// Everything that differs, element by element.
-class TreeDiff final : public DiffTarget {
- public:
-  TreeDiff(const DiffArguments& arguments, std::ostream& out)
-      : mWriter(out, "diff", arguments.Common, arguments.Json) {
-    mOptions.Lines = !arguments.NoText;
-    mOptions.Places = arguments.Places;
-    mOptions.Comments = arguments.Comments;
-  }
-
-  void Projects(VBProject& before, VBProject& after) override {
-    const ElementPartners partners = FindMovedCode(before, after);
-    Compare(Describe(before), Describe(after), partners);
-  }
-  // Members of one name; code that moved from one to another counts as gone and added.
-  void Groups(VBProjectGroup& before, VBProjectGroup& after) override {
-    ElementPartners partners;
-    for (const VBProject& old : before.AllVBProjects())
-      for (const VBProject& now : after.AllVBProjects())
-        if (EqualsNoCaseAscii(old.ProjectName, now.ProjectName))
-          partners.merge(FindMovedCode(old, now));
-    Compare(Describe(before), Describe(after), partners);
-  }
-  void Alone(ChangeKind kind, const std::string& path) override {
-    Change change{kind, ElementKind::VBProject, {}, {}, {}, {}, {}, {}};
-    change.Element = FileSystemObject(path).BaseName();
-    (kind == ChangeKind::Gone ? change.PlaceBefore : change.PlaceAfter) = PlaceOfProject(path);
-    change.Word = RowOf(change.Class).Word;
-    change.Whole = {nullptr,        change.Word,        change.Class,
-                    change.Element, change.PlaceBefore, change.PlaceAfter};
-    mWriter.Write(change);
-  }
-
-  const ChangeWriter& Writer() const { return mWriter; }
-
- private:
-  void Compare(ElementRef before, ElementRef after, const ElementPartners& partners) {
-    mOptions.Partners = &partners;
-    mWriter.Compare(before, after, mOptions);
-  }
-
-  DifferenceOptions mOptions;
-  ChangeWriter mWriter;
-};
-
-/// What callers see, and whom each change breaks.
-class ApiDiff final : public DiffTarget {
- public:
-  explicit ApiDiff(const DiffArguments& arguments) {
-    mReport.NativeRoot = NativeRootOf(arguments.Common);
-    mOptions.AllModules = arguments.AllModules;
-  }
-
-  void Projects(VBProject& before, VBProject& after) override {
-    if (before.LanguageVersion() != after.LanguageVersion())
-      throw ToolError(exUsage, "'" + before.ProjectName + "' is bound by other rules than '" +
-                                   after.ProjectName +
-                                   "': one is VB.NET or an assembly, the other is not");
-    mReport.Add(SurfaceOf(before, mOptions), SurfaceOf(after, mOptions));
-  }
-  void Groups(VBProjectGroup& before, VBProjectGroup& after) override {
-    std::vector<VBProject*> added;
-    for (VBProject& now : after.AllVBProjects()) added.push_back(&now);
-    for (VBProject& old : before.AllVBProjects()) {
-      const auto partner = std::find_if(added.begin(), added.end(), [&](const VBProject* now) {
-        return EqualsNoCaseAscii(now->ProjectName, old.ProjectName);
-      });
-      if (partner == added.end()) {
-        mReport.AddAlone(old.ProjectName, {old.FileName.FullPath(), 0}, true);
-        continue;
-      }
-      Projects(old, **partner);
-      added.erase(partner);
-    }
-    for (const VBProject* now : added)
-      mReport.AddAlone(now->ProjectName, {now->FileName.FullPath(), 0}, false);
-  }
-  void Alone(ChangeKind kind, const std::string& path) override {
-    mReport.AddAlone(FileSystemObject(path).BaseName(), PlaceOfProject(path),
-                     kind == ChangeKind::Gone);
-  }
-
-  const ApiReport& Report() const { return mReport; }
-
- private:
-  SurfaceOptions mOptions;
-  ApiReport mReport;
-};
 
 // A run on two paths: what it writes, and its exit code.
 int DiffPaths(const DiffArguments& arguments, const std::string& before, const std::string& after,
