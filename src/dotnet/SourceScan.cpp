@@ -4,7 +4,6 @@
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
-#include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "services/BinaryText.h"
 #include "text/Masking.h"
@@ -162,81 +161,6 @@ void SourceScan::AddComponent(const std::shared_ptr<Component>& component) {
   if (space && isNew) ListOf(*space, *component).Add(component, component->Name);
   if (isNew) mFile.Components.Add(component, key);
   mProject.TypeCache.Add(key, kKnownType);
-}
-
-// --- Lines into modules -------------------------------------------------------------------------
-
-void SourceScan::AddLine(Component& component, std::string_view line, std::string_view next) {
-  ModuleIntake& intake = component.Intake();
-  intake.NextLine = next;
-  intake.PhysicalLine = mLine;
-  intake.LineStored = false;
-  try {
-    component.AddLineOfCode(line);
-  } catch (const VendrelError& error) {
-    VendrelError passed = error;
-    passed.AddContext("SourceScan.AddLine", "SourceScan", mLine).Local("Line", line).Of(component);
-    if (mProject.AskAboutFailure(passed, mFile.FileName.FullPath(), mLine) == StepOver::Raise)
-      throw passed;
-    Report(DiagnosticCode::LineNotUnderstood, {Trim(line)});
-    const bool stored = intake.LineStored;
-    FinishPart(component);
-    if (!stored) StoreRaw(component, line);
-  }
-  NoteDelegate(component);
-  NoteBlock(component);
-}
-
-void SourceScan::NoteBlock(const Component& component) {
-  if (mTypes.empty() || !mTypes.back().IsLaterPart) return;
-  OpenType& part = mTypes.back();
-  Block* block = component.CurrentBlock.Get();
-  if (part.Module.get() != &component || !block) return;
-  if (part.Blocks.empty() || part.Blocks.back().Get() != block) part.Blocks.emplace_back(block);
-}
-
-// A line of a list of its own, not interpreted.
-void SourceScan::StoreRaw(Component& component, std::string_view line, LineTypeEnum type) {
-  Block& block = *component.CurrentBlock.Get();
-  ParsedLine parsed;
-  parsed.Text = line;
-  parsed.StatementPart = line;
-  parsed.LineType = type;
-  ++block.Intake().mCurrentLineIndex;
-  StoreLine(block, parsed);
-}
-
-void SourceScan::NoteDelegate(Component& component) {
-  const std::shared_ptr<Block>& block = component.Intake().DetachedBlock;
-  if (!block || !(mRules.NetKeepSource || mRules.NetXmlComments)) return;
-  for (auto known = mScanned.Delegates.rbegin(); known != mScanned.Delegates.rend(); ++known)
-    if (*known == block) return;
-  mScanned.Delegates.push_back(block);
-}
-
-// The lines of a statement that never became complete.
-void SourceScan::FinishPart(Component& component) {
-  ModuleIntake& intake = component.Intake();
-  for (PendingLine& pending : intake.ContinuationBuffer)
-    StoreLine(*component.CurrentBlock.Get(), pending.Line);
-  intake.ContinuationBuffer.clear();
-  intake.PreviousContinued = false;
-}
-
-void SourceScan::FeedLines(Component& component, const SourceStatement& statement) {
-  for (std::size_t i = 0; i < statement.Lines.size(); ++i) {
-    mLine = statement.FirstLine + static_cast<std::int32_t>(i);
-    if (i >= statement.InsideFrom) {
-      if (i == statement.InsideFrom) FinishPart(component);
-      StoreRaw(component, statement.Lines[i]);
-      continue;
-    }
-    // What a statement declares stands in front of the first literal of several lines.
-    component.Intake().EndsStatement = i + 1 == statement.InsideFrom;
-    AddLine(component, statement.Lines[i],
-            i + 1 < statement.Lines.size() ? statement.Lines[i + 1] : statement.Next);
-  }
-  component.Intake().EndsStatement = false;
 }
 
 // --- As described -------------------------------------------------------------------------------
