@@ -6,6 +6,7 @@ namespace vendrel {
 namespace {
 
 constexpr std::size_t kMostParts = 8;  // of a dotted name
+constexpr int kMostBases = 40;         // of classes above one another
 
 }  // namespace
 
@@ -45,7 +46,14 @@ const Component* ModuleBinder::NetTypeOf(std::size_t from, std::size_t to) {
     }
     name += "`" + std::to_string(arguments);
   }
-  return mScopes.NetType(*mModule, name);
+  if (const Component* type = mScopes.NetType(*mModule, name)) return type;
+  // Types of the classes above it.
+  const Component* above = mScopes.Of(*mModule).Above;
+  for (int level = 0; above && !IsLibrary(*above) && level < kMostBases; ++level) {
+    if (const Component* type = mScopes.NetType(*above, name)) return type;
+    above = mScopes.Of(*above).Above;
+  }
+  return nullptr;
 }
 
 // A dotted name, the shortest front of which is a type: the words in front of it qualify.

@@ -153,7 +153,8 @@ void ModuleBinder::ParseReDim(std::size_t from, std::size_t end) {
     }
     if (IsWord(at, end, word::Else)) return ParseStatement(at, end);
     const std::size_t name = at;
-    const bool isBare = IsWord(at, end) && !IsMark(at + 1, end, '.') && !IsMark(at + 1, end, '!');
+    const bool isBare = IsWord(at, end) && !IsWord(at, end, word::Me) &&
+                        !IsMark(at + 1, end, '.') && !IsMark(at + 1, end, '!');
     const bool isDeclared = !isBare || Local(At(at).Name) || mScope->Members.Find(At(at).Name) ||
                             mProject.Names.count(At(at).Name) > 0;
     if (!isDeclared && mPlace == Place::Procedure) {  // the only declaration of the array
@@ -163,7 +164,7 @@ void ModuleBinder::ParseReDim(std::size_t from, std::size_t end) {
       added.TypeKnown = true;
     }
     UseValue target = ParseChain(at, end, false);
-    if (!isDeclared)
+    if (!isDeclared && target.Record >= 0)
       Of(target.Record).Kind = UseKind::Declare;
     else
       MarkWrite(target, true);
@@ -195,40 +196,6 @@ void ModuleBinder::ParseRaise(std::size_t from, std::size_t end) {
   ParseList(at, end);
 }
 
-// Open name For mode [Access ...] [Lock ...] As [#]number [Len = length]
-void ModuleBinder::ParseOpen(std::size_t from, std::size_t end) {
-  const std::size_t mode = FindWord(from, end, word::For);
-  const std::size_t as = FindWord(from, end, word::As);
-  std::size_t at = from;
-  const std::size_t nameEnd = std::min(mode, as);
-  ParseArguments(at, nameEnd, {});
-  SkipAll(nameEnd, as);
-  at = as;
-  SkipIf(at, end, word::As);
-  const std::size_t length = FindWord(at, end, word::Len);
-  ParseArguments(at, length, {});
-  at = length;
-  if (!SkipIf(at, end, word::Len)) return;
-  if (IsMark(at, end, '=')) ++at;
-  ParseList(at, end);
-}
-
-// Get #number, position, variable
-void ModuleBinder::ParseGet(std::size_t from, std::size_t end) {
-  std::size_t at = from;
-  for (int comma = 0; at < end && comma < 2;) {
-    const std::size_t before = at;
-    ParseExpression(at, end);
-    if (IsMark(at, end, ',')) {
-      ++comma;
-      ++at;
-    } else if (at == before) {
-      ++at;
-    }
-  }
-  ParseTargets(at, end);
-}
-
 // Mid(text, start, length) = value: the first argument is written.
 bool ModuleBinder::ParseMidTarget(std::size_t from, std::size_t end) {
   if (!(IsWord(from, end, word::Mid) || IsWord(from, end, word::MidB))) return false;
@@ -254,58 +221,6 @@ bool ModuleBinder::ParseMidTarget(std::size_t from, std::size_t end) {
 void ModuleBinder::DeclareLabel(std::size_t at) {
   const std::int32_t record = AddUse(at, UseKind::Declare, UseAnswer::Label);
   Of(record).Element = nullptr;
-}
-
-bool ModuleBinder::ParseInputOutput(std::size_t from, std::size_t end) {
-  const std::size_t next = from + 1;
-  const bool assigns = IsMark(next, end, '=') || IsMark(next, end, '.');
-  switch (At(from).Name) {
-    case word::Open:
-      if (assigns || FindWord(next, end, word::As) == end) return false;
-      break;
-    case word::Close:
-    case word::Get:
-    case word::Put:
-    case word::Seek:
-    case word::Lock:
-    case word::Unlock:
-    case word::Write:
-      if (assigns || IsMark(next, end, '(')) return false;
-      break;
-    case word::Input:
-    case word::Print:
-    case word::Width:
-      if (!IsMark(next, end, '#')) return false;
-      break;
-    case word::Line:
-      if (!IsWord(next, end, word::Input)) return false;
-      break;
-    case word::Name:
-      if (assigns || FindWord(next, end, word::As) == end) return false;
-      break;
-    default: return false;
-  }
-  const Symbol first = At(from).Name;
-  std::size_t at = from;
-  Skip(at);
-  if (first == word::Open) {
-    ParseOpen(at, end);
-  } else if (first == word::Get) {
-    ParseGet(at, end);
-  } else if (first == word::Input || first == word::Line) {
-    SkipIf(at, end, word::Input);
-    ParseExpression(at, end);
-    ParseTargets(at, end);
-  } else if (first == word::Name) {
-    const std::size_t as = FindWord(at, end, word::As);
-    ParseList(at, as);
-    at = as;
-    SkipIf(at, end, word::As);
-    ParseList(at, end);
-  } else {
-    ParseList(at, end);
-  }
-  return true;
 }
 
 bool ModuleBinder::ParseControlFlow(std::size_t from, std::size_t end) {

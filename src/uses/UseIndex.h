@@ -1,6 +1,6 @@
 #pragma once
 // All uses of projects, gathered on demand: by element, and as edges between elements. A use costs
-// 48 bytes, and texts are not kept.
+// 40 bytes, and texts are not kept.
 
 #include <cstdint>
 #include <span>

@@ -1,0 +1,122 @@
+// Names of VB.NET source. Those of the framework are left out of what is compared: whether its
+// assemblies are on this machine decides what they mean.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "dotnet/NetProjects.h"
+#include "uses/ShownUses.h"
+
+namespace vendrel {
+namespace {
+
+constexpr const char* kTypes =
+    "Namespace Inner\n"
+    "  Public Enum Colour\n    Red = 1\n    Dark = Red * 2\n  End Enum\n"
+    "  Public Structure Pt\n    Public X As Integer\n  End Structure\n"
+    "  Public Interface IThing\n    Sub Go(n As Integer)\n  End Interface\n"
+    "  Public Class Base\n"
+    "    Protected mItems As New List(Of Base)\n"
+    "    Public Event Hit(ByVal n As Integer)\n"
+    "    Public Overridable Property Size As Integer\n"
+    "    Public Class Nested\n      Public Deep As Integer\n    End Class\n"
+    "    Public Shared Function Make(Of T)(a As T, Optional ByRef b As Integer = 1) As Base\n"
+    "      Return New Base\n    End Function\n"
+    "  End Class\n"
+    "End Namespace\n"
+    "Module Util\n"
+    "  Public Const Limit = 3\n"
+    "  Function Twice(n As Integer) As Integer\n  End Function\n"
+    "  Function Twice(n As Integer, s As String) As String\n  End Function\n"
+    "End Module\n";
+
+// The class User with those members, beside the types above.
+class Users : public test::NetProject {
+ public:
+  explicit Users(const std::string& members)
+      : test::NetProject(
+            {{"A.vb", kTypes},
+             {"B.vb", "Public Class User\n  Inherits Inner.Base\n" + members + "End Class\n"}},
+            test::Complete(), "Root") {
+    Resolve();
+  }
+  // Of the class, behind its first two lines.
+  std::string Uses() {
+    std::string all;
+    UseBinder binder(*Project);
+    for (const Component& module : std::as_const(Project->Components).Listed()) {
+      if (module.Name != "User") continue;
+      binder.Bind(module, [&](const NameUse& use) {
+        const bool isForeign =
+            use.Answer == UseAnswer::External || use.Answer == UseAnswer::Library;
+        if (use.Line < 3 || isForeign) return;
+        if (!all.empty()) all += "; ";
+        all += test::Shown(use, false);
+        EXPECT_EQ(use.Module, &module);
+      });
+    }
+    return all;
+  }
+};
+
+struct NetRow {
+  const char* Members;
+  const char* Uses;
+};
+
+TEST(NetUses, FollowTheRulesOfVBNet) {
+  const NetRow rows[] = {
+      {"Sub S(n As Integer)\nDim p As New Inner.Pt With {.X = n}, q = New Inner.Base()\np.X += "
+       "Limit\nq.Size = p.X\nEnd Sub\n",
+       "Inner qualify project; Pt new project; X write field; n read parameter; Inner qualify "
+       "project; Base new project; p part local; X write field; Limit read project; q read local; "
+       "Size write set project; p read local; X read field"},
+      {"Sub S(n As Integer)\nDim b = Inner.Base.Make(Of Integer)(1, n)\nb.Size = "
+       "Util.Twice(n, \"\")\nEnd Sub\n",
+       "Inner qualify project; Base read project; Make call project; n by-reference parameter; b "
+       "read local; Size write set project; Util read project; Twice call project; n read "
+       "parameter"},
+      {"Sub S(n As Integer)\nDim c As Inner.Colour =\n  Inner.Colour.Red Or _\n  "
+       "Inner.Colour.Dark\nEnd Sub\n",
+       "Inner qualify project; Colour type project; Inner qualify project; Colour read project; "
+       "Red "
+       "read enumeration-member; Inner qualify project; Colour read project; Dark read "
+       "enumeration-member"},
+      {"Private mName As String\nProperty Total As Integer\nGet\nReturn Size\nEnd Get\nSet(value "
+       "As "
+       "Integer)\nmName = $\"{value:0} of {Size}\"\nEnd Set\nEnd Property\n",
+       "Size read get project; mName write own-module; value read parameter; Size read get "
+       "project"},
+      {"Sub S(n As Integer)\nDim z = From i In mItems Where i IsNot Me AndAlso n > 1\n        "
+       "Select "
+       "i\nmItems.ForEach(Sub(x) n = x)\nAddHandler Me.Hit, Sub(k)\n  n = k\nEnd Sub\nn = "
+       "If(n > 1, CType(z, Integer), 0)\nEnd Sub\n",
+       "mItems read project; i read local; n read parameter; i read local; mItems read project; n "
+       "write parameter; x read parameter; Hit read project; n write parameter; k read parameter; "
+       "n write parameter; n read parameter; z read local"},
+      {"Private WithEvents mBase As Inner.Base\nPrivate Sub H(n As Integer) Handles mBase.Hit, "
+       "MyBase.Hit\nTry\nFor Each i As Integer In {n}\nn = i\nNext\nCatch e As Exception When n = "
+       "1\nThrow e\nEnd Try\nEnd Sub\n",
+       "Inner qualify project; Base type project; mBase handle own-module; Hit handle project; Hit "
+       "handle project; n read parameter; n write parameter; i read local; n read parameter; e "
+       "read local"},
+      {"Function F(Of T)(a As T) As T\nDim d As New Nested With {.Deep = 1}\nReturn "
+       "Later(a)\nEnd Function\nFunction Later(Of U)(a As U) As U\nEnd Function\n",
+       "T type type; T type type; Nested new project; Deep write project; Later call own-module; a "
+       "read parameter; U type type; U type type"},
+  };
+  for (const NetRow& row : rows) EXPECT_EQ(Users(row.Members).Uses(), row.Uses) << row.Members;
+}
+
+TEST(NetUses, AreTheSameByFileAndByModule) {
+  Users project("Sub S(n As Integer)\nn = Size\nEnd Sub\n");
+  std::size_t whole = 0, single = 0;
+  UseBinder binder(*project.Project, {true, true});
+  binder.BindAll([&](const NameUse&) { ++whole; });
+  for (const Component& module : std::as_const(project.Project->Components).Listed())
+    binder.Bind(module, [&](const NameUse&) { ++single; });
+  EXPECT_GT(whole, 30u);
+  EXPECT_EQ(whole, single);
+}
+
+}  // namespace
+}  // namespace vendrel
