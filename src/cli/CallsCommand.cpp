@@ -6,6 +6,7 @@
 #include "cli/Elements.h"
 #include "cli/Inputs.h"
 #include "cli/JsonLines.h"
+#include "cli/ReferencedLibraries.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
 #include "cli/UseSets.h"
@@ -24,6 +25,7 @@ struct CallsArguments {
   bool Callers = false;
   bool Callees = false;
   int Depth = 1;
+  bool Libraries = false;
   bool Modules = false;
   bool Fan = false;
   bool Dot = false;
@@ -44,7 +46,11 @@ class CallsShown {
     const std::vector<VBProject*> projects = ProjectsTogether(project);
     for (const VBProject* one : projects) RefuseWithoutStatements(*one);
     CallGraph graph;
-    for (VBProject* one : projects) graph.Add(*one);
+    graph.WithLibraries = mArguments.Libraries;
+    for (VBProject* one : projects) {
+      mLibraries.Load(*one);
+      graph.Add(*one);
+    }
     mDrawn.clear();
     mKnown.clear();
     std::vector<CallEdge> between;
@@ -188,6 +194,7 @@ class CallsShown {
   const CallsArguments& mArguments;
   std::ostream& mOut;
   JsonLines mJson;
+  ReferencedLibraries mLibraries;
   ShownPaths mPaths;
   std::vector<const CallEdge*> mDrawn;
   std::unordered_set<const CallEdge*> mKnown;  // those that are drawn
@@ -243,6 +250,8 @@ void AddCallsCommand(CLI::App& app, Job& job) {
   command
       ->add_option("--reaches", arguments->Reaches, "A shortest chain of calls from NAME to this")
       ->type_name("NAME");
+  command->add_flag("--libraries", arguments->Libraries,
+                    "With members of libraries and assemblies that could be read");
   auto* modules = command->add_flag("--modules", arguments->Modules, "Calls between modules");
   auto* fan = command->add_flag("--fan", arguments->Fan,
                                 "Each procedure with how many call it, and how many it calls");

@@ -4,6 +4,7 @@
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/JsonLines.h"
+#include "cli/ReferencedLibraries.h"
 #include "cli/Report.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
@@ -44,7 +45,8 @@ const VBProject* ProjectWith(const UnusedFinding& finding, const VBProject& othe
   return home && home->VBProject() ? home->VBProject() : &otherwise;
 }
 
-void Gather(const UnusedArguments& arguments, VBProject& project, UnusedRows& rows) {
+void Gather(const UnusedArguments& arguments, VBProject& project, ReferencedLibraries& libraries,
+            UnusedRows& rows) {
   const std::vector<VBProject*> projects = ProjectsTogether(project);
   if (projects.empty()) return;
   Reach reach;
@@ -52,6 +54,7 @@ void Gather(const UnusedArguments& arguments, VBProject& project, UnusedRows& ro
   for (VBProject* one : projects) {
     RefuseWithoutStatements(*one);
     RefuseDotNet(*one);
+    libraries.Load(*one);
     rows.AddFilesOf(*one);
     reach.Add(*one);
   }
@@ -96,8 +99,9 @@ int RunUnused(const UnusedArguments& arguments, const Streams& streams) {
   bool any = false;
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
     UnusedRows rows;
+    ReferencedLibraries libraries;
     code = ForEachProject(arguments.File, arguments.Common, streams,
-                          [&](VBProject& project) { Gather(arguments, project, rows); });
+                          [&](VBProject& project) { Gather(arguments, project, libraries, rows); });
     JsonLines json(out, "unused", arguments.Common, arguments.Json);
     ShownPaths paths;
     for (const UnusedRow* row : rows.Agreed()) {

@@ -38,6 +38,17 @@ const CodeElement* CalledCandidate(const NameUse& use, const CodeElement* candid
   return procedure ? procedure : candidate;
 }
 
+bool IsOfLibrary(const CodeElement& element) {
+  const Component* module = element.OwnComponent();
+  if (!module) return false;
+  const VBProject* project = module->VBProject();
+  if (!project) return true;  // a type that the resolver of VB.NET names built
+  // Types of assemblies stand in projects without source files.
+  const bool isAssembly = project->ProjectFiles.Count() == 0 &&
+                          (project->Assembly() || project->ProjectName.empty());
+  return project->WasReadFromTypeLibrary || isAssembly;
+}
+
 }  // namespace
 
 bool IsCallable(const CodeElement* element) {
@@ -61,7 +72,7 @@ void CallGraph::Add(const NameUse& use) {
   if (!use.Holder || !IsCallKind(use)) return;
   const bool sure = use.Answer != UseAnswer::Late && use.Answer != UseAnswer::Ambiguous;
   const auto add = [&](const CodeElement* to) {
-    if (!IsCallable(to)) return;
+    if (!IsCallable(to) || (!WithLibraries && IsOfLibrary(*to))) return;
     const bool answers = use.Kind == UseKind::Handle || use.Kind == UseKind::Implements;
     if (answers)
       AddEdge(to, use.Holder, use.Kind, sure, use);

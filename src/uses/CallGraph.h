@@ -52,6 +52,9 @@ struct CallStep {
 /// The calls of one or several projects. Add all of them first, then ask.
 class CallGraph {
  public:
+  /// Calls of members of libraries and assemblies that were read are edges, too. Set before `Add`.
+  bool WithLibraries = false;
+
   /// Binds all modules of a project and adds their calls. The tree must outlive the graph.
   void Add(VBProject& project);
   /// Adds one use, if it is a call, for those who bind themselves.

@@ -104,6 +104,11 @@ class Reach {
   std::unordered_set<const Component*> mInterfaces;
 };
 
+/// Modules without a project file, of which nobody knows who uses them.
+bool IsLooseProject(const VBProject& project);
+/// An ActiveX DLL, EXE or control.
+bool IsLibraryProject(const VBProject& project);
+
 /// Whether a class, form or control is meant, of which there are objects, and no standard module.
 bool HasObjects(const Component& module);
 
