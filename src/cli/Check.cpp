@@ -144,7 +144,8 @@ void Check::CheckFolder(const std::string& path) {
   if (files.empty()) return;
   for (const FileSystemObject& file : SourceFilesBelow(path)) {
     mEstate.AddFile(file);
-    mFilesByLeaf.try_emplace(FoldKey(file.LeafName()), file.FullPath());
+    const auto [leaf, isNew] = mFilesByLeaf.try_emplace(FoldKey(file.LeafName()), file.FullPath());
+    if (!isNew) leaf->second.clear();
   }
   for (const FileSystemObject& file : files) {
     told.Clear();
@@ -224,7 +225,7 @@ void Check::CheckLoaded(VBProject& project, const CommentWatch& comments) {
 void Check::TellWhereItMayBe(Finding& finding) {
   if (finding.Rule->Id != CodeName(DiagnosticCode::MissingModule)) return;
   const auto file = mFilesByLeaf.find(FoldKey(FileSystemObject(finding.Path).LeafName()));
-  if (file != mFilesByLeaf.end())
+  if (file != mFilesByLeaf.end() && !file->second.empty())
     finding.Text += "; " + mPaths.Of(file->second) + " bears that name";
 }
 

@@ -71,7 +71,7 @@ class Check {
   Baseline mKnown, mNew;
   std::unique_ptr<FindingOutput> mOutput;
   EstateRules mEstate;
-  /// Of the source files below the folders that are checked, the first of each name.
+  /// Source files below the folders that are checked, by their names; empty for a name of several.
   std::unordered_map<std::string, std::string> mFilesByLeaf;
   ShownPaths mPaths;
   ProjectCounts mCounts;
