@@ -143,6 +143,12 @@ void Check::CheckFolder(const std::string& path) {
   const auto files = ProjectFilesBelow(path, told);
   if (files.empty() && told.Count() == 0) return CheckModules(path);
   Tell(told);
+  if (files.empty()) return;
+  for (const FileSystemObject& file : SourceFilesBelow(path)) {
+    mEstate.AddFile(file);
+    const auto [leaf, isNew] = mFilesByLeaf.try_emplace(FoldKey(file.LeafName()), file.FullPath());
+    if (!isNew) leaf->second.clear();
+  }
   ProgressOfMany progress(files.size(), mArguments.Common, mStreams);
   for (const FileSystemObject& file : files) {
     progress.Step();
@@ -151,8 +157,6 @@ void Check::CheckFolder(const std::string& path) {
     progress.Clear();
     Tell(told);
   }
-  if (files.empty()) return;
-  for (const FileSystemObject& file : SourceFilesBelow(path)) mEstate.AddFile(file);
 }
 
 // The members one after the other, as they would be alone; those that the group names in vain are
@@ -215,10 +219,21 @@ void Check::CheckLoaded(VBProject& project, const CommentWatch& comments) {
   FindByUses(
       project, [&](const Rule& rule) { return mSettings.IsOnIn(project, rule); }, findings);
   ProjectSources sources(project);
-  for (Finding& finding : findings) sources.Complete(finding);
+  for (Finding& finding : findings) {
+    sources.Complete(finding);
+    TellWhereItMayBe(finding);
+  }
   Tell(std::move(findings), project.FileName.FullPath());
   mCounts.Add(project);
   mEstate.Add(project);
+}
+
+// A module that is missing has often been moved.
+void Check::TellWhereItMayBe(Finding& finding) {
+  if (finding.Rule->Id != CodeName(DiagnosticCode::MissingModule)) return;
+  const auto file = mFilesByLeaf.find(FoldKey(FileSystemObject(finding.Path).LeafName()));
+  if (file != mFilesByLeaf.end() && !file->second.empty())
+    finding.Text += "; " + mPaths.Of(file->second) + " bears that name";
 }
 
 void Check::SumUpReferences() {

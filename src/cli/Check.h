@@ -6,12 +6,14 @@
 #include <set>
 #include <string>
 #include <tuple>
+#include <unordered_map>
 #include <vector>
 
 #include "cli/CheckSettings.h"
 #include "cli/FindingOutput.h"
 #include "cli/Inputs.h"
 #include "cli/ProjectCounts.h"
+#include "cli/Report.h"
 #include "survey/Baseline.h"
 #include "survey/EstateRules.h"
 
@@ -52,6 +54,7 @@ class Check {
   void CheckProject(const std::string& path, Diagnostics* told);
   void Begin(VBProject& project, CommentWatch& comments);
   void CheckLoaded(VBProject& project, const CommentWatch& comments);
+  void TellWhereItMayBe(Finding& finding);
   void SumUpReferences();
   void Tell(const Diagnostics& diagnostics);
   void Tell(std::vector<Finding> findings, const std::string& first);
@@ -68,6 +71,9 @@ class Check {
   Baseline mKnown, mNew;
   std::unique_ptr<FindingOutput> mOutput;
   EstateRules mEstate;
+  /// Source files below the folders that are checked, by their names; empty for a name of several.
+  std::unordered_map<std::string, std::string> mFilesByLeaf;
+  ShownPaths mPaths;
   ProjectCounts mCounts;
   /// What was told fails, or tells that input was not read.
   bool mFails = false, mIsUnread = false;

@@ -54,6 +54,12 @@ TEST_F(CheckGate, EndsByTheLevelsOfWhatIsTold) {
   Check({"--rule", "unread-project=note", "--rule", off}, exDone);
 }
 
+TEST_F(CheckGate, TellsWhereAMissingModuleMayBe) {
+  mFiles.Add("/p/old/GONE.bas", "");
+  EXPECT_THAT(Check({}, exNo), HasSubstr("A.vbp:3: warning: module file not found: /p/gone.bas; "
+                                         "/p/old/GONE.bas bears that name [missing-module]\n"));
+}
+
 TEST_F(CheckGate, AsksTheSettingsNearestToTheFile) {
   mFiles.Add("/.vendrelmodel.toml",
              "[rules]\nmissing-module = \"off\"\noption-explicit = \"error\"\n");
