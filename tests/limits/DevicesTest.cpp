@@ -49,7 +49,7 @@ const Role kRoles[] = {
     {"comment file", "c.xml", {"tree", "%/P.vbp", "--comment-file", "*"}, cli::exFailed, kRefused},
     {"tag table", "t.json", {"tree", "%/P.vbp", "--tags", "*"}, cli::exFailed, kRefused},
     {"settings", "s.reg", {"build", "%/P.vbp"}, cli::exUsage, "no compiler is registered"},
-    {"result", "out", {"dump", "%/P.vbp", "-o", "*"}, cli::exFailed, kRefused},
+    {"result", "out", {"dump", "%/P.vbp", "-o", "*"}, cli::exFailed, "nobody reads", true},
     {"written module", "copy/M.bas", kCopy, cli::exFailed, kRefused},
     {"written project", "copy/P.vbp", kCopy, cli::exFailed, kRefused},
     {"file beside a module", "M.txt", kCopy, cli::exFailed, "M.txt is not copied", true},
