@@ -104,7 +104,7 @@ TEST_F(UpgradeTest, FollowsChainsAndPutsOffWhereFlagged) {
 
 TEST_F(UpgradeTest, TakesTheTableOfAHost) {
   Use(R"({"tags": [{"TagIdentifier": "##note", "ElementType": 3},
-                   {"TagIdentifier": "##OLD", "UpgradeTo": "##NOTE"}]})");
+                   {"TagIdentifier": "##OLD", "UpgradeTo": "##NOTE"}], "replace": true})");
   EXPECT_EQ(Parsed("##old x").TagIdentifier, "##NOTE");
   EXPECT_FALSE(IsTaggedCommentText("##SUMMARY x"));
   EXPECT_FALSE(IsTaggedCommentText("## x")) << "it would become a summary, which is not defined";
