@@ -1,5 +1,6 @@
 #include "cli/Results.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -101,7 +102,16 @@ bool IsClosedPipe() {
   return errno == EPIPE || (poll(&output, 1, 0) > 0 && (output.revents & POLLERR) != 0);
 }
 
+// A pipe that nobody reads is told, and not waited for.
+void RefuseUnread(const std::string& path) {
+  const int handle = open(NativeTarget(path).c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+  if (handle < 0 && errno == ENXIO)
+    throw ToolError(exFailed, path + ": cannot be written: a pipe that nobody reads");
+  if (handle >= 0) close(handle);
+}
+
 void WriteToDevice(const std::string& path, const std::function<void(std::ostream&)>& write) {
+  RefuseUnread(path);
   std::ofstream out(NativeTarget(path), std::ios::binary);
   if (out) write(out);
   out.close();

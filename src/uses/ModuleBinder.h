@@ -306,7 +306,6 @@ class ModuleBinder {
   bool mStepEnds = false;
   bool mGraphics = false;
   bool mFalseBranch = false;
-  bool mUnread = false;
 
   std::vector<PendingUse> mUses;
   std::vector<std::uint32_t> mOrder;

@@ -103,9 +103,8 @@ TEST_F(UpgradeTest, FollowsChainsAndPutsOffWhereFlagged) {
 }
 
 TEST_F(UpgradeTest, TakesTheTableOfAHost) {
-  Use(R"({"replace": true,
-          "tags": [{"TagIdentifier": "##note", "ElementType": 3},
-                   {"TagIdentifier": "##OLD", "UpgradeTo": "##NOTE"}]})");
+  Use(R"({"tags": [{"TagIdentifier": "##note", "ElementType": 3},
+                   {"TagIdentifier": "##OLD", "UpgradeTo": "##NOTE"}], "replace": true})");
   EXPECT_EQ(Parsed("##old x").TagIdentifier, "##NOTE");
   EXPECT_FALSE(IsTaggedCommentText("##SUMMARY x"));
   EXPECT_FALSE(IsTaggedCommentText("## x")) << "it would become a summary, which is not defined";

@@ -1,6 +1,5 @@
-// Whatever file a project, an option (but -o, which takes them) or the settings name may be a pipe
-// that nobody writes to, or a device that never ends: it is told, and never waited for. What may
-// hang is guarded by a signal.
+// Whatever file a project, an option or the settings name may be a pipe that nobody writes to, or a
+// device that never ends: it is told, and never waited for. What may hang is guarded by a signal.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -50,6 +49,7 @@ const Role kRoles[] = {
     {"comment file", "c.xml", {"tree", "%/P.vbp", "--comment-file", "*"}, cli::exFailed, kRefused},
     {"tag table", "t.json", {"tree", "%/P.vbp", "--tags", "*"}, cli::exFailed, kRefused},
     {"settings", "s.reg", {"build", "%/P.vbp"}, cli::exUsage, "no compiler is registered"},
+    {"result", "out", {"dump", "%/P.vbp", "-o", "*"}, cli::exFailed, "nobody reads", true},
     {"written module", "copy/M.bas", kCopy, cli::exFailed, kRefused},
     {"written project", "copy/P.vbp", kCopy, cli::exFailed, kRefused},
     {"file beside a module", "M.txt", kCopy, cli::exFailed, "M.txt is not copied", true},
