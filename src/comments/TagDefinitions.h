@@ -84,11 +84,11 @@ const TaggedCommentDef* FindTagDefinition(std::string_view TagIdentifier);
 const TaggedCommentDefs& BuiltinTagDefinitions();
 
 /// A table from JSON text: an object with an array "tags" of objects with the property names of
-/// `TaggedCommentDef`. Behind them stand the built-in tags that are not among them, unless the object
-/// says "replace": true. `name` is the file named in failures. Raises 5 for text that is malformed
-/// (with line and column), and for an entry (named by number and tag) that lacks its tag, has an
-/// unknown property or a value of the wrong kind, repeats a tag, or whose `UpgradeTo` leads nowhere
-/// or in a circle.
+/// `TaggedCommentDef`. Behind them stand the built-in tags that are not among them, unless the
+/// object says "replace": true. `name` is the file named in failures. Raises 5 for text that is
+/// malformed (with line and column), and for an entry (named by number and tag) that lacks its tag,
+/// has an unknown property or a value of the wrong kind, repeats a tag, or whose `UpgradeTo` leads
+/// nowhere or in a circle.
 TaggedCommentDefs ReadTagDefinitions(std::string_view json, std::string_view name);
 
 /// Reads such a file and puts it in force. Raises what reading files raises too.

@@ -44,8 +44,8 @@ bool IsOfLibrary(const CodeElement& element) {
   const VBProject* project = module->VBProject();
   if (!project) return true;  // a type that the resolver of VB.NET names built
   // Types of assemblies stand in projects without source files.
-  const bool isAssembly = project->ProjectFiles.Count() == 0 &&
-                          (project->Assembly() || project->ProjectName.empty());
+  const bool isAssembly =
+      project->ProjectFiles.Count() == 0 && (project->Assembly() || project->ProjectName.empty());
   return project->WasReadFromTypeLibrary || isAssembly;
 }
 

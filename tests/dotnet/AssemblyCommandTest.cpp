@@ -34,8 +34,8 @@ TEST(AssemblyCommand, ReferencesAreFoundInFoldersThatAreNamed) {
   const std::string alone = folder.Write("Shop.dll", bytes);
   const ToolRun without = ToolEnding(exDone, {"assembly", "--inherited", alone});
   EXPECT_THAT(without.Err, HasSubstr("assembly ShopBase 0.0.0.0 not found"));
-  const auto told = nlohmann::json::parse(
-      Tool({"assembly", "--inherited", "--diagnostics", "json", alone}).Err);
+  const auto told =
+      nlohmann::json::parse(Tool({"assembly", "--inherited", "--diagnostics", "json", alone}).Err);
   EXPECT_EQ(told["Code"], "missing-assembly");
   EXPECT_EQ(told["File"], alone);
   EXPECT_THAT(without.Out, Not(HasSubstr("Store`1.Close")));

@@ -21,8 +21,7 @@ struct Shops {
       {"/e/a/Item.cls", Header("Item") + "Implements IPriced\r\nImplements Far.Thing\r\n"
                                          "Public Owner As Shop.Item\r\n"},
       {"/e/a/IPriced.cls", Header("IPriced") + "Property Get Price()\r\nEnd Property\r\n"},
-      {"/e/a/M.bas",
-       "Attribute VB_Name = \"M\"\r\nSub A(x As Item, y() As Item)\r\nEnd Sub\r\n"},
+      {"/e/a/M.bas", "Attribute VB_Name = \"M\"\r\nSub A(x As Item, y() As Item)\r\nEnd Sub\r\n"},
       {"/e/b/B.vbp",
        "Type=Exe\r\nReference=*\\A..\\a\\A.vbp\r\nForm=F.frm\r\nName=\"Shop\"\r\n"
        "Reference=*\\G{1}#2.0#0#C:\\none.tlb#A \"library\"\r\n"},

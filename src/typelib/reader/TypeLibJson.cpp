@@ -140,17 +140,17 @@ Json HeadJson(const TypeLibInfo& library, std::string_view tool) {
   Json result = Json::object();
   if (!tool.empty()) result = {{"FormatVersion", kJsonFormat}, {"Tool", std::string(tool)}};
   result.update(Json{{"Name", library.Name},
-                 {"GUID", library.GUID()},
-                 {"MajorVersion", library.MajorVersion},
-                 {"MinorVersion", library.MinorVersion},
-                 {"LCID", library.Lcid},
-                 {"SysKind", library.SysKind},
-                 {"AttributeMask", library.AttributeMask},
-                 {"HelpString", library.HelpString},
-                 {"HelpContext", static_cast<std::int32_t>(library.HelpContext)},
-                 {"HelpFile", library.HelpFile},
-                 {"ContainingFile", library.ContainingFile},
-                 {"Format", library.Format == LibraryFormat::Sltg ? "SLTG" : "MSFT"}});
+                     {"GUID", library.GUID()},
+                     {"MajorVersion", library.MajorVersion},
+                     {"MinorVersion", library.MinorVersion},
+                     {"LCID", library.Lcid},
+                     {"SysKind", library.SysKind},
+                     {"AttributeMask", library.AttributeMask},
+                     {"HelpString", library.HelpString},
+                     {"HelpContext", static_cast<std::int32_t>(library.HelpContext)},
+                     {"HelpFile", library.HelpFile},
+                     {"ContainingFile", library.ContainingFile},
+                     {"Format", library.Format == LibraryFormat::Sltg ? "SLTG" : "MSFT"}});
   Json imports = Json::array();
   for (const LibraryImport& import : library.Imports)
     imports.push_back({{"GUID", import.LibraryId.Text()},
