@@ -85,7 +85,7 @@ int RunBuild(const BuildArguments& arguments, const Streams& streams) {
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
     Builder builder(arguments, streams, out);
     told = ForEachProject(
-        arguments.File, arguments.Common, streams,
+        arguments.File, OneAfterTheOther(arguments.Common), streams,
         [&](VBProject& project) { builder.Build(project); }, LoadDepth::ProjectFile);
     built = builder.Code();
   });

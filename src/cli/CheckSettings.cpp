@@ -99,10 +99,21 @@ void CheckSettings::ReadFile(const FileSystemObject& file, Folder& folder) {
                                         "' is none of what assess counts; docs/assess.md lists "
                                         "that");
       }
+    } else if (name == "unused") {
+      for (const auto& [id, value] : reading.TableIn(name, node)) {
+        const toml::array* names = id == "used" ? value.as_array() : nullptr;
+        if (!names || !names->is_homogeneous<std::string>())
+          reading.Fail(id.source(),
+                       "'" + std::string(id.str()) +
+                           "' is no setting of [unused]; that is used (a list of names in "
+                           "quotation marks)");
+        for (const toml::node& one : *names)
+          folder.Run.Used.emplace_back(one.value_or(std::string_view()));
+      }
     } else {
-      reading.Fail(name.source(),
-                   "'" + std::string(name.str()) +
-                       "' is no table of settings; those are [rules], [check] and [assess]");
+      reading.Fail(name.source(), "'" + std::string(name.str()) +
+                                      "' is no table of settings; those are [rules], [check], "
+                                      "[assess] and [unused]");
     }
   }
 }

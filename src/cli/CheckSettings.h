@@ -1,5 +1,6 @@
 #pragma once
-// How much each rule of a check matters: by --rule, and by the settings files beside the sources.
+// The settings files beside the sources, and how much each rule of a check matters: by --rule, and
+// by these files.
 
 #include <map>
 #include <memory>
@@ -42,6 +43,8 @@ class CheckSettings {
     bool Strict = false;
     /// Of [assess].
     HindranceWeights Weights;
+    /// Of [unused]: names and patterns of what is used from outside.
+    std::vector<std::string> Used;
   };
   ForRun AtPath(const std::string& path);
 

@@ -99,12 +99,13 @@ bool Assign(VBProject& project, const HelpIDsArguments& arguments, const Streams
 
 int RunHelpIDs(const HelpIDsArguments& arguments, const Streams& streams) {
   int code = exDone;
+  const CommonOptions options = OneAfterTheOther(arguments.Common);
   if (arguments.Write) WatchedFiles::Current()->RemoveLeftFiles();
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {
     const WriteRun run;
     JsonLines json(out, "help-ids", arguments.Common, arguments.Json);
     UniqueNames names;
-    code = ForEachProject(arguments.File, arguments.Common, streams, [&](VBProject& project) {
+    code = ForEachProject(arguments.File, options, streams, [&](VBProject& project) {
       if (arguments.Write && project.ProjectSourceAccess != psaReadWrite)
         throw ToolError(exUsage,
                         arguments.File.Shown() + ": --write takes a project (.vbp) or a group");

@@ -71,6 +71,11 @@ unsigned CommonOptions::JobsAtHand() const {
   return Jobs > 0 ? Jobs : std::max(1u, std::thread::hardware_concurrency());
 }
 
+CommonOptions OneAfterTheOther(CommonOptions options) {
+  options.Jobs = 1;
+  return options;
+}
+
 void AddCommonOptions(CLI::App& command, CommonOptions& options) {
   auto* group = command.add_option_group(kReadingHeading);
   group->add_option("--reading", options.Reading, "How source is read: classic or complete")

@@ -84,6 +84,10 @@ struct CommonOptions {
 inline constexpr const char* kReadingHeading = "How source is read";
 inline constexpr const char* kShowingHeading = "How results and messages are shown";
 
+/// The options of a command that writes: a project is read once those before it are written, for
+/// they may share modules.
+CommonOptions OneAfterTheOther(CommonOptions options);
+
 /// Adds the shared options to a command.
 void AddCommonOptions(CLI::App& command, CommonOptions& options);
 

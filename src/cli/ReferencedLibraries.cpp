@@ -9,6 +9,7 @@ void ReferencedLibraries::Load(VBProject& project) {
     if (reference.ReferencedProject() || !reference.FileName.Exists()) continue;
     const std::string path = reference.FileName.NativePath();
     const auto [known, isNew] = mLibraries.try_emplace(path);
+    const Workspace::Use use(mWorkspace);
     if (isNew && KindOfInput(path) == InputKind::TypeLibrary) {
       auto library = std::make_shared<VBProject>();
       library->Reading = project.Reading;

@@ -6,12 +6,14 @@
 #include <string>
 
 #include "cli/Options.h"
+#include "core/Workspace.h"
 #include "project/VBProject.h"
 
 namespace vendrel::cli {
 
 /// Loads each library once and ties the references of projects to it. The libraries live as long as
-/// the object does; references let go of them by themselves.
+/// the object does; references let go of them by themselves. They belong to the workspace in which
+/// the object was made: that of a project may go to another thread with the next one.
 class ReferencedLibraries {
  public:
   /// Loads what the references of a project name and no project stands for yet. A file that is no
@@ -19,6 +21,7 @@ class ReferencedLibraries {
   void Load(VBProject& project);
 
  private:
+  Workspace& mWorkspace = Workspace::Current();
   std::map<std::string, std::shared_ptr<VBProject>> mLibraries;  // by native path
 };
 

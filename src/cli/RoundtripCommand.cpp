@@ -24,7 +24,7 @@ void WriteCounts(std::ostream& err, const RoundTripCounts& counts) {
 int RunRoundtrip(const RoundtripArguments& arguments, const Streams& streams) {
   int code = exDone;
   RoundTripCounts counts;
-  CommonOptions options = arguments.Common;
+  CommonOptions options = OneAfterTheOther(arguments.Common);
   options.Unresolved = options.NoReferences = true;  // what is written does not depend on it
   WriteResult(options, streams, arguments.File, [&](std::ostream& out) {
     RoundTrip roundTrip(out, arguments.Json, options, streams);

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "cli/CheckSettings.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/JsonLines.h"
@@ -94,7 +95,11 @@ void WriteJsonRow(JsonLines& json, const UnusedRow& row) {
   json.End();
 }
 
-int RunUnused(const UnusedArguments& arguments, const Streams& streams) {
+int RunUnused(UnusedArguments& arguments, const Streams& streams) {
+  ApplyToProcess(arguments.Common);
+  CheckSettings settings({});
+  for (const std::string& path : arguments.File.Paths)
+    for (const std::string& name : settings.AtPath(path).Used) arguments.Used.push_back(name);
   int code = exDone;
   bool any = false;
   WriteResult(arguments.Common, streams, arguments.File, [&](std::ostream& out) {

@@ -55,7 +55,7 @@ int RunWrite(const WriteArguments& arguments, const Streams& streams) {
   const InterruptHold hold;
   AskFirst(arguments, streams);
   if (!arguments.DryRun) WatchedFiles::Current()->RemoveLeftFiles();
-  CommonOptions options = arguments.Common;
+  CommonOptions options = OneAfterTheOther(arguments.Common);
   options.Unresolved = options.NoReferences = true;  // names stay as written in any case
   if (arguments.ResolveConditionals) {
     options.Settings.emplace_back("KeepDirectives=False");

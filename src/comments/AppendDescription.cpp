@@ -33,6 +33,12 @@ void AddObjectDescription(CodeElement& obj, std::string_view Text, bool IsTagged
   if (field) AppendDescription(field->Edit(), Text, wrapLineBreak);
 }
 
+void AddObjectDescription(CodeElement& obj, std::string_view Text, LanguageVersionEnum language) {
+  WrapTypeEnum wrap = wrapLineBreak;
+  if (LateText* field = obj.UnTaggedDescriptionField())
+    AppendDescription(field->Edit(), Text, wrap, language);
+}
+
 std::string MergedTaggedDescription(std::string_view TaggedDescription,
                                     const TaggedComments& comments, std::string_view TagID,
                                     bool OnlyUseIfBlank, bool Overwrite) {

@@ -22,6 +22,8 @@ std::string& AppendDescription(std::string& Description, std::string_view NewTex
 /// Appends `Text` on a line of its own to the tagged or untagged description of an element. An
 /// element without such a description is left alone.
 void AddObjectDescription(CodeElement& obj, std::string_view Text, bool IsTagged = false);
+/// The same to the untagged one, for a reader, which knows its language.
+void AddObjectDescription(CodeElement& obj, std::string_view Text, LanguageVersionEnum language);
 
 /// The description of an element with the texts of all its comments of the tag `TagID` (case
 /// ignored) in front. Unchanged if there are none, or if `OnlyUseIfBlank` and it is not empty;

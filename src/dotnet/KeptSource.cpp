@@ -173,7 +173,7 @@ void SourceScan::TakeCommentsAbove(Component& above, Component& type) {
     if (text.empty()) text = buffer;
     buffer.clear();
   }
-  if (!text.empty()) AddObjectDescription(type, text);
+  if (!text.empty()) AddObjectDescription(type, text, lvVisualBasicDotNet);
 }
 
 void SourceScan::OpenKept(const TypeStatement& type) {

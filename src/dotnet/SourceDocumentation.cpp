@@ -111,13 +111,13 @@ class SourceDocumentationPlacer {
 
   void Place(const SourceDocumentation::Piece& piece, CodeElement& element) {
     if (piece.Text.find('<') == std::string::npos)
-      return AddObjectDescription(element, AsDescription(piece.Text));
+      return AddObjectDescription(element, AsDescription(piece.Text), lvVisualBasicDotNet);
     pugi::xml_document document;
     if (!ParseMarkUp(document, "<member>" + piece.Text + "</member>") || !IsFlatEnough(document)) {
       Report(DiagnosticCode::DocumentationPart,
              {"the documentation of " + element.ElementName() +
               " is not well-formed and stays a comment; mend its mark-up"});
-      return AddObjectDescription(element, AsDescription(piece.Text));
+      return AddObjectDescription(element, AsDescription(piece.Text), lvVisualBasicDotNet);
     }
     mComments.SetSourceLine(piece.Line);
     mComments.ProcessMember(document.document_element(), element);

@@ -17,7 +17,7 @@ namespace vendrel {
 namespace {
 
 // The words of a head line behind the name: a comment there is a description.
-void DescribeFromWords(CodeElement& element, WordCursor& words) {
+void DescribeFromWords(CodeElement& element, WordCursor& words, const SourceRules& rules) {
   std::string comment;
   std::string_view word;
   bool found = false;
@@ -28,7 +28,7 @@ void DescribeFromWords(CodeElement& element, WordCursor& words) {
     found = true;
     comment += word;
   }
-  if (found) AddObjectDescription(element, comment);
+  if (found) AddObjectDescription(element, comment, rules.Language.Language());
 }
 
 const ProjectOptions& OptionsOf(const WeakHandle<Component>& component) {
@@ -41,9 +41,9 @@ SourceRules RulesOf(const WeakHandle<Component>& component) {
 
 }  // namespace
 
-void ReadEnumeration(Enumeration& o, std::string_view Source, const ReadingRules& reading) {
+void ReadEnumeration(Enumeration& o, std::string_view Source, const SourceRules& rules) {
   o.Access = "PUBLIC";
-  const bool wholeNames = reading.BracketedNames;
+  const bool wholeNames = rules.Reading.BracketedNames;
   WordCursor words(Source, wholeNames);
   std::string_view word;
   while (words.Next(word)) {
@@ -52,11 +52,11 @@ void ReadEnumeration(Enumeration& o, std::string_view Source, const ReadingRules
     if (words.Next(word)) o.Name = wholeNames ? WithoutBrackets(word) : word;
     break;
   }
-  if (OptionsOf(o.Component).UnTaggedEnumerations) DescribeFromWords(o, words);
+  if (OptionsOf(o.Component).UnTaggedEnumerations) DescribeFromWords(o, words, rules);
 }
 
 void Enumeration::Initialise(std::string_view Source) try {
-  ReadEnumeration(*this, Source, OptionsOf(Component).Reading);
+  ReadEnumeration(*this, Source, RulesOf(Component));
 }
 VENDREL_CONTEXT_AT(LineReached(), Source, *this)
 
@@ -103,7 +103,7 @@ void ReadEnumMember(EnumMember& o, std::string_view Source, Enumeration* parent,
   o.Enumeration = parent;
   const CodeLine line = MemberLine(Source, rules);
   if (parent && !line.CommentPart.empty() && OptionsOf(parent->Component).UnTaggedEnumerations)
-    AddObjectDescription(o, line.CommentPart);
+    AddObjectDescription(o, line.CommentPart, rules.Language.Language());
   std::string name;
   o.Value = TakeMemberValue(line.StatementPart, rules.Reading, name);
   // "Red& = 1": a suffix, which says nothing of a member.
@@ -133,7 +133,8 @@ void EnumMember::Initialise(std::string_view Source, vendrel::Enumeration* paren
 }
 VENDREL_CONTEXT_AT(LineReached(), Source, parent, *this)
 
-void ReadStructure(UDT& o, std::string_view Source, const ReadingRules& reading) {
+void ReadStructure(UDT& o, std::string_view Source, const SourceRules& rules) {
+  const ReadingRules& reading = rules.Reading;
   const Component* component = o.Component.Get();
   const bool open = component && !component->OptionPrivate &&
                     (component->FileType == ftModule || component->FileType == ftClass);
@@ -147,11 +148,11 @@ void ReadStructure(UDT& o, std::string_view Source, const ReadingRules& reading)
     if (words.Next(word)) o.Name = reading.BracketedNames ? WithoutBrackets(word) : word;
     break;
   }
-  if (OptionsOf(o.Component).UnTaggedUDTs) DescribeFromWords(o, words);
+  if (OptionsOf(o.Component).UnTaggedUDTs) DescribeFromWords(o, words, rules);
 }
 
 void UDT::Initialise(std::string_view Source) try {
-  ReadStructure(*this, Source, OptionsOf(Component).Reading);
+  ReadStructure(*this, Source, RulesOf(Component));
 }
 VENDREL_CONTEXT_AT(LineReached(), Source, *this)
 

@@ -12,8 +12,8 @@
 namespace vendrel {
 
 /// The first line of an Enum or Type.
-void ReadEnumeration(Enumeration& o, std::string_view Source, const ReadingRules& reading);
-void ReadStructure(UDT& o, std::string_view Source, const ReadingRules& reading);
+void ReadEnumeration(Enumeration& o, std::string_view Source, const SourceRules& rules);
+void ReadStructure(UDT& o, std::string_view Source, const SourceRules& rules);
 
 /// A line inside of one.
 std::shared_ptr<EnumMember> AddEnumMember(Enumeration& o, std::string_view Source,

@@ -184,7 +184,7 @@ bool DeclaratorReader::TakeOtherWord(Variable& variable, std::string_view word) 
     while (!mWords.AtEnd()) comment.append(mWords.Take()).append(" ");
     const ProjectOptions* options = variable.Options();
     if (!comment.empty() && options && options->UnTaggedVariables)
-      AddObjectDescription(variable, comment);
+      AddObjectDescription(variable, comment, mLanguage.Language());
     return false;
   }
   if (word.starts_with('(') && mWholeLists && word.ends_with(')')) {

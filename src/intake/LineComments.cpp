@@ -46,7 +46,7 @@ void AttachCommentLine(LinePassage& p) {
   } else if (p.Reading.LeadingComments && p.State.mEnded) {
     JoinComment(p.Intake.LeadingComment, p.Untagged);
   } else if (!p.State.FoundActualCodeInBlock) {
-    AddObjectDescription(p.Block, Trim(p.Untagged));
+    AddObjectDescription(p.Block, Trim(p.Untagged), p.Language.Language());
   }
 }
 
@@ -65,14 +65,15 @@ void AttachAtStatement(LinePassage& p) {
   if (type == OTHER && !declarations) p.State.FoundActualCodeInBlock = true;
   CodeElement* last = p.Component.LastElement.Get();
   if (p.Reading.EverySeparator && !p.Untagged.empty() && last && p.Declared(*last))
-    AddObjectDescription(*last, p.Untagged);
+    AddObjectDescription(*last, p.Untagged, p.Language.Language());
   if (declarations && (type == VAR_DECLARATION || type == CONST_DECLARATION))
     p.State.mFoundItem = true;
   if (IsStartLineType(type)) {
     p.Language.ProcedureBegins(p);
     FindEventSource(p);
     p.DescribeFromBuffer(p.Block);
-    if (!p.Intake.LeadingComment.empty()) AddObjectDescription(p.Block, p.Intake.LeadingComment);
+    if (!p.Intake.LeadingComment.empty())
+      AddObjectDescription(p.Block, p.Intake.LeadingComment, p.Language.Language());
   } else if (type == VAR_DECLARATION && !p.State.CommentBuffer.empty() &&
              p.Block.Variables.IfAny() && p.Block.Variables->Count() > 0 &&
              p.Options.UnTaggedVariables) {
@@ -89,11 +90,13 @@ void AttachModuleComment(LinePassage& p) {
     case START_SUB:
     case START_PROPERTY:
     case START_CLASS_INITIALISE:
-    case START_CLASS_TERMINATE: AddObjectDescription(p.Block, p.Component.VMCommentBuffer); break;
+    case START_CLASS_TERMINATE:
+      AddObjectDescription(p.Block, p.Component.VMCommentBuffer, p.Language.Language());
+      break;
     case VAR_DECLARATION:
       if (!p.Block.Variables.IfAny() || p.Block.Variables->Count() == 0) return;
       AddObjectDescription(*p.Block.Variables->Item(p.Block.Variables->Count()),
-                           p.Component.VMCommentBuffer);
+                           p.Component.VMCommentBuffer, p.Language.Language());
       break;
     default: return;
   }

@@ -92,7 +92,7 @@ void TakeEnumeration(LinePassage& p) try {
   enumeration->LineIndex = p.StatementIndex();
   enumeration->SetSourceLine(p.Intake.StatementLine);
   enumeration->Component = &p.Component;
-  ReadEnumeration(*enumeration, p.Line.StatementPart, p.Reading);
+  ReadEnumeration(*enumeration, p.Line.StatementPart, p.Rules());
   p.Block.CurrentEnum() = enumeration;
   p.DescribeFromBuffer(*enumeration);
   p.SetLast(enumeration.get());
@@ -104,7 +104,7 @@ void TakeStructure(LinePassage& p) try {
   structure->LineIndex = p.StatementIndex();
   structure->SetSourceLine(p.Intake.StatementLine);
   structure->Component = &p.Component;
-  ReadStructure(*structure, p.Line.StatementPart, p.Reading);
+  ReadStructure(*structure, p.Line.StatementPart, p.Rules());
   p.Block.CurrentUDT() = structure;
   p.DescribeFromBuffer(*structure);
   p.SetLast(structure.get());
@@ -118,7 +118,7 @@ void TakeEvent(LinePassage& p) try {
   event->Component = &p.Component;
   p.DescribeFromBuffer(*event);
   if (!p.Component.VMCommentBuffer.empty()) {
-    AddObjectDescription(*event, p.Component.VMCommentBuffer);
+    AddObjectDescription(*event, p.Component.VMCommentBuffer, p.Language.Language());
     p.Component.VMCommentBuffer.clear();
   }
   p.Language.ReadEvent(*event, p.Line.StatementPart, p.Reading);
@@ -172,7 +172,7 @@ std::shared_ptr<Variable> NewVariable(const LinePassage& p) {
 void AddVariable(LinePassage& p, std::shared_ptr<Variable> variable, bool isScoped) try {
   // Of several declarators only the first gets the comment.
   if (!p.Untagged.empty()) {
-    AddObjectDescription(*variable, p.Untagged);
+    AddObjectDescription(*variable, p.Untagged, p.Language.Language());
     p.Untagged = {};
   } else {
     p.DescribeFromBuffer(*variable);

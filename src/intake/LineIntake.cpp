@@ -161,7 +161,7 @@ std::int32_t LinePassage::StatementIndex() const {
 
 void LinePassage::DescribeFromBuffer(CodeElement& element) {
   if (State.CommentBuffer.empty()) return;
-  AddObjectDescription(element, State.CommentBuffer);
+  AddObjectDescription(element, State.CommentBuffer, Language.Language());
   State.CommentBuffer.clear();
 }
 

@@ -43,7 +43,7 @@ void TakeOption(LinePassage& p, std::string_view statement) {
   if (StartsWithNoCaseAscii(statement, "option private")) p.Component.OptionPrivate = true;
   // A comment directly above the options heads the module.
   if (p.Reading.LeadingComments && !p.State.mFoundItem && !p.State.CommentBuffer.empty()) {
-    AddObjectDescription(p.Component, p.State.CommentBuffer);
+    AddObjectDescription(p.Component, p.State.CommentBuffer, p.Language.Language());
     p.State.CommentBuffer.clear();
   }
 }

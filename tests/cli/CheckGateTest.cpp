@@ -82,7 +82,9 @@ TEST_F(CheckGate, TellsWrongSettingsWithTheirLine) {
       {"[rules]\ntold = 3\n", ":2: 'told' is set to one of off, note, warning or error"},
       {"[rules]\ntold = \"loud\"\n", ":2: 'told' is set to one of"},
       {"rules = 3\n", ":1: 'rules' is a table"},
-      {"\n[rule]\n", ":2: 'rule' is no table of settings; those are [rules], [check] and [assess]"},
+      {"\n[rule]\n",
+       ":2: 'rule' is no table of settings; those are [rules], [check], [assess] and "},
+      {"[unused]\nused = \"A\"\n", ":2: 'used' is no setting of [unused]"},
       {"[check]\nstrict = 1\n", ":2: 'strict' is no setting of [check]"},
       {"[rules]\ntold = \n", ":2: no TOML: "},
   };

@@ -206,6 +206,8 @@ TEST_F(UnusedCommand, ChoosesByKindSurenessAndName) {
   ToolEnding(exNo, {"unused", "/s/Shop.vbp", "--fail"});
   ToolEnding(exDone, {"unused", "/s/Shop.vbp", "--fail", "--kind", "type", "--used", "*TDead*"});
   ToolEnding(exUsage, {"unused", "/s/Shop.vbp", "--kind", "nonsense"});
+  mFiles.Add("/s/.vendrelmodel.toml", "[unused]\nused = [\"*TDead*\"]\n");
+  ToolEnding(exDone, {"unused", "/s/Shop.vbp", "--fail", "--kind", "type"});
 }
 
 TEST_F(UnusedCommand, WritesAFindingALine) {
