@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/Ascii.h"
+#include "survey/NearDuplicates.h"
 #include "text/CodeText.h"
 
 namespace vendrel {
@@ -69,17 +70,7 @@ void CodeContent::Add(const Block& block) {
 int CodeContent::PercentCommon(const CodeContent& other) const {
   const std::size_t both = Count() + other.Count();
   if (Count() == 0 || other.Count() == 0) return 0;
-  std::size_t common = 0;
-  for (auto i = mLines.begin(), j = other.mLines.begin();
-       i != mLines.end() && j != other.mLines.end();) {
-    if (*i == *j)
-      ++common, ++i, ++j;
-    else if (*i < *j)
-      ++i;
-    else
-      ++j;
-  }
-  return static_cast<int>(200 * common / both);
+  return static_cast<int>(200 * CommonOf(mLines, other.mLines) / both);
 }
 
 }  // namespace vendrel

@@ -18,6 +18,8 @@ constexpr std::size_t kSketch = 24;
 /// A line that so many texts share tells nothing.
 constexpr std::size_t kMostTexts = 64;
 
+}  // namespace
+
 std::size_t CommonOf(const std::vector<std::uint32_t>& a, const std::vector<std::uint32_t>& b) {
   std::size_t common = 0;
   for (auto i = a.begin(), j = b.begin(); i != a.end() && j != b.end();) {
@@ -30,8 +32,6 @@ std::size_t CommonOf(const std::vector<std::uint32_t>& a, const std::vector<std:
   }
   return common;
 }
-
-}  // namespace
 
 void NearDuplicates::Add(std::string_view text) {
   std::vector<std::uint32_t> lines;

@@ -8,6 +8,10 @@
 
 namespace vendrel {
 
+/// How many elements two sorted lists have in common; an element that stands several times counts
+/// as often as it has a partner.
+std::size_t CommonOf(const std::vector<std::uint32_t>& a, const std::vector<std::uint32_t>& b);
+
 /// Two texts, by the order in which they were added, and how much of their lines is common: twice
 /// the number of common lines to that of both, in percent.
 struct NearDuplicate {

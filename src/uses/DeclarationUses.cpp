@@ -109,11 +109,9 @@ void ModuleBinder::ParseProcedure(std::size_t at, std::size_t end) {
   if (block) TieToSource(at, *block);
   ++at;
   const Parameters* parameters = block ? block->Parameters.IfAny() : nullptr;
-  if (IsMark(at, end, '(')) {
-    const std::size_t close = CloseOf(at, end);
-    ParseParameters(at, close, parameters);
-    at = close < end ? close + 1 : end;
-  }
+  at = InParentheses(at, end, [&](std::size_t open, std::size_t close) {
+    ParseParameters(open, close, parameters);
+  });
   at = ParseAs(at, end);
   ParseList(at, end);
 }
@@ -200,11 +198,8 @@ void ModuleBinder::ParseDeclarators(std::size_t at, std::size_t end, bool isCons
     else if (element)
       mHolder = element;
     ++at;
-    if (IsMark(at, end, '(')) {
-      const std::size_t close = CloseOf(at, end);
-      ParseList(at + 1, close);
-      at = close < end ? close + 1 : end;
-    }
+    at = InParentheses(at, end,
+                       [&](std::size_t open, std::size_t close) { ParseList(open + 1, close); });
     at = ParseAs(at, end);
     while (at < end && !IsMark(at, end, ',')) {
       if (IsMark(at, end, '=')) ++at;
@@ -226,11 +221,9 @@ void ModuleBinder::ParseDeclare(std::size_t at, std::size_t end) {
   if (element) mHolder = element;
   ++at;
   while (at < end && !IsMark(at, end, '(') && !IsWord(at, end, word::As)) Skip(at);
-  if (IsMark(at, end, '(')) {
-    const std::size_t close = CloseOf(at, end);
-    ParseParameters(at, close, entry ? ParametersOf(*entry) : nullptr);
-    at = close < end ? close + 1 : end;
-  }
+  at = InParentheses(at, end, [&](std::size_t open, std::size_t close) {
+    ParseParameters(open, close, entry ? ParametersOf(*entry) : nullptr);
+  });
   ParseAs(at, end);
   mHolder = holder;
 }
@@ -242,11 +235,9 @@ void ModuleBinder::ParseEvent(std::size_t at, std::size_t end) {
   Declare(at, element, UseAnswer::OwnModule);
   if (element) mHolder = element;
   ++at;
-  if (IsMark(at, end, '(')) {
-    const std::size_t close = CloseOf(at, end);
-    ParseParameters(at, close, event ? ParametersOf(*event) : nullptr);
-    at = close < end ? close + 1 : end;
-  }
+  at = InParentheses(at, end, [&](std::size_t open, std::size_t close) {
+    ParseParameters(open, close, event ? ParametersOf(*event) : nullptr);
+  });
   ParseList(at, end);
   mHolder = holder;
 }
@@ -271,11 +262,8 @@ void ModuleBinder::ParseTypeLine(std::size_t from, std::size_t end) {
   const CodeElement* const holder = mHolder;
   if (element) mHolder = element;
   ++at;
-  if (IsMark(at, end, '(')) {
-    const std::size_t close = CloseOf(at, end);
-    ParseList(at + 1, close);
-    at = close < end ? close + 1 : end;
-  }
+  at = InParentheses(at, end,
+                     [&](std::size_t open, std::size_t close) { ParseList(open + 1, close); });
   at = ParseAs(at, end);
   ParseList(at, end);
   mHolder = holder;

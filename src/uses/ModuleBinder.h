@@ -164,6 +164,8 @@ class ModuleBinder {
   void ParseGeneric(std::size_t from, std::size_t end);
   void ParseIf(std::size_t from, std::size_t end);
   void ParseFor(std::size_t from, std::size_t end);
+  // What follows the counter.
+  void ParseForRange(std::size_t at, std::size_t end, bool each);
   void ParseSelect(std::size_t from, std::size_t end);
   void ParseOn(std::size_t from, std::size_t end);
   void ParseLabels(std::size_t from, std::size_t end);
@@ -268,6 +270,15 @@ class ModuleBinder {
   /// Position of a word outside of parentheses; `end` where there is none.
   std::size_t FindWord(std::size_t from, std::size_t end, Symbol name) const;
   std::size_t CloseOf(std::size_t open, std::size_t end) const;
+  // Hands the places of the parentheses that open at `at`, if any do, to `parse`; gives the place
+  // behind them.
+  template <typename Parse>
+  std::size_t InParentheses(std::size_t at, std::size_t end, Parse parse) {
+    if (!IsMark(at, end, '(')) return at;
+    const std::size_t close = CloseOf(at, end);
+    parse(at, close);
+    return close < end ? close + 1 : end;
+  }
   PendingUse& Of(std::int32_t record) { return mUses[static_cast<std::size_t>(record)]; }
 
   Scopes& mScopes;

@@ -155,11 +155,9 @@ void ModuleBinder::ParseNetProcedure(std::size_t at, std::size_t end, bool hasBo
   if (IsWord(at, end, word::Lib))
     while (at < end && !IsMark(at, end, '(')) Skip(at);
   at = ParseTypeParameters(at, end);
-  if (IsMark(at, end, '(')) {
-    const std::size_t close = CloseOf(at, end);
-    ParseNetParameters(at, close, block ? block->Parameters.IfAny() : nullptr);
-    at = close < end ? close + 1 : end;
-  }
+  at = InParentheses(at, end, [&](std::size_t open, std::size_t close) {
+    ParseNetParameters(open, close, block ? block->Parameters.IfAny() : nullptr);
+  });
   at = ParseAs(at, end);
   ParseTies(at, end);
   if (!hasBody) LeaveProcedure();
@@ -175,11 +173,9 @@ void ModuleBinder::ParseNetProperty(std::size_t at, std::size_t end) {
   const CodeElement* element = entry ? entry->Element : block;
   Of(Declare(at, element, UseAnswer::OwnModule)).Holder = mHolder;
   ++at;
-  if (IsMark(at, end, '(')) {
-    const std::size_t close = CloseOf(at, end);
-    ParseNetParameters(at, close, block ? block->Parameters.IfAny() : nullptr);
-    at = close < end ? close + 1 : end;
-  }
+  at = InParentheses(at, end, [&](std::size_t open, std::size_t close) {
+    ParseNetParameters(open, close, block ? block->Parameters.IfAny() : nullptr);
+  });
   if (IsWord(at, end, word::As)) {
     Skip(at);
     if (IsWord(at, end, word::New))

@@ -186,18 +186,7 @@ void ModuleBinder::ParseNetFor(std::size_t at, std::size_t end) {
     UseValue counter = ParseChain(at, end, false);
     MarkWrite(counter, true);
   }
-  if (each) {
-    SkipIf(at, end, word::In);
-    return ParseList(at, end);
-  }
-  if (IsMark(at, end, '=')) ++at;
-  mStepEnds = true;
-  ParseExpression(at, end);
-  SkipIf(at, end, word::To);
-  ParseExpression(at, end);
-  SkipIf(at, end, word::Step);
-  mStepEnds = false;
-  ParseList(at, end);
+  ParseForRange(at, end, each);
 }
 
 // A list of types or namespaces.

@@ -78,6 +78,10 @@ void ModuleBinder::ParseFor(std::size_t from, std::size_t end) {
   if (!IsWord(at, end) && !IsMemberMark(at, end, false)) return ParseList(at, end);
   UseValue counter = ParseChain(at, end, false);
   MarkWrite(counter, true);
+  ParseForRange(at, end, each);
+}
+
+void ModuleBinder::ParseForRange(std::size_t at, std::size_t end, bool each) {
   if (each) {
     SkipIf(at, end, word::In);
     return ParseList(at, end);

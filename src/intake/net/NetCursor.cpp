@@ -48,19 +48,25 @@ bool NetCursor::Take(char c) {
   return true;
 }
 
-std::string_view NetCursor::Group() {
-  const std::size_t begin = mAt + 1;
-  int depth = 0;
-  while (!AtEnd()) {
-    const std::size_t literal = LiteralEnd(mText, mAt);
-    if (literal > mAt) {
+// Goes on to the first character at which `ends` holds, which gets it and how many lists are open
+// in front of it; what stands in literals is passed over.
+template <typename Ends>
+void NetCursor::GoTo(Ends ends) {
+  for (int depth = 0; !AtEnd();) {
+    if (const std::size_t literal = LiteralEnd(mText, mAt); literal > mAt) {
       mAt = literal;
       continue;
     }
+    if (ends(Here(), depth)) return;
     if (Here() == '(' || Here() == '{') ++depth;
-    if ((Here() == ')' || Here() == '}') && --depth == 0) break;
+    if (Here() == ')' || Here() == '}') --depth;
     ++mAt;
   }
+}
+
+std::string_view NetCursor::Group() {
+  const std::size_t begin = mAt + 1;
+  GoTo([](char c, int depth) { return (c == ')' || c == '}') && depth == 1; });
   const std::string_view group = mText.substr(begin, mAt - begin);
   Skip(1);
   return Trim(group);
@@ -68,18 +74,7 @@ std::string_view NetCursor::Group() {
 
 std::string_view NetCursor::Expression() {
   const std::size_t begin = mAt;
-  int depth = 0;
-  while (!AtEnd()) {
-    const std::size_t literal = LiteralEnd(mText, mAt);
-    if (literal > mAt) {
-      mAt = literal;
-      continue;
-    }
-    if (Here() == '(' || Here() == '{') ++depth;
-    if (Here() == ')' || Here() == '}') --depth;
-    if (Here() == ',' && depth <= 0) break;
-    ++mAt;
-  }
+  GoTo([](char c, int depth) { return c == ',' && depth <= 0; });
   return Trim(mText.substr(begin, mAt - begin));
 }
 

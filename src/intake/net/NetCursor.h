@@ -50,6 +50,8 @@ class NetCursor {
     while (!AtEnd() && (Here() == ' ' || Here() == '\t')) ++mAt;
   }
   bool BelongsToType() const;
+  template <typename Ends>
+  void GoTo(Ends ends);
 
   std::string_view mText;
   std::size_t mAt = 0;
