@@ -41,8 +41,7 @@ bool IsWanted(const UnusedArguments& arguments, const UnusedFinding& finding) {
 
 const VBProject* ProjectWith(const UnusedFinding& finding, const VBProject& otherwise) {
   if (const auto* reference = As<Reference>(finding.Element)) return reference->ParentProject();
-  const auto* module = As<Component>(finding.Element);
-  const Component* home = module ? module : finding.Element->OwnComponent();
+  const Component* home = finding.Element->OwnComponent();
   return home && home->VBProject() ? home->VBProject() : &otherwise;
 }
 

@@ -260,8 +260,7 @@ std::vector<const DocumentationFile::Member*> DocumentationFile::Named(
 }
 
 const DocumentationFile::Member* DocumentationFile::Find(std::string_view name) const {
-  if (!mIndexed) {
-    mIndexed = true;
+  if (mByName.empty()) {
     mByName.reserve(mMembers.size());
     for (std::size_t i = 0; i < mMembers.size(); ++i) mByName.try_emplace(mMembers[i].Name, i);
   }

@@ -68,7 +68,6 @@ class DocumentationFile {
   std::string_view mText;
   std::vector<Member> mMembers;
   mutable std::unordered_map<std::string_view, std::size_t> mByName;
-  mutable bool mIndexed = false;
   // Members by their names in front of the parameters; made when it is first asked for.
   mutable std::vector<std::pair<std::string_view, std::size_t>> mByFront;
 };

@@ -21,7 +21,7 @@ inline constexpr std::size_t kMostImports = 256;
 /// not there, are passed over.
 class MSBuildImports {
  public:
-  /// An `ItemGroup` or `Choose`, and the file in which it stands.
+  /// An `ItemGroup`, and the file in which it stands.
   struct Group {
     XmlElement Element;
     FileSystemObject File;

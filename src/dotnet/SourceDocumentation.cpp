@@ -103,7 +103,7 @@ class SourceDocumentationPlacer {
     if (piece->Element && !isTogether) return;
     piece->Element = &element;
     mFile = &file;
-    mComponent = As<Component>(&element) ? As<Component>(&element) : element.OwnComponent();
+    mComponent = element.OwnComponent();
     if (!mComponent) return;
     const DiagnosticScope scope(&mProject.Diagnostics, file.FileName.FullPath(), &piece->Line);
     Place(*piece, element);

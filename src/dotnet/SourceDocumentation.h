@@ -36,7 +36,6 @@ class SourceDocumentation {
   /// The piece above the statement that begins on that line; null if there is none.
   Piece* Above(std::int32_t line);
 
-  std::vector<Piece>& Pieces() { return mPieces; }
   struct OpenedType {
     std::int32_t Line;
     WeakHandle<Component> Type;

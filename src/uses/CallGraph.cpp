@@ -30,14 +30,6 @@ bool IsCallKind(const NameUse& use) {
 
 UseKind ShownKind(UseKind kind) { return kind == UseKind::ByReference ? UseKind::Read : kind; }
 
-// A candidate of a late call: of a property what the accessor of the use names.
-const CodeElement* CalledCandidate(const NameUse& use, const CodeElement* candidate) {
-  NameUse one = use;
-  one.Element = candidate;
-  const Block* procedure = ProcedureOf(one);
-  return procedure ? procedure : candidate;
-}
-
 bool IsOfLibrary(const CodeElement& element) {
   const Component* module = element.OwnComponent();
   if (!module) return false;
@@ -83,7 +75,7 @@ void CallGraph::Add(const NameUse& use) {
     add(procedure);
   else if (use.Element)
     add(use.Element);
-  for (const CodeElement* candidate : use.Candidates) add(CalledCandidate(use, candidate));
+  for (const CodeElement* candidate : use.Candidates) add(TargetOf(candidate, use.Accessor));
 }
 
 void CallGraph::AddEdge(const CodeElement* from, const CodeElement* to, UseKind kind, bool sure,
@@ -232,7 +224,7 @@ std::vector<CallEdge> CallsBetweenModules(const CallGraph& graph) {
   std::map<std::pair<const CodeElement*, const CodeElement*>, std::size_t> known;
   for (const CallEdge& edge : graph.Edges()) {
     const bool answers = edge.Kind == UseKind::Handle || edge.Kind == UseKind::Implements;
-    const CodeElement* from = As<Component>(edge.From) ? edge.From : edge.From->OwnComponent();
+    const CodeElement* from = edge.From->OwnComponent();
     const CodeElement* to = edge.To->OwnComponent();
     if (answers || !from || !to || from == to || IsA<DeclareDeclaration>(edge.To)) continue;
     const auto place = known.try_emplace({from, to}, calls.size());

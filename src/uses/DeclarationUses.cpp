@@ -118,7 +118,6 @@ void ModuleBinder::ParseProcedure(std::size_t at, std::size_t end) {
 
 void ModuleBinder::ParseParameters(std::size_t open, std::size_t end,
                                    const Parameters* parameters) {
-  int depth = 0;
   for (std::size_t at = open + 1; at < end;) {
     if (IsMark(at, end, ',')) {
       ++at;
@@ -142,7 +141,7 @@ void ModuleBinder::ParseParameters(std::size_t open, std::size_t end,
     ++at;
     if (IsMark(at, end, '(')) at = CloseOf(at, end) + 1;
     at = ParseAs(at, end);
-    while (at < end && !(depth == 0 && IsMark(at, end, ','))) {
+    while (at < end && !IsMark(at, end, ',')) {
       if (IsMark(at, end, '=')) ++at;
       const std::size_t before = at;
       ParseExpression(at, end);

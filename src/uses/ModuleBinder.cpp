@@ -84,17 +84,12 @@ void ModuleBinder::TakeLine() {
   const std::size_t first = hasNumber ? 1 : 0;
   if (mPlace == Place::Procedure && IsWord(first, tokens.size()) &&
       IsMark(first + 1, tokens.size(), ':') && !IsReserved(tokens[first], mIsNet)) {
-    DeclareLabel(first);
+    AddUse(first, UseKind::Declare, UseAnswer::Label);
     Emit(first, first + 1);
     from = first + 2;
   }
-  int depth = 0;
   for (std::size_t at = from; at <= tokens.size(); ++at) {
-    if (at < tokens.size()) {
-      if (IsMark(at, tokens.size(), '(')) ++depth;
-      if (IsMark(at, tokens.size(), ')')) --depth;
-      if (!IsMark(at, tokens.size(), ':')) continue;
-    }
+    if (at < tokens.size() && !IsMark(at, tokens.size(), ':')) continue;
     if (at > from) TakeStatement(from, at);
     from = at + 1;
   }

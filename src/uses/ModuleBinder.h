@@ -177,7 +177,6 @@ class ModuleBinder {
   void ParseGet(std::size_t from, std::size_t end);
   void ParseList(std::size_t from, std::size_t end);
   bool ParseMidTarget(std::size_t from, std::size_t end);
-  void DeclareLabel(std::size_t at);
 
   // DeclarationUses.cpp
   bool ParseDeclaration(std::size_t from, std::size_t end);

@@ -26,10 +26,15 @@ std::string MeaningOf(const NameUse& use) {
   return std::string(use.Name);
 }
 
-const Block* ProcedureOf(const NameUse& use) {
-  const auto* group = As<PropertyGroup>(use.Element);
-  if (!group) return As<Block>(use.Element);
-  switch (use.Accessor) {
+const CodeElement* TargetOf(const CodeElement* element, UseAccessor accessor) {
+  const Block* procedure = ProcedureOf(element, accessor);
+  return procedure ? procedure : element;
+}
+
+const Block* ProcedureOf(const CodeElement* element, UseAccessor accessor) {
+  const auto* group = As<PropertyGroup>(element);
+  if (!group) return As<Block>(element);
+  switch (accessor) {
     case UseAccessor::Let: return group->PropertyLetBlock();
     case UseAccessor::Set: return group->PropertySetBlock();
     case UseAccessor::Get: return group->PropertyGetBlock();

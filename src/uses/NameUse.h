@@ -134,8 +134,13 @@ struct NameUse {
 /// ("VBA~Strings~Left"), else `Name`; empty without one.
 std::string MeaningOf(const NameUse& use);
 
-/// The procedure to which a use leads: of a property that of the accessor; null for what is no
-/// procedure of the tree.
-const Block* ProcedureOf(const NameUse& use);
+/// The procedure to which a use of an element (may be null) leads: of a property that of the
+/// accessor; null for what is no procedure of the tree.
+const Block* ProcedureOf(const CodeElement* element, UseAccessor accessor);
+inline const Block* ProcedureOf(const NameUse& use) {
+  return ProcedureOf(use.Element, use.Accessor);
+}
+/// The same, and of what is no procedure the element itself.
+const CodeElement* TargetOf(const CodeElement* element, UseAccessor accessor);
 
 }  // namespace vendrel

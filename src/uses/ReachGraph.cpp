@@ -113,8 +113,7 @@ void ReachGraph::AddLibrary(const NameUse& use) {
   if (!library.empty()) {
     mLibraries.insert(FoldKey(library));
   } else if (use.Answer == UseAnswer::Library && use.Element) {
-    const auto* module = As<Component>(use.Element);
-    const Component* home = module ? module : use.Element->OwnComponent();
+    const Component* home = use.Element->OwnComponent();
     if (home && home->VBProject()) mLibraries.insert(FoldKey(home->VBProject()->ProjectName));
   }
 }
@@ -125,8 +124,6 @@ void ReachGraph::AddEdge(const NameUse& use, const CodeElement& target) {
       mKnown.try_emplace(std::uint64_t{from} << 32 | to, static_cast<std::uint32_t>(mEdges.size()));
   if (known.second) {
     ReachEdge edge{from, to};
-    edge.Module = use.Module;
-    edge.Line = use.Line;
     edge.OwnOnly = edge.FalseOnly = true;
     mEdges.push_back(edge);
   }
@@ -139,7 +136,6 @@ void ReachGraph::AddEdge(const NameUse& use, const CodeElement& target) {
   edge.HoldsObject = edge.HoldsObject || (use.Writes && BeginsWithWord(use.Statement, "Set"));
   edge.Writes = edge.Writes || use.Writes;
   edge.IsAddress = edge.IsAddress || use.Kind == UseKind::Address;
-  edge.BeyondType = edge.BeyondType || use.Kind != UseKind::Type;
 }
 
 void AddLiteralNames(const Component& module, std::unordered_set<std::string>& names) {

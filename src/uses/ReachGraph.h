@@ -21,8 +21,6 @@ struct ReachEdge {
   std::uint32_t From = 0, To = 0;  ///< positions of nodes
   bool Reads : 1 = false;
   bool Writes : 1 = false;
-  /// Some use names it, or calls it: more than a type behind As.
-  bool BeyondType : 1 = false;
   /// Recursion, or the own result of a function.
   bool OwnOnly : 1 = false;
   /// A variable is given an object.
@@ -31,8 +29,6 @@ struct ReachEdge {
   bool IsAddress : 1 = false;
   /// Only in false branches of #If.
   bool FalseOnly : 1 = false;
-  const Component* Module = nullptr;  ///< of the first use
-  std::int32_t Line = 0;
 };
 
 /// A name of which it shows only when the program runs what it means.

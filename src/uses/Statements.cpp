@@ -222,11 +222,6 @@ bool ModuleBinder::ParseMidTarget(std::size_t from, std::size_t end) {
   return true;
 }
 
-void ModuleBinder::DeclareLabel(std::size_t at) {
-  const std::int32_t record = AddUse(at, UseKind::Declare, UseAnswer::Label);
-  Of(record).Element = nullptr;
-}
-
 bool ModuleBinder::ParseControlFlow(std::size_t from, std::size_t end) {
   std::size_t at = from;
   switch (At(from).Name) {
@@ -355,7 +350,8 @@ void ModuleBinder::ParseStatement(std::size_t from, std::size_t end) {
 }
 
 void ModuleBinder::ParseOneStatement(std::size_t from, std::size_t end) {
-  if (mIsNet && from > 0 && IsWord(from, end) && ParseNetFlow(from, end)) return;
+  if (mIsNet && from > 0 && IsWord(from, end) && !At(from).Bracketed && ParseNetFlow(from, end))
+    return;
   std::size_t at = from;
   if (at < end && At(at).Kind == TokenKind::Number) ++at;  // a line number
   if (at >= end) return;

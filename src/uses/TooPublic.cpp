@@ -11,10 +11,6 @@
 namespace vendrel {
 namespace {
 
-const CodeElement* ModuleOf(const CodeElement& element) {
-  return IsA<Component>(&element) ? &element : element.OwnComponent();
-}
-
 bool IsWide(const CodeElement& element) {
   if (const auto* block = As<Block>(&element)) return block->AccessType() != atPrivate;
   if (const auto* variable = As<Variable>(&element)) return variable->AccessType() != atPrivate;
@@ -80,11 +76,11 @@ class TooPublicFinder {
 
   // By no other module; a type besides by nothing that is public itself and would show it.
   bool IsUsedWithin(const CodeElement& element) const {
-    const CodeElement* home = ModuleOf(element);
+    const CodeElement* home = element.OwnComponent();
     const bool isType = IsA<UDT, Enumeration>(&element);
     for (const ReachEdge* edge : mReach.UsesOf(element)) {
       const CodeElement& user = *mReach.Graph().Nodes()[edge->From];
-      if (ModuleOf(user) != home || (isType && IsWide(user))) return false;
+      if (user.OwnComponent() != home || (isType && IsWide(user))) return false;
     }
     return true;
   }

@@ -165,8 +165,7 @@ class ReferenceJudge {
 
  private:
   static const VBProject* ProjectOf(const CodeElement& element) {
-    const auto* module = As<Component>(&element);
-    const Component* home = module ? module : element.OwnComponent();
+    const Component* home = element.OwnComponent();
     return home ? home->VBProject() : As<VBProject>(&element);
   }
 

@@ -30,15 +30,6 @@ IndexedUse Kept(const NameUse& use, const CodeElement* element) {
   return kept;
 }
 
-// The procedure that a use calls; of what is none the element itself.
-const CodeElement* TargetOf(const IndexedUse& use) {
-  NameUse whole;
-  whole.Element = use.Element;
-  whole.Accessor = use.Accessor;
-  const Block* procedure = ProcedureOf(whole);
-  return procedure ? procedure : use.Element;
-}
-
 bool MakesEdge(const IndexedUse& use) {
   return use.Kind != UseKind::Declare && use.Kind != UseKind::Name && use.Kind != UseKind::Qualify;
 }
@@ -91,7 +82,7 @@ std::vector<UseEdge> UseIndex::Edges() const {
   std::map<Key, UseEdge> edges;
   for (const IndexedUse& use : All()) {
     if (!MakesEdge(use)) continue;
-    const CodeElement* target = TargetOf(use);
+    const CodeElement* target = TargetOf(use.Element, use.Accessor);
     UseEdge& edge = edges[{use.Holder, target, use.Kind}];
     if (edge.Count++ > 0) continue;
     edge.From = use.Holder;

@@ -109,16 +109,18 @@ def classes():
         yield from methods_of(name)
 
 
+# Properties of a line, in either spelling, that are no yes or no.
+LINE_TYPES = {"linetype": "LineTypeEnum", "eventindex": "int",
+              **dict.fromkeys(("text", "statementpart", "commentpart", "remainder"), "str")}
+
+
 def code_line():
     yield "\nclass CodeLine:"
     for name, member in vars(vendrelmodel.CodeLine).items():
         if isinstance(member, property):
-            kind = {"LineType": "LineTypeEnum", "EventIndex": "int"}.get(
-                name, "str" if name in ("Text", "StatementPart", "CommentPart", "Remainder")
-                else "bool")
-            for attribute in (name, ):
-                yield "    @property"
-                yield f"    def {attribute}(self) -> {kind}: ..."
+            kind = LINE_TYPES.get(name.replace("_", "").lower(), "bool")
+            yield "    @property"
+            yield f"    def {name}(self) -> {kind}: ..."
 
 
 def load():

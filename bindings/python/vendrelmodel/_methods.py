@@ -38,7 +38,7 @@ def names(self, kind: str = "") -> list[Name]:
 def walk(self, kind: str = "") -> Iterator[Any]:
     """Every element that has a qualified name, in the order of the tree; only those of `kind` if
     that is given."""
-    return iter([name.element for name in _native.names(self, kind)])
+    return iter(_native.find(self, "*", kind))
 
 
 def find(self, name: str, kind: str = "") -> list[Any]:
