@@ -40,7 +40,7 @@ int RunAssess(const AssessArguments& arguments, const Streams& streams) {
   if (!arguments.Paths.Paths.empty())
     assessment.Weights = CheckSettings({}).AtPath(arguments.Paths.Paths.front()).Weights;
   TakeWeights(arguments.Weights, assessment.Weights);
-  assessment.NativeRoot = NativeRootOf(arguments.Common);
+  assessment.NativeRoot = FolderSeenFrom(arguments.Common, arguments.Forms.Json);
   assessment.KeepsFindings = arguments.Places;
   WriteResult(arguments.Common, streams, arguments.Paths, [&](std::ostream& out) {
     code = ForEachProject(arguments.Paths, arguments.Common, streams,

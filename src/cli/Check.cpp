@@ -193,8 +193,8 @@ void Check::CheckModules(const std::string& folder) {
   const auto project = LoadFolderOfModules(folder, mArguments.Common, mStreams, LoadDepth::Modules,
                                            [&](VBProject& one) { Begin(one, comments); });
   if (!project)
-    throw ToolError(exNo,
-                    folder + ": no project (.vbp) and no module lies in or below this folder");
+    throw ToolError(
+        exNo, folder + ": no project (.vbp, .vbproj) and no module lies in or below this folder");
   CheckLoaded(*project, comments);
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "cli/JsonLines.h"
+#include "cli/TableWriter.h"
 #include "core/CaseFold.h"
 #include "survey/MovedCode.h"
 
@@ -52,7 +53,7 @@ void TreeDiff::Compare(ElementRef before, ElementRef after, const ElementPartner
 }
 
 ApiDiff::ApiDiff(const DiffArguments& arguments) {
-  mReport.NativeRoot = NativeRootOf(arguments.Common);
+  mReport.NativeRoot = FolderSeenFrom(arguments.Common, arguments.Json);
   mOptions.AllModules = arguments.AllModules;
 }
 

@@ -30,11 +30,11 @@ void WriteEdgesAsText(std::ostream& out, const CodeGraph& graph) {
   std::vector<bool> isTied(graph.Nodes.size());
   for (const CodeGraph::Edge& edge : graph.Edges) {
     isTied[edge.From] = isTied[edge.To] = true;
-    WriteRow(out, {Shown(graph.Nodes[edge.From].Label), edge.Relation,
-                   Shown(graph.Nodes[edge.To].Label), std::to_string(edge.Count)});
+    WriteRow(out, {graph.Nodes[edge.From].Label, edge.Relation, graph.Nodes[edge.To].Label,
+                   std::to_string(edge.Count)});
   }
   for (std::size_t i = 0; i < graph.Nodes.size(); ++i)
-    if (!isTied[i]) WriteRow(out, {Shown(graph.Nodes[i].Label)});
+    if (!isTied[i]) WriteRow(out, {graph.Nodes[i].Label});
 }
 
 void WriteGraphAsJson(std::ostream& out, const CodeGraph& graph, const CommonOptions& options) {

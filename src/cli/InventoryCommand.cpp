@@ -1,4 +1,3 @@
-#include <filesystem>
 #include <memory>
 
 #include "cli/Commands.h"
@@ -23,18 +22,11 @@ void AddFilesBelow(const std::string& path, Inventory& inventory) {
   for (const FileSystemObject& file : SourceFilesBelow(path)) inventory.AddFile(file);
 }
 
-// Programs are told whole paths, people those from where they stand.
-std::string FolderSeenFrom(const InventoryArguments& arguments) {
-  std::string root = NativeRootOf(arguments.Common);
-  if (!root.empty() || arguments.Forms.Json) return root;
-  return std::filesystem::current_path().string();
-}
-
 int RunInventory(const InventoryArguments& arguments, const Streams& streams) {
   int code = exDone;
   WriteResult(arguments.Common, streams, arguments.Paths, [&](std::ostream& out) {
     Inventory inventory;
-    inventory.NativeRoot = FolderSeenFrom(arguments);
+    inventory.NativeRoot = FolderSeenFrom(arguments.Common, arguments.Forms.Json);
     inventory.FindsNearDuplicates = arguments.NearDuplicates;
     code = ForEachProject(arguments.Paths, arguments.Common, streams,
                           [&](VBProject& project) { inventory.Add(project); });

@@ -1,6 +1,7 @@
 #include "cli/TableWriter.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "cli/JsonLines.h"
 #include "cli/ShownText.h"
@@ -157,6 +158,11 @@ void WriteTables(std::ostream& out, const std::vector<Table>& tables, const Tabl
     case TableForm::Html: return WriteAsHtml(out, tables, style.Title, style.All);
     case TableForm::Text: return WriteAsText(out, tables, style.All);
   }
+}
+
+std::string FolderSeenFrom(const CommonOptions& options, bool isJson) {
+  std::string root = NativeRootOf(options);
+  return root.empty() && !isJson ? std::filesystem::current_path().string() : root;
 }
 
 }  // namespace vendrel::cli

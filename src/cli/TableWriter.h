@@ -27,6 +27,10 @@ struct TableForms {
 /// Adds --csv, --json and --html, of which one may be given.
 void AddTableForms(CLI::App& command, TableForms& forms);
 
+/// The folder of this machine from which a table shows paths: that of --root, else, for people,
+/// where one stands; empty for whole paths, which programs are told.
+std::string FolderSeenFrom(const CommonOptions& options, bool isJson);
+
 struct TableStyle {
   /// As the first line of JSON tells it.
   std::string_view Command;

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "core/Ascii.h"
+#include "text/Separators.h"
 #include "text/WordList.h"
 
 namespace vendrel::site {
@@ -61,10 +62,6 @@ bool Holds(const Words& words, std::string_view word) {
 // would be wrong more often than right.
 constexpr std::string_view kShared[] = {"Text", "Key",   "Custom", "Auto", "Out",  "Take",
                                         "Skip", "Group", "Order",  "Base", "From", "Assembly"};
-
-bool IsWordByte(char c) {
-  return IsLetterAscii(c) || IsDigitAscii(c) || c == '_' || static_cast<signed char>(c) < 0;
-}
 
 }  // namespace
 

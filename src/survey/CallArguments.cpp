@@ -1,6 +1,7 @@
 #include "survey/CallArguments.h"
 
 #include "core/Ascii.h"
+#include "text/Separators.h"
 
 namespace vendrel {
 namespace {
@@ -63,10 +64,7 @@ class ArgumentWalk {
   bool mInBrackets;
 };
 
-bool IsChainByte(char c) {
-  return IsLetterAscii(c) || IsDigitAscii(c) || c == '_' || c == '.' || c == '!' ||
-         static_cast<unsigned char>(c) >= 0x80;
-}
+bool IsChainByte(char c) { return IsWordByte(c) || c == '.' || c == '!'; }
 
 // Where what a name is qualified by begins, brackets with their content included:
 // "Forms(i).Size" of "If Forms(i).Size".

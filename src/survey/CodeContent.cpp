@@ -7,13 +7,10 @@
 #include "core/Ascii.h"
 #include "survey/NearDuplicates.h"
 #include "text/CodeText.h"
+#include "text/Separators.h"
 
 namespace vendrel {
 namespace {
-
-bool IsNameByte(char c) {
-  return IsLetterAscii(c) || IsDigitAscii(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
-}
 
 // Lower case, without blanks but those between two words, "own" in the place of a name.
 std::uint32_t HashOfLine(std::string_view text, std::string_view ownName, std::string& buffer) {
@@ -21,14 +18,14 @@ std::uint32_t HashOfLine(std::string_view text, std::string_view ownName, std::s
   for (std::size_t i = 0; i < text.size();) {
     if (IsGap(text[i])) {
       const std::size_t next = std::min(text.find_first_not_of(" \t", i), text.size());
-      if (!buffer.empty() && next < text.size() && IsNameByte(buffer.back()) &&
-          IsNameByte(text[next]))
+      if (!buffer.empty() && next < text.size() && IsWordByte(buffer.back()) &&
+          IsWordByte(text[next]))
         buffer.push_back(' ');
       i = next;
       continue;
     }
     std::size_t end = i;
-    while (end < text.size() && IsNameByte(text[end])) ++end;
+    while (end < text.size() && IsWordByte(text[end])) ++end;
     if (end == i) {
       buffer.push_back(text[i++]);
       continue;

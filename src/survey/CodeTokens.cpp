@@ -3,13 +3,10 @@
 #include <algorithm>
 
 #include "core/Ascii.h"
+#include "text/Separators.h"
 
 namespace vendrel {
 namespace {
-
-bool IsTokenByte(char c) {
-  return IsLetterAscii(c) || IsDigitAscii(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
-}
 
 std::size_t EndOfText(std::string_view line, std::size_t at) {
   for (++at; at < line.size(); ++at)
@@ -66,7 +63,7 @@ class CodeCutter {
  private:
   void Take() {
     const char c = mLine[mAt];
-    if (IsTokenByte(c) || c == '[') return TakeWord();
+    if (IsWordByte(c) || c == '[') return TakeWord();
     if (c == '"') return Add(CodeTokenKind::Text, EndOfText(mLine, mAt));
     if (c == '#')
       if (const std::size_t end = EndOfDate(mLine, mAt); end > mAt)
@@ -82,7 +79,7 @@ class CodeCutter {
     if (mLine[mAt] == '[') {
       end = std::min(mLine.find(']', mAt), mLine.size() - 1) + 1;
     } else {
-      while (end < mLine.size() && IsTokenByte(mLine[end])) ++end;
+      while (end < mLine.size() && IsWordByte(mLine[end])) ++end;
       if (end < mLine.size() && mLine[end] == '$') ++end;
     }
     const bool isNumber = IsDigitAscii(mLine[mAt]);

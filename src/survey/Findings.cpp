@@ -3,7 +3,9 @@
 #include <unordered_set>
 
 #include "core/Ascii.h"
+#include "core/Utf8.h"
 #include "services/SourceText.h"
+#include "text/Separators.h"
 
 namespace vendrel {
 namespace {
@@ -18,21 +20,6 @@ std::string_view QuotedIn(std::string_view text) {
   const std::size_t close = text.find('\'', open + 1);
   return close == std::string_view::npos ? std::string_view()
                                          : text.substr(open + 1, close - open - 1);
-}
-
-// U+202A to U+202E and U+2066 to U+2069.
-std::size_t FindDirectionControl(std::string_view line) {
-  for (std::size_t at = line.find("\xE2\x80"); at != std::string_view::npos;
-       at = line.find("\xE2\x80", at + 1))
-    if (at + 2 < line.size() && line[at + 2] >= '\xAA' && line[at + 2] <= '\xAE') return at;
-  for (std::size_t at = line.find("\xE2\x81"); at != std::string_view::npos;
-       at = line.find("\xE2\x81", at + 1))
-    if (at + 2 < line.size() && line[at + 2] >= '\xA6' && line[at + 2] <= '\xA9') return at;
-  return std::string_view::npos;
-}
-
-bool IsWordByte(char c) {
-  return IsLetterAscii(c) || IsDigitAscii(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
 
 std::size_t FindWhole(std::string_view line, std::string_view word) {
@@ -56,7 +43,9 @@ std::int32_t CharactersBefore(std::string_view line, std::size_t at) {
 std::size_t ColumnOffset(const Finding& finding, std::string_view line) {
   std::size_t at = std::string_view::npos;
   if (finding.Rule->Id == CodeName(DiagnosticCode::DirectionControl))
-    at = FindDirectionControl(line);
+    at = FirstDirectionControl(line);
+  if (at == line.size())
+    at = std::string_view::npos;
   else if (const std::string_view quoted = QuotedIn(finding.Text); !quoted.empty())
     at = FindWhole(line, quoted);
   if (at == std::string_view::npos) at = line.find_first_not_of(" \t");

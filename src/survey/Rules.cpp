@@ -2,11 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <numeric>
-#include <utility>
-#include <vector>
 
 #include "diagnostics/Diagnostic.h"
+#include "text/EditDistance.h"
 
 namespace vendrel {
 namespace {
@@ -89,21 +87,6 @@ static_assert(EachDiagnosticIsARule(), "each row of VENDREL_DIAGNOSTICS needs it
 
 constexpr std::array<std::string_view, 4> kLevelNames{"off", "note", "warning", "error"};
 
-// Insertions, deletions and replacements that make one text of the other.
-std::size_t Distance(std::string_view a, std::string_view b) {
-  std::vector<std::size_t> row(b.size() + 1);
-  std::iota(row.begin(), row.end(), std::size_t{0});
-  for (std::size_t i = 1; i <= a.size(); ++i) {
-    std::size_t diagonal = std::exchange(row[0], i);
-    for (std::size_t j = 1; j <= b.size(); ++j) {
-      const std::size_t replaced = diagonal + (a[i - 1] != b[j - 1]);
-      diagonal = row[j];
-      row[j] = std::min({row[j] + 1, row[j - 1] + 1, replaced});
-    }
-  }
-  return row.back();
-}
-
 }  // namespace
 
 std::span<const Rule> AllRules() { return kRules; }
@@ -117,9 +100,9 @@ const Rule* FindRule(std::string_view id) {
 std::string_view NearestRule(std::string_view id) {
   std::string_view nearest;
   std::size_t least = 4;  // further away it is another word
-  if (id.size() > 64) return nearest;
+  if (id.size() > kLongestCompared) return nearest;
   for (const Rule& rule : kRules) {
-    const std::size_t distance = Distance(id, rule.Id);
+    const std::size_t distance = EditDistance(id, rule.Id);
     if (distance >= least) continue;
     least = distance;
     nearest = rule.Id;
