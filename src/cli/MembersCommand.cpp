@@ -38,6 +38,19 @@ std::vector<std::string> KindWords() {
   return words;
 }
 
+// By its name or qualified name; of .NET with as much of its namespaces as wanted, and without the
+// number of its type parameters where none is given.
+bool IsCalled(const Component& component, std::string_view name) {
+  const std::string qualified = component.QualifiedName();
+  if (EqualsNoCase(component.Name, name) || EqualsNoCase(qualified, name)) return true;
+  std::string_view own = qualified;
+  own.remove_prefix(own.rfind('~') + 1);
+  if (name.find('`') == std::string_view::npos) own = own.substr(0, own.rfind('`'));
+  if (own.size() < name.size() || !EqualsNoCase(own.substr(own.size() - name.size()), name))
+    return false;
+  return own.size() == name.size() || own[own.size() - name.size() - 1] == '.';
+}
+
 class MembersWriter {
  public:
   MembersWriter(const MembersArguments& arguments, std::ostream& out)
@@ -49,9 +62,7 @@ class MembersWriter {
   void Write(VBProject& project) {
     if (mArguments.Json) mNames.Add(vendrel::Describe(project));
     for (Component& component : project.Components.Listed())
-      if (EqualsNoCase(component.Name, mArguments.Module) ||
-          EqualsNoCase(component.QualifiedName(), mArguments.Module))
-        Write(component);
+      if (IsCalled(component, mArguments.Module)) Write(component);
   }
 
  private:

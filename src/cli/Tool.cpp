@@ -141,8 +141,15 @@ std::string WrongUse(const CLI::App& app, const CLI::ParseError& error, const st
     const std::string word = words.substr(0, words.find(' '));
     text = "does not take " + words + HintFor(command, word);
   }
-  if (const std::size_t missing = text.find(" is required"); missing != std::string::npos)
-    text = "needs " + UpperAscii(text.substr(0, missing));
+  if (const std::size_t missing = text.find(" is required"); missing != std::string::npos) {
+    const std::string what = text.substr(0, missing);
+    text = "needs " + (what.starts_with('-') ? what : UpperAscii(what));
+  }
+  constexpr std::string_view kValue = ": 1 required ";
+  if (const std::size_t value = text.find(kValue);
+      value != std::string::npos && text.ends_with(" missing"))
+    text = text.substr(0, value) + " needs " +
+           text.substr(value + kValue.size(), text.rfind(' ') - value - kValue.size());
   if (!command) return "say what is to be done" + help;
   return first + ": " + text + help;
 }

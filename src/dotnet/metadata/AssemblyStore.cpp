@@ -42,6 +42,14 @@ std::string KeyOf(const AssemblyIdentity& identity, const std::string& folder) {
   return FoldKey(identity.Name) + " " + identity.VersionText() + " " + folder;
 }
 
+// For a person: sources name assemblies without a version.
+std::string ShownIdentity(const AssemblyIdentity& identity) {
+  const std::string name = CleanName(identity.Name);
+  const bool isAnyVersion = std::all_of(std::begin(identity.Version), std::end(identity.Version),
+                                        [](auto part) { return part == 0; });
+  return isAnyVersion ? name : name + " " + identity.VersionText();
+}
+
 std::uint64_t VersionNumber(const AssemblyIdentity& identity) {
   std::uint64_t number = 0;
   for (const std::uint16_t part : identity.Version) number = number << 16 | part;
@@ -80,7 +88,7 @@ const AssemblyFile* AssemblyStore::Named(const AssemblyIdentity& identity,
     file = Search(core, folder);
   }
   mByIdentity[key] = file;
-  if (!file && OnMissing) OnMissing(CleanName(identity.Name) + " " + identity.VersionText());
+  if (!file && OnMissing) OnMissing(ShownIdentity(identity));
   return file;
 }
 

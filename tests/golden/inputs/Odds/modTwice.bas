@@ -1,0 +1,3 @@
+Attribute VB_Name = "modTwice"
+Public Sub Again
+End Sub
