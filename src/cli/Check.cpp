@@ -63,7 +63,7 @@ void ReportMissingReferences(const VBProject& project) {
 }  // namespace
 
 Check::Check(const CheckArguments& arguments, const Streams& streams)
-    : mArguments(arguments), mStreams(streams), mSettings(arguments.Rules) {
+    : mArguments(arguments), mStreams(arguments.Paths.For(streams)), mSettings(arguments.Rules) {
   const CheckSettings::ForRun run = mSettings.AtPath(arguments.Paths.Paths.front());
   mIsStrict = arguments.Common.Strict || run.Strict;
   mBaselinePath = arguments.Baseline.empty()

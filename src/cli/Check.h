@@ -62,7 +62,7 @@ class Check {
   int ExitCode() const;
 
   const CheckArguments& mArguments;
-  const Streams& mStreams;
+  const Streams mStreams;
   CheckSettings mSettings;
   bool mIsStrict;
   std::string mBaselinePath;

@@ -84,8 +84,9 @@ int ForEachInput(const Inputs& inputs, const CommonOptions& options, const Strea
 int ForEachProject(const Inputs& inputs, const CommonOptions& options, const Streams& streams,
                    const std::function<void(VBProject&)>& visit, LoadDepth depth,
                    const std::function<void(VBProject&)>& prepare) {
+  const Streams each = inputs.For(streams);
   return ForEachInput(inputs, options, streams, [&](const std::string& path) {
-    return ForEachProject(path, options, streams, visit, depth, prepare);
+    return ForEachProject(path, options, each, visit, depth, prepare);
   });
 }
 

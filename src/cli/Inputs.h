@@ -17,6 +17,10 @@ struct Inputs {
   std::vector<std::string> Paths;
 
   bool AreSeveral() const { return Paths.size() > 1; }
+  /// Where their trees are left: those of several not at all.
+  Streams For(const Streams& streams) const {
+    return AreSeveral() ? streams.ForOneOfMany() : streams;
+  }
   /// As messages name them; of many the first ones.
   std::string Shown() const;
 };

@@ -49,7 +49,8 @@ int main(int argc, char** argv) {
                                       isatty(STDOUT_FILENO) != 0,
                                       isatty(STDERR_FILENO) != 0,
                                       isatty(STDIN_FILENO) != 0 ? &answers : nullptr,
-                                      &answers};
+                                      &answers,
+                                      new std::vector<std::shared_ptr<const void>>};
   const int code = vendrel::cli::RunTool(argc, argv, streams);
   if (const int signal = vendrel::cli::NotedSignal();
       signal != 0 && code == vendrel::cli::SignalBase + signal) {

@@ -114,7 +114,7 @@ std::shared_ptr<VBProject> LoadOneOf(const std::string& path, const CommonOption
                                      const std::function<void(VBProject&)>& prepare) {
   const DiagnosticScope scope(&told, path);
   try {
-    return LoadInput(path, options, streams, depth, prepare);
+    return LoadInput(path, options, streams.ForOneOfMany(), depth, prepare);
   } catch (const ToolError& error) {
     ReportUnread(path, error);
     return nullptr;
@@ -126,6 +126,7 @@ std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonO
                                           const std::function<void(VBProject&)>& prepare) {
   ApplyToProcess(options);
   auto group = std::make_shared<VBProjectGroup>();
+  if (streams.Lasting) streams.Lasting->push_back(group);
   const std::string evidence = UseCodePageFor(AbsolutePath(path), options);
   try {
     if (!group->Load(AbsolutePath(path), true, true))

@@ -189,7 +189,7 @@ void RoundTrip::ReportLine(const VBProject& project, bool byRule, std::int32_t l
 void RoundTrip::CompareTrees(const VBProject& before, const std::string& written) {
   CommonOptions options = mOptions;
   options.CodePage = CodePageOf(before);  // what was guessed for the first holds
-  const auto after = LoadInput(written, options, mStreams);
+  const auto after = LoadInput(written, options, mStreams.ForOneOfMany());
   const DifferenceOptions wanted{.Lines = true, .Places = false, .Paths = false};
   Compare(Describe(before), Describe(*after), wanted, [&](Change change) {
     if (FollowsFromRules(change, before)) {

@@ -269,6 +269,7 @@ std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOption
                      : LoadWithCodePage(AbsolutePath(path), kind, options);
   if (kind == InputKind::DotNetProject && depth == LoadDepth::Modules && !options.Unresolved)
     project = ResolvedSet(std::move(project), options);
+  if (streams.Lasting) streams.Lasting->push_back(project);
   if (depth == LoadDepth::ProjectFile) return project;
   if (prepare) prepare(*project);
   ProgressBar bar(*project, options, streams);
@@ -296,6 +297,7 @@ std::shared_ptr<VBProject> LoadFolderOfModules(const std::string& path,
   auto project = LoadWithCodePage(files.front().FullPath(), InputKind::Module, options);
   project->FileName.SetFullPath(AbsolutePath(path));
   project->ProjectName = project->FileName.LeafName();
+  if (streams.Lasting) streams.Lasting->push_back(project);
   {
     const DiagnosticScope scope(&project->Diagnostics, project->FileName.FullPath());
     for (std::size_t i = 1; i < files.size(); ++i) AddModule(*project, files[i]);

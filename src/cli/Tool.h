@@ -2,7 +2,10 @@
 // The command-line tool as a function, so that tests can call it.
 
 #include <istream>
+#include <memory>
 #include <ostream>
+#include <string_view>
+#include <vector>
 
 namespace vendrel::cli {
 
@@ -33,6 +36,16 @@ struct Streams {
   std::istream* Answers = nullptr;
   /// What is piped in: a list of paths; null where there is none.
   std::istream* In = nullptr;
+  /// Where a process that ends with its command leaves the trees of single inputs, since taking
+  /// them apart would only keep a person waiting; null: each goes with its last user.
+  std::vector<std::shared_ptr<const void>>* Lasting = nullptr;
+
+  /// The same for what must not pile up: one of many, or one that is looked at and dropped.
+  Streams ForOneOfMany() const {
+    Streams streams = *this;
+    streams.Lasting = nullptr;
+    return streams;
+  }
 };
 
 /// Name and version: "vendrelmodel 2.0".
