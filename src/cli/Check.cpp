@@ -5,6 +5,7 @@
 
 #include "cli/Progress.h"
 #include "cli/ProjectSets.h"
+#include "cli/ProjectsAhead.h"
 #include "cli/Report.h"
 #include "cli/Results.h"
 #include "cli/Session.h"
@@ -61,6 +62,42 @@ void ReportMissingReferences(const VBProject& project) {
 }
 
 }  // namespace
+
+/// What is found in one project, on the thread that loads it.
+class ProjectCheck final : public ProjectsAhead::Task {
+ public:
+  ProjectCheck(CheckSettings& settings, bool isVerbose)
+      : mSettings(settings), mIsVerbose(isVerbose) {}
+
+  // Whoever asks for descriptions takes an ordinary comment for one.
+  void Prepare(VBProject& project) override {
+    mComments.Begin(project);
+    if (!mSettings.IsOnIn(project, *FindRule("undocumented"))) return;
+    project.UnTaggedBlocks = project.UnTaggedEnumerations = project.UnTaggedEvents = true;
+    project.UnTaggedUDTs = project.UnTaggedVariables = true;
+  }
+
+  void Run(VBProject& project) override {
+    {
+      const DiagnosticScope scope(&project.Diagnostics, project.FileName.FullPath());
+      mComments.ReportUnplaced();
+      if (mIsVerbose) ReportMissingReferences(project);
+    }
+    for (const Diagnostic& item : project.Diagnostics) Findings.push_back(FindingOf(item));
+    const auto isOn = [&](const Rule& rule) { return mSettings.IsOnIn(project, rule); };
+    FindInProject(project, isOn, Findings);
+    FindByUses(project, isOn, Findings);
+    ProjectSources sources(project);
+    for (Finding& finding : Findings) sources.Complete(finding);
+  }
+
+  std::vector<Finding> Findings;
+
+ private:
+  CheckSettings& mSettings;
+  const bool mIsVerbose;
+  CommentWatch mComments;
+};
 
 Check::Check(const CheckArguments& arguments, const Streams& streams)
     : mArguments(arguments), mStreams(arguments.Paths.For(streams)), mSettings(arguments.Rules) {
@@ -131,7 +168,7 @@ void Check::CheckInput(const std::string& path) try {
   switch (KindOfInput(path)) {
     case InputKind::Folder: return CheckFolder(path);
     case InputKind::Group: return CheckGroup(path);
-    default: return CheckProject(path, nullptr);
+    default: return CheckProject(path);
   }
 } catch (const ToolError& error) {
   if (mArguments.Paths.AreSeveral() && error.Code() == exFailed) ++mCounts.Unread;
@@ -149,80 +186,66 @@ void Check::CheckFolder(const std::string& path) {
     const auto [leaf, isNew] = mFilesByLeaf.try_emplace(FoldKey(file.LeafName()), file.FullPath());
     if (!isNew) leaf->second.clear();
   }
-  ProgressOfMany progress(files.size(), mArguments.Common, mStreams);
-  for (const FileSystemObject& file : files) {
+  std::vector<std::string> paths;
+  for (const FileSystemObject& file : files) paths.push_back(file.FullPath());
+  CheckProjects(std::move(paths));
+}
+
+void Check::CheckProjects(std::vector<std::string> paths) {
+  ProgressOfMany progress(paths.size(), mArguments.Common, mStreams);
+  ProjectsAhead projects(std::move(paths), mArguments.Common, mStreams, [this] {
+    return std::make_unique<ProjectCheck>(mSettings, mArguments.Verbose);
+  });
+  while (true) {
     progress.Step();
-    told.Clear();
-    CheckProject(file.FullPath(), &told);
+    Diagnostics told;
+    const auto turn = projects.Next(told);
     progress.Clear();
+    if (!turn) return;
+    if (turn->Project && turn->IsAside) progress.Add(*turn->Project);
+    if (turn->Project)
+      Take(*turn->Project, static_cast<ProjectCheck&>(*turn->Done).Findings);
+    else
+      ++mCounts.Unread;
     Tell(told);
   }
 }
 
-// The members one after the other, as they would be alone; those that the group names in vain are
+// The members each as it would be alone; those that the group names in vain are
 // told at its line.
 void Check::CheckGroup(const std::string& path) {
   const auto group = LoadGroup(path, mArguments.Common, mStreams, LoadDepth::ProjectFile);
   mCounts.Unread += group->Diagnostics.CountOf(DiagnosticCode::MissingProject) +
                     group->Diagnostics.CountOf(DiagnosticCode::UnreadProject);
   Tell(group->Diagnostics);
-  Diagnostics told;
-  for (const VBProject& member : group->AllVBProjects()) {
-    told.Clear();
-    CheckProject(member.FileName.FullPath(), &told);
-    Tell(told);
-  }
+  std::vector<std::string> paths;
+  for (const VBProject& member : group->AllVBProjects())
+    paths.push_back(member.FileName.FullPath());
+  CheckProjects(std::move(paths));
 }
 
-// With a list to tell it to, a project that cannot be read does not end the check.
-void Check::CheckProject(const std::string& path, Diagnostics* told) {
-  CommentWatch comments;
-  const auto begin = [&](VBProject& project) { Begin(project, comments); };
-  const auto project =
-      told ? LoadOneOf(path, mArguments.Common, mStreams, *told, LoadDepth::Modules, begin)
-           : LoadInput(path, mArguments.Common, mStreams, LoadDepth::Modules, begin);
-  if (project)
-    CheckLoaded(*project, comments);
-  else
-    ++mCounts.Unread;
+void Check::CheckProject(const std::string& path) {
+  ProjectCheck check(mSettings, mArguments.Verbose);
+  const auto project = LoadInput(path, mArguments.Common, mStreams, LoadDepth::Modules,
+                                 [&](VBProject& one) { check.Prepare(one); });
+  check.Run(*project);
+  Take(*project, check.Findings);
 }
 
 // A folder without project files is one project of its modules.
 void Check::CheckModules(const std::string& folder) {
-  CommentWatch comments;
+  ProjectCheck check(mSettings, mArguments.Verbose);
   const auto project = LoadFolderOfModules(folder, mArguments.Common, mStreams, LoadDepth::Modules,
-                                           [&](VBProject& one) { Begin(one, comments); });
+                                           [&](VBProject& one) { check.Prepare(one); });
   if (!project)
     throw ToolError(
         exNo, folder + ": no project (.vbp, .vbproj) and no module lies in or below this folder");
-  CheckLoaded(*project, comments);
+  check.Run(*project);
+  Take(*project, check.Findings);
 }
 
-// Whoever asks for descriptions takes an ordinary comment for one.
-void Check::Begin(VBProject& project, CommentWatch& comments) {
-  comments.Begin(project);
-  if (!mSettings.IsOnIn(project, *FindRule("undocumented"))) return;
-  project.UnTaggedBlocks = project.UnTaggedEnumerations = project.UnTaggedEvents = true;
-  project.UnTaggedUDTs = project.UnTaggedVariables = true;
-}
-
-void Check::CheckLoaded(VBProject& project, const CommentWatch& comments) {
-  {
-    const DiagnosticScope scope(&project.Diagnostics, project.FileName.FullPath());
-    comments.ReportUnplaced();
-    if (mArguments.Verbose) ReportMissingReferences(project);
-  }
-  std::vector<Finding> findings;
-  for (const Diagnostic& item : project.Diagnostics) findings.push_back(FindingOf(item));
-  FindInProject(
-      project, [&](const Rule& rule) { return mSettings.IsOnIn(project, rule); }, findings);
-  FindByUses(
-      project, [&](const Rule& rule) { return mSettings.IsOnIn(project, rule); }, findings);
-  ProjectSources sources(project);
-  for (Finding& finding : findings) {
-    sources.Complete(finding);
-    TellWhereItMayBe(finding);
-  }
+void Check::Take(const VBProject& project, std::vector<Finding>& findings) {
+  for (Finding& finding : findings) TellWhereItMayBe(finding);
   Tell(std::move(findings), project.FileName.FullPath());
   mCounts.Add(project);
   mEstate.Add(project);

@@ -31,8 +31,6 @@ struct CheckArguments {
   bool WritesBaseline = false;
 };
 
-class CommentWatch;
-
 /// One run. What is told goes to one stream, each thing once: a module that many projects share is
 /// read, but not told of, with each of them.
 class Check {
@@ -51,9 +49,9 @@ class Check {
   void CheckFolder(const std::string& path);
   void CheckModules(const std::string& folder);
   void CheckGroup(const std::string& path);
-  void CheckProject(const std::string& path, Diagnostics* told);
-  void Begin(VBProject& project, CommentWatch& comments);
-  void CheckLoaded(VBProject& project, const CommentWatch& comments);
+  void CheckProjects(std::vector<std::string> paths);
+  void CheckProject(const std::string& path);
+  void Take(const VBProject& project, std::vector<Finding>& findings);
   void TellWhereItMayBe(Finding& finding);
   void SumUpReferences();
   void Tell(const Diagnostics& diagnostics);

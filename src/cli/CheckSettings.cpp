@@ -119,13 +119,19 @@ void CheckSettings::ReadFile(const FileSystemObject& file, Folder& folder) {
 }
 
 const CheckSettings::Folder& CheckSettings::At(const std::string& folder) {
+  const std::lock_guard lock(mMutex);
+  return KnownAt(folder);
+}
+
+// Needs the lock. What is known of a folder stays where it is.
+const CheckSettings::Folder& CheckSettings::KnownAt(const std::string& folder) {
   std::unique_ptr<const Folder>& known = mFolders[folder];
   if (known) return *known;
   auto settings = std::make_unique<Folder>();
   // "Z:\src\a\" -> "Z:\src\"
   const std::size_t parent =
       folder.size() < 2 ? std::string::npos : folder.find_last_of('\\', folder.size() - 2);
-  if (parent != std::string::npos) *settings = At(folder.substr(0, parent + 1));
+  if (parent != std::string::npos) *settings = KnownAt(folder.substr(0, parent + 1));
   if (!folder.empty()) {
     const FileSystemObject file(folder + kSettingsFile);
     if (file.Exists()) ReadFile(file, *settings);

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,7 @@ namespace vendrel::cli {
 inline constexpr const char* kSettingsFile = ".vendrelmodel.toml";
 
 /// The settings of a check. Files are looked for when a file of their folder is asked about.
+/// Several threads may ask at once.
 class CheckSettings {
  public:
   /// `rules`: values of --rule, "ID=LEVEL"; they go before every file. Raises a usage error for one
@@ -55,11 +57,13 @@ class CheckSettings {
     ForRun Run;
   };
   const Folder& At(const std::string& folder);
+  const Folder& KnownAt(const std::string& folder);
   static void ReadFile(const FileSystemObject& file, Folder& folder);
 
   Levels mOfCommandLine;
   /// By folder, in Windows form with its backslash.
   std::map<std::string, std::unique_ptr<const Folder>> mFolders;
+  std::mutex mMutex;
 };
 
 }  // namespace vendrel::cli

@@ -16,6 +16,7 @@ struct ProjectsAhead::Slot {
   State Is = State::Free;
   std::size_t Index = 0;
   std::shared_ptr<VBProject> Project;
+  std::unique_ptr<Task> Done;
   Diagnostics Told;
   std::exception_ptr Failure;
 };
@@ -23,12 +24,14 @@ struct ProjectsAhead::Slot {
 ProjectsAhead::Turn::Turn(ProjectsAhead& owner, Slot& slot)
     : Project(std::move(slot.Project)),
       Path(owner.mPaths[slot.Index]),
+      Done(std::move(slot.Done)),
       IsAside(slot.Own != nullptr),
       mOwner(owner),
       mSlot(slot),
       mUse(*slot.Surroundings) {}
 
 ProjectsAhead::Turn::~Turn() {
+  Done.reset();
   Project.reset();
   mOwner.Release(mSlot);
 }
@@ -40,9 +43,21 @@ ProjectsAhead::ProjectsAhead(std::vector<std::string> paths, const CommonOptions
       mStreams(streams),
       mDepth(depth),
       mPrepare(std::move(prepare)) {
-  // Whoever prepares projects counts on one thread.
-  const std::size_t jobs =
-      mPrepare ? 1 : std::min<std::size_t>(options.JobsAtHand(), mPaths.size());
+  Start(mPrepare ? 1 : options.JobsAtHand());  // whoever prepares projects counts on one thread
+}
+
+ProjectsAhead::ProjectsAhead(std::vector<std::string> paths, const CommonOptions& options,
+                             const Streams& streams, TaskMaker make)
+    : mPaths(std::move(paths)),
+      mOptions(options),
+      mStreams(streams),
+      mDepth(LoadDepth::Modules),
+      mMake(std::move(make)) {
+  Start(options.JobsAtHand());
+}
+
+void ProjectsAhead::Start(std::size_t jobs) {
+  jobs = std::min(jobs, mPaths.size());
   if (jobs <= 1) {
     mSlots.emplace_back().Surroundings = &Workspace::Current();
     return;
@@ -65,6 +80,7 @@ ProjectsAhead::~ProjectsAhead() {
   for (std::thread& worker : mWorkers) worker.join();
   for (Slot& slot : mSlots) {
     const Workspace::Use use(*slot.Surroundings);
+    slot.Done.reset();
     slot.Project.reset();
   }
 }
@@ -87,7 +103,12 @@ void ProjectsAhead::Load(Slot& slot) {
   Streams streams = mStreams;
   if (slot.Own) streams.ErrIsTerminal = false;
   try {
-    slot.Project = LoadOneOf(mPaths[slot.Index], mOptions, streams, slot.Told, mDepth, mPrepare);
+    if (mMake) slot.Done = mMake();
+    const Preparation prepare =
+        mMake ? Preparation([&slot](VBProject& project) { slot.Done->Prepare(project); })
+              : mPrepare;
+    slot.Project = LoadOneOf(mPaths[slot.Index], mOptions, streams, slot.Told, mDepth, prepare);
+    if (slot.Project && slot.Done) slot.Done->Run(*slot.Project);
   } catch (...) {
     slot.Failure = std::current_exception();
   }

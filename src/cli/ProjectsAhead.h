@@ -27,10 +27,24 @@ namespace vendrel::cli {
 /// What comes of it, and in which order, does not depend on the number of jobs.
 class ProjectsAhead {
  public:
+  /// What is done with a project on the thread that loads it: one object a project. It shares
+  /// nothing that changes with the others.
+  class Task {
+   public:
+    virtual ~Task() = default;
+    /// Gets the project before its modules are read.
+    virtual void Prepare(VBProject&) {}
+    /// Gets it when it has been read. What is raised is raised again by `Next`.
+    virtual void Run(VBProject&) {}
+  };
+  using TaskMaker = std::function<std::unique_ptr<Task>()>;
   using Preparation = std::function<void(VBProject&)>;
   /// With `prepare`, which gets each project before its modules are read, there is one job.
   ProjectsAhead(std::vector<std::string> paths, const CommonOptions& options,
                 const Streams& streams, LoadDepth depth, Preparation prepare = {});
+  /// With a task for each project, made by `make` on any thread.
+  ProjectsAhead(std::vector<std::string> paths, const CommonOptions& options,
+                const Streams& streams, TaskMaker make);
   ~ProjectsAhead();
   ProjectsAhead(const ProjectsAhead&) = delete;
   ProjectsAhead& operator=(const ProjectsAhead&) = delete;
@@ -46,6 +60,8 @@ class ProjectsAhead {
     /// Null if it could not be read.
     std::shared_ptr<VBProject> Project;
     std::string Path;
+    /// What was done with it; null without tasks.
+    std::unique_ptr<Task> Done;
     /// It was loaded in a workspace of its own.
     bool IsAside = false;
 
@@ -59,6 +75,7 @@ class ProjectsAhead {
   std::unique_ptr<Turn> Next(Diagnostics& told);
 
  private:
+  void Start(std::size_t jobs);
   Slot* Claim();
   void Load(Slot& slot);
   void WorkUntilDone();
@@ -69,6 +86,7 @@ class ProjectsAhead {
   const Streams& mStreams;
   const LoadDepth mDepth;
   const Preparation mPrepare;
+  const TaskMaker mMake;
   std::deque<Slot> mSlots;
   std::size_t mClaimed = 0, mGiven = 0;
   bool mStops = false;

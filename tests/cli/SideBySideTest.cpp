@@ -29,9 +29,9 @@ class SideBySide : public testing::Test {
 };
 
 TEST_F(SideBySide, ResultsAndWhatIsToldDoNotDependOnTheNumberOfJobs) {
-  for (const char* command : {"names", "inventory", "comments", "tree"}) {
+  for (const char* command : {"names", "inventory", "comments", "tree", "check"}) {
     const ToolRun alone = With(command, "1");
-    EXPECT_NE(alone.Err, "") << command;
+    EXPECT_NE(alone.Out + alone.Err, "") << command;
     for (const char* jobs : {"2", "5"}) {
       const ToolRun together = With(command, jobs);
       EXPECT_EQ(together.Code, alone.Code) << command;
