@@ -4,6 +4,9 @@
 #include <array>
 #include <bitset>
 #include <iterator>
+#include <memory>
+
+#include "core/Utf8.h"
 
 namespace vendrel {
 namespace {
@@ -85,7 +88,7 @@ class PairCounter {
       const auto byte = static_cast<unsigned char>(text[at]);
       if (byte < 0x80) {
         EndWord();
-        ++at;
+        at = FirstNonAscii(text, at);
       } else if (mPage.Singles.Holds(byte)) {
         ++mCounts.Valid;
         ++mWord;
@@ -97,7 +100,6 @@ class PairCounter {
       }
     }
     EndWord();
-    mCounts.Distinct = mSeen.count();
     return mCounts;
   }
 
@@ -114,9 +116,17 @@ class PairCounter {
     ++mWord;
     if (mPage.CommonLeads.Hold(lead) && mPage.CommonTrails.Hold(trail)) {
       ++mCommonInWord;
-      mSeen.set(static_cast<std::size_t>(lead) << 8 | trail);
+      TakeCommon(static_cast<std::size_t>(lead) << 8 | trail);
     }
     return true;
+  }
+
+  // Text of the other pages hardly ever comes here, and needs no table.
+  void TakeCommon(std::size_t pair) {
+    if (!mSeen) mSeen = std::make_unique<std::bitset<0x10000>>();
+    if (mSeen->test(pair)) return;
+    mSeen->set(pair);
+    ++mCounts.Distinct;
   }
 
   void EndWord() {
@@ -128,7 +138,7 @@ class PairCounter {
   const PairPage& mPage;
   PairCounts mCounts;
   std::size_t mWord = 0, mCommonInWord = 0;
-  std::bitset<0x10000> mSeen;
+  std::unique_ptr<std::bitset<0x10000>> mSeen;
 };
 
 }  // namespace

@@ -88,6 +88,11 @@ bool IsNoText(std::string_view line) {
   });
 }
 
+std::string Fallback(std::span<const std::string> among) {
+  const std::string standard = CodePage::Default().Name();
+  return IsAsked(among, standard) ? standard : among.front();
+}
+
 std::string Counted(std::size_t number, std::string_view what) {
   return (number == 0 ? "none" : std::to_string(number)) + " " + std::string(what);
 }
@@ -145,10 +150,14 @@ bool TellingBytes::Fit(std::string_view page) const {
 CodePageGuess TellingBytes::Choose(std::span<const std::string> among) const {
   std::string evidence;
   if (std::string page = ByPairs(among, evidence); !page.empty()) return {page, evidence};
-  const std::string page = ByLetters(among);
+  std::string page = ByLetters(among);
+  std::size_t undefined = mCount > 0 ? Undefined(page) : 0;
+  if (undefined * DamageShare > mCount) {
+    page = Fallback(among);
+    undefined = Undefined(page);
+  }
   if (mCount > 0)
-    evidence =
-        std::to_string(mCount) + " bytes beyond ASCII, " + Counted(Undefined(page), "undefined");
+    evidence = std::to_string(mCount) + " bytes beyond ASCII, " + Counted(undefined, "undefined");
   return {page, evidence};
 }
 
@@ -177,8 +186,7 @@ std::string TellingBytes::ByPairs(std::span<const std::string> among, std::strin
 }
 
 std::string TellingBytes::ByLetters(std::span<const std::string> among) const {
-  const std::string standard = CodePage::Default().Name();
-  const std::string fallback = IsAsked(among, standard) ? standard : among.front();
+  const std::string fallback = Fallback(among);
   if (mCount < EnoughBytes) return fallback;
   std::string page = Detected();
   if (Holds(LatinPages, page) && mCount < EnoughBytesOfLatin) page.clear();
@@ -189,8 +197,7 @@ std::string TellingBytes::ByLetters(std::span<const std::string> among) const {
         }));
     if (telling * CentralEuropeanShare < mCount) page.clear();
   }
-  if (page.empty() || !IsAsked(among, page)) return fallback;
-  return Undefined(page) * DamageShare > mCount ? fallback : page;
+  return page.empty() || !IsAsked(among, page) ? fallback : page;
 }
 
 // What the guesser makes of the lines; empty if it was a poor guess.
