@@ -116,6 +116,7 @@ std::shared_ptr<VBProject> LoadOneOf(const std::string& path, const CommonOption
   try {
     return LoadInput(path, options, streams.ForOneOfMany(), depth, prepare);
   } catch (const ToolError& error) {
+    if (error.Code() == exUsage) throw;  // of the command line: it holds for all of them
     ReportUnread(path, error);
     return nullptr;
   }
