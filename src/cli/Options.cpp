@@ -160,6 +160,7 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options) {
 void ApplyToProcess(const CommonOptions& options) {
   SetJsonRoot(NativeRootOf(options));
   State().Reset();
+  Workspace::Current().Jobs = static_cast<int>(options.JobsAtHand());
   FileOptions::Current() = {};
   TLIApplication::TextPage() = options.CodePage;
   CheckCodePage(options.CodePage);

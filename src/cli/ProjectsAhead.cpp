@@ -21,6 +21,21 @@ struct ProjectsAhead::Slot {
   std::exception_ptr Failure;
 };
 
+namespace {
+
+// Whoever prepares projects counts on one thread.
+std::size_t JobsFor(const std::vector<std::string>& paths, const CommonOptions& options,
+                    bool mayBeSeveral) {
+  return mayBeSeveral ? std::min<std::size_t>(options.JobsAtHand(), paths.size()) : 1;
+}
+
+// Where projects are loaded side by side, each of them takes one thread.
+CommonOptions ForEach(const CommonOptions& options, std::size_t jobs) {
+  return jobs > 1 ? OneAfterTheOther(options) : options;
+}
+
+}  // namespace
+
 ProjectsAhead::Turn::Turn(ProjectsAhead& owner, Slot& slot)
     : Project(std::move(slot.Project)),
       Path(owner.mPaths[slot.Index]),
@@ -39,25 +54,24 @@ ProjectsAhead::Turn::~Turn() {
 ProjectsAhead::ProjectsAhead(std::vector<std::string> paths, const CommonOptions& options,
                              const Streams& streams, LoadDepth depth, Preparation prepare)
     : mPaths(std::move(paths)),
-      mOptions(options),
+      mOptions(ForEach(options, JobsFor(mPaths, options, !prepare))),
       mStreams(streams),
       mDepth(depth),
       mPrepare(std::move(prepare)) {
-  Start(mPrepare ? 1 : options.JobsAtHand());  // whoever prepares projects counts on one thread
+  Start(JobsFor(mPaths, options, !mPrepare));
 }
 
 ProjectsAhead::ProjectsAhead(std::vector<std::string> paths, const CommonOptions& options,
                              const Streams& streams, TaskMaker make)
     : mPaths(std::move(paths)),
-      mOptions(options),
+      mOptions(ForEach(options, JobsFor(mPaths, options, true))),
       mStreams(streams),
       mDepth(LoadDepth::Modules),
       mMake(std::move(make)) {
-  Start(options.JobsAtHand());
+  Start(JobsFor(mPaths, options, true));
 }
 
 void ProjectsAhead::Start(std::size_t jobs) {
-  jobs = std::min(jobs, mPaths.size());
   if (jobs <= 1) {
     mSlots.emplace_back().Surroundings = &Workspace::Current();
     return;

@@ -82,7 +82,7 @@ class ProjectsAhead {
   void Release(Slot& slot);
 
   const std::vector<std::string> mPaths;
-  const CommonOptions& mOptions;
+  const CommonOptions mOptions;
   const Streams& mStreams;
   const LoadDepth mDepth;
   const Preparation mPrepare;

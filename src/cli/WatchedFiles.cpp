@@ -105,6 +105,7 @@ class WatchedFiles::Source final : public FileSource {
     mAsked[real] = path;
     return result;
   }
+  bool MayBeShared() const override { return mUnder.MayBeShared(); }
   std::string CurrentFolder() override { return mUnder.CurrentFolder(); }
 
  private:

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "core/Enums.h"
 
@@ -24,6 +25,8 @@ struct ProcessState {
   std::int32_t BlockID = 1;
   /// Next free source line number; raised by numbered lines.
   std::int32_t CurrentLineNumber = 0;
+  /// Where numbered lines are noted in place of raising it: a module is read before its turn.
+  std::vector<std::int32_t>* NumberedLines = nullptr;
   std::int32_t LineNumberIncrement = 0;
   std::int32_t LineNumberInterval = 0;
   /// Number of living `VBProject` objects.
@@ -45,6 +48,13 @@ struct ProcessState {
 
   /// Present block identity; the next call gives one more.
   std::int32_t NextBlockID() { return BlockID++; }
+  /// A line with that number was read.
+  void RaiseLineNumber(std::int32_t number) {
+    if (NumberedLines)
+      NumberedLines->push_back(number);
+    else if (CurrentLineNumber <= number)
+      CurrentLineNumber = number + 10;
+  }
   /// Present key as decimal text ("0" first); the next call gives the next number.
   std::string Key() { return std::to_string(mKeyIncrement++); }
 

@@ -35,7 +35,9 @@ class Workspace {
   /// Puts a workspace in use on this thread, until it ends. Nests; must end on its thread.
   class Use {
    public:
-    explicit Use(Workspace& workspace) : mBefore(sInUse) { sInUse = &workspace; }
+    explicit Use(Workspace& workspace) : mBefore(sInUse) {
+      if (!sInUse || sInUse->mStandsFor != &workspace) sInUse = &workspace;
+    }
     ~Use() { sInUse = mBefore; }
     Use(const Use&) = delete;
     Use& operator=(const Use&) = delete;
@@ -44,6 +46,15 @@ class Workspace {
     Workspace* mBefore;
   };
 
+  /// Makes this the one that a second thread uses for projects of `other`: where the other one is
+  /// put in use beside it, this stays, with the values that the other has now and parts of its own.
+  void StandInFor(const Workspace& other) {
+    mStandsFor = &other;
+    State = other.State;
+  }
+
+  /// How many threads read the modules of a project. With 1 the library starts none.
+  int Jobs = 1;
   /// The values of `modMain`.
   ProcessState State;
   /// Whether the start values were set (`EnsureStarted`).
@@ -71,6 +82,7 @@ class Workspace {
   template <typename Part>
   static constexpr char kTag = 0;
 
+  const Workspace* mStandsFor = nullptr;
   std::vector<Slot> mSlots;
   static thread_local constinit Workspace* sInUse;
 };

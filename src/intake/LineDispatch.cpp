@@ -11,6 +11,7 @@
 #include "intake/Declarators.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
+#include "project/ModulesAhead.h"
 #include "project/VBProject.h"
 
 namespace vendrel {
@@ -130,6 +131,23 @@ void TakeEvent(LinePassage& p) try {
 }
 VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
+// One library of the project for all Declares that name it, whatever module they stand in. Of a
+// name that several modules declare, the library keeps the first.
+void TieToLibrary(VBProject& project, const std::shared_ptr<DeclareDeclaration>& declare,
+                  bool isShared) {
+  if (!project.Libraries->HasKey(declare->Library)) {
+    auto library = std::make_shared<Library>();
+    library->Name = declare->Library.str();
+    library->SetVBProject(&project);
+    project.Libraries->Add(std::move(library), declare->Library);
+  }
+  Library* library = project.Libraries->Item(declare->Library.view());
+  if (!library) return;  // a Declare without a library name
+  const bool first = !library->DeclareDeclarations.HasKey(declare->Name);
+  if (first) library->DeclareDeclarations.Add(declare, declare->Name);
+  if (first || isShared) declare->LibraryObject = library;
+}
+
 void TakeDeclare(LinePassage& p) try {
   auto declare = std::make_shared<DeclareDeclaration>();
   declare->LineIndex = p.StatementIndex();
@@ -139,21 +157,10 @@ void TakeDeclare(LinePassage& p) try {
   if (p.Reading.LeadingComments) p.DescribeFromBuffer(*declare);
   p.SetLast(declare.get());
   p.Component.Declarations.Add(declare, declare->Name);
-  VBProject* project = p.Component.VBProject();
-  if (!project) return;
-  // One library of the project for all Declares that name it, whatever module they stand in. Of a
-  // name that several modules declare, the library keeps the first.
-  if (!project->Libraries->HasKey(declare->Library)) {
-    auto library = std::make_shared<Library>();
-    library->Name = declare->Library.str();
-    library->SetVBProject(project);
-    project->Libraries->Add(std::move(library), declare->Library);
-  }
-  Library* library = project->Libraries->Item(declare->Library.view());
-  if (!library) return;  // a Declare without a library name
-  const bool first = !library->DeclareDeclarations.HasKey(declare->Name);
-  if (first) library->DeclareDeclarations.Add(declare, declare->Name);
-  if (first || p.Reading.SharedLibraries) declare->LibraryObject = library;
+  if (VBProject* project = p.Component.VBProject())
+    ChangeProject([project, declare, isShared = p.Reading.SharedLibraries] {
+      TieToLibrary(*project, declare, isShared);
+    });
 }
 VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 

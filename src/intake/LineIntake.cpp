@@ -7,6 +7,7 @@
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
 #include "intake/ModuleIntake.h"
+#include "project/ModulesAhead.h"
 #include "project/VBProject.h"
 
 namespace vendrel {
@@ -34,7 +35,8 @@ void StoreLine(Block& block, const ParsedLine& line, std::int32_t before, std::i
 }
 
 void ReportHelpContextID(Component& component, std::int32_t id) {
-  if (VBProject* project = component.VBProject()) project->LoadedHelpContextID(id);
+  if (VBProject* project = component.VBProject())
+    ChangeProject([=] { project->LoadedHelpContextID(id); });
 }
 
 LinePassage::LinePassage(vendrel::Block& block, vendrel::Component& component, ParsedLine& line)

@@ -13,12 +13,17 @@
 #include "intake/ModuleIntake.h"
 #include "model/Component.h"
 #include "model/ModuleKinds.h"
+#include "project/ModulesAhead.h"
 #include "project/VBProject.h"
 #include "services/BinaryText.h"
 #include "services/FileSource.h"
+#include "services/Paths.h"
 
 namespace vendrel {
 namespace {
+
+// Tagged comments may reach the project and what belongs to it: such a module is read at its turn.
+bool MayHaveTags(std::string_view text) { return text.find("##") != std::string_view::npos; }
 
 // One module on its way from file to tree.
 class ModuleReader {
@@ -44,6 +49,7 @@ class ModuleReader {
   bool ReadBody(bool onlyHeader);
   void AddLineOfCode(std::string_view text);
   void StepOver(const VendrelError& error, std::string_view procedure, std::string_view text);
+  vendrel::StepOver Ask(const VBProject& project, const VendrelError& failure) const;
   void StorePending(Block& block);
   void Finish();
   std::string_view NextLine();
@@ -58,8 +64,11 @@ class ModuleReader {
 
 void ModuleReader::Load(bool onlyHeader) {
   VBProject* project = mComponent.VBProject();
-  const DiagnosticScope scope(project ? &project->Diagnostics : nullptr, mFile.FullPath(),
-                              &mIntake.PhysicalLine);
+  AsideModule* aside = AsideModule::Current();
+  const DiagnosticScope scope(aside     ? &aside->Told()
+                              : project ? &project->Diagnostics
+                                        : nullptr,
+                              mFile.FullPath(), &mIntake.PhysicalLine);
   if (!mFile.Exists()) return ReportMissing();
   mIntake.ContinuationBuffer.clear();
   if (mIntake.AlreadyPopulated && !mIntake.PreScannedFile) return Finish();
@@ -115,9 +124,11 @@ void ModuleReader::ReportInProject(DiagnosticCode code,
 void ModuleReader::ReportSpelling() const {
   const PathMatch match = mFile.Match();
   if (match != PathMatch::OtherCase && match != PathMatch::ShortName) return;
-  FileSystemObject onDisk(mFile.NativePath());
-  onDisk.SetBaseFile(mFile.BaseFile());
-  const std::string listed = mFile.RelativePath(), spelled = onDisk.RelativePath();
+  const FileSystemObject onDisk(mFile.NativePath());
+  const FileSystemObject* project = mFile.BaseFile();
+  const std::string listed = mFile.RelativePath();
+  const std::string spelled =
+      project ? RelativePath(project->FolderPath(), onDisk.FullPath()) : onDisk.FullPath();
   if (listed == spelled) return;  // it is the folder of the project that was named in another case
   ReportInProject(DiagnosticCode::ModuleUnderOtherCase, {listed, spelled});
 }
@@ -129,6 +140,11 @@ bool ModuleReader::Open() {
   } catch (const VendrelError& error) {
     mIntake.Told = true;
     Report(DiagnosticCode::UnreadableFile, {mFile.FullPath(), error.Text()});
+    return false;
+  }
+  if (AsideModule* aside = AsideModule::Current(); aside && MayHaveTags(mFile.Source()->Text)) {
+    mFile.CloseFile();
+    aside->GiveBack();
     return false;
   }
   if (LooksBinary(mFile.Source()->Text)) {
@@ -297,6 +313,14 @@ void ModuleReader::AddLineOfCode(std::string_view text) {
   }
 }
 
+vendrel::StepOver ModuleReader::Ask(const VBProject& project, const VendrelError& failure) const {
+  const auto ask = [&] {
+    return project.AskAboutFailure(failure, mFile.FullPath(), mIntake.PhysicalLine);
+  };
+  AsideModule* aside = AsideModule::Current();
+  return aside ? aside->Ask(ask) : ask();
+}
+
 // A host may say that the odd line is kept as it stands; else its failure ends the load.
 void ModuleReader::StepOver(const VendrelError& error, std::string_view procedure,
                             std::string_view text) {
@@ -305,8 +329,7 @@ void ModuleReader::StepOver(const VendrelError& error, std::string_view procedur
   passed.AddContext(procedure, "ModuleReader", mIntake.PhysicalLine)
       .Local("Line", text)
       .Of(mComponent);
-  if (!project ||
-      project->AskAboutFailure(passed, mFile.FullPath(), mIntake.PhysicalLine) == StepOver::Raise) {
+  if (!project || Ask(*project, passed) == StepOver::Raise) {
     mFile.CloseFile();
     throw passed;
   }

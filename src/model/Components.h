@@ -67,6 +67,7 @@ class Components {
   KeyedCollection<Component> mCol;
   WeakHandle<ProjectOptions> mProject;
   bool mEnumerationsResolved = false;
+  std::shared_ptr<ModulesAhead> mAhead;  // while a population reads ahead
 };
 
 }  // namespace vendrel

@@ -54,6 +54,7 @@ class UDT;
 class UDTs;
 class VBControl;
 class VBControls;
+class ModulesAhead;
 class VBProject;
 class VBProjectGroup;
 class VBProjects;

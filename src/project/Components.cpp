@@ -3,9 +3,32 @@
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "project/EnumerationValues.h"
+#include "project/ModulesAhead.h"
 #include "project/VBProject.h"
 
 namespace vendrel {
+namespace {
+
+// Modules are read ahead while it lives; within a population that reads ahead, by the outer one.
+class ReadsAhead {
+ public:
+  ReadsAhead(std::shared_ptr<ModulesAhead>& ahead, VBProject* project,
+             KeyedCollection<Component>& modules)
+      : mAhead(ahead), mIsOutermost(!ahead && project && ModulesAhead::MayRead(*project, modules)) {
+    if (mIsOutermost) mAhead = std::make_shared<ModulesAhead>(*project, modules);
+  }
+  ~ReadsAhead() {
+    if (mIsOutermost) mAhead.reset();
+  }
+  ReadsAhead(const ReadsAhead&) = delete;
+  ReadsAhead& operator=(const ReadsAhead&) = delete;
+
+ private:
+  std::shared_ptr<ModulesAhead>& mAhead;
+  const bool mIsOutermost;
+};
+
+}  // namespace
 
 bool Components::Add(std::shared_ptr<Component> item, std::string_view key, const Position&,
                      const Position&) try {
@@ -38,6 +61,7 @@ void Components::Populate() try {
     return;
   }
   bool allLoaded = true;
+  const ReadsAhead ahead(mAhead, project, mCol);
   for (std::size_t i = 1; i <= mCol.Count(); ++i) {
     if (LoadAt(i, preLoadOff)) return;
     const LoadStateEnum state = mCol.At(i).LoadState;
@@ -57,10 +81,14 @@ VENDREL_CONTEXT()
 // Loads one module if it waits for it; true when a client has cancelled.
 bool Components::LoadAt(std::size_t index, bool preLoadOff) try {
   const std::shared_ptr<Component> component = mCol.Share(index);
-  const bool waits = (component->LoadState == lsNotLoaded && !preLoadOff) ||
-                     component->LoadState == lsLoadedHeader;
-  if (!waits) return false;
-  component->Load(false);
+  if (mAhead && mAhead->Has(*component)) {
+    mAhead->Take(*component);
+  } else {
+    const bool waits = (component->LoadState == lsNotLoaded && !preLoadOff) ||
+                       component->LoadState == lsLoadedHeader;
+    if (!waits) return false;
+    component->Load(false);
+  }
   ComponentLoaded.Raise(static_cast<std::int32_t>(index));
   vendrel::VBProject* project = VBProject();
   if (!project || !project->CancelLoad) return false;

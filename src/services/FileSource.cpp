@@ -46,6 +46,8 @@ VendrelError TooLarge(std::string_view path) {
 
 FileSource& FileSource::Current() { return *InUse<InstalledSource>().Source; }
 
+std::shared_ptr<FileSource> FileSource::Installed() { return InUse<InstalledSource>().Source; }
+
 std::shared_ptr<FileSource> FileSource::Install(std::shared_ptr<FileSource> source) {
   ForgetFolders();
   return std::exchange(InUse<InstalledSource>().Source, source ? std::move(source) : Machine());

@@ -74,9 +74,13 @@ class FileSource {
   /// The file behind a chain of symbolic links; 0 and the path itself if it is none.
   virtual int RealPath(const std::string& path, std::string& real) = 0;
   virtual std::string CurrentFolder() = 0;
+  /// Whether several threads may call it at once. One that may not is called by the caller's own.
+  virtual bool MayBeShared() const { return false; }
 
   /// The source in force; never null. At first the machine's own.
   static FileSource& Current();
+  /// The same, to be put in force elsewhere.
+  static std::shared_ptr<FileSource> Installed();
   /// Puts a source in force and gives the one that was; an empty pointer restores the machine's
   /// own. Cached folders are forgotten.
   static std::shared_ptr<FileSource> Install(std::shared_ptr<FileSource> source);

@@ -107,6 +107,7 @@ class MachineFiles final : public FileSource {
     std::free(found);
     return 0;
   }
+  bool MayBeShared() const override { return true; }
   std::string CurrentFolder() override {
     char* found = getcwd(nullptr, 0);
     std::string folder = found ? found : "/";

@@ -22,6 +22,19 @@ std::string_view SourceCache::Bytes(const std::string& nativePath) {
   return file.Bytes;
 }
 
+std::optional<std::string> SourceCache::TakeBytes(const std::string& nativePath) {
+  auto& files = Current().mFiles;
+  const auto found = files.find(nativePath);
+  if (found == files.end() || found->second.Text) return std::nullopt;
+  std::optional<std::string> bytes(std::move(found->second.Bytes));
+  files.erase(found);
+  return bytes;
+}
+
+void SourceCache::Put(const std::string& nativePath, std::string bytes) {
+  Current().mFiles[nativePath] = {std::move(bytes), nullptr};
+}
+
 std::shared_ptr<const SourceText> SourceCache::Text(const std::string& nativePath,
                                                     const CodePage& page) {
   SourceCache& cache = Current();

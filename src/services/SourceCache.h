@@ -4,6 +4,7 @@
 // file is read once.
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -31,6 +32,11 @@ class SourceCache {
   /// The bytes of a file, kept for `Text` while a scope is open: then they stand until the next
   /// call. Raises as `ReadWholeFile` does.
   static std::string_view Bytes(const std::string& nativePath);
+  /// The bytes that were read of a file and not decoded yet, for a thread that takes over; nothing
+  /// where there are none.
+  static std::optional<std::string> TakeBytes(const std::string& nativePath);
+  /// Has a file read with these bytes, in a scope.
+  static void Put(const std::string& nativePath, std::string bytes);
   /// The decoded file, from what was read where it was. Raises as `ReadWholeFile` does.
   static std::shared_ptr<const SourceText> Text(const std::string& nativePath,
                                                 const CodePage& page);

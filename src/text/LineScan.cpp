@@ -168,10 +168,7 @@ void TakeLineNumber(std::string_view text, const ScanRules& rules) {
     number = number * 10 + (c - '0');
     if (number > 2147483637) return;  // no further number would fit
   }
-  ProcessState& state = State();
-  if (state.CurrentLineNumber <= number) {
-    state.CurrentLineNumber = static_cast<std::int32_t>(number + 10);
-  }
+  State().RaiseLineNumber(static_cast<std::int32_t>(number));
 }
 
 bool IsRemark(std::string_view text) {

@@ -6,6 +6,7 @@
 #include "intake/Declarators.h"
 #include "intake/LineIntake.h"
 #include "intake/vb6/ClassicSignatures.h"
+#include "project/ModulesAhead.h"
 #include "project/VBProject.h"
 #include "text/Identifiers.h"
 #include "text/StartLine.h"
@@ -26,6 +27,13 @@ std::string_view EventWord(std::string_view statement, bool wholeNames) {
     return word.substr(0, word.find('('));
   }
   return GetName(statement);
+}
+
+void AddToProject(const Component& component, std::string_view type, std::int32_t number) {
+  if (VBProject* project = component.VBProject())
+    ChangeProject([project, type = std::string(type), number, name = component.Name] {
+      project->TypeCache.Add(type, number, name);
+    });
 }
 
 class ClassicRules final : public LanguageRules {
@@ -94,13 +102,11 @@ class ClassicRules final : public LanguageRules {
   bool HasPlainMemberNames() const override { return true; }
   void CacheStructure(Component& component, const UDT& structure) const override {
     component.TypeCache.Add(structure.Name, tcLocalModuleUDT);
-    if (VBProject* project = component.VBProject())
-      project->TypeCache.Add(structure.Name, tcLocalProjectUDT, component.Name);
+    AddToProject(component, structure.Name, tcLocalProjectUDT);
   }
   void CacheEnumeration(Component& component, const Enumeration& enumeration) const override {
     component.TypeCache.Add(enumeration.Name, tcLocalModuleEnum);
-    if (VBProject* project = component.VBProject())
-      project->TypeCache.Add(enumeration.Name, tcLocalProjectEnum, component.Name);
+    AddToProject(component, enumeration.Name, tcLocalProjectEnum);
   }
   bool TakeOwnStatement(LinePassage&) const override { return false; }
 };
