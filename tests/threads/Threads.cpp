@@ -1,5 +1,5 @@
-// Two threads, each with a workspace of its own, load, resolve, write and drop projects at once,
-// and must come to what one thread comes to alone:
+// Two threads, each with a workspace of its own that reads modules on two more, load, resolve,
+// write and drop projects at once, and must come to what one thread comes to alone:
 //     vendrelmodel_threads FOLDER...
 // takes every project (.vbp) in and below the folders, and a generated one. Built with Thread
 // Sanitizer (preset tsan) it also tells of every access that two threads share. Nothing is written
@@ -62,9 +62,11 @@ void WriteAll(vendrel::VBProject& project, const std::string& folder, std::ostre
   fs::remove_all(folder);
 }
 
-// Everything that is seen of one project, in a workspace that ends with it.
-std::size_t Outcome(const std::string& path, const std::string& folder) {
+// Everything that is seen of one project, in a workspace that ends with it and reads modules on so
+// many threads.
+std::size_t Outcome(const std::string& path, const std::string& folder, int jobs) {
   vendrel::Workspace workspace;
+  workspace.Jobs = jobs;
   const vendrel::Workspace::Use use(workspace);
   std::ostringstream seen;
   try {
@@ -89,14 +91,14 @@ int main(int argc, char** argv) {
       fs::temp_directory_path() / ("vendrel-threads-" + std::to_string(std::random_device()()));
   const std::vector<std::string> paths = ProjectsIn(argc, argv, scratch / "generated");
   std::vector<std::size_t> alone;
-  for (const std::string& path : paths) alone.push_back(Outcome(path, (scratch / "0").string()));
+  for (const std::string& path : paths) alone.push_back(Outcome(path, (scratch / "0").string(), 1));
 
   std::array<std::vector<std::size_t>, 2> together;
   std::array<std::thread, 2> threads;
   for (std::size_t n = 0; n < threads.size(); ++n)
     threads[n] = std::thread([&, n] {
       const std::string folder = (scratch / std::to_string(n + 1)).string();
-      for (const std::string& path : paths) together[n].push_back(Outcome(path, folder));
+      for (const std::string& path : paths) together[n].push_back(Outcome(path, folder, 2));
     });
   for (std::thread& thread : threads) thread.join();
   fs::remove_all(scratch);
