@@ -11,10 +11,6 @@
 #include "bench/Micro.h"
 #include "bench/Write.h"
 
-#ifdef VENDREL_MIMALLOC
-#include <mimalloc.h>
-#endif
-
 namespace {
 
 using namespace vendrel::bench;
@@ -37,9 +33,6 @@ CLI::App* AddCommand(CLI::App& app, const char* name, const char* text, Shared& 
 }  // namespace
 
 int main(int argc, char** argv) {
-#ifdef VENDREL_MIMALLOC
-  mi_option_enable(mi_option_large_os_pages);
-#endif
   CLI::App app{"Measures the library; build it with the preset `bench`"};
   app.require_subcommand(1);
   Shared shared;

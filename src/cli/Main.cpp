@@ -10,10 +10,6 @@
 #include "cli/Tool.h"
 #include "diagnostics/FatalSignals.h"
 
-#ifdef VENDREL_MIMALLOC
-#include <mimalloc.h>
-#endif
-
 namespace {
 
 // What a person types; a signal that was noted ends the waiting as the end of the input does.
@@ -36,9 +32,6 @@ class Keyboard final : public std::streambuf {
 }  // namespace
 
 int main(int argc, char** argv) {
-#ifdef VENDREL_MIMALLOC
-  mi_option_enable(mi_option_large_os_pages);
-#endif
   vendrel::InstallFatalSignalHandler();
   vendrel::cli::InstallInterruptHandlers();
   std::ios::sync_with_stdio(false);

@@ -2,7 +2,10 @@
 
 #include <utf8proc.h>
 
+#include <cstring>
+
 #include "core/Ascii.h"
+#include "core/EightBytes.h"
 
 namespace vendrel {
 namespace {
@@ -10,8 +13,29 @@ namespace {
 // The first byte beyond ASCII; everything before it needs no table.
 std::size_t AsciiPrefix(std::string_view text) {
   std::size_t i = 0;
+  while (i + 8 <= text.size() && (EightAt(text, i) & kHighBits) == 0) i += 8;
   while (i < text.size() && static_cast<unsigned char>(text[i]) < 0x80) ++i;
   return i;
+}
+
+// Eight ASCII characters with their capitals made small: only a capital carries into the high bit
+// by the first sum and not by the second.
+std::uint64_t LowerEight(std::uint64_t eight) {
+  const std::uint64_t fromA = eight + kOnes * (0x80 - 'A');
+  const std::uint64_t behindZ = eight + kOnes * (0x80 - 'Z' - 1);
+  return eight | ((fromA & ~behindZ & kHighBits) >> 2);
+}
+
+void AppendLower(std::string& out, std::string_view ascii) {
+  const std::size_t before = out.size();
+  out.resize(before + ascii.size());
+  char* to = out.data() + before;
+  std::size_t i = 0;
+  for (; i + 8 <= ascii.size(); i += 8) {
+    const std::uint64_t eight = LowerEight(EightAt(ascii, i));
+    std::memcpy(to + i, &eight, sizeof eight);
+  }
+  for (; i < ascii.size(); ++i) to[i] = LowerAscii(ascii[i]);
 }
 
 // Simple folding is upper-case then lower-case: it joins the letters whose two lower-case forms
@@ -41,9 +65,7 @@ void AppendMapped(std::string& out, std::string_view text, Map map) {
 
 void AppendFolded(std::string& out, std::string_view text) {
   const std::size_t ascii = AsciiPrefix(text);
-  const std::size_t before = out.size();
-  out.resize(before + ascii);
-  for (std::size_t i = 0; i < ascii; ++i) out[before + i] = LowerAscii(text[i]);
+  AppendLower(out, text.substr(0, ascii));
   if (ascii < text.size()) AppendMapped(out, text.substr(ascii), FoldOne);
 }
 

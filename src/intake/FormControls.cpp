@@ -44,7 +44,12 @@ std::size_t HexValue(std::string_view text) {
 }  // namespace
 
 ControlReader::ControlReader(Component& component, Block& block, ModuleIntake& intake)
-    : mComponent(component), mBlock(block), mIntake(intake), mCompanion(component) {}
+    : mComponent(component),
+      mBlock(block),
+      mIntake(intake),
+      mRules(intake.Reading),
+      mMayBePlain(intake.TakesPlainLines && intake.Language.Language() == lvVisualBasic5or6),
+      mCompanion(component) {}
 
 std::shared_ptr<VBControl> ControlReader::Read(std::string_view beginLine) try {
   mLine = beginLine;
@@ -63,8 +68,15 @@ std::string_view ControlReader::NextLine() {
   const std::string_view text = mComponent.FileName.NextLine();
   ++mComponent.LinesAlreadyRead;
   ParsedLine line;
-  mIntake.Classifier.PartLines = false;
-  mIntake.Classifier.First(text, line);
+  const auto plain = mMayBePlain ? PlainLineOf(text, mRules, mPlainBuffer) : std::nullopt;
+  if (plain) {
+    line.Text = text;
+    line.LineType = plain->Type;
+    line.Unparted = mRules.EverySeparator;
+  } else {
+    mIntake.Classifier.PartLines = false;
+    mIntake.Classifier.First(text, line);
+  }
   StoreLine(mBlock, line);
   mLine = text;
   return text;

@@ -9,6 +9,7 @@
 #include "intake/CompanionFile.h"
 #include "intake/ModuleIntake.h"
 #include "model/Component.h"
+#include "text/vb6/PlainStatements.h"
 
 namespace vendrel {
 
@@ -42,6 +43,9 @@ class ControlReader {
   Component& mComponent;
   Block& mBlock;
   ModuleIntake& mIntake;
+  ClassifierRules mRules;
+  bool mMayBePlain;
+  std::string mPlainBuffer;
   std::vector<OpenControl> mOpen;
   std::shared_ptr<VBControl> mRoot;
   std::string_view mLine;  // the one at hand, as it stands

@@ -40,15 +40,20 @@ void JoinComment(std::string& buffer, std::string_view text) {
   buffer += Trim(text);
 }
 
-void AttachCommentLine(LinePassage& p) {
-  if (p.Block.Name().empty()) {
-    JoinComment(p.State.CommentBuffer, p.Untagged);
-  } else if (p.Reading.LeadingComments && p.State.mEnded) {
-    JoinComment(p.Intake.LeadingComment, p.Untagged);
-  } else if (!p.State.FoundActualCodeInBlock) {
-    AddObjectDescription(p.Block, Trim(p.Untagged), p.Language.Language());
+}  // namespace
+
+void AttachCommentLine(Block& block, ModuleIntake& intake, std::string_view comment) {
+  Block::IntakeState& state = block.Intake();
+  if (block.Name().empty()) {
+    JoinComment(state.CommentBuffer, comment);
+  } else if (intake.Reading.LeadingComments && state.mEnded) {
+    JoinComment(intake.LeadingComment, comment);
+  } else if (!state.FoundActualCodeInBlock) {
+    AddObjectDescription(block, Trim(comment), intake.Language.Language());
   }
 }
+
+namespace {
 
 void FindEventSource(LinePassage& p) {
   if (!p.Block.Interface.empty()) return;
@@ -127,7 +132,7 @@ void AttachComments(LinePassage& p) {
   if (p.Line.LineType == BLANK_LINE)
     AttachAtBlankLine(p);
   else if (p.Line.LineType == Comment)
-    AttachCommentLine(p);
+    AttachCommentLine(p.Block, p.Intake, p.Untagged);
   else
     AttachAtStatement(p);
   AttachModuleComment(p);

@@ -77,14 +77,17 @@ void Block::AddParsedLine(ParsedLine& line, std::int32_t before, std::int32_t af
 }
 VENDREL_CONTEXT_AT(LineReached(), before, after, trace::Local("LineType", line.LineType), *this)
 
+void ForgetUndescribable(Component& component) {
+  const CodeElement* last = component.LastElement.Get();
+  if (last && !IsA<Block, EnumMember, Enumeration, UDT>(last)) component.LastElement = nullptr;
+}
+
 namespace {
-// Only blocks, enumerations, their members and structures take a comment that follows them.
 void ForgetLastElementUnlessDescribable(LinePassage& p, std::string_view tag) {
+  if (EqualsNoCaseAscii(tag, "##ED") || EqualsNoCaseAscii(tag, "##PD")) return;
   const CodeElement* last = p.Component.LastElement.Get();
-  if (!last || EqualsNoCaseAscii(tag, "##ED") || EqualsNoCaseAscii(tag, "##PD")) return;
-  if (p.Reading.EverySeparator && p.Declared(*last)) return;
-  if (IsA<Block, EnumMember, Enumeration, UDT>(last)) return;
-  p.Component.LastElement = nullptr;
+  if (p.Reading.EverySeparator && last && p.Declared(*last)) return;
+  ForgetUndescribable(p.Component);
 }
 
 // An ordinary comment directly behind a tagged one continues it, where the setting says so.

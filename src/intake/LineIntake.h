@@ -81,6 +81,12 @@ struct LinePassage {
                      std::string_view type) const;
 };
 
+/// Puts an untagged comment that is a line of its own where it belongs.
+void AttachCommentLine(Block& block, ModuleIntake& intake, std::string_view comment);
+/// Only blocks, enumerations, their members and structures take a comment that follows them: the
+/// module forgets any other last element.
+void ForgetUndescribable(Component& component);
+
 /// Closes the Type or Enum that is open in the block and tells it; does nothing if none is.
 void CloseOpenDeclaration(LinePassage& p);
 

@@ -92,6 +92,8 @@ struct ModuleIntake {
   std::int32_t PhysicalLine = 0;
   std::int32_t StatementLine = 0;
 
+  /// Whether plain lines may take the short way (`PlainLines`).
+  bool TakesPlainLines = true;
   bool AlreadyPopulated = false;
   bool PreScannedFile = false;
   bool Told = false;

@@ -11,6 +11,7 @@
 #include "intake/FormControls.h"
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
+#include "intake/vb6/PlainLines.h"
 #include "model/Component.h"
 #include "model/ModuleKinds.h"
 #include "project/ModulesAhead.h"
@@ -29,7 +30,10 @@ bool MayHaveTags(std::string_view text) { return text.find("##") != std::string_
 class ModuleReader {
  public:
   explicit ModuleReader(Component& component)
-      : mComponent(component), mIntake(component.Intake()), mFile(component.FileName) {}
+      : mComponent(component),
+        mIntake(component.Intake()),
+        mFile(component.FileName),
+        mPlainLines(component, mIntake) {}
 
   void Load(bool onlyHeader);
 
@@ -58,6 +62,7 @@ class ModuleReader {
   Component& mComponent;
   ModuleIntake& mIntake;
   FileSystemObject& mFile;
+  PlainLines mPlainLines;
   std::string_view mText;   // the last physical line read
   bool mHoldsLine = false;  // that line is not consumed yet
 };
@@ -295,10 +300,14 @@ bool ModuleReader::ReadBody(bool onlyHeader) {
       mHoldsLine = false;
       AddLineOfCode(mText);
     } else {
-      AddLineOfCode(NextLine());
+      const std::string_view text = NextLine();
       ++mComponent.LinesAlreadyRead;
+      if (mPlainLines.Take(text)) continue;
+      AddLineOfCode(text);
     }
+    mPlainLines.Look();
   }
+  mPlainLines.Settle();
   if (mHoldsLine) AddLineOfCode(mText);
   mHoldsLine = false;
   return true;

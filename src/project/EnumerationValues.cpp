@@ -1,5 +1,7 @@
 #include "project/EnumerationValues.h"
 
+#include <functional>
+#include <memory_resource>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -35,16 +37,30 @@ class EnumerationEvaluator {
   ScriptValue LookUp(const Component& home, std::string_view name);
   ScriptValue ValueOf(Named& named);
 
+  // A name, folded, in a module, or without one in the project as a whole.
+  struct Key {
+    const Component* Home;
+    std::string_view Name;
+    bool operator==(const Key&) const = default;
+  };
+  struct KeyHash {
+    std::size_t operator()(const Key& key) const {
+      return std::hash<std::string_view>()(key.Name) ^
+             (std::hash<const Component*>()(key.Home) * 31);
+    }
+  };
+  std::string_view Folded(std::string_view name);
+  std::string_view Kept(std::string_view name);
+
   VBProject& mProject;
+  // All is needed up to the end: names and entries are given back at once.
+  std::pmr::monotonic_buffer_resource mMemory;
   // Names of constants and members: of each module, and of the project as a whole (the first wins).
-  std::unordered_map<std::string, Named> mNames;
+  std::pmr::unordered_map<Key, Named, KeyHash> mNames{&mMemory};
+  std::string mFolded;
   int mDepth = 0;
   bool mNamesMatter = false;
 };
-
-std::string OwnKey(const Component& component, std::string_view name) {
-  return std::to_string(reinterpret_cast<std::uintptr_t>(&component)) + "/" + FoldKey(name);
-}
 
 EnumerationEvaluator::EnumerationEvaluator(VBProject& project) : mProject(project) {}
 
@@ -58,8 +74,23 @@ void EnumerationEvaluator::RegisterConstants() {
 
 void EnumerationEvaluator::Register(const Component& component, std::string_view name,
                                     std::string_view expression) {
-  mNames.try_emplace(OwnKey(component, name), Named{&component, expression, {}});
-  mNames.try_emplace(FoldKey(name), Named{&component, expression, {}});
+  const std::string_view kept = Kept(name);
+  mNames.try_emplace({&component, kept}, Named{&component, expression, {}});
+  mNames.try_emplace({nullptr, kept}, Named{&component, expression, {}});
+}
+
+// Valid until the next call.
+std::string_view EnumerationEvaluator::Folded(std::string_view name) {
+  mFolded.clear();
+  AppendFolded(mFolded, name);
+  return mFolded;
+}
+
+std::string_view EnumerationEvaluator::Kept(std::string_view name) {
+  const std::string_view folded = Folded(name);
+  char* kept = static_cast<char*>(mMemory.allocate(folded.size() + 1, 1));
+  folded.copy(kept, folded.size());
+  return {kept, folded.size()};
 }
 
 // Most projects number their members by plain numbers: names are gathered only where one is asked
@@ -98,9 +129,10 @@ void EnumerationEvaluator::NumberMembers(const Component& component, Enumeration
       member.Value = text;
       if (!mNamesMatter) continue;
       const Named known{&component, {}, ScriptValue::Whole(number, ScriptKind::Long)};
-      mNames.insert_or_assign(OwnKey(component, member.Name), known);
-      mNames.try_emplace(FoldKey(member.Name), known);
-      mNames.try_emplace(FoldKey(enumeration.Name + "." + member.Name), known);
+      const std::string_view name = Kept(member.Name);
+      mNames.insert_or_assign({&component, name}, known);
+      mNames.try_emplace({nullptr, name}, known);
+      mNames.try_emplace({nullptr, Kept(enumeration.Name + "." + member.Name)}, known);
     } catch (const VendrelError&) {
       // A value that is no whole number stays as written.
     }
@@ -118,8 +150,9 @@ std::optional<ScriptValue> EnumerationEvaluator::Evaluate(const Component& home,
 }
 
 ScriptValue EnumerationEvaluator::LookUp(const Component& home, std::string_view name) {
-  auto found = mNames.find(OwnKey(home, name));
-  if (found == mNames.end()) found = mNames.find(FoldKey(name));
+  const std::string_view folded = Folded(name);
+  auto found = mNames.find({&home, folded});
+  if (found == mNames.end()) found = mNames.find({nullptr, folded});
   if (found == mNames.end()) throw VendrelError(errObjectNotSet, std::string(name));
   return ValueOf(found->second);
 }

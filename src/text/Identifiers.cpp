@@ -37,8 +37,21 @@ std::string TypeWithoutBrackets(std::string_view type) {
   return plain;
 }
 
+namespace {
+// Whether a letter may follow a parenthesis or a quote: in most declarations none does, and none
+// has strings.
+bool MayLackBlanks(std::string_view declaration) {
+  if (declaration.find('"') != std::string_view::npos) return true;
+  std::size_t at = declaration.find(')');
+  for (; at < declaration.size(); at = declaration.find(')', at + 1))
+    if (at + 1 < declaration.size() && IsLetterAscii(declaration[at + 1])) return true;
+  return false;
+}
+}  // namespace
+
 std::string SpacedOut(std::string_view declaration) {
   std::string spaced;
+  if (!MayLackBlanks(declaration)) return spaced;
   std::size_t done = 0;
   bool inString = false;
   for (std::size_t i = 0; i + 1 < declaration.size(); ++i) {

@@ -1,0 +1,27 @@
+#pragma once
+// Text looked at eight characters in one step: most steps find nothing.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+namespace vendrel {
+
+/// Eight characters as one number, to be searched in one step.
+inline constexpr std::uint64_t kOnes = 0x0101010101010101;
+inline constexpr std::uint64_t kHighBits = 0x8080808080808080;
+
+inline std::uint64_t EightAt(std::string_view text, std::size_t at) {
+  std::uint64_t eight;
+  std::memcpy(&eight, text.data() + at, sizeof eight);
+  return eight;
+}
+
+/// High bits in the bytes that may be `c`: in each that is, and rarely in one behind it.
+constexpr std::uint64_t MayBe(std::uint64_t eight, char c) {
+  const std::uint64_t zero = eight ^ (kOnes * static_cast<unsigned char>(c));
+  return (zero - kOnes) & ~zero;
+}
+
+}  // namespace vendrel

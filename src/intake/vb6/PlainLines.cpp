@@ -1,0 +1,97 @@
+#include "intake/vb6/PlainLines.h"
+
+#include "intake/LineIntake.h"
+#include "intake/ModuleIntake.h"
+#include "model/Component.h"
+#include "model/TaggedComment.h"
+
+namespace vendrel {
+namespace {
+
+// No line waits for another one, and none is left out.
+bool NothingIsOpen(const ModuleIntake& intake) {
+  return !intake.PreviousContinued && !intake.PreviousMoreLines && !intake.InOneLineProcedure &&
+         intake.ContinuationBuffer.empty() && !intake.Conditions.Ignore();
+}
+
+// No comment waits for its element, but for those directly above the next line.
+bool NoCommentWaits(const Component& component, const Block::IntakeState& state) {
+  const TaggedComments* waiting = component.TaggedCommentBuffer.IfAny();
+  return component.VMCommentBuffer.empty() && (!waiting || waiting->Count() == 0) &&
+         state.CommentBuffer.empty() && state.mLastTagIdentifier.empty() &&
+         state.mLastQualifier.empty();
+}
+
+}  // namespace
+
+PlainLines::PlainLines(Component& component, ModuleIntake& intake)
+    : mComponent(component), mIntake(intake), mRules(intake.Reading) {}
+
+bool PlainLines::IsQuiet() const {
+  const Block& block = *mComponent.CurrentBlock.Get();
+  if (block.Name().empty() || !(block.IsMethod() || block.IsPropertyType())) return false;
+  const Block::IntakeState& state = block.Intake();
+  return NothingIsOpen(mIntake) && NoCommentWaits(mComponent, state) && !state.CurrentEnum &&
+         !state.CurrentUDT && !state.mEnumOpen && !state.mUDTOpen && !state.mEventLast &&
+         block.CodeLines.IfAny();
+}
+
+void PlainLines::Look() {
+  mBlock = nullptr;
+  if (!mIntake.TakesPlainLines || mIntake.Language.Language() != lvVisualBasic5or6) return;
+  if (!mComponent.CurrentBlock || !IsQuiet()) return;
+  mBlock = mComponent.CurrentBlock.Get();
+  // A blank line behind the code of a Property Set makes the module forget its last element.
+  mTakesBlanks = mBlock->BlockType() != btPropertySet;
+}
+
+bool PlainLines::Take(std::string_view text) {
+  if (!mBlock) return false;
+  const std::optional<PlainLine> plain = PlainLineOf(text, mRules, mBuffer);
+  // A comment may be a tag.
+  if (!plain || plain->Comment.starts_with("##") || (plain->Type == BLANK_LINE && !mTakesBlanks)) {
+    Settle();
+    return false;
+  }
+  Block::IntakeState& state = mBlock->Intake();
+  ++state.mCurrentLineIndex;
+  if (!plain->Comment.empty()) KeepComment(plain->Comment);
+  if (plain->Type == OTHER) state.FoundActualCodeInBlock = true;
+  if (plain->Type == Comment)
+    AttachCommentLine(*mBlock, mIntake, plain->Comment);
+  else
+    mIntake.LeadingComment.clear();
+  ParsedLine line;
+  line.LineType = plain->Type;
+  line.Text = text;
+  mBlock->CodeLines->Append(line);
+  if (IsEndLineType(plain->Type)) EndProcedure();
+  return true;
+}
+
+void PlainLines::KeepComment(std::string_view comment) {
+  mComment = comment;
+  mCommentIndex = mBlock->Intake().mCurrentLineIndex;
+  mCommentLine = mIntake.PhysicalLine;
+  ForgetUndescribable(mComponent);
+}
+
+// No comment waits that would now be dropped.
+void PlainLines::EndProcedure() {
+  mBlock->Intake().mEnded = true;
+  if (!mComponent.Options().TaggedCommentsBeforeElement) return;
+  mComponent.LastElement = nullptr;
+  mBlock->SetCompletelyLoaded();
+}
+
+void PlainLines::Settle() {
+  if (mComment.empty()) return;
+  auto comment = std::make_shared<TaggedComment>();
+  comment->LineIndex = mCommentIndex;
+  comment->SourceLine = mCommentLine;
+  comment->Initialise(mComment);
+  mBlock->Intake().LastTaggedComment = std::move(comment);
+  mComment = {};
+}
+
+}  // namespace vendrel

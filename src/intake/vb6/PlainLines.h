@@ -1,0 +1,52 @@
+#pragma once
+// The short way of a line. Most lines of a module stand in the body of a procedure, declare nothing
+// and change nothing of what the intake knows: of all stages only `StoreLine` has anything to do.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "model/Fwd.h"
+#include "text/vb6/PlainStatements.h"
+
+namespace vendrel {
+
+struct ModuleIntake;
+
+/// Takes the lines of one module for which the short way does what the stages would. Where it
+/// stands is quiet as long as nothing waits for a further line (a continuation, a remainder, a
+/// comment for the next element, an open Type or condition); a line that goes through the stages
+/// may end that, or bring it about.
+class PlainLines {
+ public:
+  PlainLines(Component& component, ModuleIntake& intake);
+
+  /// Looks where the next line will stand. To be called behind each line that went through the
+  /// stages.
+  void Look();
+  /// Takes a line of the text of the module; false if it has to go through the stages. Then what
+  /// the lines taken so far have left open is settled.
+  bool Take(std::string_view text);
+  /// Settles what lines that were taken left open; to be called behind the last line.
+  void Settle();
+
+ private:
+  bool IsQuiet() const;
+  void KeepComment(std::string_view comment);
+  void EndProcedure();
+
+  Component& mComponent;
+  ModuleIntake& mIntake;
+  /// The block that takes plain lines; null where nothing is quiet.
+  Block* mBlock = nullptr;
+  bool mTakesBlanks = false;
+  ClassifierRules mRules;
+  /// The last comment taken, of which the block gets an object in the end: only the last one
+  /// counts.
+  std::string_view mComment;
+  std::int32_t mCommentIndex = 0;
+  std::int32_t mCommentLine = 0;
+  std::string mBuffer;
+};
+
+}  // namespace vendrel

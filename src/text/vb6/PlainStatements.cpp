@@ -1,0 +1,221 @@
+#include "text/vb6/PlainStatements.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
+#include "core/Ascii.h"
+#include "text/Blanks.h"
+#include "text/Separators.h"
+#include "text/StatementRules.h"
+#include "text/WordList.h"
+
+namespace vendrel {
+namespace {
+
+// ---- Where a statement ends --------------------------------------------------------------------
+
+// What may end a statement, or be a blank of another kind than " ": an apostrophe, a colon, a byte
+// beyond ASCII.
+constexpr bool IsMark(char c) {
+  return c == '\'' || c == ':' || static_cast<unsigned char>(c) >= 0x80;
+}
+
+// The first mark from `at` on; the size of the text where there is none.
+std::size_t FirstMark(std::string_view text, std::size_t at) {
+#ifdef __SSE2__
+  const __m128i apostrophe = _mm_set1_epi8('\''), colon = _mm_set1_epi8(':');
+  for (; at + 16 <= text.size(); at += 16) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + at));
+    const __m128i marks = _mm_or_si128(
+        bytes, _mm_or_si128(_mm_cmpeq_epi8(bytes, apostrophe), _mm_cmpeq_epi8(bytes, colon)));
+    const auto found = static_cast<unsigned>(_mm_movemask_epi8(marks));  // beyond ASCII too
+    if (found != 0) return at + static_cast<std::size_t>(std::countr_zero(found));
+  }
+#endif
+  while (at < text.size() && !IsMark(text[at])) ++at;
+  return at;
+}
+
+// Whether a place that is asked for behind the last one lies in a string.
+class StringWalk {
+ public:
+  explicit StringWalk(std::string_view text) : mText(text) {}
+  bool Covers(std::size_t at) {
+    const auto begin = mText.begin();
+    mQuotes += std::count(begin + mDone, begin + static_cast<std::ptrdiff_t>(at), '"');
+    mDone = static_cast<std::ptrdiff_t>(at);
+    return mQuotes % 2 != 0;
+  }
+
+ private:
+  std::string_view mText;
+  std::ptrdiff_t mDone = 0, mQuotes = 0;
+};
+
+// The apostrophe that ends a statement, or the size of the text; nothing where a mark may mean
+// something else. Where characters are not read whole, quotes do not simply pair.
+std::optional<std::size_t> StatementEnd(std::string_view text, const ClassifierRules& rules) {
+  StringWalk strings(text);
+  for (std::size_t at = FirstMark(text, 0); at < text.size(); at = FirstMark(text, at + 1)) {
+    const auto byte = static_cast<unsigned char>(text[at]);
+    // The last three begin the blanks of other kinds, among much else.
+    if (!rules.WholeCharacters || byte == 0xC2 || byte == 0xE2 || byte == 0xE3) return std::nullopt;
+    const bool isArgument = byte == ':' && text.substr(at + 1).starts_with('=');
+    if (byte >= 0x80 || isArgument || strings.Covers(at)) continue;
+    if (byte == ':' || text.find('[') < at) return std::nullopt;  // "[it's]"
+    return at;
+  }
+  return text.size();
+}
+
+// ---- How a statement begins --------------------------------------------------------------------
+
+// What the first byte of a statement tells.
+enum class Front : std::uint8_t {
+  Plain,        // no word with this letter is anything but the beginning of a plain statement
+  Keyword,      // a word of the language may stand there
+  Conditional,  // an If, which may hide a declaration
+  Unclear,      // a line number, a directive
+};
+
+constexpr std::array<Front, 256> kFronts = [] {
+  std::array<Front, 256> fronts{};
+  const auto set = [&](char letter, Front front) {
+    fronts[static_cast<unsigned char>(letter)] = front;
+    fronts[static_cast<unsigned char>(LowerAscii(letter))] = front;
+  };
+  for (const char c : {'A', 'C', 'D', 'E', 'F', 'G', 'P', 'S', 'T', 'R'}) set(c, Front::Keyword);
+  set('I', Front::Conditional);
+  for (char c = '0'; c <= '9'; ++c) set(c, Front::Unclear);
+  set('#', Front::Unclear);
+  return fronts;
+}();
+
+// First words of the statements that the classifier has a type for, or a reading a use.
+constexpr std::string_view kTellingText =
+    "ATTRIBUTE CASE CONST DECLARE DIM ELSE ELSEIF END ENUM EVENT EXIT FRIEND FUNCTION GLOBAL "
+    "PRIVATE "
+    "PROPERTY PUBLIC REM SELECT STATIC SUB TYPE";
+constexpr auto kTelling = WordsOf<CountWords(kTellingText)>(kTellingText);
+
+// A bit for each length that a telling word with that first letter has.
+constexpr std::array<std::uint16_t, 32> kTellingLengths = [] {
+  std::array<std::uint16_t, 32> lengths{};
+  for (const std::string_view word : kTelling)
+    lengths[static_cast<unsigned char>(word.front()) & 31] |=
+        static_cast<std::uint16_t>(1u << word.size());
+  return lengths;
+}();
+
+bool IsTelling(std::string_view word) {
+  if (word.size() > 15) return false;
+  const std::size_t letter = static_cast<unsigned char>(word.front()) & 31;
+  if ((kTellingLengths[letter] >> word.size() & 1) == 0) return false;
+  for (const std::string_view telling : kTelling)
+    if (EqualsNoCaseAscii(word, telling)) return true;
+  return false;
+}
+
+// ---- Statements --------------------------------------------------------------------------------
+
+// Without blanks and tabs at either end: the classifier makes blanks of tabs.
+std::string_view Inner(std::string_view line) {
+  std::size_t from = 0, end = line.size();
+  while (from < end && IsGap(line[from])) ++from;
+  while (end > from && IsGap(line[end - 1])) --end;
+  return line.substr(from, end - from);
+}
+
+bool HidesDeclaration(std::string_view statement) {
+  return DeclarationBehindThen(statement, false) != kNotFound;
+}
+
+// "End If", "End With", "Else" and the stand-alone "End" mean nothing to the classifier.
+bool IsPlainEnd(std::string_view behind) {
+  return StartsWithNoCaseAscii(behind, "IF") || StartsWithNoCaseAscii(behind, "WITH");
+}
+
+std::optional<LineTypeEnum> TellingType(std::string_view word, std::string_view statement,
+                                        std::string& buffer) {
+  const std::string_view behind = statement.substr(word.size());
+  if (EqualsNoCaseAscii(word, "END") && (behind.empty() || IsPlainEnd(TrimLeft(behind))))
+    return OTHER;
+  if (EqualsNoCaseAscii(word, "ELSE") || EqualsNoCaseAscii(word, "ELSEIF")) {
+    if (HidesDeclaration(statement)) return std::nullopt;
+    return OTHER;
+  }
+  const bool branches = EqualsNoCaseAscii(word, "CASE") || EqualsNoCaseAscii(word, "SELECT") ||
+                        EqualsNoCaseAscii(word, "END") || EqualsNoCaseAscii(word, "EXIT");
+  if (!branches) return std::nullopt;
+  const StatementType type = ClassicStatements().Classify(Collapsed(statement, buffer));
+  switch (type.LineType) {
+    case OTHER:
+    case SELECT_CASE_LINE:
+    case CASE_LINE:
+    case END_SELECT_LINE:
+    case EXIT_LINE:
+    case END_SUB:
+    case END_FUNCTION:
+    case END_PROPERTY: return type.LineType;
+    default: return std::nullopt;
+  }
+}
+
+std::optional<LineTypeEnum> StatementLineType(std::string_view statement, std::string& buffer) {
+  switch (kFronts[static_cast<unsigned char>(statement.front())]) {
+    case Front::Unclear: return std::nullopt;
+    case Front::Plain: return OTHER;
+    case Front::Conditional:
+      if (HidesDeclaration(statement)) return std::nullopt;
+      return OTHER;
+    case Front::Keyword: break;
+  }
+  const std::string_view word = statement.substr(0, statement.find(' '));
+  if (!IsTelling(word)) return OTHER;
+  return TellingType(word, statement, buffer);
+}
+
+// A comment goes on in the next line behind an underscore, and its tabs are blanks.
+std::optional<std::string_view> CommentText(std::string_view behind) {
+  const std::string_view comment = Trim(behind);
+  if (comment.find('\t') != kNotFound) return std::nullopt;
+  return comment;
+}
+
+}  // namespace
+
+std::optional<PlainLine> PlainLineOf(std::string_view line, const ClassifierRules& rules,
+                                     std::string& buffer) {
+  const std::string_view inner = Inner(line);
+  if (inner.empty()) return PlainLine{BLANK_LINE, {}};
+  if (inner.back() == '_') return std::nullopt;  // a continuation, or the end of a name
+  const std::optional<std::size_t> end =
+      inner.front() == '\'' ? std::optional<std::size_t>(0) : StatementEnd(inner, rules);
+  if (!end) return std::nullopt;
+  PlainLine plain{Comment, {}};
+  if (*end < inner.size()) {
+    const std::optional<std::string_view> comment = CommentText(inner.substr(*end + 1));
+    if (!comment) return std::nullopt;
+    plain.Comment = *comment;
+  }
+  if (*end == 0) return plain;
+  std::string_view statement = Inner(inner.substr(0, *end));
+  // A tab inside counts as four blanks: whoever compares words would have to know.
+  if (statement.back() == '_' || statement.find('\t') != kNotFound) return std::nullopt;
+  // A blank in front of the comment counts: "Case '" is a Case.
+  if (statement.size() < *end && inner[statement.size()] == ' ')
+    statement = inner.substr(0, statement.size() + 1);
+  else if (statement.size() < *end && statement.find(' ') == kNotFound)
+    return std::nullopt;
+  const std::optional<LineTypeEnum> type = StatementLineType(statement, buffer);
+  if (!type) return std::nullopt;
+  plain.Type = *type;
+  return plain;
+}
+
+}  // namespace vendrel

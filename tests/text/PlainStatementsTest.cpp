@@ -1,0 +1,132 @@
+// The short way of a line against the classifier: what it says, the classifier says too.
+
+#include "text/vb6/PlainStatements.h"
+
+#include <gtest/gtest.h>
+
+#include "bench/Dice.h"
+#include "text/Classifier.h"
+
+namespace vendrel {
+namespace {
+
+std::string Shown(std::string_view text) {
+  std::string buffer;
+  const auto line = PlainLineOf(text, ReadingRules::Complete(), buffer);
+  if (!line) return "-";
+  std::string shown(line->Type == OTHER ? "OTHER" : LineTypeName(line->Type));
+  return line->Comment.empty() ? shown : shown + " '" + std::string(line->Comment);
+}
+
+TEST(PlainStatementsTest, LinesThatNeedNotBeUnderstood) {
+  constexpr std::pair<const char*, const char*> kLines[] = {
+      {"", "BLANK_LINE"},
+      {" \t ", "BLANK_LINE"},
+      {"\tx = a + 1", "OTHER"},
+      {"If a Then Exit Sub", "OTHER"},
+      {"If a Then Dim b", "-"},
+      {"Else", "OTHER"},
+      {"end  if", "OTHER"},
+      {"End Sub ' done", "END_SUB 'done"},
+      {"Exit  Sub", "EXIT_LINE"},
+      {"Case \"a:b\", \"it's\"", "CASE_LINE"},
+      {"F a:=1", "OTHER"},
+      {"x = 1: y = 2", "-"},
+      {"lbl:", "-"},
+      {"Case ' none", "CASE_LINE 'none"},
+      {"Case' none", "OTHER 'none"},
+      {"10 x = 1", "-"},
+      {"x = 1 _", "-"},
+      {"x = y\t' _", "-"},
+      {"' a: \"b", "Comment 'a: \"b"},
+      {"'", "Comment"},
+      {"[it's] = 1 ' x", "-"},
+      {"x = \"\xC3\xA9:\" & y ' \xC2\xA0", "OTHER '\xC2\xA0"},
+      {"x = \"\xC3\xA9:\" &\xC2\xA0y", "-"},
+      {"Rem x", "-"},
+      {"Static x", "-"},
+      {"Statics x", "OTHER"},
+      {"#If a Then", "-"},
+      {"Dim x", "-"},
+      {"End\tSub", "-"},
+  };
+  for (const auto& [text, expected] : kLines) EXPECT_EQ(Shown(text), expected) << text;
+}
+
+// Lines of pieces that mean something to either.
+std::string RandomLine(bench::Dice& dice) {
+  static constexpr const char* kPlainPieces[] = {" ",
+                                                 "  ",
+                                                 "\t",
+                                                 "'",
+                                                 "\"",
+                                                 ":",
+                                                 "::",
+                                                 ":=",
+                                                 "=",
+                                                 "_",
+                                                 " _",
+                                                 "If ",
+                                                 "Then",
+                                                 " Else ",
+                                                 "ElseIf",
+                                                 "Dim ",
+                                                 "Const",
+                                                 "Static ",
+                                                 "Case ",
+                                                 "End ",
+                                                 "Sub",
+                                                 "Exit ",
+                                                 "Rem",
+                                                 "Rem ",
+                                                 "Select",
+                                                 "Type",
+                                                 "x",
+                                                 "Foo",
+                                                 "12",
+                                                 "#",
+                                                 "[",
+                                                 "]",
+                                                 "(",
+                                                 ")",
+                                                 "##X",
+                                                 "Public",
+                                                 "lbl",
+                                                 "Set ",
+                                                 "\"a\"",
+                                                 "Property",
+                                                 "\xC2\xA0",
+                                                 "\xC3\xA9",
+                                                 "\xE3\x80\x80",
+                                                 "\xE2\x80\x99",
+                                                 "\xC4\xA7",
+                                                 "\xC4\xBA"};
+  std::string line;
+  for (int i = dice.Between(0, 9); i > 0; --i) line += dice.Pick(kPlainPieces);
+  return line;
+}
+
+TEST(PlainStatementsTest, TheClassifierSaysTheSame) {
+  bench::Dice dice(1);
+  std::string buffer;
+  int plain = 0;
+  for (int i = 0; i < 60'000; ++i) {
+    const std::string text = RandomLine(dice);
+    const ReadingRules& reading = i % 2 == 0 ? ReadingRules::Complete() : ReadingRules::Classic();
+    const auto line = PlainLineOf(text, reading, buffer);
+    if (!line) continue;
+    ++plain;
+    LineClassifier classifier(lvVisualBasic5or6, reading);
+    classifier.RaiseLineNumber = false;
+    classifier.PartLines = i % 3 != 0;
+    ParsedLine parsed;
+    ASSERT_EQ(classifier.First(text, parsed), LineClassifier::Result::Ok) << text;
+    EXPECT_EQ(parsed.LineType, line->Type) << text;
+    EXPECT_EQ(parsed.CommentPart, line->Comment) << text;
+    EXPECT_FALSE(parsed.Continued || parsed.MoreLines || parsed.HasLabel) << text;
+  }
+  EXPECT_GT(plain, 6'000);
+}
+
+}  // namespace
+}  // namespace vendrel
