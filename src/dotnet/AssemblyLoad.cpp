@@ -11,6 +11,7 @@
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
 #include "dotnet/AssemblySets.h"
+#include "dotnet/Sources.h"
 #include "project/Assembly.h"
 
 namespace vendrel {
@@ -248,10 +249,7 @@ bool Assembly::ResolveTypes() try {
   if (!project) return false;
   const Workspace::Use use(project->Workspace());
   if (!project->References.Resolved) ResolveReferences();
-  for (ProjectFile& file : project->ProjectFiles) {
-    file.ResolveTypeNames();
-    file.ResolveInheritedMembers();
-  }
+  ResolveFiles(*project);
   TypesResolved = true;
   ResolveInheritDocs();
   return true;

@@ -71,9 +71,7 @@ void GatherFields(Component& component, const Block* first) {
 
 void SourceScan::TakeKept(const SourceStatement& statement) {
   if (mRules.NetConditions && TakeCondition(statement)) return;
-  const std::vector<TypeStatement> found =
-      mRules.NetTypeStatements ? StatementsByWord(statement.Text)
-                               : StatementsByPattern(StripAttributes(statement.Text));
+  const std::vector<TypeStatement> found = TypeStatementsOf(statement);
   if (mRules.NetXmlComments) mScanned.Documentation.Take(statement);
   if (found.empty()) {
     if (mTypes.empty()) TakeImports(statement.Text);
@@ -121,9 +119,12 @@ void SourceScan::FeedHeader(const TypeStatement& opened, std::size_t statements,
 
 // Directives, and lines in a false branch; the conditions hold for the whole file.
 bool SourceScan::TakeCondition(const SourceStatement& statement) {
+  const bool isCode =
+      statement.Shape == NetLineShape::Plain || statement.Shape == NetLineShape::Whole;
+  const bool isDirective = !isCode && TrimGaps(statement.Text).starts_with('#');
+  if (!isDirective && !mConditions) return false;
   if (!mConditions) mConditions = mScanned.Outside ? mScanned.Outside : NewHolder();
   ModuleIntake& intake = mConditions->Intake();
-  const bool isDirective = TrimGaps(statement.Text).starts_with('#');
   if (!isDirective && !intake.Conditions.Ignore()) return false;
   Component& component = mRules.NetKeepSource ? Innermost() : *mCurrent;
   FinishPart(component);
@@ -277,8 +278,33 @@ void SourceScan::CloseInnermost() {
   if (Block* block = component.CurrentBlock.Get()) block->Intake().CommentBuffer.clear();
 }
 
+void SourceScan::NoteRead(const SourceStatement& statement) {
+  for (const std::string_view line : statement.Lines)
+    mRead.Add(static_cast<std::size_t>(line.data() - mSource->Text.data()));
+}
+
+void SourceScan::AddPlaces(const Block& block, LinePlaces& places) const {
+  const CodeLines* lines = block.CodeLines.IfAny();
+  if (lines && lines->SourceText() == &mSource->Text)
+    for (std::int32_t i = 1; i <= lines->Count(); ++i)
+      if (const auto place = lines->SourceOffset(i); place && !lines->NotInSource(i))
+        places.Add(*place);
+  if (const Blocks* overloads = block.OverloadBlocks().IfAny())
+    for (const Block& overload : *overloads) AddPlaces(overload, places);
+}
+
+// Whether the tree holds as many lines as the file, and at the same places as far as a sum tells.
+bool SourceScan::HoldsEachLine() const {
+  LinePlaces held;
+  for (const auto& part : mScanned.Parts)
+    for (const Block& block : part->Blocks.Listed()) AddPlaces(block, held);
+  for (const auto& block : mScanned.Delegates) AddPlaces(*block, held);
+  return held == mRead;
+}
+
 // Whatever became of a line on its way into the tree, it has its place in the file.
 void SourceScan::KeepLostLines() {
+  if (HoldsEachLine()) return;
   const FileLayout layout(mFile);
   auto placed = layout.Lines().begin();
   std::string_view rest = mSource->Text;

@@ -266,6 +266,7 @@ void MemberBuilder::TakeParameters(Element& element, const AssemblyFile& file, s
     made->VariableType = mRoom.Share(made->VariableType);
     made->IsParamArray = isParamArray;
   }
+  if (Parameters* made = element.Parameters.IfAny()) made->Fit();
 }
 
 void MemberBuilder::ReportDamage(const SourcedMember& member, const char* reason) const {

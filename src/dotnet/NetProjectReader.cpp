@@ -140,6 +140,7 @@ void NetProjectReader::TakeReference(const XmlElement& e) try {
     auto reference = std::make_shared<Reference>();
     reference->SetParentProject(&mProject);
     reference->ProjectGUID = *project;
+    if (mRules.NetProjectItems) reference->SourceString = AttributeOf(e, "Name").value_or("");
     if (!mProject.References.HasKey(*project)) mProject.References.Add(reference, *project);
     if (!mRules.NetProjectItems) return;
   }

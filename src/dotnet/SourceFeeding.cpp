@@ -26,8 +26,8 @@ void SourceScan::AddLine(Component& component, std::string_view line, std::strin
     FinishPart(component);
     if (!stored) StoreRaw(component, line);
   }
-  component.Intake().NextLine = {};  // what a client adds later has no such line behind it
-  NoteDelegate(component);
+  intake.NextLine = {};  // what a client adds later has no such line behind it
+  if (intake.DetachedBlock) NoteDelegate(intake.DetachedBlock);
   NoteBlock(component);
 }
 
@@ -50,9 +50,8 @@ void SourceScan::StoreRaw(Component& component, std::string_view line, LineTypeE
   StoreLine(block, parsed);
 }
 
-void SourceScan::NoteDelegate(Component& component) {
-  const std::shared_ptr<Block>& block = component.Intake().DetachedBlock;
-  if (!block || !(mRules.NetKeepSource || mRules.NetXmlComments)) return;
+void SourceScan::NoteDelegate(const std::shared_ptr<Block>& block) {
+  if (!(mRules.NetKeepSource || mRules.NetXmlComments)) return;
   for (auto known = mScanned.Delegates.rbegin(); known != mScanned.Delegates.rend(); ++known)
     if (*known == block) return;
   mScanned.Delegates.push_back(block);
@@ -68,6 +67,7 @@ void SourceScan::FinishPart(Component& component) {
 }
 
 void SourceScan::FeedLines(Component& component, const SourceStatement& statement) {
+  ModuleIntake& intake = component.Intake();
   for (std::size_t i = 0; i < statement.Lines.size(); ++i) {
     mLine = statement.FirstLine + static_cast<std::int32_t>(i);
     if (i >= statement.InsideFrom) {
@@ -76,11 +76,13 @@ void SourceScan::FeedLines(Component& component, const SourceStatement& statemen
       continue;
     }
     // What a statement declares stands in front of the first literal of several lines.
-    component.Intake().EndsStatement = i + 1 == statement.InsideFrom;
+    intake.EndsStatement = i + 1 == statement.InsideFrom;
+    intake.IsWholeLine = statement.Shape != NetLineShape::Unclear;
+    intake.IsPlainLine = statement.Shape == NetLineShape::Plain;
     AddLine(component, statement.Lines[i],
             i + 1 < statement.Lines.size() ? statement.Lines[i + 1] : statement.Next);
   }
-  component.Intake().EndsStatement = false;
+  intake.EndsStatement = intake.IsWholeLine = intake.IsPlainLine = false;
 }
 
 }  // namespace vendrel

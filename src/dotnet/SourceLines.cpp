@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/Ascii.h"
+#include "dotnet/SourceLineScan.h"
 #include "services/SourceText.h"
 #include "text/Words.h"
 
@@ -70,54 +71,6 @@ bool ClassicSourceLines::Next(SourceStatement& statement) {
 
 // --- By physical lines --------------------------------------------------------------------------
 
-// Where a statement stands while its lines are walked.
-struct SourceLines::Scan {
-  enum class Mode : std::uint8_t { Text, Interpolated, TextHole, Xml, XmlHole };
-  struct Frame {
-    Mode What;
-    int Depth = 0;
-  };
-  std::vector<Frame> Open;
-  bool Simple = false;         // neither texts nor literals of several lines
-  bool OnlyAttributes = true;  // nothing but attributes so far
-  bool AttributeOpen = false;  // within "<" and ">"
-  bool HasAttribute = false;
-  bool OfFile = false;                     // "<Assembly: ...>"
-  int Lists = 0;                           // open parentheses in an attribute
-  bool Explicit = false;                   // the line ends in " _"
-  char Before = '\0';                      // the last character of code, blanks aside
-  std::size_t WordBegin = 0, WordEnd = 0;  // the last word of the line
-  std::size_t InTag = 0;                   // in the tag of an element: 1, in a closing one: 2
-
-  bool InLiteral() const { return !Open.empty(); }
-};
-
-namespace {
-
-constexpr bool IsNameStart(char c) {
-  return IsLetterAscii(c) || c == '_' || (static_cast<unsigned char>(c) & 0x80);
-}
-
-// Behind what an expression begins, so that "<a" is no comparison.
-bool MayBeginExpression(char before, std::string_view word) {
-  if (before == '\0') return false;
-  if (std::string_view("=(,{&+").find(before) != kNotFound) return true;
-  for (const std::string_view known : {"return", "in", "select", "yield", "from", "then", "else"})
-    if (EqualsNoCaseAscii(word, known)) return true;
-  return false;
-}
-
-// Whether a line is a statement of its own, by a look at its characters.
-bool StandsAlone(std::string_view line) {
-  const std::string_view trimmed = TrimRight(TrimGaps(line));
-  if (trimmed.empty() || trimmed.front() == '\'' || trimmed.front() == '#') return true;
-  if (trimmed.back() == '_' || line.find('<') != kNotFound) return false;
-  if (CountOf(line, '"') % 2 != 0) return false;
-  return line.find('\'') == kNotFound || line.find('_') == kNotFound;
-}
-
-}  // namespace
-
 // Each line is looked for once: it is seen ahead, then taken.
 std::string_view SourceLines::Ahead() {
   if (mAheadOf != mAt) {
@@ -136,148 +89,6 @@ std::string_view SourceLines::TakePhysical() {
   return line;
 }
 
-// Walks one line; true if the statement goes on behind it.
-bool SourceLines::GoesOn(Scan& scan, std::string_view line) {
-  using Mode = Scan::Mode;
-  scan.Explicit = false;
-  scan.WordBegin = scan.WordEnd = 0;
-  std::size_t codeEnd = line.size();
-  for (std::size_t i = 0; i < line.size(); ++i) {
-    const char c = line[i];
-    const char next = i + 1 < line.size() ? line[i + 1] : '\0';
-    if (scan.InLiteral()) {
-      Scan::Frame& top = scan.Open.back();
-      if (top.What == Mode::Text || top.What == Mode::Interpolated) {
-        if (c == '"') {
-          if (next == '"')
-            ++i;
-          else
-            scan.Open.pop_back(), scan.Before = '"';
-        } else if (top.What == Mode::Interpolated && c == '{') {
-          if (next == '{')
-            ++i;
-          else
-            scan.Open.push_back({Mode::TextHole});
-        }
-        continue;
-      }
-      if (top.What == Mode::Xml) {
-        const std::string_view here = line.substr(i);
-        if (scan.InTag != 0) {
-          if (here.starts_with("<%=")) {
-            scan.Open.push_back({Mode::XmlHole});
-            i += 2;
-          } else if (c == '"' || c == '\'') {
-            const std::size_t close = line.find(c, i + 1);
-            if (close != kNotFound) i = close;
-          } else if (c == '>') {
-            if (scan.InTag == 2)
-              --top.Depth;
-            else if (line[i > 0 ? i - 1 : 0] != '/')
-              ++top.Depth;
-            scan.InTag = 0;
-            if (top.Depth <= 0) scan.Open.pop_back(), scan.Before = '>';
-          }
-        } else if (here.starts_with("<!--")) {
-          top.Depth += 1 << 16;
-          i += 3;
-        } else if (top.Depth >= 1 << 16) {  // within a comment
-          if (here.starts_with("-->")) {
-            top.Depth -= 1 << 16;
-            i += 2;
-          }
-        } else if (here.starts_with("<%=")) {
-          scan.Open.push_back({Mode::XmlHole});
-          i += 2;
-        } else if (here.starts_with("<![CDATA[")) {
-          const std::size_t close = line.find("]]>", i);
-          if (close != kNotFound) i = close + 2;
-        } else if (here.starts_with("<?")) {
-          const std::size_t close = line.find("?>", i);
-          if (close != kNotFound) i = close + 1;
-        } else if (c == '<') {
-          scan.InTag = next == '/' ? 2 : 1;
-        }
-        continue;
-      }
-      if (top.What == Mode::XmlHole && c == '%' && next == '>') {
-        scan.Open.pop_back();
-        ++i;
-        continue;
-      }
-      if (top.What == Mode::TextHole) {
-        if (c == '{') ++top.Depth;
-        if (c == '}' && top.Depth-- == 0) {
-          scan.Open.pop_back();
-          continue;
-        }
-      }
-    }
-    // Code.
-    if (c == '"') {
-      const bool interpolated = scan.Before == '$';
-      scan.Open.push_back({interpolated ? Mode::Interpolated : Mode::Text});
-      if (!scan.AttributeOpen) scan.OnlyAttributes = false;
-      continue;
-    }
-    if (c == '\'') {
-      codeEnd = i;
-      break;
-    }
-    if (c == ' ' || c == '\t') continue;
-    if (scan.AttributeOpen) {
-      if (c == '(') ++scan.Lists;
-      if (c == ')') --scan.Lists;
-      if (c == '>' && scan.Lists <= 0) scan.AttributeOpen = false;
-      scan.Before = c;
-      continue;
-    }
-    if (c == '<' && scan.OnlyAttributes) {
-      scan.AttributeOpen = scan.HasAttribute = true;
-      scan.Lists = 0;
-      const std::string_view inside = TrimLeft(line.substr(i + 1));
-      scan.OfFile =
-          StartsWithNoCaseAscii(inside, "assembly") || StartsWithNoCaseAscii(inside, "module");
-      scan.Before = c;
-      continue;
-    }
-    if (IsNameStart(c)) {
-      scan.WordBegin = i;
-      while (i + 1 < line.size() && (IsNameStart(line[i + 1]) || IsDigitAscii(line[i + 1]))) ++i;
-      scan.WordEnd = i + 1;
-      const std::string_view word = line.substr(scan.WordBegin, scan.WordEnd - scan.WordBegin);
-      if (EqualsNoCaseAscii(word, "rem") && (scan.Before == '\0' || scan.Before == ':')) {
-        codeEnd = scan.WordBegin;
-        break;
-      }
-      if (word != "_") scan.OnlyAttributes = false;
-      scan.Before = line[i];
-      continue;
-    }
-    if (c == '<' && !scan.Simple && (IsNameStart(next) || next == '!' || next == '?') &&
-        MayBeginExpression(scan.Before,
-                           line.substr(scan.WordBegin, scan.WordEnd - scan.WordBegin))) {
-      scan.Open.push_back({Mode::Xml});
-      scan.InTag = 0;
-      --i;  // the literal begins with its bracket
-      continue;
-    }
-    scan.OnlyAttributes = false;
-    scan.Before = c;
-  }
-  if (scan.Simple)
-    while (scan.InLiteral()) scan.Open.pop_back();
-  if (scan.InLiteral()) {
-    // A hole of code ends its line as code does.
-    return true;
-  }
-  const std::string_view code = TrimRight(TrimGaps(line.substr(0, codeEnd)));
-  scan.Explicit = code == "_" || code.ends_with(" _") || code.ends_with("\t_");
-  if (scan.Explicit || scan.Simple) return scan.Explicit;
-  if (scan.AttributeOpen) return true;
-  return scan.OnlyAttributes && scan.HasAttribute && !scan.OfFile;
-}
-
 bool SourceLines::Next(SourceStatement& statement) {
   if (mAt >= mText.size()) return false;
   const std::size_t begin = mAt;
@@ -285,18 +96,21 @@ bool SourceLines::Next(SourceStatement& statement) {
   std::string_view line = TakePhysical();
   statement.Begin(line, mPhysical);
   statement.Next = Ahead();
-  if (StandsAlone(line)) return true;
+  statement.Shape = ShapeOfNetLine(line);
+  if (statement.Shape != NetLineShape::Unclear) {
+    if (statement.Shape != NetLineShape::Bare) mBefore = '\0';
+    return true;
+  }
   for (const bool simple : {mUnclosed >= kMostUnclosed, true}) {
-    Scan scan;
-    scan.Simple = simple;
+    SourceLineScan scan(simple, mBefore);
     statement.Begin(line, statement.FirstLine);
-    bool goesOn = GoesOn(scan, line);
+    bool goesOn = scan.GoesOn(line);
     mJoined.assign(line);
     while (goesOn && mAt < mText.size()) {
-      if (scan.AttributeOpen && statement.Lines.size() > kMostAttributeLines) break;
-      if (scan.Explicit)
+      if (scan.InAttribute() && statement.Lines.size() > kMostAttributeLines) break;
+      if (scan.IsExplicit())
         mJoined.resize(mJoined.rfind('_'));
-      else if (!scan.InLiteral() && !scan.AttributeOpen) {
+      else if (!scan.InLiteral() && !scan.InAttribute()) {
         // Attributes go with what follows them at once.
         const std::string_view following = TrimGaps(Ahead());
         if (following.empty() || following.front() == '\'' || following.front() == '#') break;
@@ -306,9 +120,12 @@ bool SourceLines::Next(SourceStatement& statement) {
       if (inside) statement.InsideFrom = std::min(statement.InsideFrom, statement.Lines.size());
       statement.Lines.push_back(physical);
       mJoined.append(1, inside ? '\n' : ' ').append(physical);
-      goesOn = GoesOn(scan, physical);
+      goesOn = scan.GoesOn(physical);
     }
-    if (simple || !(scan.InLiteral() || scan.AttributeOpen)) break;
+    if (simple || !(scan.InLiteral() || scan.InAttribute())) {
+      mBefore = scan.Before();
+      break;
+    }
     // No end: what was taken for a text or literal is none.
     ++mUnclosed;
     mAt = begin;

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "intake/net/LineShapes.h"
+
 namespace vendrel {
 
 /// One logical line.
@@ -20,6 +22,8 @@ struct SourceStatement {
   std::size_t InsideFrom = static_cast<std::size_t>(-1);
   /// The physical line behind the statement; empty where it is not known.
   std::string_view Next = {};
+  /// What its first line tells by itself; `Unclear` where nobody asked.
+  NetLineShape Shape = NetLineShape::Unclear;
 
   /// Makes it a new one on one line.
   void Begin(std::string_view line, std::int32_t number) {
@@ -29,6 +33,7 @@ struct SourceStatement {
     FirstLine = number;
     InsideFrom = static_cast<std::size_t>(-1);
     Next = {};
+    Shape = NetLineShape::Unclear;
   }
 };
 
@@ -61,10 +66,8 @@ class SourceLines {
   bool Next(SourceStatement& statement);
 
  private:
-  struct Scan;
   std::string_view TakePhysical();
   std::string_view Ahead();
-  bool GoesOn(Scan& scan, std::string_view line);
 
   std::string_view mText;
   std::size_t mAt = 0;
@@ -75,6 +78,8 @@ class SourceLines {
   std::string mJoined;
   // A text or XML literal without an end was looked for up to the end of the file.
   int mUnclosed = 0;
+  // The last character of code in front of the line, where that may go on in it.
+  char mBefore = '\0';
 };
 
 }  // namespace vendrel

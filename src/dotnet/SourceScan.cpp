@@ -71,7 +71,7 @@ void SourceScan::Run() {
     while (lines.Next(statement)) {
       mLine = statement.FirstLine;
       if (mRules.NetKeepSource)
-        TakeKept(statement);
+        NoteRead(statement), TakeKept(statement);
       else
         Take(statement);
     }
@@ -88,6 +88,13 @@ void SourceScan::Run() {
   } else if (mCurrent && !mCurrent->Name.empty()) {
     AddComponent(mCurrent);
   }
+}
+
+std::vector<TypeStatement> SourceScan::TypeStatementsOf(const SourceStatement& statement) const {
+  if (!mRules.NetTypeStatements) return StatementsByPattern(StripAttributes(statement.Text));
+  const bool isNone =
+      statement.Shape == NetLineShape::Plain || statement.Shape == NetLineShape::Bare;
+  return isNone ? std::vector<TypeStatement>() : StatementsByWord(statement.Text);
 }
 
 // "Imports A.B, C = D.E"; the intake hands each to the resolver as well.
@@ -171,9 +178,7 @@ void SourceScan::Take(const SourceStatement& statement) {
     mCurrent->Access = "PRIVATE";
   }
   if (mRules.NetConditions && TakeCondition(statement)) return;
-  const std::vector<TypeStatement> found =
-      mRules.NetTypeStatements ? StatementsByWord(statement.Text)
-                               : StatementsByPattern(StripAttributes(statement.Text));
+  const std::vector<TypeStatement> found = TypeStatementsOf(statement);
   if (mRules.NetXmlComments) mScanned.Documentation.Take(statement);
   if (found.empty()) {
     TakeImports(statement.Text);

@@ -82,6 +82,16 @@ class SourceScan {
     std::vector<WeakHandle<Block>> Blocks = {};
   };
 
+  // Places of lines in the file: how many, and their sum.
+  struct LinePlaces {
+    std::size_t Count = 0, Sum = 0;
+    void Add(std::size_t place) {
+      ++Count;
+      Sum += place;
+    }
+    friend bool operator==(const LinePlaces&, const LinePlaces&) = default;
+  };
+
   std::shared_ptr<Component> NewHolder();
   // As described: lines outside of types go with the next type.
   void Take(const SourceStatement& statement);
@@ -103,10 +113,14 @@ class SourceScan {
   void NotePlace(const CodeElement& element) { mScanned.Places->OfLaterParts[&element] = &mFile; }
   std::shared_ptr<Component> PartOf(const TypeStatement& type, const std::string& name);
   void TakeCommentsAbove(Component& above, Component& type);
+  void NoteRead(const SourceStatement& statement);
+  void AddPlaces(const Block& block, LinePlaces& places) const;
+  bool HoldsEachLine() const;
   void KeepLostLines();
   bool TakeEndLines(const SourceStatement& statement, const TypeStatement& ended);
   Component& Innermost() { return mTypes.empty() ? *mScanned.Outside : *mTypes.back().Module; }
 
+  std::vector<TypeStatement> TypeStatementsOf(const SourceStatement& statement) const;
   void TakeImports(std::string_view text);
   Namespace* CreateNamespace(std::string_view name, bool isGlobal = false);
   std::string FullNamespace(std::string_view name) const;
@@ -117,7 +131,7 @@ class SourceScan {
   void FeedLines(Component& component, const SourceStatement& statement);
   void AddLine(Component& component, std::string_view line, std::string_view next = {});
   void StoreRaw(Component& component, std::string_view line, LineTypeEnum type = OTHER);
-  void NoteDelegate(Component& component);
+  void NoteDelegate(const std::shared_ptr<Block>& block);
   void FinishPart(Component& component);
 
   ProjectFile& mFile;
@@ -131,6 +145,7 @@ class SourceScan {
   std::shared_ptr<Component> mCurrent;
   std::shared_ptr<Component> mConditions;  // a module of its own for those of the whole file
   std::int32_t mLine = 0;
+  LinePlaces mRead;
 };
 
 }  // namespace vendrel

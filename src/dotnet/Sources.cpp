@@ -38,6 +38,7 @@ void TieNetReferences(VBProject& project, const std::vector<VBProject*>& others)
       const bool sameFile = !file.empty() && EqualsNoCase(file, other->FileName.FullPath());
       if (!sameId && !sameFile) continue;
       reference.SetReferencedProject(other);
+      if (reference.Name().empty()) reference.FileName.SetFullPath(other->FileName.FullPath());
       break;
     }
   }
@@ -95,13 +96,17 @@ std::vector<std::string> ReferencedProjectFiles(const VBProject& project) {
   return paths;
 }
 
-void ResolveSourceTypes(VBProject& project) try {
-  const Workspace::Use use(project.Workspace());
-  const DiagnosticScope scope(&project.Diagnostics, project.FileName.FullPath());
+void ResolveFiles(VBProject& project) {
   for (ProjectFile& file : project.ProjectFiles) {
     file.ResolveTypeNames();
     file.ResolveInheritedMembers();
   }
+}
+
+void ResolveSourceTypes(VBProject& project) try {
+  const Workspace::Use use(project.Workspace());
+  const DiagnosticScope scope(&project.Diagnostics, project.FileName.FullPath());
+  ResolveFiles(project);
   if (Assembly* assembly = project.Assembly()) {
     assembly->TypesResolved = true;
     assembly->ResolveInheritDocs();

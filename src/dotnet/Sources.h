@@ -31,6 +31,9 @@ void TieNetReferences(VBProject& project, const std::vector<VBProject*>& others)
 /// ids that a solution in its folder or one above tells. Those that are not there are left out.
 std::vector<std::string> ReferencedProjectFiles(const VBProject& project);
 
+/// Types their full names, and what they inherit, file by file.
+void ResolveFiles(VBProject& project);
+
 /// Gives types their full names and what they inherit, as an assembly does for its source.
 void ResolveSourceTypes(VBProject& project);
 

@@ -167,10 +167,26 @@ class TypeModifiers {
   bool mPublic = false, mPrivate = false, mFriend = false, mProtected = false;
 };
 
-// Attributes, "End", "Namespace", the words of types and what stands in front of those.
-constexpr bool MayBegin(char c) {
-  if (static_cast<unsigned char>(c) & 0x80) return true;
-  return std::string_view("<ECFIMNPS").find(UpperAscii(c)) != kNotFound;
+bool IsTypeModifier(std::string_view word) {
+  const auto is = [word](std::string_view known) { return EqualsNoCaseAscii(word, known); };
+  switch (word.size()) {
+    case 6: return is("public") || is("friend");
+    case 7: return is("private") || is("shadows") || is("partial");
+    case 9: return is("protected");
+    case 11: return is("mustinherit");
+    case 14: return is("notinheritable");
+    default: return false;
+  }
+}
+
+// Whether the words at hand lead to that of a type or namespace: most lines hold none, and nothing
+// is made for those.
+bool LeadsToType(WordReader& reader) {
+  reader.SkipAttributes();
+  std::string_view word = reader.Word();
+  if (EqualsNoCaseAscii(word, "end")) word = reader.Word();
+  while (IsTypeModifier(word)) word = reader.Word();
+  return FindTypeWord(word) || EqualsNoCaseAscii(word, "namespace");
 }
 
 bool ReadNamespaceName(WordReader& reader, TypeStatement& statement) {
@@ -242,14 +258,14 @@ bool ReadStatement(WordReader& reader, TypeStatement& statement) {
 
 std::vector<TypeStatement> StatementsByWord(std::string_view text) {
   std::vector<TypeStatement> found;
-  // Most lines hold one statement, and its first letter tells that it is none of these.
   const bool isOne = text.find(':') == kNotFound;
-  const std::size_t first = text.find_first_not_of(" \t");
-  if (isOne && (first == kNotFound || !MayBegin(text[first]))) return found;
   WordReader reader(text);
   do {
-    TypeStatement statement;
     const std::size_t begin = reader.At();
+    const bool leads = LeadsToType(reader);
+    reader.GoTo(begin);
+    if (!leads) continue;
+    TypeStatement statement;
     if (ReadStatement(reader, statement))
       found.push_back(std::move(statement));
     else

@@ -176,6 +176,13 @@ bool MayStandAlone(const Component& component, const ModuleIntake& intake) {
   return intake.Reading.MemberNames && InOpenDeclaration(component);
 }
 
+// What is known to hold nothing but a statement of no kind is not walked again.
+void TakePlain(ModuleIntake& intake, std::string_view text, ParsedLine& line) {
+  line.Text = text;
+  line.StatementPart = TrimGaps(text);
+  intake.StatementLine = intake.PhysicalLine;
+}
+
 void Classify(const Component& component, ModuleIntake& intake, std::string_view text,
               bool notInSource, ParsedLine& line) try {
   const bool continuation = intake.PreviousContinued;
@@ -230,6 +237,8 @@ void TakeStatement(Component& component, ModuleIntake& intake, std::string_view 
     return KeepJoined(intake, text, !statement.empty());
   if (!notInSource && !intake.PreviousContinued && !intake.ContinuationBuffer.empty())
     ClassifyJoined(component, intake, text, statement, line);
+  else if (intake.IsPlainLine && !notInSource && !intake.PreviousContinued)
+    TakePlain(intake, text, line);
   else
     Classify(component, intake, text, notInSource, line);
   Remember(intake, line);

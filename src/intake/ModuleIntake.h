@@ -87,6 +87,10 @@ struct ModuleIntake {
   std::string_view NextLine;
   /// What the statement still lacks is no code (the inside of a literal): it ends with this line.
   bool EndsStatement = false;
+  /// The line is a whole statement or none, unless the next one joins it.
+  bool IsWholeLine = false;
+  /// It is a statement of the type `OTHER`, of which nothing but outer blanks and tabs is cut off.
+  bool IsPlainLine = false;
 
   // Places, 1-based physical lines of the file.
   std::int32_t PhysicalLine = 0;

@@ -8,7 +8,7 @@ EventDeclaration* Component::netCreateEvent(std::string_view name, std::string_v
                                             bool implemented, std::string_view inheritedFrom) {
   const auto event = std::make_shared<EventDeclaration>();
   event->Component = this;
-  event->Name = name;
+  event->Name = std::string(name);
   event->DelegateName = delegateName;
   event->Implemented = implemented;
   event->InheritedFrom = inheritedFrom;
@@ -26,7 +26,7 @@ std::shared_ptr<Variable> Component::netCreateField(
     std::string_view name, std::string_view typeName, std::string_view access, bool isStatic,
     bool implemented, std::string_view inheritedFrom, bool addToModuleVariables) {
   auto field = std::make_shared<Variable>();
-  field->Name = name;
+  field->Name = std::string(name);
   field->TypeName = typeName;
   field->Access = access;
   field->IsStatic = isStatic;

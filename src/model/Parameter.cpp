@@ -25,7 +25,7 @@ Component* Parameter::OwnComponent() const {
 
 void Parameter::SetName(std::string_view name) {
   if (mListed) ++gNamesChanged;
-  mName = name;
+  mName = std::string(name);  // with no room to spare
 }
 
 std::shared_ptr<Parameter> Parameter::Clone(bool CopyComments) const try {

@@ -2,6 +2,7 @@
 // Where a colon parts two statements and where it does not. Asked only at a colon, so lines without
 // one pay nothing; each part of a line is walked once, however many colons it holds.
 
+#include <array>
 #include <cstddef>
 #include <string_view>
 
@@ -28,10 +29,17 @@ bool WalkClosed(std::string_view text, std::size_t at, std::size_t& searched, En
   return searched > at;
 }
 
+inline constexpr std::array<bool, 256> kWordBytes = [] {
+  std::array<bool, 256> bytes{};
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    const auto c = static_cast<char>(i);
+    bytes[i] = IsLetterAscii(c) || IsDigitAscii(c) || c == '_' || i >= 0x80;
+  }
+  return bytes;
+}();
+
 /// A letter, digit or "_", or a byte of a character beyond ASCII.
-constexpr bool IsWordByte(char c) {
-  return IsLetterAscii(c) || IsDigitAscii(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
-}
+constexpr bool IsWordByte(char c) { return kWordBytes[static_cast<unsigned char>(c)]; }
 
 /// Position behind the date literal that begins with the "#" at `at`; `at` if none does. Only
 /// digits, blanks, "/-:,", AM, PM and names of months stand in one.

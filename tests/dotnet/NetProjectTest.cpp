@@ -2,6 +2,7 @@
 
 #include "diagnostics/VendrelError.h"
 #include "dotnet/NetProjects.h"
+#include "dotnet/Sources.h"
 
 namespace vendrel {
 namespace {
@@ -50,6 +51,59 @@ TEST(NetProject, WhatTheProjectFileLacksEndsTheLoad) {
   VBProject missing;
   EXPECT_FALSE(missing.Load("/n/None.vbproj"));
   EXPECT_EQ(missing.LastErrorString, "Passed filename was invalid / did not exist");
+}
+
+TEST(NetProject, ReferencedProjectsHaveNames) {
+  const auto prepare = Complete();
+  NetProject n({}, prepare, "R",
+               "<References><Reference Name=\"Tools\" Project=\"{2}\"/>"
+               "<Reference Project=\"{3}\"/></References>");
+  ASSERT_EQ(n.Project->References.Count(), 2u);
+  EXPECT_EQ(n.Project->References.Item(1)->Name(), "Tools");
+  EXPECT_EQ(n.Project->References.Item(2)->Name(), "");
+  VBProject other;
+  other.VBNETProjectGUID = "{3}";
+  other.FileName.SetFullPath("Z:\\o\\Other.vbproj");
+  TieNetReferences(*n.Project, {n.Project.get(), &other});
+  EXPECT_EQ(n.Project->References.Item(1)->ReferencedProject(), nullptr);
+  EXPECT_EQ(n.Project->References.Item(2)->ReferencedProject(), &other);
+  EXPECT_EQ(n.Project->References.Item(2)->Name(), "Other.vbproj");
+}
+
+// What looks like the end of a procedure in a literal, and like a literal in a list of parameters.
+TEST(NetProject, LiteralsAndAttributesAreToldApart) {
+  NetProject n({{"a.vb",
+                 "Class A\n"
+                 " Declare Sub P Lib \"k\" (<MarshalAs(1)> ByVal s As String, <Out> r As Long)\n"
+                 " Sub B(<Out> a As String,\n"
+                 "       <Out()> b As String, <[In]> c As String)\n"
+                 "  Dim x =\n"
+                 "   <root>\n"
+                 "    End Sub\n"
+                 "    <%= F(\"</root>\") %> <a b='>'/> <!-- </root> -->\n"
+                 "   </root>\n"
+                 "  Run(\n"
+                 "<![CDATA[Class Q\n"
+                 "End Class <a>\n"
+                 "]]>.Value, <b c=<%= <d/> %>\n"
+                 "End Sub='1'/>)\n"
+                 "  Dim y\n"
+                 " End Sub\n"
+                 " <Obsolete(1,\n  2)> _\n"
+                 " Sub C()\n"
+                 " End Sub\n"
+                 "End Class\n"}},
+               Complete());
+  Component& a = n["R.A"];
+  ASSERT_EQ(a.Declarations.Count(), 1u);
+  EXPECT_EQ(a.Declarations.Item(1)->Parameters->Count(), 2u);
+  Block* b = a.Blocks.Item("B");
+  ASSERT_TRUE(b && a.Blocks.Item("C"));
+  EXPECT_EQ(b->Parameters->Count(), 3u);
+  EXPECT_EQ(b->Variables->Count(), 2u);
+  EXPECT_EQ(b->CodeLines->Count(), 14);
+  EXPECT_EQ(a.Blocks.Item("C")->SourceLine(), 19);
+  EXPECT_EQ(n.Project->Diagnostics.Count(), 0u);
 }
 
 TEST(NetProject, FilesAreThoseOfThePattern) {

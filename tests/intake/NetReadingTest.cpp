@@ -50,6 +50,10 @@ void Expect(std::initializer_list<Case> cases, bool isInterface = false) {
 
 TEST(NetReadingTest, Fields) {
   Expect({
+      {"Private t As New Timer(), g As New List(Of Integer)()\n",
+       " declarations\n"
+       "  var PRIVATE t As Timer @1/0\n"
+       "  var PRIVATE g As List(Of Integer) @1/0\n"},
       {"Private a, b As Integer\n",
        " declarations\n"
        "  var PRIVATE a As System.Int32 @1/0\n"
@@ -127,6 +131,16 @@ TEST(NetReadingTest, Procedures) {
 }
 
 // Each block has names of its own; both stay, and nothing is told.
+TEST(NetReadingTest, ANameInBracketsIsNoConstructor) {
+  const NetType type("Sub [New](x As Integer)\nEnd Sub\nSub New()\nEnd Sub\n");
+  const Block* method = type.Module->Blocks.Item("New");
+  ASSERT_TRUE(method);
+  EXPECT_FALSE(method->IsConstructor);
+  const Block* constructor = type.Module->Blocks.Item("_ctor");
+  ASSERT_TRUE(constructor);
+  EXPECT_TRUE(constructor->IsConstructor);
+}
+
 TEST(NetReadingTest, LocalsOfOneNameStandSideBySide) {
   Expect({{"Sub S()\nIf a Then\nDim x As Integer\nElse\nDim x As String\nEnd If\nEnd Sub\n",
            " declarations\n"

@@ -122,6 +122,8 @@ class CompleteNetRules final : public NetRules {
                 std::string_view& statement) const override {
     if (!intake.Reading.NetLines || intake.PreviousContinued) return true;
     NetStatementScan& scan = ScanOf(intake);
+    if (intake.IsWholeLine && intake.ContinuationBuffer.empty() && scan.TakeWhole(intake.NextLine))
+      return true;
     if (!intake.ContinuationBuffer.empty() && scan.Refuses(physical)) {
       // What was not understood stays as lines.
       for (PendingLine& pending : intake.ContinuationBuffer)
@@ -146,7 +148,8 @@ class CompleteNetRules final : public NetRules {
       if (scan.PropertyHeader && line.CommentPart.starts_with("''")) Finish(component, intake);
       return;
     }
-    line.LineType = NetTypeOf(line.StatementPart, line.LineType);
+    const bool isPlain = intake.IsPlainLine && !line.NotInSource && !line.Continuation;
+    if (!isPlain) line.LineType = NetTypeOf(line.StatementPart, line.LineType);
     if (BeginsMember(line.LineType)) scan.ForgetLambdas();
     if (scan.EndsLambda() && !line.NotInSource) line.LineType = OTHER;
     Block& block = *component.CurrentBlock.Get();

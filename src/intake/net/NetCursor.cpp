@@ -22,20 +22,25 @@ std::size_t LiteralEnd(std::string_view text, std::size_t at) {
 
 }  // namespace
 
-void NetCursor::SkipAttributes() { Skip(Rest().size() - NetWords(Rest()).Rest().size()); }
+void NetCursor::SkipAttributes() {
+  if (Here() == '<' || Here() == ' ' || Here() == '\t')
+    Skip(Rest().size() - NetWords(Rest()).Rest().size());
+}
 
 std::string_view NetCursor::Word() {
-  const std::size_t begin = mAt;
+  std::size_t end = mAt;
   if (Here() == '[')
-    mAt = std::max(BracketEnd(mText, mAt), mAt);
+    end = std::max(BracketEnd(mText, mAt), mAt);
   else
-    while (!AtEnd() && IsWordByte(Here())) ++mAt;
-  const std::string_view word = mText.substr(begin, mAt - begin);
+    while (end < mText.size() && IsWordByte(mText[end])) ++end;
+  const std::string_view word(mText.data() + mAt, end - mAt);
+  mAt = end;
   SkipBlanks();
   return word;
 }
 
 bool NetCursor::TakeWord(std::string_view keyword) {
+  if (UpperAscii(Here()) != UpperAscii(keyword.front())) return false;
   const std::size_t at = mAt;
   if (EqualsNoCaseAscii(Word(), keyword)) return true;
   mAt = at;

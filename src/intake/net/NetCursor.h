@@ -47,7 +47,7 @@ class NetCursor {
 
  private:
   void SkipBlanks() {
-    while (!AtEnd() && (Here() == ' ' || Here() == '\t')) ++mAt;
+    while (mAt < mText.size() && IsGap(mText[mAt])) ++mAt;
   }
   bool BelongsToType() const;
   template <typename Ends>

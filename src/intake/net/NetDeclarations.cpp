@@ -43,7 +43,7 @@ void ReadNetMember(std::string_view statement, Block& o) try {
     o.ReturnType = DotNetType(header.SuffixType);
   else if (returns)
     o.ReturnType = "System.Object";
-  if (EqualsNoCaseAscii(header.Name, "New")) {
+  if (header.IsNew) {
     o.IsConstructor = true;
     o.SetName(o.IsStatic ? "_cctor" : "_ctor");
   }

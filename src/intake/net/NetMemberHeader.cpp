@@ -72,7 +72,9 @@ void NetMemberHeader::ReadName(NetCursor& cursor) {
     sign = cursor.Rest().substr(0, cursor.Rest().find_first_of("( "));
     cursor.Skip(sign.size());
   } else {
+    IsNew = cursor.Here() != '[';
     Name = cursor.Name(SuffixType);
+    IsNew = IsNew && EqualsNoCaseAscii(Name, "New");
   }
   for (int lists = 0; cursor.Here() == '(' && lists < 2; ++lists) {
     const std::string_view list = cursor.Group();
@@ -93,7 +95,7 @@ void NetMemberHeader::ReadBehindList(NetCursor& cursor) {
     cursor.SkipAttributes();
     HasInitialiser = cursor.TakeWord("new");
     Type = cursor.Type();
-    IsArray = CutArray(Type);
+    IsArray = CutArray(Type) && !HasInitialiser;  // behind New stand the arguments
   }
   while (!cursor.AtEnd()) {
     if (cursor.TakeWord("handles")) {

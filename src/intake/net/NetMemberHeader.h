@@ -16,6 +16,8 @@ struct NetMemberHeader {
   std::vector<std::string_view> Modifiers;
   std::string_view Keyword;
   std::string Name;
+  /// It is the keyword of a constructor, and no name in brackets.
+  bool IsNew = false;
   std::string_view Parameters;
   std::string_view Type;
   std::string SuffixType;

@@ -20,6 +20,9 @@ class NetStatementScan final : public LanguageState {
   /// Takes a physical line, with `next` behind it as far as that is known. True if the statement
   /// goes on there.
   bool Feed(std::string_view line, std::string_view next = {});
+  /// The same for a line that is whole (`NetLineShape`), where no statement is open: false if it
+  /// needs `Begin` and `Feed` all the same, for a lambda is open or `next` may join it.
+  bool TakeWhole(std::string_view next);
   /// Whether a line cannot belong to the open statement: it ends or begins a member or a type.
   bool Refuses(std::string_view line) const;
   /// The statement so far in one line, comments of its lines left out.

@@ -42,9 +42,9 @@ NetVariables::NetVariables(std::string_view statement) {
     bool isArray = false;
     std::string type;
     if (typed) {
-      cursor.TakeWord("new");
+      const bool isNew = cursor.TakeWord("new");
       std::string_view written = cursor.Type();
-      isArray = CutArray(written);
+      isArray = CutArray(written) && !isNew;  // behind New stand the arguments
       type = TypeWithoutBrackets(written);
       if (isNullable) type += '?';
       type += marks;

@@ -62,18 +62,29 @@ constexpr WordKinds kKinds[] = {
     {"AS", nwAs},
     {"ASYNC", nwModifier},
     {"BY", nwOperator},
+    {"CASE", nwStatement},
+    {"CLASS", nwStatement},
     {"CONST", nwModifier},
     {"CUSTOM", nwModifier},
+    {"DECLARE", nwStatement},
     {"DEFAULT", nwModifier},
     {"DELEGATE", nwModifier},
     {"DIM", nwModifier},
     {"END", nwEnd},
+    {"ENUM", nwStatement},
     {"EQUALS", nwOperator},
+    {"EVENT", nwStatement},
+    {"EXIT", nwStatement},
     {"FRIEND", nwModifier},
     {"FROM", nwOperator | nwQuery},
-    {"FUNCTION", nwProcedure},
+    {"FUNCTION", nwProcedure | nwStatement},
+    {"GET", nwStatement},
     {"GLOBAL", nwModifier},
+    {"IMPLEMENTS", nwStatement},
+    {"IMPORTS", nwStatement},
     {"IN", nwOperator},
+    {"INHERITS", nwStatement},
+    {"INTERFACE", nwStatement},
     {"INTO", nwOperator},
     {"IS", nwOperator},
     {"ISNOT", nwOperator},
@@ -82,13 +93,16 @@ constexpr WordKinds kKinds[] = {
     {"LET", nwOperator},
     {"LIKE", nwOperator},
     {"MOD", nwOperator},
+    {"MODULE", nwStatement},
     {"MUSTINHERIT", nwModifier},
     {"MUSTOVERRIDE", nwModifier},
+    {"NAMESPACE", nwStatement},
     {"NARROWING", nwModifier},
     {"NOT", nwOperator},
     {"NOTINHERITABLE", nwModifier},
     {"NOTOVERRIDABLE", nwModifier},
     {"OF", nwOperator},
+    {"OPERATOR", nwStatement},
     {"OR", nwOperator},
     {"ORELSE", nwOperator},
     {"OVERLOADS", nwModifier},
@@ -96,14 +110,18 @@ constexpr WordKinds kKinds[] = {
     {"OVERRIDES", nwModifier},
     {"PARTIAL", nwModifier},
     {"PRIVATE", nwModifier},
+    {"PROPERTY", nwStatement},
     {"PROTECTED", nwModifier},
     {"PUBLIC", nwModifier},
     {"READONLY", nwModifier},
     {"REM", nwRemark},
+    {"SELECT", nwStatement},
+    {"SET", nwStatement},
     {"SHADOWS", nwModifier},
     {"SHARED", nwModifier},
     {"STATIC", nwModifier},
-    {"SUB", nwProcedure},
+    {"STRUCTURE", nwStatement},
+    {"SUB", nwProcedure | nwStatement},
     {"WHERE", nwOperator},
     {"WIDENING", nwModifier},
     {"WITH", nwOperator},
@@ -125,6 +143,14 @@ constexpr std::array<std::uint8_t, 27> kFirstOfLetter = [] {
   return first;
 }();
 static_assert(kFirstOfLetter[26] == std::size(kKinds));
+
+// The lengths of the words of each letter, as bits: most words are told apart by theirs.
+constexpr std::array<std::uint32_t, 26> kLengthsOfLetter = [] {
+  std::array<std::uint32_t, 26> lengths{};
+  for (const WordKinds& row : kKinds)
+    lengths[static_cast<std::size_t>(row.Word.front() - 'A')] |= 1u << row.Word.size();
+  return lengths;
+}();
 
 LineTypeEnum TypeIn(const KeywordType* from, const KeywordType* to, std::string_view word) {
   for (; from != to; ++from)
@@ -151,7 +177,8 @@ std::string_view BehindAttributes(std::string_view text) {
 }
 
 std::string_view WithoutGaps(std::string_view text) {
-  return text.substr(std::min(text.find_first_not_of(" \t"), text.size()));
+  while (!text.empty() && IsGap(text.front())) text.remove_prefix(1);
+  return text;
 }
 
 bool IsKept(LineTypeEnum type) {
@@ -177,6 +204,7 @@ bool IsWordOf(std::string_view word, std::initializer_list<std::string_view> lis
 unsigned KindsOfNetWord(std::string_view word) {
   if (word.empty() || !IsLetterAscii(word.front())) return 0;
   const auto letter = static_cast<std::size_t>((word.front() | 0x20) - 'a');
+  if (word.size() > 31 || !(kLengthsOfLetter[letter] >> word.size() & 1)) return 0;
   for (std::size_t i = kFirstOfLetter[letter]; i < kFirstOfLetter[letter + 1]; ++i)
     if (EqualsNoCaseAscii(kKinds[i].Word, word)) return kKinds[i].Kinds;
   return 0;

@@ -23,7 +23,9 @@ enum NetWordKinds : unsigned {
   nwProcedure = 8,
   nwEnd = 16,
   nwRemark = 32,
-  nwAs = 64
+  nwAs = 64,
+  /// At the front of a statement that the intake tells apart from others, and no modifier.
+  nwStatement = 128
 };
 /// The kinds of a word, case ignored; 0 for any that has none.
 unsigned KindsOfNetWord(std::string_view word);

@@ -58,7 +58,8 @@ StatementType NetKeyword(std::string_view statement) {
 
 LineTypeEnum NetPrefixedType(std::string_view statement) {
   const LineTypeEnum type = PrefixedType(statement);
-  if (type != OTHER) return type;
+  if (type != OTHER || std::string_view("FPE").find(UpperAscii(statement.front())) == kNotFound)
+    return type;
   for (const NetWordType& row : kNetPrefixes)
     if (StartsWithNoCaseAscii(statement, row.Word)) return row.Type;
   return OTHER;
