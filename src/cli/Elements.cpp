@@ -11,12 +11,16 @@ std::string SignatureOf(const CodeElement& element) { return ShownSource(Signatu
 
 std::string FileOf(const Component& component) { return SourcePlace{&component}.File(); }
 
+std::string FileOf(const SourcePlace& place) {
+  const VBProject* project = place.Component ? place.Component->VBProject() : nullptr;
+  return project && project->ProjectFiles.Count() > 0
+             ? SourceFileOf(*place.Component, *place.Declared).FullPath()
+             : place.File();
+}
+
 std::string PlaceOf(const CodeElement& element, ShownPaths& paths) {
   const SourcePlace place = vendrel::PlaceOf(element);
-  const VBProject* project = place.Component ? place.Component->VBProject() : nullptr;
-  const std::string file = project && project->ProjectFiles.Count() > 0
-                               ? SourceFileOf(*place.Component, *place.Declared).FullPath()
-                               : place.File();
+  const std::string file = FileOf(place);
   return file.empty() ? file : paths.Place(file, place.Line);
 }
 

@@ -12,9 +12,9 @@
 #include "cli/ShownText.h"
 #include "core/CaseFold.h"
 #include "model/PropertyGroup.h"
-#include "text/Identifiers.h"
 #include "text/Like.h"
 #include "uses/UseBinder.h"
+#include "uses/WrittenName.h"
 
 namespace vendrel::cli {
 namespace {
@@ -30,14 +30,6 @@ struct UsesArguments {
   bool Summary = false;
   bool Json = false;
 };
-
-// The name as its declaration has it.
-std::string_view BareName(std::string_view text) {
-  if (text.starts_with('[')) return WithoutBrackets(text);
-  if (!text.empty() && std::string_view("$%&!#@").find(text.back()) != std::string_view::npos)
-    text.remove_suffix(1);
-  return text;
-}
 
 // A statement on one line: what its continuations part is parted by a blank.
 std::string OnOneLine(std::string_view statement) {
@@ -151,7 +143,7 @@ class UsesWriter {
  private:
   void Show(const NameUse& use) {
     ++mCount;
-    const std::string file = FileOf(*use.Module);
+    const std::string file = use.File->FullPath();
     std::string kind(WordOf(use.Kind));
     if (use.Accessor != UseAccessor::None && use.Kind != UseKind::Declare)
       kind.append(" ").append(WordOf(use.Accessor));

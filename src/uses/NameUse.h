@@ -10,6 +10,7 @@
 
 #include "model/CodeElement.h"
 #include "model/Fwd.h"
+#include "services/FileSystemObject.h"
 
 namespace vendrel {
 
@@ -84,6 +85,8 @@ std::string_view WordOf(UseAccessor accessor);
 struct NameUse {
   /// The module in which the name stands; its project tells which one, where several list a file.
   const Component* Module = nullptr;
+  /// The file in which it stands: the module's, or that of a later part of a `Partial` type.
+  const FileSystemObject* File = nullptr;
   /// The procedure that holds the use; in the declarations the element that is declared there
   /// (variable, constant, Type, Enum, Declare, event), else the module.
   const CodeElement* Holder = nullptr;

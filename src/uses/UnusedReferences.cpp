@@ -202,7 +202,8 @@ std::string_view LibraryNameOfFile(std::string_view leafName) {
 void FindUnusedReferences(const Reach& reach,
                           const std::function<void(const UnusedFinding&)>& take) try {
   ReferenceJudge judge(reach);
-  for (const VBProject* project : reach.Projects()) judge.Look(*project, take);
+  for (const VBProject* project : reach.Projects())
+    if (!IsNetProject(*project)) judge.Look(*project, take);
 }
 VENDREL_CONTEXT()
 
