@@ -1,6 +1,8 @@
 #include "cli/Elements.h"
 
+#include "cli/Options.h"
 #include "cli/ShownText.h"
+#include "diagnostics/VendrelError.h"
 #include "dotnet/Sources.h"
 #include "model/Component.h"
 #include "output/Places.h"
@@ -10,6 +12,12 @@ namespace vendrel::cli {
 std::string SignatureOf(const CodeElement& element) { return ShownSource(SignatureText(element)); }
 
 std::string FileOf(const Component& component) { return SourcePlace{&component}.File(); }
+
+NamePattern WantedName(const std::string& name) try {
+  return NamePattern(name);
+} catch (const VendrelError& error) {
+  throw ToolError(exUsage, error.Text());
+}
 
 std::string FileOf(const SourcePlace& place) {
   const VBProject* project = place.Component ? place.Component->VBProject() : nullptr;

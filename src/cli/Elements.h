@@ -6,6 +6,7 @@
 
 #include "cli/Report.h"
 #include "model/CodeElement.h"
+#include "names/NamePattern.h"
 #include "output/Describe.h"
 #include "output/Places.h"
 #include "output/SignatureText.h"
@@ -21,6 +22,9 @@ std::string SignatureOf(const CodeElement& element);
 std::string FileOf(const Component& component);
 /// The same of a place: of VB.NET that of the part of a type in which it lies.
 std::string FileOf(const SourcePlace& place);
+
+/// What the command line asks for by name. Raises a `ToolError` for a pattern that is none.
+NamePattern WantedName(const std::string& name);
 
 /// "file:line" of an element; of one without a line of its own that of what it belongs to.
 std::string PlaceOf(const CodeElement& element, ShownPaths& paths);

@@ -52,10 +52,12 @@ UseValue ModuleBinder::MemberOfModule(const UseValue& base, const Component& mod
     const Entry* type = scope.Types.Find(name);
     if (type && type->Sort == EntrySort::Enumeration) return UseOf(at, *type);
   }
-  if (scope.Base)
+  // What a user control is by itself shows inside of it; outside it is what its site makes of it.
+  const bool isSited = !base.IsMe && module.FileType == ftUserControl;
+  if (scope.Base && !isSited)
     if (const BuiltinMember* builtin = mScopes.Member(*scope.Base, name))
       return UseOfMember(at, *builtin);
-  if (!base.IsMe && module.FileType == ftUserControl)
+  if (isSited)
     if (const BuiltinMember* site = mScopes.SiteMember(name)) return UseOfMember(at, *site);
   const bool isLibrary = IsLibrary(module);
   if (scope.HasForeignBase || (scope.IsMissing && !isLibrary))

@@ -137,6 +137,10 @@ struct NameUse {
 /// ("VBA~Strings~Left"), else `Name`; empty without one.
 std::string MeaningOf(const NameUse& use);
 
+/// The name of the library or other project from which a use takes something ("VBA", "ADODB");
+/// empty where it takes nothing from one, or its type does not tell.
+std::string_view LibraryOf(const NameUse& use);
+
 /// The procedure to which a use of an element (may be null) leads: of a property that of the
 /// accessor; null for what is no procedure of the tree.
 const Block* ProcedureOf(const CodeElement* element, UseAccessor accessor);

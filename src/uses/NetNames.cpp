@@ -18,6 +18,7 @@ bool ModuleBinder::IsTypeParameter(Symbol name) const {
 
 UseValue ModuleBinder::UseOfType(std::size_t at, const Component& type, UseKind kind) {
   UseValue value;
+  if (kind == UseKind::Read && IsMark(at + 1, mScan.Tokens.size(), '.')) kind = UseKind::Qualify;
   value.Record = AddUse(at, kind, UseAnswer::Project);
   PendingUse& use = Of(value.Record);
   use.Element = &type;

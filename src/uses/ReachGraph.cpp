@@ -98,18 +98,9 @@ void ReachGraph::AddLibrary(const NameUse& use) {
     mCallsByName = true;
     mComputedName = mComputedName || !NamesItsTarget(use.Statement);
   }
-  std::string_view library = use.Name;
-  if (use.Member)
-    library = use.Member->Owner->Library;
-  else if (use.Type)
-    library = use.Type->Library;
+  const std::string_view library = LibraryOf(use);
   if (use.Answer == UseAnswer::External && library.empty()) mUnnamedLibrary = true;
-  if (!library.empty()) {
-    mLibraries.insert(FoldKey(library));
-  } else if (use.Answer == UseAnswer::Library && use.Element) {
-    const Component* home = use.Element->OwnComponent();
-    if (home && home->VBProject()) mLibraries.insert(FoldKey(home->VBProject()->ProjectName));
-  }
+  if (!library.empty()) mLibraries.insert(FoldKey(library));
 }
 
 void ReachGraph::AddEdge(const NameUse& use, const CodeElement& target) {

@@ -82,5 +82,7 @@ void FindUnusedReferences(const Reach& reach,
 /// The name by which source knows the library in a file: "ADODB" for "msado15.dll"; empty for a
 /// file that is not among the well-known ones.
 std::string_view LibraryNameOfFile(std::string_view leafName);
+/// The same of a reference: of a project or library that was loaded its own name.
+std::string LibraryNameOf(const Reference& reference);
 
 }  // namespace vendrel

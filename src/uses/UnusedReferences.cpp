@@ -151,7 +151,7 @@ class ReferenceJudge {
       finding.Element = &reference;
       finding.Kind = isControl ? "control-reference" : "reference";
       finding.Reason = UnusedReason::NoneOfLibrary;
-      const std::string name = NameOf(reference, file);
+      const std::string name = LibraryNameOf(reference);
       if (!name.empty() && mNamed.contains(FoldKey(name))) continue;
       if (mReach.Graph().HasUnnamedLibrary() || name.empty()) {
         finding.How = Sureness::Possible;
@@ -167,11 +167,6 @@ class ReferenceJudge {
   static const VBProject* ProjectOf(const CodeElement& element) {
     const Component* home = element.OwnComponent();
     return home ? home->VBProject() : As<VBProject>(&element);
-  }
-
-  static std::string NameOf(const Reference& reference, std::string_view file) {
-    if (const VBProject* project = reference.ReferencedProject()) return project->ProjectName;
-    return std::string(LibraryNameOfFile(file));
   }
 
   // "MSComctlLib.ListView" is a use of its library.
@@ -197,6 +192,11 @@ std::string_view LibraryNameOfFile(std::string_view leafName) {
   for (const KnownLibrary& known : kKnownLibraries)
     if (EqualsNoCaseAscii(known.File, leafName)) return known.Library;
   return {};
+}
+
+std::string LibraryNameOf(const Reference& reference) {
+  if (const VBProject* project = reference.ReferencedProject()) return project->ProjectName;
+  return std::string(LibraryNameOfFile(LeafNameOf(reference.FileName.FullPath())));
 }
 
 void FindUnusedReferences(const Reach& reach,

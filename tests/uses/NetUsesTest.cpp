@@ -72,14 +72,14 @@ TEST(NetUses, FollowTheRulesOfVBNet) {
        "Size write set project; p read local; X read field"},
       {"Sub S(n As Integer)\nDim b = Inner.Base.Make(Of Integer)(1, n)\nb.Size = "
        "Util.Twice(n, \"\")\nEnd Sub\n",
-       "Inner qualify project; Base read project; Make call project; n by-reference parameter; b "
-       "read local; Size write set project; Util read project; Twice call project; n read "
+       "Inner qualify project; Base qualify project; Make call project; n by-reference parameter; b "
+       "read local; Size write set project; Util qualify project; Twice call project; n read "
        "parameter"},
       {"Sub S(n As Integer)\nDim c As Inner.Colour =\n  Inner.Colour.Red Or _\n  "
        "Inner.Colour.Dark\nEnd Sub\n",
-       "Inner qualify project; Colour type project; Inner qualify project; Colour read project; "
+       "Inner qualify project; Colour type project; Inner qualify project; Colour qualify project; "
        "Red "
-       "read enumeration-member; Inner qualify project; Colour read project; Dark read "
+       "read enumeration-member; Inner qualify project; Colour qualify project; Dark read "
        "enumeration-member"},
       {"Private mName As String\nProperty Total As Integer\nGet\nReturn Size\nEnd Get\nSet(value "
        "As "
