@@ -3,10 +3,8 @@
 set(plain_source ${PROJECT_SOURCE_DIR}/src)
 set(plain_copy ${CMAKE_CURRENT_BINARY_DIR}/plain)
 file(GLOB_RECURSE plain_headers CONFIGURE_DEPENDS ${plain_source}/*.h)
-set(plain_sources ${VENDREL_SOURCES})
-list(REMOVE_ITEM plain_sources ${VENDREL_EMBEDDED})  # made by the build, and the same in both
-set(plain_files ${plain_sources} ${plain_headers})
-list(TRANSFORM plain_sources REPLACE "^${plain_source}" "${plain_copy}")
+set(plain_files ${VENDREL_SOURCES} ${plain_headers})
+list(REMOVE_ITEM plain_files ${VENDREL_EMBEDDED})  # made by the build, and the same in both
 set(plain_copies ${plain_files})
 list(TRANSFORM plain_copies REPLACE "^${plain_source}" "${plain_copy}")
 
@@ -24,7 +22,7 @@ target_link_libraries(vendrel_plain
                       PUBLIC pugixml::pugixml
                       PRIVATE vendrel_flags nlohmann_json::nlohmann_json PkgConfig::RE2
                               PkgConfig::UTF8PROC PkgConfig::UCHARDET)
-set_source_files_properties(${plain_copy}/diagnostics/ErrorReport.cpp
+set_source_files_properties(${plain_copy}/core/Version.cpp
                             PROPERTIES COMPILE_DEFINITIONS VENDREL_VERSION="${PROJECT_VERSION}"
                                        SKIP_PRECOMPILE_HEADERS ON)
 if(VENDREL_PRECOMPILE)

@@ -172,7 +172,7 @@ class CallsShown {
   }
 
   std::string PlaceOfEdge(const CallEdge& edge) {
-    return edge.Module ? mPaths.Place(FileOf(*edge.Module), edge.Line) : std::string();
+    return edge.File ? mPaths.Place(edge.File->FullPath(), edge.Line) : std::string();
   }
 
   void WriteEdge(const CallEdge& edge, const char* direction, int depth, bool repeated) {
@@ -182,7 +182,7 @@ class CallsShown {
     mJson.Text("Kind", WordOf(edge.Kind));
     mJson.Truth("Sure", edge.IsSure);
     mJson.Number("Count", edge.Count);
-    mJson.Place(edge.Module ? FileOf(*edge.Module) : std::string(), edge.Line, edge.Column);
+    mJson.Place(edge.File ? edge.File->FullPath() : std::string(), edge.Line, edge.Column);
     if (direction) {
       mJson.Text("Direction", direction);
       mJson.Number("Depth", depth);

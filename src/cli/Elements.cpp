@@ -1,6 +1,8 @@
 #include "cli/Elements.h"
 
+#include "cli/Options.h"
 #include "cli/ShownText.h"
+#include "diagnostics/VendrelError.h"
 #include "dotnet/Sources.h"
 #include "model/Component.h"
 #include "output/Places.h"
@@ -11,12 +13,22 @@ std::string SignatureOf(const CodeElement& element) { return ShownSource(Signatu
 
 std::string FileOf(const Component& component) { return SourcePlace{&component}.File(); }
 
+NamePattern WantedName(const std::string& name) try {
+  return NamePattern(name);
+} catch (const VendrelError& error) {
+  throw ToolError(exUsage, error.Text());
+}
+
+std::string FileOf(const SourcePlace& place) {
+  const VBProject* project = place.Component ? place.Component->VBProject() : nullptr;
+  return project && project->ProjectFiles.Count() > 0
+             ? SourceFileOf(*place.Component, *place.Declared).FullPath()
+             : place.File();
+}
+
 std::string PlaceOf(const CodeElement& element, ShownPaths& paths) {
   const SourcePlace place = vendrel::PlaceOf(element);
-  const VBProject* project = place.Component ? place.Component->VBProject() : nullptr;
-  const std::string file = project && project->ProjectFiles.Count() > 0
-                               ? SourceFileOf(*place.Component, *place.Declared).FullPath()
-                               : place.File();
+  const std::string file = FileOf(place);
   return file.empty() ? file : paths.Place(file, place.Line);
 }
 

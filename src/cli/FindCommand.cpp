@@ -11,7 +11,6 @@
 #include "names/NameWalk.h"
 #include "output/Dump.h"
 #include "output/UniqueNames.h"
-#include "text/Like.h"
 
 namespace vendrel::cli {
 namespace {
@@ -31,10 +30,7 @@ class Finder {
       : mArguments(arguments),
         mOut(out),
         mJson(out, "find", arguments.Common, arguments.Json),
-        mIsPattern(arguments.Name.find_first_of("*?[#") != std::string::npos),
-        mIsQualified(arguments.Name.find('~') != std::string::npos) {
-    if (mIsPattern) CheckPattern();
-  }
+        mName(WantedName(arguments.Name)) {}
 
   std::size_t Count() const { return mCount; }
   /// What may have been meant where nothing was found.
@@ -42,7 +38,7 @@ class Finder {
 
   void Search(VBProject& project) {
     if (mArguments.Json) mNames.Add(vendrel::Describe(project));
-    if (!mIsPattern && mIsQualified) {
+    if (!mName.IsPattern() && mName.IsQualified()) {
       const CodeElement* found = project.GetObjectByName(mArguments.Name);
       // In a group every member would find it: the one it stands in tells it.
       if (found && IsWanted(*found) && StandsIn(*found, project)) Show(*found);
@@ -57,23 +53,13 @@ class Finder {
 
  private:
   void OfferNames(VBProject& project) {
-    if (mIsPattern) return;
+    if (mName.IsPattern()) return;
     ForEachNamedElement(project, [&](CodeElement& element) {
-      mClosest.Offer(mIsQualified ? element.QualifiedName() : element.ElementName());
+      mClosest.Offer(mName.IsQualified() ? element.QualifiedName() : element.ElementName());
     });
   }
-  // Before anything is read.
-  void CheckPattern() const {
-    try {
-      Like("", mArguments.Name);
-    } catch (const VendrelError&) {
-      throw ToolError(exUsage, "'" + mArguments.Name + "' is no pattern; a list opened by " +
-                                   "\"[\" ends with \"]\", and [[] stands for a bracket");
-    }
-  }
   bool Matches(const CodeElement& element) const {
-    const std::string name = mIsQualified ? element.QualifiedName() : element.ElementName();
-    return mIsPattern ? LikeNoCase(name, mArguments.Name) : EqualsNoCase(name, mArguments.Name);
+    return mName.Fits(mName.IsQualified() ? element.QualifiedName() : element.ElementName());
   }
   bool IsWanted(const CodeElement& element) const {
     return mArguments.Kind.empty() || KindOf(element) == mArguments.Kind;
@@ -104,8 +90,7 @@ class Finder {
   std::ostream& mOut;
   JsonLines mJson;
   UniqueNames mNames;
-  bool mIsPattern;
-  bool mIsQualified;
+  NamePattern mName;
   ShownPaths mPaths;
   std::size_t mCount = 0;
   ClosestName mClosest{mArguments.Name};

@@ -15,6 +15,7 @@ struct GraphArguments {
   std::string Level = "project";
   std::string Focus;
   int Depth = 1;
+  bool Calls = false;
   bool Dot = false;
   bool Mermaid = false;
   bool GraphML = false;
@@ -62,12 +63,19 @@ void WriteGraphAsJson(std::ostream& out, const CodeGraph& graph, const CommonOpt
 }
 
 int RunGraph(const GraphArguments& arguments, const Streams& streams) {
+  if (arguments.Calls && LevelOf(arguments) == GraphLevel::Project)
+    throw ToolError(exUsage, "--calls: projects call nothing; --level module shows who does");
   int code = exDone;
   WriteResult(arguments.Common, streams, arguments.Paths, [&](std::ostream& out) {
     CodeGraph graph(LevelOf(arguments), NativeRootOf(arguments.Common));
     code = ForEachProject(
         arguments.Paths, arguments.Common, streams,
-        [&](const VBProject& project) { graph.Add(project); },
+        [&](VBProject& project) {
+          if (!arguments.Calls) return graph.Add(project);
+          CallGraph calls;
+          calls.Add(project);
+          graph.Add(project, &calls);
+        },
         LevelOf(arguments) == GraphLevel::Project ? LoadDepth::ProjectFile : LoadDepth::Modules);
     graph.Finish();
     if (!arguments.Focus.empty() && !graph.Focus(arguments.Focus, arguments.Depth))
@@ -102,6 +110,8 @@ void AddGraphCommand(CLI::App& app, Job& job) {
       ->check(CLI::NonNegativeNumber)
       ->capture_default_str()
       ->needs(focus);
+  command->add_flag("--calls", arguments->Calls,
+                    "Which modules' procedures call each other, too (--level module or class)");
   auto* form = command->add_option_group("form");
   form->add_flag("--dot", arguments->Dot, "For Graphviz");
   form->add_flag("--mermaid", arguments->Mermaid, "For Mermaid");

@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/JsonLines.h"
+#include "cli/ReferencedLibraries.h"
 #include "cli/TableWriter.h"
 #include "survey/Inventory.h"
 
@@ -14,6 +15,7 @@ struct InventoryArguments {
   Inputs Paths;
   TableForms Forms;
   bool NearDuplicates = false;
+  bool Uses = false;
   bool All = false;
 };
 
@@ -28,8 +30,14 @@ int RunInventory(const InventoryArguments& arguments, const Streams& streams) {
     Inventory inventory;
     inventory.NativeRoot = FolderSeenFrom(arguments.Common, arguments.Forms.Json);
     inventory.FindsNearDuplicates = arguments.NearDuplicates;
-    code = ForEachProject(arguments.Paths, arguments.Common, streams,
-                          [&](VBProject& project) { inventory.Add(project); });
+    inventory.CountsUses = arguments.Uses;
+    ReferencedLibraries libraries;
+    code = ForEachProject(arguments.Paths, arguments.Common, streams, [&](VBProject& project) {
+      if (!arguments.Uses) return inventory.Add(project);
+      libraries.Load(project);
+      const ProjectUses uses(project);
+      inventory.Add(project, &uses);
+    });
     for (const std::string& path : arguments.Paths.Paths) AddFilesBelow(path, inventory);
     WriteTables(out, inventory.Tables(),
                 {"inventory", "Inventory", arguments.Forms.Chosen(), arguments.All},
@@ -47,6 +55,8 @@ void AddInventoryCommand(CLI::App& app, Job& job) {
   AddTableForms(*command, arguments->Forms);
   command->add_flag("--near-duplicates", arguments->NearDuplicates,
                     "Modules of which four in five lines are the same, too");
+  command->add_flag("--uses", arguments->Uses,
+                    "What names in code tell: calls, uses of references and controls, too");
   command->add_flag("--all", arguments->All, "Every row, not the largest alone");
   AddCommonOptions(*command, arguments->Common);
   command->callback([arguments, &job] {

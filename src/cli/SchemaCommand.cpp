@@ -204,7 +204,10 @@ Json TableRows(const std::vector<Table>& tables) {
 Json InventoryRows() {
   Inventory empty;
   empty.FindsNearDuplicates = true;
-  return TableRows(empty.Tables());
+  std::vector<Table> tables = empty.Tables();
+  empty.CountsUses = true;
+  for (Table& table : empty.Tables()) tables.push_back(std::move(table));
+  return TableRows(tables);
 }
 
 // What the objects of a command are: names of definitions.

@@ -53,7 +53,6 @@ void Gather(const UnusedArguments& arguments, VBProject& project, ReferencedLibr
   reach.UsedFromOutside = arguments.Used;
   for (VBProject* one : projects) {
     RefuseWithoutStatements(*one);
-    RefuseDotNet(*one);
     libraries.Load(*one);
     rows.AddFilesOf(*one);
     reach.Add(*one);

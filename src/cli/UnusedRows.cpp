@@ -1,5 +1,7 @@
 #include "cli/UnusedRows.h"
 
+#include <set>
+
 #include "cli/CallDrawing.h"
 #include "cli/Elements.h"
 #include "core/CaseFold.h"
@@ -8,7 +10,11 @@
 namespace vendrel::cli {
 
 void UnusedRows::AddFilesOf(const VBProject& project) {
-  for (const Component& module : project.Components.Listed()) ++mFiles[FoldKey(FileOf(module))];
+  std::set<std::string> files;  // of VB.NET each with any number of types
+  for (const Component& module : project.Components.Listed()) files.insert(FoldKey(FileOf(module)));
+  for (const ProjectFile& file : project.ProjectFiles)
+    files.insert(FoldKey(file.FileName.FullPath()));
+  for (const std::string& file : files) ++mFiles[file];
 }
 
 void UnusedRows::Add(const UnusedFinding& finding, const VBProject& project) {
@@ -24,7 +30,7 @@ void UnusedRows::Add(const UnusedFinding& finding, const VBProject& project) {
   } else {
     const SourcePlace place = vendrel::PlaceOf(*finding.Element);
     row.Name = CallName(*finding.Element);
-    row.WindowsPath = place.File();
+    row.WindowsPath = FileOf(place);
     if (!IsA<Component>(finding.Element)) {  // a module is its whole file
       row.Line = place.Line;
       row.Column = mColumns.Of(place, finding.Element->ElementName());

@@ -2,6 +2,7 @@
 
 #include "cli/Options.h"
 #include "cli/Tool.h"
+#include "core/Ascii.h"
 #include "project/VBProjectGroup.h"
 
 namespace vendrel::cli {
@@ -16,18 +17,13 @@ std::vector<VBProject*> ProjectsTogether(VBProject& project) {
 }
 
 void RefuseWithoutStatements(const VBProject& project) {
-  const bool isNet = project.LanguageVersion() == lvVisualBasicDotNet;
-  if (project.WasReadFromTypeLibrary || (isNet && project.ProjectFiles.Count() == 0))
+  const bool isAssembly = project.LanguageVersion() == lvVisualBasicDotNet &&
+                          !EndsWithNoCaseAscii(project.FileName.FullPath(), ".vbproj") &&
+                          project.ProjectFiles.Count() == 0;
+  if (project.WasReadFromTypeLibrary || isAssembly)
     throw ToolError(exFailed, project.FileName.NativePath() +
                                   ": is a compiled library, which has no statements; give the "
                                   "project that it was made from");
-}
-
-void RefuseDotNet(const VBProject& project) {
-  if (project.LanguageVersion() == lvVisualBasicDotNet)
-    throw ToolError(exFailed, project.FileName.NativePath() +
-                                  ": is VB.NET; what nobody uses is told of Visual Basic 5 and 6 "
-                                  "alone, calls shows both");
 }
 
 }  // namespace vendrel::cli

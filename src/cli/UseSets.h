@@ -13,7 +13,5 @@ std::vector<VBProject*> ProjectsTogether(VBProject& project);
 
 /// Raises a `ToolError` for a compiled library, which has no statements.
 void RefuseWithoutStatements(const VBProject& project);
-/// Raises one for VB.NET, in which others enter a program than its startup object.
-void RefuseDotNet(const VBProject& project);
 
 }  // namespace vendrel::cli

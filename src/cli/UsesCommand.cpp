@@ -10,11 +10,9 @@
 #include "cli/ReferencedLibraries.h"
 #include "cli/Results.h"
 #include "cli/ShownText.h"
-#include "core/CaseFold.h"
 #include "model/PropertyGroup.h"
-#include "text/Identifiers.h"
-#include "text/Like.h"
 #include "uses/UseBinder.h"
+#include "uses/WrittenName.h"
 
 namespace vendrel::cli {
 namespace {
@@ -30,14 +28,6 @@ struct UsesArguments {
   bool Summary = false;
   bool Json = false;
 };
-
-// The name as its declaration has it.
-std::string_view BareName(std::string_view text) {
-  if (text.starts_with('[')) return WithoutBrackets(text);
-  if (!text.empty() && std::string_view("$%&!#@").find(text.back()) != std::string_view::npos)
-    text.remove_suffix(1);
-  return text;
-}
 
 // A statement on one line: what its continuations part is parted by a blank.
 std::string OnOneLine(std::string_view statement) {
@@ -60,14 +50,11 @@ std::string OnOneLine(std::string_view statement) {
 class WantedUses {
  public:
   explicit WantedUses(const UsesArguments& arguments)
-      : mName(arguments.Name),
-        mIsPattern(arguments.Name.find_first_of("*?[#") != std::string::npos),
-        mIsQualified(arguments.Name.find('~') != std::string::npos),
-        mKind(arguments.Kind),
-        mAnswer(arguments.Answer) {}
+      : mName(WantedName(arguments.Name)), mKind(arguments.Kind), mAnswer(arguments.Answer) {}
 
   void Enter(VBProject& project) {
-    mElement = mIsQualified && !mIsPattern ? project.GetObjectByName(mName) : nullptr;
+    const bool isOne = mName.IsQualified() && !mName.IsPattern();
+    mElement = isOne ? project.GetObjectByName(mName.Text()) : nullptr;
     const auto* block = As<Block>(mElement);
     if (!block || !block->IsPropertyType() || !block->OwnComponent()) return;
     const PropertyGroup* group = block->OwnComponent()->PropertyGroups.Item(block->Name());
@@ -77,19 +64,16 @@ class WantedUses {
   bool Has(const NameUse& use) const {
     if (!mKind.empty() && WordOf(use.Kind) != mKind) return false;
     if (!mAnswer.empty() && WordOf(use.Answer) != mAnswer) return false;
-    if (mName.empty()) return true;
-    if (mIsQualified) return HasQualified(use);
-    return (!use.Secondary && Fits(BareName(use.Text))) ||
-           (use.Element && Fits(NameOf(*use.Element)));
+    if (mName.Text().empty()) return true;
+    if (mName.IsQualified()) return HasQualified(use);
+    return (!use.Secondary && mName.Fits(BareName(use.Text))) ||
+           (use.Element && mName.Fits(NameOf(*use.Element)));
   }
 
  private:
   static std::string NameOf(const CodeElement& element) {
     const auto* control = As<VBControl>(&element);
     return control ? control->ShortName() : element.ElementName();
-  }
-  bool Fits(std::string_view name) const {
-    return mIsPattern ? LikeNoCase(name, mName) : EqualsNoCase(name, mName);
   }
   bool HasQualified(const NameUse& use) const {
     if (mElement) {
@@ -98,12 +82,10 @@ class WantedUses {
         if (candidate == mElement) return true;
       return false;
     }
-    return (use.Element || use.Member || use.Type) && Fits(MeaningOf(use));
+    return (use.Element || use.Member || use.Type) && mName.Fits(MeaningOf(use));
   }
 
-  const std::string& mName;
-  bool mIsPattern;
-  bool mIsQualified;
+  NamePattern mName;
   const std::string& mKind;
   const std::string& mAnswer;
   const CodeElement* mElement = nullptr;
@@ -151,7 +133,7 @@ class UsesWriter {
  private:
   void Show(const NameUse& use) {
     ++mCount;
-    const std::string file = FileOf(*use.Module);
+    const std::string file = use.File->FullPath();
     std::string kind(WordOf(use.Kind));
     if (use.Accessor != UseAccessor::None && use.Kind != UseKind::Declare)
       kind.append(" ").append(WordOf(use.Accessor));

@@ -65,13 +65,16 @@ class ReflectionResolver final : public NetResolver {
     for (const TypeIndex& index : mIndexes)
       if (&index.File() == file) return;
     mIndexes.emplace_back(*file);
+    mAsked.clear();
   }
-  TypeHandle LookupWhole(std::string_view name);
+  TypeHandle LookupWhole(const std::string& name);
+  TypeHandle Search(std::string_view name);
   TypeHandle Lookup(std::string_view name);
 
   std::shared_ptr<AssemblyStore> mStore;
   std::vector<TypeIndex> mIndexes;
   std::vector<std::string> mGlobal, mOfFile;
+  std::unordered_map<std::string, TypeHandle> mAsked;  // by full name; empty: none has it
   std::unordered_map<std::string, Loaded> mLoaded;
   bool mHasCore = false;
 };
@@ -88,7 +91,14 @@ void ReflectionResolver::addassembly(std::string_view assembly) {
   Know(mStore->Named(identity, {}));
 }
 
-TypeHandle ReflectionResolver::LookupWhole(std::string_view name) {
+// The same names are asked for behind the imports of one file after the other.
+TypeHandle ReflectionResolver::LookupWhole(const std::string& name) {
+  const auto [known, isNew] = mAsked.try_emplace(name);
+  if (isNew) known->second = Search(name);
+  return known->second;
+}
+
+TypeHandle ReflectionResolver::Search(std::string_view name) {
   const std::string folded = FoldKey(name);
   for (const TypeIndex& index : mIndexes) {
     if (const TypeHandle type = index.Find(folded)) return type;
@@ -109,7 +119,7 @@ TypeHandle ReflectionResolver::Lookup(std::string_view name) {
     core.Name = "mscorlib";
     Know(mStore->Named(core, {}));
   }
-  if (const TypeHandle type = LookupWhole(name)) return type;
+  if (const TypeHandle type = LookupWhole(std::string(name))) return type;
   for (const auto* imports : {&mOfFile, &mGlobal})
     for (const std::string& space : *imports)
       if (const TypeHandle type = LookupWhole(space + "." + std::string(name))) return type;

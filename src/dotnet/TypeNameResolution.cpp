@@ -32,6 +32,15 @@ std::string_view FurtherIntrinsic(std::string_view name) {
   return DotNetType(name);
 }
 
+// Makes the imports of a file those that the resolver looks in.
+void TellImports(VBProject& project, const ProjectFile& file) {
+  NetResolver* resolver = project.NetResolver();
+  if (!resolver) return;
+  resolver->clearnamespaces();
+  for (const std::string& import : file.Imports)
+    if (import.find('=') == std::string::npos) resolver->addnamespace(import);
+}
+
 // What the resolver says, asked for once a name while the imports are those of one file.
 class ResolverAnswers {
  public:
@@ -259,6 +268,7 @@ std::string ProjectFile::ResolveType(vendrel::Component& c, std::string_view Typ
   vendrel::VBProject* project = VBProject();
   if (!project || TypeName.starts_with(kSystem)) return std::string(TypeName);
   if (project->Reading.NetTypeNames) {
+    TellImports(*project, *this);  // those of another file may be in force
     ResolverAnswers answers(*project);
     return ScopedNames(*this, c, answers).Type(TypeName);
   }
@@ -288,11 +298,7 @@ bool ProjectFile::ResolveTypeNames() try {
       }).Run(component);
     return true;
   }
-  if (vendrel::NetResolver* resolver = project->NetResolver()) {
-    resolver->clearnamespaces();
-    for (const std::string& import : Imports)
-      if (import.find('=') == std::string::npos) resolver->addnamespace(import);
-  }
+  TellImports(*project, *this);
   ResolverAnswers answers(*project);
   for (vendrel::Component& component : Components) {
     ScopedNames names(*this, component, answers);

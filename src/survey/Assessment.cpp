@@ -47,20 +47,21 @@ std::int64_t Assessment::ScoreOf(std::int64_t points, std::int64_t linesOfCode) 
   return points <= 0 ? 0 : 100 * points / (points + std::max<std::int64_t>(linesOfCode, 1));
 }
 
-void Assessment::Add(const VBProject& project) {
+void Assessment::Add(VBProject& project) {
   if (project.LanguageVersion() == lvVisualBasicDotNet ||
       project.ProjectSourceType == ptsTypeLibrary)
     return;
   Project row{project.ProjectName, ShownFile(project.FileName.FullPath(), NativeRoot), 0, 0, {}};
   const DeclaredFunctions declared(project);
-  for (const Component& component : project.Components.Listed())
-    if (component.SourceForm) AddModule(component, declared, row);
+  UseBinder names(project);
+  for (const Component& component : std::as_const(project).Components.Listed())
+    if (component.SourceForm) AddModule(component, declared, names, row);
   AddReferences(project, row);
   mProjects.push_back(std::move(row));
 }
 
 void Assessment::AddModule(const Component& component, const DeclaredFunctions& declared,
-                           Project& project) {
+                           UseBinder& names, Project& project) {
   ++project.Modules;
   const std::string file = ShownFile(component.FileName.FullPath(), NativeRoot);
   const auto [known, isNew] = mByFile.try_emplace(file, mModules.size());
@@ -68,15 +69,15 @@ void Assessment::AddModule(const Component& component, const DeclaredFunctions& 
   const std::size_t index = mModules.size();
   Module module{component.Name, file, {}};
   module.Sum.Code = LineCountsOf(component).Code;
-  module.Sum.Variants = FindHindrances(component, declared, [&](const HindranceFinding& finding) {
+  const auto take = [&](const HindranceFinding& finding) {
     Count(finding, module.Sum, index);
     if (KeepsFindings) Keep(finding, file);
-  });
+  };
+  module.Sum.Variants = FindHindrances(component, declared, take);
+  FindDefaultMembers(names, component, take);
   for (const DeclareDeclaration& declare : component.Declarations) {
-    const std::string library = LowerAscii(declare.Library);
-    const std::string function = declare.Alias.str().empty() ? declare.Name : declare.Alias.str();
-    NameCount& count = mApis[NamesOf(
-        library.ends_with(".dll") ? library.substr(0, library.size() - 4) : library, function)];
+    const auto [library, function] = FunctionNamedBy(declare);
+    NameCount& count = mApis[NamesOf(library, function)];
     ++count.Declares;
     count.Modules.insert(index);
   }

@@ -39,7 +39,7 @@ class Assessment {
 
   /// Takes a loaded project; nothing of it is kept but rows. One of VB.NET, or that was compiled,
   /// is left out.
-  void Add(const VBProject& project);
+  void Add(VBProject& project);
   /// All tables, in the order in which a person reads them.
   std::vector<Table> Tables() const;
 
@@ -67,7 +67,8 @@ class Assessment {
   };
   using TwoNames = std::pair<std::string, std::string>;
 
-  void AddModule(const Component& component, const DeclaredFunctions& declared, Project& project);
+  void AddModule(const Component& component, const DeclaredFunctions& declared, UseBinder& names,
+                 Project& project);
   void AddReferences(const VBProject& project, Project& row);
   void Count(const HindranceFinding& finding, Sums& sum, std::size_t module);
   void Keep(const HindranceFinding& finding, const std::string& file);

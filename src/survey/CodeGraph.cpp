@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 constexpr std::string_view kReferences = "references", kImplements = "implements",
-                           kInherits = "inherits", kUses = "uses";
+                           kInherits = "inherits", kUses = "uses", kCalls = "calls";
 
 // "New Ledger.Account", "List(Of Account)", "Account()" -> what stands before brackets.
 std::string_view BareType(std::string_view type) {
@@ -37,7 +37,7 @@ bool IsTypeOfItsOwn(const Component& component) {
 CodeGraph::CodeGraph(GraphLevel level, std::string nativeRoot)
     : mLevel(level), mNativeRoot(std::move(nativeRoot)) {}
 
-void CodeGraph::Add(const VBProject& project) {
+void CodeGraph::Add(const VBProject& project, const CallGraph* calls) {
   const std::string path = project.FileName.FullPath();
   if (mProjectKeys.contains(FoldKey(path))) return;
   const std::size_t node = mCandidates.size();
@@ -59,6 +59,16 @@ void CodeGraph::Add(const VBProject& project) {
   if (mLevel == GraphLevel::Project) return;
   for (const Component& component : project.Components.Listed())
     AddModule(component, mProjects.back());
+  if (calls) AddCalls(*calls, mProjects.back());
+}
+
+void CodeGraph::AddCalls(const CallGraph& calls, const ProjectNames& names) {
+  for (const CallEdge& edge : CallsBetweenModules(calls)) {
+    const auto *from = As<Component>(edge.From), *to = As<Component>(edge.To);
+    const auto known = from ? names.Modules.find(FoldKey(from->FullName())) : names.Modules.end();
+    if (known != names.Modules.end() && to)
+      mMentions.push_back({known->second, to->FullName(), kCalls, edge.Count});
+  }
 }
 
 void CodeGraph::AddReferences(const VBProject& project, std::size_t node) {
@@ -86,7 +96,7 @@ void CodeGraph::AddModule(const Component& component, ProjectNames& names) {
 
 void CodeGraph::AddMention(std::size_t from, std::string_view type, std::string_view relation) {
   const std::string_view bare = BareType(type);
-  if (!bare.empty()) mMentions.push_back({from, std::string(bare), relation});
+  if (!bare.empty()) mMentions.push_back({from, std::string(bare), relation, 1});
 }
 
 void CodeGraph::AddMentions(const Component& component, std::size_t node) {
@@ -123,11 +133,12 @@ void CodeGraph::Finish() {
   LeaveOut(drawn);
 }
 
-void CodeGraph::AddEdge(std::size_t from, std::size_t to, std::string_view relation) {
+void CodeGraph::AddEdge(std::size_t from, std::size_t to, std::string_view relation,
+                        std::int64_t count) {
   if (from == to) return;
   const auto [known, isNew] = mEdgeOf.try_emplace({from, to, relation}, Edges.size());
   if (isNew) Edges.push_back({from, to, relation, 0});
-  ++Edges[known->second].Count;
+  Edges[known->second].Count += count;
 }
 
 std::size_t CodeGraph::NodeFor(const std::string& key, std::string name, std::string_view kind) {
@@ -179,10 +190,10 @@ void CodeGraph::TieMentions() {
     const ProjectNames& names = *namesOf.at(mCandidates[mention.From].Project);
     std::size_t target = ModuleNamed(names, FoldKey(mention.Name));
     if (target == kNone) target = ModuleNamed(names, FoldKey(LastPart(mention.Name)));
-    if (target == kNone && mention.Relation != kUses)
+    if (target == kNone && mention.Relation != kUses && mention.Relation != kCalls)
       target = NodeFor("type " + FoldKey(mention.Name), mention.Name,
                        mention.Relation == kImplements ? "interface" : "class");
-    if (target != kNone) AddEdge(mention.From, target, mention.Relation);
+    if (target != kNone) AddEdge(mention.From, target, mention.Relation, mention.Count);
   }
 }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "project/VBProject.h"
+#include "uses/CallGraph.h"
 
 namespace vendrel {
 
@@ -42,7 +43,8 @@ class CodeGraph {
   /// Edges run from the one that names the other.
   struct Edge {
     std::size_t From = 0, To = 0;
-    /// "references", "implements", "inherits", or "uses": a type of a declaration, or a control.
+    /// "references", "implements", "inherits", "calls", or "uses": a type of a declaration, or a
+    /// control.
     std::string_view Relation;
     /// In how many places.
     std::int64_t Count = 0;
@@ -50,8 +52,9 @@ class CodeGraph {
 
   /// `nativeRoot`: the folder of this machine from which files are shown; empty: absolute paths.
   CodeGraph(GraphLevel level, std::string nativeRoot);
-  /// Takes a project; for modules and classes a loaded one.
-  void Add(const VBProject& project);
+  /// Takes a project; for modules and classes a loaded one. With calls the modules whose procedures
+  /// call each other have edges, too.
+  void Add(const VBProject& project, const CallGraph* calls = nullptr);
   /// Makes `Nodes` and `Edges` of what was added.
   void Finish();
   /// Leaves only what lies within `depth` edges, in either direction, of the nodes of that name: a
@@ -74,6 +77,7 @@ class CodeGraph {
     std::size_t From;
     std::string Name;
     std::string_view Relation;
+    std::int64_t Count = 1;
   };
   struct LibraryReference {
     std::size_t From;
@@ -92,9 +96,10 @@ class CodeGraph {
   void AddModule(const Component& component, ProjectNames& names);
   void AddMentions(const Component& component, std::size_t node);
   void AddMention(std::size_t from, std::string_view type, std::string_view relation);
+  void AddCalls(const CallGraph& calls, const ProjectNames& names);
   void TieReferences();
   void TieMentions();
-  void AddEdge(std::size_t from, std::size_t to, std::string_view relation);
+  void AddEdge(std::size_t from, std::size_t to, std::string_view relation, std::int64_t count = 1);
   std::size_t NodeFor(const std::string& key, std::string name, std::string_view kind);
   std::size_t ModuleNamed(const ProjectNames& names, const std::string& key) const;
   void SettleLabels();

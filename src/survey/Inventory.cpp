@@ -18,8 +18,6 @@ bool IsOfNet(const Component& component) {
   return component.Options().LanguageVersion() == lvVisualBasicDotNet;
 }
 
-std::int64_t Count(std::size_t number) { return static_cast<std::int64_t>(number); }
-
 std::string CodePageOf(const SourceText& text) {
   switch (text.Encoding) {
     case TextEncoding::Ascii: return "ASCII";
@@ -88,7 +86,8 @@ TableValue FoundValue(const VBProject& project, const Reference& reference) {
 
 }  // namespace
 
-void Inventory::Add(const VBProject& project) {
+void Inventory::Add(const VBProject& project, const ProjectUses* uses) {
+  mUses = CountsUses ? uses : nullptr;
   const std::string file = ShownFile(project.FileName.FullPath(), NativeRoot);
   const bool isCompiled = project.ProjectSourceType == ptsTypeLibrary;
   LineCounts counts;
@@ -103,8 +102,10 @@ void Inventory::Add(const VBProject& project) {
   }
   if (project.ProjectFiles.Count() > 0) counts = AddNetFiles(project);
   AddReferences(project);
+  if (mUses) AddCalls(file);
+  mUses = nullptr;
   mProjects.push_back({project.ProjectName, file, std::string(KindOfProject(project)),
-                       Count(project.Components.Listed().Count()), missing, counts.Code,
+                       SizeOf(project.Components.Listed().Count()), missing, counts.Code,
                        counts.Comment, counts.Blank, counts.Header, procedures});
 }
 
@@ -171,6 +172,9 @@ void Inventory::AddProcedures(const Component& component, Module& module) {
     const ProcedureMetrics metrics = MetricsOf(block);
     mProcedures.push_back({block.QualifiedName(), module.File, std::int64_t{block.SourceLine()},
                            metrics.Lines, metrics.Complexity, metrics.Nesting});
+    if (!mUses) continue;
+    const CallFan fan = FanOf(mUses->Calls(), block);
+    mProcedures.back().insert(mProcedures.back().end(), {SizeOf(fan.In), SizeOf(fan.Out)});
   }
 }
 
@@ -207,16 +211,28 @@ void Inventory::AddProgIDs(const Component& component, const std::string& file) 
 void Inventory::AddControls(const Component& component, const std::string& project) {
   std::map<std::string, std::int64_t> counts;
   for (const VBControl& control : component.AllVBControls) ++counts[control.ProgID];
-  for (const auto& [progID, count] : counts)
+  for (const auto& [progID, count] : counts) {
     mControls.push_back(
         {progID, count, ControlIsFound(component, progID), component.Name, project});
+    if (mUses) mControls.back().push_back(mUses->OfControls(component, progID));
+  }
 }
 
 void Inventory::AddReferences(const VBProject& project) {
   const std::string file = ShownFile(project.FileName.FullPath(), NativeRoot);
-  for (const Reference& reference : project.References)
+  for (const Reference& reference : project.References) {
     mReferences.push_back({ReferenceNameOf(reference), reference.ReferenceType, reference.Version,
                            PathOf(reference, NativeRoot), FoundValue(project, reference), file});
+    if (!mUses) continue;
+    const std::optional<std::int64_t> uses = mUses->OfReference(reference);
+    mReferences.back().push_back(uses ? TableValue(*uses) : TableValue(std::string()));
+  }
+}
+
+void Inventory::AddCalls(const std::string& project) {
+  for (const CallEdge& edge : CallsBetweenModules(mUses->Calls()))
+    mCalls.push_back({edge.From->QualifiedName(), edge.To->QualifiedName(),
+                      std::int64_t{edge.Count}, edge.IsSure, project});
 }
 
 void Inventory::AddFile(const FileSystemObject& file) {

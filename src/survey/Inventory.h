@@ -12,6 +12,7 @@
 #include "project/VBProject.h"
 #include "survey/CodeMetrics.h"
 #include "survey/NearDuplicates.h"
+#include "survey/ProjectUses.h"
 #include "survey/Table.h"
 
 namespace vendrel {
@@ -24,8 +25,12 @@ class Inventory {
   /// Whether modules that are nearly equal are looked for.
   bool FindsNearDuplicates = false;
 
+  /// Whether rows tell what the names in code do: who is called by how many, how often references
+  /// and controls are used, which modules call each other. Each project needs its uses then.
+  bool CountsUses = false;
+
   /// Takes a loaded project; nothing of it is kept but rows.
-  void Add(const VBProject& project);
+  void Add(const VBProject& project, const ProjectUses* uses = nullptr);
   /// A module file that was found on the disk, once all projects were added. Those that no project
   /// lists make a table.
   void AddFile(const FileSystemObject& file);
@@ -55,6 +60,7 @@ class Inventory {
   void TakeSource(const Component& component, Module& module);
   LineCounts AddNetFiles(const VBProject& project);
   void AddProcedures(const Component& component, Module& module);
+  void AddCalls(const std::string& project);
   void AddDeclares(const Component& component);
   void AddProgIDs(const Component& component, const std::string& file);
   void AddControls(const Component& component, const std::string& project);
@@ -67,7 +73,9 @@ class Inventory {
   Table NearTable() const;
   Table CodePageTable() const;
 
-  std::vector<std::vector<TableValue>> mProjects, mProcedures, mReferences, mControls, mProgIDs;
+  std::vector<std::vector<TableValue>> mProjects, mProcedures, mReferences, mControls, mProgIDs,
+      mCalls;
+  const ProjectUses* mUses = nullptr;  // of the project at hand
   std::vector<Module> mModules;
   /// Index of a module by its file and, where a file holds several, its name.
   std::map<std::pair<std::string, std::string>, std::size_t> mByFile;

@@ -14,6 +14,13 @@ Table Rows(std::string_view row, std::string_view title, std::vector<std::string
   return {row, title, std::move(columns), std::move(rows), largestBy};
 }
 
+// With what is known of uses, where it was counted.
+std::vector<std::string_view> Columns(std::vector<std::string_view> columns, bool countsUses,
+                                      std::initializer_list<std::string_view> ofUses) {
+  if (countsUses) columns.insert(columns.end(), ofUses);
+  return columns;
+}
+
 }  // namespace
 
 Table Inventory::TotalsTable() const {
@@ -122,12 +129,15 @@ std::vector<Table> Inventory::Tables() const {
            mProjects, "Code"),
       ModuleTable(),
       Rows("procedure", "procedures",
-           {"QualifiedName", "File", "Line", "Lines", "Complexity", "Nesting"}, mProcedures,
-           "Complexity"),
-      Rows("reference", "references", {"Name", "Type", "Version", "Path", "Found", "Project"},
+           Columns({"QualifiedName", "File", "Line", "Lines", "Complexity", "Nesting"}, CountsUses,
+                   {"FanIn", "FanOut"}),
+           mProcedures, "Complexity"),
+      Rows("reference", "references",
+           Columns({"Name", "Type", "Version", "Path", "Found", "Project"}, CountsUses, {"Uses"}),
            mReferences),
-      Rows("control", "controls", {"ProgID", "Count", "Found", "Module", "Project"}, mControls,
-           "Count"),
+      Rows("control", "controls",
+           Columns({"ProgID", "Count", "Found", "Module", "Project"}, CountsUses, {"Uses"}),
+           mControls, "Count"),
       std::move(libraries),
       Rows("progid", "objects made by name", {"ProgID", "Call", "File", "Line"}, mProgIDs),
       UnlistedTable(),
@@ -135,6 +145,9 @@ std::vector<Table> Inventory::Tables() const {
       EqualTable(),
   };
   if (FindsNearDuplicates) tables.push_back(NearTable());
+  if (CountsUses)
+    tables.push_back(Rows("call", "calls between modules",
+                          {"From", "To", "Calls", "IsSure", "Project"}, mCalls, "Calls"));
   tables.push_back(CodePageTable());
   return tables;
 }

@@ -1,6 +1,7 @@
 #include "survey/ModuleHindrances.h"
 
 #include <algorithm>
+#include <tuple>
 #include <unordered_set>
 #include <vector>
 
@@ -106,8 +107,6 @@ class StatementScan {
   StatementScan(const Component& module, const DeclaredFunctions& declared, const Tell& tell)
       : mModule(module), mDeclared(declared), mTell(tell), mNone() {
     mPlace.Component = &module;
-    for (const VBControl& control : module.AllVBControls)
-      mControls.insert(LowerAscii(control.ShortName()));
     for (const Block& block : module.Blocks.Listed()) {
       if (!block.Name().empty()) mModuleNames.insert(LowerAscii(block.Name()));
       if (block.BlockType() != btDeclarations) continue;
@@ -168,7 +167,6 @@ class StatementScan {
     for (mToken = 0; mToken < mTokens.size(); ++mToken) {
       const CodeToken& token = mTokens[mToken];
       if (token.IsFirst) ScanStatement();
-      if (token.Is("!")) ScanBang();
       if (!token.IsWord() || IsMember()) continue;
       if (isDeclarations) {
         if (token.Is("win16")) Found(Hindrance::SixteenBit, "Win16");
@@ -190,7 +188,6 @@ class StatementScan {
     const CodeToken& first = mTokens[mToken];
     const std::string& next = At(mToken + 1).Text;
     if (!first.IsWord()) return;
-    mIsSet = first.Is("set");
     if (first.Is("on") && next == "error" && At(mToken + 2).Is("resume") &&
         At(mToken + 3).Is("next"))
       Found(Hindrance::ResumeNext, "On Error Resume Next");
@@ -217,18 +214,10 @@ class StatementScan {
                      At(mToken + (At(mToken + 1).Is("preserve") ? 2 : 1)).Text);
   }
 
-  // "records!Name" is the default member of its list of fields.
-  void ScanBang() {
-    const bool isMember = mToken > 0 && mTokens[mToken].IsJoined && Before(mToken).IsWord() &&
-                          At(mToken + 1).IsWord() && At(mToken + 1).IsJoined;
-    if (isMember) Found(Hindrance::DefaultMember, Before(mToken).Text + "!");
-  }
-
   void ScanWord() {
     const CodeToken& token = mTokens[mToken];
     if (token.Is("win16")) Found(Hindrance::SixteenBit, "Win16");
     if (token.Is("gosub")) Found(Hindrance::GoSub, "GoSub");
-    if (mControls.contains(token.Text)) ScanControl();
     ScanDate();
     const DeclaredFunction* api =
         mNames.contains(token.Text) ? nullptr : mDeclared.Find(token.Text, mModule);
@@ -251,25 +240,6 @@ class StatementScan {
     if (name.Use == RuntimeUse::Statement && IsOneOf(next, {".", "!"})) return;
     if (name.Use == RuntimeUse::FileStatement && next != "#") return;
     FoundRuntime(name);
-  }
-
-  // Where its value is meant, not the control.
-  void ScanControl() {
-    std::size_t behind = mToken + 1;
-    if (At(behind).Is("(")) {
-      int depth = 0;
-      do {
-        if (At(behind).Is("(")) ++depth;
-        if (At(behind).Is(")")) --depth;
-        ++behind;
-      } while (depth > 0 && behind < mTokens.size());
-    }
-    const std::string& next = At(behind).Text;
-    if (mNames.contains(mTokens[mToken].Text) || mIsSet || IsOneOf(next, {".", "!"})) return;
-    const bool isAssigned = mTokens[mToken].IsFirst && next == "=";
-    const bool isCompared = !mTokens[mToken].IsFirst && IsOneOf(next, {"=", "<>", "<", ">", "&"});
-    const bool isTaken = mToken > 0 && IsOneOf(Before(mToken).Text, {"=", "<>", "<", ">", "&"});
-    if (isAssigned || isCompared || isTaken) Found(Hindrance::DefaultMember, mTokens[mToken].Text);
   }
 
   bool IsDateWord(std::size_t index) const {
@@ -311,25 +281,27 @@ class StatementScan {
   const Tell& mTell;
   SourcePlace mPlace;
   SourceColumns mColumns;
-  OwnNames mControls, mModuleNames, mModuleDates, mNames, mDates;
+  OwnNames mModuleNames, mModuleDates, mNames, mDates;
   const Block* mBlock = nullptr;
   std::vector<CodeToken> mTokens;
   const CodeToken mNone;
   std::size_t mToken = 0;
   std::int32_t mIndex = 0;
-  bool mIsSet = false;
 };
 
 }  // namespace
+
+std::pair<std::string, std::string> FunctionNamedBy(const DeclareDeclaration& declare) {
+  std::string library = LowerAscii(declare.Library);
+  if (library.ends_with(".dll")) library.resize(library.size() - 4);
+  return {library, declare.Alias.str().empty() ? declare.Name : declare.Alias.str()};
+}
 
 DeclaredFunctions::DeclaredFunctions(const VBProject& project) {
   for (const Component& module : project.Components.Listed())
     for (const DeclareDeclaration& declare : module.Declarations) {
       DeclaredFunction function;
-      const std::string library = LowerAscii(declare.Library);
-      function.Library =
-          library.ends_with(".dll") ? library.substr(0, library.size() - 4) : library;
-      function.Function = declare.Alias.str().empty() ? declare.Name : declare.Alias.str();
+      std::tie(function.Library, function.Function) = FunctionNamedBy(declare);
       const bool isPublic = declare.AccessType() == atPublic && module.FileType == ftModule;
       if (!isPublic) function.Owner = &module;
       mByName[LowerAscii(declare.Name)].push_back(std::move(function));
@@ -353,6 +325,19 @@ VariantShare FindHindrances(const Component& module, const DeclaredFunctions& de
   const VariantShare share = DeclarationScan(module, tell).Run();
   StatementScan(module, declared, tell).Run();
   return share;
+}
+
+void FindDefaultMembers(UseBinder& names, const Component& module,
+                        const std::function<void(const HindranceFinding&)>& tell) {
+  names.Bind(module, [&](const NameUse& use) {
+    const bool isMember =
+        use.Secondary &&
+        (use.Kind == UseKind::Read || use.Kind == UseKind::Write || use.Kind == UseKind::Call);
+    const bool isKey = use.Answer == UseAnswer::Key;  // Records!Name
+    if (!isMember && !isKey) return;
+    tell({Hindrance::DefaultMember, (isKey ? "!" : "") + std::string(use.Text), use.Holder,
+          use.Line});
+  });
 }
 
 }  // namespace vendrel

@@ -7,9 +7,12 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "project/VBProject.h"
 #include "survey/Hindrances.h"
+#include "uses/UseBinder.h"
 
 namespace vendrel {
 
@@ -20,6 +23,9 @@ struct DeclaredFunction {
   /// The module that alone sees it; null for all of the project.
   const Component* Owner = nullptr;
 };
+
+/// The library, in lower case and without ".dll", and the function as the library calls it.
+std::pair<std::string, std::string> FunctionNamedBy(const DeclareDeclaration& declare);
 
 /// The functions that a project declares, by their folded names.
 class DeclaredFunctions {
@@ -51,5 +57,10 @@ struct VariantShare {
 /// Tells each finding of a module of Visual Basic 5/6 whose text is there, declarations first.
 VariantShare FindHindrances(const Component& module, const DeclaredFunctions& declared,
                             const std::function<void(const HindranceFinding&)>& tell);
+
+/// Tells each place where a value is taken from an object, or given to it, without naming the
+/// member.
+void FindDefaultMembers(UseBinder& names, const Component& module,
+                        const std::function<void(const HindranceFinding&)>& tell);
 
 }  // namespace vendrel

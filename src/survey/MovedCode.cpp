@@ -160,12 +160,14 @@ class MovedCodeSearch {
       (pair.Before ? before : after)
           .push_back({element, nullptr, module.Name, CodeContent(module)});
     }
+    std::unordered_map<const void*, ElementPair*> alone;  // the pairs of modules without a partner
+    for (ElementPair& pair : mModules)
+      if (!pair.Before || !pair.After)
+        alone[pair.Before ? pair.Before.Object : pair.After.Object] = &pair;
     CodeMatches(std::move(before), std::move(after)).Each([&](ElementRef old, ElementRef now) {
       mPartners[old.Object] = now;
-      for (ElementPair& pair : mModules) {
-        if (pair.Before.Object == old.Object) pair.After = now;
-        if (!pair.Before && pair.After.Object == now.Object) pair.After = {};
-      }
+      alone.at(old.Object)->After = now;
+      alone.at(now.Object)->After = {};
     });
   }
 

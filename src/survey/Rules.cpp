@@ -68,6 +68,7 @@ constexpr Rule kRules[] = {
     {"event-source", Note, ByLevel, "a handler of an event has nothing that raises it"},
     {"argument-count", Warning, ByLevel, "a call passes too few arguments, or too many"},
     {"unknown-name", Off, ByLevel, "no declaration gives a name"},
+    {"implicit-constant", Note, ByLevel, "a name like that of a constant is none"},
     {"never-read", Off, ByLevel, "a variable is assigned and never read"},
     {"own-module-only", Off, ByLevel, "a public member is used by its own module alone"},
 };

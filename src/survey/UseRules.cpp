@@ -1,6 +1,7 @@
 #include "survey/UseRules.h"
 
 #include <algorithm>
+#include <map>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -10,6 +11,7 @@
 #include "survey/CallArguments.h"
 #include "uses/Builtins.h"
 #include "uses/UseBinder.h"
+#include "uses/WrittenName.h"
 
 namespace vendrel {
 namespace {
@@ -48,7 +50,8 @@ std::vector<Demand> DemandsOf(const Component& interface) {
       for (const Variable& variable : *block.Variables)
         if (variable.AccessType() == atPublic) demands.push_back({variable.Name, btPropertyGet});
     const bool isOwn = block.Name().empty() || block.AccessType() != atPublic ||
-                       block.IsEventProcedure || !block.Interface.str().empty();
+                       block.IsEventProcedure || block.IsHiddenMember ||
+                       !block.Interface.str().empty();
     if (!isOwn) demands.push_back({block.Name(), block.BlockType()});
   }
   return demands;
@@ -64,6 +67,28 @@ std::string_view WordOfKind(BlockTypeEnum kind) {
   }
 }
 
+// The class of that name in the project, or in one or a library that it refers to.
+const Component* ClassNamed(const VBProject& project, const std::string& written) {
+  const std::string name = NameWithoutLibrary(written);
+  const std::string_view library = std::string_view(written).substr(0, written.find('.'));
+  const bool isQualified = library.size() < written.size();
+  const bool isOwn = !isQualified || EqualsNoCase(library, project.ProjectName);
+  if (const Component* own = isOwn ? project.Components.Item(name) : nullptr) return own;
+  for (const Reference& reference : project.References) {
+    const VBProject* other = reference.ReferencedProject();
+    if (!other || (isQualified && !EqualsNoCase(library, other->ProjectName))) continue;
+    if (const Component* found = other->Components.Item(name)) return found;
+  }
+  return nullptr;
+}
+
+// Whether its members are at hand; a standard module is no interface.
+bool CanBeImplemented(const Component& module) {
+  const VBProject* project = module.VBProject();
+  const bool isRead = module.SourceForm || (project && project->WasReadFromTypeLibrary);
+  return isRead && module.FileType != ftModule;
+}
+
 void FindMissingMembers(const VBProject& project, UseFindings& list) {
   if (!list.IsWanted()) return;
   for (const Component& module : project.Components.Listed()) {
@@ -73,8 +98,8 @@ void FindMissingMembers(const VBProject& project, UseFindings& list) {
       there.insert(FoldKey(block.Name()) + std::to_string(block.BlockType()));
     for (const Interface& interface : module.Interfaces) {
       const std::string name = NameWithoutLibrary(interface.Name);
-      const Component* asked = project.Components.Item(name);
-      if (!asked || !asked->SourceForm || asked == &module || asked->FileType == ftModule) continue;
+      const Component* asked = ClassNamed(project, interface.Name);
+      if (!asked || asked == &module || !CanBeImplemented(*asked)) continue;
       for (const Demand& demand : DemandsOf(*asked)) {
         const std::string wanted = name + "_" + demand.Name;
         if (!there.contains(FoldKey(wanted) + std::to_string(demand.Kind)))
@@ -112,12 +137,14 @@ class UseRulesRun {
         mEvents("event-source", wanted, found),
         mArguments("argument-count", wanted, found),
         mUnknown("unknown-name", wanted, found),
+        mImplicit("implicit-constant", wanted, found),
         mNeverRead("never-read", wanted, found),
         mOwnModule("own-module-only", wanted, found) {}
 
   void Run() {
     FindMissingMembers(mProject, mMembers);
-    const UseFindings* binding[] = {&mEvents, &mArguments, &mUnknown, &mNeverRead, &mOwnModule};
+    const UseFindings* binding[] = {&mEvents,   &mArguments, &mUnknown,
+                                    &mImplicit, &mNeverRead, &mOwnModule};
     if (std::none_of(std::begin(binding), std::end(binding),
                      [](const UseFindings* list) { return list->IsWanted(); }))
       return;
@@ -130,6 +157,7 @@ class UseRulesRun {
       FindNeverRead(module);
       FindOfOwnModule(module);
     }
+    FindImplicitConstants();
   }
 
  private:
@@ -143,6 +171,12 @@ class UseRulesRun {
     if (use.Answer == UseAnswer::Unknown && !use.Secondary && !use.InFalseBranch)
       mUnknown.Add(*use.Module, use.Line, use.Column,
                    "no declaration gives the name '" + std::string(use.Text) + "'");
+    if (use.Answer == UseAnswer::Implicit && mImplicit.IsWanted()) {
+      const auto made = mImplicitNames.try_emplace({use.Module, FoldKey(BareName(use.Text))});
+      ImplicitName& name = made.first->second;
+      if (made.second) name = {std::string(use.Text), use.Line, use.Column, false};
+      name.IsWritten = name.IsWritten || use.Writes;
+    }
   }
 
   void Note(const CodeElement& element, const NameUse& use) {
@@ -207,20 +241,48 @@ class UseRulesRun {
         continue;
       const std::string source = block.Name().substr(0, at);
       const std::string event = block.Name().substr(at + 1);
-      if (!IsEvent(event, kind) || sources.contains(FoldKey(source))) continue;
+      if (!IsEvent(event) || sources.contains(FoldKey(source))) continue;
       if (EqualsNoCaseAscii(source + "_", kind.EventPrefix)) continue;
       mEvents.Add(module, block.SourceLine(), 0,
                   "'" + block.Name() + "' handles no event: there is no '" + source + "'");
     }
   }
 
-  static bool IsEvent(const std::string& name, const ModuleKind&) {
+  static bool IsEvent(const std::string& name) {
     static constexpr const char* types[] = {
         "TextBox", "CommandButton", "ListBox",    "PictureBox",  "Timer",     "ComboBox",
         "Data",    "DriveListBox",  "DirListBox", "FileListBox", "HScrollBar"};
     for (const char* type : types)
       if (Builtins::Table().FindEvent(type, name)) return true;
     return false;
+  }
+
+  // Read where nothing ever assigns it: a constant of the language misspelt, or one that another
+  // module keeps to itself.
+  void FindImplicitConstants() {
+    if (mImplicitNames.empty()) return;
+    std::unordered_map<std::string, const Component*> constants;
+    for (const Component& module : mProject.Components.Listed())
+      for (const Block& block : module.Blocks.Listed())
+        if (block.BlockType() == btDeclarations)
+          for (const Constant& constant : *block.Constants)
+            constants.try_emplace(FoldKey(constant.Name), &module);
+    for (const auto& [place, name] : mImplicitNames) {
+      if (name.IsWritten) continue;
+      const auto constant = constants.find(place.second);
+      const bool isOfOther = constant != constants.end();
+      if (!isOfOther && !IsNamedAsConstant(name.Text)) continue;
+      mImplicit.Add(*place.first, name.Line, name.Column,
+                    "'" + name.Text + "' is no constant here but an empty variable" +
+                        (isOfOther ? "; " + constant->second->Name + " declares a private one"
+                                   : std::string()));
+    }
+  }
+
+  // "vbYesNoo", and no "vbx": as constants of the language are written.
+  static bool IsNamedAsConstant(std::string_view name) {
+    return name.size() > 4 && name.starts_with("vb") && name[2] >= 'A' && name[2] <= 'Z' &&
+           name.find_first_of("abcdefghijklmnopqrstuvwxyz", 3) != name.npos;
   }
 
   static bool IsPlainType(std::string_view type) {
@@ -265,7 +327,13 @@ class UseRulesRun {
   }
 
   VBProject& mProject;
-  UseFindings mMembers, mEvents, mArguments, mUnknown, mNeverRead, mOwnModule;
+  struct ImplicitName {
+    std::string Text;  // as it stands first
+    std::int32_t Line = 0, Column = 0;
+    bool IsWritten = false;
+  };
+  UseFindings mMembers, mEvents, mArguments, mUnknown, mImplicit, mNeverRead, mOwnModule;
+  std::map<std::pair<const Component*, std::string>, ImplicitName> mImplicitNames;
   std::unordered_map<const CodeElement*, ElementUses> mUses;
 };
 

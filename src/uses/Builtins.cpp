@@ -4,20 +4,12 @@
 
 #include "core/Ascii.h"
 #include "text/WordList.h"
+#include "uses/WrittenName.h"
 #include "uses/builtins/Reader.h"
 #include "uses/builtins/Texts.h"
 
 namespace vendrel {
 namespace {
-
-// Without the brackets around a name, or the type suffix behind it.
-std::string_view BareName(std::string_view name) {
-  if (name.size() > 2 && name.front() == '[' && name.back() == ']')
-    return name.substr(1, name.size() - 2);
-  if (name.size() > 1 && std::string_view("$%&!#@").find(name.back()) != name.npos)
-    name.remove_suffix(1);
-  return name;
-}
 
 std::size_t HashOfName(std::size_t seed, std::string_view name) {
   std::uint64_t hash = 1469598103934665603u ^ (seed * 0x9E3779B97F4A7C15u);

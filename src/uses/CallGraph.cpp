@@ -84,7 +84,7 @@ void CallGraph::AddEdge(const CodeElement* from, const CodeElement* to, UseKind 
   const auto known =
       mKnown.try_emplace({from, to, kind}, static_cast<std::uint32_t>(mFound.size()));
   if (known.second) {
-    mFound.push_back({from, to, kind, sure, 1, use.Module, use.Line, use.Column});
+    mFound.push_back({from, to, kind, sure, 1, use.Module, use.File, use.Line, use.Column});
     return;
   }
   CallEdge& edge = mFound[known.first->second];
@@ -229,8 +229,8 @@ std::vector<CallEdge> CallsBetweenModules(const CallGraph& graph) {
     if (answers || !from || !to || from == to || IsA<DeclareDeclaration>(edge.To)) continue;
     const auto place = known.try_emplace({from, to}, calls.size());
     if (place.second) {
-      calls.push_back(
-          {from, to, UseKind::Call, edge.IsSure, edge.Count, edge.Module, edge.Line, edge.Column});
+      calls.push_back({from, to, UseKind::Call, edge.IsSure, edge.Count, edge.Module, edge.File,
+                       edge.Line, edge.Column});
       continue;
     }
     CallEdge& joined = calls[place.first->second];

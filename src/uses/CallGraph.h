@@ -31,6 +31,8 @@ struct CallEdge {
   /// How many uses there are, and where the first of them stands.
   std::int32_t Count = 0;
   const Component* Module = nullptr;
+  /// The file: of VB.NET perhaps another one than the module begins in.
+  const FileSystemObject* File = nullptr;
   std::int32_t Line = 0;
   std::int32_t Column = 0;
 };

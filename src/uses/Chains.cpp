@@ -52,10 +52,12 @@ UseValue ModuleBinder::MemberOfModule(const UseValue& base, const Component& mod
     const Entry* type = scope.Types.Find(name);
     if (type && type->Sort == EntrySort::Enumeration) return UseOf(at, *type);
   }
-  if (scope.Base)
+  // What a user control is by itself shows inside of it; outside it is what its site makes of it.
+  const bool isSited = !base.IsMe && module.FileType == ftUserControl;
+  if (scope.Base && !isSited)
     if (const BuiltinMember* builtin = mScopes.Member(*scope.Base, name))
       return UseOfMember(at, *builtin);
-  if (!base.IsMe && module.FileType == ftUserControl)
+  if (isSited)
     if (const BuiltinMember* site = mScopes.SiteMember(name)) return UseOfMember(at, *site);
   const bool isLibrary = IsLibrary(module);
   if (scope.HasForeignBase || (scope.IsMissing && !isLibrary))
@@ -134,6 +136,9 @@ UseValue ModuleBinder::MemberOfHolder(const UseValue& base, std::size_t at) {
 UseValue ModuleBinder::BindMember(const UseValue& base, std::size_t at) {
   if (base.Sort != UseValue::Of::Value) return MemberOfHolder(base, at);
   UseValue value;
+  if (mIsNet && base.Type.IsArray)  // "names.Length" is of the array, not of its elements
+    if (const Component* array = mScopes.NetType(*mModule, "System.Array", mFile))
+      return NetMemberOf(base, *array, at);
   switch (base.Type.Sort) {
     case TypeSort::Module: value = MemberOfModule(base, *base.Type.Module(), at); break;
     case TypeSort::Structure:
@@ -250,8 +255,9 @@ UseValue ModuleBinder::ChainStart(std::size_t& at, std::size_t end) {
   return value;
 }
 
-UseValue ModuleBinder::ParseChain(std::size_t& at, std::size_t end, bool isStatement) {
-  UseValue value = ChainStart(at, end);
+// Members and arguments behind what was read.
+void ModuleBinder::FollowChain(UseValue& value, std::size_t& at, std::size_t end,
+                               bool isStatement) {
   for (;;) {
     if (TakesParentheses(at, end, isStatement)) {
       ApplyParentheses(value, at, end);
@@ -260,9 +266,14 @@ UseValue ModuleBinder::ParseChain(std::size_t& at, std::size_t end, bool isState
       value = isKey ? BindKey(value, at + 1) : BindMember(value, at + 1);
       at += 2;
     } else {
-      break;
+      return;
     }
   }
+}
+
+UseValue ModuleBinder::ParseChain(std::size_t& at, std::size_t end, bool isStatement) {
+  UseValue value = ChainStart(at, end);
+  FollowChain(value, at, end, isStatement);
   value.IsLone = true;
   return value;
 }

@@ -3,6 +3,9 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <type_traits>
+#include <vector>
 
 #include "model/Block.h"
 #include "model/Component.h"
@@ -77,6 +80,19 @@ struct Entry {
   /// Another element of that name in the same scope.
   Entry* Next = nullptr;
 };
+
+/// What a form or control is by itself in the library of built-ins: "MDIForm"; empty for others.
+std::string_view BaseTypeName(const Component& module);
+
+/// Whether a member stands in its class itself: one that only comes from a class above does not,
+/// one that overrides another does.
+template <typename Member>
+bool IsOwnMemberOf(const Member& member) {
+  if constexpr (std::is_same_v<Member, Block>)
+    return member.Implemented || member.InheritedFrom().empty();
+  else
+    return member.Implemented || member.InheritedFrom.empty();
+}
 
 /// The parameters of what an entry stands for; null where it takes none or none are known.
 const Parameters* ParametersOf(const Entry& entry);

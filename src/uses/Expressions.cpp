@@ -81,16 +81,10 @@ UseValue ModuleBinder::ParseGroup(std::size_t& at, std::size_t end) {
   at = close < end ? close + 1 : end;
   value.IsStorage = value.IsLone = false;
   if (parts != 1) value.Type = {TypeSort::Plain, false, nullptr};
-  while (IsMemberMark(at, end, false) || (IsMark(at, end, '(') && !At(at).GapBefore)) {
-    if (At(at).Mark == '(') {
-      ApplyParentheses(value, at, end);
-      continue;
-    }
-    const bool isKey = At(at).Mark == '!';
-    value = isKey ? BindKey(value, at + 1) : BindMember(value, at + 1);
-    value.IsStorage = false;
-    at += 2;
-  }
+  // Behind a blank, parentheses are the next item of a list: "Print (a) (b)".
+  const bool isNextItem = IsMark(at, end, '(') && At(at).GapBefore;
+  if (!isNextItem) FollowChain(value, at, end, false);
+  value.IsStorage = value.IsLone = false;
   value.Record = -1;
   return value;
 }

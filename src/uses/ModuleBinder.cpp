@@ -2,6 +2,7 @@
 
 #include "core/Ascii.h"
 #include "intake/Conditions.h"
+#include "project/ProjectFile.h"
 #include "services/SourceText.h"
 
 namespace vendrel {
@@ -15,26 +16,29 @@ bool IsReserved(const Token& token, bool isNet) {
 
 }  // namespace
 
-ModuleBinder::ModuleBinder(Scopes& scopes, ProjectScope& project, const Component& module,
+ModuleBinder::ModuleBinder(Scopes& scopes, ProjectScope& project, const BoundSource& source,
                            const UseOptions& options, UseCounts& counts, const TakeUse& take)
     : mScopes(scopes),
       mProject(project),
-      mModule(&module),
-      mScope(&scopes.Of(module)),
+      mSource(*source.Source),
+      mModule(source.Module),
+      mScope(&scopes.Of(*mModule)),
       mOptions(options),
       mCounts(counts),
       mTake(take),
-      mScan(scopes.Names(), module.SourceForm->Text, {Scopes::IsNet(module)}),
-      mConditions(Scopes::IsNet(module) ? lvVisualBasicDotNet : lvVisualBasic5or6,
-                  module.Options().Reading),
-      mIsAscii(module.SourceForm->Encoding == TextEncoding::Ascii),
-      mIsNet(Scopes::IsNet(module)),
-      mHolder(&module) {
-  mUse.Module = &module;
+      mScan(scopes.Names(), mSource.Text, {Scopes::IsNet(*mModule)}),
+      mConditions(Scopes::IsNet(*mModule) ? lvVisualBasicDotNet : lvVisualBasic5or6,
+                  mModule->Options().Reading),
+      mIsAscii(mSource.Encoding == TextEncoding::Ascii),
+      mFile(source.File),
+      mIsNet(Scopes::IsNet(*mModule)),
+      mHolder(mModule) {
+  mUse.Module = mModule;
+  mUse.File = mFile ? &mFile->FileName : &mModule->FileName;
 }
 
-void ModuleBinder::BindFile(bool onlyModule) {
-  if (onlyModule) mOnly = mModule;
+void ModuleBinder::BindFile(const Component* only) {
+  mOnly = only;
   IndexNetBlocks();
   while (mScan.Next()) {
     if (mScan.IsDirective)

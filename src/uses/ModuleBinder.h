@@ -67,14 +67,23 @@ struct Callee {
   bool IsGraphics = false;
 };
 
-/// Binds the names of one module.
+/// A text whose names are bound.
+struct BoundSource {
+  /// The module that it is; of VB.NET one that has a part in the file.
+  const Component* Module = nullptr;
+  const SourceText* Source = nullptr;
+  /// Of VB.NET, where the parts of a type may stand in several files.
+  ProjectFile* File = nullptr;
+};
+
+/// Binds the names of one module, or of one file of VB.NET.
 class ModuleBinder {
  public:
-  ModuleBinder(Scopes& scopes, ProjectScope& project, const Component& module,
+  ModuleBinder(Scopes& scopes, ProjectScope& project, const BoundSource& source,
                const UseOptions& options, UseCounts& counts, const TakeUse& take);
   void Bind();
-  /// VB.NET: the whole file in which the module stands, or what of it is that module's.
-  void BindFile(bool onlyModule);
+  /// VB.NET: the whole file, or what of it is that module's (null: all).
+  void BindFile(const Component* only);
 
  private:
   enum class Place : std::uint8_t { Declarations, Type, Enum, Procedure };
@@ -120,6 +129,7 @@ class ModuleBinder {
 
   // Chains.cpp
   UseValue ParseChain(std::size_t& at, std::size_t end, bool isStatement);
+  void FollowChain(UseValue& value, std::size_t& at, std::size_t end, bool isStatement);
   UseValue ChainStart(std::size_t& at, std::size_t end);
   UseValue BindMember(const UseValue& base, std::size_t at);
   UseValue MemberOfHolder(const UseValue& base, std::size_t at);
@@ -159,9 +169,18 @@ class ModuleBinder {
   void ParseStatement(std::size_t from, std::size_t end);
   void ParseOneStatement(std::size_t from, std::size_t end);
   bool ParseKeyword(std::size_t from, std::size_t end);
-  bool ParseControlFlow(std::size_t from, std::size_t end);
   bool ParseInputOutput(std::size_t from, std::size_t end);
   void ParseGeneric(std::size_t from, std::size_t end);
+  void ParseReDim(std::size_t from, std::size_t end);
+  void ParseAssignment(std::size_t from, std::size_t end, bool isSet);
+  void ParseRaise(std::size_t from, std::size_t end);
+  void ParseOpen(std::size_t from, std::size_t end);
+  void ParseGet(std::size_t from, std::size_t end);
+  void ParseList(std::size_t from, std::size_t end);
+  bool ParseMidTarget(std::size_t from, std::size_t end);
+
+  // ControlFlow.cpp
+  bool ParseControlFlow(std::size_t from, std::size_t end);
   void ParseIf(std::size_t from, std::size_t end);
   void ParseFor(std::size_t from, std::size_t end);
   // What follows the counter.
@@ -170,13 +189,6 @@ class ModuleBinder {
   void ParseOn(std::size_t from, std::size_t end);
   void ParseLabels(std::size_t from, std::size_t end);
   void ParseWith(std::size_t from, std::size_t end);
-  void ParseReDim(std::size_t from, std::size_t end);
-  void ParseAssignment(std::size_t from, std::size_t end, bool isSet);
-  void ParseRaise(std::size_t from, std::size_t end);
-  void ParseOpen(std::size_t from, std::size_t end);
-  void ParseGet(std::size_t from, std::size_t end);
-  void ParseList(std::size_t from, std::size_t end);
-  bool ParseMidTarget(std::size_t from, std::size_t end);
 
   // DeclarationUses.cpp
   bool ParseDeclaration(std::size_t from, std::size_t end);
@@ -221,9 +233,10 @@ class ModuleBinder {
 
   // NetStatements.cpp
   void IndexNetBlocks();
+  bool StandsHere(const Block& block) const;
   void ParseNetStatement(std::size_t from, std::size_t end);
   bool ParseNetDeclaration(std::size_t& at, std::size_t end);
-  bool ParseNetFlow(std::size_t at, std::size_t end);
+  const Component* TypeAt(std::size_t at);
   void EnterType(std::size_t at, std::size_t end);
   void LeaveType();
   void UseModule(const Component* module);
@@ -231,11 +244,14 @@ class ModuleBinder {
   void ParseNetProperty(std::size_t at, std::size_t end);
   void ParseNetParameters(std::size_t open, std::size_t close, const Parameters* parameters);
   void ParseNetDeclarators(std::size_t at, std::size_t end, bool isConstant);
-  void ParseNetFor(std::size_t at, std::size_t end);
   void ParseTies(std::size_t at, std::size_t end);
-  void ParseNames(std::size_t at, std::size_t end, UseKind kind);
   std::size_t ParseTypeParameters(std::size_t at, std::size_t end);
   std::size_t DeclareVariable(std::size_t at, std::size_t end, EntrySort sort);
+
+  // NetControlFlow.cpp
+  bool ParseNetFlow(std::size_t at, std::size_t end);
+  void ParseNetFor(std::size_t at, std::size_t end);
+  void ParseNames(std::size_t at, std::size_t end, UseKind kind);
   void ParseNetGeneric(std::size_t at, std::size_t end);
 
   // Records.cpp
@@ -282,6 +298,7 @@ class ModuleBinder {
 
   Scopes& mScopes;
   ProjectScope& mProject;
+  const SourceText& mSource;
   const Component* mModule;
   ModuleScope* mScope;
   const UseOptions& mOptions;
@@ -292,6 +309,7 @@ class ModuleBinder {
   bool mIsAscii = false;
 
   // Of VB.NET.
+  ProjectFile* mFile;
   bool mIsNet = false;
   bool mQuery = false;
   int mLambdas = 0;  // open ones, whose bodies stand on lines of their own

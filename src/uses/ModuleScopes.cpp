@@ -24,16 +24,6 @@ Entry NewEntry(EntrySort sort, const Component* home, const CodeElement& element
   return entry;
 }
 
-std::string_view BaseName(const Component& module) {
-  switch (module.FileType) {
-    case ftForm: return module.IsMDI() ? "MDIForm" : "Form";
-    case ftUserControl: return "UserControl";
-    case ftUserDocument: return "UserDocument";
-    case ftPropertyPage: return "PropertyPage";
-    default: return {};
-  }
-}
-
 }  // namespace
 
 Entry* Scopes::Add(EntryMap& map, Symbol name, Entry entry) {
@@ -49,9 +39,12 @@ Entry* Scopes::Add(EntryMap& map, Symbol name, Entry entry) {
 void Scopes::AddProcedures(ModuleScope& scope) {
   const Component& module = *scope.Module;
   const bool isNet = IsNet(module);
+  // In source what is inherited is found above; an assembly marks what overrides like that.
+  const bool isSource = module.SourceForm != nullptr;
   for (const Block& block : module.Blocks) {
-    if (block.Name().empty() || !block.InheritedFrom().empty()) continue;
-    const Symbol name = mSymbols.Of(WithoutBrackets(block.Name()));
+    if (block.Name().empty() || (isSource && !IsOwnMemberOf(block))) continue;
+    const Symbol name = block.IsConstructor ? Symbol{word::New}  // as source calls it
+                                            : mSymbols.Of(WithoutBrackets(block.Name()));
     const bool isPublic = IsSeenOutside(block.Access.view(), isNet);
     if (!block.IsPropertyType()) {
       if (block.IsMethod() || block.BlockType() != btAttributes)
@@ -75,7 +68,7 @@ void Scopes::AddDeclarations(ModuleScope& scope) {
     if (block.BlockType() != btDeclarations) continue;
     if (const Variables* variables = block.Variables.IfAny())
       for (const Variable& variable : *variables) {
-        if (!variable.InheritedFrom.empty()) continue;
+        if (!IsOwnMemberOf(variable)) continue;
         Add(scope.Members, mSymbols.Of(WithoutBrackets(variable.Name)),
             NewEntry(EntrySort::Variable, &module, variable,
                      IsSeenOutside(variable.Access.view(), isNet) ||
@@ -94,7 +87,7 @@ void Scopes::AddDeclarations(ModuleScope& scope) {
     Add(scope.Members, mSymbols.Of(WithoutBrackets(declare.Name)),
         NewEntry(EntrySort::Declare, &module, declare, IsOpenType(declare.Access.view())));
   for (const EventDeclaration& event : module.EventDeclarations.Listed()) {
-    if (!event.InheritedFrom.empty()) continue;
+    if (!IsOwnMemberOf(event)) continue;
     Add(scope.Events, mSymbols.Of(WithoutBrackets(event.Name)),
         NewEntry(EntrySort::Event, &module, event, true));
   }
@@ -145,7 +138,7 @@ void Scopes::FindBase(ModuleScope& scope) {
           module, module.FullName().substr(0, module.FullName().size() - module.Name.size() + dot));
     return;
   }
-  const std::string_view base = BaseName(module);
+  const std::string_view base = BaseTypeName(module);
   if (!base.empty()) scope.Base = mBuiltins.FindType(base);
   scope.HasForeignBase =
       module.FileType == ftDesigner || module.FileType == ftOther || module.FileType == ftUnknown;

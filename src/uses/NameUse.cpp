@@ -1,8 +1,10 @@
 #include "uses/NameUse.h"
 
 #include "model/Block.h"
+#include "model/Component.h"
 #include "model/PropertyGroup.h"
 #include "model/VBControl.h"
+#include "project/VBProject.h"
 #include "uses/Builtins.h"
 
 namespace vendrel {
@@ -24,6 +26,18 @@ std::string MeaningOf(const NameUse& use) {
   if (use.Member) return use.Member->QualifiedName();
   if (use.Type) return use.Type->QualifiedName();
   return std::string(use.Name);
+}
+
+std::string_view LibraryOf(const NameUse& use) {
+  if (use.Member) return use.Member->Owner->Library;
+  if (use.Type) return use.Type->Library;
+  const bool isOfOther = use.Answer == UseAnswer::Library || use.Answer == UseAnswer::External;
+  if (isOfOther && !use.Name.empty()) return use.Name;
+  const Component* home = use.Element ? use.Element->OwnComponent() : nullptr;
+  const VBProject* project = home ? home->VBProject() : As<VBProject>(use.Element);
+  return project && use.Module && project != use.Module->VBProject()
+             ? std::string_view(project->ProjectName)
+             : std::string_view();
 }
 
 const CodeElement* TargetOf(const CodeElement* element, UseAccessor accessor) {

@@ -10,6 +10,7 @@
 
 #include "model/CodeElement.h"
 #include "model/Fwd.h"
+#include "services/FileSystemObject.h"
 
 namespace vendrel {
 
@@ -84,6 +85,8 @@ std::string_view WordOf(UseAccessor accessor);
 struct NameUse {
   /// The module in which the name stands; its project tells which one, where several list a file.
   const Component* Module = nullptr;
+  /// The file in which it stands: the module's, or that of a later part of a `Partial` type.
+  const FileSystemObject* File = nullptr;
   /// The procedure that holds the use; in the declarations the element that is declared there
   /// (variable, constant, Type, Enum, Declare, event), else the module.
   const CodeElement* Holder = nullptr;
@@ -133,6 +136,10 @@ struct NameUse {
 /// controls are "P~F~cmd(0)"), of a built-in as a type library would name it
 /// ("VBA~Strings~Left"), else `Name`; empty without one.
 std::string MeaningOf(const NameUse& use);
+
+/// The name of the library or other project from which a use takes something ("VBA", "ADODB");
+/// empty where it takes nothing from one, or its type does not tell.
+std::string_view LibraryOf(const NameUse& use);
 
 /// The procedure to which a use of an element (may be null) leads: of a property that of the
 /// accessor; null for what is no procedure of the tree.

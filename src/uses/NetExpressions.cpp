@@ -240,19 +240,8 @@ bool ModuleBinder::ParseNetOperand(std::size_t& at, std::size_t end, UseValue& v
   return true;
 }
 
-// Members and arguments behind an operand.
 void ModuleBinder::ParseBehind(std::size_t& at, std::size_t end, UseValue& value) {
-  for (;;) {
-    if (TakesParentheses(at, end, false)) {
-      ApplyParentheses(value, at, end);
-    } else if (IsMemberMark(at, end, false)) {
-      const bool isKey = At(at).Mark == '!';
-      value = isKey ? BindKey(value, at + 1) : BindMember(value, at + 1);
-      at += 2;
-    } else {
-      break;
-    }
-  }
+  FollowChain(value, at, end, false);
   value.IsLone = value.IsStorage;
 }
 

@@ -18,6 +18,7 @@ bool ModuleBinder::IsTypeParameter(Symbol name) const {
 
 UseValue ModuleBinder::UseOfType(std::size_t at, const Component& type, UseKind kind) {
   UseValue value;
+  if (kind == UseKind::Read && IsMark(at + 1, mScan.Tokens.size(), '.')) kind = UseKind::Qualify;
   value.Record = AddUse(at, kind, UseAnswer::Project);
   PendingUse& use = Of(value.Record);
   use.Element = &type;
@@ -46,7 +47,7 @@ const Component* ModuleBinder::NetTypeOf(std::size_t from, std::size_t to) {
     }
     name += "`" + std::to_string(arguments);
   }
-  if (const Component* type = mScopes.NetType(*mModule, name)) return type;
+  if (const Component* type = mScopes.NetType(*mModule, name, mFile)) return type;
   // Types of the classes above it.
   const Component* above = mScopes.Of(*mModule).Above;
   for (int level = 0; above && !IsLibrary(*above) && level < kMostBases; ++level) {
@@ -108,7 +109,7 @@ UseValue ModuleBinder::NetMemberOf(const UseValue& base, const Component& module
     return value;
   }
   const std::string nested = module.FullName() + "." + std::string(mScan.TextOf(At(at)));
-  if (const Component* type = mScopes.NetType(*mModule, nested))
+  if (const Component* type = mScopes.NetType(*mModule, nested, mFile))
     return UseOfType(at, *type, UseKind::Read);
   if (isOpen)
     return Unbound(at, UseAnswer::External,

@@ -1,10 +1,8 @@
-// VB.NET: statements that open and close types, declare members, and those that the older language
-// has not.
+// VB.NET: statements that open and close types and declare members.
 
 #include <algorithm>
 
-#include "core/Ascii.h"
-#include "text/Identifiers.h"
+#include "project/ProjectFile.h"
 #include "uses/ModuleBinder.h"
 
 namespace vendrel {
@@ -39,24 +37,26 @@ bool IsAccess(Symbol name) {
   }
 }
 
-bool OpensType(Symbol name) {
-  return name == word::Class || name == word::Structure || name == word::Interface ||
-         name == word::Module || name == word::Enum;
-}
-
 }  // namespace
 
+// A part of a type may stand in another file than this.
+bool ModuleBinder::StandsHere(const Block& block) const {
+  const CodeLines* lines = block.CodeLines.IfAny();
+  if (!lines) return block.OwnComponent()->SourceForm.get() == &mSource;
+  return lines->SourceText() == &mSource.Text;
+}
+
 void ModuleBinder::IndexNetBlocks() {
-  const SourceText* source = mModule->SourceForm.get();
   const auto addBlock = [this](const Block& block) {
-    if (!block.Name().empty())
+    if (!block.Name().empty() && StandsHere(block))
       mBlocks.emplace_back(static_cast<std::uint32_t>(block.SourceLine()), &block);
   };
-  for (const Component& module : std::as_const(*mProject.Project).Components.Listed()) {
-    if (module.SourceForm.get() != source) continue;
-    mTypeLines.emplace_back(static_cast<std::uint32_t>(module.SourceLine()), &module);
+  for (const Component& module : mFile->Components) {
+    const bool beginsHere = module.SourceForm.get() == &mSource;
+    mTypeLines.emplace_back(beginsHere ? static_cast<std::uint32_t>(module.SourceLine()) : 0,
+                            &module);
     for (const Block& block : module.Blocks) {
-      if (!block.InheritedFrom().empty()) continue;
+      if (!IsOwnMemberOf(block)) continue;
       addBlock(block);
       if (const Blocks* overloads = block.OverloadBlocks().IfAny())
         for (const Block& overload : *overloads) addBlock(overload);
@@ -73,18 +73,26 @@ void ModuleBinder::UseModule(const Component* module) {
   LeaveProcedure();
 }
 
-void ModuleBinder::EnterType(std::size_t at, std::size_t end) {
-  const std::uint32_t line = At(0).Line;
-  const Component* type = nullptr;
-  for (const auto& [start, module] : mTypeLines) {
-    const std::size_t dot = module->Name.rfind('.');
-    const std::string_view own =
-        std::string_view(module->Name).substr(dot == std::string::npos ? 0 : dot + 1);
-    if (mScopes.Names().Of(own.substr(0, own.find('`'))) != At(at).Name) continue;
-    if (start == line || start == At(at).Line || !type) type = module;
-    if (start == line || start == At(at).Line) break;
+// The type of the file that begins on a line; of another part of it where none does.
+const Component* ModuleBinder::TypeAt(std::size_t at) {
+  const auto isNamed = [&](const auto& type) {
+    const std::string_view name = type.second->Name;
+    const std::string_view own = name.substr(name.rfind('.') + 1);
+    return mScopes.Names().Of(own.substr(0, own.find('`'))) == At(at).Name;
+  };
+  for (const std::uint32_t line : {At(0).Line, At(at).Line}) {
+    auto type = std::lower_bound(mTypeLines.begin(), mTypeLines.end(), line,
+                                 [](const auto& a, std::uint32_t b) { return a.first < b; });
+    for (; type != mTypeLines.end() && type->first == line; ++type)
+      if (isNamed(*type)) return type->second;
   }
-  if (!type) type = mScopes.NetType(*mModule, mScan.TextOf(At(at)));
+  const auto type = std::find_if(mTypeLines.begin(), mTypeLines.end(), isNamed);
+  return type == mTypeLines.end() ? nullptr : type->second;
+}
+
+void ModuleBinder::EnterType(std::size_t at, std::size_t end) {
+  const Component* type = TypeAt(at);
+  if (!type) type = mScopes.NetType(*mModule, mScan.TextOf(At(at)), mFile);
   mTypes.push_back(type ? type : mModule);
   UseModule(mTypes.back());
   Declare(at, type, UseAnswer::OwnModule);
@@ -121,7 +129,7 @@ bool ModuleBinder::ParseNetDeclaration(std::size_t& at, std::size_t end) {
   const Symbol name = At(at).Name;
   const bool named = IsWord(at + 1, end);
   if (modified && !declares && mLambdas == 0 && mPlace == Place::Procedure) LeaveProcedure();
-  if (OpensType(name) && named && !declares) {
+  if (word::OpensType(name) && named && !declares) {
     Skip(at);
     EnterType(at, end);
     return true;
@@ -172,143 +180,6 @@ bool ModuleBinder::ParseNetDeclaration(std::size_t& at, std::size_t end) {
   if (!modified && !declares) return false;
   ParseNetDeclarators(at, end, declares);
   return true;
-}
-
-void ModuleBinder::ParseNetFor(std::size_t at, std::size_t end) {
-  Skip(at);
-  const bool each = SkipIf(at, end, word::Each);
-  const bool declares =
-      IsWord(at, end) && (IsWord(at + 1, end, word::As) ||
-                          (!Local(At(at).Name) && !mScope->Members.Find(At(at).Name)));
-  if (declares) {
-    at = DeclareVariable(at, end, EntrySort::Local);
-  } else if (IsWord(at, end) || IsMemberMark(at, end, false)) {
-    UseValue counter = ParseChain(at, end, false);
-    MarkWrite(counter, true);
-  }
-  ParseForRange(at, end, each);
-}
-
-// A list of types or namespaces.
-void ModuleBinder::ParseNames(std::size_t at, std::size_t end, UseKind kind) {
-  while (at < end) {
-    if (IsWord(at, end) && IsMark(at + 1, end, '=')) {  // an alias
-      AddUse(at, UseKind::Declare, UseAnswer::OwnModule);
-      at += 2;
-      continue;
-    }
-    const std::size_t before = at;
-    if (IsWord(at, end)) ParseNetType(at, end, kind);
-    if (at == before) ++at;
-  }
-}
-
-// An assignment, also "a += b", or a call.
-void ModuleBinder::ParseNetGeneric(std::size_t from, std::size_t end) {
-  std::size_t at = from;
-  UseValue value = ParseOperand(at, end);
-  const bool compound = at + 1 < end && At(at).Kind == TokenKind::Mark &&
-                        std::string_view("+-*/\\^&").find(At(at).Mark) != std::string_view::npos &&
-                        IsMark(at + 1, end, '=') && !At(at + 1).GapBefore;
-  if (compound || IsMark(at, end, '=')) {
-    at += compound ? 2 : 1;
-    MarkWrite(value, false);
-    if (compound && value.Record >= 0) Of(value.Record).Reads = true;
-  } else {
-    MarkCall(value);
-  }
-  while (at < end) {
-    const std::size_t before = at;
-    ParseExpression(at, end);
-    if (at == before) ++at;
-  }
-}
-
-bool ModuleBinder::ParseNetFlow(std::size_t at, std::size_t end) {
-  switch (At(at).Name) {
-    case word::Imports:
-      Skip(at);
-      ParseNames(at, end, UseKind::Qualify);
-      return true;
-    case word::Namespace: SkipAll(at, end); return true;
-    case word::Inherits:
-      Skip(at);
-      ParseNames(at, end, UseKind::Type);
-      return true;
-    case word::Implements:
-      Skip(at);
-      ParseNames(at, end, UseKind::Implements);
-      return true;
-    case word::Catch:
-      Skip(at);
-      if (IsWord(at, end) && !IsWord(at, end, word::When))
-        at = DeclareVariable(at, end, EntrySort::Local);
-      SkipIf(at, end, word::When);
-      ParseList(at, end);
-      return true;
-    case word::Try:
-    case word::Finally: Skip(at); return true;
-    case word::Throw:
-    case word::SyncLock:
-    case word::Yield:
-    case word::Return: {
-      if (IsMark(at + 1, end, '=') || IsMark(at + 1, end, '.')) return false;
-      Skip(at);
-      ParseList(at, end);
-      return true;
-    }
-    case word::Using:
-      Skip(at);
-      if (IsWord(at, end) && (IsWord(at + 1, end, word::As) || IsMark(at + 1, end, '=')))
-        ParseNetDeclarators(at, end, false);
-      else
-        ParseList(at, end);
-      return true;
-    case word::Continue: SkipAll(at, end); return true;
-    case word::AddHandler:
-    case word::RemoveHandler:
-      if (IsMark(at + 1, end, '(')) {  // an accessor of a custom event
-        Skip(at);
-        ParseNetParameters(at, CloseOf(at, end), nullptr);
-        return true;
-      }
-      Skip(at);
-      ParseList(at, end);
-      return true;
-    case word::For: ParseNetFor(at, end); return true;
-    case word::Get: {
-      if (end > at + 1) return false;
-      Skip(at);
-      return true;
-    }
-    case word::Set:
-      Skip(at);
-      if (IsMark(at, end, '('))
-        ParseNetParameters(at, CloseOf(at, end), nullptr);
-      else if (!Local(mScopes.Names().Of("value")))
-        AddLocal(mScopes.Names().Of("value"), EntrySort::Parameter, nullptr, false);
-      return true;
-    case word::End:
-      Skip(at);
-      if (at < end && OpensType(At(at).Name)) {
-        SkipAll(at, end);
-        LeaveType();
-        return true;
-      }
-      if (IsWord(at, end, word::With) && !mWith.empty()) mWith.pop_back();
-      if (IsWord(at, end, word::Sub) || IsWord(at, end, word::Function) ||
-          IsWord(at, end, word::Property) || IsWord(at, end, word::Operator)) {
-        if (mLambdas > 0)
-          --mLambdas;
-        else
-          LeaveProcedure();
-      }
-      if (at < end) Skip(at);
-      ParseList(at, end);
-      return true;
-    case word::Option: SkipAll(at, end); return true;
-    default: return false;
-  }
 }
 
 void ModuleBinder::ParseNetStatement(std::size_t from, std::size_t end) {

@@ -42,10 +42,10 @@ ProjectFile* Scopes::FileOf(const Component& module) {
   return found == mFiles.end() ? nullptr : found->second;
 }
 
-const Component* Scopes::NetType(const Component& home, std::string_view name) {
+const Component* Scopes::NetType(const Component& home, std::string_view name, ProjectFile* file) {
   name = Trimmed(name);
   if (name.empty()) return nullptr;
-  ProjectFile* file = FileOf(home);
+  if (!file) file = FileOf(home);
   std::string key = std::to_string(reinterpret_cast<std::uintptr_t>(file)) + " " + FoldKey(name);
   // Names of nested types mean something within their class alone.
   if (file) key += " " + home.Name;

@@ -74,8 +74,10 @@ ProjectScope& Scopes::Of(VBProject& project) {
   scope.Own.Sort = EntrySort::Project;
   scope.Own.Element = &project;
   if (project.LanguageVersion() == lvVisualBasicDotNet) {
-    for (ProjectFile& file : project.ProjectFiles)
+    for (ProjectFile& file : project.ProjectFiles) {
       if (file.SourceForm) mFiles[file.SourceForm.get()] = &file;
+      for (const Component& module : file.Components) mFilesOf[&module].push_back(&file);
+    }
     scope.MissesReferences = true;  // assemblies tell their types when these are asked for
   }
   for (const Component& module : std::as_const(project).Components.Listed())

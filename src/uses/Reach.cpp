@@ -8,6 +8,7 @@
 #include "model/Component.h"
 #include "project/VBProject.h"
 #include "uses/Builtins.h"
+#include "uses/Entries.h"
 
 namespace vendrel {
 namespace {
@@ -79,8 +80,9 @@ std::vector<const ReachEdge*> Reach::UsesOf(const CodeElement& element) const {
 bool Reach::IsOpen(const Component& module) const {
   const VBProject* project = module.VBProject();
   if (!project) return true;
-  return IsLooseProject(*project) || (IsLibraryProject(*project) && HasObjects(module) &&
-                                      EqualsNoCaseAscii(module.Access, "PUBLIC"));
+  if (IsLooseProject(*project)) return true;
+  return IsLibraryProject(*project) && (IsNetProject(*project) || HasObjects(module)) &&
+         EqualsNoCaseAscii(module.Access, "PUBLIC");
 }
 
 void Reach::Sweep() try {
@@ -98,7 +100,7 @@ void Reach::Sweep() try {
   for (VBProject* project : mProjects) {
     EnterStartup(*project);
     for (const Component& module : project->Components.Listed())
-      if (IsOpen(module)) EnterPublic(module);
+      if (IsOpen(module)) IsNetModule(module) ? EnterNetPublic(module) : EnterPublic(module);
     EnterMarked(*project);
   }
   if (mGraph.CallsByName())
@@ -125,7 +127,8 @@ void Reach::IndexMembers(VBProject& project) {
       if (found == mModules.end()) continue;
       for (const Component* interface : found->second) mInterfaces.insert(interface);
     }
-    if (!HasObjects(module)) continue;
+    const bool isNet = IsNetProject(project);  // where modules have extension methods
+    if (!isNet && !HasObjects(module)) continue;
     for (const Block& block : module.Blocks) {
       if (!block.Name().empty() && block.AccessType() != atPrivate)
         mMembers[FoldKey(block.Name())].push_back(&block);
@@ -165,21 +168,18 @@ void Reach::MarkOwner(const CodeElement& element) {
   const auto mark = [this](const CodeElement* owner) {
     if (owner) Mark(mGraph.NodeOf(*owner));
   };
-  // The types and values in what a type declares, which is no use of its members.
-  const auto follow = [this](const CodeElement& member) {
-    const std::uint32_t node = mGraph.Find(member);
-    if (node >= mFrom.size()) return;
-    for (const std::uint32_t edge : mFrom[node]) FollowEdge(mGraph.Edges()[edge]);
-  };
   if (const auto* module = As<Component>(&element)) {
-    if (HasObjects(*module)) MarkModule(*module);
+    if (IsNetModule(*module))
+      MarkNetModule(*module);
+    else if (HasObjects(*module))
+      MarkModule(*module);
     return;
   }
   if (const auto* member = As<EnumMember>(&element)) mark(member->Enumeration.Get());
   if (const auto* enumeration = As<Enumeration>(&element))
-    for (const EnumMember& member : enumeration->Members()) follow(member);
+    for (const EnumMember& member : enumeration->Members()) FollowFrom(member);
   if (const auto* structure = As<UDT>(&element))
-    for (const Variable& member : structure->Members) follow(member);
+    for (const Variable& member : structure->Members) FollowFrom(member);
   if (const auto* variable = As<Variable>(&element)) mark(As<UDT>(variable->Parent.Get()));
   if (const auto* group = As<PropertyGroup>(&element)) {
     mark(group->PropertyGetBlock());
@@ -187,7 +187,17 @@ void Reach::MarkOwner(const CodeElement& element) {
     mark(group->PropertySetBlock());
   }
   const Component* home = element.OwnComponent();
-  if (home && !HasObjects(*home)) mark(home);
+  if (!home) return;
+  const bool isNet = IsNetModule(*home);
+  if (isNet || !HasObjects(*home)) mark(home);
+  if (const auto* block = As<Block>(&element); block && isNet) MarkFamily(*block, *home);
+}
+
+// The types and values in what an element declares, which is no use of the element.
+void Reach::FollowFrom(const CodeElement& element) {
+  const std::uint32_t node = mGraph.Find(element);
+  if (node >= mFrom.size()) return;
+  for (const std::uint32_t edge : mFrom[node]) FollowEdge(mGraph.Edges()[edge]);
 }
 
 void Reach::MarkModule(const Component& module) {
@@ -204,6 +214,10 @@ void Reach::MarkModule(const Component& module) {
       Enter(*block.EventSource.Get(), ReachCause::EventProcedure);
   }
   MarkControls(module);
+  MarkWaiting(module);
+}
+
+void Reach::MarkWaiting(const Component& module) {
   const auto waiting = mWaiting.find(&module);
   if (waiting == mWaiting.end()) return;
   for (const CodeElement* element : waiting->second) Mark(mGraph.NodeOf(*element));
@@ -269,14 +283,10 @@ bool HandlesEvent(const Block& procedure) {
   if (const auto* module = As<Component>(source)) {
     const std::string_view event =
         std::string_view(procedure.Name()).substr(module->EventProcedureHeader().size());
-    switch (module->FileType) {
-      case ftForm: return table.FindEvent(module->IsMDI() ? "MDIForm" : "Form", event);
-      case ftUserControl: return table.FindEvent("UserControl", event);
-      case ftPropertyPage: return table.FindEvent("PropertyPage", event);
-      case ftUserDocument: return table.FindEvent("UserDocument", event);
-      case ftClass: return table.FindEvent("UserControl", event);  // has all that a class can have
-      default: return true;
-    }
+    // A class may be of any kind that has objects; a UserControl has all of their events.
+    const std::string_view base =
+        module->FileType == ftClass ? std::string_view("UserControl") : BaseTypeName(*module);
+    return base.empty() || table.FindEvent(base, event);
   }
   const auto* control = As<VBControl>(source);
   if (!control) return true;

@@ -29,8 +29,9 @@ enum class ReachCause : std::uint8_t {
   EventProcedure,   ///< of a module that is reached
   InterfaceMember,  ///< implements, or declares what others implement
   DefaultMember,    ///< has a member ID of its own, and so is called without its name
-  Designer,         ///< a designer or property page, named by what no source tells
+  Designer,         ///< a designer or property page, or made or called by markup (XAML, ASP.NET)
   ControlType,      ///< a user control that lies on a form
+  Attribute,        ///< VB.NET: it has an attribute by which others may find and call it
   CalledByName,     ///< its name stands in a string, and the program calls by name
   MarkedUsed        ///< by ##USED or a list
 };
@@ -75,11 +76,20 @@ class Reach {
   void MarkOwner(const CodeElement& element);
   void MarkModule(const Component& module);
   void MarkControls(const Component& module);
+  void MarkWaiting(const Component& module);
+  void FollowFrom(const CodeElement& element);
   void MarkLate(const std::string& name);
   void EnterStartup(VBProject& project);
   void EnterExports(const VBProject& project);
   void EnterPublic(const Component& module);
   void EnterMarked(VBProject& project);
+  // NetReach.cpp
+  void EnterNetStartup(VBProject& project);
+  void EnterMarkup(VBProject& project);
+  void EnterAttributed(VBProject& project);
+  void EnterNetPublic(const Component& module);
+  void MarkNetModule(const Component& module);
+  void MarkFamily(const Block& block, const Component& home);
   bool IsListed(const CodeElement& element) const;
   void FollowEdge(const ReachEdge& edge);
   void IndexMembers(VBProject& project);
@@ -106,8 +116,10 @@ class Reach {
 
 /// Modules without a project file, of which nobody knows who uses them.
 bool IsLooseProject(const VBProject& project);
-/// An ActiveX DLL, EXE or control.
+/// An ActiveX DLL, EXE or control; a library of VB.NET.
 bool IsLibraryProject(const VBProject& project);
+bool IsNetProject(const VBProject& project);
+bool IsNetModule(const Component& module);
 
 /// Whether a class, form or control is meant, of which there are objects, and no standard module.
 bool HasObjects(const Component& module);

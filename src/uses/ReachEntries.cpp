@@ -27,12 +27,14 @@ bool IsLooseProject(const VBProject& project) {
 }
 
 bool IsLibraryProject(const VBProject& project) {
+  if (IsNetProject(project)) return project.ProjectType == ptOleDLL;
   return project.ProjectType == ptOleDLL || project.ProjectType == ptOleExe ||
          project.ProjectType == ptControl;
 }
 
 void Reach::EnterStartup(VBProject& project) {
   if (IsLooseProject(project)) return;
+  if (IsNetProject(project)) return EnterNetStartup(project);
   EnterExports(project);
   bool found = false;
   const bool isMain = EqualsNoCaseAscii(project.Startup, "Sub Main");

@@ -8,19 +8,12 @@
 #include "model/Component.h"
 #include "project/VBProject.h"
 #include "uses/Builtins.h"
+#include "uses/Reach.h"
 #include "uses/UseBinder.h"
+#include "uses/WrittenName.h"
 
 namespace vendrel {
 namespace {
-
-// The name without brackets and type character, folded.
-std::string BareFolded(std::string_view text) {
-  if (text.size() > 2 && text.front() == '[' && text.back() == ']')
-    text = text.substr(1, text.size() - 2);
-  else if (text.size() > 1 && std::string_view("$%&!#@").find(text.back()) != text.npos)
-    text.remove_suffix(1);
-  return FoldKey(text);
-}
 
 // Whether the second argument of a CallByName is a string, so that the name is known.
 bool NamesItsTarget(std::string_view statement) {
@@ -38,10 +31,6 @@ const CodeElement& HolderOf(const NameUse& use) { return use.Holder ? *use.Holde
 bool BeginsWithWord(std::string_view statement, std::string_view word) {
   return StartsWithNoCaseAscii(statement, word) && statement.size() > word.size() &&
          IsGap(statement[word.size()]);
-}
-
-bool IsNameLetter(char c) {
-  return IsLetterAscii(c) || IsDigitAscii(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
 
 bool IsName(std::string_view text) {
@@ -79,15 +68,13 @@ void ReachGraph::Add(const NameUse& use) {
   if (use.Kind == UseKind::Handle) return;  // who handles an event does not make it happen
   AddLibrary(use);
   switch (use.Answer) {
-    case UseAnswer::Late: {
-      const std::uint32_t from = NodeOf(HolderOf(use));
-      std::string name = BareFolded(use.Text);
-      if (mLateKnown.insert(std::to_string(from) + ' ' + name).second)
-        mLateNames.push_back({from, std::move(name)});
-      return;
-    }
+    case UseAnswer::Late: return AddLateName(use);
     case UseAnswer::Unknown:
-    case UseAnswer::External: mUnbound.insert(BareFolded(use.Text)); return;
+    case UseAnswer::External:
+      mUnbound.insert(FoldKey(BareName(use.Text)));
+      // Of VB.NET: a member of an expression whose type is not computed.
+      if (use.Name.empty() && IsNetModule(*use.Module)) AddLateName(use);
+      return;
     case UseAnswer::Ambiguous:
       for (const CodeElement* candidate : use.Candidates) AddEdge(use, *candidate);
       return;
@@ -99,23 +86,21 @@ void ReachGraph::Add(const NameUse& use) {
   }
 }
 
+void ReachGraph::AddLateName(const NameUse& use) {
+  const std::uint32_t from = NodeOf(HolderOf(use));
+  std::string name = FoldKey(BareName(use.Text));
+  if (mLateKnown.insert(std::to_string(from) + ' ' + name).second)
+    mLateNames.push_back({from, std::move(name)});
+}
+
 void ReachGraph::AddLibrary(const NameUse& use) {
   if (use.Member && use.Member->Name == "CallByName") {
     mCallsByName = true;
     mComputedName = mComputedName || !NamesItsTarget(use.Statement);
   }
-  std::string_view library = use.Name;
-  if (use.Member)
-    library = use.Member->Owner->Library;
-  else if (use.Type)
-    library = use.Type->Library;
+  const std::string_view library = LibraryOf(use);
   if (use.Answer == UseAnswer::External && library.empty()) mUnnamedLibrary = true;
-  if (!library.empty()) {
-    mLibraries.insert(FoldKey(library));
-  } else if (use.Answer == UseAnswer::Library && use.Element) {
-    const Component* home = use.Element->OwnComponent();
-    if (home && home->VBProject()) mLibraries.insert(FoldKey(home->VBProject()->ProjectName));
-  }
+  if (!library.empty()) mLibraries.insert(FoldKey(library));
 }
 
 void ReachGraph::AddEdge(const NameUse& use, const CodeElement& target) {

@@ -65,6 +65,7 @@ class ReachGraph {
 
  private:
   void AddEdge(const NameUse& use, const CodeElement& target);
+  void AddLateName(const NameUse& use);
   void AddLibrary(const NameUse& use);
 
   std::vector<const CodeElement*> mNodes;

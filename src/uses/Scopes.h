@@ -75,13 +75,17 @@ class Scopes {
   static TypeRef TypeOfModule(const Component& module);
 
   /// VB.NET: the class, structure, module or enumeration that a name means in a module; one of an
-  /// assembly is loaded if need be. Null for none.
-  const Component* NetType(const Component& home, std::string_view name);
+  /// assembly is loaded if need be. The imports are those of `file`; null: of the module's own.
+  /// Null for none.
+  const Component* NetType(const Component& home, std::string_view name,
+                           ProjectFile* file = nullptr);
   TypeRef NetTypeNamed(const Component& home, std::string_view name, bool isArray);
   /// The member of a class, or of those above it; null for none. `isOpen` becomes true where a
   /// class above is not at hand.
   Entry* NetMember(const Component& module, Symbol name, bool& isOpen);
   static bool IsNet(const Component& module);
+  /// The files of VB.NET in which a module has a part.
+  const std::vector<ProjectFile*>& FilesOf(const Component& module) { return mFilesOf[&module]; }
 
   Entry* Field(const UDT& structure, Symbol name);
   /// The first control of an array, or the one with that index.
@@ -130,6 +134,7 @@ class Scopes {
   std::unordered_map<std::string, std::string> mLibraries;      // by folded name: as first met
   std::vector<std::pair<bool, const BuiltinMember*>> mGlobals;  // by symbol: looked for, found
   std::unordered_map<const SourceText*, ProjectFile*> mFiles;
+  std::unordered_map<const Component*, std::vector<ProjectFile*>> mFilesOf;
   std::unordered_map<std::string, const Component*> mNetTypes;  // by file and name
   const ProjectScope* mCandidatesOf = nullptr;
   std::unordered_map<Symbol, std::vector<const CodeElement*>> mCandidates;

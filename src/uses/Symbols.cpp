@@ -2,6 +2,7 @@
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
+#include "core/Hash.h"
 
 namespace vendrel {
 namespace {
@@ -12,10 +13,6 @@ constexpr std::string_view kWords[] = {"",
 #undef VENDREL_USE_WORD_TEXT
 };
 
-constexpr std::uint32_t NextHash(std::uint32_t hash, char c) {
-  return (hash ^ static_cast<unsigned char>(c)) * 16777619U;
-}
-constexpr std::uint32_t kFirstHash = 2166136261U;
 constexpr std::size_t kLongestOnStack = 128;
 
 }  // namespace
@@ -28,18 +25,18 @@ Symbols::Symbols() : mSlots(4096) {
 Symbol Symbols::Of(std::string_view name) {
   if (name.empty()) return word::None;
   char folded[kLongestOnStack];
-  std::uint32_t hash = kFirstHash;
+  TextHash hash;
   bool plain = name.size() <= kLongestOnStack;
   for (std::size_t i = 0; plain && i < name.size(); ++i) {
     plain = static_cast<unsigned char>(name[i]) < 0x80;
     folded[i] = LowerAscii(name[i]);
-    hash = NextHash(hash, folded[i]);
+    hash.Add(folded[i]);
   }
-  if (plain) return Find({folded, name.size()}, hash);
+  if (plain) return Find({folded, name.size()}, hash.Value());
   const std::string key = LowerAscii(FoldKey(name));
-  hash = kFirstHash;
-  for (const char c : key) hash = NextHash(hash, c);
-  return Find(key, hash);
+  hash = TextHash();
+  for (const char c : key) hash.Add(c);
+  return Find(key, hash.Value());
 }
 
 Symbol Symbols::Find(std::string_view folded, std::uint32_t hash) {

@@ -53,6 +53,10 @@ enum Word : Symbol {
   FirstByPlace = Access,
   FirstOfNet = AddHandler
 };
+/// Whether a type of VB.NET begins with the word.
+constexpr bool OpensType(Symbol name) {
+  return name == Class || name == Structure || name == Interface || name == Module || name == Enum;
+}
 }  // namespace word
 
 /// The names met so far.

@@ -10,6 +10,7 @@
 #include "model/Component.h"
 #include "project/VBProject.h"
 #include "uses/Builtins.h"
+#include "uses/Entries.h"
 #include "uses/UnusedRings.h"
 
 namespace vendrel {
@@ -45,7 +46,10 @@ class UnusedFinder {
     for (const Component& module : project.Components.Listed()) {
       if (module.LoadState == lsNotLoaded) continue;
       mFound.clear();
-      LookAtModule(module);
+      if (!IsNetModule(module))
+        LookAtModule(module);
+      else if (!IsGenerated(module))
+        LookAtNetType(module);
       std::stable_sort(mFound.begin(), mFound.end(),
                        [](const UnusedFinding& a, const UnusedFinding& b) {
                          return a.Element->SourceLine() < b.Element->SourceLine();
@@ -65,6 +69,35 @@ class UnusedFinder {
     for (const UDT& one : module.UDTs) LookAt(one, "type");
     for (const DeclareDeclaration& one : module.Declarations) LookAt(one, "declare");
     for (const EventDeclaration& one : module.EventDeclarations) LookAtEvent(one);
+  }
+
+  // Designers write such files, and write them anew.
+  static bool IsGenerated(const Component& module) {
+    const std::string path = module.FileName.FullPath();
+    const std::string leaf = module.FileName.LeafName();
+    return EndsWithNoCaseAscii(leaf, ".designer.vb") || EqualsNoCaseAscii(leaf, "Reference.vb") ||
+           ContainsNoCaseAscii(path, "\\My Project\\") || EndsWithNoCaseAscii(leaf, ".g.i.vb");
+  }
+
+  // A class, structure, interface, module or enumeration of VB.NET.
+  void LookAtNetType(const Component& type) {
+    const std::string_view kind = type.IsEnumeration          ? "enumeration"
+                                  : type.FileType == ftModule ? "module"
+                                                              : "type";
+    if (!mReach.IsReached(type)) return Add(type, kind);
+    if (type.IsInterface) return;  // what it asks for is for others to use
+    for (const Block& block : type.Blocks) {
+      if (block.BlockType() == btDeclarations)
+        LookAtDeclared(block, type.IsEnumeration ? "enumeration-member" : "variable", "constant");
+      if (block.Name().empty() || !IsProcedure(block) || !IsOwnMemberOf(block)) continue;
+      // The block that gathers overloads stands for no line of its own.
+      if (const Blocks* overloads = block.OverloadBlocks().IfAny())
+        for (const Block& overload : *overloads) LookAtProcedure(type, overload);
+      else
+        LookAtProcedure(type, block);
+    }
+    for (const EventDeclaration& one : type.EventDeclarations)
+      if (IsOwnMemberOf(one)) LookAtEvent(one);
   }
 
   static bool IsProcedure(const Block& block) { return block.IsMethod() || block.IsPropertyType(); }
@@ -99,7 +132,8 @@ class UnusedFinder {
 
   // A procedure named as if it handled an event, of which there is no source.
   UnusedReason OrphanReason(const Component& module, const Block& block) const {
-    if (!mReach.UsesOf(block).empty() || block.IsPropertyType()) return UnusedReason::NeverUsed;
+    if (!mReach.UsesOf(block).empty() || block.IsPropertyType() || IsNetModule(module))
+      return UnusedReason::NeverUsed;
     if (block.IsEventProcedure)
       return HandlesEvent(block) ? UnusedReason::NeverUsed : UnusedReason::NoEvent;
     const std::size_t at = block.Name().rfind('_');
@@ -158,6 +192,7 @@ class UnusedFinder {
   }
 
   void LookAtVariable(const Variable& variable, std::string_view kind) {
+    if (!IsOwnMemberOf(variable)) return;
     if (!mReach.IsReached(variable)) return Add(variable, kind);
     const ReachCause cause = mReach.CauseOf(variable);
     if (mReach.IsRead(variable) || !mReach.IsWritten(variable) || cause != ReachCause::None) return;

@@ -67,18 +67,22 @@ std::span<const std::string_view> UnusedKinds();
 
 /// Hands out what of the projects of `reach`, which has been swept, nobody uses: by project and
 /// module in their order, by line within a module. A module of which nothing is used is one
-/// finding, and so is an enumeration; what is declared inside a procedure that is unused is none.
+/// finding, and so is an enumeration; what is declared inside a procedure that is unused is none. A
+/// type of VB.NET is judged as a module is; files that designers write are left out.
 void FindUnused(const Reach& reach, const std::function<void(const UnusedFinding&)>& take);
 
 /// Hands out what is public, is used, and by its own module only.
 void FindTooPublic(const Reach& reach, const std::function<void(const UnusedFinding&)>& take);
 
-/// Hands out references of the projects, to libraries and to controls, of which nothing is used.
+/// Hands out references of the projects, to libraries and to controls, of which nothing is used;
+/// none of VB.NET, where a library is named by its namespaces.
 void FindUnusedReferences(const Reach& reach,
                           const std::function<void(const UnusedFinding&)>& take);
 
 /// The name by which source knows the library in a file: "ADODB" for "msado15.dll"; empty for a
 /// file that is not among the well-known ones.
 std::string_view LibraryNameOfFile(std::string_view leafName);
+/// The same of a reference: of a project or library that was loaded its own name.
+std::string LibraryNameOf(const Reference& reference);
 
 }  // namespace vendrel

@@ -151,7 +151,7 @@ class ReferenceJudge {
       finding.Element = &reference;
       finding.Kind = isControl ? "control-reference" : "reference";
       finding.Reason = UnusedReason::NoneOfLibrary;
-      const std::string name = NameOf(reference, file);
+      const std::string name = LibraryNameOf(reference);
       if (!name.empty() && mNamed.contains(FoldKey(name))) continue;
       if (mReach.Graph().HasUnnamedLibrary() || name.empty()) {
         finding.How = Sureness::Possible;
@@ -167,11 +167,6 @@ class ReferenceJudge {
   static const VBProject* ProjectOf(const CodeElement& element) {
     const Component* home = element.OwnComponent();
     return home ? home->VBProject() : As<VBProject>(&element);
-  }
-
-  static std::string NameOf(const Reference& reference, std::string_view file) {
-    if (const VBProject* project = reference.ReferencedProject()) return project->ProjectName;
-    return std::string(LibraryNameOfFile(file));
   }
 
   // "MSComctlLib.ListView" is a use of its library.
@@ -199,10 +194,16 @@ std::string_view LibraryNameOfFile(std::string_view leafName) {
   return {};
 }
 
+std::string LibraryNameOf(const Reference& reference) {
+  if (const VBProject* project = reference.ReferencedProject()) return project->ProjectName;
+  return std::string(LibraryNameOfFile(LeafNameOf(reference.FileName.FullPath())));
+}
+
 void FindUnusedReferences(const Reach& reach,
                           const std::function<void(const UnusedFinding&)>& take) try {
   ReferenceJudge judge(reach);
-  for (const VBProject* project : reach.Projects()) judge.Look(*project, take);
+  for (const VBProject* project : reach.Projects())
+    if (!IsNetProject(*project)) judge.Look(*project, take);
 }
 VENDREL_CONTEXT()
 

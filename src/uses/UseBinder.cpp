@@ -1,9 +1,8 @@
 #include "uses/UseBinder.h"
 
-#include <unordered_set>
-
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
+#include "project/ProjectFile.h"
 #include "services/SourceText.h"
 #include "uses/ModuleBinder.h"
 
@@ -28,25 +27,31 @@ bool UseBinder::Bind(const Component& module, const TakeUse& take) try {
   const Workspace::Use use(mState->Project.Workspace());
   if (!module.SourceForm || module.SourceForm->Text.empty()) return false;
   ProjectScope& project = mState->Scopes.Of(mState->Project);
-  ModuleBinder binder(mState->Scopes, project, module, mState->Options, mState->Counts, take);
-  if (Scopes::IsNet(module))
-    binder.BindFile(true);
-  else
-    binder.Bind();
+  const BoundSource own{&module, module.SourceForm.get(), nullptr};
+  if (!Scopes::IsNet(module)) {
+    ModuleBinder(mState->Scopes, project, own, mState->Options, mState->Counts, take).Bind();
+    return true;
+  }
+  for (ProjectFile* file : mState->Scopes.FilesOf(module))
+    if (file->SourceForm)
+      ModuleBinder(mState->Scopes, project, {&module, file->SourceForm.get(), file},
+                   mState->Options, mState->Counts, take)
+          .BindFile(&module);
   return true;
 }
 VENDREL_CONTEXT(module)
 
-// A file of VB.NET holds any number of modules: it is read once for all of them.
+// A file of VB.NET holds any number of types, or parts of types: it is read once for all of them.
 void UseBinder::BindFiles(const TakeUse& take) {
   const Workspace::Use use(mState->Project.Workspace());
   ProjectScope& project = mState->Scopes.Of(mState->Project);
-  std::unordered_set<const SourceText*> done;
-  for (const Component& module : std::as_const(mState->Project).Components.Listed()) {
-    const SourceText* source = module.SourceForm.get();
-    if (!source || source->Text.empty() || !done.insert(source).second) continue;
-    ModuleBinder(mState->Scopes, project, module, mState->Options, mState->Counts, take)
-        .BindFile(false);
+  for (ProjectFile& file : mState->Project.ProjectFiles) {
+    if (!file.SourceForm || file.SourceForm->Text.empty()) continue;
+    const Component* first = file.Components.Count() > 0 ? file.Components.Item(1) : file.Outside();
+    if (!first || !Scopes::IsNet(*first)) continue;
+    ModuleBinder(mState->Scopes, project, {first, file.SourceForm.get(), &file}, mState->Options,
+                 mState->Counts, take)
+        .BindFile(nullptr);
   }
 }
 

@@ -5,13 +5,21 @@
 namespace vendrel {
 namespace {
 
-bool HasWriter(const CodeElement* element, bool isSet) {
-  const auto* group = As<PropertyGroup>(element);
-  if (!group) {
-    const auto* block = As<Block>(element);
-    return block && block->BlockType() != btPropertyGet;
-  }
-  return isSet ? group->PropertySetBlock() : group->PropertyLetBlock();
+// The procedures of a property of a library stand by themselves: no group holds them.
+const Block* WriterBeside(const Block& block, BlockTypeEnum type) {
+  const Component* home = block.OwnComponent();
+  if (!home) return nullptr;
+  for (const Block* one : home->Blocks.Named(block.Name()))
+    if (one->BlockType() == type) return one;
+  return nullptr;
+}
+
+// The procedure of a property by which it is written; null for one that is only read.
+const Block* WriterOf(const CodeElement* element, bool isSet) {
+  if (const auto* group = As<PropertyGroup>(element))
+    return isSet ? group->PropertySetBlock() : group->PropertyLetBlock();
+  const auto* block = As<Block>(element);
+  return block ? WriterBeside(*block, isSet ? btPropertySet : btPropertyLet) : nullptr;
 }
 
 }  // namespace
@@ -81,13 +89,15 @@ void ModuleBinder::MarkWrite(UseValue& value, bool isSet) {
   }
   const bool isProperty = value.Named && value.Named->Sort == EntrySort::Property;
   if (isProperty) {
-    const bool set = HasWriter(use.Element, true), let = HasWriter(use.Element, false);
-    if (!set && !let) {
+    const Block *set = WriterOf(use.Element, true), *let = WriterOf(use.Element, false);
+    if (!set && !let && !mIsNet) {  // of VB.NET the constructor writes what only reads elsewhere
       AddDefaultMember(value, UseKind::Write);
       return;
     }
+    const bool sets = (isSet && set) || !let;
     use.Kind = UseKind::Write;
-    use.Accessor = (isSet && set) || !let ? UseAccessor::Set : UseAccessor::Let;
+    use.Accessor = sets ? UseAccessor::Set : UseAccessor::Let;
+    if (!mIsNet && As<Block>(use.Element)) use.Element = sets ? set : let;
     return;
   }
   if (use.Kind == UseKind::Call && use.Answer != UseAnswer::Late &&

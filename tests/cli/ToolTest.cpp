@@ -221,6 +221,7 @@ TEST(ToolAlone, WrongUsageAndInputSayWhatAndWhatToDo) {
        "vendrelmodel: --comment-file: /p/bad.xml: line 1, column 9"},
       {{"tree", "/p/A.vbp", "--tags", "/p/a.txt"}, exFailed, "--tags: /p/a.txt: line 1"},
       {{"find", "/p/A.vbp", "[z"}, exUsage, "'[z' is no pattern"},
+      {{"uses", "/p/A.vbp", "[z"}, exUsage, "'[z' is no pattern"},
       {{"lines", "/p"}, exFailed, "/p: a folder has no lines"},
       {{"tree", "/p/n.vbproj"}, exFailed, "no project: its root is <x>"},
       {{"manifest", "/p/l.dll"}, exFailed, "vendrelmodel: /p/l.dll: cannot be read: "},

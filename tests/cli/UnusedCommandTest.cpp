@@ -267,5 +267,108 @@ TEST_F(UnusedCommand, ProjectsMustAgreeOnWhatTheyShare) {
             "procedure\tloose~loose~Gone\tnothing uses it\tcertain\t/l/loose.bas:4\n");
 }
 
+constexpr const char* kNetProgram =
+    R"(<Project xmlns="http://schemas.microsoft.com/developer/msbuild/2003"><PropertyGroup>
+<OutputType>Exe</OutputType><RootNamespace>N</RootNamespace><StartupObject>N.Program</StartupObject>
+</PropertyGroup><ItemGroup><Compile Include="Program.vb" /><Compile Include="Later.vb" />
+<Compile Include="Page.aspx.vb" /><Compile Include="Made.Designer.vb" /></ItemGroup></Project>)";
+
+constexpr const char* kNetSource = R"(Module Program
+  Sub Main()
+    Dim k As Base = New Kept(1)
+    Dim spare As Integer
+    k.Turn()
+    k.ToString().Late()
+    Fold("a", 2)
+  End Sub
+  Sub Fold(a As String, b As Integer)
+    System.Console.WriteLine(a)
+  End Sub
+  Sub Fold(a As Integer)
+  End Sub
+  Sub Late()
+  End Sub
+  Sub Ping()
+    Ping()
+  End Sub
+End Module
+Interface ITurn
+  Sub Turn()
+End Interface
+MustInherit Class Base
+  Public MustOverride Sub Turn()
+End Class
+Class Kept
+  Inherits Base
+  Implements ITurn
+  Private mTable As Table = Table.Made()
+  Private mIdle As Integer
+  Sub New(n As Integer)
+    mIdle = n
+  End Sub
+  Public Overrides Sub Turn()
+    OfTurn()
+  End Sub
+  Private Sub Other() Implements ITurn.Turn
+  End Sub
+  Private Sub OfTurn()
+  End Sub
+  Private Sub Gone()
+  End Sub
+  Public Shared Operator +(a As Kept, b As Kept) As Kept
+    Return Nothing
+  End Operator
+End Class
+Class Table
+  Public Shared Function Made() As Table
+    Return Nothing
+  End Function
+End Class
+Class Lost
+  Sub Go()
+  End Sub
+End Class
+Enum Colour
+  Red
+End Enum
+Class Tests
+  <Test()> _
+  Public Sub Adds()
+  End Sub
+  <Obsolete()> Private Sub Old()
+  End Sub
+End Class
+)";
+
+// What runs without being named: what overrides or implements, constructors, values of fields, what
+// attributes and markup name.
+TEST(UnusedOfNet, FollowsWhatRunsWithoutBeingNamed) {
+  const test::MemoryFiles files{
+      {"/n/N.vbproj", kNetProgram},
+      {"/n/Program.vb", kNetSource},
+      {"/n/Later.vb",
+       "Partial Class Kept\n  Private Sub Later()\n  End Sub\n  Private Sub Click() Handles "
+       "MyBase.Click\n    OfClick()\n  End Sub\n  Private Sub OfClick()\n  End Sub\nEnd Class\n"},
+      {"/n/Page.aspx", "<asp:Button OnClick=\"Buy_Click\" />"},
+      {"/n/Page.aspx.vb",
+       "Class Page1\n  Sub Page_Load()\n  End Sub\n  Sub Buy_Click()\n  End Sub\n  Sub "
+       "Sell_Click()\n  End Sub\nEnd Class\n"},
+      {"/n/Made.Designer.vb", "Class Generated\n  Sub Nothing1()\n  End Sub\nEnd Class\n"}};
+  EXPECT_EQ(
+      RunFor({"unused", "/n/N.vbproj", "--quiet"}),
+      "local-variable\tN~N.Program~Main~spare\tnothing uses it\tcertain\t/n/Program.vb:4\n"
+      "parameter\tN~N.Program~Fold(String,Int32):b\tnothing uses it\tcertain\t/n/Program.vb:9\n"
+      "procedure\tN~N.Program~Ping\tnothing uses it\tcertain\t/n/Program.vb:16\n"
+      "procedure\tN~N.Kept~Later\tnothing uses it\tcertain\t/n/Later.vb:2\n"
+      "variable\tN~N.Kept~mTable\tnothing uses it\tcertain\t/n/Program.vb:29\n"
+      "variable\tN~N.Kept~mIdle\tit is assigned and never read\tcertain\t/n/Program.vb:30\n"
+      "procedure\tN~N.Kept~Gone\tnothing uses it\tcertain\t/n/Program.vb:41\n"
+      "type\tN~N.Lost\tnothing of the module is used\tcertain\t/n/Program.vb\n"
+      "enumeration\tN~N.Colour\tnothing of the module is used\tcertain\t/n/Program.vb\n"
+      "procedure\tN~N.Tests~Old\tnothing uses it\tcertain\t/n/Program.vb:63\n"
+      "procedure\tN~N.Page1~Sell_Click\tnothing uses it\tlikely: objects may be used without "
+      "their class being known\t/n/Page.aspx.vb:6\n");
+}
+
 }  // namespace
 }  // namespace vendrel::cli

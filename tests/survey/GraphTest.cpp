@@ -57,6 +57,35 @@ TEST(Graph, DrawsProjectsModulesOrClasses) {
   RunFor({"graph", "/e", "--depth", "2"}, exUsage);
 }
 
+// What modules call each other, counted; what one procedure calls of its own module is no edge.
+TEST(Graph, AndInventoryTellWhoCallsWhom) {
+  const test::MemoryFiles files{
+      {"/k/K.vbp",
+       "Type=Exe\nReference=*\\G{1}#1.0#0#C:\\W\\scrrun.dll#Scripting\nReference=*\\G{2}#1.0#0#C:"
+       "\\W\\own.dll#Own\nForm=F.frm\nModule=M; M.bas\nName=\"K\"\nStartup=\"F\"\n"},
+      {"/k/F.frm",
+       "VERSION 5.00\nBegin VB.Form F\nBegin VB.TextBox Box\nEnd\nBegin VB.Label Idle\nEnd\nEnd\n"
+       "Attribute VB_Name = \"F\"\nPrivate Sub Form_Load()\nTwice 1\nTwice 2\nOwn\nBox.Text = "
+       "Box.Tag\nDim d As New Scripting.Dictionary\nEnd Sub\nPrivate Sub Own()\nTwice 3\nEnd "
+       "Sub\n"},
+      {"/k/M.bas", "Attribute VB_Name = \"M\"\nSub Twice(n)\nEnd Sub\n"}};
+  EXPECT_THAT(RunFor({"graph", "/k/K.vbp", "--level", "module", "--calls"}),
+              HasSubstr("K.F\tcalls\tK.M\t3\n"));
+  RunFor({"graph", "/k/K.vbp", "--calls"}, exUsage);
+  std::map<std::string, json> rows;
+  for (const json& row : JsonLines({"inventory", "/k/K.vbp", "--json", "--uses"}))
+    if (row.contains("Record"))
+      rows[row["Record"].get<std::string>() + " " +
+           row.value("QualifiedName", row.value("ProgID", row.value("Name", "")))] = row;
+  EXPECT_EQ(rows["procedure K~M~Twice"]["FanIn"], 2);
+  EXPECT_EQ(rows["procedure K~F~Form_Load"]["FanOut"], 2);
+  EXPECT_EQ(rows["control VB.TextBox"]["Uses"], 2);
+  EXPECT_EQ(rows["control VB.Label"]["Uses"], 0);
+  EXPECT_EQ(rows["reference Scripting"]["Uses"], 2);
+  EXPECT_EQ(rows["reference Own"]["Uses"], "");
+  EXPECT_EQ(rows["call "]["Calls"], 3);
+}
+
 TEST(Graph, IsWrittenForProgramsThatDraw) {
   const Shops shops;
   const std::string dot = RunFor({"graph", "/e", "--level", "module", "--dot", "--root", "/e"});

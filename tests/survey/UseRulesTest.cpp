@@ -37,6 +37,11 @@ const std::vector<UseRuleCase>& UseRuleCases() {
        "Option Explicit\nPrivate Sub Form_Load()\nDim a As Long\na = zz + Len(Button.Caption)\nEnd "
        "Sub\n",
        {"10 no declaration gives the name 'zz'"}},
+      {"implicit-constant",
+       "Private Sub Form_Load()\na = vbYesNoo + vbx + Hidden + vbSet1 + vbYesNo\nvbSet1 = 2\nb = "
+       "Hidden\nEnd Sub\n",
+       {"8 'Hidden' is no constant here but an empty variable; N declares a private one",
+        "8 'vbYesNoo' is no constant here but an empty variable"}},
       {"never-read",
        "Private Sub Form_Load()\nDim a As Long, b As Long, c As Long, d As Object, e As Long\n"
        "a = 1: b = 2: c = b: Set d = Me: Fill e\nDim f As Long\nFor f = 1 To 2: Next\nEnd Sub\n"
@@ -80,7 +85,9 @@ struct UseRuleProject {
     Files.Add("/p/M.bas",
               "Attribute VB_Name = \"M\"\nPublic Const A = 1, B = 2\nSub Main()\nOwn\nEnd Sub\n"
               "Sub Own()\nx = A + B\nEnd Sub\nSub Other()\nEnd Sub\nSub Nobody()\nEnd Sub\n");
-    Files.Add("/p/N.bas", "Attribute VB_Name = \"N\"\nSub T()\nOther\ny = M.B\nEnd Sub\n");
+    Files.Add(
+        "/p/N.bas",
+        "Attribute VB_Name = \"N\"\nPrivate Const Hidden = 3\nSub T()\nOther\ny = M.B\nEnd Sub\n");
   }
   test::MemoryFiles Files;
 };

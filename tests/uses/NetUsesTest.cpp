@@ -72,14 +72,14 @@ TEST(NetUses, FollowTheRulesOfVBNet) {
        "Size write set project; p read local; X read field"},
       {"Sub S(n As Integer)\nDim b = Inner.Base.Make(Of Integer)(1, n)\nb.Size = "
        "Util.Twice(n, \"\")\nEnd Sub\n",
-       "Inner qualify project; Base read project; Make call project; n by-reference parameter; b "
-       "read local; Size write set project; Util read project; Twice call project; n read "
+       "Inner qualify project; Base qualify project; Make call project; n by-reference parameter; b "
+       "read local; Size write set project; Util qualify project; Twice call project; n read "
        "parameter"},
       {"Sub S(n As Integer)\nDim c As Inner.Colour =\n  Inner.Colour.Red Or _\n  "
        "Inner.Colour.Dark\nEnd Sub\n",
-       "Inner qualify project; Colour type project; Inner qualify project; Colour read project; "
+       "Inner qualify project; Colour type project; Inner qualify project; Colour qualify project; "
        "Red "
-       "read enumeration-member; Inner qualify project; Colour read project; Dark read "
+       "read enumeration-member; Inner qualify project; Colour qualify project; Dark read "
        "enumeration-member"},
       {"Private mName As String\nProperty Total As Integer\nGet\nReturn Size\nEnd Get\nSet(value "
        "As "
@@ -103,8 +103,46 @@ TEST(NetUses, FollowTheRulesOfVBNet) {
        "Later(a)\nEnd Function\nFunction Later(Of U)(a As U) As U\nEnd Function\n",
        "T type type; T type type; Nested new project; Deep write project; Later call own-module; a "
        "read parameter; U type type; U type type"},
+      {"Public ReadOnly Property Once As Integer\nSub New(n As Integer)\nMyClass.New()\nOnce = "
+       "n\nEnd Sub\nSub New()\nMe.New(1)\nEnd Sub\nOverrides Property Size As Integer\nSub "
+       "S()\nSize = Once\nEnd Sub\n",
+       "New call own-module; Once write set own-module; n read parameter; New call own-module; "
+       "Size "
+       "write set own-module; Once read get own-module"},
   };
   for (const NetRow& row : rows) EXPECT_EQ(Users(row.Members).Uses(), row.Uses) << row.Members;
+}
+
+// A name means what the imports of its own file say, in whichever order the files are asked.
+TEST(NetUses, OfTheLaterPartOfATypeStandInItsFile) {
+  test::NetProject project(
+      {{"T.vb",
+        "Namespace One\nPublic Class Thing\nEnd Class\nEnd Namespace\nNamespace Two\nPublic Class "
+        "Thing\nEnd Class\nEnd Namespace\n"},
+       {"A.vb",
+        "Imports Root.One\nPartial Public Class P\nPrivate mCount As Integer\nSub A()\nDim x As "
+        "New "
+        "Thing\nEnd Sub\nEnd Class\n"},
+       {"B.vb",
+        "Imports Root.Two\nPartial Public Class P\n\nSub B()\nDim x As New Thing\nmCount = "
+        "1\nEnd Sub\nEnd Class\n"}},
+      test::Complete(), "Root");
+  project.Resolve();
+  std::string all;
+  const auto show = [&](const NameUse& use) {
+    if (use.Line < 4) return;
+    all += use.File->LeafName() + ":" + std::to_string(use.Line) + " " + test::Shown(use, true) +
+           " in " + use.Holder->ElementName() + "\n";
+  };
+  const std::string expected =
+      "A.vb:5 Thing new project N~Root.One.Thing in A\n"
+      "B.vb:5 Thing new project N~Root.Two.Thing in B\n"
+      "B.vb:6 mCount write own-module N~Root.P~mCount in B\n";
+  UseBinder(*project.Project).BindAll(show);
+  EXPECT_EQ(all, expected);
+  all.clear();
+  UseBinder(*project.Project).Bind(project["Root.P"], show);
+  EXPECT_EQ(all, expected);
 }
 
 TEST(NetUses, AreTheSameByFileAndByModule) {

@@ -7,15 +7,14 @@
 #include "Element.h"
 #include "cli/Tool.h"
 #include "cli/Writer.h"
-#include "core/CaseFold.h"
 #include "core/Version.h"
 #include "names/NameCheck.h"
+#include "names/NamePattern.h"
 #include "names/NameWalk.h"
 #include "output/Difference.h"
 #include "output/Dump.h"
 #include "output/Places.h"
 #include "output/UniqueNames.h"
-#include "text/Like.h"
 
 namespace vendrel::python {
 namespace {
@@ -70,31 +69,24 @@ py::list Names(py::handle self, const std::string& kind) {
   return names;
 }
 
-// As the command `find` understands a name.
-bool IsCalled(const CodeElement& element, const std::string& name, bool isPattern,
-              bool isQualified) {
-  const std::string own = isQualified ? element.QualifiedName() : element.ElementName();
-  return isPattern ? LikeNoCase(own, name) : EqualsNoCase(own, name);
-}
-
 py::list Find(py::handle self, const std::string& name, const std::string& kind) {
   const Held& held = HeldBy(self);
   const Using use(*held.Root);
   const std::vector<VBProject*> projects = ProjectsOf(held);
-  const bool isPattern = name.find_first_of("*?[#") != std::string::npos;
-  const bool isQualified = name.find('~') != std::string::npos;
+  const NamePattern wanted(name);
   std::vector<CodeElement*> found;
   const auto take = [&](CodeElement* element) {
     if (element && (kind.empty() || KindOf(*element) == kind)) found.push_back(element);
   };
   {
     const py::gil_scoped_release release;
-    if (isQualified && !isPattern) {
+    if (wanted.IsQualified() && !wanted.IsPattern()) {
       take(projects.empty() ? nullptr : projects.front()->GetObjectByName(name));
     } else {
       for (VBProject* project : projects)
         ForEachNamedElement(*project, [&](CodeElement& element) {
-          if (IsCalled(element, name, isPattern, isQualified)) take(&element);
+          if (wanted.Fits(wanted.IsQualified() ? element.QualifiedName() : element.ElementName()))
+            take(&element);
         });
     }
   }
