@@ -4,8 +4,7 @@ set(plain_source ${PROJECT_SOURCE_DIR}/src)
 set(plain_copy ${CMAKE_CURRENT_BINARY_DIR}/plain)
 file(GLOB_RECURSE plain_headers CONFIGURE_DEPENDS ${plain_source}/*.h)
 set(plain_files ${VENDREL_SOURCES} ${plain_headers})
-set(plain_sources ${VENDREL_SOURCES})
-list(TRANSFORM plain_sources REPLACE "^${plain_source}" "${plain_copy}")
+list(REMOVE_ITEM plain_files ${VENDREL_EMBEDDED})  # no file of src/
 set(plain_copies ${plain_files})
 list(TRANSFORM plain_copies REPLACE "^${plain_source}" "${plain_copy}")
 
@@ -15,13 +14,13 @@ add_custom_command(OUTPUT ${plain_copies}
                    DEPENDS ${plain_script} ${plain_files}
                    COMMENT "Copying src/ without the contexts of failures" VERBATIM)
 
-add_library(vendrel_plain STATIC EXCLUDE_FROM_ALL ${plain_copies})
+add_library(vendrel_plain STATIC EXCLUDE_FROM_ALL ${plain_copies} ${VENDREL_EMBEDDED})
 target_include_directories(vendrel_plain PUBLIC ${plain_copy})
 target_link_libraries(vendrel_plain
                       PUBLIC pugixml::pugixml
                       PRIVATE vendrel_flags nlohmann_json::nlohmann_json PkgConfig::RE2
                               PkgConfig::UTF8PROC PkgConfig::UCHARDET)
-set_source_files_properties(${plain_copy}/diagnostics/ErrorReport.cpp
+set_source_files_properties(${plain_copy}/core/Version.cpp
                             PROPERTIES COMPILE_DEFINITIONS VENDREL_VERSION="${PROJECT_VERSION}"
                                        SKIP_PRECOMPILE_HEADERS ON)
 if(VENDREL_PRECOMPILE)

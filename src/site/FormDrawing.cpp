@@ -218,7 +218,8 @@ class FormPainter {
   }
 
   std::string Link(const VBControl& control) const {
-    std::string svg = "<a href=\"" + mRun.Map.Of(&control).Leaf + "\"><title>";
+    std::string svg = "<a href=\"";
+    svg.append(mRun.Map.LeafOf(control)).append("\"><title>");
     AppendPlain(svg, control.Name + ", " + control.ProgID);
     return svg.append("</title>");
   }

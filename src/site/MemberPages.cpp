@@ -178,11 +178,9 @@ std::string KindInWords(const MemberEntry& member, const ModuleEntry& module) {
 void WriteMemberPages(const SiteRun& run, const ModuleEntry& module) {
   for (std::size_t i = 0; i < module.Members.size(); ++i) {
     const MemberEntry& member = module.Members[i];
-    Page page = PageIn(run, module, member.Leaf, member.Name);
+    Page page = PageIn(module, member.Leaf, member.Name);
     AddNeighbours(page, "In " + Link("index.html", module.Name), module.Members.size(), i,
-                  [&](std::size_t other) {
-                    return PageLink{module.Members[other].Name, module.Members[other].Leaf};
-                  });
+                  [&](std::size_t other) { return NeighbourOf(module.Members[other]); });
     const bool* isNew = const_cast<CodeElement&>(member.First()).IsNewField();
     AppendHeading(page, KindInWords(member, module), member.Name,
                   TagsOf(run, member.First(), isNew && *isNew));

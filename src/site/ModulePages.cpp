@@ -113,8 +113,8 @@ std::string MemberRow(const SiteRun& run, const MemberEntry& member, bool tellsK
 std::string FieldRow(const SiteRun& run, const ModuleEntry& module, const FieldEntry& field) {
   constexpr std::size_t kLongestDeclaration = 400;
   const CodeElement& element = *field.Element;
-  std::string row =
-      "<tr id=\"" + field.Leaf.substr(field.Leaf.find('#') + 1) + "\"><td class=\"first\"><code>";
+  std::string row = "<tr id=\"";
+  row.append(AnchorOfLeaf(field.Leaf)).append("\"><td class=\"first\"><code>");
   run.Types.AppendDeclaration(row, Shortened(SignatureText(element), kLongestDeclaration),
                               module.Folder, module.Module);
   row.append("</code>").append(TagsOf(run, element, false));
@@ -169,8 +169,7 @@ void AddMemberLists(const SiteRun& run, const ModuleEntry& module, PagedList& li
 void WriteFieldPages(const SiteRun& run, const ModuleEntry& module, std::string_view title,
                      const std::vector<FieldEntry>& fields) {
   for (std::size_t from = 0; from < fields.size(); from += kFieldsOnPage) {
-    const std::string& leaf = fields[from].Leaf;
-    Page page = PageIn(run, module, leaf.substr(0, leaf.find('#')),
+    Page page = PageIn(module, PageOfLeaf(fields[from].Leaf),
                        std::string(title) + ", page " + std::to_string(from / kFieldsOnPage + 1));
     AppendHeading(page, module.Name, page.Title);
     page.Content.append(kOpenTable);
@@ -179,7 +178,7 @@ void WriteFieldPages(const SiteRun& run, const ModuleEntry& module, std::string_
     page.Content.append(kCloseTable).append("<nav class=\"pages\" aria-label=\"Pages\">");
     if (end < fields.size())
       page.Content.append("<a rel=\"next\" href=\"")
-          .append(fields[end].Leaf.substr(0, fields[end].Leaf.find('#')))
+          .append(PageOfLeaf(fields[end].Leaf))
           .append("\">Next page</a>");
     else
       page.Content.append("<span>Last page</span>");
@@ -193,8 +192,8 @@ void AddFields(const SiteRun& run, const ModuleEntry& module, std::string_view i
   if (fields.empty()) return;
   AppendSection(html, id, title, fields.size());
   if (fields.size() > kFieldsOnPage) {
-    html.append("<p>").append(Link(fields.front().Leaf.substr(0, fields.front().Leaf.find('#')),
-                                   "All " + Number(fields.size())));
+    html.append("<p>").append(
+        Link(PageOfLeaf(fields.front().Leaf), "All " + Number(fields.size())));
     html.append("</p>\n");
     return WriteFieldPages(run, module, title, fields);
   }
@@ -215,7 +214,7 @@ void AppendInherited(const SiteRun& run, const ModuleEntry& module, std::string&
     html.append(Count(base->Members.size(), "member")).append("</summary>\n<ul class=\"names\">\n");
     for (std::size_t i = 0; i < base->Members.size() && i < kListedAtMost; ++i)
       html.append("<li>")
-          .append(Link(HrefFrom(module.Folder, {base->Folder, base->Members[i].Leaf}),
+          .append(Link(HrefFrom(module.Folder, {base->Folder, std::string(base->Members[i].Leaf)}),
                        base->Members[i].Name))
           .append("</li>\n");
     html.append("</ul>\n</details>\n");
@@ -226,7 +225,7 @@ void AppendInherited(const SiteRun& run, const ModuleEntry& module, std::string&
 
 void WriteModulePages(const SiteRun& run, const ModuleEntry& module) {
   const Component& component = *module.Module;
-  Page page = PageIn(run, module, "index.html", module.Name);
+  Page page = PageIn(module, "index.html", module.Name);
   const auto& modules = module.Project->Modules;
   AddNeighbours(page, "In " + Link("../index.html", module.Project->Name), modules.size(),
                 module.Index, [&](std::size_t i) {

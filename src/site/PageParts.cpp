@@ -21,29 +21,31 @@ constexpr std::size_t kBytesOnPage = std::size_t{1} << 20;
 
 }  // namespace
 
-Page PageIn(const SiteRun& run, const ProjectEntry& project, std::string leaf, std::string title) {
+Page PageIn(const ProjectEntry& project, std::string_view leaf, std::string_view title) {
   Page page;
   page.Folder = project.Folder;
-  page.Title = std::move(title);
-  page.Leaf = std::move(leaf);
-  const bool isIndex = page.Leaf == "index.html";
+  page.Leaf = leaf;
+  page.Title = title;
+  const bool isIndex = leaf == "index.html";
   page.Crumbs.push_back({project.Name, isIndex ? "" : "index.html"});
   if (!isIndex) page.Crumbs.push_back({page.Title, ""});
-  (void)run;
   return page;
 }
 
-Page PageIn(const SiteRun& run, const ModuleEntry& module, std::string leaf, std::string title) {
+Page PageIn(const ModuleEntry& module, std::string_view leaf, std::string_view title) {
   Page page;
   page.Folder = module.Folder;
-  page.Leaf = std::move(leaf);
-  page.Title = std::move(title);
+  page.Leaf = leaf;
+  page.Title = title;
   page.Crumbs.push_back({module.Project->Name, "../index.html"});
-  const bool isIndex = page.Leaf == "index.html";
+  const bool isIndex = leaf == "index.html";
   page.Crumbs.push_back({module.Name, isIndex ? "" : "index.html"});
   if (!isIndex) page.Crumbs.push_back({page.Title, ""});
-  (void)run;
   return page;
+}
+
+PageLink NeighbourOf(const MemberEntry& member) {
+  return {std::string(member.Name), std::string(member.Leaf)};
 }
 
 void AddNeighbours(Page& page, std::string barTitle, std::size_t count, std::size_t at,
@@ -274,8 +276,7 @@ void AppendUses(const SiteRun& run, Page& page, const CodeElement& element) {
 
 PagedList::PagedList(const SiteRun& run, Page first, std::string_view open, std::string_view close)
     : mRun(run), mPage(std::move(first)), mOpen(open), mClose(close) {
-  mFirstLeaf = mPage.Leaf;
-  mStem = mFirstLeaf.substr(0, mFirstLeaf.rfind('.'));
+  mStem = mPage.Leaf.substr(0, mPage.Leaf.rfind('.'));
   mTitle = mPage.Title;
 }
 
@@ -301,7 +302,7 @@ void PagedList::Add(std::string_view row) {
     Put(false);
     ++mNumber;
     mPage.Content.clear();
-    mPage.Leaf = mStem + "--" + std::to_string(mNumber) + ".html";
+    mPage.Leaf = LeafOfPage(mStem, mNumber - 1);
     mPage.Title = mTitle + ", page " + std::to_string(mNumber);
     AppendHeading(mPage, "page " + std::to_string(mNumber), mTitle);
     mRows = 0;
@@ -312,19 +313,16 @@ void PagedList::Add(std::string_view row) {
 }
 
 void PagedList::Put(bool isLast) {
-  const auto leafOf = [&](std::size_t number) {
-    return number == 1 ? mFirstLeaf : mStem + "--" + std::to_string(number) + ".html";
-  };
   if (mNumber > 1 || !isLast) {
     mPage.Content.append("<nav class=\"pages\" aria-label=\"Pages of this list\">");
     if (mNumber > 1)
       mPage.Content.append("<a rel=\"prev\" href=\"")
-          .append(leafOf(mNumber - 1))
+          .append(LeafOfPage(mStem, mNumber - 2))
           .append("\">Previous page</a> ");
     mPage.Content.append("<span>Page ").append(std::to_string(mNumber)).append("</span>");
     if (!isLast)
       mPage.Content.append(" <a rel=\"next\" href=\"")
-          .append(leafOf(mNumber + 1))
+          .append(LeafOfPage(mStem, mNumber))
           .append("\">Next page</a>");
     mPage.Content.append("</nav>\n");
   }

@@ -145,7 +145,7 @@ void AppendProjectFacts(const SiteRun& run, Page& page, const ProjectEntry& proj
 void WriteNamespacePage(const SiteRun& run, const ProjectEntry& project,
                         const NamespaceEntry& space) {
   const std::string title = space.Name.empty() ? "Types outside of namespaces" : space.Name;
-  Page page = PageIn(run, project, space.Leaf, title);
+  Page page = PageIn(project, space.Leaf, title);
   const auto& spaces = project.Namespaces;
   AddNeighbours(
       page, "In " + Link("index.html", project.Name), spaces.size(),
@@ -197,7 +197,7 @@ void AppendEdges(const SiteRun& run, std::string& html) {
 }  // namespace
 
 void WriteProjectPages(const SiteRun& run, const ProjectEntry& project) {
-  Page page = PageIn(run, project, "index.html", project.Name);
+  Page page = PageIn(project, "index.html", project.Name);
   const auto& projects = run.Map.Projects();
   std::size_t at = 0;
   while (&projects[at] != &project) ++at;

@@ -31,7 +31,7 @@ FileCounts WriteSite(const std::vector<VBProject*>& projects, const std::string&
   const SiteMap map(projects, {options.Private, options.Source});
   const TypeLinks types(map, options.Links);
   const Relations relations(map, types);
-  const EstateUses uses(projects);
+  EstateUses uses;
   std::optional<SiteChanges> changes;
   if (options.Before) changes.emplace(projects, *options.Before);
   const SiteRun run{options,
@@ -43,13 +43,19 @@ FileCounts WriteSite(const std::vector<VBProject*>& projects, const std::string&
                     changes ? &*changes : nullptr,
                     graphs ? &*graphs : nullptr};
   PutAssets(pages, assets);
+  for (const ProjectEntry& project : map.Projects())
+    uses.Bind(project, [&](const SourceEntry& source, std::span<const BoundName> names) {
+      WriteSource(run, source, names);
+    });
+  uses.Finish();
   WriteEstatePages(run);
   for (const ProjectEntry& project : map.Projects()) {
     WriteProjectPages(run, project);
     WriteHierarchyPages(run, project);
     for (const ModuleEntry& module : project.Modules) WriteModulePages(run, module);
-    WriteSourcePages(run, project);
+    WriteSourceList(run, project);
   }
+  uses.Release();
   WriteNamePages(run);
   WriteUndocumentedPages(run);
   WriteChangePages(run);

@@ -35,8 +35,9 @@ TypeLinks::TypeLinks(const SiteMap& map, std::vector<OutsideLink> outside)
       const std::string owner = project.Name + "." + module.Name;
       mFullNames.emplace(FoldKey(owner), module.Module);
       for (const MemberEntry& type : module.Types) {
-        mFullNames.emplace(FoldKey(owner + "." + type.Name), &type.First());
-        mFullNames.emplace(FoldKey(project.Name + "." + type.Name), &type.First());
+        const std::string name = "." + std::string(type.Name);
+        mFullNames.emplace(FoldKey(owner + name), &type.First());
+        mFullNames.emplace(FoldKey(project.Name + name), &type.First());
       }
     }
 }
