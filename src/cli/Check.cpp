@@ -164,7 +164,8 @@ void Check::CheckFolder(const std::string& path) {
 void Check::CheckGroup(const std::string& path) {
   const auto group = LoadGroup(path, mArguments.Common, mStreams, LoadDepth::ProjectFile);
   mCounts.Unread += group->Diagnostics.CountOf(DiagnosticCode::MissingProject) +
-                    group->Diagnostics.CountOf(DiagnosticCode::UnreadProject);
+                    group->Diagnostics.CountOf(DiagnosticCode::UnreadProject) +
+                    group->Diagnostics.CountOf(DiagnosticCode::UnreadableFile);
   Tell(group->Diagnostics);
   Diagnostics told;
   for (const VBProject& member : group->AllVBProjects()) {
@@ -192,9 +193,6 @@ void Check::CheckModules(const std::string& folder) {
   CommentWatch comments;
   const auto project = LoadFolderOfModules(folder, mArguments.Common, mStreams, LoadDepth::Modules,
                                            [&](VBProject& one) { Begin(one, comments); });
-  if (!project)
-    throw ToolError(
-        exNo, folder + ": no project (.vbp, .vbproj) and no module lies in or below this folder");
   CheckLoaded(*project, comments);
 }
 
@@ -214,10 +212,9 @@ void Check::CheckLoaded(VBProject& project, const CommentWatch& comments) {
   }
   std::vector<Finding> findings;
   for (const Diagnostic& item : project.Diagnostics) findings.push_back(FindingOf(item));
-  FindInProject(
-      project, [&](const Rule& rule) { return mSettings.IsOnIn(project, rule); }, findings);
-  FindByUses(
-      project, [&](const Rule& rule) { return mSettings.IsOnIn(project, rule); }, findings);
+  const auto isOn = [&](const Rule& rule) { return mSettings.IsOnIn(project, rule); };
+  FindInProject(project, isOn, findings);
+  FindByUses(project, isOn, findings);
   ProjectSources sources(project);
   for (Finding& finding : findings) {
     sources.Complete(finding);

@@ -23,11 +23,6 @@ std::string Heading(std::string_view id, std::string_view title, std::size_t cou
   return html;
 }
 
-void AppendFact(std::string& html, std::string_view term, std::string_view valueHtml) {
-  if (valueHtml.empty()) return;
-  html.append("<dt>").append(term).append("</dt><dd>").append(valueHtml).append("</dd>\n");
-}
-
 std::string TypeLink(const SiteRun& run, const ModuleEntry& module, std::string_view type) {
   if (type.empty()) return {};
   const std::string href = run.Types.Href(module.Folder, module.Module, type);
@@ -90,7 +85,7 @@ void AppendFacts(const SiteRun& run, const ModuleEntry& module, Page& page) {
     AppendFact(facts, "File",
                Link(HrefFrom(page.Folder, module.Source->AddressOf(0)), module.Source->Path) +
                    ", " + Count(static_cast<std::size_t>(module.Source->Lines), "line"));
-  if (!facts.empty()) page.Content.append("<dl class=\"facts\">\n").append(facts).append("</dl>\n");
+  AppendFactList(page.Content, facts);
 }
 
 // A member on its own page: name, what kind it is, what is said of it.
@@ -125,14 +120,8 @@ std::string FieldRow(const SiteRun& run, const ModuleEntry& module, const FieldE
   row.append("</td>\n<td><div class=\"prose\" dir=\"auto\">");
   AppendProse(row, Shortened(SummaryOf(element), 1500), LinksFor(run, module.Folder, element));
   row.append("</div>");
-  const auto users = run.Uses.UsersOf(element);
-  if (!users.empty()) {
-    row.append("<p class=\"of\">Used by ");
-    for (std::size_t i = 0; i < users.size() && i < 8; ++i)
-      row.append(i > 0 ? ", " : "").append(LinkTo(run, module.Folder, *users[i].Other));
-    if (users.size() > 8) row.append(" and ").append(Number(users.size() - 8)).append(" more");
-    row.append("</p>");
-  }
+  const std::string users = UserLinks(run, module.Folder, element, 8);
+  if (!users.empty()) row.append("<p class=\"of\">Used by ").append(users).append("</p>");
   return row.append("</td></tr>\n");
 }
 

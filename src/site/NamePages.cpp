@@ -272,7 +272,7 @@ std::string UndocumentedRow(const Undocumented& found) {
   const std::string folder = HrefFrom("names/", {found.Module->Folder, ""});
   std::string row = "<li>" + Link(folder + "index.html", found.Module->Name);
   row.append(" <span class=\"of\">").append(Number(found.Count)).append("</span><br/>");
-  if (found.ItselfToo) row.append(Link(folder + "index.html", found.Module->Name));
+  if (found.ItselfToo) row.append("the ").append(found.Module->Kind).append(" itself");
   bool isFirst = !found.ItselfToo;
   for (const MemberEntry* member : found.Members) {
     row.append(isFirst ? "" : ", ").append(Link(folder + std::string(member->Leaf), member->Name));

@@ -43,16 +43,27 @@ FileCounts WriteSite(const std::vector<VBProject*>& projects, const std::string&
                     changes ? &*changes : nullptr,
                     graphs ? &*graphs : nullptr};
   PutAssets(pages, assets);
+  std::size_t done = 0, all = 0;
+  for (const ProjectEntry& project : map.Projects())
+    all += project.Sources.size() + project.Modules.size();
+  const auto step = [&] {
+    const FileCounts& counts = files.SoFar();
+    if (options.Progress) options.Progress(++done, all, counts.Written + counts.Unchanged);
+  };
   for (const ProjectEntry& project : map.Projects())
     uses.Bind(project, [&](const SourceEntry& source, std::span<const BoundName> names) {
       WriteSource(run, source, names);
+      step();
     });
   uses.Finish();
   WriteEstatePages(run);
   for (const ProjectEntry& project : map.Projects()) {
     WriteProjectPages(run, project);
     WriteHierarchyPages(run, project);
-    for (const ModuleEntry& module : project.Modules) WriteModulePages(run, module);
+    for (const ModuleEntry& module : project.Modules) {
+      WriteModulePages(run, module);
+      step();
+    }
     WriteSourceList(run, project);
   }
   uses.Release();

@@ -38,6 +38,7 @@ class SiteFiles {
   /// Removes what is the site's own and was not put, folders that are empty then too, and writes
   /// the list.
   FileCounts Finish();
+  const FileCounts& SoFar() const { return mCounts; }
 
  private:
   struct Known {

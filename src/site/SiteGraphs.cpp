@@ -116,8 +116,10 @@ void GraphDrawer::Append(std::string& html, const Graph& graph, const std::strin
   svg = ReplaceAll(svg, "xlink:href", "href");
   svg = ReplaceAll(svg, "xlink:title", "aria-label");
   svg = ReplaceAll(svg, " xmlns:xlink=\"http://www.w3.org/1999/xlink\"", "");
-  html.append("<figure class=\"graph\">\n<figcaption class=\"note\">").append(Text(title));
-  html.append("</figcaption>\n").append(svg).append("</figure>\n");
+  html.append("<figure class=\"graph\">\n");
+  if (!title.empty())
+    html.append("<figcaption class=\"note\">").append(Text(title)).append("</figcaption>\n");
+  html.append(svg).append("</figure>\n");
 }
 
 void GraphDrawer::AppendProjects(std::string& html, const SiteRun& run) {
@@ -129,7 +131,7 @@ void GraphDrawer::AppendProjects(std::string& html, const SiteRun& run) {
     for (const Reference& reference : project.Project->References)
       if (const ProjectEntry* other = run.Map.ProjectOf(reference.ReferencedProject()))
         graph.Edges.emplace(numberOf(project), numberOf(*other));
-  Append(html, graph, "Who refers to whom");
+  Append(html, graph, {});
 }
 
 void GraphDrawer::AppendHierarchy(std::string& html, const SiteRun& run,

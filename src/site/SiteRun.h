@@ -70,6 +70,10 @@ void AppendHeading(Page& page, std::string_view kind, std::string_view name,
 /// A heading of a section; `id` must be unique on the page.
 void AppendSection(std::string& html, std::string_view id, std::string_view title,
                    std::size_t count = 0);
+/// A term and what it stands for, in a list of facts; nothing for an empty one.
+void AppendFact(std::string& html, std::string_view term, std::string_view valueHtml);
+/// Facts gathered so as a list; nothing without any.
+void AppendFactList(std::string& html, std::string_view facts);
 /// The full name with its button, and the link to the source of an element.
 void AppendPath(const SiteRun& run, Page& page, const CodeElement& element);
 /// A link to the page of an element with what it belongs to, or its name alone.
@@ -92,6 +96,10 @@ void AppendDocumentation(const SiteRun& run, Page& page, const CodeElement& elem
 /// Users, and what is used; nothing where nothing is bound.
 void AppendUses(const SiteRun& run, Page& page, const std::vector<const CodeElement*>& elements);
 void AppendUses(const SiteRun& run, Page& page, const CodeElement& element);
+/// Links to those who use an element, each once, and how many more there are than `most`; empty
+/// where nobody does.
+std::string UserLinks(const SiteRun& run, std::string_view folder, const CodeElement& element,
+                      std::size_t most);
 
 /// A list that goes over as many pages as it needs: rows are added, and whenever a page is full it
 /// is put and the next one begun. Further pages are called "stem--2.html".

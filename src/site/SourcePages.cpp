@@ -142,16 +142,13 @@ class SourceWriter {
         const std::string href = HrefOf(*name);
         if (!href.empty()) {
           html.append("<a class=\"u\" href=\"").append(href).append("\">");
-          AppendText(html, token.Text);
+          AppendCodeName(html, token.Text);
           html.append("</a>");
           return;
         }
       }
-    const std::string_view kind = ColourClass(token.Kind);
-    if (kind.empty() || html.size() > kColouredUpTo) return AppendText(html, token.Text);
-    html.append("<span class=\"").append(kind).append("\">");
-    AppendText(html, token.Text);
-    html.append("</span>");
+    if (html.size() > kColouredUpTo) return AppendText(html, token.Text);
+    AppendColoured(html, token.Kind, token.Text);
   }
 
   // The name that begins at that place; null if none is bound. Places are asked for in their order.

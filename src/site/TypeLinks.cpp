@@ -156,14 +156,8 @@ void TypeLinks::AppendDeclaration(std::string& html, std::string_view text, std:
       expectsType = IsWord(here, "As") || IsWord(here, "Of") || IsWord(here, "Implements") ||
                     IsWord(here, "Inherits") || (expectsType && IsWord(here, "New")) || goesOn;
     }
-    const std::string_view kind = ColourClass(here.Kind);
-    if (kind.empty()) {
-      AppendText(html, here.Text);
-    } else {
-      html.append("<span class=\"").append(kind).append("\">");
-      AppendText(html, here.Kind == TokenKind::Keyword ? AsWritten(here.Text, isNet) : here.Text);
-      html.append("</span>");
-    }
+    const bool isKeyword = here.Kind == TokenKind::Keyword;
+    AppendColoured(html, here.Kind, isKeyword ? AsWritten(here.Text, isNet) : here.Text);
   }
 }
 
