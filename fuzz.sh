@@ -29,7 +29,7 @@ build_preset asan fuzz_targets
 options_of() {
   case "$1" in
     ProjectFuzz|GroupFuzz) echo "-dict=fuzz/dictionaries/project.dict -max_len=8192" ;;
-    ModuleFuzz|ControlsFuzz|WriteFuzz|ColourFuzz|UsesFuzz)
+    ModuleFuzz|ControlsFuzz|WriteFuzz|ColourFuzz|SourceTokensFuzz|UsesFuzz)
       echo "-dict=fuzz/dictionaries/basic.dict -max_len=8192" ;;
     TypeLibFuzz) echo "-max_len=65536" ;;
     AssemblyFuzz|MetadataFuzz|SetFuzz) echo "-max_len=16384" ;;

@@ -89,14 +89,13 @@
   function ownerOf(row) { return folders[row[3]].replace(/\/$/, ""); }
 
   function search(query) {
-    var parts = query.split(/[.\/~ ]+/).filter(Boolean), found = [[], [], [], []], count = 0;
+    var parts = query.split(/[.\/~ ]+/).filter(Boolean), found = [[], [], [], []];
     for (var p = 0; p < pieces.length; ++p) {
       var rows = pieces[p] || [];
       for (var i = 0; i < rows.length; ++i) {
         var rank = rankOf(rows[i], query, parts);
         if (rank < 0 || found[rank].length >= most) continue;
         found[rank].push(rows[i]);
-        ++count;
       }
     }
     return [].concat(found[0], found[1], found[2], found[3]).slice(0, most);

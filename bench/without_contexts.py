@@ -12,12 +12,20 @@ import pathlib
 import re
 import sys
 
-# The clause of a function-try-block: nothing but a context, and the failure goes on.
-CLAUSE = re.compile(
-    r"\} catch \(VendrelError& failure\) \{\s*"
-    r"failure\s*\.AddContext\((?:[^;\"]|\"(?:[^\"\\]|\\.)*\")*\);\s*throw;\s*\}")
+# The clause of a function-try-block: its words are those of diagnostics/Context.h.
+CLAUSE = re.compile(r"VENDREL_CONTEXT(?:_AT)?\(")
 # The `try` between the head of a function and its body or its initialisers.
-TRY = re.compile(r"(\)(?: const)?) try(?= [:{])")
+TRY = re.compile(r"(\)(?: const)?(?: -> [^\n{;]*)?) try(?= [:{])")
+
+
+def behind_arguments(text, at):
+    """Where the parenthesis that was opened before `at` is closed; strings are stepped over."""
+    depth = 1
+    for token in re.finditer(r'"(?:[^"\\]|\\.)*"|[()]', text[at:]):
+        depth += {"(": 1, ")": -1}.get(token.group(), 0)
+        if depth == 0:
+            return at + token.end()
+    return None
 
 
 def without_contexts(text, name):
@@ -25,11 +33,11 @@ def without_contexts(text, name):
     count = 0
     while clause := CLAUSE.search(text):
         heads = list(TRY.finditer(text, 0, clause.start()))
-        if not heads or "catch (VendrelError& failure)" in text[heads[-1].end():clause.start()]:
+        end = behind_arguments(text, clause.end())
+        if not heads or end is None:
             sys.exit(f"{name}: the clause at character {clause.start()} belongs to no function")
         head = heads[-1]
-        text = (text[:head.start()] + head.group(1) + text[head.end():clause.start()] + "}" +
-                text[clause.end():])
+        text = text[:head.start()] + head.group(1) + text[head.end():clause.start()] + text[end:]
         count += 1
     return text, count
 
@@ -40,7 +48,9 @@ def main():
     for path in sorted(source.rglob("*")):
         if path.suffix not in (".h", ".cpp"):
             continue
-        text, found = without_contexts(path.read_text(), path)
+        text, found = path.read_text(), 0
+        if path.name != "Context.h":
+            text, found = without_contexts(text, path)
         count += found
         copy = target / path.relative_to(source)
         copy.parent.mkdir(parents=True, exist_ok=True)

@@ -52,13 +52,6 @@ std::string ValueChange(const Change& change) {
       .append(Quoted(change.After));
 }
 
-std::string PluralOf(std::string word) {
-  if (word.ends_with('s')) return word;
-  if (!word.ends_with('y')) return word + "s";
-  word.pop_back();
-  return word + "ies";
-}
-
 // What happened to the whole: "text" where its lines alone are others.
 ChangeKind EntryKind(const std::vector<Change>& entry) {
   if (entry.size() == 1 && IsOfWhole(entry.front())) return entry.front().Kind;
@@ -146,9 +139,7 @@ std::string ChangeWriter::Summary() const {
   for (const auto& [kind, words] : mCounts)
     for (const auto& [word, count] : words)
       text.append(text.empty() ? "" : ", ")
-          .append(std::to_string(count))
-          .append(" ")
-          .append(count == 1 ? word : PluralOf(word))
+          .append(CountedWith(static_cast<std::size_t>(count), word))
           .append(" ")
           .append(ChangeName(kind));
   return text.empty() ? "no difference" : text;

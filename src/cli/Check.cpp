@@ -216,7 +216,8 @@ void Check::CheckProjects(std::vector<std::string> paths) {
 void Check::CheckGroup(const std::string& path) {
   const auto group = LoadGroup(path, mArguments.Common, mStreams, LoadDepth::ProjectFile);
   mCounts.Unread += group->Diagnostics.CountOf(DiagnosticCode::MissingProject) +
-                    group->Diagnostics.CountOf(DiagnosticCode::UnreadProject);
+                    group->Diagnostics.CountOf(DiagnosticCode::UnreadProject) +
+                    group->Diagnostics.CountOf(DiagnosticCode::UnreadableFile);
   Tell(group->Diagnostics);
   std::vector<std::string> paths;
   for (const VBProject& member : group->AllVBProjects())
@@ -237,9 +238,6 @@ void Check::CheckModules(const std::string& folder) {
   ProjectCheck check(mSettings, mArguments.Verbose);
   const auto project = LoadFolderOfModules(folder, mArguments.Common, mStreams, LoadDepth::Modules,
                                            [&](VBProject& one) { check.Prepare(one); });
-  if (!project)
-    throw ToolError(
-        exNo, folder + ": no project (.vbp, .vbproj) and no module lies in or below this folder");
   check.Run(*project);
   Take(*project, check.Findings);
 }

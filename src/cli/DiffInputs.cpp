@@ -73,12 +73,7 @@ class InputPair {
     return Compare(*first, *second);
   }
   std::shared_ptr<VBProject> LoadModules(const std::string& path) {
-    auto project = LoadFolderOfModules(path, mCommon, mStreams, LoadDepth::Modules, {});
-    if (!project)
-      throw ToolError(exNo, path +
-                                ": no project (.vbp, .vbproj) and no module lies in or below "
-                                "this folder");
-    return project;
+    return LoadFolderOfModules(path, mCommon, mStreams, LoadDepth::Modules, {});
   }
 
   // Project files below a folder, by their folded path as seen from it.

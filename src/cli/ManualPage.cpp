@@ -4,6 +4,8 @@
 
 #include "cli/CommandPages.h"
 #include "cli/Tool.h"
+#include "core/Ascii.h"
+#include "output/HtmlText.h"
 
 namespace vendrel::cli {
 namespace {
@@ -45,11 +47,14 @@ class Roff final : public Form {
  public:
   explicit Roff(std::ostream& out) : mOut(out) {}
   void Begin(std::string_view title, std::string_view purpose) override {
-    mOut << ".TH " << UpperOf(title) << " 1 \"\" \"" << ToolVersion() << "\"\n.SH NAME\n"
+    mOut << ".TH " << Escaped(UpperAscii(title)) << " 1 \"\" \"" << ToolVersion()
+         << "\"\n.SH NAME\n"
          << Escaped(title) << " \\- " << Escaped(purpose) << '\n';
   }
   void End() override {}
-  void Section(std::string_view title) override { mOut << ".SH " << UpperOf(title) << '\n'; }
+  void Section(std::string_view title) override {
+    mOut << ".SH " << Escaped(UpperAscii(title)) << '\n';
+  }
   void Command(const CommandFacts& command) override {
     mOut << ".SS " << Escaped(command.Name) << '\n';
   }
@@ -61,11 +66,6 @@ class Roff final : public Form {
   }
 
  private:
-  static std::string UpperOf(std::string_view text) {
-    std::string upper;
-    for (const char c : text) upper += c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
-    return Escaped(upper);
-  }
   // A hyphen of an option is one that can be copied; a dot or quote in front is no request.
   static std::string Escaped(std::string_view text) {
     std::string escaped;
@@ -125,16 +125,7 @@ class Html final : public Form {
  private:
   static std::string Escaped(std::string_view text) {
     std::string escaped;
-    for (const char c : text) {
-      if (c == '&')
-        escaped += "&amp;";
-      else if (c == '<')
-        escaped += "&lt;";
-      else if (c == '>')
-        escaped += "&gt;";
-      else
-        escaped += c;
-    }
+    AppendHtml(escaped, text);
     return escaped;
   }
   void CloseList() {

@@ -142,6 +142,30 @@ void ProgressOfMany::Add(const VBProject& project) {
 
 void ProgressOfMany::Clear() { HideLine(mWorkspace.Get<Reached>(), mErr); }
 
+ProgressOfPages::ProgressOfPages(const CommonOptions& options, const Streams& streams)
+    : mErr(streams.Err),
+      mIsShowing(ShowsBar(options, streams)),
+      mStart(Clock::now()),
+      mNext(mStart + kPatience) {}
+
+ProgressOfPages::~ProgressOfPages() {
+  if (mIsShown) mErr << "\r\033[K" << std::flush;
+}
+
+void ProgressOfPages::Reach(std::size_t done, std::size_t all, std::size_t files) {
+  mFiles = files;
+  LookForSignal();
+  if (!mIsShowing || Clock::now() < mNext) return;
+  mNext = Clock::now() + kStep;
+  mIsShown = true;
+  const double share = static_cast<double>(done) / static_cast<double>(std::max(all, done));
+  const double seconds = std::max(SecondsSince(mStart), 0.001);
+  mErr << "\r\033[K" << BarOf(share) << CountedWith(files, "page") << ", "
+       << std::lround(static_cast<double>(files) / seconds) << " pages a second";
+  if (share > 0.02) mErr << ", " << Duration(seconds * (1 - share) / share) << " left";
+  mErr << std::flush;
+}
+
 std::string ReachedSoFar() {
   const Reached& reached = InUse<Reached>();
   if (reached.Path.empty() && reached.Projects > 0)  // they were read side by side

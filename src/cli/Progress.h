@@ -54,6 +54,26 @@ class ProgressOfMany {
   bool mIsShowing;
 };
 
+/// A bar on the terminal while the pages of a site are written. A signal that comes meanwhile stops
+/// it between two files.
+class ProgressOfPages {
+ public:
+  ProgressOfPages(const CommonOptions& options, const Streams& streams);
+  ~ProgressOfPages();
+  ProgressOfPages(const ProgressOfPages&) = delete;
+  ProgressOfPages& operator=(const ProgressOfPages&) = delete;
+  void Reach(std::size_t done, std::size_t all, std::size_t files);
+  /// How many files of the site there are.
+  std::size_t Files() const { return mFiles; }
+
+ private:
+  const InterruptHold mHold;
+  std::ostream& mErr;
+  bool mIsShowing, mIsShown = false;
+  std::size_t mFiles = 0;
+  std::chrono::steady_clock::time_point mStart, mNext;
+};
+
 /// "12 of 97 modules of /p/Shop.vbp had been read; " where a load was under way, else nothing.
 std::string ReachedSoFar();
 

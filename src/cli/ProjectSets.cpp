@@ -74,11 +74,7 @@ int VisitFolder(const std::string& path, const CommonOptions& options, const Str
   }
   code = Worse(code, ReportList(told, options, streams.Err));
   if (!files.empty()) return code;
-  const auto project = LoadFolderOfModules(path, options, streams, depth, prepare);
-  if (!project)
-    throw ToolError(
-        Worse(code, exNo),
-        path + ": no project (.vbp, .vbproj) and no module lies in or below this folder");
+  const auto project = LoadFolderOfModules(path, options, streams, depth, prepare, code);
   visit(*project);
   return Worse(code, ReportDiagnostics(*project, options, streams.Err));
 }
@@ -128,6 +124,13 @@ std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonO
   ApplyToProcess(options);
   auto group = std::make_shared<VBProjectGroup>();
   if (streams.Lasting) streams.Lasting->push_back(group);
+  // A line that fails is kept, as it is in a project that is loaded alone: each is loaded so below,
+  // and tells it then.
+  group->BeforeLoad = [](VBProject& project) {
+    project.OnLineFailure = [](const VendrelError&, std::string_view, std::int32_t) {
+      return StepOver::SkipLine;
+    };
+  };
   const std::string evidence = UseCodePageFor(AbsolutePath(path), options);
   try {
     if (!group->Load(AbsolutePath(path), true, true))

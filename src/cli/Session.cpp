@@ -289,9 +289,16 @@ std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOption
 std::shared_ptr<VBProject> LoadFolderOfModules(const std::string& path,
                                                const CommonOptions& options, const Streams& streams,
                                                LoadDepth depth,
-                                               const std::function<void(VBProject&)>& prepare) {
-  const std::vector<FileSystemObject> files = ModuleFilesBelow(path);
-  if (files.empty()) return nullptr;
+                                               const std::function<void(VBProject&)>& prepare,
+                                               int soFar) {
+  std::vector<FileSystemObject> files = SourceFilesBelow(path);
+  std::erase_if(files, [](const FileSystemObject& file) {
+    return !ModuleKindOfExtension(file.Extension());  // those of VB.NET need a project
+  });
+  if (files.empty())
+    throw ToolError(
+        Worse(soFar, exNo),
+        path + ": no project (.vbp, .vbproj) and no module lies in or below this folder");
   ApplyToProcess(options);
   const SourceCache::Scope readOnce;
   auto project = LoadWithCodePage(files.front().FullPath(), InputKind::Module, options);
@@ -309,15 +316,6 @@ std::shared_ptr<VBProject> LoadFolderOfModules(const std::string& path,
   bar.Finish();
   ApplyCommentFile(*project, options);
   return project;
-}
-
-std::vector<FileSystemObject> ModuleFilesBelow(const std::string& path) {
-  std::vector<FileSystemObject> files;
-  FileSystemObject(AbsolutePath(path)).FindFiles("*", 0, files);
-  std::erase_if(files, [](const FileSystemObject& file) {
-    return !ModuleKindOfExtension(file.Extension()) || IsBackupPath(file.NativePath());
-  });
-  return files;
 }
 
 bool IsOfWebEditor(const FileSystemObject& file) {

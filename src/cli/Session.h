@@ -40,17 +40,16 @@ std::shared_ptr<VBProject> LoadInput(const std::string& path, const CommonOption
                                      const std::function<void(VBProject&)>& prepare = {});
 
 /// Loads the modules in and below a folder as one project named after the folder: exported code has
-/// no project file. Null if there are none.
+/// no project file. Raises a `ToolError` where there are none; its code is `soFar`, what came out
+/// before, if that is worse.
 std::shared_ptr<VBProject> LoadFolderOfModules(const std::string& path,
                                                const CommonOptions& options, const Streams& streams,
                                                LoadDepth depth,
-                                               const std::function<void(VBProject&)>& prepare);
+                                               const std::function<void(VBProject&)>& prepare,
+                                               int soFar = exDone);
 
-/// The module files in and below a folder, in the order of their paths. What lies in folders of
-/// backups is none.
-std::vector<FileSystemObject> ModuleFilesBelow(const std::string& path);
-
-/// The same with source files of VB.NET.
+/// The module files in and below a folder, and source files of VB.NET, in the order of their paths.
+/// What lies in folders of backups is none, nor are the notes of web editors.
 std::vector<FileSystemObject> SourceFilesBelow(const std::string& path);
 /// A web editor keeps notes on each file under its name, in a folder beside it.
 bool IsOfWebEditor(const FileSystemObject& file);

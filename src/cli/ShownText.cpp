@@ -173,11 +173,16 @@ std::string ShownSource(std::string_view source) {
 }
 
 std::string CountedWith(std::size_t count, std::string_view singular) {
-  std::string text = std::to_string(count).append(" ").append(singular);
-  if (count == 1) return text;
-  if (!text.ends_with("y")) return text + "s";
-  text.pop_back();
-  return text + "ies";
+  return std::to_string(count).append(" ").append(count == 1 ? std::string(singular)
+                                                             : PluralOf(singular));
+}
+
+std::string PluralOf(std::string_view singular) {
+  std::string word(singular);
+  if (word.ends_with('s')) return word;
+  if (!word.ends_with('y')) return word + "s";
+  word.pop_back();
+  return word + "ies";
 }
 
 std::string CountOf(std::size_t count, std::string_view singular) {

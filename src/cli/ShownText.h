@@ -25,6 +25,8 @@ std::string ShownSource(std::string_view source);
 
 /// "0 modules", "1 module", "2 properties".
 std::string CountedWith(std::size_t count, std::string_view singular);
+/// "modules", "properties"; a word that ends in "s" stays.
+std::string PluralOf(std::string_view singular);
 /// The same; empty for none.
 std::string CountOf(std::size_t count, std::string_view singular);
 

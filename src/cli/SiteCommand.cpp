@@ -1,8 +1,10 @@
+#include <cstring>
 #include <memory>
 
 #include "cli/AssemblySet.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
+#include "cli/Progress.h"
 #include "cli/Report.h"
 #include "cli/ShownText.h"
 #include "dotnet/Sources.h"
@@ -75,11 +77,7 @@ class LoadedEstate {
     }
     code = Worse(code, ReportList(told, mOptions, mStreams.Err));
     if (!files.empty()) return code;
-    auto project = LoadFolderOfModules(path, mOptions, mStreams, LoadDepth::Modules, {});
-    if (!project)
-      throw ToolError(
-          Worse(code, exNo),
-          path + ": no project (.vbp, .vbproj) and no module lies in or below this folder");
+    auto project = LoadFolderOfModules(path, mOptions, mStreams, LoadDepth::Modules, {}, code);
     code = Worse(code, ReportDiagnostics(*project, mOptions, mStreams.Err));
     Take(std::move(project));
     return code;
@@ -121,6 +119,23 @@ std::string NativeOf(const std::string& path) {
   return FileSystemObject(AbsolutePath(path)).NativePath();
 }
 
+// A signal ends the run between two files, and what there is by then is said.
+site::FileCounts WriteOrTell(const LoadedEstate& estate, const SiteArguments& arguments,
+                             site::SiteOptions& options, const Streams& streams) {
+  ProgressOfPages progress(arguments.Common, streams);
+  options.Progress = [&](std::size_t done, std::size_t all, std::size_t files) {
+    progress.Reach(done, all, files);
+  };
+  try {
+    return site::WriteSite(estate.All(), NativeOf(arguments.To), options);
+  } catch (const Interrupted& interrupt) {
+    throw ToolError(static_cast<ExitCode>(SignalBase + interrupt.Signal),
+                    std::string("interrupted (") + strsignal(interrupt.Signal) + "); " +
+                        CountedWith(progress.Files(), "page") + " stood in " + Shown(arguments.To) +
+                        " by then, and the same command goes on from there");
+  }
+}
+
 int RunSite(const SiteArguments& arguments, const Streams& streams) {
   LoadedEstate estate(arguments.Common, streams);
   int code = estate.Load(arguments.Paths);
@@ -144,7 +159,7 @@ int RunSite(const SiteArguments& arguments, const Streams& streams) {
     for (VBProject* project : old.All()) before.Add(*project);
     options.Before = &before;
   }
-  const site::FileCounts counts = site::WriteSite(estate.All(), NativeOf(arguments.To), options);
+  const site::FileCounts counts = WriteOrTell(estate, arguments, options, streams);
   streams.Out << Shown(arguments.To) << ": " << CountedWith(counts.Written, "file") << " written, "
               << counts.Unchanged << " unchanged, " << counts.Removed << " removed\n";
   return code;

@@ -215,6 +215,12 @@ void SourceScan::OpenKept(const TypeStatement& type) {
   mTypes.push_back({component, type.Underlying, component->CurrentBlock, !isNew,
                     component->EventDeclarations.Count(), component->Declarations.Count(),
                     component->Interfaces.Count()});
+  if (const Block* section = isNew ? nullptr : component->Blocks.FirstOfType(btDeclarations)) {
+    if (const Variables* fields = section->Variables.IfAny())
+      mTypes.back().Variables = fields->Count();
+    if (const Constants* fields = section->Constants.IfAny())
+      mTypes.back().Constants = fields->Count();
+  }
 }
 
 // The line that closes a type. That of an enumeration is read: it closes the list of members.
@@ -255,6 +261,14 @@ void SourceScan::NotePlaces(const OpenType& part) {
     NotePlace(*component.Declarations.Item(i + 1));
   for (std::size_t i = part.Interfaces; i < component.Interfaces.Count(); ++i)
     NotePlace(*component.Interfaces.Item(i + 1));
+  if (const Block* section = component.Blocks.FirstOfType(btDeclarations)) {
+    const Variables* variables = section->Variables.IfAny();
+    for (std::size_t i = part.Variables; variables && i < variables->Count(); ++i)
+      NotePlace(*variables->Item(i + 1));
+    const Constants* constants = section->Constants.IfAny();
+    for (std::size_t i = part.Constants; constants && i < constants->Count(); ++i)
+      NotePlace(*constants->Item(i + 1));
+  }
   for (const WeakHandle<Block>& block : part.Blocks) {
     if (!block) continue;
     if (const Variables* variables = block->Variables.IfAny())

@@ -75,9 +75,11 @@ class SourceScan {
     std::string Underlying;
     /// The first block of this part of the type.
     WeakHandle<Block> FirstBlock = {};
-    /// What the type had of earlier parts: events, declares and interfaces.
+    /// What the type had of earlier parts: events, declares, interfaces, and in the section of its
+    /// declarations fields, to which those behind procedures go.
     bool IsLaterPart = false;
     std::size_t Events = 0, Declares = 0, Interfaces = 0;
+    std::size_t Variables = 0, Constants = 0;
     /// Blocks that lines of a later part went to.
     std::vector<WeakHandle<Block>> Blocks = {};
   };

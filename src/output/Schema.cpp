@@ -4,6 +4,7 @@
 
 #include "output/Describe.h"
 #include "output/Dump.h"
+#include "output/PropertyMeanings.h"
 
 namespace vendrel {
 namespace {
@@ -69,6 +70,8 @@ Json SchemaOf(const ClassDescription& description) {
     const PropertyDescription& property = description.AllProperties[i];
     const std::string name(property.Name);
     properties[name] = SchemaOf(property);
+    if (const std::string_view meaning = MeaningOf(description.Name, name); !meaning.empty())
+      properties[name]["description"] = meaning;
     if (!property.Names.empty()) properties[name + "Name"] = WordsOf(property);
   }
   if (description.Kind == ElementKind::VBProject) properties["Version"] = TypeNamed("string");

@@ -1,7 +1,11 @@
 #include "model/Components.h"
 
+#include <optional>
+
+#include "core/Ascii.h"
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
+#include "model/DuplicateKey.h"
 #include "project/EnumerationValues.h"
 #include "project/ModulesAhead.h"
 #include "project/VBProject.h"
@@ -28,6 +32,14 @@ class ReadsAhead {
   const bool mIsOutermost;
 };
 
+// What two modules of one name are called in a diagnostic: by their files, where both have some.
+std::string ClashOf(const Component& first, const Component& second) {
+  const std::string a = first.FileName.LeafName(), b = second.FileName.LeafName();
+  if (a.empty() || b.empty()) return "module";
+  return EqualsNoCaseAscii(a, b) ? "module of the file " + a + ":"
+                                 : "name of two modules, " + a + " and " + b + ":";
+}
+
 }  // namespace
 
 bool Components::Add(std::shared_ptr<Component> item, std::string_view key, const Position&,
@@ -35,12 +47,10 @@ bool Components::Add(std::shared_ptr<Component> item, std::string_view key, cons
   vendrel::VBProject* project = VBProject();
   const bool scoped = DiagnosticScope::Current() != nullptr;
   if (!key.empty() && mCol.HasKey(key)) {
-    if (!scoped && project) {
-      const DiagnosticScope scope(&project->Diagnostics, project->FileName.FullPath());
-      ReportDuplicateKey("Components", key);
-    } else {
-      ReportDuplicateKey("Components", key);
-    }
+    const std::string told = ClashOf(*mCol.Find(key), *item);
+    std::optional<DiagnosticScope> scope;
+    if (!scoped && project) scope.emplace(&project->Diagnostics, project->FileName.FullPath());
+    ReportDuplicateKey("Components", key, told);
     return false;
   }
   mCol.Insert(std::move(item), key);

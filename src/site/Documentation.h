@@ -28,7 +28,6 @@ struct Documentation {
   std::vector<Entry> SeeAlso;
   bool IsNew = false;
 
-  bool IsEmpty() const { return Summary.empty() && Remarks.empty() && Value.empty(); }
   std::string_view Parameter(std::string_view name) const;
 };
 

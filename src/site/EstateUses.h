@@ -2,6 +2,7 @@
 // What names in statements mean, and who uses what: the one place where pages ask the binder.
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string_view>
@@ -11,13 +12,16 @@
 
 namespace vendrel::site {
 
-/// A name in a line of source that means an element. Columns count characters from 1; the end is
-/// the first one behind.
+struct ProjectEntry;
+struct SourceEntry;
+
+/// A name in a line of source that means an element. Lines and columns, in characters, count
+/// from 1.
 struct BoundName {
   std::int32_t Line = 0;
   std::int32_t Column = 0;
-  std::int32_t EndColumn = 0;
   const CodeElement* Element = nullptr;
+  bool IsDeclaration = false;
 };
 
 /// That one element uses another.
@@ -32,17 +36,25 @@ struct ElementUse {
   std::string_view Kind;
 };
 
-/// The uses of all projects of a site, gathered once.
+/// The uses of all projects of a site. Names are given away file by file and not kept; who uses
+/// whom is, but for names within procedures.
 class EstateUses {
  public:
-  /// Names of VB.NET source are not bound.
-  explicit EstateUses(const std::vector<VBProject*>& projects);
+  /// The names of a file in the order of their places.
+  using TakeNames = std::function<void(const SourceEntry&, std::span<const BoundName>)>;
+
+  EstateUses();
   ~EstateUses();
   EstateUses(const EstateUses&) = delete;
   EstateUses& operator=(const EstateUses&) = delete;
 
-  /// The names of a module in the order of their places.
-  std::span<const BoundName> NamesIn(const Component& module) const;
+  /// Binds the names of a project, and gives each of its files away once.
+  void Bind(const ProjectEntry& project, const TakeNames& take);
+  /// All projects are bound: from here on users are known.
+  void Finish();
+  /// Nothing will be asked for any more.
+  void Release();
+
   /// Who uses an element, one entry for each user and kind, in the order of their places.
   std::vector<ElementUse> UsersOf(const CodeElement& element) const;
   /// What an element uses.

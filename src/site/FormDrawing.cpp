@@ -3,101 +3,18 @@
 #include "site/FormDrawing.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cstdio>
-#include <unordered_map>
 
 #include "core/Ascii.h"
+#include "site/FormParts.h"
 #include "site/SiteHtml.h"
 #include "site/SiteRun.h"
 
 namespace vendrel::site {
 namespace {
 
-constexpr double kTwipsPerDot = 15;
 constexpr std::size_t kMostDrawn = 2000;
 constexpr int kDeepestDrawn = 40;
-constexpr double kLargest = 20000;  // dots; what is larger was no size
 constexpr double kMenuHeight = 20;
-
-using PropertyMap = std::unordered_map<std::string, std::string>;
-
-PropertyMap PropertiesOf(const VBControl& control) {
-  PropertyMap properties;
-  for (ControlProperty& property : control.ControlProperties()) {
-    if (property.Depth > 0) continue;
-    // A place in the companion file is nothing to be shown.
-    if (property.Kind == ControlValue::Companion || property.Kind == ControlValue::List)
-      property.Value = property.Items.empty() ? std::string() : property.Items.front();
-    properties.emplace(LowerAscii(property.Name), std::move(property.Value));
-  }
-  return properties;
-}
-
-double NumberOf(const PropertyMap& properties, std::string_view name, double otherwise) {
-  const auto found = properties.find(std::string(name));
-  if (found == properties.end()) return otherwise;
-  double number = otherwise;
-  const std::string& text = found->second;
-  std::from_chars(text.data(), text.data() + text.size(), number);
-  return std::clamp(number, -kLargest * kTwipsPerDot, kLargest * kTwipsPerDot);
-}
-
-std::string TextOf(const PropertyMap& properties, std::string_view name) {
-  const auto found = properties.find(std::string(name));
-  return found == properties.end() ? std::string() : found->second;
-}
-
-// "&H00BBGGRR&", or a colour of the system by its number.
-std::string ColourOf(const PropertyMap& properties, std::string_view name, std::string otherwise) {
-  std::string text = TextOf(properties, name);
-  if (!StartsWithNoCaseAscii(text, "&H")) return otherwise;
-  std::uint32_t colour = 0;
-  std::from_chars(text.data() + 2, text.data() + text.size(), colour, 16);
-  if (colour & 0x80000000u) switch (colour & 0xFF) {
-      case 5: return "#ffffff";
-      case 8: return "#000000";
-      case 12: return "#ababab";
-      case 13: return "#0a64ad";
-      case 15: return "#f0f0f0";
-      case 24: return "#ffffe1";
-      default: return otherwise;
-    }
-  char digits[8];
-  std::snprintf(digits, sizeof digits, "#%02x%02x%02x", colour & 0xFF, (colour >> 8) & 0xFF,
-                (colour >> 16) & 0xFF);
-  return digits;
-}
-
-std::string Dots(double number) {
-  char text[32];
-  std::snprintf(text, sizeof text, "%.1f", number);
-  std::string dots(text);
-  if (dots.ends_with(".0")) dots.resize(dots.size() - 2);
-  return dots == "-0" ? "0" : dots;
-}
-
-std::string Rectangle(double width, double height, std::string_view fill, std::string_view stroke,
-                      std::string_view more = {}) {
-  std::string svg = "<rect x=\".5\" y=\".5\" width=\"" + Dots(std::max(0.0, width - 1)) +
-                    "\" height=\"" + Dots(std::max(0.0, height - 1)) + "\" fill=\"";
-  return svg.append(fill)
-      .append("\" stroke=\"")
-      .append(stroke)
-      .append("\"")
-      .append(more)
-      .append("/>");
-}
-
-// As much of the text as about fits into `width`.
-std::string Label(double x, double y, std::string_view text, double width,
-                  std::string_view more = {}) {
-  if (text.empty()) return {};
-  const auto most = static_cast<std::size_t>(std::max(2.0, width / 4.5));
-  return "<text x=\"" + Dots(x) + "\" y=\"" + Dots(y) + "\" font-size=\"11\"" + std::string(more) +
-         ">" + Text(Shortened(WithoutAccessKey(text), std::min<std::size_t>(most, 300))) +
-         "</text>";
-}
 
 bool IsOneOfTypes(std::string_view type, std::initializer_list<std::string_view> words) {
   for (const std::string_view word : words)
@@ -218,7 +135,8 @@ class FormPainter {
   }
 
   std::string Link(const VBControl& control) const {
-    std::string svg = "<a href=\"" + mRun.Map.Of(&control).Leaf + "\"><title>";
+    std::string svg = "<a href=\"";
+    svg.append(mRun.Map.LeafOf(control)).append("\"><title>");
     AppendPlain(svg, control.Name + ", " + control.ProgID);
     return svg.append("</title>");
   }
@@ -275,12 +193,16 @@ class FormPainter {
       mSvg.append(isRound ? "<circle cx=\"7\" cy=\"" : "<rect x=\"1.5\" y=\"");
       mSvg.append(Dots(isRound ? height / 2 : height / 2 - 6));
       mSvg.append(isRound ? "\" r=\"5.5\"" : "\" width=\"11\" height=\"11\"");
-      mSvg.append(" fill=\"#ffffff\" stroke=\"#59636e\"/>")
-          .append(Label(18, middle, caption, width - 18));
+      mSvg.append(" fill=\"#ffffff\" stroke=\"#59636e\"/>");
+      const std::string value = TextOf(properties, "value");
+      if (!value.empty() && value != "0") PaintMark(isRound, height / 2);
+      mSvg.append(Label(18, middle, caption, width - 18));
     } else if (IsOneOfTypes(type, {"Frame"})) {
       PaintFrame(ColourOf(properties, "backcolor", "#f0f0f0"), caption, width, height);
     } else if (IsOneOfTypes(type, {"Shape"})) {
-      mSvg.append(Rectangle(width, height, "none", ColourOf(properties, "bordercolor", "#444444")));
+      PaintShape(properties, width, height);
+    } else if (IsOneOfTypes(type, {"HScrollBar", "VScrollBar"})) {
+      PaintScrollBar(width, height);
     } else if (IsOneOfTypes(type, {"PictureBox"})) {
       const bool hasBorder = TextOf(properties, "borderstyle") != "0";
       mSvg.append(Rectangle(width, height, ColourOf(properties, "backcolor", "#f0f0f0"),
@@ -288,6 +210,46 @@ class FormPainter {
     } else {
       PaintField(control, type, properties, width, height);
     }
+  }
+
+  // What is chosen.
+  void PaintMark(bool isRound, double middle) {
+    const std::string y = Dots(middle);
+    if (isRound)
+      mSvg.append("<circle cx=\"7\" cy=\"").append(y).append("\" r=\"2.5\" fill=\"#33393f\"/>");
+    else
+      mSvg.append("<path d=\"M4 ")
+          .append(y)
+          .append(" l2.5 3 l4 -6\" fill=\"none\" stroke=\"#33393f\" stroke-width=\"1.6\"/>");
+  }
+
+  // Rectangle, square, oval, circle, and the first two with round corners.
+  void PaintShape(const PropertyMap& properties, double width, double height) {
+    const double shape = NumberOf(properties, "shape", 0);
+    const bool isRound = shape == 2 || shape == 3;
+    const bool isEven = shape == 1 || shape == 3 || shape == 5;
+    const double left = isEven ? std::max(0.0, width - height) / 2 : 0;
+    const double top = isEven ? std::max(0.0, height - width) / 2 : 0;
+    const double x = width - 2 * left, y = height - 2 * top;
+    mSvg.append("<rect x=\"").append(Dots(left)).append("\" y=\"").append(Dots(top));
+    mSvg.append("\" width=\"").append(Dots(x)).append("\" height=\"").append(Dots(y));
+    mSvg.append("\" rx=\"").append(Dots(isRound ? x / 2 : shape >= 4 ? 6 : 0)).append("\" ry=\"");
+    mSvg.append(Dots(isRound ? y / 2 : shape >= 4 ? 6 : 0)).append("\" fill=\"none\" stroke=\"");
+    mSvg.append(ColourOf(properties, "bordercolor", "#444444")).append("\"/>");
+  }
+
+  void PaintScrollBar(double width, double height) {
+    mSvg.append(Rectangle(width, height, "#e1e5ea", "#9aa4ae"));
+    const bool isFlat = width >= height;
+    const double arrow = std::min(isFlat ? width : height, 14.0) / 2;
+    const std::string middle = Dots((isFlat ? height : width) / 2);
+    const std::string end = Dots((isFlat ? width : height) - arrow);
+    mSvg.append("<path fill=\"#59636e\" d=\"");
+    if (isFlat)
+      mSvg.append("M4 " + middle + " l5 -4 v8 z M" + end + " " + middle + " m3 0 l-5 -4 v8 z");
+    else
+      mSvg.append("M" + middle + " 4 l-4 5 h8 z M" + middle + " " + end + " m0 3 l-4 -5 h8 z");
+    mSvg.append("\"/>");
   }
 
   // The caption interrupts the line.
@@ -341,17 +303,6 @@ class FormPainter {
 };
 
 }  // namespace
-
-std::string WithoutAccessKey(std::string_view caption) {
-  std::string shown;
-  for (std::size_t i = 0; i < caption.size(); ++i) {
-    const bool isMark = caption[i] == '&';
-    const bool isDoubled = isMark && caption.substr(i + 1).starts_with('&');
-    i += isDoubled;
-    if (!isMark || isDoubled) shown += caption[i];
-  }
-  return shown;
-}
 
 void AppendFormPicture(std::string& html, const SiteRun& run, const Component& form) {
   if (!form.VBControl || !form.SourceForm) return;

@@ -34,8 +34,8 @@ class Handlers {
 
 std::string ControlRow(const SiteRun& run, const ModuleEntry& module, const VBControl& control,
                        int depth, const Handlers& handlers) {
-  const std::string leaf = run.Map.Of(&control).Leaf;
-  std::string row = "<tr id=\"" + leaf.substr(leaf.find('#') + 1) + "\"><td class=\"first\"><div";
+  std::string row = "<tr id=\"";
+  row.append(AnchorOfLeaf(run.Map.LeafOf(control))).append("\"><td class=\"first\"><div");
   if (depth > 0) row.append(" class=\"d").append(std::to_string(std::min(depth, 8))).append("\"");
   row.append(">").append(Name(control.Name));
   if (const Address source = run.Map.SourceOf(control))
@@ -70,7 +70,7 @@ void WriteFormPage(const SiteRun& run, const ModuleEntry& module) {
   const Handlers handlers(form);
   for (std::size_t from = 0; from < controls.size(); from += kFieldsOnPage) {
     const std::size_t number = from / kFieldsOnPage;
-    Page page = PageIn(run, module, PageOfControls(number),
+    Page page = PageIn(module, PageOfControls(number),
                        number == 0 ? "Controls" : "Controls, page " + std::to_string(number + 1));
     AppendHeading(page, "controls of " + module.Name, page.Title);
     if (number == 0) AppendFormPicture(page.Content, run, form);

@@ -81,7 +81,7 @@ void AddImplementers(const SiteRun& run, const ProjectEntry& project, PagedList&
 }  // namespace
 
 void WriteHierarchyPages(const SiteRun& run, const ProjectEntry& project) {
-  Page page = PageIn(run, project, "hierarchy.html", "Who derives from whom");
+  Page page = PageIn(project, "hierarchy.html", "Who derives from whom");
   AppendHeading(page, project.Name, page.Title);
   if (run.Graphs) run.Graphs->AppendHierarchy(page.Content, run, project);
   PagedList list(run, std::move(page), "<ul class=\"tree\">\n", "</ul>\n");

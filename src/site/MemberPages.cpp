@@ -88,7 +88,7 @@ void AppendParameters(const SiteRun& run, Page& page, const CodeElement& element
 void AppendTies(const SiteRun& run, Page& page, const MemberEntry& member) {
   std::string facts;
   const auto add = [&](std::string_view term, const std::string& html) {
-    facts.append("<dt>").append(term).append("</dt><dd>").append(html).append("</dd>\n");
+    AppendFact(facts, term, html);
   };
   for (const CodeElement* element : member.Elements) {
     const auto* block = As<Block>(element);
@@ -117,8 +117,8 @@ void AppendTies(const SiteRun& run, Page& page, const MemberEntry& member) {
     implementations.append(implementations.empty() ? "" : ", ");
     implementations.append(LinkTo(run, page.Folder, *element));
   }
-  if (!implementations.empty()) add("Implemented by", implementations);
-  if (!facts.empty()) page.Content.append("<dl class=\"facts\">\n").append(facts).append("</dl>\n");
+  add("Implemented by", implementations);
+  AppendFactList(page.Content, facts);
 }
 
 // Descriptions of the procedures of a property, of overloads: each behind its signature. The
@@ -178,11 +178,9 @@ std::string KindInWords(const MemberEntry& member, const ModuleEntry& module) {
 void WriteMemberPages(const SiteRun& run, const ModuleEntry& module) {
   for (std::size_t i = 0; i < module.Members.size(); ++i) {
     const MemberEntry& member = module.Members[i];
-    Page page = PageIn(run, module, member.Leaf, member.Name);
+    Page page = PageIn(module, member.Leaf, member.Name);
     AddNeighbours(page, "In " + Link("index.html", module.Name), module.Members.size(), i,
-                  [&](std::size_t other) {
-                    return PageLink{module.Members[other].Name, module.Members[other].Leaf};
-                  });
+                  [&](std::size_t other) { return NeighbourOf(module.Members[other]); });
     const bool* isNew = const_cast<CodeElement&>(member.First()).IsNewField();
     AppendHeading(page, KindInWords(member, module), member.Name,
                   TagsOf(run, member.First(), isNew && *isNew));

@@ -23,11 +23,6 @@ std::string Heading(std::string_view id, std::string_view title, std::size_t cou
   return html;
 }
 
-void AppendFact(std::string& html, std::string_view term, std::string_view valueHtml) {
-  if (valueHtml.empty()) return;
-  html.append("<dt>").append(term).append("</dt><dd>").append(valueHtml).append("</dd>\n");
-}
-
 std::string TypeLink(const SiteRun& run, const ModuleEntry& module, std::string_view type) {
   if (type.empty()) return {};
   const std::string href = run.Types.Href(module.Folder, module.Module, type);
@@ -90,7 +85,7 @@ void AppendFacts(const SiteRun& run, const ModuleEntry& module, Page& page) {
     AppendFact(facts, "File",
                Link(HrefFrom(page.Folder, module.Source->AddressOf(0)), module.Source->Path) +
                    ", " + Count(static_cast<std::size_t>(module.Source->Lines), "line"));
-  if (!facts.empty()) page.Content.append("<dl class=\"facts\">\n").append(facts).append("</dl>\n");
+  AppendFactList(page.Content, facts);
 }
 
 // A member on its own page: name, what kind it is, what is said of it.
@@ -113,8 +108,8 @@ std::string MemberRow(const SiteRun& run, const MemberEntry& member, bool tellsK
 std::string FieldRow(const SiteRun& run, const ModuleEntry& module, const FieldEntry& field) {
   constexpr std::size_t kLongestDeclaration = 400;
   const CodeElement& element = *field.Element;
-  std::string row =
-      "<tr id=\"" + field.Leaf.substr(field.Leaf.find('#') + 1) + "\"><td class=\"first\"><code>";
+  std::string row = "<tr id=\"";
+  row.append(AnchorOfLeaf(field.Leaf)).append("\"><td class=\"first\"><code>");
   run.Types.AppendDeclaration(row, Shortened(SignatureText(element), kLongestDeclaration),
                               module.Folder, module.Module);
   row.append("</code>").append(TagsOf(run, element, false));
@@ -125,14 +120,8 @@ std::string FieldRow(const SiteRun& run, const ModuleEntry& module, const FieldE
   row.append("</td>\n<td><div class=\"prose\" dir=\"auto\">");
   AppendProse(row, Shortened(SummaryOf(element), 1500), LinksFor(run, module.Folder, element));
   row.append("</div>");
-  const auto users = run.Uses.UsersOf(element);
-  if (!users.empty()) {
-    row.append("<p class=\"of\">Used by ");
-    for (std::size_t i = 0; i < users.size() && i < 8; ++i)
-      row.append(i > 0 ? ", " : "").append(LinkTo(run, module.Folder, *users[i].Other));
-    if (users.size() > 8) row.append(" and ").append(Number(users.size() - 8)).append(" more");
-    row.append("</p>");
-  }
+  const std::string users = UserLinks(run, module.Folder, element, 8);
+  if (!users.empty()) row.append("<p class=\"of\">Used by ").append(users).append("</p>");
   return row.append("</td></tr>\n");
 }
 
@@ -169,8 +158,7 @@ void AddMemberLists(const SiteRun& run, const ModuleEntry& module, PagedList& li
 void WriteFieldPages(const SiteRun& run, const ModuleEntry& module, std::string_view title,
                      const std::vector<FieldEntry>& fields) {
   for (std::size_t from = 0; from < fields.size(); from += kFieldsOnPage) {
-    const std::string& leaf = fields[from].Leaf;
-    Page page = PageIn(run, module, leaf.substr(0, leaf.find('#')),
+    Page page = PageIn(module, PageOfLeaf(fields[from].Leaf),
                        std::string(title) + ", page " + std::to_string(from / kFieldsOnPage + 1));
     AppendHeading(page, module.Name, page.Title);
     page.Content.append(kOpenTable);
@@ -179,7 +167,7 @@ void WriteFieldPages(const SiteRun& run, const ModuleEntry& module, std::string_
     page.Content.append(kCloseTable).append("<nav class=\"pages\" aria-label=\"Pages\">");
     if (end < fields.size())
       page.Content.append("<a rel=\"next\" href=\"")
-          .append(fields[end].Leaf.substr(0, fields[end].Leaf.find('#')))
+          .append(PageOfLeaf(fields[end].Leaf))
           .append("\">Next page</a>");
     else
       page.Content.append("<span>Last page</span>");
@@ -193,8 +181,8 @@ void AddFields(const SiteRun& run, const ModuleEntry& module, std::string_view i
   if (fields.empty()) return;
   AppendSection(html, id, title, fields.size());
   if (fields.size() > kFieldsOnPage) {
-    html.append("<p>").append(Link(fields.front().Leaf.substr(0, fields.front().Leaf.find('#')),
-                                   "All " + Number(fields.size())));
+    html.append("<p>").append(
+        Link(PageOfLeaf(fields.front().Leaf), "All " + Number(fields.size())));
     html.append("</p>\n");
     return WriteFieldPages(run, module, title, fields);
   }
@@ -215,7 +203,7 @@ void AppendInherited(const SiteRun& run, const ModuleEntry& module, std::string&
     html.append(Count(base->Members.size(), "member")).append("</summary>\n<ul class=\"names\">\n");
     for (std::size_t i = 0; i < base->Members.size() && i < kListedAtMost; ++i)
       html.append("<li>")
-          .append(Link(HrefFrom(module.Folder, {base->Folder, base->Members[i].Leaf}),
+          .append(Link(HrefFrom(module.Folder, {base->Folder, std::string(base->Members[i].Leaf)}),
                        base->Members[i].Name))
           .append("</li>\n");
     html.append("</ul>\n</details>\n");
@@ -226,7 +214,7 @@ void AppendInherited(const SiteRun& run, const ModuleEntry& module, std::string&
 
 void WriteModulePages(const SiteRun& run, const ModuleEntry& module) {
   const Component& component = *module.Module;
-  Page page = PageIn(run, module, "index.html", module.Name);
+  Page page = PageIn(module, "index.html", module.Name);
   const auto& modules = module.Project->Modules;
   AddNeighbours(page, "In " + Link("../index.html", module.Project->Name), modules.size(),
                 module.Index, [&](std::size_t i) {

@@ -1,6 +1,7 @@
 // All names by letter, what search looks through, and what nobody has described.
 
 #include <algorithm>
+#include <deque>
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
@@ -13,61 +14,72 @@ namespace {
 
 constexpr std::size_t kSearchPiece = 400 << 10;
 
+/// A name of the site. There may be millions: texts are those of the map, or of the pool.
 struct NameRow {
-  std::string Key;  // folded
-  std::string Name;
+  std::string_view Key;  // folded
+  std::string_view Name;
   std::string_view Kind;
-  std::string_view Folder;
-  std::string Leaf;
-  const ModuleEntry* Module = nullptr;
+  std::string_view Leaf;
   const ProjectEntry* Project = nullptr;
+  /// Null for projects and namespaces.
+  const ModuleEntry* Module = nullptr;
+  std::string_view Folder() const { return Module ? Module->Folder : Project->Folder; }
 };
 
-void AddRow(std::vector<NameRow>& rows, std::string name, std::string_view kind,
-            std::string_view folder, std::string leaf, const ProjectEntry& project,
-            const ModuleEntry* module) {
-  if (name.empty()) return;
-  std::string key = FoldKey(name);
-  rows.push_back(
-      {std::move(key), std::move(name), kind, folder, std::move(leaf), module, &project});
-}
-
-void AddRowsOf(const SiteRun& run, std::vector<NameRow>& rows, const ModuleEntry& module) {
-  const ProjectEntry& project = *module.Project;
-  AddRow(rows, module.Name, module.Kind, module.Folder, "index.html", project, &module);
-  for (const MemberEntry& member : module.Members)
-    AddRow(rows, member.Name, member.Kind, module.Folder, member.Leaf, project, &module);
-  for (const FieldEntry& field : module.Constants)
-    AddRow(rows, field.Element->ElementName(), "Const", module.Folder, field.Leaf, project,
-           &module);
-  for (const FieldEntry& field : module.Variables)
-    AddRow(rows, field.Element->ElementName(), "Variable", module.Folder, field.Leaf, project,
-           &module);
-  for (const MemberEntry& type : module.Types) {
-    AddRow(rows, type.Name, type.Kind, module.Folder, type.Leaf, project, &module);
-    if (const auto* enumeration = As<Enumeration>(&type.First()))
-      for (const EnumMember& member : enumeration->Members())
-        AddRow(rows, member.Name, "Value", module.Folder, run.Map.Of(&member).Leaf, project,
-               &module);
+/// All names, by their keys.
+class NameRows {
+ public:
+  explicit NameRows(const SiteRun& run) : mRun(run) {
+    for (const ProjectEntry& project : run.Map.Projects()) {
+      mProject = &project;
+      mModule = nullptr;
+      Add(project.Name, project.Kind, "index.html");
+      for (const NamespaceEntry& space : project.Namespaces)
+        Add(space.Name, "namespace", space.Leaf);
+      for (const ModuleEntry& module : project.Modules) AddAll(module);
+    }
+    std::stable_sort(mRows.begin(), mRows.end(),
+                     [](const NameRow& a, const NameRow& b) { return a.Key < b.Key; });
   }
-  if (!module.HasForm) return;
-  for (const VBControl& control : module.Module->AllVBControls)
-    AddRow(rows, control.Name, "Control", module.Folder, run.Map.Of(&control).Leaf, project,
-           &module);
-}
+  NameRows(const NameRows&) = delete;
+  NameRows& operator=(const NameRows&) = delete;
+  const std::deque<NameRow>& All() const { return mRows; }
 
-std::vector<NameRow> AllNames(const SiteRun& run) {
-  std::vector<NameRow> rows;
-  for (const ProjectEntry& project : run.Map.Projects()) {
-    AddRow(rows, project.Name, project.Kind, project.Folder, "index.html", project, nullptr);
-    for (const NamespaceEntry& space : project.Namespaces)
-      AddRow(rows, space.Name, "namespace", project.Folder, space.Leaf, project, nullptr);
-    for (const ModuleEntry& module : project.Modules) AddRowsOf(run, rows, module);
+ private:
+  void Add(std::string_view name, std::string_view kind, std::string_view leaf) {
+    if (name.empty()) return;
+    const std::string key = FoldKey(name);
+    mRows.push_back({key == name ? name : mTexts.Add(key), name, kind, leaf, mProject, mModule});
   }
-  std::stable_sort(rows.begin(), rows.end(),
-                   [](const NameRow& a, const NameRow& b) { return a.Key < b.Key; });
-  return rows;
-}
+  void AddElement(const CodeElement& element, std::string_view kind, std::string_view leaf) {
+    Add(mTexts.Add(element.ElementName()), kind, leaf);
+  }
+
+  void AddAll(const ModuleEntry& module) {
+    mModule = &module;
+    Add(module.Name, module.Kind, "index.html");
+    for (const MemberEntry& member : module.Members) Add(member.Name, member.Kind, member.Leaf);
+    for (const FieldEntry& field : module.Constants)
+      AddElement(*field.Element, "Const", field.Leaf);
+    for (const FieldEntry& field : module.Variables)
+      AddElement(*field.Element, "Variable", field.Leaf);
+    for (const MemberEntry& type : module.Types) {
+      Add(type.Name, type.Kind, type.Leaf);
+      if (const auto* enumeration = As<Enumeration>(&type.First()))
+        for (const EnumMember& member : enumeration->Members())
+          AddElement(member, "Value", mRun.Map.LeafOf(member));
+    }
+    if (!module.HasForm) return;
+    for (const VBControl& control : module.Module->AllVBControls)
+      AddElement(control, "Control", mRun.Map.LeafOf(control));
+  }
+
+  const SiteRun& mRun;
+  const ProjectEntry* mProject = nullptr;
+  const ModuleEntry* mModule = nullptr;
+  TextPool mTexts;
+  std::deque<NameRow> mRows;
+};
 
 // ---- Search ------------------------------------------------------------------------------------
 
@@ -101,7 +113,7 @@ class SearchPieces {
       AppendLiteral(mRows, row.Name);
     mRows += ',';
     AppendLiteral(mRows, row.Kind);
-    mRows.append(",").append(std::to_string(NumberOf(row.Folder))).append(",");
+    mRows.append(",").append(std::to_string(NumberOf(row.Folder()))).append(",");
     AppendLiteral(mRows, row.Leaf);
     mRows += ']';
     if (mRows.size() >= kSearchPiece) Put();
@@ -157,7 +169,8 @@ std::pair<std::string, std::string> LetterOf(std::string_view key) {
 }
 
 std::string IndexRow(const NameRow& row) {
-  std::string html = "<li>" + Link(HrefFrom("names/", {row.Folder, row.Leaf}), row.Name);
+  std::string html =
+      "<li>" + Link(HrefFrom("names/", {row.Folder(), std::string(row.Leaf)}), row.Name);
   html.append(" <span class=\"of\">").append(Text(row.Kind));
   if (row.Module && row.Kind != row.Module->Kind)
     html.append(" of ").append(Text(row.Module->Name));
@@ -170,7 +183,7 @@ struct Letter {
   std::vector<const NameRow*> Rows;
 };
 
-std::vector<Letter> LettersOf(const std::vector<NameRow>& rows) {
+std::vector<Letter> LettersOf(const std::deque<NameRow>& rows) {
   std::vector<Letter> letters;
   std::unordered_map<std::string, std::size_t> places;
   for (const NameRow& row : rows) {
@@ -206,7 +219,7 @@ Page NamesPage(std::string leaf, std::string title) {
   return page;
 }
 
-void WriteLetters(const SiteRun& run, const std::vector<NameRow>& rows) {
+void WriteLetters(const SiteRun& run, const std::deque<NameRow>& rows) {
   const std::vector<Letter> letters = LettersOf(rows);
   const std::string links = LetterLinks(letters);
   Page index = NamesPage("index.html", "Names");
@@ -226,29 +239,46 @@ void WriteLetters(const SiteRun& run, const std::vector<NameRow>& rows) {
 
 // ---- What is undocumented ----------------------------------------------------------------------
 
-// Members of a module that have no description; `count` gets how many could have one.
-std::string UndocumentedOf(const SiteRun& run, const ModuleEntry& module, std::string_view folder,
-                           std::size_t& count, std::size_t& missing) {
-  std::string names;
-  const auto look = [&](const CodeElement& element, std::string_view name, const Address& at) {
-    ++count;
-    if (!SummaryOf(element).empty()) return;
-    ++missing;
-    if (missing > kListedAtMost * 4) return;
-    names.append(names.empty() ? "" : ", ").append(Link(HrefFrom(folder, at), name));
-  };
-  look(*module.Module, module.Name, {module.Folder, "index.html"});
+/// What a module has without a description.
+struct Undocumented {
+  const ModuleEntry* Module;
+  bool ItselfToo = false;
+  std::size_t Count = 0;
+  /// The first of them.
+  std::vector<const MemberEntry*> Members;
+};
+
+// `count` gets how many could have a description.
+Undocumented UndocumentedOf(const SiteRun& run, const ModuleEntry& module, std::size_t& count) {
+  Undocumented found{&module, SummaryOf(*module.Module).empty(), 0, {}};
+  found.Count = found.ItselfToo;
+  ++count;
   for (const auto* all : {&module.Members, &module.Types})
     for (const MemberEntry& member : *all) {
       const auto* block = As<Block>(&member.First());
       const bool isOfEvent = block && block->IsEventProcedure;
       if (isOfEvent || run.Relations.Implements(member.First())) continue;
-      const CodeElement* described = &member.First();
-      for (const CodeElement* element : member.Elements)
-        if (!SummaryOf(*element).empty()) described = element;
-      look(*described, member.Name, {module.Folder, member.Leaf});
+      ++count;
+      const bool isDescribed =
+          std::any_of(member.Elements.begin(), member.Elements.end(),
+                      [](const CodeElement* element) { return !SummaryOf(*element).empty(); });
+      if (isDescribed) continue;
+      if (++found.Count <= kListedAtMost * 4) found.Members.push_back(&member);
     }
-  return names;
+  return found;
+}
+
+std::string UndocumentedRow(const Undocumented& found) {
+  const std::string folder = HrefFrom("names/", {found.Module->Folder, ""});
+  std::string row = "<li>" + Link(folder + "index.html", found.Module->Name);
+  row.append(" <span class=\"of\">").append(Number(found.Count)).append("</span><br/>");
+  if (found.ItselfToo) row.append("the ").append(found.Module->Kind).append(" itself");
+  bool isFirst = !found.ItselfToo;
+  for (const MemberEntry* member : found.Members) {
+    row.append(isFirst ? "" : ", ").append(Link(folder + std::string(member->Leaf), member->Name));
+    isFirst = false;
+  }
+  return row.append("</li>\n");
 }
 
 }  // namespace
@@ -262,16 +292,12 @@ void WriteUndocumentedPages(const SiteRun& run) {
   PagedList list(run, std::move(page), "<ul class=\"rows\">\n", "</ul>\n");
   std::size_t number = 0;
   for (const ProjectEntry& project : run.Map.Projects()) {
-    std::vector<std::string> rows;
+    std::vector<Undocumented> modules;
     std::size_t count = 0, missing = 0;
     for (const ModuleEntry& module : project.Modules) {
-      std::size_t inModule = 0;
-      const std::string names = UndocumentedOf(run, module, "names/", count, inModule);
-      missing += inModule;
-      if (inModule == 0) continue;
-      rows.push_back("<li>" + Link(HrefFrom("names/", {module.Folder, "index.html"}), module.Name) +
-                     " <span class=\"of\">" + Number(inModule) + "</span><br/>" + names +
-                     "</li>\n");
+      Undocumented found = UndocumentedOf(run, module, count);
+      missing += found.Count;
+      if (found.Count > 0) modules.push_back(std::move(found));
     }
     std::string heading;
     AppendSection(heading, "project-" + std::to_string(++number), project.Name);
@@ -279,18 +305,18 @@ void WriteUndocumentedPages(const SiteRun& run) {
     heading.append("<p class=\"note\">").append(std::to_string(share)).append("% described: ");
     heading.append(Number(count - missing)).append(" of ").append(Number(count)).append("</p>\n");
     list.Section(heading);
-    if (rows.empty()) list.Add("<li>All is described.</li>\n");
-    for (const std::string& row : rows) list.Add(row);
+    if (modules.empty()) list.Add("<li>All is described.</li>\n");
+    for (const Undocumented& found : modules) list.Add(UndocumentedRow(found));
   }
   list.Finish();
 }
 
 void WriteNamePages(const SiteRun& run) {
-  const std::vector<NameRow> rows = AllNames(run);
+  const NameRows rows(run);
   SearchPieces pieces(run);
-  for (const NameRow& row : rows) pieces.Add(row);
+  for (const NameRow& row : rows.All()) pieces.Add(row);
   pieces.Finish();
-  WriteLetters(run, rows);
+  WriteLetters(run, rows.All());
 }
 
 }  // namespace vendrel::site

@@ -42,7 +42,6 @@ class PageTemplate {
 struct PageLink {
   std::string Name;
   std::string Href;
-  std::string_view Kind = {};
 };
 
 /// One page that is being written. Pages are made one after the other, and none is kept.

@@ -1,11 +1,14 @@
 #include "site/PageNames.h"
 
+#include <algorithm>
+
 #include "core/Ascii.h"
 
 namespace vendrel::site {
 namespace {
 
 constexpr std::size_t kLongestName = 80;
+constexpr std::size_t kBytesOfBlock = 64 << 10;
 
 bool IsPlain(char c) { return IsLetterAscii(c) || IsDigitAscii(c) || c == '_'; }
 
@@ -33,6 +36,26 @@ std::string Cleaned(std::string_view name) {
 }
 
 }  // namespace
+
+std::string LeafOfPage(std::string_view stem, std::size_t page) {
+  std::string leaf(stem);
+  if (page > 0) leaf.append("--").append(std::to_string(page + 1));
+  return leaf.append(".html");
+}
+
+std::string_view PageOfLeaf(std::string_view leaf) { return leaf.substr(0, leaf.find('#')); }
+std::string_view AnchorOfLeaf(std::string_view leaf) {
+  const std::size_t mark = leaf.find('#');
+  return mark == kNotFound ? std::string_view() : leaf.substr(mark + 1);
+}
+
+std::string_view TextPool::Add(std::string_view text) {
+  if (mBlocks.empty() || mBlocks.back().capacity() - mBlocks.back().size() < text.size())
+    mBlocks.emplace_back().reserve(std::max(kBytesOfBlock, text.size()));
+  std::string& block = mBlocks.back();
+  block.append(text);
+  return std::string_view(block).substr(block.size() - text.size());
+}
 
 std::uint64_t HashOf(std::string_view bytes) {
   ContentHash hash;

@@ -2,6 +2,7 @@
 // Names of files and anchors from names of elements.
 
 #include <cstdint>
+#include <deque>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -23,6 +24,21 @@ class PageNames {
  private:
   /// In small letters, with how often each was given out.
   std::unordered_map<std::string, std::uint32_t> mTaken;
+};
+
+/// The leaf of a page of several, counted from 0: "stem.html", "stem--2.html".
+std::string LeafOfPage(std::string_view stem, std::size_t page);
+/// "index.html" and "v-Total" of "index.html#v-Total".
+std::string_view PageOfLeaf(std::string_view leaf);
+std::string_view AnchorOfLeaf(std::string_view leaf);
+
+/// Texts that stay where they are until all go at once: their views hold as long as the pool.
+class TextPool {
+ public:
+  std::string_view Add(std::string_view text);
+
+ private:
+  std::deque<std::string> mBlocks;
 };
 
 /// A number that tells contents apart: 64 bits, the same on every machine.

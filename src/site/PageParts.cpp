@@ -1,7 +1,6 @@
 // Parts that several kinds of pages are made of.
 
 #include <algorithm>
-#include <unordered_map>
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
@@ -21,29 +20,31 @@ constexpr std::size_t kBytesOnPage = std::size_t{1} << 20;
 
 }  // namespace
 
-Page PageIn(const SiteRun& run, const ProjectEntry& project, std::string leaf, std::string title) {
+Page PageIn(const ProjectEntry& project, std::string_view leaf, std::string_view title) {
   Page page;
   page.Folder = project.Folder;
-  page.Title = std::move(title);
-  page.Leaf = std::move(leaf);
-  const bool isIndex = page.Leaf == "index.html";
+  page.Leaf = leaf;
+  page.Title = title;
+  const bool isIndex = leaf == "index.html";
   page.Crumbs.push_back({project.Name, isIndex ? "" : "index.html"});
   if (!isIndex) page.Crumbs.push_back({page.Title, ""});
-  (void)run;
   return page;
 }
 
-Page PageIn(const SiteRun& run, const ModuleEntry& module, std::string leaf, std::string title) {
+Page PageIn(const ModuleEntry& module, std::string_view leaf, std::string_view title) {
   Page page;
   page.Folder = module.Folder;
-  page.Leaf = std::move(leaf);
-  page.Title = std::move(title);
+  page.Leaf = leaf;
+  page.Title = title;
   page.Crumbs.push_back({module.Project->Name, "../index.html"});
-  const bool isIndex = page.Leaf == "index.html";
+  const bool isIndex = leaf == "index.html";
   page.Crumbs.push_back({module.Name, isIndex ? "" : "index.html"});
   if (!isIndex) page.Crumbs.push_back({page.Title, ""});
-  (void)run;
   return page;
+}
+
+PageLink NeighbourOf(const MemberEntry& member) {
+  return {std::string(member.Name), std::string(member.Leaf)};
 }
 
 void AddNeighbours(Page& page, std::string barTitle, std::size_t count, std::size_t at,
@@ -68,6 +69,15 @@ void AppendSection(std::string& html, std::string_view id, std::string_view titl
   html.append("<h2 id=\"").append(id).append("\">").append(Text(title));
   if (count > 0) html.append("<span class=\"count\">").append(Number(count)).append("</span>");
   html.append("</h2>\n");
+}
+
+void AppendFact(std::string& html, std::string_view term, std::string_view valueHtml) {
+  if (valueHtml.empty()) return;
+  html.append("<dt>").append(term).append("</dt><dd>").append(valueHtml).append("</dd>\n");
+}
+
+void AppendFactList(std::string& html, std::string_view facts) {
+  if (!facts.empty()) html.append("<dl class=\"facts\">\n").append(facts).append("</dl>\n");
 }
 
 void AppendPath(const SiteRun& run, Page& page, const CodeElement& element) {
@@ -191,91 +201,9 @@ void AppendDetails(const SiteRun& run, Page& page, const CodeElement& element,
   html.append("</ul>\n");
 }
 
-namespace {
-
-/// All uses of one element by another.
-struct UseGroup {
-  const CodeElement* Other;
-  std::vector<std::string_view> Kinds;
-  const ElementUse* First;
-  std::int32_t Count = 0;
-};
-
-std::vector<UseGroup> GroupsOf(const std::vector<ElementUse>& uses) {
-  std::vector<UseGroup> groups;
-  std::unordered_map<const CodeElement*, std::size_t> places;
-  for (const ElementUse& use : uses) {
-    const auto [entry, isNew] = places.try_emplace(use.Other, groups.size());
-    if (isNew) groups.push_back({use.Other, {}, &use});
-    UseGroup& group = groups[entry->second];
-    group.Count += use.Count;
-    if (std::find(group.Kinds.begin(), group.Kinds.end(), use.Kind) == group.Kinds.end())
-      group.Kinds.push_back(use.Kind);
-  }
-  return groups;
-}
-
-void AppendUseList(const SiteRun& run, Page& page, const std::vector<UseGroup>& groups,
-                   bool showsPlace) {
-  std::string& html = page.Content;
-  html.append("<ul class=\"rows\">\n");
-  for (std::size_t i = 0; i < groups.size() && i < kListedAtMost; ++i) {
-    const UseGroup& group = groups[i];
-    html.append("<li>").append(LinkTo(run, page.Folder, *group.Other));
-    html.append(" <span class=\"of\">");
-    for (const std::string_view kind : group.Kinds)
-      html.append(kind == group.Kinds.front() ? "" : ", ").append(Text(kind));
-    if (group.Count > 1) html.append(", ").append(std::to_string(group.Count)).append(" times");
-    const ModuleEntry* module = showsPlace ? run.Map.ModuleOf(group.First->Module) : nullptr;
-    if (module && module->Source)
-      html.append(" <a href=\"")
-          .append(HrefFrom(page.Folder, module->Source->AddressOf(group.First->Line)))
-          .append("\">line ")
-          .append(std::to_string(group.First->Line))
-          .append("</a>");
-    html.append("</span></li>\n");
-  }
-  html.append("</ul>\n");
-  if (groups.size() > kListedAtMost)
-    html.append("<p class=\"note\">")
-        .append(Number(groups.size() - kListedAtMost))
-        .append(" more are not listed.</p>\n");
-}
-
-}  // namespace
-
-void AppendUses(const SiteRun& run, Page& page, const std::vector<const CodeElement*>& elements) {
-  std::vector<ElementUse> users, calls, others;
-  for (const CodeElement* element : elements) {
-    for (const ElementUse& use : run.Uses.UsersOf(*element)) users.push_back(use);
-    for (const ElementUse& use : run.Uses.UsedBy(*element))
-      (IsA<Block, DeclareDeclaration, EventDeclaration>(use.Other) ? calls : others).push_back(use);
-  }
-  std::string& html = page.Content;
-  if (const auto groups = GroupsOf(users); !groups.empty()) {
-    AppendSection(html, "used-by", "Used by", groups.size());
-    AppendUseList(run, page, groups, true);
-  }
-  if (const auto groups = GroupsOf(calls); !groups.empty()) {
-    AppendSection(html, "calls", "Calls", groups.size());
-    AppendUseList(run, page, groups, false);
-  }
-  const auto groups = GroupsOf(others);
-  if (groups.empty()) return;
-  html.append("<details>\n<summary>Uses ").append(Count(groups.size(), "name"));
-  html.append(" beside</summary>\n");
-  AppendUseList(run, page, groups, false);
-  html.append("</details>\n");
-}
-
-void AppendUses(const SiteRun& run, Page& page, const CodeElement& element) {
-  AppendUses(run, page, std::vector<const CodeElement*>{&element});
-}
-
 PagedList::PagedList(const SiteRun& run, Page first, std::string_view open, std::string_view close)
     : mRun(run), mPage(std::move(first)), mOpen(open), mClose(close) {
-  mFirstLeaf = mPage.Leaf;
-  mStem = mFirstLeaf.substr(0, mFirstLeaf.rfind('.'));
+  mStem = mPage.Leaf.substr(0, mPage.Leaf.rfind('.'));
   mTitle = mPage.Title;
 }
 
@@ -301,7 +229,7 @@ void PagedList::Add(std::string_view row) {
     Put(false);
     ++mNumber;
     mPage.Content.clear();
-    mPage.Leaf = mStem + "--" + std::to_string(mNumber) + ".html";
+    mPage.Leaf = LeafOfPage(mStem, mNumber - 1);
     mPage.Title = mTitle + ", page " + std::to_string(mNumber);
     AppendHeading(mPage, "page " + std::to_string(mNumber), mTitle);
     mRows = 0;
@@ -312,19 +240,16 @@ void PagedList::Add(std::string_view row) {
 }
 
 void PagedList::Put(bool isLast) {
-  const auto leafOf = [&](std::size_t number) {
-    return number == 1 ? mFirstLeaf : mStem + "--" + std::to_string(number) + ".html";
-  };
   if (mNumber > 1 || !isLast) {
     mPage.Content.append("<nav class=\"pages\" aria-label=\"Pages of this list\">");
     if (mNumber > 1)
       mPage.Content.append("<a rel=\"prev\" href=\"")
-          .append(leafOf(mNumber - 1))
+          .append(LeafOfPage(mStem, mNumber - 2))
           .append("\">Previous page</a> ");
     mPage.Content.append("<span>Page ").append(std::to_string(mNumber)).append("</span>");
     if (!isLast)
       mPage.Content.append(" <a rel=\"next\" href=\"")
-          .append(leafOf(mNumber + 1))
+          .append(LeafOfPage(mStem, mNumber))
           .append("\">Next page</a>");
     mPage.Content.append("</nav>\n");
   }

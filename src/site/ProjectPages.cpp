@@ -123,8 +123,7 @@ void AppendProjectFacts(const SiteRun& run, Page& page, const ProjectEntry& proj
   const VBProject& vbp = *project.Project;
   std::string facts;
   const auto add = [&](std::string_view term, const std::string& html) {
-    if (!html.empty())
-      facts.append("<dt>").append(term).append("</dt><dd>").append(html).append("</dd>\n");
+    AppendFact(facts, term, html);
   };
   const ProjectTotals totals = TotalsOf(project);
   if (!project.IsNet()) add("Builds", Text(vbp.ProjectTypeDescription()));
@@ -139,13 +138,13 @@ void AppendProjectFacts(const SiteRun& run, Page& page, const ProjectEntry& proj
   if (!project.Sources.empty()) lists.append(", <a href=\"source/index.html\">source files</a>");
   add("Lists", lists);
   if (run.Changes) add("Changes", "<a href=\"../changes.html\">since the release before</a>");
-  page.Content.append("<dl class=\"facts\">\n").append(facts).append("</dl>\n");
+  AppendFactList(page.Content, facts);
 }
 
 void WriteNamespacePage(const SiteRun& run, const ProjectEntry& project,
                         const NamespaceEntry& space) {
   const std::string title = space.Name.empty() ? "Types outside of namespaces" : space.Name;
-  Page page = PageIn(run, project, space.Leaf, title);
+  Page page = PageIn(project, space.Leaf, title);
   const auto& spaces = project.Namespaces;
   AddNeighbours(
       page, "In " + Link("index.html", project.Name), spaces.size(),
@@ -191,13 +190,14 @@ void AppendEdges(const SiteRun& run, std::string& html) {
   }
   if (rows.empty()) return;
   AppendSection(html, "references", "Who refers to whom");
+  if (run.Graphs) run.Graphs->AppendProjects(html, run);
   html.append("<ul class=\"rows\">\n").append(rows).append("</ul>\n");
 }
 
 }  // namespace
 
 void WriteProjectPages(const SiteRun& run, const ProjectEntry& project) {
-  Page page = PageIn(run, project, "index.html", project.Name);
+  Page page = PageIn(project, "index.html", project.Name);
   const auto& projects = run.Map.Projects();
   std::size_t at = 0;
   while (&projects[at] != &project) ++at;
@@ -257,7 +257,6 @@ void WriteEstatePages(const SiteRun& run) {
       "<p class=\"letters\"><a href=\"names/index.html\">All names</a> "
       "<a href=\"names/undocumented.html\">What is undocumented</a></p>\n");
   std::string behind;
-  if (run.Graphs) run.Graphs->AppendProjects(behind, run);
   AppendEdges(run, behind);
   PagedList list(run, std::move(page), "<table class=\"list\">\n<tbody>\n", "</tbody>\n</table>\n");
   std::string heading;

@@ -16,16 +16,8 @@ void AppendCodeBlock(std::string& html, std::string_view code, bool isNet) {
   while (!code.empty()) {
     const std::string_view line = TakeLine(code);
     SourceToken token;
-    for (SourceTokens tokens(line, isNet, state); tokens.Next(token);) {
-      const std::string_view kind = ColourClass(token.Kind);
-      if (kind.empty()) {
-        AppendText(html, token.Text);
-        continue;
-      }
-      html.append("<span class=\"").append(kind).append("\">");
-      AppendText(html, token.Text);
-      html.append("</span>");
-    }
+    for (SourceTokens tokens(line, isNet, state); tokens.Next(token);)
+      AppendColoured(html, token.Kind, token.Text);
     if (!code.empty()) html += '\n';
   }
   html.append("</code></pre>\n");

@@ -31,7 +31,7 @@ FileCounts WriteSite(const std::vector<VBProject*>& projects, const std::string&
   const SiteMap map(projects, {options.Private, options.Source});
   const TypeLinks types(map, options.Links);
   const Relations relations(map, types);
-  const EstateUses uses(projects);
+  EstateUses uses;
   std::optional<SiteChanges> changes;
   if (options.Before) changes.emplace(projects, *options.Before);
   const SiteRun run{options,
@@ -43,13 +43,30 @@ FileCounts WriteSite(const std::vector<VBProject*>& projects, const std::string&
                     changes ? &*changes : nullptr,
                     graphs ? &*graphs : nullptr};
   PutAssets(pages, assets);
+  std::size_t done = 0, all = 0;
+  for (const ProjectEntry& project : map.Projects())
+    all += project.Sources.size() + project.Modules.size();
+  const auto step = [&] {
+    const FileCounts& counts = files.SoFar();
+    if (options.Progress) options.Progress(++done, all, counts.Written + counts.Unchanged);
+  };
+  for (const ProjectEntry& project : map.Projects())
+    uses.Bind(project, [&](const SourceEntry& source, std::span<const BoundName> names) {
+      WriteSource(run, source, names);
+      step();
+    });
+  uses.Finish();
   WriteEstatePages(run);
   for (const ProjectEntry& project : map.Projects()) {
     WriteProjectPages(run, project);
     WriteHierarchyPages(run, project);
-    for (const ModuleEntry& module : project.Modules) WriteModulePages(run, module);
-    WriteSourcePages(run, project);
+    for (const ModuleEntry& module : project.Modules) {
+      WriteModulePages(run, module);
+      step();
+    }
+    WriteSourceList(run, project);
   }
+  uses.Release();
   WriteNamePages(run);
   WriteUndocumentedPages(run);
   WriteChangePages(run);

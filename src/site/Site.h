@@ -1,6 +1,7 @@
 #pragma once
 // A documentation site of projects: static pages that open from a folder, without a server.
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,10 @@ struct SiteOptions {
   std::vector<OutsideLink> Links;
   /// What another release held; null without comparison.
   const ReleaseState* Before = nullptr;
+  /// Told behind each module and each file of source: how many of them are done, how many there
+  /// are, and how many files of the site there are so far. May raise, which ends the run; what it
+  /// wrote is known to the next one.
+  std::function<void(std::size_t done, std::size_t all, std::size_t files)> Progress;
 };
 
 /// Writes the site of loaded projects to a native folder. They are to stay as they are; references

@@ -12,7 +12,6 @@
 #include "core/Ascii.h"
 #include "diagnostics/VendrelError.h"
 #include "services/FileSource.h"
-#include "site/PageNames.h"
 
 namespace vendrel::site {
 namespace {
@@ -83,7 +82,7 @@ void SiteFiles::ReadList(const std::string& name, bool isJournal) {
       known.Size = NumberIn(TakeField(line, ' '), 10);
     }
     known.IsDoubtful = isJournal;
-    if (IsInside(line)) mFiles[std::string(line)] = known;
+    if (IsInside(line)) KnownOf(line) = known;
   }
 }
 
@@ -135,32 +134,52 @@ void SiteFiles::Put(std::string_view path, std::string_view content) {
   const std::string native = NativeOf(path);
   const std::uint64_t hash = HashOf(content);
   mCounts.Bytes += content.size();
-  mCounts.Largest = std::max<std::uint64_t>(mCounts.Largest, content.size());
-  const auto [entry, isNew] = mFiles.try_emplace(std::string(path));
-  Known& known = entry->second;
+  const bool isNew = !mFiles.contains(path);
+  if (isNew) {
+    FileStatus status;
+    if (!mForce && FileSource::Current().Status(native, status) >= 0)
+      throw VendrelError(errPathAccess,
+                         native + " (is no file of this site; move it away, or add --yes)");
+  }
+  Known& known = KnownOf(path);
   if (!isNew && !known.IsDoubtful && known.Hash == hash && known.Size == content.size() &&
       IsThere(native, known.Size)) {
     known.IsPut = true;
     ++mCounts.Unchanged;
     return;
   }
-  if (isNew) {
-    FileStatus status;
-    if (!mForce && FileSource::Current().Status(native, status) >= 0) {
-      mFiles.erase(entry);
-      throw VendrelError(errPathAccess,
-                         native + " (is no file of this site; move it away, or add --yes)");
-    }
-    WriteJournal(path);
-  }
+  if (isNew) WriteJournal(path);
   if (const std::size_t cut = path.rfind('/'); cut != kNotFound) MakeFolders(path.substr(0, cut));
-  Write(native, content);
+  if (isNew && !mForce)
+    WriteNew(native, content);
+  else
+    Replace(native, content);
   known = {hash, content.size(), true, false};
   ++mCounts.Written;
 }
 
+SiteFiles::Known& SiteFiles::KnownOf(std::string_view path) {
+  auto known = mFiles.find(path);
+  if (known == mFiles.end()) known = mFiles.emplace(mPaths.Add(path), Known{}).first;
+  return known->second;
+}
+
+// Nobody reads what has not been there, and the journal tells of it if the run ends within.
+void SiteFiles::WriteNew(const std::string& native, std::string_view content) const {
+  FileSource& source = FileSource::Current();
+  const int handle = source.CreateNew(native, 0644);
+  if (handle < 0) throw FileError(-handle, native);
+  try {
+    WriteAll(handle, content, native);
+  } catch (...) {
+    source.Close(handle);
+    throw;
+  }
+  if (const int result = source.Close(handle); result < 0) throw FileError(-result, native);
+}
+
 // Beside its place first: a page that a browser has open is the old one or the new one.
-void SiteFiles::Write(const std::string& native, std::string_view content) const {
+void SiteFiles::Replace(const std::string& native, std::string_view content) const {
   FileSource& source = FileSource::Current();
   const std::string beside = native + std::string(kBeside);
   int handle = source.CreateNew(beside, 0644);
@@ -200,18 +219,18 @@ void SiteFiles::WriteJournal(std::string_view path) {
 }
 
 void SiteFiles::RemoveGone() {
-  std::vector<std::string> gone;
+  std::vector<std::string_view> gone;
   for (const auto& [path, known] : mFiles)
     if (!known.IsPut) gone.push_back(path);
   std::sort(gone.begin(), gone.end());
   std::vector<std::string> folders;
-  for (const std::string& path : gone) {
+  for (const std::string_view path : gone) {
     const int result = FileSource::Current().Unlink(NativeOf(path));
     if (result < 0 && result != -ENOENT) throw FileError(-result, NativeOf(path));
     mFiles.erase(path);
     ++mCounts.Removed;
     for (std::size_t cut = path.rfind('/'); cut != kNotFound; cut = path.rfind('/', cut - 1)) {
-      folders.push_back(path.substr(0, cut));
+      folders.emplace_back(path.substr(0, cut));
       if (cut == 0) break;
     }
   }
@@ -231,11 +250,11 @@ void SiteFiles::WriteList() {
   std::sort(paths.begin(), paths.end());
   std::string list(kListHead);
   for (const std::string_view path : paths) {
-    const Known& known = mFiles.at(std::string(path));
+    const Known& known = mFiles.at(path);
     list.append(HexOf(known.Hash)).append(" ").append(std::to_string(known.Size));
     list.append(" ").append(path).append("\n");
   }
-  Write(NativeOf(kListName), list);
+  Replace(NativeOf(kListName), list);
   if (mJournal >= 0) FileSource::Current().Close(mJournal);
   mJournal = -1;
   FileSource::Current().Unlink(NativeOf(kJournalName));

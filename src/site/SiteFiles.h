@@ -8,6 +8,8 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "site/PageNames.h"
+
 namespace vendrel::site {
 
 /// What a run did with the files of a site.
@@ -16,7 +18,6 @@ struct FileCounts {
   std::size_t Unchanged = 0;
   std::size_t Removed = 0;
   std::uint64_t Bytes = 0;
-  std::uint64_t Largest = 0;
 };
 
 /// Writes the files of one site. Files that are not on its list are never removed, and never
@@ -37,6 +38,7 @@ class SiteFiles {
   /// Removes what is the site's own and was not put, folders that are empty then too, and writes
   /// the list.
   FileCounts Finish();
+  const FileCounts& SoFar() const { return mCounts; }
 
  private:
   struct Known {
@@ -46,11 +48,14 @@ class SiteFiles {
     /// From the journal: what it holds is not known.
     bool IsDoubtful = false;
   };
+  using Files = std::unordered_map<std::string_view, Known>;
+  Known& KnownOf(std::string_view path);
   void ReadList(const std::string& name, bool isJournal);
   void RefuseForeignFolder() const;
   bool IsThere(const std::string& native, std::uint64_t size) const;
   void MakeFolders(std::string_view path);
-  void Write(const std::string& native, std::string_view content) const;
+  void WriteNew(const std::string& native, std::string_view content) const;
+  void Replace(const std::string& native, std::string_view content) const;
   void WriteJournal(std::string_view path);
   void RemoveGone();
   void WriteList();
@@ -59,7 +64,8 @@ class SiteFiles {
   std::string mFolder;
   bool mForce;
   bool mHasList = false;
-  std::unordered_map<std::string, Known> mFiles;
+  TextPool mPaths;
+  Files mFiles;
   std::unordered_set<std::string> mFolders;
   int mJournal = -1;
   FileCounts mCounts;

@@ -33,7 +33,6 @@ std::string Quoted(std::string_view text) {
 
 struct GraphDrawer::State {
   TemporaryFolder Folder{"graphs"};
-  std::size_t Drawn = 0;
 };
 
 struct GraphDrawer::Graph {
@@ -107,19 +106,20 @@ void GraphDrawer::Append(std::string& html, const Graph& graph, const std::strin
   const std::size_t begin = svg.find("<svg");
   if (begin == kNotFound) return;
   svg.erase(0, begin);
-  // Comments hold names; ids of several graphs on a page must differ.
+  // Comments hold names; ids of a graph must differ from those of its page.
   for (std::size_t at = svg.find("<!--"); at != kNotFound; at = svg.find("<!--", at)) {
     const std::size_t end = svg.find("-->", at);
     if (end == kNotFound) break;
     svg.erase(at, end + 3 - at);
   }
-  const std::string mark = "g" + std::to_string(++mState->Drawn) + "-";
-  svg = ReplaceAll(svg, " id=\"", " id=\"" + mark);
+  svg = ReplaceAll(svg, " id=\"", " id=\"g1-");
   svg = ReplaceAll(svg, "xlink:href", "href");
   svg = ReplaceAll(svg, "xlink:title", "aria-label");
   svg = ReplaceAll(svg, " xmlns:xlink=\"http://www.w3.org/1999/xlink\"", "");
-  html.append("<figure class=\"graph\">\n<figcaption class=\"note\">").append(Text(title));
-  html.append("</figcaption>\n").append(svg).append("</figure>\n");
+  html.append("<figure class=\"graph\">\n");
+  if (!title.empty())
+    html.append("<figcaption class=\"note\">").append(Text(title)).append("</figcaption>\n");
+  html.append(svg).append("</figure>\n");
 }
 
 void GraphDrawer::AppendProjects(std::string& html, const SiteRun& run) {
@@ -131,8 +131,7 @@ void GraphDrawer::AppendProjects(std::string& html, const SiteRun& run) {
     for (const Reference& reference : project.Project->References)
       if (const ProjectEntry* other = run.Map.ProjectOf(reference.ReferencedProject()))
         graph.Edges.emplace(numberOf(project), numberOf(*other));
-  mState->Drawn = 0;
-  Append(html, graph, "Who refers to whom");
+  Append(html, graph, {});
 }
 
 void GraphDrawer::AppendHierarchy(std::string& html, const SiteRun& run,
@@ -149,7 +148,6 @@ void GraphDrawer::AppendHierarchy(std::string& html, const SiteRun& run,
     for (const ModuleEntry* each : run.Relations.ImplementersOf(module))
       graph.Edges.emplace(numberOf(*each), numberOf(module));
   }
-  mState->Drawn = 0;
   Append(html, graph, "Who derives from whom, and implements what");
 }
 
@@ -162,10 +160,10 @@ void GraphDrawer::AppendCalls(std::string& html, const SiteRun& run, const Modul
         const Address address = run.Map.Of(use.Other);
         if (use.Kind != "call" || !address || use.Other == element) continue;
         const std::string href = HrefFrom(module.Folder, address);
-        graph.Edges.emplace(graph.NumberOf(&member, member.Name, member.Leaf),
-                            graph.NumberOf(use.Other, NameWithModule(*use.Other), href));
+        graph.Edges.emplace(
+            graph.NumberOf(&member, std::string(member.Name), std::string(member.Leaf)),
+            graph.NumberOf(use.Other, NameWithModule(*use.Other), href));
       }
-  mState->Drawn = 0;
   Append(html, graph, "Calls of this module");
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <tuple>
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
@@ -48,9 +49,7 @@ bool IsInheritedField(const Variable& field) {
 bool IsInheritedField(const Constant&) { return false; }
 
 std::string PageOfFields(std::string_view stem, std::size_t index, std::size_t count) {
-  if (count <= kFieldsOnPage) return "index.html";
-  const std::size_t page = index / kFieldsOnPage;
-  return std::string(stem) + (page == 0 ? "" : "--" + std::to_string(page + 1)) + ".html";
+  return count <= kFieldsOnPage ? "index.html" : LeafOfPage(stem, index / kFieldsOnPage);
 }
 
 }  // namespace
@@ -73,9 +72,7 @@ std::vector<std::pair<const VBControl*, int>> ControlsOf(const Component& form) 
   return controls;
 }
 
-std::string PageOfControls(std::size_t page) {
-  return page == 0 ? "form.html" : "form--" + std::to_string(page + 1) + ".html";
-}
+std::string PageOfControls(std::size_t page) { return LeafOfPage("form", page); }
 
 std::string_view KindOfModule(const Component& component) {
   if (component.IsInterface) return "interface";
@@ -121,8 +118,11 @@ SiteMap::SiteMap(const std::vector<VBProject*>& projects, const SiteMapOptions& 
   }
 }
 
-void SiteMap::Set(const CodeElement* element, std::string_view folder, std::string leaf) {
-  mAddresses.insert_or_assign(element, Address{folder, std::move(leaf)});
+std::string_view SiteMap::Set(const CodeElement* element, std::string_view folder,
+                              std::string_view leaf) {
+  const std::string_view kept = mTexts.Add(leaf);
+  mAddresses.insert_or_assign(element, Place{folder, kept});
+  return kept;
 }
 
 bool SiteMap::IsShown(const CodeElement& element, std::string_view access) const {
@@ -183,10 +183,11 @@ void SiteMap::AddMembers(ModuleEntry& module) {
     std::size_t at = module.Members.size();
     if (isShared) at = byName.try_emplace(FoldKey(name), at).first->second;
     if (at == module.Members.size())
-      module.Members.push_back({name, kind, {}, names.Take(name) + ".html"});
+      module.Members.push_back(
+          {mTexts.Add(name), kind, {}, mTexts.Add(names.Take(name) + ".html")});
     MemberEntry& member = module.Members[at];
     member.Elements.push_back(&element);
-    Set(&element, module.Folder, member.Leaf);
+    mAddresses.insert_or_assign(&element, Place{module.Folder, member.Leaf});
   };
   for (const EventDeclaration& event : component.EventDeclarations.Listed())
     if (event.Implemented || event.InheritedFrom.empty())
@@ -204,7 +205,8 @@ void SiteMap::AddMembers(ModuleEntry& module) {
   for (const PropertyGroup& group : component.PropertyGroups)
     if (group.PrimaryBlock())
       if (const auto found = mAddresses.find(group.PrimaryBlock()); found != mAddresses.end())
-        Set(&group, module.Folder, found->second.Leaf);
+        mAddresses.insert_or_assign(&group, Place(found->second));
+  module.Members.shrink_to_fit();
   std::stable_sort(
       module.Members.begin(), module.Members.end(),
       [](const MemberEntry& a, const MemberEntry& b) { return FoldKey(a.Name) < FoldKey(b.Name); });
@@ -213,18 +215,16 @@ void SiteMap::AddMembers(ModuleEntry& module) {
 void SiteMap::AddTypes(ModuleEntry& module, PageNames& names) {
   const auto add = [&](const auto& type) {
     if (!IsShown(type, type.Access)) return;
-    module.Types.push_back(
-        {type.Name, KindOfMember(type), {&type}, names.Take(type.Name) + ".html"});
-    const std::string& leaf = module.Types.back().Leaf;
-    Set(&type, module.Folder, leaf);
+    const std::string stem = names.Take(type.Name);
+    const std::string_view leaf = Set(&type, module.Folder, stem + ".html");
+    module.Types.push_back({mTexts.Add(type.Name), KindOfMember(type), {&type}, leaf});
     // Members of long ones stand on further pages.
     PageNames anchors;
     std::size_t index = 0;
     const auto place = [&](const CodeElement& member) {
       const std::size_t page = index++ / kFieldsOnPage;
-      std::string memberLeaf = leaf;
-      if (page > 0) memberLeaf.insert(memberLeaf.size() - 5, "--" + std::to_string(page + 1));
-      Set(&member, module.Folder, memberLeaf + "#" + anchors.Take(member.ElementName()));
+      Set(&member, module.Folder,
+          LeafOfPage(stem, page) + "#" + anchors.Take(member.ElementName()));
     };
     if constexpr (requires { type.Members(); })
       for (const EnumMember& member : type.Members()) place(member);
@@ -244,8 +244,8 @@ void SiteMap::AddFields(ModuleEntry& module) {
       if (IsShown(field, field.Access) && !IsInheritedField(field)) fields.push_back({&field, {}});
     for (std::size_t i = 0; i < fields.size(); ++i) {
       const std::string anchor = anchors.Take("v-" + fields[i].Element->ElementName());
-      fields[i].Leaf = PageOfFields(stem, i, fields.size()) + "#" + anchor;
-      Set(fields[i].Element, module.Folder, fields[i].Leaf);
+      fields[i].Leaf = Set(fields[i].Element, module.Folder,
+                           PageOfFields(stem, i, fields.size()) + "#" + anchor);
     }
   };
   if (const Constants* constants = section->Constants.IfAny())
@@ -289,7 +289,13 @@ void SiteMap::AddNamespaces(ProjectEntry& project) {
 
 Address SiteMap::Of(const CodeElement* element) const {
   const auto found = mAddresses.find(element);
-  return found == mAddresses.end() ? Address{} : found->second;
+  if (found == mAddresses.end()) return {};
+  return {found->second.Folder, std::string(found->second.Leaf)};
+}
+
+std::string_view SiteMap::LeafOf(const CodeElement& element) const {
+  const auto found = mAddresses.find(&element);
+  return found == mAddresses.end() ? std::string_view() : found->second.Leaf;
 }
 
 const ModuleEntry* SiteMap::ModuleOf(const Component* component) const {
@@ -305,14 +311,13 @@ const ProjectEntry* SiteMap::ProjectOf(const VBProject* project) const {
 const CodeElement* SiteMap::Named(std::string_view qualifiedName) const {
   if (mByName.empty()) {
     // Of elements of one name the first in the order of their addresses, so that runs agree.
-    std::unordered_map<std::uint64_t, std::pair<std::string_view, std::string_view>> places;
-    for (const auto& [element, address] : mAddresses) {
-      const std::uint64_t hash = HashOf(FoldKey(element->QualifiedName()));
-      const std::pair<std::string_view, std::string_view> place(address.Folder, address.Leaf);
-      const auto [entry, isNew] = places.try_emplace(hash, place);
-      if (!isNew && place >= entry->second) continue;
-      entry->second = place;
-      mByName[hash] = element;
+    for (const auto& [element, place] : mAddresses) {
+      const auto [entry, isNew] =
+          mByName.try_emplace(HashOf(FoldKey(element->QualifiedName())), element);
+      if (isNew) continue;
+      const Place& known = mAddresses.at(entry->second);
+      if (std::tie(place.Folder, place.Leaf) < std::tie(known.Folder, known.Leaf))
+        entry->second = element;
     }
   }
   const auto found = mByName.find(HashOf(FoldKey(qualifiedName)));

@@ -30,7 +30,6 @@ struct SourceEntry {
   std::string Folder;
   /// Name of its pages without extension and number.
   std::string Stem;
-  bool IsNet = false;
   /// Lines of the header that designers write; 0 for none.
   std::int32_t DesignerLines = 0;
   /// 1-based first line of each piece, and where it begins in the text.
@@ -46,18 +45,18 @@ struct SourceEntry {
 
 /// Members of one name and kind: the procedures of a property, the overloads of a method. One page.
 struct MemberEntry {
-  std::string Name;
+  std::string_view Name;
   /// As in lists: "Function", "Property", "Event".
   std::string_view Kind;
   std::vector<const CodeElement*> Elements;
-  std::string Leaf;
+  std::string_view Leaf;
   const CodeElement& First() const { return *Elements.front(); }
 };
 
 /// Constants or variables of a module, which share pages.
 struct FieldEntry {
   const CodeElement* Element;
-  std::string Leaf;
+  std::string_view Leaf;
 };
 
 struct ModuleEntry {
@@ -111,9 +110,11 @@ class SiteMap {
   SiteMap& operator=(const SiteMap&) = delete;
 
   const std::deque<ProjectEntry>& Projects() const { return mProjects; }
-  const SiteMapOptions& Options() const { return mOptions; }
   /// The page, or place on one, that tells of an element; none if no page does.
   Address Of(const CodeElement* element) const;
+  bool Has(const CodeElement* element) const { return mAddresses.contains(element); }
+  /// The leaf of that address; empty for none.
+  std::string_view LeafOf(const CodeElement& element) const;
   /// The lines that declare an element; none without source.
   Address SourceOf(const CodeElement& element) const;
   const ModuleEntry* ModuleOf(const Component* component) const;
@@ -132,12 +133,17 @@ class SiteMap {
   void AddSources(ProjectEntry& project);
   SourceEntry& AddSource(ProjectEntry& project, const FileSystemObject& file, std::string_view text,
                          PageNames& names);
-  void Set(const CodeElement* element, std::string_view folder, std::string leaf);
+  /// Gives the leaf, which stays as long as the map.
+  std::string_view Set(const CodeElement* element, std::string_view folder, std::string_view leaf);
   bool IsShown(const CodeElement& element, std::string_view access) const;
 
+  struct Place {
+    std::string_view Folder, Leaf;
+  };
   SiteMapOptions mOptions;
+  TextPool mTexts;
   std::deque<ProjectEntry> mProjects;
-  std::unordered_map<const CodeElement*, Address> mAddresses;
+  std::unordered_map<const CodeElement*, Place> mAddresses;
   std::unordered_map<const Component*, const ModuleEntry*> mModules;
   std::unordered_map<const VBProject*, const ProjectEntry*> mByProject;
   std::unordered_map<std::string, const SourceEntry*> mSourceByPath;

@@ -2,6 +2,7 @@
 // What the writers of pages share while a site is made, and the pages that there are.
 
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,7 +46,9 @@ void WriteModulePages(const SiteRun& run, const ModuleEntry& module);
 void WriteMemberPages(const SiteRun& run, const ModuleEntry& module);
 void WriteTypePages(const SiteRun& run, const ModuleEntry& module);
 void WriteFormPage(const SiteRun& run, const ModuleEntry& module);
-void WriteSourcePages(const SiteRun& run, const ProjectEntry& project);
+void WriteSourceList(const SiteRun& run, const ProjectEntry& project);
+/// The pages of a file; `names` are in the order of their places.
+void WriteSource(const SiteRun& run, const SourceEntry& source, std::span<const BoundName> names);
 void WriteHierarchyPages(const SiteRun& run, const ProjectEntry& project);
 void WriteUndocumentedPages(const SiteRun& run);
 void WriteNamePages(const SiteRun& run);
@@ -53,8 +56,10 @@ void WriteChangePages(const SiteRun& run);
 
 // ---- Parts of pages ----
 /// A page of a project, or in it of a module, with the way to it.
-Page PageIn(const SiteRun& run, const ProjectEntry& project, std::string leaf, std::string title);
-Page PageIn(const SiteRun& run, const ModuleEntry& module, std::string leaf, std::string title);
+Page PageIn(const ProjectEntry& project, std::string_view leaf, std::string_view title);
+Page PageIn(const ModuleEntry& module, std::string_view leaf, std::string_view title);
+/// A member as it stands among its neighbours.
+PageLink NeighbourOf(const MemberEntry& member);
 /// Gives the page neighbours: some entries around `at` of a list with `count` of them, which
 /// `entry` makes; the one at `at` is the page itself.
 void AddNeighbours(Page& page, std::string barTitle, std::size_t count, std::size_t at,
@@ -65,6 +70,10 @@ void AppendHeading(Page& page, std::string_view kind, std::string_view name,
 /// A heading of a section; `id` must be unique on the page.
 void AppendSection(std::string& html, std::string_view id, std::string_view title,
                    std::size_t count = 0);
+/// A term and what it stands for, in a list of facts; nothing for an empty one.
+void AppendFact(std::string& html, std::string_view term, std::string_view valueHtml);
+/// Facts gathered so as a list; nothing without any.
+void AppendFactList(std::string& html, std::string_view facts);
 /// The full name with its button, and the link to the source of an element.
 void AppendPath(const SiteRun& run, Page& page, const CodeElement& element);
 /// A link to the page of an element with what it belongs to, or its name alone.
@@ -87,6 +96,10 @@ void AppendDocumentation(const SiteRun& run, Page& page, const CodeElement& elem
 /// Users, and what is used; nothing where nothing is bound.
 void AppendUses(const SiteRun& run, Page& page, const std::vector<const CodeElement*>& elements);
 void AppendUses(const SiteRun& run, Page& page, const CodeElement& element);
+/// Links to those who use an element, each once, and how many more there are than `most`; empty
+/// where nobody does.
+std::string UserLinks(const SiteRun& run, std::string_view folder, const CodeElement& element,
+                      std::size_t most);
 
 /// A list that goes over as many pages as it needs: rows are added, and whenever a page is full it
 /// is put and the next one begun. Further pages are called "stem--2.html".
@@ -109,7 +122,7 @@ class PagedList {
 
   const SiteRun& mRun;
   Page mPage;
-  std::string mOpen, mClose, mHeading, mBehind, mStem, mFirstLeaf, mTitle;
+  std::string mOpen, mClose, mHeading, mBehind, mStem, mTitle;
   std::size_t mRows = 0;
   std::size_t mNumber = 1;
   std::size_t mStart = 0;

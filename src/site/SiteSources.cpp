@@ -68,9 +68,7 @@ std::size_t SourceEntry::PieceOf(std::int32_t line) const {
   return behind == Pieces.begin() ? 0 : static_cast<std::size_t>(behind - Pieces.begin()) - 1;
 }
 
-std::string SourceEntry::LeafOf(std::size_t piece) const {
-  return Stem + (piece == 0 ? "" : "--" + std::to_string(piece + 1)) + ".html";
-}
+std::string SourceEntry::LeafOf(std::size_t piece) const { return LeafOfPage(Stem, piece); }
 
 Address SourceEntry::AddressOf(std::int32_t line) const {
   std::string leaf = LeafOf(PieceOf(line));
@@ -99,7 +97,6 @@ SourceEntry& SiteMap::AddSource(ProjectEntry& project, const FileSystemObject& f
   source.Text = text;
   source.Folder = project.Folder + "source/";
   source.Stem = names.Take(file.LeafName());
-  source.IsNet = project.IsNet();
   source.Project = &project;
   CutIntoPieces(source);
   project.Lines += static_cast<std::size_t>(source.Lines);

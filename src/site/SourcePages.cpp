@@ -1,10 +1,11 @@
 // Source in colours, in pieces that a browser takes easily.
 
-#include <algorithm>
+#include <unordered_map>
 
 #include "core/Ascii.h"
 #include "core/Utf8.h"
 #include "services/SourceText.h"
+#include "site/FileNames.h"
 #include "site/SiteHtml.h"
 #include "site/SiteRun.h"
 #include "site/SourceTokens.h"
@@ -24,43 +25,10 @@ std::int32_t CharactersOf(std::string_view text) {
   return count;
 }
 
-/// Names of all modules of one file, in the order of their places.
-class NamesOfFile {
- public:
-  NamesOfFile(const SiteRun& run, const SourceEntry& source) {
-    const auto add = [&](const Component& module) {
-      for (const BoundName& name : run.Uses.NamesIn(module)) mNames.push_back(name);
-    };
-    if (source.Module) {
-      add(*source.Module);
-      return;
-    }
-    for (const ModuleEntry& module : source.Project->Modules)
-      if (module.Source == &source) add(*module.Module);
-    std::sort(mNames.begin(), mNames.end(), [](const BoundName& a, const BoundName& b) {
-      return a.Line != b.Line ? a.Line < b.Line : a.Column < b.Column;
-    });
-  }
-  /// The element of the name that begins at that place; null if none is bound. Places are asked for
-  /// in their order.
-  const CodeElement* At(std::int32_t line, std::int32_t column) {
-    while (mAt < mNames.size() &&
-           (mNames[mAt].Line < line || (mNames[mAt].Line == line && mNames[mAt].Column < column)))
-      ++mAt;
-    const bool isHere =
-        mAt < mNames.size() && mNames[mAt].Line == line && mNames[mAt].Column == column;
-    return isHere ? mNames[mAt].Element : nullptr;
-  }
-
- private:
-  std::vector<BoundName> mNames;
-  std::size_t mAt = 0;
-};
-
 class SourceWriter {
  public:
-  SourceWriter(const SiteRun& run, const SourceEntry& source)
-      : mRun(run), mSource(source), mNames(run, source) {}
+  SourceWriter(const SiteRun& run, const SourceEntry& source, std::span<const BoundName> names)
+      : mRun(run), mSource(source), mNames(names), mOwn(run, source, names) {}
 
   void Write() {
     const std::string name = mSource.Path.substr(mSource.Path.rfind('/') + 1);
@@ -72,9 +40,11 @@ class SourceWriter {
       page.Crumbs = {
           {mSource.Project->Name, "../index.html"}, {"Source", "index.html"}, {name, ""}};
       if (piece > 0) page.Title.append(", part ").append(std::to_string(piece + 1));
+      mPiece = piece;
       AppendTop(page, piece);
       AppendPiece(page.Content, piece);
       AppendPieces(page.Content, piece);
+      mOwn.Append(page.Content, piece);
       mRun.Pages.Put(page);
     }
   }
@@ -152,7 +122,7 @@ class SourceWriter {
     if (shown.empty()) mState.CommentGoesOn = false;
     std::int32_t column = 1;
     SourceToken token;
-    for (SourceTokens tokens(shown, mSource.IsNet, mState); tokens.Next(token);) {
+    for (SourceTokens tokens(shown, mSource.Project->IsNet(), mState); tokens.Next(token);) {
       AppendToken(html, token, line, column);
       column += CharactersOf(token.Text);
     }
@@ -168,45 +138,64 @@ class SourceWriter {
     const bool mayLink = html.size() < kLinkedUpTo &&
                          (token.Kind == TokenKind::Name || token.Kind == TokenKind::Keyword);
     if (mayLink)
-      if (const CodeElement* element = mNames.At(line, column)) {
-        const std::string href = HrefOf(*element, line);
+      if (const BoundName* name = NameAt(line, column)) {
+        const std::string href = HrefOf(*name);
         if (!href.empty()) {
           html.append("<a class=\"u\" href=\"").append(href).append("\">");
-          AppendText(html, token.Text);
+          AppendCodeName(html, token.Text);
           html.append("</a>");
           return;
         }
       }
-    const std::string_view kind = ColourClass(token.Kind);
-    if (kind.empty() || html.size() > kColouredUpTo) return AppendText(html, token.Text);
-    html.append("<span class=\"").append(kind).append("\">");
-    AppendText(html, token.Text);
-    html.append("</span>");
+    if (html.size() > kColouredUpTo) return AppendText(html, token.Text);
+    AppendColoured(html, token.Kind, token.Text);
   }
 
-  // A name leads to its page; what has none, a local variable, to its line.
-  std::string HrefOf(const CodeElement& element, std::int32_t line) {
-    const auto [entry, isNew] = mHrefs.try_emplace(&element);
-    if (isNew) {
-      Address address = mRun.Map.Of(&element);
-      if (!address) address = mRun.Map.SourceOf(element);
-      if (address) entry->second = HrefFrom(mSource.Folder, address);
-    }
-    // The declaration of what has no page leads nowhere but to itself.
-    if (entry->second.ends_with("#L" + std::to_string(line))) return {};
-    return entry->second;
+  // The name that begins at that place; null if none is bound. Places are asked for in their order.
+  const BoundName* NameAt(std::int32_t line, std::int32_t column) {
+    while (mAt < mNames.size() &&
+           (mNames[mAt].Line < line || (mNames[mAt].Line == line && mNames[mAt].Column < column)))
+      ++mAt;
+    const bool isHere =
+        mAt < mNames.size() && mNames[mAt].Line == line && mNames[mAt].Column == column;
+    return isHere ? &mNames[mAt] : nullptr;
   }
+
+  // A name leads to its page; what has none, a local variable, to its line, and its declaration to
+  // the list of its uses.
+  std::string HrefOf(const BoundName& name) {
+    const auto [entry, isNew] = mHrefs.try_emplace(name.Element);
+    if (isNew) {
+      const Address page = mRun.Map.Of(name.Element);
+      const Address address = page ? page : mRun.Map.SourceOf(*name.Element);
+      entry->second.IsLine = !page;
+      if (address) entry->second.Href = HrefFrom(mSource.Folder, address);
+    }
+    if (!entry->second.IsLine) return entry->second.Href;
+    if (name.IsDeclaration) return mOwn.HrefOf(*name.Element, mPiece);
+    // What leads to its own line leads nowhere.
+    if (entry->second.Href.ends_with("#L" + std::to_string(name.Line))) return {};
+    return entry->second.Href;
+  }
+
+  struct Target {
+    std::string Href;
+    bool IsLine = false;
+  };
 
   const SiteRun& mRun;
   const SourceEntry& mSource;
-  NamesOfFile mNames;
+  std::span<const BoundName> mNames;
+  std::size_t mAt = 0;
+  FileNames mOwn;
+  std::size_t mPiece = 0;
   TokenState mState;
-  std::unordered_map<const CodeElement*, std::string> mHrefs;
+  std::unordered_map<const CodeElement*, Target> mHrefs;
 };
 
 }  // namespace
 
-void WriteSourcePages(const SiteRun& run, const ProjectEntry& project) {
+void WriteSourceList(const SiteRun& run, const ProjectEntry& project) {
   if (project.Sources.empty()) return;
   Page page;
   page.Folder = project.Folder + "source/";
@@ -219,7 +208,10 @@ void WriteSourcePages(const SiteRun& run, const ProjectEntry& project) {
     list.Add("<li>" + Link(source.LeafOf(0), source.Path) + " <span class=\"of\">" +
              Count(static_cast<std::size_t>(source.Lines), "line") + "</span></li>\n");
   list.Finish();
-  for (const SourceEntry& source : project.Sources) SourceWriter(run, source).Write();
+}
+
+void WriteSource(const SiteRun& run, const SourceEntry& source, std::span<const BoundName> names) {
+  SourceWriter(run, source, names).Write();
 }
 
 }  // namespace vendrel::site

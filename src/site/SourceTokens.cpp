@@ -4,6 +4,7 @@
 #include <array>
 
 #include "core/Ascii.h"
+#include "site/SiteHtml.h"
 #include "text/Separators.h"
 #include "text/WordList.h"
 
@@ -63,8 +64,7 @@ bool Holds(const Words& words, std::string_view word) {
 constexpr std::string_view kShared[] = {"Text", "Key",   "Custom", "Auto", "Out",  "Take",
                                         "Skip", "Group", "Order",  "Base", "From", "Assembly"};
 
-}  // namespace
-
+// The class of a kind of token; empty for none.
 std::string_view ColourClass(TokenKind kind) {
   switch (kind) {
     case TokenKind::Keyword:
@@ -75,6 +75,31 @@ std::string_view ColourClass(TokenKind kind) {
     case TokenKind::Date: return "n";
     default: return {};
   }
+}
+
+// Beyond Latin, Greek and Cyrillic: a look at each character would cost more than the element.
+bool MayTurn(std::string_view text) {
+  for (const char c : text)
+    if (static_cast<unsigned char>(c) >= 0xD6) return true;
+  return false;
+}
+
+}  // namespace
+
+void AppendCodeName(std::string& html, std::string_view name) {
+  if (!MayTurn(name)) return AppendText(html, name);
+  html.append("<bdi>");
+  AppendText(html, name);
+  html.append("</bdi>");
+}
+
+void AppendColoured(std::string& html, TokenKind kind, std::string_view text) {
+  const std::string_view colour = ColourClass(kind);
+  if (colour.empty())
+    return kind == TokenKind::Name ? AppendCodeName(html, text) : AppendText(html, text);
+  html.append("<span class=\"").append(colour).append("\">");
+  AppendText(html, text);
+  html.append("</span>");
 }
 
 bool IsLanguageWord(std::string_view word, bool isNet) {

@@ -3,6 +3,7 @@
 // language, numbers, dates and directives too, which the documented colouring leaves plain.
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace vendrel::site {
@@ -56,8 +57,11 @@ class SourceTokens {
   bool mBehindDot = false;
 };
 
-/// The class by which a page colours a kind of token; empty for none.
-std::string_view ColourClass(TokenKind kind);
+/// Appends a text as a page colours that kind of token. Names in scripts that run from right to
+/// left are isolated: what stands between two of them keeps its place.
+void AppendColoured(std::string& html, TokenKind kind, std::string_view text);
+/// A name without colour, in the same way.
+void AppendCodeName(std::string& html, std::string_view name);
 
 /// Whether a word belongs to the language, case ignored.
 bool IsLanguageWord(std::string_view word, bool isNet);

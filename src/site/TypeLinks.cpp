@@ -35,8 +35,9 @@ TypeLinks::TypeLinks(const SiteMap& map, std::vector<OutsideLink> outside)
       const std::string owner = project.Name + "." + module.Name;
       mFullNames.emplace(FoldKey(owner), module.Module);
       for (const MemberEntry& type : module.Types) {
-        mFullNames.emplace(FoldKey(owner + "." + type.Name), &type.First());
-        mFullNames.emplace(FoldKey(project.Name + "." + type.Name), &type.First());
+        const std::string name = "." + std::string(type.Name);
+        mFullNames.emplace(FoldKey(owner + name), &type.First());
+        mFullNames.emplace(FoldKey(project.Name + name), &type.First());
       }
     }
 }
@@ -155,14 +156,8 @@ void TypeLinks::AppendDeclaration(std::string& html, std::string_view text, std:
       expectsType = IsWord(here, "As") || IsWord(here, "Of") || IsWord(here, "Implements") ||
                     IsWord(here, "Inherits") || (expectsType && IsWord(here, "New")) || goesOn;
     }
-    const std::string_view kind = ColourClass(here.Kind);
-    if (kind.empty()) {
-      AppendText(html, here.Text);
-    } else {
-      html.append("<span class=\"").append(kind).append("\">");
-      AppendText(html, here.Kind == TokenKind::Keyword ? AsWritten(here.Text, isNet) : here.Text);
-      html.append("</span>");
-    }
+    const bool isKeyword = here.Kind == TokenKind::Keyword;
+    AppendColoured(html, here.Kind, isKeyword ? AsWritten(here.Text, isNet) : here.Text);
   }
 }
 

@@ -9,11 +9,6 @@
 namespace vendrel::site {
 namespace {
 
-std::string AnchorOf(const SiteRun& run, const CodeElement& member) {
-  const std::string leaf = run.Map.Of(&member).Leaf;
-  return leaf.substr(leaf.find('#') + 1);
-}
-
 std::string ProseCell(const SiteRun& run, const Page& page, const CodeElement& element) {
   std::string cell = "<td><div class=\"prose\" dir=\"auto\">";
   AppendProse(cell, Shortened(SummaryOf(element), 1500), LinksFor(run, page.Folder, element));
@@ -21,7 +16,8 @@ std::string ProseCell(const SiteRun& run, const Page& page, const CodeElement& e
 }
 
 std::string MemberOfTypeRow(const SiteRun& run, const Page& page, const EnumMember& member) {
-  std::string row = "<tr id=\"" + AnchorOf(run, member) + "\"><td class=\"first\">";
+  std::string row = "<tr id=\"";
+  row.append(AnchorOfLeaf(run.Map.LeafOf(member))).append("\"><td class=\"first\">");
   row.append(Name(member.Name)).append(TagsOf(run, member, false)).append("</td>\n<td><code>");
   row.append(Text(Shortened(member.Value, 200))).append("</code>");
   if (!member.ValueAsWritten.empty())
@@ -32,7 +28,8 @@ std::string MemberOfTypeRow(const SiteRun& run, const Page& page, const EnumMemb
 }
 
 std::string MemberOfTypeRow(const SiteRun& run, const Page& page, const Variable& member) {
-  std::string row = "<tr id=\"" + AnchorOf(run, member) + "\"><td class=\"first\"><code>";
+  std::string row = "<tr id=\"";
+  row.append(AnchorOfLeaf(run.Map.LeafOf(member))).append("\"><td class=\"first\"><code>");
   run.Types.AppendDeclaration(row, Shortened(SignatureText(member), 400), page.Folder,
                               member.OwnComponent());
   row.append("</code>").append(TagsOf(run, member, false)).append("</td>\n");
@@ -51,8 +48,8 @@ void WriteMembers(const SiteRun& run, const ModuleEntry& module, Page page, cons
                   const Members& members) {
   constexpr bool kIsEnumeration = std::is_same_v<Members, EnumMembers>;
   const std::size_t count = members.Count();
-  std::size_t number = 1;
-  for (std::size_t from = 0;; from += kFieldsOnPage) {
+  const std::string_view stem = type.Leaf.substr(0, type.Leaf.size() - 5);
+  for (std::size_t from = 0, number = 0;; from += kFieldsOnPage, ++number) {
     const std::size_t end = std::min(count, from + kFieldsOnPage);
     if (count > 0) {
       AppendSection(page.Content, "members", kIsEnumeration ? "Values" : "Fields", count);
@@ -61,17 +58,15 @@ void WriteMembers(const SiteRun& run, const ModuleEntry& module, Page page, cons
         page.Content.append(MemberOfTypeRow(run, page, *members.Item(i + 1)));
       page.Content.append("</tbody>\n</table>\n");
     }
-    const std::string stem = type.Leaf.substr(0, type.Leaf.size() - 5);
-    const std::string next = stem + "--" + std::to_string(number + 1) + ".html";
+    const std::string next = LeafOfPage(stem, number + 1);
     if (end < count)
       page.Content.append("<nav class=\"pages\" aria-label=\"Pages\"><a rel=\"next\" href=\"")
           .append(next)
           .append("\">Next page</a></nav>\n");
-    if (number == 1) AppendUses(run, page, type.First());
+    if (number == 0) AppendUses(run, page, type.First());
     run.Pages.Put(page);
     if (end >= count) return;
-    ++number;
-    page = PageIn(run, module, next, type.Name + ", page " + std::to_string(number));
+    page = PageIn(module, next, std::string(type.Name) + ", page " + std::to_string(number + 2));
     AppendHeading(page, type.Kind, page.Title);
   }
 }
@@ -81,11 +76,9 @@ void WriteMembers(const SiteRun& run, const ModuleEntry& module, Page page, cons
 void WriteTypePages(const SiteRun& run, const ModuleEntry& module) {
   for (std::size_t i = 0; i < module.Types.size(); ++i) {
     const MemberEntry& type = module.Types[i];
-    Page page = PageIn(run, module, type.Leaf, type.Name);
+    Page page = PageIn(module, type.Leaf, type.Name);
     AddNeighbours(page, "In " + Link("index.html", module.Name), module.Types.size(), i,
-                  [&](std::size_t other) {
-                    return PageLink{module.Types[other].Name, module.Types[other].Leaf};
-                  });
+                  [&](std::size_t other) { return NeighbourOf(module.Types[other]); });
     AppendHeading(page, std::string(type.Kind) + " of " + module.Name, type.Name,
                   TagsOf(run, type.First(), false));
     AppendPath(run, page, type.First());

@@ -30,11 +30,11 @@ IndexedUse Kept(const NameUse& use, const CodeElement* element) {
   return kept;
 }
 
-bool MakesEdge(const IndexedUse& use) {
-  return use.Kind != UseKind::Declare && use.Kind != UseKind::Name && use.Kind != UseKind::Qualify;
-}
-
 }  // namespace
+
+bool MakesEdge(UseKind kind) {
+  return kind != UseKind::Declare && kind != UseKind::Name && kind != UseKind::Qualify;
+}
 
 void UseIndex::Add(const NameUse& use) {
   const auto keep = [&](const CodeElement* element) {
@@ -81,7 +81,7 @@ std::vector<UseEdge> UseIndex::Edges() const {
   using Key = std::tuple<const CodeElement*, const CodeElement*, UseKind>;
   std::map<Key, UseEdge> edges;
   for (const IndexedUse& use : All()) {
-    if (!MakesEdge(use)) continue;
+    if (!MakesEdge(use.Kind)) continue;
     const CodeElement* target = TargetOf(use.Element, use.Accessor);
     UseEdge& edge = edges[{use.Holder, target, use.Kind}];
     if (edge.Count++ > 0) continue;

@@ -28,6 +28,9 @@ struct IndexedUse {
   bool OwnProcedure : 1 = false;
 };
 
+/// Declarations, names of arguments and qualifiers make no edge.
+bool MakesEdge(UseKind kind);
+
 /// That one element uses another, and how often.
 struct UseEdge {
   const CodeElement* From = nullptr;
@@ -53,8 +56,7 @@ class UseIndex {
   std::span<const IndexedUse> Of(const CodeElement& element) const;
   /// All uses, sorted by element.
   std::span<const IndexedUse> All() const;
-  /// From holder to element, one for each pair and kind; sorted by `From`, then `To`. Declarations,
-  /// names of arguments and qualifiers make none.
+  /// From holder to element, one for each pair and kind; sorted by `From`, then `To`.
   std::vector<UseEdge> Edges() const;
 
   const UseCounts& Counts() const { return mCounts; }

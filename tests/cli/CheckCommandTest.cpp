@@ -33,6 +33,28 @@ class CheckCommand : public testing::Test {
   test::MemoryFiles mFiles;
 };
 
+TEST_F(CheckCommand, AnOddLineIsTheSameInAProjectAloneAndInAGroup) {
+  mFiles.Add("/p/A.vbp", "Type=Exe\r\nClass=Item\r\nModule=M; m.bas\r\nName=\"A\"\r\n");
+  mFiles.Add("/p/m.bas", kModule);
+  mFiles.Add("/p/G.vbg", "VBGROUP 5.0\r\nProject=A.vbp\r\n");
+  for (const char* path : {"/p/A.vbp", "/p/G.vbg"}) {
+    const std::string told = Check({path}, exDone);
+    EXPECT_THAT(told, HasSubstr("/p/A.vbp:2: warning: project line kept, but not understood: "
+                                "Class=Item [project-line]\n"))
+        << path;
+    EXPECT_THAT(told, HasSubstr("1 project, 0 projects not read, 1 module listed, 1 found, ")) << path;
+  }
+}
+
+TEST_F(CheckCommand, TwoModulesOfOneNameAreToldWithTheirFiles) {
+  mFiles.Add("/p/P.vbp", "Type=Exe\r\nModule=M; m.bas\r\nModule=m; n.bas\r\nName=\"P\"\r\n");
+  mFiles.Add("/p/m.bas", kModule);
+  mFiles.Add("/p/n.bas", kModule);
+  EXPECT_THAT(Check({"/p/P.vbp"}, exDone),
+              HasSubstr("/p/P.vbp:3: warning: duplicate name of two modules, m.bas and n.bas: 'm'; "
+                        "the first one stays [duplicate-name]\n"));
+}
+
 TEST_F(CheckCommand, TellsWhatIsWrongWithTheListOfModulesWhereItStands) {
   mFiles.Add("/p/P.vbp",
              "Type=Exe\r\nModule=M; m.bas\r\nModule=G; gone.bas\r\nClass=C; SUB\\ITEM.cls\r\n"

@@ -121,7 +121,8 @@ TEST(SourceDocumentation, OfLaterPartsInOtherFiles) {
                        {"b.vb",
                         "Class C\n ''' <summary>b</summary>\n Public B As Byte\n\n"
                         " ''' <summary>s</summary>\n Sub S(p As Byte)\n  Dim l As Byte\n End Sub\n"
-                        " ''' <summary>f</summary>\n Event F()\nEnd Class\n"}},
+                        " ''' <summary>f</summary>\n Event F()\n Public D As Byte\n"
+                        " Const K = 1\nEnd Class\n"}},
                Complete());
   EXPECT_EQ(Described(n), "B=b; S=s; F=f");
   Component& type = n["R.C"];
@@ -132,6 +133,8 @@ TEST(SourceDocumentation, OfLaterPartsInOtherFiles) {
   Block& procedure = *type.Blocks.Item("S");
   EXPECT_EQ(file(*fields.Item("A")), "a.vb");
   EXPECT_EQ(file(*fields.Item("B")), "b.vb");
+  EXPECT_EQ(file(*fields.Item("D")), "b.vb");
+  EXPECT_EQ(file(*type.BlockOfType(btDeclarations)->Constants->Item("K")), "b.vb");
   EXPECT_EQ(file(*type.EventDeclarations.Item("E")), "a.vb");
   EXPECT_EQ(file(*type.EventDeclarations.Item("F")), "b.vb");
   EXPECT_EQ(file(procedure), "b.vb");

@@ -12,8 +12,8 @@
 // clang-format off
 #define VENDREL_TARGETS(X) \
   X(AssemblyFuzz) X(ColourFuzz) X(CommentFileFuzz) X(ConditionFuzz) X(ControlsFuzz) X(DocumentationFuzz) X(GroupFuzz) \
-  X(LikeFuzz) X(LookupFuzz) X(MetadataFuzz) X(ModuleFuzz) X(NetProjectFuzz) X(NetSourceFuzz) X(ProjectFuzz) X(SetFuzz) \
-  X(SettingsFuzz) X(TagTableFuzz) X(TypeLibFuzz) X(UsesFuzz) \
+  X(LikeFuzz) X(LookupFuzz) X(MetadataFuzz) X(ModuleFuzz) X(NetProjectFuzz) X(NetSourceFuzz) X(ProjectFuzz) X(ProseFuzz) X(SetFuzz) \
+  X(SettingsFuzz) X(SourceTokensFuzz) X(TagTableFuzz) X(TypeLibFuzz) X(UsesFuzz) \
   X(WriteFuzz)
 // clang-format on
 #define VENDREL_TARGET(name) extern "C" int name(const std::uint8_t* data, std::size_t size);

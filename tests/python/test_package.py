@@ -122,6 +122,41 @@ class TreeTest(unittest.TestCase):
             self.assertIn("use.py:5: error: Incompatible types", said.stdout)
 
 
+    def test_every_property_says_what_it_means(self):
+        for name, (_, properties) in _native.classes().items():
+            for own, snake, _, sentence, _ in properties:
+                for each in (own, snake):
+                    said = getattr(getattr(vendrelmodel, name), each).__doc__
+                    self.assertNotEqual(said.strip(), sentence, f"{name}.{each}")
+
+
+class LoaderTest(unittest.TestCase):
+    """A loader in a shared library, which finds the factories of the tree in the package."""
+
+    def setUp(self):
+        folder = Path(os.environ.get("VENDRELMODEL_BUILD", ROOT / "build/debug")) / "tests"
+        found = sorted(folder.glob("*vendrel_sample_loader.so"))
+        if not found:
+            self.skipTest("the sample's loader is not built: target vendrel_sample_loader")
+        self.loader = str(found[0])
+        self.custom = f"Outline.Loader={ROOT}/samples/Loader/outline.txt"
+
+    def test_it_fills_a_project(self):
+        project = vendrelmodel.load(loader=self.loader, custom=self.custom)
+        names = [(c.name, [b.name for b in c.blocks if b.is_method]) for c in project.components]
+        self.assertEqual(names, [("Shop.Goods", ["Add", "Find"]), ("Shop.Names", ["Find"])])
+        code, out, told = vendrelmodel.run("tree", "--loader", self.loader, "--custom", self.custom)
+        self.assertEqual((code, told), (0, ""))
+        self.assertIn("class Shop.Names  (1 procedure)", out)
+
+    def test_it_stands_in_place_of_a_path(self):
+        for arguments, options in (((LEDGER,), {"custom": self.custom}), ((), {})):
+            with self.assertRaisesRegex(TypeError, "either a path, or custom="):
+                vendrelmodel.load(*arguments, **options)
+        with self.assertRaisesRegex(vendrelmodel.InputError, "has no loader No.Such"):
+            vendrelmodel.load(loader=self.loader, custom="No.Such=x")
+
+
 class LifeTest(unittest.TestCase):
     def test_an_element_keeps_its_tree_alive(self):
         block = vendrelmodel.load(LEDGER).components["modMain"].blocks["Main"]
@@ -234,6 +269,16 @@ class EditTest(unittest.TestCase):
                                    ("nonsense", 1, AttributeError)]:
             with self.assertRaises(error, msg=name):
                 setattr(block, name, value)
+
+    def test_a_dict_follows_what_was_changed(self):
+        project = vendrelmodel.load(LEDGER)
+        module = project.components["modMain"]
+        before = module.to_dict()
+        block = next(b for b in module.blocks if b.is_method)
+        block.name = "Renamed"
+        after = module.to_dict()
+        shown = {b["UniqueName"] for b in after["Blocks"]} - {b["UniqueName"] for b in before["Blocks"]}
+        self.assertEqual(shown, {"Ledger~modMain~Renamed"})
 
     def test_lines_modules_and_writing(self):
         project = vendrelmodel.load(self.path)

@@ -36,6 +36,51 @@ class SiteCommand : public testing::Test {
   }
 };
 
+// Lines of source as a browser shows them, and the list below them.
+TEST_F(SiteCommand, NamesOfSourceLeadToDeclarationsAndDeclarationsToUses) {
+  mFiles.Add("/g/modMain.bas",
+             "Attribute VB_Name = \"modMain\"\r\nPrivate mTotal\r\n"
+             "Public Sub Run(x As Item)\r\n  Dim sum, never\r\n  sum = x.Size\r\n"
+             "  mTotal = sum + sum\r\nEnd Sub\r\n");
+  Make();
+  const test::CheckedSite site = Site();
+  EXPECT_THAT(site.Faults(), testing::IsEmpty());
+  const std::string& page = site["Shop/source/modMain.bas.html"];
+  for (const char* part :
+       {"<a class=\"u\" href=\"#d2-9\">mTotal</a>", "href=\"#d4-7\">sum</a>",
+        "href=\"#d3-16\">x</a>", "href=\"#L2\"><bdi>mTotal</bdi>",
+        "href=\"../Item/Size.html\">Size</a>",
+        "<li id=\"d4-7\"><a href=\"#L4\"><bdi>sum</bdi></a> <span class=\"of\">of "
+        "<bdi>Run</bdi>, used in lines <a href=\"#L5\">5</a>, <a "
+        "href=\"#L6\">6</a></span></li>"})
+    EXPECT_THAT(page, HasSubstr(part));
+  EXPECT_THAT(page, testing::Not(HasSubstr("id=\"d4-12\"")));
+}
+
+TEST_F(SiteCommand, NamesOfVBNetSourceAreBoundInEachPartOfAType) {
+  mFiles.Add("/n/Net.vbproj",
+             "<Project><PropertyGroup><RootNamespace>Net</RootNamespace></PropertyGroup><ItemGroup>"
+             "<Compile Include=\"A.vb\"/><Compile Include=\"B.vb\"/></ItemGroup></Project>");
+  mFiles.Add("/n/A.vb",
+             "Partial Public Class Till\n  Public Sub Pay(sum As Long)\n    mCount += sum\n"
+             "  End Sub\nEnd Class\nPublic Class Shop\n  Public Sub Open(t As Till)\n"
+             "    t.Pay(1)\n  End Sub\nEnd Class\n");
+  mFiles.Add("/n/B.vb",
+             "Partial Public Class Till\n  Public Sub Other()\n  End Sub\n"
+             "  Private mCount As Long\nEnd Class\n");
+  RunFor({"site", "/n/Net.vbproj", "--to", "/out", "--quiet"});
+  const test::CheckedSite site = Site();
+  EXPECT_THAT(site.Faults(), testing::IsEmpty());
+  const std::string& page = site["Net/source/A.vb.html"];
+  for (const char* part :
+       {"href=\"../Till/index.html\">Till</a>", "href=\"../Till/Pay.html\">Pay</a>(",
+        "href=\"B.vb.html#L4\">mCount</a>", "href=\"#d2-18\">sum</a>",
+        "<li id=\"d2-18\"><a href=\"#L2\"><bdi>sum</bdi></a> <span class=\"of\">of "
+        "<bdi>Pay</bdi>, used in line <a href=\"#L3\">3</a></span></li>"})
+    EXPECT_THAT(page, HasSubstr(part));
+  EXPECT_THAT(site["Net/Till/Pay.html"], HasSubstr("<bdi>Shop.Open</bdi>"));
+}
+
 TEST_F(SiteCommand, NothingOfASourceBecomesMarkUpOrScript) {
   const std::string evil = "</code></pre><script>alert(1)</script><img src=x onerror=alert(1)>";
   mFiles.Add("/g/Shop.vbp",

@@ -79,6 +79,7 @@ class Collection {
     const Using use(*Owner().Root);
     const std::size_t place = PlaceOfElement(HeldBy(element));
     if (place == 0) throw py::value_error("the element is not in this collection");
+    Owner().Root->Changed();
     mProperty->Remove(const_cast<void*>(Owner().Get().Object), place);
   }
   std::string Repr() const {
@@ -134,6 +135,7 @@ class Lines {
   }
   void Remove(py::ssize_t index) const {
     const Using use(*Owner().Root);
+    Owner().Root->Changed();
     List()->Remove(static_cast<std::int32_t>(PlaceOf(index, CountHere())));
   }
   // Taken in as if it had stood in the file there.
@@ -142,11 +144,10 @@ class Lines {
     const Using use(*Owner().Root);
     const auto count = static_cast<py::ssize_t>(CountHere());
     if (index < 0) index = std::max<py::ssize_t>(index + count, 0);
-    ElementRef owner = Owner().Get();
-    if (owner.Class->Kind != ElementKind::Block)
-      throw py::type_error("lines are added to procedures and sections of modules");
-    auto& block = *static_cast<Block*>(const_cast<void*>(owner.Object));
-    block.AddLine(given, index < count ? static_cast<std::int32_t>(index) + 1 : 0);
+    auto* block = ObjectAs<Block>(Owner().Get());
+    if (!block) throw py::type_error("lines are added to procedures and sections of modules");
+    Owner().Root->Changed();
+    block->AddLine(given, index < count ? static_cast<std::int32_t>(index) + 1 : 0);
   }
   std::string Repr() const {
     return "<" + std::string(mProperty->Name) + ", " + std::to_string(Count()) + ">";

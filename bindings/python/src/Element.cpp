@@ -5,6 +5,7 @@
 #include <string>
 
 #include "output/Places.h"
+#include "output/PropertyMeanings.h"
 #include "project/Assembly.h"
 
 namespace vendrel::python {
@@ -139,10 +140,13 @@ PyTypeObject* MakeBase() {
   return reinterpret_cast<PyTypeObject*>(type);
 }
 
-std::string DocOf(const PropertyDescription& property, const py::dict& docs) {
+// What the header says of a property, else the table of meanings.
+std::string DocOf(std::string_view className, const PropertyDescription& property,
+                  const py::dict& docs) {
   const py::str name{std::string(property.Name)};
-  std::string doc;
-  if (docs.contains(name)) doc = docs[name].cast<std::string>() + "\n\n";
+  std::string doc = docs.contains(name) ? docs[name].cast<std::string>()
+                                        : std::string(MeaningOf(className, property.Name));
+  if (!doc.empty()) doc += "\n\n";
   return doc + SentenceOn(property);
 }
 
@@ -154,8 +158,8 @@ PyTypeObject* MakeType(const ClassDescription& description, const py::dict& docs
   const py::dict own = docs.contains(className) ? docs[className].cast<py::dict>() : py::dict();
   auto& table = tables.emplace_back();
   const auto add = [&](const PropertyDescription& property, std::string name) {
-    Attribute& attribute =
-        attributes.emplace_back(Attribute{&property, std::move(name), DocOf(property, own)});
+    Attribute& attribute = attributes.emplace_back(
+        Attribute{&property, std::move(name), DocOf(description.Name, property, own)});
     table.push_back({attribute.Name.c_str(), &GetAttribute,
                      property.Write ? &SetAttribute : nullptr, attribute.Doc.c_str(), &attribute});
   };

@@ -29,6 +29,14 @@ py::object Wrap(const std::shared_ptr<Root>& root, const CodeElement* element);
 /// What such an object holds; raises TypeError for any other object.
 const Held& HeldBy(py::handle object);
 
+/// The element as what it is; null for one of another class.
+template <typename Class>
+Class* ObjectAs(ElementRef element) {
+  if (!element || element.Class->Kind != kKindOf<Class>) return nullptr;
+  // The elements of a tree are no constants to its host.
+  return const_cast<Class*>(static_cast<const Class*>(element.Object));
+}
+
 /// The value of a property, and its assignment.
 py::object ReadProperty(py::handle self, const PropertyDescription& property);
 void WriteProperty(const Held& held, const PropertyDescription& property, py::handle value);
@@ -50,6 +58,9 @@ std::string TypeOf(const PropertyDescription& property);
 void AddCollections(py::module_& module);
 py::object WrapCollection(py::handle owner, const PropertyDescription& property);
 py::object WrapLines(py::handle owner, const PropertyDescription& property);
+
+/// Shows this module to loaders in shared libraries, which find the factories of the tree in it.
+void OfferToLoaders();
 
 /// Sets the error of Python for the exception at hand.
 void SetError();

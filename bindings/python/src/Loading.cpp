@@ -1,10 +1,13 @@
 // From a path to a tree, by the options of the tool.
 
+#include <dlfcn.h>
+
 #include <CLI/CLI.hpp>
 #include <chrono>
 #include <sstream>
 
 #include "Element.h"
+#include "LargePages.h"
 #include "cli/ProjectSets.h"
 #include "cli/Session.h"
 
@@ -105,6 +108,7 @@ class Watch {
 
   void Tie(VBProject& project) {
     project.ComponentLoaded.Add([this, &project](std::int32_t done) {
+      mPages.Look();
       const auto now = std::chrono::steady_clock::now();
       const std::size_t all = project.Components.Count();
       const bool isLast = static_cast<std::size_t>(done) == all && !mProgress.is_none();
@@ -127,6 +131,7 @@ class Watch {
 
  private:
   py::object mProgress;
+  LargePages mPages;
   std::optional<py::error_already_set> mRaised;
   std::chrono::steady_clock::time_point mNext =
       std::chrono::steady_clock::now() + std::chrono::milliseconds(50);
@@ -149,24 +154,32 @@ void Fill(Root& root, const std::string& path, cli::LoadDepth depth, Watch& watc
       throw cli::ToolError(
           cli::exUsage, path + ": a folder of projects; projects() lists them, load() takes one");
     root.Project = cli::LoadFolderOfModules(path, root.Options, streams, depth, prepare);
-    if (!root.Project)
-      throw cli::ToolError(cli::exFailed, path + ": no project and no module in or below it");
   } else {
     root.Project = cli::LoadInput(path, root.Options, streams, depth, prepare);
   }
   watch.Untie(*root.Project);
 }
 
+// A file, or what stands in its place: the data of a loader.
+std::string InputOf(const py::object& path, const cli::CommonOptions& options) {
+  if (path.is_none() == options.Custom.empty())
+    throw py::type_error("load() takes either a path, or custom='PROGID=DATA' in its place");
+  return path.is_none() ? "custom:" + options.Custom
+                        : TextFrom(py::str(py::module_::import("os").attr("fspath")(path)));
+}
+
 py::object Load(const py::object& path, bool modules, py::object progress,
                 const py::kwargs& options) {
-  const std::string file = TextFrom(py::str(py::module_::import("os").attr("fspath")(path)));
   const auto root = std::make_shared<Root>();
   TakeOptions(options, root->Options);
+  const std::string file = InputOf(path, root->Options);
+  if (!root->Options.Loader.empty()) OfferToLoaders();
   Watch watch(std::move(progress));
   WithoutPython(*root, [&] {
     Fill(*root, file, modules ? cli::LoadDepth::Modules : cli::LoadDepth::ProjectFile, watch);
   });
   watch.RaiseIfAny();
+  root->IsWhole = modules;
   return Wrap(root, root->Top());
 }
 
@@ -201,8 +214,14 @@ py::list OptionsOfLoad() {
 
 }  // namespace
 
+void OfferToLoaders() {
+  Dl_info own;
+  if (dladdr(reinterpret_cast<const void*>(&OfferToLoaders), &own) != 0)
+    dlopen(own.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_GLOBAL);
+}
+
 void AddLoading(py::module_& module) {
-  module.def("load", &Load, py::arg("path"), py::kw_only(), py::arg("modules") = true,
+  module.def("load", &Load, py::arg("path") = py::none(), py::kw_only(), py::arg("modules") = true,
              py::arg("progress") = py::none());
   module.def("projects", &Projects, py::arg("folder"));
   module.def("options_of_load", &OptionsOfLoad);

@@ -15,6 +15,7 @@
 #include "output/Dump.h"
 #include "output/Places.h"
 #include "output/UniqueNames.h"
+#include "text/Like.h"
 
 namespace vendrel::python {
 namespace {
@@ -26,21 +27,18 @@ py::object Record(const char* type) {
 // The projects of what was loaded, or the one that an element is.
 std::vector<VBProject*> ProjectsOf(const Held& held) {
   const ElementRef element = held.Get();
-  void* object = const_cast<void*>(element.Object);
-  if (element.Class->Kind == ElementKind::VBProject) return {static_cast<VBProject*>(object)};
-  if (element.Class->Kind != ElementKind::VBProjectGroup)
-    throw py::type_error("a project or a group is wanted here");
+  if (auto* project = ObjectAs<VBProject>(element)) return {project};
+  auto* group = ObjectAs<VBProjectGroup>(element);
+  if (!group) throw py::type_error("a project or a group is wanted here");
   std::vector<VBProject*> projects;
-  for (VBProject& project : static_cast<VBProjectGroup*>(object)->AllVBProjects())
-    projects.push_back(&project);
+  for (VBProject& project : group->AllVBProjects()) projects.push_back(&project);
   return projects;
 }
 
 VBProject& ProjectOf(const Held& held) {
-  const ElementRef element = held.Get();
-  if (element.Class->Kind != ElementKind::VBProject)
-    throw py::type_error("a project is wanted here");
-  return *static_cast<VBProject*>(const_cast<void*>(element.Object));
+  auto* project = ObjectAs<VBProject>(held.Get());
+  if (!project) throw py::type_error("a project is wanted here");
+  return *project;
 }
 
 struct Named {
@@ -101,9 +99,9 @@ py::tuple Resolve(py::handle self, const std::string& type, py::handle from) {
   Component* module = nullptr;
   if (!from.is_none()) {
     const Held& asked = HeldBy(from);
-    if (asked.Get().Class->Kind != ElementKind::Component || asked.Root != held.Root)
+    module = ObjectAs<Component>(asked.Get());
+    if (!module || asked.Root != held.Root)
       throw py::type_error("from_module: a module of the same tree is wanted");
-    module = static_cast<Component*>(const_cast<void*>(asked.Get().Object));
   }
   TypeClassEnum where = tcUnresolved;
   const CodeElement* found = ProjectOf(held).ResolveType(module, type, where);
@@ -123,10 +121,8 @@ py::list Told(const Diagnostics& diagnostics) {
 py::list DiagnosticsOf(py::handle self) {
   const Held& held = HeldBy(self);
   const Using use(*held.Root);
-  const ElementRef element = held.Get();
   py::list told;
-  if (element.Class->Kind == ElementKind::VBProjectGroup)
-    told = Told(static_cast<const VBProjectGroup*>(element.Object)->Diagnostics);
+  if (const auto* group = ObjectAs<VBProjectGroup>(held.Get())) told = Told(group->Diagnostics);
   for (const VBProject* project : ProjectsOf(held))
     for (const py::handle each : Told(project->Diagnostics)) told.append(each);
   return told;
@@ -176,9 +172,7 @@ py::str DumpOf(py::handle self, bool lines, bool empty, bool identity) {
   std::ostringstream out;
   {
     const py::gil_scoped_release release;
-    UniqueNames names;  // of the whole tree, so that links lead to what they name
-    names.Add(held.Root->Top());
-    options.Names = &names;
+    options.Names = &held.Root->Names();  // of the whole tree, so that links lead to what they name
     Dump(out, element, options);
   }
   return TextOf(out.view());
@@ -219,11 +213,11 @@ py::str Write(py::handle self, const std::string& to, bool yes, bool dryRun, boo
     if (!held.Handle) throw VendrelError(errObjectNotSet, "the element has left its tree");
     const cli::Streams streams{out, err};
     cli::Writer writer(arguments, streams, out);
-    void* object = const_cast<void*>(held.Element.Object);
-    if (held.Element.Class->Kind == ElementKind::VBProjectGroup)
-      writer.Write(*static_cast<VBProjectGroup*>(object));
-    else if (held.Element.Class->Kind == ElementKind::VBProject)
-      writer.Write(*static_cast<VBProject*>(object), false);
+    held.Root->Changed();
+    if (auto* group = ObjectAs<VBProjectGroup>(held.Element))
+      writer.Write(*group);
+    else if (auto* project = ObjectAs<VBProject>(held.Element))
+      writer.Write(*project, false);
     else
       throw cli::ToolError(cli::exUsage, "only a project or a group is written");
     return writer.Finish();
@@ -239,22 +233,27 @@ void AddCode(py::handle self, py::handle text) {
   const std::string code = TextFrom(text);
   const Held& held = HeldBy(self);
   const Using use(*held.Root);
-  if (held.Get().Class->Kind != ElementKind::Component)
-    throw py::type_error("code is added to a module");
-  static_cast<Component*>(const_cast<void*>(held.Element.Object))->AddCode(code);
+  auto* module = ObjectAs<Component>(held.Get());
+  if (!module) throw py::type_error("code is added to a module");
+  held.Root->Changed();
+  module->AddCode(code);
 }
 
 py::object NewModule(py::handle self, int type, const std::string& name, const std::string& file) {
   const Held& held = HeldBy(self);
   const Using use(*held.Root);
   if (!FindName(NamesOf(FileTypeEnum()), type)) throw py::value_error("no such kind of modules");
+  held.Root->Changed();
   const auto module = ProjectOf(held).NewComponent(static_cast<FileTypeEnum>(type), name, file);
   return Wrap(held.Root, module.get());
 }
 
 py::tuple Run(const std::vector<std::string>& arguments, const std::string& input) {
   std::vector<const char*> argv{"vendrelmodel"};
-  for (const std::string& argument : arguments) argv.push_back(argument.c_str());
+  for (const std::string& argument : arguments) {
+    argv.push_back(argument.c_str());
+    if (argument.starts_with("--loader")) OfferToLoaders();
+  }
   std::ostringstream out, err;
   std::istringstream in(input);
   vendrel::Workspace workspace;

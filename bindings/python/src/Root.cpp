@@ -17,6 +17,12 @@ ElementRef Root::Top() const {
   return Project ? Describe(*Project) : ElementRef{};
 }
 
+const UniqueNames& Root::Names() {
+  if (!IsWhole) mNames.reset();
+  if (!mNames) mNames.emplace().Add(Top());
+  return *mNames;
+}
+
 void Root::Bury(WeakHandle<HandleTarget> handle) {
   const std::lock_guard lock(mBuriedLock);
   mBuried.push_back(std::move(handle));

@@ -14,6 +14,7 @@
 #include "core/WeakHandle.h"
 #include "core/Workspace.h"
 #include "output/Describe.h"
+#include "output/UniqueNames.h"
 #include "project/VBProjectGroup.h"
 
 namespace vendrel::python {
@@ -32,15 +33,23 @@ struct Root {
   void Bury(WeakHandle<HandleTarget> handle);
   void DropBuried();
 
+  /// Unique names of the whole tree, made once for a tree that was loaded whole. Under `Using`.
+  const UniqueNames& Names();
+  /// The tree was changed: names are to be made anew.
+  void Changed() { mNames.reset(); }
+
   vendrel::Workspace Workspace;
   std::recursive_mutex Lock;
   cli::CommonOptions Options;
+  /// All modules have been read; else they come as they are asked for.
+  bool IsWhole = false;
   /// From the load to the end, so that a write knows what was read.
   std::optional<cli::WatchedFiles> Files;
   std::shared_ptr<VBProject> Project;
   std::shared_ptr<VBProjectGroup> Group;
 
  private:
+  std::optional<UniqueNames> mNames;
   std::mutex mBuriedLock;
   std::vector<WeakHandle<HandleTarget>> mBuried;
 };

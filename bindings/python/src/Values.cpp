@@ -103,6 +103,7 @@ void WriteProperty(const Held& held, const PropertyDescription& property, py::ha
     default: given.Text = given.Store = TextFrom(value);
   }
   const Using use(*held.Root);
+  held.Root->Changed();
   if (!property.Write(const_cast<void*>(held.Get().Object), given)) RefuseValue(property, value);
 }
 

@@ -124,7 +124,7 @@ def code_line():
 
 
 def load():
-    yield "\ndef load(path: str | os.PathLike[str], *, modules: bool = True,"
+    yield "\ndef load(path: str | os.PathLike[str] | None = None, *, modules: bool = True,"
     yield "         progress: Callable[[int, int], object] | None = None,"
     for name, flag, many, _ in _native.options_of_load():
         kind = "bool" if flag else LOAD_TYPES.get(name, "str | list[str]" if many else "str")

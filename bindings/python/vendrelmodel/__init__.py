@@ -56,14 +56,14 @@ _abc.Sequence.register(Collection)
 _abc.MutableSequence.register(Lines)
 
 
-def load(path: Any, *, modules: bool = True, progress: Any = None, **options: Any) -> Any:
+def load(path: Any = None, *, modules: bool = True, progress: Any = None, **options: Any) -> Any:
     """Loads a project, a group or solution, a module, a folder of modules, a type library or an
     assembly; gives a VBProject or a VBProjectGroup. `modules` False reads the project file alone.
     `progress(done, all)` is called behind modules, some twenty times a second at most; what it
     raises stops the load. Raises InputError for what cannot be read, UsageError for an option that
     makes no sense.
 
-    The options are those of the tool, with underscores:
+    The options are those of the tool, with underscores; `custom` stands in place of the path:
 
 """
     return _native.load(path, modules=modules, progress=progress, **options)

@@ -1,0 +1,43 @@
+#include "LargePages.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdlib>
+
+namespace vendrel::python {
+namespace {
+
+constexpr std::size_t kLargeEnough = 2 << 20;
+constexpr std::size_t kStep = 16 << 20;
+
+char* EndOfHeap() { return static_cast<char*>(sbrk(0)); }
+
+// The allocator keeps what is given back at the end of its heap. It takes a first piece of that
+// size from elsewhere, and the next ones from there.
+void GrowHeap() {
+  for (int i = 0; i < 2; ++i) {
+    void* volatile piece = std::malloc(kStep);
+    std::free(piece);
+  }
+}
+
+}  // namespace
+
+LargePages::LargePages() : mEnd(EndOfHeap()), mPatience(kLargeEnough) {}
+
+void LargePages::Look() {
+  char* const from = EndOfHeap();
+  if (from == reinterpret_cast<char*>(-1) || from <= mEnd + mPatience) return;
+  mPatience = 0;
+  GrowHeap();
+  mEnd = EndOfHeap();
+#ifdef MADV_HUGEPAGE
+  const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
+  char* const begin = from + (page - reinterpret_cast<std::uintptr_t>(from) % page) % page;
+  if (begin < mEnd) madvise(begin, static_cast<std::size_t>(mEnd - begin), MADV_HUGEPAGE);
+#endif
+}
+
+}  // namespace vendrel::python
