@@ -14,8 +14,6 @@
 #include "output/Difference.h"
 #include "output/Dump.h"
 #include "output/Places.h"
-#include "output/UniqueNames.h"
-#include "text/Like.h"
 
 namespace vendrel::python {
 namespace {
