@@ -16,7 +16,8 @@ std::string FileOf(const Component& component) { return SourcePlace{&component}.
 NamePattern WantedName(const std::string& name) try {
   return NamePattern(name);
 } catch (const VendrelError& error) {
-  throw ToolError(exUsage, error.Text());
+  // Without the standard text in front of what is wrong.
+  throw ToolError(exUsage, error.Text().substr(ErrorText(error.Number()).size() + 2));
 }
 
 std::string FileOf(const SourcePlace& place) {
