@@ -16,6 +16,15 @@ bool TokenScan::EndsLambdaHead() const {
   return head == word::Sub || head == word::Function;
 }
 
+// What may stand on several lines.
+void TokenScan::CountLines(std::size_t from, std::size_t to) {
+  for (std::size_t at = from; at < to; ++at)
+    if (mText[at] == '\n') {
+      ++mLine;
+      mLineStarts.push_back(at + 1);
+    }
+}
+
 // A part of an interpolated string, up to the hole or quotation mark behind it: $"a {b} c".
 void TokenScan::TakeInterpolated(std::size_t from) {
   std::size_t end = from;
@@ -27,11 +36,7 @@ void TokenScan::TakeInterpolated(std::size_t from) {
     }
     ++end;
   }
-  for (std::size_t at = mAt; at < end; ++at)
-    if (mText[at] == '\n') {  // a string may stand on several lines
-      ++mLine;
-      mLineStarts.push_back(at + 1);
-    }
+  CountLines(mAt, end);
   const bool opens = end < mText.size() && mText[end] == '{';
   Push(TokenKind::Text, mAt, std::min(opens ? end : end + 1, mText.size()));
   if (!opens) return;
@@ -55,6 +60,60 @@ bool TokenScan::TakeHoleEnd(char c) {
   mOpen.pop_back();
   mHoles.pop_back();
   TakeInterpolated(mAt);
+  return true;
+}
+
+// An XML literal where an operand is due, or the name of an axis: "root.<item>". False for a
+// comparison, an attribute, and what nothing closes.
+bool TokenScan::TakeXml() {
+  if (!mRules.DotNet || Tokens.empty()) return false;
+  const Token& before = Tokens.back();
+  const bool isAxis = before.Mark == '.';
+  const bool isWord = before.Kind == TokenKind::Word && !before.Bracketed;
+  const bool isDue =
+      before.Mark != 0 && std::string_view("=(,{&+:").find(before.Mark) != std::string_view::npos;
+  const bool isDueWord = isWord && (before.Name == word::Return || before.Name == word::Select ||
+                                    before.Name == word::In || before.Name == word::Yield);
+  if (isAxis) {
+    const std::size_t end = mText.find_first_of(">\r\n", mAt);
+    if (end == std::string_view::npos || mText[end] != '>') return false;
+    Push(TokenKind::Text, mAt, end + 1);
+    return true;
+  }
+  if (!isDue && !isDueWord && before.Mark != kNamedMark) return false;
+  const std::size_t end = XmlLiteralEnd(mText, mAt);
+  if (end == mAt) return false;
+  TakeXmlPart({mText.substr(0, end), mAt});
+  return true;
+}
+
+// Up to the end of the literal or its next hole, in which code stands.
+void TokenScan::TakeXmlPart(XmlWalk walk) {
+  const bool isHole = walk.Next() == XmlWalk::Stop::Hole;
+  const std::size_t begin = mAt, end = walk.At();
+  Push(TokenKind::Text, begin, end);
+  CountLines(begin, end);
+  if (!isHole) return;
+  Push(TokenKind::Mark, end, end + 3);
+  Tokens.back().Mark = '(';
+  mOpen.push_back(static_cast<std::int32_t>(Tokens.size()) - 1);
+  mXmlHoles.push_back({mOpen.back(), walk});
+}
+
+bool TokenScan::TakeXmlHoleEnd() {
+  if (mXmlHoles.empty() || mOpen.empty() || mOpen.back() != mXmlHoles.back().Open ||
+      At(mAt + 1) != '>')
+    return false;
+  XmlHole hole = mXmlHoles.back();
+  mXmlHoles.pop_back();
+  Push(TokenKind::Mark, mAt, mAt + 2);
+  Tokens.back().Mark = ')';
+  Tokens.back().Match = mOpen.back();
+  Tokens[static_cast<std::size_t>(mOpen.back())].Match =
+      static_cast<std::int32_t>(Tokens.size()) - 1;
+  mOpen.pop_back();
+  hole.Walk.GoOnAt(mAt);
+  TakeXmlPart(hole.Walk);
   return true;
 }
 

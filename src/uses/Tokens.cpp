@@ -76,6 +76,7 @@ void TokenScan::BeginLine() {
   Tokens.clear();
   mOpen.clear();
   mHoles.clear();
+  mXmlHoles.clear();
   mLineStarts.clear();
   mLineStarts.push_back(mAt);
   mFirstLine = mLine;
@@ -122,7 +123,8 @@ bool TokenScan::Next() {
                    (mGap || Tokens.empty() || Tokens.back().Kind == TokenKind::Mark) &&
                    !(Tokens.size() && Tokens.back().Mark == ')' && !mGap))
             TakeNumber();
-          else if (c != '#' || !TakeDate())
+          else if (!(c == '#' && TakeDate()) && !(c == '<' && TakeXml()) &&
+                   !(c == '%' && TakeXmlHoleEnd()))
             TakeMark();
           break;
       }

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "text/net/XmlLiterals.h"
 #include "uses/Symbols.h"
 
 namespace vendrel {
@@ -70,6 +71,10 @@ class TokenScan {
   void TakeText();
   void TakeInterpolated(std::size_t from);
   bool TakeHoleEnd(char c);
+  bool TakeXml();
+  void TakeXmlPart(XmlWalk walk);
+  bool TakeXmlHoleEnd();
+  void CountLines(std::size_t from, std::size_t to);
   bool TakeDate();
   void TakeMark();
   void Push(TokenKind kind, std::size_t begin, std::size_t end);
@@ -86,6 +91,11 @@ class TokenScan {
   std::vector<std::size_t> mLineStarts;
   std::vector<std::int32_t> mOpen;
   std::vector<std::int32_t> mHoles;  // of them those of interpolated strings
+  struct XmlHole {
+    std::int32_t Open;
+    XmlWalk Walk;
+  };
+  std::vector<XmlHole> mXmlHoles;  // and those of XML literals
 };
 
 }  // namespace vendrel

@@ -24,6 +24,16 @@ std::size_t TagEnd(std::string_view text, std::size_t at) {
   return text.size();
 }
 
+// Whether a literal ends with the tag that it begins with: "<Out> ByRef x" is none.
+bool EndsAsItBegins(std::string_view literal) {
+  if (!literal.ends_with('>') || literal.ends_with("/>") || literal.ends_with("-->") ||
+      literal.ends_with("]]>") || literal.starts_with("<?"))
+    return true;
+  const std::string_view end = literal.substr(literal.rfind("</") + 2);
+  const std::string_view name = TrimRight(end.substr(0, end.size() - 1));
+  return literal.substr(1).starts_with(name);
+}
+
 }  // namespace
 
 std::size_t InterpolatedEnd(std::string_view text, std::size_t at) {
@@ -75,6 +85,78 @@ std::size_t XmlEnd(std::string_view text, std::size_t at) {
   const bool attribute =
       before.empty() || before.ends_with('(') || before.ends_with(',') || before.ends_with('>');
   return attribute ? firstTag : kNotFound;
+}
+
+bool XmlWalk::Skip(std::string_view upTo) {
+  const std::size_t end = mText.find(upTo, mAt);
+  mAt = end == kNotFound ? mText.size() : end + upTo.size();
+  return end != kNotFound;
+}
+
+// What begins with "<", outside of tags. False where nothing closes it.
+bool XmlWalk::TakeMark() {
+  const std::string_view rest = mText.substr(mAt);
+  if (rest.starts_with("<!--")) return Skip("-->");
+  if (rest.starts_with("<![CDATA[")) return Skip("]]>");
+  if (rest.starts_with("<?") || rest.starts_with("<!")) return Skip(">");
+  if (rest.starts_with("</")) {
+    --mDepth;
+    return Skip(">");
+  }
+  mInTag = true;
+  ++mDepth;
+  ++mAt;
+  return true;
+}
+
+XmlWalk::Stop XmlWalk::Next() {
+  while (mAt < mText.size()) {
+    const char c = mText[mAt];
+    if (mQuote == 0 && mText.substr(mAt).starts_with("<%=")) return Stop::Hole;
+    if (mInTag) {
+      ++mAt;
+      if (mQuote != 0 || c == '"' || c == '\'') {
+        mQuote = mQuote == 0 ? c : mQuote == c ? '\0' : mQuote;
+      } else if (c == '>') {
+        mInTag = false;
+        if (mText[mAt - 2] == '/') --mDepth;
+        if (mDepth <= 0) return Stop::End;
+      }
+    } else if (c == '<') {
+      const bool isProlog =
+          mText.substr(mAt).starts_with("<?") || mText.substr(mAt).starts_with("<!D");
+      if (!TakeMark()) return Stop::Unclosed;
+      if (!mInTag && mDepth <= 0 && !isProlog) return Stop::End;
+    } else {
+      ++mAt;
+    }
+  }
+  return Stop::Unclosed;
+}
+
+std::size_t XmlLiteralEnd(std::string_view text, std::size_t at) {
+  constexpr std::size_t kLongest = std::size_t{64} << 10;
+  const char first = at + 1 < text.size() ? text[at + 1] : '\0';
+  if (!IsLetterAscii(first) && first != '_' && first != '!' && first != '?') return at;
+  XmlWalk walk(text.substr(0, at + kLongest), at);
+  for (;;) {
+    switch (walk.Next()) {
+      case XmlWalk::Stop::End:
+        return EndsAsItBegins(text.substr(at, walk.At() - at)) ? walk.At() : at;
+      case XmlWalk::Stop::Unclosed: return at;
+      case XmlWalk::Stop::Hole: break;
+    }
+    // Literals within a hole have holes of their own.
+    std::size_t open = walk.At();
+    for (int holes = 0;;) {
+      const std::size_t mark = text.find('%', open);
+      if (mark == kNotFound || mark > at + kLongest) return at;
+      open = mark + 1;
+      if (text.substr(mark - 1, 3) == "<%=") ++holes;
+      if (text.substr(mark, 2) == "%>" && --holes == 0) break;
+    }
+    walk.GoOnAt(open + 1);
+  }
 }
 
 std::size_t XmlNameEnd(std::string_view text, std::size_t at) {
