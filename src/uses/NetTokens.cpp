@@ -27,11 +27,7 @@ void TokenScan::TakeInterpolated(std::size_t from) {
     }
     ++end;
   }
-  for (std::size_t at = mAt; at < end; ++at)
-    if (mText[at] == '\n') {  // a string may stand on several lines
-      ++mLine;
-      mLineStarts.push_back(at + 1);
-    }
+  CountLines(end);  // a string may stand on several lines
   const bool opens = end < mText.size() && mText[end] == '{';
   Push(TokenKind::Text, mAt, std::min(opens ? end : end + 1, mText.size()));
   if (!opens) return;

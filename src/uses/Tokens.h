@@ -68,6 +68,7 @@ class TokenScan {
   void TakeBracketed();
   void TakeNumber();
   void TakeText();
+  void CountLines(std::size_t end);
   void TakeInterpolated(std::size_t from);
   bool TakeHoleEnd(char c);
   bool TakeDate();
