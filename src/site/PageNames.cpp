@@ -63,12 +63,6 @@ std::uint64_t HashOf(std::string_view bytes) {
   return hash.Value();
 }
 
-std::string HexOf(std::uint64_t number) {
-  std::string digits(16, '0');
-  for (std::size_t i = 16; i > 0; number >>= 4) digits[--i] = "0123456789abcdef"[number & 15];
-  return digits;
-}
-
 PageNames::PageNames(std::initializer_list<std::string_view> taken) {
   for (const std::string_view name : taken) mTaken.emplace(name, 1);
 }

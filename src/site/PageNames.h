@@ -8,6 +8,8 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "core/ContentHash.h"
+
 namespace vendrel::site {
 
 /// Gives out names for one folder, or anchors for one page: letters, digits, "_", "-" and "." of
@@ -41,19 +43,7 @@ class TextPool {
   std::deque<std::string> mBlocks;
 };
 
-/// A number that tells contents apart: 64 bits, the same on every machine.
-class ContentHash {
- public:
-  void Add(std::string_view bytes) {
-    for (const char c : bytes) mHash = (mHash ^ static_cast<unsigned char>(c)) * 1099511628211u;
-  }
-  std::uint64_t Value() const { return mHash; }
-
- private:
-  std::uint64_t mHash = 14695981039346656037u;
-};
+/// Of a whole content.
 std::uint64_t HashOf(std::string_view bytes);
-/// 16 digits.
-std::string HexOf(std::uint64_t number);
 
 }  // namespace vendrel::site

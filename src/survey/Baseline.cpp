@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "core/Ascii.h"
+#include "core/ContentHash.h"
 #include "diagnostics/VendrelError.h"
 #include "output/Json.h"
 
@@ -10,24 +11,6 @@ namespace vendrel {
 namespace {
 
 constexpr int kBaselineFormat = 1;
-
-// FNV-1a with 64 bits: equal on every machine and in every version.
-class Digest {
- public:
-  void Add(std::string_view text) {
-    for (const char c : text) mHash = (mHash ^ static_cast<unsigned char>(c)) * 1099511628211u;
-    mHash *= 1099511628211u;  // the parts stay apart
-  }
-  std::string Hex() const {
-    std::string digits(16, '0');
-    for (std::size_t i = 0; i < digits.size(); ++i)
-      digits[i] = "0123456789abcdef"[(mHash >> (60 - 4 * i)) & 15];
-    return digits;
-  }
-
- private:
-  std::uint64_t mHash = 14695981039346656037u;
-};
 
 std::string SqueezedBlanks(std::string_view text) {
   std::string squeezed;
@@ -44,11 +27,15 @@ std::string SqueezedBlanks(std::string_view text) {
 }  // namespace
 
 std::string FingerprintOf(const Finding& finding, std::string_view shownFile) {
-  Digest digest;
-  digest.Add(finding.Rule->Id);
-  digest.Add(shownFile);
-  digest.Add(SqueezedBlanks(finding.File.empty() ? finding.Text : finding.Content));
-  return digest.Hex();
+  ContentHash hash;
+  const auto add = [&hash](std::string_view part) {
+    hash.Add(part);
+    hash.EndPart();
+  };
+  add(finding.Rule->Id);
+  add(shownFile);
+  add(SqueezedBlanks(finding.File.empty() ? finding.Text : finding.Content));
+  return HexOf(hash.Value());
 }
 
 Baseline::Key Baseline::KeyOf(const Finding& finding, std::string_view shownFile) {

@@ -9,107 +9,13 @@
 #include "core/CaseFold.h"
 #include "model/ModuleKinds.h"
 #include "survey/CallArguments.h"
+#include "survey/MissingMembers.h"
 #include "uses/Builtins.h"
 #include "uses/UseBinder.h"
 #include "uses/WrittenName.h"
 
 namespace vendrel {
 namespace {
-
-// Findings of one rule; dropped where nobody wants it.
-class UseFindings {
- public:
-  UseFindings(std::string_view id, const RuleFilter& wanted, std::vector<Finding>& found)
-      : mRule(FindRule(id)), mIsWanted(wanted(*mRule)), mFound(found) {}
-  bool IsWanted() const { return mIsWanted; }
-  void Add(const Component& module, std::int32_t line, std::int32_t column, std::string text) {
-    if (mIsWanted)
-      mFound.push_back({mRule, module.FileName.FullPath(), line, column, std::move(text), {}, {}});
-  }
-
- private:
-  const Rule* mRule;
-  bool mIsWanted;
-  std::vector<Finding>& mFound;
-};
-
-std::string NameWithoutLibrary(std::string_view name) {
-  return std::string(name.substr(name.rfind('.') + 1));
-}
-
-// What an interface asks of a class: a name behind its own and the kind of procedure.
-struct Demand {
-  std::string Name;
-  BlockTypeEnum Kind;
-};
-
-std::vector<Demand> DemandsOf(const Component& interface) {
-  std::vector<Demand> demands;
-  for (const Block& block : interface.Blocks.Listed()) {
-    if (block.BlockType() == btDeclarations)
-      for (const Variable& variable : *block.Variables)
-        if (variable.AccessType() == atPublic) demands.push_back({variable.Name, btPropertyGet});
-    const bool isOwn = block.Name().empty() || block.AccessType() != atPublic ||
-                       block.IsEventProcedure || block.IsHiddenMember ||
-                       !block.Interface.str().empty();
-    if (!isOwn) demands.push_back({block.Name(), block.BlockType()});
-  }
-  return demands;
-}
-
-std::string_view WordOfKind(BlockTypeEnum kind) {
-  switch (kind) {
-    case btFunction: return "Function";
-    case btPropertyGet: return "Property Get";
-    case btPropertyLet: return "Property Let";
-    case btPropertySet: return "Property Set";
-    default: return "Sub";
-  }
-}
-
-// The class of that name in the project, or in one or a library that it refers to.
-const Component* ClassNamed(const VBProject& project, const std::string& written) {
-  const std::string name = NameWithoutLibrary(written);
-  const std::string_view library = std::string_view(written).substr(0, written.find('.'));
-  const bool isQualified = library.size() < written.size();
-  const bool isOwn = !isQualified || EqualsNoCase(library, project.ProjectName);
-  if (const Component* own = isOwn ? project.Components.Item(name) : nullptr) return own;
-  for (const Reference& reference : project.References) {
-    const VBProject* other = reference.ReferencedProject();
-    if (!other || (isQualified && !EqualsNoCase(library, other->ProjectName))) continue;
-    if (const Component* found = other->Components.Item(name)) return found;
-  }
-  return nullptr;
-}
-
-// Whether its members are at hand; a standard module is no interface.
-bool CanBeImplemented(const Component& module) {
-  const VBProject* project = module.VBProject();
-  const bool isRead = module.SourceForm || (project && project->WasReadFromTypeLibrary);
-  return isRead && module.FileType != ftModule;
-}
-
-void FindMissingMembers(const VBProject& project, UseFindings& list) {
-  if (!list.IsWanted()) return;
-  for (const Component& module : project.Components.Listed()) {
-    if (!module.SourceForm || module.Interfaces.Count() == 0) continue;
-    std::unordered_set<std::string> there;
-    for (const Block& block : module.Blocks.Listed())
-      there.insert(FoldKey(block.Name()) + std::to_string(block.BlockType()));
-    for (const Interface& interface : module.Interfaces) {
-      const std::string name = NameWithoutLibrary(interface.Name);
-      const Component* asked = ClassNamed(project, interface.Name);
-      if (!asked || asked == &module || !CanBeImplemented(*asked)) continue;
-      for (const Demand& demand : DemandsOf(*asked)) {
-        const std::string wanted = name + "_" + demand.Name;
-        if (!there.contains(FoldKey(wanted) + std::to_string(demand.Kind)))
-          list.Add(module, interface.SourceLine(), 0,
-                   "interface '" + interface.Name + "' is implemented without " +
-                       std::string(WordOfKind(demand.Kind)) + " " + wanted);
-      }
-    }
-  }
-}
 
 // What is known of an element once all names are bound.
 struct ElementUses {
@@ -150,7 +56,9 @@ class UseRulesRun {
       return;
     UseOptions options;
     options.FalseBranches = true;
-    UseBinder(mProject, options).BindAll([this](const NameUse& use) { Take(use); });
+    UseBinder binder(mProject, options);
+    binder.BindAll([this](const NameUse& use) { Take(use); });
+    mMissesReferences = binder.MissesReferences();
     for (const Component& module : mProject.Components.Listed()) {
       if (!module.SourceForm) continue;
       FindLostHandlers(module);
@@ -272,11 +180,18 @@ class UseRulesRun {
       const auto constant = constants.find(place.second);
       const bool isOfOther = constant != constants.end();
       if (!isOfOther && !IsNamedAsConstant(name.Text)) continue;
+      if (isOfOther && mMissesReferences && IsNamedAsOfLibrary(name.Text)) continue;
       mImplicit.Add(*place.first, name.Line, name.Column,
                     "'" + name.Text + "' is no constant here but an empty variable" +
                         (isOfOther ? "; " + constant->second->Name + " declares a private one"
                                    : std::string()));
     }
+  }
+
+  // "adOpenStatic": it may stand in a library that is not at hand.
+  static bool IsNamedAsOfLibrary(std::string_view name) {
+    const std::size_t large = name.find_first_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ");
+    return large != name.npos && large > 0;
   }
 
   // "vbYesNoo", and no "vbx": as constants of the language are written.
@@ -334,6 +249,7 @@ class UseRulesRun {
   };
   UseFindings mMembers, mEvents, mArguments, mUnknown, mImplicit, mNeverRead, mOwnModule;
   std::map<std::pair<const Component*, std::string>, ImplicitName> mImplicitNames;
+  bool mMissesReferences = false;
   std::unordered_map<const CodeElement*, ElementUses> mUses;
 };
 

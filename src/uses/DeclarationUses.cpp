@@ -153,6 +153,7 @@ void ModuleBinder::ParseParameters(std::size_t open, std::size_t end,
 // "As [New] type [* length]"; gives what stands behind it.
 std::size_t ModuleBinder::ParseAs(std::size_t at, std::size_t end) {
   if (!SkipIf(at, end, word::As)) return at;
+  if (mIsNet) at = ParseAttributes(at, end);  // of what is returned
   const bool isNew = SkipIf(at, end, word::New);
   ParseType(at, end, isNew ? UseKind::New : UseKind::Type);
   if (IsMark(at, end, '(')) at = std::min(end, CloseOf(at, end) + 1);

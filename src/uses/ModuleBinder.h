@@ -234,6 +234,7 @@ class ModuleBinder {
   // NetStatements.cpp
   void IndexNetBlocks();
   bool StandsHere(const Block& block) const;
+  std::size_t ParseAttributes(std::size_t at, std::size_t end);
   void ParseNetStatement(std::size_t from, std::size_t end);
   bool ParseNetDeclaration(std::size_t& at, std::size_t end);
   const Component* TypeAt(std::size_t at);

@@ -95,10 +95,14 @@ bool ModuleBinder::ParseNetFlow(std::size_t at, std::size_t end) {
         ParseList(at, end);
       return true;
     case word::Continue: SkipAll(at, end); return true;
+    case word::RaiseEvent:
+      if (!IsMark(at + 1, end, '(')) return false;
+      [[fallthrough]];
     case word::AddHandler:
     case word::RemoveHandler:
       if (IsMark(at + 1, end, '(')) {  // an accessor of a custom event
         Skip(at);
+        if (mPlace != Place::Procedure) EnterProcedure(nullptr, word::None);
         ParseNetParameters(at, CloseOf(at, end), nullptr);
         return true;
       }
@@ -133,6 +137,9 @@ bool ModuleBinder::ParseNetFlow(std::size_t at, std::size_t end) {
         else
           LeaveProcedure();
       }
+      if (IsWord(at, end, word::AddHandler) || IsWord(at, end, word::RemoveHandler) ||
+          IsWord(at, end, word::RaiseEvent))
+        LeaveProcedure();
       if (at < end) Skip(at);
       ParseList(at, end);
       return true;

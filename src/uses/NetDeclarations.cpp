@@ -75,15 +75,8 @@ std::size_t ModuleBinder::DeclareVariable(std::size_t at, std::size_t end, Entry
 void ModuleBinder::ParseNetParameters(std::size_t open, std::size_t close,
                                       const Parameters* parameters) {
   for (std::size_t at = open + 1; at < close;) {
-    if (IsMark(at, close, '<')) {  // an attribute
-      while (at < close && !IsMark(at, close, '>')) {
-        const std::size_t before = at++;
-        if (IsWord(before + 1, close)) {
-          at = before + 1;
-          ParseChain(at, close, false);
-        }
-      }
-      if (at < close) ++at;
+    if (IsMark(at, close, '<')) {
+      at = ParseAttributes(at, close);
       continue;
     }
     if (SkipIf(at, close, word::Optional) || SkipIf(at, close, word::ByVal) ||

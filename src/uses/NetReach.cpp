@@ -135,6 +135,11 @@ bool IsNamedForPage(const Block& procedure) {
   return false;
 }
 
+// A form without a constructor gets one from the compiler, which calls this.
+bool IsMadeByDesigner(const Block& block) {
+  return EqualsNoCaseAscii(block.Name(), "InitializeComponent");
+}
+
 bool IsSeenByHeirs(const SharedText& access) {
   return EqualsNoCaseAscii(access, "PUBLIC") || ContainsNoCaseAscii(access, "PROTECTED");
 }
@@ -254,7 +259,7 @@ void Reach::MarkNetModule(const Component& module) {
     else if (module.IsInterface || !block.ImplementsName().empty() || !block.Interface.empty() ||
              HasModifier(head, "Overrides") || HasModifier(head, "Operator"))
       Enter(block, ReachCause::InterfaceMember);  // its parameters are given
-    else if (block.IsConstructor || HasModifier(head, "Default"))
+    else if (block.IsConstructor || HasModifier(head, "Default") || IsMadeByDesigner(block))
       Enter(block, ReachCause::DefaultMember);
   };
   for (const Block& block : module.Blocks) {

@@ -182,9 +182,9 @@ bool ModuleBinder::ParseNetDeclaration(std::size_t& at, std::size_t end) {
   return true;
 }
 
-void ModuleBinder::ParseNetStatement(std::size_t from, std::size_t end) {
-  std::size_t at = from;
-  while (IsMark(at, end, '<')) {  // attributes
+// "<A(1)> <B>"; gives what stands behind them.
+std::size_t ModuleBinder::ParseAttributes(std::size_t at, std::size_t end) {
+  while (IsMark(at, end, '<')) {
     std::size_t close = at;
     while (close < end && !IsMark(close, end, '>')) {
       if (IsMark(close, end, '(')) close = CloseOf(close, end);
@@ -199,6 +199,12 @@ void ModuleBinder::ParseNetStatement(std::size_t from, std::size_t end) {
     }
     at = std::min(close + 1, end);
   }
+  return at;
+}
+
+void ModuleBinder::ParseNetStatement(std::size_t from, std::size_t end) {
+  std::size_t at = from;
+  at = ParseAttributes(at, end);
   if (at >= end) return;
   if (!mTypes.empty() && mTypes.back()->IsEnumeration && IsWord(at, end) &&
       !IsWord(at, end, word::End)) {

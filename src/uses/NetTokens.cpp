@@ -16,15 +16,6 @@ bool TokenScan::EndsLambdaHead() const {
   return head == word::Sub || head == word::Function;
 }
 
-// What may stand on several lines.
-void TokenScan::CountLines(std::size_t from, std::size_t to) {
-  for (std::size_t at = from; at < to; ++at)
-    if (mText[at] == '\n') {
-      ++mLine;
-      mLineStarts.push_back(at + 1);
-    }
-}
-
 // A part of an interpolated string, up to the hole or quotation mark behind it: $"a {b} c".
 void TokenScan::TakeInterpolated(std::size_t from) {
   std::size_t end = from;
@@ -36,7 +27,7 @@ void TokenScan::TakeInterpolated(std::size_t from) {
     }
     ++end;
   }
-  CountLines(mAt, end);
+  CountLines(end);  // a string may stand on several lines
   const bool opens = end < mText.size() && mText[end] == '{';
   Push(TokenKind::Text, mAt, std::min(opens ? end : end + 1, mText.size()));
   if (!opens) return;
@@ -91,8 +82,8 @@ bool TokenScan::TakeXml() {
 void TokenScan::TakeXmlPart(XmlWalk walk) {
   const bool isHole = walk.Next() == XmlWalk::Stop::Hole;
   const std::size_t begin = mAt, end = walk.At();
+  CountLines(end);
   Push(TokenKind::Text, begin, end);
-  CountLines(begin, end);
   if (!isHole) return;
   Push(TokenKind::Mark, end, end + 3);
   Tokens.back().Mark = '(';

@@ -251,7 +251,8 @@ void Reach::MarkLate(const std::string& name) {
     state.Read = state.Written = true;
     if (mGraph.CallsByName() && state.Cause == ReachCause::None && mLiterals.contains(name))
       state.Cause = ReachCause::CalledByName;
-    if (home && IsReached(*home))
+    const bool isExtension = home && home->FileType == ftModule;  // needs no object of its module
+    if (home && (isExtension || IsReached(*home)))
       Mark(node);
     else
       mWaiting[home].push_back(element);

@@ -286,12 +286,13 @@ void TokenScan::TakeNumber() {
   Push(TokenKind::Number, mAt, end == mAt ? mAt + 1 : end);
 }
 
+// Of VB.NET a string may stand on several lines.
 void TokenScan::TakeText() {
   std::size_t end = mAt + 1;
   for (;;) {
-    end = mText.find_first_of("\"\r\n", end);
+    end = mText.find_first_of(mRules.DotNet ? "\"" : "\"\r\n", end);
     if (end == std::string_view::npos) {
-      end = mText.size();
+      end = mRules.DotNet ? mAt + PhysicalLine().size() : mText.size();  // it has no end
       break;
     }
     if (mText[end] != '"') break;
@@ -300,7 +301,17 @@ void TokenScan::TakeText() {
     ++end;
   }
   if (mRules.DotNet && (At(end) == 'c' || At(end) == 'C')) ++end;
+  CountLines(end);
   Push(TokenKind::Text, mAt, end);
+}
+
+// Lines that begin inside of the token that ends there.
+void TokenScan::CountLines(std::size_t end) {
+  for (std::size_t at = mAt; at < end; ++at)
+    if (mText[at] == '\n') {
+      ++mLine;
+      mLineStarts.push_back(at + 1);
+    }
 }
 
 bool TokenScan::TakeDate() {

@@ -69,12 +69,12 @@ class TokenScan {
   void TakeBracketed();
   void TakeNumber();
   void TakeText();
+  void CountLines(std::size_t end);
   void TakeInterpolated(std::size_t from);
   bool TakeHoleEnd(char c);
   bool TakeXml();
   void TakeXmlPart(XmlWalk walk);
   bool TakeXmlHoleEnd();
-  void CountLines(std::size_t from, std::size_t to);
   bool TakeDate();
   void TakeMark();
   void Push(TokenKind kind, std::size_t begin, std::size_t end);

@@ -279,6 +279,7 @@ constexpr const char* kNetSource = R"(Module Program
     Dim spare As Integer
     k.Turn()
     k.ToString().Late()
+    "a".Shout()
     Fold("a", 2)
   End Sub
   Sub Fold(a As String, b As Integer)
@@ -290,6 +291,12 @@ constexpr const char* kNetSource = R"(Module Program
   End Sub
   Sub Ping()
     Ping()
+  End Sub
+End Module
+Module Extensions
+  <Extension()>
+  Sub Shout(s As String)
+    System.Console.WriteLine(s)
   End Sub
 End Module
 Interface ITurn
@@ -347,7 +354,7 @@ TEST(UnusedOfNet, FollowsWhatRunsWithoutBeingNamed) {
       {"/n/N.vbproj", kNetProgram},
       {"/n/Program.vb", kNetSource},
       {"/n/Later.vb",
-       "Partial Class Kept\n  Private Sub Later()\n  End Sub\n  Private Sub Click() Handles "
+       "Partial Class Kept\n  Private Sub InitializeComponent()\n  End Sub\n  Private Sub Later()\n  End Sub\n  Private Sub Click() Handles "
        "MyBase.Click\n    OfClick()\n  End Sub\n  Private Sub OfClick()\n  End Sub\nEnd Class\n"},
       {"/n/Page.aspx", "<asp:Button OnClick=\"Buy_Click\" />"},
       {"/n/Page.aspx.vb",
@@ -357,15 +364,15 @@ TEST(UnusedOfNet, FollowsWhatRunsWithoutBeingNamed) {
   EXPECT_EQ(
       RunFor({"unused", "/n/N.vbproj", "--quiet"}),
       "local-variable\tN~N.Program~Main~spare\tnothing uses it\tcertain\t/n/Program.vb:4\n"
-      "parameter\tN~N.Program~Fold(String,Int32):b\tnothing uses it\tcertain\t/n/Program.vb:9\n"
-      "procedure\tN~N.Program~Ping\tnothing uses it\tcertain\t/n/Program.vb:16\n"
-      "procedure\tN~N.Kept~Later\tnothing uses it\tcertain\t/n/Later.vb:2\n"
-      "variable\tN~N.Kept~mTable\tnothing uses it\tcertain\t/n/Program.vb:29\n"
-      "variable\tN~N.Kept~mIdle\tit is assigned and never read\tcertain\t/n/Program.vb:30\n"
-      "procedure\tN~N.Kept~Gone\tnothing uses it\tcertain\t/n/Program.vb:41\n"
+      "parameter\tN~N.Program~Fold(String,Int32):b\tnothing uses it\tcertain\t/n/Program.vb:10\n"
+      "procedure\tN~N.Program~Ping\tnothing uses it\tcertain\t/n/Program.vb:17\n"
+      "procedure\tN~N.Kept~Later\tnothing uses it\tcertain\t/n/Later.vb:4\n"
+      "variable\tN~N.Kept~mTable\tnothing uses it\tcertain\t/n/Program.vb:36\n"
+      "variable\tN~N.Kept~mIdle\tit is assigned and never read\tcertain\t/n/Program.vb:37\n"
+      "procedure\tN~N.Kept~Gone\tnothing uses it\tcertain\t/n/Program.vb:48\n"
       "type\tN~N.Lost\tnothing of the module is used\tcertain\t/n/Program.vb\n"
       "enumeration\tN~N.Colour\tnothing of the module is used\tcertain\t/n/Program.vb\n"
-      "procedure\tN~N.Tests~Old\tnothing uses it\tcertain\t/n/Program.vb:63\n"
+      "procedure\tN~N.Tests~Old\tnothing uses it\tcertain\t/n/Program.vb:70\n"
       "procedure\tN~N.Page1~Sell_Click\tnothing uses it\tlikely: objects may be used without "
       "their class being known\t/n/Page.aspx.vb:6\n");
 }

@@ -72,7 +72,8 @@ TEST(NetUses, FollowTheRulesOfVBNet) {
        "Size write set project; p read local; X read field"},
       {"Sub S(n As Integer)\nDim b = Inner.Base.Make(Of Integer)(1, n)\nb.Size = "
        "Util.Twice(n, \"\")\nEnd Sub\n",
-       "Inner qualify project; Base qualify project; Make call project; n by-reference parameter; b "
+       "Inner qualify project; Base qualify project; Make call project; n by-reference parameter; "
+       "b "
        "read local; Size write set project; Util qualify project; Twice call project; n read "
        "parameter"},
       {"Sub S(n As Integer)\nDim c As Inner.Colour =\n  Inner.Colour.Red Or _\n  "
@@ -103,6 +104,14 @@ TEST(NetUses, FollowTheRulesOfVBNet) {
        "Later(a)\nEnd Function\nFunction Later(Of U)(a As U) As U\nEnd Function\n",
        "T type type; T type type; Nested new project; Deep write project; Later call own-module; a "
        "read parameter; U type type; U type type"},
+      {"Custom Event Gone As EventHandler\nRaiseEvent(sender As Object, n As Inner.Pt)\nn.X = "
+       "1\nEnd RaiseEvent\nEnd Event\nFunction G(<Ask(Limit)> a As Integer) As <Ask(Limit)> "
+       "Inner.Pt\nEnd Function\n",
+       "Inner qualify project; Pt type project; n part parameter; X write field; Limit read "
+       "project; "
+       "Limit read project; Inner qualify project; Pt type project"},
+      {"Sub S(n As Integer)\nDim t = \"one\nEnd Sub ' two\n\" & n\nn = t\nEnd Sub\n",
+       "n read parameter; n write parameter; t read local"},
       {"Public ReadOnly Property Once As Integer\nSub New(n As Integer)\nMyClass.New()\nOnce = "
        "n\nEnd Sub\nSub New()\nMe.New(1)\nEnd Sub\nOverrides Property Size As Integer\nSub "
        "S()\nSize = Once\nEnd Sub\n",
