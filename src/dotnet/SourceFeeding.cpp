@@ -17,6 +17,7 @@ void SourceScan::AddLine(Component& component, std::string_view line, std::strin
   try {
     component.AddLineOfCode(line);
   } catch (const VendrelError& error) {
+    intake.EndsStatement = intake.IsWholeLine = intake.IsPlainLine = false;
     VendrelError passed = error;
     passed.AddContext("SourceScan.AddLine", "SourceScan", mLine).Local("Line", line).Of(component);
     if (mProject.AskAboutFailure(passed, mFile.FileName.FullPath(), mLine) == StepOver::Raise)

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "core/Ascii.h"
 #include "core/ObjectRegistry.h"
 #include "diagnostics/VendrelError.h"
 #include "dotnet/NetProjects.h"
@@ -60,6 +61,62 @@ TEST(NetWriting, WhatIsAmendedIsWrittenAtItsPlace) {
   EXPECT_EQ(n.Files["/out/a.vb"],
             "Class A\n  Sub Second()\n  End Sub\n  Sub Three()\n  End Sub\nEnd Class\n"
             "Class Renamed\nEnd Class\n");
+}
+
+// Members with attributes, documentation, literals and lambdas around those that are amended.
+TEST(NetWriting, OddMembersAreAmendedAtTheirPlaces) {
+  const std::string first =
+      "Imports System ' why\r\n"
+      "#Region \"All\"\r\n"
+      "<Serializable(),\r\n Obsolete(\"Class X\")>\r\n"
+      "Partial Public Class Pair(Of K, V) : Inherits Base(Of K)\r\n"
+      "  Private WithEvents a, b As Button\r\n"
+      "\r\n"
+      "  ''' <summary>Text.</summary>\r\n"
+      "  <Obsolete(\"Property\",\r\n            False)>\r\n"
+      "  Public Property Two(i As Integer,\r\n                      j As Integer) As String\r\n"
+      "    Get\r\n      Return <a>\r\n        End Property\r\n      </a>.Value\r\n    End Get\r\n"
+      "    Set(v As String)\r\n    End Set\r\n"
+      "  End Property\r\n"
+      "  Sub Run() Handles a.Click,\r\n      b.Click\r\n"
+      "    Each(Sub(x)\r\n           x()\r\n         End Sub)\r\n"
+      "  End Sub\r\n"
+      "  Public Property Auto As Integer = 5 ' five\r\n"
+      "  Class [Class]\r\n    Public Const C = 1\r\n  End Class\r\n"
+      "End Class\r\n"
+      "#End Region\r\n";
+  const std::string second = "Partial Class Pair(Of K, V)\n  Sub Other()\n  End Sub\nEnd Class";
+  NetProject n(Sources{{"a.vb", first}, {"b.vb", second}}, Complete());
+  Component& pair = n["R.Pair`2"];
+  n.Project->OutputFileName.SetFullPath("/out/N.vbproj");
+  n.Project->WriteOutDotNet();
+  EXPECT_EQ(n.Files["/out/a.vb"], first);
+  EXPECT_EQ(n.Files["/out/b.vb"], second);
+
+  const auto remove = [&](std::string_view name) {
+    for (std::size_t i = pair.Blocks.Count(); i > 0; --i)
+      if (pair.Blocks.Item(i)->Name() == name) pair.Blocks.Remove(i);
+  };
+  remove("Run");
+  pair.Name = "Couple`2";
+  n["R.Pair`2.Class"].Name = "Couple`2.Inner";
+  pair.AddCode("  Function Added(Of T)() As T\r\n  End Function");
+  n.Project->WriteOutDotNet();
+  std::string expected = ReplaceAll(first, "Class Pair(", "Class Couple(");
+  expected = ReplaceAll(expected, "Class [Class]", "Class [Inner]");
+  const std::size_t at = expected.find("  Sub Run()"),
+                    end = expected.find("  Public Property Auto");
+  expected.erase(at, end - at);
+  EXPECT_EQ(n.Files["/out/a.vb"], expected);
+  EXPECT_EQ(n.Files["/out/b.vb"],
+            "Partial Class Couple(Of K, V)\n  Sub Other()\n  End Sub\n"
+            "  Function Added(Of T)() As T\n  End Function\nEnd Class");
+
+  remove("Two");
+  n.Project->WriteOutDotNet();
+  const std::size_t attribute = expected.find("  <Obsolete(\"Property");
+  expected.erase(attribute, expected.find("  Public Property Auto") - attribute);
+  EXPECT_EQ(n.Files["/out/a.vb"], expected);
 }
 
 TEST(NetWriting, AsDescribedTheProjectFileIsOneLine) {

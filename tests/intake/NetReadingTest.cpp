@@ -131,6 +131,24 @@ TEST(NetReadingTest, Procedures) {
 }
 
 // Each block has names of its own; both stay, and nothing is told.
+TEST(NetReadingTest, TuplesAreTheTypesThatStandForThem) {
+  Expect({
+      {"Private t As (a As Integer, String), u As Integer\n"
+       "Function F(a As (x As A, (B, C))()) As (Integer, b As String)\nEnd Function\n",
+       " declarations\n"
+       "  var PRIVATE t As System.ValueTuple(Of Integer, String) @1/0\n"
+       "  var PRIVATE u As System.Int32 @1/0\n"
+       " function PUBLIC F(ByVal a() As System.ValueTuple(Of A, System.ValueTuple(Of B, C))) As "
+       "System.ValueTuple(Of Integer, String)\n"},
+  });
+}
+
+TEST(NetReadingTest, EventsOfOneNameHaveDelegatesOfTheirOwn) {
+  NetType type("Public Event E(x As Integer)\n");
+  EXPECT_EQ(type.Module->EventDeclarations.Item(1)->DelegateName, "N.C.EEventHandler");
+  EXPECT_TRUE(type.Space.Delegates.HasKey("C.EEventHandler"));
+}
+
 TEST(NetReadingTest, ANameInBracketsIsNoConstructor) {
   const NetType type("Sub [New](x As Integer)\nEnd Sub\nSub New()\nEnd Sub\n");
   const Block* method = type.Module->Blocks.Item("New");

@@ -185,7 +185,9 @@ class CompleteNetRules final : public NetRules {
                  const ReadingRules&) const override {
     event.Parameters.Renew();
     ReadNetEvent(statement, event);
-    if (event.DelegateName.empty()) MakeNetDelegate(event);
+    // The language nests it in the type, so that two types may have events of one name.
+    if (event.DelegateName.empty())
+      MakeNetDelegate(event, event.Component ? event.Component->Name + "." : std::string());
   }
 
   bool TakeOwnStatement(LinePassage& p) const override {

@@ -1,26 +1,26 @@
-// Most lines of a file are whole statements, and a walk by classes of bytes tells. It agrees with
-// the walk over tokens (`NetStatementScan`) wherever it says so. Words in the middle of a line are
-// looked at only where their first letter makes them suspect.
+// Most lines of a file are whole statements, and a walk over the few bytes that matter tells. It
+// agrees with the walk over tokens (`NetStatementScan`) wherever it says so.
 
 #include "intake/net/LineShapes.h"
 
 #include <array>
+#include <string>
 
 #include "core/Ascii.h"
 #include "intake/net/NetWords.h"
+#include "text/Blanks.h"
+#include "text/Separators.h"
 
 namespace vendrel {
 namespace {
 
+// What a byte may mean; all that are not named mean nothing by themselves.
 enum class Mark : std::uint8_t {
-  Word,
-  High,   // a byte of a character beyond ASCII: a word, too
-  Query,  // the letter with which one may begin
-  Blank,
-  Operand,  // what is no character of the language, too
-  Operator,
-  Point,
-  Ampersand,
+  None,
+  High,       // of a character beyond ASCII
+  From,       // the last letter of "From"
+  Aggregate,  // the second one of "Aggregate"
+  Underscore,
   Open,
   Close,
   Quote,
@@ -35,18 +35,10 @@ constexpr std::array<Mark, 256> kMarks = [] {
   const auto set = [&](std::string_view bytes, Mark mark) {
     for (const char c : bytes) marks[static_cast<unsigned char>(c)] = mark;
   };
-  marks.fill(Mark::Operand);
-  for (int c = 0; c < 256; ++c) {
-    if (IsLetterAscii(static_cast<char>(c)) || IsDigitAscii(static_cast<char>(c)))
-      marks[static_cast<std::size_t>(c)] = Mark::Word;
-    if (c >= 0x80) marks[static_cast<std::size_t>(c)] = Mark::High;
-  }
-  set("_", Mark::Word);
-  set("AaFf", Mark::Query);
-  set(" \t", Mark::Blank);
-  set("=+-*/\\^>,", Mark::Operator);
-  set(".", Mark::Point);
-  set("&", Mark::Ampersand);
+  for (std::size_t c = 0x80; c < marks.size(); ++c) marks[c] = Mark::High;
+  set("Mm", Mark::From);
+  set("Gg", Mark::Aggregate);
+  set("_", Mark::Underscore);
   set("({", Mark::Open);
   set(")}", Mark::Close);
   set("\"", Mark::Quote);
@@ -59,11 +51,16 @@ constexpr std::array<Mark, 256> kMarks = [] {
 }();
 
 constexpr Mark MarkOf(char c) { return kMarks[static_cast<unsigned char>(c)]; }
-constexpr bool IsWordMark(Mark mark) { return mark <= Mark::Query; }
+
+// Apart, so that nothing but the place is kept from byte to byte.
+std::size_t NextMark(std::string_view line, std::size_t at) {
+  while (at < line.size() && MarkOf(line[at]) == Mark::None) ++at;
+  return at;
+}
 
 // "<" in front of one of these may begin an XML literal.
 constexpr bool MayBeginTag(char c) {
-  return IsWordMark(MarkOf(c)) || c == '/' || c == '!' || c == '?' || c == '%';
+  return IsWordByte(c) || c == '/' || c == '!' || c == '?' || c == '%';
 }
 
 bool IsAny(std::string_view word, std::string_view a, std::string_view b) {
@@ -80,87 +77,52 @@ bool IsOfNoKind(std::string_view word, std::string_view statement) {
   return word.size() == statement.size() || EndsWithNoCaseAscii(statement, " THEN");
 }
 
-// The walk over one line without its outer blanks. Each step is called from one place, so that the
-// state stays in registers.
+// The walk over one line without its outer blanks. Of the tokens only the last one is looked at,
+// and what stands in front of a parenthesis.
 class CodeWalk {
  public:
-  explicit CodeWalk(std::string_view line) : mLine(line) {}
+  explicit CodeWalk(std::string_view line) : mLine(line), mCodeEnd(line.size()) {}
 
   NetLineShape Shape() {
-    if (!Walk()) return NetLineShape::Unclear;
-    if (mIsRemark) return NetLineShape::Bare;
-    if (mDepth > 0 || mJoins) return NetLineShape::Unclear;
-    // A word at the front is none that joins, "With" for one.
-    const bool endsInWord = mWordEnd == mCodeEnd && mWord > 0 && !mIsMember;
-    if (endsInWord && (KindsOfNetWord(Word()) & nwOperator)) return NetLineShape::Unclear;
+    if (!IsWordByte(mLine.front()) && mLine.front() != '.') return NetLineShape::Unclear;
+    if (UpperAscii(mLine.front()) == 'R' && EqualsNoCaseAscii(FirstWord(), "REM"))
+      return NetLineShape::Bare;
+    if (!Walk() || mDepth > 0 || Joins()) return NetLineShape::Unclear;
     return IsPlain() ? NetLineShape::Plain : NetLineShape::Whole;
   }
 
  private:
   bool Walk() {
-    for (; mAt < mLine.size(); ++mAt) {
+    for (; (mAt = NextMark(mLine, mAt)) < mLine.size(); ++mAt) {
       const Mark mark = MarkOf(mLine[mAt]);
-      if (mark == Mark::Blank) {
-        mAnyRun |= mLine[mAt] == '\t' || MarkOf(mLine[mAt + 1]) == Mark::Blank;
-        continue;
+      if (mark == Mark::Apostrophe) {
+        mIsCommented = true;
+        mCodeEnd = mAt;
+        return true;
       }
-      if (mAt == 0 && !IsWordMark(mark) && mark != Mark::Point) return false;
-      if (mark == Mark::Apostrophe) return mIsCommented = true;
-      if (IsWordMark(mark)) {
-        if (!TakeWord(mark)) return false;
-        if (mIsRemark) return true;
-      } else if (!TakeMark(mark)) {
-        return false;
-      }
-      mCodeEnd = mAt + 1;
+      if (!TakeMark(mark)) return false;
     }
     return true;
   }
 
-  // Leaves `mAt` on its last byte.
-  bool TakeWord(Mark first) {
-    mIsMember = mAt > 0 && mLine[mAt - 1] == '.';
-    mWord = mAt;
-    mAnyHigh |= first == Mark::High;
-    while (++mAt < mLine.size()) {
-      const Mark mark = MarkOf(mLine[mAt]);
-      if (!IsWordMark(mark)) {
-        if (mark == Mark::Unclear) return false;
-        break;
-      }
-      mAnyHigh |= mark == Mark::High;
-    }
-    mWordEnd = mAt--;
-    mJoins = false;
-    if (mLine[mAt] == '_' && mWord == mAt) return false;
-    if (mWord == 0) mIsRemark = EqualsNoCaseAscii(Word(), "REM");
-    return first != Mark::Query || !IsAny(Word(), "FROM", "AGGREGATE");
-  }
-
   bool TakeMark(Mark mark) {
-    mJoins = false;
     switch (mark) {
-      case Mark::Operator:
-      case Mark::Point: mJoins = true; return true;
-      case Mark::Ampersand: mJoins = !IsWordMark(MarkOf(mLine[mAt - 1])); return true;
-      case Mark::Open:
-        ++mDepth;
-        mJoins = true;
-        return mWordEnd != mCodeEnd || !IsAny(Word(), "SUB", "FUNCTION");
+      case Mark::High: return mAnyHigh = true;
+      case Mark::From: return !IsWordAt(mAt - 3, "FROM");
+      case Mark::Aggregate: return !IsWordAt(mAt - 1, "AGGREGATE");
+      case Mark::Underscore: return !IsWordAt(mAt, "_");
+      case Mark::Open: ++mDepth; return !IsAny(WordBefore(mAt), "SUB", "FUNCTION");
       case Mark::Close: mDepth -= mDepth > 0; return true;
       case Mark::Quote: return mLine[mAt - 1] != '$' && TakeText();
-      case Mark::Less: return mJoins = !MayBeTag();
-      case Mark::Colon: return mJoins = ++mAt < mLine.size() && mLine[mAt] == '=';
-      case Mark::Unclear: return false;
-      default: return true;
+      case Mark::Less: return !MayBeTag();
+      case Mark::Colon: return mAt + 1 < mLine.size() && mLine[mAt + 1] == '=';
+      default: return false;
     }
   }
 
   bool TakeText() {
     const std::size_t close = mLine.find('"', mAt + 1);
     if (close == kNotFound) return false;
-    const std::string_view text = mLine.substr(mAt, close - mAt);
-    mAnyRun |= text.find('\t') != kNotFound || text.find("  ") != kNotFound;
     mAt = close;
     return true;
   }
@@ -171,26 +133,55 @@ class CodeWalk {
     return KindsOfNetWord(FirstWord()) & (nwModifier | nwEnd);
   }
 
-  bool IsPlain() const {
-    return !mIsCommented && !mAnyHigh && !mAnyRun && IsOfNoKind(FirstWord(), mLine);
+  // Whether the line goes on behind its last token. A word at the front is none that joins, "With"
+  // for one; behind a point it is a name.
+  bool Joins() const {
+    const std::string_view code = TrimGapsRight(mLine.substr(0, mCodeEnd));
+    const char last = code.back();
+    if (last == '&') return code.size() < 2 || !IsWordByte(code[code.size() - 2]);
+    if (!IsWordByte(last)) return std::string_view("=+-*/\\^<>,.({").find(last) != kNotFound;
+    const std::string_view word = WordBefore(code.size());
+    const auto begin = static_cast<std::size_t>(word.data() - mLine.data());
+    return begin > 0 && mLine[begin - 1] != '.' && (KindsOfNetWord(word) & nwOperator);
   }
 
-  std::string_view Word() const { return mLine.substr(mWord, mWordEnd - mWord); }
+  bool IsPlain() const {
+    if (mIsCommented || mAnyHigh || !IsOfNoKind(FirstWord(), mLine)) return false;
+    std::string collapsed;
+    return mLine.find('\t') == kNotFound && Collapsed(mLine, collapsed).size() == mLine.size();
+  }
+
+  static std::string_view TrimGapsRight(std::string_view text) {
+    while (IsGap(text.back())) text.remove_suffix(1);
+    return text;
+  }
+
+  bool IsWordAt(std::size_t at, std::string_view word) const {
+    if (at >= mLine.size() || !EqualsNoCaseAscii(mLine.substr(at, word.size()), word)) return false;
+    const std::size_t end = at + word.size();
+    return (at == 0 || !IsWordByte(mLine[at - 1])) &&
+           (end >= mLine.size() || !IsWordByte(mLine[end]));
+  }
+
+  // The word that ends in front of `end`, blanks between; empty where none does.
+  std::string_view WordBefore(std::size_t end) const {
+    while (end > 0 && IsGap(mLine[end - 1])) --end;
+    std::size_t begin = end;
+    while (begin > 0 && IsWordByte(mLine[begin - 1])) --begin;
+    return mLine.substr(begin, end - begin);
+  }
+
   std::string_view FirstWord() const {
     std::size_t end = 0;
-    while (end < mLine.size() && IsWordMark(MarkOf(mLine[end]))) ++end;
+    while (end < mLine.size() && IsWordByte(mLine[end])) ++end;
     return mLine.substr(0, end);
   }
 
   std::string_view mLine;
   std::size_t mAt = 0;
-  std::size_t mCodeEnd = 0;             // behind the last token
-  std::size_t mWord = 0, mWordEnd = 0;  // the last word
+  std::size_t mCodeEnd;
   int mDepth = 0;
-  bool mJoins = false;     // the last token is an operator, or opens
-  bool mIsMember = false;  // the last word stands behind a point
-  bool mAnyRun = false;    // of blanks, or a tab
-  bool mAnyHigh = false, mIsCommented = false, mIsRemark = false;
+  bool mAnyHigh = false, mIsCommented = false;
 };
 
 }  // namespace

@@ -85,7 +85,10 @@ std::string_view NetCursor::Expression() {
 
 std::string_view NetCursor::Type() {
   const std::size_t begin = mAt;
-  Word();
+  if (Here() == '(')
+    Group();  // a tuple
+  else
+    Word();
   for (;;) {
     if (Here() == '.') {
       Skip(1);
@@ -142,7 +145,23 @@ bool CutArray(std::string_view& type) {
   return true;
 }
 
+std::string TypeOfTuple(std::string_view written, int depth) {
+  constexpr int kDeepest = 16;
+  NetCursor cursor(written);
+  if (cursor.Here() != '(') return std::string(written);
+  if (depth > kDeepest) return "System.Object";
+  std::string type;
+  for (const std::string_view part : NetList(cursor.Group())) {
+    NetCursor element(part);
+    element.Word();
+    const std::string_view own = element.TakeWord("as") ? element.Rest() : part;
+    type.append(type.empty() ? "System.ValueTuple(Of " : ", ").append(TypeOfTuple(own, depth + 1));
+  }
+  return type.append(")").append(cursor.Rest());
+}
+
 SharedText NetTypeNamed(std::string_view written) {
+  if (written.starts_with('(')) return DotNetType(TypeOfTuple(written));
   if (written.find('[') == kNotFound) return DotNetType(written);
   return DotNetType(TypeWithoutBrackets(written));
 }

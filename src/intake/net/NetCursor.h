@@ -63,6 +63,10 @@ std::vector<std::string_view> NetList(std::string_view text);
 /// Cuts the mark of an array from the end of a type ("Integer(,)"); false if there is none.
 bool CutArray(std::string_view& type);
 
+/// "(a As Integer, b As String)" as the type that stands for it, "System.ValueTuple(Of Integer,
+/// String)"; any other text as it is.
+std::string TypeOfTuple(std::string_view written, int depth = 0);
+
 /// A type as the tree has it: without brackets, an intrinsic one by its full name.
 SharedText NetTypeNamed(std::string_view written);
 

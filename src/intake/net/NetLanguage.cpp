@@ -104,7 +104,7 @@ void EndNetProperty(Component& component, Block& block) {
   }
 }
 
-void MakeNetDelegate(EventDeclaration& o) {
+void MakeNetDelegate(EventDeclaration& o, std::string_view outer) {
   Component* component = o.Component.Get();
   Namespace* space = component ? component->Namespace.Get() : nullptr;
   if (!space) return;
@@ -112,7 +112,7 @@ void MakeNetDelegate(EventDeclaration& o) {
   block->Component = component;
   block->SetVBProject(component->Project());
   block->SetBlockType(btSub);
-  block->SetName(o.Name + "EventHandler");
+  block->SetName(std::string(outer) + o.Name + "EventHandler");
   block->Access = o.Access;
   block->Parameters->Component = component;
   for (const Parameter& parameter : *o.Parameters) {

@@ -39,7 +39,8 @@ class NetRules : public LanguageRules {
 /// The one Property statement of VB.NET stands for a get and a set: its block becomes the one or
 /// the other, and one without lines is made for the second.
 void EndNetProperty(Component& component, Block& block);
-/// Makes the delegate of an event: a procedure with the parameters of the event.
-void MakeNetDelegate(EventDeclaration& o);
+/// Makes the delegate of an event: a procedure with the parameters of the event, its name behind
+/// `outer`.
+void MakeNetDelegate(EventDeclaration& o, std::string_view outer = {});
 
 }  // namespace vendrel

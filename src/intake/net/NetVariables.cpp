@@ -45,7 +45,7 @@ NetVariables::NetVariables(std::string_view statement) {
       const bool isNew = cursor.TakeWord("new");
       std::string_view written = cursor.Type();
       isArray = CutArray(written) && !isNew;  // behind New stand the arguments
-      type = TypeWithoutBrackets(written);
+      type = TypeOfTuple(TypeWithoutBrackets(written));
       if (isNullable) type += '?';
       type += marks;
     }
