@@ -9,7 +9,6 @@
 namespace vendrel::python {
 namespace {
 
-constexpr std::size_t kLargeEnough = 2 << 20;
 constexpr std::size_t kStep = 16 << 20;
 
 char* EndOfHeap() { return static_cast<char*>(sbrk(0)); }
@@ -25,12 +24,14 @@ void GrowHeap() {
 
 }  // namespace
 
-LargePages::LargePages() : mEnd(EndOfHeap()), mPatience(kLargeEnough) {}
+LargePages::LargePages() : mEnd(EndOfHeap()) { Grow(mEnd); }
 
 void LargePages::Look() {
-  char* const from = EndOfHeap();
-  if (from == reinterpret_cast<char*>(-1) || from <= mEnd + mPatience) return;
-  mPatience = 0;
+  if (char* const end = EndOfHeap(); end > mEnd) Grow(end);
+}
+
+void LargePages::Grow(char* from) {
+  if (from == reinterpret_cast<char*>(-1)) return;
   GrowHeap();
   mEnd = EndOfHeap();
 #ifdef MADV_HUGEPAGE
