@@ -193,6 +193,9 @@ void Check::CheckModules(const std::string& folder) {
   CommentWatch comments;
   const auto project = LoadFolderOfModules(folder, mArguments.Common, mStreams, LoadDepth::Modules,
                                            [&](VBProject& one) { Begin(one, comments); });
+  if (!project)
+    throw ToolError(
+        exNo, folder + ": no project (.vbp, .vbproj) and no module lies in or below this folder");
   CheckLoaded(*project, comments);
 }
 
@@ -212,9 +215,10 @@ void Check::CheckLoaded(VBProject& project, const CommentWatch& comments) {
   }
   std::vector<Finding> findings;
   for (const Diagnostic& item : project.Diagnostics) findings.push_back(FindingOf(item));
-  const auto isOn = [&](const Rule& rule) { return mSettings.IsOnIn(project, rule); };
-  FindInProject(project, isOn, findings);
-  FindByUses(project, isOn, findings);
+  FindInProject(
+      project, [&](const Rule& rule) { return mSettings.IsOnIn(project, rule); }, findings);
+  FindByUses(
+      project, [&](const Rule& rule) { return mSettings.IsOnIn(project, rule); }, findings);
   ProjectSources sources(project);
   for (Finding& finding : findings) {
     sources.Complete(finding);

@@ -122,6 +122,7 @@ std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonO
                                           const std::function<void(VBProject&)>& prepare) {
   ApplyToProcess(options);
   auto group = std::make_shared<VBProjectGroup>();
+  const std::string evidence = UseCodePageFor(AbsolutePath(path), options);
   // A line that fails is kept, as it is in a project that is loaded alone: each is loaded so below,
   // and tells it then.
   group->BeforeLoad = [](VBProject& project) {
@@ -129,7 +130,6 @@ std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonO
       return StepOver::SkipLine;
     };
   };
-  const std::string evidence = UseCodePageFor(AbsolutePath(path), options);
   try {
     if (!group->Load(AbsolutePath(path), true, true))
       throw InputError(path, "cannot be read: " + ReasonIn(group->LastErrorString, path));
