@@ -9,7 +9,9 @@
 namespace vendrel::python {
 namespace {
 
-constexpr std::size_t kStep = 16 << 20;
+// The allocator of glibc never takes pieces of 32 MB and more from its heap, and gives back what is
+// free at its end beyond twice the largest piece that it was asked for.
+constexpr std::size_t kStep = 31 << 20;
 
 char* EndOfHeap() { return static_cast<char*>(sbrk(0)); }
 

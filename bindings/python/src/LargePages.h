@@ -4,8 +4,9 @@
 
 namespace vendrel::python {
 
-/// While one lives the heap of the main thread grows in large steps, and the kernel is asked to back
-/// them by large pages. Nothing where that heap does not grow: another allocator, another thread.
+/// While one lives the heap of the main thread grows in large steps, and the kernel is asked to
+/// back them by large pages. Nothing where that heap does not grow: another allocator, another
+/// thread.
 class LargePages {
  public:
   LargePages();
