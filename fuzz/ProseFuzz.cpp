@@ -8,6 +8,7 @@
 #include "Support.h"
 #include "core/Utf8.h"
 #include "site/Prose.h"
+#include "site/SiteHtml.h"
 
 namespace {
 
@@ -19,12 +20,13 @@ struct Judge : pugi::xml_tree_walker {
     for (const std::string_view never :
          {"script", "style", "img", "iframe", "object", "form", "base"})
       if (name == never) std::abort();
+    if (name == "a")
+      for (pugi::xml_node above = node.parent(); above; above = above.parent())
+        if (std::string_view(above.name()) == "a") std::abort();
     for (const pugi::xml_attribute attribute : node.attributes()) {
       const std::string_view key = attribute.name(), value = attribute.value();
       if (key.starts_with("on") || key == "style") std::abort();
-      if (key == "href" && !value.starts_with("http://") && !value.starts_with("https://") &&
-          !value.starts_with("mailto:") && value != "known.html")
-        std::abort();
+      if (key == "href" && value != "known.html" && site::SafeAddress(value).empty()) std::abort();
     }
     return true;
   }

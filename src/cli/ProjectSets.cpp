@@ -124,6 +124,7 @@ std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonO
   ApplyToProcess(options);
   auto group = std::make_shared<VBProjectGroup>();
   if (streams.Lasting) streams.Lasting->push_back(group);
+  const std::string evidence = UseCodePageFor(AbsolutePath(path), options);
   // A line that fails is kept, as it is in a project that is loaded alone: each is loaded so below,
   // and tells it then.
   group->BeforeLoad = [](VBProject& project) {
@@ -131,7 +132,6 @@ std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonO
       return StepOver::SkipLine;
     };
   };
-  const std::string evidence = UseCodePageFor(AbsolutePath(path), options);
   try {
     if (!group->Load(AbsolutePath(path), true, true))
       throw InputError(path, "cannot be read: " + ReasonIn(group->LastErrorString, path));

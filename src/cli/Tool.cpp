@@ -103,6 +103,10 @@ bool TakesNext(const CLI::App& app, const std::string& argument) {
 // Options may stand before the command as well as behind it: it is put in front of them. Where a
 // file stands in its place the command is `tree`.
 void PutCommandFirst(const CLI::App& app, std::vector<std::string>& arguments) {
+  if (!arguments.empty() && arguments.front() == "help") {  // as other tools have it
+    arguments.erase(arguments.begin());
+    arguments.emplace_back("--help");
+  }
   if (arguments.empty() || IsOneOf(arguments.front(), {"-h", "--help", "--version"})) return;
   std::size_t at = 0;
   while (at < arguments.size() && arguments[at].starts_with('-'))
@@ -125,6 +129,20 @@ std::string HintFor(const CLI::App* command, const std::string& word) {
   if (word.starts_with('-') && command)
     for (const OptionFacts& option : FactsOfCommand(*command).Options)
       for (const std::string& name : option.Names) closest.Offer(name);
+  return closest.Hint();
+}
+
+// "--kind: modul not in {module,control}": the one of these that may have been meant.
+std::string HintForChoice(std::string_view text) {
+  constexpr std::string_view kNotIn = " not in {";
+  const std::size_t at = text.find(kNotIn);
+  if (at == std::string_view::npos) return {};
+  const std::size_t word = text.rfind(' ', at - 1) + 1;
+  ClosestName closest(text.substr(word, at - word));
+  std::string_view choice;
+  const std::string_view rest = text.substr(at + kNotIn.size());
+  for (FieldCursor choices(rest.substr(0, rest.find('}')), ","); choices.Next(choice);)
+    closest.Offer(choice);
   return closest.Hint();
 }
 
@@ -151,7 +169,7 @@ std::string WrongUse(const CLI::App& app, const CLI::ParseError& error, const st
     text = text.substr(0, value) + " needs " +
            text.substr(value + kValue.size(), text.rfind(' ') - value - kValue.size());
   if (!command) return "say what is to be done" + help;
-  return first + ": " + text + help;
+  return first + ": " + text + HintForChoice(text) + help;
 }
 
 int Parse(CLI::App& app, std::vector<std::string> arguments, const Streams& streams) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
-#include <cstdio>
 
 #include "core/Ascii.h"
 #include "site/FormDrawing.h"
@@ -58,9 +57,9 @@ std::string ColourOf(const PropertyMap& properties, std::string_view name, std::
 }
 
 std::string Dots(double number) {
-  char text[32];
-  std::snprintf(text, sizeof text, "%.1f", number);
-  std::string dots(text);
+  char text[32];  // with a point whatever the locale of the host is
+  const auto end = std::to_chars(text, text + sizeof text, number, std::chars_format::fixed, 1).ptr;
+  std::string dots(text, end);
   if (dots.ends_with(".0")) dots.resize(dots.size() - 2);
   return dots == "-0" ? "0" : dots;
 }

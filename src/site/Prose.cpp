@@ -187,6 +187,8 @@ class ProseWriter {
     if (target.ends_with(".html") && target.find('~') != kNotFound) target.remove_suffix(5);
     std::string href = SafeAddress(target);
     if (href.empty() && !target.empty()) href = mLinks.Element(target);
+    // A link within a link is none.
+    if (std::find(mOpen.begin(), mOpen.end(), "a") != mOpen.end()) href.clear();
     if (tag.IsEmpty) {
       if (!tag.Attribute("langword").empty()) return WriteName(tag.Attribute("langword"));
       if (target.empty()) return;
@@ -197,8 +199,7 @@ class ProseWriter {
       mHtml.append(Link(href, shown));
       return;
     }
-    const bool isInLink = std::find(mOpen.begin(), mOpen.end(), "a") != mOpen.end();
-    if (href.empty() || isInLink || mOpen.size() >= kDeepest) return;
+    if (href.empty() || mOpen.size() >= kDeepest) return;
     BeginText();
     Open("a", " href=\"" + href + "\"");
   }

@@ -92,12 +92,18 @@ TEST(Hints, TellWhatMayHaveBeenMeant) {
       {{"html", Ledger(), "Jurnal"}, exNo, "did you mean 'Journal'?"},
       {{"roundtip", Ledger()}, exUsage, "did you mean 'roundtrip'?"},
       {{"names", "--jsn", Ledger()}, exUsage, "did you mean '--json'?"},
+      {{"names", Ledger(), "--kind", "modul"}, exUsage, "; did you mean 'module'?"},
   };
   for (const auto& each : cases) {
     const ToolRun run = ToolEnding(each.Code, each.Arguments);
     EXPECT_THAT(run.Err, HasSubstr(each.Part));
     EXPECT_EQ(std::count(run.Err.begin(), run.Err.end(), '\n'), 1) << run.Err;
   }
+}
+
+TEST(Help, IsACommandToo) {
+  EXPECT_EQ(RunFor({"help"}), RunFor({"--help"}));
+  EXPECT_EQ(RunFor({"help", "site"}), RunFor({"site", "--help"}));
 }
 
 TEST(Colours, FollowOptionAndTerminal) {

@@ -31,6 +31,8 @@ TEST(Prose, KnowsThreeKindsOfMarkUpAndTakesTheRestAsText) {
        "<p><a href=\"https://e.org/?a=1&amp;b=%27\">e</a></p>"},
       {"<see cref=\"P~M\"/> <see langword=\"Nothing\"/>",
        "<p><a href=\"m.html\"><bdi>P~M</bdi></a> <code>Nothing</code></p>"},
+      {"<a href=\"P~M.html\">x <see cref=\"P~M\"/></a>",
+       "<p><a href=\"m.html\">x <code>P~M</code></a></p>"},
       {"<list type=\"table\"><item><term>t</term><description>d</description></item></list>",
        "<table><tr><td>t</td><td>d</td></tr></table>"},
       {"<code>x = 1</code>", "<p><code>x = 1</code></p>"},

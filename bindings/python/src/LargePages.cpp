@@ -9,8 +9,9 @@
 namespace vendrel::python {
 namespace {
 
-constexpr std::size_t kLargeEnough = 2 << 20;
-constexpr std::size_t kStep = 16 << 20;
+// The allocator of glibc never takes pieces of 32 MB and more from its heap, and gives back what is
+// free at its end beyond twice the largest piece that it was asked for.
+constexpr std::size_t kStep = 31 << 20;
 
 char* EndOfHeap() { return static_cast<char*>(sbrk(0)); }
 
@@ -25,12 +26,14 @@ void GrowHeap() {
 
 }  // namespace
 
-LargePages::LargePages() : mEnd(EndOfHeap()), mPatience(kLargeEnough) {}
+LargePages::LargePages() : mEnd(EndOfHeap()) { Grow(mEnd); }
 
 void LargePages::Look() {
-  char* const from = EndOfHeap();
-  if (from == reinterpret_cast<char*>(-1) || from <= mEnd + mPatience) return;
-  mPatience = 0;
+  if (char* const end = EndOfHeap(); end > mEnd) Grow(end);
+}
+
+void LargePages::Grow(char* from) {
+  if (from == reinterpret_cast<char*>(-1)) return;
   GrowHeap();
   mEnd = EndOfHeap();
 #ifdef MADV_HUGEPAGE

@@ -225,6 +225,7 @@ void AddLoading(py::module_& module) {
              py::arg("progress") = py::none());
   module.def("projects", &Projects, py::arg("folder"));
   module.def("options_of_load", &OptionsOfLoad);
+  py::module_::import("atexit").attr("register")(py::cpp_function(&Root::LeaveToTheEnd));
 }
 
 }  // namespace vendrel::python

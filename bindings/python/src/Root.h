@@ -29,6 +29,9 @@ struct Root {
 
   /// The project or group that was loaded.
   ElementRef Top() const;
+  /// From here on trees that are let go stay: the process ends, and its memory with it.
+  static void LeaveToTheEnd();
+
   /// Takes a handle that Python has let go; whoever uses the tree next drops it. Any thread.
   void Bury(WeakHandle<HandleTarget> handle);
   void DropBuried();
