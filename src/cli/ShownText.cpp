@@ -1,8 +1,10 @@
 #include "cli/ShownText.h"
 
+#include <cstdint>
 #include <cstdio>
 
 #include "core/Ascii.h"
+#include "core/EightBytes.h"
 #include "core/Utf8.h"
 
 namespace vendrel::cli {
@@ -32,8 +34,20 @@ bool ReadsLikeEscape(std::string_view behind) {
   }
 }
 
+// The end of the run of characters from `at` on that show as they are: blanks, letters and signs of
+// ASCII, eight in one step, which is all of most texts.
+std::size_t PlainEnd(std::string_view text, std::size_t at) {
+  for (; at + 8 <= text.size(); at += 8) {
+    const std::uint64_t eight = EightAt(text, at);
+    const std::uint64_t controls = eight - kOnes * 0x20;
+    if (((eight | controls | MayBe(eight, '\\') | MayBe(eight, 0x7F)) & kHighBits) != 0) break;
+  }
+  while (at < text.size() && text[at] >= ' ' && text[at] < 0x7F && text[at] != '\\') ++at;
+  return at;
+}
+
 bool NeedsEscapes(std::string_view text) {
-  for (std::size_t i = 0; i < text.size();) {
+  for (std::size_t i = PlainEnd(text, 0); i < text.size(); i = PlainEnd(text, i)) {
     if (text[i] == '\\' && ReadsLikeEscape(text.substr(i + 1))) return true;
     if (IsHidden(TakeCharacter(text, i))) return true;
   }

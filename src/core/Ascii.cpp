@@ -1,6 +1,11 @@
 #include "core/Ascii.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 #include "core/EightBytes.h"
 
@@ -8,28 +13,56 @@ namespace vendrel {
 
 namespace {
 
-// Where one of eight positions may hold `c` in either case, rarely another character.
-std::uint64_t MayBeNoCase(std::string_view text, std::size_t at, char c) {
-  constexpr std::uint64_t kCase = kOnes * 0x20;
-  return MayBe(EightAt(text, at) | kCase, static_cast<char>(c | 0x20));
+#ifdef __SSE2__
+constexpr std::size_t kPlaces = 16;
+using PlaceBits = unsigned;
+
+// A bit for each of the places from `at` on where `c` may stand in either case; rarely another
+// character does.
+PlaceBits MayStand(std::string_view text, std::size_t at, char c) {
+  const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + at));
+  const __m128i same = _mm_cmpeq_epi8(_mm_or_si128(bytes, _mm_set1_epi8(0x20)),
+                                      _mm_set1_epi8(static_cast<char>(c | 0x20)));
+  return static_cast<PlaceBits>(_mm_movemask_epi8(same));
 }
+std::size_t FirstPlace(PlaceBits bits) { return static_cast<std::size_t>(std::countr_zero(bits)); }
+#else
+constexpr std::size_t kPlaces = 8;
+using PlaceBits = std::uint64_t;
+
+PlaceBits MayStand(std::string_view text, std::size_t at, char c) {
+  return MayBe(EightAt(text, at) | kOnes * 0x20, static_cast<char>(c | 0x20)) & kHighBits;
+}
+std::size_t FirstPlace(PlaceBits bits) {
+  static_assert(std::endian::native == std::endian::little);
+  return static_cast<std::size_t>(std::countr_zero(bits)) / 8;
+}
+#endif
 
 }  // namespace
 
-// Eight places are looked at in one step, by the first two characters: one is found too often.
+// Many places are looked at in one step, by the first two characters: one is found too often.
 std::size_t FindNoCaseAscii(std::string_view text, std::string_view sought, std::size_t start) {
   if (sought.empty()) return start <= text.size() ? start : std::string_view::npos;
   if (sought.size() > text.size()) return std::string_view::npos;
-  const char first = sought.front(), second = sought[sought.size() > 1 ? 1 : 0];
-  const std::size_t last = text.size() - sought.size(), step = sought.size() > 1 ? 1 : 0;
-  for (std::size_t i = start; i <= last;) {
-    if (i + step + 8 <= text.size() &&
-        (MayBeNoCase(text, i, first) & MayBeNoCase(text, i + step, second) & kHighBits) == 0) {
-      i += 8;
-      continue;
+  const std::size_t last = text.size() - sought.size(), second = sought.size() > 1 ? 1 : 0;
+  const auto isAt = [&](std::size_t at) {
+    return EqualsNoCaseAscii(text.substr(at, sought.size()), sought);
+  };
+  const std::size_t reach = kPlaces + second;
+  if (text.size() < reach) {
+    for (std::size_t at = start; at <= last; ++at)
+      if (isAt(at)) return at;
+    return std::string_view::npos;
+  }
+  for (std::size_t i = start; i <= last; i += kPlaces) {
+    const std::size_t from = std::min(i, text.size() - reach);  // the last step begins earlier
+    PlaceBits bits =
+        MayStand(text, from, sought.front()) & MayStand(text, from + second, sought[second]);
+    for (; bits != 0; bits &= bits - 1) {
+      const std::size_t at = from + FirstPlace(bits);
+      if (at >= i && at <= last && isAt(at)) return at;
     }
-    for (const std::size_t end = std::min(i + 8, last + 1); i < end; ++i)
-      if (EqualsNoCaseAscii(text.substr(i, sought.size()), sought)) return i;
   }
   return std::string_view::npos;
 }

@@ -33,13 +33,18 @@ bool OpensBlock(const Component& component, const ParsedLine& line) {
   return component.Options().DetectNewBlocksOnAddCode && IsStartLineType(line.LineType);
 }
 
+// No more lines come: what was kept for them is given back.
+void Rest(Block& block) {
+  block.RestIntake();
+  if (CodeLines* lines = block.CodeLines.IfAny(); lines && !lines->Unloaded()) lines->Shrink();
+}
+
 // What the previous block holds as a pending comment goes with the procedure that follows.
 void OpenProcedure(Component& component) {
   if (Block* previous = component.CurrentBlock.Get()) {
     component.CommentBuffer = std::move(previous->Intake().CommentBuffer);
     previous->Intake().CommentBuffer.clear();
-    if (CodeLines* lines = previous->CodeLines.IfAny(); lines && !lines->Unloaded())
-      lines->Shrink();
+    Rest(*previous);
   }
   Block* block = component.NewBlock();
   component.CurrentBlock = block;
@@ -71,10 +76,9 @@ void ChooseSection(Component& component, const ModuleIntake& intake, const Parse
   Block* current = component.CurrentBlock.Get();
   if (current->BlockType() != btAttributes || component.Blocks.Count() != 1) return;
   if (!OpensDeclarations(intake, line)) return;
-  if (component.Options().DetectNewBlocksOnAddCode)
-    component.CurrentBlock = component.NewBlock(btDeclarations);
-  else
-    current->SetBlockType(btDeclarations);
+  if (!component.Options().DetectNewBlocksOnAddCode) return current->SetBlockType(btDeclarations);
+  Rest(*current);
+  component.CurrentBlock = component.NewBlock(btDeclarations);
 }
 
 void FlushContinuations(Component& component, ModuleIntake& intake) try {

@@ -120,7 +120,7 @@ void SplitComment(LinePassage& p) try {
   p.Tagged->LineIndex = p.State.mCurrentLineIndex;
   p.Tagged->SourceLine = p.Intake.PhysicalLine;
   p.Tagged->Initialise(p.Line.CommentPart);
-  p.State.LastTaggedComment = p.Tagged;
+  p.Block.SetLastTaggedComment(p.Tagged);
   ForgetLastElementUnlessDescribable(p, p.Tagged->TagIdentifier);
   ContinueTaggedComment(p);
   if (!p.Tagged->TaggedCommentDef() && p.Tagged->TagIdentifier != "##") {

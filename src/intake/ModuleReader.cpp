@@ -101,6 +101,7 @@ void ModuleReader::Finish() {
   Block* block = mComponent.CurrentBlock.Get();
   if (!block) return;
   block->Intake().CommentBuffer.clear();
+  block->RestIntake();
   if (CodeLines* lines = block->CodeLines.IfAny(); lines && !lines->Unloaded()) lines->Shrink();
 }
 
@@ -333,6 +334,7 @@ vendrel::StepOver ModuleReader::Ask(const VBProject& project, const VendrelError
 // A host may say that the odd line is kept as it stands; else its failure ends the load.
 void ModuleReader::StepOver(const VendrelError& error, std::string_view procedure,
                             std::string_view text) {
+  mPlainLines.Settle();
   VBProject* project = mComponent.VBProject();
   VendrelError passed = error;
   passed.AddContext(procedure, "ModuleReader", mIntake.PhysicalLine)

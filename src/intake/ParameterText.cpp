@@ -1,5 +1,7 @@
 // The text of parameter lists.
 
+#include <algorithm>
+
 #include "core/Ascii.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
@@ -71,6 +73,7 @@ void ParameterWords::Take(std::string_view word) {
 
 // The default value of a parameter: what stands behind the first "=" outside of strings.
 std::string_view CutDefault(std::string_view& text) {
+  if (text.find('=') == std::string_view::npos) return {};
   bool inString = false;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '"') inString = !inString;
@@ -174,6 +177,8 @@ void ReadParameters(Parameters& list, std::string_view statement, CodeElement* p
   const bool found = rules.Reading.ReturnTypes ? FindClosedList(Trim(statement), text)
                                                : FindList(Trim(statement), text);
   if (!found || text.empty()) return;
+  list.Reserve(list.Count() + 1 +
+               static_cast<std::size_t>(std::count(text.begin(), text.end(), ',')));
   SplitCursor cursor(text, ",", true, wholeNames);
   std::string_view piece;
   while (cursor.Next(piece)) {

@@ -124,9 +124,23 @@ bool Block::IsPropertyType() const {
   return mBlockType == btPropertyGet || mBlockType == btPropertyLet || mBlockType == btPropertySet;
 }
 
-const std::vector<std::string>& Block::Attributes() const { return mIntake->Attributes; }
+const std::vector<std::string>& Block::Attributes() const { return mKept->Attributes; }
 
-void Block::AddAttribute(std::string_view text) { mIntake->Attributes.emplace_back(text); }
+void Block::AddAttribute(std::string_view text) { mKept->Attributes.emplace_back(text); }
+
+void Block::SetLastTaggedComment(std::shared_ptr<TaggedComment> comment) {
+  mKept->LastTaggedComment = std::move(comment);
+}
+
+void Block::RestIntake() {
+  const IntakeState* state = mKept.IfAny() ? mKept->Intake.IfAny() : nullptr;
+  if (!state || state->CurrentEnum || state->CurrentUDT || !state->CommentBuffer.empty() ||
+      !state->mLastTagIdentifier.empty() || !state->mLastQualifier.empty())
+    return;
+  mMarks = *state;
+  mKept->Intake.Drop();
+  if (!mKept->LastTaggedComment && mKept->Attributes.empty()) mKept.Drop();
+}
 
 void Block::UnloadSourceCode() try {
   if (mBlockType != btDeclarations)
@@ -139,7 +153,8 @@ void Block::UnloadSourceCode() try {
   UnTaggedDescription.clear();
   CodeLines.Drop();
   Parameters.Drop();
-  mIntake.Drop();
+  mKept.Drop();
+  mMarks = {};
   Constants.Drop();
 }
 VENDREL_CONTEXT(*this)

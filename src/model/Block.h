@@ -33,15 +33,6 @@ class Block : public ElementOf<Block> {
   std::int32_t HelpContextIDRead = 0;
   /// Which procedures the property has; 0 for other blocks.
   PropertyTypeEnum PropertyType = ptNone;
-  SharedText Access = "PRIVATE";
-  SharedText ReturnType;
-  /// Statement of the start line, as written.
-  SharedText DefinitionLine;
-  /// Name of the interface whose member this implements; empty if none.
-  SharedText Interface;
-  LateText TaggedDescription;
-  LateText UnTaggedDescription;
-  LateText ReturnDescription;
   bool ReturnTypeIsArray = false;
   bool IsFriend = false;
   bool IsStatic = false;
@@ -58,6 +49,25 @@ class Block : public ElementOf<Block> {
   bool IsSealed = false;
   bool IsAbstract = false;
   bool IsShadow = false;
+
+ private:
+  // Here, in the room that the flags leave: a project has many blocks.
+  bool mOverloaded : 1 = false;
+  bool mIsDelegate : 1 = false;
+  bool mCompletelyLoaded : 1 = false;
+  bool mShared : 1 = false;  // has stood in more than one collection
+  BlockTypeEnum mBlockType = btUnrecognised;
+
+ public:
+  SharedText Access = "PRIVATE";
+  SharedText ReturnType;
+  /// Statement of the start line, as written.
+  SharedText DefinitionLine;
+  /// Name of the interface whose member this implements; empty if none.
+  SharedText Interface;
+  LateText TaggedDescription;
+  LateText UnTaggedDescription;
+  LateText ReturnDescription;
   /// The control, variable or module whose event this procedure handles.
   WeakHandle<CodeElement> EventSource;
   WeakHandle<vendrel::Component> Component;
@@ -95,15 +105,15 @@ class Block : public ElementOf<Block> {
   const OnDemand<vendrel::Exceptions>& Exceptions() const;
 
   /// The open `Enum` or `Type` statement; may be assigned.
-  std::shared_ptr<Enumeration>& CurrentEnum() { return mIntake->CurrentEnum; }
-  std::shared_ptr<UDT>& CurrentUDT() { return mIntake->CurrentUDT; }
-  const std::shared_ptr<Enumeration>& CurrentEnum() const { return mIntake->CurrentEnum; }
-  const std::shared_ptr<UDT>& CurrentUDT() const { return mIntake->CurrentUDT; }
+  std::shared_ptr<Enumeration>& CurrentEnum() { return Intake().CurrentEnum; }
+  std::shared_ptr<UDT>& CurrentUDT() { return Intake().CurrentUDT; }
+  const std::shared_ptr<Enumeration>& CurrentEnum() const { return mKept->Intake->CurrentEnum; }
+  const std::shared_ptr<UDT>& CurrentUDT() const { return mKept->Intake->CurrentUDT; }
   /// Pending text of untagged comments, "<crlf>" between lines.
-  const std::string& CommentBuffer() const { return mIntake->CommentBuffer; }
+  const std::string& CommentBuffer() const { return mKept->Intake->CommentBuffer; }
   /// The last comment of the lines read so far, tagged or not; null if there was none.
   const std::shared_ptr<TaggedComment>& LastTaggedComment() const {
-    return mIntake->LastTaggedComment;
+    return mKept->LastTaggedComment;
   }
 
   std::string ElementName() const override { return mName; }
@@ -268,19 +278,20 @@ class Block : public ElementOf<Block> {
   }
 
   // State of the intake that outlives a line and ends with the source; only the intake touches it.
-  struct IntakeState {
+  // A block that is read has nothing left but the marks.
+  struct IntakeMarks {
+    std::int32_t mCurrentLineIndex = 0;
+    bool mEventLast : 1 = false;
+    bool mFoundItem : 1 = false;
+    bool FoundActualCodeInBlock : 1 = false;
+    bool mEnumOpen : 1 = false;
+    bool mUDTOpen : 1 = false;
+    bool mEnded : 1 = false;
+  };
+  struct IntakeState : IntakeMarks {
     std::shared_ptr<Enumeration> CurrentEnum;
     std::shared_ptr<UDT> CurrentUDT;
-    std::shared_ptr<TaggedComment> LastTaggedComment;
     std::string CommentBuffer;
-    std::vector<std::string> Attributes;
-    std::int32_t mCurrentLineIndex = 0;
-    bool mEventLast = false;
-    bool mFoundItem = false;
-    bool FoundActualCodeInBlock = false;
-    bool mEnumOpen = false;
-    bool mUDTOpen = false;
-    bool mEnded = false;
     SharedText mLastTagIdentifier;
     SharedText mLastQualifier;
   };
@@ -289,8 +300,16 @@ class Block : public ElementOf<Block> {
   const OnDemand<vendrel::Permissions>& ListedPermissions() const { return Permissions(); }
   const OnDemand<vendrel::Exceptions>& ListedExceptions() const { return Exceptions(); }
 
-  IntakeState& Intake() { return *mIntake; }
-  const IntakeState& Intake() const { return *mIntake; }
+  IntakeState& Intake() {
+    OnDemand<IntakeState>& intake = mKept->Intake;
+    if (IntakeState* state = intake.IfAny()) return *state;
+    static_cast<IntakeMarks&>(*intake) = mMarks;
+    return *intake;
+  }
+  /// Gives back what the intake no longer needs, as far as it does not: another block receives the
+  /// lines now.
+  void RestIntake();
+  void SetLastTaggedComment(std::shared_ptr<TaggedComment> comment);
   void SetCompletelyLoaded() { mCompletelyLoaded = true; }
   void AddAttribute(std::string_view text);
   void SetStoredLines(std::int32_t start, std::int32_t end) {
@@ -301,21 +320,24 @@ class Block : public ElementOf<Block> {
  private:
   friend class Blocks;
   struct RareParts;
+  // What ends with the source beside the lines; most procedures have nothing of it once they are
+  // read.
+  struct KeptParts {
+    OnDemand<IntakeState> Intake;
+    std::shared_ptr<TaggedComment> LastTaggedComment;
+    std::vector<std::string> Attributes;
+  };
 
   std::string mName;
   /// Not among the rare parts: most blocks of an assembly have it.
   SharedText mInheritedFrom;
   Blocks* mOwner = nullptr;
   WeakHandle<ProjectOptions> mProject;
-  OnDemand<IntakeState> mIntake;
+  OnDemand<KeptParts> mKept;
   OnDemand<RareParts> mRare;
   std::int32_t mStartLine = -1;
   std::int32_t mEndLine = -1;
-  BlockTypeEnum mBlockType = btUnrecognised;
-  bool mOverloaded = false;
-  bool mIsDelegate = false;
-  bool mCompletelyLoaded = false;
-  bool mShared = false;  // has stood in more than one collection
+  IntakeMarks mMarks;
 };
 
 }  // namespace vendrel

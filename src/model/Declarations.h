@@ -22,6 +22,7 @@ AccessTypeEnum AccessTypeFromstring(std::string_view Access);
 /// A constant of a module or procedure.
 class Constant : public ElementOf<Constant> {
  public:
+  std::int32_t RefCount = 0;
   SharedText Access;
   std::string Name;
   /// Text behind "=", string quotes included.
@@ -31,7 +32,6 @@ class Constant : public ElementOf<Constant> {
   LateText mDescription;
   LateText TaggedDescription;
   LateText UnTaggedDescription;
-  std::int32_t RefCount = 0;
   OnDemand<vendrel::TaggedComments> TaggedComments;
   WeakHandle<vendrel::Component> Component;
   /// The procedure that declares it; empty for a constant of the module.

@@ -64,6 +64,8 @@ class ElementCollection {
   void Clear() { mCol.Clear(); }
   /// Gives back the memory that was set aside for more elements.
   void Fit() { mCol.Fit(); }
+  /// Sets memory aside for that many elements in all.
+  void Reserve(std::size_t count) { mCol.Reserve(count); }
   std::size_t Count() const { return mCol.Count(); }
 
   auto begin() { return mCol.begin(); }

@@ -46,14 +46,12 @@ class KeyedCollection {
   KeyedCollection& operator=(const KeyedCollection&) = delete;
   KeyedCollection(KeyedCollection&& other) noexcept
       : mOrder(std::move(other.mOrder)),
-        mSlots(std::move(other.mSlots)),
-        mKeyed(std::exchange(other.mKeyed, 0)),
-        mUsed(std::exchange(other.mUsed, 0)) {}
+        mTable(std::move(other.mTable)),
+        mKeyed(std::exchange(other.mKeyed, 0)) {}
   KeyedCollection& operator=(KeyedCollection&& other) noexcept {
     mOrder.swap(other.mOrder);
-    mSlots.swap(other.mSlots);
+    mTable.swap(other.mTable);
     std::swap(mKeyed, other.mKeyed);
-    std::swap(mUsed, other.mUsed);
     return *this;
   }
 
@@ -125,8 +123,8 @@ class KeyedCollection {
   }
   void Clear() {
     mOrder.clear();
-    mSlots.clear();
-    mKeyed = mUsed = 0;
+    mTable.reset();
+    mKeyed = 0;
   }
 
   /// The key under which the element at a 1-based position was added, folded; empty if none.
@@ -134,6 +132,8 @@ class KeyedCollection {
 
   /// Gives back the memory that was set aside for more elements.
   void Fit() { mOrder.shrink_to_fit(); }
+  /// Sets memory aside for that many elements in all.
+  void Reserve(std::size_t count) { mOrder.reserve(count); }
 
   /// Over `T` or `const T`. It counts places, so that elements may be added during a walk.
   template <typename Element>
@@ -188,6 +188,18 @@ class KeyedCollection {
     std::uint32_t Hash = 0;
     std::uint32_t KeySize = 0;
   };
+  // The entries with a key by its hash; most collections are too short to have one.
+  struct Table {
+    std::vector<Entry*> Slots;
+    std::size_t Used = 0;
+
+    void Place(Entry* entry) {
+      std::size_t i = entry->Hash & (Slots.size() - 1);
+      while (Slots[i]) i = (i + 1) & (Slots.size() - 1);
+      Slots[i] = entry;
+      ++Used;
+    }
+  };
   static constexpr std::size_t kUnhashed = 8;  // below this a walk is cheaper than a table
 
   T* ItemAt(std::size_t index) const {
@@ -219,15 +231,16 @@ class KeyedCollection {
     return FindFolded(folded, Hash(folded));
   }
   const Entry* FindFolded(std::string_view folded, std::uint32_t hash) const {
-    if (mSlots.empty()) {
+    if (!mTable) {
       for (const auto& entry : mOrder)
         if (entry->Hash == hash && entry->Key() == folded) return entry.get();
       return nullptr;
     }
-    for (std::size_t i = hash & (mSlots.size() - 1);; i = (i + 1) & (mSlots.size() - 1)) {
-      if (!mSlots[i]) return nullptr;
-      if (mSlots[i] != Gone() && mSlots[i]->Hash == hash && mSlots[i]->Key() == folded)
-        return mSlots[i];
+    const std::vector<Entry*>& slots = mTable->Slots;
+    for (std::size_t i = hash & (slots.size() - 1);; i = (i + 1) & (slots.size() - 1)) {
+      if (!slots[i]) return nullptr;
+      if (slots[i] != Gone() && slots[i]->Hash == hash && slots[i]->Key() == folded)
+        return slots[i];
     }
   }
   std::size_t PlaceOf(const Position& position) const {
@@ -242,33 +255,29 @@ class KeyedCollection {
   }
   void Index(Entry* entry) {
     ++mKeyed;
-    if (mSlots.empty() && mKeyed <= kUnhashed && mOrder.size() <= 2 * kUnhashed) return;
-    if (mSlots.empty() || (mUsed + 1) * 4 > mSlots.size() * 3)
+    if (!mTable && mKeyed <= kUnhashed && mOrder.size() <= 2 * kUnhashed) return;
+    if (!mTable || (mTable->Used + 1) * 4 > mTable->Slots.size() * 3)
       Rehash();
     else
-      Place(entry);
+      mTable->Place(entry);
   }
   void Rehash() {
     std::size_t size = 32;
     while (size < mKeyed * 2) size *= 2;
-    mSlots.assign(size, nullptr);
-    mUsed = 0;
+    if (!mTable) mTable = std::make_unique<Table>();
+    mTable->Slots.assign(size, nullptr);
+    mTable->Used = 0;
     for (const auto& entry : mOrder)
-      if (entry->KeySize > 0) Place(entry.get());
-  }
-  void Place(Entry* entry) {
-    std::size_t i = entry->Hash & (mSlots.size() - 1);
-    while (mSlots[i]) i = (i + 1) & (mSlots.size() - 1);
-    mSlots[i] = entry;
-    ++mUsed;
+      if (entry->KeySize > 0) mTable->Place(entry.get());
   }
   void Unindex(const Entry* entry) {
     if (entry->KeySize == 0) return;
     --mKeyed;
-    if (mSlots.empty()) return;
-    std::size_t i = entry->Hash & (mSlots.size() - 1);
-    while (mSlots[i] != entry) i = (i + 1) & (mSlots.size() - 1);
-    mSlots[i] = Gone();
+    if (!mTable) return;
+    std::vector<Entry*>& slots = mTable->Slots;
+    std::size_t i = entry->Hash & (slots.size() - 1);
+    while (slots[i] != entry) i = (i + 1) & (slots.size() - 1);
+    slots[i] = Gone();
   }
   // Marks a slot whose entry went, so that chains behind it stay reachable.
   static Entry* Gone() {
@@ -277,9 +286,8 @@ class KeyedCollection {
   }
 
   std::vector<std::unique_ptr<Entry>> mOrder;
-  std::vector<Entry*> mSlots;
+  std::unique_ptr<Table> mTable;
   std::size_t mKeyed = 0;
-  std::size_t mUsed = 0;
 };
 
 /// What a collection that is no longer const gives to walk and amend its elements, without the

@@ -56,6 +56,9 @@ struct Parameters::NameIndex {
   std::uint64_t NamesChanged = 0;
 };
 
+Parameters::Parameters() = default;
+Parameters::~Parameters() = default;
+
 const Parameter* Parameters::Item(std::string_view name) const {
   if (Count() <= kWalked) {
     for (const Parameter& parameter : mCol)
@@ -63,7 +66,7 @@ const Parameter* Parameters::Item(std::string_view name) const {
     return nullptr;
   }
   if (!mIndex || mIndex->NamesChanged != gNamesChanged) {
-    mIndex = std::make_shared<NameIndex>();
+    mIndex = std::make_unique<NameIndex>();
     mIndex->NamesChanged = gNamesChanged;
     for (const Parameter& parameter : mCol)
       mIndex->First.emplace(FoldKey(parameter.Name()), &parameter);

@@ -12,19 +12,26 @@ namespace vendrel {
 /// One parameter of a procedure, event or `Declare`.
 class Parameter : public ElementOf<Parameter> {
  public:
-  /// Text of the comments for this parameter.
-  LateText mDescription;
-  /// Type as written; of an untyped one, the default type.
-  SharedText VariableType;
+  // What is small stands first, in the room that the base class leaves.
   bool IsOptional = false;
   bool IsByRef = false;
   /// The last parameter takes any number of arguments; it is optional then.
   bool IsParamArray = false;
   bool IsArray = false;
-  SharedText DefaultValue;
   /// No type was written.
   bool ImplicitType = false;
   bool RelationshipResolved = false;
+
+ private:
+  friend class Parameters;
+  bool mListed = false;  // stands in a list, whose index a new name makes stale
+
+ public:
+  /// Text of the comments for this parameter.
+  LateText mDescription;
+  /// Type as written; of an untyped one, the default type.
+  SharedText VariableType;
+  SharedText DefaultValue;
   /// The `Block`, event or `Declare` it belongs to.
   WeakHandle<CodeElement> Parent;
   LateText TaggedDescription;
@@ -68,9 +75,7 @@ class Parameter : public ElementOf<Parameter> {
   }
 
  private:
-  friend class Parameters;
   std::string mName;
-  bool mListed = false;  // stands in a list, whose index a new name makes stale
 };
 
 struct ParameterFamily {
@@ -82,6 +87,9 @@ struct ParameterFamily {
 class Parameters : public ElementCollection<Parameter, ParameterFamily> {
  public:
   WeakHandle<vendrel::Component> Component;
+
+  Parameters();
+  ~Parameters();
 
   using ElementCollection::Item;
   /// By name, case ignored, keyless elements too.
@@ -104,7 +112,7 @@ class Parameters : public ElementCollection<Parameter, ParameterFamily> {
  private:
   friend class Parameter;
   struct NameIndex;
-  mutable std::shared_ptr<NameIndex> mIndex;  // made at the first look-up of a long list
+  mutable std::unique_ptr<NameIndex> mIndex;  // made at the first look-up of a long list
 };
 
 /// A parameter from the type text of a library or assembly: a final "&" makes it by reference and

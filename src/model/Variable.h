@@ -16,6 +16,8 @@ namespace vendrel {
 /// member of a structure.
 class Variable : public ElementOf<Variable> {
  public:
+  /// Line of its block on which it stands, 1-based. (Here, in the room that the base class leaves.)
+  std::int32_t LineIndex = 0;
   /// "PUBLIC", "PRIVATE", "PROTECTED", "FRIEND" or "PROTECTED FRIEND".
   SharedText Access;
   /// Type as written; of an untyped one, the default type.
@@ -24,8 +26,7 @@ class Variable : public ElementOf<Variable> {
   std::int32_t HelpContextID = 0;
   /// The help context ID of its attribute line; 0 without one.
   std::int32_t HelpContextIDRead = 0;
-  /// Line of its block on which it stands, 1-based.
-  std::int32_t LineIndex = 0;
+  std::int32_t RefCount = 0;
   bool IsArray = false;
   /// `String * n`.
   bool FixedLengthString = false;
@@ -47,7 +48,6 @@ class Variable : public ElementOf<Variable> {
   LateText TaggedDescription;
   LateText UnTaggedDescription;
   SharedText InheritedFrom;
-  std::int32_t RefCount = 0;
   /// The `Component` for variables of source, the `UDT` for its members, a block for fields made by
   /// a loader.
   WeakHandle<CodeElement> Parent;

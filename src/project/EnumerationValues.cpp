@@ -6,6 +6,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "diagnostics/VendrelError.h"
 #include "project/ScriptExpression.h"
@@ -13,6 +14,17 @@
 
 namespace vendrel {
 namespace {
+
+// A few digits, as most members have them; an expression for its own sake.
+std::optional<ScriptValue> PlainNumber(std::string_view text) {
+  if (text.empty() || text.size() > 9) return std::nullopt;
+  double number = 0;
+  for (const char c : text) {
+    if (!IsDigitAscii(c)) return std::nullopt;
+    number = number * 10 + (c - '0');
+  }
+  return ScriptValue::Whole(number, ScriptKind::Long);
+}
 
 // Constants that name each other in a chain longer than this stay as they are written.
 constexpr int kDeepestChain = 64;
@@ -65,6 +77,10 @@ class EnumerationEvaluator {
 EnumerationEvaluator::EnumerationEvaluator(VBProject& project) : mProject(project) {}
 
 void EnumerationEvaluator::RegisterConstants() {
+  std::size_t count = 0;
+  for (const Component& component : mProject.Components.Listed())
+    if (const Constants* constants = component.Constants()) count += constants->Count();
+  mNames.reserve(2 * count);
   for (const Component& component : mProject.Components.Listed()) {
     if (const Constants* constants = component.Constants())
       for (const Constant& constant : *constants)
@@ -117,7 +133,8 @@ void EnumerationEvaluator::NumberMembers(const Component& component, Enumeration
     if (member.Value.empty()) {
       if (next) value = ScriptValue::Whole(*next, ScriptKind::Long);
     } else {
-      value = Evaluate(component, member.Value);
+      value = PlainNumber(member.Value);
+      if (!value) value = Evaluate(component, member.Value);
     }
     next.reset();
     if (!value) continue;

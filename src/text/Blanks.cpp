@@ -1,5 +1,10 @@
 #include "text/Blanks.h"
 
+#include <bit>
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 #include "core/Ascii.h"
 
 namespace vendrel {
@@ -21,7 +26,26 @@ std::size_t TwoBlanks(std::string_view text) {
   return at;
 }
 
+constexpr bool IsMark(char c) {
+  return c == '\'' || c == ':' || static_cast<unsigned char>(c) >= 0x80;
+}
+
 }  // namespace
+
+std::size_t FirstMark(std::string_view text, std::size_t at) {
+#ifdef __SSE2__
+  const __m128i apostrophe = _mm_set1_epi8('\''), colon = _mm_set1_epi8(':');
+  for (; at + 16 <= text.size(); at += 16) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + at));
+    const __m128i marks = _mm_or_si128(
+        bytes, _mm_or_si128(_mm_cmpeq_epi8(bytes, apostrophe), _mm_cmpeq_epi8(bytes, colon)));
+    const auto found = static_cast<unsigned>(_mm_movemask_epi8(marks));  // beyond ASCII too
+    if (found != 0) return at + static_cast<std::size_t>(std::countr_zero(found));
+  }
+#endif
+  while (at < text.size() && !IsMark(text[at])) ++at;
+  return at;
+}
 
 std::size_t OtherBlankAt(std::string_view text, std::size_t at) {
   const std::string_view two = text.substr(at, 2), three = text.substr(at, 3);

@@ -9,6 +9,10 @@
 
 namespace vendrel {
 
+/// The first byte from `at` on that may end a statement, or begin a blank of another kind than " ":
+/// an apostrophe, a colon, a byte beyond ASCII. The size of the text where there is none.
+std::size_t FirstMark(std::string_view text, std::size_t at = 0);
+
 /// Bytes of the character that begins with `lead`.
 constexpr std::size_t CharLength(unsigned char lead) {
   return lead < 0xC0 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;

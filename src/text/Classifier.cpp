@@ -14,6 +14,14 @@ bool EndsContinued(std::string_view part) {
   return part.size() >= 2 && part[part.size() - 1] == '_' && part[part.size() - 2] == ' ';
 }
 
+// Whether a line is one statement from end to end, as most are: it holds nothing that could end
+// one, and neither a number in front nor a continuation behind. Then there is nothing to scan.
+bool IsWholeStatement(std::string_view work, const ScanRules& rules) {
+  if (work.back() == '_' || IsDigitAscii(work.front()) || FirstMark(work) < work.size())
+    return false;
+  return !rules.PartsEvery() || DeclarationBehindThen(work, !rules.MayBeginWithLabel) == kNotFound;
+}
+
 // The text without its last character.
 std::string_view WithoutLast(std::string_view text) {
   std::size_t at = text.size() - 1;
@@ -57,6 +65,10 @@ LineClassifier::Result LineClassifier::First(std::string_view text, ParsedLine& 
     mState.What = ScanState::Found::Comment;
     mState.SeenOther = true;
     mState.TextFrom = 3;
+  }
+  if (mState.What == ScanState::Found::Nothing && IsWholeStatement(work, *this)) {
+    line.StatementPart = Collapsed(Statements->Trimmed(work), mStatement);
+    if (!line.StatementPart.empty()) return Classify(line);
   }
   const Result result = Process(work, line);
   if (line.Continued) {

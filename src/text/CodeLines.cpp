@@ -10,6 +10,8 @@ namespace vendrel {
 namespace {
 constexpr std::size_t kFirstLines = 24;  // an everyday procedure; the rest is given back
 
+unsigned FlagIf(bool holds, unsigned flag) { return holds ? flag : 0; }
+
 bool IsPart(std::string_view text, const std::string& whole) {
   return text.data() >= whole.data() && text.data() + text.size() <= whole.data() + whole.size();
 }
@@ -31,7 +33,7 @@ std::string JoinedStatements(const CodeLines& lines, std::int32_t first, std::in
 
 CodeLines::CodeLines(std::shared_ptr<const std::string> text, LanguageVersionEnum language,
                      const ClassifierRules& rules)
-    : mText(std::move(text)), mRules(rules), mLanguage(language) {}
+    : mText(std::move(text)), mRules(rules), mLanguage(static_cast<std::uint8_t>(language)) {}
 
 const CodeLines::Line& CodeLines::At(std::int32_t index) const {
   if (mUnloaded) throw VendrelError(errObjectNotSet, "the source lines have been unloaded");
@@ -47,7 +49,7 @@ std::int32_t CodeLines::Count() const {
 
 CodeLine CodeLines::Item(std::int32_t Key) const try {
   const Line& line = At(Key);
-  if (line.Flags & kWhole) return (*mWhole)[line.Offset];
+  if (line.Flags & kWhole) return mOdd->Whole[PlaceOf(line).Offset];
   return Classified(Key);
 }
 VENDREL_CONTEXT(Key)
@@ -72,12 +74,12 @@ CodeLine CodeLines::Classified(std::int32_t index) const {
   record.Continued = line.Flags & kContinued;
   record.Continuation = line.Flags & kContinuation;
   record.NotInSource = line.Flags & kNotInSource;
-  record.EventIndex = line.EventIndex;
+  record.EventIndex = PlaceOf(line).EventIndex;
   return record;
 }
 
 LineClassifier CodeLines::ClassifierFor(std::uint8_t flags) const {
-  LineClassifier classifier(mLanguage, mRules);
+  LineClassifier classifier(static_cast<LanguageVersionEnum>(mLanguage), mRules);
   classifier.RaiseLineNumber = false;
   classifier.PartLines = !(flags & kUnparted);
   classifier.MayBeginWithLabel = !(flags & (kNotInSource | kNoLabel));
@@ -104,12 +106,13 @@ std::string CodeLines::LogicalText(std::int32_t index) const {
 
 std::string_view CodeLines::LineView(std::int32_t Index) const {
   const Line& line = At(Index);
-  if (line.Flags & kWhole) return (*mWhole)[line.Offset].Text;
+  const Place place = PlaceOf(line);
+  if (line.Flags & kWhole) return mOdd->Whole[place.Offset].Text;
   if (line.Flags & kHeld) {
-    const HeldText& held = (*mHeld)[line.Offset];
-    return std::string_view(*held.Of).substr(held.Offset, line.Length);
+    const HeldText& held = mOdd->Held[place.Offset];
+    return std::string_view(*held.Of).substr(held.Offset, place.Length);
   }
-  return std::string_view(*mText).substr(line.Offset, line.Length);
+  return std::string_view(*mText).substr(place.Offset, place.Length);
 }
 
 std::string CodeLines::LineText(std::int32_t Index) const { return std::string(LineView(Index)); }
@@ -118,20 +121,21 @@ void CodeLines::SetLineText(std::int32_t Index, std::string_view text) try {
   CodeLine record = Item(Index);
   record.Text = text;
   Line& line = mLines[static_cast<std::size_t>(Index - 1)];
-  const std::uint32_t began = line.Flags & kWhole  ? line.Length
+  const Place place = PlaceOf(line);
+  const std::uint32_t began = line.Flags & kWhole  ? place.Length
                               : line.Flags & kHeld ? 0
-                                                   : line.Offset + 1;
-  line = KeepWhole(std::move(record));
-  line.Length = began;
+                                                   : place.Offset + 1;
+  line = KeepWhole(std::move(record), began);
 }
 VENDREL_CONTEXT(Index, text)
 
 std::optional<std::size_t> CodeLines::SourceOffset(std::int32_t Index) const {
   const Line& line = At(Index);
   if (line.Flags & kHeld) return std::nullopt;
-  if (!(line.Flags & kWhole)) return line.Offset;
-  if (line.Length == 0) return std::nullopt;
-  return line.Length - 1;
+  const Place place = PlaceOf(line);
+  if (!(line.Flags & kWhole)) return place.Offset;
+  if (place.Length == 0) return std::nullopt;
+  return place.Length - 1;
 }
 
 bool CodeLines::AsRead(std::int32_t Index) const { return !(At(Index).Flags & (kWhole | kHeld)); }
@@ -139,7 +143,9 @@ bool CodeLines::AsRead(std::int32_t Index) const { return !(At(Index).Flags & (k
 bool CodeLines::Continued(std::int32_t Index) const { return At(Index).Flags & kContinued; }
 bool CodeLines::Continuation(std::int32_t Index) const { return At(Index).Flags & kContinuation; }
 bool CodeLines::NotInSource(std::int32_t Index) const { return At(Index).Flags & kNotInSource; }
-std::int16_t CodeLines::EventIndex(std::int32_t Index) const { return At(Index).EventIndex; }
+std::int16_t CodeLines::EventIndex(std::int32_t Index) const {
+  return PlaceOf(At(Index)).EventIndex;
+}
 LineTypeEnum CodeLines::LineType(std::int32_t Index) const {
   return static_cast<LineTypeEnum>(At(Index).Type);
 }
@@ -169,50 +175,55 @@ VENDREL_CONTEXT(Pattern)
 
 bool CodeLines::InText(std::string_view text) const { return mText && IsPart(text, *mText); }
 
-CodeLines::Line CodeLines::KeepWhole(CodeLine record) {
-  Line line{};
-  line.Type = static_cast<std::uint8_t>(record.LineType);
-  line.EventIndex = record.EventIndex;
-  line.Flags = static_cast<std::uint8_t>((record.Continued ? kContinued : 0) |
-                                         (record.Continuation ? kContinuation : 0) |
-                                         (record.NotInSource ? kNotInSource : 0) | kWhole);
-  if (!mWhole) mWhole = std::make_unique<std::vector<CodeLine>>();
-  line.Offset = static_cast<std::uint32_t>(mWhole->size());
-  mWhole->push_back(std::move(record));
+CodeLines::OddLines& CodeLines::Odd() {
+  if (!mOdd) mOdd = std::make_unique<OddLines>();
+  return *mOdd;
+}
+
+CodeLines::Line CodeLines::Far(const Place& place, Line line) {
+  std::vector<Place>& far = Odd().Far;
+  line.Offset = static_cast<std::uint32_t>(far.size());
+  line.Length = kFar;
+  far.push_back(place);
+  return line;
+}
+
+CodeLines::Line CodeLines::KeepWhole(CodeLine record, std::uint32_t began) {
+  std::vector<CodeLine>& whole = Odd().Whole;
+  const Place place{static_cast<std::uint32_t>(whole.size()), began, record.EventIndex};
+  const Line line =
+      Packed(place, record.LineType,
+             FlagIf(record.Continued, kContinued) | FlagIf(record.Continuation, kContinuation) |
+                 FlagIf(record.NotInSource, kNotInSource) | kWhole);
+  whole.push_back(std::move(record));
   return line;
 }
 
 // The remainders of a line share one text: each kept for itself would take room by the square.
-void CodeLines::KeepText(Line& line, std::string_view text,
-                         const std::shared_ptr<const std::string>& held) {
-  line.Length = static_cast<std::uint32_t>(text.size());
+CodeLines::Line CodeLines::KeepText(const ParsedLine& line,
+                                    const std::shared_ptr<const std::string>& held) {
+  const std::string_view text = line.Text;
+  unsigned flags = FlagIf(line.Continued, kContinued) | FlagIf(line.Continuation, kContinuation) |
+                   FlagIf(line.NotInSource, kNotInSource) | FlagIf(line.EveryColon, kEveryColon) |
+                   FlagIf(line.Unparted, kUnparted) | FlagIf(line.NoLabel, kNoLabel);
+  Place place{0, static_cast<std::uint32_t>(text.size()), line.EventIndex};
   if (InText(text)) {
-    line.Offset = static_cast<std::uint32_t>(text.data() - mText->data());
-    return;
+    place.Offset = static_cast<std::uint32_t>(text.data() - mText->data());
+  } else {
+    std::vector<HeldText>& texts = Odd().Held;
+    place.Offset = static_cast<std::uint32_t>(texts.size());
+    flags |= kHeld;
+    texts.push_back({held, static_cast<std::uint32_t>(text.data() - held->data())});
   }
-  if (!mHeld) mHeld = std::make_unique<std::vector<HeldText>>();
-  line.Offset = static_cast<std::uint32_t>(mHeld->size());
-  line.Flags |= kHeld;
-  mHeld->push_back({held, static_cast<std::uint32_t>(text.data() - held->data())});
+  return Packed(place, line.LineType, flags);
 }
 
 void CodeLines::AddParsed(const ParsedLine& parsed, std::int32_t before, std::int32_t after,
                           const std::shared_ptr<const std::string>& held) try {
   if (mUnloaded) throw VendrelError(errObjectNotSet, "the source lines have been unloaded");
-  Line line{};
   const bool isKept = InText(parsed.Text) || (held && IsPart(parsed.Text, *held));
-  if (parsed.OwnText || !isKept) {
-    line = KeepWhole(parsed.Record());
-  } else {
-    line.EventIndex = parsed.EventIndex;
-    line.Type = static_cast<std::uint8_t>(parsed.LineType);
-    line.Flags = static_cast<std::uint8_t>(
-        (parsed.Continued ? kContinued : 0) | (parsed.Continuation ? kContinuation : 0) |
-        (parsed.NotInSource ? kNotInSource : 0) | (parsed.EveryColon ? kEveryColon : 0) |
-        (parsed.Unparted ? kUnparted : 0) | (parsed.NoLabel ? kNoLabel : 0));
-    KeepText(line, parsed.Text, held);
-  }
-  Insert(line, before, after);
+  Insert(parsed.OwnText || !isKept ? KeepWhole(parsed.Record()) : KeepText(parsed, held), before,
+         after);
 }
 VENDREL_CONTEXT(before, after)
 
@@ -243,8 +254,7 @@ VENDREL_CONTEXT(Index)
 void CodeLines::UnloadSourceCode() {
   if (mUnloaded) return;
   std::vector<Line>().swap(mLines);
-  mWhole.reset();
-  mHeld.reset();
+  mOdd.reset();
   mText.reset();
   mUnloaded = true;
 }

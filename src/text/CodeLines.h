@@ -1,7 +1,8 @@
 #pragma once
-// The lines of one block. A line costs 16 bytes: its place in the text of the module, which all
+// The lines of one block. A line costs 8 bytes: its place in the text of the module, which all
 // blocks share, and what cannot be derived from it. `Item` classifies again; a line whose record no
-// longer follows from its text (replaced, commented out, added by a client) is kept whole beside.
+// longer follows from its text (replaced, commented out, added by a client) is kept whole beside,
+// and so is the place of one that does not fit.
 
 #include <cstdint>
 #include <map>
@@ -66,6 +67,12 @@ class CodeLines {
   bool Unloaded() const { return mUnloaded; }
 
   // For the readers: a line without a record.
+  /// Appends a line of which no more is known than its type. Its text lies in the module's text.
+  void AppendPlain(std::string_view text, LineTypeEnum type) {
+    mLines.push_back(Packed({static_cast<std::uint32_t>(text.data() - mText->data()),
+                             static_cast<std::uint32_t>(text.size()), 0},
+                            type, 0));
+  }
   /// Appends a line; one whose text lies in the module's text costs no copy.
   void Append(const ParsedLine& line) { AddParsed(line, 0, 0); }
   /// `held` may be a text outside of the module's in which that of the line lies.
@@ -79,9 +86,9 @@ class CodeLines {
     kContinued = 1,
     kContinuation = 2,
     kNotInSource = 4,
-    kWhole = 8,  // the record stands in mWhole, under the number in Offset; Length is where the
-                 // line began in the text, plus 1, or 0
-    kHeld = 16,  // the text is a part of one in mHeld, under the number in Offset
+    kWhole = 8,  // the record stands among the whole ones, under the number in Offset; Length is
+                 // where the line began in the text, plus 1, or 0
+    kHeld = 16,  // the text is a part of one that is held, under the number in Offset
     kEveryColon = 32,
     kUnparted = 64,
     kNoLabel = 128,
@@ -90,18 +97,40 @@ class CodeLines {
     std::shared_ptr<const std::string> Of;
     std::uint32_t Offset;
   };
-  struct Line {
+  struct Place {
     std::uint32_t Offset;
     std::uint32_t Length;
     std::int16_t EventIndex;
+  };
+  struct Line {
+    std::uint32_t Offset;
+    std::uint16_t Length;
     std::uint8_t Type;
     std::uint8_t Flags;
   };
+  /// As the length of a line: its place stands among the far ones, under the number in Offset.
+  static constexpr std::uint16_t kFar = 0xFFFF;
+  /// What few lists have.
+  struct OddLines {
+    std::vector<CodeLine> Whole;
+    std::vector<HeldText> Held;
+    std::vector<Place> Far;
+  };
 
+  Line Packed(const Place& place, LineTypeEnum type, unsigned flags) {
+    const Line line{place.Offset, static_cast<std::uint16_t>(place.Length),
+                    static_cast<std::uint8_t>(type), static_cast<std::uint8_t>(flags)};
+    return place.Length < kFar && place.EventIndex == 0 ? line : Far(place, line);
+  }
+  Line Far(const Place& place, Line line);
+  Place PlaceOf(const Line& line) const {
+    return line.Length == kFar ? mOdd->Far[line.Offset] : Place{line.Offset, line.Length, 0};
+  }
+  OddLines& Odd();
   const Line& At(std::int32_t index) const;
   void Insert(const Line& line, std::int32_t before, std::int32_t after);
-  Line KeepWhole(CodeLine record);
-  void KeepText(Line& line, std::string_view text, const std::shared_ptr<const std::string>& held);
+  Line KeepWhole(CodeLine record, std::uint32_t began = 0);
+  Line KeepText(const ParsedLine& line, const std::shared_ptr<const std::string>& held);
   bool InText(std::string_view text) const;
   CodeLine Classified(std::int32_t index) const;
   LineClassifier ClassifierFor(std::uint8_t flags) const;
@@ -110,11 +139,10 @@ class CodeLines {
 
   std::vector<Line> mLines;
   std::shared_ptr<const std::string> mText;
-  ClassifierRules mRules;
-  std::unique_ptr<std::vector<CodeLine>> mWhole;
-  std::unique_ptr<std::vector<HeldText>> mHeld;
+  std::unique_ptr<OddLines> mOdd;
   std::int32_t mContinuations = 0;
-  LanguageVersionEnum mLanguage = lvVisualBasic5or6;
+  ClassifierRules mRules;
+  std::uint8_t mLanguage = lvVisualBasic5or6;
   bool mUnloaded = false;
 };
 

@@ -17,7 +17,12 @@ class SplitCursor {
   /// An empty delimiter is never found.
   SplitCursor(std::string_view source, std::string_view delimiter, bool removeDelimiter,
               bool wholeNames = false)
-      : mRest(source), mDelimiter(delimiter), mRemove(removeDelimiter), mWholeNames(wholeNames) {}
+      : mRest(source),
+        mDelimiter(delimiter),
+        mRemove(removeDelimiter),
+        mWholeNames(wholeNames),
+        mIsPlain(delimiter.size() == 1 && delimiter != "\"" && !Holds(source, '"') &&
+                 !(wholeNames && Holds(source, '['))) {}
   /// The next piece, with its delimiter unless that is removed; false at the end. Adjacent
   /// delimiters give empty pieces, a delimiter at the end of the text does not.
   bool Next(std::string_view& piece);
@@ -29,6 +34,11 @@ class SplitCursor {
   std::string_view mDelimiter;
   bool mRemove;
   bool mWholeNames;
+  bool mIsPlain;  // nothing in the text can hide a delimiter
+
+  static bool Holds(std::string_view text, char c) {
+    return text.find(c) != std::string_view::npos;
+  }
 };
 
 /// Walks the words between blanks, leaving out empty ones. A name in brackets counts as one word

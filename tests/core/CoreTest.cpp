@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "bench/Dice.h"
+#include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/OnDemand.h"
 #include "core/ReadingRules.h"
@@ -44,6 +46,25 @@ TEST(CaseFold, NamesCompareInEveryScript) {
   EXPECT_TRUE(EqualsNoCase("ΛΟΓΟΣ", "λογος"));
   EXPECT_FALSE(EqualsNoCase("a", "ä"));
   EXPECT_EQ(FoldKey("ÀB"), FoldKey("àb"));
+}
+
+// Texts are looked at many characters in a step; here, one after the other.
+TEST(Ascii, SearchesAndFoldsAsAWalkOverTheCharactersDoes) {
+  constexpr char kLetters[] = {'a', 'A', 'b', 'Z', 'z', '@', '[', '`', '.', '\xC3'};
+  bench::Dice dice(7);
+  const auto text = [&](int longest) {
+    std::string made;
+    for (int i = dice.Between(0, longest); i > 0; --i) made += dice.Pick(kLetters);
+    return made;
+  };
+  for (int round = 0; round < 20'000; ++round) {
+    const std::string whole = text(50), sought = text(3);
+    const auto start = static_cast<std::size_t>(dice.Between(0, 5));
+    const std::size_t expected = LowerAscii(whole).find(LowerAscii(sought), start);
+    ASSERT_EQ(FindNoCaseAscii(whole, sought, start), expected) << whole << " " << sought;
+    const std::string ascii = whole.substr(0, whole.find('\xC3'));
+    ASSERT_EQ(FoldKey(ascii), LowerAscii(ascii));
+  }
 }
 
 TEST(SharedText, HoldsAnyTextAndSharesKnownWords) {

@@ -38,6 +38,8 @@ void ReadClasses(const fs::path& header, std::map<std::string, std::set<std::str
       isPublic = true;
     } else if (line == " private:" || line == " protected:") {
       isPublic = false;
+    } else if (line == " public:") {
+      isPublic = true;
     } else if (isPublic && std::regex_match(line, found, member)) {
       const std::string type = found[1], field = found[2];
       const bool isState = field.size() > 1 && field[0] == 'm' && std::isupper(field[1]);

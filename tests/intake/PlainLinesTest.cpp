@@ -106,5 +106,16 @@ TEST(PlainLinesTest, ALoadInTwoStepsGoesOnWhereItStopped) {
   EXPECT_EQ(component.Blocks.Item("S")->LastTaggedComment()->Text, "");
 }
 
+// What the intake kept of a block that was read is given back; a client may still add lines.
+TEST(PlainLinesTest, ABlockTakesLinesLongAfterItWasRead) {
+  test::TestModule module("M.bas", "Dim a\nSub S()\n  x = 1\nEnd Sub\nSub T()\nEnd Sub\n");
+  Block& block = *module->Blocks.Item("S");
+  block.AddLine("  Dim late");
+  block.AddLine("' a comment behind the end");
+  EXPECT_EQ(block.Variables->Item("late")->LineIndex, 4);
+  EXPECT_EQ(block.LastTaggedComment()->LineIndex, 5);
+  EXPECT_EQ(block.CodeLines->Count(), 5);
+}
+
 }  // namespace
 }  // namespace vendrel

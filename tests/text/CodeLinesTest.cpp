@@ -95,6 +95,33 @@ TEST(CodeLinesTest, AChangedTextKeepsItsClassification) {
   EXPECT_EQ(lines.EventName(2), "S");
 }
 
+// What does not fit into the few bytes of a line: its length, and the number of an event.
+TEST(CodeLinesTest, LongLinesAndEventsKeepTheirPlaces) {
+  const std::string longest(65'534, 'x'), far(65'535, 'y'), farther(200'000, 'z');
+  const auto text = std::make_shared<const std::string>(longest + "\n" + far + "\n" + farther);
+  CodeLines lines(text, lvVisualBasic5or6, ClassifierRules());
+  const std::string_view all = *text;
+  const std::string_view views[] = {all.substr(0, longest.size()), all.substr(65'535, far.size()),
+                                    all.substr(131'071)};
+  for (const std::string_view view : views) lines.AppendPlain(view, OTHER);
+  ParsedLine event;
+  event.Text = all.substr(0, 3);
+  event.EventIndex = 7;
+  lines.Append(event);
+  for (std::int32_t i = 1; i <= 3; ++i) {
+    EXPECT_EQ(lines.LineView(i), views[i - 1]) << i;
+    EXPECT_EQ(lines.SourceOffset(i), static_cast<std::size_t>(views[i - 1].data() - text->data()));
+    EXPECT_TRUE(lines.AsRead(i)) << i;
+  }
+  EXPECT_EQ(lines.EventIndex(4), 7);
+  lines.SetLineText(3, "changed");
+  lines.SetLineText(4, "Event E()");
+  EXPECT_EQ(lines.SourceOffset(3), 131'071u);
+  EXPECT_EQ(lines.EventIndex(4), 7);
+  EXPECT_EQ(lines.LineText(4), "Event E()");
+  EXPECT_FALSE(lines.AsRead(3));
+}
+
 TEST(CodeLinesTest, LinesAreFoundByTypeAndPattern) {
   const CodeLines lines = Lines({"Sub S()", "  Dim x", "\tDIM Y ' z", "End Sub", "' dim"});
   EXPECT_EQ(lines.LinesOfType(VAR_DECLARATION).size(), 2u);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "bench/Dice.h"
+#include "core/Ascii.h"
 #include "text/Classifier.h"
 
 namespace vendrel {
@@ -104,6 +105,29 @@ std::string RandomLine(bench::Dice& dice) {
   std::string line;
   for (int i = dice.Between(0, 9); i > 0; --i) line += dice.Pick(kPlainPieces);
   return line;
+}
+
+// A line that holds nothing to scan for is not scanned; with an empty comment behind it, it is.
+TEST(PlainStatementsTest, AStatementWithoutMarksIsThatWhichAScanFinds) {
+  bench::Dice dice(2);
+  int compared = 0;
+  for (int i = 0; i < 30'000; ++i) {
+    const std::string text = RandomLine(dice) + "x";
+    if (text.find_first_of("':\"") != std::string::npos) continue;
+    const std::string commented = text + " '";
+    for (const LanguageVersionEnum language : {lvVisualBasic5or6, lvVisualBasicDotNet}) {
+      LineClassifier plain(language, ReadingRules::Complete()), scanned = plain;
+      ParsedLine a, b;
+      const auto first = plain.First(text, a), second = scanned.First(commented, b);
+      if (b.MoreLines || b.Continued) continue;
+      ++compared;
+      ASSERT_EQ(first, second) << text;
+      EXPECT_EQ(a.LineType, b.LineType) << text;
+      EXPECT_EQ(Trim(a.StatementPart), Trim(b.StatementPart)) << text;
+      EXPECT_EQ(a.HasLabel, b.HasLabel) << text;
+    }
+  }
+  EXPECT_GT(compared, 5'000);
 }
 
 TEST(PlainStatementsTest, TheClassifierSaysTheSame) {

@@ -1,5 +1,7 @@
 #include "intake/vb6/PlainLines.h"
 
+#include <utility>
+
 #include "intake/LineIntake.h"
 #include "intake/ModuleIntake.h"
 #include "model/Component.h"
@@ -28,7 +30,7 @@ PlainLines::PlainLines(Component& component, ModuleIntake& intake)
     : mComponent(component), mIntake(intake), mRules(intake.Reading) {}
 
 bool PlainLines::IsQuiet() const {
-  const Block& block = *mComponent.CurrentBlock.Get();
+  Block& block = *mComponent.CurrentBlock.Get();
   if (block.Name().empty() || !(block.IsMethod() || block.IsPropertyType())) return false;
   const Block::IntakeState& state = block.Intake();
   return NothingIsOpen(mIntake) && NoCommentWaits(mComponent, state) && !state.CurrentEnum &&
@@ -37,6 +39,7 @@ bool PlainLines::IsQuiet() const {
 }
 
 void PlainLines::Look() {
+  if (mBlock != mComponent.CurrentBlock.Get()) Settle();
   mBlock = nullptr;
   if (!mIntake.TakesPlainLines || mIntake.Language.Language() != lvVisualBasic5or6) return;
   if (!mComponent.CurrentBlock || !IsQuiet()) return;
@@ -49,10 +52,8 @@ bool PlainLines::Take(std::string_view text) {
   if (!mBlock) return false;
   const std::optional<PlainLine> plain = PlainLineOf(text, mRules, mBuffer);
   // A comment may be a tag.
-  if (!plain || plain->Comment.starts_with("##") || (plain->Type == BLANK_LINE && !mTakesBlanks)) {
-    Settle();
+  if (!plain || plain->Comment.starts_with("##") || (plain->Type == BLANK_LINE && !mTakesBlanks))
     return false;
-  }
   Block::IntakeState& state = mBlock->Intake();
   ++state.mCurrentLineIndex;
   if (!plain->Comment.empty()) KeepComment(plain->Comment);
@@ -61,15 +62,13 @@ bool PlainLines::Take(std::string_view text) {
     AttachCommentLine(*mBlock, mIntake, plain->Comment);
   else
     mIntake.LeadingComment.clear();
-  ParsedLine line;
-  line.LineType = plain->Type;
-  line.Text = text;
-  mBlock->CodeLines->Append(line);
+  mBlock->CodeLines->AppendPlain(text, plain->Type);
   if (IsEndLineType(plain->Type)) EndProcedure();
   return true;
 }
 
 void PlainLines::KeepComment(std::string_view comment) {
+  mCommented = mBlock;
   mComment = comment;
   mCommentIndex = mBlock->Intake().mCurrentLineIndex;
   mCommentLine = mIntake.PhysicalLine;
@@ -84,14 +83,17 @@ void PlainLines::EndProcedure() {
   mBlock->SetCompletelyLoaded();
 }
 
+// A comment that has come the long way since is the last one.
 void PlainLines::Settle() {
-  if (mComment.empty()) return;
+  if (!mCommented) return;
+  Block& block = *std::exchange(mCommented, nullptr);
+  const std::shared_ptr<TaggedComment>& last = block.LastTaggedComment();
+  if (last && last->LineIndex > mCommentIndex) return;
   auto comment = std::make_shared<TaggedComment>();
   comment->LineIndex = mCommentIndex;
   comment->SourceLine = mCommentLine;
   comment->Initialise(mComment);
-  mBlock->Intake().LastTaggedComment = std::move(comment);
-  mComment = {};
+  block.SetLastTaggedComment(std::move(comment));
 }
 
 }  // namespace vendrel

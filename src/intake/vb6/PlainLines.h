@@ -24,10 +24,9 @@ class PlainLines {
   /// Looks where the next line will stand. To be called behind each line that went through the
   /// stages.
   void Look();
-  /// Takes a line of the text of the module; false if it has to go through the stages. Then what
-  /// the lines taken so far have left open is settled.
+  /// Takes a line of the text of the module; false if it has to go through the stages.
   bool Take(std::string_view text);
-  /// Settles what lines that were taken left open; to be called behind the last line.
+  /// Gives the last block its last comment; to be called behind the last line.
   void Settle();
 
  private:
@@ -41,8 +40,8 @@ class PlainLines {
   Block* mBlock = nullptr;
   bool mTakesBlanks = false;
   ClassifierRules mRules;
-  /// The last comment taken, of which the block gets an object in the end: only the last one
-  /// counts.
+  /// The last comment taken, of which its block gets an object in the end: only the last counts.
+  Block* mCommented = nullptr;
   std::string_view mComment;
   std::int32_t mCommentIndex = 0;
   std::int32_t mCommentLine = 0;

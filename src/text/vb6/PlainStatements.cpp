@@ -2,11 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cstdint>
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
 
 #include "core/Ascii.h"
 #include "text/Blanks.h"
@@ -18,28 +14,6 @@ namespace vendrel {
 namespace {
 
 // ---- Where a statement ends --------------------------------------------------------------------
-
-// What may end a statement, or be a blank of another kind than " ": an apostrophe, a colon, a byte
-// beyond ASCII.
-constexpr bool IsMark(char c) {
-  return c == '\'' || c == ':' || static_cast<unsigned char>(c) >= 0x80;
-}
-
-// The first mark from `at` on; the size of the text where there is none.
-std::size_t FirstMark(std::string_view text, std::size_t at) {
-#ifdef __SSE2__
-  const __m128i apostrophe = _mm_set1_epi8('\''), colon = _mm_set1_epi8(':');
-  for (; at + 16 <= text.size(); at += 16) {
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + at));
-    const __m128i marks = _mm_or_si128(
-        bytes, _mm_or_si128(_mm_cmpeq_epi8(bytes, apostrophe), _mm_cmpeq_epi8(bytes, colon)));
-    const auto found = static_cast<unsigned>(_mm_movemask_epi8(marks));  // beyond ASCII too
-    if (found != 0) return at + static_cast<std::size_t>(std::countr_zero(found));
-  }
-#endif
-  while (at < text.size() && !IsMark(text[at])) ++at;
-  return at;
-}
 
 // Whether a place that is asked for behind the last one lies in a string.
 class StringWalk {
@@ -126,6 +100,7 @@ bool IsTelling(std::string_view word) {
 // Without blanks and tabs at either end: the classifier makes blanks of tabs.
 std::string_view Inner(std::string_view line) {
   std::size_t from = 0, end = line.size();
+  while (from + 8 <= end && EightAt(line, from) == kOnes * ' ') from += 8;
   while (from < end && IsGap(line[from])) ++from;
   while (end > from && IsGap(line[end - 1])) --end;
   return line.substr(from, end - from);

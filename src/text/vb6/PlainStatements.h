@@ -1,5 +1,5 @@
 #pragma once
-// Lines of a procedure's body of which nothing is to be understood but their type: three of four.
+// Lines of a procedure's body of which nothing is to be understood but their type: two of three.
 // What they are shows in a dozen steps; all others, and all in doubt, go the whole way through
 // `LineClassifier`.
 
