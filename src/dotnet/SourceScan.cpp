@@ -70,10 +70,12 @@ void SourceScan::Run() {
   const auto takeAll = [&](auto lines) {
     while (lines.Next(statement)) {
       mLine = statement.FirstLine;
-      if (mRules.NetKeepSource)
-        NoteRead(statement), TakeKept(statement);
-      else
+      if (mRules.NetKeepSource) {
+        NoteRead(statement);
+        TakeKept(statement);
+      } else {
         Take(statement);
+      }
     }
   };
   const DiagnosticScope scope(&mProject.Diagnostics, mFile.FileName.FullPath(), &mLine);

@@ -72,6 +72,15 @@ TEST(LineShapes, AgreeWithTheWalkOverTokens) {
   }
 }
 
+TEST(LineShapes, AreToldInOneWalk) {
+  constexpr std::size_t kMany = 400'000;
+  for (const std::string_view part : {"<", "(", "g", "m", "_ ", "\"\"", " ", "(a "}) {
+    std::string line(kMany, 'a');
+    for (std::size_t i = 0; i < kMany; ++i) line += part;
+    EXPECT_NE(ShapeOfNetLine(line), Shape::Bare) << part;
+  }
+}
+
 TEST(LineShapes, AWholeLineIsJoinedByHandlesAndImplements) {
   NetStatementScan scan;
   EXPECT_TRUE(scan.TakeWhole("x = 1"));

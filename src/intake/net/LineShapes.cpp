@@ -81,12 +81,15 @@ bool IsOfNoKind(std::string_view word, std::string_view statement) {
 // and what stands in front of a parenthesis.
 class CodeWalk {
  public:
-  explicit CodeWalk(std::string_view line) : mLine(line), mCodeEnd(line.size()) {}
+  explicit CodeWalk(std::string_view line) : mLine(line), mCodeEnd(line.size()) {
+    std::size_t end = 0;
+    while (end < line.size() && IsWordByte(line[end])) ++end;
+    mFirst = line.substr(0, end);
+  }
 
   NetLineShape Shape() {
     if (!IsWordByte(mLine.front()) && mLine.front() != '.') return NetLineShape::Unclear;
-    if (UpperAscii(mLine.front()) == 'R' && EqualsNoCaseAscii(FirstWord(), "REM"))
-      return NetLineShape::Bare;
+    if (EqualsNoCaseAscii(mFirst, "REM")) return NetLineShape::Bare;
     if (!Walk() || mDepth > 0 || Joins()) return NetLineShape::Unclear;
     return IsPlain() ? NetLineShape::Plain : NetLineShape::Whole;
   }
@@ -130,7 +133,7 @@ class CodeWalk {
   // An XML literal; behind modifiers alone an attribute.
   bool MayBeTag() const {
     if (mAt + 1 < mLine.size() && MayBeginTag(mLine[mAt + 1])) return true;
-    return KindsOfNetWord(FirstWord()) & (nwModifier | nwEnd);
+    return KindsOfNetWord(mFirst) & (nwModifier | nwEnd);
   }
 
   // Whether the line goes on behind its last token. A word at the front is none that joins, "With"
@@ -146,7 +149,7 @@ class CodeWalk {
   }
 
   bool IsPlain() const {
-    if (mIsCommented || mAnyHigh || !IsOfNoKind(FirstWord(), mLine)) return false;
+    if (mIsCommented || mAnyHigh || !IsOfNoKind(mFirst, mLine)) return false;
     std::string collapsed;
     return mLine.find('\t') == kNotFound && Collapsed(mLine, collapsed).size() == mLine.size();
   }
@@ -171,13 +174,7 @@ class CodeWalk {
     return mLine.substr(begin, end - begin);
   }
 
-  std::string_view FirstWord() const {
-    std::size_t end = 0;
-    while (end < mLine.size() && IsWordByte(mLine[end])) ++end;
-    return mLine.substr(0, end);
-  }
-
-  std::string_view mLine;
+  std::string_view mLine, mFirst;
   std::size_t mAt = 0;
   std::size_t mCodeEnd;
   int mDepth = 0;
