@@ -46,9 +46,18 @@ class ReflectionResolver final : public NetResolver {
     if (mIndexes.empty() && !mHasCore) mStore = NewAssemblyStore(folders);
   }
   void addassembly(std::string_view assembly) override;
-  void addglobalnamespace(std::string_view name) override { mGlobal.emplace_back(name); }
-  void addnamespace(std::string_view name) override { mOfFile.emplace_back(name); }
-  void clearnamespaces() override { mOfFile.clear(); }
+  void addglobalnamespace(std::string_view name) override {
+    mGlobal.emplace_back(name);
+    Forget();
+  }
+  void addnamespace(std::string_view name) override {
+    mOfFile.emplace_back(name);
+    mHere = nullptr;
+  }
+  void clearnamespaces() override {
+    mOfFile.clear();
+    mHere = nullptr;
+  }
   std::string resolvedtypename(std::string_view name) override {
     const TypeHandle type = Lookup(name);
     return type ? type.Name() : std::string(name);
@@ -65,16 +74,23 @@ class ReflectionResolver final : public NetResolver {
     for (const TypeIndex& index : mIndexes)
       if (&index.File() == file) return;
     mIndexes.emplace_back(*file);
-    mAsked.clear();
+    Forget();
   }
-  TypeHandle LookupWhole(const std::string& name);
+  // Answers hold for the assemblies and imports that they were given with.
+  void Forget() {
+    mAsked.clear();
+    mHere = nullptr;
+  }
+  TypeHandle LookupWhole(std::string_view name);
   TypeHandle Search(std::string_view name);
   TypeHandle Lookup(std::string_view name);
 
   std::shared_ptr<AssemblyStore> mStore;
   std::vector<TypeIndex> mIndexes;
   std::vector<std::string> mGlobal, mOfFile;
-  std::unordered_map<std::string, TypeHandle> mAsked;  // by full name; empty: none has it
+  // By the imports of a file, then by name; empty: there is none.
+  std::unordered_map<std::string, std::unordered_map<std::string, TypeHandle>> mAsked;
+  std::unordered_map<std::string, TypeHandle>* mHere = nullptr;  // of the imports in force
   std::unordered_map<std::string, Loaded> mLoaded;
   bool mHasCore = false;
 };
@@ -91,14 +107,7 @@ void ReflectionResolver::addassembly(std::string_view assembly) {
   Know(mStore->Named(identity, {}));
 }
 
-// The same names are asked for behind the imports of one file after the other.
-TypeHandle ReflectionResolver::LookupWhole(const std::string& name) {
-  const auto [known, isNew] = mAsked.try_emplace(name);
-  if (isNew) known->second = Search(name);
-  return known->second;
-}
-
-TypeHandle ReflectionResolver::Search(std::string_view name) {
+TypeHandle ReflectionResolver::LookupWhole(std::string_view name) {
   const std::string folded = FoldKey(name);
   for (const TypeIndex& index : mIndexes) {
     if (const TypeHandle type = index.Find(folded)) return type;
@@ -110,7 +119,7 @@ TypeHandle ReflectionResolver::Search(std::string_view name) {
   return {};
 }
 
-// The name as it is, then behind each import of the file and of the project.
+// The same names are asked for in one place of a file after the other.
 TypeHandle ReflectionResolver::Lookup(std::string_view name) {
   if (name.empty()) return {};
   if (!mHasCore) {
@@ -119,7 +128,19 @@ TypeHandle ReflectionResolver::Lookup(std::string_view name) {
     core.Name = "mscorlib";
     Know(mStore->Named(core, {}));
   }
-  if (const TypeHandle type = LookupWhole(std::string(name))) return type;
+  if (!mHere) {
+    std::string imports;
+    for (const std::string& space : mOfFile) imports.append(space).append("\n");
+    mHere = &mAsked[imports];
+  }
+  std::string key(name);
+  if (const auto known = mHere->find(key); known != mHere->end()) return known->second;
+  return mHere->emplace(std::move(key), Search(name)).first->second;
+}
+
+// The name as it is, then behind each import of the file and of the project.
+TypeHandle ReflectionResolver::Search(std::string_view name) {
+  if (const TypeHandle type = LookupWhole(name)) return type;
   for (const auto* imports : {&mOfFile, &mGlobal})
     for (const std::string& space : *imports)
       if (const TypeHandle type = LookupWhole(space + "." + std::string(name))) return type;
