@@ -13,8 +13,8 @@ void ReportDuplicateKey(std::string_view typeName, std::string_view key, std::st
   std::string text = "Duplicate ";
   text.append(typeName).append(", '").append(key);
   text += "'.  Processing will continue.";
-  ReportBox(DiagnosticCode::DuplicateName, {told, key}, text,
-            "Duplicate " + std::string(typeName), msExclamation);
+  ReportBox(DiagnosticCode::DuplicateName, {told, key}, text, "Duplicate " + std::string(typeName),
+            msExclamation);
 }
 
 }  // namespace vendrel

@@ -25,7 +25,7 @@ std::string AnchorOf(std::int32_t line, std::int32_t column) {
 
 FileNames::FileNames(const SiteRun& run, const SourceEntry& source,
                      std::span<const BoundName> names)
-    : mRun(run), mSource(source) {
+    : mSource(source) {
   for (const BoundName& name : names)
     if (name.IsDeclaration && !run.Map.Has(name.Element) &&
         mPlaces.try_emplace(name.Element, mEntries.size()).second)

@@ -35,7 +35,6 @@ class FileNames {
   /// An address on the page of a line, as seen from another page of the file.
   std::string HrefTo(std::int32_t line, const std::string& anchor, std::size_t piece) const;
 
-  const SiteRun& mRun;
   const SourceEntry& mSource;
   std::vector<Entry> mEntries;
   std::unordered_map<const CodeElement*, std::size_t> mPlaces;

@@ -125,7 +125,6 @@ class PagedList {
   std::string mOpen, mClose, mHeading, mBehind, mStem, mTitle;
   std::size_t mRows = 0;
   std::size_t mNumber = 1;
-  std::size_t mStart = 0;
   bool mIsOpen = false;
 };
 
