@@ -271,10 +271,10 @@ void SourceScan::NotePlaces(const OpenType& part) {
   }
   for (const WeakHandle<Block>& block : part.Blocks) {
     if (!block) continue;
-    if (const Variables* variables = block->Variables.IfAny())
-      for (const Variable& variable : *variables) NotePlace(variable);
-    if (const Constants* constants = block->Constants.IfAny())
-      for (const Constant& constant : *constants) NotePlace(constant);
+    if (Variables* variables = block->Variables.IfAny())
+      for (Variable& variable : *variables) NotePlace(variable);
+    if (Constants* constants = block->Constants.IfAny())
+      for (Constant& constant : *constants) NotePlace(constant);
   }
 }
 

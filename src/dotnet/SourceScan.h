@@ -22,7 +22,11 @@ struct SourcePlaces {
   std::unordered_map<const std::string*, WeakHandle<ProjectFile>> ByText;
   /// What has no lines of its own, where it stands in another file than its module: variables,
   /// events, declares and interfaces of the later parts of a `Partial` type.
-  std::unordered_map<const CodeElement*, WeakHandle<ProjectFile>> OfLaterParts;
+  struct Place {
+    WeakHandle<CodeElement> Element;  // another may stand where one went
+    WeakHandle<ProjectFile> File;
+  };
+  std::unordered_map<const CodeElement*, Place> OfLaterParts;
 
   /// The file of an element of a source module; null for that of the module.
   ProjectFile* FileOf(const CodeElement& element) const;
@@ -112,7 +116,9 @@ class SourceScan {
   void CloseInnermost();
   void NoteBlock(const Component& component);
   void NotePlaces(const OpenType& part);
-  void NotePlace(const CodeElement& element) { mScanned.Places->OfLaterParts[&element] = &mFile; }
+  void NotePlace(CodeElement& element) {
+    mScanned.Places->OfLaterParts[&element] = {&element, &mFile};
+  }
   std::shared_ptr<Component> PartOf(const TypeStatement& type, const std::string& name);
   void TakeCommentsAbove(Component& above, Component& type);
   void NoteRead(const SourceStatement& statement);

@@ -128,11 +128,17 @@ ProjectFile* FileIn(const auto& places, const auto* key) {
   return found == places.end() ? nullptr : found->second.Get();
 }
 
+ProjectFile* FileOfLaterPart(const SourcePlaces& places, const CodeElement& element) {
+  const auto found = places.OfLaterParts.find(&element);
+  const bool isIt = found != places.OfLaterParts.end() && found->second.Element.Get() == &element;
+  return isIt ? found->second.File.Get() : nullptr;
+}
+
 }  // namespace
 
 ProjectFile* SourcePlaces::FileOf(const CodeElement& element) const {
   const Block* block = BlockAround(element);
-  if (!block) return FileIn(OfLaterParts, &element);
+  if (!block) return FileOfLaterPart(*this, element);
   const CodeLines* lines = block->CodeLines.IfAny();
   return lines ? FileIn(ByText, lines->SourceText()) : nullptr;
 }
