@@ -261,11 +261,11 @@ void SourceScan::NotePlaces(const OpenType& part) {
     NotePlace(*component.Declarations.Item(i + 1));
   for (std::size_t i = part.Interfaces; i < component.Interfaces.Count(); ++i)
     NotePlace(*component.Interfaces.Item(i + 1));
-  if (const Block* section = component.Blocks.FirstOfType(btDeclarations)) {
-    const Variables* variables = section->Variables.IfAny();
+  if (Block* section = component.Blocks.FirstOfType(btDeclarations)) {
+    Variables* variables = section->Variables.IfAny();
     for (std::size_t i = part.Variables; variables && i < variables->Count(); ++i)
       NotePlace(*variables->Item(i + 1));
-    const Constants* constants = section->Constants.IfAny();
+    Constants* constants = section->Constants.IfAny();
     for (std::size_t i = part.Constants; constants && i < constants->Count(); ++i)
       NotePlace(*constants->Item(i + 1));
   }

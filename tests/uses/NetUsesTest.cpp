@@ -112,6 +112,10 @@ TEST(NetUses, FollowTheRulesOfVBNet) {
        "Limit read project; Inner qualify project; Pt type project"},
       {"Sub S(n As Integer)\nDim t = \"one\nEnd Sub ' two\n\" & n\nn = t\nEnd Sub\n",
        "n read parameter; n write parameter; t read local"},
+      {"Sub S(n As Integer)\nDim p = <a n=<%= n %> t='>'>\n  End Sub <b/>\n  <%= From i In mItems "
+       "Select <c><%= i.Size %></c> %>\n</a>\nn = p.<b>.Value\nIf n <Limit Then n = 1\nEnd Sub\n",
+       "n read parameter; mItems read project; i read local; Size read late; n write "
+       "parameter; p read local; n read parameter; Limit read project; n write parameter"},
       {"Public ReadOnly Property Once As Integer\nSub New(n As Integer)\nMyClass.New()\nOnce = "
        "n\nEnd Sub\nSub New()\nMe.New(1)\nEnd Sub\nOverrides Property Size As Integer\nSub "
        "S()\nSize = Once\nEnd Sub\n",
