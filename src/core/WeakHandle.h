@@ -5,6 +5,7 @@
 // and not for objects on the stack.
 
 #include <cstdint>
+#include <vector>
 
 namespace vendrel {
 
@@ -32,6 +33,7 @@ class HandleTarget {
  private:
   template <typename T>
   friend class WeakHandle;
+  friend class ApartHandles;
 
   detail::HandleCell* AcquireCell() const {
     if (!mCell) mCell = new detail::HandleCell{const_cast<HandleTarget*>(this), 0};
@@ -91,7 +93,35 @@ class WeakHandle {
   T* operator->() const { return Get(); }
 
  private:
+  friend class ApartHandles;
+  explicit WeakHandle(detail::HandleCell* cell) : mCell(cell) { ++mCell->Handles; }
+
   detail::HandleCell* mCell = nullptr;
+};
+
+/// Links to one target that are counted apart, so that each of several threads may copy and drop
+/// its own. A member of the target.
+class ApartHandles {
+ public:
+  ApartHandles() = default;
+  ApartHandles(const ApartHandles&) {}
+  ApartHandles& operator=(const ApartHandles&) { return *this; }  // NOLINT: keeps its own
+  ~ApartHandles() {
+    for (detail::HandleCell* cell : mCells) {
+      cell->Target = nullptr;
+      HandleTarget::ReleaseCell(cell);
+    }
+  }
+
+  /// One more; its copies are counted with it.
+  template <typename T>
+  WeakHandle<T> New(T& target) {
+    mCells.push_back(new detail::HandleCell{static_cast<HandleTarget*>(&target), 1});
+    return WeakHandle<T>(mCells.back());
+  }
+
+ private:
+  std::vector<detail::HandleCell*> mCells;  // each counts this as one of its handles
 };
 
 }  // namespace vendrel

@@ -160,7 +160,7 @@ std::shared_ptr<Variable> AddStructureMember(UDT& o, std::string_view Source,
                                              const SourceRules& rules) {
   auto member = std::make_shared<Variable>();
   member->Parent = &o;
-  if (Component* component = o.Component.Get()) member->SetVBProject(component->Project());
+  if (Component* component = o.Component.Get()) member->LinkToProject(component->ProjectLink());
   const std::string text = "Dim " + std::string(Source);
   DeclaratorReader(text, rules, true).Read(*member);
   o.Members.Add(member, member->Name);

@@ -169,7 +169,7 @@ VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 std::shared_ptr<Variable> NewVariable(const LinePassage& p) {
   auto variable = std::make_shared<Variable>();
   variable->Parent = &p.Component;
-  variable->SetVBProject(p.Block.Project());
+  variable->LinkToProject(p.Block.ProjectLink());
   variable->Component = &p.Component;
   variable->LineIndex = p.StatementIndex();
   variable->SetSourceLine(p.Intake.StatementLine);

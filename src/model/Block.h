@@ -138,6 +138,9 @@ class Block : public ElementOf<Block> {
   ProjectOptions* Project() const { return mProject.Get(); }
   vendrel::VBProject* VBProject() const;
   void SetVBProject(ProjectOptions* project) { mProject.Set(project); }
+  const WeakHandle<ProjectOptions>& ProjectLink() const { return mProject; }
+  /// The same with the link of what holds it.
+  void LinkToProject(const WeakHandle<ProjectOptions>& link) { mProject = link; }
   AccessTypeEnum AccessType() const { return AccessTypeFromstring(Access); }
 
   /// Namespace and name of a delegate, else the name.

@@ -67,6 +67,10 @@ Component::~Component() = default;
 
 Component* ComponentBehind(const WeakHandle<Component>& link) { return link.Get(); }
 
+void Component::SetVBProject(ProjectOptions* project) {
+  mProject = project ? project->NewLink() : WeakHandle<ProjectOptions>();
+}
+
 const ProjectOptions& Component::Options() const {
   const ProjectOptions* project = mProject.Get();
   return project ? *project : ProjectOptions::Defaults();

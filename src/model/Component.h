@@ -127,7 +127,9 @@ class Component : public ElementOf<Component> {
   const ProjectOptions& Options() const;
   ProjectOptions* Project() const { return mProject.Get(); }
   vendrel::VBProject* VBProject() const;
-  void SetVBProject(ProjectOptions* project) { mProject.Set(project); }
+  void SetVBProject(ProjectOptions* project);
+  /// The link to the project, to be copied by what the module holds.
+  const WeakHandle<ProjectOptions>& ProjectLink() const { return mProject; }
   AccessTypeEnum AccessType() const { return AccessTypeFromstring(Access); }
   /// Namespace and name, or the name alone.
   std::string FullName() const;

@@ -37,7 +37,7 @@ Block* Component::NewBlock(BlockTypeEnum BlockType) try {
   const auto created = std::make_shared<Block>();
   Block* block = created.get();
   block->Component = this;
-  block->SetVBProject(Project());
+  block->LinkToProject(ProjectLink());
   Blocks.Add(created);
   if (BlockType != btUnrecognised) block->SetBlockType(BlockType);
   const std::string_view header = SkeletonHeader(BlockType);

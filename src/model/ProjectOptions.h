@@ -58,6 +58,10 @@ struct ProjectOptions : public CodeElement {
     return mWorkspace ? *mWorkspace : vendrel::Workspace::Current();
   }
 
+  /// A link to this that a module and what it holds count among themselves: another thread may read
+  /// the module.
+  WeakHandle<ProjectOptions> NewLink() { return mLinks.New(*this); }
+
   /// The options of an element that has no project, and so belongs to the workspace in use.
   static const ProjectOptions& Defaults();
 
@@ -69,6 +73,9 @@ struct ProjectOptions : public CodeElement {
 
   LanguageVersionEnum mLanguageVersion = lvVisualBasic5or6;
   vendrel::Workspace* mWorkspace = nullptr;
+
+ private:
+  ApartHandles mLinks;
 };
 
 }  // namespace vendrel

@@ -66,6 +66,8 @@ class Variable : public ElementOf<Variable> {
   ProjectOptions* Options() const { return mProject.Get(); }
   vendrel::VBProject* VBProject() const;
   void SetVBProject(ProjectOptions* project) { mProject.Set(project); }
+  /// The same with the link of what holds it.
+  void LinkToProject(const WeakHandle<ProjectOptions>& link) { mProject = link; }
   AccessTypeEnum AccessType() const;
 
   /// Parses the first declarator in `s` and leaves in `s` the text for the next one, or nothing.
