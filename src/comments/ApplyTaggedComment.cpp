@@ -9,6 +9,7 @@
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
 #include "project/Assembly.h"
+#include "project/ModulesAhead.h"
 #include "project/VBProjectGroup.h"
 
 namespace vendrel {
@@ -97,19 +98,22 @@ ElementTypeEnum KindOf(Placement& a) {
 
 // ---- Phase 3: exclusion ------------------------------------------------------------------------
 
-// True if the comment excluded a reference, and is thereby done with.
-bool ReadExclusion(Placement& a) {
-  const std::string& tag = a.Definition->TagIdentifier;
-  if (tag != "##EXCLUDE" && !StartsWithNoCaseAscii(tag, "##EXCLUDE_")) return false;
-  a.Exclude = !EqualsNoCaseAscii(tag, "##EXCLUDE_REFERENCE");
-  if (a.Exclude) return false;
-  if (!a.Project) return true;
+void ExcludeReference(const Placement& a) {
   for (Reference& reference : a.Project->References) {
     if (!EqualsNoCase(reference.FileName.LeafName(), a.Comment->Text)) continue;
     reference.ExcludeFlag = true;
     a.Comment->CodeElement = &reference;
     break;
   }
+}
+
+// True if the comment excluded a reference, and is thereby done with.
+bool ReadExclusion(Placement& a) {
+  const std::string& tag = a.Definition->TagIdentifier;
+  if (tag != "##EXCLUDE" && !StartsWithNoCaseAscii(tag, "##EXCLUDE_")) return false;
+  a.Exclude = !EqualsNoCaseAscii(tag, "##EXCLUDE_REFERENCE");
+  if (a.Exclude) return false;
+  if (a.Project) ChangeProject([a] { ExcludeReference(a); });
   return true;
 }
 
@@ -137,18 +141,23 @@ void AttachWithoutExclusion(Placement& a, CodeElement& element) {
 }
 
 void AttachToGroup(Placement& a) {
-  CodeElement* group = a.Project ? a.Project->VBProjectGroup() : nullptr;
-  if (group) AttachWithoutExclusion(a, *group);
   a.Applied = true;
+  if (!a.Project) return;
+  ChangeProject([a]() mutable {
+    if (CodeElement* group = a.Project->VBProjectGroup()) AttachWithoutExclusion(a, *group);
+  });
 }
 
 // What a project is the content of takes its comments, unless the project made it for itself.
 void AttachToProject(Placement& a) {
   if (!a.Project) return;
-  Assembly* assembly = a.Project->Assembly();
-  if (!assembly || !assembly->OwnProject()) return AttachWithoutExclusion(a, *a.Project);
-  AttachWithoutExclusion(a, *assembly);
-  a.Comment->CodeElement = a.Project;
+  a.Applied = true;
+  ChangeProject([a]() mutable {
+    Assembly* assembly = a.Project->Assembly();
+    if (!assembly || !assembly->OwnProject()) return AttachWithoutExclusion(a, *a.Project);
+    AttachWithoutExclusion(a, *assembly);
+    a.Comment->CodeElement = a.Project;
+  });
 }
 
 void AttachToModule(Placement& a) { AttachWithoutExclusion(a, a.Component); }

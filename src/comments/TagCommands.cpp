@@ -9,6 +9,7 @@
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
 #include "model/Example.h"
+#include "project/ModulesAhead.h"
 
 namespace vendrel {
 namespace {
@@ -21,7 +22,7 @@ std::shared_ptr<Example> LoadExample(const Placement& a) {
 
 void AddExample(const Placement& a, const std::shared_ptr<Example>& example, CodeElement& item) {
   example->SetRelatedItem(&item);
-  if (a.Project) a.Project->Examples->Add(example);
+  if (a.Project) ChangeProject([project = a.Project, example] { project->Examples->Add(example); });
 }
 
 // A command that acted belongs to the element it acted on.
@@ -131,8 +132,12 @@ Outcome MarkModuleAsInterface(Placement& a) {
 }
 
 Outcome RetainContextIDs(Placement& a) {
-  if (a.Project) a.Project->RetainContextIDs = true;
-  return Done(a, a.Project);
+  if (a.Project)
+    ChangeProject([project = a.Project, comment = a.Comment] {
+      project->RetainContextIDs = true;
+      comment->CodeElement = project;
+    });
+  return Outcome::Applied;
 }
 
 // "##INTERFACE_ALIAS IFoo path" for an interface by name, "##INTERFACE_ALIAS path" for the last

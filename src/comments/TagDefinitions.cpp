@@ -8,6 +8,7 @@
 #include "core/ObjectRegistry.h"
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
+#include "project/ModulesAhead.h"
 
 namespace vendrel {
 namespace {
@@ -125,6 +126,13 @@ TemplateObjects& TemplateObjects::Default() try {
   return *service;
 }
 VENDREL_CONTEXT()
+
+void ModulesAhead::ShareTags(Workspace& standIn) {
+  TemplateObjects::Default();
+  const std::shared_ptr<TemplateObjects> service = Slot();
+  const Workspace::Use use(standIn);
+  Slot() = service;
+}
 
 void TemplateObjects::Install(std::shared_ptr<TemplateObjects> service) {
   Slot() = std::move(service);

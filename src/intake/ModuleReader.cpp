@@ -23,8 +23,10 @@
 namespace vendrel {
 namespace {
 
-// Tagged comments may reach the project and what belongs to it: such a module is read at its turn.
-bool MayHaveTags(std::string_view text) { return text.find("##") != std::string_view::npos; }
+// A host is told of tagged comments on its own thread.
+bool MayTellOfTags(const VBProject& project, std::string_view text) {
+  return !project.NewTaggedComment.Empty() && text.find("##") != std::string_view::npos;
+}
 
 // One module on its way from file to tree.
 class ModuleReader {
@@ -148,7 +150,8 @@ bool ModuleReader::Open() {
     Report(DiagnosticCode::UnreadableFile, {mFile.FullPath(), error.Text()});
     return false;
   }
-  if (AsideModule* aside = AsideModule::Current(); aside && MayHaveTags(mFile.Source()->Text)) {
+  AsideModule* aside = AsideModule::Current();
+  if (aside && MayTellOfTags(*mComponent.VBProject(), mFile.Source()->Text)) {
     mFile.CloseFile();
     aside->GiveBack();
     return false;

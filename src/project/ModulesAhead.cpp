@@ -73,6 +73,7 @@ void ModulesAhead::FurnishAnother() {
   const std::shared_ptr<FileSource> source = FileSource::Installed();
   Workspace& standIn = mStandIns.emplace_back();
   standIn.StandInFor(mProject.Workspace());
+  ShareTags(standIn);
   const Workspace::Use use(standIn);
   FileOptions::Current() = options;
   DriveMap::Current() = drives;
@@ -97,6 +98,11 @@ void ModulesAhead::ReadUntilDone(Workspace& standIn) {
     Read(module, standIn);
     lock.lock();
     module.mState = AsideModule::State::Done;
+    // As with this one, so it will be with most.
+    for (; module.mIsGivenBack && mClaimed < mModules.size(); ++mClaimed) {
+      mModules[mClaimed].mState = AsideModule::State::Done;
+      mModules[mClaimed].mIsGivenBack = true;
+    }
     mChanged.notify_all();
   }
 }

@@ -8,9 +8,9 @@
 #include <deque>
 #include <exception>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <optional>
-#include <memory>
 #include <string>
 #include <thread>
 #include <unordered_map>
@@ -88,6 +88,9 @@ class ModulesAhead {
   friend class AsideModule;
   void Begin(Component& component);
   void FurnishAnother();
+  // comments/
+  /// Has a workspace that stands in know the tags of the one in use.
+  static void ShareTags(Workspace& standIn);
   void ReadUntilDone(Workspace& standIn);
   static void Read(AsideModule& module, Workspace& standIn);
   void Await(AsideModule& module);

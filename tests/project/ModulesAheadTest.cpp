@@ -50,10 +50,11 @@ class ModulesAheadTest : public testing::Test {
   struct Outcome {
     std::string Seen;
     std::vector<std::int32_t> Loaded, Asked;
+    std::string Tags;
     bool OnlyHere = true;  // the host was called on its own thread alone
   };
 
-  Outcome Load(int jobs, const ReadingRules& reading, StepOver answer = StepOver::SkipLine) const {
+  Outcome Load(int jobs, const ReadingRules& reading, StepOver answer, bool hearsOfTags) const {
     Workspace workspace;
     workspace.Jobs = jobs;
     const Workspace::Use use(workspace);
@@ -70,6 +71,11 @@ class ModulesAheadTest : public testing::Test {
       outcome.Asked.push_back(line);
       return answer;
     };
+    if (hearsOfTags)
+      project.NewTaggedComment.Add([&](Block&, TaggedComment& comment, const CodeLine&) {
+        outcome.OnlyHere &= std::this_thread::get_id() == here;
+        outcome.Tags += comment.TagIdentifier + " " + comment.Text + "\n";
+      });
     std::ostringstream seen;
     try {
       project.Load(mPath);
@@ -94,10 +100,14 @@ class ModulesAheadTest : public testing::Test {
 
 TEST_F(ModulesAheadTest, ComeToWhatOneThreadComesTo) {
   for (const ReadingRules& reading : {ReadingRules::Classic(), ReadingRules::Complete()})
-    for (const StepOver answer : {StepOver::SkipLine, StepOver::Raise}) {
-      const Outcome alone = Load(1, reading, answer);
+    for (const auto& [answer, hearsOfTags] :
+         {std::pair(StepOver::SkipLine, false), std::pair(StepOver::SkipLine, true),
+          std::pair(StepOver::Raise, false)}) {
+      const Outcome alone = Load(1, reading, answer, hearsOfTags);
+      EXPECT_NE(alone.Tags.empty(), hearsOfTags);
       for (const int jobs : {2, 5}) {
-        const Outcome together = Load(jobs, reading, answer);
+        const Outcome together = Load(jobs, reading, answer, hearsOfTags);
+        EXPECT_EQ(together.Tags, alone.Tags) << jobs;
         EXPECT_EQ(together.Seen, alone.Seen) << jobs;
         EXPECT_EQ(together.Loaded, alone.Loaded) << jobs;
         EXPECT_EQ(together.Asked, alone.Asked) << jobs;
