@@ -42,8 +42,8 @@ std::size_t FindDelimiter(std::string_view text, std::string_view delimiter, boo
 
 bool SplitCursor::Next(std::string_view& piece) {
   if (mRest.empty()) return false;
-  const std::size_t at = mIsPlain ? mRest.find(mDelimiter.front())
-                                  : FindDelimiter(mRest, mDelimiter, mWholeNames);
+  const std::size_t at =
+      mIsPlain ? mRest.find(mDelimiter.front()) : FindDelimiter(mRest, mDelimiter, mWholeNames);
   if (at == kNotFound) {
     piece = mRest;
     mRest = {};

@@ -42,7 +42,8 @@ TEST_F(CheckCommand, AnOddLineIsTheSameInAProjectAloneAndInAGroup) {
     EXPECT_THAT(told, HasSubstr("/p/A.vbp:2: warning: project line kept, but not understood: "
                                 "Class=Item [project-line]\n"))
         << path;
-    EXPECT_THAT(told, HasSubstr("1 project, 0 projects not read, 1 module listed, 1 found, ")) << path;
+    EXPECT_THAT(told, HasSubstr("1 project, 0 projects not read, 1 module listed, 1 found, "))
+        << path;
   }
 }
 

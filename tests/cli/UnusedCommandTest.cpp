@@ -354,7 +354,8 @@ TEST(UnusedOfNet, FollowsWhatRunsWithoutBeingNamed) {
       {"/n/N.vbproj", kNetProgram},
       {"/n/Program.vb", kNetSource},
       {"/n/Later.vb",
-       "Partial Class Kept\n  Private Sub InitializeComponent()\n  End Sub\n  Private Sub Later()\n  End Sub\n  Private Sub Click() Handles "
+       "Partial Class Kept\n  Private Sub InitializeComponent()\n  End Sub\n  Private Sub "
+       "Later()\n  End Sub\n  Private Sub Click() Handles "
        "MyBase.Click\n    OfClick()\n  End Sub\n  Private Sub OfClick()\n  End Sub\nEnd Class\n"},
       {"/n/Page.aspx", "<asp:Button OnClick=\"Buy_Click\" />"},
       {"/n/Page.aspx.vb",
