@@ -9,7 +9,10 @@
 
 namespace {
 
-void TakeLargePages() { mi_option_enable(mi_option_large_os_pages); }
+void TakeLargePages() {
+  mi_option_enable(mi_option_large_os_pages);
+  mi_option_set(mi_option_eager_commit_delay, 0);  // a thread's first memory too
+}
 
 [[gnu::section(".preinit_array"), gnu::used]] void (*const kBeforeInitialisers)() = TakeLargePages;
 
