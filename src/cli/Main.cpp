@@ -37,13 +37,14 @@ int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
   Keyboard keyboard;
   std::istream answers(&keyboard);
+  static auto* const lasting = new std::vector<std::shared_ptr<const void>>;
   const vendrel::cli::Streams streams{std::cout,
                                       std::cerr,
                                       isatty(STDOUT_FILENO) != 0,
                                       isatty(STDERR_FILENO) != 0,
                                       isatty(STDIN_FILENO) != 0 ? &answers : nullptr,
                                       &answers,
-                                      new std::vector<std::shared_ptr<const void>>};
+                                      lasting};
   const int code = vendrel::cli::RunTool(argc, argv, streams);
   if (const int signal = vendrel::cli::NotedSignal();
       signal != 0 && code == vendrel::cli::SignalBase + signal) {
