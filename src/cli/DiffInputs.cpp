@@ -32,8 +32,8 @@ class InputPair {
     const auto first = LoadGroup(before, mCommon, mStreams);
     const auto second = LoadGroup(after, mCommon, mStreams);
     mTarget.Groups(*first, *second);
-    return Worse(ReportGroup(*first, mCommon, mStreams.Err),
-                 ReportGroup(*second, mCommon, mStreams.Err));
+    const int ofFirst = ReportGroup(*first, mCommon, mStreams.Err);  // told in this order
+    return Worse(ofFirst, ReportGroup(*second, mCommon, mStreams.Err));
   }
 
   // A pair of which one cannot be read is told, and the others are compared.
@@ -62,8 +62,8 @@ class InputPair {
   // Both sides of one comparison are told of; the worse exit code counts.
   int Compare(VBProject& before, VBProject& after) {
     mTarget.Projects(before, after);
-    return Worse(ReportDiagnostics(before, mCommon, mStreams.Err),
-                 ReportDiagnostics(after, mCommon, mStreams.Err));
+    const int ofBefore = ReportDiagnostics(before, mCommon, mStreams.Err);
+    return Worse(ofBefore, ReportDiagnostics(after, mCommon, mStreams.Err));
   }
 
   // Named after their folders, which differ.
