@@ -127,10 +127,9 @@ void ModulesAhead::Take(Component& component) {
   AsideModule& module = *mWaiting.at(&component);
   mWaiting.erase(&component);
   Await(module);
-  if (module.mIsGivenBack)
-    component.Load(false);
-  else
-    Settle(module, component);
+  if (!module.mIsGivenBack) return Settle(module, component);
+  if (module.mBytes) SourceCache::Put(module.mPath, *std::exchange(module.mBytes, std::nullopt));
+  component.Load(false);
 }
 
 void ModulesAhead::Settle(AsideModule& module, Component& component) {
