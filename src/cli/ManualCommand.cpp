@@ -1,3 +1,4 @@
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -6,6 +7,7 @@
 #include "cli/Completions.h"
 #include "cli/ManualPage.h"
 #include "cli/Options.h"
+#include "cli/Report.h"
 #include "cli/Results.h"
 
 namespace vendrel::cli {
@@ -21,10 +23,11 @@ struct ManualArguments {
 void WriteInto(const std::filesystem::path& path, const std::function<void(std::ostream&)>& write) {
   std::error_code ignored;
   std::filesystem::create_directories(path.parent_path(), ignored);
+  errno = 0;
   std::ofstream file(path);
   write(file);
   file.close();
-  if (!file) throw ToolError(exFailed, path.string() + ": cannot be written");
+  if (!file) throw ToolError(exFailed, CannotBeWritten(path.string(), errno));
 }
 
 // What an installation puts beside the tool, as it lies below "share".

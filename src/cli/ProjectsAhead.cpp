@@ -1,6 +1,7 @@
 #include "cli/ProjectsAhead.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 #include "cli/ProjectSets.h"
@@ -54,35 +55,41 @@ ProjectsAhead::Turn::~Turn() {
 ProjectsAhead::ProjectsAhead(std::vector<std::string> paths, const CommonOptions& options,
                              const Streams& streams, LoadDepth depth, Preparation prepare)
     : mPaths(std::move(paths)),
-      mOptions(ForEach(options, JobsFor(mPaths, options, !prepare))),
+      mJobs(JobsFor(mPaths, options, !prepare)),
+      mOptions(ForEach(options, mJobs)),
       mStreams(streams),
       mDepth(depth),
       mPrepare(std::move(prepare)) {
-  Start(JobsFor(mPaths, options, !mPrepare));
+  Start();
 }
 
 ProjectsAhead::ProjectsAhead(std::vector<std::string> paths, const CommonOptions& options,
                              const Streams& streams, TaskMaker make)
     : mPaths(std::move(paths)),
-      mOptions(ForEach(options, JobsFor(mPaths, options, true))),
+      mJobs(JobsFor(mPaths, options, true)),
+      mOptions(ForEach(options, mJobs)),
       mStreams(streams),
       mDepth(LoadDepth::Modules),
       mMake(std::move(make)) {
-  Start(JobsFor(mPaths, options, true));
+  Start();
 }
 
-void ProjectsAhead::Start(std::size_t jobs) {
-  if (jobs <= 1) {
+void ProjectsAhead::Start() {
+  if (mJobs <= 1) {
     mSlots.emplace_back().Surroundings = &Workspace::Current();
     return;
   }
-  for (std::size_t i = 0; i < jobs + 1; ++i) {
+  for (std::size_t i = 0; i < mJobs + 1; ++i) {
     Slot& slot = mSlots.emplace_back();
     slot.Own = std::make_unique<Workspace>();
     slot.Surroundings = slot.Own.get();
     WatchedFiles::ShareWith(*slot.Own);
   }
-  for (std::size_t i = 1; i < jobs; ++i) mWorkers.emplace_back([this] { WorkUntilDone(); });
+  try {
+    for (std::size_t i = 1; i < mJobs; ++i) mWorkers.emplace_back([this] { WorkUntilDone(); });
+  } catch (const std::system_error&) {
+    // The system refuses a thread: this one loads what the others do not (`Next`).
+  }
 }
 
 ProjectsAhead::~ProjectsAhead() {

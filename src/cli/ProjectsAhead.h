@@ -75,13 +75,14 @@ class ProjectsAhead {
   std::unique_ptr<Turn> Next(Diagnostics& told);
 
  private:
-  void Start(std::size_t jobs);
+  void Start();
   Slot* Claim();
   void Load(Slot& slot);
   void WorkUntilDone();
   void Release(Slot& slot);
 
   const std::vector<std::string> mPaths;
+  const std::size_t mJobs;
   const CommonOptions mOptions;
   const Streams& mStreams;
   const LoadDepth mDepth;

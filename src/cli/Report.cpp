@@ -4,6 +4,7 @@
 #include <array>
 #include <filesystem>
 #include <optional>
+#include <system_error>
 
 #include "cli/ShownText.h"
 #include "core/Ascii.h"
@@ -177,6 +178,12 @@ std::string ReasonIn(std::string_view errorText, const std::string& path) {
 
 std::string ReasonOf(const VendrelError& error, const std::string& path) {
   return ReasonIn(error.Text(), path);
+}
+
+std::string CannotBeWritten(const std::string& path, int reason) {
+  std::string text = path + ": cannot be written";
+  if (reason != 0) text += ": " + std::generic_category().message(reason);
+  return text;
 }
 
 std::size_t IndentOf(int depth) {

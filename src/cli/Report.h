@@ -32,6 +32,10 @@ class ShownPaths {
 std::string ReasonIn(std::string_view errorText, const std::string& path = {});
 std::string ReasonOf(const VendrelError& error, const std::string& path = {});
 
+/// That a file or a device takes no more, with what the system says of it: `reason` is an `errno`,
+/// 0 where it said nothing.
+std::string CannotBeWritten(const std::string& path, int reason);
+
 /// Blanks in front of a line of a tree, two a level (0 or more). Controls nest as deep as their
 /// input makes them; what is deeper than 40 levels moves no further.
 std::size_t IndentOf(int depth);

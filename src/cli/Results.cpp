@@ -112,12 +112,15 @@ void RefuseUnread(const std::string& path) {
 
 void WriteToDevice(const std::string& path, const std::function<void(std::ostream&)>& write) {
   RefuseUnread(path);
+  errno = 0;
   std::ofstream out(NativeTarget(path), std::ios::binary);
   if (out) write(out);
+  out.flush();
+  const int reason = out ? 0 : errno;
   out.close();
   if (out) return;
-  if (errno == EPIPE) throw Interrupted{SIGPIPE};
-  throw ToolError(exFailed, path + ": cannot be written");
+  if (reason == EPIPE) throw Interrupted{SIGPIPE};
+  throw ToolError(exFailed, CannotBeWritten(path, reason != 0 ? reason : errno));
 }
 
 void WriteToFile(const CommonOptions& options, const std::function<void(std::ostream&)>& write) {

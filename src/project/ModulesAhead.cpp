@@ -1,6 +1,7 @@
 #include "project/ModulesAhead.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 #include "model/Block.h"
@@ -55,8 +56,20 @@ ModulesAhead::ModulesAhead(VBProject& project, KeyedCollection<Component>& modul
     if (Waits(component)) Begin(component);
   const auto jobs = static_cast<std::size_t>(project.Workspace().Jobs);
   while (mStandIns.size() < std::min(jobs, mModules.size())) FurnishAnother();
-  for (Workspace& standIn : mStandIns)
-    mThreads.emplace_back([this, &standIn] { ReadUntilDone(standIn); });
+  try {
+    for (Workspace& standIn : mStandIns)
+      mThreads.emplace_back([this, &standIn] { ReadUntilDone(standIn); });
+  } catch (const std::system_error&) {
+    // The system refuses a thread: those that it gave read, or each module is read at its turn.
+    if (mThreads.empty()) GiveAllBack();
+  }
+}
+
+void ModulesAhead::GiveAllBack() {
+  for (; mClaimed < mModules.size(); ++mClaimed) {
+    mModules[mClaimed].mState = AsideModule::State::Done;
+    mModules[mClaimed].mIsGivenBack = true;
+  }
 }
 
 void ModulesAhead::Begin(Component& component) {
@@ -99,10 +112,7 @@ void ModulesAhead::ReadUntilDone(Workspace& standIn) {
     lock.lock();
     module.mState = AsideModule::State::Done;
     // As with this one, so it will be with most.
-    for (; module.mIsGivenBack && mClaimed < mModules.size(); ++mClaimed) {
-      mModules[mClaimed].mState = AsideModule::State::Done;
-      mModules[mClaimed].mIsGivenBack = true;
-    }
+    if (module.mIsGivenBack) GiveAllBack();
     mChanged.notify_all();
   }
 }

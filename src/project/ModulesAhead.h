@@ -92,6 +92,8 @@ class ModulesAhead {
   /// Has a workspace that stands in know the tags of the one in use.
   static void ShareTags(Workspace& standIn);
   void ReadUntilDone(Workspace& standIn);
+  /// Leaves each module that nobody has begun with to its turn. Needs the lock, once threads run.
+  void GiveAllBack();
   static void Read(AsideModule& module, Workspace& standIn);
   void Await(AsideModule& module);
   static void Settle(AsideModule& module, Component& component);

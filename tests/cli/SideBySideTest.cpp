@@ -1,3 +1,8 @@
+#include <pthread.h>
+
+#include <system_error>
+#include <thread>
+
 #include "support/DiskFolder.h"
 #include "support/ToolRun.h"
 
@@ -28,6 +33,26 @@ class SideBySide : public testing::Test {
   test::DiskFolder mFolder;
 };
 
+// While it lives, the system has no memory for the stack of a thread.
+class NoThreads {
+ public:
+  NoThreads() {
+    pthread_getattr_default_np(&mBefore);
+    pthread_attr_t huge;
+    pthread_attr_init(&huge);
+    pthread_attr_setstacksize(&huge, std::size_t{1} << 50);
+    pthread_setattr_default_np(&huge);
+    pthread_attr_destroy(&huge);
+  }
+  ~NoThreads() {
+    pthread_setattr_default_np(&mBefore);
+    pthread_attr_destroy(&mBefore);
+  }
+
+ private:
+  pthread_attr_t mBefore;
+};
+
 TEST_F(SideBySide, ResultsAndWhatIsToldDoNotDependOnTheNumberOfJobs) {
   for (const char* command : {"names", "inventory", "comments", "tree", "check"}) {
     const ToolRun alone = With(command, "1");
@@ -39,6 +64,16 @@ TEST_F(SideBySide, ResultsAndWhatIsToldDoNotDependOnTheNumberOfJobs) {
       EXPECT_EQ(together.Err, alone.Err) << command;
     }
   }
+}
+
+TEST_F(SideBySide, ASystemThatRefusesThreadsIsServedByOne) {
+  const std::string alone = With("names", "1").Out;
+  const std::string one = mFolder.Path("P4.vbp");
+  const std::string tree = Tool({"tree", one, "--jobs", "1"}).Out;
+  const NoThreads refused;
+  EXPECT_THROW(std::thread([] {}).join(), std::system_error);
+  EXPECT_EQ(With("names", "3").Out, alone);
+  EXPECT_EQ(Tool({"tree", one, "--jobs", "3"}).Out, tree);
 }
 
 }  // namespace
