@@ -280,8 +280,14 @@ class Comparison {
     Report(node, ChangeKind::Moved, property.Name, {std::move(before), std::move(after)});
   }
 
+  // What becomes of a property as a whole is told of each of its procedures.
+  static bool IsToldBelow(const Node& node, ChangeKind kind) {
+    return node.Any().Class->Kind == ElementKind::PropertyGroup && kind != ChangeKind::Changed;
+  }
+
   void Report(const Node& node, ChangeKind kind, std::string_view property = {},
               TextPair texts = {}) {
+    if (IsToldBelow(node, kind)) return;
     ++mCount;
     Change change{kind, node.Any().Class->Kind, NameOf(node), {}, {}, {}, {}, {}};
     change.Property = property;

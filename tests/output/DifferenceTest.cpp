@@ -62,6 +62,10 @@ TEST(Difference, TellsWhatIsAddedGoneAndChangedByElement) {
        "text P~M~Size CodeLines '  mTotal = v\n' '  mTotal = v * 2\n'\n"},
       {"Public Property Get Size() As Long\n  Size = mTotal\nEnd Property\n", "",
        "changed P~M~Size PropertyGetBlock 'P~M~Size' ''\ngone P~M~Size\n"},
+      {"  mTotal = v\nEnd Property\n",
+       "  mTotal = v\nEnd Property\nPublic Property Get Both()\nEnd Property\n"
+       "Public Property Let Both(v)\nEnd Property\n",
+       "added P~M~Both\nadded P~M~Both\n"},
   };
   for (const auto& c : cases) {
     std::string changed = base;
