@@ -34,6 +34,7 @@ if [ -n "$ctags" ] && "$ctags" --list-languages 2>/dev/null | grep -qx Basic; th
 else
   echo "universal-ctags is not installed: left out" >&2
 fi
+add "vendrelmodel tree" "'$tool' tree '$folder' --depth 1 --jobs 1 --quiet >/dev/null"
 add "vendrelmodel check" "'$tool' check '$folder' --quiet >/dev/null"
 add "vendrelmodel names" "'$tool' names '$folder' --quiet >/dev/null"
 add "vendrelmodel dump" "'$tool' dump '$folder' --quiet >/dev/null"
@@ -54,14 +55,16 @@ for ((run = 0; run <= runs; run++)); do
 done
 
 median() { sort -n | awk '{v[NR] = $1} END {print NR % 2 ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2}'; }
-printf '%-22s %10s %14s %12s %8s\n' program "clock (s)" "processor (s)" "Mlines/s" ratio
-base=
+printf '%-22s %10s %14s %12s %8s %8s\n' program "clock (s)" "processor (s)" "Mlines/s" "to cat" "to ctags"
+base= index=0
 for name in "${names[@]}"; do
   file="$work/${name//[^a-z]/_}"
   wall=$(awk '{print $1}' "$file" | median)
   processor=$(awk '{print $2 + $3}' "$file" | median)
   base=${base:-$processor}
-  awk -v n="$name" -v w="$wall" -v p="$processor" -v b="$base" -v l="$lines" 'BEGIN {
-    printf "%-22s %10.3f %14.3f %12.2f %8.1f\n", n, w, p, (p > 0 ? l / p / 1e6 : 0), (b > 0 ? p / b : 0) }'
+  case $name in ctags*) index=$processor ;; esac
+  awk -v n="$name" -v w="$wall" -v p="$processor" -v b="$base" -v i="$index" -v l="$lines" 'BEGIN {
+    printf "%-22s %10.3f %14.3f %12.2f %8.1f %8s\n", n, w, p, (p > 0 ? l / p / 1e6 : 0), (b > 0 ? p / b : 0),
+           (i > 0 ? sprintf("%.2f", p / i) : "-") }'
 done
 echo "load of the machine: $(cut -d' ' -f1-3 /proc/loadavg), $(nproc) processors, $runs runs"
