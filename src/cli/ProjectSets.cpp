@@ -94,9 +94,8 @@ int VisitSet(const std::string& path, const CommonOptions& options, const Stream
 std::vector<FileSystemObject> ProjectFilesBelow(const std::string& path, Diagnostics& told) {
   const DiagnosticScope scope(&told, AbsolutePath(path));
   try {
-    std::vector<FileSystemObject> files = VBProjects::ProjectFilesBelow(AbsolutePath(path));
     std::vector<FileSystemObject> ofNet;
-    FileSystemObject(AbsolutePath(path)).FindFiles("*.vbproj", 0, ofNet);
+    std::vector<FileSystemObject> files = VBProjects::ProjectFilesBelow(AbsolutePath(path), &ofNet);
     for (FileSystemObject& file : ofNet)
       if (!IsOfWebEditor(file)) files.push_back(std::move(file));
     return files;

@@ -29,41 +29,31 @@
 namespace vendrel::cli {
 namespace {
 
-void AddCommands(CLI::App& app, Job& job) {
-  AddTreeCommand(app, job);
-  AddDumpCommand(app, job);
-  AddManifestCommand(app, job);
-  AddCommentsCommand(app, job);
-  AddCheckCommand(app, job);
-  AddLinesCommand(app, job);
-  AddEvaluateCommand(app, job);
-  AddNamesCommand(app, job);
-  AddFindCommand(app, job);
-  AddUsesCommand(app, job);
-  AddResolveCommand(app, job);
-  AddControlsCommand(app, job);
-  AddStructureCommand(app, job);
-  AddHtmlCommand(app, job);
-  AddMembersCommand(app, job);
-  AddHelpIDsCommand(app, job);
-  AddWriteCommand(app, job);
-  AddTypeLibCommand(app, job);
-  AddAssemblyCommand(app, job);
-  AddAssembliesCommand(app, job);
-  AddDiffCommand(app, job);
-  AddBuildCommand(app, job);
-  AddRoundtripCommand(app, job);
-  AddCallsCommand(app, job);
-  AddUnusedCommand(app, job);
-  AddInventoryCommand(app, job);
-  AddSiteCommand(app, job);
-  AddAssessCommand(app, job);
-  AddGraphCommand(app, job);
-  AddSchemaCommand(app, job);
-  AddTagsCommand(app, job);
-  AddCompletionCommand(app, job);
-  AddManualCommand(app, job);
-}
+struct CommandEntry {
+  std::string_view Name;
+  void (*Add)(CLI::App&, Job&);
+};
+
+// In the order in which help lists them.
+constexpr CommandEntry kCommands[] = {
+    {"tree", AddTreeCommand},           {"dump", AddDumpCommand},
+    {"manifest", AddManifestCommand},   {"comments", AddCommentsCommand},
+    {"check", AddCheckCommand},         {"lines", AddLinesCommand},
+    {"evaluate", AddEvaluateCommand},   {"names", AddNamesCommand},
+    {"find", AddFindCommand},           {"uses", AddUsesCommand},
+    {"resolve", AddResolveCommand},     {"controls", AddControlsCommand},
+    {"structure", AddStructureCommand}, {"html", AddHtmlCommand},
+    {"members", AddMembersCommand},     {"help-ids", AddHelpIDsCommand},
+    {"write", AddWriteCommand},         {"typelib", AddTypeLibCommand},
+    {"assembly", AddAssemblyCommand},   {"assemblies", AddAssembliesCommand},
+    {"diff", AddDiffCommand},           {"build", AddBuildCommand},
+    {"roundtrip", AddRoundtripCommand}, {"calls", AddCallsCommand},
+    {"unused", AddUnusedCommand},       {"inventory", AddInventoryCommand},
+    {"site", AddSiteCommand},           {"assess", AddAssessCommand},
+    {"graph", AddGraphCommand},         {"schema", AddSchemaCommand},
+    {"tags", AddTagsCommand},           {"completion", AddCompletionCommand},
+    {"manual", AddManualCommand},
+};
 
 bool IsOneOf(const std::string& text, std::initializer_list<const char*> names) {
   return std::find(names.begin(), names.end(), text) != names.end();
@@ -72,6 +62,26 @@ bool IsOneOf(const std::string& text, std::initializer_list<const char*> names) 
 bool LooksLikeFile(const std::string& text) {
   std::error_code ignored;
   return text.find_first_of("./\\:") != std::string::npos || std::filesystem::exists(text, ignored);
+}
+
+// The command that a command line begins with; "tree" where a file stands in its place.
+std::string_view CommandAtFront(const std::vector<std::string>& arguments) {
+  if (arguments.empty() || arguments.front().starts_with('-') || arguments.front() == "help")
+    return {};
+  const std::string& first = arguments.front();
+  for (const CommandEntry& entry : kCommands)
+    if (entry.Name == first) return entry.Name;
+  return LooksLikeFile(first) ? "tree" : std::string_view();
+}
+
+// To declare the options of all commands takes longer than to read a small project. Where the
+// command stands at the front only that one is added, unless it tells of all.
+void AddCommands(CLI::App& app, Job& job, const std::vector<std::string>& arguments) {
+  const std::string_view wanted = CommandAtFront(arguments);
+  if (arguments.size() == 1 && arguments.front() == "--version") return;
+  const bool all = wanted.empty() || wanted == "completion" || wanted == "manual";
+  for (const CommandEntry& entry : kCommands)
+    if (all || entry.Name == wanted) entry.Add(app, job);
 }
 
 // The command that was meant, or all of them.
@@ -225,8 +235,9 @@ int RunTool(int argc, const char* const* argv, const Streams& streams) {
     app.require_subcommand(1);
     app.formatter(std::make_shared<HelpText>());
     Job job{streams, {}};
-    AddCommands(app, job);
-    const int parsed = Parse(app, {argv + (argc > 0 ? 1 : 0), argv + argc}, streams);
+    const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+    AddCommands(app, job, arguments);
+    const int parsed = Parse(app, arguments, streams);
     if (parsed != exDone) return parsed < 0 ? exDone : parsed;
     return job.Run();
   } catch (const Interrupted& interrupt) {

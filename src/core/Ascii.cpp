@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstdint>
+#include <cstring>
 #ifdef __SSE2__
 #include <emmintrin.h>
 #endif
@@ -39,7 +40,37 @@ std::size_t FirstPlace(PlaceBits bits) {
 }
 #endif
 
+template <typename Bytes>
+std::uint64_t BytesAt(const char* text) {
+  Bytes bytes;
+  std::memcpy(&bytes, text, sizeof bytes);
+  return bytes;
+}
+
+// Four to eight characters, those in the middle twice where there are fewer.
+std::uint64_t UpToEight(const char* text, std::size_t count) {
+  return BytesAt<std::uint32_t>(text) | BytesAt<std::uint32_t>(text + count - 4) << 32;
+}
+
 }  // namespace
+
+bool SameNoCaseAscii(const char* a, const char* b, std::size_t count) {
+  const auto same = [](std::uint64_t x, std::uint64_t y) {
+    return x == y || LowerEight(x) == LowerEight(y);
+  };
+  if (count < 4) {
+    for (std::size_t i = 0; i < count; ++i)
+      if (LowerAscii(a[i]) != LowerAscii(b[i])) return false;
+    return true;
+  }
+  if (count <= 8) return same(UpToEight(a, count), UpToEight(b, count));
+  const auto sameAt = [&](std::size_t at) {
+    return same(BytesAt<std::uint64_t>(a + at), BytesAt<std::uint64_t>(b + at));
+  };
+  for (std::size_t at = 0; at + 8 < count; at += 8)
+    if (!sameAt(at)) return false;
+  return sameAt(count - 8);
+}
 
 // Many places are looked at in one step, by the first two characters: one is found too often.
 std::size_t FindNoCaseAscii(std::string_view text, std::string_view sought, std::size_t start) {

@@ -4,6 +4,8 @@
 
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 
 namespace vendrel {
 
@@ -24,21 +26,30 @@ inline std::string LowerAscii(std::string_view text) {
   return result;
 }
 
-/// Equal but for the case of ASCII letters.
+/// Whether the first `count` characters of both, one at least, are equal but for the case of ASCII
+/// letters.
+bool SameNoCaseAscii(const char* a, const char* b, std::size_t count);
+
+/// Equal but for the case of ASCII letters. What differs mostly does so in length or in the first
+/// letter, which is seen without a call.
 constexpr bool EqualsNoCaseAscii(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;
+  if (a.empty()) return true;
+  if (!std::is_constant_evaluated())
+    return ((a.front() ^ b.front()) & ~0x20) == 0 && SameNoCaseAscii(a.data(), b.data(), a.size());
   for (std::size_t i = 0; i < a.size(); ++i)
     if (UpperAscii(a[i]) != UpperAscii(b[i])) return false;
   return true;
 }
 
 constexpr bool StartsWithNoCaseAscii(std::string_view text, std::string_view prefix) {
-  return text.size() >= prefix.size() && EqualsNoCaseAscii(text.substr(0, prefix.size()), prefix);
+  if (text.size() < prefix.size()) return false;
+  return EqualsNoCaseAscii({text.data(), prefix.size()}, prefix);
 }
 
 constexpr bool EndsWithNoCaseAscii(std::string_view text, std::string_view suffix) {
-  return text.size() >= suffix.size() &&
-         EqualsNoCaseAscii(text.substr(text.size() - suffix.size()), suffix);
+  if (text.size() < suffix.size()) return false;
+  return EqualsNoCaseAscii({text.data() + (text.size() - suffix.size()), suffix.size()}, suffix);
 }
 
 /// What a search gives that finds nothing.
@@ -73,8 +84,9 @@ constexpr std::string_view TrimGaps(std::string_view text) {
 /// Takes the text up to `delimiter` off the front of `rest` and returns it; at the end all of it.
 inline std::string_view TakeField(std::string_view& rest, char delimiter) {
   const std::size_t at = rest.find(delimiter);
-  const std::string_view field = rest.substr(0, at);
-  rest = at == std::string_view::npos ? std::string_view() : rest.substr(at + 1);
+  if (at == std::string_view::npos) return std::exchange(rest, {});
+  const std::string_view field(rest.data(), at);
+  rest.remove_prefix(at + 1);
   return field;
 }
 

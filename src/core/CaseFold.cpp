@@ -14,28 +14,23 @@ namespace {
 std::size_t AsciiPrefix(std::string_view text) {
   std::size_t i = 0;
   while (i + 8 <= text.size() && (EightAt(text, i) & kHighBits) == 0) i += 8;
+  const bool isTail = i + 8 > text.size() && text.size() >= 8;
+  if (isTail && (EightAt(text, text.size() - 8) & kHighBits) == 0) return text.size();
   while (i < text.size() && static_cast<unsigned char>(text[i]) < 0x80) ++i;
   return i;
 }
 
-// Eight ASCII characters with their capitals made small: only a capital carries into the high bit
-// by the first sum and not by the second.
-std::uint64_t LowerEight(std::uint64_t eight) {
-  const std::uint64_t fromA = eight + kOnes * (0x80 - 'A');
-  const std::uint64_t behindZ = eight + kOnes * (0x80 - 'Z' - 1);
-  return eight | ((fromA & ~behindZ & kHighBits) >> 2);
-}
-
-void AppendLower(std::string& out, std::string_view ascii) {
-  const std::size_t before = out.size();
-  out.resize(before + ascii.size());
-  char* to = out.data() + before;
-  std::size_t i = 0;
-  for (; i + 8 <= ascii.size(); i += 8) {
-    const std::uint64_t eight = LowerEight(EightAt(ascii, i));
-    std::memcpy(to + i, &eight, sizeof eight);
+void LowerInPlace(char* text, std::size_t size) {
+  const auto lowerEightAt = [&](std::size_t at) {
+    const std::uint64_t eight = LowerEight(EightAt({text, size}, at));
+    std::memcpy(text + at, &eight, sizeof eight);
+  };
+  if (size < 8) {
+    for (std::size_t i = 0; i < size; ++i) text[i] = LowerAscii(text[i]);
+    return;
   }
-  for (; i < ascii.size(); ++i) to[i] = LowerAscii(ascii[i]);
+  for (std::size_t i = 0; i + 8 < size; i += 8) lowerEightAt(i);
+  lowerEightAt(size - 8);  // what is small already stays
 }
 
 // Simple folding is upper-case then lower-case: it joins the letters whose two lower-case forms
@@ -64,15 +59,17 @@ void AppendMapped(std::string& out, std::string_view text, Map map) {
 }  // namespace
 
 void AppendFolded(std::string& out, std::string_view text) {
-  const std::size_t ascii = AsciiPrefix(text);
-  AppendLower(out, text.substr(0, ascii));
+  const std::size_t ascii = AsciiPrefix(text), before = out.size();
+  out.append(text.data(), ascii);
+  LowerInPlace(out.data() + before, ascii);
   if (ascii < text.size()) AppendMapped(out, text.substr(ascii), FoldOne);
 }
 
 std::string FoldKey(std::string_view text) {
-  std::string key;
-  key.reserve(text.size());
-  AppendFolded(key, text);
+  const std::size_t ascii = AsciiPrefix(text);
+  std::string key(text.data(), ascii);
+  LowerInPlace(key.data(), ascii);
+  if (ascii < text.size()) AppendMapped(key, text.substr(ascii), FoldOne);
   return key;
 }
 

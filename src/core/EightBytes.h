@@ -18,6 +18,15 @@ inline std::uint64_t EightAt(std::string_view text, std::size_t at) {
   return eight;
 }
 
+/// Eight characters with the capitals of ASCII made small. A carry out of the low seven bits tells
+/// whether a letter is at least "A", another whether it is behind "Z".
+constexpr std::uint64_t LowerEight(std::uint64_t eight) {
+  const std::uint64_t low = eight & ~kHighBits;
+  const std::uint64_t fromA = low + kOnes * (0x80 - 'A');
+  const std::uint64_t behindZ = low + kOnes * (0x80 - 'Z' - 1);
+  return eight | ((fromA & ~behindZ & ~eight & kHighBits) >> 2);
+}
+
 /// High bits in the bytes that may be `c`: in each that is, and rarely in one behind it.
 constexpr std::uint64_t MayBe(std::uint64_t eight, char c) {
   const std::uint64_t zero = eight ^ (kOnes * static_cast<unsigned char>(c));

@@ -54,7 +54,8 @@ void SharedText::Assign(std::string_view text) {
   }();
   if (text.size() >= 3 && text.size() <= 10) {
     for (std::size_t slot = Slot(text); (*known)[slot]; slot = (slot + 1) & (kSlots - 1)) {
-      if (TextOf((*known)[slot]) != text) continue;
+      const Node* node = (*known)[slot];
+      if (node->Length != text.size() || TextOf(node) != text) continue;
       mNode = (*known)[slot];
       return;
     }

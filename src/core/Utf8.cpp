@@ -82,6 +82,13 @@ ByteSummary SummariseBytes(std::string_view bytes) {
 std::size_t FirstNonAscii(std::string_view bytes, std::size_t start) {
   constexpr std::uint64_t highBits = 0x8080808080808080u;
   std::size_t i = start;
+  while (i + 4 * LaneCount <= bytes.size()) {
+    const char* at = bytes.data() + i;
+    const Lanes lanes =
+        Load(at) | Load(at + LaneCount) | Load(at + 2 * LaneCount) | Load(at + 3 * LaneCount);
+    if (Any(lanes >> 7)) break;
+    i += 4 * LaneCount;
+  }
   for (; i + 8 <= bytes.size(); i += 8) {
     std::uint64_t word;
     std::memcpy(&word, bytes.data() + i, 8);

@@ -36,7 +36,32 @@ bool IsBlockHelpID(std::string_view statement, std::string_view name) {
          StartsWithNoCaseAscii(behind.substr(name.size()), kSuffix);
 }
 
-bool TakeHelpIDs(LinePassage& p, std::string_view statement) try {
+// Which attributes a statement names, wherever in it: its descriptions are long, so that it is
+// searched once for what their names have in common.
+struct NamedAttributes {
+  bool VarHelpID = false;
+  bool IsExposed = false;
+  bool IsHidden = false;
+};
+
+NamedAttributes AttributesNamedIn(std::string_view statement) {
+  constexpr std::string_view kInCommon = "VB_";
+  const auto stands = [&](std::size_t at, std::string_view before, std::string_view name) {
+    return at >= before.size() &&
+           StartsWithNoCaseAscii(statement.substr(at - before.size()), before) &&
+           StartsWithNoCaseAscii(statement.substr(at), name);
+  };
+  NamedAttributes named;
+  for (std::size_t at = FindNoCaseAscii(statement, kInCommon); at != kNotFound;
+       at = FindNoCaseAscii(statement, kInCommon, at + kInCommon.size())) {
+    named.VarHelpID |= stands(at, ".", "VB_VARHELPID");
+    named.IsExposed |= stands(at, "ATTRIBUTE ", "VB_EXPOSED = TRUE");
+    named.IsHidden |= stands(at, ".", "VB_MEMBERFLAGS = \"40\"");
+  }
+  return named;
+}
+
+bool TakeHelpIDs(LinePassage& p, std::string_view statement, const NamedAttributes& named) try {
   const auto valueBehindEquals = [&] {
     const std::size_t equals = statement.find('=');
     return equals == std::string_view::npos ? 0 : NumericValue(statement.substr(equals + 1));
@@ -49,7 +74,7 @@ bool TakeHelpIDs(LinePassage& p, std::string_view statement) try {
     TakeHelpContextID(p.Component, p.Block, valueBehindEquals());
     return true;
   }
-  if (!ContainsNoCaseAscii(statement, ".VB_VARHELPID")) return false;
+  if (!named.VarHelpID) return false;
   std::string_view name = Word(statement, 2);
   name = TakeField(name, '.');
   Variable* variable = p.Block.Variables.IfAny() ? p.Block.Variables->Item(name) : nullptr;
@@ -58,10 +83,26 @@ bool TakeHelpIDs(LinePassage& p, std::string_view statement) try {
 }
 VENDREL_CONTEXT_AT(LineReached(), statement, trace::Me(p.Block))
 
-void TakeFlags(LinePassage& p, std::string_view statement) {
-  if (ContainsNoCaseAscii(statement, "ATTRIBUTE VB_EXPOSED = TRUE")) {
+// What makes a member the default one of its class, or one that walks a collection.
+void TakeMemberId(LinePassage& p, std::string_view statement) {
+  constexpr std::string_view kIs = "USERMEMID = ";
+  bool isDefault = false, isWalk = false;
+  for (std::size_t at = FindNoCaseAscii(statement, kIs); at != kNotFound;
+       at = FindNoCaseAscii(statement, kIs, at + 1)) {
+    const std::string_view id = statement.substr(at + kIs.size());
+    isDefault |= id.starts_with("0");
+    isWalk |= id.starts_with("-4");
+  }
+  if (isDefault)
+    p.Component.DefaultMemberName = Subject(statement);
+  else if (isWalk)
+    p.Component.SetIsCollection(true);
+}
+
+void TakeFlags(LinePassage& p, std::string_view statement, const NamedAttributes& named) {
+  if (named.IsExposed) {
     p.Component.Access = "PUBLIC";
-  } else if (ContainsNoCaseAscii(statement, ".VB_MEMBERFLAGS = \"40\"")) {
+  } else if (named.IsHidden) {
     const std::string_view subject = Subject(statement);
     if (EqualsNoCase(subject, p.Block.Name()))
       p.Block.IsHiddenMember = true;
@@ -74,10 +115,8 @@ void TakeFlags(LinePassage& p, std::string_view statement) {
       enumeration->IsHiddenMember = true;
     else if (UDT* structure = p.Component.UDTs.Item(subject))
       structure->IsHiddenMember = true;
-  } else if (ContainsNoCaseAscii(statement, "USERMEMID = 0")) {
-    p.Component.DefaultMemberName = Subject(statement);
-  } else if (ContainsNoCaseAscii(statement, "USERMEMID = -4")) {
-    p.Component.SetIsCollection(true);
+  } else {
+    TakeMemberId(p, statement);
   }
 }
 
@@ -90,10 +129,11 @@ bool TakeAttribute(LinePassage& p) try {
       ContainsNoCaseAscii(statement, p.Component.EventDeclarations.Item(events)->Name))
     p.FoundEventComment = true;
   if (p.Block.BlockType() == btUnrecognised) p.Block.SetBlockType(btAttributes);
-  if (TakeHelpIDs(p, statement)) {
+  const NamedAttributes named = AttributesNamedIn(statement);
+  if (TakeHelpIDs(p, statement, named)) {
     if (!p.Reading.KeepHelpAttributes) return false;
   } else {
-    TakeFlags(p, statement);
+    TakeFlags(p, statement, named);
   }
   p.Block.AddAttribute(p.Line.Text);
   if (statement == "Attribute VB_Exposed = True") p.Component.Access = "PUBLIC";

@@ -1,5 +1,7 @@
 #include "intake/Declarators.h"
 
+#include <algorithm>
+
 #include "comments/AppendDescription.h"
 #include "core/Ascii.h"
 #include "diagnostics/Context.h"
@@ -236,25 +238,31 @@ void ConstantReader::Read(Constant& constant) {
   ReadValue(constant);
 }
 
+// The word that is next: up to a blank, and where lists are read whole up to "=", which is one.
+std::string_view ConstantReader::HeadWord() const {
+  std::size_t end = 0;
+  for (; end < mRest.size() && mRest[end] != ' '; ++end)
+    if (mWholeLists && mRest[end] == '=') return mRest.substr(0, std::max<std::size_t>(end, 1));
+  return mRest.substr(0, end);
+}
+
 // Heading, name and type: the words in front of "=".
 void ConstantReader::ReadHead(Constant& constant) {
   bool foundAs = false;
   while (!(mRest = TrimLeft(mRest)).empty()) {
-    std::string_view word = mRest.substr(0, mRest.find(' '));
-    const std::size_t equals = mWholeLists ? word.find('=') : std::string_view::npos;
-    if (equals != std::string_view::npos && equals > 0) word = word.substr(0, equals);
-    if (equals == 0) word = word.substr(0, 1);
+    const std::string_view word = HeadWord();
     mRest.remove_prefix(word.size());
     if (word == "=") return;
     const auto is = [&](std::string_view keyword) { return EqualsNoCaseAscii(word, keyword); };
     if (foundAs) {
-      if (word.ends_with(',')) word.remove_suffix(1);
-      if (constant.TypeName.empty()) constant.TypeName = word;
+      const bool endsList = word.ends_with(',');
+      if (constant.TypeName.empty())
+        constant.TypeName = word.substr(0, word.size() - (endsList ? 1 : 0));
     } else if (is("AS")) {
       foundAs = true;
     } else if (is("PRIVATE") || is("PUBLIC") || is("CONST") || is("GLOBAL")) {
-      mHeading.append(word).append(" ");
-      if (!is("CONST")) mAccess = is("GLOBAL") ? "PUBLIC" : UpperAscii(word);
+      mHeading.append(word).push_back(' ');
+      if (!is("CONST")) mAccess = is("PRIVATE") ? "PRIVATE" : "PUBLIC";
       constant.Access = mAccess;
     } else {
       if (!constant.Name.empty()) constant.Name += ' ';

@@ -73,12 +73,13 @@ class ConstantReader {
   std::string Remainder() const;
 
  private:
+  std::string_view HeadWord() const;
   void ReadHead(Constant& constant);
   void ReadValue(Constant& constant);
 
   std::string_view mRest;
   std::string mHeading;
-  std::string mAccess = "PRIVATE";
+  SharedText mAccess = "PRIVATE";
   bool mAtEnd = false;
   bool mWholeLists;
 };

@@ -34,6 +34,13 @@ std::int32_t FormNumber(std::string_view text) {
   return error == std::errc() && fits ? static_cast<std::int32_t>(number) : NumericValue(text);
 }
 
+// The properties of which a control keeps something; any other is read when it is asked for.
+bool IsTaken(std::string_view property) {
+  for (const std::string_view taken : {"Caption", "Text", "Left", "Top", "Index"})
+    if (property == taken) return true;
+  return false;
+}
+
 std::size_t HexValue(std::string_view text) {
   std::size_t value = 0;
   text = Trim(text);
@@ -61,14 +68,28 @@ std::shared_ptr<VBControl> ControlReader::Read(std::string_view beginLine) try {
 }
 VENDREL_CONTEXT_AT(LineReached(), beginLine, trace::Me(mComponent))
 
+// The next line at a glance, where that may tell all of it.
+std::optional<GlancedLine> ControlReader::Glanced() const {
+  const FileSystemObject& file = mComponent.FileName;
+  if (!mMayBePlain || !file.Source()->LineEnds.AreAlike()) return std::nullopt;
+  return GlanceAtLine(file.Rest());
+}
+
 // Every line of the description stays part of the source.
 std::string_view ControlReader::NextLine() {
   ++mIntake.PhysicalLine;
   mIntake.StatementLine = mIntake.PhysicalLine;
-  const std::string_view text = mComponent.FileName.NextLine();
+  const std::optional<GlancedLine> glanced = Glanced();
+  FileSystemObject& file = mComponent.FileName;
+  const std::string_view text = glanced ? glanced->Line : file.NextLine();
+  if (glanced) file.Skip(glanced->Bytes);
   ++mComponent.LinesAlreadyRead;
   ParsedLine line;
-  const auto plain = mMayBePlain ? PlainLineOf(text, mRules, mPlainBuffer) : std::nullopt;
+  std::optional<PlainLine> plain;
+  if (glanced)
+    plain = PlainLineOf(text, glanced->Glance, mRules, mPlainBuffer);
+  else if (mMayBePlain)
+    plain = PlainLineOf(text, mRules, mPlainBuffer);
   if (plain) {
     line.Text = text;
     line.LineType = plain->Type;
@@ -149,8 +170,10 @@ void ControlReader::SkipProperty() {
 void ControlReader::TakeProperty(std::string_view line) {
   const std::size_t equals = line.find('=');
   const std::string_view name = Trim(line.substr(0, equals));
+  if (!IsTaken(name)) return;
   std::string_view value = Trim(line.substr(equals + 1));
-  if (const std::size_t comment = InStrEx(1, value, "'"); comment > 0)
+  const bool mayHoldComment = value.find('\'') != std::string_view::npos;
+  if (const std::size_t comment = mayHoldComment ? InStrEx(1, value, "'") : 0; comment > 0)
     value = TrimRight(value.substr(0, comment - 1));
   OpenControl& open = mOpen.back();
   VBControl& control = *open.Control;

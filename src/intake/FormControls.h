@@ -2,6 +2,7 @@
 // The control tree at the head of a form-like module.
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,6 +38,7 @@ class ControlReader {
   void TakeCaption(std::string_view value);
   bool ReadCompanion(std::string_view value);
   bool TakeCompanionText(std::string_view property, std::string_view value, std::string& text);
+  std::optional<GlancedLine> Glanced() const;
   std::string_view NextLine();
   std::uint32_t OffsetOf(std::string_view line) const;
 

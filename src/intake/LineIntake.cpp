@@ -1,5 +1,7 @@
 #include "intake/LineIntake.h"
 
+#include <algorithm>
+
 #include "comments/AppendDescription.h"
 #include "comments/TaggedCommentRules.h"
 #include "core/Ascii.h"
@@ -57,7 +59,7 @@ void RunStages(LinePassage& p, std::int32_t before, std::int32_t after) {
     return StoreLine(p.Block, p.Line, before, after);
   if (!p.Line.Continued) {
     SplitComment(p);
-    if (p.Block.CurrentEnum() || p.Block.CurrentUDT() || p.Line.LineType == BLANK_LINE)
+    if (p.State.CurrentEnum || p.State.CurrentUDT || p.Line.LineType == BLANK_LINE)
       TakeInsideDeclaration(p);
     else
       Dispatch(p);
@@ -148,8 +150,8 @@ void HandOverTaggedComments(LinePassage& p) try {
   if (p.ClearLastElement) p.Component.LastElement = nullptr;
   if (p.ClearTaggedCommentBuffer && p.Component.TaggedCommentBuffer.IfAny())
     p.Component.TaggedCommentBuffer.Renew();
-  p.State.mEnumOpen = p.Block.CurrentEnum() != nullptr;
-  p.State.mUDTOpen = p.Block.CurrentUDT() != nullptr;
+  p.State.mEnumOpen = p.State.CurrentEnum != nullptr;
+  p.State.mUDTOpen = p.State.CurrentUDT != nullptr;
   p.State.mEventLast = p.IsEvent || p.FoundEventComment || (p.State.mEventLast && p.Line.Continued);
   if (p.Line.LineType != Comment && p.Line.LineType != TAGGED_COMMENT)
     p.Component.VMCommentBuffer.clear();
@@ -178,8 +180,11 @@ bool LinePassage::Declared(const CodeElement& element) const {
 void LinePassage::ReportOddName(const CodeElement& element, std::string_view name,
                                 std::string_view type) const {
   if (!Reading.EverySeparator) return;
+  const auto isOdd = [](char c) {
+    return c == '(' || c == ')' || c == '[' || c == ']' || c == ':' || c == ',';
+  };
   const bool odd = name.empty() || IsDigitAscii(name.front()) ||
-                   name.find_first_of("()[]:,") != std::string_view::npos || type.ends_with(':');
+                   std::any_of(name.begin(), name.end(), isOdd) || type.ends_with(':');
   if (odd) Report(DiagnosticCode::OddName, {element.ClassName(), name});
 }
 

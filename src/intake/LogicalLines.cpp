@@ -276,10 +276,8 @@ bool RemainderWaits(const Component& component, const ModuleIntake& intake) {
 
 }  // namespace
 
-ModuleIntake& Component::Intake() {
-  if (!mIntake) {
-    mIntake = std::make_shared<ModuleIntake>(State().CurrentLanguageVersion, Options().Reading);
-  }
+ModuleIntake& Component::BeginIntake() {
+  mIntake = std::make_shared<ModuleIntake>(State().CurrentLanguageVersion, Options().Reading);
   return *mIntake;
 }
 

@@ -304,6 +304,8 @@ bool ModuleReader::ReadBody(bool onlyHeader) {
       mHoldsLine = false;
       AddLineOfCode(mText);
     } else {
+      mFile.Skip(mPlainLines.TakeRun(mFile.Rest(), mFile.Source()->LineEnds));
+      if (mFile.AtEnd()) break;
       const std::string_view text = NextLine();
       ++mComponent.LinesAlreadyRead;
       if (mPlainLines.Take(text)) continue;

@@ -1,6 +1,7 @@
 // The text of parameter lists.
 
 #include <algorithm>
+#include <array>
 
 #include "core/Ascii.h"
 #include "diagnostics/Context.h"
@@ -19,7 +20,7 @@ namespace {
 // What one parameter's words have told so far.
 struct ParameterWords {
   Parameter& Target;
-  std::string Name;
+  std::string_view Name;
   bool AsFound = false;
   bool EqualFound = false;
 
@@ -35,6 +36,7 @@ bool CutEnd(std::string_view& word, std::string_view end) {
 
 bool ParameterWords::TakeModifier(std::string_view word) {
   const auto is = [&](std::string_view keyword) { return EqualsNoCaseAscii(word, keyword); };
+  if (word.size() > 10) return false;
   if (is("OPTIONAL")) {
     Target.IsOptional = true;
   } else if (is("BYVAL")) {
@@ -60,8 +62,9 @@ void ParameterWords::Take(std::string_view word) {
     if (CutEnd(word, "()")) Target.IsArray = true;
     Target.VariableType = word;
   } else if (!EqualFound) {
-    Target.VariableType = TypeFromName(word);
-    if (!Target.VariableType.empty()) {
+    const std::string_view type = TypeFromName(word);
+    Target.VariableType = type;
+    if (!type.empty()) {
       word = Trim(word);
       word.remove_suffix(1);
     }
@@ -119,25 +122,46 @@ bool FindClosedList(std::string_view text, std::string_view& list) {
   return FindList(text, list);
 }
 
+// What a parameter may hold beside words and single blanks.
+constexpr std::array<bool, 256> kBesideWords = [] {
+  std::array<bool, 256> bytes{};
+  for (const unsigned char c : {'"', '[', '=', '(', ')'}) bytes[c] = true;
+  return bytes;
+}();
+
+// Whether a text without outer blanks holds nothing but words, as that of most parameters does.
+bool HoldsWordsAlone(std::string_view text) {
+  char before = '\0';
+  for (const char c : text) {
+    if (kBesideWords[static_cast<unsigned char>(c)] || (c == ' ' && before == ' ')) return false;
+    before = c;
+  }
+  return true;
+}
+
 void ReadParameter(Parameter& o, std::string_view Text, const SourceRules& rules) {
   ParameterWords words{o, {}};
   if (rules.Language.ParametersAreByRef()) o.IsByRef = true;
   std::string_view text = Trim(Text);
   if (text.empty()) return;
-  const std::string_view wholeDefault =
-      rules.Reading.WholeDefaults ? CutDefault(text) : std::string_view();
   const bool wholeNames = rules.Reading.BracketedNames;
-  SplitCursor cursor(text, " ", true, wholeNames);
-  std::string_view word;
-  for (bool searchOn = true; searchOn && cursor.Next(word);) {
-    if (rules.Language.CutArrayMark(word))
-      o.IsArray = true;
-    else if (CutEnd(word, ")"))
-      searchOn = false;
-    word = Trim(word);
-    if (!word.empty() || !words.EqualFound) words.Take(word);
+  if (HoldsWordsAlone(text)) {
+    while (!text.empty()) words.Take(TakeField(text, ' '));
+  } else {
+    const std::string_view wholeDefault =
+        rules.Reading.WholeDefaults ? CutDefault(text) : std::string_view();
+    SplitCursor cursor(text, " ", true, wholeNames);
+    std::string_view word;
+    for (bool searchOn = true; searchOn && cursor.Next(word);) {
+      if (rules.Language.CutArrayMark(word))
+        o.IsArray = true;
+      else if (CutEnd(word, ")"))
+        searchOn = false;
+      word = Trim(word);
+      if (!word.empty() || !words.EqualFound) words.Take(word);
+    }
+    if (!wholeDefault.empty()) o.DefaultValue = wholeDefault;
   }
-  if (!wholeDefault.empty()) o.DefaultValue = wholeDefault;
   if (o.VariableType.empty())
     o.ImplicitType = true;
   else if (wholeNames && o.VariableType.view().find('[') != std::string_view::npos)
@@ -193,9 +217,8 @@ void ReadParameters(Parameters& list, std::string_view statement, CodeElement* p
           rules.Language.ImplicitType(list.Component.Get(), parameter->Name());
       rules.Language.SettleTypeName(parameter->VariableType);
     }
-    const std::string name = parameter->Name();
-    if (name.empty() || list.HasKey(name)) continue;
-    list.Add(std::move(parameter), addKey ? std::string_view(name) : std::string_view());
+    const std::string& name = parameter->Name();
+    if (!name.empty()) list.AddIfFree(parameter, addKey ? name : std::string_view());
   }
 }
 VENDREL_CONTEXT_AT(LineReached(), statement, parent, addKey)

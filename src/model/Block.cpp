@@ -132,6 +132,12 @@ void Block::SetLastTaggedComment(std::shared_ptr<TaggedComment> comment) {
   mKept->LastTaggedComment = std::move(comment);
 }
 
+Block::IntakeState& Block::BeginIntake() {
+  IntakeState& intake = *mKept->Intake;
+  static_cast<IntakeMarks&>(intake) = mMarks;
+  return intake;
+}
+
 void Block::RestIntake() {
   const IntakeState* state = mKept.IfAny() ? mKept->Intake.IfAny() : nullptr;
   if (!state || state->CurrentEnum || state->CurrentUDT || !state->CommentBuffer.empty() ||

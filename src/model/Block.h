@@ -304,10 +304,9 @@ class Block : public ElementOf<Block> {
   const OnDemand<vendrel::Exceptions>& ListedExceptions() const { return Exceptions(); }
 
   IntakeState& Intake() {
-    OnDemand<IntakeState>& intake = mKept->Intake;
-    if (IntakeState* state = intake.IfAny()) return *state;
-    static_cast<IntakeMarks&>(*intake) = mMarks;
-    return *intake;
+    KeptParts* kept = mKept.IfAny();
+    IntakeState* state = kept ? kept->Intake.IfAny() : nullptr;
+    return state ? *state : BeginIntake();
   }
   /// Gives back what the intake no longer needs, as far as it does not: another block receives the
   /// lines now.
@@ -330,6 +329,7 @@ class Block : public ElementOf<Block> {
     std::shared_ptr<TaggedComment> LastTaggedComment;
     std::vector<std::string> Attributes;
   };
+  IntakeState& BeginIntake();
 
   std::string mName;
   /// Not among the rare parts: most blocks of an assembly have it.

@@ -177,7 +177,7 @@ class Component : public ElementOf<Component> {
     return mDefaultTypes;
   }
   const std::vector<DefaultTypeEntry>& DefaultTypes() const { return mDefaultTypes; }
-  ModuleIntake& Intake();
+  ModuleIntake& Intake() { return mIntake ? *mIntake : BeginIntake(); }
   ModuleIntake* IntakeIfAny() const { return mIntake.get(); }
   /// Frees what only a load needs.
   void DropIntake() { mIntake.reset(); }
@@ -303,6 +303,8 @@ class Component : public ElementOf<Component> {
   }
 
  private:
+  ModuleIntake& BeginIntake();
+
   WeakHandle<ProjectOptions> mProject;
   std::vector<DefaultTypeEntry> mDefaultTypes;
   /// Answer of `DefaultType` for each ASCII letter asked for so far.

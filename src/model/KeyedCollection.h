@@ -220,11 +220,7 @@ class KeyedCollection {
     if (!item) throw VendrelError(errSubscript);
     return *item;
   }
-  static std::uint32_t Hash(std::string_view folded) {
-    TextHash hash;
-    for (const char c : folded) hash.Add(c);
-    return hash.Value();
-  }
+  static std::uint32_t Hash(std::string_view folded) { return HashOfText(folded); }
   const Entry* FindEntry(std::string_view key) const {
     if (mKeyed == 0 || key.empty()) return nullptr;
     const std::string folded = FoldKey(key);

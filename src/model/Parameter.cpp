@@ -88,6 +88,14 @@ bool Parameters::Add(std::shared_ptr<Parameter> item, std::string_view key, cons
 }
 VENDREL_CONTEXT(trace::Parameter("item", item.get()), key)
 
+bool Parameters::AddIfFree(std::shared_ptr<Parameter> item, std::string_view key) {
+  Parameter* added = item.get();
+  if (!mCol.InsertIfFree(std::move(item), key)) return false;
+  added->mListed = true;
+  if (mIndex) mIndex->First.emplace(FoldKey(added->Name()), added);
+  return true;
+}
+
 void Parameters::Remove(std::size_t index) try {
   mIndex.reset();
   ElementCollection::Remove(index);

@@ -99,6 +99,8 @@ class Parameters : public ElementCollection<Parameter, ParameterFamily> {
   const Parameter* Item(std::string_view name) const;
   bool Add(std::shared_ptr<Parameter> item, std::string_view key = {}, const Position& before = {},
            const Position& after = {});
+  /// Adds one behind the others, or nothing where its key is taken.
+  bool AddIfFree(std::shared_ptr<Parameter> item, std::string_view key);
   void Remove(std::size_t index);
   void Remove(std::string_view key);
   void Clear();

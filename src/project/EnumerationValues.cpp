@@ -141,7 +141,7 @@ void EnumerationEvaluator::NumberMembers(const Component& component, Enumeration
     try {
       const double number = ToLong(*value);
       next = number + 1;
-      const std::string text = ToText(ScriptValue::Whole(number, ScriptKind::Long));
+      const std::string text = std::to_string(static_cast<std::int64_t>(number));
       if (text != member.Value) member.ValueAsWritten = member.Value;
       member.Value = text;
       if (!mNamesMatter) continue;

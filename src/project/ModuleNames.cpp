@@ -37,12 +37,13 @@ std::string GetProjectName(std::string_view FileName) {
 
 std::string GetComponentName(std::string_view FileName) {
   const auto source = TextOf(FileName);
-  std::string_view rest = source ? std::string_view(source->Text) : std::string_view();
+  if (!source) return {};
+  std::string_view rest = source->Text;
   std::string name;
   constexpr std::string_view kFormHeader = KindOfModule(ftForm).Header;
   bool version = false;
   while (!rest.empty()) {
-    const std::string_view line = TakeLine(rest);
+    const std::string_view line = TakeLine(rest, source->LineEnds.Form);
     if (EqualsNoCaseAscii(line, kFormHeader)) version = true;
     if (StartsWithNoCaseAscii(line, "Attribute VB_Name ")) {
       std::string_view found = line.size() > 21 ? line.substr(21) : std::string_view();

@@ -58,7 +58,7 @@ class PageForNow {
   PageForNow& operator=(const PageForNow&) = delete;
   void Set(const std::string& page) {
     FileOptions::Current().CodePage = page;
-    ForgetFolders();
+    ForgetDecodedNames();
   }
 
  private:
@@ -74,9 +74,11 @@ struct ListedFile {
 // A file that lists others, read without its page being known.
 class ListingFile {
  public:
-  explicit ListingFile(const FileSystemObject& file) : mFile(file) {
+  /// `read` gives the bytes of a native path.
+  template <typename Read>
+  ListingFile(const FileSystemObject& file, Read read) : mFile(file) {
     try {
-      mBytes = ReadWholeFile(file.NativePath());
+      mBytes = read(file.NativePath());
     } catch (const VendrelError&) {
     }
   }
@@ -158,7 +160,8 @@ class ListingFile {
 
 class PageGuesser {
  public:
-  explicit PageGuesser(const FileSystemObject& file) : mFile(file), mListing(file) {}
+  explicit PageGuesser(const FileSystemObject& file)
+      : mFile(file), mListing(file, SourceCache::Bytes) {}
 
   CodePageGuess Run() {
     const bool isList = IsList(mFile);
@@ -199,7 +202,7 @@ class PageGuesser {
     const std::vector<std::string> paths = Neighbours();
     for (const std::string& path : paths) {
       if (!EndsWithNoCaseAscii(path, ".vbp")) continue;
-      const ListingFile::Found found = ListingFile(FileSystemObject(path)).ByFiles();
+      const ListingFile::Found found = ListingFile(FileSystemObject(path), ReadWholeFile).ByFiles();
       if (found.Pages.size() == 1 && mOwn.Fit(found.Pages[0]))
         return {found.Pages[0],
                 few + FileSystemObject(path).LeafName() + " beside it: " + found.Evidence()};
@@ -255,7 +258,7 @@ class PageGuesser {
 
 CodePageGuess GuessCodePage(const FileSystemObject& file) {
   CodePageGuess guess = PageGuesser(file).Run();
-  ForgetFolders();  // listings hold for the page in force, which may change now
+  ForgetDecodedNames();  // those of the page in force, which may change now
   return guess;
 }
 

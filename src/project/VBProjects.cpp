@@ -6,6 +6,7 @@
 #include "core/Ascii.h"
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
+#include "services/Paths.h"
 
 namespace vendrel {
 namespace {
@@ -37,10 +38,18 @@ bool VBProjects::Add(std::shared_ptr<VBProject> item, std::string_view key, cons
 }
 VENDREL_CONTEXT(key, SetIncludeFlagForPublic)
 
-std::vector<FileSystemObject> VBProjects::ProjectFilesBelow(std::string_view RootPath) try {
-  std::vector<FileSystemObject> files;
-  FileSystemObject(RootPath).FindFiles("*.vbp", 0, files);
-  std::erase_if(files, [](const FileSystemObject& f) { return IsExcludedFolder(f.FolderPath()); });
+// One walk for both kinds: most of its time goes to the folders.
+std::vector<FileSystemObject> VBProjects::ProjectFilesBelow(
+    std::string_view RootPath, std::vector<FileSystemObject>* ofNet) try {
+  std::vector<FileSystemObject> found, files;
+  FileSystemObject(RootPath).FindFiles(ofNet ? "*.vbp*" : "*.vbp", 0, found);
+  for (FileSystemObject& file : found) {
+    const std::string leaf = file.LeafName();
+    if (ofNet && MatchesPattern(leaf, "*.vbproj"))
+      ofNet->push_back(std::move(file));
+    else if (MatchesPattern(leaf, "*.vbp") && !IsExcludedFolder(file.FolderPath()))
+      files.push_back(std::move(file));
+  }
   return files;
 }
 VENDREL_CONTEXT(RootPath)

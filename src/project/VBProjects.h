@@ -38,8 +38,10 @@ class VBProjects : public ElementCollection<VBProject, VBProjectFamily> {
   void Load(std::string_view RootPath);
   /// Loads each path; what is missing or cannot be read is told and left out.
   void LoadCollection(const std::vector<std::string>& ProjectPaths);
-  /// The files that `Load` would load, in the order of their paths.
-  static std::vector<FileSystemObject> ProjectFilesBelow(std::string_view RootPath);
+  /// The files that `Load` would load, in the order of their paths. Those of VB.NET ("*.vbproj"),
+  /// which it does not, are added to `ofNet` where that is asked for.
+  static std::vector<FileSystemObject> ProjectFilesBelow(
+      std::string_view RootPath, std::vector<FileSystemObject>* ofNet = nullptr);
 
   /// Ties the references of all projects to the projects of this set: by library id, then by the
   /// leaf name of the project file. Of projects with one id or one name the first counts.

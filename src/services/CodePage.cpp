@@ -70,11 +70,45 @@ std::pair<std::string, std::string> NamesOf(std::string_view given) {
   return {(number >= 1250 && number <= 1258 ? "windows-" : "cp") + name, "CP" + name};
 }
 
+// The page that nearly all files have: opening a converter to ask it for these costs more than to
+// decode a file. The holes are control characters.
+constexpr std::string_view kDefaultSystemName = "CP1252";
+constexpr char32_t kDefaultFrom80[] = {
+    0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+static_assert(std::size(kDefaultFrom80) == 0x20);
+
+bool IsUndefined(char32_t c) { return c == ReplacementCharacter || (c >= 0x80 && c < 0xA0); }
+
 }  // namespace
 
 struct CodePage::Tables {
   std::array<char32_t, 256> Characters{};
+  /// The first 128 are those of ASCII.
+  bool HoldsAscii = true;
+  /// Filled by the first look-up: few pages are written in.
   std::unordered_map<char32_t, unsigned char> Bytes;
+
+  void Set(unsigned byte, char32_t c) {
+    Characters[byte] = c;
+    if (byte < 0x80 && c != byte) HoldsAscii = false;
+  }
+  static std::unique_ptr<Tables> OfDefault() {
+    auto tables = std::make_unique<Tables>();
+    for (unsigned byte = 0; byte < 256; ++byte)
+      tables->Set(byte, byte >= 0x80 && byte < 0xA0 ? kDefaultFrom80[byte - 0x80] : byte);
+    return tables;
+  }
+  /// The byte of a character; -1 if it has none.
+  int ByteOf(char32_t c) {
+    if (Bytes.empty())
+      for (unsigned byte = 0; byte < 256; ++byte)
+        if (Characters[byte] != ReplacementCharacter)
+          Bytes.emplace(Characters[byte], static_cast<unsigned char>(byte));
+    const auto found = Bytes.find(c);
+    return found == Bytes.end() ? -1 : found->second;
+  }
 };
 
 struct CodePage::Converters {
@@ -104,8 +138,12 @@ struct CodePage::Converters {
 
 CodePage::~CodePage() = default;
 
-CodePage::CodePage(std::string name, const std::string& systemName)
-    : mName(std::move(name)), mConverters(std::make_unique<Converters>()) {
+CodePage::CodePage(std::string name, const std::string& systemName) : mName(std::move(name)) {
+  if (systemName == kDefaultSystemName) {
+    mTables = Tables::OfDefault();
+    return;
+  }
+  mConverters = std::make_unique<Converters>();
   mConverters->ToText = iconv_open("UTF-8", systemName.c_str());
   mConverters->FromText = iconv_open(systemName.c_str(), "UTF-8");
   if (!Converters::IsOpen(mConverters->ToText)) return;
@@ -114,8 +152,7 @@ CodePage::CodePage(std::string name, const std::string& systemName)
     char32_t c = mConverters->Single(static_cast<unsigned char>(byte));
     if (c == IllFormed) return;  // a page of longer characters
     if (c == ReplacementCharacter && byte >= 0x80 && byte < 0xA0) c = byte;
-    tables->Characters[byte] = c;
-    if (c != ReplacementCharacter) tables->Bytes.emplace(c, static_cast<unsigned char>(byte));
+    tables->Set(byte, c);
   }
   mTables = std::move(tables);
 }
@@ -124,19 +161,33 @@ CodePage::CodePage(std::string name, const std::string& systemName)
 struct CodePage::PageStore {
   std::unordered_map<std::string, std::unique_ptr<CodePage>> Pages;
   const CodePage* Default = nullptr;
+  /// What was asked for last, which is asked for again with each file.
+  std::string LastGiven;
+  const CodePage* LastFound = nullptr;
 };
 
+// Whether it is there, and what source is made of stands in it at its place.
+bool CodePage::HoldsAscii() const {
+  if (!mConverters) return true;
+  const Converters& converters = *mConverters;
+  return Converters::IsOpen(converters.ToText) && Converters::IsOpen(converters.FromText) &&
+         converters.Single('A') == 'A' && converters.Single('\n') == '\n' &&
+         converters.Single('"') == '"';
+}
+
 const CodePage* CodePage::Find(std::string_view given) {
-  auto& pages = InUse<PageStore>().Pages;
+  PageStore& store = InUse<PageStore>();
+  if (store.LastFound && store.LastGiven == given) return store.LastFound;
   const auto [name, systemName] = NamesOf(given);
-  if (const auto known = pages.find(name); known != pages.end()) return known->second.get();
-  std::unique_ptr<CodePage> page(new CodePage(name, systemName));
-  const Converters& converters = *page->mConverters;
-  const bool usable = Converters::IsOpen(converters.ToText) &&
-                      Converters::IsOpen(converters.FromText) && converters.Single('A') == 'A' &&
-                      converters.Single('\n') == '\n' && converters.Single('"') == '"';
-  if (!usable) return nullptr;
-  return (pages[name] = std::move(page)).get();
+  const auto known = store.Pages.find(name);
+  const CodePage* found = known == store.Pages.end() ? nullptr : known->second.get();
+  if (!found) {
+    std::unique_ptr<CodePage> page(new CodePage(name, systemName));
+    if (!page->HoldsAscii()) return nullptr;
+    found = (store.Pages[name] = std::move(page)).get();
+  }
+  store.LastGiven = given;
+  return store.LastFound = found;
 }
 
 const CodePage& CodePage::Named(std::string_view name) try {
@@ -154,12 +205,32 @@ const CodePage& CodePage::Default() {
 bool CodePage::Decode(std::string_view bytes, std::string& out) const {
   if (!mTables) return DecodeByConverter(bytes, out);
   bool clean = true;
-  for (const char byte : bytes) {
-    const char32_t c = mTables->Characters[static_cast<unsigned char>(byte)];
+  std::size_t done = 0;
+  for (std::size_t at = 0; at < bytes.size(); ++at) {
+    const auto byte = static_cast<unsigned char>(bytes[at]);
+    if (byte < 0x80 && mTables->HoldsAscii) continue;
+    out.append(bytes.substr(done, at - done));
+    done = at + 1;
+    const char32_t c = mTables->Characters[byte];
     if (c == ReplacementCharacter) clean = false;
     AppendUtf8(out, c);
   }
+  out.append(bytes.substr(done));
   return clean;
+}
+
+std::size_t CodePage::CountUndefined(std::string_view bytes) const {
+  std::size_t undefined = 0;
+  if (mTables) {
+    for (const char byte : bytes)
+      if (IsUndefined(mTables->Characters[static_cast<unsigned char>(byte)])) ++undefined;
+    return undefined;
+  }
+  std::string text;
+  Decode(bytes, text);
+  for (std::size_t at = FirstNonAscii(text); at < text.size();)
+    if (IsUndefined(TakeCharacter(text, at))) ++undefined;
+  return undefined;
 }
 
 bool CodePage::Encode(std::string_view utf8, std::string& out) const {
@@ -171,12 +242,12 @@ bool CodePage::Encode(std::string_view utf8, std::string& out) const {
   const std::size_t before = out.size();
   std::size_t i = 0;
   while (i < utf8.size()) {
-    const auto byte = mTables->Bytes.find(TakeCharacter(utf8, i));
-    if (byte == mTables->Bytes.end()) {
+    const int byte = mTables->ByteOf(TakeCharacter(utf8, i));
+    if (byte < 0) {
       out.resize(before);
       return false;
     }
-    out.push_back(static_cast<char>(byte->second));
+    out.push_back(static_cast<char>(byte));
   }
   return true;
 }

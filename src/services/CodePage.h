@@ -32,6 +32,8 @@ class CodePage {
   /// below hex A0 (the holes of windows-1252), else U+FFFD. False if encoding the result would not
   /// give `bytes` again.
   bool Decode(std::string_view bytes, std::string& out) const;
+  /// How many of `bytes` come out as control characters beyond ASCII or as U+FFFD.
+  std::size_t CountUndefined(std::string_view bytes) const;
   /// Appends the bytes of `utf8`. False, with `out` as it was, if a character has none.
   bool Encode(std::string_view utf8, std::string& out) const;
 
@@ -40,11 +42,12 @@ class CodePage {
   struct Converters;
   struct PageStore;
   CodePage(std::string name, const std::string& systemName);
+  bool HoldsAscii() const;
   bool DecodeByConverter(std::string_view bytes, std::string& out) const;
   bool EncodeByConverter(std::string_view utf8, std::string& out) const;
 
   std::string mName;
-  /// Of pages with one byte a character; empty for others.
+  /// Of pages with one byte a character; empty for others, which have converters.
   std::unique_ptr<Tables> mTables;
   std::unique_ptr<Converters> mConverters;
 };

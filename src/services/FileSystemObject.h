@@ -96,6 +96,10 @@ class FileSystemObject : public HandleTarget {
   std::string ReadLine() { return std::string(NextLine()); }
   /// The same as a view, valid as long as `Source` lives.
   std::string_view NextLine();
+  /// What has not been read yet, as a view that is valid as long as `Source` lives.
+  std::string_view Rest() const { return mRest; }
+  /// Goes on behind that many bytes of it, which must be whole lines.
+  void Skip(std::size_t bytes) { mRest.remove_prefix(bytes); }
   /// The whole remaining text.
   std::string ReadAll();
   /// The decoded file while it is open for reading, else empty.

@@ -11,6 +11,7 @@
 #include "core/Utf8.h"
 #include "core/Workspace.h"
 #include "services/CodePage.h"
+#include "services/SourceCache.h"
 
 namespace vendrel {
 namespace {
@@ -20,6 +21,8 @@ struct Folder {
   /// Why that is not known; such a folder is asked for again.
   int Failure = 0;
   PathMatch Match = PathMatch::None;
+  /// Some name was read by the code page in force.
+  bool HasDecodedNames = false;
   std::string Path;
   /// Names as the disk spells them, in the order of their bytes, and by folded name.
   std::set<std::string, std::less<>> Names;
@@ -74,8 +77,10 @@ bool ListInto(Folder& folder) {
     if (status.Type != FileStatus::Kind::Folder) return false;
   }
   for (FolderEntry& entry : entries) folder.Names.insert(std::move(entry.Name));
-  for (const std::string& name : folder.Names)
+  for (const std::string& name : folder.Names) {
     folder.ByFoldedName.emplace(FoldedFileName(name), name);
+    if (!IsValidUtf8(name)) folder.HasDecodedNames = true;
+  }
   folder.Exists = true;
   return true;
 }
@@ -190,8 +195,10 @@ FoundPath FindPath(std::string_view nativePath) {
   FoundPath found{std::string(nativePath), PathMatch::None, {}};
   if (nativePath.empty() || nativePath.front() != '/') return found;
   FileSource& source = FileSource::Current();
-  const int result = source.Status(found.Path, found.Status);
+  const bool wasSeen = SourceCache::WasSeen(found.Path, found.Status);
+  const int result = wasSeen ? 0 : source.Status(found.Path, found.Status);
   if (result >= 0) {
+    if (!wasSeen) SourceCache::Saw(found.Path, found.Status);
     found.Match = PathMatch::Exact;
     return found;
   }
@@ -217,6 +224,14 @@ FoundPath FindPath(std::string_view nativePath) {
 
 void ForgetFolders() { Folders().clear(); }
 
+// A folder may be known by a name that was decoded, so that none is sure once one was.
+void ForgetDecodedNames() {
+  const FolderMap& folders = Folders();
+  const bool any = std::any_of(folders.begin(), folders.end(),
+                               [](const auto& entry) { return entry.second.HasDecodedNames; });
+  if (any) ForgetFolders();
+}
+
 // A file that is there joins the listing, which stays: a project of many modules written into one
 // folder asks for each of them.
 void ForgetFolderOf(std::string_view nativePath) {
@@ -236,6 +251,7 @@ void ForgetFolderOf(std::string_view nativePath) {
     if (folder.Path == parent) {
       folder.Names.insert(name);
       folder.ByFoldedName.emplace(FoldedFileName(name), name);
+      folder.HasDecodedNames |= !IsValidUtf8(name);
     }
     ++entry;
   }

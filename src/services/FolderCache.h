@@ -39,6 +39,9 @@ struct FoundPath {
 /// order of their bytes is taken.
 FoundPath FindPath(std::string_view nativePath);
 
+/// Drops the cached listings where they depend on the code page in force: to be called when another
+/// one comes into force.
+void ForgetDecodedNames();
 /// Drops all cached listings: to be called when files may have come or gone since, at the latest
 /// when a project is loaded.
 void ForgetFolders();

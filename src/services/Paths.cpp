@@ -20,12 +20,14 @@ bool HasDrive(std::string_view path) {
   return path.size() >= 2 && path[1] == ':' && IsLetterAscii(path[0]);
 }
 
-std::string TurnSlashes(std::string_view path) {
+std::string Turned(std::string_view path, char from, char to) {
   std::string result(path);
   for (char& c : result)
-    if (c == '/') c = '\\';
+    if (c == from) c = to;
   return result;
 }
+
+std::string TurnSlashes(std::string_view path) { return Turned(path, '/', '\\'); }
 
 // Length of what ".." cannot leave: "C:\", "\\server\share\", "\", or nothing.
 std::size_t RootLength(std::string_view path) {
@@ -53,6 +55,19 @@ std::string Joined(std::string_view root, const std::vector<std::string_view>& p
   }
   if (closed && !path.empty() && path.back() != '\\') path.push_back('\\');
   return path;
+}
+
+// Whether there is nothing to change, as in most paths: parts between single backslashes behind a
+// drive's root or nothing, none of which begins with a dot.
+bool IsNormal(std::string_view path) {
+  if (path.empty() || path.front() == '\\' || path.front() == '.') return false;
+  if (HasDrive(path) && (path.size() < 4 || path[2] != '\\')) return false;
+  for (std::size_t at = 0; at < path.size(); ++at) {
+    if (path[at] == '/') return false;
+    const bool partBegins = path[at] == '\\' && at + 1 < path.size();
+    if (partBegins && (path[at + 1] == '\\' || path[at + 1] == '.')) return false;
+  }
+  return true;
 }
 
 bool IsPrivateByte(char32_t c) {
@@ -94,6 +109,8 @@ const std::string* DriveMap::Folder(char letter) const {
 }
 
 std::string WindowsLeaf(std::string_view nativeLeaf) {
+  const bool isPlain = IsValidUtf8(nativeLeaf) && nativeLeaf.find('\\') == std::string_view::npos;
+  if (isPlain) return std::string(nativeLeaf);
   std::string leaf;
   std::size_t i = 0;
   while (i < nativeLeaf.size()) {
@@ -136,6 +153,8 @@ std::string NativePath(std::string_view windows) {
   std::string path = *folder;
   if (windows.size() == 2 || !IsSeparator(windows[2])) path.push_back('/');
   std::size_t i = 2;
+  if (FirstNonAscii(windows) == windows.size())
+    return path.append(Turned(windows.substr(i), '\\', '/'));
   while (i < windows.size()) {
     const std::size_t start = i;
     const char32_t c = TakeCharacter(windows, i);
@@ -156,6 +175,7 @@ bool IsAbsolutePath(std::string_view path) {
 }
 
 std::string NormalPath(std::string_view given) {
+  if (IsNormal(given)) return std::string(given);
   const std::string turned = TurnSlashes(given);
   std::string_view path = turned;
   if (path.substr(0, 4) == "\\\\?\\" && HasDrive(path.substr(4))) path.remove_prefix(4);
@@ -218,11 +238,17 @@ bool MatchesPattern(std::string_view leaf, std::string_view pattern) {
       leaf.find('.') == std::string_view::npos)
     pattern.remove_suffix(2);
   const std::string name = FoldKey(leaf), wanted = FoldKey(pattern);
+  const auto goOver = [&](std::size_t& at) {  // a character of the name
+    if (static_cast<unsigned char>(name[at]) < 0x80)
+      ++at;
+    else
+      TakeCharacter(name, at);
+  };
   // On a mismatch only the last star can take one character more, so nothing is tried twice.
   std::size_t n = 0, w = 0, starAt = std::string::npos, resume = 0;
   while (n < name.size()) {
     std::size_t next = n;
-    TakeCharacter(name, next);
+    goOver(next);
     if (w < wanted.size() && wanted[w] == '*') {
       starAt = ++w;
       resume = n;
@@ -235,7 +261,7 @@ bool MatchesPattern(std::string_view leaf, std::string_view pattern) {
     } else if (starAt != std::string::npos) {
       w = starAt;
       n = resume;
-      TakeCharacter(name, n);
+      goOver(n);
       resume = n;
     } else {
       return false;

@@ -1,7 +1,6 @@
 #include "services/SourceCache.h"
 
 #include "core/Workspace.h"
-#include "services/FileSource.h"
 
 namespace vendrel {
 
@@ -10,7 +9,23 @@ SourceCache& SourceCache::Current() { return InUse<SourceCache>(); }
 SourceCache::Scope::Scope() : mCache(Current()) { ++mCache.mScopes; }
 
 SourceCache::Scope::~Scope() {
-  if (--mCache.mScopes == 0) mCache.mFiles.clear();
+  if (--mCache.mScopes > 0) return;
+  mCache.mFiles.clear();
+  mCache.mSeen.clear();
+}
+
+bool SourceCache::WasSeen(const std::string& nativePath, FileStatus& status) {
+  const SourceCache& cache = Current();
+  if (cache.mScopes == 0) return false;
+  const auto seen = cache.mSeen.find(nativePath);
+  if (seen == cache.mSeen.end()) return false;
+  status = seen->second;
+  return true;
+}
+
+void SourceCache::Saw(const std::string& nativePath, const FileStatus& status) {
+  SourceCache& cache = Current();
+  if (cache.mScopes > 0) cache.mSeen.insert_or_assign(nativePath, status);
 }
 
 std::string_view SourceCache::Bytes(const std::string& nativePath) {

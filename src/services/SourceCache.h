@@ -1,7 +1,7 @@
 #pragma once
 // A load reads a source file up to three times: to guess the code page of the project, for the name
-// that only the file of a form tells, and for the lines. While a `SourceCache::Scope` is open, each
-// file is read once.
+// that only the file of a form tells, and for the lines; each time it is looked for, too. While a
+// `SourceCache::Scope` is open, each file is looked for and read once.
 
 #include <memory>
 #include <optional>
@@ -9,6 +9,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "services/FileSource.h"
 #include "services/SourceText.h"
 
 namespace vendrel {
@@ -37,6 +38,10 @@ class SourceCache {
   static std::optional<std::string> TakeBytes(const std::string& nativePath);
   /// Has a file read with these bytes, in a scope.
   static void Put(const std::string& nativePath, std::string bytes);
+  /// Whether a file or folder was seen at that path while a scope is open, and what it is; and has
+  /// it seen so.
+  static bool WasSeen(const std::string& nativePath, FileStatus& status);
+  static void Saw(const std::string& nativePath, const FileStatus& status);
   /// The decoded file, from what was read where it was. Raises as `ReadWholeFile` does.
   static std::shared_ptr<const SourceText> Text(const std::string& nativePath,
                                                 const CodePage& page);
@@ -51,6 +56,7 @@ class SourceCache {
   int mScopes = 0;
   std::string mUnkept;
   std::unordered_map<std::string, File> mFiles;
+  std::unordered_map<std::string, FileStatus> mSeen;
 };
 
 }  // namespace vendrel

@@ -219,9 +219,8 @@ std::string_view TakeLine(std::string_view& rest, LineEnds::Kind ends) {
       behind = cr + 1 == feed ? length + 2 : length + 1;
     }
   }
-  const std::string_view line = rest.substr(0, length);
   rest.remove_prefix(behind);
-  return line;
+  return {start, length};
 }
 
 }  // namespace vendrel

@@ -22,6 +22,9 @@ struct LineEnds {
   Kind Form = Kind::None;
   /// Whether the last line has an end. True for an empty text.
   bool LastLineEnds = true;
+
+  /// Whether each line ends in LF, or each in CR LF.
+  bool AreAlike() const { return Form == Kind::CrLf || Form == Kind::Lf; }
 };
 
 /// How text stands in a file.

@@ -218,16 +218,7 @@ std::string TellingBytes::Detected() const {
 std::size_t TellingBytes::Undefined(std::string_view name) const {
   if (IsPairPage(name)) return CountPairs(name, mLines).Invalid;
   const CodePage* page = CodePage::Find(name);
-  if (!page) return mCount;
-  std::string text;
-  page->Decode(mLines, text);
-  std::size_t undefined = 0;
-  for (std::size_t at = FirstNonAscii(text); at < text.size();) {
-    const char32_t c = TakeCharacter(text, at);
-    // The holes of a page come out as control characters.
-    if (c == ReplacementCharacter || (c >= 0x80 && c < 0xA0)) ++undefined;
-  }
-  return undefined;
+  return page ? page->CountUndefined(mLines) : mCount;  // holes come out as control characters
 }
 
 }  // namespace vendrel

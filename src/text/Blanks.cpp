@@ -30,7 +30,43 @@ constexpr bool IsMark(char c) {
   return c == '\'' || c == ':' || static_cast<unsigned char>(c) >= 0x80;
 }
 
+void LookAtEach(std::string_view text, HeldBytes& held) {
+  char before = '\0';
+  for (const char c : text) {
+    if (c == '\t') held.Tab = true;
+    if (c == ' ' && before == ' ') held.TwoBlanks = true;
+    if (IsMark(c)) held.Mark = true;
+    before = c;
+  }
+}
+
 }  // namespace
+
+HeldBytes BytesHeldBy(std::string_view text) {
+  HeldBytes held;
+#ifdef __SSE2__
+  if (text.size() >= 16) {
+    __m128i tabs = _mm_setzero_si128(), marks = tabs, pairs = tabs;
+    const auto look = [&](std::size_t at) {
+      const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + at));
+      const auto same = [&](char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
+      const __m128i blanks = same(' ');
+      tabs = _mm_or_si128(tabs, same('\t'));
+      marks = _mm_or_si128(marks, _mm_or_si128(bytes, _mm_or_si128(same('\''), same(':'))));
+      pairs = _mm_or_si128(pairs, _mm_and_si128(blanks, _mm_srli_si128(blanks, 1)));
+    };
+    // By fifteen, since the last blank of a step pairs with the first of the next.
+    for (std::size_t at = 0; at + 16 < text.size(); at += 15) look(at);
+    look(text.size() - 16);
+    held.Tab = _mm_movemask_epi8(tabs) != 0;
+    held.Mark = _mm_movemask_epi8(marks) != 0;
+    held.TwoBlanks = _mm_movemask_epi8(pairs) != 0;
+    return held;
+  }
+#endif
+  LookAtEach(text, held);
+  return held;
+}
 
 std::size_t FirstMark(std::string_view text, std::size_t at) {
 #ifdef __SSE2__

@@ -13,6 +13,16 @@ namespace vendrel {
 /// an apostrophe, a colon, a byte beyond ASCII. The size of the text where there is none.
 std::size_t FirstMark(std::string_view text, std::size_t at = 0);
 
+/// What a text holds anywhere.
+struct HeldBytes {
+  bool Tab = false;
+  /// Two blanks side by side.
+  bool TwoBlanks = false;
+  /// What `FirstMark` looks for.
+  bool Mark = false;
+};
+HeldBytes BytesHeldBy(std::string_view text);
+
 /// Bytes of the character that begins with `lead`.
 constexpr std::size_t CharLength(unsigned char lead) {
   return lead < 0xC0 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;

@@ -1,7 +1,6 @@
 #include "text/Classifier.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "core/Ascii.h"
 #include "text/Blanks.h"
@@ -16,10 +15,18 @@ bool EndsContinued(std::string_view part) {
 
 // Whether a line is one statement from end to end, as most are: it holds nothing that could end
 // one, and neither a number in front nor a continuation behind. Then there is nothing to scan.
-bool IsWholeStatement(std::string_view work, const ScanRules& rules) {
-  if (work.back() == '_' || IsDigitAscii(work.front()) || FirstMark(work) < work.size())
-    return false;
+bool IsWholeStatement(std::string_view work, const HeldBytes& held, const ScanRules& rules) {
+  if (work.back() == '_' || IsDigitAscii(work.front()) || held.Mark) return false;
   return !rules.PartsEvery() || DeclarationBehindThen(work, !rules.MayBeginWithLabel) == kNotFound;
+}
+
+// A remainder holds no tabs. It is looked at up to its first separator alone: a line may have as
+// many remainders as characters.
+HeldBytes BytesOfRemainder(std::string_view remainder) {
+  HeldBytes held;
+  held.TwoBlanks = true;
+  held.Mark = FirstMark(remainder) < remainder.size();
+  return held;
 }
 
 // The text without its last character.
@@ -38,8 +45,8 @@ std::string JoinContinuation(std::string_view remainder, std::string_view physic
   return joined;
 }
 
+// The text without outer blanks, each of its tabs as four blanks.
 std::string_view LineClassifier::WorkingCopy(std::string_view text) {
-  if (std::memchr(text.data(), '\t', text.size()) == nullptr) return Trim(text);
   mWork.clear();
   for (const char c : text) {
     if (c == '\t')
@@ -56,7 +63,12 @@ LineClassifier::Result LineClassifier::First(std::string_view text, ParsedLine& 
   line.Text = text;
   line.Unparted = Reading.EverySeparator && !PartLines;
   mState = ScanState();
-  const std::string_view work = !mayHoldTabs || text.empty() ? Trim(text) : WorkingCopy(text);
+  std::string_view work = Trim(text);
+  HeldBytes held = mayHoldTabs ? BytesHeldBy(work) : BytesOfRemainder(work);
+  if (held.Tab) {
+    work = WorkingCopy(text);
+    held = BytesHeldBy(work);
+  }
   if (work.empty()) {
     line.LineType = BLANK_LINE;
     return Result::Ok;
@@ -66,8 +78,9 @@ LineClassifier::Result LineClassifier::First(std::string_view text, ParsedLine& 
     mState.SeenOther = true;
     mState.TextFrom = 3;
   }
-  if (mState.What == ScanState::Found::Nothing && IsWholeStatement(work, *this)) {
-    line.StatementPart = Collapsed(Statements->Trimmed(work), mStatement);
+  if (mState.What == ScanState::Found::Nothing && IsWholeStatement(work, held, *this)) {
+    const std::string_view trimmed = Statements->Trimmed(work);
+    line.StatementPart = held.TwoBlanks ? Collapsed(trimmed, mStatement) : trimmed;
     if (!line.StatementPart.empty()) return Classify(line);
   }
   const Result result = Process(work, line);

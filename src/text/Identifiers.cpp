@@ -38,13 +38,20 @@ std::string TypeWithoutBrackets(std::string_view type) {
 }
 
 namespace {
-// Whether a letter may follow a parenthesis or a quote: in most declarations none does, and none
-// has strings.
+// Whether a letter may follow a parenthesis or a closing quote: in most declarations none does.
 bool MayLackBlanks(std::string_view declaration) {
-  if (declaration.find('"') != std::string_view::npos) return true;
-  std::size_t at = declaration.find(')');
-  for (; at < declaration.size(); at = declaration.find(')', at + 1))
-    if (at + 1 < declaration.size() && IsLetterAscii(declaration[at + 1])) return true;
+  const auto letterBehind = [&](std::size_t at) {
+    return at + 1 < declaration.size() && IsLetterAscii(declaration[at + 1]);
+  };
+  bool closes = false;
+  for (std::size_t at = declaration.find('"'); at < declaration.size();
+       at = declaration.find('"', at + 1)) {
+    if (closes && letterBehind(at)) return true;
+    closes = !closes;
+  }
+  for (std::size_t at = declaration.find(')'); at < declaration.size();
+       at = declaration.find(')', at + 1))
+    if (letterBehind(at)) return true;
   return false;
 }
 }  // namespace

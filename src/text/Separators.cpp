@@ -74,7 +74,20 @@ bool IsLabel(std::string_view text) {
                          "CLOSE", "RESET", "PRINT", "TRY", "FINALLY", "GET", "SET"});
 }
 
+namespace {
+
+// Letters with which what is looked at begins: most statements begin otherwise.
+bool MayHoldDeclaration(std::string_view statement, bool isRemainder) {
+  if (statement.empty()) return false;
+  const char first = UpperAscii(statement.front());
+  return first == 'I' || first == 'E' ||
+         (isRemainder && (first == 'D' || first == 'S' || first == 'C'));
+}
+
+}  // namespace
+
 std::size_t DeclarationBehindThen(std::string_view statement, bool isRemainder) {
+  if (!MayHoldDeclaration(statement, isRemainder)) return kNotFound;
   const auto begins = [&](std::string_view word) { return StartsWithNoCaseAscii(statement, word); };
   const bool declares = isRemainder && (begins("DIM ") || begins("STATIC ") || begins("CONST "));
   if (!declares && !begins("IF ") && !begins("ELSEIF ") && !begins("ELSE ")) return kNotFound;

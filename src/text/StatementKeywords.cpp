@@ -69,14 +69,22 @@ constexpr WordType kPrefixes[] = {
     {"END ENUM", END_ENUM},
 };
 
-// For each first letter the rows that begin with it, as bits: the order of the rows stays.
+// For each letter the rows whose first, or second, letter it is, as bits: the order of the rows
+// stays. Both together leave few rows, and none for most statements. "#" has any second letter.
 static_assert(std::size(kPrefixes) <= 64);
-constexpr std::array<std::uint64_t, 128> kRowsOfLetter = [] {
-  std::array<std::uint64_t, 128> rows{};
-  for (std::size_t i = 0; i < std::size(kPrefixes); ++i)
-    rows[static_cast<unsigned char>(kPrefixes[i].Word.front())] |= std::uint64_t{1} << i;
+using RowsOfLetter = std::array<std::uint64_t, 256>;
+constexpr RowsOfLetter RowsWithLetterAt(std::size_t place) {
+  RowsOfLetter rows{};
+  for (std::size_t i = 0; i < std::size(kPrefixes); ++i) {
+    const std::string_view word = kPrefixes[i].Word;
+    for (std::size_t c = 0; c < rows.size(); ++c)
+      if (word.size() <= place || UpperAscii(static_cast<char>(c)) == word[place])
+        rows[c] |= std::uint64_t{1} << i;
+  }
   return rows;
-}();
+}
+constexpr RowsOfLetter kRowsOfFirst = RowsWithLetterAt(0);
+constexpr RowsOfLetter kRowsOfSecond = RowsWithLetterAt(1);
 
 LineTypeEnum SubType(std::string_view name) {
   for (const WordType& row : kSubNames)
@@ -85,17 +93,6 @@ LineTypeEnum SubType(std::string_view name) {
 }
 
 }  // namespace
-
-std::optional<std::string_view> StatementWords::Next() {
-  if (mDone) return std::nullopt;
-  const std::size_t blank = mRest.find(' ');
-  const std::string_view word = mRest.substr(0, blank);
-  if (blank == std::string_view::npos)
-    mDone = true;
-  else
-    mRest.remove_prefix(blank + 1);
-  return word;
-}
 
 StatementType KeywordType(std::string_view keyword, StatementWords& words) {
   if (EqualsNoCaseAscii(keyword, "SUB")) {
@@ -108,9 +105,10 @@ StatementType KeywordType(std::string_view keyword, StatementWords& words) {
 }
 
 LineTypeEnum PrefixedType(std::string_view statement) {
-  const auto first = static_cast<unsigned char>(UpperAscii(statement.front()));
-  if (first >= kRowsOfLetter.size()) return OTHER;
-  for (std::uint64_t rows = kRowsOfLetter[first]; rows != 0; rows &= rows - 1) {
+  const char second = statement.size() > 1 ? statement[1] : '\0';
+  std::uint64_t rows = kRowsOfFirst[static_cast<unsigned char>(statement.front())] &
+                       kRowsOfSecond[static_cast<unsigned char>(second)];
+  for (; rows != 0; rows &= rows - 1) {
     const WordType& row = kPrefixes[std::countr_zero(rows)];
     if (StartsWithNoCaseAscii(statement, row.Word)) return row.Type;
   }

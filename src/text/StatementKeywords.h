@@ -12,7 +12,16 @@ namespace vendrel {
 class StatementWords {
  public:
   explicit StatementWords(std::string_view statement) : mRest(statement) {}
-  std::optional<std::string_view> Next();
+  // In the header, and by a walk: words are shorter than a search takes to begin.
+  std::optional<std::string_view> Next() {
+    if (mDone) return std::nullopt;
+    std::size_t end = 0;
+    while (end < mRest.size() && mRest[end] != ' ') ++end;
+    const std::string_view word(mRest.data(), end);
+    mDone = end == mRest.size();
+    if (!mDone) mRest.remove_prefix(end + 1);
+    return word;
+  }
 
  private:
   std::string_view mRest;

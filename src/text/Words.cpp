@@ -1,5 +1,6 @@
 #include "text/Words.h"
 
+#include <algorithm>
 #include <unordered_set>
 
 #include "core/Ascii.h"
@@ -57,8 +58,9 @@ bool SplitCursor::Next(std::string_view& piece) {
 bool WordCursor::Next(std::string_view& word) {
   mRest = TrimLeft(mRest);
   if (mRest.empty()) return false;
-  word = mRest.substr(0, mWholeNames ? WordEnd(mRest) : mRest.find(' '));
-  mRest.remove_prefix(word.size());
+  const std::size_t end = mWholeNames ? WordEnd(mRest) : std::min(mRest.find(' '), mRest.size());
+  word = {mRest.data(), end};
+  mRest.remove_prefix(end);
   return true;
 }
 

@@ -46,7 +46,7 @@ class SplitCursor {
 class WordCursor {
  public:
   explicit WordCursor(std::string_view text, bool wholeNames = false)
-      : mRest(text), mWholeNames(wholeNames) {}
+      : mRest(text), mWholeNames(wholeNames && text.find('[') != std::string_view::npos) {}
   bool Next(std::string_view& word);
 
  private:

@@ -64,6 +64,12 @@ TEST(Ascii, SearchesAndFoldsAsAWalkOverTheCharactersDoes) {
     ASSERT_EQ(FindNoCaseAscii(whole, sought, start), expected) << whole << " " << sought;
     const std::string ascii = whole.substr(0, whole.find('\xC3'));
     ASSERT_EQ(FoldKey(ascii), LowerAscii(ascii));
+    std::string other = dice.Between(0, 1) ? UpperAscii(whole) : LowerAscii(whole);
+    if (!other.empty() && dice.Between(0, 2) == 0)
+      other[static_cast<std::size_t>(dice.Between(0, static_cast<int>(other.size()) - 1))] =
+          dice.Pick(kLetters);
+    ASSERT_EQ(EqualsNoCaseAscii(whole, other), LowerAscii(whole) == LowerAscii(other))
+        << whole << " " << other;
   }
 }
 

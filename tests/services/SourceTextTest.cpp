@@ -1,6 +1,7 @@
 #include "services/SourceText.h"
 
 #include <gtest/gtest.h>
+#include <iconv.h>
 
 #include "core/Utf8.h"
 #include "diagnostics/VendrelError.h"
@@ -149,6 +150,45 @@ TEST(CodePage, IsFoundByItsManyNames) {
   EXPECT_EQ(CodePage::Find("no-such-page"), nullptr);
   EXPECT_EQ(CodePage::Find("UTF-16"), nullptr);
   EXPECT_THROW(CodePage::Named("99999"), VendrelError);
+}
+
+// The page of most files is written out here; the C library has it too, in other names' company.
+TEST(CodePage, TheDefaultIsThatOfTheSystem) {
+  iconv_t system = iconv_open("UTF-8", "WINDOWS-1252");
+  ASSERT_NE(system, reinterpret_cast<iconv_t>(-1));
+  for (int byte = 0; byte < 256; ++byte) {
+    char in = static_cast<char>(byte), buffer[8];
+    char *from = &in, *to = buffer;
+    std::size_t inLeft = 1, outLeft = sizeof buffer;
+    const bool known = iconv(system, &from, &inLeft, &to, &outLeft) != static_cast<std::size_t>(-1);
+    iconv(system, nullptr, nullptr, nullptr, nullptr);
+    const std::string one(1, static_cast<char>(byte));
+    std::string expected(buffer, sizeof buffer - outLeft), text, back;
+    if (!known) AppendUtf8(expected, static_cast<char32_t>(byte));  // a hole
+    EXPECT_TRUE(CodePage::Default().Decode(one, text));
+    EXPECT_EQ(text, expected) << byte;
+    EXPECT_TRUE(CodePage::Default().Encode(text, back));
+    EXPECT_EQ(back, one) << byte;
+    EXPECT_EQ(CodePage::Default().CountUndefined(one), known ? 0u : 1u) << byte;
+  }
+  iconv_close(system);
+}
+
+// What is counted is what decoding brings about, in pages of one byte a character and of more.
+TEST(CodePage, UndefinedBytesAreCounted) {
+  std::string bytes = "ab";
+  for (int byte = 0x80; byte < 0x100; ++byte) bytes += static_cast<char>(byte);
+  for (const char* name : {"1252", "1253", "1257", "874", "437", "932", "949"}) {
+    const CodePage& page = CodePage::Named(name);
+    std::string text;
+    page.Decode(bytes, text);
+    std::size_t undefined = 0;
+    for (std::size_t at = 0; at < text.size();) {
+      const char32_t c = TakeCharacter(text, at);
+      undefined += c == ReplacementCharacter || (c >= 0x80 && c < 0xA0);
+    }
+    EXPECT_EQ(page.CountUndefined(bytes), undefined) << name;
+  }
 }
 
 TEST(CodePage, IsGuessedOnceForAllFilesFed) {

@@ -130,6 +130,36 @@ TEST(PlainStatementsTest, AStatementWithoutMarksIsThatWhichAScanFinds) {
   EXPECT_GT(compared, 5'000);
 }
 
+// Of a line that a glance takes in, what lies behind it means nothing.
+TEST(PlainStatementsTest, AGlanceTellsTheSame) {
+  bench::Dice dice(3);
+  std::string one, other;
+  int compared = 0, plain = 0;
+  for (int i = 0; i < 40'000; ++i) {
+    const std::string line = RandomLine(dice);
+    const std::string text = line + (i % 2 == 0 ? "\n" : "\r\n") + RandomLine(dice) + "'\"\n" +
+                             std::string(kGlance, dice.Pick("\n':x\t"));
+    const std::optional<GlancedLine> glanced = GlanceAtLine(text);
+    if (!glanced) continue;  // longer, or no machine for it
+    ++compared;
+    ASSERT_EQ(glanced->Line, line);
+    ASSERT_EQ(glanced->Bytes, line.size() + (i % 2 == 0 ? 1 : 2));
+    const ReadingRules& reading = i % 3 == 0 ? ReadingRules::Classic() : ReadingRules::Complete();
+    const auto atAGlance = PlainLineOf(line, glanced->Glance, reading, one);
+    const auto walked = PlainLineOf(line, reading, other);
+    ASSERT_EQ(atAGlance.has_value(), walked.has_value()) << line;
+    if (!walked) continue;
+    ++plain;
+    EXPECT_EQ(atAGlance->Type, walked->Type) << line;
+    EXPECT_EQ(atAGlance->Comment, walked->Comment) << line;
+  }
+#ifdef __SSE2__
+  EXPECT_GT(compared, 20'000);
+  EXPECT_GT(plain, 4'000);
+#endif
+  EXPECT_FALSE(GlanceAtLine(std::string(kGlance, 'x') + "\n"));
+}
+
 TEST(PlainStatementsTest, TheClassifierSaysTheSame) {
   bench::Dice dice(1);
   std::string buffer;

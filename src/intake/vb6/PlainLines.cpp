@@ -48,23 +48,46 @@ void PlainLines::Look() {
   mTakesBlanks = mBlock->BlockType() != btPropertySet;
 }
 
+// A comment may be a tag.
+bool PlainLines::MayTake(const PlainLine& plain) const {
+  return !plain.Comment.starts_with("##") && (plain.Type != BLANK_LINE || mTakesBlanks);
+}
+
 bool PlainLines::Take(std::string_view text) {
-  if (!mBlock) return false;
+  if (!mBlock || std::exchange(mNextIsOdd, false)) return false;
   const std::optional<PlainLine> plain = PlainLineOf(text, mRules, mBuffer);
-  // A comment may be a tag.
-  if (!plain || plain->Comment.starts_with("##") || (plain->Type == BLANK_LINE && !mTakesBlanks))
-    return false;
+  if (!plain || !MayTake(*plain)) return false;
+  Store(text, *plain);
+  return true;
+}
+
+std::size_t PlainLines::TakeRun(std::string_view rest, const LineEnds& ends) {
+  if (!mBlock || !ends.AreAlike()) return 0;
+  std::size_t taken = 0;
+  while (const std::optional<GlancedLine> glanced = GlanceAtLine(rest.substr(taken))) {
+    const std::optional<PlainLine> plain =
+        PlainLineOf(glanced->Line, glanced->Glance, mRules, mBuffer);
+    mNextIsOdd = !plain || !MayTake(*plain);
+    if (mNextIsOdd) break;
+    ++mIntake.PhysicalLine;
+    ++mComponent.LinesAlreadyRead;
+    Store(glanced->Line, *plain);
+    taken += glanced->Bytes;
+  }
+  return taken;
+}
+
+void PlainLines::Store(std::string_view text, const PlainLine& plain) {
   Block::IntakeState& state = mBlock->Intake();
   ++state.mCurrentLineIndex;
-  if (!plain->Comment.empty()) KeepComment(plain->Comment);
-  if (plain->Type == OTHER) state.FoundActualCodeInBlock = true;
-  if (plain->Type == Comment)
-    AttachCommentLine(*mBlock, mIntake, plain->Comment);
+  if (!plain.Comment.empty()) KeepComment(plain.Comment);
+  if (plain.Type == OTHER) state.FoundActualCodeInBlock = true;
+  if (plain.Type == Comment)
+    AttachCommentLine(*mBlock, mIntake, plain.Comment);
   else
     mIntake.LeadingComment.clear();
-  mBlock->CodeLines->AppendPlain(text, plain->Type);
-  if (IsEndLineType(plain->Type)) EndProcedure();
-  return true;
+  mBlock->CodeLines->AppendPlain(text, plain.Type);
+  if (IsEndLineType(plain.Type)) EndProcedure();
 }
 
 void PlainLines::KeepComment(std::string_view comment) {

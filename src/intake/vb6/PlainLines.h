@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "model/Fwd.h"
+#include "services/SourceText.h"
 #include "text/vb6/PlainStatements.h"
 
 namespace vendrel {
@@ -24,13 +25,18 @@ class PlainLines {
   /// Looks where the next line will stand. To be called behind each line that went through the
   /// stages.
   void Look();
-  /// Takes a line of the text of the module; false if it has to go through the stages.
+  /// Takes as many lines as it may off the front of `rest`, what is left of the text of the module,
+  /// and counts them; gives their bytes. Only where lines end alike, and are of everyday length.
+  std::size_t TakeRun(std::string_view rest, const LineEnds& ends);
+  /// Takes the next line of the text of the module; false if it has to go through the stages.
   bool Take(std::string_view text);
   /// Gives the last block its last comment; to be called behind the last line.
   void Settle();
 
  private:
   bool IsQuiet() const;
+  bool MayTake(const PlainLine& plain) const;
+  void Store(std::string_view text, const PlainLine& plain);
   void KeepComment(std::string_view comment);
   void EndProcedure();
 
@@ -39,6 +45,8 @@ class PlainLines {
   /// The block that takes plain lines; null where nothing is quiet.
   Block* mBlock = nullptr;
   bool mTakesBlanks = false;
+  /// A glance has told that the next line has to go through the stages.
+  bool mNextIsOdd = false;
   ClassifierRules mRules;
   /// The last comment taken, of which its block gets an object in the end: only the last counts.
   Block* mCommented = nullptr;

@@ -25,8 +25,22 @@ bool IsAnyOf(std::string_view word, std::initializer_list<std::string_view> list
   return false;
 }
 
+// First letters of the words that `ClassicKeyword` knows.
+constexpr bool MayBeKeyword(char letter) {
+  switch (UpperAscii(letter)) {
+    case 'D':
+    case 'E':
+    case 'F':
+    case 'P':
+    case 'S':
+    case 'T': return true;
+    default: return false;
+  }
+}
+
 // The keyword stands first, or behind an access word and "Static".
 StatementType ClassicKeyword(std::string_view statement) {
+  if (!MayBeKeyword(statement.front())) return {};
   StatementWords words(statement);
   std::string_view word = *words.Next();
   const bool access = IsAnyOf(word, {"PUBLIC", "PRIVATE", "FRIEND"});

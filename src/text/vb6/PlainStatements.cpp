@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 
 #include "core/Ascii.h"
 #include "text/Blanks.h"
 #include "text/Separators.h"
-#include "text/StatementRules.h"
+#include "text/StatementKeywords.h"
 #include "text/WordList.h"
 
 namespace vendrel {
@@ -31,20 +32,48 @@ class StringWalk {
   std::ptrdiff_t mDone = 0, mQuotes = 0;
 };
 
-// The apostrophe that ends a statement, or the size of the text; nothing where a mark may mean
-// something else. Where characters are not read whole, quotes do not simply pair.
+// What a mark is: nothing of import, the end of the statement, or what may mean something else.
+// Where characters are not read whole, quotes do not simply pair.
+enum class MarkKind : std::uint8_t { Nothing, End, Unclear };
+
+template <typename InString>
+MarkKind KindOfMark(std::string_view text, std::size_t at, const ClassifierRules& rules,
+                    InString inString) {
+  const auto byte = static_cast<unsigned char>(text[at]);
+  // The last three begin the blanks of other kinds, among much else.
+  if (!rules.WholeCharacters || byte == 0xC2 || byte == 0xE2 || byte == 0xE3)
+    return MarkKind::Unclear;
+  const bool isArgument = byte == ':' && at + 1 < text.size() && text[at + 1] == '=';
+  if (byte >= 0x80 || isArgument || inString(at)) return MarkKind::Nothing;
+  const bool isUnclear = byte == ':' || text.find('[') < at;  // "[it's]"
+  return isUnclear ? MarkKind::Unclear : MarkKind::End;
+}
+
+// The apostrophe that ends a statement, or the size of the text; nothing where that is not clear.
 std::optional<std::size_t> StatementEnd(std::string_view text, const ClassifierRules& rules) {
   StringWalk strings(text);
   for (std::size_t at = FirstMark(text, 0); at < text.size(); at = FirstMark(text, at + 1)) {
-    const auto byte = static_cast<unsigned char>(text[at]);
-    // The last three begin the blanks of other kinds, among much else.
-    if (!rules.WholeCharacters || byte == 0xC2 || byte == 0xE2 || byte == 0xE3) return std::nullopt;
-    const bool isArgument = byte == ':' && text.substr(at + 1).starts_with('=');
-    if (byte >= 0x80 || isArgument || strings.Covers(at)) continue;
-    if (byte == ':' || text.find('[') < at) return std::nullopt;  // "[it's]"
-    return at;
+    const MarkKind kind =
+        KindOfMark(text, at, rules, [&](std::size_t place) { return strings.Covers(place); });
+    if (kind == MarkKind::Unclear) return std::nullopt;
+    if (kind == MarkKind::End) return at;
   }
   return text.size();
+}
+
+// The same for the line that a glance took in, whose last place is known.
+std::optional<std::size_t> StatementEnd(std::string_view line, const LineGlance& glance,
+                                        const ClassifierRules& rules) {
+  for (std::uint64_t marks = glance.Marks & PlacesBelow(line.size()); marks != 0;
+       marks &= marks - 1) {
+    const auto at = static_cast<std::size_t>(std::countr_zero(marks));
+    const MarkKind kind = KindOfMark(line, at, rules, [&](std::size_t place) {
+      return std::popcount(glance.Quotes & PlacesBelow(place)) % 2 != 0;
+    });
+    if (kind == MarkKind::Unclear) return std::nullopt;
+    if (kind == MarkKind::End) return at;
+  }
+  return line.size();
 }
 
 // ---- How a statement begins --------------------------------------------------------------------
@@ -86,12 +115,22 @@ constexpr std::array<std::uint16_t, 32> kTellingLengths = [] {
   return lengths;
 }();
 
+// Where the telling words with a first letter begin in their list, which is in order.
+static_assert(std::is_sorted(kTelling.begin(), kTelling.end()));
+constexpr std::array<std::uint8_t, 33> kTellingFrom = [] {
+  std::array<std::uint8_t, 33> from{};
+  for (std::size_t letter = 0; letter < from.size(); ++letter)
+    for (const std::string_view word : kTelling)
+      if ((static_cast<unsigned char>(word.front()) & 31u) < letter) ++from[letter];
+  return from;
+}();
+
 bool IsTelling(std::string_view word) {
   if (word.size() > 15) return false;
   const std::size_t letter = static_cast<unsigned char>(word.front()) & 31;
   if ((kTellingLengths[letter] >> word.size() & 1) == 0) return false;
-  for (const std::string_view telling : kTelling)
-    if (EqualsNoCaseAscii(word, telling)) return true;
+  for (std::size_t i = kTellingFrom[letter]; i < kTellingFrom[letter + 1]; ++i)
+    if (EqualsNoCaseAscii(word, kTelling[i])) return true;
   return false;
 }
 
@@ -127,8 +166,8 @@ std::optional<LineTypeEnum> TellingType(std::string_view word, std::string_view 
   const bool branches = EqualsNoCaseAscii(word, "CASE") || EqualsNoCaseAscii(word, "SELECT") ||
                         EqualsNoCaseAscii(word, "END") || EqualsNoCaseAscii(word, "EXIT");
   if (!branches) return std::nullopt;
-  const StatementType type = ClassicStatements().Classify(Collapsed(statement, buffer));
-  switch (type.LineType) {
+  const LineTypeEnum type = PrefixedType(Collapsed(statement, buffer));  // no keyword tells them
+  switch (type) {
     case OTHER:
     case SELECT_CASE_LINE:
     case CASE_LINE:
@@ -136,7 +175,7 @@ std::optional<LineTypeEnum> TellingType(std::string_view word, std::string_view 
     case EXIT_LINE:
     case END_SUB:
     case END_FUNCTION:
-    case END_PROPERTY: return type.LineType;
+    case END_PROPERTY: return type;
     default: return std::nullopt;
   }
 }
@@ -162,6 +201,31 @@ std::optional<std::string_view> CommentText(std::string_view behind) {
   return comment;
 }
 
+// A line without outer gaps, by where its statement ends. `holdsTab` tells of the statement, which
+// has no outer gaps either.
+std::optional<PlainLine> PlainLineIn(std::string_view inner, std::size_t end,
+                                     std::string_view statement, bool holdsTab,
+                                     std::string& buffer) {
+  PlainLine plain{Comment, {}};
+  if (end < inner.size()) {
+    const std::optional<std::string_view> comment = CommentText(inner.substr(end + 1));
+    if (!comment) return std::nullopt;
+    plain.Comment = *comment;
+  }
+  if (end == 0) return plain;
+  // A tab inside counts as four blanks: whoever compares words would have to know.
+  if (statement.back() == '_' || holdsTab) return std::nullopt;
+  // A blank in front of the comment counts: "Case '" is a Case.
+  if (statement.size() < end && inner[statement.size()] == ' ')
+    statement = inner.substr(0, statement.size() + 1);
+  else if (statement.size() < end && statement.find(' ') == kNotFound)
+    return std::nullopt;
+  const std::optional<LineTypeEnum> type = StatementLineType(statement, buffer);
+  if (!type) return std::nullopt;
+  plain.Type = *type;
+  return plain;
+}
+
 }  // namespace
 
 std::optional<PlainLine> PlainLineOf(std::string_view line, const ClassifierRules& rules,
@@ -172,25 +236,29 @@ std::optional<PlainLine> PlainLineOf(std::string_view line, const ClassifierRule
   const std::optional<std::size_t> end =
       inner.front() == '\'' ? std::optional<std::size_t>(0) : StatementEnd(inner, rules);
   if (!end) return std::nullopt;
-  PlainLine plain{Comment, {}};
-  if (*end < inner.size()) {
-    const std::optional<std::string_view> comment = CommentText(inner.substr(*end + 1));
-    if (!comment) return std::nullopt;
-    plain.Comment = *comment;
-  }
-  if (*end == 0) return plain;
-  std::string_view statement = Inner(inner.substr(0, *end));
-  // A tab inside counts as four blanks: whoever compares words would have to know.
-  if (statement.back() == '_' || statement.find('\t') != kNotFound) return std::nullopt;
-  // A blank in front of the comment counts: "Case '" is a Case.
-  if (statement.size() < *end && inner[statement.size()] == ' ')
-    statement = inner.substr(0, statement.size() + 1);
-  else if (statement.size() < *end && statement.find(' ') == kNotFound)
-    return std::nullopt;
-  const std::optional<LineTypeEnum> type = StatementLineType(statement, buffer);
-  if (!type) return std::nullopt;
-  plain.Type = *type;
-  return plain;
+  const std::string_view statement = Inner(inner.substr(0, *end));
+  return PlainLineIn(inner, *end, statement, statement.find('\t') != kNotFound, buffer);
+}
+
+std::optional<PlainLine> PlainLineOf(std::string_view line, const LineGlance& glance,
+                                     const ClassifierRules& rules, std::string& buffer) {
+  const std::uint64_t solid = ~glance.Gaps & PlacesBelow(line.size());
+  if (solid == 0) return PlainLine{BLANK_LINE, {}};
+  const auto behind = [](std::uint64_t places) {
+    return static_cast<std::size_t>(64 - std::countl_zero(places));
+  };
+  const auto from = static_cast<std::size_t>(std::countr_zero(solid));
+  const std::string_view upToGaps = line.substr(0, behind(solid));
+  if (upToGaps.back() == '_') return std::nullopt;
+  const std::optional<std::size_t> end = upToGaps[from] == '\''
+                                             ? std::optional<std::size_t>(from)
+                                             : StatementEnd(upToGaps, glance, rules);
+  if (!end) return std::nullopt;
+  const std::uint64_t statement = solid & PlacesBelow(*end);
+  const std::size_t statementEnd = statement == 0 ? from : behind(statement);
+  const std::uint64_t tabs = glance.Tabs & PlacesBelow(statementEnd) & ~PlacesBelow(from);
+  return PlainLineIn(upToGaps.substr(from), *end - from, upToGaps.substr(from, statementEnd - from),
+                     tabs != 0, buffer);
 }
 
 }  // namespace vendrel

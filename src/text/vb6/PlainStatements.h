@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "core/Enums.h"
+#include "text/LineGlance.h"
 #include "text/LineScan.h"
 
 namespace vendrel {
@@ -27,5 +28,9 @@ struct PlainLine {
 /// overwritten.
 std::optional<PlainLine> PlainLineOf(std::string_view line, const ClassifierRules& rules,
                                      std::string& buffer);
+
+/// The same of a line of at most `kGlance` bytes at which a glance was taken.
+std::optional<PlainLine> PlainLineOf(std::string_view line, const LineGlance& glance,
+                                     const ClassifierRules& rules, std::string& buffer);
 
 }  // namespace vendrel

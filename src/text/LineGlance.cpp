@@ -1,0 +1,68 @@
+#include "text/LineGlance.h"
+
+#include <bit>
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
+namespace vendrel {
+
+#ifdef __SSE2__
+namespace {
+
+constexpr bool kGlancesAreQuick = true;
+
+std::uint64_t PlacesIn(__m128i found, std::size_t at) {
+  return static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(found))) << at;
+}
+
+}  // namespace
+
+LineGlance GlanceAt(const char* text) {
+  LineGlance glance;
+  for (std::size_t at = 0; at < kGlance; at += 16) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + at));
+    const auto same = [&](char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
+    const __m128i tabs = same('\t');
+    glance.Feeds |= PlacesIn(same('\n'), at);
+    glance.Gaps |= PlacesIn(_mm_or_si128(same(' '), tabs), at);
+    glance.Tabs |= PlacesIn(tabs, at);
+    glance.Quotes |= PlacesIn(same('"'), at);
+    // The mask takes the high bits, which bytes beyond ASCII have of their own.
+    glance.Marks |= PlacesIn(_mm_or_si128(bytes, _mm_or_si128(same('\''), same(':'))), at);
+  }
+  return glance;
+}
+#else
+namespace {
+constexpr bool kGlancesAreQuick = false;
+}  // namespace
+
+LineGlance GlanceAt(const char* text) {
+  LineGlance glance;
+  for (std::size_t at = 0; at < kGlance; ++at) {
+    const char c = text[at];
+    const std::uint64_t place = std::uint64_t{1} << at;
+    if (c == '\n') glance.Feeds |= place;
+    if (c == ' ' || c == '\t') glance.Gaps |= place;
+    if (c == '\t') glance.Tabs |= place;
+    if (c == '"') glance.Quotes |= place;
+    if (c == '\'' || c == ':' || static_cast<unsigned char>(c) >= 0x80) glance.Marks |= place;
+  }
+  return glance;
+}
+#endif
+
+std::optional<GlancedLine> GlanceAtLine(std::string_view text) {
+  if (!kGlancesAreQuick || text.size() < kGlance) return std::nullopt;
+  GlancedLine line;
+  line.Glance = GlanceAt(text.data());
+  if (line.Glance.Feeds == 0) return std::nullopt;
+  const auto feed = static_cast<std::size_t>(std::countr_zero(line.Glance.Feeds));
+  const bool hasReturn = feed > 0 && text[feed - 1] == '\r';
+  line.Line = {text.data(), hasReturn ? feed - 1 : feed};
+  line.Bytes = feed + 1;
+  return line;
+}
+
+}  // namespace vendrel
