@@ -2,10 +2,10 @@
 
 #include <unordered_map>
 
-#include "core/CaseFold.h"
 #include "core/ObjectRegistry.h"
 #include "diagnostics/Context.h"
 #include "dotnet/Assemblies.h"
+#include "dotnet/KnownTypes.h"
 #include "dotnet/TypeBuilder.h"
 #include "services/Startup.h"
 
@@ -15,43 +15,20 @@ namespace {
 
 using namespace metadata;
 
-// The types of one file that others can use, by their folded full names.
-class TypeIndex {
- public:
-  explicit TypeIndex(const AssemblyFile& file) : mFile(&file) {
-    const Image& image = *file.Image;
-    for (std::uint32_t row = 2; row <= image.Tables().Rows(tTypeDef); ++row) try {
-        if (!IsHiddenType(image, row) && IsVisibleType(image, row))
-          mRows.emplace(FoldKey(TypeHandle{&file, row}.Name()), row);
-      } catch (const DataError&) {
-        // A type whose name cannot be read is not asked for.
-      }
-  }
-  TypeHandle Find(const std::string& folded) const {
-    const auto found = mRows.find(folded);
-    return found == mRows.end() ? TypeHandle{} : TypeHandle{mFile, found->second};
-  }
-  const AssemblyFile& File() const { return *mFile; }
-
- private:
-  const AssemblyFile* mFile;
-  std::unordered_map<std::string, std::uint32_t> mRows;
-};
-
 class ReflectionResolver final : public NetResolver {
  public:
   ReflectionResolver() : mStore(NewAssemblyStore({})) {}
 
   void searchfolders(const std::vector<std::string>& folders) override {
-    if (mIndexes.empty() && !mHasCore) mStore = NewAssemblyStore(folders);
+    if (!mHasTypes && !mHasCore) mStore = NewAssemblyStore(folders);
   }
   void addassembly(std::string_view assembly) override;
   void addglobalnamespace(std::string_view name) override {
-    mGlobal.emplace_back(name);
+    mGlobal.push_back(KnownTypes::FrontOf(name));
     Forget();
   }
   void addnamespace(std::string_view name) override {
-    mOfFile.emplace_back(name);
+    mOfFile.push_back(KnownTypes::FrontOf(name));
     mHere = nullptr;
   }
   void clearnamespaces() override {
@@ -62,6 +39,10 @@ class ReflectionResolver final : public NetResolver {
     const TypeHandle type = Lookup(name);
     return type ? type.Name() : std::string(name);
   }
+  bool mayhavetype(std::string_view word) override {
+    NeedCore();
+    return mTypes.HasWord(word);
+  }
   Component* loadtype(std::string_view name, const std::shared_ptr<VBProject>& project) override;
 
  private:
@@ -70,10 +51,8 @@ class ReflectionResolver final : public NetResolver {
     std::shared_ptr<Component> Module;
   };
   void Know(const AssemblyFile* file) {
-    if (!file) return;
-    for (const TypeIndex& index : mIndexes)
-      if (&index.File() == file) return;
-    mIndexes.emplace_back(*file);
+    if (!file || !mTypes.Add(*file)) return;
+    mHasTypes = true;
     Forget();
   }
   // Answers hold for the assemblies and imports that they were given with.
@@ -81,17 +60,18 @@ class ReflectionResolver final : public NetResolver {
     mAsked.clear();
     mHere = nullptr;
   }
-  TypeHandle LookupWhole(std::string_view name);
+  void NeedCore();
   TypeHandle Search(std::string_view name);
   TypeHandle Lookup(std::string_view name);
 
   std::shared_ptr<AssemblyStore> mStore;
-  std::vector<TypeIndex> mIndexes;
-  std::vector<std::string> mGlobal, mOfFile;
+  KnownTypes mTypes;
+  std::vector<KnownTypes::Front> mGlobal, mOfFile;
   // By the imports of a file, then by name; empty: there is none.
   std::unordered_map<std::string, std::unordered_map<std::string, TypeHandle>> mAsked;
   std::unordered_map<std::string, TypeHandle>* mHere = nullptr;  // of the imports in force
   std::unordered_map<std::string, Loaded> mLoaded;
+  bool mHasTypes = false;
   bool mHasCore = false;
 };
 
@@ -107,30 +87,22 @@ void ReflectionResolver::addassembly(std::string_view assembly) {
   Know(mStore->Named(identity, {}));
 }
 
-TypeHandle ReflectionResolver::LookupWhole(std::string_view name) {
-  const std::string folded = FoldKey(name);
-  for (const TypeIndex& index : mIndexes) {
-    if (const TypeHandle type = index.Find(folded)) return type;
-    // A file may say that another has the type now.
-    if (const TypeHandle type = mStore->FindByFullName(index.File(), name);
-        type && IsVisibleType(*type.File->Image, type.Row))
-      return type;
-  }
-  return {};
+void ReflectionResolver::NeedCore() {
+  if (mHasCore) return;
+  mHasCore = true;
+  AssemblyIdentity core;
+  core.Name = "mscorlib";
+  Know(mStore->Named(core, {}));
 }
 
 // The same names are asked for in one place of a file after the other.
 TypeHandle ReflectionResolver::Lookup(std::string_view name) {
   if (name.empty()) return {};
-  if (!mHasCore) {
-    mHasCore = true;
-    AssemblyIdentity core;
-    core.Name = "mscorlib";
-    Know(mStore->Named(core, {}));
-  }
+  NeedCore();
+  if (!mTypes.HasWord(name.substr(name.rfind('.') + 1))) return {};
   if (!mHere) {
     std::string imports;
-    for (const std::string& space : mOfFile) imports.append(space).append("\n");
+    for (const KnownTypes::Front& space : mOfFile) imports.append(space.Exact).append("\n");
     mHere = &mAsked[imports];
   }
   std::string key(name);
@@ -140,11 +112,11 @@ TypeHandle ReflectionResolver::Lookup(std::string_view name) {
 
 // The name as it is, then behind each import of the file and of the project.
 TypeHandle ReflectionResolver::Search(std::string_view name) {
-  if (const TypeHandle type = LookupWhole(name)) return type;
+  const KnownTypes::Front whole;
+  std::vector<const KnownTypes::Front*> fronts{&whole};
   for (const auto* imports : {&mOfFile, &mGlobal})
-    for (const std::string& space : *imports)
-      if (const TypeHandle type = LookupWhole(space + "." + std::string(name))) return type;
-  return {};
+    for (const KnownTypes::Front& space : *imports) fronts.push_back(&space);
+  return mTypes.Find(name, fronts, *mStore);
 }
 
 Component* ReflectionResolver::loadtype(std::string_view name,

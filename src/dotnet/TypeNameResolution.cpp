@@ -1,5 +1,6 @@
 // Type names of VB.NET source become full names.
 
+#include <algorithm>
 #include <unordered_map>
 
 #include "core/Ascii.h"
@@ -283,6 +284,20 @@ std::string ProjectFile::ResolveType(vendrel::Component& c, std::string_view Typ
   return AskResolver(*project, name);
 }
 VENDREL_CONTEXT(TypeName, c)
+
+bool ProjectFile::MayNameType(std::string_view Word) {
+  vendrel::VBProject* project = VBProject();
+  NetResolver* resolver = project ? project->NetResolver() : nullptr;
+  if (!resolver || FurtherIntrinsic(Word) != Word || resolver->mayhavetype(Word)) return true;
+  const auto isAlias = [Word](const std::string& entry) {
+    const std::size_t equals = entry.find('=');
+    return equals != std::string::npos &&
+           EqualsNoCase(TrimGaps(std::string_view(entry).substr(0, equals)), Word);
+  };
+  if (std::any_of(Imports.begin(), Imports.end(), isAlias)) return true;
+  const auto& imports = Scanned().ProjectImports;
+  return imports && std::any_of(imports->begin(), imports->end(), isAlias);
+}
 
 bool ProjectFile::ResolveTypeNames() try {
   vendrel::VBProject* project = VBProject();

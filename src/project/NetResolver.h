@@ -23,6 +23,9 @@ class NetResolver {
   virtual void clearnamespaces() = 0;
   /// Full .NET name of a type, given assemblies and imports.
   virtual std::string resolvedtypename(std::string_view name) = 0;
+  /// False where no type of any namespace has this word, case ignored, behind its last dot: then
+  /// nothing else need be asked. True where that is not known.
+  virtual bool mayhavetype(std::string_view /*word*/) { return true; }
   /// Folders (of this machine) in which assemblies are sought.
   virtual void searchfolders(const std::vector<std::string>& /*folders*/) {}
   /// Builds a type in the given project; null if unknown.

@@ -49,6 +49,9 @@ class ProjectFile : public ElementOf<ProjectFile> {
   bool WriteOut(std::string_view FileName);
   /// The full name of a type as it is named in `c`.
   std::string ResolveType(vendrel::Component& c, std::string_view TypeName);
+  /// False where no type of an assembly or of the language and no alias of the file ends with this
+  /// word: of the names that end with it only types of projects need be looked for.
+  bool MayNameType(std::string_view Word);
   /// The module of a type name, of the project or of an assembly; null if there is none.
   vendrel::Component* GetComponentForTypeName(std::string_view Name);
 

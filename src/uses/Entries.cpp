@@ -21,36 +21,4 @@ const Parameters* ParametersOf(const Entry& entry) {
   return nullptr;
 }
 
-Entry* EntryMap::Find(Symbol name) const {
-  if (mSlots.empty()) return nullptr;
-  const std::size_t mask = mSlots.size() - 1;
-  for (std::size_t at = Spread(name) & mask; mSlots[at].Name != word::None; at = (at + 1) & mask)
-    if (mSlots[at].Name == name) return mSlots[at].Value;
-  return nullptr;
-}
-
-Entry*& EntryMap::At(Symbol name) {
-  if ((mCount + 1) * 2 > mSlots.size()) Grow();
-  const std::size_t mask = mSlots.size() - 1;
-  std::size_t at = Spread(name) & mask;
-  while (mSlots[at].Name != word::None && mSlots[at].Name != name) at = (at + 1) & mask;
-  if (mSlots[at].Name == word::None) {
-    mSlots[at].Name = name;
-    ++mCount;
-  }
-  return mSlots[at].Value;
-}
-
-void EntryMap::Grow() {
-  std::vector<Slot> old(mSlots.empty() ? 16 : mSlots.size() * 2);
-  old.swap(mSlots);
-  const std::size_t mask = mSlots.size() - 1;
-  for (const Slot& slot : old) {
-    if (slot.Name == word::None) continue;
-    std::size_t at = Spread(slot.Name) & mask;
-    while (mSlots[at].Name != word::None) at = (at + 1) & mask;
-    mSlots[at] = slot;
-  }
-}
-
 }  // namespace vendrel

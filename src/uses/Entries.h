@@ -11,7 +11,7 @@
 #include "model/Component.h"
 #include "model/PropertyGroup.h"
 #include "uses/Builtins.h"
-#include "uses/Symbols.h"
+#include "uses/SymbolMap.h"
 
 namespace vendrel {
 
@@ -100,25 +100,20 @@ const Parameters* ParametersOf(const Entry& entry);
 /// Symbols to entries.
 class EntryMap {
  public:
-  Entry* Find(Symbol name) const;
+  Entry* Find(Symbol name) const {
+    Entry* const* found = mEntries.Find(name);
+    return found ? *found : nullptr;
+  }
   /// The place of a name, made where there is none; holds until the next call.
-  Entry*& At(Symbol name);
-  std::size_t Count() const { return mCount; }
+  Entry*& At(Symbol name) { return mEntries.At(name); }
+  std::size_t Count() const { return mEntries.Count(); }
   template <typename Visit>
   void ForEach(Visit visit) const {
-    for (const Slot& slot : mSlots)
-      if (slot.Name != word::None) visit(*slot.Value);
+    mEntries.ForEach([&visit](Entry* entry) { visit(*entry); });
   }
 
  private:
-  struct Slot {
-    Symbol Name = word::None;
-    Entry* Value = nullptr;
-  };
-  static std::size_t Spread(Symbol name) { return name * std::size_t{2654435769U} >> 4; }
-  void Grow();
-  std::vector<Slot> mSlots;
-  std::size_t mCount = 0;
+  SymbolMap<Entry*> mEntries;
 };
 
 }  // namespace vendrel

@@ -33,30 +33,16 @@ const Block* ModuleBinder::BlockAt(std::uint32_t line, Symbol name, Symbol acces
 
 void ModuleBinder::AddLocal(Symbol name, EntrySort sort, const CodeElement* element,
                             bool isConstant) {
-  if (name >= mLocals.size())
-    mLocals.resize(std::max<std::size_t>(mScopes.Names().Count(), name + 1) + 256);
-  LocalSlot& slot = mLocals[name];
-  if (slot.Procedure == mProcedure && slot.Meaning) return;
-  if (mLocalCount == mLocalStore.size()) mLocalStore.emplace_back();
-  Entry& entry = mLocalStore[mLocalCount++];
-  entry = Entry();
-  entry.Name = name;
+  if (mLocals.Find(name)) return;
+  Entry& entry = mLocals.Add(name);
   entry.Sort = sort;
   entry.Element = element;
   entry.Home = mModule;
   entry.IsConstant = isConstant;
-  slot = {mProcedure, &entry};
-}
-
-Entry* ModuleBinder::Local(Symbol name) const {
-  if (mPlace != Place::Procedure || name >= mLocals.size()) return nullptr;
-  const LocalSlot& slot = mLocals[name];
-  return slot.Procedure == mProcedure ? slot.Meaning : nullptr;
 }
 
 void ModuleBinder::EnterProcedure(const Block* block, Symbol name) {
-  ++mProcedure;
-  mLocalCount = 0;
+  mLocals.Clear();
   mWith.clear();
   mPlace = Place::Procedure;
   mBlock = block;

@@ -32,7 +32,9 @@ ModuleBinder::ModuleBinder(Scopes& scopes, ProjectScope& project, const BoundSou
       mIsAscii(mSource.Encoding == TextEncoding::Ascii),
       mFile(source.File),
       mIsNet(Scopes::IsNet(*mModule)),
-      mHolder(mModule) {
+      mHolder(mModule),
+      mLocals(scopes.Locals) {
+  if (mIsNet) mNetScope = &scopes.NetScopeOf(*mModule, mFile);
   mUse.Module = mModule;
   mUse.File = mFile ? &mFile->FileName : &mModule->FileName;
 }

@@ -91,10 +91,6 @@ class ModuleBinder {
     UseValue Value;
     std::vector<PendingUse> Path;
   };
-  struct LocalSlot {
-    std::uint32_t Procedure = 0;
-    Entry* Meaning = nullptr;
-  };
 
   // ModuleBinder.cpp
   void TakeDirective();
@@ -108,7 +104,9 @@ class ModuleBinder {
   void EnterProcedure(const Block* block, Symbol name);
   void LeaveProcedure();
   void AddLocal(Symbol name, EntrySort sort, const CodeElement* element, bool isConstant);
-  Entry* Local(Symbol name) const;
+  Entry* Local(Symbol name) const {
+    return mPlace == Place::Procedure ? mLocals.Find(name) : nullptr;
+  }
   const Block* BlockAt(std::uint32_t line, Symbol name, Symbol accessor);
 
   // Names.cpp
@@ -220,6 +218,10 @@ class ModuleBinder {
   bool IsTypeParameter(Symbol name) const;
   void ChooseOverload(UseValue& value, std::size_t arguments);
   const Component* NetTypeOf(std::size_t from, std::size_t to);
+  const Component* NetTypeSeen(Symbol folded, std::string_view name);
+  const Component* NetTypeIn(const Component& module, std::size_t at);
+  std::uint32_t ArityBehind(std::size_t at) const;
+  std::string WrittenName(std::size_t from, std::size_t to) const;
 
   // NetExpressions.cpp
   bool ParseNetOperand(std::size_t& at, std::size_t end, UseValue& value);
@@ -311,6 +313,7 @@ class ModuleBinder {
 
   // Of VB.NET.
   ProjectFile* mFile;
+  NetScope* mNetScope = nullptr;
   bool mIsNet = false;
   bool mQuery = false;
   int mLambdas = 0;  // open ones, whose bodies stand on lines of their own
@@ -324,11 +327,7 @@ class ModuleBinder {
   const Block* mBlock = nullptr;
   const Enumeration* mEnum = nullptr;
   const UDT* mStructure = nullptr;
-  std::vector<LocalSlot> mLocals;
-  std::uint32_t mProcedure = 0;
-  std::vector<Entry*> mLocalEntries;  // made once, used again
-  std::size_t mLocalCount = 0;
-  std::deque<Entry> mLocalStore;
+  LocalTable& mLocals;
   std::vector<std::pair<std::uint32_t, const Block*>> mBlocks;
   std::vector<WithFrame> mWith;
   int mDepth = 0;

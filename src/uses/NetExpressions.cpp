@@ -3,18 +3,6 @@
 #include "uses/ModuleBinder.h"
 
 namespace vendrel {
-namespace {
-
-bool IsConversion(std::string_view name) {
-  for (const std::string_view word :
-       {"cbool", "cbyte", "cchar", "cdate", "cdbl", "cdec", "cint", "clng", "cobj", "csbyte",
-        "cshort", "csng", "cstr", "cuint", "culng", "cushort"})
-    if (name == word) return true;
-  return false;
-}
-
-}  // namespace
-
 // "CType(x, T)"
 void ModuleBinder::ParseCast(std::size_t& at, std::size_t end, UseValue& value) {
   Skip(at);
@@ -210,18 +198,15 @@ bool ModuleBinder::ParseNetOperand(std::size_t& at, std::size_t end, UseValue& v
       return true;
     }
     default: {
-      const std::string_view text = mScopes.Names().TextOf(name);
-      if (text == "global" && IsMark(at + 1, end, '.')) {
+      if (name == word::Global && IsMark(at + 1, end, '.')) {
         Skip(at);
         ++at;
         return false;
       }
-      if (!IsConversion(text) || !IsMark(at + 1, end, '(')) {
+      if (!word::IsConversion(name) || !IsMark(at + 1, end, '(')) {
         // A dotted name of a type that no scope knows by its first word.
-        if (Local(name) || !IsMark(at + 1, end, '.') || !IsWord(at + 2, end)) return false;
-        bool isOpen = false;
-        for (const Component* around = mModule; around; around = mScopes.Of(*around).Around)
-          if (mScopes.NetMember(*around, name, isOpen)) return false;
+        if (!IsMark(at + 1, end, '.') || !IsWord(at + 2, end) || Local(name)) return false;
+        if (mScopes.NetMemberInside(*mModule, name)) return false;
         if (NetTypeOf(at, at)) return false;
         std::size_t last = at;
         UseValue type;

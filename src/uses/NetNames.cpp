@@ -31,6 +31,35 @@ UseValue ModuleBinder::UseOfType(std::size_t at, const Component& type, UseKind 
 
 // The type that the words from one to another mean, dots between them.
 const Component* ModuleBinder::NetTypeOf(std::size_t from, std::size_t to) {
+  Symbols& names = mScopes.Names();
+  Symbol folded = At(from).Name;
+  for (std::size_t at = from; at <= to; at += 2) {
+    if (At(at).Suffix) return nullptr;
+    if (at > from) folded = names.Joined(folded, At(at).Name);
+  }
+  const std::uint32_t arity = ArityBehind(to);
+  if (arity > 0) folded = names.WithArity(folded, arity);
+  if (const auto* known = mNetScope->TypesSeen.Find(folded)) return *known;
+  std::string name = WrittenName(from, to);
+  if (arity > 0) name += "`" + std::to_string(arity);
+  const Component* found = NetTypeSeen(folded, name);
+  return mNetScope->TypesSeen.At(folded) = found;
+}
+
+// How many types stand behind "(Of"; 0 where it does not follow.
+std::uint32_t ModuleBinder::ArityBehind(std::size_t at) const {
+  if (!IsMark(at + 1, mScan.Tokens.size(), '(') || !IsWord(at + 2, mScan.Tokens.size(), word::Of))
+    return 0;
+  std::uint32_t arguments = 1;
+  const std::size_t close = CloseOf(at + 1, mScan.Tokens.size());
+  for (at += 2; at < close; ++at) {
+    if (IsMark(at, close, '(')) at = CloseOf(at, close);
+    if (IsMark(at, close, ',')) ++arguments;
+  }
+  return arguments;
+}
+
+std::string ModuleBinder::WrittenName(std::size_t from, std::size_t to) const {
   std::string name;
   for (std::size_t at = from; at <= to; at += 2) {
     if (at > from) name += '.';
@@ -38,20 +67,16 @@ const Component* ModuleBinder::NetTypeOf(std::size_t from, std::size_t to) {
     if (At(at).Bracketed) part = part.substr(1, part.size() - 2);
     name += part;
   }
-  if (IsMark(to + 1, mScan.Tokens.size(), '(') && IsWord(to + 2, mScan.Tokens.size(), word::Of)) {
-    int arguments = 1;
-    const std::size_t close = CloseOf(to + 1, mScan.Tokens.size());
-    for (std::size_t at = to + 2; at < close; ++at) {
-      if (IsMark(at, close, '(')) at = CloseOf(at, close);
-      if (IsMark(at, close, ',')) ++arguments;
-    }
-    name += "`" + std::to_string(arguments);
-  }
-  if (const Component* type = mScopes.NetType(*mModule, name, mFile)) return type;
+  return name;
+}
+
+const Component* ModuleBinder::NetTypeSeen(Symbol folded, std::string_view name) {
+  if (const Component* type = mScopes.NetType(*mModule, *mNetScope, folded, name)) return type;
   // Types of the classes above it.
   const Component* above = mScopes.Of(*mModule).Above;
   for (int level = 0; above && !IsLibrary(*above) && level < kMostBases; ++level) {
-    if (const Component* type = mScopes.NetType(*above, name)) return type;
+    if (const Component* type = mScopes.NetType(*above, mScopes.NetScopeOf(*above), folded, name))
+      return type;
     above = mScopes.Of(*above).Above;
   }
   return nullptr;
@@ -78,9 +103,7 @@ bool ModuleBinder::BindNetType(std::size_t& at, std::size_t end, UseKind kind, U
 UseValue ModuleBinder::BindNetName(std::size_t at) {
   const Symbol name = At(at).Name;
   if (const Entry* local = Local(name)) return UseOf(at, *local);
-  bool isOpen = false;
-  for (const Component* around = mModule; around; around = mScopes.Of(*around).Around)
-    if (const Entry* member = mScopes.NetMember(*around, name, isOpen)) return UseOf(at, *member);
+  if (const Entry* member = mScopes.NetMemberInside(*mModule, name)) return UseOf(at, *member);
   if (IsTypeParameter(name)) {
     UseValue value;
     value.Record = AddUse(at, UseKind::Type, UseAnswer::Type);
@@ -100,6 +123,16 @@ UseValue ModuleBinder::BindNetName(std::size_t at) {
   return value;
 }
 
+// A type inside of another.
+const Component* ModuleBinder::NetTypeIn(const Component& module, std::size_t at) {
+  Symbol& around = mScopes.Of(module).FullName;
+  if (around == word::None) around = mScopes.Names().Of(module.FullName());
+  const Symbol folded = mScopes.Names().Joined(around, At(at).Name);
+  if (const auto* known = mNetScope->Types.Find(folded)) return *known;
+  return mScopes.NetType(*mModule, *mNetScope, folded,
+                         module.FullName() + "." + std::string(mScan.TextOf(At(at))));
+}
+
 UseValue ModuleBinder::NetMemberOf(const UseValue& base, const Component& module, std::size_t at) {
   bool isOpen = false;
   if (const Entry* member = mScopes.NetMember(module, At(at).Name, isOpen)) {
@@ -108,9 +141,7 @@ UseValue ModuleBinder::NetMemberOf(const UseValue& base, const Component& module
     if (isPart && member->Sort == EntrySort::Variable) Of(value.Record).Path = base.Record;
     return value;
   }
-  const std::string nested = module.FullName() + "." + std::string(mScan.TextOf(At(at)));
-  if (const Component* type = mScopes.NetType(*mModule, nested, mFile))
-    return UseOfType(at, *type, UseKind::Read);
+  if (const Component* type = NetTypeIn(module, at)) return UseOfType(at, *type, UseKind::Read);
   if (isOpen)
     return Unbound(at, UseAnswer::External,
                    {TypeSort::External, false, mScopes.LibraryName(std::string_view())});
@@ -132,8 +163,7 @@ void ModuleBinder::ParseTypeArguments(std::size_t open, std::size_t close) {
 // A type behind As, New, Is, Of: "Integer()", "System.Collections.Generic.List(Of T)".
 UseValue ModuleBinder::ParseNetType(std::size_t& at, std::size_t end, UseKind kind) {
   UseValue value;
-  if (IsWord(at, end) && mScopes.Names().TextOf(At(at).Name) == "global" &&
-      IsMark(at + 1, end, '.')) {
+  if (IsWord(at, end) && IsWord(at, end, word::Global) && IsMark(at + 1, end, '.')) {
     Skip(at);
     ++at;
   }

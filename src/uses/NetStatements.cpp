@@ -70,6 +70,7 @@ void ModuleBinder::IndexNetBlocks() {
 void ModuleBinder::UseModule(const Component* module) {
   mModule = module;
   mScope = &mScopes.Of(*module);
+  mNetScope = &mScopes.NetScopeOf(*module, mFile);
   LeaveProcedure();
 }
 

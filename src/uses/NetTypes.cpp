@@ -2,6 +2,8 @@
 // knows its imports, and of the assemblies.
 
 #include "core/CaseFold.h"
+#include "model/Namespace.h"
+#include "project/ProjectFile.h"
 #include "text/Identifiers.h"
 #include "uses/Scopes.h"
 
@@ -42,30 +44,64 @@ ProjectFile* Scopes::FileOf(const Component& module) {
   return found == mFiles.end() ? nullptr : found->second;
 }
 
+// What is in no file knows no imports: such names mean the same everywhere.
+NetScope& Scopes::NetScopeOf(const Component& home, ProjectFile* file) {
+  if (!file) file = FileOf(home);
+  NetScope& scope = mNetScopes[{file, file ? &home : nullptr}];
+  if (!file || scope.Project) return scope;
+  scope.File = file;
+  scope.Project = ScopeOf(home);
+  const Namespace* space = home.Namespace.Get();
+  std::string known = space ? FoldKey(space->Name) : std::string();
+  for (const std::string& import : file->Imports) known.append("\n").append(import);
+  scope.Shared = &mNetShared[{scope.Project, std::move(known)}];
+  return scope;
+}
+
+// Most words of source are the last one of no type at all.
+Scopes::NetWord Scopes::SortOfNetWord(const NetScope& scope, std::string_view name) {
+  if (!scope.File || !scope.Project || name.find_first_of("({[? ") != std::string_view::npos)
+    return NetWord::Nested;
+  name = name.substr(name.rfind('.') + 1);
+  const Symbol word = mSymbols.Of(name.substr(0, name.find('`')));
+  if (scope.Project->NestedWords.count(word) != 0) return NetWord::Nested;
+  return scope.Project->TypeWords.count(word) != 0 || scope.File->MayNameType(name)
+             ? NetWord::Type
+             : NetWord::NoType;
+}
+
+const Component* Scopes::AskForNetType(const Component& home, ProjectFile* file,
+                                       std::string_view name) try {
+  const std::string asked = WithoutArguments(DotNetType(name));
+  if (file) {
+    const std::string full = file->ResolveType(const_cast<Component&>(home), asked);
+    return file->GetComponentForTypeName(full.empty() ? asked : full);
+  }
+  // A type of an assembly was loaded by itself, and knows no other assembly.
+  VBProject* project = mNetProject ? mNetProject : home.VBProject();
+  return project ? project->netGetComponentForTypeName(asked) : nullptr;
+} catch (const VendrelError&) {
+  return nullptr;  // an assembly that cannot be read tells nothing
+}
+
+const Component* Scopes::NetType(const Component& home, NetScope& scope, Symbol folded,
+                                 std::string_view name) {
+  if (folded == word::None) return nullptr;
+  if (const auto* known = scope.Types.Find(folded)) return *known;
+  const NetWord sort = SortOfNetWord(scope, name);
+  const Component* found = nullptr;
+  if (sort == NetWord::Nested) {
+    found = AskForNetType(home, scope.File, name);
+  } else if (sort == NetWord::Type) {
+    const auto* known = scope.Shared->Find(folded);
+    found = known ? *known : scope.Shared->At(folded) = AskForNetType(home, scope.File, name);
+  }
+  return scope.Types.At(folded) = found;
+}
+
 const Component* Scopes::NetType(const Component& home, std::string_view name, ProjectFile* file) {
   name = Trimmed(name);
-  if (name.empty()) return nullptr;
-  if (!file) file = FileOf(home);
-  std::string key = std::to_string(reinterpret_cast<std::uintptr_t>(file)) + " " + FoldKey(name);
-  // Names of nested types mean something within their class alone.
-  if (file) key += " " + home.Name;
-  const auto [known, isNew] = mNetTypes.try_emplace(std::move(key), nullptr);
-  if (!isNew) return known->second;
-  const Component*& kept = known->second;  // holds while the map grows
-  const Component* found = nullptr;
-  try {
-    auto& of = const_cast<Component&>(home);
-    const std::string asked = WithoutArguments(DotNetType(name));
-    if (file) {
-      const std::string full = file->ResolveType(of, asked);
-      found = file->GetComponentForTypeName(full.empty() ? asked : full);
-    } else if (VBProject* project = home.VBProject()) {
-      found = project->netGetComponentForTypeName(asked);
-    }
-  } catch (const VendrelError&) {
-    found = nullptr;  // an assembly that cannot be read tells nothing
-  }
-  return kept = found;
+  return NetType(home, NetScopeOf(home, file), mSymbols.Of(name), name);
 }
 
 TypeRef Scopes::NetTypeNamed(const Component& home, std::string_view name, bool isArray) {
@@ -102,6 +138,16 @@ Entry* Scopes::NetMember(const Component& module, Symbol name, bool& isOpen) {
     if (Entry* member = Of(*above).Members.Find(name)) return member;
   }
   return nullptr;
+}
+
+Entry* Scopes::NetMemberInside(const Component& module, Symbol name) {
+  ModuleScope& scope = Of(module);
+  if (Entry* const* known = scope.SeenInside.Find(name)) return *known;
+  Entry* found = nullptr;
+  bool isOpen = false;
+  for (const Component* around = &module; around && !found; around = Of(*around).Around)
+    found = NetMember(*around, name, isOpen);
+  return scope.SeenInside.At(name) = found;
 }
 
 }  // namespace vendrel

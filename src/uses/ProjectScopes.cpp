@@ -63,6 +63,16 @@ void Scopes::AddReferences(ProjectScope& scope) {
   }
 }
 
+void Scopes::AddTypeWords(ProjectScope& scope, const VBProject& project) {
+  for (const Component& type : project.Components.Listed()) {
+    std::string_view name = type.Name;
+    name = name.substr(name.rfind('.') + 1);
+    const Symbol word = mSymbols.Of(WithoutBrackets(name.substr(0, name.find('`'))));
+    scope.TypeWords.insert(word);
+    if (name.size() < type.Name.size()) scope.NestedWords.insert(word);
+  }
+}
+
 ProjectScope& Scopes::Of(VBProject& project) {
   std::unique_ptr<ProjectScope>& made = mProjects[&project];
   if (made) return *made;
@@ -74,10 +84,14 @@ ProjectScope& Scopes::Of(VBProject& project) {
   scope.Own.Sort = EntrySort::Project;
   scope.Own.Element = &project;
   if (project.LanguageVersion() == lvVisualBasicDotNet) {
+    if (!mNetProject) mNetProject = &project;
     for (ProjectFile& file : project.ProjectFiles) {
       if (file.SourceForm) mFiles[file.SourceForm.get()] = &file;
       for (const Component& module : file.Components) mFilesOf[&module].push_back(&file);
     }
+    AddTypeWords(scope, project);
+    for (const Reference& reference : project.References)
+      if (const VBProject* other = reference.ReferencedProject()) AddTypeWords(scope, *other);
     scope.MissesReferences = true;  // assemblies tell their types when these are asked for
   }
   for (const Component& module : std::as_const(project).Components.Listed())

@@ -2,14 +2,17 @@
 // The names of modules and projects, gathered once, and the types that names of types mean.
 
 #include <deque>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "project/VBProject.h"
-#include "uses/Entries.h"
+#include "uses/LocalTable.h"
 
 namespace vendrel {
 
@@ -26,6 +29,10 @@ struct ModuleScope {
   /// The class above it, and the class around it, of VB.NET; null for none.
   const Component* Above = nullptr;
   const Component* Around = nullptr;
+  /// What names alone mean inside of it, as far as they have been asked for; null for no member.
+  SymbolMap<Entry*> SeenInside;
+  /// Of VB.NET, with its namespace; None before it was asked for.
+  Symbol FullName = word::None;
   /// The module has a base that is not known.
   bool HasForeignBase = false;
   /// Nothing of it has been read: its file is not there.
@@ -53,6 +60,24 @@ struct ProjectScope {
   std::vector<ProjectScope*> References;
   /// Something that it refers to is not at hand.
   bool MissesReferences = false;
+  /// VB.NET: what stands behind the last dot in the names of types, its own and those of projects
+  /// that it refers to.
+  std::unordered_set<Symbol> TypeWords;
+  /// Of them those of nested types, which mean something inside of their class alone.
+  std::unordered_set<Symbol> NestedWords;
+};
+
+/// VB.NET: a class in a file, whose imports hold there, and the types that names were found to
+/// mean.
+struct NetScope {
+  ProjectFile* File = nullptr;
+  ProjectScope* Project = nullptr;
+  /// Of all classes of that namespace in files with these imports; nested types are not in it.
+  SymbolMap<const Component*>* Shared = nullptr;
+  /// Null for a name that means no type.
+  SymbolMap<const Component*> Types;
+  /// The same with the types of the classes above.
+  SymbolMap<const Component*> TypesSeen;
 };
 
 /// Scopes of all modules and projects that names may lead to; each is made at its first use.
@@ -79,10 +104,16 @@ class Scopes {
   /// Null for none.
   const Component* NetType(const Component& home, std::string_view name,
                            ProjectFile* file = nullptr);
+  /// The same of a name as source spells it, whose number is `folded`.
+  const Component* NetType(const Component& home, NetScope& scope, Symbol folded,
+                           std::string_view name);
+  NetScope& NetScopeOf(const Component& home, ProjectFile* file = nullptr);
   TypeRef NetTypeNamed(const Component& home, std::string_view name, bool isArray);
   /// The member of a class, or of those above it; null for none. `isOpen` becomes true where a
   /// class above is not at hand.
   Entry* NetMember(const Component& module, Symbol name, bool& isOpen);
+  /// What a name alone means inside of a class: a member of it, or of a class above or around.
+  Entry* NetMemberInside(const Component& module, Symbol name);
   static bool IsNet(const Component& module);
   /// The files of VB.NET in which a module has a part.
   const std::vector<ProjectFile*>& FilesOf(const Component& module) { return mFilesOf[&module]; }
@@ -108,6 +139,9 @@ class Scopes {
   const std::string* LibraryName(std::string_view name);
   ProjectScope* ScopeOf(const Component& module);
 
+  /// Of the procedure that is being read.
+  LocalTable Locals;
+
  private:
   Entry* Add(EntryMap& map, Symbol name, Entry entry);
   Entry* Make(Entry entry) { return &mEntries.emplace_back(entry); }
@@ -118,11 +152,15 @@ class Scopes {
   void FindBase(ModuleScope& scope);
   void AddModule(ProjectScope& scope, const Component& module);
   void AddReferences(ProjectScope& scope);
+  void AddTypeWords(ProjectScope& scope, const VBProject& project);
   TypeRef TypeOfEntry(const Entry& entry);
   TypeRef TypeOfControl(const Entry& entry, const VBControl& control);
   Entry* TypeInProject(ProjectScope& scope, Symbol name, bool asLibrary);
 
   ProjectFile* FileOf(const Component& module);
+  enum class NetWord : std::uint8_t { NoType, Type, Nested };
+  NetWord SortOfNetWord(const NetScope& scope, std::string_view name);
+  const Component* AskForNetType(const Component& home, ProjectFile* file, std::string_view name);
 
   Symbols& mSymbols;
   const Builtins& mBuiltins;
@@ -133,9 +171,12 @@ class Scopes {
   std::unordered_map<const Entry*, std::unordered_map<std::int32_t, const VBControl*>> mGroups;
   std::unordered_map<std::string, std::string> mLibraries;      // by folded name: as first met
   std::vector<std::pair<bool, const BuiltinMember*>> mGlobals;  // by symbol: looked for, found
+  VBProject* mNetProject = nullptr;  // the first of VB.NET: the one whose modules are read
   std::unordered_map<const SourceText*, ProjectFile*> mFiles;
   std::unordered_map<const Component*, std::vector<ProjectFile*>> mFilesOf;
-  std::unordered_map<std::string, const Component*> mNetTypes;  // by file and name
+  std::map<std::pair<const ProjectFile*, const Component*>, NetScope> mNetScopes;
+  // By project, namespace and imports.
+  std::map<std::pair<const ProjectScope*, std::string>, SymbolMap<const Component*>> mNetShared;
   const ProjectScope* mCandidatesOf = nullptr;
   std::unordered_map<Symbol, std::vector<const CodeElement*>> mCandidates;
 };

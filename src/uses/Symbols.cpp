@@ -7,9 +7,10 @@
 namespace vendrel {
 namespace {
 
-constexpr std::string_view kWords[] = {"",
+constexpr std::string_view kWords[] = {
+    "",
 #define VENDREL_USE_WORD_TEXT(name) #name,
-                                       VENDREL_USE_WORDS(VENDREL_USE_WORD_TEXT)
+    VENDREL_USE_WORDS(VENDREL_USE_WORD_TEXT) VENDREL_USE_CONVERSIONS(VENDREL_USE_WORD_TEXT)
 #undef VENDREL_USE_WORD_TEXT
 };
 
@@ -49,6 +50,16 @@ Symbol Symbols::Find(std::string_view folded, std::uint32_t hash) {
   mSlots[at] = {hash, symbol};
   if (mTexts.size() * 2 > mSlots.size()) Grow();
   return symbol;
+}
+
+Symbol Symbols::Compound(Symbol front, char mark, std::uint32_t back) {
+  auto& known = mark == '.' ? mJoined : mWithArity;
+  const auto [found, isNew] = known.try_emplace(std::uint64_t{front} << 32 | back);
+  if (!isNew) return found->second;
+  std::string text(TextOf(front));
+  text += mark;
+  text += mark == '.' ? std::string(TextOf(back)) : std::to_string(back);
+  return found->second = Of(text);
 }
 
 void Symbols::Grow() {

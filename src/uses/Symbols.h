@@ -6,6 +6,7 @@
 #include <deque>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace vendrel {
@@ -38,6 +39,10 @@ namespace vendrel {
   X(TryCast) X(UInteger) X(ULong) X(UShort) X(Using) X(When) X(Widening) X(WriteOnly) X(Char) X(Aggregate) X(Ascending)                   \
   X(Async) X(Await) X(By) X(Custom) X(Descending) X(Distinct) X(Equals) X(From) X(Group)           \
   X(Into) X(Iterator) X(Join) X(NameOf) X(Order) X(Skip) X(Take) X(Where) X(Yield)
+// What converts a value of VB.NET; names for anything else.
+#define VENDREL_USE_CONVERSIONS(X)                                                                 \
+  X(CBool) X(CByte) X(CChar) X(CDate) X(CDbl) X(CDec) X(CInt) X(CLng) X(CObj) X(CSByte) X(CShort)  \
+  X(CSng) X(CStr) X(CUInt) X(CULng) X(CUShort)
 // clang-format on
 
 using Symbol = std::uint32_t;
@@ -47,9 +52,11 @@ namespace word {
 enum Word : Symbol {
   None,
 #define VENDREL_USE_WORD_SYMBOL(name) name,
-  VENDREL_USE_WORDS(VENDREL_USE_WORD_SYMBOL)
+  VENDREL_USE_WORDS(VENDREL_USE_WORD_SYMBOL) Count,
+  BeforeConversions = Count - 1,
+  VENDREL_USE_CONVERSIONS(VENDREL_USE_WORD_SYMBOL)
 #undef VENDREL_USE_WORD_SYMBOL
-      Count,
+      BehindConversions,
   FirstByPlace = Access,
   FirstOfNet = AddHandler
 };
@@ -57,6 +64,7 @@ enum Word : Symbol {
 constexpr bool OpensType(Symbol name) {
   return name == Class || name == Structure || name == Interface || name == Module || name == Enum;
 }
+constexpr bool IsConversion(Symbol name) { return name >= Count && name < BehindConversions; }
 }  // namespace word
 
 /// The names met so far.
@@ -65,6 +73,10 @@ class Symbols {
   Symbols();
   /// The number of a name, case ignored, without brackets and type character; 0 of an empty one.
   Symbol Of(std::string_view name);
+  /// The number of "front.part".
+  Symbol Joined(Symbol front, Symbol part) { return Compound(front, '.', part); }
+  /// The number of a generic type: "List`1".
+  Symbol WithArity(Symbol name, std::uint32_t arity) { return Compound(name, '`', arity); }
   /// The folded name.
   std::string_view TextOf(Symbol symbol) const { return mTexts[symbol]; }
   std::size_t Count() const { return mTexts.size(); }
@@ -76,10 +88,12 @@ class Symbols {
   };
   Symbol Find(std::string_view folded, std::uint32_t hash);
   void Grow();
+  Symbol Compound(Symbol front, char mark, std::uint32_t back);
 
   std::vector<Slot> mSlots;
   std::vector<std::string_view> mTexts;
   std::deque<std::string> mHeld;
+  std::unordered_map<std::uint64_t, Symbol> mJoined, mWithArity;
 };
 
 }  // namespace vendrel

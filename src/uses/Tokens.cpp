@@ -1,5 +1,6 @@
 #include "uses/Tokens.h"
 
+#include <algorithm>
 #include <array>
 
 #include "core/Ascii.h"
@@ -38,8 +39,8 @@ bool IsHexDigit(char c) {
 }  // namespace
 
 std::string_view TokenScan::PhysicalLine() const {
-  std::size_t end = mText.find_first_of("\r\n", mAt);
-  if (end == std::string_view::npos) end = mText.size();
+  std::size_t end = mAt;
+  while (end < mText.size() && ClassOf(mText[end]) != kLineEnd) ++end;
   return mText.substr(mAt, end - mAt);
 }
 
@@ -185,10 +186,11 @@ bool TokenScan::GoesOn() {
   std::size_t at = mAt;
   while (ClassOf(At(at)) == kBlank) ++at;
   if (At(at) == ')' || At(at) == '}') return true;
-  bool isQuery = false;
-  for (const Token& token : Tokens)
-    isQuery |= token.Name == word::From || token.Name == word::Aggregate;
-  if (!isQuery || ClassOf(At(at)) != kLetter) return false;
+  if (ClassOf(At(at)) != kLetter) return false;
+  const auto opensQuery = [](const Token& token) {
+    return token.Name == word::From || token.Name == word::Aggregate;
+  };
+  if (std::none_of(Tokens.begin(), Tokens.end(), opensQuery)) return false;
   std::size_t end = at;
   while (IsNameByte(At(end))) ++end;
   switch (mSymbols.Of(mText.substr(at, end - at))) {
@@ -290,9 +292,12 @@ void TokenScan::TakeNumber() {
 void TokenScan::TakeText() {
   std::size_t end = mAt + 1;
   for (;;) {
-    end = mText.find_first_of(mRules.DotNet ? "\"" : "\"\r\n", end);
-    if (end == std::string_view::npos) {
-      end = mRules.DotNet ? mAt + PhysicalLine().size() : mText.size();  // it has no end
+    if (mRules.DotNet)
+      end = std::min(mText.find('"', end), mText.size());
+    else
+      while (end < mText.size() && mText[end] != '"' && ClassOf(mText[end]) != kLineEnd) ++end;
+    if (end >= mText.size()) {
+      if (mRules.DotNet) end = mAt + PhysicalLine().size();  // it has no end
       break;
     }
     if (mText[end] != '"') break;
@@ -307,11 +312,11 @@ void TokenScan::TakeText() {
 
 // Lines that begin inside of the token that ends there.
 void TokenScan::CountLines(std::size_t end) {
-  for (std::size_t at = mAt; at < end; ++at)
-    if (mText[at] == '\n') {
-      ++mLine;
-      mLineStarts.push_back(at + 1);
-    }
+  const std::string_view taken = mText.substr(mAt, end - mAt);
+  for (std::size_t at = 0; (at = taken.find('\n', at)) != std::string_view::npos;) {
+    ++mLine;
+    mLineStarts.push_back(mAt + ++at);
+  }
 }
 
 bool TokenScan::TakeDate() {
