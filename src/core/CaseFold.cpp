@@ -6,6 +6,7 @@
 
 #include "core/Ascii.h"
 #include "core/EightBytes.h"
+#include "core/Hash.h"
 
 namespace vendrel {
 namespace {
@@ -80,6 +81,16 @@ bool EqualsNoCase(std::string_view a, std::string_view b) {
   if (a.size() == b.size() && EqualsNoCaseAscii(a, b)) return true;
   if (AsciiPrefix(a) == a.size() && AsciiPrefix(b) == b.size()) return false;
   return FoldKey(a) == FoldKey(b);
+}
+
+std::uint32_t HashFolded(std::string_view text) {
+  TextHash hash;
+  if (AsciiPrefix(text) == text.size()) {
+    for (const char c : text) hash.Add(LowerAscii(c));
+    return hash.Value();
+  }
+  for (const char c : FoldKey(text)) hash.Add(c);
+  return hash.Value();
 }
 
 std::string UpperCase(std::string_view text) {

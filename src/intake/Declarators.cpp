@@ -227,18 +227,21 @@ std::string ConstantReader::Remainder() const {
 void ConstantReader::Read(Constant& constant) {
   constant.Access = mAccess;
   ReadHead(constant);
+  std::string_view name = mName;
   if (constant.TypeName.empty()) {
-    constant.TypeName = TypeFromName(constant.Name);
-    if (!constant.TypeName.empty()) constant.Name.pop_back();
+    constant.TypeName = TypeFromName(name);
+    if (!constant.TypeName.empty()) name.remove_suffix(1);
   }
-  if (constant.Name.starts_with('[')) constant.Name.erase(0, 1);
-  if (constant.Name.ends_with(']')) constant.Name.pop_back();
+  if (name.starts_with('[')) name.remove_prefix(1);
+  if (name.ends_with(']')) name.remove_suffix(1);
+  constant.Name = name;
   ReadValue(constant);
 }
 
 // Heading, name and type: the words in front of "=".
 void ConstantReader::ReadHead(Constant& constant) {
   bool foundAs = false;
+  mName = constant.Name;
   while (!(mRest = TrimLeft(mRest)).empty()) {
     std::string_view word = mRest.substr(0, mRest.find(' '));
     const std::size_t equals = mWholeLists ? word.find('=') : std::string_view::npos;
@@ -257,8 +260,8 @@ void ConstantReader::ReadHead(Constant& constant) {
       if (!is("CONST")) mAccess = is("GLOBAL") ? "PUBLIC" : UpperAscii(word);
       constant.Access = mAccess;
     } else {
-      if (!constant.Name.empty()) constant.Name += ' ';
-      constant.Name += word;
+      if (!mName.empty()) mName += ' ';
+      mName += word;
     }
   }
 }
@@ -268,6 +271,7 @@ void ConstantReader::ReadValue(Constant& constant) {
   bool inString = false;
   int depth = 0;
   mRest = TrimLeft(mRest);
+  std::string value(constant.Value);
   std::size_t i = 0;
   for (; i < mRest.size(); ++i) {
     const char c = mRest[i];
@@ -276,9 +280,9 @@ void ConstantReader::ReadValue(Constant& constant) {
     if (c == ')' && !inString) --depth;
     if (c == ',' && !inString && !(mWholeLists && depth > 0)) break;
     if (c == ' ' && i > 0 && mRest[i - 1] == ' ') continue;
-    constant.Value += c;
+    value += c;
   }
-  constant.Value.resize(TrimRight(constant.Value).size());
+  constant.Value = TrimRight(value);
   mAtEnd = i >= mRest.size();
   mRest.remove_prefix(mAtEnd ? i : i + 1);
 }

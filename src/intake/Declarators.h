@@ -78,6 +78,7 @@ class ConstantReader {
 
   std::string_view mRest;
   std::string mHeading;
+  std::string mName;
   std::string mAccess = "PRIVATE";
   bool mAtEnd = false;
   bool mWholeLists;

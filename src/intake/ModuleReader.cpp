@@ -370,6 +370,7 @@ void ModuleReader::StorePending(Block& block) {
 bool Component::Load(bool OnlyHeader) try {
   const Workspace::Use use(Options().Workspace());
   if (LoadState == lsFullyLoadedNoCode) return false;  // read before, and unloaded since
+  const TextPool names;
   ModuleReader(*this).Load(OnlyHeader);
   return false;
 }

@@ -24,9 +24,9 @@ class Constant : public ElementOf<Constant> {
  public:
   std::int32_t RefCount = 0;
   SharedText Access;
-  std::string Name;
+  SharedText Name;
   /// Text behind "=", string quotes included.
-  std::string Value;
+  SharedText Value;
   SharedText TypeName;
   /// Comment on the line of the constant.
   LateText mDescription;
@@ -74,9 +74,9 @@ class Constants : public ElementCollection<Constant, ConstantFamily> {};
 /// One member of an enumeration.
 class EnumMember : public ElementOf<EnumMember> {
  public:
-  std::string Name;
+  SharedText Name;
   /// Value as text; empty where the source gives none (the complete reading fills it).
-  std::string Value;
+  SharedText Value;
   /// Value as the source has it, where `Value` was resolved to something else.
   LateText ValueAsWritten;
   LateText TaggedDescription;
@@ -117,7 +117,7 @@ class EnumMembers : public ElementCollection<EnumMember, EnumMemberFamily> {};
 /// An `Enum` of a module.
 class Enumeration : public ElementOf<Enumeration> {
  public:
-  std::string Name;
+  SharedText Name;
   SharedText Access;
   std::int32_t HelpContextID = 0;
   LateText TaggedDescription;
@@ -172,7 +172,7 @@ class Enumerations : public ElementCollection<Enumeration, EnumerationFamily> {}
 /// A `Type` of a module.
 class UDT : public ElementOf<UDT> {
  public:
-  std::string Name;
+  SharedText Name;
   SharedText Access;
   /// The members, parsed as variables, each with this as `Parent`.
   Variables Members;
@@ -223,14 +223,14 @@ class UDTs : public ElementCollection<UDT, UDTFamily> {};
 /// An interface that a class implements.
 class Interface : public ElementOf<Interface> {
  public:
-  std::string Name;
+  SharedText Name;
   LateText TaggedDescription;
   LateText UnTaggedDescription;
   bool IsNew = false;
   bool ExcludeFlag = false;
   std::int32_t LineIndex = 0;
   bool IsHiddenMember = false;
-  std::string DocumentationLocation;
+  SharedText DocumentationLocation;
   OnDemand<vendrel::TaggedComments> TaggedComments;
   WeakHandle<vendrel::Component> Component;
 

@@ -75,12 +75,12 @@ class VBControl : public ElementOf<VBControl> {
   ~VBControl() override;
 
   /// Class of the control as written behind `Begin`.
-  std::string ProgID;
-  std::string Name;
+  SharedText ProgID;
+  SharedText Name;
   std::int32_t Index = 0;
   ControlSpan Span;
-  std::string Caption;
-  std::string Text;
+  SharedText Caption;
+  SharedText Text;
   /// From `Left` and `Top`, in the units of the container.
   std::int32_t x = 0;
   std::int32_t y = 0;
