@@ -2,11 +2,11 @@
 
 #include <utf8proc.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include "core/Ascii.h"
 #include "core/EightBytes.h"
-#include "core/Hash.h"
 
 namespace vendrel {
 namespace {
@@ -25,6 +25,14 @@ std::uint64_t LowerEight(std::uint64_t eight) {
   const std::uint64_t fromA = eight + kOnes * (0x80 - 'A');
   const std::uint64_t behindZ = eight + kOnes * (0x80 - 'Z' - 1);
   return eight | ((fromA & ~behindZ & kHighBits) >> 2);
+}
+
+// Up to eight characters, zeros behind them.
+std::uint64_t EightFrom(std::string_view text, std::size_t at, std::size_t count) {
+  if (count == 8) return EightAt(text, at);
+  std::uint64_t eight = 0;
+  std::memcpy(&eight, text.data() + at, count);
+  return eight;
 }
 
 void AppendLower(std::string& out, std::string_view ascii) {
@@ -77,20 +85,29 @@ std::string FoldKey(std::string_view text) {
   return key;
 }
 
+// Characters fold one to one: behind parts that are equal, two ASCII characters tell.
 bool EqualsNoCase(std::string_view a, std::string_view b) {
-  if (a.size() == b.size() && EqualsNoCaseAscii(a, b)) return true;
-  if (AsciiPrefix(a) == a.size() && AsciiPrefix(b) == b.size()) return false;
-  return FoldKey(a) == FoldKey(b);
+  const std::size_t common = std::min(a.size(), b.size());
+  for (std::size_t i = 0; i < common; i += 8) {
+    const std::size_t count = std::min<std::size_t>(8, common - i);
+    const std::uint64_t ofA = EightFrom(a, i, count), ofB = EightFrom(b, i, count);
+    if ((ofA | ofB) & kHighBits) return FoldKey(a.substr(i)) == FoldKey(b.substr(i));
+    if (ofA != ofB && LowerEight(ofA) != LowerEight(ofB)) return false;
+  }
+  return a.size() == b.size();
 }
 
 std::uint32_t HashFolded(std::string_view text) {
-  TextHash hash;
-  if (AsciiPrefix(text) == text.size()) {
-    for (const char c : text) hash.Add(LowerAscii(c));
-    return hash.Value();
+  const bool isAscii = AsciiPrefix(text) == text.size();
+  const std::string folded = isAscii ? std::string() : FoldKey(text);
+  if (!isAscii) text = folded;
+  std::uint64_t hash = text.size();
+  for (std::size_t i = 0; i < text.size(); i += 8) {
+    const std::uint64_t eight = EightFrom(text, i, std::min<std::size_t>(8, text.size() - i));
+    hash = (hash ^ (isAscii ? LowerEight(eight) : eight)) * 0x9E3779B97F4A7C15u;
+    hash ^= hash >> 29;
   }
-  for (const char c : FoldKey(text)) hash.Add(c);
-  return hash.Value();
+  return static_cast<std::uint32_t>(hash ^ (hash >> 32));
 }
 
 std::string UpperCase(std::string_view text) {

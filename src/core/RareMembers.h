@@ -106,6 +106,9 @@ class Rarely<Member> : public RareParts<Parts> {
     if (this->IfMade()) Field().clear();
   }
   std::string& Edit() requires RareEditedText<T> { return Field().Edit(); }
+  void Fit() requires RareEditedText<T> {
+    if (this->IfMade()) Field().Fit();
+  }
   template <typename Other>
   requires RareText<T> && std::is_convertible_v<const Other&, std::string_view>
   friend bool operator==(const Rarely& a, const Other& b) {

@@ -89,7 +89,7 @@ std::size_t TextPool::PlaceOf(std::string_view text) {
   };
   std::uint64_t mixed = (std::uint64_t{four(0)} << 32 | four(text.size() - 4)) * 0x9E3779B97F4A7C15u;
   mixed = (mixed ^ (mixed >> 29) ^ four(text.size() / 2 - 2) ^ text.size()) * 0xBF58476D1CE4E5B9u;
-  return mixed >> (64 - 10);
+  return mixed >> (64 - 9);
 }
 
 TextPool::TextPool() : mOuter(std::exchange(Workspace::Current().Texts, this)) {}

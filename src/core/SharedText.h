@@ -178,7 +178,7 @@ class TextPool {
 
  private:
   friend class SharedText;
-  static constexpr std::size_t kPlaces = 1024;
+  static constexpr std::size_t kPlaces = 512;
   static std::size_t PlaceOf(std::string_view text);
   SharedText mTexts[kPlaces];  // the last one met in each place
   TextPool* mOuter;

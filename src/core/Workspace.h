@@ -11,6 +11,7 @@
 
 namespace vendrel {
 
+class CellPool;
 class TextPool;
 
 /// The surroundings of one or more projects. A project, group or set belongs to the workspace that
@@ -61,6 +62,8 @@ class Workspace {
   ProcessState State;
   /// Where equal texts are found again while a module is read; mostly null (core/SharedText.h).
   TextPool* Texts = nullptr;
+  /// Where links take their memory meanwhile (core/WeakHandle.h).
+  CellPool* Cells = nullptr;
   /// Whether the start values were set (`EnsureStarted`).
   bool Started = false;
   /// Whether the readers of compiled files are known (`VBProject::ConnectReaders`).

@@ -207,8 +207,11 @@ void AddVariable(LinePassage& p, std::shared_ptr<Variable> variable, bool isScop
 VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
 void AddConstant(LinePassage& p, Block& owner, std::shared_ptr<Constant> constant) {
+  // The links of the one above are mostly its own.
+  if (const Constants* above = owner.Constants.IfAny(); above && above->Count() > 0)
+    constant->StandBeside(*above->Item(above->Count()));
   constant->Component = &p.Component;
-  if (!owner.Name().empty()) constant->Procedure = &owner;
+  constant->Procedure = owner.Name().empty() ? nullptr : &owner;
   constant->SetSourceLine(p.Intake.StatementLine);
   if (p.Reading.LeadingComments) p.DescribeFromBuffer(*constant);
   p.SetLast(constant.get());

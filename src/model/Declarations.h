@@ -8,9 +8,11 @@
 #include <string_view>
 
 #include "core/Enums.h"
+#include "core/RareMembers.h"
 #include "model/CodeElement.h"
 #include "model/Example.h"
 #include "model/Parameter.h"
+#include "model/SharedLinks.h"
 #include "model/TaggedComment.h"
 #include "model/Variable.h"
 
@@ -19,24 +21,53 @@ namespace vendrel {
 /// "PUBLIC" atPublic, "FRIEND" atFriend, anything else atPrivate; case ignored.
 AccessTypeEnum AccessTypeFromstring(std::string_view Access);
 
+/// What few constants have.
+struct ConstantParts {
+  std::int32_t RefCount = 0;
+  LateText Description;
+  LateText TaggedDescription;
+  LateText UnTaggedDescription;
+  OnDemand<vendrel::TaggedComments> TaggedComments;
+};
+
+/// Where a constant stands.
+struct ConstantPlace {
+  WeakHandle<vendrel::Component> Component;
+  WeakHandle<Block> Procedure;
+};
+
 /// A constant of a module or procedure.
 class Constant : public ElementOf<Constant> {
  public:
-  std::int32_t RefCount = 0;
+  Constant() = default;
+  ~Constant() override {
+    mParts.Free();
+    mPlace.Leave();
+  }
+
   SharedText Access;
   SharedText Name;
   /// Text behind "=", string quotes included.
   SharedText Value;
   SharedText TypeName;
-  /// Comment on the line of the constant.
-  LateText mDescription;
-  LateText TaggedDescription;
-  LateText UnTaggedDescription;
-  OnDemand<vendrel::TaggedComments> TaggedComments;
-  WeakHandle<vendrel::Component> Component;
-  /// The procedure that declares it; empty for a constant of the module.
-  WeakHandle<Block> Procedure;
+  union {
+    RareParts<ConstantParts> mParts{};
+    Rarely<&ConstantParts::RefCount> RefCount;
+    /// Comment on the line of the constant.
+    Rarely<&ConstantParts::Description> mDescription;
+    Rarely<&ConstantParts::TaggedDescription> TaggedDescription;
+    Rarely<&ConstantParts::UnTaggedDescription> UnTaggedDescription;
+    Rarely<&ConstantParts::TaggedComments> TaggedComments;
+  };
+  union {
+    SharedRecord<ConstantPlace> mPlace{};
+    SharedLink<&ConstantPlace::Component> Component;
+    /// The procedure that declares it; empty for a constant of the module.
+    SharedLink<&ConstantPlace::Procedure> Procedure;
+  };
 
+  /// Links it as another one is: module and procedure.
+  void StandBeside(const Constant& other) { mPlace.Join(other.mPlace); }
   std::string Description() const override { return mDescription.str(); }
   void SetDescription(std::string_view text) override { mDescription = text; }
   std::string QualifiedName() const override;

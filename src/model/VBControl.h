@@ -57,7 +57,7 @@ class VBControls {
 
   KeyedCollection<VBControl> mCol;
   // Folded whole name to position; made at the first look-up by name.
-  mutable std::shared_ptr<std::unordered_map<std::string, std::size_t>> mNames;
+  mutable std::unique_ptr<std::unordered_map<std::string, std::size_t>> mNames;
 };
 
 /// Where a control is described in the text of its module: 0-based bytes from its `Begin` line to

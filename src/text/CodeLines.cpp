@@ -11,14 +11,7 @@
 
 namespace vendrel {
 namespace {
-constexpr std::uint32_t kFirstWords = 26;  // an everyday procedure; the rest is given back
-
-// Room doubles from the first on, so that the words in use tell it.
-std::uint32_t RoomFor(std::uint32_t words) {
-  std::uint32_t room = words == 0 ? 0 : kFirstWords;
-  while (room < words) room *= 2;
-  return room;
-}
+constexpr std::uint32_t kFirstGroups = 2;  // an everyday procedure; the rest is given back
 
 unsigned FlagIf(bool holds, unsigned flag) { return holds ? flag : 0; }
 
@@ -62,17 +55,15 @@ CodeLines::Line CodeLines::Unpacked(std::uint32_t line) const {
   return {offset, step.Length, step.Type, step.Flags};
 }
 
-void CodeLines::PushWord(std::uint32_t word) {
-  const std::uint32_t used = WordsOf(mCount);
-  const std::uint32_t needed = WordsOf(mCount + 1);
-  if (needed > (mShrunk ? used : RoomFor(used))) {
-    std::unique_ptr<std::uint32_t[]> words(new std::uint32_t[RoomFor(needed)]);
-    std::copy_n(mWords.get(), used, words.get());
-    mWords = std::move(words);
-    mShrunk = false;
-  }
-  mWords[needed - 1] = word;
-  ++mCount;
+// For another line: whole groups, whose number doubles.
+void CodeLines::MakeRoom() {
+  const std::uint32_t groups = (mCount + kGroup - 1) / kGroup;
+  const std::uint32_t room = std::max(kFirstGroups, std::bit_ceil(mCount / kGroup + 1));
+  if (!mShrunk && groups > 0 && std::max(kFirstGroups, std::bit_ceil(groups)) == room) return;
+  std::unique_ptr<std::uint32_t[]> words(new std::uint32_t[room * (kGroup + 1)]);
+  std::copy_n(mWords.get(), WordsOf(mCount), words.get());
+  mWords = std::move(words);
+  mShrunk = false;
 }
 
 // Whether the line goes into the groups: it begins where the one above it lets expect.
@@ -88,13 +79,15 @@ bool CodeLines::Steps(const Line& line) {
   return line.Offset == mNext;
 }
 
-void CodeLines::Push(const Line& line) {
+void CodeLines::PushOther(const Line& line) {
   if (IsWide() || !Steps(line)) {
     Widen().push_back(line);
     return;
   }
-  PushWord(std::bit_cast<std::uint32_t>(Step{line.Length, line.Type, line.Flags}));
-  if ((mCount - 1) % kGroup == 0) mWords[WordOf(mCount - 1) - 1] = line.Offset;
+  MakeRoom();
+  const std::uint32_t word = WordOf(mCount);
+  if (mCount++ % kGroup == 0) mWords[word - 1] = line.Offset;
+  mWords[word] = std::bit_cast<std::uint32_t>(Step{line.Length, line.Type, line.Flags});
   mNext = line.Offset + line.Length + (mGap == kNoGap ? 0 : mGap);
 }
 
@@ -102,11 +95,12 @@ void CodeLines::Push(const Line& line) {
 std::vector<CodeLines::Line>& CodeLines::Widen() {
   OddLines& odd = Odd();
   if (odd.HasLines) return odd.Lines;
-  odd.Lines.reserve(std::max<std::size_t>(mCount + 1, kFirstWords));
+  odd.Lines.reserve(mCount + kGroup);
   for (std::uint32_t i = 0; i < mCount; ++i) odd.Lines.push_back(Unpacked(i));
   odd.HasLines = true;
   mWords.reset();
   mCount = 0;
+  mNext = kNowhere;
   return odd.Lines;
 }
 

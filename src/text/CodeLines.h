@@ -6,6 +6,7 @@
 // again; a line whose record no longer follows from its text (replaced, commented out, added by a
 // client) is kept whole beside, and so is the place of one that does not fit.
 
+#include <bit>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -138,6 +139,7 @@ class CodeLines {
   static constexpr std::uint32_t WordsOf(std::uint32_t lines) {
     return lines == 0 ? 0 : WordOf(lines - 1) + 1;
   }
+  static constexpr std::uint32_t kNowhere = 0xFFFFFFFF;
   static constexpr std::uint8_t kNoGap = 0xFF;  // fewer than two lines: nothing between them yet
 
   Line Packed(const Place& place, LineTypeEnum type, unsigned flags) {
@@ -156,9 +158,18 @@ class CodeLines {
   }
   Line At(std::int32_t index) const;
   Line Unpacked(std::uint32_t line) const;
-  void Push(const Line& line);
+  // Most lines go on with the group of the line above them.
+  void Push(const Line& line) {
+    if (line.Offset != mNext || mCount % kGroup == 0 || mShrunk || mGap == kNoGap ||
+        line.Length == kFar || line.Flags & (kWhole | kHeld))
+      return PushOther(line);
+    mWords[WordOf(mCount++)] =
+        std::bit_cast<std::uint32_t>(Step{line.Length, line.Type, line.Flags});
+    mNext += line.Length + mGap;
+  }
+  void PushOther(const Line& line);
   bool Steps(const Line& line);
-  void PushWord(std::uint32_t word);
+  void MakeRoom();
   std::vector<Line>& Widen();
   void Insert(const Line& line, std::int32_t before, std::int32_t after);
   Line KeepWhole(CodeLine record, std::uint32_t began = 0);
@@ -170,10 +181,11 @@ class CodeLines {
   std::string LogicalText(std::int32_t index) const;
 
   std::unique_ptr<std::uint32_t[]> mWords;  // the groups
-  std::uint32_t mCount = 0;                 // lines in them
   std::shared_ptr<const std::string> mText;
   std::unique_ptr<OddLines> mOdd;
-  std::uint32_t mNext = 0;  // where the next line begins that needs no place of its own
+  std::uint32_t mCount = 0;  // lines in the groups
+  std::uint32_t mNext = 0;   // where the next line begins that needs no place of its own;
+                             // kNowhere once all lines have places
   std::uint32_t mDefinition = 0;
   std::int32_t mContinuations = 0;
   std::uint16_t mDefinitionLength = 0;  // of a part of the text
