@@ -239,8 +239,8 @@ void Outline::WriteControls(const Component& component) {
       continue;
     }
     const VBControl& control = *open.Children->Item(open.Next++);
-    Line(kMemberDepth + static_cast<int>(stack.size()) - 1, "control", control.Name.view(), control.ProgID.view(),
-         control.SourceLine());
+    Line(kMemberDepth + static_cast<int>(stack.size()) - 1, "control", control.Name.view(),
+         control.ProgID.view(), control.SourceLine());
     stack.push_back({&control.VBControls, 1});
   }
 }

@@ -317,7 +317,8 @@ bool Block::ApplyTaggedComment(const std::shared_ptr<TaggedComment>& tc) try {
   AttachByKind(a);
   return a.Applied;
 }
-VENDREL_CONTEXT_AT(LineReached(), trace::Parameter("Tag", tc ? tc->TagIdentifier.view() : std::string_view()),
+VENDREL_CONTEXT_AT(LineReached(),
+                   trace::Parameter("Tag", tc ? tc->TagIdentifier.view() : std::string_view()),
                    trace::Parameter("Text", tc ? tc->Text : std::string()), *this)
 
 ElementTypeEnum FixedKind(const TaggedCommentDef& definition) {

@@ -27,12 +27,23 @@ std::uint64_t LowerEight(std::uint64_t eight) {
   return eight | ((fromA & ~behindZ & kHighBits) >> 2);
 }
 
-// Up to eight characters, zeros behind them.
+// The `count` characters from `at` on, at most eight; zeros behind them. No byte outside of the
+// text is read.
 std::uint64_t EightFrom(std::string_view text, std::size_t at, std::size_t count) {
   if (count == 8) return EightAt(text, at);
-  std::uint64_t eight = 0;
-  std::memcpy(&eight, text.data() + at, count);
-  return eight;
+  if (text.size() >= 8 && at + count == text.size())
+    return EightAt(text, text.size() - 8) >> (8 * (8 - count));
+  const char* const from = text.data() + at;
+  const auto four = [&](std::size_t place) {
+    std::uint32_t bytes = 0;
+    std::memcpy(&bytes, from + place, sizeof bytes);
+    return std::uint64_t{bytes};
+  };
+  if (count >= 4) return four(0) | four(count - 4) << (8 * (count - 4));
+  std::uint64_t few = 0;
+  for (std::size_t i = 0; i < count; ++i)
+    few |= std::uint64_t{static_cast<unsigned char>(from[i])} << (8 * i);
+  return few;
 }
 
 void AppendLower(std::string& out, std::string_view ascii) {
@@ -98,14 +109,20 @@ bool EqualsNoCase(std::string_view a, std::string_view b) {
 }
 
 std::uint32_t HashFolded(std::string_view text) {
-  const bool isAscii = AsciiPrefix(text) == text.size();
-  const std::string folded = isAscii ? std::string() : FoldKey(text);
-  if (!isAscii) text = folded;
-  std::uint64_t hash = text.size();
+  std::uint64_t hash = 0;
+  const auto add = [&](std::uint64_t eight) {
+    hash = (hash ^ eight) * 0x9E3779B97F4A7C15u;
+    hash ^= hash >> 29;
+  };
   for (std::size_t i = 0; i < text.size(); i += 8) {
     const std::uint64_t eight = EightFrom(text, i, std::min<std::size_t>(8, text.size() - i));
-    hash = (hash ^ (isAscii ? LowerEight(eight) : eight)) * 0x9E3779B97F4A7C15u;
-    hash ^= hash >> 29;
+    if (eight & kHighBits) {
+      const std::string rest = FoldKey(text.substr(i));
+      for (std::size_t k = 0; k < rest.size(); k += 8)
+        add(EightFrom(rest, k, std::min<std::size_t>(8, rest.size() - k)));
+      break;
+    }
+    add(LowerEight(eight));
   }
   return static_cast<std::uint32_t>(hash ^ (hash >> 32));
 }

@@ -17,7 +17,8 @@ void AppendFolded(std::string& out, std::string_view text);
 /// Whether two names are equal but for case, in any script.
 bool EqualsNoCase(std::string_view a, std::string_view b);
 
-/// A hash that is equal for names equal by `EqualsNoCase`; for tables with a power of two of places.
+/// A hash that is equal for names equal by `EqualsNoCase`; for tables with a power of two of
+/// places.
 std::uint32_t HashFolded(std::string_view text);
 
 /// Upper- and lower-case forms by simple mapping, for text that is shown.

@@ -77,7 +77,7 @@ class Rarely<Member> : public RareParts<Parts> {
   const T& Field() const { return Value(); }
   /// Makes the parts.
   T& Field() { return this->Make().*Member; }
-  operator const T&() const { return Field(); }                               // NOLINT: reads like it
+  operator const T&() const { return Field(); }  // NOLINT: reads like it
   operator T&() requires(RareCollection<T> || RareEditedText<T>) { return Field(); }  // NOLINT
 
   /// A value that says nothing makes no parts.
@@ -126,9 +126,7 @@ class Rarely<Member> : public RareParts<Parts> {
   auto operator->() const requires RareCollection<T> { return Field().operator->(); }
   decltype(auto) operator*() requires RareCollection<T> { return *Field(); }
   decltype(auto) operator*() const requires RareCollection<T> { return *Field(); }
-  auto IfAny() requires RareCollection<T> {
-    return this->IfMade() ? Field().IfAny() : nullptr;
-  }
+  auto IfAny() requires RareCollection<T> { return this->IfMade() ? Field().IfAny() : nullptr; }
   auto IfAny() const requires RareCollection<T> { return Field().IfAny(); }
   void Drop() requires RareCollection<T> {
     if (this->IfMade()) Field().Drop();

@@ -13,8 +13,8 @@ namespace {
 
 // Longer ones than stand in the word itself.
 constexpr std::array kKnown{
-    std::string_view("PRIVATE"),  std::string_view("Integer"),    std::string_view("Boolean"),
-    std::string_view("Variant"),  std::string_view("Currency"),   std::string_view("Control"),
+    std::string_view("PRIVATE"),    std::string_view("Integer"),   std::string_view("Boolean"),
+    std::string_view("Variant"),    std::string_view("Currency"),  std::string_view("Control"),
     std::string_view("Collection"), std::string_view("PROTECTED"),
 };
 
@@ -87,7 +87,8 @@ std::size_t TextPool::PlaceOf(std::string_view text) {
     std::memcpy(&bytes, text.data() + at, sizeof bytes);
     return bytes;
   };
-  std::uint64_t mixed = (std::uint64_t{four(0)} << 32 | four(text.size() - 4)) * 0x9E3779B97F4A7C15u;
+  std::uint64_t mixed =
+      (std::uint64_t{four(0)} << 32 | four(text.size() - 4)) * 0x9E3779B97F4A7C15u;
   mixed = (mixed ^ (mixed >> 29) ^ four(text.size() / 2 - 2) ^ text.size()) * 0xBF58476D1CE4E5B9u;
   return mixed >> (64 - 9);
 }

@@ -117,13 +117,15 @@ class SharedText {
     return a.str().append(b.view());
   }
   template <typename Text>
-  requires(!std::same_as<Text, SharedText> && std::convertible_to<const Text&, std::string_view>)
-  friend std::string operator+(const SharedText& a, const Text& b) {
+  requires(!std::same_as<Text, SharedText> &&
+           std::convertible_to<const Text&, std::string_view>) friend std::string
+  operator+(const SharedText& a, const Text& b) {
     return a.str().append(std::string_view(b));
   }
   template <typename Text>
-  requires(!std::same_as<Text, SharedText> && std::convertible_to<const Text&, std::string_view>)
-  friend std::string operator+(const Text& a, const SharedText& b) {
+  requires(!std::same_as<Text, SharedText> &&
+           std::convertible_to<const Text&, std::string_view>) friend std::string
+  operator+(const Text& a, const SharedText& b) {
     return std::string(std::string_view(a)).append(b.view());
   }
   friend std::string operator+(std::string&& a, const SharedText& b) {

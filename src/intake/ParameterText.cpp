@@ -161,8 +161,6 @@ void Parameter::Load(std::string_view Text) try {
 VENDREL_CONTEXT_AT(LineReached(), Text, *this)
 
 void Parameters::Load(std::string_view Text, CodeElement* Parent) try {
-  // A list that had no parameters yet may not have been told its module.
-  if (!Component && Parent) Component = Parent->OwnComponent();
   const SourceRules rules = SourceRules::InForce(OptionsOf(Component.Get()));
   const CodeLine line = InitialiseCodeLine(Text, rules.Language.Language(), rules.Reading);
   const bool addKey = line.LineType != DECLARE_STATEMENT && line.LineType != EVENT_DECLARATION;

@@ -133,7 +133,7 @@ class Blocks {
   mutable std::unique_ptr<Index> mIndex;  // made at the first question that needs it
   mutable std::array<Block*, 17> mFirstOfType{};
   mutable std::uint32_t mTypesKnown = 0;  // bit per type: the entry above is right
-  bool mNamespaced = false;  // a block with a namespace has been here
+  bool mNamespaced = false;               // a block with a namespace has been here
   // A block in several collections tells only the last one of its changes; the others see by the
   // running number of such changes that their index is stale.
   bool mHasShared = false;

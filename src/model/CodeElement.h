@@ -82,11 +82,13 @@ class ElementOf : public Base {
     return Base::OwnComponent();
   }
   LateText* TaggedDescriptionField() override {
-    if constexpr (requires(Class own) { own.TaggedDescription; }) return FieldOf(Own().TaggedDescription);
+    if constexpr (requires(Class own) { own.TaggedDescription; })
+      return FieldOf(Own().TaggedDescription);
     return Base::TaggedDescriptionField();
   }
   LateText* UnTaggedDescriptionField() override {
-    if constexpr (requires(Class own) { own.UnTaggedDescription; }) return FieldOf(Own().UnTaggedDescription);
+    if constexpr (requires(Class own) { own.UnTaggedDescription; })
+      return FieldOf(Own().UnTaggedDescription);
     return Base::UnTaggedDescriptionField();
   }
   bool* ExcludeFlagField() override {
@@ -106,7 +108,8 @@ class ElementOf : public Base {
     return Base::ExamplesField();
   }
   OnDemand<vendrel::Permissions>* PermissionsField() override {
-    if constexpr (requires(Class own) { own.Permissions.IfAny(); }) return FieldOf(Own().Permissions);
+    if constexpr (requires(Class own) { own.Permissions.IfAny(); })
+      return FieldOf(Own().Permissions);
     return Base::PermissionsField();
   }
   OnDemand<vendrel::Exceptions>* ExceptionsField() override {
@@ -114,11 +117,13 @@ class ElementOf : public Base {
     return Base::ExceptionsField();
   }
   const LateText* TaggedDescriptionField() const override {
-    if constexpr (requires(Class own) { own.TaggedDescription; }) return FieldOf(Own().TaggedDescription);
+    if constexpr (requires(Class own) { own.TaggedDescription; })
+      return FieldOf(Own().TaggedDescription);
     return Base::TaggedDescriptionField();
   }
   const LateText* UnTaggedDescriptionField() const override {
-    if constexpr (requires(Class own) { own.UnTaggedDescription; }) return FieldOf(Own().UnTaggedDescription);
+    if constexpr (requires(Class own) { own.UnTaggedDescription; })
+      return FieldOf(Own().UnTaggedDescription);
     return Base::UnTaggedDescriptionField();
   }
   const bool* ExcludeFlagField() const override {
@@ -137,6 +142,7 @@ class ElementOf : public Base {
     if constexpr (requires(Class own) { own.Examples; }) return FieldOf(Own().Examples);
     return Base::ExamplesField();
   }
+
  private:
   template <typename Field>
   static auto FieldOf(Field& field) {

@@ -141,6 +141,9 @@ void Component::Fit() {
   for (Block& block : Blocks.Listed()) FitBlock(block);
   FitDescriptions(*this);
   for (EventDeclaration& event : EventDeclarations.Listed()) FitDescriptions(event);
+  EventDeclarations.Fit();
+  PropertyGroups.Fit();
+  AllVBControls.Fit();
   FitAll(Enumerations);
   for (Enumeration& enumeration : Enumerations) FitAll(enumeration.Members());
   FitAll(Declarations);

@@ -85,7 +85,8 @@ class KeyedCollection {
   /// The same for a key that may be taken: then nothing is added, and it gives false.
   bool InsertIfFree(std::shared_ptr<T> item, std::string_view key, const Position& before = {},
                     const Position& after = {}) {
-    if (!key.empty() && FindPlace(key) != kNone) return false;
+    const std::uint32_t hash = mTable && !key.empty() ? HashFolded(key) : 0;
+    if (!key.empty() && FindPlace(key, hash) != kNone) return false;
     std::size_t at = mCount;
     if (before.Given())
       at = PlaceOf(before);
@@ -100,7 +101,7 @@ class KeyedCollection {
     new (mSlots + at) Slot{std::move(item), std::move(kept)};
     ++mCount;
     if (mTable)
-      Enter(at);
+      Enter(at, hash);
     else if (mCount > kUnhashed && (!key.empty() || (mCount == kUnhashed + 1 && HasKeys())))
       MakeTable();
     return true;
@@ -264,13 +265,17 @@ class KeyedCollection {
 
   std::size_t FindPlace(std::string_view key) const {
     if (key.empty()) return kNone;
+    return FindPlace(key, mTable ? HashFolded(key) : 0);
+  }
+  // The hash counts only where there is a table.
+  std::size_t FindPlace(std::string_view key, std::uint32_t hash) const {
     if (!mTable) {
       for (std::size_t i = 0; i < mCount && mCount <= kUnhashed; ++i)
         if (MayEqual(mSlots[i].Key, key) && EqualsNoCase(mSlots[i].Key, key)) return i;
       return kNone;
     }
     const std::vector<std::uint32_t>& places = mTable->Places;
-    for (std::size_t i = HashFolded(key) & (places.size() - 1);; i = (i + 1) & (places.size() - 1)) {
+    for (std::size_t i = hash & (places.size() - 1);; i = (i + 1) & (places.size() - 1)) {
       if (places[i] == Table::kFree) return kNone;
       if (places[i] == Table::kGone) continue;
       const SharedText& found = mSlots[places[i]].Key;
@@ -297,12 +302,12 @@ class KeyedCollection {
       if (!mSlots[i].Key.empty()) return true;
     return false;
   }
-  void Enter(std::size_t place) {
+  void Enter(std::size_t place, std::uint32_t hash) {
     if (mSlots[place].Key.empty()) return;
     if ((mTable->Used + 1) * 4 > mTable->Places.size() * 3)
       MakeTable();
     else
-      mTable->Put(HashFolded(mSlots[place].Key), static_cast<std::uint32_t>(place));
+      mTable->Put(hash, static_cast<std::uint32_t>(place));
   }
   void MakeTable() {
     std::size_t keyed = 0;

@@ -45,6 +45,8 @@ class VBControls {
   /// Adds a control; a key that is taken adds it without one.
   void Add(std::shared_ptr<VBControl> item, std::string_view key = {});
   void Remove(std::size_t index) { mCol.Remove(index); }
+  /// Gives back the memory that was set aside for more controls.
+  void Fit() { mCol.Fit(); }
   std::size_t Count() const { return mCol.Count(); }
   auto begin() { return mCol.begin(); }
   auto end() { return mCol.end(); }

@@ -29,7 +29,8 @@ class LineClassifier : public ScanRules {
   Result Next(std::string_view physical, ParsedLine& line);
   /// Gives back the room of its buffers, which views of the last line point into.
   void Rest() {
-    for (std::string* buffer : {&mWork, &mStatement, &mBlanked, &mLogical}) std::string().swap(*buffer);
+    for (std::string* buffer : {&mWork, &mStatement, &mBlanked, &mLogical})
+      std::string().swap(*buffer);
     mLogicalSize = 0;
   }
   /// The statement so far, without its final underscore, for a line that was `Continued`.

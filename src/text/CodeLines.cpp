@@ -41,7 +41,8 @@ CodeLines::CodeLines(std::shared_ptr<const std::string> text, LanguageVersionEnu
 CodeLines::Line CodeLines::At(std::int32_t index) const {
   if (mUnloaded) throw VendrelError(errObjectNotSet, "the source lines have been unloaded");
   const auto line = static_cast<std::uint32_t>(index - 1);
-  if (index < 1 || line >= Size()) throw VendrelError(errSubscript, "line " + std::to_string(index));
+  if (index < 1 || line >= Size())
+    throw VendrelError(errSubscript, "line " + std::to_string(index));
   return IsWide() ? mOdd->Lines[line] : Unpacked(line);
 }
 

@@ -57,7 +57,6 @@ class ClassicRules final : public LanguageRules {
     p.Block.Parameters.Renew();
     p.Block.Parameters->Component = &p.Component;
     ReadParameters(*p.Block.Parameters, p.Line.StatementPart, &p.Block, true, p.Rules());
-    if (p.Block.Parameters->Count() == 0) p.Block.Parameters.Drop();
     SettleAccess(p);
   }
   void ProcedureBegan(Component&) const override {}
