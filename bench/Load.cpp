@@ -277,10 +277,10 @@ std::string GeneratedNetProject(const std::string& workFolder, std::int64_t line
 }
 
 int RunLoad(const LoadOptions& options) {
-  Table table({"source",     "modules",    "lines",     "MB",         "best ms",
-               "median ms",  "Mlines/s",   "median",    "MB/s",       "ns/line",
-               "limit MB/s", "project ms", "kept",      "mapped",     "unloaded",
-               "bytes/line", "peak MB",    "news/line", "release ms", "left"});
+  Table table({"source",     "modules",    "lines",  "MB",       "best ms",    "median ms",
+               "cpu ms",     "Mlines/s",   "median", "MB/s",     "ns/line",    "limit MB/s",
+               "project ms", "kept",       "mapped", "unloaded", "bytes/line", "peak MB",
+               "news/line",  "release ms", "left"});
   bool any = false;
   for (const Case& which : Cases(options)) {
     if (which.ProjectFiles.empty()) {

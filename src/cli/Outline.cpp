@@ -148,11 +148,11 @@ void Outline::WriteModule(const Component& component) {
 
 void Outline::WriteDeclarations(const Component& component) {
   for (const Interface& item : component.Interfaces)
-    Line(kMemberDepth, "implements", item.Name, {}, item.SourceLine());
+    Line(kMemberDepth, "implements", item.Name.view(), {}, item.SourceLine());
   for (const EventDeclaration& item : component.EventDeclarations.Listed()) {
     if (IsInherited(item)) continue;
     const Parameters* parameters = item.Parameters.IfAny();
-    Line(kMemberDepth, "event", item.Name,
+    Line(kMemberDepth, "event", item.Name.view(),
          CountOf(parameters ? parameters->Count() : 0, "parameter"), item.SourceLine());
     WriteParameters(parameters);
   }
@@ -161,7 +161,7 @@ void Outline::WriteDeclarations(const Component& component) {
          CountOf(item.Members().Count(), "member"), item.SourceLine());
     if (!Shows(kPartDepth)) continue;
     for (const EnumMember& member : item.Members())
-      Line(kPartDepth, "member", member.Name, member.Value, member.SourceLine());
+      Line(kPartDepth, "member", member.Name.view(), member.Value.view(), member.SourceLine());
   }
   for (const UDT& item : component.UDTs) {
     Line(kMemberDepth, "type", AccessAndName(item.Access, item.Name),
@@ -239,8 +239,8 @@ void Outline::WriteControls(const Component& component) {
       continue;
     }
     const VBControl& control = *open.Children->Item(open.Next++);
-    Line(kMemberDepth + static_cast<int>(stack.size()) - 1, "control", control.Name, control.ProgID,
-         control.SourceLine());
+    Line(kMemberDepth + static_cast<int>(stack.size()) - 1, "control", control.Name.view(),
+         control.ProgID.view(), control.SourceLine());
     stack.push_back({&control.VBControls, 1});
   }
 }

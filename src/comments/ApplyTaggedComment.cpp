@@ -168,7 +168,7 @@ void AttachToBlock(Placement& a) {
 }
 
 void AttachToVariable(Placement& a) {
-  const std::string& name = a.Comment->Qualifier;
+  const SharedText& name = a.Comment->Qualifier;
   const bool isLast = a.Comment->TagIdentifier == "##" || name.empty();
   CodeElement* element = nullptr;
   if (!isLast)
@@ -203,7 +203,7 @@ void AttachToParameter(Placement& a) {
   Parameter* parameter =
       a.LastAs<EventDeclaration>() ? EventParameter(*list, name) : list->Item(name);
   a.Applied = true;  // a comment for a parameter that does not exist is dealt with, and lost
-  if (parameter) AttachTo(a, *parameter, &parameter->mDescription, false);
+  if (parameter) AttachTo(a, *parameter, &parameter->mDescription.Field(), false);
 }
 
 void AttachToEvent(Placement& a) {
@@ -217,9 +217,9 @@ void AttachToEnumeration(Placement& a) {
 // The member that a comment names; one that names none is for the last member, and gets its name.
 template <typename Members>
 void AttachToMember(Placement& a, Members& members) {
-  std::string& name = a.Comment->Qualifier;
+  SharedText& name = a.Comment->Qualifier;
   if (name.empty() && members.Count() > 0) name = members.Item(members.Count())->Name;
-  if (auto* member = members.Item(std::string_view(name))) Attach(a, *member);
+  if (auto* member = members.Item(name.view())) Attach(a, *member);
 }
 
 void AttachToEnumMember(Placement& a) {
@@ -239,7 +239,7 @@ void AttachToDeclare(Placement& a) {
 }
 
 void AttachToInterface(Placement& a) {
-  const std::string& name = a.Comment->Qualifier;
+  const SharedText& name = a.Comment->Qualifier;
   Interface* target =
       name.empty() ? a.LastAs<Interface>() : a.Component.Interfaces.Item(std::string_view(name));
   if (target) Attach(a, *target);
@@ -317,7 +317,8 @@ bool Block::ApplyTaggedComment(const std::shared_ptr<TaggedComment>& tc) try {
   AttachByKind(a);
   return a.Applied;
 }
-VENDREL_CONTEXT_AT(LineReached(), trace::Parameter("Tag", tc ? tc->TagIdentifier : std::string()),
+VENDREL_CONTEXT_AT(LineReached(),
+                   trace::Parameter("Tag", tc ? tc->TagIdentifier.view() : std::string_view()),
                    trace::Parameter("Text", tc ? tc->Text : std::string()), *this)
 
 ElementTypeEnum FixedKind(const TaggedCommentDef& definition) {

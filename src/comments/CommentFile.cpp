@@ -217,10 +217,10 @@ struct Writer {
 
   void WriteAll(CodeElement& element) {
     const auto* parameter = As<Parameter>(&element);
-    const LateText* description =
-        parameter ? &parameter->mDescription : element.TaggedDescriptionField();
+    const LateText* description = parameter ? &parameter->mDescription.Value()
+                                            : std::as_const(element).TaggedDescriptionField();
     if (description && !description->empty()) Write(element, "##SUMMARY", {}, description->str());
-    OnDemand<TaggedComments>* comments = element.TaggedCommentsField();
+    const OnDemand<TaggedComments>* comments = std::as_const(element).TaggedCommentsField();
     if (!comments || !comments->IfAny()) return;
     // A command that is kept apart stands in the list twice: by its tag, and as what it is.
     std::set<const TaggedComment*> written;

@@ -98,17 +98,16 @@ Block* Component::ConsolidatedPropertyBlock(std::string_view name, bool /*includ
 VENDREL_CONTEXT(name, *this)
 
 void PropertyGroup::ConsolidateDescriptions() const try {
-  if (mTaggedComments) return;
-  mTaggedDescription.clear();
-  mUnTaggedDescription.clear();
-  mTaggedComments = std::make_shared<vendrel::TaggedComments>();
+  if (mGathered) return;
+  mGathered = std::make_unique<Gathered>();
   const vendrel::Component* component = Component.Get();
   const ProjectOptions& options = component ? component->Options() : ProjectOptions::Defaults();
   for (const Block* block : {mGet.Get(), mLet.Get(), mSet.Get()}) {
     if (!block || !CommentsCount(*block, options.PropertyCommentsFrom)) continue;
-    CopyComments(*block, PrimaryBlock(), *mTaggedComments, options.PreserveOriginalTaggedComments);
-    AppendDescription(mTaggedDescription.Edit(), block->TaggedDescription);
-    AppendDescription(mUnTaggedDescription.Edit(), block->UnTaggedDescription);
+    CopyComments(*block, PrimaryBlock(), mGathered->TaggedComments,
+                 options.PreserveOriginalTaggedComments);
+    AppendDescription(mGathered->TaggedDescription.Edit(), block->TaggedDescription);
+    AppendDescription(mGathered->UnTaggedDescription.Edit(), block->UnTaggedDescription);
   }
 }
 VENDREL_CONTEXT(*this)

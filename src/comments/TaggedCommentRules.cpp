@@ -131,7 +131,8 @@ void Block::HandleTaggedComment(const std::shared_ptr<TaggedComment>& tc) try {
   buffer.mBehindEnd |= CompletelyLoaded();
   AddTaggedComment(buffer, tc, true, Options().PreserveOriginalTaggedComments);
 }
-VENDREL_CONTEXT_AT(LineReached(), trace::Parameter("Tag", tc ? tc->TagIdentifier : std::string()),
+VENDREL_CONTEXT_AT(LineReached(),
+                   trace::Parameter("Tag", tc ? tc->TagIdentifier.view() : std::string_view()),
                    *this)
 
 std::string_view NamespaceFromObject(const CodeElement* Element) {

@@ -2,6 +2,7 @@
 
 #include <utf8proc.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include "core/Ascii.h"
@@ -18,6 +19,25 @@ std::size_t AsciiPrefix(std::string_view text) {
   if (isTail && (EightAt(text, text.size() - 8) & kHighBits) == 0) return text.size();
   while (i < text.size() && static_cast<unsigned char>(text[i]) < 0x80) ++i;
   return i;
+}
+
+// The `count` characters from `at` on, at most eight; zeros behind them. No byte outside of the
+// text is read.
+std::uint64_t EightFrom(std::string_view text, std::size_t at, std::size_t count) {
+  if (count == 8) return EightAt(text, at);
+  if (text.size() >= 8 && at + count == text.size())
+    return EightAt(text, text.size() - 8) >> (8 * (8 - count));
+  const char* const from = text.data() + at;
+  const auto four = [&](std::size_t place) {
+    std::uint32_t bytes = 0;
+    std::memcpy(&bytes, from + place, sizeof bytes);
+    return std::uint64_t{bytes};
+  };
+  if (count >= 4) return four(0) | four(count - 4) << (8 * (count - 4));
+  std::uint64_t few = 0;
+  for (std::size_t i = 0; i < count; ++i)
+    few |= std::uint64_t{static_cast<unsigned char>(from[i])} << (8 * i);
+  return few;
 }
 
 void LowerInPlace(char* text, std::size_t size) {
@@ -73,10 +93,35 @@ std::string FoldKey(std::string_view text) {
   return key;
 }
 
+// Characters fold one to one: behind parts that are equal, two ASCII characters tell.
 bool EqualsNoCase(std::string_view a, std::string_view b) {
-  if (a.size() == b.size() && EqualsNoCaseAscii(a, b)) return true;
-  if (AsciiPrefix(a) == a.size() && AsciiPrefix(b) == b.size()) return false;
-  return FoldKey(a) == FoldKey(b);
+  const std::size_t common = std::min(a.size(), b.size());
+  for (std::size_t i = 0; i < common; i += 8) {
+    const std::size_t count = std::min<std::size_t>(8, common - i);
+    const std::uint64_t ofA = EightFrom(a, i, count), ofB = EightFrom(b, i, count);
+    if ((ofA | ofB) & kHighBits) return FoldKey(a.substr(i)) == FoldKey(b.substr(i));
+    if (ofA != ofB && LowerEight(ofA) != LowerEight(ofB)) return false;
+  }
+  return a.size() == b.size();
+}
+
+std::uint32_t HashFolded(std::string_view text) {
+  std::uint64_t hash = 0;
+  const auto add = [&](std::uint64_t eight) {
+    hash = (hash ^ eight) * 0x9E3779B97F4A7C15u;
+    hash ^= hash >> 29;
+  };
+  for (std::size_t i = 0; i < text.size(); i += 8) {
+    const std::uint64_t eight = EightFrom(text, i, std::min<std::size_t>(8, text.size() - i));
+    if (eight & kHighBits) {
+      const std::string rest = FoldKey(text.substr(i));
+      for (std::size_t k = 0; k < rest.size(); k += 8)
+        add(EightFrom(rest, k, std::min<std::size_t>(8, rest.size() - k)));
+      break;
+    }
+    add(LowerEight(eight));
+  }
+  return static_cast<std::uint32_t>(hash ^ (hash >> 32));
 }
 
 std::string UpperCase(std::string_view text) {

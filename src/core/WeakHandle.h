@@ -16,7 +16,11 @@ namespace detail {
 struct HandleCell {
   HandleTarget* Target;
   std::uint32_t Handles;
+  std::uint32_t PlaceInSlab;  // 1-based; 0: a piece of memory of its own
 };
+/// A cell without handles; from the `CellPool` of this thread, where there is one.
+HandleCell* NewCell(HandleTarget* target);
+void FreeCell(HandleCell* cell);
 }  // namespace detail
 
 /// Base of everything that a WeakHandle can point at. A copy is another object: handles to the
@@ -36,17 +40,37 @@ class HandleTarget {
   friend class ApartHandles;
 
   detail::HandleCell* AcquireCell() const {
-    if (!mCell) mCell = new detail::HandleCell{const_cast<HandleTarget*>(this), 0};
+    if (!mCell) mCell = detail::NewCell(const_cast<HandleTarget*>(this));
     ++mCell->Handles;
     return mCell;
   }
   static void ReleaseCell(detail::HandleCell* cell) {
     if (!cell || --cell->Handles > 0) return;
     if (cell->Target) cell->Target->mCell = nullptr;
-    delete cell;
+    detail::FreeCell(cell);
   }
 
   mutable detail::HandleCell* mCell = nullptr;
+};
+
+/// While one of these is there, its thread takes cells from larger pieces of memory: a module that
+/// is read makes very many, and most for a moment. A piece ends with its last cell.
+class CellPool {
+ public:
+  CellPool();
+  ~CellPool();
+  CellPool(const CellPool&) = delete;
+  CellPool& operator=(const CellPool&) = delete;
+
+ private:
+  friend detail::HandleCell* detail::NewCell(HandleTarget*);
+  friend void detail::FreeCell(detail::HandleCell*);
+  std::vector<detail::HandleCell*> mFree;
+  struct Slab;
+  Slab* mSlab = nullptr;
+  static void Leave(Slab* slab);
+  static Slab* SlabOf(detail::HandleCell* cell);
+  CellPool* mOuter;
 };
 
 /// Holds one object without keeping it alive. Valid from the target's constructor on; is null
@@ -116,7 +140,7 @@ class ApartHandles {
   /// One more; its copies are counted with it.
   template <typename T>
   WeakHandle<T> New(T& target) {
-    mCells.push_back(new detail::HandleCell{static_cast<HandleTarget*>(&target), 1});
+    mCells.push_back(new detail::HandleCell{static_cast<HandleTarget*>(&target), 1, 0});
     return WeakHandle<T>(mCells.back());
   }
 

@@ -11,6 +11,9 @@
 
 namespace vendrel {
 
+class CellPool;
+class TextPool;
+
 /// The surroundings of one or more projects. A project, group or set belongs to the workspace that
 /// was in use when it was made, and puts it in use itself while it loads, writes or builds. One
 /// workspace is used by one thread at a time; two are used by two threads at once.
@@ -57,6 +60,10 @@ class Workspace {
   int Jobs = 1;
   /// The values of `modMain`.
   ProcessState State;
+  /// Where equal texts are found again while a module is read; mostly null (core/SharedText.h).
+  TextPool* Texts = nullptr;
+  /// Where links take their memory meanwhile (core/WeakHandle.h).
+  CellPool* Cells = nullptr;
   /// Whether the start values were set (`EnsureStarted`).
   bool Started = false;
   /// Whether the readers of compiled files are known (`VBProject::ConnectReaders`).

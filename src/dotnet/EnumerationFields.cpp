@@ -38,7 +38,8 @@ void TurnEnumerationIntoFields(Component& component, std::string_view underlying
     field->UnTaggedDescription = member.UnTaggedDescription;
     field->SetSourceLine(member.SourceLine());
     if (keeps) {
-      field->Value = member.ValueAsWritten.empty() ? member.Value : member.ValueAsWritten.str();
+      field->Value =
+          member.ValueAsWritten.empty() ? member.Value.view() : member.ValueAsWritten.view();
       AddCopies(*project, member.TaggedComments.IfAny(), field->TaggedComments);
     } else {
       AddCopies(*project, comments, field->TaggedComments);

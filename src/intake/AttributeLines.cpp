@@ -135,6 +135,7 @@ bool TakeAttribute(LinePassage& p) try {
   } else {
     TakeFlags(p, statement, named);
   }
+  PrepareLines(p.Block);
   p.Block.AddAttribute(p.Line.Text);
   if (statement == "Attribute VB_Exposed = True") p.Component.Access = "PUBLIC";
   return true;

@@ -159,6 +159,8 @@ VENDREL_CONTEXT_AT(LineReached(), Source, *this)
 std::shared_ptr<Variable> AddStructureMember(UDT& o, std::string_view Source,
                                              const SourceRules& rules) {
   auto member = std::make_shared<Variable>();
+  if (const std::size_t count = o.Members.Count())
+    member->StandBeside(*std::as_const(o).Members.Item(count));
   member->Parent = &o;
   if (Component* component = o.Component.Get()) member->LinkToProject(component->ProjectLink());
   const std::string text = "Dim " + std::string(Source);

@@ -229,12 +229,14 @@ std::string ConstantReader::Remainder() const {
 void ConstantReader::Read(Constant& constant) {
   constant.Access = mAccess;
   ReadHead(constant);
+  std::string_view name = mName;
   if (constant.TypeName.empty()) {
-    constant.TypeName = TypeFromName(constant.Name);
-    if (!constant.TypeName.empty()) constant.Name.pop_back();
+    constant.TypeName = TypeFromName(name);
+    if (!constant.TypeName.empty()) name.remove_suffix(1);
   }
-  if (constant.Name.starts_with('[')) constant.Name.erase(0, 1);
-  if (constant.Name.ends_with(']')) constant.Name.pop_back();
+  if (name.starts_with('[')) name.remove_prefix(1);
+  if (name.ends_with(']')) name.remove_suffix(1);
+  constant.Name = name;
   ReadValue(constant);
 }
 
@@ -249,6 +251,7 @@ std::string_view ConstantReader::HeadWord() const {
 // Heading, name and type: the words in front of "=".
 void ConstantReader::ReadHead(Constant& constant) {
   bool foundAs = false;
+  mName = constant.Name;
   while (!(mRest = TrimLeft(mRest)).empty()) {
     const std::string_view word = HeadWord();
     mRest.remove_prefix(word.size());
@@ -265,8 +268,8 @@ void ConstantReader::ReadHead(Constant& constant) {
       if (!is("CONST")) mAccess = is("PRIVATE") ? "PRIVATE" : "PUBLIC";
       constant.Access = mAccess;
     } else {
-      if (!constant.Name.empty()) constant.Name += ' ';
-      constant.Name += word;
+      if (!mName.empty()) mName += ' ';
+      mName += word;
     }
   }
 }
@@ -276,6 +279,7 @@ void ConstantReader::ReadValue(Constant& constant) {
   bool inString = false;
   int depth = 0;
   mRest = TrimLeft(mRest);
+  std::string value(constant.Value);
   std::size_t i = 0;
   for (; i < mRest.size(); ++i) {
     const char c = mRest[i];
@@ -284,9 +288,9 @@ void ConstantReader::ReadValue(Constant& constant) {
     if (c == ')' && !inString) --depth;
     if (c == ',' && !inString && !(mWholeLists && depth > 0)) break;
     if (c == ' ' && i > 0 && mRest[i - 1] == ' ') continue;
-    constant.Value += c;
+    value += c;
   }
-  constant.Value.resize(TrimRight(constant.Value).size());
+  constant.Value = TrimRight(value);
   mAtEnd = i >= mRest.size();
   mRest.remove_prefix(mAtEnd ? i : i + 1);
 }

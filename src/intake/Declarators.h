@@ -79,6 +79,7 @@ class ConstantReader {
 
   std::string_view mRest;
   std::string mHeading;
+  std::string mName;
   SharedText mAccess = "PRIVATE";
   bool mAtEnd = false;
   bool mWholeLists;

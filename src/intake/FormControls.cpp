@@ -145,7 +145,7 @@ void ControlReader::Close(bool atEndLine) {
     const std::string number = mIntake.Reading.ControlIndexes
                                    ? std::to_string(control.Index)
                                    : std::to_string(closed.CaptionPosition);
-    control.Name += "(" + number + ")";
+    control.Name = control.Name + "(" + number + ")";
   }
   if (mOpen.empty()) {
     mRoot = std::move(closed.Control);
@@ -198,7 +198,7 @@ void ControlReader::TakeProperty(std::string_view line) {
 // False if the value is no place in the companion file, or its texts are read by the old rule. What
 // is no text by its kind is not missed.
 bool ControlReader::TakeCompanionText(std::string_view property, std::string_view value,
-                                      std::string& text) {
+                                      SharedText& text) {
   if (!mIntake.Reading.CompanionTexts) return false;
   const auto place = CompanionPlaceOf(value);
   if (!place) return false;
@@ -207,7 +207,7 @@ bool ControlReader::TakeCompanionText(std::string_view property, std::string_vie
   if (!HoldsText(*place, control.ProgID, property)) return true;
   auto read = mCompanion.Text(*place);
   if (!read) Report(DiagnosticCode::CompanionUnreadable, {control.Name, value});
-  if (read) text = std::move(*read);
+  if (read) text = *read;
   return true;
 }
 

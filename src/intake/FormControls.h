@@ -37,7 +37,7 @@ class ControlReader {
   void TakeProperty(std::string_view line);
   void TakeCaption(std::string_view value);
   bool ReadCompanion(std::string_view value);
-  bool TakeCompanionText(std::string_view property, std::string_view value, std::string& text);
+  bool TakeCompanionText(std::string_view property, std::string_view value, SharedText& text);
   std::optional<GlancedLine> Glanced() const;
   std::string_view NextLine();
   std::uint32_t OffsetOf(std::string_view line) const;

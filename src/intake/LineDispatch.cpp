@@ -17,11 +17,16 @@
 namespace vendrel {
 namespace {
 
+void Define(LinePassage& p) {
+  PrepareLines(p.Block);
+  p.Block.DefinitionLine = p.Line.StatementPart;
+}
+
 void TakeProcedure(LinePassage& p, BlockTypeEnum type) try {
   p.Block.SetBlockType(type);
   p.Block.SetSourceLine(p.Intake.StatementLine);
   p.Language.ReadSignature(p);
-  p.Block.DefinitionLine = p.Line.StatementPart;
+  Define(p);
   p.SetLast(&p.Block);
 }
 VENDREL_CONTEXT_AT(LineReached(), type, trace::Me(p.Block))
@@ -34,7 +39,7 @@ void TakeInitialiser(LinePassage& p, BlockTypeEnum type, std::string_view name) 
   if (p.Reading.InitialiseProcedures) {
     p.Language.ReadSignature(p);
     p.Block.ReturnType = {};
-    p.Block.DefinitionLine = p.Line.StatementPart;
+    Define(p);
   } else {
     p.Block.SetName(name);
   }
@@ -45,7 +50,7 @@ VENDREL_CONTEXT_AT(LineReached(), type, name, trace::Me(p.Block))
 void TakeProperty(LinePassage& p) try {
   p.Block.SetSourceLine(p.Intake.StatementLine);
   p.Language.ReadProperty(p);
-  p.Block.DefinitionLine = p.Line.StatementPart;
+  Define(p);
   p.SetLast(&p.Block);
   p.Component.AddPropertyBlockToPropertyGroup(&p.Block);
 }
@@ -168,6 +173,9 @@ VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
 std::shared_ptr<Variable> NewVariable(const LinePassage& p) {
   auto variable = std::make_shared<Variable>();
+  // The links of the one above are mostly its own.
+  if (const Variables* above = p.Block.Variables.IfAny(); above && above->Count() > 0)
+    variable->StandBeside(*above->Item(above->Count()));
   variable->Parent = &p.Component;
   variable->LinkToProject(p.Block.ProjectLink());
   variable->Component = &p.Component;
@@ -191,15 +199,19 @@ void AddVariable(LinePassage& p, std::shared_ptr<Variable> variable, bool isScop
   const std::string name = variable->Name;
   p.ReportOddName(*variable, name, variable->TypeName);
   Block& owner = p.Language.OwnerOfVariable(p);
-  if (&owner == &p.Block && !p.Block.Name().empty()) variable->Procedure = &p.Block;
+  const bool isOfProcedure = &owner == &p.Block && !p.Block.Name().empty();
+  variable->Procedure = isOfProcedure ? &p.Block : nullptr;
   const bool standsBeside = isScoped && !owner.Name().empty() && owner.Variables->HasKey(name);
   owner.Variables->Add(std::move(variable), standsBeside ? std::string() : name);
 }
 VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 
 void AddConstant(LinePassage& p, Block& owner, std::shared_ptr<Constant> constant) {
+  // The links of the one above are mostly its own.
+  if (const Constants* above = owner.Constants.IfAny(); above && above->Count() > 0)
+    constant->StandBeside(*above->Item(above->Count()));
   constant->Component = &p.Component;
-  if (!owner.Name().empty()) constant->Procedure = &owner;
+  constant->Procedure = owner.Name().empty() ? nullptr : &owner;
   constant->SetSourceLine(p.Intake.StatementLine);
   if (p.Reading.LeadingComments) p.DescribeFromBuffer(*constant);
   p.SetLast(constant.get());

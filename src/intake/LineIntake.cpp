@@ -28,10 +28,15 @@ void Block::AddLine(const CodeLine& Line, std::int32_t Before, std::int32_t Afte
 }
 VENDREL_CONTEXT_AT(LineReached(), trace::Parameter("Line", Line.Text), Before, After, *this)
 
+void PrepareLines(Block& block) {
+  if (block.CodeLines.IfAny()) return;
+  const ModuleIntake& intake = block.Component->Intake();
+  *block.CodeLines = CodeLines(intake.Text, intake.Language.Language(), intake.Reading);
+}
+
 void StoreLine(Block& block, const ParsedLine& line, std::int32_t before, std::int32_t after) {
   ModuleIntake& intake = block.Component->Intake();
-  if (!block.CodeLines.IfAny())
-    *block.CodeLines = CodeLines(intake.Text, intake.Language.Language(), intake.Reading);
+  PrepareLines(block);
   block.CodeLines->AddParsed(line, before, after, intake.HeldRemainder);
   intake.LineStored = true;
 }

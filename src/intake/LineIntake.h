@@ -32,6 +32,8 @@ void AddLinesOfCode(Component& component, std::string_view text);
 /// settled.
 void FinishLines(Component& component);
 
+/// Makes the list for the lines of a block, which point into the text of its module.
+void PrepareLines(Block& block);
 /// Stores a line in a block without interpreting it.
 void StoreLine(Block& block, const ParsedLine& line, std::int32_t before = 0,
                std::int32_t after = 0);

@@ -104,6 +104,13 @@ struct ModuleIntake {
   /// The line at hand has been put into a block.
   bool LineStored = false;
 
+  /// Gives back the room that was kept for further lines.
+  void Rest() {
+    if (ContinuationBuffer.empty()) ContinuationBuffer.shrink_to_fit();
+    LeadingComment.shrink_to_fit();
+    if (!PreviousContinued) Classifier.Rest();
+  }
+
   /// Whether a text lies in the module's text, and so can be pointed at.
   bool InText(std::string_view text) const { return Text && IsPart(text, *Text); }
   /// Whether a text lies in the remainder that is held.

@@ -105,6 +105,9 @@ void ModuleReader::Finish() {
   block->Intake().CommentBuffer.clear();
   block->RestIntake();
   if (CodeLines* lines = block->CodeLines.IfAny(); lines && !lines->Unloaded()) lines->Shrink();
+  if (mComponent.LoadState != lsFullyLoaded) return;
+  mIntake.Rest();
+  mComponent.Fit();
 }
 
 void ModuleReader::ReportMissing() {
@@ -372,6 +375,8 @@ void ModuleReader::StorePending(Block& block) {
 bool Component::Load(bool OnlyHeader) try {
   const Workspace::Use use(Options().Workspace());
   if (LoadState == lsFullyLoadedNoCode) return false;  // read before, and unloaded since
+  const TextPool names;
+  const CellPool links;
   ModuleReader(*this).Load(OnlyHeader);
   return false;
 }

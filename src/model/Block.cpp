@@ -8,7 +8,7 @@
 
 namespace vendrel {
 
-struct Block::RareParts {
+struct BlockParts::Further {
   SharedText ImplementsName;
   SharedText DelegateQualifiedName;
   SharedText DocumentedArguments;
@@ -19,11 +19,29 @@ struct Block::RareParts {
   OnDemand<vendrel::Exceptions> Exceptions;
 };
 
+BlockParts::BlockParts() = default;
+BlockParts::~BlockParts() = default;
+
+BlockParts::Further& Block::Further() {
+  std::unique_ptr<BlockParts::Further>& further = mParts.Make().More;
+  if (!further) further = std::make_unique<BlockParts::Further>();
+  return *further;
+}
+
+const BlockParts::Further& Block::Further() const {
+  static const BlockParts::Further none;
+  const BlockParts::Further* further = mParts.Read().More.get();
+  return further ? *further : none;
+}
+
 Block::Block() : BlockID(State().NextBlockID()) {}
-Block::~Block() = default;
+Block::~Block() {
+  CodeLines.~OnDemand();
+  mParts.Free();
+}
 
 void Block::SetName(std::string_view name) {
-  const std::string old = std::exchange(mName, std::string(name));
+  const SharedText old = std::exchange(mName, SharedText(name));
   if (mShared)
     ++Blocks::sSharedChanges;
   else if (mOwner)
@@ -31,7 +49,8 @@ void Block::SetName(std::string_view name) {
 }
 
 void Block::SetBlockType(BlockTypeEnum type) {
-  const BlockTypeEnum old = std::exchange(mBlockType, type);
+  const BlockTypeEnum old = BlockType();
+  mBlockType = static_cast<std::uint8_t>(type);
   if (mShared)
     ++Blocks::sSharedChanges;
   else if (mOwner)
@@ -39,26 +58,28 @@ void Block::SetBlockType(BlockTypeEnum type) {
 }
 
 const SharedText& Block::InheritedFrom() const { return mInheritedFrom; }
-const SharedText& Block::ImplementsName() const { return mRare->ImplementsName; }
-const SharedText& Block::DelegateQualifiedName() const { return mRare->DelegateQualifiedName; }
-const std::shared_ptr<Block>& Block::Setter() const { return mRare->Setter; }
-const OnDemand<Blocks>& Block::OverloadBlocks() const { return mRare->OverloadBlocks; }
-OnDemand<Permissions>& Block::Permissions() { return mRare->Permissions; }
-OnDemand<Exceptions>& Block::Exceptions() { return mRare->Exceptions; }
-const OnDemand<Permissions>& Block::Permissions() const { return mRare->Permissions; }
-const OnDemand<Exceptions>& Block::Exceptions() const { return mRare->Exceptions; }
+const SharedText& Block::ImplementsName() const { return Further().ImplementsName; }
+const SharedText& Block::DelegateQualifiedName() const { return Further().DelegateQualifiedName; }
+const std::shared_ptr<Block>& Block::Setter() const { return Further().Setter; }
+const OnDemand<Blocks>& Block::OverloadBlocks() const { return Further().OverloadBlocks; }
+OnDemand<Permissions>& Block::Permissions() { return Further().Permissions; }
+OnDemand<Exceptions>& Block::Exceptions() { return Further().Exceptions; }
+const OnDemand<Permissions>& Block::Permissions() const { return Further().Permissions; }
+const OnDemand<Exceptions>& Block::Exceptions() const { return Further().Exceptions; }
 Blocks* Block::Overloads() {
-  RareParts* rare = mRare.IfAny();
-  return rare ? rare->OverloadBlocks.IfAny() : nullptr;
+  const BlockParts* parts = mParts.IfMade();
+  return parts && parts->More ? parts->More->OverloadBlocks.IfAny() : nullptr;
 }
-vendrel::Namespace* Block::Namespace() const { return mRare->Namespace.Get(); }
+vendrel::Namespace* Block::Namespace() const { return Further().Namespace.Get(); }
 
-const SharedText& Block::DocumentedArguments() const { return mRare->DocumentedArguments; }
+const SharedText& Block::DocumentedArguments() const { return Further().DocumentedArguments; }
 
-void Block::SetDocumentedArguments(std::string_view text) { mRare->DocumentedArguments = text; }
-void Block::SetDelegateQualifiedName(std::string_view name) { mRare->DelegateQualifiedName = name; }
-void Block::SetImplementsName(std::string_view name) { mRare->ImplementsName = name; }
-void Block::SetSetter(std::shared_ptr<Block> setter) { mRare->Setter = std::move(setter); }
+void Block::SetDocumentedArguments(std::string_view text) { Further().DocumentedArguments = text; }
+void Block::SetDelegateQualifiedName(std::string_view name) {
+  Further().DelegateQualifiedName = name;
+}
+void Block::SetImplementsName(std::string_view name) { Further().ImplementsName = name; }
+void Block::SetSetter(std::shared_ptr<Block> setter) { Further().Setter = std::move(setter); }
 
 void Block::SetInheritedFrom(std::string_view name) {
   if (name != InheritedFrom()) mInheritedFrom = name;
@@ -67,14 +88,14 @@ void Block::SetInheritedFrom(std::string_view name) {
 void Block::ShareInheritedFrom(const SharedText& name) { mInheritedFrom = name; }
 
 void Block::AddOverload(std::shared_ptr<Block> overload, std::string_view key) {
-  mRare->OverloadBlocks->Add(std::move(overload), key);
+  Further().OverloadBlocks->Add(std::move(overload), key);
 }
 
 void Block::SetOverloaded(bool value) { mOverloaded = value; }
 void Block::SetIsDelegate(bool value) { mIsDelegate = value; }
 
 void Block::SetNamespace(vendrel::Namespace* value) {
-  if (value || mRare.IfAny()) mRare->Namespace = value;
+  if (value || Namespace()) Further().Namespace = value;
   if (mShared)
     ++Blocks::sSharedChanges;
   else if (mOwner)
@@ -88,7 +109,7 @@ const ProjectOptions& Block::Options() const {
 
 std::string Block::FullName() const {
   const vendrel::Namespace* space = mIsDelegate ? Namespace() : nullptr;
-  return space ? space->Name + "." + mName : mName;
+  return space ? space->Name + "." + mName : mName.str();
 }
 
 std::string Block::OverloadedMethodSignature() const {
@@ -105,7 +126,7 @@ std::string Block::OverloadedMethodSignature() const {
 }
 
 bool Block::IsMethod() const {
-  switch (mBlockType) {
+  switch (BlockType()) {
     case btFunction:
     case btSub:
     case btClassInitialize:
@@ -124,12 +145,93 @@ bool Block::IsPropertyType() const {
   return mBlockType == btPropertyGet || mBlockType == btPropertyLet || mBlockType == btPropertySet;
 }
 
-const std::vector<std::string>& Block::Attributes() const { return mKept->Attributes; }
+bool Block::PartOfText(std::string_view text, TextPart& part) const {
+  const std::string* whole = CodeLines.IfAny() ? CodeLines.IfAny()->SourceText() : nullptr;
+  if (text.empty() || !whole || text.data() < whole->data() ||
+      text.data() + text.size() > whole->data() + whole->size())
+    return false;
+  part = {static_cast<std::uint32_t>(text.data() - whole->data()),
+          static_cast<std::uint32_t>(text.size())};
+  return true;
+}
 
-void Block::AddAttribute(std::string_view text) { mKept->Attributes.emplace_back(text); }
+std::string_view Block::TextOf(const TextPart& part) const {
+  const std::string* whole = CodeLines.IfAny() ? CodeLines.IfAny()->SourceText() : nullptr;
+  if (!whole || part.Offset > whole->size()) return {};
+  return std::string_view(*whole).substr(part.Offset, part.Length);
+}
+
+const std::vector<std::string>& Block::Attributes() const {
+  static const std::vector<std::string> none;
+  KeptParts* kept = mKept.IfAny();
+  if (!kept || (kept->Attribute.Length == 0 && !kept->Attributes)) return none;
+  if (!kept->Attributes) kept->Attributes = std::make_unique<FurtherAttributes>();
+  FurtherAttributes& all = *kept->Attributes;
+  if (!std::exchange(all.AreTexts, true)) {
+    if (kept->Attribute.Length > 0) all.Texts.emplace_back(TextOf(kept->Attribute));
+    for (const TextPart& part : all.Parts) all.Texts.emplace_back(TextOf(part));
+    all.Parts = {};
+  }
+  return all.Texts;
+}
+
+// As parts of the module's text while they are that and nobody has asked for them.
+void Block::AddAttribute(std::string_view text) {
+  KeptParts& kept = *mKept;
+  TextPart part;
+  const bool areTexts = kept.Attributes && kept.Attributes->AreTexts;
+  if (!areTexts && PartOfText(text, part)) {
+    if (kept.Attribute.Length == 0) {
+      kept.Attribute = part;
+      return;
+    }
+    if (!kept.Attributes) kept.Attributes = std::make_unique<FurtherAttributes>();
+    kept.Attributes->Parts.push_back(part);
+    return;
+  }
+  if (!kept.Attributes) kept.Attributes = std::make_unique<FurtherAttributes>();
+  Attributes();
+  kept.Attributes->Texts.emplace_back(text);
+}
 
 void Block::SetLastTaggedComment(std::shared_ptr<TaggedComment> comment) {
   mKept->LastTaggedComment = std::move(comment);
+  mKept->Comment = {};
+}
+
+void Block::SetLastComment(std::string_view text, std::int32_t index, std::int32_t sourceLine) {
+  KeptParts& kept = *mKept;
+  kept.CommentIndex = index;
+  kept.CommentLine = sourceLine;
+  kept.LastTaggedComment.reset();
+  if (PartOfText(text, kept.Comment)) return;
+  auto comment = std::make_shared<TaggedComment>();
+  comment->LineIndex = index;
+  comment->SourceLine = sourceLine;
+  comment->Initialise(text);
+  SetLastTaggedComment(std::move(comment));
+}
+
+std::int32_t Block::LastCommentIndex() const {
+  const KeptParts* kept = mKept.IfAny();
+  if (!kept) return 0;
+  if (kept->Comment.Length > 0) return kept->CommentIndex;
+  return kept->LastTaggedComment ? kept->LastTaggedComment->LineIndex : 0;
+}
+
+const std::shared_ptr<TaggedComment>& Block::LastTaggedComment() const {
+  static const std::shared_ptr<TaggedComment> none;
+  KeptParts* kept = mKept.IfAny();
+  if (!kept) return none;
+  if (kept->Comment.Length > 0) {
+    auto comment = std::make_shared<TaggedComment>();
+    comment->LineIndex = kept->CommentIndex;
+    comment->SourceLine = kept->CommentLine;
+    comment->Initialise(TextOf(kept->Comment));
+    kept->LastTaggedComment = std::move(comment);
+    kept->Comment = {};
+  }
+  return kept->LastTaggedComment;
 }
 
 Block::IntakeState& Block::BeginIntake() {
@@ -139,13 +241,16 @@ Block::IntakeState& Block::BeginIntake() {
 }
 
 void Block::RestIntake() {
-  const IntakeState* state = mKept.IfAny() ? mKept->Intake.IfAny() : nullptr;
+  KeptParts* kept = mKept.IfAny();
+  const IntakeState* state = kept ? kept->Intake.IfAny() : nullptr;
   if (!state || state->CurrentEnum || state->CurrentUDT || !state->CommentBuffer.empty() ||
       !state->mLastTagIdentifier.empty() || !state->mLastQualifier.empty())
     return;
   mMarks = *state;
-  mKept->Intake.Drop();
-  if (!mKept->LastTaggedComment && mKept->Attributes.empty()) mKept.Drop();
+  kept->Intake.Drop();
+  if (!kept->LastTaggedComment && kept->Comment.Length == 0 && kept->Attribute.Length == 0 &&
+      !kept->Attributes)
+    mKept.Drop();
 }
 
 void Block::UnloadSourceCode() try {
@@ -155,7 +260,6 @@ void Block::UnloadSourceCode() try {
     for (Variable& variable : *variables) variable.UnTaggedDescription.clear();
     variables->Fit();
   }
-  DefinitionLine = {};
   UnTaggedDescription.clear();
   CodeLines.Drop();
   Parameters.Drop();

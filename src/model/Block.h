@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/Enums.h"
+#include "core/RareMembers.h"
 #include "model/CodeElement.h"
 #include "model/Declarations.h"
 #include "model/Example.h"
@@ -19,6 +20,53 @@
 
 namespace vendrel {
 
+/// What few blocks have.
+struct BlockParts {
+  BlockParts();
+  ~BlockParts();
+  BlockParts(const BlockParts&) = delete;
+  BlockParts& operator=(const BlockParts&) = delete;
+
+  struct Further;
+  std::int32_t HelpContextID = 0;
+  std::int32_t HelpContextIDRead = 0;
+  bool IsExample = false;
+  bool Consolidated = false;
+  bool IsConstructor = false;
+  bool IsSealed = false;
+  bool IsShadow = false;
+  SharedText Interface;
+  LateText TaggedDescription;
+  LateText ReturnDescription;
+  OnDemand<vendrel::Constants> Constants;
+  OnDemand<vendrel::Examples> Examples;
+  OnDemand<vendrel::TaggedComments> TaggedComments;
+  std::unique_ptr<Further> More;  // marks of VB.NET, and the overloads
+};
+
+/// The definition of a procedure: stands with its lines, and mostly is a part of their text.
+class DefinitionText : private OnDemand<CodeLines> {
+ public:
+  operator std::string_view() const { return view(); }  // NOLINT: reads like a string
+  std::string_view view() const {
+    const CodeLines* lines = IfAny();
+    return lines ? lines->Definition() : std::string_view();
+  }
+  std::string str() const { return std::string(view()); }
+  bool empty() const { return view().empty(); }
+  std::size_t size() const { return view().size(); }
+  DefinitionText& operator=(std::string_view text) {
+    if (!text.empty() || IfAny()) (*this)->SetDefinition(text);
+    return *this;
+  }
+  friend bool operator==(const DefinitionText& a, std::string_view b) { return a.view() == b; }
+  template <typename Traits>
+  friend std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& out,
+                                                      const DefinitionText& text) {
+    return out << text.view();
+  }
+};
+
 /// One block of a module. Every line of the module passes through `AddLine` of its block once; from
 /// it grow name, signature, variables and declarations.
 class Block : public ElementOf<Block> {
@@ -28,9 +76,6 @@ class Block : public ElementOf<Block> {
 
   /// Identity within the process since the last load.
   std::int32_t BlockID;
-  std::int32_t HelpContextID = 0;
-  /// The help context ID of its attribute line; 0 without one.
-  std::int32_t HelpContextIDRead = 0;
   /// Which procedures the property has; 0 for other blocks.
   PropertyTypeEnum PropertyType = ptNone;
   bool ReturnTypeIsArray = false;
@@ -38,17 +83,11 @@ class Block : public ElementOf<Block> {
   bool IsStatic = false;
   bool IsHiddenMember = false;
   bool IsNew = false;
-  bool IsExample = false;
   bool ExcludeFlag = false;
-  /// The comments of the other procedures of the property have been merged into this one.
-  bool Consolidated = false;
   bool IsEventProcedure = false;
-  bool IsConstructor = false;
   bool Implemented = false;
   bool IsVirtual = false;
-  bool IsSealed = false;
   bool IsAbstract = false;
-  bool IsShadow = false;
 
  private:
   // Here, in the room that the flags leave: a project has many blocks.
@@ -56,27 +95,59 @@ class Block : public ElementOf<Block> {
   bool mIsDelegate : 1 = false;
   bool mCompletelyLoaded : 1 = false;
   bool mShared : 1 = false;  // has stood in more than one collection
-  BlockTypeEnum mBlockType = btUnrecognised;
+  std::uint8_t mBlockType = btUnrecognised;
+
+ public:
+  // State of the intake that outlives a line and ends with the source; only the intake touches it.
+  // A block that is read has nothing left but the marks.
+  struct IntakeMarks {
+    std::int32_t mCurrentLineIndex = 0;
+    bool mEventLast : 1 = false;
+    bool mFoundItem : 1 = false;
+    bool FoundActualCodeInBlock : 1 = false;
+    bool mEnumOpen : 1 = false;
+    bool mUDTOpen : 1 = false;
+    bool mEnded : 1 = false;
+  };
+
+ private:
+  std::int32_t mStartLine = -1;
+  std::int32_t mEndLine = -1;
+  IntakeMarks mMarks;
 
  public:
   SharedText Access = "PRIVATE";
   SharedText ReturnType;
-  /// Statement of the start line, as written.
-  SharedText DefinitionLine;
-  /// Name of the interface whose member this implements; empty if none.
-  SharedText Interface;
-  LateText TaggedDescription;
   LateText UnTaggedDescription;
-  LateText ReturnDescription;
   /// The control, variable or module whose event this procedure handles.
   WeakHandle<CodeElement> EventSource;
   WeakHandle<vendrel::Component> Component;
   OnDemand<vendrel::Parameters> Parameters;
   OnDemand<vendrel::Variables> Variables;
-  OnDemand<vendrel::Constants> Constants;
-  OnDemand<vendrel::CodeLines> CodeLines;
-  OnDemand<vendrel::Examples> Examples;
-  OnDemand<vendrel::TaggedComments> TaggedComments;
+  union {
+    OnDemand<vendrel::CodeLines> CodeLines{};
+    /// Statement of the start line, as written.
+    DefinitionText DefinitionLine;
+  };
+  union {
+    RareParts<BlockParts> mParts{};
+    Rarely<&BlockParts::HelpContextID> HelpContextID;
+    /// The help context ID of its attribute line; 0 without one.
+    Rarely<&BlockParts::HelpContextIDRead> HelpContextIDRead;
+    Rarely<&BlockParts::IsExample> IsExample;
+    /// The comments of the other procedures of the property have been merged into this one.
+    Rarely<&BlockParts::Consolidated> Consolidated;
+    Rarely<&BlockParts::IsConstructor> IsConstructor;
+    Rarely<&BlockParts::IsSealed> IsSealed;
+    Rarely<&BlockParts::IsShadow> IsShadow;
+    /// Name of the interface whose member this implements; empty if none.
+    Rarely<&BlockParts::Interface> Interface;
+    Rarely<&BlockParts::TaggedDescription> TaggedDescription;
+    Rarely<&BlockParts::ReturnDescription> ReturnDescription;
+    Rarely<&BlockParts::Constants> Constants;
+    Rarely<&BlockParts::Examples> Examples;
+    Rarely<&BlockParts::TaggedComments> TaggedComments;
+  };
 
   /// What few blocks have: marks of VB.NET, and the overloads gathered under this one.
   const SharedText& InheritedFrom() const;
@@ -107,23 +178,21 @@ class Block : public ElementOf<Block> {
   /// The open `Enum` or `Type` statement; may be assigned.
   std::shared_ptr<Enumeration>& CurrentEnum() { return Intake().CurrentEnum; }
   std::shared_ptr<UDT>& CurrentUDT() { return Intake().CurrentUDT; }
-  const std::shared_ptr<Enumeration>& CurrentEnum() const { return mKept->Intake->CurrentEnum; }
-  const std::shared_ptr<UDT>& CurrentUDT() const { return mKept->Intake->CurrentUDT; }
+  const std::shared_ptr<Enumeration>& CurrentEnum() const { return Kept().Intake->CurrentEnum; }
+  const std::shared_ptr<UDT>& CurrentUDT() const { return Kept().Intake->CurrentUDT; }
   /// Pending text of untagged comments, "<crlf>" between lines.
-  const std::string& CommentBuffer() const { return mKept->Intake->CommentBuffer; }
+  const std::string& CommentBuffer() const { return Kept().Intake->CommentBuffer; }
   /// The last comment of the lines read so far, tagged or not; null if there was none.
-  const std::shared_ptr<TaggedComment>& LastTaggedComment() const {
-    return mKept->LastTaggedComment;
-  }
+  const std::shared_ptr<TaggedComment>& LastTaggedComment() const;
 
   std::string ElementName() const override { return mName; }
   std::string Description() const override;
   std::string QualifiedName() const override;
 
   // Properties by which `Blocks` finds its elements.
-  const std::string& Name() const { return mName; }
+  const SharedText& Name() const { return mName; }
   void SetName(std::string_view name);
-  BlockTypeEnum BlockType() const { return mBlockType; }
+  BlockTypeEnum BlockType() const { return static_cast<BlockTypeEnum>(mBlockType); }
   void SetBlockType(BlockTypeEnum type);
   bool Overloaded() const { return mOverloaded; }
   void SetOverloaded(bool value);
@@ -280,17 +349,6 @@ class Block : public ElementOf<Block> {
         Prop{"Setter", &Own::Setter, PropertyKind::Children}.Hide()};
   }
 
-  // State of the intake that outlives a line and ends with the source; only the intake touches it.
-  // A block that is read has nothing left but the marks.
-  struct IntakeMarks {
-    std::int32_t mCurrentLineIndex = 0;
-    bool mEventLast : 1 = false;
-    bool mFoundItem : 1 = false;
-    bool FoundActualCodeInBlock : 1 = false;
-    bool mEnumOpen : 1 = false;
-    bool mUDTOpen : 1 = false;
-    bool mEnded : 1 = false;
-  };
   struct IntakeState : IntakeMarks {
     std::shared_ptr<Enumeration> CurrentEnum;
     std::shared_ptr<UDT> CurrentUDT;
@@ -312,6 +370,10 @@ class Block : public ElementOf<Block> {
   /// lines now.
   void RestIntake();
   void SetLastTaggedComment(std::shared_ptr<TaggedComment> comment);
+  /// The same for a comment that is a part of the module's text; made when it is asked for.
+  void SetLastComment(std::string_view text, std::int32_t index, std::int32_t sourceLine);
+  /// The line of the block on which the last comment stands, 1-based; 0 without one.
+  std::int32_t LastCommentIndex() const;
   void SetCompletelyLoaded() { mCompletelyLoaded = true; }
   void AddAttribute(std::string_view text);
   void SetStoredLines(std::int32_t start, std::int32_t end) {
@@ -321,26 +383,40 @@ class Block : public ElementOf<Block> {
 
  private:
   friend class Blocks;
-  struct RareParts;
+  // A part of the text that `CodeLines` point into.
+  struct TextPart {
+    std::uint32_t Offset = 0;
+    std::uint32_t Length = 0;
+  };
+  struct FurtherAttributes {
+    std::vector<TextPart> Parts;
+    std::vector<std::string> Texts;  // all of them, once they were asked for
+    bool AreTexts = false;
+  };
   // What ends with the source beside the lines; most procedures have nothing of it once they are
   // read.
   struct KeptParts {
     OnDemand<IntakeState> Intake;
     std::shared_ptr<TaggedComment> LastTaggedComment;
-    std::vector<std::string> Attributes;
+    TextPart Comment;  // the last comment, while it is no object
+    std::int32_t CommentIndex = 0;
+    std::int32_t CommentLine = 0;
+    TextPart Attribute;  // the first one
+    std::unique_ptr<FurtherAttributes> Attributes;
   };
   IntakeState& BeginIntake();
+  const KeptParts& Kept() const { return *std::as_const(mKept); }
+  BlockParts::Further& Further();
+  const BlockParts::Further& Further() const;
+  bool PartOfText(std::string_view text, TextPart& part) const;
+  std::string_view TextOf(const TextPart& part) const;
 
-  std::string mName;
+  SharedText mName;
   /// Not among the rare parts: most blocks of an assembly have it.
   SharedText mInheritedFrom;
   Blocks* mOwner = nullptr;
   WeakHandle<ProjectOptions> mProject;
-  OnDemand<KeptParts> mKept;
-  OnDemand<RareParts> mRare;
-  std::int32_t mStartLine = -1;
-  std::int32_t mEndLine = -1;
-  IntakeMarks mMarks;
+  mutable OnDemand<KeptParts> mKept;
 };
 
 }  // namespace vendrel

@@ -1,6 +1,7 @@
 #include "model/Blocks.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
@@ -48,6 +49,22 @@ constexpr std::uint32_t TypeBit(BlockTypeEnum type) { return std::uint32_t{1} <<
 
 }  // namespace
 
+struct Blocks::Index {
+  std::unordered_map<std::string, std::vector<Block*>> ByName;
+  bool HasNames = false;
+  /// Rising numbers in the order of the blocks; made when the place of a block is asked for.
+  std::unordered_map<const Block*, std::size_t> Ordinals;
+  std::size_t LastOrdinal = 0;
+};
+
+Blocks::Index& Blocks::MadeIndex() const {
+  if (!mIndex) mIndex = std::make_unique<Index>();
+  return *mIndex;
+}
+
+bool Blocks::IsIndexed() const { return mIndex && mIndex->HasNames; }
+
+Blocks::Blocks() = default;
 Blocks::~Blocks() {
   for (Block& block : mCol)
     if (block.mOwner == this) block.mOwner = nullptr;
@@ -213,9 +230,9 @@ std::span<Block* const> Blocks::Filed(std::string_view name) const {
   if (mCol.Empty())
     return {};  // such a list, that of all without overloads, belongs to all threads
   Refresh();
-  if (!mIndexed) BuildIndex();
-  const auto found = mByName.find(FoldKey(name));
-  if (found == mByName.end()) return {};
+  if (!IsIndexed()) BuildIndex();
+  const auto found = mIndex->ByName.find(FoldKey(name));
+  if (found == mIndex->ByName.end()) return {};
   return found->second;
 }
 
@@ -238,14 +255,14 @@ void Blocks::Adopt(Block& block, bool atEnd) {
     DropIndex();
     return;
   }
-  if (!mOrdinals.empty()) mOrdinals[&block] = ++mLastOrdinal;
-  if (mIndexed) File(&block);
+  if (mIndex && !mIndex->Ordinals.empty()) mIndex->Ordinals[&block] = ++mIndex->LastOrdinal;
+  if (IsIndexed()) File(&block);
   const BlockTypeEnum type = block.BlockType();
   if ((mTypesKnown & TypeBit(type)) && !mFirstOfType[type]) mFirstOfType[type] = &block;
 }
 
 void Blocks::Renamed(Block& block, std::string_view oldName) {
-  if (!mIndexed) return;
+  if (!IsIndexed()) return;
   Unfile(&block, oldName);
   File(&block);
 }
@@ -267,16 +284,14 @@ void Blocks::Retyped(Block& block, BlockTypeEnum oldType) {
 void Blocks::Forget(Block& block) {
   if (block.mOwner == this) block.mOwner = nullptr;
   Refresh();
-  if (mIndexed) Unfile(&block, block.Name());
+  if (IsIndexed()) Unfile(&block, block.Name());
   if (mFirstOfType[block.BlockType()] == &block) mTypesKnown &= ~TypeBit(block.BlockType());
-  mOrdinals.erase(&block);
+  if (mIndex) mIndex->Ordinals.erase(&block);
 }
 
 void Blocks::DropIndex() const {
-  mByName.clear();
-  mOrdinals.clear();
+  mIndex.reset();
   mTypesKnown = 0;
-  mIndexed = false;
 }
 
 // Drops the index if a block that stands here too was changed elsewhere.
@@ -287,15 +302,16 @@ void Blocks::Refresh() const {
 }
 
 void Blocks::BuildIndex() const {
-  mByName.clear();
-  for (const Block& block : mCol) mByName[FoldKey(block.Name())].push_back(Mine(&block));
-  mIndexed = true;
+  Index& index = MadeIndex();
+  index.ByName.clear();
+  for (const Block& block : mCol) index.ByName[FoldKey(block.Name())].push_back(Mine(&block));
+  index.HasNames = true;
 }
 
 // Enters a block under its name, in the order of the blocks. Blocks are named as they come, so the
 // end is the usual place; a renamed one goes where its ordinal says.
 void Blocks::File(const Block* block) const {
-  std::vector<Block*>& list = mByName[FoldKey(block->Name())];
+  std::vector<Block*>& list = mIndex->ByName[FoldKey(block->Name())];
   if (list.empty() || block == Last()) {
     list.push_back(Mine(block));
     return;
@@ -307,22 +323,23 @@ void Blocks::File(const Block* block) const {
 }
 
 void Blocks::Unfile(const Block* block, std::string_view name) const {
-  const auto list = mByName.find(FoldKey(name));
-  if (list == mByName.end()) return;
+  const auto list = mIndex->ByName.find(FoldKey(name));
+  if (list == mIndex->ByName.end()) return;
   const auto at = std::find(list->second.rbegin(), list->second.rend(), block);
   if (at != list->second.rend()) list->second.erase(std::next(at).base());
-  if (list->second.empty()) mByName.erase(list);
+  if (list->second.empty()) mIndex->ByName.erase(list);
 }
 
 // Rises with the place of the block; 0 if it is not here. Removals leave gaps, which do no harm:
 // only the order counts, so nothing is renumbered.
 std::size_t Blocks::OrdinalOf(const Block* block) const {
-  if (mOrdinals.empty()) {
-    mLastOrdinal = 0;
-    for (const Block& each : mCol) mOrdinals[&each] = ++mLastOrdinal;
+  Index& index = MadeIndex();
+  if (index.Ordinals.empty()) {
+    index.LastOrdinal = 0;
+    for (const Block& each : mCol) index.Ordinals[&each] = ++index.LastOrdinal;
   }
-  const auto found = mOrdinals.find(block);
-  return found == mOrdinals.end() ? 0 : found->second;
+  const auto found = index.Ordinals.find(block);
+  return found == index.Ordinals.end() ? 0 : found->second;
 }
 
 // 1-based position; 0 if the block is not here.

@@ -7,7 +7,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -22,7 +21,7 @@ namespace vendrel {
 class Blocks {
  public:
   using Element = Block;
-  Blocks() = default;
+  Blocks();
   ~Blocks();
 
   /// True after `Sort`; `Add` clears it.
@@ -90,7 +89,10 @@ class Blocks {
   void FillLate(std::function<void()> fill) { mLate.Set(std::move(fill)); }
 
   /// Gives back the memory that was set aside for more blocks.
-  void Fit() { mCol.Fit(); }
+  void Fit() {
+    mCol.Fit();
+    DropIndex();
+  }
 
   auto begin() { return Whole().begin(); }
   auto end() { return Whole().end(); }
@@ -121,18 +123,17 @@ class Blocks {
   void Unfile(const Block* block, std::string_view name) const;
   std::size_t OrdinalOf(const Block* block) const;
   std::size_t PlaceOf(const Block* block) const;
+  struct Index;
+  Index& MadeIndex() const;
+  bool IsIndexed() const;
   const Block* FirstMatch(std::string_view base, std::string_view key, bool withArguments) const;
 
   KeyedCollection<Block> mCol;
   LateFill mLate;
-  mutable std::unordered_map<std::string, std::vector<Block*>> mByName;
-  /// Rising numbers in the order of the blocks; made when the place of a block is asked for.
-  mutable std::unordered_map<const Block*, std::size_t> mOrdinals;
-  mutable std::size_t mLastOrdinal = 0;
+  mutable std::unique_ptr<Index> mIndex;  // made at the first question that needs it
   mutable std::array<Block*, 17> mFirstOfType{};
   mutable std::uint32_t mTypesKnown = 0;  // bit per type: the entry above is right
-  mutable bool mIndexed = false;
-  bool mNamespaced = false;  // a block with a namespace has been here
+  bool mNamespaced = false;               // a block with a namespace has been here
   // A block in several collections tells only the last one of its changes; the others see by the
   // running number of such changes that their index is stale.
   bool mHasShared = false;

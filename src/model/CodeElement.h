@@ -32,6 +32,8 @@ class CodeElement : public HandleTarget {
   /// The module the element stands in; null if none.
   virtual Component* OwnComponent() const { return nullptr; }
 
+  // What may be asked of an element that is not const is made if it was not there; ask a const one
+  // to read.
   virtual LateText* TaggedDescriptionField() { return nullptr; }
   virtual LateText* UnTaggedDescriptionField() { return nullptr; }
   virtual bool* ExcludeFlagField() { return nullptr; }
@@ -40,10 +42,12 @@ class CodeElement : public HandleTarget {
   virtual OnDemand<vendrel::Examples>* ExamplesField() { return nullptr; }
   virtual OnDemand<vendrel::Permissions>* PermissionsField() { return nullptr; }
   virtual OnDemand<vendrel::Exceptions>* ExceptionsField() { return nullptr; }
-
-  const LateText* TaggedDescriptionField() const {
-    return const_cast<CodeElement*>(this)->TaggedDescriptionField();
-  }
+  virtual const LateText* TaggedDescriptionField() const { return nullptr; }
+  virtual const LateText* UnTaggedDescriptionField() const { return nullptr; }
+  virtual const bool* ExcludeFlagField() const { return nullptr; }
+  virtual const bool* IsNewField() const { return nullptr; }
+  virtual const OnDemand<vendrel::TaggedComments>* TaggedCommentsField() const { return nullptr; }
+  virtual const OnDemand<vendrel::Examples>* ExamplesField() const { return nullptr; }
 
   /// Assigning a description by name: read-only on most classes (raises 383).
   virtual void SetDescription(std::string_view text);
@@ -78,40 +82,75 @@ class ElementOf : public Base {
     return Base::OwnComponent();
   }
   LateText* TaggedDescriptionField() override {
-    if constexpr (requires(Class own) { own.TaggedDescription; }) return &Own().TaggedDescription;
+    if constexpr (requires(Class own) { own.TaggedDescription; })
+      return FieldOf(Own().TaggedDescription);
     return Base::TaggedDescriptionField();
   }
   LateText* UnTaggedDescriptionField() override {
     if constexpr (requires(Class own) { own.UnTaggedDescription; })
-      return &Own().UnTaggedDescription;
+      return FieldOf(Own().UnTaggedDescription);
     return Base::UnTaggedDescriptionField();
   }
   bool* ExcludeFlagField() override {
-    if constexpr (requires(Class own) { own.ExcludeFlag; }) return &Own().ExcludeFlag;
+    if constexpr (requires(Class own) { own.ExcludeFlag; }) return FieldOf(Own().ExcludeFlag);
     return Base::ExcludeFlagField();
   }
   bool* IsNewField() override {
-    if constexpr (requires(Class own) { own.IsNew; }) return &Own().IsNew;
+    if constexpr (requires(Class own) { own.IsNew; }) return FieldOf(Own().IsNew);
     return Base::IsNewField();
   }
   OnDemand<vendrel::TaggedComments>* TaggedCommentsField() override {
-    if constexpr (requires(Class own) { own.TaggedComments; }) return &Own().TaggedComments;
+    if constexpr (requires(Class own) { own.TaggedComments; }) return FieldOf(Own().TaggedComments);
     return Base::TaggedCommentsField();
   }
   OnDemand<vendrel::Examples>* ExamplesField() override {
-    if constexpr (requires(Class own) { own.Examples; }) return &Own().Examples;
+    if constexpr (requires(Class own) { own.Examples; }) return FieldOf(Own().Examples);
     return Base::ExamplesField();
   }
   OnDemand<vendrel::Permissions>* PermissionsField() override {
-    if constexpr (requires(Class own) { own.Permissions.IfAny(); }) return &Own().Permissions;
+    if constexpr (requires(Class own) { own.Permissions.IfAny(); })
+      return FieldOf(Own().Permissions);
     return Base::PermissionsField();
   }
   OnDemand<vendrel::Exceptions>* ExceptionsField() override {
-    if constexpr (requires(Class own) { own.Exceptions.IfAny(); }) return &Own().Exceptions;
+    if constexpr (requires(Class own) { own.Exceptions.IfAny(); }) return FieldOf(Own().Exceptions);
     return Base::ExceptionsField();
+  }
+  const LateText* TaggedDescriptionField() const override {
+    if constexpr (requires(Class own) { own.TaggedDescription; })
+      return FieldOf(Own().TaggedDescription);
+    return Base::TaggedDescriptionField();
+  }
+  const LateText* UnTaggedDescriptionField() const override {
+    if constexpr (requires(Class own) { own.UnTaggedDescription; })
+      return FieldOf(Own().UnTaggedDescription);
+    return Base::UnTaggedDescriptionField();
+  }
+  const bool* ExcludeFlagField() const override {
+    if constexpr (requires(Class own) { own.ExcludeFlag; }) return FieldOf(Own().ExcludeFlag);
+    return Base::ExcludeFlagField();
+  }
+  const bool* IsNewField() const override {
+    if constexpr (requires(Class own) { own.IsNew; }) return FieldOf(Own().IsNew);
+    return Base::IsNewField();
+  }
+  const OnDemand<vendrel::TaggedComments>* TaggedCommentsField() const override {
+    if constexpr (requires(Class own) { own.TaggedComments; }) return FieldOf(Own().TaggedComments);
+    return Base::TaggedCommentsField();
+  }
+  const OnDemand<vendrel::Examples>* ExamplesField() const override {
+    if constexpr (requires(Class own) { own.Examples; }) return FieldOf(Own().Examples);
+    return Base::ExamplesField();
   }
 
  private:
+  template <typename Field>
+  static auto FieldOf(Field& field) {
+    if constexpr (requires { field.Field(); })
+      return &field.Field();
+    else
+      return &field;
+  }
   Class& Own() { return static_cast<Class&>(*this); }
   const Class& Own() const { return static_cast<const Class&>(*this); }
 };

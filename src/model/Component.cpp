@@ -112,6 +112,47 @@ std::string_view Component::DefaultType(std::string_view name) const {
   return type;
 }
 
+namespace {
+
+// Of an element or of a collection, whatever it has of it.
+template <typename Element>
+void FitDescriptions(Element& element) {
+  element.TaggedDescription.Fit();
+  element.UnTaggedDescription.Fit();
+}
+
+template <typename Collection>
+void FitAll(Collection& elements) {
+  elements.Fit();
+  for (auto& element : elements) FitDescriptions(element);
+}
+
+void FitBlock(Block& block) {
+  FitDescriptions(block);
+  block.ReturnDescription.Fit();
+  if (Variables* variables = block.Variables.IfAny()) FitAll(*variables);
+  if (Constants* constants = block.Constants.IfAny()) FitAll(*constants);
+}
+
+}  // namespace
+
+void Component::Fit() {
+  Blocks.Fit();
+  for (Block& block : Blocks.Listed()) FitBlock(block);
+  FitDescriptions(*this);
+  for (EventDeclaration& event : EventDeclarations.Listed()) FitDescriptions(event);
+  EventDeclarations.Fit();
+  PropertyGroups.Fit();
+  AllVBControls.Fit();
+  FitAll(Enumerations);
+  for (Enumeration& enumeration : Enumerations) FitAll(enumeration.Members());
+  FitAll(Declarations);
+  FitAll(Interfaces);
+  FitAll(UDTs);
+  for (UDT& type : UDTs) FitAll(type.Members);
+  CommentBuffer.shrink_to_fit();
+}
+
 void Component::UnloadSourceCode() try {
   for (Block& block : Blocks.Listed()) block.UnloadSourceCode();
   Blocks.Fit();

@@ -171,6 +171,8 @@ class Component : public ElementOf<Component> {
   /// True while the line at hand lies in a false branch of `#If`.
   bool Ignore() const;
   void UnloadSourceCode();
+  /// Gives back the memory that was set aside for more elements and longer descriptions.
+  void Fit();
   /// `Def...` statements in order.
   std::vector<DefaultTypeEntry>& DefaultTypes() {
     mLetterTypes.clear();

@@ -8,9 +8,11 @@
 #include <string_view>
 
 #include "core/Enums.h"
+#include "core/RareMembers.h"
 #include "model/CodeElement.h"
 #include "model/Example.h"
 #include "model/Parameter.h"
+#include "model/SharedLinks.h"
 #include "model/TaggedComment.h"
 #include "model/Variable.h"
 
@@ -19,24 +21,53 @@ namespace vendrel {
 /// "PUBLIC" atPublic, "FRIEND" atFriend, anything else atPrivate; case ignored.
 AccessTypeEnum AccessTypeFromstring(std::string_view Access);
 
-/// A constant of a module or procedure.
-class Constant : public ElementOf<Constant> {
- public:
+/// What few constants have.
+struct ConstantParts {
   std::int32_t RefCount = 0;
-  SharedText Access;
-  std::string Name;
-  /// Text behind "=", string quotes included.
-  std::string Value;
-  SharedText TypeName;
-  /// Comment on the line of the constant.
-  LateText mDescription;
+  LateText Description;
   LateText TaggedDescription;
   LateText UnTaggedDescription;
   OnDemand<vendrel::TaggedComments> TaggedComments;
-  WeakHandle<vendrel::Component> Component;
-  /// The procedure that declares it; empty for a constant of the module.
-  WeakHandle<Block> Procedure;
+};
 
+/// Where a constant stands.
+struct ConstantPlace {
+  WeakHandle<vendrel::Component> Component;
+  WeakHandle<Block> Procedure;
+};
+
+/// A constant of a module or procedure.
+class Constant : public ElementOf<Constant> {
+ public:
+  Constant() = default;
+  ~Constant() override {
+    mParts.Free();
+    mPlace.Leave();
+  }
+
+  SharedText Access;
+  SharedText Name;
+  /// Text behind "=", string quotes included.
+  SharedText Value;
+  SharedText TypeName;
+  union {
+    RareParts<ConstantParts> mParts{};
+    Rarely<&ConstantParts::RefCount> RefCount;
+    /// Comment on the line of the constant.
+    Rarely<&ConstantParts::Description> mDescription;
+    Rarely<&ConstantParts::TaggedDescription> TaggedDescription;
+    Rarely<&ConstantParts::UnTaggedDescription> UnTaggedDescription;
+    Rarely<&ConstantParts::TaggedComments> TaggedComments;
+  };
+  union {
+    SharedRecord<ConstantPlace> mPlace{};
+    SharedLink<&ConstantPlace::Component> Component;
+    /// The procedure that declares it; empty for a constant of the module.
+    SharedLink<&ConstantPlace::Procedure> Procedure;
+  };
+
+  /// Links it as another one is: module and procedure.
+  void StandBeside(const Constant& other) { mPlace.Join(other.mPlace); }
   std::string Description() const override { return mDescription.str(); }
   void SetDescription(std::string_view text) override { mDescription = text; }
   std::string QualifiedName() const override;
@@ -74,9 +105,9 @@ class Constants : public ElementCollection<Constant, ConstantFamily> {};
 /// One member of an enumeration.
 class EnumMember : public ElementOf<EnumMember> {
  public:
-  std::string Name;
+  SharedText Name;
   /// Value as text; empty where the source gives none (the complete reading fills it).
-  std::string Value;
+  SharedText Value;
   /// Value as the source has it, where `Value` was resolved to something else.
   LateText ValueAsWritten;
   LateText TaggedDescription;
@@ -117,7 +148,7 @@ class EnumMembers : public ElementCollection<EnumMember, EnumMemberFamily> {};
 /// An `Enum` of a module.
 class Enumeration : public ElementOf<Enumeration> {
  public:
-  std::string Name;
+  SharedText Name;
   SharedText Access;
   std::int32_t HelpContextID = 0;
   LateText TaggedDescription;
@@ -172,7 +203,7 @@ class Enumerations : public ElementCollection<Enumeration, EnumerationFamily> {}
 /// A `Type` of a module.
 class UDT : public ElementOf<UDT> {
  public:
-  std::string Name;
+  SharedText Name;
   SharedText Access;
   /// The members, parsed as variables, each with this as `Parent`.
   Variables Members;
@@ -223,14 +254,14 @@ class UDTs : public ElementCollection<UDT, UDTFamily> {};
 /// An interface that a class implements.
 class Interface : public ElementOf<Interface> {
  public:
-  std::string Name;
+  SharedText Name;
   LateText TaggedDescription;
   LateText UnTaggedDescription;
   bool IsNew = false;
   bool ExcludeFlag = false;
   std::int32_t LineIndex = 0;
   bool IsHiddenMember = false;
-  std::string DocumentationLocation;
+  SharedText DocumentationLocation;
   OnDemand<vendrel::TaggedComments> TaggedComments;
   WeakHandle<vendrel::Component> Component;
 

@@ -108,6 +108,8 @@ class PlainCollection {
   void Remove(std::string_view key) try { mCol.Remove(key); }
   VENDREL_CONTEXT(key)
   void Clear() { mCol.Clear(); }
+  /// Gives back the memory that was set aside for more elements.
+  void Fit() { mCol.Fit(); }
   std::size_t Count() const { return mCol.Count(); }
   auto begin() { return mCol.begin(); }
   auto end() { return mCol.end(); }

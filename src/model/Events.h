@@ -21,7 +21,7 @@ class EventDeclaration : public ElementOf<EventDeclaration> {
   EventDeclaration();
   ~EventDeclaration() override;
 
-  std::string Name;
+  SharedText Name;
   OnDemand<vendrel::Parameters> Parameters;
   std::int32_t HelpContextID = 0;
   /// The help context ID of its attribute line; 0 without one.
@@ -172,7 +172,7 @@ class DeclareDeclaration : public ElementOf<DeclareDeclaration> {
   bool ExcludeFlag = false;
   SharedText ReturnType;
   OnDemand<vendrel::Parameters> Parameters;
-  std::string Name;
+  SharedText Name;
   SharedText Alias;
   /// The file named behind `Lib`, with ".dll" where it had no extension.
   SharedText Library;
@@ -225,7 +225,7 @@ class DeclareDeclarations : public ElementCollection<DeclareDeclaration, Declare
 /// One DLL named by the Declare statements of a project.
 class Library : public ElementOf<Library> {
  public:
-  std::string Name;
+  SharedText Name;
   LateText TaggedDescription;
   OnDemand<vendrel::TaggedComments> TaggedComments;
   /// The declarations that name this library; of repeated names the first.

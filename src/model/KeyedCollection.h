@@ -1,8 +1,9 @@
 #pragma once
 // The collection under every plural class: insertion order, 1-based positions, keys fixed when an
-// element is added and compared without regard to case, elements without a key. The order is a
-// vector, the keys are a hash of entries (never of positions), so that nothing shifts when an
-// element goes.
+// element is added and compared without regard to case, elements without a key. Elements and keys
+// stand in their order in one piece of memory; a collection of more than a few keys has a hash
+// table of positions beside it. A key that is the name of its element shares the memory of that
+// name.
 
 #include <concepts>
 #include <cstddef>
@@ -14,8 +15,9 @@
 #include <utility>
 #include <vector>
 
+#include "core/Ascii.h"
 #include "core/CaseFold.h"
-#include "core/Hash.h"
+#include "core/SharedText.h"
 #include "diagnostics/VendrelError.h"
 
 namespace vendrel {
@@ -42,21 +44,17 @@ template <typename T>
 class KeyedCollection {
  public:
   KeyedCollection() = default;
+  ~KeyedCollection() { Clear(); }
   KeyedCollection(const KeyedCollection&) = delete;
   KeyedCollection& operator=(const KeyedCollection&) = delete;
-  KeyedCollection(KeyedCollection&& other) noexcept
-      : mOrder(std::move(other.mOrder)),
-        mTable(std::move(other.mTable)),
-        mKeyed(std::exchange(other.mKeyed, 0)) {}
+  KeyedCollection(KeyedCollection&& other) noexcept { Swap(other); }
   KeyedCollection& operator=(KeyedCollection&& other) noexcept {
-    mOrder.swap(other.mOrder);
-    mTable.swap(other.mTable);
-    std::swap(mKeyed, other.mKeyed);
+    Swap(other);
     return *this;
   }
 
-  std::size_t Count() const { return mOrder.size(); }
-  bool Empty() const { return mOrder.empty(); }
+  std::size_t Count() const { return mCount; }
+  bool Empty() const { return mCount == 0; }
 
   /// The element at a 1-based position, or nothing. A const collection gives const elements.
   T* Find(std::size_t index) { return ItemAt(index); }
@@ -75,7 +73,7 @@ class KeyedCollection {
   T& At(std::string_view key) { return Required(ItemUnder(key)); }
   const T& At(std::string_view key) const { return Required(ItemUnder(key)); }
   /// Whether an element stands under that key.
-  bool HasKey(std::string_view key) const { return FindEntry(key) != nullptr; }
+  bool HasKey(std::string_view key) const { return FindPlace(key) != kNone; }
 
   /// Adds an element; an empty key adds it without one. Raises 457 if the key is taken and 9 if
   /// `before` or `after` names nothing.
@@ -87,53 +85,77 @@ class KeyedCollection {
   /// The same for a key that may be taken: then nothing is added, and it gives false.
   bool InsertIfFree(std::shared_ptr<T> item, std::string_view key, const Position& before = {},
                     const Position& after = {}) {
-    const std::string folded = FoldKey(key);
-    const std::uint32_t hash = Hash(folded);
-    if (mKeyed > 0 && !folded.empty() && FindFolded(folded, hash)) return false;
-    std::size_t at = mOrder.size();
+    const std::uint32_t hash = mTable && !key.empty() ? HashFolded(key) : 0;
+    if (!key.empty() && FindPlace(key, hash) != kNone) return false;
+    std::size_t at = mCount;
     if (before.Given())
       at = PlaceOf(before);
     else if (after.Given())
       at = PlaceOf(after) + 1;
-    std::unique_ptr<Entry> entry(new (folded.size()) Entry(std::move(item), folded, hash));
-    Entry* added = entry.get();
-    mOrder.insert(mOrder.begin() + static_cast<std::ptrdiff_t>(at), std::move(entry));
-    if (added->KeySize > 0) Index(added);
+    SharedText kept = KeyFor(*item, key);
+    if (mCount == mCapacity) Resize(mCount < 2 ? mCount + 1 : mCount + (mCount + 1) / 2);
+    if (at < mCount) {
+      MoveSlots(at + 1, at, mCount - at);
+      if (mTable) mTable->Shift(static_cast<std::uint32_t>(at), 1);
+    }
+    new (mSlots + at) Slot{std::move(item), std::move(kept)};
+    ++mCount;
+    if (mTable)
+      Enter(at, hash);
+    else if (mCount > kUnhashed && (!key.empty() || (mCount == kUnhashed + 1 && HasKeys())))
+      MakeTable();
     return true;
   }
 
   /// Removes the element at a position or under a key; raises 9 when there is none.
   void Remove(std::size_t index) {
-    if (index < 1 || index > mOrder.size()) throw VendrelError(errSubscript);
-    Unindex(mOrder[index - 1].get());
-    mOrder.erase(mOrder.begin() + static_cast<std::ptrdiff_t>(index - 1));
+    if (index < 1 || index > mCount) throw VendrelError(errSubscript);
+    const std::size_t at = index - 1;
+    if (mTable) mTable->Forget(static_cast<std::uint32_t>(at));
+    const Slot gone = std::move(mSlots[at]);  // ends when the collection is whole again
+    mSlots[at].~Slot();
+    MoveSlots(at, at + 1, mCount - index);
+    --mCount;
   }
   void Remove(std::string_view key) { Remove(PlaceOf(Position(key)) + 1); }
   /// Removes the elements at the 0-based positions `first + i` where `marked[i]`, in one pass.
   void RemoveMarked(std::size_t first, const std::vector<bool>& marked) {
+    const bool hadTable = std::exchange(mTable, nullptr) != nullptr;
+    std::vector<std::shared_ptr<T>> gone;  // end when the collection is whole again
     std::size_t to = first;
-    for (std::size_t from = first; from < mOrder.size(); ++from) {
-      const bool goes = from - first < marked.size() && marked[from - first];
-      if (goes)
-        Unindex(mOrder[from].get());
+    for (std::size_t from = first; from < mCount; ++from) {
+      if (from - first < marked.size() && marked[from - first])
+        gone.push_back(std::move(mSlots[from].Item));
       else if (to++ != from)
-        mOrder[to - 1] = std::move(mOrder[from]);
+        mSlots[to - 1] = std::move(mSlots[from]);
     }
-    mOrder.resize(to);
+    const std::size_t count = std::exchange(mCount, static_cast<std::uint32_t>(to));
+    for (std::size_t i = to; i < count; ++i) mSlots[i].~Slot();
+    if (hadTable) MakeTable();
   }
   void Clear() {
-    mOrder.clear();
     mTable.reset();
-    mKeyed = 0;
+    Slot* const slots = std::exchange(mSlots, nullptr);
+    const std::size_t count = std::exchange(mCount, 0u);
+    mCapacity = 0;
+    for (std::size_t i = 0; i < count; ++i) slots[i].~Slot();
+    ::operator delete(slots);
   }
 
   /// The key under which the element at a 1-based position was added, folded; empty if none.
-  std::string_view KeyOf(std::size_t index) const { return mOrder.at(index - 1)->Key(); }
+  std::string KeyOf(std::size_t index) const {
+    if (index < 1 || index > mCount) throw VendrelError(errSubscript);
+    return FoldKey(mSlots[index - 1].Key);
+  }
 
   /// Gives back the memory that was set aside for more elements.
-  void Fit() { mOrder.shrink_to_fit(); }
+  void Fit() {
+    if (mCount < mCapacity) Resize(mCount);
+  }
   /// Sets memory aside for that many elements in all.
-  void Reserve(std::size_t count) { mOrder.reserve(count); }
+  void Reserve(std::size_t count) {
+    if (count > mCapacity) Resize(count);
+  }
 
   /// Over `T` or `const T`. It counts places, so that elements may be added during a walk.
   template <typename Element>
@@ -146,8 +168,8 @@ class KeyedCollection {
     using reference = Element&;
     Walk() = default;
     Walk(const KeyedCollection* owner, std::size_t at) : mOwner(owner), mAt(at) {}
-    Element& operator*() const { return *mOwner->mOrder[mAt]->Item; }
-    Element* operator->() const { return mOwner->mOrder[mAt]->Item.get(); }
+    Element& operator*() const { return *mOwner->mSlots[mAt].Item; }
+    Element* operator->() const { return mOwner->mSlots[mAt].Item.get(); }
     Walk& operator++() {
       ++mAt;
       return *this;
@@ -166,124 +188,161 @@ class KeyedCollection {
   using Iterator = Walk<T>;
   using ConstIterator = Walk<const T>;
   Iterator begin() { return {this, 0}; }
-  Iterator end() { return {this, mOrder.size()}; }
+  Iterator end() { return {this, mCount}; }
   ConstIterator begin() const { return {this, 0}; }
-  ConstIterator end() const { return {this, mOrder.size()}; }
+  ConstIterator end() const { return {this, mCount}; }
 
  private:
-  // An element and behind it, in the same piece of memory, its folded key.
-  struct Entry {
-    Entry() = default;
-    Entry(std::shared_ptr<T> item, std::string_view key, std::uint32_t hash)
-        : Item(std::move(item)), Hash(hash), KeySize(static_cast<std::uint32_t>(key.size())) {
-      key.copy(reinterpret_cast<char*>(this + 1), key.size());
-    }
-    static void* operator new(std::size_t size, std::size_t keySize) {
-      return ::operator new(size + keySize);
-    }
-    static void operator delete(void* entry) { ::operator delete(entry); }
-    std::string_view Key() const { return {reinterpret_cast<const char*>(this + 1), KeySize}; }
-
+  struct Slot {
     std::shared_ptr<T> Item;
-    std::uint32_t Hash = 0;
-    std::uint32_t KeySize = 0;
+    SharedText Key;
   };
-  // The entries with a key by its hash; most collections are too short to have one.
-  struct Table {
-    std::vector<Entry*> Slots;
-    std::size_t Used = 0;
-
-    void Place(Entry* entry) {
-      std::size_t i = entry->Hash & (Slots.size() - 1);
-      while (Slots[i]) i = (i + 1) & (Slots.size() - 1);
-      Slots[i] = entry;
-      ++Used;
-    }
-  };
+  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
   static constexpr std::size_t kUnhashed = 8;  // below this a walk is cheaper than a table
 
+  // The 0-based places of the elements with a key, by its hash.
+  struct Table {
+    static constexpr std::uint32_t kFree = 0xFFFFFFFF, kGone = 0xFFFFFFFE;
+    std::vector<std::uint32_t> Places;
+    std::size_t Used = 0;
+
+    void Put(std::uint32_t hash, std::uint32_t place) {
+      std::size_t i = hash & (Places.size() - 1);
+      while (Places[i] != kFree) i = (i + 1) & (Places.size() - 1);
+      Places[i] = place;
+      ++Used;
+    }
+    // Everything from that place on stands so many places further behind.
+    void Shift(std::uint32_t from, std::uint32_t by) {
+      for (std::uint32_t& place : Places)
+        if (place >= from && place < kGone) place += by;
+    }
+    // That place is empty, and everything behind it stands one in front. The mark that is left
+    // keeps the chains behind it in reach.
+    void Forget(std::uint32_t gone) {
+      for (std::uint32_t& place : Places) {
+        if (place == gone)
+          place = kGone;
+        else if (place > gone && place < kGone)
+          --place;
+      }
+    }
+  };
+
+  void Swap(KeyedCollection& other) {
+    std::swap(mSlots, other.mSlots);
+    std::swap(mTable, other.mTable);
+    std::swap(mCount, other.mCount);
+    std::swap(mCapacity, other.mCapacity);
+  }
   T* ItemAt(std::size_t index) const {
-    return index >= 1 && index <= mOrder.size() ? mOrder[index - 1]->Item.get() : nullptr;
+    return index >= 1 && index <= mCount ? mSlots[index - 1].Item.get() : nullptr;
   }
   T* ItemUnder(std::string_view key) const {
-    const Entry* entry = FindEntry(key);
-    return entry ? entry->Item.get() : nullptr;
+    const std::size_t place = FindPlace(key);
+    return place == kNone ? nullptr : mSlots[place].Item.get();
   }
   std::shared_ptr<T> SharedAt(std::size_t index) const {
-    return index >= 1 && index <= mOrder.size() ? mOrder[index - 1]->Item : nullptr;
+    return index >= 1 && index <= mCount ? mSlots[index - 1].Item : nullptr;
   }
   std::shared_ptr<T> SharedUnder(std::string_view key) const {
-    const Entry* entry = FindEntry(key);
-    return entry ? entry->Item : nullptr;
+    const std::size_t place = FindPlace(key);
+    return place == kNone ? nullptr : mSlots[place].Item;
   }
   static T& Required(T* item) {
     if (!item) throw VendrelError(errSubscript);
     return *item;
   }
-  static std::uint32_t Hash(std::string_view folded) { return HashOfText(folded); }
-  const Entry* FindEntry(std::string_view key) const {
-    if (mKeyed == 0 || key.empty()) return nullptr;
-    const std::string folded = FoldKey(key);
-    return FindFolded(folded, Hash(folded));
-  }
-  const Entry* FindFolded(std::string_view folded, std::uint32_t hash) const {
-    if (!mTable) {
-      for (const auto& entry : mOrder)
-        if (entry->Hash == hash && entry->Key() == folded) return entry.get();
-      return nullptr;
+  // The key as it is kept: with the memory of the element's name if it is the same text.
+  static SharedText KeyFor(const T& item, std::string_view key) {
+    if constexpr (requires { item.Name.view(); }) {
+      if (item.Name.view() == key) return SharedText(item.Name);
+    } else if constexpr (requires { item.Name().view(); }) {
+      if (item.Name().view() == key) return SharedText(item.Name());
     }
-    const std::vector<Entry*>& slots = mTable->Slots;
-    for (std::size_t i = hash & (slots.size() - 1);; i = (i + 1) & (slots.size() - 1)) {
-      if (!slots[i]) return nullptr;
-      if (slots[i] != Gone() && slots[i]->Hash == hash && slots[i]->Key() == folded)
-        return slots[i];
+    return SharedText(key);
+  }
+
+  std::size_t FindPlace(std::string_view key) const {
+    if (key.empty()) return kNone;
+    return FindPlace(key, mTable ? HashFolded(key) : 0);
+  }
+  // The hash counts only where there is a table.
+  std::size_t FindPlace(std::string_view key, std::uint32_t hash) const {
+    if (!mTable) {
+      for (std::size_t i = 0; i < mCount && mCount <= kUnhashed; ++i)
+        if (MayEqual(mSlots[i].Key, key) && EqualsNoCase(mSlots[i].Key, key)) return i;
+      return kNone;
+    }
+    const std::vector<std::uint32_t>& places = mTable->Places;
+    for (std::size_t i = hash & (places.size() - 1);; i = (i + 1) & (places.size() - 1)) {
+      if (places[i] == Table::kFree) return kNone;
+      if (places[i] == Table::kGone) continue;
+      const SharedText& found = mSlots[places[i]].Key;
+      if (MayEqual(found, key) && EqualsNoCase(found, key)) return places[i];
     }
   }
   std::size_t PlaceOf(const Position& position) const {
     if (position.Index > 0) {
-      if (position.Index > mOrder.size()) throw VendrelError(errSubscript);
+      if (position.Index > mCount) throw VendrelError(errSubscript);
       return position.Index - 1;
     }
-    const Entry* entry = FindEntry(position.Key);
-    for (std::size_t i = 0; entry && i < mOrder.size(); ++i)
-      if (mOrder[i].get() == entry) return i;
-    throw VendrelError(errSubscript, std::string(position.Key));
+    const std::size_t place = FindPlace(position.Key);
+    if (place == kNone) throw VendrelError(errSubscript, std::string(position.Key));
+    return place;
   }
-  void Index(Entry* entry) {
-    ++mKeyed;
-    if (!mTable && mKeyed <= kUnhashed && mOrder.size() <= 2 * kUnhashed) return;
-    if (!mTable || (mTable->Used + 1) * 4 > mTable->Slots.size() * 3)
-      Rehash();
+  // What two texts begin with tells most of them apart.
+  static bool MayEqual(const SharedText& kept, std::string_view key) {
+    if (kept.empty()) return false;
+    const char a = kept.front(), b = key.front();
+    return LowerAscii(a) == LowerAscii(b) || ((a | b) & 0x80) != 0;
+  }
+  bool HasKeys() const {
+    for (std::size_t i = 0; i < mCount; ++i)
+      if (!mSlots[i].Key.empty()) return true;
+    return false;
+  }
+  void Enter(std::size_t place, std::uint32_t hash) {
+    if (mSlots[place].Key.empty()) return;
+    if ((mTable->Used + 1) * 4 > mTable->Places.size() * 3)
+      MakeTable();
     else
-      mTable->Place(entry);
+      mTable->Put(hash, static_cast<std::uint32_t>(place));
   }
-  void Rehash() {
-    std::size_t size = 32;
-    while (size < mKeyed * 2) size *= 2;
+  void MakeTable() {
+    std::size_t keyed = 0;
+    for (std::size_t i = 0; i < mCount; ++i) keyed += !mSlots[i].Key.empty();
+    std::size_t size = 16;
+    while (size * 3 < (keyed + 1) * 4) size *= 2;
     if (!mTable) mTable = std::make_unique<Table>();
-    mTable->Slots.assign(size, nullptr);
+    mTable->Places.assign(size, Table::kFree);
     mTable->Used = 0;
-    for (const auto& entry : mOrder)
-      if (entry->KeySize > 0) mTable->Place(entry.get());
+    for (std::size_t i = 0; i < mCount; ++i)
+      if (!mSlots[i].Key.empty())
+        mTable->Put(HashFolded(mSlots[i].Key), static_cast<std::uint32_t>(i));
   }
-  void Unindex(const Entry* entry) {
-    if (entry->KeySize == 0) return;
-    --mKeyed;
-    if (!mTable) return;
-    std::vector<Entry*>& slots = mTable->Slots;
-    std::size_t i = entry->Hash & (slots.size() - 1);
-    while (slots[i] != entry) i = (i + 1) & (slots.size() - 1);
-    slots[i] = Gone();
+  void MoveSlots(std::size_t to, std::size_t from, std::size_t count) {
+    if (to < from)
+      for (std::size_t i = 0; i < count; ++i) MoveSlot(mSlots + to + i, mSlots[from + i]);
+    else
+      for (std::size_t i = count; i-- > 0;) MoveSlot(mSlots + to + i, mSlots[from + i]);
   }
-  // Marks a slot whose entry went, so that chains behind it stay reachable.
-  static Entry* Gone() {
-    static Entry gone{};
-    return &gone;
+  static void MoveSlot(Slot* to, Slot& from) {
+    new (to) Slot(std::move(from));
+    from.~Slot();
+  }
+  void Resize(std::size_t capacity) {
+    auto* slots = capacity ? static_cast<Slot*>(::operator new(capacity * sizeof(Slot))) : nullptr;
+    for (std::size_t i = 0; i < mCount; ++i) MoveSlot(slots + i, mSlots[i]);
+    ::operator delete(mSlots);
+    mSlots = slots;
+    mCapacity = static_cast<std::uint32_t>(capacity);
   }
 
-  std::vector<std::unique_ptr<Entry>> mOrder;
-  std::unique_ptr<Table> mTable;
-  std::size_t mKeyed = 0;
+  Slot* mSlots = nullptr;
+  std::unique_ptr<Table> mTable;  // of more than a few elements, if one of them has a key
+  std::uint32_t mCount = 0;
+  std::uint32_t mCapacity = 0;
 };
 
 /// What a collection that is no longer const gives to walk and amend its elements, without the

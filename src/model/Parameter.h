@@ -4,39 +4,58 @@
 #include <string_view>
 #include <utility>
 
+#include "core/RareMembers.h"
 #include "model/CodeElement.h"
 #include "model/TaggedComment.h"
 
 namespace vendrel {
 
+/// What few parameters have.
+struct ParameterParts {
+  bool IsParamArray = false;
+  bool IsArray = false;
+  bool RelationshipResolved = false;
+  SharedText DefaultValue;
+  SharedText RelationshipTo;
+  LateText Description;
+  LateText TaggedDescription;
+  OnDemand<vendrel::TaggedComments> TaggedComments;
+};
+
 /// One parameter of a procedure, event or `Declare`.
 class Parameter : public ElementOf<Parameter> {
  public:
+  Parameter() = default;
+  ~Parameter() override { mParts.Free(); }
+
   // What is small stands first, in the room that the base class leaves.
   bool IsOptional = false;
   bool IsByRef = false;
-  /// The last parameter takes any number of arguments; it is optional then.
-  bool IsParamArray = false;
-  bool IsArray = false;
   /// No type was written.
   bool ImplicitType = false;
-  bool RelationshipResolved = false;
 
  private:
   friend class Parameters;
   bool mListed = false;  // stands in a list, whose index a new name makes stale
 
  public:
-  /// Text of the comments for this parameter.
-  LateText mDescription;
   /// Type as written; of an untyped one, the default type.
   SharedText VariableType;
-  SharedText DefaultValue;
   /// The `Block`, event or `Declare` it belongs to.
   WeakHandle<CodeElement> Parent;
-  LateText TaggedDescription;
-  SharedText RelationshipTo;
-  OnDemand<vendrel::TaggedComments> TaggedComments;
+  union {
+    RareParts<ParameterParts> mParts{};
+    /// The last parameter takes any number of arguments; it is optional then.
+    Rarely<&ParameterParts::IsParamArray> IsParamArray;
+    Rarely<&ParameterParts::IsArray> IsArray;
+    Rarely<&ParameterParts::RelationshipResolved> RelationshipResolved;
+    Rarely<&ParameterParts::DefaultValue> DefaultValue;
+    Rarely<&ParameterParts::RelationshipTo> RelationshipTo;
+    /// Text of the comments for this parameter.
+    Rarely<&ParameterParts::Description> mDescription;
+    Rarely<&ParameterParts::TaggedDescription> TaggedDescription;
+    Rarely<&ParameterParts::TaggedComments> TaggedComments;
+  };
 
   std::string ElementName() const override { return mName; }
   std::string Description() const override { return mDescription.str(); }
@@ -44,7 +63,7 @@ class Parameter : public ElementOf<Parameter> {
   std::string QualifiedName() const override;
   Component* OwnComponent() const override;
 
-  const std::string& Name() const { return mName; }
+  const SharedText& Name() const { return mName; }
   void SetName(std::string_view name);
 
   /// Parses one parameter, e.g. "Optional ByVal a As Long = 5", in the language now in force.
@@ -75,7 +94,7 @@ class Parameter : public ElementOf<Parameter> {
   }
 
  private:
-  std::string mName;
+  SharedText mName;
 };
 
 struct ParameterFamily {

@@ -39,7 +39,7 @@ std::string MaxAccess(const Block* block, std::string_view Current) {
 }
 
 void PropertyGroup::SetBlock(WeakHandle<Block>& slot, Block* block) {
-  mTaggedComments.reset();
+  mGathered.reset();
   slot = block;
   if (!block) return;
   IsHiddenMember |= block->IsHiddenMember;
@@ -74,22 +74,22 @@ PropertyTypeEnum PropertyGroup::PropertyAccess(AccessTypeEnum AccessType) const 
 
 std::string_view PropertyGroup::TaggedDescription() const {
   ConsolidateDescriptions();
-  return mTaggedDescription;
+  return mGathered->TaggedDescription;
 }
 
 std::string_view PropertyGroup::UnTaggedDescription() const {
   ConsolidateDescriptions();
-  return mUnTaggedDescription;
+  return mGathered->UnTaggedDescription;
 }
 
 TaggedComments& PropertyGroup::TaggedComments() {
   ConsolidateDescriptions();
-  return *mTaggedComments;
+  return mGathered->TaggedComments;
 }
 
 const TaggedComments& PropertyGroup::TaggedComments() const {
   ConsolidateDescriptions();
-  return *mTaggedComments;
+  return mGathered->TaggedComments;
 }
 
 void Component::AddPropertyBlockToPropertyGroup(Block* block) try {

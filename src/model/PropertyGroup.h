@@ -11,7 +11,7 @@ namespace vendrel {
 /// The live view of one property: its `Get`, `Let` and `Set` as one element.
 class PropertyGroup : public ElementOf<PropertyGroup> {
  public:
-  std::string Name;
+  SharedText Name;
   /// First value that is not 0.
   std::int32_t HelpContextID = 0;
   /// Any block is hidden.
@@ -78,9 +78,13 @@ class PropertyGroup : public ElementOf<PropertyGroup> {
   void ConsolidateDescriptions() const;
 
   WeakHandle<Block> mGet, mLet, mSet;
-  mutable LateText mTaggedDescription;
-  mutable LateText mUnTaggedDescription;
-  mutable std::shared_ptr<vendrel::TaggedComments> mTaggedComments;
+  // Made when the descriptions of the blocks are gathered.
+  struct Gathered {
+    LateText TaggedDescription;
+    LateText UnTaggedDescription;
+    vendrel::TaggedComments TaggedComments;
+  };
+  mutable std::unique_ptr<Gathered> mGathered;
 };
 
 class PropertyGroups : public PlainCollection<PropertyGroup> {};

@@ -23,12 +23,12 @@ namespace vendrel {
 class TaggedComment : public HandleTarget {
  public:
   /// The tag with its two hashes, e.g. "##SUMMARY"; upper case after `Initialise`.
-  std::string TagIdentifier;
+  SharedText TagIdentifier;
   /// The member that the comment addresses; empty for most tags.
-  std::string Qualifier;
+  SharedText Qualifier;
   /// Free for the client.
-  std::string Tag;
-  std::string State;
+  SharedText Tag;
+  SharedText State;
   /// 1-based line of its block on which it was read.
   std::int32_t LineIndex = 0;
   /// 1-based physical line in the file of its module; 0: not from source.

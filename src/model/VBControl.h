@@ -45,6 +45,8 @@ class VBControls {
   /// Adds a control; a key that is taken adds it without one.
   void Add(std::shared_ptr<VBControl> item, std::string_view key = {});
   void Remove(std::size_t index) { mCol.Remove(index); }
+  /// Gives back the memory that was set aside for more controls.
+  void Fit() { mCol.Fit(); }
   std::size_t Count() const { return mCol.Count(); }
   auto begin() { return mCol.begin(); }
   auto end() { return mCol.end(); }
@@ -57,7 +59,7 @@ class VBControls {
 
   KeyedCollection<VBControl> mCol;
   // Folded whole name to position; made at the first look-up by name.
-  mutable std::shared_ptr<std::unordered_map<std::string, std::size_t>> mNames;
+  mutable std::unique_ptr<std::unordered_map<std::string, std::size_t>> mNames;
 };
 
 /// Where a control is described in the text of its module: 0-based bytes from its `Begin` line to
@@ -75,12 +77,12 @@ class VBControl : public ElementOf<VBControl> {
   ~VBControl() override;
 
   /// Class of the control as written behind `Begin`.
-  std::string ProgID;
-  std::string Name;
+  SharedText ProgID;
+  SharedText Name;
   std::int32_t Index = 0;
   ControlSpan Span;
-  std::string Caption;
-  std::string Text;
+  SharedText Caption;
+  SharedText Text;
   /// From `Left` and `Top`, in the units of the container.
   std::int32_t x = 0;
   std::int32_t y = 0;

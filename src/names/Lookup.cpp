@@ -262,7 +262,7 @@ const VBControl* VBControls::Named(std::string_view name) const {
 }
 
 void VBControls::IndexNames() const {
-  mNames = std::make_shared<std::unordered_map<std::string, std::size_t>>();
+  mNames = std::make_unique<std::unordered_map<std::string, std::size_t>>();
   for (std::size_t i = 1; i <= Count(); ++i) mNames->emplace(FoldKey(Item(i)->Name), i);
 }
 

@@ -18,6 +18,10 @@ void VisitEach(Collection& elements, const Visitor& visit) {
 }
 
 /// The elements of a collection that may never have been made.
+template <auto Member>
+void VisitEach(Rarely<Member>& elements, const Visitor& visit) {
+  if (auto* made = elements.IfAny()) VisitEach(*made, visit);
+}
 template <typename Collection>
 void VisitEach(OnDemand<Collection>& elements, const Visitor& visit) {
   if (Collection* made = elements.IfAny()) VisitEach(*made, visit);

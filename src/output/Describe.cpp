@@ -50,6 +50,29 @@ struct Content<OnDemand<T>> {
 template <typename T>
 using ContentOf = typename Content<T>::Type;
 
+// A member that few objects have, or that many share, is described as what it stands for.
+template <typename T>
+struct StandsFor {
+  using Type = T;
+};
+template <typename T>
+requires requires { typename T::Part; }
+struct StandsFor<T> {
+  using Type = typename T::Part;
+};
+template <typename T>
+requires requires { typename T::Target; }
+struct StandsFor<T> {
+  using Type = WeakHandle<typename T::Target>;
+};
+template <typename T>
+decltype(auto) Behind(const T& property) {
+  if constexpr (requires { property.Field(); })
+    return property.Field();
+  else
+    return (property);
+}
+
 template <typename T>
 concept CollectionOfElements = requires {
   typename T::Element;
@@ -57,8 +80,8 @@ concept CollectionOfElements = requires {
 
 // Type of a property without reference and const.
 template <typename Class, std::size_t I>
-using ValueOf = std::remove_cvref_t<
-    decltype(PropertyOf<I>(kPropertiesOf<Class>).Of(std::declval<const Class&>()))>;
+using ValueOf = typename StandsFor<std::remove_cvref_t<
+    decltype(PropertyOf<I>(kPropertiesOf<Class>).Of(std::declval<const Class&>()))>>::Type;
 
 template <typename T>
 constexpr PropertyShape ShapeOf() {
@@ -84,8 +107,8 @@ constexpr PropertyShape ShapeOf() {
   }
 }
 
-template <typename T>
-void Fill(PropertyValue& value, const T& property) {
+template <typename T, typename Read>
+void Fill(PropertyValue& value, const Read& property) {
   constexpr PropertyShape shape = ShapeOf<T>();
   if constexpr (shape == PropertyShape::Truth)
     value.Truth = property;
@@ -149,8 +172,8 @@ concept DropsByPosition = requires(T& items) {
 };
 
 // Gives `target` the value; false, without a change, where that does not fit.
-template <typename T>
-bool Assign(T& target, const PropertyValue& value) {
+template <typename T, typename Target>
+bool Assign(Target& target, const PropertyValue& value) {
   constexpr PropertyShape shape = ShapeOf<T>();
   if constexpr (std::is_enum_v<T>) {
     if (!FindName(NamesOf(T()), value.Number)) return false;
@@ -218,7 +241,11 @@ struct Property {
   using ElementType = typename ElementTypeOf<Type>::Type;
 
   static decltype(auto) Of(const void* object) {
-    return kEntry.Of(*static_cast<const Class*>(object));
+    using Result = decltype(kEntry.Of(*static_cast<const Class*>(object)));
+    if constexpr (std::is_reference_v<Result>)
+      return Behind(kEntry.Of(*static_cast<const Class*>(object)));
+    else
+      return kEntry.Of(*static_cast<const Class*>(object));
   }
 
   static void Read(const void* object, PropertyValue& value) {
@@ -226,7 +253,7 @@ struct Property {
     if constexpr (std::is_same_v<Result, std::string>)
       value.Text = value.Store = Of(object);
     else
-      Fill(value, Of(object));
+      Fill<Type>(value, Of(object));
   }
 
   static std::size_t Count(const void* object) {
@@ -278,11 +305,11 @@ struct Property {
     Class& element = *static_cast<Class*>(object);
     if constexpr (kEntry.kHasSetter) {
       typename ArgumentOf<decltype(kEntry.Set)>::Type argument{};
-      if (!Assign(argument, value)) return false;
+      if (!Assign<typename ArgumentOf<decltype(kEntry.Set)>::Type>(argument, value)) return false;
       (element.*kEntry.Set)(argument);
       return true;
     } else {
-      return Assign(kEntry.Of(element), value);
+      return Assign<Type>(kEntry.Of(element), value);
     }
   }
 

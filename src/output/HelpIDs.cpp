@@ -61,7 +61,9 @@ const Variables* VariablesOf(const Block& block) {
 
 std::int32_t HighestIn(const Component& component) {
   std::int32_t highest = component.HelpContextID;
-  const auto see = [&](const auto& element) { highest = std::max(highest, element.HelpContextID); };
+  const auto see = [&](const auto& element) {
+    highest = std::max(highest, std::int32_t{element.HelpContextID});
+  };
   for (const EventDeclaration& event : component.EventDeclarations) see(event);
   for (const Block& block : component.Blocks) {
     see(block);

@@ -59,7 +59,7 @@ bool IsLetOrSet(const Block& b) {
 
 // An overload has its types in its name.
 std::string NameOf(const Block& b) {
-  return b.Overloaded() ? b.Name().substr(0, b.Name().find('(')) : b.Name();
+  return b.Overloaded() ? b.Name().substr(0, b.Name().find('(')) : b.Name().str();
 }
 
 std::string Declaring(const Block& b) {
@@ -124,7 +124,7 @@ std::string Declaring(const Constant& c) {
 std::string Declaring(const Component& c) { return Phrase({c.Access, "module", c.Name}); }
 std::string Declaring(const Enumeration& e) { return Phrase({e.Access, "Enum", e.Name}); }
 std::string Declaring(const EnumMember& m) {
-  return m.Value.empty() ? m.Name : Phrase({m.Name, "=", m.Value});
+  return m.Value.empty() ? m.Name.str() : Phrase({m.Name, "=", m.Value});
 }
 std::string Declaring(const UDT& u) { return Phrase({u.Access, "Type", u.Name}); }
 std::string Declaring(const EventDeclaration& e) {

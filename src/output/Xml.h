@@ -56,7 +56,9 @@ class XmlElement {
   /// "False", numbers and enumerations are decimal.
   template <typename T>
   void SetAttribute(const char* name, const T& value) {
-    if constexpr (std::is_same_v<T, bool>)
+    if constexpr (requires { value.Value(); })
+      SetAttribute(name, value.Value());  // a member that few elements have
+    else if constexpr (std::is_same_v<T, bool>)
       SetText(name, value ? "True" : "False");
     else if constexpr (std::is_arithmetic_v<T> || std::is_enum_v<T>)
       SetText(name, std::to_string(static_cast<std::int64_t>(value)));

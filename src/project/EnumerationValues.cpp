@@ -142,7 +142,7 @@ void EnumerationEvaluator::NumberMembers(const Component& component, Enumeration
       const double number = ToLong(*value);
       next = number + 1;
       const std::string text = std::to_string(static_cast<std::int64_t>(number));
-      if (text != member.Value) member.ValueAsWritten = member.Value;
+      if (text != member.Value) member.ValueAsWritten = member.Value.view();
       member.Value = text;
       if (!mNamesMatter) continue;
       const Named known{&component, {}, ScriptValue::Whole(number, ScriptKind::Long)};

@@ -294,7 +294,7 @@ class StatementScan {
 std::pair<std::string, std::string> FunctionNamedBy(const DeclareDeclaration& declare) {
   std::string library = LowerAscii(declare.Library);
   if (library.ends_with(".dll")) library.resize(library.size() - 4);
-  return {library, declare.Alias.str().empty() ? declare.Name : declare.Alias.str()};
+  return {library, (declare.Alias.empty() ? declare.Name : declare.Alias).str()};
 }
 
 DeclaredFunctions::DeclaredFunctions(const VBProject& project) {

@@ -27,6 +27,12 @@ class LineClassifier : public ScanRules {
   /// The physical line behind one that was `Continued`; the parts are those of the statement so
   /// far.
   Result Next(std::string_view physical, ParsedLine& line);
+  /// Gives back the room of its buffers, which views of the last line point into.
+  void Rest() {
+    for (std::string* buffer : {&mWork, &mStatement, &mBlanked, &mLogical})
+      std::string().swap(*buffer);
+    mLogicalSize = 0;
+  }
   /// The statement so far, without its final underscore, for a line that was `Continued`.
   std::string_view LogicalText() const {
     return std::string_view(mLogical).substr(0, mLogicalSize);

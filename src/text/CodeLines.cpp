@@ -1,5 +1,8 @@
 #include "text/CodeLines.h"
 
+#include <algorithm>
+#include <bit>
+
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
@@ -8,7 +11,7 @@
 
 namespace vendrel {
 namespace {
-constexpr std::size_t kFirstLines = 24;  // an everyday procedure; the rest is given back
+constexpr std::uint32_t kFirstGroups = 2;  // an everyday procedure; the rest is given back
 
 unsigned FlagIf(bool holds, unsigned flag) { return holds ? flag : 0; }
 
@@ -35,20 +38,102 @@ CodeLines::CodeLines(std::shared_ptr<const std::string> text, LanguageVersionEnu
                      const ClassifierRules& rules)
     : mText(std::move(text)), mRules(rules), mLanguage(static_cast<std::uint8_t>(language)) {}
 
-const CodeLines::Line& CodeLines::At(std::int32_t index) const {
+CodeLines::Line CodeLines::At(std::int32_t index) const {
   if (mUnloaded) throw VendrelError(errObjectNotSet, "the source lines have been unloaded");
-  if (index < 1 || static_cast<std::size_t>(index) > mLines.size())
+  const auto line = static_cast<std::uint32_t>(index - 1);
+  if (index < 1 || line >= Size())
     throw VendrelError(errSubscript, "line " + std::to_string(index));
-  return mLines[static_cast<std::size_t>(index - 1)];
+  return IsWide() ? mOdd->Lines[line] : Unpacked(line);
+}
+
+CodeLines::Line CodeLines::Unpacked(std::uint32_t line) const {
+  const std::uint32_t* group = &mWords[WordOf(line / kGroup * kGroup) - 1];
+  std::uint32_t offset = group[0];
+  const std::uint32_t inGroup = line % kGroup;
+  for (std::uint32_t i = 0; i < inGroup; ++i)
+    offset += std::bit_cast<Step>(group[1 + i]).Length + mGap;
+  const auto step = std::bit_cast<Step>(group[1 + inGroup]);
+  return {offset, step.Length, step.Type, step.Flags};
+}
+
+// For another line: whole groups, whose number doubles.
+void CodeLines::MakeRoom() {
+  const std::uint32_t groups = (mCount + kGroup - 1) / kGroup;
+  const std::uint32_t room = std::max(kFirstGroups, std::bit_ceil(mCount / kGroup + 1));
+  if (!mShrunk && groups > 0 && std::max(kFirstGroups, std::bit_ceil(groups)) == room) return;
+  std::unique_ptr<std::uint32_t[]> words(new std::uint32_t[room * (kGroup + 1)]);
+  std::copy_n(mWords.get(), WordsOf(mCount), words.get());
+  mWords = std::move(words);
+  mShrunk = false;
+}
+
+// Whether the line goes into the groups: it begins where the one above it lets expect.
+bool CodeLines::Steps(const Line& line) {
+  if (line.Length == kFar || line.Flags & (kWhole | kHeld)) return false;
+  if (mCount == 0) return true;
+  if (mGap == kNoGap) {
+    const std::uint32_t gap = line.Offset - mNext;
+    if (line.Offset < mNext || gap >= kNoGap) return false;
+    mGap = static_cast<std::uint8_t>(gap);
+    mNext = line.Offset;
+  }
+  return line.Offset == mNext;
+}
+
+void CodeLines::PushOther(const Line& line) {
+  if (IsWide() || !Steps(line)) {
+    Widen().push_back(line);
+    return;
+  }
+  MakeRoom();
+  const std::uint32_t word = WordOf(mCount);
+  if (mCount++ % kGroup == 0) mWords[word - 1] = line.Offset;
+  mWords[word] = std::bit_cast<std::uint32_t>(Step{line.Length, line.Type, line.Flags});
+  mNext = line.Offset + line.Length + (mGap == kNoGap ? 0 : mGap);
+}
+
+// All lines with their places, from now on.
+std::vector<CodeLines::Line>& CodeLines::Widen() {
+  OddLines& odd = Odd();
+  if (odd.HasLines) return odd.Lines;
+  odd.Lines.reserve(mCount + kGroup);
+  for (std::uint32_t i = 0; i < mCount; ++i) odd.Lines.push_back(Unpacked(i));
+  odd.HasLines = true;
+  mWords.reset();
+  mCount = 0;
+  mNext = kNowhere;
+  return odd.Lines;
+}
+
+void CodeLines::Shrink() {
+  if (IsWide()) return mOdd->Lines.shrink_to_fit();
+  const std::uint32_t used = WordsOf(mCount);
+  if (mShrunk || used == 0) return;
+  std::unique_ptr<std::uint32_t[]> words(new std::uint32_t[used]);
+  std::copy_n(mWords.get(), used, words.get());
+  mWords = std::move(words);
+  mShrunk = true;
+}
+
+std::string_view CodeLines::Definition() const {
+  if (mDefinitionLength > 0) return std::string_view(*mText).substr(mDefinition, mDefinitionLength);
+  return mOdd ? std::string_view(mOdd->Definition) : std::string_view();
+}
+
+void CodeLines::SetDefinition(std::string_view text) {
+  const bool isPart = !text.empty() && text.size() < kFar && InText(text);
+  mDefinition = isPart ? static_cast<std::uint32_t>(text.data() - mText->data()) : 0;
+  mDefinitionLength = isPart ? static_cast<std::uint16_t>(text.size()) : 0;
+  if (mOdd || (!isPart && !text.empty())) Odd().Definition = isPart ? std::string_view() : text;
 }
 
 std::int32_t CodeLines::Count() const {
   if (mUnloaded) throw VendrelError(errObjectNotSet, "the source lines have been unloaded");
-  return static_cast<std::int32_t>(mLines.size());
+  return static_cast<std::int32_t>(Size());
 }
 
 CodeLine CodeLines::Item(std::int32_t Key) const try {
-  const Line& line = At(Key);
+  const Line line = At(Key);
   if (line.Flags & kWhole) return mOdd->Whole[PlaceOf(line).Offset];
   return Classified(Key);
 }
@@ -57,7 +142,7 @@ VENDREL_CONTEXT(Key)
 // The record again from the text. The stored type is put over the judged one: the intake may have
 // changed it (tagged comments, members of an enumeration).
 CodeLine CodeLines::Classified(std::int32_t index) const {
-  const Line& line = At(index);
+  const Line line = At(index);
   LineClassifier classifier = ClassifierFor(At(FirstOf(index)).Flags);
   ParsedLine parsed;
   std::string logical;
@@ -105,7 +190,7 @@ std::string CodeLines::LogicalText(std::int32_t index) const {
 }
 
 std::string_view CodeLines::LineView(std::int32_t Index) const {
-  const Line& line = At(Index);
+  const Line line = At(Index);
   const Place place = PlaceOf(line);
   if (line.Flags & kWhole) return mOdd->Whole[place.Offset].Text;
   if (line.Flags & kHeld) {
@@ -120,7 +205,7 @@ std::string CodeLines::LineText(std::int32_t Index) const { return std::string(L
 void CodeLines::SetLineText(std::int32_t Index, std::string_view text) try {
   CodeLine record = Item(Index);
   record.Text = text;
-  Line& line = mLines[static_cast<std::size_t>(Index - 1)];
+  Line& line = Widen()[static_cast<std::size_t>(Index - 1)];
   const Place place = PlaceOf(line);
   const std::uint32_t began = line.Flags & kWhole  ? place.Length
                               : line.Flags & kHeld ? 0
@@ -130,7 +215,7 @@ void CodeLines::SetLineText(std::int32_t Index, std::string_view text) try {
 VENDREL_CONTEXT(Index, text)
 
 std::optional<std::size_t> CodeLines::SourceOffset(std::int32_t Index) const {
-  const Line& line = At(Index);
+  const Line line = At(Index);
   if (line.Flags & kHeld) return std::nullopt;
   const Place place = PlaceOf(line);
   if (!(line.Flags & kWhole)) return place.Offset;
@@ -234,26 +319,26 @@ void CodeLines::Add(const CodeLine& Item, std::int32_t Before, std::int32_t Afte
 VENDREL_CONTEXT(trace::Parameter("Line", Item.Text), Before, After)
 
 void CodeLines::Insert(const Line& line, std::int32_t before, std::int32_t after) {
-  if (line.Flags & kContinuation) ++mContinuations;
-  if (before == 0 && after == 0) {
-    if (mLines.capacity() == 0) mLines.reserve(kFirstLines);
-    mLines.push_back(line);
-    return;
-  }
   const std::int32_t place = before != 0 ? before : after;
-  At(place);  // raises for a position outside
-  mLines.insert(mLines.begin() + place - (before != 0 ? 1 : 0), line);
+  if (place != 0) At(place);  // raises for a position outside
+  if (line.Flags & kContinuation) ++mContinuations;
+  if (place == 0) return Push(line);
+  std::vector<Line>& lines = Widen();
+  lines.insert(lines.begin() + place - (before != 0 ? 1 : 0), line);
 }
 
 void CodeLines::Remove(std::int32_t Index) try {
   if (At(Index).Flags & kContinuation) --mContinuations;
-  mLines.erase(mLines.begin() + Index - 1);
+  std::vector<Line>& lines = Widen();
+  lines.erase(lines.begin() + Index - 1);
 }
 VENDREL_CONTEXT(Index)
 
 void CodeLines::UnloadSourceCode() {
   if (mUnloaded) return;
-  std::vector<Line>().swap(mLines);
+  mWords.reset();
+  mCount = 0;
+  mDefinitionLength = 0;
   mOdd.reset();
   mText.reset();
   mUnloaded = true;

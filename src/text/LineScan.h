@@ -13,11 +13,12 @@ namespace vendrel {
 
 /// The flags of a reading that the classifier knows.
 struct ClassifierRules {
-  bool RemComments = false;
-  bool WholeCharacters = false;
-  bool OneLineProcedures = false;
-  bool EverySeparator = false;
-  bool BracketedNames = false;
+  // Bits: every list of lines holds them.
+  bool RemComments : 1 = false;
+  bool WholeCharacters : 1 = false;
+  bool OneLineProcedures : 1 = false;
+  bool EverySeparator : 1 = false;
+  bool BracketedNames : 1 = false;
 
   ClassifierRules() = default;
   ClassifierRules(const ReadingRules& reading)  // NOLINT: a selection of the same flags

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "comments/CommentFile.h"
 #include "comments/TaggedCommentRules.h"
@@ -29,8 +30,8 @@ inline std::string Shown(const TaggedComment& comment) {
 inline std::string Carried(CodeElement& element) {
   std::string line;
   const auto* parameter = dynamic_cast<const Parameter*>(&element);
-  const LateText* description =
-      parameter ? &parameter->mDescription : element.TaggedDescriptionField();
+  const LateText* description = parameter ? &parameter->mDescription.Value()
+                                          : std::as_const(element).TaggedDescriptionField();
   if (description && !description->empty()) line += " d=" + description->str();
   if (element.IsNewField() && *element.IsNewField()) line += " new";
   if (element.ExcludeFlagField() && *element.ExcludeFlagField()) line += " excluded";

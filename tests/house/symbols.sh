@@ -18,7 +18,7 @@ found=$(
     sed -E 's/\[abi:[a-z0-9]+\]//g
             s/std::basic_string_view<char, std::char_traits<char> >/std::string_view/g
             s/std::__cxx11::basic_string<char, std::char_traits<char>, std::allocator<char> >/std::string/g
-            s/(KeyedCollection|OnDemand)<[^<>]*>/\1<T>/' | sort -u
+            s/(KeyedCollection|OnDemand|RareParts)<[^<>]*>/\1<T>/' | sort -u
 )
 known=$(sed -nE 's/^([^#].*) \| .*$/\1/p' "$table" | sort -u)
 status=0

@@ -146,5 +146,45 @@ TEST(Enumeration, RefusesToLoseItsMembers) {
   EXPECT_NE(text.find("Enumeration.Members - attempt to set to Nothing"), std::string::npos);
 }
 
+// What few elements have is made when it is set, and what many have alike is shared until it is
+// changed.
+TEST(RareMembers, AreMadeByWhatSaysSomething) {
+  Variable variable;
+  variable.TaggedDescription = "";
+  variable.IsVirtual = false;
+  variable.HelpContextID = 0;
+  EXPECT_FALSE(variable.IsShadow);
+  EXPECT_TRUE(variable.InheritedFrom.empty());
+  EXPECT_EQ(variable.TaggedComments.IfAny(), nullptr);
+  EXPECT_EQ(std::as_const(variable).TaggedDescriptionField()->view(), "");
+  EXPECT_EQ(variable.mParts.IfMade(), nullptr);
+  variable.Value = "5";
+  EXPECT_NE(variable.mParts.IfMade(), nullptr);
+  EXPECT_EQ(variable.Value, "5");
+  variable.TaggedDescriptionField()->Edit() = "of it";
+  EXPECT_EQ(variable.TaggedDescription, "of it");
+  EXPECT_FALSE(variable.IsVirtual);
+}
+
+TEST(SharedLinks, AreSharedUntilOneOfThemChanges) {
+  Component module, other;
+  Block procedure;
+  Variable first, second;
+  first.Component = &module;
+  first.Procedure = &procedure;
+  second.StandBeside(first);
+  EXPECT_EQ(second.Component.Get(), &module);
+  second.Component = &other;
+  EXPECT_EQ(first.Component.Get(), &module);
+  EXPECT_EQ(second.Component.Get(), &other);
+  EXPECT_EQ(second.Procedure.Get(), &procedure);
+  EXPECT_EQ(second.Parent.Get(), nullptr);
+  {
+    Component gone;
+    first.Component = &gone;
+  }
+  EXPECT_EQ(first.Component.Get(), nullptr);
+}
+
 }  // namespace
 }  // namespace vendrel

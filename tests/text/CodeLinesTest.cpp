@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "bench/Dice.h"
 #include "support/Projects.h"
 #include "support/Raised.h"
 #include "text/CodeLines.h"
@@ -35,6 +36,66 @@ TEST(CodeLinesTest, LinesAreAddedBeforeBehindOrLast) {
   lines.Remove(2);
   lines.Remove(6);
   EXPECT_EQ(Texts(lines), "wins|a|third|b|last|");
+}
+
+// Lines that follow each other keep no place of their own; here every kind of line comes, in lists
+// of every length, and is changed in between.
+TEST(CodeLinesTest, PlacesFollowFromTheLinesAbove) {
+  bench::Dice dice(5);
+  for (int round = 0; round < 300; ++round) {
+    const std::string_view end = dice.Chance(50) ? "\r\n" : "\n";
+    const int odd = dice.Chance(50) ? 0 : 3;  // lines in a hundred that end otherwise
+    std::vector<std::size_t> offsets;
+    std::vector<std::string> texts;
+    std::string all(static_cast<std::size_t>(dice.Between(0, 5)), '#');
+    for (int i = dice.Between(0, 80); i > 0; --i) {
+      offsets.push_back(all.size());
+      texts.emplace_back(static_cast<std::size_t>(dice.Chance(1) ? 70'000 : dice.Between(0, 40)),
+                         'x');
+      all += texts.back();
+      all += dice.Chance(odd) ? "\n\r\n" : end;
+    }
+    const auto text = std::make_shared<const std::string>(all);
+    CodeLines lines(text, lvVisualBasic5or6, ClassifierRules());
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+      const std::string_view line = std::string_view(*text).substr(offsets[i], texts[i].size());
+      if (dice.Chance(50)) {
+        lines.AppendPlain(line, OTHER);
+      } else {
+        ParsedLine parsed;
+        parsed.Text = line;
+        lines.Append(parsed);
+      }
+      if (dice.Chance(3)) lines.Shrink();
+    }
+    if (!texts.empty() && dice.Chance(30)) {
+      const auto gone = static_cast<std::size_t>(dice.Next() % texts.size());
+      lines.Remove(static_cast<std::int32_t>(gone) + 1);
+      texts.erase(texts.begin() + static_cast<std::ptrdiff_t>(gone));
+      offsets.erase(offsets.begin() + static_cast<std::ptrdiff_t>(gone));
+    }
+    ASSERT_EQ(static_cast<std::size_t>(lines.Count()), texts.size());
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+      const auto index = static_cast<std::int32_t>(i) + 1;
+      ASSERT_EQ(lines.LineView(index), texts[i]);
+      ASSERT_EQ(lines.SourceOffset(index), offsets[i]);
+      ASSERT_EQ(lines.LineType(index), OTHER);
+    }
+  }
+}
+
+TEST(CodeLinesTest, TheDefinitionIsAPartOfTheTextOrStandsBesideIt) {
+  const auto text = std::make_shared<const std::string>("Sub A()\r\nEnd Sub\r\n");
+  CodeLines lines(text, lvVisualBasic5or6, ClassifierRules());
+  EXPECT_EQ(lines.Definition(), "");
+  lines.SetDefinition(std::string_view(*text).substr(0, 7));
+  EXPECT_EQ(lines.Definition().data(), text->data());
+  lines.SetDefinition("Sub B(x)");
+  EXPECT_EQ(lines.Definition(), "Sub B(x)");
+  lines.SetDefinition(std::string_view(*text).substr(0, 5));
+  EXPECT_EQ(lines.Definition(), "Sub A");
+  lines.UnloadSourceCode();
+  EXPECT_EQ(lines.Definition(), "");
 }
 
 TEST(CodeLinesTest, PositionsOutsideFail) {

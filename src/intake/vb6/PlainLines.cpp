@@ -110,13 +110,8 @@ void PlainLines::EndProcedure() {
 void PlainLines::Settle() {
   if (!mCommented) return;
   Block& block = *std::exchange(mCommented, nullptr);
-  const std::shared_ptr<TaggedComment>& last = block.LastTaggedComment();
-  if (last && last->LineIndex > mCommentIndex) return;
-  auto comment = std::make_shared<TaggedComment>();
-  comment->LineIndex = mCommentIndex;
-  comment->SourceLine = mCommentLine;
-  comment->Initialise(mComment);
-  block.SetLastTaggedComment(std::move(comment));
+  if (block.LastCommentIndex() <= mCommentIndex)
+    block.SetLastComment(mComment, mCommentIndex, mCommentLine);
 }
 
 }  // namespace vendrel
