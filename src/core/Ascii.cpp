@@ -55,8 +55,11 @@ std::uint64_t UpToEight(const char* text, std::size_t count) {
 }  // namespace
 
 bool SameNoCaseAscii(const char* a, const char* b, std::size_t count) {
+  // Most texts are equal as they are, or differ by more than case.
   const auto same = [](std::uint64_t x, std::uint64_t y) {
-    return x == y || LowerEight(x) == LowerEight(y);
+    const std::uint64_t differing = x ^ y;
+    if ((differing & ~(kOnes * 0x20)) != 0) return false;
+    return differing == 0 || LowerEight(x) == LowerEight(y);
   };
   if (count < 4) {
     for (std::size_t i = 0; i < count; ++i)

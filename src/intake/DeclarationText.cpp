@@ -11,6 +11,7 @@
 #include "text/Classifier.h"
 #include "text/Identifiers.h"
 #include "text/StartLine.h"
+#include "text/StopBytes.h"
 #include "text/Words.h"
 
 namespace vendrel {
@@ -237,8 +238,10 @@ void DeclareWords::TakeReturnType(std::string_view word) {
 }
 
 void DeclareWords::CountParentheses(std::string_view word) {
+  static constexpr StopBytes kStops("\"()");
   bool inString = false;
-  for (const char c : word) {
+  for (std::size_t at = kStops.Next(word, 0); at < word.size(); at = kStops.Next(word, at + 1)) {
+    const char c = word[at];
     if (c == '"') inString = !inString;
     if (inString) continue;
     if (c == '(') {

@@ -11,6 +11,7 @@
 #include "text/CodeLine.h"
 #include "text/Identifiers.h"
 #include "text/StartLine.h"
+#include "text/StopBytes.h"
 #include "text/Words.h"
 
 namespace vendrel {
@@ -35,9 +36,10 @@ void DeclaratorWords::Advance() {
     mNext = mRest.substr(0, mWholeNames ? WordEnd(mRest) : mRest.find(' '));
     return;
   }
+  static constexpr StopBytes kStops(" [(),");
   int depth = 0;
-  std::size_t i = 0;
-  for (; i < mRest.size() && mRest[i] != ' '; ++i) {
+  std::size_t i = kStops.Next(mRest, 0);
+  for (; i < mRest.size() && mRest[i] != ' '; i = kStops.Next(mRest, i + 1)) {
     if (mWholeNames && mRest[i] == '[') {
       if (const std::size_t end = BracketEnd(mRest, i); end > i) i = end - 1;
       continue;

@@ -21,6 +21,9 @@ void AddParsedCode(Component& component, ParsedLine& line, bool addLine);
 /// Whether a line opens a procedure, or the declarations section of its module.
 bool OpensAnyBlock(const Component& component, const ModuleIntake& intake, const ParsedLine& line);
 
+/// Whether directives, and lines of false branches, stay as they stand in the source.
+bool KeepsDirectives(const Component& component, const ModuleIntake& intake);
+
 /// Whether a line closes the Type or Enum that is open, though it is no End of one: the beginning
 /// or the end of a procedure (`MemberNames`).
 bool EndsOpenDeclaration(const ParsedLine& line);

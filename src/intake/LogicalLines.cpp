@@ -29,10 +29,6 @@ constexpr std::string_view kDirectiveMessage =
 constexpr std::string_view kFalseBranchMessage =
     "Commented by vbTrapline (#IF or #ELSEIF statement evaluates to false)";
 
-bool KeepsDirectives(const Component& component, const ModuleIntake& intake) {
-  return component.Options().OutputConditionalCompilationBlocks || intake.Reading.KeepDirectives;
-}
-
 // The parts of lines that wait lie in a buffer of the classifier, which the later lines of the
 // statement have overwritten: they are classified anew, and held.
 void HoldRecords(const ModuleIntake& intake, std::vector<PendingLine>& lines) {
@@ -275,6 +271,10 @@ bool RemainderWaits(const Component& component, const ModuleIntake& intake) {
 }
 
 }  // namespace
+
+bool KeepsDirectives(const Component& component, const ModuleIntake& intake) {
+  return component.Options().OutputConditionalCompilationBlocks || intake.Reading.KeepDirectives;
+}
 
 ModuleIntake& Component::BeginIntake() {
   mIntake = std::make_shared<ModuleIntake>(State().CurrentLanguageVersion, Options().Reading);

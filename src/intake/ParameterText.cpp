@@ -12,6 +12,7 @@
 #include "text/Identifiers.h"
 #include "text/Masking.h"
 #include "text/StartLine.h"
+#include "text/StopBytes.h"
 #include "text/Words.h"
 
 namespace vendrel {
@@ -108,9 +109,10 @@ bool FindList(std::string_view text, std::string_view& list) {
 bool FindClosedList(std::string_view text, std::string_view& list) {
   const std::size_t start = text.find('(');
   if (start == std::string_view::npos) return false;
+  static constexpr StopBytes kStops("\"()");
   bool inString = false;
   int depth = 0;
-  for (std::size_t i = start; i < text.size(); ++i) {
+  for (std::size_t i = start; i < text.size(); i = kStops.Next(text, i + 1)) {
     if (text[i] == '"') inString = !inString;
     if (inString) continue;
     if (text[i] == '(') ++depth;

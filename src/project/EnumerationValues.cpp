@@ -36,14 +36,16 @@ class EnumerationEvaluator {
 
  private:
   bool AnyExpression() const;
-  void RegisterConstants();
   struct Named {
     const Component* Home;
     std::string_view Expression;  // of a constant
     std::optional<ScriptValue> Value;
     bool Busy = false;
   };
-  void Register(const Component& component, std::string_view name, std::string_view expression);
+  Named* FindNamed(const Component& home, std::string_view name);
+  Named* OfModule(const Component& home, std::string_view name);
+  Named* OfAnyModule(std::string_view name);
+  void GatherConstants();
   void NumberMembers(const Component& component, Enumeration& enumeration);
   std::optional<ScriptValue> Evaluate(const Component& home, std::string_view expression);
   ScriptValue LookUp(const Component& home, std::string_view name);
@@ -67,8 +69,12 @@ class EnumerationEvaluator {
   VBProject& mProject;
   // All is needed up to the end: names and entries are given back at once.
   std::pmr::monotonic_buffer_resource mMemory;
-  // Names of constants and members: of each module, and of the project as a whole (the first wins).
-  std::pmr::unordered_map<Key, Named, KeyHash> mNames{&mMemory};
+  // Members numbered so far: of each module (the last wins), and of the project as a whole (the
+  // first does).
+  std::pmr::unordered_map<Key, Named, KeyHash> mMembers{&mMemory};
+  // Constants of modules that were asked for, as most never are, and those of the project.
+  std::pmr::unordered_map<Key, Named, KeyHash> mConstants{&mMemory};
+  bool mHasGathered = false;
   std::string mFolded;
   int mDepth = 0;
   bool mNamesMatter = false;
@@ -76,23 +82,49 @@ class EnumerationEvaluator {
 
 EnumerationEvaluator::EnumerationEvaluator(VBProject& project) : mProject(project) {}
 
-void EnumerationEvaluator::RegisterConstants() {
+// A member of the module, or else a constant of it.
+EnumerationEvaluator::Named* EnumerationEvaluator::OfModule(const Component& home,
+                                                            std::string_view name) {
+  const std::string_view folded = Folded(name);
+  if (const auto member = mMembers.find({&home, folded}); member != mMembers.end())
+    return &member->second;
+  if (const auto known = mConstants.find({&home, folded}); known != mConstants.end())
+    return &known->second;
+  const Constants* constants = home.Constants();
+  const Constant* constant = constants ? constants->Item(folded) : nullptr;
+  if (!constant) return nullptr;
+  return &mConstants.try_emplace({&home, Kept(name)}, Named{&home, constant->Value, {}})
+              .first->second;
+}
+
+// The first constant of each name, gathered where one is asked for that its own module lacks.
+void EnumerationEvaluator::GatherConstants() {
+  mHasGathered = true;
   std::size_t count = 0;
   for (const Component& component : mProject.Components.Listed())
     if (const Constants* constants = component.Constants()) count += constants->Count();
-  mNames.reserve(2 * count);
-  for (const Component& component : mProject.Components.Listed()) {
+  mConstants.reserve(mConstants.size() + count);
+  for (const Component& component : mProject.Components.Listed())
     if (const Constants* constants = component.Constants())
       for (const Constant& constant : *constants)
-        Register(component, constant.Name, constant.Value);
-  }
+        mConstants.try_emplace({nullptr, Kept(constant.Name)},
+                               Named{&component, constant.Value, {}});
 }
 
-void EnumerationEvaluator::Register(const Component& component, std::string_view name,
-                                    std::string_view expression) {
-  const std::string_view kept = Kept(name);
-  mNames.try_emplace({&component, kept}, Named{&component, expression, {}});
-  mNames.try_emplace({nullptr, kept}, Named{&component, expression, {}});
+// A constant of the first module that has one, or else a member.
+EnumerationEvaluator::Named* EnumerationEvaluator::OfAnyModule(std::string_view name) {
+  if (!mHasGathered) GatherConstants();
+  const std::string_view folded = Folded(name);
+  if (const auto constant = mConstants.find({nullptr, folded}); constant != mConstants.end())
+    return &constant->second;
+  const auto member = mMembers.find({nullptr, folded});
+  return member == mMembers.end() ? nullptr : &member->second;
+}
+
+EnumerationEvaluator::Named* EnumerationEvaluator::FindNamed(const Component& home,
+                                                             std::string_view name) {
+  Named* named = OfModule(home, name);
+  return named ? named : OfAnyModule(name);
 }
 
 // Valid until the next call.
@@ -121,7 +153,6 @@ bool EnumerationEvaluator::AnyExpression() const {
 
 void EnumerationEvaluator::Run() {
   mNamesMatter = AnyExpression();
-  if (mNamesMatter) RegisterConstants();
   for (Component& component : mProject.Components.Listed())
     for (Enumeration& enumeration : component.Enumerations) NumberMembers(component, enumeration);
 }
@@ -147,9 +178,9 @@ void EnumerationEvaluator::NumberMembers(const Component& component, Enumeration
       if (!mNamesMatter) continue;
       const Named known{&component, {}, ScriptValue::Whole(number, ScriptKind::Long)};
       const std::string_view name = Kept(member.Name);
-      mNames.insert_or_assign({&component, name}, known);
-      mNames.try_emplace({nullptr, name}, known);
-      mNames.try_emplace({nullptr, Kept(enumeration.Name + "." + member.Name)}, known);
+      mMembers.insert_or_assign({&component, name}, known);
+      mMembers.try_emplace({nullptr, name}, known);
+      mMembers.try_emplace({nullptr, Kept(enumeration.Name + "." + member.Name)}, known);
     } catch (const VendrelError&) {
       // A value that is no whole number stays as written.
     }
@@ -167,11 +198,9 @@ std::optional<ScriptValue> EnumerationEvaluator::Evaluate(const Component& home,
 }
 
 ScriptValue EnumerationEvaluator::LookUp(const Component& home, std::string_view name) {
-  const std::string_view folded = Folded(name);
-  auto found = mNames.find({&home, folded});
-  if (found == mNames.end()) found = mNames.find({nullptr, folded});
-  if (found == mNames.end()) throw VendrelError(errObjectNotSet, std::string(name));
-  return ValueOf(found->second);
+  Named* named = FindNamed(home, name);
+  if (!named) throw VendrelError(errObjectNotSet, std::string(name));
+  return ValueOf(*named);
 }
 
 ScriptValue EnumerationEvaluator::ValueOf(Named& named) {

@@ -12,25 +12,32 @@ namespace {
 
 constexpr bool kGlancesAreQuick = true;
 
-std::uint64_t PlacesIn(__m128i found, std::size_t at) {
-  return static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(found))) << at;
+// Sixteen bytes of the glance, `At` bytes from its beginning.
+template <std::size_t At>
+void Look(const char* text, LineGlance& glance) {
+  const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + At));
+  const auto same = [&](char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
+  const auto places = [](__m128i found) {
+    return static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(found))) << At;
+  };
+  const __m128i tabs = same('\t');
+  glance.Feeds |= places(same('\n'));
+  glance.Gaps |= places(_mm_or_si128(same(' '), tabs));
+  glance.Tabs |= places(tabs);
+  glance.Quotes |= places(same('"'));
+  // The mask takes the high bits, which bytes beyond ASCII have of their own.
+  glance.Marks |= places(_mm_or_si128(bytes, _mm_or_si128(same('\''), same(':'))));
 }
 
 }  // namespace
 
 LineGlance GlanceAt(const char* text) {
+  static_assert(kGlance == 64);
   LineGlance glance;
-  for (std::size_t at = 0; at < kGlance; at += 16) {
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + at));
-    const auto same = [&](char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
-    const __m128i tabs = same('\t');
-    glance.Feeds |= PlacesIn(same('\n'), at);
-    glance.Gaps |= PlacesIn(_mm_or_si128(same(' '), tabs), at);
-    glance.Tabs |= PlacesIn(tabs, at);
-    glance.Quotes |= PlacesIn(same('"'), at);
-    // The mask takes the high bits, which bytes beyond ASCII have of their own.
-    glance.Marks |= PlacesIn(_mm_or_si128(bytes, _mm_or_si128(same('\''), same(':'))), at);
-  }
+  Look<0>(text, glance);
+  Look<16>(text, glance);
+  Look<32>(text, glance);
+  Look<48>(text, glance);
   return glance;
 }
 #else

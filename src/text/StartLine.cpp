@@ -1,6 +1,7 @@
 #include "text/StartLine.h"
 
 #include "core/Ascii.h"
+#include "text/StopBytes.h"
 #include "text/Words.h"
 
 namespace vendrel {
@@ -59,8 +60,9 @@ struct CutLine {
 // Walks the code of the line once; strings are skipped, a comment ends it.
 CutLine CutAtParameters(std::string_view text) {
   std::size_t open = kNotFound, close = kNotFound, end = text.size();
+  static constexpr StopBytes kStops("\"'()");
   int depth = 0;
-  for (std::size_t at = 0; at < text.size(); ++at) {
+  for (std::size_t at = kStops.Next(text, 0); at < text.size(); at = kStops.Next(text, at + 1)) {
     const char c = text[at];
     if (c == '"') {
       at = text.find('"', at + 1);

@@ -143,9 +143,11 @@ TEST(Results, GoToStandardOutputDevicesAndPipes) {
   EXPECT_EQ(heard, wanted);
 }
 
+// Modules that are spelled in another case are looked for again when they are loaded, which gives
+// the signal moments to come at.
 TEST(Interruption, TellsHowFarTheLoadGot) {
   test::MemoryFiles files{
-      {"/p/Shop.vbp", "Type=Exe\r\nModule=A; A.bas\r\nModule=B; B.bas\r\nModule=C; C.bas\r\n"},
+      {"/p/Shop.vbp", "Type=Exe\r\nModule=A; a.bas\r\nModule=B; b.bas\r\nModule=C; c.bas\r\n"},
       {"/p/A.bas", "Attribute VB_Name = \"A\"\r\n"},
       {"/p/B.bas", "Attribute VB_Name = \"B\"\r\n"},
       {"/p/C.bas", "Attribute VB_Name = \"C\"\r\n"}};

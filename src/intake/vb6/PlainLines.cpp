@@ -10,10 +10,10 @@
 namespace vendrel {
 namespace {
 
-// No line waits for another one, and none is left out.
+// No line waits for another one.
 bool NothingIsOpen(const ModuleIntake& intake) {
   return !intake.PreviousContinued && !intake.PreviousMoreLines && !intake.InOneLineProcedure &&
-         intake.ContinuationBuffer.empty() && !intake.Conditions.Ignore();
+         intake.ContinuationBuffer.empty();
 }
 
 // No comment waits for its element, but for those directly above the next line.
@@ -29,7 +29,14 @@ bool NoCommentWaits(const Component& component, const Block::IntakeState& state)
 PlainLines::PlainLines(Component& component, ModuleIntake& intake)
     : mComponent(component), mIntake(intake), mRules(intake.Reading) {}
 
+// In a false branch lines are stored as they are, whatever block they stand in.
+bool PlainLines::LiesInFalseBranch() const {
+  return mIntake.Conditions.Ignore() && KeepsDirectives(mComponent, mIntake) &&
+         NothingIsOpen(mIntake) && mComponent.CurrentBlock.Get()->CodeLines.IfAny();
+}
+
 bool PlainLines::IsQuiet() const {
+  if (mIntake.Conditions.Ignore()) return false;
   Block& block = *mComponent.CurrentBlock.Get();
   if (block.Name().empty() || !(block.IsMethod() || block.IsPropertyType())) return false;
   const Block::IntakeState& state = block.Intake();
@@ -42,7 +49,9 @@ void PlainLines::Look() {
   if (mBlock != mComponent.CurrentBlock.Get()) Settle();
   mBlock = nullptr;
   if (!mIntake.TakesPlainLines || mIntake.Language.Language() != lvVisualBasic5or6) return;
-  if (!mComponent.CurrentBlock || !IsQuiet()) return;
+  if (!mComponent.CurrentBlock) return;
+  mIsLeftOut = LiesInFalseBranch();
+  if (!mIsLeftOut && !IsQuiet()) return;
   mBlock = mComponent.CurrentBlock.Get();
   // A blank line behind the code of a Property Set makes the module forget its last element.
   mTakesBlanks = mBlock->BlockType() != btPropertySet;
@@ -50,6 +59,7 @@ void PlainLines::Look() {
 
 // A comment may be a tag.
 bool PlainLines::MayTake(const PlainLine& plain) const {
+  if (mIsLeftOut) return true;
   return !plain.Comment.starts_with("##") && (plain.Type != BLANK_LINE || mTakesBlanks);
 }
 
@@ -78,6 +88,13 @@ std::size_t PlainLines::TakeRun(std::string_view rest, const LineEnds& ends) {
 }
 
 void PlainLines::Store(std::string_view text, const PlainLine& plain) {
+  if (!mIsLeftOut) TakeNote(plain);
+  mBlock->CodeLines->AppendPlain(text, plain.Type);
+  if (!mIsLeftOut && IsEndLineType(plain.Type)) EndProcedure();
+}
+
+// What the stages would note of the line.
+void PlainLines::TakeNote(const PlainLine& plain) {
   Block::IntakeState& state = mBlock->Intake();
   ++state.mCurrentLineIndex;
   if (!plain.Comment.empty()) KeepComment(plain.Comment);
@@ -86,8 +103,6 @@ void PlainLines::Store(std::string_view text, const PlainLine& plain) {
     AttachCommentLine(*mBlock, mIntake, plain.Comment);
   else
     mIntake.LeadingComment.clear();
-  mBlock->CodeLines->AppendPlain(text, plain.Type);
-  if (IsEndLineType(plain.Type)) EndProcedure();
 }
 
 void PlainLines::KeepComment(std::string_view comment) {

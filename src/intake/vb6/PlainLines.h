@@ -35,8 +35,10 @@ class PlainLines {
 
  private:
   bool IsQuiet() const;
+  bool LiesInFalseBranch() const;
   bool MayTake(const PlainLine& plain) const;
   void Store(std::string_view text, const PlainLine& plain);
+  void TakeNote(const PlainLine& plain);
   void KeepComment(std::string_view comment);
   void EndProcedure();
 
@@ -45,6 +47,8 @@ class PlainLines {
   /// The block that takes plain lines; null where nothing is quiet.
   Block* mBlock = nullptr;
   bool mTakesBlanks = false;
+  /// It stands in a false branch of `#If`.
+  bool mIsLeftOut = false;
   /// A glance has told that the next line has to go through the stages.
   bool mNextIsOdd = false;
   ClassifierRules mRules;
