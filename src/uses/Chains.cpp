@@ -135,6 +135,7 @@ UseValue ModuleBinder::MemberOfHolder(const UseValue& base, std::size_t at) {
 
 UseValue ModuleBinder::BindMember(const UseValue& base, std::size_t at) {
   if (base.Sort != UseValue::Of::Value) return MemberOfHolder(base, at);
+  if (base.IsNamespace) return BindNamespacePart(base, at);
   UseValue value;
   if (mIsNet && base.Type.IsArray)  // "names.Length" is of the array, not of its elements
     if (const Component* array = mScopes.NetType(*mModule, "System.Array", mFile))
@@ -211,7 +212,10 @@ void ModuleBinder::ApplyParentheses(UseValue& value, std::size_t& at, std::size_
   const std::size_t open = at, close = CloseOf(open, end);
   at = close < end ? close + 1 : end;
   if (mIsNet && IsWord(open + 1, close, word::Of)) return ParseTypeArguments(open, close);
-  const Callee callee = CalleeOf(value);
+  Callee callee = CalleeOf(value);
+  if (mIsNet)
+    if (const Block* chosen = ChooseOverload(value, CountArguments(open)))
+      callee.Declared = chosen->Parameters.IfAny();
   const bool takesArguments =
       !value.HadArguments && ((callee.Declared && callee.Declared->Count() > 0) ||
                               (callee.Member && (!callee.Member->Parameters.empty() ||
@@ -223,7 +227,6 @@ void ModuleBinder::ApplyParentheses(UseValue& value, std::size_t& at, std::size_
                                                  Of(value.Record).Answer == UseAnswer::External ||
                                                  Of(value.Record).Answer == UseAnswer::Unknown);
   if (mayBeCalled && Of(value.Record).Kind == UseKind::Read) Of(value.Record).Kind = UseKind::Call;
-  if (mIsNet) ChooseOverload(value, open);
   if (takesArguments || isEmpty || value.Sort != UseValue::Of::Value)
     ParseArguments(open + 1, close, callee);
   else
@@ -259,7 +262,9 @@ UseValue ModuleBinder::ChainStart(std::size_t& at, std::size_t end) {
 void ModuleBinder::FollowChain(UseValue& value, std::size_t& at, std::size_t end,
                                bool isStatement) {
   for (;;) {
-    if (TakesParentheses(at, end, isStatement)) {
+    const bool takes = TakesParentheses(at, end, isStatement);
+    if (mIsNet && !takes && !value.HadArguments && !mAddressed) ChooseOverload(value, 0);
+    if (takes) {
       ApplyParentheses(value, at, end);
     } else if (IsMemberMark(at, end, isStatement)) {
       const bool isKey = At(at).Mark == '!';

@@ -126,7 +126,9 @@ UseValue ModuleBinder::ParseOperand(std::size_t& at, std::size_t end) {
       case word::AddressOf:
         Skip(at);
         if (!IsWord(at, end)) return value;
+        mAddressed = true;
         value = ParseChain(at, end, false);
+        mAddressed = false;
         if (value.Record >= 0) Of(value.Record).Kind = UseKind::Address;
         value.IsLone = false;
         return value;
@@ -207,7 +209,8 @@ bool ModuleBinder::TakesByReference(const Callee& callee, int position, Symbol n
       parameter = all.Item(position);
     else if (all.Count() > 0 && all.Item(all.Count())->IsParamArray)
       parameter = all.Item(all.Count());
-    return parameter && (parameter->IsByRef || parameter->IsParamArray);
+    // What VB.NET gathers in an array is a copy.
+    return parameter && (parameter->IsByRef || (parameter->IsParamArray && !mIsNet));
   }
   if (callee.Member && name == word::None) {
     const auto parameters = callee.Member->Parameters;
@@ -224,7 +227,10 @@ void ModuleBinder::BindArgumentName(std::size_t at, const Callee& callee) {
   const CodeElement* element = nullptr;
   if (callee.Declared) {
     element = callee.Declared->Item(mScopes.Names().TextOf(At(at).Name));
-    answer = element ? UseAnswer::Parameter : UseAnswer::Unknown;
+    if (element)
+      answer = UseAnswer::Parameter;
+    else if (!mIsNet)  // there another overload may have it
+      answer = UseAnswer::Unknown;
   }
   const std::string* library = callee.Record >= 0 ? Of(callee.Record).Library : nullptr;
   const std::int32_t record = AddUse(at, UseKind::Name, answer);

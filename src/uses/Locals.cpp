@@ -33,7 +33,10 @@ const Block* ModuleBinder::BlockAt(std::uint32_t line, Symbol name, Symbol acces
 
 void ModuleBinder::AddLocal(Symbol name, EntrySort sort, const CodeElement* element,
                             bool isConstant) {
-  if (mLocals.Find(name)) return;
+  if (mLocals.Find(name)) {
+    if (mIsNet && element && sort == EntrySort::Local) mSameNamed.emplace_back(name, element);
+    return;
+  }
   Entry& entry = mLocals.Add(name);
   entry.Sort = sort;
   entry.Element = element;
@@ -43,6 +46,7 @@ void ModuleBinder::AddLocal(Symbol name, EntrySort sort, const CodeElement* elem
 
 void ModuleBinder::EnterProcedure(const Block* block, Symbol name) {
   mLocals.Clear();
+  mSameNamed.clear();
   mWith.clear();
   mPlace = Place::Procedure;
   mBlock = block;

@@ -57,6 +57,8 @@ struct UseValue {
   /// Reached through Me.
   bool IsMe = false;
   bool HadArguments = false;
+  /// VB.NET: a namespace, or a part of one, that no assembly at hand tells.
+  bool IsNamespace = false;
 };
 
 /// What is known of the parameters of a callee.
@@ -216,7 +218,10 @@ class ModuleBinder {
   UseValue ParseNetType(std::size_t& at, std::size_t end, UseKind kind);
   void ParseTypeArguments(std::size_t open, std::size_t close);
   bool IsTypeParameter(Symbol name) const;
-  void ChooseOverload(UseValue& value, std::size_t arguments);
+  const Block* ChooseOverload(const UseValue& value, std::size_t count);
+  std::size_t CountArguments(std::size_t open) const;
+  bool IsNamespaceRoot(Symbol name);
+  UseValue BindNamespacePart(const UseValue& base, std::size_t at);
   const Component* NetTypeOf(std::size_t from, std::size_t to);
   const Component* NetTypeSeen(Symbol folded, std::string_view name);
   const Component* NetTypeIn(const Component& module, std::size_t at);
@@ -249,6 +254,7 @@ class ModuleBinder {
   void ParseNetDeclarators(std::size_t at, std::size_t end, bool isConstant);
   void ParseTies(std::size_t at, std::size_t end);
   std::size_t ParseTypeParameters(std::size_t at, std::size_t end);
+  const CodeElement* NamedLikeBefore(Symbol name, std::uint32_t line) const;
   std::size_t DeclareVariable(std::size_t at, std::size_t end, EntrySort sort);
 
   // NetControlFlow.cpp
@@ -316,7 +322,8 @@ class ModuleBinder {
   NetScope* mNetScope = nullptr;
   bool mIsNet = false;
   bool mQuery = false;
-  int mLambdas = 0;  // open ones, whose bodies stand on lines of their own
+  bool mAddressed = false;  // behind AddressOf, where no arguments tell the overload
+  int mLambdas = 0;         // open ones, whose bodies stand on lines of their own
   const Component* mOnly = nullptr;
   std::vector<const Component*> mTypes;                         // open classes, the innermost last
   std::vector<std::pair<Symbol, std::size_t>> mTypeParameters;  // with the depth of their class
@@ -328,6 +335,7 @@ class ModuleBinder {
   const Enumeration* mEnum = nullptr;
   const UDT* mStructure = nullptr;
   LocalTable& mLocals;
+  std::vector<std::pair<Symbol, const CodeElement*>> mSameNamed;  // of VB.NET, in later blocks
   std::vector<std::pair<std::uint32_t, const Block*>> mBlocks;
   std::vector<WithFrame> mWith;
   int mDepth = 0;

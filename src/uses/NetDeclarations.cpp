@@ -183,6 +183,13 @@ void ModuleBinder::ParseNetProperty(std::size_t at, std::size_t end) {
   ParseTies(at, end);
 }
 
+// A local of a name that a block in front has, too; null for another.
+const CodeElement* ModuleBinder::NamedLikeBefore(Symbol name, std::uint32_t line) const {
+  for (const auto& [same, element] : mSameNamed)
+    if (same == name && element->SourceLine() == static_cast<std::int32_t>(line)) return element;
+  return nullptr;
+}
+
 void ModuleBinder::ParseNetDeclarators(std::size_t at, std::size_t end, bool isConstant) {
   const CodeElement* const holder = mHolder;
   const bool isLocal = mPlace == Place::Procedure;
@@ -195,6 +202,12 @@ void ModuleBinder::ParseNetDeclarators(std::size_t at, std::size_t end, bool isC
     const CodeElement* element = DeclaredBy(name, At(0).Line, isConstant);
     const std::size_t first = mUses.size();
     if (isLocal) {
+      // Blocks beside each other may declare one name: from here on it is this one.
+      if (const CodeElement* later = NamedLikeBefore(name, At(at).Line)) {
+        element = later;
+        Local(name)->Element = later;
+        Local(name)->TypeKnown = false;
+      }
       at = DeclareVariable(at, end, EntrySort::Local);
       Of(static_cast<std::int32_t>(first)).Element = element;
     } else {

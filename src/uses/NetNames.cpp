@@ -1,5 +1,9 @@
 // VB.NET: names in its scopes, types by their dotted names, members by what a class inherits.
 
+#include <algorithm>
+
+#include "core/CaseFold.h"
+#include "project/ProjectFile.h"
 #include "uses/ModuleBinder.h"
 
 namespace vendrel {
@@ -7,6 +11,19 @@ namespace {
 
 constexpr std::size_t kMostParts = 8;  // of a dotted name
 constexpr int kMostBases = 40;         // of classes above one another
+
+// Those of a property are gathered under its reading block; which of its writing blocks is meant
+// shows only behind the arguments, and is left open.
+const Blocks* OverloadsOf(const Entry& entry) {
+  const auto* block = As<Block>(entry.Element);
+  if (!As<PropertyGroup>(entry.Element)) return block ? block->OverloadBlocks().IfAny() : nullptr;
+  const Blocks* overloads = nullptr;
+  for (const Block* one : entry.Home->Blocks.Named(entry.Element->ElementName())) {
+    if (one->BlockType() != btPropertyGet) return nullptr;
+    overloads = one->OverloadBlocks().IfAny();
+  }
+  return overloads;
+}
 
 }  // namespace
 
@@ -100,6 +117,26 @@ bool ModuleBinder::BindNetType(std::size_t& at, std::size_t end, UseKind kind, U
   return false;
 }
 
+// Whether namespaces begin with the word: those that the file imports, and those of the framework.
+bool ModuleBinder::IsNamespaceRoot(Symbol name) {
+  const std::string_view text = mScopes.Names().TextOf(name);
+  if (text == "system" || text == "microsoft") return true;
+  const std::vector<std::string>* imports = mFile ? &mFile->Imports : nullptr;
+  return imports && std::any_of(imports->begin(), imports->end(), [&](std::string_view import) {
+           const std::size_t dot = import.find('.');
+           return dot != std::string_view::npos && import.find('=') == std::string_view::npos &&
+                  EqualsNoCase(import.substr(0, dot), text);
+         });
+}
+
+// A further word of a namespace, or a type of it, of an assembly that is not at hand.
+UseValue ModuleBinder::BindNamespacePart(const UseValue& base, std::size_t at) {
+  UseValue value = Unbound(at, UseAnswer::External, base.Type.Element());
+  value.IsNamespace = IsMark(at + 1, mScan.Tokens.size(), '.');
+  if (value.IsNamespace) Of(value.Record).Kind = UseKind::Qualify;
+  return value;
+}
+
 UseValue ModuleBinder::BindNetName(std::size_t at) {
   const Symbol name = At(at).Name;
   if (const Entry* local = Local(name)) return UseOf(at, *local);
@@ -120,6 +157,7 @@ UseValue ModuleBinder::BindNetName(std::size_t at) {
   UseValue value = Unbound(at, UseAnswer::External, type);
   if (isQualifier) Of(value.Record).Kind = UseKind::Qualify;
   if (IsMark(at + 1, mScan.Tokens.size(), '(')) Of(value.Record).Kind = UseKind::Call;
+  value.IsNamespace = isQualifier && IsNamespaceRoot(name);
   return value;
 }
 
@@ -230,12 +268,8 @@ UseValue ModuleBinder::ParseNetType(std::size_t& at, std::size_t end, UseKind ki
   return value;
 }
 
-// Of several procedures of one name the first one that takes as many arguments.
-void ModuleBinder::ChooseOverload(UseValue& value, std::size_t open) {
-  if (!value.Named || value.Record < 0) return;
-  const auto* block = As<Block>(value.Named->Element);
-  const Blocks* overloads = block ? block->OverloadBlocks().IfAny() : nullptr;
-  if (!overloads) return;
+// How many arguments stand in the parentheses that open at a place.
+std::size_t ModuleBinder::CountArguments(std::size_t open) const {
   const std::size_t close = CloseOf(open, mScan.Tokens.size());
   std::size_t count = close > open + 1 ? 1 : 0;
   for (std::size_t at = open + 1; at < close; ++at) {
@@ -243,6 +277,15 @@ void ModuleBinder::ChooseOverload(UseValue& value, std::size_t open) {
       at = CloseOf(at, close);
     if (IsMark(at, close, ',')) ++count;
   }
+  return count;
+}
+
+// Of several procedures of one name, or properties that are only read, the first one that takes so
+// many arguments; null where there is no choice.
+const Block* ModuleBinder::ChooseOverload(const UseValue& value, std::size_t count) {
+  if (!value.Named || value.Record < 0) return nullptr;
+  const Blocks* overloads = OverloadsOf(*value.Named);
+  if (!overloads) return nullptr;
   for (const Block& overload : *overloads) {
     const Parameters* parameters = overload.Parameters.IfAny();
     const std::size_t most = parameters ? parameters->Count() : 0;
@@ -254,8 +297,9 @@ void ModuleBinder::ChooseOverload(UseValue& value, std::size_t open) {
     }
     if (count < least || (count > most && !anyNumber)) continue;
     Of(value.Record).Element = &overload;
-    return;
+    return &overload;
   }
+  return nullptr;
 }
 
 }  // namespace vendrel

@@ -1,9 +1,12 @@
 // What a project makes known to its modules, and what late binding may reach.
 
 #include "core/Ascii.h"
+#include "project/ProjectFile.h"
 #include "project/VBProjectGroup.h"
+#include "services/SourceText.h"
 #include "text/Identifiers.h"
 #include "uses/Scopes.h"
+#include "uses/Tokens.h"
 
 namespace vendrel {
 namespace {
@@ -63,6 +66,32 @@ void Scopes::AddReferences(ProjectScope& scope) {
   }
 }
 
+// The classic reading keeps a later part of a type in no list of its file.
+const Component* Scopes::FirstTypeOf(const ProjectFile& file) {
+  if (file.Components.Count() > 0) return file.Components.Item(1);
+  const Component* outside = file.Outside();
+  return outside ? outside : TypeOpenedIn(file);
+}
+
+// The type of the project of which the file holds a part, by the first statement that opens one.
+const Component* Scopes::TypeOpenedIn(const ProjectFile& file) {
+  const VBProject* project = file.VBProject();
+  if (!project || !file.SourceForm) return nullptr;
+  TokenScan scan(mSymbols, file.SourceForm->Text, {true});
+  while (scan.Next()) {
+    for (std::size_t at = 0; at + 1 < scan.Tokens.size(); ++at) {
+      if (scan.Tokens[at].Kind != TokenKind::Word) break;
+      if (!word::OpensType(scan.Tokens[at].Name)) continue;
+      for (const Component& type : project->Components.Listed()) {
+        const std::string_view name = type.Name;
+        if (mSymbols.Of(name.substr(name.rfind('.') + 1)) == scan.Tokens[at + 1].Name) return &type;
+      }
+      return nullptr;
+    }
+  }
+  return nullptr;
+}
+
 void Scopes::AddTypeWords(ProjectScope& scope, const VBProject& project) {
   for (const Component& type : project.Components.Listed()) {
     std::string_view name = type.Name;
@@ -88,6 +117,8 @@ ProjectScope& Scopes::Of(VBProject& project) {
     for (ProjectFile& file : project.ProjectFiles) {
       if (file.SourceForm) mFiles[file.SourceForm.get()] = &file;
       for (const Component& module : file.Components) mFilesOf[&module].push_back(&file);
+      if (file.Components.Count() > 0 || file.Outside()) continue;
+      if (const Component* type = TypeOpenedIn(file)) mFilesOf[type].push_back(&file);
     }
     AddTypeWords(scope, project);
     for (const Reference& reference : project.References)

@@ -6,6 +6,7 @@
 #include "core/CaseFold.h"
 #include "diagnostics/Context.h"
 #include "model/Component.h"
+#include "model/PropertyGroup.h"
 #include "project/VBProject.h"
 #include "uses/Builtins.h"
 #include "uses/Reach.h"
@@ -46,6 +47,7 @@ bool IsName(std::string_view text) {
 void ReachGraph::Add(VBProject& project) try {
   UseOptions options;
   options.FalseBranches = true;
+  options.Declarations = IsNetProject(project);
   UseBinder binder(project, options);
   binder.BindAll([this](const NameUse& use) { Add(use); });
 }
@@ -63,7 +65,8 @@ std::uint32_t ReachGraph::Find(const CodeElement& element) const {
 }
 
 void ReachGraph::Add(const NameUse& use) {
-  if (use.Kind == UseKind::Declare || use.Kind == UseKind::Name) return;
+  if (use.Kind == UseKind::Declare) return AddDeclared(use);
+  if (use.Kind == UseKind::Name) return;
   if (!use.Holder && !use.Module) return;
   if (use.Kind == UseKind::Handle) return;  // who handles an event does not make it happen
   AddLibrary(use);
@@ -84,6 +87,29 @@ void ReachGraph::Add(const NameUse& use) {
       else if (use.Element)
         AddEdge(use, *use.Element);
   }
+}
+
+void ReachGraph::AddDeclared(const NameUse& use) {
+  if (!use.Element || !use.File || !IsNetModule(*use.Module)) return;
+  if (use.File != mFile) {
+    mFile = use.File;
+    mIsDesigner = IsDesignerFile(*mFile);
+  }
+  if (!mIsDesigner) {
+    if (IsA<Component>(use.Element)) mWritten.insert(use.Element);
+    return;
+  }
+  mDesigned.insert(use.Element);
+  if (const auto* group = As<PropertyGroup>(use.Element))
+    for (const Block* block :
+         {group->PropertyGetBlock(), group->PropertyLetBlock(), group->PropertySetBlock()})
+      if (block) mDesigned.insert(block);
+}
+
+bool IsDesignerFile(const FileSystemObject& file) {
+  const std::string path = file.FullPath(), leaf = file.LeafName();
+  return EndsWithNoCaseAscii(leaf, ".designer.vb") || EqualsNoCaseAscii(leaf, "Reference.vb") ||
+         ContainsNoCaseAscii(path, "\\My Project\\") || EndsWithNoCaseAscii(leaf, ".g.i.vb");
 }
 
 void ReachGraph::AddLateName(const NameUse& use) {

@@ -50,6 +50,11 @@ class ReachGraph {
   std::uint32_t Find(const CodeElement& element) const;
   static constexpr std::uint32_t kNoNode = ~std::uint32_t{0};
 
+  /// Whether all that declares an element of VB.NET stands in files that designers write.
+  bool IsDesigned(const CodeElement& element) const {
+    return mDesigned.contains(&element) && !mWritten.contains(&element);
+  }
+
   const std::vector<const CodeElement*>& Nodes() const { return mNodes; }
   const std::vector<ReachEdge>& Edges() const { return mEdges; }
   const std::vector<LateName>& LateNames() const { return mLateNames; }
@@ -64,6 +69,7 @@ class ReachGraph {
   bool CallsByComputedName() const { return mComputedName; }
 
  private:
+  void AddDeclared(const NameUse& use);
   void AddEdge(const NameUse& use, const CodeElement& target);
   void AddLateName(const NameUse& use);
   void AddLibrary(const NameUse& use);
@@ -76,10 +82,16 @@ class ReachGraph {
   std::unordered_set<std::string> mLateKnown;
   std::unordered_set<std::string> mUnbound;
   std::unordered_set<std::string> mLibraries;
+  std::unordered_set<const CodeElement*> mDesigned, mWritten;  // of mWritten types alone
+  const FileSystemObject* mFile = nullptr;                     // the one last looked at
+  bool mIsDesigner = false;
   bool mUnnamedLibrary = false;
   bool mCallsByName = false;
   bool mComputedName = false;
 };
+
+/// Designers write such files of VB.NET, and write them anew.
+bool IsDesignerFile(const FileSystemObject& file);
 
 /// What stands in the string literals of a module and could be a name, folded: a literal that is
 /// one whole ("Refresh"), and the end of one with dots, with its last dot (".account" of

@@ -115,6 +115,9 @@ class Scopes {
   /// What a name alone means inside of a class: a member of it, or of a class above or around.
   Entry* NetMemberInside(const Component& module, Symbol name);
   static bool IsNet(const Component& module);
+  /// The first type that has a part in a file of VB.NET, or what stands outside of types there;
+  /// null for none.
+  const Component* FirstTypeOf(const ProjectFile& file);
   /// The files of VB.NET in which a module has a part.
   const std::vector<ProjectFile*>& FilesOf(const Component& module) { return mFilesOf[&module]; }
 
@@ -152,6 +155,7 @@ class Scopes {
   void FindBase(ModuleScope& scope);
   void AddModule(ProjectScope& scope, const Component& module);
   void AddReferences(ProjectScope& scope);
+  const Component* TypeOpenedIn(const ProjectFile& file);
   void AddTypeWords(ProjectScope& scope, const VBProject& project);
   TypeRef TypeOfEntry(const Entry& entry);
   TypeRef TypeOfControl(const Entry& entry, const VBControl& control);

@@ -48,13 +48,14 @@ class UnusedFinder {
       mFound.clear();
       if (!IsNetModule(module))
         LookAtModule(module);
-      else if (!IsGenerated(module))
+      else if (!mReach.Graph().IsDesigned(module))
         LookAtNetType(module);
       std::stable_sort(mFound.begin(), mFound.end(),
                        [](const UnusedFinding& a, const UnusedFinding& b) {
                          return a.Element->SourceLine() < b.Element->SourceLine();
                        });
-      for (const UnusedFinding& finding : mFound) mTake(finding);
+      for (const UnusedFinding& finding : mFound)
+        if (!IsDesigned(*finding.Element)) mTake(finding);
     }
   }
 
@@ -71,12 +72,14 @@ class UnusedFinder {
     for (const EventDeclaration& one : module.EventDeclarations) LookAtEvent(one);
   }
 
-  // Designers write such files, and write them anew.
-  static bool IsGenerated(const Component& module) {
-    const std::string path = module.FileName.FullPath();
-    const std::string leaf = module.FileName.LeafName();
-    return EndsWithNoCaseAscii(leaf, ".designer.vb") || EqualsNoCaseAscii(leaf, "Reference.vb") ||
-           ContainsNoCaseAscii(path, "\\My Project\\") || EndsWithNoCaseAscii(leaf, ".g.i.vb");
+  // What stands inside of a procedure is designed as that is.
+  bool IsDesigned(const CodeElement& element) const {
+    const auto* parameter = As<Parameter>(&element);
+    const auto* variable = As<Variable>(&element);
+    const CodeElement* parent = parameter  ? parameter->Parent.Get()
+                                : variable ? variable->Parent.Get()
+                                           : nullptr;
+    return mReach.Graph().IsDesigned(element) || (parent && mReach.Graph().IsDesigned(*parent));
   }
 
   // A class, structure, interface, module or enumeration of VB.NET.
@@ -276,6 +279,18 @@ class UnusedFinder {
     }
     if (isPublic && mReach.Graph().Unbound().contains(FoldKey(name)))
       doubt(Sureness::Possible, kUnboundName);
+    if (finding.By && IsUsedByMemberOfObject(*finding.Element))
+      doubt(Sureness::Likely, kLateObject);
+  }
+
+  // Of VB.NET, where serialisers and bindings reach fields through properties that nobody names.
+  bool IsUsedByMemberOfObject(const CodeElement& element) const {
+    const std::vector<const ReachEdge*> uses = mReach.UsesOf(element);
+    return std::any_of(uses.begin(), uses.end(), [this](const ReachEdge* edge) {
+      const CodeElement& from = *NodeAt(edge->From);
+      const Component* home = from.OwnComponent();
+      return IsA<Block>(&from) && home && IsNetModule(*home) && IsOfObject(from) && IsPublic(from);
+    });
   }
 
   bool HoldsObject(const CodeElement& element) const {

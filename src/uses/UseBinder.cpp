@@ -47,7 +47,7 @@ void UseBinder::BindFiles(const TakeUse& take) {
   ProjectScope& project = mState->Scopes.Of(mState->Project);
   for (ProjectFile& file : mState->Project.ProjectFiles) {
     if (!file.SourceForm || file.SourceForm->Text.empty()) continue;
-    const Component* first = file.Components.Count() > 0 ? file.Components.Item(1) : file.Outside();
+    const Component* first = mState->Scopes.FirstTypeOf(file);
     if (!first || !Scopes::IsNet(*first)) continue;
     ModuleBinder(mState->Scopes, project, {first, file.SourceForm.get(), &file}, mState->Options,
                  mState->Counts, take)

@@ -378,5 +378,42 @@ TEST(UnusedOfNet, FollowsWhatRunsWithoutBeingNamed) {
       "their class being known\t/n/Page.aspx.vb:6\n");
 }
 
+constexpr const char* kDesignedProgram =
+    R"(<Project xmlns="http://schemas.microsoft.com/developer/msbuild/2003"><PropertyGroup>
+<OutputType>Exe</OutputType><RootNamespace>D</RootNamespace><StartupObject>D.Program</StartupObject>
+</PropertyGroup><ItemGroup><Compile Include="Form1.Designer.vb" /><Compile Include="Form1.vb" />
+<Compile Include="Program.vb" /></ItemGroup></Project>)";
+
+// Each element is judged by the file that declares it, and each local by its own block; a field is
+// no surer than the public property that alone uses it.
+TEST(UnusedOfNet, JudgesEachPartOfATypeByItsFile) {
+  const test::MemoryFiles files{
+      {"/d/D.vbproj", kDesignedProgram},
+      {"/d/Form1.Designer.vb",
+       "Partial Class Form1\n  Private Sub InitializeComponent()\n    Helper()\n  End Sub\n  "
+       "Private Sub Made()\n  End Sub\n  Private mMade As Integer\nEnd Class\n"},
+      {"/d/Form1.vb",
+       "Class Form1\n  Private mKept As Integer\n  Private Sub Helper()\n  End Sub\n  Private Sub "
+       "Other()\n  End Sub\n  Public ReadOnly Property Kept() As Integer\n    Get\n      Return "
+       "mKept\n    End Get\n  End Property\nEnd Class\n"},
+      {"/d/Program.vb",
+       "Module Program\n  Sub Main()\n    Dim f As New Form1\n    If f Is Nothing Then\n      Dim "
+       "n "
+       "As Integer = 1\n      Take(n)\n    Else\n      Dim n As Integer = 2\n      Take(n)\n      "
+       "Dim idle As Integer\n    End If\n  End Sub\n  Sub Take(ByVal n As Integer)\n    "
+       "System.Console.WriteLine(n)\n  End Sub\nEnd Module\n"}};
+  constexpr std::string_view late =
+      "likely: objects may be used without their class being known\t/d/Form1.vb:";
+  EXPECT_EQ(RunFor({"unused", "/d/D.vbproj", "--quiet"}),
+            "variable\tD~D.Form1~mKept\tonly what is unused itself uses it: D~D.Form1~Kept "
+            "[get]\t" +
+                std::string(late) +
+                "2\nprocedure\tD~D.Form1~Other\tnothing uses it\tcertain\t/d/Form1.vb:5\n"
+                "procedure\tD~D.Form1~Kept [get]\tnothing uses it\t" +
+                std::string(late) +
+                "7\nlocal-variable\tD~D.Program~Main~idle\tnothing uses "
+                "it\tcertain\t/d/Program.vb:10\n");
+}
+
 }  // namespace
 }  // namespace vendrel::cli

@@ -158,6 +158,49 @@ TEST(NetUses, OfTheLaterPartOfATypeStandInItsFile) {
   EXPECT_EQ(all, expected);
 }
 
+// Of overloads the one that takes as many arguments, none in parentheses included; words of a
+// namespace that no assembly at hand tells qualify.
+TEST(NetUses, TellOverloadsAndNamespacesApart) {
+  test::NetProject project(
+      {{"A.vb",
+        "Class Store\nOverloads ReadOnly Property Item() As String\nGet\nEnd Get\nEnd "
+        "Property\nOverloads ReadOnly Property Item(i As Integer) As String\nGet\nEnd Get\nEnd "
+        "Property\nOverloads Function Sum(i As Integer) As Integer\nEnd Function\nOverloads "
+        "Function Sum() As Integer\nEnd Function\nEnd Class\n"},
+       {"B.vb",
+        "Module M\nSub Main()\nDim s As New Store\nDim t = s.Item & s.Item() & s.Item(1) & s.Sum & "
+        "s.Sum(1)\nSystem.Nowhere.Things.Thing.Make(t)\nEnd Sub\nEnd Module\n"}},
+      test::Complete(), "Root");
+  project.Resolve();
+  std::string all;
+  UseBinder(*project.Project).BindAll([&](const NameUse& use) {
+    if (use.File->LeafName() != "B.vb" || use.Line < 4 || use.Answer == UseAnswer::Local) return;
+    all += std::string(use.Text) + " " + std::string(WordOf(use.Kind)) +
+           (use.Element ? " " + use.Element->ElementName() : "") + "; ";
+  });
+  EXPECT_EQ(
+      all,
+      "Item read Item(); Item read Item(); Item read Item(Int32); Sum call Sum(); Sum call "
+      "Sum(Int32); System qualify; Nowhere qualify; Things qualify; Thing qualify; Make call; ");
+}
+
+// The classic reading keeps the later part of a type in no list; its statements are read all the
+// same.
+TEST(NetUses, OfALaterPartAreReadInTheClassicReadingToo) {
+  test::NetProject project({{"A.vb", "Public Class P\nSub Helper()\nEnd Sub\nEnd Class\n"},
+                            {"B.vb",
+                             "Partial Public Class P\nSub B()\nHelper()\nEnd Sub\nEnd "
+                             "Class\n"}},
+                           {}, "Root");
+  project.Resolve();
+  std::string all;
+  UseBinder(*project.Project).BindAll([&](const NameUse& use) {
+    all +=
+        use.File->LeafName() + ":" + std::to_string(use.Line) + " " + std::string(use.Text) + "; ";
+  });
+  EXPECT_EQ(all, "B.vb:3 Helper; ");
+}
+
 TEST(NetUses, AreTheSameByFileAndByModule) {
   Users project("Sub S(n As Integer)\nn = Size\nEnd Sub\n");
   std::size_t whole = 0, single = 0;
