@@ -1,6 +1,7 @@
 #include <map>
 #include <memory>
 #include <set>
+#include <utility>
 
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
@@ -45,8 +46,9 @@ class Gatherer {
   void AddFromFile(VBProject& project) {
     const std::string file = project.CommentFile.FullPath();
     ForEachCommentedElement(project, [&](CodeElement& element) {
+      if (const auto* made = std::as_const(element).TaggedCommentsField(); !made || !made->IfAny())
+        return;
       OnDemand<TaggedComments>* comments = element.TaggedCommentsField();
-      if (!comments || !comments->IfAny()) return;
       for (std::size_t i = 1; i <= (*comments)->Count(); ++i) {
         const std::shared_ptr<TaggedComment> comment = (*comments)->Share(i);
         const Component* component = element.OwnComponent();

@@ -1,5 +1,7 @@
 // Comments of one tag folded into the descriptions of their elements, after loading.
 
+#include <utility>
+
 #include "comments/AppendDescription.h"
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
@@ -16,7 +18,7 @@ struct MergeRequest {
   bool Overwrite;
 
   void Into(CodeElement& element) const {
-    const TaggedComments* comments = element.TaggedCommentsField()->IfAny();
+    const TaggedComments* comments = std::as_const(element).TaggedCommentsField()->IfAny();
     if (!comments || comments->Count() == 0) return;
     LateText& description = *element.TaggedDescriptionField();
     description = MergedTaggedDescription(description, *comments, TagID, OnlyUseIfBlank, Overwrite);

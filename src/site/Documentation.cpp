@@ -121,7 +121,7 @@ void TakeExceptions(Documentation& found, const CodeElement& element) {
 }
 
 void TakeExamples(Documentation& found, const CodeElement& element) {
-  const auto* examples = const_cast<CodeElement&>(element).ExamplesField();
+  const auto* examples = element.ExamplesField();
   if (!examples || !examples->IfAny()) return;
   for (const Example& example : *examples->IfAny()) {
     const CodeElement* related = example.RelatedItem();
@@ -182,10 +182,9 @@ Documentation DocumentationOf(const CodeElement& element) {
   std::string helpString;
   const LateText* tagged = element.TaggedDescriptionField();
   if (tagged) AddText(found.Summary, *tagged);
-  auto& changeable = const_cast<CodeElement&>(element);  // the fields alone are looked at
-  if (const auto* comments = changeable.TaggedCommentsField(); comments && comments->IfAny())
+  if (const auto* comments = element.TaggedCommentsField(); comments && comments->IfAny())
     for (const TaggedComment& comment : *comments->IfAny()) TakeTagged(found, comment, helpString);
-  if (const LateText* untagged = changeable.UnTaggedDescriptionField()) {
+  if (const LateText* untagged = element.UnTaggedDescriptionField()) {
     if (!IsXmlComment(*untagged) || !TakeXml(found, *untagged))
       AddText(found.Summary, WithoutOrnaments(*untagged));
   }
@@ -194,7 +193,7 @@ Documentation DocumentationOf(const CodeElement& element) {
   if (found.Summary.empty()) found.Summary = DescriptionAttribute(element);
   if (const auto* block = As<Block>(&element); block && found.Returns.empty())
     found.Returns = block->ReturnDescription.str();
-  if (const bool* isNew = changeable.IsNewField()) found.IsNew = *isNew;
+  if (const bool* isNew = element.IsNewField()) found.IsNew = *isNew;
   TakeExceptions(found, element);
   TakeExamples(found, element);
   return found;

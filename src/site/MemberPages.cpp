@@ -181,7 +181,7 @@ void WriteMemberPages(const SiteRun& run, const ModuleEntry& module) {
     Page page = PageIn(module, member.Leaf, member.Name);
     AddNeighbours(page, "In " + Link("index.html", module.Name), module.Members.size(), i,
                   [&](std::size_t other) { return NeighbourOf(module.Members[other]); });
-    const bool* isNew = const_cast<CodeElement&>(member.First()).IsNewField();
+    const bool* isNew = member.First().IsNewField();
     AppendHeading(page, KindInWords(member, module), member.Name,
                   TagsOf(run, member.First(), isNew && *isNew));
     AppendPath(run, page, member.First());

@@ -91,7 +91,7 @@ void AppendFacts(const SiteRun& run, const ModuleEntry& module, Page& page) {
 // A member on its own page: name, what kind it is, what is said of it.
 std::string MemberRow(const SiteRun& run, const MemberEntry& member, bool tellsKind) {
   const CodeElement& first = member.First();
-  const bool* isNew = const_cast<CodeElement&>(first).IsNewField();
+  const bool* isNew = first.IsNewField();
   std::string row = "<tr><td class=\"first\">" + Link(member.Leaf, member.Name);
   std::string note(tellsKind ? member.Kind : "");
   if (member.Kind != "Property" && member.Elements.size() > 1)

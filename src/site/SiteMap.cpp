@@ -126,7 +126,7 @@ std::string_view SiteMap::Set(const CodeElement* element, std::string_view folde
 }
 
 bool SiteMap::IsShown(const CodeElement& element, std::string_view access) const {
-  const bool* excluded = const_cast<CodeElement&>(element).ExcludeFlagField();
+  const bool* excluded = element.ExcludeFlagField();
   if (excluded && *excluded) return false;
   return mOptions.Private || !IsPrivateAccess(access);
 }

@@ -14,7 +14,7 @@
 namespace vendrel {
 namespace {
 
-bool IsMarkedUsed(CodeElement& element) {
+bool IsMarkedUsed(const CodeElement& element) {
   const auto* field = element.TaggedCommentsField();
   const TaggedComments* comments = field ? field->IfAny() : nullptr;
   return comments && comments->Item("##USED");

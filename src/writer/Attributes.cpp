@@ -1,6 +1,7 @@
 #include "writer/Attributes.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
@@ -94,7 +95,7 @@ std::string VarDescriptionLine(std::string_view name, std::string_view text) {
 }
 
 std::optional<std::string> CommentText(CodeElement& element, std::string_view tag) {
-  OnDemand<TaggedComments>* comments = element.TaggedCommentsField();
+  const OnDemand<TaggedComments>* comments = std::as_const(element).TaggedCommentsField();
   if (!comments || !comments->IfAny()) return std::nullopt;
   const TaggedComment* comment = (*comments)->Item(tag);
   if (!comment) return std::nullopt;
