@@ -1,15 +1,15 @@
 """Reads what the headers say of each property: make_docs.py OUTPUT HEADER...
 
-A property is a member of its class; the comment of three slashes above it, or that of the nearest
-class above it, is its documentation."""
+A property is a member of its class, or of a union in it; the comment of three slashes above it, or
+that of the nearest class above it, is its documentation."""
 
 import pprint
 import re
 import sys
 
 CLASS = re.compile(r"^(?:class|struct) (\w+)(?: final)?( :.*)? \{")
-MEMBER = re.compile(r"^  (?!return|using|friend|explicit|template|virtual ~)[\w:<>,*&\[\]\s]*?[\s&*]"
-                    r"(\w+)(?:\(| =|;|\{)")
+MEMBER = re.compile(r"^  (?:  )?(?!return|using|friend|explicit|template|virtual ~)"
+                    r"[\w:<>,*&\[\]\s]*?[\s&*](\w+)(?:\(| =|;|\{)")
 
 
 def docs_of(path, bases):
@@ -17,7 +17,7 @@ def docs_of(path, bases):
     for line in open(path, encoding="utf-8"):
         start = CLASS.match(line)
         member = MEMBER.match(line)
-        said = re.match(r"^ {0,2}/// ?(.*)", line)
+        said = re.match(r"^ {0,4}/// ?(.*)", line)
         if said:
             comment.append(said.group(1).rstrip())
             continue
