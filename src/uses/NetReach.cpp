@@ -155,6 +155,20 @@ bool IsNetModule(const Component& module) {
   return project && IsNetProject(*project);
 }
 
+bool IsFoundByDesigner(const CodeElement& element) {
+  const Component* home = element.OwnComponent();
+  if (!home || !IsNetModule(*home)) return false;
+  if (IsA<Variable>(&element))
+    return EqualsNoCaseAscii(element.ElementName(), "designerPlaceholderDeclaration");
+  const auto* block = As<Block>(&element);
+  if (!block) return false;
+  if (StartsWithNoCaseAscii(block->Name(), "ShouldSerialize")) return true;
+  if (!StartsWithNoCaseAscii(block->Name(), "Reset")) return false;
+  for (const Block* one : home->Blocks.Named(std::string_view(block->Name()).substr(5)))
+    if (one->IsPropertyType()) return true;
+  return false;
+}
+
 // The module or form that the project names; where it names none, each Main, or what the project
 // system makes of a form: MyApplication.
 void Reach::EnterNetStartup(VBProject& project) {
@@ -250,14 +264,16 @@ void Reach::EnterNetPublic(const Component& module) {
   for (const EventDeclaration& event : module.EventDeclarations) Enter(event, cause);
 }
 
-// Constructors, initialisers of fields, handlers, what overrides or implements, operators.
+// Constructors, initialisers of fields, handlers, what overrides or implements, operators, partial
+// procedures.
 void Reach::MarkNetModule(const Component& module) {
   const auto look = [&](const Block& block) {
     const std::string_view head = block.DefinitionLine;
     if (block.IsEventProcedure || IsNamedForPage(block))
       Enter(block, ReachCause::EventProcedure);
     else if (module.IsInterface || !block.ImplementsName().empty() || !block.Interface.empty() ||
-             HasModifier(head, "Overrides") || HasModifier(head, "Operator"))
+             HasModifier(head, "Overrides") || HasModifier(head, "Operator") ||
+             HasModifier(head, "Partial"))        // for others to fill in
       Enter(block, ReachCause::InterfaceMember);  // its parameters are given
     else if (block.IsConstructor || HasModifier(head, "Default") || IsMadeByDesigner(block))
       Enter(block, ReachCause::DefaultMember);

@@ -120,6 +120,10 @@ bool IsLooseProject(const VBProject& project);
 bool IsLibraryProject(const VBProject& project);
 bool IsNetProject(const VBProject& project);
 bool IsNetModule(const Component& module);
+/// Whether designers of .NET find it by its name: `ShouldSerializeSize` and `ResetSize` of a class,
+/// which tell of its property `Size` whether it is stored and what it is at first, and the mark of
+/// the designer of pages.
+bool IsFoundByDesigner(const CodeElement& element);
 
 /// Whether a class, form or control is meant, of which there are objects, and no standard module.
 bool HasObjects(const Component& module);

@@ -159,13 +159,22 @@ class UnusedFinder {
           !mReach.UsesOf(parameter).empty() || IsAddressed(block))
         continue;
       UnusedFinding finding = Made(parameter, "parameter");
-      if (mReach.CauseOf(block) == ReachCause::PublicOfLibrary ||
-          mReach.CauseOf(block) == ReachCause::MarkedUsed ||
-          mReach.CauseOf(block) == ReachCause::CalledByName || mReach.IsCalledLate(block.Name())) {
+      if (IsCalledFromOutside(block)) {
         finding.How = Sureness::Possible;
         finding.Doubt = kOpenSignature;
       }
       mFound.push_back(finding);
+    }
+  }
+
+  bool IsCalledFromOutside(const Block& block) const {
+    switch (mReach.CauseOf(block)) {
+      case ReachCause::PublicOfLibrary:
+      case ReachCause::MarkedUsed:
+      case ReachCause::CalledByName:
+      case ReachCause::Designer:  // of VB.NET: markup names it
+      case ReachCause::Attribute: return true;
+      default: return mReach.IsCalledLate(block.Name());
     }
   }
 
@@ -277,6 +286,7 @@ class UnusedFinder {
       if (home->FileType == ftUserControl) doubt(Sureness::Possible, kDesigned);
       doubt(Sureness::Likely, kLateObject);
     }
+    if (IsFoundByDesigner(*finding.Element)) doubt(Sureness::Possible, kDesigned);
     if (isPublic && mReach.Graph().Unbound().contains(FoldKey(name)))
       doubt(Sureness::Possible, kUnboundName);
     if (finding.By && IsUsedByMemberOfObject(*finding.Element))

@@ -322,6 +322,15 @@ Class Kept
   End Sub
   Private Sub Gone()
   End Sub
+  Public Property Size() As Integer
+  Private Function ShouldSerializeSize() As Boolean
+  End Function
+  Private Sub ResetSize()
+  End Sub
+  Private Sub ResetAll()
+  End Sub
+  Partial Private Sub OnMade(n As Integer)
+  End Sub
   Public Shared Operator +(a As Kept, b As Kept) As Kept
     Return Nothing
   End Operator
@@ -359,8 +368,8 @@ TEST(UnusedOfNet, FollowsWhatRunsWithoutBeingNamed) {
        "MyBase.Click\n    OfClick()\n  End Sub\n  Private Sub OfClick()\n  End Sub\nEnd Class\n"},
       {"/n/Page.aspx", "<asp:Button OnClick=\"Buy_Click\" />"},
       {"/n/Page.aspx.vb",
-       "Class Page1\n  Sub Page_Load()\n  End Sub\n  Sub Buy_Click()\n  End Sub\n  Sub "
-       "Sell_Click()\n  End Sub\nEnd Class\n"},
+       "Class Page1\n  Sub Page_Load()\n  End Sub\n  Sub Buy_Click(e As Object)\n    Shown = 1\n"
+       "  End Sub\n  Sub Sell_Click()\n  End Sub\nEnd Class\n"},
       {"/n/Made.Designer.vb", "Class Generated\n  Sub Nothing1()\n  End Sub\nEnd Class\n"}};
   EXPECT_EQ(
       RunFor({"unused", "/n/N.vbproj", "--quiet"}),
@@ -371,11 +380,21 @@ TEST(UnusedOfNet, FollowsWhatRunsWithoutBeingNamed) {
       "variable\tN~N.Kept~mTable\tnothing uses it\tcertain\t/n/Program.vb:36\n"
       "variable\tN~N.Kept~mIdle\tit is assigned and never read\tcertain\t/n/Program.vb:37\n"
       "procedure\tN~N.Kept~Gone\tnothing uses it\tcertain\t/n/Program.vb:48\n"
+      "procedure\tN~N.Kept~Size [get]\tnothing uses it\tlikely: objects may be used without "
+      "their class being known\t/n/Program.vb:50\n"
+      "procedure\tN~N.Kept~ShouldSerializeSize\tnothing uses it\tpossible: a designer may show or "
+      "set it\t/n/Program.vb:51\n"
+      "procedure\tN~N.Kept~ResetSize\tnothing uses it\tpossible: a designer may show or set "
+      "it\t/n/Program.vb:53\n"
+      "procedure\tN~N.Kept~ResetAll\tnothing uses it\tcertain\t/n/Program.vb:55\n"
       "type\tN~N.Lost\tnothing of the module is used\tcertain\t/n/Program.vb\n"
       "enumeration\tN~N.Colour\tnothing of the module is used\tcertain\t/n/Program.vb\n"
-      "procedure\tN~N.Tests~Old\tnothing uses it\tcertain\t/n/Program.vb:70\n"
+      "procedure\tN~N.Tests~Old\tnothing uses it\tcertain\t/n/Program.vb:79\n"
+      "parameter\tN~N.Page1~Buy_Click:e\tnothing uses it\tpossible: what is called from outside "
+      "has "
+      "fixed parameters\t/n/Page.aspx.vb:4\n"
       "procedure\tN~N.Page1~Sell_Click\tnothing uses it\tlikely: objects may be used without "
-      "their class being known\t/n/Page.aspx.vb:6\n");
+      "their class being known\t/n/Page.aspx.vb:7\n");
 }
 
 constexpr const char* kDesignedProgram =
