@@ -39,7 +39,7 @@ struct ConstantPlace {
 /// A constant of a module or procedure.
 class Constant : public ElementOf<Constant> {
  public:
-  Constant() = default;
+  Constant() {}  // as with Variable
   ~Constant() override {
     mParts.Free();
     mPlace.Leave();

@@ -25,7 +25,7 @@ struct ParameterParts {
 /// One parameter of a procedure, event or `Declare`.
 class Parameter : public ElementOf<Parameter> {
  public:
-  Parameter() = default;
+  Parameter() {}  // as with Variable
   ~Parameter() override { mParts.Free(); }
 
   // What is small stands first, in the room that the base class leaves.

@@ -46,7 +46,7 @@ struct VariablePlace {
 /// member of a structure.
 class Variable : public ElementOf<Variable> {
  public:
-  Variable() = default;
+  Variable() {}  // not defaulted: so a const one may be made without a value
   ~Variable() override {
     mParts.Free();
     mPlace.Leave();
