@@ -249,6 +249,7 @@ class ModuleBinder {
   void LeaveType();
   void UseModule(const Component* module);
   void ParseNetProcedure(std::size_t at, std::size_t end, bool hasBody);
+  const Block* NetBlockAt(std::size_t at) const;
   void ParseNetProperty(std::size_t at, std::size_t end);
   void ParseNetParameters(std::size_t open, std::size_t close, const Parameters* parameters);
   void ParseNetDeclarators(std::size_t at, std::size_t end, bool isConstant);

@@ -127,17 +127,22 @@ void ModuleBinder::ParseTies(std::size_t at, std::size_t end) {
   }
 }
 
+// The procedure or property, of several of one name the overload, whose declaration has its name
+// at a place.
+const Block* ModuleBinder::NetBlockAt(std::size_t at) const {
+  for (const std::uint32_t line : {At(0).Line, At(at).Line}) {
+    const auto found = std::lower_bound(mBlocks.begin(), mBlocks.end(), line,
+                                        [](const auto& a, std::uint32_t b) { return a.first < b; });
+    if (found != mBlocks.end() && found->first == line) return found->second;
+  }
+  return mModule->Blocks.Item(mScopes.Names().TextOf(At(at).Name));
+}
+
 void ModuleBinder::ParseNetProcedure(std::size_t at, std::size_t end, bool hasBody) {
   Skip(at);
   if (at >= end) return;
   const Symbol name = At(at).Name;
-  const Block* block = nullptr;
-  for (const std::uint32_t line : {At(0).Line, At(at).Line}) {
-    auto found = std::lower_bound(mBlocks.begin(), mBlocks.end(), line,
-                                  [](const auto& a, std::uint32_t b) { return a.first < b; });
-    if (!block && found != mBlocks.end() && found->first == line) block = found->second;
-  }
-  if (!block) block = mModule->Blocks.Item(mScopes.Names().TextOf(name));
+  const Block* block = NetBlockAt(at);
   EnterProcedure(block, name);
   if (IsWord(at, end) && name != word::New)
     Of(Declare(at, block, UseAnswer::OwnModule)).Holder = mHolder;
@@ -160,7 +165,7 @@ void ModuleBinder::ParseNetProperty(std::size_t at, std::size_t end) {
   Skip(at);
   if (!IsWord(at, end)) return;
   const Symbol name = At(at).Name;
-  const Block* block = mModule->Blocks.Item(mScopes.Names().TextOf(name));
+  const Block* block = NetBlockAt(at);
   EnterProcedure(block, name);
   const Entry* entry = mScope->Members.Find(name);
   const CodeElement* element = entry ? entry->Element : block;

@@ -289,17 +289,20 @@ class UnusedFinder {
     if (IsFoundByDesigner(*finding.Element)) doubt(Sureness::Possible, kDesigned);
     if (isPublic && mReach.Graph().Unbound().contains(FoldKey(name)))
       doubt(Sureness::Possible, kUnboundName);
-    if (finding.By && IsUsedByMemberOfObject(*finding.Element))
+    if ((finding.By || finding.Reason == UnusedReason::NeverRead) &&
+        IsUsedByMemberOfObject(*finding.Element))
       doubt(Sureness::Likely, kLateObject);
   }
 
-  // Of VB.NET, where serialisers and bindings reach fields through properties that nobody names.
+  // By one that is not reached itself; of VB.NET, where serialisers and bindings reach fields
+  // through properties that nobody names.
   bool IsUsedByMemberOfObject(const CodeElement& element) const {
     const std::vector<const ReachEdge*> uses = mReach.UsesOf(element);
     return std::any_of(uses.begin(), uses.end(), [this](const ReachEdge* edge) {
       const CodeElement& from = *NodeAt(edge->From);
       const Component* home = from.OwnComponent();
-      return IsA<Block>(&from) && home && IsNetModule(*home) && IsOfObject(from) && IsPublic(from);
+      return !mReach.IsReached(from) && IsA<Block>(&from) && home && IsNetModule(*home) &&
+             IsOfObject(from) && IsPublic(from);
     });
   }
 

@@ -414,9 +414,14 @@ TEST(UnusedOfNet, JudgesEachPartOfATypeByItsFile) {
       {"/d/Form1.vb",
        "Class Form1\n  Private mKept As Integer\n  Private Sub Helper()\n  End Sub\n  Private Sub "
        "Other()\n  End Sub\n  Public ReadOnly Property Kept() As Integer\n    Get\n      Return "
-       "mKept\n    End Get\n  End Property\nEnd Class\n"},
+       "mKept\n    End Get\n  End Property\n  Private mPart As Integer\n  Public Overloads "
+       "Property Part() As Integer\n    Get\n      Return mPart\n    End Get\n    Set(ByVal v As "
+       "Integer)\n    End Set\n  End Property\n  Public Overloads Property Part(ByVal n As "
+       "Integer) As Integer\n    Get\n      Return 1\n    End Get\n    Set(ByVal v As Integer)\n   "
+       "   mPart = n\n    End Set\n  End Property\nEnd Class\n"},
       {"/d/Program.vb",
-       "Module Program\n  Sub Main()\n    Dim f As New Form1\n    If f Is Nothing Then\n      Dim "
+       "Module Program\n  Sub Main()\n    Dim f As New Form1\n    f.Part(1) = 2\n    If f Is "
+       "Nothing Then\n      Dim "
        "n "
        "As Integer = 1\n      Take(n)\n    Else\n      Dim n As Integer = 2\n      Take(n)\n      "
        "Dim idle As Integer\n    End If\n  End Sub\n  Sub Take(ByVal n As Integer)\n    "
@@ -431,7 +436,7 @@ TEST(UnusedOfNet, JudgesEachPartOfATypeByItsFile) {
                 "procedure\tD~D.Form1~Kept [get]\tnothing uses it\t" +
                 std::string(late) +
                 "7\nlocal-variable\tD~D.Program~Main~idle\tnothing uses "
-                "it\tcertain\t/d/Program.vb:10\n");
+                "it\tcertain\t/d/Program.vb:11\n");
 }
 
 }  // namespace
