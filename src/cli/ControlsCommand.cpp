@@ -32,8 +32,8 @@ struct OpenControl {
 void WriteControl(std::ostream& out, const VBControl& control, int depth, ShownPaths& paths) {
   std::string line = control.ProgID;
   line.append(" ").append(control.Name);
-  const std::string& text = control.Caption.empty() ? control.Text : control.Caption;
-  if (!text.empty()) line.append(" \"").append(text).append("\"");
+  const SharedText& text = control.Caption.empty() ? control.Text : control.Caption;
+  if (!text.empty()) line.append(" \"").append(text.view()).append("\"");
   line.append(" at ").append(std::to_string(control.x)).append(",");
   line.append(std::to_string(control.y)).append("  ").append(PlaceOf(control, paths));
   out << std::string(IndentOf(depth), ' ') << Shown(line) << '\n';

@@ -67,7 +67,11 @@ class SharedText {
   char at(std::size_t at) const { return view().at(at); }
   char front() const { return view().front(); }
   char back() const { return view().back(); }
-  std::string substr(std::size_t from = 0, std::size_t count = npos) const {
+  /// A view of this text, as long as it is there.
+  std::string_view substr(std::size_t from = 0, std::size_t count = npos) const& {
+    return view().substr(from, count);
+  }
+  std::string substr(std::size_t from = 0, std::size_t count = npos) && {
     return std::string(view().substr(from, count));
   }
   template <typename Sought>

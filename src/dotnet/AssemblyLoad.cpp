@@ -228,7 +228,7 @@ bool Assembly::ReadSelectedModules(vendrel::VBProject& vbp) {
 }
 
 std::string Assembly::DotNetMethodSignature(const Block& b) const {
-  std::string signature = b.Name().substr(0, b.Name().find('('));
+  std::string signature(b.Name().substr(0, b.Name().find('(')));
   const Parameters* parameters = b.Parameters.IfAny();
   if (!parameters || parameters->Count() == 0) return signature;
   std::string list;

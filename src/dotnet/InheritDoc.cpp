@@ -10,8 +10,8 @@ namespace vendrel {
 namespace {
 
 std::string_view NameAlone(const Block& block) {
-  const std::string& name = block.Name();
-  return std::string_view(name).substr(0, name.find('('));
+  const std::string_view name = block.Name();
+  return name.substr(0, name.find('('));
 }
 
 std::size_t ParameterCountOf(const Block& block) {

@@ -109,8 +109,8 @@ class InheritedComments {
   const Block* GenericSourceOf(const Block& block) const {
     if (!mSet || !mProject.Reading.DocumentationElements) return nullptr;
     Component* from = mSet->FindComponent(block.InheritedFrom(), &mProject);
-    const std::string& name = block.Name();
-    return from ? CounterpartIn(*from, block, std::string_view(name).substr(0, name.find('(')))
+    const std::string_view name = block.Name();
+    return from ? CounterpartIn(*from, block, name.substr(0, name.find('(')))
                 : nullptr;
   }
 

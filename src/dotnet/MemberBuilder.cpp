@@ -94,7 +94,7 @@ void TreeRoom::Take(std::size_t textSize) {
 }
 
 const SharedText& TreeRoom::Share(const SharedText& text) {
-  return mTexts.try_emplace(text.view(), text).first->second;
+  return *mTexts.insert(text).first;
 }
 
 void TakeObsoleteMark(CodeElement& element, const Image& image, Token place) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "dotnet/metadata/AssemblyStore.h"
@@ -47,7 +48,7 @@ struct TreeRoom {
   std::unordered_map<std::string, DelegateInvoke> Delegates;
 
  private:
-  std::unordered_map<std::string_view, SharedText> mTexts;
+  std::unordered_set<SharedText> mTexts;
 };
 
 /// Builds elements in one module. A member that is damaged is told and left out.

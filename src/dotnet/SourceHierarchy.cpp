@@ -148,7 +148,7 @@ std::vector<Component*> BasesFirst(VBProject& project) {
         open.pop_back();
         continue;
       }
-      const std::string& name = step.Module->Interfaces.Item(step.Next++)->Name;
+      const SharedText& name = step.Module->Interfaces.Item(step.Next++)->Name;
       Component* above = project.Components.Item(std::string_view(DefinitionOf(name)));
       if (above && above->IsInterface && done.insert(above).second) open.push_back({above});
     }

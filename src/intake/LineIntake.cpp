@@ -143,7 +143,7 @@ VENDREL_CONTEXT_AT(LineReached(), trace::Me(p.Block))
 void HandOverTaggedComments(LinePassage& p) try {
   if (p.Options.TaggedCommentsBeforeElement) OfferTaggedComments(p.Component, p.Block);
   if (p.Tagged) {
-    const std::string& tag = p.Tagged->TagIdentifier;
+    const SharedText& tag = p.Tagged->TagIdentifier;
     const bool atOnce = !p.Line.StatementPart.empty() || !p.Options.TaggedCommentsBeforeElement ||
                         (p.Block.Name().empty() &&
                          (EqualsNoCaseAscii(tag, "##ED") || EqualsNoCaseAscii(tag, "##PD")));

@@ -219,7 +219,7 @@ void ReadParameters(Parameters& list, std::string_view statement, CodeElement* p
           rules.Language.ImplicitType(list.Component.Get(), parameter->Name());
       rules.Language.SettleTypeName(parameter->VariableType);
     }
-    const std::string& name = parameter->Name();
+    const std::string_view name = parameter->Name();
     if (!name.empty()) list.AddIfFree(parameter, addKey ? name : std::string_view());
   }
 }

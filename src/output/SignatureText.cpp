@@ -59,7 +59,8 @@ bool IsLetOrSet(const Block& b) {
 
 // An overload has its types in its name.
 std::string NameOf(const Block& b) {
-  return b.Overloaded() ? b.Name().substr(0, b.Name().find('(')) : b.Name().str();
+  const std::string_view name = b.Name();
+  return std::string(b.Overloaded() ? name.substr(0, name.find('(')) : name);
 }
 
 std::string Declaring(const Block& b) {

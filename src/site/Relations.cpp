@@ -23,7 +23,7 @@ std::pair<std::string, std::string> ImplementedName(const Block& block) {
   }
   const std::string interface = block.Interface.str();
   if (interface.empty() || block.Name().size() <= interface.size() + 1) return {};
-  return {interface, block.Name().substr(interface.size() + 1)};
+  return {interface, std::string(block.Name().substr(interface.size() + 1))};
 }
 
 }  // namespace

@@ -35,8 +35,8 @@ std::string_view KindOfMember(const CodeElement& element) {
 
 // Without the types that the name of an overload ends with.
 std::string BareName(const Block& block) {
-  const std::string& name = block.Name();
-  return block.Overloaded() ? name.substr(0, name.find('(')) : name;
+  const std::string_view name = block.Name();
+  return std::string(block.Overloaded() ? name.substr(0, name.find('(')) : name);
 }
 
 bool IsInherited(const Block& block) {

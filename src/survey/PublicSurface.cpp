@@ -209,7 +209,7 @@ class SurfaceBuilder {
     if (block.Name().empty() || (!IsSeen(block.Access) && !isHiddenOfLibrary)) return;
     if (!block.InheritedFrom().str().empty()) return;
     // An overload bears the types of its parameters behind its name.
-    const std::string name = block.Name().substr(0, block.Name().find('('));
+    const std::string_view name = block.Name().substr(0, block.Name().find('('));
     SurfaceMember member = NewMember(KindOfMember(block, mSurface.World), name, block, component);
     member.Type = ArrayOf(block.ReturnType, block.ReturnTypeIsArray);
     if (IsWriter(member.Kind)) member.Type.clear();

@@ -147,8 +147,8 @@ class UseRulesRun {
           block.IsEventProcedure || !block.Interface.str().empty() ||
           block.AccessType() != atPrivate || UsesOf(block).IsUsed)
         continue;
-      const std::string source = block.Name().substr(0, at);
-      const std::string event = block.Name().substr(at + 1);
+      const std::string source(block.Name().substr(0, at));
+      const std::string event(block.Name().substr(at + 1));
       if (!IsEvent(event) || sources.contains(FoldKey(source))) continue;
       if (EqualsNoCaseAscii(source + "_", kind.EventPrefix)) continue;
       mEvents.Add(module, block.SourceLine(), 0,

@@ -292,7 +292,7 @@ void Reach::MarkNetModule(const Component& module) {
 // Which overload a call means is not certain, and the procedures of a property are one. Overloads
 // are called "Name(types)", and gathered under a block of their name.
 void Reach::MarkFamily(const Block& block, const Component& home) {
-  const std::string& name = block.Name();
+  const SharedText& name = block.Name();
   for (const Block* one : home.Blocks.Named(name.substr(0, name.find('(')))) {
     const Blocks* overloads = one->OverloadBlocks().IfAny();
     if (!overloads && !block.IsPropertyType()) continue;
