@@ -110,8 +110,7 @@ class InheritedComments {
     if (!mSet || !mProject.Reading.DocumentationElements) return nullptr;
     Component* from = mSet->FindComponent(block.InheritedFrom(), &mProject);
     const std::string_view name = block.Name();
-    return from ? CounterpartIn(*from, block, name.substr(0, name.find('(')))
-                : nullptr;
+    return from ? CounterpartIn(*from, block, name.substr(0, name.find('('))) : nullptr;
   }
 
   void Drill(Block& block) {

@@ -93,9 +93,7 @@ void TreeRoom::Take(std::size_t textSize) {
   Left -= size;
 }
 
-const SharedText& TreeRoom::Share(const SharedText& text) {
-  return *mTexts.insert(text).first;
-}
+const SharedText& TreeRoom::Share(const SharedText& text) { return *mTexts.insert(text).first; }
 
 void TakeObsoleteMark(CodeElement& element, const Image& image, Token place) {
   const ObsoleteMark mark = ObsoleteMarkOf(image, place);

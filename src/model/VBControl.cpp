@@ -45,9 +45,7 @@ std::string VBControl::Property(std::string_view key) const {
   return {};
 }
 
-std::string VBControl::ShortName() const {
-  return std::string(Name.substr(0, Name.find('(')));
-}
+std::string VBControl::ShortName() const { return std::string(Name.substr(0, Name.find('('))); }
 
 std::string VBControl::SortString() const { return SixDigits(y) + SixDigits(x); }
 
