@@ -47,6 +47,14 @@ std::uint64_t BytesAt(const char* text) {
   return bytes;
 }
 
+// One to three characters, some of them twice where there are fewer.
+std::uint64_t UpToThree(const char* text, std::size_t count) {
+  const auto at = [&](std::size_t place) {
+    return std::uint64_t{static_cast<unsigned char>(text[place])};
+  };
+  return at(0) | at(count / 2) << 8 | at(count - 1) << 16;
+}
+
 // Four to eight characters, those in the middle twice where there are fewer.
 std::uint64_t UpToEight(const char* text, std::size_t count) {
   return BytesAt<std::uint32_t>(text) | BytesAt<std::uint32_t>(text + count - 4) << 32;
@@ -55,17 +63,13 @@ std::uint64_t UpToEight(const char* text, std::size_t count) {
 }  // namespace
 
 bool SameNoCaseAscii(const char* a, const char* b, std::size_t count) {
-  // Most texts are equal as they are, or differ by more than case.
+  // Where they differ it may be by the case of letters alone.
   const auto same = [](std::uint64_t x, std::uint64_t y) {
     const std::uint64_t differing = x ^ y;
     if ((differing & ~(kOnes * 0x20)) != 0) return false;
-    return differing == 0 || LowerEight(x) == LowerEight(y);
+    return (differing & ~CaseOfLetters(x)) == 0;
   };
-  if (count < 4) {
-    for (std::size_t i = 0; i < count; ++i)
-      if (LowerAscii(a[i]) != LowerAscii(b[i])) return false;
-    return true;
-  }
+  if (count < 4) return same(UpToThree(a, count), UpToThree(b, count));
   if (count <= 8) return same(UpToEight(a, count), UpToEight(b, count));
   const auto sameAt = [&](std::size_t at) {
     return same(BytesAt<std::uint64_t>(a + at), BytesAt<std::uint64_t>(b + at));

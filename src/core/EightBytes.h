@@ -27,6 +27,14 @@ constexpr std::uint64_t LowerEight(std::uint64_t eight) {
   return eight | ((fromA & ~behindZ & ~eight & kHighBits) >> 2);
 }
 
+/// The bit of case in each byte that is a letter of ASCII.
+constexpr std::uint64_t CaseOfLetters(std::uint64_t eight) {
+  const std::uint64_t low = (eight & ~kHighBits) | kOnes * 0x20;
+  const std::uint64_t fromA = low + kOnes * (0x80 - 'a');
+  const std::uint64_t behindZ = low + kOnes * (0x80 - 'z' - 1);
+  return (fromA & ~behindZ & ~eight & kHighBits) >> 2;
+}
+
 /// High bits in the bytes that may be `c`: in each that is, and rarely in one behind it.
 constexpr std::uint64_t MayBe(std::uint64_t eight, char c) {
   const std::uint64_t zero = eight ^ (kOnes * static_cast<unsigned char>(c));

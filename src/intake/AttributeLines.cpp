@@ -54,9 +54,13 @@ NamedAttributes AttributesNamedIn(std::string_view statement) {
   NamedAttributes named;
   for (std::size_t at = FindNoCaseAscii(statement, kInCommon); at != kNotFound;
        at = FindNoCaseAscii(statement, kInCommon, at + kInCommon.size())) {
-    named.VarHelpID |= stands(at, ".", "VB_VARHELPID");
-    named.IsExposed |= stands(at, "ATTRIBUTE ", "VB_EXPOSED = TRUE");
-    named.IsHidden |= stands(at, ".", "VB_MEMBERFLAGS = \"40\"");
+    const std::size_t behind = at + kInCommon.size();
+    switch (behind < statement.size() ? UpperAscii(statement[behind]) : '\0') {
+      case 'V': named.VarHelpID |= stands(at, ".", "VB_VARHELPID"); break;
+      case 'E': named.IsExposed |= stands(at, "ATTRIBUTE ", "VB_EXPOSED = TRUE"); break;
+      case 'M': named.IsHidden |= stands(at, ".", "VB_MEMBERFLAGS = \"40\""); break;
+      default: break;
+    }
   }
   return named;
 }

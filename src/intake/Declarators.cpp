@@ -258,7 +258,10 @@ void ConstantReader::ReadHead(Constant& constant) {
     const std::string_view word = HeadWord();
     mRest.remove_prefix(word.size());
     if (word == "=") return;
-    const auto is = [&](std::string_view keyword) { return EqualsNoCaseAscii(word, keyword); };
+    const bool mayBeKeyword = word.size() <= 7;
+    const auto is = [&](std::string_view keyword) {
+      return mayBeKeyword && EqualsNoCaseAscii(word, keyword);
+    };
     if (foundAs) {
       const bool endsList = word.ends_with(',');
       if (constant.TypeName.empty())

@@ -35,25 +35,32 @@ bool CutEnd(std::string_view& word, std::string_view end) {
   return true;
 }
 
+// Each length has one word, or two: most words are names and types, which differ in that already.
 bool ParameterWords::TakeModifier(std::string_view word) {
   const auto is = [&](std::string_view keyword) { return EqualsNoCaseAscii(word, keyword); };
-  if (word.size() > 10) return false;
-  if (is("OPTIONAL")) {
-    Target.IsOptional = true;
-  } else if (is("BYVAL")) {
-    Target.IsByRef = false;
-  } else if (is("BYREF")) {
-    Target.IsByRef = true;
-  } else if (is("PARAMARRAY")) {
-    Target.IsParamArray = Target.IsOptional = true;
-  } else if (is("AS")) {
-    AsFound = true;
-  } else if (word == "=") {
-    EqualFound = true;
-  } else {
-    return false;
+  switch (word.size()) {
+    case 1:
+      if (word != "=") return false;
+      return EqualFound = true;
+    case 2:
+      if (!is("AS")) return false;
+      return AsFound = true;
+    case 5: {
+      const bool isByRef = is("BYREF");
+      if (!isByRef && !is("BYVAL")) return false;
+      Target.IsByRef = isByRef;
+      return true;
+    }
+    case 8:
+      if (!is("OPTIONAL")) return false;
+      Target.IsOptional = true;
+      return true;
+    case 10:
+      if (!is("PARAMARRAY")) return false;
+      Target.IsParamArray = Target.IsOptional = true;
+      return true;
+    default: return false;
   }
-  return true;
 }
 
 void ParameterWords::Take(std::string_view word) {
@@ -109,6 +116,13 @@ bool FindList(std::string_view text, std::string_view& list) {
 bool FindClosedList(std::string_view text, std::string_view& list) {
   const std::size_t start = text.find('(');
   if (start == std::string_view::npos) return false;
+  // Most lists hold neither a string nor a parenthesis.
+  const std::string_view upToNext = text.substr(start + 1, text.find(')', start) - start - 1);
+  if (start + 1 + upToNext.size() < text.size() && upToNext.find('(') == upToNext.npos &&
+      upToNext.find('"') == upToNext.npos) {
+    list = Trim(upToNext);
+    return true;
+  }
   static constexpr StopBytes kStops("\"()");
   bool inString = false;
   int depth = 0;
@@ -124,22 +138,29 @@ bool FindClosedList(std::string_view text, std::string_view& list) {
   return FindList(text, list);
 }
 
-// What a parameter may hold beside words and single blanks.
-constexpr std::array<bool, 256> kBesideWords = [] {
-  std::array<bool, 256> bytes{};
-  for (const unsigned char c : {'"', '[', '=', '(', ')'}) bytes[c] = true;
-  return bytes;
-}();
-
-// Whether a text without outer blanks holds nothing but words, as that of most parameters does.
-bool HoldsWordsAlone(std::string_view text) {
-  char before = '\0';
-  for (const char c : text) {
-    if (kBesideWords[static_cast<unsigned char>(c)] || (c == ' ' && before == ' ')) return false;
-    before = c;
+// The words of a text that holds nothing else and single blanks between them, as that of most
+// parameters does.
+class PlainWords {
+ public:
+  // False where there is something else, or more than a parameter mostly has.
+  bool Cut(std::string_view text) {
+    static constexpr StopBytes kStops(" \"[=()");
+    for (std::size_t from = 0; mCount < mWords.size();) {
+      const std::size_t end = kStops.Next(text, from);
+      if (end == from || (end < text.size() && text[end] != ' ')) return false;
+      mWords[mCount++] = text.substr(from, end - from);
+      if (end == text.size()) return true;
+      from = end + 1;
+    }
+    return false;
   }
-  return true;
-}
+  const std::string_view* begin() const { return mWords.data(); }
+  const std::string_view* end() const { return mWords.data() + mCount; }
+
+ private:
+  std::array<std::string_view, 8> mWords;
+  std::size_t mCount = 0;
+};
 
 void ReadParameter(Parameter& o, std::string_view Text, const SourceRules& rules) {
   ParameterWords words{o, {}};
@@ -147,8 +168,8 @@ void ReadParameter(Parameter& o, std::string_view Text, const SourceRules& rules
   std::string_view text = Trim(Text);
   if (text.empty()) return;
   const bool wholeNames = rules.Reading.BracketedNames;
-  if (HoldsWordsAlone(text)) {
-    while (!text.empty()) words.Take(TakeField(text, ' '));
+  if (PlainWords plain; plain.Cut(text)) {
+    for (const std::string_view word : plain) words.Take(word);
   } else {
     const std::string_view wholeDefault =
         rules.Reading.WholeDefaults ? CutDefault(text) : std::string_view();

@@ -26,6 +26,15 @@ std::optional<ScriptValue> PlainNumber(std::string_view text) {
   return ScriptValue::Whole(number, ScriptKind::Long);
 }
 
+// The name that is all of an expression.
+std::optional<std::string_view> LoneName(std::string_view expression) {
+  ScriptLexer lexer(expression, ScriptDialect::VisualBasic);
+  const ScriptToken token = lexer.Next(true);
+  if (token.Kind != ScriptTokenKind::Name) return std::nullopt;
+  if (lexer.Next(false).Kind != ScriptTokenKind::End) return std::nullopt;
+  return token.Text;
+}
+
 // Constants that name each other in a chain longer than this stay as they are written.
 constexpr int kDeepestChain = 64;
 
@@ -48,6 +57,7 @@ class EnumerationEvaluator {
   void GatherConstants();
   void NumberMembers(const Component& component, Enumeration& enumeration);
   std::optional<ScriptValue> Evaluate(const Component& home, std::string_view expression);
+  std::optional<ScriptValue> ValueOfName(const Component& home, std::string_view name);
   ScriptValue LookUp(const Component& home, std::string_view name);
   ScriptValue ValueOf(Named& named);
 
@@ -187,9 +197,20 @@ void EnumerationEvaluator::NumberMembers(const Component& component, Enumeration
   }
 }
 
+// Most expressions are one name, and many of those names stand in a library: nothing is compiled for
+// them, and one that is not found is no failure.
+std::optional<ScriptValue> EnumerationEvaluator::ValueOfName(const Component& home,
+                                                             std::string_view name) {
+  Named* named = FindNamed(home, name);
+  if (!named) return std::nullopt;
+  return ValueOf(*named);
+}
+
 std::optional<ScriptValue> EnumerationEvaluator::Evaluate(const Component& home,
                                                           std::string_view expression) {
   try {
+    if (const std::optional<std::string_view> name = LoneName(expression))
+      return ValueOfName(home, *name);
     return EvaluateExpression(expression,
                               [&](std::string_view name) { return LookUp(home, name); });
   } catch (const VendrelError&) {

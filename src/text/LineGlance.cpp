@@ -2,7 +2,7 @@
 
 #include <bit>
 #ifdef __SSE2__
-#include <emmintrin.h>
+#include <immintrin.h>
 #endif
 
 namespace vendrel {
@@ -29,10 +29,35 @@ void Look(const char* text, LineGlance& glance) {
   glance.Marks |= places(_mm_or_si128(bytes, _mm_or_si128(same('\''), same(':'))));
 }
 
+// The same with registers twice as wide, where the processor has them. (No lambdas: they would not
+// be compiled for it.)
+__attribute__((target("avx2"))) inline std::uint64_t WidePlaces(__m256i low, __m256i high) {
+  return static_cast<unsigned>(_mm256_movemask_epi8(low)) |
+         std::uint64_t{static_cast<unsigned>(_mm256_movemask_epi8(high))} << 32;
+}
+__attribute__((target("avx2"))) inline __m256i WideSame(__m256i bytes, char c) {
+  return _mm256_cmpeq_epi8(bytes, _mm256_set1_epi8(c));
+}
+__attribute__((target("avx2"))) inline __m256i WideMarks(__m256i bytes) {
+  return _mm256_or_si256(bytes, _mm256_or_si256(WideSame(bytes, '\''), WideSame(bytes, ':')));
+}
+__attribute__((target("avx2"))) LineGlance WideGlanceAt(const char* text) {
+  const __m256i low = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(text));
+  const __m256i high = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(text + 32));
+  LineGlance glance;
+  glance.Feeds = WidePlaces(WideSame(low, '\n'), WideSame(high, '\n'));
+  glance.Tabs = WidePlaces(WideSame(low, '\t'), WideSame(high, '\t'));
+  glance.Gaps = glance.Tabs | WidePlaces(WideSame(low, ' '), WideSame(high, ' '));
+  glance.Quotes = WidePlaces(WideSame(low, '"'), WideSame(high, '"'));
+  glance.Marks = WidePlaces(WideMarks(low), WideMarks(high));
+  return glance;
+}
+
 }  // namespace
 
 LineGlance GlanceAt(const char* text) {
   static_assert(kGlance == 64);
+  if (__builtin_cpu_supports("avx2")) return WideGlanceAt(text);
   LineGlance glance;
   Look<0>(text, glance);
   Look<16>(text, glance);

@@ -9,7 +9,6 @@
 #include "text/Blanks.h"
 #include "text/Separators.h"
 #include "text/StatementKeywords.h"
-#include "text/WordList.h"
 
 namespace vendrel {
 namespace {
@@ -99,39 +98,52 @@ constexpr std::array<Front, 256> kFronts = [] {
   return fronts;
 }();
 
-// First words of the statements that the classifier has a type for, or a reading a use.
-constexpr std::string_view kTellingText =
-    "ATTRIBUTE CASE CONST DECLARE DIM ELSE ELSEIF END ENUM EVENT EXIT FRIEND FUNCTION GLOBAL "
-    "PRIVATE "
-    "PROPERTY PUBLIC REM SELECT STATIC SUB TYPE";
-constexpr auto kTelling = WordsOf<CountWords(kTellingText)>(kTellingText);
+// What the first word of a statement tells, where it tells anything.
+enum class Telling : std::uint8_t { Nothing, Else, End, Branch, Unclear };
+
+struct TellingWord {
+  std::string_view Word;
+  Telling Tells;
+};
+
+// The words that the classifier has a type for, or a reading a use; in order.
+constexpr TellingWord kTelling[] = {
+    {"ATTRIBUTE", Telling::Unclear}, {"CASE", Telling::Branch},      {"CONST", Telling::Unclear},
+    {"DECLARE", Telling::Unclear},   {"DIM", Telling::Unclear},      {"ELSE", Telling::Else},
+    {"ELSEIF", Telling::Else},       {"END", Telling::End},          {"ENUM", Telling::Unclear},
+    {"EVENT", Telling::Unclear},     {"EXIT", Telling::Branch},      {"FRIEND", Telling::Unclear},
+    {"FUNCTION", Telling::Unclear},  {"GLOBAL", Telling::Unclear},   {"PRIVATE", Telling::Unclear},
+    {"PROPERTY", Telling::Unclear},  {"PUBLIC", Telling::Unclear},   {"REM", Telling::Unclear},
+    {"SELECT", Telling::Branch},     {"STATIC", Telling::Unclear},   {"SUB", Telling::Unclear},
+    {"TYPE", Telling::Unclear},
+};
 
 // A bit for each length that a telling word with that first letter has.
 constexpr std::array<std::uint16_t, 32> kTellingLengths = [] {
   std::array<std::uint16_t, 32> lengths{};
-  for (const std::string_view word : kTelling)
-    lengths[static_cast<unsigned char>(word.front()) & 31] |=
-        static_cast<std::uint16_t>(1u << word.size());
+  for (const TellingWord& telling : kTelling)
+    lengths[static_cast<unsigned char>(telling.Word.front()) & 31] |=
+        static_cast<std::uint16_t>(1u << telling.Word.size());
   return lengths;
 }();
 
-// Where the telling words with a first letter begin in their list, which is in order.
-static_assert(std::is_sorted(kTelling.begin(), kTelling.end()));
+// Where the telling words with a first letter begin in their list.
+static_assert(std::ranges::is_sorted(kTelling, {}, &TellingWord::Word));
 constexpr std::array<std::uint8_t, 33> kTellingFrom = [] {
   std::array<std::uint8_t, 33> from{};
   for (std::size_t letter = 0; letter < from.size(); ++letter)
-    for (const std::string_view word : kTelling)
-      if ((static_cast<unsigned char>(word.front()) & 31u) < letter) ++from[letter];
+    for (const TellingWord& telling : kTelling)
+      if ((static_cast<unsigned char>(telling.Word.front()) & 31u) < letter) ++from[letter];
   return from;
 }();
 
-bool IsTelling(std::string_view word) {
-  if (word.size() > 15) return false;
+Telling WhatTells(std::string_view word) {
+  if (word.size() > 15) return Telling::Nothing;
   const std::size_t letter = static_cast<unsigned char>(word.front()) & 31;
-  if ((kTellingLengths[letter] >> word.size() & 1) == 0) return false;
+  if ((kTellingLengths[letter] >> word.size() & 1) == 0) return Telling::Nothing;
   for (std::size_t i = kTellingFrom[letter]; i < kTellingFrom[letter + 1]; ++i)
-    if (EqualsNoCaseAscii(word, kTelling[i])) return true;
-  return false;
+    if (EqualsNoCaseAscii(word, kTelling[i].Word)) return kTelling[i].Tells;
+  return Telling::Nothing;
 }
 
 // ---- Statements --------------------------------------------------------------------------------
@@ -149,23 +161,20 @@ bool HidesDeclaration(std::string_view statement) {
   return DeclarationBehindThen(statement, false) != kNotFound;
 }
 
+// By a walk: words are shorter than a search takes to begin.
+std::string_view FirstWord(std::string_view statement) {
+  std::size_t end = 0;
+  while (end < statement.size() && statement[end] != ' ') ++end;
+  return statement.substr(0, end);
+}
+
 // "End If", "End With", "Else" and the stand-alone "End" mean nothing to the classifier.
 bool IsPlainEnd(std::string_view behind) {
   return StartsWithNoCaseAscii(behind, "IF") || StartsWithNoCaseAscii(behind, "WITH");
 }
 
-std::optional<LineTypeEnum> TellingType(std::string_view word, std::string_view statement,
-                                        std::string& buffer) {
-  const std::string_view behind = statement.substr(word.size());
-  if (EqualsNoCaseAscii(word, "END") && (behind.empty() || IsPlainEnd(TrimLeft(behind))))
-    return OTHER;
-  if (EqualsNoCaseAscii(word, "ELSE") || EqualsNoCaseAscii(word, "ELSEIF")) {
-    if (HidesDeclaration(statement)) return std::nullopt;
-    return OTHER;
-  }
-  const bool branches = EqualsNoCaseAscii(word, "CASE") || EqualsNoCaseAscii(word, "SELECT") ||
-                        EqualsNoCaseAscii(word, "END") || EqualsNoCaseAscii(word, "EXIT");
-  if (!branches) return std::nullopt;
+// What ends a procedure, leaves it or branches has a type; what opens one goes the long way.
+std::optional<LineTypeEnum> BranchType(std::string_view statement, std::string& buffer) {
   const LineTypeEnum type = PrefixedType(Collapsed(statement, buffer));  // no keyword tells them
   switch (type) {
     case OTHER:
@@ -180,6 +189,23 @@ std::optional<LineTypeEnum> TellingType(std::string_view word, std::string_view 
   }
 }
 
+std::optional<LineTypeEnum> TellingType(std::string_view word, std::string_view statement,
+                                        std::string& buffer) {
+  const std::string_view behind = statement.substr(word.size());
+  switch (WhatTells(word)) {
+    case Telling::Nothing: return OTHER;
+    case Telling::Unclear: return std::nullopt;
+    case Telling::Else:
+      if (HidesDeclaration(statement)) return std::nullopt;
+      return OTHER;
+    case Telling::End:
+      if (behind.empty() || IsPlainEnd(TrimLeft(behind))) return OTHER;
+      break;
+    case Telling::Branch: break;
+  }
+  return BranchType(statement, buffer);
+}
+
 std::optional<LineTypeEnum> StatementLineType(std::string_view statement, std::string& buffer) {
   switch (kFronts[static_cast<unsigned char>(statement.front())]) {
     case Front::Unclear: return std::nullopt;
@@ -189,9 +215,7 @@ std::optional<LineTypeEnum> StatementLineType(std::string_view statement, std::s
       return OTHER;
     case Front::Keyword: break;
   }
-  const std::string_view word = statement.substr(0, statement.find(' '));
-  if (!IsTelling(word)) return OTHER;
-  return TellingType(word, statement, buffer);
+  return TellingType(FirstWord(statement), statement, buffer);
 }
 
 // A comment goes on in the next line behind an underscore, and its tabs are blanks.
