@@ -197,8 +197,8 @@ void EnumerationEvaluator::NumberMembers(const Component& component, Enumeration
   }
 }
 
-// Most expressions are one name, and many of those names stand in a library: nothing is compiled for
-// them, and one that is not found is no failure.
+// Most expressions are one name, and many of those names stand in a library: nothing is compiled
+// for them, and one that is not found is no failure.
 std::optional<ScriptValue> EnumerationEvaluator::ValueOfName(const Component& home,
                                                              std::string_view name) {
   Named* named = FindNamed(home, name);

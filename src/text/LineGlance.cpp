@@ -41,37 +41,34 @@ __attribute__((target("avx2"))) inline __m256i WideSame(__m256i bytes, char c) {
 __attribute__((target("avx2"))) inline __m256i WideMarks(__m256i bytes) {
   return _mm256_or_si256(bytes, _mm256_or_si256(WideSame(bytes, '\''), WideSame(bytes, ':')));
 }
-__attribute__((target("avx2"))) LineGlance WideGlanceAt(const char* text) {
+__attribute__((target("avx2"))) void WideGlanceAt(const char* text, LineGlance& glance) {
   const __m256i low = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(text));
   const __m256i high = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(text + 32));
-  LineGlance glance;
   glance.Feeds = WidePlaces(WideSame(low, '\n'), WideSame(high, '\n'));
   glance.Tabs = WidePlaces(WideSame(low, '\t'), WideSame(high, '\t'));
   glance.Gaps = glance.Tabs | WidePlaces(WideSame(low, ' '), WideSame(high, ' '));
   glance.Quotes = WidePlaces(WideSame(low, '"'), WideSame(high, '"'));
   glance.Marks = WidePlaces(WideMarks(low), WideMarks(high));
-  return glance;
 }
 
 }  // namespace
 
-LineGlance GlanceAt(const char* text) {
+void GlanceAt(const char* text, LineGlance& glance) {
   static_assert(kGlance == 64);
-  if (__builtin_cpu_supports("avx2")) return WideGlanceAt(text);
-  LineGlance glance;
+  if (__builtin_cpu_supports("avx2")) return WideGlanceAt(text, glance);
+  glance = {};
   Look<0>(text, glance);
   Look<16>(text, glance);
   Look<32>(text, glance);
   Look<48>(text, glance);
-  return glance;
 }
 #else
 namespace {
 constexpr bool kGlancesAreQuick = false;
 }  // namespace
 
-LineGlance GlanceAt(const char* text) {
-  LineGlance glance;
+void GlanceAt(const char* text, LineGlance& glance) {
+  glance = {};
   for (std::size_t at = 0; at < kGlance; ++at) {
     const char c = text[at];
     const std::uint64_t place = std::uint64_t{1} << at;
@@ -81,20 +78,18 @@ LineGlance GlanceAt(const char* text) {
     if (c == '"') glance.Quotes |= place;
     if (c == '\'' || c == ':' || static_cast<unsigned char>(c) >= 0x80) glance.Marks |= place;
   }
-  return glance;
 }
 #endif
 
-std::optional<GlancedLine> GlanceAtLine(std::string_view text) {
-  if (!kGlancesAreQuick || text.size() < kGlance) return std::nullopt;
-  GlancedLine line;
-  line.Glance = GlanceAt(text.data());
-  if (line.Glance.Feeds == 0) return std::nullopt;
+bool GlanceAtLine(std::string_view text, GlancedLine& line) {
+  if (!kGlancesAreQuick || text.size() < kGlance) return false;
+  GlanceAt(text.data(), line.Glance);
+  if (line.Glance.Feeds == 0) return false;
   const auto feed = static_cast<std::size_t>(std::countr_zero(line.Glance.Feeds));
   const bool hasReturn = feed > 0 && text[feed - 1] == '\r';
   line.Line = {text.data(), hasReturn ? feed - 1 : feed};
   line.Bytes = feed + 1;
-  return line;
+  return true;
 }
 
 }  // namespace vendrel

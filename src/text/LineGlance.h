@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace vendrel {
 
@@ -24,7 +25,7 @@ struct LineGlance {
 };
 
 /// Looks at the `kGlance` bytes from `text` on.
-LineGlance GlanceAt(const char* text);
+void GlanceAt(const char* text, LineGlance& glance);
 
 /// A line of which a glance took in all.
 struct GlancedLine {
@@ -35,10 +36,15 @@ struct GlancedLine {
   std::size_t Bytes = 0;
 };
 
-/// The first line of a text of which each line ends in LF or each in CR LF. Nothing where it is too
-/// long for a glance, or stands near the end of the text, and on machines that would look at byte
-/// after byte.
-std::optional<GlancedLine> GlanceAtLine(std::string_view text);
+/// Looks at the first line of a text of which each line ends in LF or each in CR LF. False, and
+/// `line` means nothing, where it is too long for a glance, or stands near the end of the text, and
+/// on machines that would look at byte after byte.
+bool GlanceAtLine(std::string_view text, GlancedLine& line);
+inline std::optional<GlancedLine> GlanceAtLine(std::string_view text) {
+  std::optional<GlancedLine> line(std::in_place);
+  if (!GlanceAtLine(text, *line)) line.reset();
+  return line;
+}
 
 /// The bits of the first `count` places, of all 64 from there on.
 constexpr std::uint64_t PlacesBelow(std::size_t count) {

@@ -74,15 +74,16 @@ bool PlainLines::Take(std::string_view text) {
 std::size_t PlainLines::TakeRun(std::string_view rest, const LineEnds& ends) {
   if (!mBlock || !ends.AreAlike()) return 0;
   std::size_t taken = 0;
-  while (const std::optional<GlancedLine> glanced = GlanceAtLine(rest.substr(taken))) {
+  GlancedLine glanced;
+  while (GlanceAtLine(rest.substr(taken), glanced)) {
     const std::optional<PlainLine> plain =
-        PlainLineOf(glanced->Line, glanced->Glance, mRules, mBuffer);
+        PlainLineOf(glanced.Line, glanced.Glance, mRules, mBuffer);
     mNextIsOdd = !plain || !MayTake(*plain);
     if (mNextIsOdd) break;
     ++mIntake.PhysicalLine;
     ++mComponent.LinesAlreadyRead;
-    Store(glanced->Line, *plain);
-    taken += glanced->Bytes;
+    Store(glanced.Line, *plain);
+    taken += glanced.Bytes;
   }
   return taken;
 }

@@ -108,13 +108,13 @@ struct TellingWord {
 
 // The words that the classifier has a type for, or a reading a use; in order.
 constexpr TellingWord kTelling[] = {
-    {"ATTRIBUTE", Telling::Unclear}, {"CASE", Telling::Branch},      {"CONST", Telling::Unclear},
-    {"DECLARE", Telling::Unclear},   {"DIM", Telling::Unclear},      {"ELSE", Telling::Else},
-    {"ELSEIF", Telling::Else},       {"END", Telling::End},          {"ENUM", Telling::Unclear},
-    {"EVENT", Telling::Unclear},     {"EXIT", Telling::Branch},      {"FRIEND", Telling::Unclear},
-    {"FUNCTION", Telling::Unclear},  {"GLOBAL", Telling::Unclear},   {"PRIVATE", Telling::Unclear},
-    {"PROPERTY", Telling::Unclear},  {"PUBLIC", Telling::Unclear},   {"REM", Telling::Unclear},
-    {"SELECT", Telling::Branch},     {"STATIC", Telling::Unclear},   {"SUB", Telling::Unclear},
+    {"ATTRIBUTE", Telling::Unclear}, {"CASE", Telling::Branch},    {"CONST", Telling::Unclear},
+    {"DECLARE", Telling::Unclear},   {"DIM", Telling::Unclear},    {"ELSE", Telling::Else},
+    {"ELSEIF", Telling::Else},       {"END", Telling::End},        {"ENUM", Telling::Unclear},
+    {"EVENT", Telling::Unclear},     {"EXIT", Telling::Branch},    {"FRIEND", Telling::Unclear},
+    {"FUNCTION", Telling::Unclear},  {"GLOBAL", Telling::Unclear}, {"PRIVATE", Telling::Unclear},
+    {"PROPERTY", Telling::Unclear},  {"PUBLIC", Telling::Unclear}, {"REM", Telling::Unclear},
+    {"SELECT", Telling::Branch},     {"STATIC", Telling::Unclear}, {"SUB", Telling::Unclear},
     {"TYPE", Telling::Unclear},
 };
 
