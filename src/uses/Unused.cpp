@@ -294,15 +294,13 @@ class UnusedFinder {
       doubt(Sureness::Likely, kLateObject);
   }
 
-  // By one that is not reached itself; of VB.NET, where serialisers and bindings reach fields
-  // through properties that nobody names.
+  // By one that is not reached itself, and so is no surer than that one: late calls, serialisers and
+  // bindings reach members that nobody names.
   bool IsUsedByMemberOfObject(const CodeElement& element) const {
     const std::vector<const ReachEdge*> uses = mReach.UsesOf(element);
     return std::any_of(uses.begin(), uses.end(), [this](const ReachEdge* edge) {
       const CodeElement& from = *NodeAt(edge->From);
-      const Component* home = from.OwnComponent();
-      return !mReach.IsReached(from) && IsA<Block>(&from) && home && IsNetModule(*home) &&
-             IsOfObject(from) && IsPublic(from);
+      return !mReach.IsReached(from) && IsA<Block>(&from) && IsOfObject(from) && IsPublic(from);
     });
   }
 

@@ -136,12 +136,15 @@ End Sub
 Public Sub Named()
 End Sub
 Public Sub NotNamed()
+  Count
 End Sub
 Public Property Get Rank() As Long
 Attribute Rank.VB_UserMemId = 0
 End Property
 Private Property Get IPrice_Value() As Currency
 End Property
+Private Sub Count()
+End Sub
 )";
 
 // Kind, name, reason, how sure, place.
@@ -171,6 +174,7 @@ event-procedure	Shop~frmMain~cmdGone_Click	it is named for an event of a control
 event	Shop~Item~Lost_EV	nothing raises the event	certain	/s/Item.cls:5
 variable	Shop~Item~Note	nothing uses it	likely: objects may be used without their class being known	/s/Item.cls:6
 procedure	Shop~Item~NotNamed	nothing uses it	likely: objects may be used without their class being known	/s/Item.cls:14
+procedure	Shop~Item~Count	only what is unused itself uses it: Shop~Item~NotNamed	likely: objects may be used without their class being known	/s/Item.cls:22
 module	Shop~Orphan	nothing of the module is used	certain	/s/Orphan.cls
 reference	Shop~Microsoft Scripting Runtime	nothing of the library is used	certain	/s/Shop.vbp
 control-reference	Shop~COMDLG32.OCX	nothing of the library is used	certain	/s/Shop.vbp
@@ -212,7 +216,7 @@ TEST_F(UnusedCommand, ChoosesByKindSurenessAndName) {
 
 TEST_F(UnusedCommand, WritesAFindingALine) {
   const auto rows = JsonLines({"unused", "/s/Shop.vbp", "--json", "--kind", "procedure"});
-  ASSERT_EQ(rows.size(), 8u);
+  ASSERT_EQ(rows.size(), 9u);
   EXPECT_EQ(rows[1], json::parse(R"({"QualifiedName":"Shop~modMain~Ping","Kind":"procedure",
       "Reason":"ring","Sureness":"certain",
       "Text":"it and what uses it use only each other: Shop~modMain~Pong",
