@@ -294,8 +294,8 @@ class UnusedFinder {
       doubt(Sureness::Likely, kLateObject);
   }
 
-  // By one that is not reached itself, and so is no surer than that one: late calls, serialisers and
-  // bindings reach members that nobody names.
+  // By one that is not reached itself, and so is no surer than that one: late calls, serialisers
+  // and bindings reach members that nobody names.
   bool IsUsedByMemberOfObject(const CodeElement& element) const {
     const std::vector<const ReachEdge*> uses = mReach.UsesOf(element);
     return std::any_of(uses.begin(), uses.end(), [this](const ReachEdge* edge) {
