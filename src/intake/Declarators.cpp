@@ -8,6 +8,7 @@
 #include "diagnostics/Diagnostic.h"
 #include "model/Component.h"
 #include "model/ProjectOptions.h"
+#include "text/Blanks.h"
 #include "text/CodeLine.h"
 #include "text/Identifiers.h"
 #include "text/StartLine.h"
@@ -250,6 +251,19 @@ std::string_view ConstantReader::HeadWord() const {
   return mRest.substr(0, end);
 }
 
+// A word in front of the name of the first constant, which goes for all of them.
+bool ConstantReader::TakeHeading(std::string_view word) {
+  if (word.size() < 5 || word.size() > 7) return false;
+  if (EqualsNoCaseAscii(word, "PRIVATE"))
+    mAccess = "PRIVATE";
+  else if (EqualsNoCaseAscii(word, "PUBLIC") || EqualsNoCaseAscii(word, "GLOBAL"))
+    mAccess = "PUBLIC";
+  else if (!EqualsNoCaseAscii(word, "CONST"))
+    return false;
+  mHeading.append(word).push_back(' ');
+  return true;
+}
+
 // Heading, name and type: the words in front of "=".
 void ConstantReader::ReadHead(Constant& constant) {
   bool foundAs = false;
@@ -258,19 +272,14 @@ void ConstantReader::ReadHead(Constant& constant) {
     const std::string_view word = HeadWord();
     mRest.remove_prefix(word.size());
     if (word == "=") return;
-    const bool mayBeKeyword = word.size() <= 7;
-    const auto is = [&](std::string_view keyword) {
-      return mayBeKeyword && EqualsNoCaseAscii(word, keyword);
-    };
+    const auto is = [&](std::string_view keyword) { return EqualsNoCaseAscii(word, keyword); };
     if (foundAs) {
       const bool endsList = word.ends_with(',');
       if (constant.TypeName.empty())
         constant.TypeName = word.substr(0, word.size() - (endsList ? 1 : 0));
     } else if (is("AS")) {
       foundAs = true;
-    } else if (is("PRIVATE") || is("PUBLIC") || is("CONST") || is("GLOBAL")) {
-      mHeading.append(word).push_back(' ');
-      if (!is("CONST")) mAccess = is("PRIVATE") ? "PRIVATE" : "PUBLIC";
+    } else if (TakeHeading(word)) {
       constant.Access = mAccess;
     } else {
       if (!mName.empty()) mName += ' ';
@@ -281,23 +290,26 @@ void ConstantReader::ReadHead(Constant& constant) {
 
 // The words behind "=", joined by single blanks, up to a comma outside of strings.
 void ConstantReader::ReadValue(Constant& constant) {
-  bool inString = false;
+  static constexpr StopBytes kStops("\"(), ");
+  bool inString = false, hasTwoBlanks = false;
   int depth = 0;
   mRest = TrimLeft(mRest);
-  std::string value(constant.Value);
-  std::size_t i = 0;
-  for (; i < mRest.size(); ++i) {
-    const char c = mRest[i];
+  std::size_t end = kStops.Next(mRest, 0);
+  for (; end < mRest.size(); end = kStops.Next(mRest, end + 1)) {
+    const char c = mRest[end];
     if (c == '"') inString = !inString;
     if (c == '(' && !inString) ++depth;
     if (c == ')' && !inString) --depth;
     if (c == ',' && !inString && !(mWholeLists && depth > 0)) break;
-    if (c == ' ' && i > 0 && mRest[i - 1] == ' ') continue;
-    value += c;
+    hasTwoBlanks |= c == ' ' && end > 0 && mRest[end - 1] == ' ';
   }
+  std::string_view value = mRest.substr(0, end);
+  std::string joined;
+  if (hasTwoBlanks) value = Collapsed(value, joined);
+  if (!constant.Value.empty()) value = joined = constant.Value + value;
   constant.Value = TrimRight(value);
-  mAtEnd = i >= mRest.size();
-  mRest.remove_prefix(mAtEnd ? i : i + 1);
+  mAtEnd = end >= mRest.size();
+  mRest.remove_prefix(mAtEnd ? end : end + 1);
 }
 
 void Constant::Initialise(std::string_view Source, std::string& Remainder) try {

@@ -74,6 +74,7 @@ class ConstantReader {
 
  private:
   std::string_view HeadWord() const;
+  bool TakeHeading(std::string_view word);
   void ReadHead(Constant& constant);
   void ReadValue(Constant& constant);
 

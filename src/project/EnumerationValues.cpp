@@ -26,15 +26,6 @@ std::optional<ScriptValue> PlainNumber(std::string_view text) {
   return ScriptValue::Whole(number, ScriptKind::Long);
 }
 
-// The name that is all of an expression.
-std::optional<std::string_view> LoneName(std::string_view expression) {
-  ScriptLexer lexer(expression, ScriptDialect::VisualBasic);
-  const ScriptToken token = lexer.Next(true);
-  if (token.Kind != ScriptTokenKind::Name) return std::nullopt;
-  if (lexer.Next(false).Kind != ScriptTokenKind::End) return std::nullopt;
-  return token.Text;
-}
-
 // Constants that name each other in a chain longer than this stay as they are written.
 constexpr int kDeepestChain = 64;
 

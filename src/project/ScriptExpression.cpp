@@ -227,7 +227,17 @@ void ScriptExpression::RunCall(const Step& step, std::vector<Operand>& stack) co
   stack.back() = {function(stack.back().Value), mAllLiteral};
 }
 
+std::optional<std::string_view> LoneName(std::string_view expression) {
+  ScriptLexer lexer(expression, ScriptDialect::VisualBasic);
+  const ScriptToken token = lexer.Next(true);
+  if (token.Kind != ScriptTokenKind::Name) return std::nullopt;
+  if (lexer.Next(false).Kind != ScriptTokenKind::End) return std::nullopt;
+  return token.Text;
+}
+
+// Most conditions are one name: nothing is compiled for those.
 ScriptValue EvaluateExpression(std::string_view expression, const ScriptNames& names) try {
+  if (const auto name = LoneName(expression)) return names ? names(*name) : ScriptValue();
   ScriptLexer lexer(expression, ScriptDialect::VisualBasic);
   ScriptToken token = lexer.Next(true);
   const ScriptExpression compiled = ScriptExpression::Compile(lexer, token);

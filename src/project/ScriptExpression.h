@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,6 +46,10 @@ class ScriptExpression {
   std::vector<std::string> mNames;
   bool mAllLiteral = false;
 };
+
+/// The name that is all of an expression, with dots between its parts; nothing for any other one.
+/// Raises an error of the 1002 family for what is no token.
+std::optional<std::string_view> LoneName(std::string_view expression);
 
 /// Value of one constant expression of Visual Basic (type suffixes, Like; no statement around it).
 /// Names are asked of `names`; an empty function makes every name Empty. Raises an error of the

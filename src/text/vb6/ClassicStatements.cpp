@@ -19,45 +19,46 @@ constexpr std::array<bool, 256> kFirstLetters = [] {
   return letters;
 }();
 
-bool IsAnyOf(std::string_view word, std::initializer_list<std::string_view> list) {
-  for (const std::string_view item : list)
-    if (EqualsNoCaseAscii(word, item)) return true;
-  return false;
+// What the first word of a statement may be.
+enum class FirstWord : std::uint8_t { Other, Access, Static, Property, Opening };
+
+// Each length has few words.
+FirstWord FirstWordOf(std::string_view word) {
+  const auto is = [&](std::string_view keyword) { return EqualsNoCaseAscii(word, keyword); };
+  switch (word.size()) {
+    case 3: return is("SUB") ? FirstWord::Opening : FirstWord::Other;
+    case 4: return is("ENUM") || is("TYPE") ? FirstWord::Opening : FirstWord::Other;
+    case 5: return is("EVENT") ? FirstWord::Opening : FirstWord::Other;
+    case 6:
+      if (is("PUBLIC") || is("FRIEND")) return FirstWord::Access;
+      return is("STATIC") ? FirstWord::Static : FirstWord::Other;
+    case 7:
+      if (is("PRIVATE")) return FirstWord::Access;
+      return is("DECLARE") ? FirstWord::Opening : FirstWord::Other;
+    case 8:
+      if (is("PROPERTY")) return FirstWord::Property;
+      return is("FUNCTION") ? FirstWord::Opening : FirstWord::Other;
+    default: return FirstWord::Other;
+  }
 }
 
-// First letters of the words that `ClassicKeyword` knows.
-constexpr bool MayBeKeyword(char letter) {
-  switch (UpperAscii(letter)) {
-    case 'D':
-    case 'E':
-    case 'F':
-    case 'P':
-    case 'S':
-    case 'T': return true;
-    default: return false;
-  }
+bool IsPropertyWord(std::string_view word) {
+  const auto is = [&](std::string_view keyword) { return EqualsNoCaseAscii(word, keyword); };
+  return word.size() == 3 && (is("GET") || is("LET") || is("SET"));
 }
 
 // The keyword stands first, or behind an access word and "Static".
 StatementType ClassicKeyword(std::string_view statement) {
-  if (!MayBeKeyword(statement.front())) return {};
   StatementWords words(statement);
-  std::string_view word = *words.Next();
-  const bool access = IsAnyOf(word, {"PUBLIC", "PRIVATE", "FRIEND"});
-  if (access || EqualsNoCaseAscii(word, "STATIC")) {
-    auto next = words.Next();
-    if (access && next && EqualsNoCaseAscii(*next, "STATIC")) next = words.Next();
-    if (!next) return {OTHER, true};
-    return KeywordType(*next, words);
-  }
-  if (EqualsNoCaseAscii(word, "PROPERTY")) {
-    const auto next = words.Next();
-    if (!next) return {OTHER, true};
-    return IsAnyOf(*next, {"GET", "LET", "SET"}) ? StatementType{START_PROPERTY} : StatementType{};
-  }
-  if (IsAnyOf(word, {"SUB", "FUNCTION", "ENUM", "TYPE", "EVENT", "DECLARE"}))
-    return KeywordType(word, words);
-  return {};
+  const std::string_view word = *words.Next();
+  const FirstWord first = FirstWordOf(word);
+  if (first == FirstWord::Other) return {};
+  if (first == FirstWord::Opening) return KeywordType(word, words);
+  auto next = words.Next();
+  if (first == FirstWord::Access && next && EqualsNoCaseAscii(*next, "STATIC")) next = words.Next();
+  if (!next) return {OTHER, true};
+  if (first != FirstWord::Property) return KeywordType(*next, words);
+  return IsPropertyWord(*next) ? StatementType{START_PROPERTY} : StatementType{};
 }
 
 class ClassicStatementRules final : public StatementRules {
