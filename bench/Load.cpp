@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 
 #include "bench/Generator.h"
@@ -13,6 +14,7 @@
 #include "core/Ascii.h"
 #include "project/VBProject.h"
 #include "services/FileSource.h"
+#include "services/FolderCache.h"
 
 namespace vendrel::bench {
 namespace {
@@ -115,6 +117,8 @@ Run MeasureLoad(const Case& which, bool classic) {
   const std::int64_t callsBefore = AllocationCount();
   const Stopwatch watch;
   const CpuWatch cpu;
+  std::optional<KeptFolders> folders;
+  folders.emplace();
   Projects projects = LoadProjectFiles(which, classic, run.Failed);
   run.ProjectSeconds = watch.Seconds();
   for (const auto& project : projects) {
@@ -124,6 +128,7 @@ Run MeasureLoad(const Case& which, bool classic) {
       ++run.Failed;
     }
   }
+  folders.reset();
   run.Seconds = watch.Seconds();
   run.Cpu = cpu.Seconds();
   run.Allocations = static_cast<double>(AllocationCount() - callsBefore);

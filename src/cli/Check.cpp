@@ -177,6 +177,7 @@ void Check::CheckInput(const std::string& path) try {
 
 void Check::CheckFolder(const std::string& path) {
   Diagnostics told;
+  const KeptFolders folders;
   const auto files = ProjectFilesBelow(path, told);
   if (files.empty() && told.Count() == 0) return CheckModules(path);
   Tell(told);

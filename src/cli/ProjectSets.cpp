@@ -11,6 +11,7 @@
 #include "diagnostics/ErrorReport.h"
 #include "dotnet/Sources.h"
 #include "services/CodePage.h"
+#include "services/FolderCache.h"
 
 namespace vendrel::cli {
 namespace {
@@ -49,6 +50,7 @@ int VisitFolder(const std::string& path, const CommonOptions& options, const Str
                 const std::function<void(VBProject&)>& visit, LoadDepth depth,
                 const std::function<void(VBProject&)>& prepare) {
   Diagnostics told;
+  const KeptFolders folders;
   const std::vector<FileSystemObject> files = ProjectFilesBelow(path, told);
   int code = exDone;
   std::vector<std::string> paths;
@@ -121,6 +123,7 @@ std::shared_ptr<VBProjectGroup> LoadGroup(const std::string& path, const CommonO
                                           const Streams& streams, LoadDepth depth,
                                           const std::function<void(VBProject&)>& prepare) {
   ApplyToProcess(options);
+  const KeptFolders folders;
   auto group = std::make_shared<VBProjectGroup>();
   if (streams.Lasting) streams.Lasting->push_back(group);
   const std::string evidence = UseCodePageFor(AbsolutePath(path), options);

@@ -1,12 +1,13 @@
 #include "cli/ProjectsAhead.h"
 
 #include <algorithm>
+#include <optional>
 #include <system_error>
 #include <utility>
 
 #include "cli/ProjectSets.h"
 #include "cli/WatchedFiles.h"
-#include "services/FileSource.h"
+#include "services/FolderCache.h"
 
 namespace vendrel::cli {
 
@@ -14,6 +15,8 @@ struct ProjectsAhead::Slot {
   enum class State { Free, Loading, Ready };
   std::unique_ptr<Workspace> Own;  // none where a single job uses the one at hand
   Workspace* Surroundings = nullptr;
+  // Projects of one folder look for the same libraries in the same places.
+  std::optional<KeptFolders> Folders;
   State Is = State::Free;
   std::size_t Index = 0;
   std::shared_ptr<VBProject> Project;
@@ -76,7 +79,9 @@ ProjectsAhead::ProjectsAhead(std::vector<std::string> paths, const CommonOptions
 
 void ProjectsAhead::Start() {
   if (mJobs <= 1) {
-    mSlots.emplace_back().Surroundings = &Workspace::Current();
+    Slot& slot = mSlots.emplace_back();
+    slot.Surroundings = &Workspace::Current();
+    slot.Folders.emplace();
     return;
   }
   for (std::size_t i = 0; i < mJobs + 1; ++i) {
@@ -84,6 +89,8 @@ void ProjectsAhead::Start() {
     slot.Own = std::make_unique<Workspace>();
     slot.Surroundings = slot.Own.get();
     WatchedFiles::ShareWith(*slot.Own);
+    const Workspace::Use use(*slot.Own);
+    slot.Folders.emplace();
   }
   try {
     for (std::size_t i = 1; i < mJobs; ++i) mWorkers.emplace_back([this] { WorkUntilDone(); });

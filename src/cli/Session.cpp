@@ -20,6 +20,7 @@
 #include "project/Assembly.h"
 #include "project/ModuleNames.h"
 #include "project/ProjectCodePage.h"
+#include "services/ByteSource.h"
 #include "services/CodePage.h"
 #include "services/FileSource.h"
 #include "services/SourceCache.h"
@@ -207,11 +208,21 @@ InputKind KindByExtension(const FileSystemObject& file) {
   return InputKind::Unknown;
 }
 
+// What will be loaded is read at once; of a file that may be anything, however large, the head.
+bool HoldsLibrary(const std::string& nativePath, InputKind kind) try {
+  if (kind == InputKind::Unknown) return typelib::HoldsTypeLibrary(*OpenBytes(nativePath));
+  const std::string_view bytes = SourceCache::Bytes(nativePath);
+  MemoryBytes file({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+  return typelib::HoldsTypeLibrary(file);
+} catch (const std::exception&) {
+  return false;
+}
+
 // A library is known by what it holds, a compiled file also by its extension.
 InputKind KindByContent(const FileSystemObject& file) {
   const InputKind kind = KindByExtension(file);
   if (kind == InputKind::TypeLibrary) return kind;
-  return typelib::HoldsTypeLibrary(file.NativePath()) ? InputKind::TypeLibrary : kind;
+  return HoldsLibrary(file.NativePath(), kind) ? InputKind::TypeLibrary : kind;
 }
 
 // "Both.dll\2": the second library of a compiled file.

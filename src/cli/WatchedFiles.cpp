@@ -6,6 +6,7 @@
 #include <mutex>
 #include <set>
 #include <utility>
+#include <vector>
 
 #include "cli/Interrupts.h"
 #include "services/AtomicFile.h"
@@ -30,7 +31,8 @@ class WatchedFiles::Source final : public FileSource {
   std::vector<std::string> Written;
   bool Counts = true, Protects = false, RemovesLeft = false;
 
-  const std::string* SourceAt(const std::string& path) const {
+  const std::string* SourceAt(const std::string& path) {
+    NoteAllOpen();
     FileStatus status;
     if (mRead.empty() || mUnder.Status(path, status) < 0) return nullptr;
     const auto found = mRead.find({status.Device, status.Number});
@@ -44,11 +46,9 @@ class WatchedFiles::Source final : public FileSource {
   int OpenForReading(const std::string& path) override {
     LookForSignal();
     const int handle = mUnder.OpenForReading(path);
-    FileStatus status;
-    if (Counts && handle >= 0 && mUnder.StatusOfOpen(handle, status) >= 0 &&
-        status.Type == FileStatus::Kind::File) {
+    if (Counts && handle >= 0) {
       const std::lock_guard lock(mMutex);
-      mRead.emplace(std::pair(status.Device, status.Number), path);
+      mOpen.emplace_back(handle, path);
     }
     return handle;
   }
@@ -67,18 +67,36 @@ class WatchedFiles::Source final : public FileSource {
     return mUnder.Write(handle, bytes, size);
   }
   int StatusOfOpen(int handle, FileStatus& status) override {
-    return mUnder.StatusOfOpen(handle, status);
+    const int result = mUnder.StatusOfOpen(handle, status);
+    const std::lock_guard lock(mMutex);
+    if (const auto open = FindOpen(handle); open != mOpen.end()) {
+      Note(open->second, result, status);
+      mOpen.erase(open);
+    }
+    return result;
   }
   int SetMode(int handle, std::uint32_t mode) override { return mUnder.SetMode(handle, mode); }
   int Sync(int handle) override { return mUnder.Sync(handle); }
   int Lock(int handle, bool wait) override { return mUnder.Lock(handle, wait); }
-  int Close(int handle) override { return mUnder.Close(handle); }
+  int Close(int handle) override {
+    try {
+      const std::lock_guard lock(mMutex);
+      if (const auto open = FindOpen(handle); open != mOpen.end()) {
+        const OpenFile unasked = std::move(*open);
+        mOpen.erase(open);
+        AskAndNote(unasked);
+      }
+    } catch (...) {  // from a host's own files: nothing was read of one that cannot be asked about
+    }
+    return mUnder.Close(handle);
+  }
   int Status(const std::string& path, FileStatus& status) override {
     return mUnder.Status(path, status);
   }
   int Rename(const std::string& from, const std::string& to) override {
     LookForSignal();
     if (Protects) {
+      NoteAllOpen();
       // What cannot be told may be a source.
       FileStatus status;
       const int there = mUnder.Status(to, status);
@@ -109,7 +127,31 @@ class WatchedFiles::Source final : public FileSource {
   std::string CurrentFolder() override { return mUnder.CurrentFolder(); }
 
  private:
-  std::mutex mMutex;  // several threads read, one writes
+  // What a handle has open is known by what its reader asks anyway, mostly its size. Whoever does
+  // not ask has it asked for when the handle is closed, or somebody wants to know what was read.
+  using OpenFile = std::pair<int, std::string>;
+
+  std::vector<OpenFile>::iterator FindOpen(int handle) {
+    return std::find_if(mOpen.begin(), mOpen.end(),
+                        [&](const OpenFile& open) { return open.first == handle; });
+  }
+  void Note(const std::string& path, int result, const FileStatus& status) {
+    if (result >= 0 && status.Type == FileStatus::Kind::File)
+      mRead.emplace(std::pair(status.Device, status.Number), path);
+  }
+  void AskAndNote(const OpenFile& open) {
+    FileStatus status;
+    const int result = mUnder.StatusOfOpen(open.first, status);
+    Note(open.second, result, status);
+  }
+  void NoteAllOpen() {
+    const std::lock_guard lock(mMutex);
+    for (const OpenFile& open : mOpen) AskAndNote(open);
+    mOpen.clear();
+  }
+
+  std::mutex mMutex;            // several threads read, one writes
+  std::vector<OpenFile> mOpen;  // for reading, and not in `mRead` yet
   std::map<std::pair<std::uint64_t, std::uint64_t>, std::string> mRead;
   std::map<std::string, std::string> mAsked;
   std::set<std::string> mCleaned;

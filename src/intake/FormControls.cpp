@@ -1,6 +1,7 @@
 #include "intake/FormControls.h"
 
 #include <charconv>
+#include <optional>
 
 #include "core/Ascii.h"
 #include "diagnostics/Context.h"
@@ -34,7 +35,8 @@ std::int32_t FormNumber(std::string_view text) {
   return error == std::errc() && fits ? static_cast<std::int32_t>(number) : NumericValue(text);
 }
 
-// The properties of which a control keeps something; any other is read when it is asked for.
+// The properties of which a control keeps something; any other is read when it is asked for. Their
+// first letters are those that `TakeLine` looks for.
 bool IsTaken(std::string_view property) {
   for (const std::string_view taken : {"Caption", "Text", "Left", "Top", "Index"})
     if (property == taken) return true;
@@ -55,7 +57,9 @@ ControlReader::ControlReader(Component& component, Block& block, ModuleIntake& i
       mBlock(block),
       mIntake(intake),
       mRules(intake.Reading),
-      mMayBePlain(intake.TakesPlainLines && intake.Language.Language() == lvVisualBasic5or6),
+      mMayBePlain(intake.TakesPlainLines && intake.Language.Language() == lvVisualBasic5or6 &&
+                  block.CodeLines.IfAny()),
+      mTakesGlances(mMayBePlain && component.FileName.Source()->LineEnds.AreAlike()),
       mCompanion(component) {}
 
 std::shared_ptr<VBControl> ControlReader::Read(std::string_view beginLine) try {
@@ -68,39 +72,31 @@ std::shared_ptr<VBControl> ControlReader::Read(std::string_view beginLine) try {
 }
 VENDREL_CONTEXT_AT(LineReached(), beginLine, trace::Me(mComponent))
 
-// The next line at a glance, where that may tell all of it.
-std::optional<GlancedLine> ControlReader::Glanced() const {
-  const FileSystemObject& file = mComponent.FileName;
-  if (!mMayBePlain || !file.Source()->LineEnds.AreAlike()) return std::nullopt;
-  return GlanceAtLine(file.Rest());
-}
-
-// Every line of the description stays part of the source.
+// Every line of the description stays part of the source. Most are plain, and go the short way of
+// plain lines (vb6/PlainLines.h).
 std::string_view ControlReader::NextLine() {
   ++mIntake.PhysicalLine;
   mIntake.StatementLine = mIntake.PhysicalLine;
-  const std::optional<GlancedLine> glanced = Glanced();
-  FileSystemObject& file = mComponent.FileName;
-  const std::string_view text = glanced ? glanced->Line : file.NextLine();
-  if (glanced) file.Skip(glanced->Bytes);
   ++mComponent.LinesAlreadyRead;
-  ParsedLine line;
+  FileSystemObject& file = mComponent.FileName;
   std::optional<PlainLine> plain;
-  if (glanced)
-    plain = PlainLineOf(text, glanced->Glance, mRules, mPlainBuffer);
-  else if (mMayBePlain)
-    plain = PlainLineOf(text, mRules, mPlainBuffer);
-  if (plain) {
-    line.Text = text;
-    line.LineType = plain->Type;
-    line.Unparted = mRules.EverySeparator;
+  if (const auto glanced = mTakesGlances ? GlanceAtLine(file.Rest()) : std::nullopt) {
+    mLine = glanced->Line;
+    file.Skip(glanced->Bytes);
+    plain = PlainLineOf(mLine, glanced->Glance, mRules, mPlainBuffer);
   } else {
-    mIntake.Classifier.PartLines = false;
-    mIntake.Classifier.First(text, line);
+    mLine = file.NextLine();
+    if (mMayBePlain) plain = PlainLineOf(mLine, mRules, mPlainBuffer);
   }
+  if (plain) {
+    mBlock.CodeLines->AppendPlain(mLine, plain->Type);
+    return mLine;
+  }
+  ParsedLine line;
+  mIntake.Classifier.PartLines = false;
+  mIntake.Classifier.First(mLine, line);
   StoreLine(mBlock, line);
-  mLine = text;
-  return text;
+  return mLine;
 }
 
 // 0-based place of a line in the text of the module.
@@ -123,15 +119,26 @@ void ControlReader::Open(std::string_view beginLine) {
   mOpen.push_back(std::move(open));
 }
 
+// By its first letter, which is that of nothing of import in most lines.
 void ControlReader::TakeLine(std::string_view line) try {
-  if (line == "End")
-    Close(true);
-  else if (line.starts_with("Begin "))
-    Open(line);
-  else if (line.starts_with("BeginProperty "))
-    SkipProperty();
-  else if (line.find('=') != std::string_view::npos)
-    TakeProperty(line);
+  switch (line.empty() ? '\0' : line.front()) {
+    case 'E':
+      if (line == "End") Close(true);
+      return;
+    case 'B':
+      if (line.starts_with("Begin "))
+        Open(line);
+      else if (line.starts_with("BeginProperty "))
+        SkipProperty();
+      return;
+    case 'C':
+    case 'I':
+    case 'L':
+    case 'T':
+      if (line.find('=') != std::string_view::npos) TakeProperty(line);
+      return;
+    default: return;
+  }
 }
 VENDREL_CONTEXT_AT(LineReached(), line, trace::Local("OpenControls", mOpen.size()),
                    trace::Me(mComponent))

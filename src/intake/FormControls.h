@@ -2,7 +2,6 @@
 // The control tree at the head of a form-like module.
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,7 +37,6 @@ class ControlReader {
   void TakeCaption(std::string_view value);
   bool ReadCompanion(std::string_view value);
   bool TakeCompanionText(std::string_view property, std::string_view value, SharedText& text);
-  std::optional<GlancedLine> Glanced() const;
   std::string_view NextLine();
   std::uint32_t OffsetOf(std::string_view line) const;
 
@@ -47,6 +45,7 @@ class ControlReader {
   ModuleIntake& mIntake;
   ClassifierRules mRules;
   bool mMayBePlain;
+  bool mTakesGlances;
   std::string mPlainBuffer;
   std::vector<OpenControl> mOpen;
   std::shared_ptr<VBControl> mRoot;

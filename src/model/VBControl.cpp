@@ -19,7 +19,7 @@ std::string SixDigits(std::int32_t value) {
 }  // namespace
 
 void VBControls::Add(std::shared_ptr<VBControl> item, std::string_view key) {
-  mCol.Insert(std::move(item), mCol.HasKey(key) ? std::string_view() : key);
+  if (!mCol.InsertIfFree(item, key)) mCol.Insert(std::move(item));
 }
 
 // A tree goes level by level from a list of its own: containers nest as deep as the file says.

@@ -6,7 +6,7 @@
 namespace vendrel {
 
 void BeginLoad() {
-  ForgetFolders();
+  ForgetFoldersOfLoad();
   ProcessState& state = State();
   state.lLineNumber = 5;
   state.LineID = 1;

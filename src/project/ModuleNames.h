@@ -9,6 +9,8 @@ namespace vendrel {
 /// Project name from the first line that begins with "Name=", without its quotes; empty if there is
 /// none or no file.
 std::string GetProjectName(std::string_view FileName);
+/// The same from the text of a project file.
+std::string ProjectNameIn(std::string_view text);
 
 /// Module name from the `Attribute VB_Name` line of a file, else from the head of its form; empty
 /// if the file is missing or tells none.

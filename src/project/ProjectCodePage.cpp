@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <set>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "core/Ascii.h"
 #include "core/Utf8.h"
+#include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "model/ModuleKinds.h"
 #include "services/CodePage.h"
@@ -65,10 +69,14 @@ class PageForNow {
   std::string mBefore;
 };
 
-struct ListedFile {
-  FileSystemObject File;
-  /// Its name has letters beyond ASCII.
-  bool Tells = false;
+// The page under which most listed files with letters beyond ASCII exist, or several such pages.
+struct PagesFound {
+  std::vector<std::string> Pages;
+  std::size_t Count = 0, Of = 0;
+  std::string Evidence() const {
+    return std::to_string(Count) + " of " + std::to_string(Of) +
+           " listed files with letters beyond ASCII exist under it";
+  }
 };
 
 // A file that lists others, read without its page being known.
@@ -83,30 +91,20 @@ class ListingFile {
     }
   }
 
-  struct Found {
-    std::vector<std::string> Pages;
-    std::size_t Count = 0, Of = 0;
-    std::string Evidence() const {
-      return std::to_string(Count) + " of " + std::to_string(Of) +
-             " listed files with letters beyond ASCII exist under it";
-    }
-  };
-
   const std::string& Bytes() const { return mBytes; }
 
-  // The pages under which most listed files with letters beyond ASCII exist; none if none exist.
-  Found ByFiles() const {
-    Found found;
+  // No pages if none of the files exist.
+  PagesFound ByFiles() const {
+    PagesFound found;
     const auto first = SourceText::Decode(mBytes, CodePage::Default());
     if (first->Encoding != TextEncoding::CodePage || !NamesTell(first->Text)) return found;
     PageForNow page;
     for (const char* name : kPages) {
       page.Set(name);
       std::size_t count = 0, of = 0;
-      for (const ListedFile& listed : Listed(CodePage::Named(name), true)) {
-        if (!listed.Tells) continue;
+      for (const FileSystemObject& file : Listed(CodePage::Named(name), Which::ThatTell)) {
         ++of;
-        if (listed.File.Exists()) ++count;
+        if (file.Exists()) ++count;
       }
       if (count == 0 || count < found.Count) continue;
       if (count > found.Count) found = {{}, count, of};
@@ -115,18 +113,24 @@ class ListingFile {
     return found;
   }
 
-  // The listed modules, and other files too where asked for, by the names of that page.
-  std::vector<ListedFile> Listed(const CodePage& page, bool others) const {
-    std::vector<ListedFile> files;
+  enum class Which {
+    Modules,
+    /// Files of all kinds whose names have letters beyond ASCII.
+    ThatTell
+  };
+  // The listed files by the names of that page.
+  std::vector<FileSystemObject> Listed(const CodePage& page, Which which) const {
+    std::vector<FileSystemObject> files;
     const auto text = SourceText::Decode(mBytes, page);
     std::string_view rest = text->Text;
     while (!rest.empty()) {
-      const std::string_view path = PathOf(TakeLine(rest), others);
+      const std::string_view line = TakeLine(rest);
+      const std::string_view path =
+          which == Which::Modules ? PathOf(line, false) : TellingPath(line);
       if (path.empty()) continue;
-      ListedFile& listed = files.emplace_back();
-      listed.File.SetBaseFile(&mFile);
-      listed.File.SetFullPath(path);
-      listed.Tells = FirstNonAscii(path) < path.size();
+      FileSystemObject& file = files.emplace_back();
+      file.SetBaseFile(&mFile);
+      file.SetFullPath(path);
     }
     return files;
   }
@@ -146,16 +150,98 @@ class ListingFile {
     return StripQuotes(Trim(value));
   }
 
+  // The path of a line, if it has letters beyond ASCII; else empty.
+  static std::string_view TellingPath(std::string_view line) {
+    if (FirstNonAscii(line) == line.size()) return {};
+    const std::string_view path = PathOf(line, true);
+    return FirstNonAscii(path) < path.size() ? path : std::string_view();
+  }
   static bool NamesTell(std::string_view text) {
-    while (!text.empty()) {
-      const std::string_view path = PathOf(TakeLine(text), true);
-      if (FirstNonAscii(path) < path.size()) return true;
-    }
+    while (!text.empty())
+      if (!TellingPath(TakeLine(text)).empty()) return true;
     return false;
   }
 
   mutable FileSystemObject mFile;
   std::string mBytes;
+};
+
+struct SourceInFolder {
+  std::string Path;
+  /// Nothing until it is asked for.
+  std::optional<std::size_t> Size;
+};
+
+// Project files and modules in a folder, in the order of their paths.
+std::vector<SourceInFolder> ReadSourcesIn(std::string folder) {
+  if (folder.empty()) return {};
+  while (folder.ends_with('/')) folder.pop_back();
+  const std::vector<FolderEntry> entries = KeptFolders::Entries(folder.empty() ? "/" : folder);
+  folder.push_back('/');
+  std::vector<SourceInFolder> sources;
+  for (const FolderEntry& entry : entries)
+    if (!entry.IsFolder && IsSource(entry.Name)) sources.push_back({folder + entry.Name, {}});
+  return sources;
+}
+
+// Whether something is there, with its size.
+bool HasSize(SourceInFolder& source) {
+  if (source.Size) return true;
+  FileStatus status;
+  if (FileSource::Current().Status(source.Path, status) < 0) return false;
+  source.Size = static_cast<std::size_t>(status.Size);
+  return true;
+}
+
+// What guesses have learned of folders and files. Projects that lie side by side are each other's
+// neighbours: while folders are kept, each file is read for this once.
+class KnownSources {
+ public:
+  static KnownSources& Current() {
+    KnownSources& known = InUse<KnownSources>();
+    const int run = KeptFolders::Run();
+    const bool isMuch = known.mFiles.size() > kMostFiles || known.mBytes > kMostBytes;
+    if (run == 0 || run != known.mRun || isMuch) known = {};
+    known.mRun = run;
+    return known;
+  }
+
+  std::vector<SourceInFolder>& In(const std::string& folder) {
+    const auto [found, isNew] = mFolders.try_emplace(folder);
+    if (isNew) found->second = ReadSourcesIn(folder);
+    return found->second;
+  }
+
+  // Has a file join the bytes, read by `read` where it is not known.
+  template <typename Read>
+  void Feed(TellingBytes& bytes, const std::string& path, Read read) {
+    if (bytes.IsFull()) return;
+    if (mRun == 0) return bytes.Feed(read(path));
+    if (const auto known = mFiles.find(path); known != mFiles.end() && bytes.Add(known->second))
+      return;
+    const auto& whole = read(path);
+    TellingBytes ofFile;
+    ofFile.Feed(whole);
+    if (!bytes.Add(ofFile)) return bytes.Feed(whole);
+    mBytes += ofFile.Size();
+    mFiles.emplace(path, std::move(ofFile));
+  }
+
+  const PagesFound& ByFilesOf(const std::string& path) {
+    const auto [found, isNew] = mLists.try_emplace(path);
+    if (isNew) found->second = ListingFile(FileSystemObject(path), ReadWholeFile).ByFiles();
+    return found->second;
+  }
+
+ private:
+  static constexpr std::size_t kMostFiles = 10'000;
+  static constexpr std::size_t kMostBytes = std::size_t{8} << 20;
+
+  int mRun = 0;
+  std::size_t mBytes = 0;
+  std::unordered_map<std::string, std::vector<SourceInFolder>> mFolders;
+  std::unordered_map<std::string, TellingBytes> mFiles;
+  std::unordered_map<std::string, PagesFound> mLists;
 };
 
 class PageGuesser {
@@ -165,7 +251,7 @@ class PageGuesser {
 
   CodePageGuess Run() {
     const bool isList = IsList(mFile);
-    const ListingFile::Found found = isList ? mListing.ByFiles() : ListingFile::Found();
+    const PagesFound found = isList ? mListing.ByFiles() : PagesFound();
     if (found.Pages.size() == 1) return {found.Pages.front(), found.Evidence()};
     mFolders.insert(mFile.FolderPath());
     FeedOwn(isList, found.Pages.empty() ? CodePage::Default() : CodePage::Named(found.Pages[0]));
@@ -180,9 +266,9 @@ class PageGuesser {
     mOwn.Feed(mListing.Bytes());
     mRead.insert(mFile.NativePath());
     if (!isList) return;
-    for (const ListedFile& module : mListing.Listed(page, false)) {
-      Feed(mOwn, module.File.NativePath(), SourceCache::Bytes);
-      mFolders.insert(module.File.FolderPath());
+    for (const FileSystemObject& module : mListing.Listed(page, ListingFile::Which::Modules)) {
+      Feed(mOwn, module.NativePath(), SourceCache::Bytes);
+      mFolders.insert(module.FolderPath());
     }
   }
 
@@ -191,7 +277,7 @@ class PageGuesser {
   void Feed(TellingBytes& bytes, const std::string& path, Read read) {
     if (!mRead.insert(path).second) return;
     try {
-      bytes.Feed(read(path));
+      mKnown.Feed(bytes, path, read);
     } catch (const VendrelError&) {
     }
   }
@@ -202,7 +288,7 @@ class PageGuesser {
     const std::vector<std::string> paths = Neighbours();
     for (const std::string& path : paths) {
       if (!EndsWithNoCaseAscii(path, ".vbp")) continue;
-      const ListingFile::Found found = ListingFile(FileSystemObject(path), ReadWholeFile).ByFiles();
+      const PagesFound& found = mKnown.ByFilesOf(path);
       if (found.Pages.size() == 1 && mOwn.Fit(found.Pages[0]))
         return {found.Pages[0],
                 few + FileSystemObject(path).LeafName() + " beside it: " + found.Evidence()};
@@ -218,36 +304,21 @@ class PageGuesser {
 
   // Project files beside this one and the sources in the folders of its modules, in the order of
   // their paths.
-  std::vector<std::string> Neighbours() const {
+  std::vector<std::string> Neighbours() {
     std::vector<std::string> paths;
     std::size_t bytes = 0;
     for (const std::string& folder : mFolders) {
-      std::vector<std::string> inFolder = SourcesIn(FileSystemObject(folder).NativePath());
-      for (std::string& path : inFolder) {
-        FileStatus status;
-        if (mRead.contains(path) || FileSource::Current().Status(path, status) < 0) continue;
-        bytes += static_cast<std::size_t>(status.Size);
+      for (SourceInFolder& source : mKnown.In(FileSystemObject(folder).NativePath())) {
+        if (mRead.contains(source.Path) || !HasSize(source)) continue;
+        bytes += *source.Size;
         if (paths.size() >= kMostNeighbours || bytes > kMostNeighbourBytes) return paths;
-        paths.push_back(std::move(path));
+        paths.push_back(source.Path);
       }
     }
     return paths;
   }
 
-  static std::vector<std::string> SourcesIn(std::string folder) {
-    if (folder.empty()) return {};
-    while (folder.ends_with('/')) folder.pop_back();
-    std::vector<FolderEntry> entries;
-    FileSource::Current().List(folder.empty() ? "/" : folder, entries);
-    folder.push_back('/');
-    std::vector<std::string> paths;
-    for (const FolderEntry& entry : entries) {
-      if (!entry.IsFolder && IsSource(entry.Name)) paths.push_back(folder + entry.Name);
-    }
-    std::sort(paths.begin(), paths.end());
-    return paths;
-  }
-
+  KnownSources& mKnown = KnownSources::Current();
   FileSystemObject mFile;
   ListingFile mListing;
   TellingBytes mOwn;

@@ -1,6 +1,7 @@
 // Reads a project file: settings, references, the list of modules. Nothing here opens a module but
 // to learn the name of one whose line does not tell it.
 
+#include <algorithm>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -14,6 +15,7 @@
 #include "project/BeginLoad.h"
 #include "project/ModuleNames.h"
 #include "project/VBProject.h"
+#include "services/SourceCache.h"
 #include "text/Words.h"
 
 namespace vendrel {
@@ -140,6 +142,8 @@ std::shared_ptr<ProjectFileLines> ProjectReader::Read() {
   mProject.SourceForm = source;
   mLines->Source = source;
   std::string_view rest = source->Text;
+  const auto ends = std::count(rest.begin(), rest.end(), '\n');
+  mLines->Lines.reserve(static_cast<std::size_t>(ends) + 1);
   while (!rest.empty()) {
     ++mLine;
     const std::string_view raw = TakeLineOf(rest);
@@ -313,6 +317,7 @@ bool VBProject::Load(std::string_view ProjectFileName) try {
   const Workspace::Use use(Workspace());
   if (EndsWithNoCaseAscii(ProjectFileName, ".VBPROJ")) return LoadDotNet(ProjectFileName);
   BeginLoad();
+  const SourceCache::Scope lookOnce;
   AddLineNumbers = false;
   SetLanguageVersion(lvVisualBasic5or6);
   FileName.SetFullPath(ProjectFileName);
@@ -324,7 +329,7 @@ bool VBProject::Load(std::string_view ProjectFileName) try {
   OutputFileName.SetExtension(FileName.Extension());
   const std::shared_ptr<ProjectFileLines> lines = ProjectReader(*this).Read();
   CurrentHelpContextID = Following(mHighestHelpContextID);
-  ProjectName = GetProjectName(FileName.FullPath());
+  ProjectName = ProjectNameIn(lines->Source->Text);
   lines->Note(*this);
   FileLines = lines;
   ProjectSourceType = ptsVisualBasicProject;

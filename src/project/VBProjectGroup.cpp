@@ -70,7 +70,8 @@ bool VBProjectGroup::Load(std::string_view FileName, bool Silent,
                           bool DoNotPopulateComponents) try {
   const Workspace::Use use(*mWorkspace);
   State().Silent = Silent;
-  ForgetFolders();
+  ForgetFoldersOfLoad();
+  const KeptFolders folders;
   mFileName.SetFullPath(FileName);
   mFilesRead.clear();
   if (!mFileName.Exists()) {

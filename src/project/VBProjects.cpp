@@ -6,6 +6,7 @@
 #include "core/Ascii.h"
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
+#include "services/FolderCache.h"
 #include "services/Paths.h"
 
 namespace vendrel {
@@ -56,6 +57,7 @@ VENDREL_CONTEXT(RootPath)
 
 void VBProjects::Load(std::string_view RootPath) try {
   const Workspace::Use use(*mWorkspace);
+  const KeptFolders folders;
   const DiagnosticScope scope(&Diagnostics, FileSystemObject(RootPath).FullPath());
   for (const FileSystemObject& file : ProjectFilesBelow(RootPath)) LoadOne(file.FullPath());
 }
@@ -63,6 +65,7 @@ VENDREL_CONTEXT(RootPath)
 
 void VBProjects::LoadCollection(const std::vector<std::string>& ProjectPaths) try {
   const Workspace::Use use(*mWorkspace);
+  const KeptFolders folders;
   const DiagnosticScope scope(&Diagnostics, {});
   for (const std::string& path : ProjectPaths) LoadOne(path);
 }

@@ -61,6 +61,7 @@ class FolderWalk {
     // Behind the true folders, so that those are found under their own names.
     for (auto link = links.rbegin(); link != links.rend(); ++link)
       mLinks.emplace_back(Inside(native, *link), windows + WindowsLeaf(*link) + "\\");
+    KeptFolders::Note(native, std::move(entries));
   }
 
   void Take(const FolderEntry& entry, const std::string& native, const std::string& windows,

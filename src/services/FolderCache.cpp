@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <set>
 #include <unordered_map>
 #include <vector>
 
@@ -14,25 +13,37 @@
 #include "services/SourceCache.h"
 
 namespace vendrel {
-namespace {
 
-struct Folder {
-  bool Exists = false;
-  /// Why that is not known; such a folder is asked for again.
-  int Failure = 0;
-  PathMatch Match = PathMatch::None;
-  /// Some name was read by the code page in force.
+struct KnownFolders {
+  struct Folder {
+    bool Exists = false;
+    /// Why that is not known; such a folder is asked for again.
+    int Failure = 0;
+    PathMatch Match = PathMatch::None;
+    std::string Path;
+    /// What is in it, in the order of the bytes of the names, as the disk spells them.
+    std::vector<FolderEntry> Entries;
+    /// The same by folded name; empty until a name is sought in another case.
+    std::unordered_map<std::string, std::string> ByFoldedName;
+  };
+
+  /// By the path asked for, which need not be the one found.
+  std::unordered_map<std::string, Folder> Folders;
+  /// Some name in them was read by the code page in force.
   bool HasDecodedNames = false;
-  std::string Path;
-  /// Names as the disk spells them, in the order of their bytes, and by folded name.
-  std::set<std::string, std::less<>> Names;
-  std::unordered_map<std::string, std::string> ByFoldedName;
+  /// How many `KeptFolders` live, and the number of the run that the first of them began.
+  int Keepers = 0, Run = 0;
 };
 
-// By the path asked for, which need not be the one found.
+namespace {
+
+using Folder = KnownFolders::Folder;
 using FolderMap = std::unordered_map<std::string, Folder>;
 
-FolderMap& Folders() { return InUse<FolderMap>(); }
+// A run over ever more folders is not to keep the names of all of them.
+constexpr std::size_t kMostKept = 1000;
+
+FolderMap& Folders() { return InUse<KnownFolders>().Folders; }
 
 PathMatch Worse(PathMatch a, PathMatch b) { return std::max(a, b); }
 
@@ -64,6 +75,17 @@ std::string FoldedFileName(const std::string& name) {
   return FoldKey(decoded);
 }
 
+bool IsBefore(const FolderEntry& a, const FolderEntry& b) { return a.Name < b.Name; }
+
+// `entries` are in order.
+void Fill(Folder& folder, std::vector<FolderEntry> entries) {
+  if (std::any_of(entries.begin(), entries.end(),
+                  [](const FolderEntry& entry) { return !IsValidUtf8(entry.Name); }))
+    InUse<KnownFolders>().HasDecodedNames = true;
+  folder.Entries = std::move(entries);
+  folder.Exists = true;
+}
+
 // False if there is no such folder. One that may be entered but not listed has no names that are
 // known.
 bool ListInto(Folder& folder) {
@@ -76,40 +98,52 @@ bool ListInto(Folder& folder) {
     if (result != -EACCES || source.Status(folder.Path, status) < 0) return false;
     if (status.Type != FileStatus::Kind::Folder) return false;
   }
-  for (FolderEntry& entry : entries) folder.Names.insert(std::move(entry.Name));
-  for (const std::string& name : folder.Names) {
-    folder.ByFoldedName.emplace(FoldedFileName(name), name);
-    if (!IsValidUtf8(name)) folder.HasDecodedNames = true;
-  }
-  folder.Exists = true;
+  std::sort(entries.begin(), entries.end(), IsBefore);
+  Fill(folder, std::move(entries));
   return true;
+}
+
+bool Holds(const Folder& folder, std::string_view name) {
+  const auto at = std::lower_bound(
+      folder.Entries.begin(), folder.Entries.end(), name,
+      [](const FolderEntry& entry, std::string_view sought) { return entry.Name < sought; });
+  return at != folder.Entries.end() && at->Name == name;
+}
+
+// The first of several names that differ in case.
+const std::string* InOtherCase(Folder& folder, std::string_view leaf) {
+  auto& names = folder.ByFoldedName;
+  if (names.empty())
+    for (const FolderEntry& entry : folder.Entries)
+      names.emplace(FoldedFileName(entry.Name), entry.Name);
+  const auto found = names.find(FoldKey(leaf));
+  return found == names.end() ? nullptr : &found->second;
 }
 
 std::string ByShortName(const Folder& folder, std::string_view leaf) {
   if (leaf.find('~') == std::string_view::npos) return {};
   std::string found;
-  for (const std::string& name : folder.Names) {
-    if (!CouldHaveShortName(name, leaf)) continue;
+  for (const FolderEntry& entry : folder.Entries) {
+    if (!CouldHaveShortName(entry.Name, leaf)) continue;
     if (!found.empty()) return {};
-    found = name;
+    found = entry.Name;
   }
   return found;
 }
 
 // The name in `folder` that `leaf` means; empty if none.
-std::string NameIn(const Folder& folder, std::string_view leaf, PathMatch& match) {
+std::string NameIn(Folder& folder, std::string_view leaf, PathMatch& match) {
   match = PathMatch::Exact;
-  if (folder.Names.contains(leaf)) return std::string(leaf);
+  if (Holds(folder, leaf)) return std::string(leaf);
   match = PathMatch::OtherCase;
-  const auto found = folder.ByFoldedName.find(FoldKey(leaf));
-  if (found != folder.ByFoldedName.end()) return found->second;
+  if (const std::string* found = InOtherCase(folder, leaf)) return *found;
   match = PathMatch::ShortName;
   std::string name = ByShortName(folder, leaf);
   if (name.empty()) match = PathMatch::None;
   return name;
 }
 
-Folder FolderWithin(const Folder& parent, std::string_view leaf) {
+Folder FolderWithin(Folder& parent, std::string_view leaf) {
   Folder folder;
   folder.Failure = parent.Failure;
   if (!parent.Exists) return folder;
@@ -123,7 +157,7 @@ Folder FolderWithin(const Folder& parent, std::string_view leaf) {
 }
 
 // Upwards to the nearest folder that is there as written, then down by listings.
-const Folder& FolderAt(std::string_view path) {
+Folder& FolderAt(std::string_view path) {
   FolderMap& folders = Folders();
   std::vector<std::string> asked;
   for (std::string_view at = path;; at = ParentOf(at)) {
@@ -140,11 +174,47 @@ const Folder& FolderAt(std::string_view path) {
     asked.emplace_back(at);
   }
   for (; !asked.empty(); asked.pop_back()) {
-    const Folder& parent = folders.at(std::string(ParentOf(asked.back())));
+    Folder& parent = folders.at(std::string(ParentOf(asked.back())));
     Folder folder = FolderWithin(parent, LeafOf(asked.back()));
     folders.emplace(asked.back(), std::move(folder));
   }
   return folders.at(std::string(path));
+}
+
+// Only in a run is that taken for granted: elsewhere someone may have made the folder since.
+bool IsInNoFolder(std::string_view path) {
+  if (KeptFolders::Run() == 0) return false;
+  const auto parent = Folders().find(std::string(ParentOf(path)));
+  return parent != Folders().end() && !parent->second.Exists && parent->second.Failure == 0;
+}
+
+// As `FindPath`, of a path that nobody has looked for yet.
+FoundPath Look(std::string_view nativePath) {
+  FoundPath found{std::string(nativePath), PathMatch::None, {}};
+  FileSource& source = FileSource::Current();
+  const int result = IsInNoFolder(nativePath) ? -ENOENT : source.Status(found.Path, found.Status);
+  if (result >= 0) {
+    found.Match = PathMatch::Exact;
+    return found;
+  }
+  found.Failure = FailureOf(result);
+  Folder& folder = FolderAt(ParentOf(nativePath));
+  if (folder.Failure) found.Failure = folder.Failure;
+  if (!folder.Exists) return found;
+  PathMatch match;
+  const std::string name = NameIn(folder, LeafOf(nativePath), match);
+  found.Path = Inside(folder.Path, LeafOf(nativePath));
+  if (name.empty()) return found;
+  // A name that has gone since the folder was listed is no spelling for a new file.
+  std::string listed = Inside(folder.Path, name);
+  if (const int missing = source.Status(listed, found.Status); missing < 0) {
+    if (FailureOf(missing)) found.Failure = FailureOf(missing);
+    return found;
+  }
+  found.Failure = 0;
+  found.Path = std::move(listed);
+  found.Match = Worse(folder.Match, match);
+  return found;
 }
 
 bool NeedsShortName(std::string_view name) {
@@ -192,50 +262,67 @@ bool CouldHaveShortName(std::string_view name, std::string_view shortName) {
 
 FoundPath FindPath(std::string_view nativePath) {
   while (nativePath.size() > 1 && nativePath.back() == '/') nativePath.remove_suffix(1);
-  FoundPath found{std::string(nativePath), PathMatch::None, {}};
-  if (nativePath.empty() || nativePath.front() != '/') return found;
-  FileSource& source = FileSource::Current();
-  const bool wasSeen = SourceCache::WasSeen(found.Path, found.Status);
-  const int result = wasSeen ? 0 : source.Status(found.Path, found.Status);
-  if (result >= 0) {
-    if (!wasSeen) SourceCache::Saw(found.Path, found.Status);
-    found.Match = PathMatch::Exact;
-    return found;
-  }
-  found.Failure = FailureOf(result);
-  const Folder& folder = FolderAt(ParentOf(nativePath));
-  if (folder.Failure) found.Failure = folder.Failure;
-  if (!folder.Exists) return found;
-  PathMatch match;
-  const std::string name = NameIn(folder, LeafOf(nativePath), match);
-  found.Path = Inside(folder.Path, LeafOf(nativePath));
-  if (name.empty()) return found;
-  // A name that has gone since the folder was listed is no spelling for a new file.
-  std::string listed = Inside(folder.Path, name);
-  if (const int missing = source.Status(listed, found.Status); missing < 0) {
-    if (FailureOf(missing)) found.Failure = FailureOf(missing);
-    return found;
-  }
-  found.Failure = 0;
-  found.Path = std::move(listed);
-  found.Match = Worse(folder.Match, match);
+  const std::string path(nativePath);
+  if (nativePath.empty() || nativePath.front() != '/') return {path, PathMatch::None, {}};
+  if (const FoundPath* seen = SourceCache::Seen(path)) return *seen;
+  FoundPath found = Look(nativePath);
+  SourceCache::Saw(path, found);
   return found;
 }
 
-void ForgetFolders() { Folders().clear(); }
+KeptFolders::KeptFolders() : mKnown(InUse<KnownFolders>()) {
+  if (++mKnown.Keepers == 1) ++mKnown.Run;
+}
+
+KeptFolders::~KeptFolders() {
+  if (--mKnown.Keepers == 0) mKnown.Folders.clear();
+}
+
+int KeptFolders::Run() {
+  const KnownFolders& known = InUse<KnownFolders>();
+  return known.Keepers > 0 ? known.Run : 0;
+}
+
+void KeptFolders::Note(const std::string& folder, std::vector<FolderEntry> entries) {
+  if (Run() == 0 || Folders().size() >= kMostKept) return;
+  Folder noted;
+  noted.Path = folder;
+  noted.Match = PathMatch::Exact;
+  Fill(noted, std::move(entries));
+  Folders().try_emplace(folder, std::move(noted));
+}
+
+std::vector<FolderEntry> KeptFolders::Entries(const std::string& folder) {
+  const auto known = Folders().find(folder);
+  const bool isThis = known != Folders().end() && known->second.Path == folder;
+  if (Run() != 0 && isThis && known->second.Exists) return known->second.Entries;
+  std::vector<FolderEntry> entries;
+  FileSource::Current().List(folder, entries);
+  std::sort(entries.begin(), entries.end(), IsBefore);
+  return entries;
+}
+
+void ForgetFolders() {
+  KnownFolders& known = InUse<KnownFolders>();
+  known.Folders.clear();
+  known.HasDecodedNames = false;
+  SourceCache::ForgetLost();
+}
+
+void ForgetFoldersOfLoad() {
+  if (KeptFolders::Run() == 0 || Folders().size() > kMostKept) ForgetFolders();
+}
 
 // A folder may be known by a name that was decoded, so that none is sure once one was.
 void ForgetDecodedNames() {
-  const FolderMap& folders = Folders();
-  const bool any = std::any_of(folders.begin(), folders.end(),
-                               [](const auto& entry) { return entry.second.HasDecodedNames; });
-  if (any) ForgetFolders();
+  if (InUse<KnownFolders>().HasDecodedNames) ForgetFolders();
 }
 
 // A file that is there joins the listing, which stays: a project of many modules written into one
 // folder asks for each of them.
 void ForgetFolderOf(std::string_view nativePath) {
   FolderMap& folders = Folders();
+  SourceCache::ForgetLost();
   const std::string parent(ParentOf(nativePath));
   const std::string name(LeafOf(nativePath));
   FileStatus status;
@@ -248,10 +335,12 @@ void ForgetFolderOf(std::string_view nativePath) {
       entry = folders.erase(entry);
       continue;
     }
-    if (folder.Path == parent) {
-      folder.Names.insert(name);
-      folder.ByFoldedName.emplace(FoldedFileName(name), name);
-      folder.HasDecodedNames |= !IsValidUtf8(name);
+    if (folder.Path == parent && !Holds(folder, name)) {
+      const FolderEntry file{name, false, false};
+      folder.Entries.insert(
+          std::upper_bound(folder.Entries.begin(), folder.Entries.end(), file, IsBefore), file);
+      folder.ByFoldedName.clear();
+      if (!IsValidUtf8(name)) InUse<KnownFolders>().HasDecodedNames = true;
     }
     ++entry;
   }

@@ -22,8 +22,7 @@ bool HasDrive(std::string_view path) {
 
 std::string Turned(std::string_view path, char from, char to) {
   std::string result(path);
-  for (char& c : result)
-    if (c == from) c = to;
+  for (std::size_t at = 0; (at = result.find(from, at)) != std::string::npos; ++at) result[at] = to;
   return result;
 }
 
@@ -62,10 +61,10 @@ std::string Joined(std::string_view root, const std::vector<std::string_view>& p
 bool IsNormal(std::string_view path) {
   if (path.empty() || path.front() == '\\' || path.front() == '.') return false;
   if (HasDrive(path) && (path.size() < 4 || path[2] != '\\')) return false;
-  for (std::size_t at = 0; at < path.size(); ++at) {
-    if (path[at] == '/') return false;
-    const bool partBegins = path[at] == '\\' && at + 1 < path.size();
-    if (partBegins && (path[at + 1] == '\\' || path[at + 1] == '.')) return false;
+  if (path.find('/') != std::string_view::npos) return false;
+  for (std::size_t at = 0; (at = path.find('\\', at)) != std::string_view::npos; ++at) {
+    const char next = at + 1 < path.size() ? path[at + 1] : '\0';
+    if (next == '\\' || next == '.') return false;
   }
   return true;
 }

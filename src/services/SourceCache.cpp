@@ -14,24 +14,29 @@ SourceCache::Scope::~Scope() {
   mCache.mSeen.clear();
 }
 
-bool SourceCache::WasSeen(const std::string& nativePath, FileStatus& status) {
+const FoundPath* SourceCache::Seen(const std::string& nativePath) {
   const SourceCache& cache = Current();
-  if (cache.mScopes == 0) return false;
+  if (cache.mScopes == 0) return nullptr;
   const auto seen = cache.mSeen.find(nativePath);
-  if (seen == cache.mSeen.end()) return false;
-  status = seen->second;
-  return true;
+  return seen == cache.mSeen.end() ? nullptr : &seen->second;
 }
 
-void SourceCache::Saw(const std::string& nativePath, const FileStatus& status) {
+void SourceCache::Saw(const std::string& nativePath, const FoundPath& found) {
   SourceCache& cache = Current();
-  if (cache.mScopes > 0) cache.mSeen.insert_or_assign(nativePath, status);
+  if (cache.mScopes > 0 && found.Failure == 0) cache.mSeen.insert_or_assign(nativePath, found);
+}
+
+void SourceCache::ForgetLost() {
+  std::erase_if(Current().mSeen,
+                [](const auto& seen) { return seen.second.Match != PathMatch::Exact; });
 }
 
 std::string_view SourceCache::Bytes(const std::string& nativePath) {
   SourceCache& cache = Current();
+  if (cache.mScopes == 0) return cache.mUnkept = ReadWholeFile(nativePath);
+  const auto kept = cache.mFiles.find(nativePath);
+  if (kept != cache.mFiles.end() && !kept->second.Text) return kept->second.Bytes;
   std::string bytes = ReadWholeFile(nativePath);
-  if (cache.mScopes == 0) return cache.mUnkept = std::move(bytes);
   File& file = cache.mFiles[nativePath];
   file = {std::move(bytes), nullptr};
   return file.Bytes;

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "services/FileSource.h"
+#include "services/FolderCache.h"
 #include "services/SourceText.h"
 
 namespace vendrel {
@@ -30,18 +30,20 @@ class SourceCache {
     SourceCache& mCache;
   };
 
-  /// The bytes of a file, kept for `Text` while a scope is open: then they stand until the next
-  /// call. Raises as `ReadWholeFile` does.
+  /// The bytes of a file, kept for `Text` and further questions while a scope is open: then they
+  /// stand until the next call. Raises as `ReadWholeFile` does.
   static std::string_view Bytes(const std::string& nativePath);
   /// The bytes that were read of a file and not decoded yet, for a thread that takes over; nothing
   /// where there are none.
   static std::optional<std::string> TakeBytes(const std::string& nativePath);
   /// Has a file read with these bytes, in a scope.
   static void Put(const std::string& nativePath, std::string bytes);
-  /// Whether a file or folder was seen at that path while a scope is open, and what it is; and has
-  /// it seen so.
-  static bool WasSeen(const std::string& nativePath, FileStatus& status);
-  static void Saw(const std::string& nativePath, const FileStatus& status);
+  /// Where that path led when it was looked for while a scope is open; null if it was not.
+  static const FoundPath* Seen(const std::string& nativePath);
+  /// Has it lead there. Nothing without a scope, or where it is not known what is there.
+  static void Saw(const std::string& nativePath, const FoundPath& found);
+  /// Has the paths looked for anew that did not lead to what is there as written: folders changed.
+  static void ForgetLost();
   /// The decoded file, from what was read where it was. Raises as `ReadWholeFile` does.
   static std::shared_ptr<const SourceText> Text(const std::string& nativePath,
                                                 const CodePage& page);
@@ -56,7 +58,7 @@ class SourceCache {
   int mScopes = 0;
   std::string mUnkept;
   std::unordered_map<std::string, File> mFiles;
-  std::unordered_map<std::string, FileStatus> mSeen;
+  std::unordered_map<std::string, FoundPath> mSeen;
 };
 
 }  // namespace vendrel

@@ -1,6 +1,5 @@
 #include "services/SourceText.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "core/Utf8.h"
@@ -41,7 +40,7 @@ void DecodeLines(std::string_view bytes, SourceText& text, DecodeLine decode) {
     std::size_t start = at;
     while (start > done && bytes[start - 1] != '\n' && bytes[start - 1] != '\r') --start;
     text.Text.append(bytes.substr(done, start - done));
-    done = std::min(bytes.find_first_of("\r\n", at), bytes.size());
+    for (done = at; done < bytes.size() && bytes[done] != '\r' && bytes[done] != '\n';) ++done;
     const std::string_view line = bytes.substr(start, done - start);
     const std::size_t offset = text.Text.size();
     if (!decode(line, text.Text)) text.RawLines.emplace(offset, line);

@@ -3,12 +3,15 @@
 #include <uchardet.h>
 
 #include <algorithm>
+#include <deque>
 #include <iterator>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "core/Ascii.h"
 #include "core/Utf8.h"
+#include "core/Workspace.h"
 #include "services/CodePage.h"
 #include "services/PairPages.h"
 
@@ -97,6 +100,35 @@ std::string Counted(std::size_t number, std::string_view what) {
   return (number == 0 ? "none" : std::to_string(number)) + " " + std::string(what);
 }
 
+// The guesser takes a hundred times as long as reading the bytes. Projects that share their modules
+// ask it about the same lines, mostly one behind the other: what it said of the last ones is kept.
+class Guesser {
+ public:
+  std::string CharsetOf(const std::string& lines) {
+    for (const auto& [asked, charset] : mSaid)
+      if (asked == lines) return charset;
+    std::string charset = Ask(lines);
+    mKept += lines.size();
+    mSaid.emplace_back(lines, charset);
+    for (; mKept > kMostKept; mSaid.pop_front()) mKept -= mSaid.front().first.size();
+    return charset;
+  }
+
+ private:
+  static constexpr std::size_t kMostKept = std::size_t{1} << 20;
+
+  static std::string Ask(std::string_view lines) {
+    const std::unique_ptr<std::remove_pointer_t<uchardet_t>, decltype(&uchardet_delete)> detector(
+        uchardet_new(), &uchardet_delete);
+    uchardet_handle_data(detector.get(), lines.data(), lines.size());
+    uchardet_data_end(detector.get());
+    return uchardet_get_charset(detector.get());
+  }
+
+  std::deque<std::pair<std::string, std::string>> mSaid;
+  std::size_t mKept = 0;
+};
+
 struct PairScore {
   std::string_view Page;
   PairCounts Counts;
@@ -115,14 +147,24 @@ void TellingBytes::Feed(std::string_view bytes) {
   const std::string_view mark = bytes.substr(0, 2);
   if (mark == "\xFF\xFE" || mark == "\xFE\xFF" || IsValidUtf8(bytes)) return;
   std::size_t done = 0;
-  while (mLines.size() < MostBytesKept) {
+  while (!IsFull()) {
     const std::size_t at = FirstNonAscii(bytes, done);
     if (at == bytes.size()) return;
     std::size_t start = at;
     while (start > done && bytes[start - 1] != '\n' && bytes[start - 1] != '\r') --start;
-    done = std::min(bytes.find_first_of("\r\n", at), bytes.size());
+    for (done = at; done < bytes.size() && bytes[done] != '\r' && bytes[done] != '\n';) ++done;
     TakeLine(bytes.substr(start, done - start));
   }
+}
+
+bool TellingBytes::IsFull() const { return mLines.size() >= MostBytesKept; }
+
+bool TellingBytes::Add(const TellingBytes& ofFile) {
+  if (mLines.size() + ofFile.mLines.size() >= MostBytesKept) return false;
+  mLines += ofFile.mLines;
+  mCount += ofFile.mCount;
+  mBesideLetters += ofFile.mBesideLetters;
+  return true;
 }
 
 void TellingBytes::TakeLine(std::string_view line) {
@@ -202,11 +244,7 @@ std::string TellingBytes::ByLetters(std::span<const std::string> among) const {
 
 // What the guesser makes of the lines; empty if it was a poor guess.
 std::string TellingBytes::Detected() const {
-  const std::unique_ptr<std::remove_pointer_t<uchardet_t>, decltype(&uchardet_delete)> detector(
-      uchardet_new(), &uchardet_delete);
-  uchardet_handle_data(detector.get(), mLines.data(), mLines.size());
-  uchardet_data_end(detector.get());
-  const std::string guess = UpperAscii(uchardet_get_charset(detector.get()));
+  const std::string guess = UpperAscii(InUse<Guesser>().CharsetOf(mLines));
   for (const Counterpart& counterpart : Counterparts)
     if (counterpart.Guess == guess) return std::string(counterpart.Page);
   if (guess.starts_with("WINDOWS-"))

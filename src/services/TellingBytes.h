@@ -22,7 +22,14 @@ class TellingBytes {
   /// Takes what tells something: ASCII, UTF-8 and UTF-16 files, and lines that are UTF-8 or no
   /// text, are passed over.
   void Feed(std::string_view bytes);
+  /// Takes what those of a single file took, as if that file were fed; false, with nothing taken,
+  /// where the limit would tell the difference.
+  bool Add(const TellingBytes& ofFile);
 
+  /// Whether the limit is reached: nothing more is taken.
+  bool IsFull() const;
+  /// How many bytes the lines have that were taken.
+  std::size_t Size() const { return mLines.size(); }
   /// How many bytes beyond ASCII were taken.
   std::size_t Count() const { return mCount; }
   /// Whether they are so few that another text of the same machine tells more.

@@ -85,6 +85,36 @@ TEST(ProjectCodePage, ComesFromNeighboursWhereThereIsLittleToGoBy) {
   EXPECT_EQ(Guess("/alone/none.vbp"), "windows-1252");
 }
 
+TEST(ProjectCodePage, OfEachOfManyProjectsIsThatOfItAlone) {
+  const std::string few = In("932", "Title=\"表示\"\r\n"), many(3000, '\xE9');
+  test::MemoryFiles files{
+      {"/p/A.vbp", few + "Module=a; a.bas\r\n"},
+      {"/p/B.vbp", few + "Module=b; b.bas\r\nModule=n; none.bas\r\n"},
+      {"/p/C.vbp", "Title=\"caf\xE9\"\r\nModule=a; a.bas\r\n"},
+      {"/p/D.vbp", "Title=\"caf\xE9\"\r\nModule=e; e.bas\r\nModule=a; a.bas\r\n"},
+      {"/p/a.bas", "Rem\r\n"},
+      {"/p/b.bas", In("932", kJapanese)},
+      {"/p/c.bas", In("932", kJapanese) + In("932", kJapanese)},
+      {"/p/e.bas", "'" + many + "\r\n"},
+  };
+  // More than a guess takes in.
+  for (int i = 0; i < 100; ++i) files.Add("/p/f" + std::to_string(i) + ".bas", "'" + many + "\n");
+  const char* const projects[] = {"/p/A.vbp", "/p/B.vbp", "/p/C.vbp", "/p/D.vbp"};
+  std::vector<CodePageGuess> alone;
+  for (const char* path : projects) alone.push_back(GuessCodePage(FileSystemObject(path)));
+  const KeptFolders run;
+  for (int turn = 0; turn < 2; ++turn) {
+    files.ForgetCalls();
+    for (std::size_t i = 0; i < alone.size(); ++i) {
+      const CodePageGuess guess = GuessCodePage(FileSystemObject(projects[i]));
+      EXPECT_EQ(guess.Page, alone[i].Page) << projects[i];
+      EXPECT_EQ(guess.Evidence, alone[i].Evidence) << projects[i];
+    }
+  }
+  // The projects themselves were read again, and the neighbour that passed the limit.
+  EXPECT_LT(files.Calls().size(), 100u);
+}
+
 TEST(ProjectCodePage, IsThatOfFileNamesThatAreNoUtf8) {
   const std::string name = In("932", "表示.frm");
   test::MemoryFiles files{{"/raw/A.vbp", "Form=" + name + "\r\n"},

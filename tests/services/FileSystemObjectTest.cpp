@@ -4,6 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+
 #include "diagnostics/Diagnostic.h"
 #include "services/Paths.h"
 #include "support/DiskFolder.h"
@@ -284,6 +286,40 @@ TEST(FileSystemObject, FindsFilesBelowInOneOrderWhateverLinksThereAre) {
   EXPECT_EQ(told.CountOf(DiagnosticCode::FolderSkipped), 1u);
   EXPECT_EQ(Found("/R/", 1), (std::vector<std::string>{"Z:\\r\\A.VBP", "Z:\\r\\b.vbp"}));
   EXPECT_EQ(Raised([] { Found("/none"); }), errPathAccess);
+}
+
+TEST(FileSystemObject, FoldersAreKeptForTheLoadsOfARunAndNoLonger) {
+  test::MemoryFiles files{{"/p/Form.frm", "x"}};
+  const auto exists = [](const char* path) { return FileSystemObject(path).Exists(); };
+  const auto look = [&] {
+    ForgetFoldersOfLoad();
+    EXPECT_FALSE(exists("/win/system/a.tlb"));
+    EXPECT_TRUE(exists("/p/FORM.frm"));
+  };
+  const auto lists = [&] {
+    const auto& calls = files.Calls();
+    return std::count_if(calls.begin(), calls.end(),
+                         [](const std::string& call) { return call.starts_with("List"); });
+  };
+  {
+    const KeptFolders run;
+    look();
+    files.ForgetCalls();
+    look();
+    EXPECT_EQ(lists(), 0);
+    // What the library itself makes is there.
+    FileSystemObject("/win/system/").CreateFolderPath();
+    FileSystemObject made("/win/system/a.tlb");
+    made.OpenFile(omWrite);
+    made.CloseFile();
+    EXPECT_TRUE(exists("/win/system/A.TLB"));
+    made.DeleteFile();
+    EXPECT_FALSE(exists("/win/system/A.TLB"));
+  }
+  look();
+  EXPECT_GT(lists(), 0);
+  files.Add("/win/system/a.tlb", "made by others");
+  EXPECT_TRUE(exists("/win/system/a.tlb"));
 }
 
 TEST(FileSystemObject, AsksTheReaderOfClassIds) {

@@ -132,15 +132,10 @@ std::vector<int> TypeLibResourceIds(const std::string& path) {
   return ids;
 }
 
-bool HoldsTypeLibrary(const std::string& nativePath) {
-  try {
-    const std::unique_ptr<ByteSource> source = OpenBytes(nativePath);
-    if (CompiledFile::HasMagic(*source)) return !CompiledFile(*source).TypeLibraries().empty();
-    const std::vector<std::uint8_t> magic = source->Read(0, 4);
-    return StartsWith(magic, "MSFT") || StartsWith(magic, "SLTG");
-  } catch (const std::exception&) {
-    return false;
-  }
+bool HoldsTypeLibrary(ByteSource& file) {
+  if (CompiledFile::HasMagic(file)) return !CompiledFile(file).TypeLibraries().empty();
+  const std::vector<std::uint8_t> magic = file.Read(0, 4);
+  return StartsWith(magic, "MSFT") || StartsWith(magic, "SLTG");
 }
 
 std::string ReadLibraryId(const std::string& nativePath) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "services/ByteSource.h"
 #include "typelib/reader/TypeLibInfo.h"
 
 namespace vendrel::typelib {
@@ -35,8 +36,9 @@ std::shared_ptr<TypeLibInfo> TypeLibInfoFromBytes(std::span<const std::uint8_t> 
                                                   const TypeLibOptions& options = {},
                                                   int resourceId = 0);
 
-/// Whether the file of a native path is a library, or a compiled file with one in it. Never fails.
-bool HoldsTypeLibrary(const std::string& nativePath);
+/// Whether a file is a library, or a compiled file with one in it. Raises where it cannot be read,
+/// or is a damaged compiled file.
+bool HoldsTypeLibrary(ByteSource& file);
 
 /// Numbers of the libraries that a compiled file holds, as stored; empty for other files.
 std::vector<int> TypeLibResourceIds(const std::string& path);
