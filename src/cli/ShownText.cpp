@@ -210,8 +210,11 @@ void Cell::AppendTo(std::string& line) const {
     AppendShown(line, Text);
 }
 
+constexpr std::size_t kRoomForRow = 240;  // few are longer
+
 void WriteRow(std::ostream& out, std::initializer_list<Cell> cells, const std::string& further) {
   std::string line;
+  line.reserve(kRoomForRow);
   for (const Cell& cell : cells) {
     if (&cell != cells.begin()) line += '\t';
     cell.AppendTo(line);
@@ -221,7 +224,7 @@ void WriteRow(std::ostream& out, std::initializer_list<Cell> cells, const std::s
     Cell(further).AppendTo(line);
   }
   line += '\n';
-  out << line;
+  out.write(line.data(), static_cast<std::streamsize>(line.size()));
 }
 
 int TerminalFilter::sync() {
