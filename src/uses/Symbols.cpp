@@ -53,6 +53,12 @@ std::uint64_t EightOrFewer(std::string_view text) {
   return eight;
 }
 
+std::uint64_t HashOf(std::string_view folded) {
+  NameHash hash;
+  for (std::size_t at = 0; at < folded.size(); at += 8) hash.Add(EightOrFewer(folded.substr(at)));
+  return hash.Value;
+}
+
 }  // namespace
 
 Symbols::Symbols() : mSlots(4096) {
@@ -95,9 +101,7 @@ Symbols::FrontName Symbols::OfFront(std::string_view text) {
 }
 
 Symbol Symbols::Find(std::string_view folded) {
-  NameHash hash;
-  for (std::size_t at = 0; at < folded.size(); at += 8) hash.Add(EightOrFewer(folded.substr(at)));
-  return Find(folded, EightOrFewer(folded), hash.Value);
+  return Find(folded, EightOrFewer(folded), HashOf(folded));
 }
 
 Symbol Symbols::Find(std::string_view folded, std::uint64_t first, std::uint64_t hash) {
@@ -111,7 +115,7 @@ Symbol Symbols::Find(std::string_view folded, std::uint64_t first, std::uint64_t
   }
   const Symbol symbol = static_cast<Symbol>(mTexts.size());
   mTexts.push_back(mHeld.emplace_back(folded));
-  mSlots[at] = {hash, first, static_cast<std::uint32_t>(folded.size()), symbol};
+  mSlots[at] = {first, static_cast<std::uint32_t>(folded.size()), symbol};
   if (mTexts.size() * 2 > mSlots.size()) Grow();
   return symbol;
 }
@@ -127,12 +131,12 @@ Symbol Symbols::Compound(Symbol front, char mark, std::uint32_t back) {
 }
 
 void Symbols::Grow() {
-  std::vector<Slot> old(mSlots.size() * 4);
+  std::vector<Slot> old(mSlots.size() * 2);
   old.swap(mSlots);
   const std::size_t mask = mSlots.size() - 1;
   for (const Slot& slot : old) {
     if (slot.Name == word::None) continue;
-    std::size_t at = slot.Hash & mask;
+    std::size_t at = HashOf(mTexts[slot.Name]) & mask;
     while (mSlots[at].Name != word::None) at = (at + 1) & mask;
     mSlots[at] = slot;
   }

@@ -91,7 +91,6 @@ class Symbols {
  private:
   // Most names have eight characters at most and are compared without a look at their text.
   struct Slot {
-    std::uint64_t Hash;
     std::uint64_t First;  ///< eight characters of the folded name, zeros behind it
     std::uint32_t Size;
     Symbol Name;

@@ -224,7 +224,7 @@ void TokenScan::TakeComment() {
 }
 
 Token& TokenScan::Push(TokenKind kind, std::size_t begin, std::size_t end) {
-  Token& token = Tokens.emplace_back();
+  Token token;
   token.Begin = static_cast<std::uint32_t>(begin);
   token.End = static_cast<std::uint32_t>(end);
   token.Line = mLine;
@@ -232,7 +232,8 @@ Token& TokenScan::Push(TokenKind kind, std::size_t begin, std::size_t end) {
   token.GapBefore = mGap;
   mGap = false;
   mAt = end;
-  return token;
+  Tokens.push_back(token);
+  return Tokens.back();
 }
 
 bool TokenScan::StartsStatement() const {
