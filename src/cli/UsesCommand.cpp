@@ -103,6 +103,8 @@ class UsesWriter {
   std::size_t Count() const { return mCount; }
 
   void Write(VBProject& project) {
+    mHolder = nullptr;  // another element may stand where one of the project before stood
+    mHolderName.clear();
     mStatement = {};
     mLibraries.Load(project);
     UseBinder binder(project, {mArguments.Declarations, mArguments.AllBranches});
