@@ -45,6 +45,7 @@ class CallsShown {
   void Show(VBProject& project) {
     const std::vector<VBProject*> projects = ProjectsTogether(project);
     for (const VBProject* one : projects) RefuseWithoutStatements(*one);
+    mFrom = nullptr;  // another element may stand where one of the project before stood
     CallGraph graph;
     graph.WithLibraries = mArguments.Libraries;
     for (VBProject* one : projects) {
@@ -156,7 +157,11 @@ class CallsShown {
     ++mCount;
     if (!IsList()) return Draw(edge);
     if (mArguments.Json) return WriteEdge(edge, direction, depth, false);
-    WriteRow(mOut, {CallName(*edge.From), KindOfEdge(edge), CallName(*edge.To), PlaceOfEdge(edge)});
+    if (mFrom != edge.From) {  // the calls of one procedure come together
+      mFrom = edge.From;
+      mFromName = CallName(*edge.From);
+    }
+    WriteRow(mOut, {mFromName, KindOfEdge(edge), CallName(*edge.To), PlaceOfEdge(edge)});
   }
 
   void Draw(const CallEdge& edge) {
@@ -200,6 +205,8 @@ class CallsShown {
   std::unordered_set<const CallEdge*> mKnown;  // those that are drawn
   std::size_t mCount = 0;
   bool mKnowsName = false;
+  const CodeElement* mFrom = nullptr;  // the caller named last
+  std::string mFromName;
 };
 
 [[noreturn]] void TellNothingFound(const CallsArguments& arguments, bool knowsName, int code) {

@@ -38,7 +38,11 @@ void JsonLines::Place(const CodeElement& element) {
 }
 
 void JsonLines::Place(const std::string& windowsPath, std::int32_t line, std::int32_t column) {
-  Text("File", windowsPath.empty() ? windowsPath : ShownFile(windowsPath, mRoot));
+  if (windowsPath != mWindowsPath) {
+    mShownFile = windowsPath.empty() ? windowsPath : ShownFile(windowsPath, mRoot);
+    mWindowsPath = windowsPath;
+  }
+  Text("File", mShownFile);
   Number("Line", line);
   Number("Column", column);
 }

@@ -35,6 +35,8 @@ class JsonLines {
  private:
   JsonWriter mJson;
   std::string mRoot;
+  /// The file last shown, and how: neighbours in a list mostly stand in one.
+  std::string mWindowsPath, mShownFile;
   SourceColumns mColumns;
 };
 

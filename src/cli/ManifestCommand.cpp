@@ -3,7 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/Results.h"
-#include "output/Xml.h"
+#include "output/Manifest.h"
 
 namespace vendrel::cli {
 namespace {
@@ -25,11 +25,12 @@ int RunManifest(const ManifestArguments& arguments, const Streams& streams) {
     const InputKind kind = KindOfInput(arguments.File);
     const bool several = kind == InputKind::Group || kind == InputKind::Folder;
     const auto write = [&](VBProject& project) {
-      const std::string text =
-          project.Manifest(arguments.ProjectOnly, arguments.TaggedComments)->Xml();
-      const std::string_view document = text;
-      out << (several && document.starts_with(kDeclaration) ? document.substr(kDeclaration.size())
-                                                            : document);
+      WriteManifest(project, arguments.ProjectOnly, arguments.TaggedComments,
+                    [&](std::string_view part) {
+                      if (several && part.starts_with(kDeclaration))
+                        part.remove_prefix(kDeclaration.size());
+                      out << part;
+                    });
     };
     if (several) out << kDeclaration << "<Projects>\n";
     code = ForEachProject(arguments.File, arguments.Common, streams, write, depth);

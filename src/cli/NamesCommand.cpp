@@ -39,18 +39,19 @@ class NamesWriter {
     ForEachNamedElement(project, [&](CodeElement& element) {
       const std::string_view kind = KindOf(element);
       if (!mArguments.Kind.empty() && kind != mArguments.Kind) return;
-      const NameState state = StateOfName(project, element);
+      std::string name = element.QualifiedName();
+      const NameState state = StateOfName(project, element, name);
       if (mArguments.Unsure && state == NameState::Leads) return;
       if (mArguments.Json)
-        WriteAsJson(element, kind, state);
+        WriteAsJson(element, name, kind, state);
       else
-        WriteAsText(element, kind, state);
+        WriteAsText(element, std::move(name), kind, state);
     });
   }
 
  private:
-  void WriteAsText(const CodeElement& element, std::string_view kind, NameState state) {
-    std::string name = element.QualifiedName();
+  void WriteAsText(const CodeElement& element, std::string name, std::string_view kind,
+                   NameState state) {
     if (name.empty()) name = element.ElementName();
     const std::string place = PlaceOf(element, mPaths);
     if (state == NameState::Leads)
@@ -59,10 +60,11 @@ class NamesWriter {
       WriteRow(mOut, {name, kind, place, RemarkOf(state)});
   }
 
-  void WriteAsJson(const CodeElement& element, std::string_view kind, NameState state) {
+  void WriteAsJson(const CodeElement& element, const std::string& name, std::string_view kind,
+                   NameState state) {
     mJson.Begin();
-    mJson.Text("UniqueName", mNames.Of(element));
-    mJson.Text("QualifiedName", element.QualifiedName());
+    mJson.Text("UniqueName", mNames.Of(element, name));
+    mJson.Text("QualifiedName", name);
     mJson.Text("Kind", kind);
     mJson.Place(element);
     if (state != NameState::Leads) mJson.Text("Remark", RemarkOf(state));

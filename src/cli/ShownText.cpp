@@ -96,6 +96,13 @@ std::string ConstantFor(char32_t c, std::string_view bytes) {
   return "ChrW$(&H" + CodePointName(c).substr(2) + ")";
 }
 
+// Of source, which most is: ASCII without control characters. A backslash says nothing there.
+bool ShowsAsItIs(std::string_view source) {
+  std::size_t at = PlainEnd(source, 0);
+  while (at < source.size() && source[at] == '\\') at = PlainEnd(source, at + 1);
+  return at == source.size();
+}
+
 // Writes a declaration, taking its strings apart where a character cannot stand in them.
 class Declaration {
  public:
@@ -181,6 +188,7 @@ std::string Shown(std::string_view text) {
 }
 
 std::string ShownSource(std::string_view source) {
+  if (ShowsAsItIs(source)) return std::string(source);
   std::string shown;
   Declaration(shown).Write(source);
   return shown;
@@ -210,8 +218,11 @@ void Cell::AppendTo(std::string& line) const {
     AppendShown(line, Text);
 }
 
+constexpr std::size_t kRoomForRow = 240;  // few are longer
+
 void WriteRow(std::ostream& out, std::initializer_list<Cell> cells, const std::string& further) {
   std::string line;
+  line.reserve(kRoomForRow);
   for (const Cell& cell : cells) {
     if (&cell != cells.begin()) line += '\t';
     cell.AppendTo(line);
@@ -221,7 +232,7 @@ void WriteRow(std::ostream& out, std::initializer_list<Cell> cells, const std::s
     Cell(further).AppendTo(line);
   }
   line += '\n';
-  out << line;
+  out.write(line.data(), static_cast<std::streamsize>(line.size()));
 }
 
 int TerminalFilter::sync() {

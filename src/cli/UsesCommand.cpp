@@ -31,6 +31,7 @@ struct UsesArguments {
 
 // A statement on one line: what its continuations part is parted by a blank.
 std::string OnOneLine(std::string_view statement) {
+  if (statement.find_first_of("_\t") == std::string_view::npos) return ShownSource(statement);
   std::string line;
   for (std::size_t i = 0; i < statement.size(); ++i) {
     const char c = statement[i];
@@ -102,6 +103,9 @@ class UsesWriter {
   std::size_t Count() const { return mCount; }
 
   void Write(VBProject& project) {
+    mHolder = nullptr;  // another element may stand where one of the project before stood
+    mHolderName.clear();
+    mStatement = {};
     mLibraries.Load(project);
     UseBinder binder(project, {mArguments.Declarations, mArguments.AllBranches});
     mWanted.Enter(project);
@@ -142,7 +146,15 @@ class UsesWriter {
     WriteRow(mOut, {mPaths.Place(file, use.Line) + ":" + std::to_string(use.Column),
                     kind,
                     HolderOf(use),
-                    {OnOneLine(use.Statement), true}});
+                    {StatementOf(use), true}});
+  }
+
+  // Neighbours mostly stand in one statement.
+  const std::string& StatementOf(const NameUse& use) {
+    if (use.Statement.data() != mStatement.data() || use.Statement.size() != mStatement.size())
+      mShownStatement = OnOneLine(use.Statement);
+    mStatement = use.Statement;
+    return mShownStatement;
   }
 
   void ShowAsJson(const NameUse& use, const std::string& file) {
@@ -172,7 +184,7 @@ class UsesWriter {
     mJson.End();
   }
 
-  std::string HolderOf(const NameUse& use) {
+  const std::string& HolderOf(const NameUse& use) {
     if (use.Holder != mHolder) {
       mHolder = use.Holder;
       mHolderName = use.Holder ? use.Holder->QualifiedName() : std::string();
@@ -206,6 +218,8 @@ class UsesWriter {
   std::size_t mCount = 0;
   const CodeElement* mHolder = nullptr;
   std::string mHolderName;
+  std::string_view mStatement;  // the last one
+  std::string mShownStatement;
 };
 
 int RunUses(const UsesArguments& arguments, const Streams& streams) {

@@ -7,6 +7,8 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/ObjectRegistry.h"
+#include "core/SharedText.h"
+#include "core/WeakHandle.h"
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
@@ -270,6 +272,8 @@ void MSBuildReader::TakeCompile(const XmlElement& item) {
 }
 
 void MSBuildReader::Scan() {
+  const TextPool names;
+  const CellPool links;
   AssemblyOf(mProject);
   mProject.Components.SetVBProject(&mProject);
   std::unordered_set<std::string> taken;
@@ -289,6 +293,7 @@ void MSBuildReader::Scan() {
     file->Populate();
   }
   PlaceSourceDocumentation(mProject);
+  GiveBackRoom(mProject);
   mProject.Components.DoNotPopulate = true;
   mProject.ProjectSourceType = ptsVisualBasicProject;
   mProject.ProjectSourceAccess = psaReadWrite;

@@ -3,6 +3,8 @@
 #include "core/Ascii.h"
 #include "core/CaseFold.h"
 #include "core/ObjectRegistry.h"
+#include "core/SharedText.h"
+#include "core/WeakHandle.h"
 #include "core/Workspace.h"
 #include "diagnostics/Context.h"
 #include "diagnostics/Diagnostic.h"
@@ -91,6 +93,8 @@ void NetProjectReader::ReadCompanion() {
 }
 
 void NetProjectReader::Read() try {
+  const TextPool names;
+  const CellPool links;
   const DiagnosticScope scope(&mProject.Diagnostics, mProject.FileName.FullPath());
   MakeResolver();
   ReadCompanion();
@@ -108,6 +112,7 @@ void NetProjectReader::Read() try {
     }
   }
   PlaceSourceDocumentation(mProject);
+  GiveBackRoom(mProject);
   mProject.Components.DoNotPopulate = true;
 }
 VENDREL_CONTEXT(trace::Me(mProject))

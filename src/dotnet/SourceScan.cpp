@@ -172,6 +172,21 @@ void SourceScan::AddComponent(const std::shared_ptr<Component>& component) {
   mProject.TypeCache.Add(key, kKnownType);
 }
 
+static void GiveBackRoom(Component& component) {
+  component.Intake().Rest();
+  for (Block& block : component.Blocks.Listed()) {
+    block.RestIntake();
+    if (CodeLines* lines = block.CodeLines.IfAny(); lines && !lines->Unloaded()) lines->Shrink();
+  }
+  component.Fit();
+}
+
+void GiveBackRoom(VBProject& project) {
+  for (Component& component : project.Components.Listed()) GiveBackRoom(component);
+  for (ProjectFile& file : project.ProjectFiles)
+    if (Component* outside = file.Outside()) GiveBackRoom(*outside);
+}
+
 // --- As described -------------------------------------------------------------------------------
 
 void SourceScan::Take(const SourceStatement& statement) {

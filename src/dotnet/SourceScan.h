@@ -66,6 +66,10 @@ void TurnEnumerationIntoFields(Component& component, std::string_view underlying
 /// Gives the comments that wait in `from` for a namespace to it, and forgets the others.
 void TakeNamespaceComments(Component& from, Namespace& space);
 
+/// Gives back what the modules of a project have kept for further lines. Once a project: a type may
+/// stand in many files.
+void GiveBackRoom(VBProject& project);
+
 /// Scans a file. The parts of the rule that the readings share; each reading routes lines its own
 /// way.
 class SourceScan {

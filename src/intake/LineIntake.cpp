@@ -133,6 +133,9 @@ void SplitComment(LinePassage& p) try {
   if (!p.Tagged->TaggedCommentDef() && p.Tagged->TagIdentifier != "##") {
     p.Untagged = p.Line.CommentPart;
     if (p.Untagged.starts_with("##")) ReportMistypedTag(p.Untagged);
+    // As a part of the text; one that continues another differs from what stands there.
+    if (!p.Tagged->AlwaysJoinWithWhitespace)
+      p.Block.SetLastComment(p.Line.CommentPart, p.Tagged->LineIndex, p.Tagged->SourceLine);
     p.Tagged.reset();
   } else {
     TakeTaggedComment(p);

@@ -7,7 +7,10 @@
 namespace vendrel {
 
 NameState StateOfName(VBProject& project, const CodeElement& element) {
-  const std::string name = element.QualifiedName();
+  return StateOfName(project, element, element.QualifiedName());
+}
+
+NameState StateOfName(VBProject& project, const CodeElement& element, const std::string& name) {
   const CodeElement* found = project.GetObjectByName(name);
   if (found == &element) return NameState::Leads;
   return found && EqualsNoCase(found->QualifiedName(), name) ? NameState::Clashes : NameState::Lost;
@@ -16,9 +19,9 @@ NameState StateOfName(VBProject& project, const CodeElement& element) {
 std::vector<UnsureName> UnsureNames(VBProject& project) try {
   std::vector<UnsureName> unsure;
   ForEachNamedElement(project, [&](CodeElement& element) {
-    const NameState state = StateOfName(project, element);
-    if (state != NameState::Leads)
-      unsure.push_back({element.QualifiedName(), KindOf(element), state});
+    std::string name = element.QualifiedName();
+    const NameState state = StateOfName(project, element, name);
+    if (state != NameState::Leads) unsure.push_back({std::move(name), KindOf(element), state});
   });
   return unsure;
 }

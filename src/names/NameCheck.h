@@ -20,6 +20,8 @@ enum class NameState {
 
 /// What `project` finds under the qualified name of an element of its group.
 NameState StateOfName(VBProject& project, const CodeElement& element);
+/// The same where its qualified name is known.
+NameState StateOfName(VBProject& project, const CodeElement& element, const std::string& name);
 
 /// A name that does not lead back, with the kind of its element.
 struct UnsureName {

@@ -12,13 +12,13 @@
 namespace vendrel {
 namespace {
 
-std::string Joined(std::initializer_list<std::string_view> parts) {
-  std::size_t size = 0;
-  for (const std::string_view part : parts) size += part.size();
-  std::string text;
-  text.reserve(size);
-  for (const std::string_view part : parts) text.append(part);
-  return text;
+// Names of elements grow out of that of their module: one piece of memory holds most of them.
+constexpr std::size_t kRoomForName = 120;
+
+std::string Joined(std::string front, std::initializer_list<std::string_view> parts) {
+  front.reserve(kRoomForName);
+  for (const std::string_view part : parts) front.append(part);
+  return front;
 }
 
 std::string NameOf(const CodeElement* element) {
@@ -30,7 +30,7 @@ std::string ProjectNameOf(const ProjectOptions* project) {
 }
 
 std::string InNamespace(const Namespace* space, std::string_view name) {
-  return space ? Joined({space->Name, ".", name}) : std::string(name);
+  return space ? Joined(space->Name, {".", name}) : std::string(name);
 }
 
 std::string_view PropertySuffix(BlockTypeEnum type) {
@@ -52,21 +52,21 @@ const Block* OwnProcedure(const Declared& element) {
 }
 
 std::string NameInProcedure(const Block& block, std::string_view name) {
-  return Joined({block.QualifiedName(), PropertySuffix(block.BlockType()), "~", name});
+  return Joined(block.QualifiedName(), {PropertySuffix(block.BlockType()), "~", name});
 }
 
 }  // namespace
 
 std::string Component::QualifiedName() const {
-  return Joined({ProjectNameOf(Project()), "~", InNamespace(Namespace.Get(), Name)});
+  return Joined(ProjectNameOf(Project()), {"~", InNamespace(Namespace.Get(), Name)});
 }
 
 std::string Block::QualifiedName() const {
-  if (!IsDelegate()) return Joined({NameOf(Component.Get()), "~", Name()});
+  if (!IsDelegate()) return Joined(NameOf(Component.Get()), {"~", Name()});
   const vendrel::Namespace* space = Namespace();
   const CodeElement* assembly = space ? space->Assembly.Get() : nullptr;
-  return Joined({assembly ? assembly->ElementName() : ProjectNameOf(Project()), "~",
-                 InNamespace(space, Name())});
+  return Joined(assembly ? assembly->ElementName() : ProjectNameOf(Project()),
+                {"~", InNamespace(space, Name())});
 }
 
 std::string PropertyGroup::QualifiedName() const { return NameOf(PrimaryBlock()); }
@@ -74,58 +74,58 @@ std::string PropertyGroup::QualifiedName() const { return NameOf(PrimaryBlock())
 std::string Variable::QualifiedName() const {
   if (const Block* block = OwnProcedure(*this)) return NameInProcedure(*block, Name);
   const CodeElement* parent = Parent.Get();
-  if (IsA<UDT>(parent)) return Joined({parent->QualifiedName(), ":", Name});
+  if (IsA<UDT>(parent)) return Joined(parent->QualifiedName(), {":", Name});
   const bool isDeclarations = IsA<Block>(parent) && parent->ElementName().empty();
-  return Joined({NameOf(isDeclarations || !parent ? Component.Get() : parent), "~", Name});
+  return Joined(NameOf(isDeclarations || !parent ? Component.Get() : parent), {"~", Name});
 }
 
 std::string Constant::QualifiedName() const {
   if (const Block* block = OwnProcedure(*this)) return NameInProcedure(*block, Name);
-  return Joined({NameOf(Component.Get()), "~", Name});
+  return Joined(NameOf(Component.Get()), {"~", Name});
 }
 
-std::string Parameter::QualifiedName() const { return Joined({NameOf(Parent.Get()), ":", Name()}); }
+std::string Parameter::QualifiedName() const { return Joined(NameOf(Parent.Get()), {":", Name()}); }
 
 std::string EventDeclaration::QualifiedName() const {
-  return Joined({NameOf(Component.Get()), "~", Name, "_EV"});
+  return Joined(NameOf(Component.Get()), {"~", Name, "_EV"});
 }
 
 std::string Enumeration::QualifiedName() const {
-  return Joined({NameOf(Component.Get()), "~", Name, "_EN"});
+  return Joined(NameOf(Component.Get()), {"~", Name, "_EN"});
 }
 
 std::string EnumMember::QualifiedName() const {
-  return Joined({NameOf(Enumeration.Get()), ":", Name});
+  return Joined(NameOf(Enumeration.Get()), {":", Name});
 }
 
 std::string UDT::QualifiedName() const {
-  return Joined({NameOf(Component.Get()), "~", Name, "_UT"});
+  return Joined(NameOf(Component.Get()), {"~", Name, "_UT"});
 }
 
 std::string Interface::QualifiedName() const {
-  return Joined({NameOf(Component.Get()), "~", Name, "_I"});
+  return Joined(NameOf(Component.Get()), {"~", Name, "_I"});
 }
 
 // A Declare without a library has no name.
 std::string DeclareDeclaration::QualifiedName() const {
   const vendrel::Library* library = LibraryObject.Get();
-  return library ? Joined({library->QualifiedName(), "~", Name, "_DEC"}) : std::string();
+  return library ? Joined(library->QualifiedName(), {"~", Name, "_DEC"}) : std::string();
 }
 
 std::string Library::QualifiedName() const {
-  return Joined({ProjectNameOf(mProject.Get()), "~", Name, "_LIB"});
+  return Joined(ProjectNameOf(mProject.Get()), {"~", Name, "_LIB"});
 }
 
 std::string Example::QualifiedName() const {
-  return Joined({RelatedElement, "~", SafeFileName(Caption), "_E"});
+  return Joined(RelatedElement, {"~", SafeFileName(Caption), "_E"});
 }
 
 std::string VBControl::QualifiedName() const {
-  return Joined({NameOf(Component.Get()), "~", Name});
+  return Joined(NameOf(Component.Get()), {"~", Name});
 }
 
 std::string Namespace::QualifiedName() const {
-  return Joined({NameOf(Assembly.Get()), "~", Name, "_namespace"});
+  return Joined(NameOf(Assembly.Get()), {"~", Name, "_namespace"});
 }
 
 }  // namespace vendrel

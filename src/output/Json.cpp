@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 
+#include "core/EightBytes.h"
 #include "core/Utf8.h"
 
 namespace vendrel {
@@ -24,7 +25,7 @@ void AppendEscape(std::string& out, char c) {
   out += kHex[static_cast<unsigned char>(c) & 15];
 }
 
-// 1: to be escaped; 2: beyond ASCII.
+// 1: to be escaped; 2: beyond ASCII, to be looked at.
 constexpr std::array<std::uint8_t, 256> kCare = [] {
   std::array<std::uint8_t, 256> care{};
   for (std::size_t i = 0; i < 0x20; ++i) care[i] = 1;
@@ -32,6 +33,18 @@ constexpr std::array<std::uint8_t, 256> kCare = [] {
   for (std::size_t i = 0x80; i < 256; ++i) care[i] = 2;
   return care;
 }();
+
+// Whether the text stands as it is: ASCII without anything to escape, which most texts are.
+bool IsPlain(std::string_view text) {
+  std::size_t at = 0;
+  for (; at + 8 <= text.size(); at += 8) {
+    const std::uint64_t eight = EightAt(text, at);
+    const std::uint64_t controls = eight - kOnes * 0x20;
+    if (((eight | controls | MayBe(eight, '"') | MayBe(eight, '\\')) & kHighBits) != 0) break;
+  }
+  while (at < text.size() && kCare[static_cast<unsigned char>(text[at])] == 0) ++at;
+  return at == text.size();
+}
 
 void AppendEscaped(std::string& out, std::string_view text) {
   std::size_t plain = 0;
@@ -47,17 +60,15 @@ void AppendEscaped(std::string& out, std::string_view text) {
 }  // namespace
 
 void AppendJsonString(std::string& out, std::string_view text) {
-  std::uint8_t care = 0;
-  for (const char c : text) care |= kCare[static_cast<unsigned char>(c)];
   out += '"';
-  if (care == 0) {
+  if (IsPlain(text)) {
     out.append(text);
-  } else if ((care & 2) != 0 && !IsValidUtf8(text)) {
+  } else if (IsValidUtf8(text)) {
+    AppendEscaped(out, text);
+  } else {
     std::string valid;
     AppendSanitised(valid, text);
     AppendEscaped(out, valid);
-  } else {
-    AppendEscaped(out, text);
   }
   out += '"';
 }

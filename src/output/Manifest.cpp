@@ -25,18 +25,23 @@ void AddChildren(XmlElement& e, const char* name, const Collection* items, bool 
   if (!items) return;
   for (const auto& item : *items) {
     XmlElement child = e.AddElement(name);
-    item.Manifest(child, comments);
+    item.Manifest(e.IsDraft() ? child.AsDraft() : child, comments);
   }
 }
 
+// An element that holds text alone, and goes when the manifest is stripped.
+template <typename Text>
+void AddText(XmlElement& e, const char* name, const Text& text) {
+  if (!e.IsDraft()) e.AddElement(name, text);
+}
 void AddTexts(XmlElement& e, const char* name, const std::vector<std::string>& texts) {
-  for (const std::string& text : texts) e.AddElement(name, text);
+  for (const std::string& text : texts) AddText(e, name, text);
 }
 
 template <typename Class>
 void AddDescriptions(XmlElement& e, const Class& element) {
-  e.AddElement("UnTaggedDescription", element.UnTaggedDescription);
-  e.AddElement("TaggedDescription", element.TaggedDescription);
+  AddText(e, "UnTaggedDescription", element.UnTaggedDescription);
+  AddText(e, "TaggedDescription", element.TaggedDescription);
 }
 
 template <typename Class>
@@ -68,15 +73,15 @@ void Component::Manifest(XmlElement& e, bool IncludeTaggedComments) const try {
                 Access, "OptionExplicit", OptionExplicit, "OptionCompare", OptionCompare,
                 "OptionPrivate", OptionPrivate, "OptionBase", OptionBase, "DefaultMemberName",
                 DefaultMemberName);
-  e.AddElement("TaggedDescription", TaggedDescription);
-  e.AddElement("UntaggedDescription", UnTaggedDescription);
+  AddText(e, "TaggedDescription", TaggedDescription);
+  AddText(e, "UntaggedDescription", UnTaggedDescription);
   SetAttributes(e, "IsNew", IsNew, "IncludeFlag", IncludeFlag, "IsExample", IsExample,
                 "RelationshipLevels", RelationshipLevels, "RootFlag", RootFlag, "NoLineNumbers",
                 NoLineNumbers, "HelpContextID", HelpContextID);
-  e.AddElement("CommentBuffer", CommentBuffer);
-  e.AddElement("ProjectLine", ProjectLine());
+  AddText(e, "CommentBuffer", CommentBuffer);
+  if (!e.IsDraft()) AddText(e, "ProjectLine", ProjectLine());
   e.SetAttribute("IsMDI", mIsMDI);
-  e.AddElement("VMCommentBuffer", VMCommentBuffer);
+  AddText(e, "VMCommentBuffer", VMCommentBuffer);
   e.SetAttribute("IsCollection", mIsCollection);
   AddDefaultTypes(e, *this);
   const Block* declarations = Blocks.FirstOfType(btDeclarations);
@@ -100,18 +105,18 @@ void Block::Manifest(XmlElement& e, bool IncludeTaggedComments) const try {
                 "HelpContextID", HelpContextID, "StartLine", StartLine(), "EndLine", EndLine(),
                 "Interface", Interface, "Access", Access, "ReturnType", ReturnType,
                 "ReturnTypeIsArray", ReturnTypeIsArray);
-  e.AddElement("DefinitionLine", DefinitionLine);
+  AddText(e, "DefinitionLine", DefinitionLine);
   SetAttributes(e, "IsFriend", IsFriend, "IsNew", IsNew, "ExcludeFlag", ExcludeFlag,
                 "IsHiddenMember", IsHiddenMember, "Consolidated", Consolidated, "IsExample",
                 IsExample, "IsStatic", IsStatic, "PropertyType", PropertyType);
   AddChildren(e, "Parameter", Parameters.IfAny(), IncludeTaggedComments);
-  AddTexts(e, "Attribute", Attributes());
+  if (!e.IsDraft()) AddTexts(e, "Attribute", Attributes());
   AddChildren(e, "Example", Examples.IfAny(), IncludeTaggedComments);
   AddChildren(e, "Constant", Constants.IfAny(), IncludeTaggedComments);
   AddCommentsIf(e, *this, IncludeTaggedComments);
   AddDescriptions(e, *this);
-  e.AddElement("ReturnDescription", ReturnDescription);
-  e.AddElement("CommentBuffer", CommentBuffer());
+  AddText(e, "ReturnDescription", ReturnDescription);
+  AddText(e, "CommentBuffer", CommentBuffer());
 }
 VENDREL_CONTEXT(IncludeTaggedComments, *this)
 
@@ -127,7 +132,7 @@ void Variable::Manifest(XmlElement& e, bool IncludeTaggedComments) const {
 }
 
 void Parameter::Manifest(XmlElement& e, bool IncludeTaggedComments) const {
-  e.AddElement("Description", mDescription);
+  AddText(e, "Description", mDescription);
   SetAttributes(e, "VariableType", VariableType, "Name", mName, "IsOptional", IsOptional, "IsByRef",
                 IsByRef, "IsParamArray", IsParamArray, "IsArray", IsArray, "DefaultValue",
                 DefaultValue, "ImplicitType", ImplicitType);
@@ -181,7 +186,7 @@ void DeclareDeclaration::Manifest(XmlElement& e, bool IncludeTaggedComments) con
 
 void Constant::Manifest(XmlElement& e, bool IncludeTaggedComments) const {
   SetAttributes(e, "Name", Name, "Value", Value, "Access", Access);
-  e.AddElement("Description", mDescription);
+  AddText(e, "Description", mDescription);
   AddDescriptions(e, *this);
   AddCommentsIf(e, *this, IncludeTaggedComments);
 }
@@ -196,7 +201,7 @@ void Interface::Manifest(XmlElement& e, bool IncludeTaggedComments) const {
 void Example::Manifest(XmlElement& e, bool IncludeTaggedComments) const {
   SetAttributes(e, "Key", Key, "RelatedElement", RelatedElement, "Caption", Caption, "Description",
                 mDescription);
-  e.AddElement("Text", Text);
+  AddText(e, "Text", Text);
   e.SetAttribute("Template", Template);
   if (IncludeTaggedComments) TaggedCommentManifest(e, TaggedComments());
 }
@@ -204,9 +209,9 @@ void Example::Manifest(XmlElement& e, bool IncludeTaggedComments) const {
 void Library::Manifest(XmlElement& e, bool IncludeTaggedComments) const {
   e.SetAttribute("Name", Name);
   AddCommentsIf(e, *this, IncludeTaggedComments);
-  e.AddElement("TaggedDescription", TaggedDescription);
+  AddText(e, "TaggedDescription", TaggedDescription);
   for (const DeclareDeclaration& declaration : DeclareDeclarations)
-    e.AddElement("Declaration", declaration.Name);
+    AddText(e, "Declaration", declaration.Name);
 }
 
 void CompilerConstant::Manifest(XmlElement& e, bool) const {

@@ -28,13 +28,13 @@ bool IsNameByte(char c) {
 
 std::size_t FindWord(std::string_view line, std::string_view name) {
   if (name.empty()) return std::string_view::npos;
-  for (std::size_t at = 0; at + name.size() <= line.size(); ++at) {
+  std::size_t at = FindNoCaseAscii(line, name);
+  for (; at != kNotFound; at = FindNoCaseAscii(line, name, at + 1)) {
     const std::size_t end = at + name.size();
-    if (EqualsNoCaseAscii(line.substr(at, name.size()), name) &&
-        (at == 0 || !IsNameByte(line[at - 1])) && (end == line.size() || !IsNameByte(line[end])))
-      return at;
+    if ((at == 0 || !IsNameByte(line[at - 1])) && (end == line.size() || !IsNameByte(line[end])))
+      break;
   }
-  return std::string_view::npos;
+  return at;
 }
 
 std::int32_t CharactersIn(std::string_view text) {

@@ -12,9 +12,27 @@
 namespace vendrel {
 namespace {
 
+using OwningProperties = std::vector<const PropertyDescription*>;
+
 struct NamingStep {
-  ElementRef Element;
+  const void* Object;
+  const OwningProperties* Properties;
   std::size_t Property = 0, Done = 0, Count = 0;
+};
+
+// A few of the properties of each class: asked for once a class, not once an element.
+class OwningPropertiesOfClasses {
+ public:
+  const OwningProperties& Of(const ClassDescription& description) {
+    const auto [found, isNew] = mOfClass.try_emplace(&description);
+    if (isNew)
+      for (const PropertyDescription& property : description.AllProperties)
+        if (OwnsElements(property)) found->second.push_back(&property);
+    return found->second;
+  }
+
+ private:
+  std::unordered_map<const ClassDescription*, OwningProperties> mOfClass;
 };
 
 }  // namespace
@@ -44,24 +62,25 @@ std::uint32_t UniqueNames::TakenNames::Count(std::size_t hash) {
 void UniqueNames::Add(ElementRef root) {
   mNumbered.clear();
   std::vector<NamingStep> stack;
+  OwningPropertiesOfClasses owning;
   const auto open = [&](ElementRef element) {
     if (const CodeElement* named = AsCodeElement(element)) Name(*named);
-    stack.push_back({element});
+    stack.push_back({element.Object, &owning.Of(*element.Class)});
   };
   if (root) open(root);
   while (!stack.empty()) {
     NamingStep& frame = stack.back();
-    const auto& properties = frame.Element.Class->AllProperties;
+    const OwningProperties& properties = *frame.Properties;
     if (frame.Done < frame.Count) {
-      const PropertyDescription& property = properties[frame.Property - 1];
-      const ElementRef child = property.At(frame.Element.Object, ++frame.Done);
+      const PropertyDescription& property = *properties[frame.Property - 1];
+      const ElementRef child = property.At(frame.Object, ++frame.Done);
       if (child) open(child);  // the frame may move
     } else if (frame.Property == properties.size()) {
       stack.pop_back();
     } else {
-      const PropertyDescription& property = properties[frame.Property++];
+      const PropertyDescription& property = *properties[frame.Property++];
       frame.Done = 0;
-      frame.Count = OwnsElements(property) ? property.Count(frame.Element.Object) : 0;
+      frame.Count = property.Count(frame.Object);
     }
   }
 }
@@ -85,6 +104,11 @@ void UniqueNames::Name(const CodeElement& element) {
 std::string UniqueNames::Of(const CodeElement& element) const {
   const auto found = mNumbered.find(&element);
   return found == mNumbered.end() ? element.QualifiedName() : found->second;
+}
+
+std::string_view UniqueNames::Of(const CodeElement& element, std::string_view qualifiedName) const {
+  const auto found = mNumbered.find(&element);
+  return found == mNumbered.end() ? qualifiedName : std::string_view(found->second);
 }
 
 }  // namespace vendrel

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -20,6 +21,8 @@ class UniqueNames {
   void Add(ElementRef root);
   /// The name of an element that was added last; its qualified name if it was not.
   std::string Of(const CodeElement& element) const;
+  /// The same where the qualified name is at hand.
+  std::string_view Of(const CodeElement& element, std::string_view qualifiedName) const;
 
  private:
   void Name(const CodeElement& element);

@@ -1,10 +1,14 @@
 #include "output/Xml.h"
 
+#include <charconv>
+
 #include "core/Utf8.h"
 #include "diagnostics/Context.h"
 
 namespace vendrel {
 namespace {
+
+constexpr char kIndent[] = " ";
 
 bool IsForbidden(unsigned char c) { return c < 0x20 && c != '\t' && c != '\n' && c != '\r'; }
 
@@ -16,15 +20,17 @@ bool NeedsCare(std::string_view text) {
   return false;
 }
 
-// The value to hand over: the text itself where nothing need be replaced.
-class Valid {
- public:
-  explicit Valid(std::string_view text) { AppendXmlText(mText, text); }
-  const char* Text() const { return mText.c_str(); }
-
- private:
-  std::string mText;
-};
+// Gives a node or an attribute its value, in which nothing need be replaced mostly.
+template <typename Target>
+void SetValue(Target target, std::string_view text) {
+  if (!NeedsCare(text)) {
+    target.set_value(text.data(), text.size());
+    return;
+  }
+  std::string valid;
+  AppendXmlText(valid, text);
+  target.set_value(valid.data(), valid.size());
+}
 
 bool IsElement(pugi::xml_node node) { return node.type() == pugi::node_element; }
 
@@ -65,15 +71,28 @@ std::size_t XmlAttributes::Count() const {
 void XmlElement::SetName(std::string_view name) { mNode.set_name(std::string(name).c_str()); }
 
 void XmlElement::SetText(const char* name, std::string_view value) {
-  pugi::xml_attribute attribute = mNode.attribute(name);
+  pugi::xml_attribute attribute;
+  if (!mIsDraft) attribute = mNode.attribute(name);
   if (!attribute) attribute = mNode.append_attribute(name);
-  attribute.set_value(Valid(value).Text());
+  SetValue(attribute, value);
+}
+
+void XmlElement::SetNumber(const char* name, std::int64_t value) {
+  char digits[24];
+  const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+  SetText(name, {digits, end});
 }
 
 XmlElement XmlElement::AddElement(const char* name, std::string_view text) {
   pugi::xml_node child = mNode.append_child(name);
-  if (!text.empty()) child.append_child(pugi::node_pcdata).set_value(Valid(text).Text());
+  if (!text.empty()) SetValue(child.append_child(pugi::node_pcdata), text);
   return XmlElement(child);
+}
+
+std::string XmlElement::Xml(unsigned depth) const {
+  StringWriter writer;
+  mNode.print(writer, kIndent, pugi::format_indent, pugi::encoding_utf8, depth);
+  return std::move(writer.Text);
 }
 
 XmlElements XmlElement::Elements() const { return XmlElements(mNode); }
@@ -120,7 +139,7 @@ XmlElement XmlDocument::Root() {
 
 std::string XmlDocument::Xml() const {
   StringWriter writer;
-  mDocument.save(writer, " ", pugi::format_indent, pugi::encoding_utf8);
+  mDocument.save(writer, kIndent, pugi::format_indent, pugi::encoding_utf8);
   return std::move(writer.Text);
 }
 

@@ -61,7 +61,7 @@ class XmlElement {
     else if constexpr (std::is_same_v<T, bool>)
       SetText(name, value ? "True" : "False");
     else if constexpr (std::is_arithmetic_v<T> || std::is_enum_v<T>)
-      SetText(name, std::to_string(static_cast<std::int64_t>(value)));
+      SetNumber(name, static_cast<std::int64_t>(value));
     else
       SetText(name, std::string_view(value));
   }
@@ -77,10 +77,23 @@ class XmlElement {
   /// The node itself, for what this class does not offer.
   pugi::xml_node Node() const { return mNode; }
 
+  /// The element as text, like `XmlDocument::Xml` without the declaration; so many levels in.
+  std::string Xml(unsigned depth) const;
+
+  /// The element is known to a manifest alone until it is stripped: whatever attribute it is given
+  /// it did not have, and no child is added that would hold text alone.
+  XmlElement& AsDraft() {
+    mIsDraft = true;
+    return *this;
+  }
+  bool IsDraft() const { return mIsDraft; }
+
  private:
   void SetText(const char* name, std::string_view value);
+  void SetNumber(const char* name, std::int64_t value);
 
   pugi::xml_node mNode;
+  bool mIsDraft = false;
 };
 
 /// The child elements of an element, in order.

@@ -97,6 +97,10 @@ void VBProject::LoadedHelpContextID(std::int32_t id) {
 void VBProject::UnloadSourceCode() try {
   const Workspace::Use use(Workspace());
   for (Component& component : Components) component.UnloadSourceCode();
+  for (ProjectFile& file : ProjectFiles) {
+    if (Component* outside = file.Outside()) outside->UnloadSourceCode();
+    file.SourceForm.reset();
+  }
 }
 VENDREL_CONTEXT(*this)
 

@@ -1,6 +1,7 @@
 #include "survey/UseRules.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <unordered_map>
 #include <unordered_set>
@@ -20,6 +21,45 @@ namespace {
 // What is known of an element once all names are bound.
 struct ElementUses {
   bool IsRead = false, IsWritten = false, IsUsed = false, IsUsedElsewhere = false;
+};
+
+// Elements to what is known of them, open and without nodes: it is asked once a use.
+class UsesOfElements {
+ public:
+  ElementUses& At(const CodeElement& element) {
+    if (2 * (mCount + 1) > mSlots.size()) Grow();
+    Slot& slot = SlotOf(element);
+    if (!slot.Element) {
+      slot.Element = &element;
+      ++mCount;
+    }
+    return slot.Uses;
+  }
+  ElementUses Of(const CodeElement& element) {
+    return mCount ? SlotOf(element).Uses : ElementUses();
+  }
+
+ private:
+  struct Slot {
+    const CodeElement* Element = nullptr;
+    ElementUses Uses;
+  };
+  Slot& SlotOf(const CodeElement& element) {
+    const std::size_t mask = mSlots.size() - 1;
+    const auto address = reinterpret_cast<std::uintptr_t>(&element);
+    std::size_t at = (address * 0x9E3779B97F4A7C15u >> 32) & mask;
+    while (mSlots[at].Element && mSlots[at].Element != &element) at = (at + 1) & mask;
+    return mSlots[at];
+  }
+  void Grow() {
+    std::vector<Slot> old(std::max<std::size_t>(1024, 2 * mSlots.size()));
+    old.swap(mSlots);
+    for (const Slot& slot : old)
+      if (slot.Element) SlotOf(*slot.Element) = slot;
+  }
+
+  std::vector<Slot> mSlots;
+  std::size_t mCount = 0;
 };
 
 // Names whose procedures may handle events.
@@ -89,14 +129,14 @@ class UseRulesRun {
 
   void Note(const CodeElement& element, const NameUse& use) {
     if (use.Kind == UseKind::Declare) return;
-    ElementUses& uses = mUses[&element];
+    ElementUses& uses = mUses.At(element);
     // Whatever stands in a false branch may be the use of another build.
     uses.IsRead = uses.IsRead || use.Reads || use.InFalseBranch || use.Kind == UseKind::Part ||
                   IsCounter(use);
     uses.IsWritten = uses.IsWritten || use.Writes;
     uses.IsUsed = uses.IsUsed || !use.OwnProcedure;
-    const Component* home = element.OwnComponent();
-    uses.IsUsedElsewhere = uses.IsUsedElsewhere || home != use.Module;
+    if (mOwnModule.IsWanted() && !uses.IsUsedElsewhere)
+      uses.IsUsedElsewhere = element.OwnComponent() != use.Module;
   }
 
   // The loop reads what it counts with.
@@ -131,10 +171,7 @@ class UseRulesRun {
                        std::to_string(*count));
   }
 
-  ElementUses UsesOf(const CodeElement& element) const {
-    const auto found = mUses.find(&element);
-    return found == mUses.end() ? ElementUses() : found->second;
-  }
+  ElementUses UsesOf(const CodeElement& element) { return mUses.Of(element); }
 
   // "Command1_Click" of a form without Command1, which nothing calls.
   void FindLostHandlers(const Component& module) {
@@ -250,7 +287,7 @@ class UseRulesRun {
   UseFindings mMembers, mEvents, mArguments, mUnknown, mImplicit, mNeverRead, mOwnModule;
   std::map<std::pair<const Component*, std::string>, ImplicitName> mImplicitNames;
   bool mMissesReferences = false;
-  std::unordered_map<const CodeElement*, ElementUses> mUses;
+  UsesOfElements mUses;
 };
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <unordered_set>
+#include <utility>
 
 #include "diagnostics/Context.h"
 #include "model/Component.h"
@@ -92,32 +93,37 @@ void CallGraph::AddEdge(const CodeElement* from, const CodeElement* to, UseKind 
   edge.IsSure = edge.IsSure || sure;
 }
 
+// The places of edges once those of one end lie side by side, the ends in the order in which they
+// come first; `ranges` becomes where those of each lie.
+std::vector<std::uint32_t> CallGraph::Gathered(const std::vector<CallEdge>& edges,
+                                               const CodeElement* CallEdge::*end, Ranges& ranges) {
+  ranges.clear();
+  std::vector<Range*> inOrder, ofEdge;
+  for (const CallEdge& edge : edges) {
+    const auto [range, isNew] = ranges.try_emplace(edge.*end);
+    if (isNew) inOrder.push_back(&range->second);
+    ++range->second.Count;
+    ofEdge.push_back(&range->second);
+  }
+  std::uint32_t first = 0;
+  for (Range* range : inOrder) {
+    range->First = first;
+    first += std::exchange(range->Count, 0);
+  }
+  std::vector<std::uint32_t> places;
+  for (Range* range : ofEdge) places.push_back(range->First + range->Count++);
+  return places;
+}
+
 void CallGraph::Sort() const {
   if (mIsSorted) return;
   mIsSorted = true;
-  std::unordered_map<const CodeElement*, std::uint32_t> ranks;
-  for (const CallEdge& edge : mFound)
-    ranks.try_emplace(edge.From, static_cast<std::uint32_t>(ranks.size()));
-  mEdges = mFound;
-  std::stable_sort(mEdges.begin(), mEdges.end(), [&](const CallEdge& a, const CallEdge& b) {
-    return ranks.at(a.From) < ranks.at(b.From);
-  });
-  mFrom.clear();
-  mTo.clear();
-  for (const CallEdge& edge : mEdges) {
-    ++mFrom.try_emplace(edge.From, Range{static_cast<std::uint32_t>(&edge - mEdges.data()), 0})
-          .first->second.Count;
-  }
-  mByTarget.clear();
-  for (const CallEdge& edge : mEdges) mByTarget.push_back(&edge);
-  std::unordered_map<const CodeElement*, std::uint32_t> targets;
-  for (const CallEdge& edge : mEdges)
-    targets.try_emplace(edge.To, static_cast<std::uint32_t>(targets.size()));
-  std::stable_sort(mByTarget.begin(), mByTarget.end(), [&](const CallEdge* a, const CallEdge* b) {
-    return targets.at(a->To) < targets.at(b->To);
-  });
-  for (std::uint32_t i = 0; i < mByTarget.size(); ++i)
-    ++mTo.try_emplace(mByTarget[i]->To, Range{i, 0}).first->second.Count;
+  const auto places = Gathered(mFound, &CallEdge::From, mFrom);
+  mEdges.resize(mFound.size());
+  for (std::size_t i = 0; i < places.size(); ++i) mEdges[places[i]] = mFound[i];
+  const auto byTarget = Gathered(mEdges, &CallEdge::To, mTo);
+  mByTarget.resize(mEdges.size());
+  for (std::size_t i = 0; i < byTarget.size(); ++i) mByTarget[byTarget[i]] = &mEdges[i];
 }
 
 std::span<const CallEdge> CallGraph::Edges() const {

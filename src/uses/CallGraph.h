@@ -84,6 +84,9 @@ class CallGraph {
   struct Range {
     std::uint32_t First = 0, Count = 0;
   };
+  using Ranges = std::unordered_map<const CodeElement*, Range>;
+  static std::vector<std::uint32_t> Gathered(const std::vector<CallEdge>& edges,
+                                             const CodeElement* CallEdge::*end, Ranges& ranges);
   struct EdgeKey {
     const CodeElement* From;
     const CodeElement* To;
@@ -99,7 +102,7 @@ class CallGraph {
   mutable bool mIsSorted = false;
   mutable std::vector<CallEdge> mEdges;
   mutable std::vector<const CallEdge*> mByTarget;
-  mutable std::unordered_map<const CodeElement*, Range> mFrom, mTo;
+  mutable Ranges mFrom, mTo;
 };
 
 /// The same by module: what procedures of one call in another, one edge for each pair, of kind

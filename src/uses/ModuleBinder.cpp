@@ -94,6 +94,7 @@ void ModuleBinder::TakeLine() {
     Emit(first, first + 1);
     from = first + 2;
   }
+  if (!mScan.HasColons) return TakeStatement(from, tokens.size());
   for (std::size_t at = from; at <= tokens.size(); ++at) {
     if (at < tokens.size() && !IsMark(at, tokens.size(), ':')) continue;
     if (at > from) TakeStatement(from, at);

@@ -73,6 +73,13 @@ class Symbols {
   Symbols();
   /// The number of a name, case ignored, without brackets and type character; 0 of an empty one.
   Symbol Of(std::string_view name);
+  struct FrontName {
+    Symbol Name;
+    std::size_t Size;
+  };
+  /// The name that a text begins with: its letters, digits, underscores and whatever is beyond
+  /// ASCII. Found, folded and hashed in one walk.
+  FrontName OfFront(std::string_view text);
   /// The number of "front.part".
   Symbol Joined(Symbol front, Symbol part) { return Compound(front, '.', part); }
   /// The number of a generic type: "List`1".
@@ -82,11 +89,14 @@ class Symbols {
   std::size_t Count() const { return mTexts.size(); }
 
  private:
+  // Most names have eight characters at most and are compared without a look at their text.
   struct Slot {
-    std::uint32_t Hash;
+    std::uint64_t First;  ///< eight characters of the folded name, zeros behind it
+    std::uint32_t Size;
     Symbol Name;
   };
-  Symbol Find(std::string_view folded, std::uint32_t hash);
+  Symbol Find(std::string_view folded);
+  Symbol Find(std::string_view folded, std::uint64_t first, std::uint64_t hash);
   void Grow();
   Symbol Compound(Symbol front, char mark, std::uint32_t back);
 

@@ -82,6 +82,7 @@ void TokenScan::BeginLine() {
   mLineStarts.push_back(mAt);
   mFirstLine = mLine;
   IsDirective = false;
+  HasColons = false;
   mGap = true;
 }
 
@@ -222,8 +223,8 @@ void TokenScan::TakeComment() {
   }
 }
 
-void TokenScan::Push(TokenKind kind, std::size_t begin, std::size_t end) {
-  Token& token = Tokens.emplace_back();
+Token& TokenScan::Push(TokenKind kind, std::size_t begin, std::size_t end) {
+  Token token;
   token.Begin = static_cast<std::uint32_t>(begin);
   token.End = static_cast<std::uint32_t>(end);
   token.Line = mLine;
@@ -231,19 +232,21 @@ void TokenScan::Push(TokenKind kind, std::size_t begin, std::size_t end) {
   token.GapBefore = mGap;
   mGap = false;
   mAt = end;
+  Tokens.push_back(token);
+  return Tokens.back();
+}
+
+bool TokenScan::StartsStatement() const {
+  return Tokens.empty() || (Tokens.back().Kind == TokenKind::Mark && Tokens.back().Mark == ':') ||
+         Tokens.back().Name == word::Then || Tokens.back().Name == word::Else ||
+         (Tokens.size() == 1 && Tokens.back().Kind == TokenKind::Number);
 }
 
 void TokenScan::TakeWord() {
   const std::size_t begin = mAt;
-  std::size_t end = begin + 1;
-  while (end < mText.size() && IsNameByte(mText[end])) ++end;
-  const std::string_view name = mText.substr(begin, end - begin);
-  const Symbol symbol = mSymbols.Of(name);
-  const bool startsStatement =
-      Tokens.empty() || (Tokens.back().Kind == TokenKind::Mark && Tokens.back().Mark == ':') ||
-      Tokens.back().Name == word::Then || Tokens.back().Name == word::Else ||
-      (Tokens.size() == 1 && Tokens.back().Kind == TokenKind::Number);
-  if (symbol == word::Rem && startsStatement) return TakeComment();
+  const auto [symbol, size] = mSymbols.OfFront(mText.substr(begin));
+  std::size_t end = begin + size;
+  if (symbol == word::Rem && StartsStatement()) return TakeComment();
   char suffix = 0;
   if (const char c = At(end);
       c == '$' || c == '%' || c == '@' || c == '#' || c == '&' || c == '!') {
@@ -253,18 +256,18 @@ void TokenScan::TakeWord() {
     if (c == '#' && IsDigitAscii(next)) suffix = 0;
   }
   if (suffix) ++end;
-  Push(TokenKind::Word, begin, end);
-  Tokens.back().Name = symbol;
-  Tokens.back().Suffix = suffix;
+  Token& token = Push(TokenKind::Word, begin, end);
+  token.Name = symbol;
+  token.Suffix = suffix;
 }
 
 void TokenScan::TakeBracketed() {
   const std::size_t close = mText.find_first_of("]\r\n", mAt);
   if (close == std::string_view::npos || mText[close] != ']') return TakeMark();
   const std::string_view name = mText.substr(mAt + 1, close - mAt - 1);
-  Push(TokenKind::Word, mAt, close + 1);
-  Tokens.back().Name = mSymbols.Of(name);
-  Tokens.back().Bracketed = true;
+  Token& token = Push(TokenKind::Word, mAt, close + 1);
+  token.Name = mSymbols.Of(name);
+  token.Bracketed = true;
 }
 
 void TokenScan::TakeNumber() {
@@ -336,13 +339,13 @@ void TokenScan::TakeMark() {
       while (IsHexDigit(At(end))) ++end;
       if (!IsNameByte(At(end))) {
         if (At(end) == '&' || At(end) == '%') ++end;
-        return Push(TokenKind::Number, mAt, end);
+        Push(TokenKind::Number, mAt, end);
+        return;
       }
     }
   }
   if (c == ':' && At(mAt + 1) == '=') {
-    Push(TokenKind::Mark, mAt, mAt + 2);
-    Tokens.back().Mark = kNamedMark;
+    Push(TokenKind::Mark, mAt, mAt + 2).Mark = kNamedMark;
     return;
   }
   if (mRules.DotNet && c == '$' && At(mAt + 1) == '"') return TakeInterpolated(mAt + 2);
@@ -351,9 +354,9 @@ void TokenScan::TakeMark() {
     ++mAt;
     return;
   }
-  Push(TokenKind::Mark, mAt, mAt + 1);
-  Token& token = Tokens.back();
+  Token& token = Push(TokenKind::Mark, mAt, mAt + 1);
   token.Mark = c;
+  if (c == ':') HasColons = true;
   const auto index = static_cast<std::int32_t>(Tokens.size()) - 1;
   if (c == '(' || (mRules.DotNet && c == '{')) {
     mOpen.push_back(index);

@@ -46,6 +46,8 @@ class TokenScan {
 
   /// Valid until the next call.
   std::vector<Token> Tokens;
+  /// Whether a colon stands between statements, or behind a label.
+  bool HasColons = false;
   /// The line is a directive, `Directive` its text; then there are no tokens.
   bool IsDirective = false;
   std::string_view Directive;
@@ -77,7 +79,8 @@ class TokenScan {
   bool TakeXmlHoleEnd();
   bool TakeDate();
   void TakeMark();
-  void Push(TokenKind kind, std::size_t begin, std::size_t end);
+  Token& Push(TokenKind kind, std::size_t begin, std::size_t end);
+  bool StartsStatement() const;
   std::string_view PhysicalLine() const;
   char At(std::size_t at) const { return at < mText.size() ? mText[at] : '\0'; }
 
