@@ -18,6 +18,7 @@
 #include "services/FolderCache.h"
 #include "services/SourceCache.h"
 #include "services/SourceText.h"
+#include "services/SourcesAhead.h"
 #include "text/Words.h"
 
 namespace vendrel {
@@ -266,10 +267,13 @@ class PageGuesser {
     mOwn.Feed(mListing.Bytes());
     mRead.insert(mFile.NativePath());
     if (!isList) return;
+    std::vector<std::string> paths;
     for (const FileSystemObject& module : mListing.Listed(page, ListingFile::Which::Modules)) {
-      Feed(mOwn, module.NativePath(), SourceCache::Bytes);
+      paths.push_back(module.NativePath());
       mFolders.insert(module.FolderPath());
     }
+    ReadSourcesAhead(paths);
+    for (const std::string& path : paths) Feed(mOwn, path, SourceCache::Bytes);
   }
 
   // A file that cannot be read is told when it is loaded.

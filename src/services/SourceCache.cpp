@@ -14,6 +14,8 @@ SourceCache::Scope::~Scope() {
   mCache.mSeen.clear();
 }
 
+bool SourceCache::Keeps() { return Current().mScopes > 0; }
+
 const FoundPath* SourceCache::Seen(const std::string& nativePath) {
   const SourceCache& cache = Current();
   if (cache.mScopes == 0) return nullptr;

@@ -30,6 +30,8 @@ class SourceCache {
     SourceCache& mCache;
   };
 
+  /// Whether a scope is open, so that what is read is kept.
+  static bool Keeps();
   /// The bytes of a file, kept for `Text` and further questions while a scope is open: then they
   /// stand until the next call. Raises as `ReadWholeFile` does.
   static std::string_view Bytes(const std::string& nativePath);

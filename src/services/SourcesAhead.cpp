@@ -61,7 +61,8 @@ class SourceReaders {
 
 void ReadSourcesAhead(const std::vector<std::string>& nativePaths) {
   const auto jobs = static_cast<std::size_t>(std::max(Workspace::Current().Jobs, 1));
-  if (jobs == 1 || nativePaths.size() < kWorthAThread || !FileSource::Current().MayBeShared())
+  if (jobs == 1 || nativePaths.size() < kWorthAThread || !SourceCache::Keeps() ||
+      !FileSource::Current().MayBeShared())
     return;
   SourceReaders(nativePaths).Run(std::min(jobs, nativePaths.size() / kWorthAThread + 1));
 }
