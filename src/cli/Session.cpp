@@ -247,6 +247,7 @@ std::vector<std::string> InputExtensions() {
 
 InputKind KindOfInput(const std::string& path) {
   if (IsCustomInput(path)) return InputKind::TypeLibrary;
+  const SourceCache::Scope lookOnce;
   const FileSystemObject file(AbsolutePath(path));
   if (file.IsFolder()) return InputKind::Folder;
   if (!file.Exists()) return IsNumberedLibrary(path) ? InputKind::TypeLibrary : InputKind::Missing;

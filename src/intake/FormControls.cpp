@@ -1,6 +1,8 @@
 #include "intake/FormControls.h"
 
+#include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <optional>
 
 #include "core/Ascii.h"
@@ -29,7 +31,9 @@ bool IsQuotedReference(std::string_view value) {
 // A number of a description may have an exponent: "1.00110e5".
 std::int32_t FormNumber(std::string_view text) {
   double number = 0;
-  if (text.find_first_of("eE") == std::string_view::npos) return NumericValue(text);
+  const bool hasExponent =
+      text.find('e') != std::string_view::npos || text.find('E') != std::string_view::npos;
+  if (!hasExponent) return NumericValue(text);
   const auto error = std::from_chars(text.data(), text.data() + text.size(), number).ec;
   const bool fits = number > -2147483649.0 && number < 2147483648.0;
   return error == std::errc() && fits ? static_cast<std::int32_t>(number) : NumericValue(text);
@@ -38,9 +42,8 @@ std::int32_t FormNumber(std::string_view text) {
 // The properties of which a control keeps something; any other is read when it is asked for. Their
 // first letters are those that `TakeLine` looks for.
 bool IsTaken(std::string_view property) {
-  for (const std::string_view taken : {"Caption", "Text", "Left", "Top", "Index"})
-    if (property == taken) return true;
-  return false;
+  constexpr std::string_view kTaken[] = {"Caption", "Text", "Left", "Top", "Index"};
+  return std::find(std::begin(kTaken), std::end(kTaken), property) != std::end(kTaken);
 }
 
 std::size_t HexValue(std::string_view text) {

@@ -98,10 +98,13 @@ TEST(ProjectCodePage, OfEachOfManyProjectsIsThatOfItAlone) {
       {"/p/e.bas", "'" + many + "\r\n"},
   };
   // More than a guess takes in.
-  for (int i = 0; i < 100; ++i) files.Add("/p/f" + std::to_string(i) + ".bas", "'" + many + "\n");
+  std::string japanese;
+  for (int i = 0; i < 40; ++i) japanese += In("932", kJapanese);
+  for (int i = 0; i < 100; ++i) files.Add("/p/f" + std::to_string(i) + ".bas", japanese);
   const char* const projects[] = {"/p/A.vbp", "/p/B.vbp", "/p/C.vbp", "/p/D.vbp"};
   std::vector<CodePageGuess> alone;
   for (const char* path : projects) alone.push_back(GuessCodePage(FileSystemObject(path)));
+  EXPECT_THAT(alone[0].Evidence, HasSubstr("with the files beside them"));
   const KeptFolders run;
   for (int turn = 0; turn < 2; ++turn) {
     files.ForgetCalls();

@@ -294,6 +294,7 @@ TEST(FileSystemObject, FoldersAreKeptForTheLoadsOfARunAndNoLonger) {
   const auto look = [&] {
     ForgetFoldersOfLoad();
     EXPECT_FALSE(exists("/win/system/a.tlb"));
+    EXPECT_FALSE(exists("/none/a.tlb"));
     EXPECT_TRUE(exists("/p/FORM.frm"));
   };
   const auto lists = [&] {
@@ -318,8 +319,8 @@ TEST(FileSystemObject, FoldersAreKeptForTheLoadsOfARunAndNoLonger) {
   }
   look();
   EXPECT_GT(lists(), 0);
-  files.Add("/win/system/a.tlb", "made by others");
-  EXPECT_TRUE(exists("/win/system/a.tlb"));
+  files.Add("/none/a.tlb", "made by others");
+  EXPECT_TRUE(exists("/none/a.tlb"));
 }
 
 TEST(FileSystemObject, AsksTheReaderOfClassIds) {
