@@ -50,11 +50,25 @@ constexpr std::uint32_t TypeBit(BlockTypeEnum type) { return std::uint32_t{1} <<
 }  // namespace
 
 struct Blocks::Index {
-  std::unordered_map<std::string, std::vector<Block*>> ByName;
+  // A name is found as it is asked for, without a folded copy.
+  struct NameHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view name) const { return HashFolded(name); }
+  };
+  struct NameEqual {
+    using is_transparent = void;
+    bool operator()(std::string_view a, std::string_view b) const { return EqualsNoCase(a, b); }
+  };
+  std::unordered_map<std::string, std::vector<Block*>, NameHash, NameEqual> ByName;
   bool HasNames = false;
   /// Rising numbers in the order of the blocks; made when the place of a block is asked for.
   std::unordered_map<const Block*, std::size_t> Ordinals;
   std::size_t LastOrdinal = 0;
+
+  std::vector<Block*>& Named(std::string_view name) {
+    const auto known = ByName.find(name);
+    return known != ByName.end() ? known->second : ByName[std::string(name)];
+  }
 };
 
 Blocks::Index& Blocks::MadeIndex() const {
@@ -231,7 +245,7 @@ std::span<Block* const> Blocks::Filed(std::string_view name) const {
     return {};  // such a list, that of all without overloads, belongs to all threads
   Refresh();
   if (!IsIndexed()) BuildIndex();
-  const auto found = mIndex->ByName.find(FoldKey(name));
+  const auto found = mIndex->ByName.find(name);
   if (found == mIndex->ByName.end()) return {};
   return found->second;
 }
@@ -304,14 +318,14 @@ void Blocks::Refresh() const {
 void Blocks::BuildIndex() const {
   Index& index = MadeIndex();
   index.ByName.clear();
-  for (const Block& block : mCol) index.ByName[FoldKey(block.Name())].push_back(Mine(&block));
+  for (const Block& block : mCol) index.Named(block.Name()).push_back(Mine(&block));
   index.HasNames = true;
 }
 
 // Enters a block under its name, in the order of the blocks. Blocks are named as they come, so the
 // end is the usual place; a renamed one goes where its ordinal says.
 void Blocks::File(const Block* block) const {
-  std::vector<Block*>& list = mIndex->ByName[FoldKey(block->Name())];
+  std::vector<Block*>& list = mIndex->Named(block->Name());
   if (list.empty() || block == Last()) {
     list.push_back(Mine(block));
     return;
@@ -323,7 +337,7 @@ void Blocks::File(const Block* block) const {
 }
 
 void Blocks::Unfile(const Block* block, std::string_view name) const {
-  const auto list = mIndex->ByName.find(FoldKey(name));
+  const auto list = mIndex->ByName.find(name);
   if (list == mIndex->ByName.end()) return;
   const auto at = std::find(list->second.rbegin(), list->second.rend(), block);
   if (at != list->second.rend()) list->second.erase(std::next(at).base());

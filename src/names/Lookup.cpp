@@ -70,7 +70,11 @@ CodeElement* ParameterOfAnyProcedure(Component& component, const QualifiedMember
   return nullptr;
 }
 
-CodeElement* FindProcedure(Component& component, const QualifiedMember& member, bool complete) {
+// Null as well where there is no such procedure, or it has no such parameter; `isThere` tells
+// which.
+CodeElement* FindProcedure(Component& component, const QualifiedMember& member, bool complete,
+                           bool& isThere) {
+  isThere = true;
   if (Block* block = component.Blocks.Item(member.Name)) {
     if (!member.Qualifier.empty()) {
       CodeElement* parameter = ParameterOf(block, member.Qualifier);
@@ -80,6 +84,7 @@ CodeElement* FindProcedure(Component& component, const QualifiedMember& member, 
     return component.ConsolidatedPropertyBlock(block->Name(), true);
   }
   Block* property = component.ConsolidatedPropertyBlock(member.Name, true);
+  isThere = property != nullptr;
   return property ? BlockOrParameter(property, member.Qualifier) : nullptr;
 }
 
@@ -99,8 +104,9 @@ CodeElement* FindControlNamed(Component& component, std::string_view name) {
 
 // The member of that very name, whatever its name ends in.
 CodeElement* FindAsWritten(Component& component, const QualifiedMember& member, bool complete) {
-  if (component.Blocks.Item(member.Name) || component.ConsolidatedPropertyBlock(member.Name, true))
-    return FindProcedure(component, member, complete);
+  bool isProcedure = false;
+  CodeElement* procedure = FindProcedure(component, member, complete, isProcedure);
+  if (isProcedure) return procedure;
   Block* declarations = component.Blocks.FirstOfType(btDeclarations);
   if (CodeElement* found = DeclaredIn(declarations, member.Name, complete)) return found;
   return complete ? FindControlNamed(component, member.Name) : nullptr;

@@ -86,8 +86,7 @@ Symbols::FrontName Symbols::OfFront(std::string_view text) {
     if (eight & kHighBits) break;
     eight = LowerEight(eight);
     const std::uint64_t end = NoNameBytes(eight);
-    const auto count =
-        static_cast<std::size_t>(std::countr_zero(end)) / 8;  // 8 where there is none
+    const auto count = static_cast<std::size_t>(std::countr_zero(end)) / 8;  // 8: it goes on
     if (count < 8) eight &= (std::uint64_t{1} << (8 * count)) - 1;
     std::memcpy(folded + size, &eight, sizeof eight);
     size += count;

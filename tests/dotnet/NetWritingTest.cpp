@@ -42,6 +42,16 @@ TEST(NetWriting, UntouchedSourceComesBack) {
   EXPECT_EQ(n.Files["/out/N.vbproj"], n.Files["/n/N.vbproj"]);
 }
 
+TEST(NetWriting, UnloadedSourceIsCopied) {
+  NetProject n(Sources{{"a.vb", kOdd}}, Complete());
+  n.Project->UnloadSourceCode();
+  EXPECT_FALSE(n.Project->ProjectFiles.Item(1)->SourceForm);
+  EXPECT_EQ(n["R.A"].Blocks.Item("M")->Name(), "M");
+  n.Project->OutputFileName.SetFullPath("/out/N.vbproj");
+  EXPECT_TRUE(n.Project->WriteOutDotNet());
+  EXPECT_EQ(test::FirstDifference(kOdd, n.Files["/out/a.vb"]), "");
+}
+
 TEST(NetWriting, WhatIsAmendedIsWrittenAtItsPlace) {
   const std::string source =
       "Class A\n  Sub One()\n  End Sub\n\n  Sub Two()\n  End Sub\nEnd Class\nClass B\nEnd Class\n";

@@ -6,7 +6,7 @@
 
 #include "output/Xml.h"
 #include "project/VBProject.h"
-#include "support/MemoryFiles.h"
+#include "support/Projects.h"
 
 namespace vendrel {
 namespace {
@@ -184,6 +184,30 @@ TEST(ProjectManifest, IsWrittenAsUtf8WhateverTheCodePage) {
   XmlDocument document;
   document.LoadXml(text);
   EXPECT_EQ(document.Root().Attributes().Item("ProjectName").Value(), "Счёт \xEF\xBF\xBD");
+}
+
+// Drafts leave out what would be stripped, and modules are written one by one.
+TEST(ProjectManifest, InPiecesIsTheDocument) {
+  const test::TestProject full(
+      {{"M.bas",
+        "'##MD Books & \"more\"\n'##AUTHOR who <x>\nPrivate Const A = 1\nPublic Enum E\n  One = 1 "
+        "'##PD first\nEnd Enum\nType T\n  X As Long\nEnd Type\nDeclare Sub S Lib \"k\" (ByVal a As "
+        "Long)\n'##SUMMARY posts\nSub Post(Optional a As Long = 2)\n  Dim b(3) As String * 4\nEnd "
+        "Sub\n"},
+       {"C.cls", "Event Posted(a As Long)\nProperty Get P()\nEnd Property\n"}},
+      test::Complete());
+  const test::TestProject empty({}, test::Complete());
+  for (const test::TestProject* one : {&full, &empty}) {
+    VBProject& project = *one->Project;
+    project.RelatedDocuments = {"ReadMe.txt"};
+    project.TaggedComments->Add(Comment("##AUTHOR", "", "<Component />"));
+    for (const bool justProject : {false, true})
+      for (const bool comments : {false, true}) {
+        std::string text;
+        WriteManifest(project, justProject, comments, [&](std::string_view part) { text += part; });
+        EXPECT_EQ(text, project.Manifest(justProject, comments)->Xml());
+      }
+  }
 }
 
 TEST(Xml, PositionsAreOneBasedAndFaultsSayWhere) {
