@@ -207,6 +207,13 @@ std::string PluralOf(std::string_view singular) {
   return word + "ies";
 }
 
+std::string SingularOf(std::string_view plural) {
+  std::string word(plural);
+  if (word.ends_with("ies")) return word.replace(word.size() - 3, 3, "y");
+  if (word.ends_with('s')) word.pop_back();
+  return word;
+}
+
 std::string CountOf(std::size_t count, std::string_view singular) {
   return count == 0 ? std::string() : CountedWith(count, singular);
 }

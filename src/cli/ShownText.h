@@ -27,7 +27,9 @@ std::string ShownSource(std::string_view source);
 std::string CountedWith(std::size_t count, std::string_view singular);
 /// "modules", "properties"; a word that ends in "s" stays.
 std::string PluralOf(std::string_view singular);
-/// The same; empty for none.
+/// "module", "property"; of a word without "s" the word.
+std::string SingularOf(std::string_view plural);
+/// A count with its word; empty for none.
 std::string CountOf(std::size_t count, std::string_view singular);
 
 /// One column of a table.

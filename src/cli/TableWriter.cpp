@@ -33,8 +33,15 @@ std::vector<const std::vector<TableValue>*> ShownRows(const Table& table, bool a
   return rows;
 }
 
+// A title begins with what its rows are, in the plural.
+std::string CountedTitle(std::string_view title, std::size_t rows) {
+  const std::size_t word = std::min(title.find(' '), title.size());
+  if (rows != 1) return std::to_string(rows).append(" ").append(title);
+  return "1 " + SingularOf(title.substr(0, word)).append(title.substr(word));
+}
+
 std::string HeadingOf(const Table& table, std::size_t shown) {
-  std::string heading = std::to_string(table.Rows.size()) + " " + std::string(table.Title);
+  std::string heading = CountedTitle(table.Title, table.Rows.size());
   if (shown < table.Rows.size())
     heading += table.LargestBy.empty() ? ", the first " + std::to_string(shown)
                                        : ", the " + std::to_string(shown) + " largest by " +

@@ -221,7 +221,7 @@ TEST(ApiChanges, OfAProgramAreThoseOfAllModulesIfAsked) {
               HasSubstr("exposes nothing"));
   const std::string all =
       ToolEnding(exNo, {"diff", "/a/P.vbp", "/b/P.vbp", "--api", "--all-modules"}).Out;
-  EXPECT_THAT(all, StartsWith("# 1 projects compared\n"));
+  EXPECT_THAT(all, StartsWith("# 1 project compared\n"));
   EXPECT_THAT(all, HasSubstr("no\tconstant-value\tconstant\tP~M~C\t1\t2\t"));
   EXPECT_THAT(all, HasSubstr("source\tmember-removed\tmethod\tP~M~S\tS()\t"));
   EXPECT_THAT(ToolEnding(exDone, {"diff", "/a", "/b", "--api"}).Out,

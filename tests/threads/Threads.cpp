@@ -1,5 +1,6 @@
-// Two threads, each with a workspace of its own that reads modules on two more, load, resolve,
-// write and drop projects at once, and must come to what one thread comes to alone:
+// Two threads, each with a workspace of its own that reads files and modules on two more, guess
+// code pages, load, resolve, write and drop projects at once, and must come to what one thread
+// comes to alone:
 //     vendrelmodel_threads FOLDER...
 // takes every project (.vbp) in and below the folders, and a generated one. Built with Thread
 // Sanitizer (preset tsan) it also tells of every access that two threads share. Nothing is written
@@ -20,8 +21,11 @@
 #include "core/Workspace.h"
 #include "diagnostics/VendrelError.h"
 #include "output/Dump.h"
+#include "project/ProjectCodePage.h"
 #include "project/VBProject.h"
+#include "services/CodePage.h"
 #include "services/FileSource.h"
+#include "services/SourceCache.h"
 
 namespace {
 
@@ -72,7 +76,12 @@ std::size_t Outcome(const std::string& path, const std::string& folder, int jobs
   try {
     vendrel::VBProject project;
     project.Reading = vendrel::ReadingRules::Complete();
-    seen << project.Load(path) << '\n';
+    {
+      const vendrel::SourceCache::Scope readOnce;  // ahead, by the threads of the workspace
+      const std::string page = vendrel::GuessCodePage(vendrel::FileSystemObject(path)).Page;
+      vendrel::FileOptions::Current().CodePage = page;
+      seen << page << ' ' << project.Load(path) << '\n';
+    }
     ResolveAll(project, seen);
     vendrel::DumpOptions options;
     options.Lines = true;
