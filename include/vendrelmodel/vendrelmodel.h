@@ -61,6 +61,7 @@
 #include "services/CodePage.h"
 #include "services/FileSource.h"
 #include "services/FileSystemObject.h"
+#include "services/FolderCache.h"
 #include "services/Paths.h"
 #include "services/ProcessRunner.h"
 #include "services/SettingsReader.h"
