@@ -83,10 +83,11 @@ std::string_view ControlReader::NextLine() {
   ++mComponent.LinesAlreadyRead;
   FileSystemObject& file = mComponent.FileName;
   std::optional<PlainLine> plain;
-  if (const auto glanced = mTakesGlances ? GlanceAtLine(file.Rest()) : std::nullopt) {
-    mLine = glanced->Line;
-    file.Skip(glanced->Bytes);
-    plain = PlainLineOf(mLine, glanced->Glance, mRules, mPlainBuffer);
+  GlancedLine glanced;
+  if (mTakesGlances && GlanceAtLine(file.Rest(), glanced)) {
+    mLine = glanced.Line;
+    file.Skip(glanced.Bytes);
+    plain = PlainLineOf(mLine, glanced.Glance, mRules, mPlainBuffer);
   } else {
     mLine = file.NextLine();
     if (mMayBePlain) plain = PlainLineOf(mLine, mRules, mPlainBuffer);

@@ -4,9 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string_view>
-#include <utility>
 
 namespace vendrel {
 
@@ -40,11 +38,6 @@ struct GlancedLine {
 /// `line` means nothing, where it is too long for a glance, or stands near the end of the text, and
 /// on machines that would look at byte after byte.
 bool GlanceAtLine(std::string_view text, GlancedLine& line);
-inline std::optional<GlancedLine> GlanceAtLine(std::string_view text) {
-  std::optional<GlancedLine> line(std::in_place);
-  if (!GlanceAtLine(text, *line)) line.reset();
-  return line;
-}
 
 /// The bits of the first `count` places, of all 64 from there on.
 constexpr std::uint64_t PlacesBelow(std::size_t count) {
